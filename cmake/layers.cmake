@@ -1,0 +1,25 @@
+# One library per folder under src/. Headers are included as "layer/header.h", and each layer exports an
+# include folder that holds nothing but itself: a target finds the headers of exactly those layers that it
+# links, so a dependency that points upwards does not compile.
+
+add_library(vantrel_flags INTERFACE)
+target_compile_options(vantrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(VANTREL_SANITIZE)
+  target_compile_options(vantrel_flags INTERFACE -fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all
+                                                 -fno-omit-frame-pointer -g)
+  target_link_options(vantrel_flags INTERFACE -fsanitize=${VANTREL_SANITIZE})
+endif()
+
+# vantrel_layer(NAME [layers below it...]): the library vantrel_NAME from src/NAME/*.cpp.
+function(vantrel_layer name)
+  set(view ${PROJECT_BINARY_DIR}/layers/${name})
+  file(MAKE_DIRECTORY ${view})
+  if(NOT EXISTS ${view}/${name})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/src/${name} ${view}/${name} SYMBOLIC)
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${name}/*.cpp)
+  add_library(vantrel_${name} STATIC ${sources})
+  target_include_directories(vantrel_${name} PUBLIC ${view})
+  list(TRANSFORM ARGN PREPEND vantrel_)
+  target_link_libraries(vantrel_${name} PUBLIC ${ARGN} PRIVATE vantrel_flags)
+endfunction()
