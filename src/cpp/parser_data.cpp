@@ -1,0 +1,247 @@
+// Data declarations: type, name with what follows it, and the initializer or bit-field width.
+
+#include <optional>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "cpp/parser.h"
+#include "cpp/parser_messages.h"
+#include "cpp/token_classes.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+namespace {
+
+using Trn::Token;
+using Tokens = std::span<const Token>;
+
+// The parts of a declarator: `int a[10], *p` has the type "int" and the name "a[10], *p".
+struct Declarator {
+    Tokens type;
+    Tokens name;
+};
+
+int closingStep(int kind) {
+    switch (kind) {
+        case CloseBracket:
+        case Greater: return 1;
+        case ShiftRight: return 2;
+        case OpenBracket:
+        case Less: return -1;
+        default: return 0;
+    }
+}
+
+// The place of the first "," outside all brackets, or the number of tokens.
+std::size_t firstSeparator(Tokens tokens) {
+    int depth = 0;
+    for (std::size_t place = 0; place < tokens.size(); ++place) {
+        const int kind = tokens[place].kind;
+        if (kind == Comma && depth == 0) return place;
+        if (kind == OpenParen) ++depth;
+        if (kind == CloseParen) --depth;
+        depth -= closingStep(kind);
+    }
+    return tokens.size();
+}
+
+// The first declared name is the last identifier outside brackets in front of the first ",".
+Declarator splitDeclarator(Tokens tokens) {
+    int depth = 0;
+    for (std::size_t place = firstSeparator(tokens); place-- > 0;) {
+        depth += closingStep(tokens[place].kind);
+        if (depth == 0 && tokens[place].kind == Identifier) {
+            return {tokens.first(place), tokens.subspan(place)};
+        }
+    }
+    return {{}, tokens};
+}
+
+Declarator splitBitField(Tokens tokens) {
+    std::size_t typeSize = 0;
+    while (typeSize < tokens.size() &&
+           (isIntegralTypeKeyword(tokens[typeSize].kind) || isTypeModifierKeyword(tokens[typeSize].kind))) {
+        ++typeSize;
+    }
+    const std::size_t others = tokens.size() - typeSize;
+    if (others == 0) return {tokens, {}};
+    if (others == 1 && typeSize == 0) return {tokens, {}};
+    return {tokens.first(tokens.size() - 1), tokens.last(1)};
+}
+
+template <typename Node>
+std::unique_ptr<Node> makeNode(Tokens tokens) {
+    if (tokens.empty()) return nullptr;
+    return std::make_unique<Node>(typeText(tokens), tokens.front().start, tokens.back().end);
+}
+
+std::unique_ptr<ExprNode> makeTail(TokenText& text) {
+    const Trn::Position start = text.start();
+    const Trn::Position end = text.end();
+    return std::make_unique<ExprNode>(text.take(), start, end);
+}
+
+}  // namespace
+
+// Takes the tokens of a declaration statement: up to its ";", or up to its "=" when no "," came before it,
+// for then the initializer is read from where it stands.
+Trn::TokenBuffer Parser::collectDeclaration(TokenBuffer& tokens) {
+    const Index start = tokens.place();
+    int parenDepth = 0;
+    int bracketDepth = 0;
+    bool sawComma = false;
+    while (true) {
+        skipTrivia(tokens);
+        const int kind = tokens.next().kind;
+        const bool isOutside = parenDepth == 0 && bracketDepth == 0;
+        if (kind == OpenBrace || kind == CloseBrace || endsTokens(kind)) break;
+        if (kind == Semicolon && isOutside) break;
+        if (kind == Assign && isOutside && !sawComma) break;
+        if (isAccessKeyword(kind) && isOutside) {
+            TokenBuffer list = tokens.slice(start, tokens.place());
+            tokens.stepBack();
+            return list;
+        }
+        if (kind == OpenParen) ++parenDepth;
+        if (kind == CloseParen) --parenDepth;
+        if (kind == OpenBracket) ++bracketDepth;
+        if (kind == CloseBracket) --bracketDepth;
+        sawComma |= kind == Comma && isOutside;
+    }
+    return tokens.slice(start, tokens.place());
+}
+
+std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuffer& tokens, InClass inClass) {
+    std::vector<Token> declarator;
+    int parenDepth = 0;
+    int bracketDepth = 0;
+    Token ending;
+    while (true) {
+        ending = nextSignificant(list);
+        const bool isOutside = parenDepth == 0 && bracketDepth == 0;
+        const int kind = ending.kind;
+        if (endsTokens(kind)) return nullptr;
+        if (kind == Semicolon || isAccessKeyword(kind)) break;
+        if (kind == Assign && isOutside) break;
+        if (kind == OpenParen && isOutside &&
+            (declarator.empty() || declarator.back().kind != Asterisk)) {
+            break;
+        }
+        if (kind == Colon && isOutside && inClass == InClass::Yes) {
+            const int following = peekSignificant(list).kind;
+            if (following == Number || following == Identifier) break;
+        }
+        if (kind == OpenParen) ++parenDepth;
+        if (kind == CloseParen) --parenDepth;
+        if (kind == OpenBracket) ++bracketDepth;
+        if (kind == CloseBracket) --bracketDepth;
+        declarator.push_back(ending);
+    }
+    if (!declarator.empty() && declarator.front().kind == Comma) return nullptr;
+    const Declarator parts = ending.kind == Colon ? splitBitField(declarator) : splitDeclarator(declarator);
+    auto type = makeNode<TypeNode>(parts.type);
+    auto name = makeNode<IdNode>(parts.name);
+    if (!type && (!name || ending.kind == OpenParen)) return nullptr;
+    auto declaration = std::make_unique<DataDeclNode>(std::move(type), std::move(name));
+    if (!parseTail(ending, list, tokens, *declaration)) return nullptr;
+    return declaration;
+}
+
+// Reads what `introducer` begins. Says false when the declaration cannot be made sense of.
+bool Parser::parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& tokens,
+                       DataDeclNode& declaration) {
+    std::unique_ptr<ExprNode> tail;
+    switch (introducer.kind) {
+        case Semicolon: declaration.setEnd(introducer.start); return true;
+        case Assign: tail = parseInitialValue(introducer, list, tokens); break;
+        case OpenParen: tail = parseCallInitializer(introducer, list); break;
+        case Colon: tail = parseBitField(introducer, list); break;
+        default:
+            if (isAccessKeyword(introducer.kind)) return true;
+            report(introducer.start, ExpectedDataEnd);
+            return false;
+    }
+    if (!tail) return false;
+    declaration.setTail(std::move(tail));
+    return true;
+}
+
+// "= ... ;", from the list where it still holds it, else from the tokens behind it.
+std::unique_ptr<ExprNode> Parser::parseInitialValue(const Token& assign, TokenBuffer& list,
+                                                    TokenBuffer& tokens) {
+    TokenBuffer& source = peekSignificant(list).kind == Trn::kEndKind ? tokens : list;
+    TokenText text;
+    text.add(assign);
+    Position previous = assign.start;
+    while (true) {
+        const Token token = nextSignificant(source);
+        if (endsTokens(token.kind)) {
+            source.stepBack();
+            report(previous, UnexpectedEnd);
+            return nullptr;
+        }
+        text.add(token);
+        if (token.kind == Semicolon) return makeTail(text);
+        previous = token.start;
+    }
+}
+
+// "( ... ) ;"
+std::unique_ptr<ExprNode> Parser::parseCallInitializer(const Token& open, TokenBuffer& list) {
+    TokenText text;
+    text.add(open);
+    int depth = 1;
+    Position previous = open.start;
+    while (true) {
+        const Token token = nextSignificant(list);
+        if (endsTokens(token.kind)) {
+            report(previous, UnexpectedEnd);
+            return nullptr;
+        }
+        text.add(token);
+        if (token.kind == OpenParen) ++depth;
+        if (token.kind == CloseParen) --depth;
+        if (token.kind == Semicolon) {
+            if (depth == 0) return makeTail(text);
+            report(token.start, UnexpectedSemicolon);
+            return nullptr;
+        }
+        previous = token.start;
+    }
+}
+
+// ": 3, b : 4;"
+std::unique_ptr<ExprNode> Parser::parseBitField(const Token& colon, TokenBuffer& list) {
+    TokenText text;
+    text.add(colon);
+    const auto take = [&](auto isWanted, const char* wanted) {
+        const Token token = nextSignificant(list);
+        if (isWanted(token.kind)) {
+            text.add(token);
+            return true;
+        }
+        report(token.start,
+               std::string("Bad looking bitfield. Expected ") + wanted + " Got: '" + shown(token) + "'.");
+        return false;
+    };
+    const auto isWidth = [](int kind) { return kind == Number || kind == Identifier; };
+    const auto isName = [](int kind) { return kind == Identifier; };
+    const auto isColon = [](int kind) { return kind == Colon; };
+    const char* const widthText = "an identifier or an integer literal.";
+    if (!take(isWidth, widthText)) return nullptr;
+    while (true) {
+        const Token token = nextSignificant(list);
+        if (token.kind != Semicolon && token.kind != Comma) {
+            report(token.start, ExpectedDataEnd);
+            return nullptr;
+        }
+        text.add(token);
+        if (token.kind == Semicolon) return makeTail(text);
+        if (!take(isName, "an Identifier.") || !take(isColon, "':'.") || !take(isWidth, widthText)) return nullptr;
+    }
+}
+
+}  // namespace Cpp

@@ -1,0 +1,487 @@
+// The level of declarations: what a file, a namespace or a linkage block holds, and the shape of each
+// declaration.
+
+#include <utility>
+
+#include "cpp/parser.h"
+#include "cpp/parser_messages.h"
+#include "cpp/parser_nesting.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) {
+    diagnostics_ = diagnostics;
+    depth_ = 0;
+    TokenBuffer tokens(&lexer);
+    RootNode tree;
+    try {
+        parseTopLevel(tokens, tree);
+    } catch (const NestedTooDeeply& problem) {
+        report(problem.position, "The source is nested too deeply here.");
+    }
+    dynamic_cast<RootNode&>(root).swap(tree);
+    diagnostics = diagnostics_;
+}
+
+void Parser::parseTopLevel(TokenBuffer& tokens, RootNode& root) {
+    while (tokens.peekKind() != Trn::kEndKind) {
+        tokens.release();
+        const Token token = tokens.current();
+        if (token.kind == Unknown || token.kind == Semicolon || token.kind == CloseBrace) {
+            tokens.next();
+        } else if (isTrivia(token.kind)) {
+            addTrivia(tokens, root);
+        } else if (token.kind == OpenBrace) {
+            root.add(parseBlock(tokens));
+        } else if (isControlKeyword(token.kind)) {
+            root.add(parseCtrlStmt(tokens));
+        } else if (isJumpKeyword(token.kind)) {
+            const Index start = tokens.place();
+            collectUntilKind(tokens, Semicolon);
+            TokenBuffer statement = tokens.slice(start, tokens.place());
+            root.add(parseExprStmt(statement));
+        } else if (token.kind == KeywordAsm || (token.kind == Identifier && isAssemblerWord(token.text))) {
+            auto statement = parseAsm(tokens);
+            if (!statement) tokens.next();
+            root.add(std::move(statement));
+        } else if (token.kind == Identifier) {
+            parseNamedBlock(tokens, root);
+        } else if (token.kind == KeywordUsing) {
+            skipStatement(tokens, Semicolon);
+        } else {
+            addDeclaration(tokens, root, InClass::No);
+        }
+    }
+}
+
+// An identifier in front of a block, which is a macro's call, or else the start of a declaration.
+void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
+    const Token name = tokens.next();
+    if (peekSignificant(tokens).kind == OpenBrace) {
+        root.add(std::make_unique<ExprNode>(std::string(name.text), name.start, name.end));
+        skipTrivia(tokens);
+        root.add(parseBlock(tokens));
+        return;
+    }
+    tokens.stepBack();
+    addOrdinaryDeclaration(tokens, root, InClass::No);
+}
+
+// What a file, a namespace body, a linkage block and a class body have in common.
+void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
+    switch (tokens.peekKind()) {
+        case KeywordNamespace: list.add(parseNamespace(tokens)); return;
+        case KeywordTemplate: list.add(parseTemplate(tokens)); return;
+        case KeywordExtern: parseLinkage(tokens, list, inClass); return;
+        default: addOrdinaryDeclaration(tokens, list, inClass);
+    }
+}
+
+void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
+    const Index startPlace = tokens.place();
+    const Position start = tokens.current().start;
+    Declaration declaration = parseDeclaration(tokens, inClass);
+    if (!declaration.node) {
+        report(start, CannotParse);
+        if (tokens.place() == startPlace) tokens.next();
+        return;
+    }
+    if (declaration.takesSemicolon && peekSignificant(tokens).kind == Semicolon) {
+        declaration.node->setEnd(skipToSemicolon(tokens));
+    }
+    list.add(std::move(declaration.node));
+}
+
+Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, InClass inClass) {
+    NestingScope nesting(depth_, tokens);
+    skipTrivia(tokens);
+    const Index start = tokens.place();
+    const Scan scan = scanDeclaration(tokens);
+    switch (scan.shape) {
+        case Shape::Function: return parseFunctionShape(tokens, start, scan.place);
+        case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
+        case Shape::Class:
+        case Shape::Enum: return parseBracedShape(tokens, start, scan);
+        case Shape::Data: {
+            TokenBuffer list = collectDeclaration(tokens);
+            return {parseDataDecl(list, tokens, inClass), false};
+        }
+        case Shape::None: break;
+    }
+    if (tokens.kindAt(scan.place) == Trn::kEndKind) return failAtEnd(tokens, scan.place);
+    tokens.moveTo(scan.place);
+    return {};
+}
+
+// The end of the text inside a declaration.
+Parser::Declaration Parser::failAtEnd(TokenBuffer& tokens, Index end) {
+    report(tokens.at(end).start, UnexpectedEnd);
+    tokens.moveTo(end);
+    return {};
+}
+
+namespace {
+
+using Trn::TokenBuffer;
+
+// Follows the significant tokens of a declaration and keeps what decides its shape.
+struct DeclarationScan {
+    int angleDepth = 0;
+    int previousKind = Trn::kEndKind;
+    bool sawOperator = false;
+    bool sawEnum = false;
+    bool sawColon = false;
+
+    bool afterOperator() const { return previousKind == KeywordOperator; }
+
+    void countAngles(int kind) {
+        if (afterOperator()) return;
+        if (kind == Less) ++angleDepth;
+        if (kind == Greater && angleDepth > 0) --angleDepth;
+        // In `A<B<int>>` one token closes two lists; elsewhere it is a shift.
+        if (kind == ShiftRight && angleDepth > 1) angleDepth -= 2;
+    }
+
+    void take(int kind) {
+        countAngles(kind);
+        sawOperator |= kind == KeywordOperator;
+        sawEnum |= kind == KeywordEnum;
+        sawColon |= kind == Colon;
+        previousKind = kind;
+    }
+};
+
+// Moves behind the bracket that closes the one at the current place. Says false at the end of the text.
+bool skipBracketed(TokenBuffer& tokens, int open, int close) {
+    int depth = 0;
+    do {
+        const int kind = tokens.next().kind;
+        if (kind == Trn::kEndKind) {
+            tokens.stepBack();
+            return false;
+        }
+        if (kind == open) ++depth;
+        if (kind == close) --depth;
+    } while (depth > 0);
+    return true;
+}
+
+// At a "(": whether it opens a declarator with a pointer mark inside.
+bool opensPointerDeclarator(TokenBuffer& tokens, const DeclarationScan& scan) {
+    const int inside = tokens.peekKind(2);
+    if (inside == Asterisk) return true;
+    if (scan.sawOperator || scan.previousKind != Asterisk) return false;
+    return !(inside == Identifier && tokens.peekKind(3) == Asterisk);
+}
+
+}  // namespace
+
+// Reads ahead to the token that tells what the declaration is; the buffer stays where it is. A ";" or a brace
+// ends a declaration even where a "<" before it found no ">": it was a comparison then.
+Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
+    const Index start = tokens.place();
+    DeclarationScan scan;
+    const auto found = [&](Shape shape) {
+        const Scan result{shape, tokens.place()};
+        tokens.moveTo(start);
+        return result;
+    };
+    while (true) {
+        const Token token = tokens.current();
+        const bool isOutside = scan.angleDepth == 0;
+        if (isTrivia(token.kind)) {
+            takeTrivia(tokens);
+            continue;
+        }
+        switch (token.kind) {
+            case Trn::kEndKind:
+            case CloseBrace: return found(Shape::None);
+            case Semicolon: return found(Shape::Data);
+            case OpenBrace: return found(scan.sawEnum ? Shape::Enum : Shape::Class);
+            case KeywordPublic:
+            case KeywordPrivate:
+            case KeywordProtected:
+                if (isOutside && !scan.sawColon) return found(Shape::Data);
+                break;
+            case Assign:
+                if (isOutside && !scan.sawOperator) return found(Shape::Data);
+                break;
+            case OpenParen:
+                if (!isOutside || scan.afterOperator()) break;
+                return found(opensPointerDeclarator(tokens, scan) ? Shape::FunctionPointer : Shape::Function);
+            default: break;
+        }
+        scan.take(token.kind);
+        tokens.next();
+        if (token.kind == Identifier && isAttributeWord(token.text) && tokens.peekKind() == OpenParen) {
+            skipBracketed(tokens, OpenParen, CloseParen);
+        }
+    }
+}
+
+// A declaration whose first "(" outside template brackets stands at `openParen`. Its head is scanned to the
+// token that ends it, which stays in the buffer; then head and body are parsed.
+Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start, Index openParen) {
+    tokens.moveTo(openParen);
+    if (!skipBracketed(tokens, OpenParen, CloseParen)) return failAtEnd(tokens, tokens.place());
+
+    for (bool inHead = true; inHead;) {
+        skipTrivia(tokens);
+        const Token token = tokens.current();
+        switch (token.kind) {
+            case OpenParen: tokens.moveTo(start); return parseFunctionPointerShape(tokens, start);
+            case KeywordConst:
+            case KeywordVolatile: tokens.next(); break;
+            case Colon:
+                while (tokens.peekKind() != OpenBrace && tokens.peekKind() != Semicolon) {
+                    if (tokens.peekKind() == Trn::kEndKind) return failAtEnd(tokens, tokens.place());
+                    if (isTrivia(tokens.peekKind())) {
+                        skipTrivia(tokens);
+                    } else {
+                        tokens.next();
+                    }
+                }
+                break;
+            case KeywordThrow:
+                tokens.next();
+                if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
+                    report(open.start, "Expected '(' as part of exception specification clause 'throw()'. Got: " +
+                                           shown(open));
+                    inHead = false;
+                    break;
+                }
+                skipTrivia(tokens);
+                if (!skipBracketed(tokens, OpenParen, CloseParen)) return failAtEnd(tokens, tokens.place());
+                break;
+            default: inHead = false;
+        }
+    }
+    for (bool inTail = true; inTail;) {
+        skipTrivia(tokens);
+        const Token token = tokens.current();
+        if (token.kind == Assign && tokens.peek(2).text == "0") {
+            tokens.next();
+            tokens.next();
+            continue;
+        }
+        inTail = false;
+        if (token.kind != OpenBrace && token.kind != Semicolon && token.kind != Comma &&
+            !isAccessKeyword(token.kind) && !endsTokens(token.kind)) {
+            report(token.start, ExpectedFunctionEnd);
+        }
+    }
+    TokenBuffer head = tokens.slice(start, tokens.place());
+    auto declaration = parseFunctionDecl(head, tokens);
+    const bool hasBody = declaration->body() != nullptr;
+    return {std::move(declaration), !hasBody};
+}
+
+// A declaration with a declarator in parentheses, up to its ";".
+Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index start) {
+    int depth = 0;
+    bool sawAssign = false;
+    for (bool inside = true; inside;) {
+        skipTrivia(tokens);
+        const Token token = tokens.current();
+        switch (token.kind) {
+            case Trn::kEndKind: return failAtEnd(tokens, tokens.place());
+            case OpenBrace:
+                // Only an initializer may hold braces; a body means that this is no pointer after all.
+                if (!sawAssign) {
+                    report(token.start, ExpectedFunctionEnd);
+                    return {};
+                }
+                ++depth;
+                break;
+            case OpenParen: ++depth; break;
+            case CloseBrace:
+            case CloseParen: --depth; break;
+            case Assign: sawAssign = true; break;
+            case Semicolon: inside = depth > 0; break;
+            case Comma:
+            case KeywordPublic:
+            case KeywordPrivate:
+            case KeywordProtected:
+                if (depth <= 0) inside = false;
+                break;
+            default: break;
+        }
+        if (inside || token.kind == Semicolon) tokens.next();
+    }
+    TokenBuffer declaration = tokens.slice(start, tokens.place());
+    return {parseFunctionPtrDecl(declaration), false};
+}
+
+// A class or an enum with its body, up to the "}" that closes it.
+Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Scan& scan) {
+    tokens.moveTo(scan.place);
+    int depth = 0;
+    do {
+        if (isTrivia(tokens.peekKind())) {
+            takeTrivia(tokens);
+            continue;
+        }
+        const int kind = tokens.next().kind;
+        if (kind == Trn::kEndKind) {
+            tokens.stepBack();
+            return failAtEnd(tokens, tokens.place());
+        }
+        if (kind == OpenBrace) ++depth;
+        if (kind == CloseBrace) --depth;
+    } while (depth > 0);
+    TokenBuffer declaration = tokens.slice(start, tokens.place());
+    if (scan.shape == Shape::Enum) return {parseEnumDecl(declaration), true};
+    return {parseClassDecl(declaration), true};
+}
+
+std::unique_ptr<SyntaxNode> Parser::parseNamespace(TokenBuffer& tokens) {
+    const Index start = tokens.place();
+    if (const Token keyword = tokens.next(); keyword.kind != KeywordNamespace) {
+        tokens.stepBack();
+        report(keyword.start, "Expected \"namespace\".");
+        return nullptr;
+    }
+    if (nextSignificant(tokens).kind == Identifier && peekSignificant(tokens).kind == Assign) {
+        skipStatement(tokens, Semicolon);
+        return nullptr;
+    }
+    tokens.moveTo(start);
+    NestingScope nesting(depth_, tokens);
+    auto head = parseNamespaceHead(tokens);
+    skipTrivia(tokens);
+    auto body = parseNamespaceBody(tokens);
+    return std::make_unique<NamespaceDeclNode>(std::move(head), std::move(body));
+}
+
+std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& tokens) {
+    const Token keyword = tokens.next();
+    Position end = keyword.end;
+    std::string name;
+    if (peekSignificant(tokens).kind == Identifier) {
+        const Token identifier = nextSignificant(tokens);
+        name = identifier.text;
+        end = identifier.end;
+    }
+    return std::make_unique<NamespaceHeadNode>(std::move(name), keyword.start, end);
+}
+
+std::unique_ptr<NamespaceBodyNode> Parser::parseNamespaceBody(TokenBuffer& tokens) {
+    const Token open = tokens.next();
+    if (open.kind != OpenBrace) {
+        report(open.start, "Expected:: \"{\".");
+        tokens.stepBack();
+        return nullptr;
+    }
+    auto body = std::make_unique<NamespaceBodyNode>();
+    body->setStart(open.start);
+    while (true) {
+        addTrivia(tokens, *body);
+        tokens.release();
+        const Token token = tokens.current();
+        switch (token.kind) {
+            case CloseBrace:
+                tokens.next();
+                body->setEnd(token.start);
+                return body;
+            case Trn::kEndKind: report(token.start, UnexpectedEnd); return body;
+            case Unknown:
+            case Semicolon: tokens.next(); break;
+            case KeywordUsing: skipStatement(tokens, Semicolon, body.get()); break;
+            default: addDeclaration(tokens, *body, InClass::No);
+        }
+    }
+}
+
+std::unique_ptr<SyntaxNode> Parser::parseTemplate(TokenBuffer& tokens) {
+    skipTrivia(tokens);
+    const Token keyword = tokens.next();
+    if (keyword.kind != KeywordTemplate) {
+        tokens.stepBack();
+        report(keyword.start, "Expected the keyword 'template'. Got: " + shown(keyword));
+        return nullptr;
+    }
+    if (peekSignificant(tokens).kind != Less) {
+        tokens.stepBack();
+        return parseExprStmt(tokens);
+    }
+    skipTrivia(tokens);
+    return std::make_unique<TemplateNode>(
+        std::make_unique<KeywordNode>(keyword.kind, keyword.start, keyword.end),
+        parseParameterList(tokens, Brackets::Angles));
+}
+
+void Parser::parseLinkage(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
+    const Index start = tokens.place();
+    if (const Token keyword = tokens.next(); keyword.kind != KeywordExtern) {
+        report(keyword.start, "Expected 'extern'. Got: " + shown(keyword));
+        return;
+    }
+    const auto takeSignificantKind = [&] {
+        while (isTrivia(tokens.peekKind())) takeTrivia(tokens);
+        return tokens.next().kind;
+    };
+    const bool isBlock = takeSignificantKind() == StringLiteral && takeSignificantKind() == OpenBrace;
+    tokens.moveTo(start);
+    if (isBlock) {
+        list.add(parseLinkageBlock(tokens));
+    } else {
+        addOrdinaryDeclaration(tokens, list, inClass);
+    }
+}
+
+std::unique_ptr<LinkageBlockNode> Parser::parseLinkageBlock(TokenBuffer& tokens) {
+    NestingScope nesting(depth_, tokens);
+    TokenText linkage;
+    linkage.add(tokens.next());
+    linkage.add(nextSignificant(tokens));
+    skipTrivia(tokens);
+    const Position start = linkage.start();
+    const Position end = linkage.end();
+    return std::make_unique<LinkageBlockNode>(std::make_unique<ExprNode>(linkage.take(), start, end),
+                                              parseLinkageBody(tokens));
+}
+
+std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& tokens) {
+    const Token open = tokens.next();
+    if (open.kind != OpenBrace) {
+        report(open.start, "Expected '{'. Got: " + shown(open));
+        tokens.stepBack();
+        return nullptr;
+    }
+    auto body = std::make_unique<LinkageBlockBodyNode>();
+    body->setStart(open.start);
+    while (true) {
+        addTrivia(tokens, *body);
+        tokens.release();
+        const Token token = tokens.current();
+        if (isAccessKeyword(token.kind)) {
+            tokens.next();
+            report(token.start, "public: protected: private: labels are illegal inside linkage blocks.");
+            continue;
+        }
+        if (isControlKeyword(token.kind)) {
+            tokens.next();
+            report(token.start, "control statements (e.g. if, else, while) are illegal inside linkage blocks.");
+            continue;
+        }
+        switch (token.kind) {
+            case CloseBrace:
+                tokens.next();
+                body->setEnd(token.start);
+                return body;
+            case Trn::kEndKind: report(token.start, UnexpectedEnd); return body;
+            case Unknown:
+            case Semicolon: tokens.next(); break;
+            case KeywordUsing: skipStatement(tokens, Semicolon); break;
+            case KeywordTemplate:
+                tokens.next();
+                report(token.start, "templates cannot be declared to have 'C' linkage.");
+                break;
+            default: addDeclaration(tokens, *body, InClass::No);
+        }
+    }
+}
+
+}  // namespace Cpp

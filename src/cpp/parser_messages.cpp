@@ -1,0 +1,50 @@
+#include "cpp/parser_messages.h"
+
+#include <utility>
+
+#include "cpp/parser.h"
+
+namespace Cpp {
+
+namespace {
+
+constexpr std::size_t kLongestShown = 80;
+
+}  // namespace
+
+const char* messageText(int code) {
+    switch (code) {
+        case UnexpectedEnd: return "Unexpected EOF found.";
+        case ExpectedFunctionEnd: return "Unexpected token. Was expecting to find \";\" or \"{\".";
+        case ExpectedDataEnd: return "Unexpected token. Was expecting to find \";\", \"(\" or \"=\".";
+        case MissingType: return "Data declaration is missing a type specifier";
+        case UnexpectedSemicolon:
+        case StraySemicolon: return "An unexpected semicolon was found.";
+        case CannotParse: return "The statement cannot be parsed.";
+        case AccessLabelInBlock:
+            return "public: protected: private: labels are not allowed inside block statements.";
+        case TemplateInBlock: return "template declarations are not allowed inside block statements.";
+        case NamespaceInBlock: return "Namespace declarations are not allowed inside block statements.";
+        case ExpectedControlKeyword: return "Expected: if, else, for, do, while, try, catch, switch.";
+        case ExpectedCloseParen: return "Expected \")\". Possible unbalanced parentheses.";
+        case ExpectedOpenParen: return "Expected \"(\".";
+        case ExpectedAccessKeyword: return "Expected one of \"public\", \"protected\" or \"private\".";
+        default: return "Unknown error.";
+    }
+}
+
+std::string shown(const Trn::Token& token) {
+    std::string_view text = token.text.substr(0, token.text.find('\n'));
+    if (text.size() <= kLongestShown) return std::string(text);
+    return std::string(text.substr(0, kLongestShown)) + "...";
+}
+
+void Parser::report(Position position, int code) {
+    diagnostics_.push_back({Tessel::Error, position, code, messageText(code)});
+}
+
+void Parser::report(Position position, std::string text) {
+    diagnostics_.push_back({Tessel::Error, position, 0, std::move(text)});
+}
+
+}  // namespace Cpp

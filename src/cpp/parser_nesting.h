@@ -1,0 +1,31 @@
+#pragma once
+
+#include "trn/token_buffer.h"
+
+namespace Cpp {
+
+// How deep constructs may stand inside each other. Each level costs the parser and every pass a few frames of
+// the stack, so the bound keeps hostile input from overflowing it; no code that people write comes near.
+inline constexpr int kMaximumNesting = 2000;
+
+// Ends a parse: the construct at `position` is nested too deeply.
+struct NestedTooDeeply {
+    Trn::Position position;
+};
+
+// Counts one level of nesting for as long as it lives.
+class NestingScope {
+public:
+    NestingScope(int& depth, Trn::TokenBuffer& tokens) : depth_(depth) {
+        if (depth_ >= kMaximumNesting) throw NestedTooDeeply{tokens.current().start};
+        ++depth_;
+    }
+    ~NestingScope() { --depth_; }
+    NestingScope(const NestingScope&) = delete;
+    NestingScope& operator=(const NestingScope&) = delete;
+
+private:
+    int& depth_;
+};
+
+}  // namespace Cpp

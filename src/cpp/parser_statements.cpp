@@ -1,0 +1,410 @@
+// Blocks, control statements, labels, assembler and expression statements.
+
+#include <utility>
+
+#include "cpp/parser.h"
+#include "cpp/parser_messages.h"
+#include "cpp/parser_nesting.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+namespace {
+
+bool hasCondition(int keyword) {
+    switch (keyword) {
+        case KeywordIf:
+        case KeywordFor:
+        case KeywordWhile:
+        case KeywordCatch:
+        case KeywordSwitch: return true;
+        default: return false;
+    }
+}
+
+// A token that cannot stand inside the parentheses of a control statement's head.
+bool breaksCondition(int kind) {
+    switch (kind) {
+        case Trn::kEndKind:
+        case OpenBrace:
+        case CloseBrace:
+        case KeywordNamespace:
+        case KeywordCase:
+        case KeywordDefault:
+        case KeywordContinue:
+        case KeywordBreak:
+        case KeywordGoto:
+        case KeywordReturn: return true;
+        default: return isControlKeyword(kind);
+    }
+}
+
+bool startsDeclarationInBlock(int kind) {
+    return isClassKey(kind) || kind == KeywordStatic || kind == KeywordTypedef || kind == KeywordEnum;
+}
+
+// A token behind a name that makes the two the start of a declaration.
+bool continuesDeclaration(int kind) {
+    return kind == Asterisk || kind == Ampersand || kind == Less || kind == Identifier;
+}
+
+bool startsAssembler(const Trn::Token& token) {
+    return token.kind == KeywordAsm || (token.kind == Identifier && isAssemblerWord(token.text));
+}
+
+}  // namespace
+
+// A braced block, or one without braces around a single statement.
+std::unique_ptr<BlockNode> Parser::parseBlock(TokenBuffer& tokens) {
+    NestingScope nesting(depth_, tokens);
+    auto block = std::make_unique<BlockNode>();
+    skipTrivia(tokens);
+    if (tokens.peekKind() == OpenBrace) {
+        parseBlockContent(tokens, *block);
+    } else {
+        parseSingleStatement(tokens, *block);
+    }
+    return block;
+}
+
+void Parser::parseSingleStatement(TokenBuffer& tokens, BlockNode& block) {
+    const Token token = tokens.current();
+    if (token.kind == Semicolon) {
+        tokens.next();
+        block.setStart(token.start);
+        block.setEnd(token.end);
+    } else if (isControlKeyword(token.kind)) {
+        block.add(parseCtrlStmt(tokens));
+    } else if (token.kind == KeywordTypedef) {
+        addOrdinaryDeclaration(tokens, block, InClass::No);
+    } else if (startsData(token.kind) ||
+               (token.kind == Identifier && continuesDeclaration(tokens.peekKind(2)))) {
+        parseDataOrExpression(tokens, block);
+    } else {
+        block.add(parseExprStmt(tokens));
+    }
+}
+
+void Parser::parseBlockContent(TokenBuffer& tokens, BlockNode& block) {
+    block.setStart(tokens.next().start);
+    while (parseBlockItem(tokens, block)) {
+    }
+}
+
+// Reads the next thing in a braced block. Says false when the block has ended.
+bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
+    const Token token = tokens.next();
+    const Index place = tokens.place();
+    const auto again = [&]() -> TokenBuffer& {
+        tokens.moveTo(place - 1);
+        return tokens;
+    };
+    if (token.kind == CloseBrace) {
+        block.setEnd(token.start);
+        return false;
+    }
+    if (endsTokens(token.kind)) {
+        report(tokens.at(again().place() > tokens.begin() ? place - 2 : place - 1).start, UnexpectedEnd);
+        return false;
+    }
+    if (isTrivia(token.kind)) {
+        addTrivia(again(), block);
+    } else if (token.kind == OpenBrace) {
+        block.add(parseBlock(again()));
+    } else if (token.kind == KeywordNamespace) {
+        report(token.start, NamespaceInBlock);
+    } else if (token.kind == KeywordTemplate) {
+        report(token.start, TemplateInBlock);
+    } else if (isAccessKeyword(token.kind)) {
+        report(token.start, AccessLabelInBlock);
+    } else if (token.kind == KeywordUsing) {
+        skipStatement(tokens, Semicolon, &block);
+    } else if (token.kind == KeywordExtern) {
+        if (tokens.peekKind() == StringLiteral) tokens.next();
+    } else if (isControlKeyword(token.kind)) {
+        block.add(parseCtrlStmt(again()));
+    } else if (token.kind == KeywordCase || token.kind == KeywordDefault) {
+        block.add(parseCase(again()));
+    } else if (startsDeclarationInBlock(token.kind)) {
+        Declaration declaration = parseDeclaration(again(), InClass::No);
+        if (declaration.node && declaration.takesSemicolon && peekSignificant(tokens).kind == Semicolon) {
+            declaration.node->setEnd(skipToSemicolon(tokens));
+        }
+        if (!declaration.node && tokens.place() < place) tokens.moveTo(place);
+        block.add(std::move(declaration.node));
+    } else if (startsAssembler(token)) {
+        block.add(parseAsm(again()));
+    } else if (token.kind == Identifier) {
+        const int following = peekSignificant(tokens).kind;
+        if (following == Colon) {
+            block.add(parseLabel(again()));
+        } else if (following == Semicolon || continuesDeclaration(following)) {
+            parseDataOrExpression(again(), block);
+        } else {
+            block.add(parseExprStmt(again()));
+        }
+    } else if (startsData(token.kind)) {
+        parseDataOrExpression(again(), block);
+    } else if (token.kind != Semicolon) {
+        block.add(parseExprStmt(again()));
+        if (tokens.place() < place) tokens.moveTo(place);
+    }
+    return true;
+}
+
+// A declaration as far as its first words tell; where that turns out wrong, an expression statement.
+void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
+    const Index start = tokens.place();
+    TokenBuffer list = collectDeclaration(tokens);
+    if (auto declaration = parseDataDecl(list, tokens, InClass::No)) {
+        block.add(std::move(declaration));
+        return;
+    }
+    tokens.moveTo(start);
+    block.add(parseExprStmt(tokens));
+}
+
+std::unique_ptr<CtrlStmtNode> Parser::parseCtrlStmt(TokenBuffer& tokens) {
+    NestingScope nesting(depth_, tokens);
+    skipTrivia(tokens);
+    const Token keyword = tokens.current();
+    if (!isControlKeyword(keyword.kind)) {
+        report(keyword.start, ExpectedControlKeyword);
+        return nullptr;
+    }
+    auto statement = std::make_unique<CtrlStmtNode>();
+    statement->add(parseCtrlSubStmt(tokens));
+    const auto addPart = [&] {
+        addTrivia(tokens, *statement);
+        statement->add(parseCtrlSubStmt(tokens));
+    };
+    switch (keyword.kind) {
+        case KeywordIf:
+            if (peekSignificant(tokens).kind == KeywordElse) addPart();
+            break;
+        case KeywordTry:
+            while (peekSignificant(tokens).kind == KeywordCatch) addPart();
+            break;
+        case KeywordDo: addPart(); break;
+        default: break;
+    }
+    return statement;
+}
+
+std::unique_ptr<CtrlSubStmtNode> Parser::parseCtrlSubStmt(TokenBuffer& tokens) {
+    auto head = parseCtrlHead(tokens);
+    if (!head) return nullptr;
+    auto part = std::make_unique<CtrlSubStmtNode>();
+    if (head->keyword()->keyword() == KeywordWhile && peekSignificant(tokens).kind == Semicolon) {
+        head->setEnd(skipToSemicolon(tokens));
+        part->setHead(std::move(head));
+        return part;
+    }
+    part->setHead(std::move(head));
+    part->setBody(parseBlock(tokens));
+    return part;
+}
+
+std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) {
+    skipTrivia(tokens);
+    const Token keyword = tokens.next();
+    if (!isControlKeyword(keyword.kind)) {
+        tokens.stepBack();
+        report(keyword.start, ExpectedControlKeyword);
+        return nullptr;
+    }
+    auto head = std::make_unique<CtrlSubStmtHeadNode>();
+    head->setKeyword(std::make_unique<KeywordNode>(keyword.kind, keyword.start, keyword.end));
+    if (!hasCondition(keyword.kind)) return head;
+    if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
+        report(open.start, ExpectedOpenParen);
+        return head;
+    }
+    skipTrivia(tokens);
+    auto condition = parseCondition(tokens);
+    if (!condition) return nullptr;
+    head->setEnd(condition->end());
+    head->setCondition(std::move(condition));
+    return head;
+}
+
+// From "(" to the ")" that closes it.
+std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
+    const Position start = tokens.current().start;
+    int depth = 0;
+    while (true) {
+        const Token token = nextSignificant(tokens);
+        if (breaksCondition(token.kind)) {
+            tokens.stepBack();
+            report(token.start, ExpectedCloseParen);
+            return nullptr;
+        }
+        if (token.kind == OpenParen) ++depth;
+        if (token.kind == CloseParen && --depth == 0) {
+            return std::make_unique<ExprNode>(std::string(), start, token.end);
+        }
+    }
+}
+
+std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
+    skipTrivia(tokens);
+    const Token keyword = tokens.next();
+    if (keyword.kind != KeywordCase && keyword.kind != KeywordDefault) {
+        tokens.stepBack();
+        report(keyword.start, "Expected either 'case' or 'default'. Got: " + shown(keyword));
+        return nullptr;
+    }
+    auto node = std::make_unique<CaseNode>();
+    node->setKeyword(std::make_unique<KeywordNode>(keyword.kind, keyword.start, keyword.end));
+    if (keyword.kind == KeywordDefault) {
+        if (const Token colon = nextSignificant(tokens); colon.kind == Colon) {
+            node->setEnd(colon.end);
+        } else {
+            tokens.stepBack();
+            report(colon.start, "Expected a : immediately following 'default'. Got: " + shown(colon));
+        }
+        return node;
+    }
+    TokenText value;
+    while (true) {
+        const Token token = nextSignificant(tokens);
+        if (token.kind == Colon) {
+            node->setEnd(token.end);
+            break;
+        }
+        if (endsTokens(token.kind)) {
+            tokens.stepBack();
+            break;
+        }
+        value.add(token);
+    }
+    if (!value.empty()) {
+        const Position start = value.start();
+        const Position end = value.end();
+        node->setValue(std::make_unique<ExprNode>(value.take(), start, end));
+    }
+    return node;
+}
+
+std::unique_ptr<LabelNode> Parser::parseLabel(TokenBuffer& tokens) {
+    const Token name = tokens.next();
+    const Token colon = peekSignificant(tokens);
+    if (colon.kind != Colon) {
+        tokens.stepBack();
+        return nullptr;
+    }
+    nextSignificant(tokens);
+    auto label = std::make_unique<LabelNode>();
+    label->setName(std::make_unique<IdNode>(std::string(name.text), name.start, name.end));
+    label->setEnd(colon.end);
+    return label;
+}
+
+std::unique_ptr<AsmNode> Parser::parseAsm(TokenBuffer& tokens) {
+    skipTrivia(tokens);
+    const Token word = tokens.next();
+    if (!isAssemblerWord(word.text)) {
+        report(word.start, "Expected 'asm'. Got: " + shown(word));
+        return nullptr;
+    }
+    auto body = std::make_unique<BlockNode>();
+    const auto finish = [&] {
+        return std::make_unique<AsmNode>(
+            std::make_unique<TextNode>(std::string(word.text), word.start, word.end), std::move(body));
+    };
+    if (const Token open = tokens.current(); open.kind == OpenBrace) {
+        tokens.next();
+        body->setStart(open.start);
+        TokenText text;
+        for (int depth = 1; depth > 0;) {
+            const Token token = tokens.next();
+            if (token.kind == Trn::kEndKind) {
+                tokens.stepBack();
+                report(token.start, UnexpectedEnd);
+                break;
+            }
+            if (token.kind == OpenBrace) ++depth;
+            if (token.kind == CloseBrace && --depth == 0) {
+                body->setEnd(token.start);
+            } else {
+                text.add(token);
+            }
+        }
+        if (!text.empty()) {
+            const Position start = text.start();
+            const Position end = text.end();
+            body->add(std::make_unique<TextNode>(text.take(), start, end));
+        }
+        return finish();
+    }
+    while (true) {
+        const Token token = tokens.next();
+        const bool isOnLaterLine = token.start.line > word.end.line;
+        if (token.kind == Trn::kEndKind || (isOnLaterLine && token.kind != Semicolon)) {
+            tokens.stepBack();
+            return finish();
+        }
+        if (!Trn::isSet(body->start())) body->setStart(token.start);
+        body->setEnd(token.end);
+        if (token.kind == Semicolon) return finish();
+    }
+}
+
+std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
+    skipTrivia(tokens);
+    TokenText text;
+    text.extend(tokens.current());
+    int parenDepth = 0;
+    int angleDepth = 0;
+    bool sawTemplate = false;
+    const auto finish = [&] {
+        const Position start = text.start();
+        const Position end = text.end();
+        return std::make_unique<ExprNode>(text.take(), start, end);
+    };
+    while (true) {
+        if (isComment(tokens.peekKind())) {
+            takeTrivia(tokens);
+            continue;
+        }
+        const Token token = tokens.current();
+        const bool isOutside = parenDepth == 0;
+        bool endsBefore = token.kind == Directive;
+        switch (token.kind) {
+            case OpenParen: ++parenDepth; break;
+            case CloseParen: parenDepth -= parenDepth > 0; break;
+            case Less: ++angleDepth; break;
+            case Greater: angleDepth -= angleDepth > 0; break;
+            case KeywordTemplate: sawTemplate = true; break;
+            case Semicolon:
+                if (!isOutside) break;
+                tokens.next();
+                text.append(token);
+                return finish();
+            case OpenBrace:
+            case CloseBrace:
+            case KeywordCase:
+            case KeywordDefault: endsBefore = isOutside; break;
+            case KeywordClass:
+            case KeywordStruct: endsBefore = isOutside && angleDepth == 0 && !sawTemplate; break;
+            case KeywordThrow:
+            case KeywordReturn: endsBefore = !text.empty(); break;
+            case Trn::kEndKind:
+            case Unknown: report(text.end(), UnexpectedEnd); return finish();
+            default: endsBefore = isControlKeyword(token.kind) && isOutside;
+        }
+        if (endsBefore) return finish();
+        tokens.next();
+        switch (token.kind) {
+            case OpenParen:
+            case CloseParen:
+            case Less:
+            case Greater:
+            case KeywordTemplate: text.extend(token); break;
+            default: text.add(token);
+        }
+    }
+}
+
+}  // namespace Cpp

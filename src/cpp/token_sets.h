@@ -1,0 +1,71 @@
+#pragma once
+
+#include <string_view>
+
+#include "cpp/token_kind.h"
+#include "trn/token.h"
+
+// The sets of token kinds that the parser's decisions rest on.
+namespace Cpp {
+
+constexpr bool isComment(int kind) { return kind == LineComment || kind == BlockComment; }
+
+constexpr bool isTrivia(int kind) { return kind == Directive || isComment(kind); }
+
+// No more tokens can be made sense of: the end, or a malformed literal.
+constexpr bool endsTokens(int kind) { return kind == Trn::kEndKind || kind == Unknown; }
+
+constexpr bool isAccessKeyword(int kind) {
+    return kind == KeywordPublic || kind == KeywordPrivate || kind == KeywordProtected;
+}
+
+constexpr bool isControlKeyword(int kind) {
+    switch (kind) {
+        case KeywordIf:
+        case KeywordElse:
+        case KeywordFor:
+        case KeywordDo:
+        case KeywordWhile:
+        case KeywordTry:
+        case KeywordCatch:
+        case KeywordSwitch: return true;
+        default: return false;
+    }
+}
+
+constexpr bool isJumpKeyword(int kind) {
+    switch (kind) {
+        case KeywordThrow:
+        case KeywordContinue:
+        case KeywordBreak:
+        case KeywordGoto:
+        case KeywordReturn: return true;
+        default: return false;
+    }
+}
+
+constexpr bool isClassKey(int kind) {
+    return kind == KeywordClass || kind == KeywordStruct || kind == KeywordUnion;
+}
+
+constexpr bool isQualifier(int kind) { return kind == KeywordConst || kind == KeywordVolatile; }
+
+// A keyword that begins a data declaration inside a block.
+constexpr bool startsData(int kind) {
+    return isQualifier(kind) || kind == KeywordAuto || (kind >= KeywordChar && kind <= KeywordVoid);
+}
+
+// A name that takes its parenthesised argument with it.
+constexpr bool isAttributeWord(std::string_view word) {
+    return word == "__based" || word == "_based" || word == "__assume" || word == "__declspec";
+}
+
+constexpr bool isAssemblerWord(std::string_view word) {
+    constexpr std::string_view words[] = {"asm", "_asm", "__asm", "asm_", "asm__", "_asm_", "__asm__", "___asm"};
+    for (const std::string_view known : words) {
+        if (word == known) return true;
+    }
+    return false;
+}
+
+}  // namespace Cpp

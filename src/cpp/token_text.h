@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+#include "trn/token.h"
+
+namespace Cpp {
+
+// The text and extent of a run of tokens: their texts with one blank between neighbours.
+class TokenText {
+public:
+    void add(const Trn::Token& token) { add(token, " "); }
+    // Adds without a blank in front.
+    void append(const Trn::Token& token) { add(token, ""); }
+    // Widens the extent by a token without adding its text.
+    void extend(const Trn::Token& token) {
+        if (!Trn::isSet(start_)) start_ = token.start;
+        end_ = token.end;
+    }
+
+    bool empty() const { return text_.empty(); }
+    std::string take() { return std::move(text_); }
+    Trn::Position start() const { return start_; }
+    Trn::Position end() const { return end_; }
+
+private:
+    void add(const Trn::Token& token, const char* separator) {
+        if (!text_.empty()) text_ += separator;
+        text_ += token.text;
+        extend(token);
+    }
+
+    std::string text_;
+    Trn::Position start_;
+    Trn::Position end_;
+};
+
+}  // namespace Cpp

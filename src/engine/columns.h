@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace Zelmor {
+class OIndentBuf;
+}
+
+// Column arithmetic: columns count from 0, a tab reaches to the next multiple of the tab size.
+namespace Tessel {
+
+// The columns that `c` takes up when it starts at `column`.
+int charWidth(char c, int column, int tabSize);
+
+// The column reached after writing `text` from `column`; the length of `text` when the tab size is below 1 or
+// the column negative.
+int columnAfter(std::string_view text, int column, int tabSize);
+
+// The column from which `text` has to be written to end at `column`; at least 0.
+int columnBefore(std::string_view text, int column, int tabSize);
+
+int roundUpToMultiple(int value, int step);
+bool isMultipleOf(int value, int step);
+
+// The columns of padding to write at output column `column` so that the next item starts `offset` columns past
+// an indentation `indentWidth` wide, rounded to a tab stop.
+int alignmentPadding(int offset, int column, int indentWidth, int tabSize);
+
+// The indentation that makes text start at `column` of `out`, built on its current indent.
+std::string indentToColumn(const Zelmor::OIndentBuf& out, int column);
+
+// Writes `count` columns of padding; with tabs where the stream's tab mode allows them.
+void padColumns(Zelmor::OIndentBuf& out, int count);
+
+}  // namespace Tessel

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+#include "engine/optional_text.h"
+#include "engine/text_sweep.h"
+#include "scheme/property_set.h"
+#include "textstream/itext_doc_stream.h"
+#include "textstream/oindent_stream.h"
+
+namespace Tessel {
+
+// The operations on text below the tree that all passes share: separators, comments over several lines, and
+// directives. Texts are formatted for the state of the output at which they will be written; what the
+// operations return holds the indentation of its lines already.
+class CppExprFormatterBase {
+public:
+    explicit CppExprFormatterBase(const PropertySet& scheme);
+
+    // The elements of a list stay aligned: an element or separator that starts a line puts the elements into
+    // the column of the first one.
+    virtual std::string respaceListSeparator(std::string_view text, int kind, const OptionalText& before,
+                                             const OptionalText& after, const Zelmor::IndentState& state);
+    virtual std::string respaceSeparator(std::string_view text, int kind, const OptionalText& before,
+                                         const OptionalText& after, const Zelmor::IndentState& state);
+    // Copies from where the input stands through `end`; a comment's further lines keep their place relative to
+    // its first character.
+    virtual void formatCommentLines(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
+                                    Zelmor::OIndentBuf& out);
+    // The same for a directive, placed as ALIGN_PPD_LEFT_MOST says.
+    virtual void formatDirective(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
+                                 Zelmor::OIndentBuf& out);
+
+protected:
+    ~CppExprFormatterBase() = default;
+
+    // White space around one kind of separator. A setting that is not present leaves the input's.
+    struct SeparatorSpacing {
+        const OptionalText& before;
+        const OptionalText& after;
+
+        bool breaksLines() const { return before.hasLineFeed() || after.hasLineFeed(); }
+    };
+
+    // At a separator in `sweep`: writes it with the white space around it, up to the token that follows.
+    // `listColumn` is that of the list's elements, or null where they need not be aligned.
+    void writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
+                        Zelmor::OIndentBuf& out);
+    // At a comment or directive in `sweep`: writes it with the gap in front of it.
+    void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
+    // The column at which the next character will stand.
+    int nextColumn(const Zelmor::OIndentBuf& out) const;
+
+    const PropertySet& scheme() const { return scheme_; }
+
+private:
+    std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
+                        const Zelmor::IndentState& state);
+    void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
+    void writeDirective(std::string_view gap, std::string_view directive, int inputColumn,
+                        Zelmor::OIndentBuf& out);
+    void writeLines(std::string_view text, int inputColumn, Zelmor::OIndentBuf& out);
+    int inputColumnOf(const Zelmor::ITextDocStream& in, Trn::Position start) const;
+
+    PropertySet scheme_;
+    int tabSize_;
+    OptionalText leftMargin_;
+    bool directivesLeftMost_ = false;
+    bool directivesLeftMostSet_ = false;
+    std::vector<ExprToken> tokens_;
+};
+
+}  // namespace Tessel

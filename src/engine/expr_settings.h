@@ -1,0 +1,45 @@
+#pragma once
+
+#include "engine/optional_text.h"
+#include "scheme/property_set.h"
+
+namespace Tessel {
+
+// What the scheme says about one kind of pointer mark, "*" or "&".
+struct MarkSettings {
+    // 0: the mark stands against the type; 1: against the name; anything else: as in the input.
+    int anchor = -1;
+    bool isHanging = false;
+    // Between the type and the marks, or between the marks and the name, on the side that is not anchored.
+    OptionalText gap;
+};
+
+// The scheme's values for expressions and declaration texts.
+struct ExprSettings {
+    explicit ExprSettings(const PropertySet& scheme);
+
+    OptionalText afterOperator;
+    OptionalText beforeOperator;
+    OptionalText afterCallName;
+    OptionalText beforeCallComma;
+    OptionalText betweenCallArguments;
+    OptionalText afterOpenParen;
+    OptionalText beforeCloseParen;
+    OptionalText afterOpenBracket;
+    OptionalText beforeCloseBracket;
+    OptionalText afterOpenAngle;
+    OptionalText beforeCloseAngle;
+    OptionalText betweenTemplateArguments;
+    OptionalText beforeDataBrace;
+    OptionalText afterDataBrace;
+    OptionalText beforeDataCloseBrace;
+    OptionalText beforeDataComma;
+    OptionalText betweenDataElements;
+    OptionalText dataIndent;
+    MarkSettings asterisk;
+    MarkSettings ampersand;
+    bool wrapsLines = false;
+    bool alignsCallArguments = false;
+};
+
+}  // namespace Tessel

@@ -1,0 +1,406 @@
+// Roles are decided in two passes. The first matches brackets, "<" among them where it can open template
+// arguments. The second walks the tokens with what stands in front of each:
+//
+//     a * b     binary: behind an operand
+//     a * -b    "-" unary: behind an operator
+//     T *p = q  a mark: behind a type, in front of a name that is declared
+//     (T *)p    a mark: no operand follows
+#include "engine/expr_tokens.h"
+
+#include "cpp/lexer.h"
+#include "cpp/token_sets.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+using Tokens = std::vector<ExprToken>;
+
+int kindAt(const Tokens& tokens, std::size_t place) {
+    return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
+}
+
+std::size_t nextPlace(const Tokens& tokens, std::size_t place) {
+    do ++place;
+    while (place < tokens.size() && tokens[place].role == ExprRole::Trivia);
+    return place;
+}
+
+int closingKind(int kind) {
+    switch (kind) {
+        case Cpp::OpenParen: return Cpp::CloseParen;
+        case Cpp::OpenBracket: return Cpp::CloseBracket;
+        case Cpp::OpenBrace: return Cpp::CloseBrace;
+        default: return Cpp::Greater;
+    }
+}
+
+// A token that cannot stand among template arguments outside parentheses: the "<" before it compares.
+bool endsTemplateSearch(int kind) {
+    switch (kind) {
+        case Cpp::Semicolon:
+        case Cpp::StringLiteral:
+        case Cpp::Question:
+        case Cpp::Exclamation:
+        case Cpp::Equal:
+        case Cpp::NotEqual:
+        case Cpp::LessEqual:
+        case Cpp::GreaterEqual: return true;
+        default: return isLogicalAndOr(kind) || (kind != Trn::kEndKind && isAssignmentKind(kind));
+    }
+}
+
+// A token that can only follow a ">" when that was a greater-than.
+bool isOperandStart(const Trn::Token& token) {
+    switch (token.kind) {
+        case Cpp::Identifier: return !token.text.starts_with("::");
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral: return true;
+        default: return false;
+    }
+}
+
+bool canPrecedeTemplateArguments(int kind) {
+    return kind == Cpp::Identifier || kind == Cpp::KeywordOperator || kind == Cpp::KeywordTemplate ||
+           isCastKeyword(kind);
+}
+
+// Finds the partners of all brackets.
+class BracketMatcher {
+public:
+    BracketMatcher(Tokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+
+    void run() {
+        int previousKind = Trn::kEndKind;
+        for (std::size_t place = 0; place < tokens_.size(); ++place) {
+            ExprToken& token = tokens_[place];
+            const int kind = token.token.kind;
+            if (token.role == ExprRole::Trivia) continue;
+            switch (kind) {
+                case Cpp::OpenParen:
+                case Cpp::OpenBracket:
+                case Cpp::OpenBrace: open_.push_back(place); break;
+                case Cpp::Less:
+                    if (canPrecedeTemplateArguments(previousKind)) open_.push_back(place);
+                    break;
+                case Cpp::CloseParen:
+                case Cpp::CloseBracket:
+                case Cpp::CloseBrace: close(place); break;
+                case Cpp::Greater: closeAngle(place); break;
+                case Cpp::ShiftRight: closeTwoAngles(place); break;
+                default:
+                    if (endsTemplateSearch(kind)) dropAngles();
+            }
+            previousKind = kind;
+        }
+    }
+
+private:
+    bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back()) == Cpp::Less; }
+
+    void dropAngles() {
+        while (angleIsOpen()) open_.pop_back();
+    }
+
+    void join(std::size_t openPlace, std::size_t closePlace) {
+        tokens_[openPlace].partner = closePlace;
+        tokens_[closePlace].partner = openPlace;
+    }
+
+    void close(std::size_t place) {
+        dropAngles();
+        if (open_.empty() || closingKind(kindAt(tokens_, open_.back())) != kindAt(tokens_, place)) return;
+        join(open_.back(), place);
+        open_.pop_back();
+    }
+
+    bool canEndTemplateArguments(std::size_t place) const {
+        if (mode_ == ExprMode::Declaration) return true;
+        const std::size_t next = nextPlace(tokens_, place);
+        return next >= tokens_.size() || !isOperandStart(tokens_[next].token) || startsDeclaration(open_.back());
+    }
+
+    // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition.
+    bool startsDeclaration(std::size_t place) const { return place == 1; }
+
+    void closeAngle(std::size_t place) {
+        if (!angleIsOpen()) return;
+        if (canEndTemplateArguments(place)) {
+            join(open_.back(), place);
+            open_.pop_back();
+        } else {
+            dropAngles();
+        }
+    }
+
+    // ">>" closes two lists at once; the token is given to the outer one.
+    void closeTwoAngles(std::size_t place) {
+        const std::size_t count = open_.size();
+        if (count < 2 || !angleIsOpen() || kindAt(tokens_, open_[count - 2]) != Cpp::Less) return;
+        if (!canEndTemplateArguments(place)) return;
+        tokens_[open_.back()].partner = place;
+        open_.pop_back();
+        join(open_.back(), place);
+        open_.pop_back();
+    }
+
+    Tokens& tokens_;
+    ExprMode mode_;
+    std::vector<std::size_t> open_;
+};
+
+// Finds the role of every token from what stands around it.
+class RoleFinder {
+public:
+    RoleFinder(Tokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+
+    void run() {
+        for (std::size_t place = 0; place < tokens_.size(); ++place) {
+            if (tokens_[place].role == ExprRole::Trivia) continue;
+            tokens_[place].role = roleOf(place);
+            advance(place);
+        }
+    }
+
+private:
+    // What has been read since the last token that can begin a declaration.
+    struct Segment {
+        bool isTypeSoFar = true;  // nothing but the words of a type
+        bool sawType = false;     // a word that is a type by itself
+        bool atTextStart = true;  // begins the text or a clause of it
+    };
+
+    int previousKind() const { return kindAt(tokens_, previous_); }
+    ExprRole previousRole() const { return tokens_[previous_].role; }
+
+    ExprRole roleOf(std::size_t place) const {
+        const ExprToken& token = tokens_[place];
+        const int kind = token.token.kind;
+        if (previous_ != kNoToken && previousKind() == Cpp::KeywordOperator && isOperatorName(place)) {
+            return ExprRole::Operand;
+        }
+        const bool isMatched = token.partner != kNoToken;
+        switch (kind) {
+            case Cpp::OpenParen:
+            case Cpp::OpenBracket: return isMatched ? ExprRole::GroupOpen : ExprRole::Operand;
+            case Cpp::CloseParen:
+            case Cpp::CloseBracket: return isMatched ? ExprRole::GroupClose : ExprRole::Operand;
+            case Cpp::OpenBrace: return isMatched && opensAggregate() ? ExprRole::BraceOpen : ExprRole::Operand;
+            case Cpp::CloseBrace:
+                return isMatched && tokens_[token.partner].role == ExprRole::BraceOpen ? ExprRole::BraceClose
+                                                                                       : ExprRole::Operand;
+            case Cpp::Less: return isMatched ? ExprRole::TemplateOpen : ExprRole::BinaryOperator;
+            case Cpp::Greater:
+            case Cpp::ShiftRight: return isMatched ? ExprRole::TemplateClose : ExprRole::BinaryOperator;
+            case Cpp::Comma:
+            case Cpp::Semicolon: return ExprRole::Separator;
+            case Cpp::Tilde: return ExprRole::UnaryOperator;
+            case Cpp::Exclamation: return ExprRole::UnaryOperator;
+            case Cpp::Asterisk:
+            case Cpp::Ampersand:
+            case Cpp::LogicalAnd: return roleOfStar(place);
+            case Cpp::Plus:
+            case Cpp::Minus: return followsOperand(place) ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+            case Cpp::Identifier: return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
+            default: return isOperatorKind(kind) ? ExprRole::BinaryOperator : ExprRole::Operand;
+        }
+    }
+
+    // The token behind "operator", and the ")" or "]" that belongs to it.
+    bool isOperatorName(std::size_t place) const {
+        const int kind = kindAt(tokens_, place);
+        return kind >= Cpp::Assign || kind == Cpp::Comma || kind == Cpp::OpenParen;
+    }
+
+    bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
+
+    ExprRole roleOfStar(std::size_t place) const {
+        const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
+        if (previous_ != kNoToken && previousRole() == ExprRole::Mark) return ExprRole::Mark;
+        if (previous_ == kNoToken) return isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+        if (isMark(place)) return ExprRole::Mark;
+        return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+    }
+
+    bool followsType() const {
+        const int kind = previousKind();
+        return kind == Cpp::Identifier || previousRole() == ExprRole::TemplateClose ||
+               isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) || kind == Cpp::KeywordUnsigned ||
+               kind == Cpp::KeywordSigned;
+    }
+
+    bool isMark(std::size_t place) const {
+        if (!followsType()) return false;
+        if (isBuiltinTypeKeyword(previousKind())) return true;
+        std::size_t next = nextPlace(tokens_, place);
+        while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
+            next = nextPlace(tokens_, next);
+        }
+        if (endsDeclarator(next)) return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
+        if (!segment_.isTypeSoFar || !segment_.sawType) return false;
+        const int kind = kindAt(tokens_, next);
+        if (kind == Cpp::OpenParen) return mode_ == ExprMode::Declaration && kindAt(tokens_, next + 1) == Cpp::Asterisk;
+        if (kind != Cpp::Identifier) return false;
+        const std::size_t behindName = nextPlace(tokens_, next);
+        if (mode_ == ExprMode::Declaration) return endsDeclaredName(behindName);
+        return segment_.atTextStart && kindAt(tokens_, behindName) == Cpp::Assign;
+    }
+
+    // Where no operand can follow, a "*" or "&" multiplies nothing.
+    bool endsDeclarator(std::size_t place) const {
+        switch (kindAt(tokens_, place)) {
+            case Trn::kEndKind:
+            case Cpp::CloseParen:
+            case Cpp::Comma:
+            case Cpp::Semicolon: return true;
+            case Cpp::Greater:
+            case Cpp::ShiftRight: return tokens_[place].partner != kNoToken;
+            default: return false;
+        }
+    }
+
+    bool endsDeclaredName(std::size_t place) const {
+        switch (kindAt(tokens_, place)) {
+            case Cpp::Assign:
+            case Cpp::Colon:
+            case Cpp::OpenBracket:
+            case Cpp::OpenParen: return true;
+            default: return endsDeclarator(place);
+        }
+    }
+
+    bool isDeclaredName(std::size_t place) const {
+        if (mode_ != ExprMode::Declaration || previous_ == kNoToken) return false;
+        if (!segment_.isTypeSoFar || !segment_.sawType || !followsType()) return false;
+        return endsDeclaredName(nextPlace(tokens_, place));
+    }
+
+    // Whether the token stands behind an operand, so that an operator there is a binary one.
+    bool followsOperand(std::size_t place) const {
+        if (previous_ == kNoToken) return false;
+        switch (previousRole()) {
+            case ExprRole::GroupClose: return !followsCast(place);
+            case ExprRole::TemplateClose:
+            case ExprRole::BraceClose:
+            case ExprRole::Name: return true;
+            case ExprRole::Operand: break;
+            default: return false;
+        }
+        switch (previousKind()) {
+            case Cpp::Identifier:
+            case Cpp::Number:
+            case Cpp::CharLiteral:
+            case Cpp::StringLiteral:
+            case Cpp::Unknown:
+            case Cpp::KeywordThis:
+            case Cpp::KeywordTrue:
+            case Cpp::KeywordFalse:
+            case Cpp::Increment:
+            case Cpp::Decrement:
+            case Cpp::CloseParen:
+            case Cpp::CloseBracket:
+            case Cpp::CloseBrace: return true;
+            default: return isBuiltinTypeKeyword(previousKind());
+        }
+    }
+
+    // `(T)-x`: whether the group in front is a cast. `(n) - x` may be either; there the input's own white
+    // space behind the operator tells what its writer meant.
+    bool followsCast(std::size_t place) const {
+        const std::size_t close = previous_;
+        const std::size_t open = tokens_[close].partner;
+        if (kindAt(tokens_, close) != Cpp::CloseParen || tokens_[open].followsCall) return false;
+        bool isOneName = true;
+        bool sawTypeWord = false;
+        int count = 0;
+        for (std::size_t inside = nextPlace(tokens_, open); inside < close; inside = nextPlace(tokens_, inside)) {
+            const ExprToken& token = tokens_[inside];
+            const int kind = token.token.kind;
+            if (inside > open + kLongestCast) return false;
+            if (token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
+                kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind)) {
+                sawTypeWord = true;
+            } else if (kind != Cpp::Identifier && token.role != ExprRole::TemplateOpen &&
+                       token.role != ExprRole::TemplateClose) {
+                if (!sawTypeWord) return false;
+            }
+            isOneName = isOneName && kind == Cpp::Identifier;
+            ++count;
+        }
+        if (count == 0) return false;
+        if (sawTypeWord) return true;
+        if (!isOneName || count > 1) return false;
+        const Trn::Token& mark = tokens_[place].token;
+        const std::size_t next = place + 1;
+        return next < tokens_.size() && tokens_[next].token.offset == mark.offset + mark.length;
+    }
+
+    void advance(std::size_t place) {
+        ExprToken& token = tokens_[place];
+        if (token.role == ExprRole::GroupOpen && previous_ != kNoToken) token.followsCall = isCallee();
+        if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
+            outer_.push_back(segment_);
+            segment_ = {};
+            segment_.atTextStart = false;
+        } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
+                   !outer_.empty()) {
+            const bool closesTwo = token.token.kind == Cpp::ShiftRight && outer_.size() > 1;
+            if (closesTwo) outer_.pop_back();
+            segment_ = outer_.back();
+            outer_.pop_back();
+            if (token.role == ExprRole::GroupClose) segment_.isTypeSoFar = false;
+        } else if (token.role == ExprRole::Separator) {
+            const bool isClause = token.token.kind == Cpp::Semicolon && outer_.empty();
+            segment_ = {};
+            segment_.atTextStart = isClause;
+        } else {
+            extendSegment(token);
+        }
+        previous_ = place;
+    }
+
+    bool isCallee() const {
+        const int kind = previousKind();
+        return previousRole() == ExprRole::Name || kind == Cpp::Identifier || kind == Cpp::KeywordSizeof ||
+               kind == Cpp::KeywordThrow || kind == Cpp::CloseBracket || previousRole() == ExprRole::GroupClose ||
+               previousRole() == ExprRole::TemplateClose;
+    }
+
+    void extendSegment(const ExprToken& token) {
+        const int kind = token.token.kind;
+        if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
+            kind == Cpp::KeywordSigned) {
+            segment_.sawType = true;
+            return;
+        }
+        const bool isModifier = kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion;
+        if (token.role != ExprRole::Mark && !isModifier) segment_.isTypeSoFar = false;
+    }
+
+    // Tokens; a group that holds more is no cast that anybody writes.
+    static constexpr std::size_t kLongestCast = 64;
+
+    Tokens& tokens_;
+    ExprMode mode_;
+    std::size_t previous_ = kNoToken;
+    Segment segment_;
+    std::vector<Segment> outer_;
+};
+
+}  // namespace
+
+void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens) {
+    tokens.clear();
+    Cpp::Lexer lexer(text);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        ExprToken& added = tokens.emplace_back();
+        added.token = token;
+        if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
+    }
+    BracketMatcher(tokens, mode).run();
+    RoleFinder(tokens, mode).run();
+}
+
+}  // namespace Tessel

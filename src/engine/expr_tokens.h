@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+#include <vector>
+
+#include "trn/token.h"
+
+namespace Tessel {
+
+// What a token does in an expression or a declaration text.
+enum class ExprRole : std::uint8_t {
+    Operand,         // names, literals, keywords, and all that has no role of its own
+    Trivia,          // a comment or directive
+    BinaryOperator,  // takes the scheme's white space; "?" and ":" too
+    UnaryOperator,   // stays with its operand
+    Mark,            // a "*" or "&" between a type and a name
+    Name,            // a declared name that directly follows its type
+    GroupOpen,       // "(" or "[" with its partner
+    GroupClose,
+    TemplateOpen,  // "<" with its partner
+    TemplateClose,
+    BraceOpen,  // the "{" of an "= {" with its partner
+    BraceClose,
+    Separator,  // "," or ";"
+};
+
+inline constexpr std::size_t kNoToken = std::numeric_limits<std::size_t>::max();
+
+struct ExprToken {
+    Trn::Token token;
+    ExprRole role = ExprRole::Operand;
+    bool followsCall = false;      // a GroupOpen behind a name, "sizeof", "throw" or a cast's ">"
+    std::size_t partner = kNoToken;  // of an open or close role
+};
+
+// Whether a text is read as an expression, or as a declaration in which marks and names stand behind types.
+enum class ExprMode { Expression, Declaration };
+
+// Lexes a text into `tokens` (which is cleared first) and finds every token's role. One pass over the text and
+// two over the tokens, whatever the nesting.
+void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens);
+
+}  // namespace Tessel

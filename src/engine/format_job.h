@@ -1,0 +1,30 @@
+#pragma once
+
+#include <iosfwd>
+#include <list>
+
+#include "engine/format_options.h"
+#include "engine/layout_passes.h"
+#include "engine/update_functor.h"
+#include "trn/diagnostic.h"
+
+namespace Tessel {
+
+// Runs the whole pipeline over one source text: parse, close protected regions, format and, when the scheme
+// asks for it, parse the result again and wrap its long lines. Has no state between calls.
+class FormatJob {
+public:
+    // `passes` is borrowed: the passes of the layer above that take part in a job.
+    explicit FormatJob(const LayoutPasses& passes) : passes_(passes) {}
+
+    // Returns 0 on success: then the formatted text, its lines ended by line feeds, stands in `out` and
+    // `diagnostics` is unchanged. Otherwise nothing has been written, and the result is the number of messages
+    // appended to `diagnostics`. Exceptions of the passes go through to the caller.
+    int format(const FormatOptions& options, std::istream& in, std::ostream& out,
+               std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const;
+
+private:
+    const LayoutPasses& passes_;
+};
+
+}  // namespace Tessel

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "scheme/property_set.h"
+
+namespace Tessel {
+
+// The comment bodies that open and close protected regions, in order of precedence.
+using MarkerPairs = std::vector<std::pair<std::string, std::string>>;
+
+// The marker pairs of the program. Built on first use.
+const MarkerPairs& protectedRegionMarkers();
+
+// What every pass is built from.
+struct FormatOptions {
+    PropertySet scheme;
+    MarkerPairs markers;
+};
+
+}  // namespace Tessel

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "cpp/token_kind.h"
+#include "trn/token.h"
+
+// What the passes ask about the kinds of tokens below the level of the tree.
+namespace Tessel {
+
+constexpr bool isOperatorKind(int kind) {
+    switch (kind) {
+        case Cpp::Colon:
+        case Cpp::Assign:
+        case Cpp::Asterisk:
+        case Cpp::Ampersand:
+        case Cpp::Slash:
+        case Cpp::Plus:
+        case Cpp::Minus:
+        case Cpp::Tilde: return true;
+        default: return kind >= Cpp::Percent && kind <= Cpp::Question;
+    }
+}
+
+constexpr bool isPointerMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand; }
+
+constexpr bool isLogicalAndOr(int kind) { return kind == Cpp::LogicalAnd || kind == Cpp::LogicalOr; }
+
+constexpr bool isBuiltinTypeKeyword(int kind) { return kind >= Cpp::KeywordChar && kind <= Cpp::KeywordVoid; }
+
+constexpr bool isAssignmentKind(int kind) {
+    return kind == Trn::kEndKind || kind == Cpp::Assign ||
+           (kind >= Cpp::AsteriskAssign && kind <= Cpp::BarAssign);
+}
+
+constexpr bool isCastKeyword(int kind) {
+    return kind >= Cpp::KeywordStaticCast && kind <= Cpp::KeywordReinterpretCast;
+}
+
+}  // namespace Tessel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string_view>
+
+#include "engine/optional_text.h"
+#include "scheme/property_set.h"
+
+// Reading a scheme's values into the settings of a pass.
+namespace Tessel {
+
+OptionalText readText(const PropertySet& scheme, std::string_view key);
+// False when the key is absent.
+bool readSwitch(const PropertySet& scheme, std::string_view key);
+int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent);
+// TAB_SIZE; never negative.
+int readTabSize(const PropertySet& scheme);
+
+// Completes a scheme before a pass reads it: values that the passes rely on, where the scheme lacks them.
+void applySchemeDefaults(PropertySet& scheme);
+
+}  // namespace Tessel

@@ -1,0 +1,45 @@
+#include "engine/source_copy.h"
+
+#include "textstream/itext_doc_stream.h"
+#include "textstream/oindent_stream.h"
+
+namespace Tessel {
+
+std::string_view readThrough(Zelmor::ITextDocStream& in, Trn::Position position) {
+    return in.readTo(position.line, position.column);
+}
+
+std::string_view readGap(Zelmor::ITextDocStream& in, Trn::Position start) {
+    const std::string_view read = readThrough(in, start);
+    const bool tookTokenStart = !read.empty() && in.line() == static_cast<int>(start.line) &&
+                                in.column() == static_cast<int>(start.column);
+    if (!tookTokenStart) return read;
+    in.unget();
+    return read.substr(0, read.size() - 1);
+}
+
+bool copyGap(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Trn::Position start) {
+    out.write(readGap(in, start));
+    return in.good();
+}
+
+bool copyThrough(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Trn::Position position) {
+    out.write(readThrough(in, position));
+    return in.good();
+}
+
+void copyGapVerbatim(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Trn::Position start) {
+    out.writeVerbatim(readGap(in, start));
+}
+
+void copyThroughVerbatim(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Trn::Position position) {
+    out.writeVerbatim(readThrough(in, position));
+}
+
+void skipGap(Zelmor::ITextDocStream& in, Trn::Position start) { readGap(in, start); }
+
+void skipTo(Zelmor::ITextDocStream& in, Trn::Position position) { readThrough(in, position); }
+
+std::string_view restOfInput(Zelmor::ITextDocStream& in) { return in.rest(); }
+
+}  // namespace Tessel

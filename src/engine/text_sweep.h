@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+#include "textstream/oindent_stream.h"
+
+namespace Tessel {
+
+// One forward sweep over the tokens of a text: each step writes the gap in front of a token, as it stands or
+// with its white space replaced, and then the token. A gap counts as written once: writing it again writes
+// nothing.
+class TextSweep {
+public:
+    TextSweep(std::string_view text, const std::vector<ExprToken>& tokens, Zelmor::OIndentBuf& out)
+        : text_(text), tokens_(tokens), out_(out) {}
+
+    bool atEnd() const { return place_ >= tokens_.size(); }
+    std::size_t place() const { return place_; }
+    const ExprToken& current() const { return tokens_[place_]; }
+    int currentKind() const { return atEnd() ? Trn::kEndKind : current().token.kind; }
+    std::string_view currentText() const { return textOf(current().token); }
+
+    // What lies between the text written last and the current token, or the end of the text.
+    std::string_view gap() const;
+    // The same, taken as written.
+    std::string_view takeGap();
+    void writeGap() { out_.write(takeGap()); }
+    // The gap with its trailing white space replaced. The line end of a comment or directive that has just been
+    // written stays; `wanted` then only counts as far as it asks for more line feeds.
+    void writeGapWith(std::string_view wanted);
+
+    void writeToken();
+    // Moves behind the current token, which has been written.
+    void passToken();
+
+private:
+    std::string_view textOf(const Trn::Token& token) const { return text_.substr(token.offset, token.length); }
+
+    std::string_view text_;
+    const std::vector<ExprToken>& tokens_;
+    Zelmor::OIndentBuf& out_;
+    std::size_t place_ = 0;
+    std::size_t written_ = 0;
+    bool endedLine_ = false;  // the token written last ended its line
+};
+
+}  // namespace Tessel

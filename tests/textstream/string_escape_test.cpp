@@ -1,0 +1,46 @@
+#include "textstream/string_escape.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+std::string escaped(std::string text) {
+    Zelmor::escape(text);
+    return text;
+}
+
+std::string unescaped(std::string text) {
+    Zelmor::unescape(text);
+    return text;
+}
+
+TEST(StringEscape, EscapesExactlyTheCharactersThatNeedIt) {
+    EXPECT_EQ(escaped("a\tb\nc\vd\re\"f'g\\h"), R"(a\tb\nc\vd\re\"f\'g\\h)");
+    EXPECT_EQ(escaped(R"(\n)"), R"(\\n)");
+    EXPECT_EQ(escaped("\f\a\x1b"), "\f\a\x1b");
+}
+
+TEST(StringEscape, UnescapeDropsBackslashesWithoutMeaning) {
+    EXPECT_EQ(unescaped(R"(a\qb)"), "aqb");
+    EXPECT_EQ(unescaped("end\\"), "end");
+    EXPECT_EQ(unescaped(R"(\\\)"), "\\");
+}
+
+TEST(StringEscape, UnescapeUndoesEscapeForEveryPairOfBytes) {
+    for (int first = 0; first < 256; ++first) {
+        for (int second = 0; second < 256; ++second) {
+            const std::string text{static_cast<char>(first), static_cast<char>(second)};
+            ASSERT_EQ(unescaped(escaped(text)), text) << first << ' ' << second;
+        }
+    }
+}
+
+TEST(FormatString, HasNoLengthLimit) {
+    const std::string name(100000, 'x');
+    EXPECT_EQ(Zelmor::formatString("<%s|%d>", name.c_str(), 42), "<" + name + "|42>");
+    EXPECT_EQ(Zelmor::formatString("%s", ""), "");
+}
+
+}  // namespace
