@@ -1,0 +1,93 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "textstream/otext_doc_buf.h"
+
+namespace Zelmor {
+
+class OIndentBuf;
+class OIndentStream;
+
+// All that it takes to continue writing exactly where a stream stands.
+struct IndentState {
+    IndentState() = default;
+    explicit IndentState(const OIndentBuf& out);
+    explicit IndentState(const OIndentStream& out);
+
+    std::string indent;
+    bool keepLeadingSpace = false;
+    int tabMode = KeepTabs;
+    int tabSize = 1;
+    int line = 1;
+    int column = 0;
+};
+
+// Writes the current indentation in front of the first character of every line; a line that is only a line
+// feed gets none. White space offered at the start of a line is dropped unless it is to be kept, behind the
+// indentation. Text that starts at a column other than 0 has no line start on its first line.
+class OIndentBuf : public OTextDocBuf {
+public:
+    // Collects text from the state's position on.
+    explicit OIndentBuf(IndentState state);
+    // Passes text on to `target`, which is borrowed.
+    OIndentBuf(std::streambuf* target, std::string indent, bool keepLeadingSpace, TextLayout layout);
+
+    const std::string& indent() const { return indent_; }
+    bool keepLeadingSpace() const { return keepLeadingSpace_; }
+    // Count from the next character on.
+    void setIndent(std::string indent) { indent_ = std::move(indent); }
+    void setKeepLeadingSpace(bool keepLeadingSpace) { keepLeadingSpace_ = keepLeadingSpace; }
+
+    // The result is that of writing the characters one at a time. Says how many have been taken: all of them
+    // unless the write has failed.
+    std::size_t write(std::string_view text);
+    // With leading white space kept.
+    std::size_t writeVerbatim(std::string_view text);
+
+protected:
+    int_type overflow(int_type c) override;
+    std::streamsize xsputn(const char* text, std::streamsize size) override;
+
+private:
+    friend class IndentScope;
+
+    std::string indent_;
+    bool keepLeadingSpace_;
+};
+
+// Another indentation for the time of a scope.
+class IndentScope {
+public:
+    IndentScope(OIndentBuf& out, std::string indent) : out_(out), saved_(std::move(indent)) {
+        out_.indent_.swap(saved_);
+    }
+    IndentScope(OIndentStream& out, std::string indent);
+    IndentScope(const IndentScope&) = delete;
+    IndentScope& operator=(const IndentScope&) = delete;
+    ~IndentScope() { out_.indent_.swap(saved_); }
+
+private:
+    OIndentBuf& out_;
+    std::string saved_;
+};
+
+// Leading white space kept, or dropped, for the time of a scope.
+class LeadingSpaceScope {
+public:
+    LeadingSpaceScope(OIndentBuf& out, bool keepLeadingSpace) : out_(out), saved_(out.keepLeadingSpace()) {
+        out_.setKeepLeadingSpace(keepLeadingSpace);
+    }
+    LeadingSpaceScope(OIndentStream& out, bool keepLeadingSpace);
+    LeadingSpaceScope(const LeadingSpaceScope&) = delete;
+    LeadingSpaceScope& operator=(const LeadingSpaceScope&) = delete;
+    ~LeadingSpaceScope() { out_.setKeepLeadingSpace(saved_); }
+
+private:
+    OIndentBuf& out_;
+    bool saved_;
+};
+
+}  // namespace Zelmor

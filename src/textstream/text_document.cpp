@@ -1,0 +1,74 @@
+#include "textstream/text_document.h"
+
+#include <algorithm>
+#include <istream>
+
+namespace Zelmor {
+
+namespace {
+
+constexpr std::size_t kFirstBlock = 64 * 1024;
+
+void normalizeLineEnds(std::string& text) {
+    std::size_t carriageReturn = text.find('\r');
+    std::size_t kept = carriageReturn;
+    while (carriageReturn != std::string::npos) {
+        text[kept++] = '\n';
+        std::size_t from = carriageReturn + 1;
+        if (from < text.size() && text[from] == '\n') ++from;
+        carriageReturn = text.find('\r', from);
+        const std::size_t to = std::min(carriageReturn, text.size());
+        std::copy(text.data() + from, text.data() + to, text.data() + kept);
+        kept += to - from;
+    }
+    if (kept != std::string::npos) text.resize(kept);
+}
+
+}  // namespace
+
+TextDocument::TextDocument(std::string text) : text_(std::move(text)) {
+    normalizeLineEnds(text_);
+    findLineStarts();
+}
+
+void TextDocument::findLineStarts() {
+    lineStarts_.assign(1, 0);
+    for (std::size_t lineFeed = text_.find('\n'); lineFeed != std::string::npos;
+         lineFeed = text_.find('\n', lineFeed + 1)) {
+        lineStarts_.push_back(lineFeed + 1);
+    }
+}
+
+std::size_t TextDocument::offsetOf(int line, int column) const {
+    if (line < 1) return 0;
+    const auto index = static_cast<std::size_t>(line) - 1;
+    if (index >= lineStarts_.size()) return text_.size();
+    const std::size_t start = lineStarts_[index];
+    const std::size_t end = index + 1 < lineStarts_.size() ? lineStarts_[index + 1] : text_.size();
+    return std::min(start + static_cast<std::size_t>(std::max(column, 0)), end);
+}
+
+TextPosition TextDocument::positionOf(std::size_t offset) const {
+    const auto next = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
+    return {static_cast<int>(next - lineStarts_.begin()), static_cast<int>(offset - *std::prev(next))};
+}
+
+void TextDocument::replaceCharacter(std::size_t offset, char c) {
+    const bool changesLines = (text_[offset] == '\n') != (c == '\n');
+    text_[offset] = c;
+    if (changesLines) findLineStarts();
+}
+
+std::string readAll(std::istream& in) {
+    std::string text;
+    std::size_t size = 0;
+    while (in.good()) {
+        text.resize(size + std::max(kFirstBlock, size));
+        in.read(text.data() + size, static_cast<std::streamsize>(text.size() - size));
+        size += static_cast<std::size_t>(in.gcount());
+    }
+    text.resize(size);
+    return text;
+}
+
+}  // namespace Zelmor

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Zelmor {
+
+// Lines count from 1, columns from 0 in characters, a tab counting as one.
+struct TextPosition {
+    int line = 1;
+    int column = 0;
+};
+
+// One text in one piece of memory, with all line ends made line feeds, and a table of where its lines start.
+// Views of the text live as long as the document.
+class TextDocument {
+public:
+    // CR LF and a lone CR each become one LF.
+    explicit TextDocument(std::string text);
+    TextDocument(const TextDocument&) = delete;
+    TextDocument& operator=(const TextDocument&) = delete;
+
+    std::string_view text() const { return text_; }
+    std::size_t size() const { return text_.size(); }
+
+    // At least 1. A text that ends in a line feed has an empty last line.
+    int lineCount() const { return static_cast<int>(lineStarts_.size()); }
+
+    // A place beyond the end of its line is the start of the next one, a line beyond the last is the text's
+    // end.
+    std::size_t offsetOf(int line, int column) const;
+    // By binary search in the lines. `offset` is at most the text's size.
+    TextPosition positionOf(std::size_t offset) const;
+
+    // `c` stands for itself, a CR too.
+    void replaceCharacter(std::size_t offset, char c);
+
+private:
+    void findLineStarts();
+
+    std::string text_;
+    std::vector<std::size_t> lineStarts_;
+};
+
+// Reads everything that remains, in big blocks. A failure to read sets the stream's badbit.
+std::string readAll(std::istream& in);
+
+}  // namespace Zelmor
