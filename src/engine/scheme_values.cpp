@@ -9,59 +9,63 @@ namespace Tessel {
 
 namespace {
 
-bool isMissing(const PropertySet& scheme, std::string_view key) { return !scheme.contains(std::string(key)); }
-
-void setWhenMissing(PropertySet& scheme, std::string_view key, int value) {
-    if (isMissing(scheme, key)) scheme.setInt(std::string(key), value);
+bool isMissing(const PropertySet& scheme, std::string_view key) {
+    return !scheme.contains(key);
 }
 
-void setWhenMissing(PropertySet& scheme, std::string_view key, const std::string& value) {
-    if (isMissing(scheme, key)) scheme.setString(std::string(key), value);
+void setWhenMissing(PropertySet& scheme, std::string_view key, int value) {
+    if (isMissing(scheme, key)) scheme.setInt(key, value);
+}
+
+void setWhenMissing(PropertySet& scheme, std::string_view key, std::string_view value) {
+    if (isMissing(scheme, key)) scheme.setString(key, value);
 }
 
 }  // namespace
 
 OptionalText readText(const PropertySet& scheme, std::string_view key) {
     OptionalText value;
-    value.present = scheme.getString(std::string(key), value.text);
+    value.present = scheme.getString(key, value.text);
     return value;
 }
 
 bool readSwitch(const PropertySet& scheme, std::string_view key) {
     bool value = false;
-    scheme.getBool(std::string(key), value);
+    scheme.getBool(key, value);
     return value;
 }
 
 int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent) {
     int value = whenAbsent;
-    scheme.getInt(std::string(key), value);
+    scheme.getInt(key, value);
     return value;
 }
 
-int readTabSize(const PropertySet& scheme) { return std::max(readInt(scheme, Keys::TAB_SIZE, 1), 0); }
+int readTabSize(const PropertySet& scheme) {
+    return std::max(readInt(scheme, Keys::TAB_SIZE, 1), 0);
+}
 
 void applySchemeDefaults(PropertySet& scheme) {
     constexpr int asInInput = -1;
     setWhenMissing(scheme, Keys::ASTERISK_ANCHOR, asInInput);
     setWhenMissing(scheme, Keys::AMPERSAND_ANCHOR, asInInput);
     setWhenMissing(scheme, Keys::TAB_SIZE, 1);
-    setWhenMissing(scheme, Keys::WS_AFTER_PARAM_TYPE_ID, std::string(" "));
+    setWhenMissing(scheme, Keys::WS_AFTER_PARAM_TYPE_ID, " ");
 
     // A type and the name behind it must not run into each other; with an anchor gap, marks move away from
     // between them, so that the gap has to be there.
     const bool hasAnchorGap = !isMissing(scheme, Keys::WS_BETWEEN_AMPERSAND_ANCHOR) ||
                               !isMissing(scheme, Keys::WS_BETWEEN_ASTERISK_ANCHOR);
-    for (const std::string_view key :
-         {Keys::WS_AFTER_DD_TYPE_ID, Keys::WS_AFTER_FN_DECL_RETURN_TYPE, Keys::WS_AFTER_FN_DEFN_RETURN_TYPE}) {
+    for (const std::string_view key : {Keys::WS_AFTER_DD_TYPE_ID, Keys::WS_AFTER_FN_DECL_RETURN_TYPE,
+                                       Keys::WS_AFTER_FN_DEFN_RETURN_TYPE}) {
         std::string value;
-        const bool isEmpty = scheme.getString(std::string(key), value) && value.empty();
-        if (isEmpty || (hasAnchorGap && isMissing(scheme, key))) scheme.setString(std::string(key), " ");
+        const bool isEmpty = scheme.getString(key, value) && value.empty();
+        if (isEmpty || (hasAnchorGap && isMissing(scheme, key))) scheme.setString(key, " ");
     }
 
     setWhenMissing(scheme, Keys::CONVERT_WS, 0);
     if (readSwitch(scheme, Keys::LINE_WRAP)) {
-        setWhenMissing(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS, std::string(" "));
+        setWhenMissing(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " ");
     }
     setWhenMissing(scheme, Keys::EXPR_WRAP_STYLE, 1);
 }

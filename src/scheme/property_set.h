@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "trn/exception.h"
+
+namespace Tessel {
+
+// A property was set or erased under a name that no scheme file could hold.
+class InvalidPropertyName : public Trn::Exception {
+public:
+    InvalidPropertyName() : Exception("Invalid name for a Property.") {}
+};
+
+// One formatting scheme: a name, and values by key. Booleans, integers and strings are kept apart: a key may
+// be present in more than one type, and each getter sees only its own.
+//
+// The text form, one property set to a file:
+//
+//     Tessel::PropertySet
+//     1
+//     "allman"
+//     1 LINE_WRAP 0
+//     2 TAB_SIZE 4
+//     3 WS_BEFORE_FN_OPEN_BRACE "\n"
+//
+// The first line says what the file is, the second is the version of the form, the third the scheme's name,
+// as it is. Then come the properties: type (1 boolean, 2 integer, 3 string), key, value. Blank lines, and
+// lines that start with "#", mean nothing anywhere.
+class PropertySet {
+public:
+    PropertySet() = default;
+    explicit PropertySet(const std::string& name) : name_(name) {}
+    // Reads the set from its text form; failure shows in the stream's state, and leaves the set empty.
+    explicit PropertySet(std::istream& in) { read(in); }
+
+    std::string getName() const { return name_; }
+    unsigned size() const;
+    // Every key: those of booleans, of integers, of strings, each group sorted.
+    std::vector<std::string> names() const;
+    bool contains(std::string_view key) const;
+
+    // True when the key has a value of that type, which is then stored in `value`.
+    bool getBool(std::string_view key, bool& value) const;
+    bool getInt(std::string_view key, int& value) const;
+    bool getString(std::string_view key, std::string& value) const;
+
+    // Insert or overwrite. An empty key, or one that holds white space, throws InvalidPropertyName.
+    void setBool(std::string_view key, bool value);
+    void setInt(std::string_view key, int value);
+    void setString(std::string_view key, std::string_view value);
+
+    // Removes the key from the first of strings, integers and booleans that holds it; false when none does.
+    // Throws InvalidPropertyName like the setters.
+    bool erase(std::string_view key);
+
+    void write(std::ostream& out) const;
+    // Replaces the whole set by what the stream holds up to its end. Where that is no property set, the
+    // stream is marked failed and the set stays as it is.
+    void read(std::istream& in);
+
+    void swap(PropertySet& other) noexcept;
+
+private:
+    template <typename Value>
+    using ValueMap = std::map<std::string, Value, std::less<>>;
+
+    bool readProperty(std::string_view line);
+
+    std::string name_;
+    int version_ = 1;
+    ValueMap<bool> booleans_;
+    ValueMap<int> integers_;
+    ValueMap<std::string> strings_;
+};
+
+}  // namespace Tessel

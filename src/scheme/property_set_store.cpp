@@ -1,0 +1,167 @@
+#include "scheme/property_set_store.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+#include <utility>
+
+#include "scheme/replace_file.h"
+
+namespace TesselUI {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view EXTENSION = ".vts";
+constexpr std::size_t MAX_FILE_NAME = 255;  // bytes, the limit of the usual file systems
+
+// The first entry whose name is not before `name`.
+template <typename Entries>
+auto position(Entries& entries, std::string_view name) {
+    return std::lower_bound(entries.begin(), entries.end(), name,
+                            [](const PropertySetStore::Entry& entry, std::string_view wanted) {
+                                return entry.scheme.getName() < wanted;
+                            });
+}
+
+template <typename Entries>
+auto findEntry(Entries& entries, std::string_view name) {
+    const auto found = position(entries, name);
+    return found != entries.end() && found->scheme.getName() == name ? found : entries.end();
+}
+
+// A link that leads nowhere is not there. What cannot be examined counts as a file, so that reading it
+// reports the problem.
+bool mayHoldScheme(const fs::directory_entry& entry) {
+    std::error_code error;
+    const fs::file_type type = entry.status(error).type();
+    return type == fs::file_type::regular || type == fs::file_type::none;
+}
+
+Tessel::PropertySet readScheme(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    Tessel::PropertySet scheme(in);
+    if (in.fail()) throw PropertySetStore::ReadError(path);
+    return scheme;
+}
+
+void replaceAll(std::string& text, std::string_view what, std::string_view with) {
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
+        text.replace(at, what.size(), with);
+    }
+}
+
+// The name cut to a number of bytes, but not within a UTF-8 character.
+std::string_view cut(std::string_view name, std::size_t length) {
+    if (name.size() <= length) return name;
+    while (length > 0 && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80) --length;
+    return name.substr(0, length);
+}
+
+std::string fileNameOf(std::string_view name, const std::string& ending) {
+    std::string fileName(cut(name, MAX_FILE_NAME - ending.size()));
+    fileName += ending;
+    for (char& character : fileName) {
+        if (std::string_view("<>:\\/|").find(character) != std::string_view::npos) character = '_';
+    }
+    replaceAll(fileName, "..", "_");
+    std::replace(fileName.begin(), fileName.end(), '?', '_');
+    return fileName;
+}
+
+}  // namespace
+
+PropertySetStore::PropertySetStore(std::string directory) : path_(std::move(directory)) {
+    if (!path_.empty() && path_.back() != '/') path_ += '/';
+}
+
+void PropertySetStore::read() {
+    if (path_.empty()) return;
+    PropertySetStore fresh(path_);
+    for (const std::string& fileName : findPSFiles(path_)) {
+        const std::string path = path_ + fileName;
+        Entry entry{isReadOnlyFile(path), readScheme(path)};
+        std::string name = entry.scheme.getName();
+        if (fresh.addEntry(std::move(entry))) {
+            fresh.fileNames_.emplace(fileName, std::move(name));
+        } else {
+            fresh.hiddenFiles_.insert(fileName);
+        }
+    }
+    *this = std::move(fresh);
+}
+
+void PropertySetStore::write() const {
+    if (path_.empty()) return;
+    for (const std::string& fileName : findPSFiles(path_)) {
+        if (knowsFile(fileName) || isReadOnlyFile(path_ + fileName)) continue;
+        std::error_code staysInPlace;
+        fs::remove(path_ + fileName, staysInPlace);
+    }
+    for (const auto& [fileName, name] : fileNames_) {
+        const const_iterator entry = find(name);
+        if (entry == end() || entry->readOnly) continue;
+        std::ostringstream text;
+        entry->scheme.write(text);
+        if (!replaceFile(path_ + fileName, text.view())) throw WriteError(path_ + fileName);
+    }
+}
+
+int PropertySetStore::count(std::string_view name) const {
+    return find(name) == end() ? 0 : 1;
+}
+
+PropertySetStore::iterator PropertySetStore::find(std::string_view name) {
+    return findEntry(entries_, name);
+}
+
+PropertySetStore::const_iterator PropertySetStore::find(std::string_view name) const {
+    return findEntry(entries_, name);
+}
+
+void PropertySetStore::insert(const Tessel::PropertySet& scheme) {
+    if (!addEntry({false, scheme})) return;
+    fileNames_.emplace(validFilename(scheme.getName()), scheme.getName());
+}
+
+void PropertySetStore::erase(std::string_view name) {
+    const iterator entry = find(name);
+    if (entry == end() || entry->readOnly) return;
+    std::erase_if(fileNames_, [&](const auto& file) { return file.second == name; });
+    entries_.erase(entry);
+}
+
+std::set<std::string> PropertySetStore::findPSFiles(const std::string& directory) {
+    std::set<std::string> fileNames;
+    std::error_code error;
+    for (fs::directory_iterator file(directory, error), last; !error && file != last; file.increment(error)) {
+        std::string fileName = file->path().filename().string();
+        if (fileName.ends_with(EXTENSION) && mayHoldScheme(*file)) fileNames.insert(std::move(fileName));
+    }
+    return fileNames;
+}
+
+std::string PropertySetStore::validFilename(std::string_view name) const {
+    std::string fileName = fileNameOf(name, std::string(EXTENSION));
+    for (int number = 1; knowsFile(fileName); ++number) {
+        fileName = fileNameOf(name, '_' + std::to_string(number) + std::string(EXTENSION));
+    }
+    return fileName;
+}
+
+bool PropertySetStore::addEntry(Entry entry) {
+    const std::string name = entry.scheme.getName();
+    const iterator place = position(entries_, name);
+    if (place != end() && place->scheme.getName() == name) return false;
+    entries_.insert(place, std::move(entry));
+    return true;
+}
+
+bool PropertySetStore::knowsFile(const std::string& fileName) const {
+    return fileNames_.contains(fileName) || hiddenFiles_.contains(fileName);
+}
+
+}  // namespace TesselUI

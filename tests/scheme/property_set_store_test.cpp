@@ -1,0 +1,191 @@
+#include "scheme/property_set_store.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+#include <vector>
+
+#include "temporary_directory.h"
+
+namespace {
+
+using Tessel::PropertySet;
+using TesselUI::PropertySetStore;
+using testing::ElementsAre;
+using testing::IsEmpty;
+namespace fs = std::filesystem;
+
+std::string schemeText(const std::string& name, const std::string& properties = "") {
+    return "Tessel::PropertySet\n1\n\"" + name + "\"\n" + properties;
+}
+
+PropertySetStore readStore(const TemporaryDirectory& directory) {
+    PropertySetStore store(directory.path());
+    store.read();
+    return store;
+}
+
+std::vector<std::string> names(const PropertySetStore& store) {
+    std::vector<std::string> result;
+    for (const PropertySetStore::Entry& entry : store) result.push_back(entry.scheme.getName());
+    return result;
+}
+
+TEST(PropertySetStore, KnowsSchemesByTheNameInTheFile) {
+    TemporaryDirectory directory;
+    directory.put("a.vts", schemeText("zeta"));
+    directory.put("b.vts", schemeText("alpha"));
+    directory.put("notes.txt", "no scheme");
+    directory.put("c.vts.bak", "no scheme");
+    const PropertySetStore store = readStore(directory);
+    EXPECT_THAT(names(store), ElementsAre("alpha", "zeta"));
+    EXPECT_EQ(store.count("zeta"), 1);
+    EXPECT_EQ(store.count("Zeta"), 0);
+    EXPECT_EQ(store.count("a"), 0);
+    EXPECT_EQ(store.find("ze"), store.end());
+}
+
+TEST(PropertySetStore, IsEmptyWithoutADirectory) {
+    TemporaryDirectory directory;
+    for (const std::string& path : {std::string(), directory.path(), directory.path("missing")}) {
+        PropertySetStore store(path);
+        store.read();
+        EXPECT_THAT(names(store), IsEmpty());
+    }
+    EXPECT_THAT(PropertySetStore::findPSFiles(""), IsEmpty());
+}
+
+TEST(PropertySetStore, ReadsNothingButFiles) {
+    TemporaryDirectory directory;
+    directory.put("elsewhere/real", schemeText("linked"));
+    directory.put("folder.vts/inner.vts", schemeText("inner"));
+    fs::create_symlink("elsewhere/real", directory.path("link.vts"));
+    fs::create_symlink("nowhere", directory.path(".#lock.vts"));
+    ASSERT_EQ(::mkfifo(directory.path("pipe.vts").c_str(), 0600), 0);
+    PropertySetStore store = readStore(directory);
+    EXPECT_THAT(names(store), ElementsAre("linked"));
+
+    store.find("linked")->scheme.setInt("N", 1);
+    store.write();
+    EXPECT_EQ(directory.get("elsewhere/real"), schemeText("linked", "2 N 1\n"));
+    EXPECT_TRUE(fs::is_symlink(directory.path("link.vts")));
+    EXPECT_TRUE(directory.has("folder.vts/inner.vts"));
+    EXPECT_TRUE(directory.has("pipe.vts"));
+}
+
+TEST(PropertySetStore, KeepsItsContentWhenAFileIsBroken) {
+    TemporaryDirectory directory;
+    directory.put("a.vts", schemeText("a"));
+    PropertySetStore store = readStore(directory);
+    directory.put("a.vts", schemeText("other"));
+    directory.put("b.vts", schemeText("b", "9 KEY 1\n"));
+    try {
+        store.read();
+        ADD_FAILURE() << "read a broken scheme";
+    } catch (const PropertySetStore::ReadError& error) {
+        EXPECT_EQ(error.path(), directory.path("b.vts"));
+    }
+    EXPECT_THAT(names(store), ElementsAre("a"));
+}
+
+TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
+    TemporaryDirectory directory;
+    directory.put("changed.vts", schemeText("changed", "# a comment\n3 A x"));
+    directory.put("erased.vts", schemeText("erased"));
+    directory.put("other.txt", "text");
+    PropertySetStore store = readStore(directory);
+    store.erase("erased");
+    store.erase("unknown");
+    store.insert(PropertySet("a/b"));
+    directory.put("stray.vts", "no scheme");
+    store.write();
+    EXPECT_EQ(directory.get("changed.vts"), schemeText("changed", "3 A \"x\"\n"));
+    EXPECT_EQ(directory.get("a_b.vts"), schemeText("a/b"));
+    EXPECT_FALSE(directory.has("erased.vts"));
+    EXPECT_FALSE(directory.has("stray.vts"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 3);
+    EXPECT_THAT(names(readStore(directory)), ElementsAre("a/b", "changed"));
+}
+
+TEST(PropertySetStore, LeavesReadOnlyFilesAlone) {
+    TemporaryDirectory directory;
+    const std::string text = schemeText("kept", "# by hand\n2  N  1\n");
+    directory.put("kept.vts", text);
+    directory.makeReadOnly("kept.vts");
+    PropertySetStore store = readStore(directory);
+    ASSERT_TRUE(store.find("kept")->readOnly);
+    store.erase("kept");
+    EXPECT_EQ(store.count("kept"), 1);
+    store.find("kept")->scheme.setInt("N", 2);
+    store.write();
+    EXPECT_EQ(directory.get("kept.vts"), text);
+
+    PropertySetStore(directory.path()).write();
+    EXPECT_EQ(directory.get("kept.vts"), text);
+}
+
+TEST(PropertySetStore, OfTwoSchemesWithOneNameTheFirstFileCounts) {
+    TemporaryDirectory directory;
+    const std::string hidden = schemeText("same", "2 N 2\n");
+    directory.put("a.vts", schemeText("same", "2 N 1\n"));
+    directory.put("b.vts", hidden);
+    PropertySetStore store = readStore(directory);
+    int number = 0;
+    store.find("same")->scheme.getInt("N", number);
+    EXPECT_EQ(number, 1);
+
+    store.find("same")->scheme.setInt("N", 3);
+    store.insert(PropertySet("b"));
+    store.insert(PropertySet("same"));
+    store.write();
+    EXPECT_EQ(directory.get("a.vts"), schemeText("same", "2 N 3\n"));
+    EXPECT_EQ(directory.get("b.vts"), hidden);
+    EXPECT_EQ(directory.get("b_1.vts"), schemeText("b"));
+}
+
+TEST(PropertySetStore, KeepsPermissionsAndReportsWhatItCannotWrite) {
+    TemporaryDirectory directory;
+    directory.put("a.vts", schemeText("a"));
+    fs::permissions(directory.path("a.vts"), fs::perms(0640));
+    PropertySetStore store = readStore(directory);
+    store.write();
+    EXPECT_EQ(fs::status(directory.path("a.vts")).permissions(), fs::perms(0640));
+
+    store.insert(PropertySet("folder"));
+    directory.put("folder.vts/file", "");
+    try {
+        store.write();
+        ADD_FAILURE() << "replaced a folder by a file";
+    } catch (const PropertySetStore::WriteError& error) {
+        EXPECT_EQ(error.path(), directory.path("folder.vts"));
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 2);
+}
+
+TEST(PropertySetStore, FindsValidFileNames) {
+    PropertySetStore store("");
+    EXPECT_EQ(store.validFilename("a/b:c?"), "a_b_c_.vts");
+    EXPECT_EQ(store.validFilename("<>\\|x..y"), "____x_y.vts");
+    EXPECT_EQ(store.validFilename("abc."), "abc_vts");
+    EXPECT_EQ(store.validFilename(std::string(300, 'x')), std::string(251, 'x') + ".vts");
+
+    const std::string umlauts = [] {
+        std::string text = "x";
+        for (int i = 0; i < 200; ++i) text += "\u00e4";
+        return text;
+    }();
+    EXPECT_EQ(store.validFilename(umlauts), umlauts.substr(0, 251) + ".vts");
+    EXPECT_EQ(store.validFilename('x' + umlauts), 'x' + umlauts.substr(0, 249) + ".vts");
+
+    store.insert(PropertySet("a:b"));
+    store.insert(PropertySet("a/b"));
+    EXPECT_EQ(store.validFilename("a|b"), "a_b_2.vts");
+    store.insert(PropertySet(std::string(300, 'x')));
+    EXPECT_EQ(store.validFilename(std::string(301, 'x')), std::string(249, 'x') + "_1.vts");
+    store.erase("a:b");
+    EXPECT_EQ(store.validFilename("a|b"), "a_b.vts");
+}
+
+}  // namespace

@@ -1,0 +1,163 @@
+#include "scheme/property_set.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+namespace {
+
+using Tessel::PropertySet;
+using testing::ElementsAre;
+
+const std::string HEAD = "Tessel::PropertySet\n1\n\"s\"\n";
+
+std::string written(const PropertySet& set) {
+    std::ostringstream out;
+    set.write(out);
+    return out.str();
+}
+
+std::string textOf(const PropertySet& set, std::string_view key) {
+    std::string value = "absent";
+    set.getString(key, value);
+    return value;
+}
+
+PropertySet parsed(const std::string& text) {
+    std::istringstream in(text);
+    PropertySet set(in);
+    EXPECT_FALSE(in.fail()) << text;
+    return set;
+}
+
+// The set is not to change when the text is refused.
+bool isRefused(const std::string& text) {
+    std::istringstream in(text);
+    PropertySet set("kept");
+    set.setInt("OLD", 7);
+    set.read(in);
+    if (!in.fail()) return false;
+    EXPECT_EQ(set.getName(), "kept");
+    EXPECT_THAT(set.names(), ElementsAre("OLD"));
+    return true;
+}
+
+TEST(PropertySet, WritesPropertiesByTypeAndKey) {
+    PropertySet set("my scheme");
+    set.setString("b", "\n\t\"'\\");
+    set.setString("B", "");
+    set.setInt("z", -12);
+    set.setInt("a", 2147483647);
+    set.setBool("on", true);
+    set.setBool("off", false);
+    EXPECT_EQ(written(set),
+              "Tessel::PropertySet\n1\n\"my scheme\"\n1 off 0\n1 on 1\n2 a 2147483647\n2 z -12\n"
+              "3 B \"\"\n3 b \"\\n\\t\\\"\\'\\\\\"\n");
+    EXPECT_THAT(set.names(), ElementsAre("off", "on", "a", "z", "B", "b"));
+    EXPECT_EQ(set.size(), 6U);
+}
+
+TEST(PropertySet, ReadsBackWhateverItWrites) {
+    for (const std::string name : {"s", "", "\"", "a\"b\"", "  inner  blanks  ", "#", "\\n"}) {
+        PropertySet set(name);
+        set.setString("quotes", "\"");
+        set.setString("quoted", "\"\"");
+        set.setString("backslashes", "\\\\\" \\");
+        set.setString("blanks", "  \t\v\f\r\n\n");
+        set.setString("#hash", "#");
+        set.setString("bytes", std::string("\0\x80\xff", 3));
+        set.setInt("least", -2147483647 - 1);
+        set.setBool("\"key\"", true);
+        const PropertySet copy = parsed(written(set));
+        EXPECT_EQ(copy.getName(), name);
+        EXPECT_EQ(written(copy), written(set));
+    }
+}
+
+TEST(PropertySet, ReadsFilesEditedByHand) {
+    const PropertySet set = parsed(
+        "# a comment\r\n\r\n  Tessel::PropertySet  \r\n#\r\n\t1 of 1\r\n\r\nplain name\r\n"
+        "1 ON 1\n1   OFF\t0\n1 NEITHER 2\n1 WORD true\n1 BARE\n"
+        "2 N +5 and more\n2 WORDY five\n2 HUGE 99999999999\n"
+        "   3 WORD   one two\n3 KEPT \" a b \" tail\n3 OPEN \"x\n3 ESCAPED \"a\\\"b\\\\\" c\"\n3 NONE\n3\n"
+        "3 LAST \"no line end\"");
+    EXPECT_EQ(set.getName(), "plain name");
+    EXPECT_THAT(set.names(),
+                ElementsAre("OFF", "ON", "N", "ESCAPED", "KEPT", "LAST", "NONE", "OPEN", "WORD"));
+    int number = 0;
+    EXPECT_TRUE(set.getInt("N", number));
+    EXPECT_EQ(number, 5);
+    EXPECT_EQ(textOf(set, "WORD"), "one");
+    EXPECT_EQ(textOf(set, "KEPT"), " a b ");
+    EXPECT_EQ(textOf(set, "OPEN"), "\"x");
+    EXPECT_EQ(textOf(set, "ESCAPED"), "a\"b\\");
+    EXPECT_EQ(textOf(set, "NONE"), "");
+    EXPECT_EQ(textOf(set, "LAST"), "no line end");
+}
+
+TEST(PropertySet, RefusesWhatIsNoPropertySet) {
+    EXPECT_TRUE(isRefused(""));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySets\n1\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet\n2\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet\n0\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet\n99999999999\n\"s\"\n"));
+    EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n4 KEY 1\n"));
+    EXPECT_TRUE(isRefused(HEAD + "0 KEY 1\n"));
+    EXPECT_TRUE(isRefused(HEAD + "KEY 1"));
+    EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n99999999999 KEY 1\n1 OFF 0\n"));
+}
+
+TEST(PropertySet, LeavesTheStreamAtItsEndOrFailedAsItCame) {
+    std::istringstream whole(HEAD + "2 N 1\n");
+    PropertySet set(whole);
+    EXPECT_EQ(whole.rdstate(), std::ios::eofbit);
+
+    std::istringstream failed(HEAD);
+    failed.setstate(std::ios::failbit);
+    set.read(failed);
+    EXPECT_TRUE(set.contains("N"));
+
+    std::ostringstream closed;
+    closed.setstate(std::ios::failbit);
+    set.write(closed);
+    closed.clear();
+    EXPECT_EQ(closed.str(), "");
+}
+
+TEST(PropertySet, KeepsTypesApart) {
+    PropertySet set;
+    set.setBool("K", true);
+    set.setInt("K", 1);
+    bool flag = false;
+    std::string text = "untouched";
+    EXPECT_TRUE(set.getBool("K", flag));
+    EXPECT_FALSE(set.getString("K", text));
+    EXPECT_EQ(text, "untouched");
+
+    EXPECT_TRUE(set.erase("K"));
+    int number = 0;
+    EXPECT_FALSE(set.getInt("K", number));
+    EXPECT_TRUE(set.getBool("K", flag));
+    EXPECT_TRUE(set.erase("K"));
+    EXPECT_FALSE(set.erase("K"));
+    EXPECT_FALSE(set.contains("K"));
+}
+
+TEST(PropertySet, RefusesKeysThatAFileCouldNotHold) {
+    PropertySet set;
+    EXPECT_THROW(set.setBool("", true), Tessel::InvalidPropertyName);
+    EXPECT_THROW(set.setInt("A\v", 1), Tessel::InvalidPropertyName);
+    EXPECT_THROW(set.setString("\nA", ""), Tessel::InvalidPropertyName);
+    EXPECT_EQ(set.size(), 0U);
+    try {
+        set.erase("A B");
+        ADD_FAILURE() << "erased a key with a blank";
+    } catch (const Trn::Exception& exception) {
+        EXPECT_EQ(exception.message(), "Invalid name for a Property.");
+    }
+}
+
+}  // namespace

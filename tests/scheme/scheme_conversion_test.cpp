@@ -1,0 +1,139 @@
+#include "scheme/scheme_conversion.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "temporary_directory.h"
+
+namespace {
+
+using TesselUI::convertSchemes;
+using TesselUI::PropertySetStore;
+
+std::string schemeText(const std::string& name, const std::string& properties = "") {
+    return "Tessel::PropertySet\n1\n\"" + name + "\"\n" + properties;
+}
+
+PropertySetStore readStore(const TemporaryDirectory& directory) {
+    PropertySetStore store(directory.path());
+    store.read();
+    return store;
+}
+
+TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
+    TemporaryDirectory directory;
+    directory.put("old.vts", schemeText("old",
+                                        "1 ALIGN_CS_FOR_CLAUSES_LEFT 0\n"
+                                        "1 ALIGN_CS_FOR_CLAUSES_LEFT_ON_WRAP 1\n"
+                                        "1 ALIGN_FN_PARAMS_LEFT 1\n"
+                                        "1 ALIGN_FN_PARAMS_LEFT_ON_WRAP 1\n"
+                                        "1 UNKNOWN 1\n"
+                                        "2 SPACES_PER_TAB 4\n"
+                                        "2 WRAP_INDENT 0\n"
+                                        "3 GLOBAL_INDENT_CONTENT \"    \"\n"
+                                        "3 GLOBAL_WS_BEFORE_OPEN_BRACE \"\\n\"\n"
+                                        "3 GLOBAL_WS_AFTER_OPEN_BRACE \"\\t\"\n"
+                                        "3 WS_AFTER_CLASS_HEAD \"class\"\n"
+                                        "3 WS_AFTER_CS_HEAD \"cs\"\n"
+                                        "3 WS_AFTER_DD_NAME \" \"\n"
+                                        "3 WS_AFTER_ENUM_HEAD \"enum\"\n"
+                                        "3 WS_AFTER_FN_HEAD \"fn\"\n"
+                                        "3 WS_AFTER_FN_NAME \" \"\n"
+                                        "3 WS_AFTER_NS_HEAD \"ns\"\n"
+                                        "3 WS_BEFORE_FN_COMMA \" \"\n"));
+    PropertySetStore store = readStore(directory);
+    EXPECT_EQ(convertSchemes(store), "");
+    EXPECT_EQ(directory.get("old.vts"), schemeText("old",
+                                                   "1 DATA_DO_NOT_FORMAT 0\n"
+                                                   "1 LINE_WRAP 0\n"
+                                                   "1 UNKNOWN 1\n"
+                                                   "2 COMMA_WRAP_STYLE 2\n"
+                                                   "2 EXPR_WRAP_STYLE 2\n"
+                                                   "2 LINE_WRAP_DO_NOT_FORMAT 0\n"
+                                                   "2 LIST_WRAP_STRATEGY 1\n"
+                                                   "2 RIGHT_MARGIN 78\n"
+                                                   "2 SHIFT_WRAP_STYLE 1\n"
+                                                   "2 TAB_SIZE 4\n"
+                                                   "2 WRAP_STYLE 1\n"
+                                                   "3 GLOBAL_INDENT_CONTENT \"    \"\n"
+                                                   "3 GLOBAL_WS_AFTER_OPEN_BRACE \"\\t\"\n"
+                                                   "3 GLOBAL_WS_BEFORE_COMMA \"\"\n"
+                                                   "3 GLOBAL_WS_BEFORE_OPEN_BRACE \"\\n\"\n"
+                                                   "3 INDENT_DD_CONTENT \"    \"\n"
+                                                   "3 VANTREL_VERSION \"1.2.1\"\n"
+                                                   "3 WRAP_INDENT \"    \"\n"
+                                                   "3 WS_AFTER_DD_OPEN_BRACE \"\\t\"\n"
+                                                   "3 WS_AFTER_FN_CALL_NAME \" \"\n"
+                                                   "3 WS_AFTER_FN_NAME \" \"\n"
+                                                   "3 WS_BEFORE_BASE_CLAUSES_COMMA \"\"\n"
+                                                   "3 WS_BEFORE_CLASS_INITS_COMMA \"\"\n"
+                                                   "3 WS_BEFORE_CLASS_OPEN_BRACE \"class\"\n"
+                                                   "3 WS_BEFORE_CS_OPEN_BRACE \"cs\"\n"
+                                                   "3 WS_BEFORE_DD_CLOSE_BRACE \"\"\n"
+                                                   "3 WS_BEFORE_DD_COMMA \"\"\n"
+                                                   "3 WS_BEFORE_DD_OPEN_BRACE \"\\n\"\n"
+                                                   "3 WS_BEFORE_ENUM_COMMA \"\"\n"
+                                                   "3 WS_BEFORE_ENUM_OPEN_BRACE \"enum\"\n"
+                                                   "3 WS_BEFORE_FN_CALL_COMMA \"\"\n"
+                                                   "3 WS_BEFORE_FN_COMMA \"\"\n"
+                                                   "3 WS_BEFORE_FN_OPEN_BRACE \"fn\"\n"
+                                                   "3 WS_BEFORE_NS_OPEN_BRACE \"ns\"\n"
+                                                   "3 WS_BEFORE_TP_COMMA \"\"\n"
+                                                   "3 WS_BETWEEN_DD_ELEMENTS \" \"\n"
+                                                   "3 WS_BETWEEN_FN_CALL_ARGS \"\\n\"\n"
+                                                   "3 WS_BETWEEN_FN_PARAMS \"\\n\"\n"));
+}
+
+TEST(SchemeConversion, OfAnEmptySchemeSuppliesEmptyTexts) {
+    TemporaryDirectory directory;
+    directory.put("old.vts", schemeText("old", "1 ALIGN_CS_FOR_CLAUSES_LEFT 1\n"));
+    PropertySetStore store = readStore(directory);
+    convertSchemes(store);
+    std::string text = "absent";
+    EXPECT_TRUE(store.find("old")->scheme.getString("WRAP_INDENT", text));
+    EXPECT_EQ(text, "");
+    EXPECT_TRUE(store.find("old")->scheme.getString("WS_BETWEEN_CS_FOR_CLAUSES", text));
+    EXPECT_EQ(text, "\n");
+    EXPECT_FALSE(store.find("old")->scheme.contains("TAB_SIZE"));
+    EXPECT_FALSE(store.find("old")->scheme.contains("WS_BEFORE_FN_OPEN_BRACE"));
+}
+
+TEST(SchemeConversion, WritesNothingWhenEverySchemeHasAVersion) {
+    TemporaryDirectory directory;
+    const std::string byHand = schemeText("a", "# kept\n3 VANTREL_VERSION 1.1.0\n2 SPACES_PER_TAB 4\n");
+    directory.put("a.vts", byHand);
+    PropertySetStore store = readStore(directory);
+    EXPECT_EQ(convertSchemes(store), "");
+    EXPECT_EQ(directory.get("a.vts"), byHand);
+}
+
+TEST(SchemeConversion, NamesTheOldSchemesThatItMayNotConvert) {
+    TemporaryDirectory directory;
+    const std::string longName(5000, 'b');
+    directory.put("1.vts", schemeText(longName));
+    directory.makeReadOnly("1.vts");
+    PropertySetStore one = readStore(directory);
+    EXPECT_EQ(
+        convertSchemes(one),
+        "The scheme '" + longName +
+            "' was created using a previous version of Vantrel C++. The file is marked read-only and so "
+            "cannot be converted. Please ensure the file is read-write and run Vantrel C++ again. Once the "
+            "scheme has been converted, the file can be set read-only again.");
+
+    directory.put("2.vts", schemeText("a"));
+    directory.makeReadOnly("2.vts");
+    directory.put("3.vts", schemeText("writable"));
+    PropertySetStore several = readStore(directory);
+    EXPECT_EQ(
+        convertSchemes(several),
+        "The following schemes were created using a previous version of Vantrel C++:\r\na\r\n" + longName +
+            "\r\nThe files are read-only and so cannot be converted. Please ensure that the scheme files "
+            "listed are read-write and run Vantrel C++ again. Once the schemes have been converted, the "
+            "files can be set read-only again.");
+    EXPECT_EQ(directory.get("2.vts"), schemeText("a"));
+    EXPECT_NE(directory.get("3.vts"), schemeText("writable"));
+}
+
+}  // namespace

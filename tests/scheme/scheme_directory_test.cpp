@@ -1,0 +1,78 @@
+#include "scheme/scheme_directory.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <string>
+
+#include "temporary_directory.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Each test starts with no setting but an empty folder for settings.
+class SchemeDirectory : public testing::Test {
+protected:
+    SchemeDirectory() {
+        ::unsetenv("VANTREL_SCHEMES");
+        ::setenv("XDG_CONFIG_HOME", configuration_.path().c_str(), 1);
+    }
+
+    TemporaryDirectory configuration_;
+    const std::string executables_ = fs::canonical("/proc/self/exe").parent_path().string() + "/";
+};
+
+TEST_F(SchemeDirectory, IsTheExecutablesWhenNothingIsSet) {
+    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
+    EXPECT_FALSE(configuration_.has("vantrel"));
+
+    ::setenv("VANTREL_SCHEMES", "", 1);
+    ::setenv("XDG_CONFIG_HOME", "", 1);
+    ::unsetenv("HOME");
+    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
+}
+
+TEST_F(SchemeDirectory, ComesFromTheEnvironmentBeforeTheSettings) {
+    configuration_.put("vantrel/settings",
+                       "# mine\n[x]\nOther=/no\r\n PropertySetStore = /my schemes/a=b \r\n");
+    EXPECT_EQ(TesselUI::schemeDirectory(), "/my schemes/a=b");
+    ::setenv("VANTREL_SCHEMES", "relative", 1);
+    EXPECT_EQ(TesselUI::schemeDirectory(), "relative");
+}
+
+TEST_F(SchemeDirectory, FindsTheSettingsInTheHomeDirectory) {
+    ::setenv("XDG_CONFIG_HOME", "not/absolute", 1);
+    ::setenv("HOME", configuration_.path().c_str(), 1);
+    configuration_.put(".config/vantrel/settings", "PropertySetStore=/x");
+    EXPECT_EQ(TesselUI::schemeDirectory(), "/x");
+}
+
+TEST_F(SchemeDirectory, FillsInAnEmptySetting) {
+    configuration_.put("vantrel/settings", "");
+    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
+    EXPECT_EQ(configuration_.get("vantrel/settings"), "PropertySetStore = " + executables_ + "\n");
+
+    configuration_.put("vantrel/settings", "a = b");
+    TesselUI::schemeDirectory();
+    EXPECT_EQ(configuration_.get("vantrel/settings"), "a = b\nPropertySetStore = " + executables_ + "\n");
+
+    configuration_.put("vantrel/settings", "a = b\nPropertySetStore =  \nc = d");
+    TesselUI::schemeDirectory();
+    EXPECT_EQ(configuration_.get("vantrel/settings"),
+              "a = b\nPropertySetStore = " + executables_ + "\nc = d");
+}
+
+TEST_F(SchemeDirectory, CopesWithSettingsThatAreNoFile) {
+    fs::create_directories(configuration_.path("vantrel/settings"));
+    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
+
+    fs::remove(configuration_.path("vantrel/settings"));
+    configuration_.put("vantrel/settings", "# locked\n");
+    configuration_.makeReadOnly("vantrel/settings");
+    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
+    EXPECT_EQ(configuration_.get("vantrel/settings"), "# locked\n");
+}
+
+}  // namespace
