@@ -1,0 +1,67 @@
+#include "cpp/interior_nodes.h"
+
+namespace Cpp {
+
+InteriorNode::InteriorNode(const InteriorNode& other) : SyntaxNode(other) {
+    children_.reserve(other.children_.size());
+    for (const auto& child : other.children_) add(child->clone());
+}
+
+InteriorNode& InteriorNode::operator=(const InteriorNode& other) {
+    if (this == &other) return *this;
+    Children copies;
+    copies.reserve(other.children_.size());
+    for (const auto& child : other.children_) copies.push_back(child->clone());
+    children_.swap(copies);
+    adopt();
+    return *this;
+}
+
+void InteriorNode::swap(InteriorNode& other) {
+    children_.swap(other.children_);
+    adopt();
+    other.adopt();
+}
+
+void InteriorNode::adopt() {
+    for (const auto& child : children_) child->list_ = this;
+}
+
+void InteriorNode::setStart(Trn::Position position) {
+    if (!children_.empty()) children_.front()->setStart(position);
+}
+
+Trn::Position InteriorNode::start() const {
+    return children_.empty() ? Trn::Position{} : children_.front()->start();
+}
+
+void InteriorNode::setEnd(Trn::Position position) {
+    if (!children_.empty()) children_.back()->setEnd(position);
+}
+
+Trn::Position InteriorNode::end() const {
+    return children_.empty() ? Trn::Position{} : children_.back()->end();
+}
+
+void InteriorNode::accept(Emitter& emitter) { emitter.visit(static_cast<SyntaxNode*>(this)); }
+
+void InteriorNode::add(std::unique_ptr<SyntaxNode> child) {
+    if (!child) return;
+    if (child->list_ == this) {
+        // The list owns the object already; a second owner must not destroy it.
+        static_cast<void>(child.release());
+        throw Trn::AlreadyExistsException();
+    }
+    child->list_ = this;
+    children_.push_back(std::move(child));
+}
+
+Trn::Position OptionallyBracketedNode::start() const {
+    return !Trn::isSet(open()) && size() > 0 ? InteriorNode::start() : open();
+}
+
+Trn::Position OptionallyBracketedNode::end() const {
+    return !Trn::isSet(close()) && size() > 0 ? InteriorNode::end() : close();
+}
+
+}  // namespace Cpp

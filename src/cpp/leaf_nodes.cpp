@@ -1,0 +1,19 @@
+#include "cpp/leaf_nodes.h"
+
+#include "cpp/comment_text.h"
+#include "cpp/token_kind.h"
+
+namespace Cpp {
+
+bool CommentNode::isDelimitedBy(std::string_view delimiter) const {
+    return !protectedRegion_ && std::string_view(text()).starts_with(delimiter);
+}
+
+std::string CommentNode::body() const { return std::string(commentBody(text())); }
+
+int KeywordNode::checked(int keyword) {
+    if (keyword < KeywordClass || keyword > KeywordDefault) throw InvalidKeyword();
+    return keyword;
+}
+
+}  // namespace Cpp

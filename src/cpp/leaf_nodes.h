@@ -1,0 +1,199 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "cpp/syntax_node.h"
+
+// The leaves of the tree: pieces of text with the positions at which they stand.
+namespace Cpp {
+
+class LeafNode : public SyntaxNode {
+public:
+    void setStart(Trn::Position position) override { start_ = position; }
+    Trn::Position start() const override { return start_; }
+    void setEnd(Trn::Position position) override { end_ = position; }
+    Trn::Position end() const override { return end_; }
+
+protected:
+    LeafNode() = default;
+    LeafNode(Trn::Position start, Trn::Position end) : start_(start), end_(end) {}
+
+private:
+    Trn::Position start_;
+    Trn::Position end_;
+};
+
+// A leaf whose only data is a text.
+class TextLeaf : public LeafNode {
+public:
+    explicit TextLeaf(std::string text) : text_(std::move(text)) {}
+    TextLeaf(std::string text, Trn::Position start, Trn::Position end)
+        : LeafNode(start, end), text_(std::move(text)) {}
+
+    virtual void setText(std::string text) { text_ = std::move(text); }
+    virtual const std::string& text() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+class TextNode : public VisitableNode<TextNode, TextLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// One directive. An empty text marks a whole `#if 0` block, which is kept as source text.
+class PreprocDirectiveNode : public VisitableNode<PreprocDirectiveNode, TextNode> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// One comment, delimiters included.
+class CommentNode : public VisitableNode<CommentNode, TextNode> {
+public:
+    using VisitableNode::VisitableNode;
+
+    // The comment stands for a region that is kept as source text; its own text is empty.
+    bool protectedRegion() const { return protectedRegion_; }
+    void setProtectedRegion(bool isProtected) { protectedRegion_ = isProtected; }
+
+    bool isLineComment() const { return isDelimitedBy("//"); }
+    bool isBlockComment() const { return isDelimitedBy("/*"); }
+    // The text without white space before it and without delimiters.
+    std::string body() const;
+
+private:
+    bool isDelimitedBy(std::string_view delimiter) const;
+
+    bool protectedRegion_ = false;
+};
+
+// A name. Throws InvalidId when it is empty.
+class IdNode : public VisitableNode<IdNode, TextNode> {
+public:
+    explicit IdNode(std::string name) : IdNode(std::move(name), {}, {}) {}
+    IdNode(std::string name, Trn::Position start, Trn::Position end)
+        : VisitableNode(std::move(name), start, end) {
+        if (text().empty()) throw InvalidId();
+    }
+};
+
+// An expression, an enumerator or an initializer. The condition of a control statement has positions only.
+class ExprNode : public VisitableNode<ExprNode, TextLeaf> {
+public:
+    ExprNode() : VisitableNode(std::string()) {}
+    using VisitableNode::VisitableNode;
+};
+
+class TypeNode : public VisitableNode<TypeNode, TextLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+class FunctionReturnNode : public VisitableNode<FunctionReturnNode, TypeNode> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// One parameter of a function or a template.
+class ParameterNode : public VisitableNode<ParameterNode, TextLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// One argument of a member initializer.
+class ArgNode : public VisitableNode<ArgNode, TextLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// A leaf whose only data is a name.
+class NamedLeaf : public LeafNode {
+public:
+    explicit NamedLeaf(std::string name) : name_(std::move(name)) {}
+    NamedLeaf(std::string name, Trn::Position start, Trn::Position end)
+        : LeafNode(start, end), name_(std::move(name)) {}
+
+    const std::string& name() const { return name_; }
+    void setName(std::string name) { name_ = std::move(name); }
+
+private:
+    std::string name_;
+};
+
+// The words of an enum's head, "enum" included.
+class EnumHeadNode : public VisitableNode<EnumHeadNode, NamedLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// The name of a namespace; empty for an unnamed one.
+class NamespaceHeadNode : public VisitableNode<NamespaceHeadNode, NamedLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
+// The words of a class head in front of its base clauses, the class key included.
+class ClassNameNode : public VisitableNode<ClassNameNode, NamedLeaf> {
+public:
+    ClassNameNode(int classKey, std::string name, Trn::Position start = {}, Trn::Position end = {})
+        : VisitableNode(std::move(name), start, end), classKey_(classKey) {}
+
+    // 0 class, 1 struct, 2 union.
+    int classKey() const { return classKey_; }
+    void setClassKey(int classKey) { classKey_ = classKey; }
+
+private:
+    int classKey_;
+};
+
+// One base class.
+class BaseClauseNode : public VisitableNode<BaseClauseNode, NamedLeaf> {
+public:
+    BaseClauseNode(int access, bool isVirtual, std::string name, Trn::Position start = {},
+                   Trn::Position end = {})
+        : VisitableNode(std::move(name), start, end), access_(access), isVirtual_(isVirtual) {}
+
+    // 0 none given, 1 public, 2 protected, 3 private.
+    int access() const { return access_; }
+    void setAccess(int access) { access_ = access; }
+    bool isVirtual() const { return isVirtual_; }
+    void setIsVirtual(bool isVirtual) { isVirtual_ = isVirtual; }
+
+private:
+    int access_;
+    bool isVirtual_;
+};
+
+// "class" to "default": the keywords that the tree keeps. Throws InvalidKeyword for another kind.
+class KeywordNode : public VisitableNode<KeywordNode, LeafNode> {
+public:
+    explicit KeywordNode(int keyword) : KeywordNode(keyword, {}, {}) {}
+    KeywordNode(int keyword, Trn::Position start, Trn::Position end)
+        : VisitableNode(start, end), keyword_(checked(keyword)) {}
+
+    int keyword() const { return keyword_; }
+    void setKeyword(int keyword) { keyword_ = checked(keyword); }
+
+private:
+    static int checked(int keyword);
+
+    int keyword_;
+};
+
+// An access label with its colon: 1 public, 2 protected, 3 private, 4 another name used as a label.
+class AccessSpecNode : public VisitableNode<AccessSpecNode, LeafNode> {
+public:
+    explicit AccessSpecNode(int access = 0, Trn::Position start = {}, Trn::Position end = {})
+        : VisitableNode(start, end), access_(access) {}
+
+    int access() const { return access_; }
+    void setAccess(int access) { access_ = access; }
+
+private:
+    int access_;
+};
+
+}  // namespace Cpp

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "textstream/text_document.h"
+#include "trn/lexer.h"
+
+namespace Cpp {
+
+// Breaks C++ source into tokens, comments and directives among them. White space is no token, nor is a
+// character that C++ has no use for ("@", a lone backslash, a control character): such characters are part of
+// the gaps between tokens. Malformed literals become tokens of kind Unknown; nothing is reported.
+//
+// Where this lexer is more careful than it has to be, it is so that no pass ever changes the meaning of a line:
+// raw strings and prefixed literals are one token, a line comment goes on behind a backslash at its end, and a
+// directive takes in a comment over several lines when more of the directive follows it.
+class Lexer : public Trn::Lexer {
+public:
+    // Reads the stream to its end at once.
+    explicit Lexer(std::istream& source);
+    // Borrows a text whose line ends are line feeds; it must outlive the lexer and its tokens.
+    explicit Lexer(std::string_view text);
+
+    Trn::Token nextToken() override;
+    // The line, the column, and the column at which the line before ended.
+    void printPosition(std::ostream& out) const override;
+
+private:
+    using Token = Trn::Token;
+    using Position = Trn::Position;
+
+    bool atEnd() const { return place_ >= text_.size(); }
+    char charAt(std::size_t place) const { return place < text_.size() ? text_[place] : '\0'; }
+    Position positionOf(std::size_t place) const;
+    void startLine(std::size_t place);
+    void countLines(std::size_t first, std::size_t last);
+
+    bool startsName() const;
+    bool startsDestructor(std::size_t place) const;
+    bool skipWhitespace();
+    Token begin() const;
+    Token finish(Token token, int kind);
+
+    Token scanName();
+    Token scanPrefixedLiteral(std::size_t quote, bool isRaw);
+    Token splitScopedOperator(Token name, std::size_t scope);
+    Token scanNumber();
+    Token scanString(std::size_t quote);
+    Token scanRawString(std::size_t quote);
+    Token scanCharacter(std::size_t quote);
+    Token scanLineComment();
+    Token scanBlockComment();
+    Token scanDirective();
+    Token scanOperator(int kind, std::size_t length);
+    bool isContinued(std::size_t lineFeed, std::size_t start) const;
+    std::size_t closingQuote(std::size_t quote) const;
+    std::size_t blockCommentEnd(std::size_t start) const;
+    std::size_t directiveGoesOn(std::size_t comment) const;
+
+    std::unique_ptr<Zelmor::TextDocument> ownText_;
+    std::string_view text_;
+    std::size_t place_ = 0;
+    std::uint32_t line_ = 1;
+    std::size_t lineStart_ = 0;
+    std::size_t previousLineStart_ = 0;
+    Token pending_;                       // kEndKind when there is none
+    std::deque<std::string> ownTexts_;    // of tokens whose text differs from the source
+};
+
+}  // namespace Cpp

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+
+#include "cpp/emitter.h"
+#include "trn/exception.h"
+#include "trn/syntax_node.h"
+
+namespace Cpp {
+
+class InteriorNode;
+
+class InvalidKeyword : public Trn::Exception {
+public:
+    InvalidKeyword() : Exception("Not a keyword") {}
+};
+
+class InvalidId : public Trn::Exception {
+public:
+    InvalidId() : Exception("Invalid name for an Identifier") {}
+};
+
+// A node of the tree of C++ source. Nodes own their children; copies are deep.
+class SyntaxNode : public Trn::SyntaxNode {
+public:
+    // Calls the emitter's visit for the node's class.
+    virtual void accept(Emitter& emitter) = 0;
+    virtual std::unique_ptr<SyntaxNode> clone() const = 0;
+
+protected:
+    SyntaxNode() = default;
+    // A copy stands in no list yet.
+    SyntaxNode(const SyntaxNode&) {}
+    SyntaxNode& operator=(const SyntaxNode&) { return *this; }
+
+private:
+    friend class InteriorNode;
+    const InteriorNode* list_ = nullptr;  // that the node is a child of
+};
+
+// Gives a concrete node class its accept and clone.
+template <typename Derived, typename Base>
+class VisitableNode : public Base {
+public:
+    using Base::Base;
+
+    void accept(Emitter& emitter) override { emitter.visit(static_cast<Derived*>(this)); }
+    std::unique_ptr<SyntaxNode> clone() const override {
+        return std::make_unique<Derived>(static_cast<const Derived&>(*this));
+    }
+};
+
+}  // namespace Cpp
