@@ -18,13 +18,14 @@ namespace fs = std::filesystem;
 constexpr std::string_view EXTENSION = ".vts";
 constexpr std::size_t MAX_FILE_NAME = 255;  // bytes, the limit of the usual file systems
 
+bool comesBefore(const PropertySetStore::Entry& entry, std::string_view name) {
+    return entry.scheme.getName().compare(name) < 0;
+}
+
 // The first entry whose name is not before `name`.
 template <typename Entries>
 auto position(Entries& entries, std::string_view name) {
-    return std::lower_bound(entries.begin(), entries.end(), name,
-                            [](const PropertySetStore::Entry& entry, std::string_view wanted) {
-                                return entry.scheme.getName() < wanted;
-                            });
+    return std::lower_bound(entries.begin(), entries.end(), name, comesBefore);
 }
 
 template <typename Entries>
