@@ -73,8 +73,8 @@ protected:
 // out views of the text it passes over.
 class ITextDocStream : private ITextDocStreamBase, public std::istream {
 public:
-    // Reads all that remains in the buffer of `in`.
-    explicit ITextDocStream(std::istream& in, int tabMode = 0, int tabSize = 1, int firstLine = 1,
+    // Reads all that remains in the buffer of `source`.
+    explicit ITextDocStream(std::istream& source, int tabMode = 0, int tabSize = 1, int firstLine = 1,
                             int firstColumn = 0);
     explicit ITextDocStream(std::string text, int tabMode = 0, int tabSize = 1, int firstLine = 1,
                             int firstColumn = 0);

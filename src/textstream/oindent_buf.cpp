@@ -1,0 +1,66 @@
+#include "textstream/oindent_buf.h"
+
+#include <algorithm>
+
+#include "textstream/oindent_stream.h"
+
+namespace Zelmor {
+
+namespace {
+
+constexpr std::string_view kLeadingSpace = " \t\v\f\r";
+
+}  // namespace
+
+IndentState::IndentState(const OIndentBuf& out)
+    : indent(out.indent()),
+      keepLeadingSpace(out.keepLeadingSpace()),
+      tabMode(out.tabMode()),
+      tabSize(out.tabSize()),
+      line(out.line()),
+      column(out.column()) {}
+
+IndentState::IndentState(const OIndentStream& out) : IndentState(out.buffer()) {}
+
+OIndentBuf::OIndentBuf(IndentState state)
+    : OTextDocBuf({state.tabMode, state.tabSize, state.line, state.column}),
+      indent_(std::move(state.indent)),
+      keepLeadingSpace_(state.keepLeadingSpace) {}
+
+OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLeadingSpace, TextLayout layout)
+    : OTextDocBuf(target, layout), indent_(std::move(indent)), keepLeadingSpace_(keepLeadingSpace) {}
+
+std::size_t OIndentBuf::write(std::string_view text) {
+    std::size_t taken = 0;
+    while (taken < text.size()) {
+        if (column_ == 0 && text[taken] != '\n') {
+            if (!keepLeadingSpace_) {
+                taken = std::min(text.find_first_not_of(kLeadingSpace, taken), text.size());
+                if (taken == text.size() || text[taken] == '\n') continue;
+            }
+            if (put(indent_) != indent_.size()) break;
+        }
+        const std::size_t lineFeed = text.find('\n', taken);
+        const std::size_t end = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
+        taken += put(text.substr(taken, end - taken));
+        if (taken != end) break;
+    }
+    return taken;
+}
+
+std::size_t OIndentBuf::writeVerbatim(std::string_view text) {
+    LeadingSpaceScope keepSpace(*this, true);
+    return write(text);
+}
+
+OIndentBuf::int_type OIndentBuf::overflow(int_type c) {
+    if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
+    const char character = traits_type::to_char_type(c);
+    return write({&character, 1}) == 1 ? c : traits_type::eof();
+}
+
+std::streamsize OIndentBuf::xsputn(const char* text, std::streamsize size) {
+    return static_cast<std::streamsize>(write({text, static_cast<std::size_t>(size)}));
+}
+
+}  // namespace Zelmor

@@ -1,0 +1,184 @@
+#include "textstream/otext_doc_buf.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <utility>
+
+namespace Zelmor {
+
+namespace {
+
+// Columns beyond what an int holds stay at its maximum.
+int clampToInt(std::int64_t column) {
+    return static_cast<int>(std::min<std::int64_t>(column, std::numeric_limits<int>::max()));
+}
+
+}  // namespace
+
+OTextDocBuf::OTextDocBuf(TextLayout layout)
+    : column_(std::max(layout.firstColumn, 0)),
+      line_(std::max(layout.firstLine, 1)),
+      tabMode_(layout.tabMode),
+      tabSize_(std::max(layout.tabSize, 1)) {}
+
+OTextDocBuf::OTextDocBuf(std::streambuf* target, TextLayout layout) : OTextDocBuf(layout) {
+    sink_ = std::make_unique<LineBuf>(target, LineBuf::LineFeed);
+}
+
+OTextDocBuf::~OTextDocBuf() {
+    if (!sink_) return;
+    try {
+        flushSpaces();
+        sink_->pubsync();
+    } catch (...) {
+        // A target that throws has failed; whoever owns it has been told by its state.
+    }
+}
+
+void OTextDocBuf::setTabMode(int tabMode) {
+    flushSpaces();
+    tabMode_ = tabMode;
+}
+
+void OTextDocBuf::setTabSize(int tabSize) {
+    flushSpaces();
+    tabSize_ = tabSize;
+}
+
+const std::string& OTextDocBuf::text() {
+    flushSpaces();
+    return text_;
+}
+
+std::string OTextDocBuf::takeText() {
+    flushSpaces();
+    return std::exchange(text_, {});
+}
+
+bool OTextDocBuf::flushSpaces() {
+    if (pendingSpaces_ == 0) return true;
+    const std::string spaces(static_cast<std::size_t>(std::exchange(pendingSpaces_, 0)), ' ');
+    return send(spaces) == spaces.size();
+}
+
+std::size_t OTextDocBuf::put(std::string_view text) {
+    switch (tabMode_) {
+        case KeepTabs:
+            return putAsGiven(text);
+        case TabsToSpaces:
+            return putTabsAsSpaces(text);
+        case SpacesToTabs:
+            return putSpacesAsTabs(text);
+        default:
+            failed_ = true;
+            return 0;
+    }
+}
+
+std::size_t OTextDocBuf::putAsGiven(std::string_view text) {
+    const std::size_t sent = send(text);
+    advance(text.substr(0, sent));
+    return sent;
+}
+
+std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
+    std::size_t taken = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        trackLiteral(text[i]);
+        if (text[i] != '\t' || insideLiteral()) continue;
+        taken += putAsGiven(text.substr(taken, i - taken));
+        if (taken < i || !putSpaces(columnsToTabStop())) return taken;
+        taken = i + 1;
+    }
+    return taken + putAsGiven(text.substr(taken));
+}
+
+std::size_t OTextDocBuf::putSpacesAsTabs(std::string_view text) {
+    std::size_t taken = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        trackLiteral(text[i]);
+        if (text[i] != ' ' || insideLiteral()) {
+            if (!flushSpaces()) return taken;
+            continue;
+        }
+        taken += putAsGiven(text.substr(taken, i - taken));
+        if (taken < i || !putConvertibleSpace()) return taken;
+        taken = i + 1;
+    }
+    return taken + putAsGiven(text.substr(taken));
+}
+
+// A run of spaces that covers a whole tab cell, from one tab stop to the next, becomes a tab.
+bool OTextDocBuf::putConvertibleSpace() {
+    if (pendingSpaces_ == 0 && column_ % std::max(tabSize_, 1) != 0) return putSpaces(1);
+    advance(" ");
+    if (++pendingSpaces_ != tabSize_ || pendingSpaces_ == 1) return true;
+    pendingSpaces_ = 0;
+    return send("\t") == 1;
+}
+
+bool OTextDocBuf::putSpaces(int count) {
+    const std::string spaces(static_cast<std::size_t>(count), ' ');
+    return putAsGiven(spaces) == spaces.size();
+}
+
+std::size_t OTextDocBuf::send(std::string_view text) {
+    if (!sink_) {
+        text_ += text;
+        return text.size();
+    }
+    const auto size = static_cast<std::streamsize>(text.size());
+    const std::streamsize sent = std::max<std::streamsize>(sink_->sputn(text.data(), size), 0);
+    if (sent != size) failed_ = true;
+    return static_cast<std::size_t>(sent);
+}
+
+void OTextDocBuf::advance(std::string_view text) {
+    const std::int64_t tabSize = std::max(tabSize_, 1);
+    std::int64_t column = column_;
+    for (const char c : text) {
+        if (c == '\n') {
+            ++line_;
+            column = 0;
+        } else if (c == '\t') {
+            column += tabSize - column % tabSize;
+        } else {
+            ++column;
+        }
+    }
+    column_ = clampToInt(column);
+}
+
+int OTextDocBuf::columnsToTabStop() const {
+    const int tabSize = std::max(tabSize_, 1);
+    return tabSize - column_ % tabSize;
+}
+
+void OTextDocBuf::trackLiteral(char c) {
+    const int_type character = traits_type::to_int_type(c);
+    const bool isEscaped = previousChar_ == traits_type::to_int_type('\\');
+    if (insideLiteral()) {
+        if ((character == openQuote_ && !isEscaped) || c == '\n') openQuote_ = traits_type::eof();
+    } else if ((c == '\'' || c == '"') && !isEscaped) {
+        openQuote_ = character;
+    }
+    previousChar_ = character;
+}
+
+OTextDocBuf::int_type OTextDocBuf::overflow(int_type c) {
+    if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
+    const char character = traits_type::to_char_type(c);
+    return xsputn(&character, 1) == 1 ? c : traits_type::eof();
+}
+
+std::streamsize OTextDocBuf::xsputn(const char* text, std::streamsize size) {
+    return static_cast<std::streamsize>(put({text, static_cast<std::size_t>(size)}));
+}
+
+int OTextDocBuf::sync() {
+    if (!flushSpaces()) return -1;
+    return sink_ ? sink_->pubsync() : 0;
+}
+
+}  // namespace Zelmor

@@ -1,0 +1,196 @@
+#include "textstream/itext_doc_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+#include <string>
+#include <utility>
+
+namespace {
+
+using Zelmor::ITextDocStream;
+using Zelmor::TextDocument;
+
+std::pair<int, int> place(const ITextDocStream& in) {
+    return {in.line(), in.column()};
+}
+
+TEST(ITextDocStream, ReadsUniformLineEndsFromStringsAndStreams) {
+    for (const char* text : {"a\r\nb", "a\rb", "a\nb"}) {
+        std::istringstream source(text);
+        ITextDocStream fromStream(source);
+        ITextDocStream fromString{std::string(text)};
+        for (ITextDocStream* in : {&fromStream, &fromString}) {
+            EXPECT_EQ(in->get(), 'a');
+            EXPECT_EQ(in->get(), '\n');
+            EXPECT_EQ(place(*in), std::pair(2, 0));
+            EXPECT_EQ(in->get(), 'b');
+            EXPECT_EQ(in->get(), EOF);
+        }
+    }
+}
+
+TEST(ITextDocStream, ATabIsOneColumnWhateverItsSettings) {
+    ITextDocStream in(std::string("\t\t\tx"), 1, 8);
+    in.setTabSize(4);
+    in.setTabMode(2);
+    in.ignore(3);
+    EXPECT_EQ(place(in), std::pair(1, 3));
+    EXPECT_EQ(in.tabSize(), 4);
+    EXPECT_EQ(in.tabMode(), 2);
+}
+
+TEST(ITextDocStream, ClampsItsFirstPositionAndTabSize) {
+    const ITextDocStream low(std::string("x"), 0, 0, 0, -3);
+    EXPECT_EQ(place(low), std::pair(1, 0));
+    EXPECT_EQ(low.tabSize(), 1);
+
+    ITextDocStream inside(std::string("ab\ncd"), 0, 1, 7, 10);
+    EXPECT_EQ(place(inside), std::pair(7, 10));
+    EXPECT_EQ(inside.readTo(7, 11), "a");
+    EXPECT_EQ(inside.readTo(8, 1), "b\nc");
+    EXPECT_EQ(place(inside), std::pair(8, 1));
+}
+
+TEST(ITextDocStream, PuttingBackRestoresThePosition) {
+    ITextDocStream in(std::string("ab\ncd"));
+    in.ignore(4);
+    EXPECT_EQ(place(in), std::pair(2, 1));
+    in.unget().unget().unget();
+    EXPECT_TRUE(in.good());
+    EXPECT_EQ(place(in), std::pair(1, 1));
+    EXPECT_EQ(in.peek(), 'b');
+}
+
+TEST(ITextDocStream, PuttingBackFailsAtTheStartAndBehindFourCharacters) {
+    ITextDocStream fresh(std::string("abc"));
+    EXPECT_FALSE(fresh.unget());
+    EXPECT_EQ(place(fresh), std::pair(1, 0));
+
+    ITextDocStream in(std::string("abcdefgh"));
+    in.ignore(6);
+    for (int i = 0; i < 4; ++i) EXPECT_TRUE(in.unget());
+    EXPECT_FALSE(in.unget());
+    in.clear();
+    EXPECT_EQ(in.get(), 'c');
+    EXPECT_TRUE(in.unget());
+    EXPECT_FALSE(in.unget());
+}
+
+TEST(ITextDocStream, ADifferentCharacterCanBePutBack) {
+    const TextDocument document("ab\ncd");
+    ITextDocStream in(document);
+    const std::string_view before = in.readTo(2, 1);
+    in.putback('x').putback('y').putback('\n');
+    EXPECT_TRUE(in.good());
+    EXPECT_EQ(place(in), std::pair(1, 1));
+    EXPECT_EQ(in.get(), '\n');
+    EXPECT_EQ(place(in), std::pair(2, 0));
+    EXPECT_EQ(in.rest(), "yxd");
+    EXPECT_EQ(before, "ab\nc");
+    EXPECT_EQ(document.text(), "ab\ncd");
+}
+
+TEST(ITextDocStream, PuttingBackWorksAtTheEndOfTheInput) {
+    ITextDocStream in(std::string("ab"));
+    in.ignore(2);
+    EXPECT_EQ(in.peek(), EOF);
+    EXPECT_TRUE(in.unget());
+    EXPECT_EQ(in.get(), 'b');
+}
+
+TEST(ITextDocStream, AnEmptyInputEndsAtOnce) {
+    ITextDocStream in{std::string()};
+    EXPECT_EQ(place(in), std::pair(1, 0));
+    EXPECT_EQ(in.get(), EOF);
+    EXPECT_TRUE(in.eof());
+    EXPECT_EQ(place(in), std::pair(1, 0));
+
+    std::istream without(nullptr);
+    EXPECT_EQ(ITextDocStream(without).get(), EOF);
+}
+
+TEST(ITextDocStream, BytesAboveAsciiAreNoEndOfInput) {
+    ITextDocStream in(std::string("\xff\x00\xc3", 3));
+    EXPECT_EQ(in.get(), 0xff);
+    in.unget();
+    EXPECT_EQ(in.get(), 0xff);
+    EXPECT_EQ(in.get(), 0);
+    EXPECT_EQ(in.get(), 0xc3);
+}
+
+TEST(ITextDocStream, StandardReadingWorks) {
+    ITextDocStream in(std::string("12 word\nthe rest\nof it"));
+    int number = 0;
+    std::string word;
+    std::string line;
+    in >> number >> word;
+    EXPECT_EQ(number, 12);
+    EXPECT_EQ(word, "word");
+    EXPECT_EQ(place(in), std::pair(1, 7));
+    in.ignore();
+    std::getline(in, line);
+    EXPECT_EQ(line, "the rest");
+    char block[10] = {};
+    in.read(block, sizeof block);
+    EXPECT_EQ(in.gcount(), 5);
+    EXPECT_EQ(std::string(block), "of it");
+    EXPECT_TRUE(in.eof());
+}
+
+TEST(ITextDocStream, RestReadsIntoTheEnd) {
+    ITextDocStream in(std::string("ab\ncd"));
+    in.get();
+    EXPECT_EQ(in.rest(), "b\ncd");
+    EXPECT_TRUE(in.eof());
+    EXPECT_EQ(in.rest(), "");
+}
+
+TEST(RewindStream, GoesBackToTheStartOfASeekableStream) {
+    std::stringstream seekable("ab");
+    while (seekable.get() != EOF) continue;
+    EXPECT_TRUE(Zelmor::rewindStream(seekable));
+    EXPECT_EQ(seekable.get(), 'a');
+
+    ITextDocStream in(std::string("ab"));
+    EXPECT_FALSE(Zelmor::rewindStream(in));
+}
+
+std::string readToByGet(ITextDocStream& in, std::pair<int, int> target) {
+    std::string read;
+    while (in.good() && place(in) < target) {
+        const int c = in.get();
+        if (c != EOF) read += static_cast<char>(c);
+    }
+    return read;
+}
+
+TEST(ITextDocStream, ReadToEqualsReadingByGet) {
+    std::mt19937 random(1);
+    const auto below = [&](unsigned count) { return static_cast<int>(random() % count); };
+    for (int round = 0; round < 3000; ++round) {
+        std::string text;
+        for (int i = below(12); i > 0; --i) text += "ab\t\n\r"[below(5)];
+        const int firstLine = 1 + below(2);
+        const int firstColumn = below(3);
+        const TextDocument document(text);
+        ITextDocStream fast(document, 0, 1, firstLine, firstColumn);
+        ITextDocStream slow(document, 0, 1, firstLine, firstColumn);
+        for (int step = 0; step < 5; ++step) {
+            const std::pair target(below(6), below(6));
+            const std::string_view read = fast.readTo(static_cast<std::uint32_t>(target.first),
+                                                      static_cast<std::uint32_t>(target.second));
+            EXPECT_EQ(read, readToByGet(slow, target));
+            if (below(3) == 0) {
+                fast.unget();
+                slow.unget();
+            }
+            ASSERT_EQ(place(fast), place(slow));
+            ASSERT_EQ(fast.offset(), slow.offset());
+            ASSERT_EQ(fast.rdstate(), slow.rdstate());
+        }
+    }
+}
+
+}  // namespace

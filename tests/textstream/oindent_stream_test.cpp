@@ -1,0 +1,226 @@
+#include "textstream/oindent_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+#include <sstream>
+#include <string>
+#include <utility>
+
+namespace {
+
+using Zelmor::IndentScope;
+using Zelmor::IndentState;
+using Zelmor::LeadingSpaceScope;
+using Zelmor::OIndentBuf;
+using Zelmor::OIndentStream;
+using Zelmor::verbatim;
+
+std::pair<int, int> place(const OIndentBuf& out) {
+    return {out.line(), out.column()};
+}
+
+IndentState layout(int tabMode, int tabSize) {
+    IndentState state;
+    state.tabMode = tabMode;
+    state.tabSize = tabSize;
+    return state;
+}
+
+std::string converted(std::string_view text, int tabMode, int tabSize = 4) {
+    OIndentBuf out(layout(tabMode, tabSize));
+    out.writeVerbatim(text);
+    return out.takeText();
+}
+
+TEST(OIndentStream, TabsBecomeSpacesOutsideOfLiterals) {
+    OIndentBuf out(layout(1, 4));
+    out.write("a\tb");
+    EXPECT_EQ(out.column(), 5);
+    EXPECT_EQ(out.takeText(), "a   b");
+    EXPECT_EQ(converted("\t\tx", 1), "        x");
+    EXPECT_EQ(converted("'\t'\t\"a\t\\\"\tb\"\tc", 1), "'\t'   \"a\t\\\"\tb\"  c");
+    EXPECT_EQ(converted("\"open\t\n\t", 1), "\"open\t\n    ");
+}
+
+TEST(OIndentStream, SpacesThatFillATabCellBecomeTabs) {
+    EXPECT_EQ(converted("        x", 2), "\t\tx");
+    EXPECT_EQ(converted("   x", 2), "   x");
+    EXPECT_EQ(converted("ab      x", 2), "ab  \tx");
+    EXPECT_EQ(converted("    \"        \"    x", 2), "\t\"        \"    x");
+    EXPECT_EQ(converted("\"        \n        x", 2), "\"        \n\t\tx");
+    EXPECT_EQ(converted("   \tx", 2), "   \tx");
+    EXPECT_EQ(converted("abcd  ", 2), "abcd  ");
+}
+
+TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
+    std::ostringstream target;
+    OIndentStream out(target, "", true, 2, 4, 1, 0);
+    out << "  ";
+    EXPECT_EQ(out.column(), 2);
+    EXPECT_EQ(target.str(), "");
+    out.setTabSize(2);
+    EXPECT_EQ(target.str(), "  ");
+    out << ' ' << std::flush;
+    EXPECT_EQ(target.str(), "   ");
+    out << "x ";
+    EXPECT_EQ(target.str(), "   x");
+    out.setTabMode(0);
+    EXPECT_EQ(target.str(), "   x ");
+}
+
+TEST(OIndentStream, TheDestructorWritesSpacesHeldBack) {
+    std::ostringstream target;
+    { OIndentStream(target, "", true, 2, 4, 1, 0) << "  "; }
+    EXPECT_EQ(target.str(), "  ");
+}
+
+TEST(OIndentStream, IndentationReplacesLeadingSpaceOrStandsBeforeIt) {
+    for (const bool keep : {false, true}) {
+        std::ostringstream target;
+        OIndentStream out(target, "    ", keep, 0, 1, 1, 0);
+        out << "  one\n"
+            << "\n"
+            << "  two";
+        EXPECT_EQ(target.str(), keep ? "      one\n\n      two" : "    one\n\n    two");
+        EXPECT_EQ(place(out.buffer()), std::pair(3, keep ? 9 : 7));
+    }
+}
+
+TEST(OIndentStream, LeadingSpaceIsDroppedUpToALineFeed) {
+    OIndentBuf out(IndentState{});
+    out.setIndent(">");
+    out.write(" \t\v\f\r");
+    EXPECT_EQ(place(out), std::pair(1, 0));
+    out.write(" \n  x \n ");
+    EXPECT_EQ(out.text(), "\n>x \n");
+}
+
+TEST(OIndentStream, AFirstColumnInsideALineTakesNoIndentation) {
+    std::ostringstream target;
+    OIndentStream out(target, "  ", false, 0, 4, 3, 5);
+    out << " a\nb";
+    EXPECT_EQ(target.str(), " a\n  b");
+    EXPECT_EQ(out.line(), 4);
+}
+
+TEST(OIndentStream, AScratchBufferContinuesWhereAStreamStands) {
+    std::ostringstream target;
+    OIndentStream out(target, "\t", true, 0, 4, 12, 17);
+    OIndentBuf scratch{IndentState(out)};
+    EXPECT_EQ(place(scratch), std::pair(12, 17));
+    EXPECT_EQ(scratch.indent(), "\t");
+    EXPECT_TRUE(scratch.keepLeadingSpace());
+    scratch.write("\t");
+    EXPECT_EQ(scratch.column(), 20);
+    EXPECT_EQ(scratch.takeText(), "\t");
+    EXPECT_EQ(scratch.text(), "");
+    EXPECT_EQ(target.str(), "");
+
+    OIndentStream stream{IndentState(scratch)};
+    stream << 42 << "\n" << 'x';
+    EXPECT_EQ(stream.text(), "42\n\tx");
+}
+
+TEST(OIndentStream, ClampsAtConstruction) {
+    std::ostringstream target;
+    const OIndentStream out(target, "", false, 0, 0, 0, -3);
+    EXPECT_EQ(out.tabSize(), 1);
+    EXPECT_EQ(place(out.buffer()), std::pair(1, 0));
+}
+
+TEST(OIndentStream, ScopesRestoreWhatTheyChange) {
+    OIndentStream out{IndentState{}};
+    out.setIndent("-");
+    {
+        IndentScope indent(out, "  ");
+        LeadingSpaceScope keepSpace(out, true);
+        out << " a\n";
+    }
+    out << " b\n" << verbatim(" c\n") << " d";
+    EXPECT_EQ(out.text(), "   a\n-b\n- c\n-d");
+
+    std::ostringstream plain;
+    plain << verbatim(" c");
+    EXPECT_EQ(plain.str(), " c");
+}
+
+TEST(OIndentStream, AFailingTargetFailsTheStream) {
+    struct Limited : std::stringbuf {
+        std::streamsize xsputn(const char* text, std::streamsize size) override {
+            return std::stringbuf::xsputn(text,
+                                          std::min(size, 3 - static_cast<std::streamsize>(view().size())));
+        }
+    } limited;
+    std::ostream target(&limited);
+    OIndentStream out(target, "", false, 0, 1, 1, 0);
+    out << "ab";
+    EXPECT_TRUE(out.good());
+    out << "cd";
+    EXPECT_TRUE(out.bad());
+    EXPECT_TRUE(out.buffer().failed());
+    EXPECT_EQ(out.column(), 3);
+}
+
+TEST(OIndentStream, AnUnknownTabModeFailsEveryWrite) {
+    OIndentStream out(IndentState(layout(3, 4)));
+    out << 'a';
+    EXPECT_TRUE(out.bad());
+    EXPECT_TRUE(out.buffer().failed());
+    EXPECT_EQ(out.text(), "");
+}
+
+TEST(OIndentStream, TabSizesOutOfReasonDoNoHarm) {
+    for (const int tabMode : {0, 2}) {
+        OIndentBuf out(layout(tabMode, std::numeric_limits<int>::max()));
+        out.writeVerbatim("\t\tx  \t\n ");
+        EXPECT_EQ(out.takeText(), "\t\tx  \t\n ");
+    }
+    for (const int tabSize : {0, -4}) {
+        for (const int tabMode : {0, 1, 2}) {
+            OIndentBuf out(layout(tabMode, 4));
+            out.setTabSize(tabSize);
+            out.writeVerbatim("\tx   \t");
+            EXPECT_EQ(out.takeText(), tabMode == 1 ? " x    " : "\tx   \t");
+            EXPECT_EQ(out.column(), 6);
+        }
+    }
+}
+
+// A tab of one column never stands for spaces, which would be a run of one.
+TEST(OIndentStream, TabSizeOneKeepsSpaces) {
+    EXPECT_EQ(converted("  x   y", 2, 1), "  x   y");
+}
+
+TEST(OIndentStream, BulkWritesEqualCharacterWrites) {
+    std::mt19937 random(1);
+    const auto below = [&](unsigned count) { return static_cast<int>(random() % count); };
+    const auto randomText = [&](unsigned size) {
+        std::string text;
+        for (int i = below(size); i > 0; --i) text += "    \t\t\n\nab\"'\\\v\r"[below(15)];
+        return text;
+    };
+    for (int round = 0; round < 20000; ++round) {
+        IndentState state = layout(below(3), 1 + below(8));
+        state.indent = randomText(6);
+        state.keepLeadingSpace = below(2) == 0;
+        state.column = below(4);
+        OIndentBuf bulk(state);
+        OIndentStream single(state);
+        for (int step = 0; step < 3; ++step) {
+            const std::string text = randomText(24);
+            EXPECT_EQ(bulk.write(text), text.size());
+            for (const char c : text) single.put(c);
+            ASSERT_EQ(place(bulk), place(single.buffer()));
+            if (below(8) == 0) {
+                const int tabMode = below(3);
+                bulk.setTabMode(tabMode);
+                single.setTabMode(tabMode);
+            }
+        }
+        ASSERT_EQ(bulk.text(), single.text());
+    }
+}
+
+}  // namespace
