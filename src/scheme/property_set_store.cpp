@@ -82,16 +82,21 @@ PropertySetStore::PropertySetStore(std::string directory) : path_(std::move(dire
 void PropertySetStore::read() {
     if (path_.empty()) return;
     PropertySetStore fresh(path_);
+    std::set<std::string> names;
     for (const std::string& fileName : findPSFiles(path_)) {
         const std::string path = path_ + fileName;
         Entry entry{isReadOnlyFile(path), readScheme(path)};
-        std::string name = entry.scheme.getName();
-        if (fresh.addEntry(std::move(entry))) {
-            fresh.fileNames_.emplace(fileName, std::move(name));
+        const std::string name = entry.scheme.getName();
+        if (names.insert(name).second) {
+            fresh.fileNames_.emplace(fileName, name);
+            fresh.entries_.push_back(std::move(entry));
         } else {
             fresh.hiddenFiles_.insert(fileName);
         }
     }
+    std::sort(fresh.entries_.begin(), fresh.entries_.end(), [](const Entry& left, const Entry& right) {
+        return left.scheme.getName() < right.scheme.getName();
+    });
     *this = std::move(fresh);
 }
 
@@ -124,8 +129,10 @@ PropertySetStore::const_iterator PropertySetStore::find(std::string_view name) c
 }
 
 void PropertySetStore::insert(const Tessel::PropertySet& scheme) {
-    if (!addEntry({false, scheme})) return;
-    fileNames_.emplace(validFilename(scheme.getName()), scheme.getName());
+    const std::string name = scheme.getName();
+    if (count(name) > 0) return;
+    entries_.insert(position(entries_, name), Entry{false, scheme});
+    fileNames_.emplace(validFilename(name), name);
 }
 
 void PropertySetStore::erase(std::string_view name) {
@@ -151,14 +158,6 @@ std::string PropertySetStore::validFilename(std::string_view name) const {
         fileName = fileNameOf(name, '_' + std::to_string(number) + std::string(EXTENSION));
     }
     return fileName;
-}
-
-bool PropertySetStore::addEntry(Entry entry) {
-    const std::string name = entry.scheme.getName();
-    const iterator place = position(entries_, name);
-    if (place != end() && place->scheme.getName() == name) return false;
-    entries_.insert(place, std::move(entry));
-    return true;
 }
 
 bool PropertySetStore::knowsFile(const std::string& fileName) const {

@@ -76,7 +76,6 @@ public:
     std::string validFilename(std::string_view name) const;
 
 private:
-    bool addEntry(Entry entry);
     bool knowsFile(const std::string& fileName) const;
 
     std::string path_;

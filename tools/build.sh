@@ -1,0 +1,82 @@
+# Sourced by ./run, ./test and .ci/run: install what is missing, and build, in silence when all is well.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# fail MESSAGE...: says why on standard error, and ends.
+fail() {
+    printf '%s\n' "$@" >&2
+    exit 1
+}
+
+# quietly WHAT COMMAND...: runs the command; its output shows, on standard error, only when it fails.
+quietly() {
+    local what=$1 log
+    shift
+    log=$(mktemp)
+    if ! "$@" >"$log" 2>&1 </dev/null; then
+        cat "$log" >&2
+        rm -f "$log"
+        fail "$what failed."
+    fi
+    rm -f "$log"
+}
+
+# as_root COMMAND...: never asks for a password.
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo -n "$@"
+    fi
+}
+
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -o DPkg::Lock::Timeout=300 "$@"
+}
+
+# need PACKAGE...: installs those Debian packages that are not there.
+need() {
+    local package missing=()
+    for package in "$@"; do
+        has "$package" || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    if ! command -v apt-get >/dev/null || { [ "$(id -u)" -ne 0 ] && ! sudo -n true 2>/dev/null; }; then
+        fail "Missing: ${missing[*]}. Install them, on Debian with:" "    sudo apt-get install ${missing[*]}"
+    fi
+    quietly "Updating the package lists" apt_get update
+    quietly "Installing ${missing[*]}" apt_get install --yes --no-install-recommends "${missing[@]}"
+}
+
+# has PACKAGE: what the package brings is there, wherever it came from.
+has() {
+    case $1 in
+        g++ | cmake) command -v "$1" ;;
+        ninja-build) command -v ninja ;;
+        libgtest-dev) [ -e /usr/include/gtest/gtest.h ] ;;
+        libgmock-dev) [ -e /usr/include/gmock/gmock.h ] ;;
+        *) dpkg --status "$1" 2>/dev/null | grep -q '^Status: install ok installed' ;;
+    esac >/dev/null
+}
+
+# configure FOLDER PRESET OPTION...: once; later builds see to changed CMake files themselves.
+configure() {
+    local folder=$1 preset=$2
+    shift 2
+    [ -e "$folder/build.ninja" ] || (cd "$root" && quietly "Configuring" cmake --preset "$preset" "$@")
+}
+
+# run_tests FOLDER CTEST_ARGUMENT...: shows ctest's summary, and what the failing tests wrote.
+run_tests() {
+    local folder=$1 log
+    shift
+    log=$(mktemp)
+    if ! ctest --test-dir "$folder" --parallel "$(nproc)" --output-on-failure --no-tests=error "$@" \
+        >"$log" 2>&1 </dev/null; then
+        cat "$log" >&2
+        rm -f "$log"
+        fail "Tests failed."
+    fi
+    grep 'tests passed' "$log"
+    rm -f "$log"
+}
