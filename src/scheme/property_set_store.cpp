@@ -49,12 +49,6 @@ Tessel::PropertySet readScheme(const std::string& path) {
     return scheme;
 }
 
-void replaceAll(std::string& text, std::string_view what, std::string_view with) {
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
-        text.replace(at, what.size(), with);
-    }
-}
-
 // The name cut to a number of bytes, but not within a UTF-8 character.
 std::string_view cut(std::string_view name, std::size_t length) {
     if (name.size() <= length) return name;
@@ -62,14 +56,16 @@ std::string_view cut(std::string_view name, std::size_t length) {
     return name.substr(0, length);
 }
 
+// Characters that some system refuses, and the ".." that leads out of a directory, become "_".
 std::string fileNameOf(std::string_view name, const std::string& ending) {
-    std::string fileName(cut(name, MAX_FILE_NAME - ending.size()));
-    fileName += ending;
-    for (char& character : fileName) {
-        if (std::string_view("<>:\\/|").find(character) != std::string_view::npos) character = '_';
+    constexpr std::string_view refused = "<>:\\/|?";
+    const std::string text = std::string(cut(name, MAX_FILE_NAME - ending.size())) + ending;
+    std::string fileName;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isDoubleDot = text.compare(i, 2, "..") == 0;
+        fileName += isDoubleDot || refused.find(text[i]) != std::string_view::npos ? '_' : text[i];
+        if (isDoubleDot) ++i;
     }
-    replaceAll(fileName, "..", "_");
-    std::replace(fileName.begin(), fileName.end(), '?', '_');
     return fileName;
 }
 
