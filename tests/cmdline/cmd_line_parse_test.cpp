@@ -1,0 +1,282 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <iostream>
+
+#include "cmd_line_fixture.h"
+#include "cmdline/bool_arg.h"
+#include "cmdline/int_arg.h"
+#include "cmdline/string_arg.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+// The program's own arguments.
+class ThreeArguments : public ::testing::Test {
+protected:
+    CmdArgStr scheme{'s', "scheme", "schemename", "scheme to use",
+                     CmdArg::SYNTAX_REQUIRED | CmdArg::SYNTAX_VALUE_REQUIRED};
+    CmdArgStr input{"infile", "file to read"};
+    CmdArgStr output{"outfile", "file to write"};
+    CmdLine commandLine{"/opt/bin/format", &scheme, &input, &output, nullptr};
+    CommandLineRun run{commandLine};
+};
+
+TEST_F(ThreeArguments, EveryFormOfAnOptionCarriesItsValue) {
+    for (const char* form :
+         {"-sfoo", "-s foo", "--scheme foo", "--scheme=foo", "--sch=foo", "--SCHEME:foo", "--s foo"}) {
+        EXPECT_EQ(run.parse(std::string(form) + " in out"), CmdLine::STATUS_OK) << form;
+        EXPECT_STREQ(scheme, "foo") << form;
+        EXPECT_STREQ(input, "in") << form;
+        EXPECT_STREQ(output, "out") << form;
+        EXPECT_EQ(run.errors(), "") << form;
+        EXPECT_FALSE(run.quitStatus()) << form;
+    }
+}
+
+TEST_F(ThreeArguments, ALoneDashIsAFileName) {
+    EXPECT_EQ(run.parse("-s x - -"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(input, "-");
+    EXPECT_STREQ(output, "-");
+}
+
+TEST_F(ThreeArguments, OptionsEndAtTheFirstPositionalValueAndAtTwoDashes) {
+    EXPECT_EQ(run.parse("-s x in -x"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(output, "-x");
+    EXPECT_EQ(run.parse("-s x -- -a --b"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(input, "-a");
+    EXPECT_STREQ(output, "--b");
+
+    commandLine.clearFlags(CmdLine::FLAG_OPTIONS_FIRST);
+    EXPECT_EQ(run.parse("in -s x out"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(scheme, "x");
+}
+
+TEST_F(ThreeArguments, AnAwaitedValueMayLookLikeAnOption) {
+    EXPECT_EQ(run.parse("-s -H in out"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(scheme, "-H");
+}
+
+TEST_F(ThreeArguments, MissingArgumentsAreNamedBeforeTheUsage) {
+    EXPECT_EQ(run.parse("-s x in"), CmdLine::STATUS_ARG_MISSING);
+    EXPECT_EQ(run.messages(), "format: outfile required.\n");
+    EXPECT_EQ(run.quitStatus(), 2);
+
+    EXPECT_EQ(run.parse("in out"), CmdLine::STATUS_ARG_MISSING);
+    EXPECT_EQ(run.messages(), "format: -s|--scheme schemename required.\n");
+
+    EXPECT_EQ(run.parse("-s"), CmdLine::STATUS_ARG_MISSING | CmdLine::STATUS_VALUE_MISSING);
+    EXPECT_EQ(run.messages(),
+              "format: value required for -s option.\nformat: infile required.\nformat: outfile required.\n");
+    EXPECT_EQ(run.parse("--sch"), CmdLine::STATUS_ARG_MISSING | CmdLine::STATUS_VALUE_MISSING);
+    EXPECT_THAT(run.messages(), StartsWith("format: value required for --scheme option.\n"));
+}
+
+TEST_F(ThreeArguments, TooManyArguments) {
+    EXPECT_EQ(run.parse("-s x in out more"), CmdLine::STATUS_TOO_MANY_ARGS);
+    EXPECT_EQ(run.messages(), "format: too many arguments given.\n");
+    EXPECT_EQ(run.quitStatus(), 2);
+}
+
+TEST_F(ThreeArguments, UnknownOptionsAndKeywords) {
+    EXPECT_EQ(run.parse("-q -s x in out"), CmdLine::STATUS_BAD_OPTION);
+    EXPECT_EQ(run.messages(), "format: unknown option \"-q\".\n");
+    EXPECT_EQ(run.parse("--nothing=1 -s x in out"), CmdLine::STATUS_BAD_KEYWORD);
+    EXPECT_EQ(run.messages(), "format: unknown option \"--nothing=1\".\n");
+
+    commandLine.setFlags(CmdLine::FLAG_QUIET | CmdLine::FLAG_NO_ABORT);
+    EXPECT_EQ(run.parse("-q -s x in out"), CmdLine::STATUS_BAD_OPTION);
+    EXPECT_EQ(run.errors(), "");
+    EXPECT_FALSE(run.quitStatus());
+}
+
+TEST_F(ThreeArguments, AnUnknownFormIsTriedAsTheOther) {
+    EXPECT_EQ(run.parse("--sfoo in out"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(scheme, "foo");
+
+    CmdArgStr folder(0, "folder", "name", "");
+    commandLine.append(folder);
+    EXPECT_EQ(run.parse("-folder=src -s x in out"), CmdLine::STATUS_OK);
+    EXPECT_STREQ(folder, "src");
+
+    commandLine.setFlags(CmdLine::FLAG_NO_GUESSING);
+    EXPECT_EQ(run.parse("--sfoo -s x in out"), CmdLine::STATUS_BAD_KEYWORD);
+    EXPECT_EQ(run.parse("-fo -s x in out"), CmdLine::STATUS_BAD_OPTION);
+    EXPECT_THAT(run.messages(), HasSubstr("unknown option \"-o\"."));
+}
+
+TEST_F(ThreeArguments, HelpPrintsTheWholeUsageToStandardOutput) {
+    for (const char* form : {"-?", "-H", "--?", "--help", "--He"}) {
+        std::ostringstream printed;
+        std::streambuf* const original = std::cout.rdbuf(printed.rdbuf());
+        commandLine.setQuitHandler([](int status) { throw status; });
+        try {
+            run.parse(form);
+            ADD_FAILURE() << form << " did not end the program";
+        } catch (int status) {
+            EXPECT_EQ(status, 1);
+        }
+        std::cout.rdbuf(original);
+        EXPECT_THAT(printed.str(), HasSubstr("Options/Arguments:")) << form;
+        EXPECT_EQ(run.errors(), "") << form;
+    }
+}
+
+TEST_F(ThreeArguments, PromptsForWhatIsMissingWhenAsked) {
+    commandLine.setFlags(CmdLine::FLAG_PROMPT_USER);
+    std::istringstream answers("linux\nin.cpp\n");
+    std::streambuf* const original = std::cin.rdbuf(answers.rdbuf());
+    EXPECT_EQ(run.parse(""), CmdLine::STATUS_ARG_MISSING);
+    std::cin.rdbuf(original);
+    std::cin.clear();
+    EXPECT_STREQ(scheme, "linux");
+    EXPECT_STREQ(input, "in.cpp");
+    EXPECT_THAT(run.messages(), HasSubstr("outfile required."));
+    EXPECT_EQ(run.quitStatus(), 2);
+}
+
+// Options of every shape.
+class ManyOptions : public ::testing::Test {
+protected:
+    CmdArgBool verbose{'v', "verbose", "talk"};
+    CmdArgBool version{'V', "version", "tell the version"};
+    CmdArgInt sticky{'n', "number", "count", "", CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_VALUE_STICKY};
+    CmdArgInt separate{'m', "maximum", "count", "",
+                       CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_VALUE_SEPARATE};
+    CmdArgInt level{'l', "level", "number", "", CmdArg::SYNTAX_VALUE_OPTIONAL};
+    CmdArgStrList files{"file", "",
+                        CmdArg::SYNTAX_POSITIONAL | CmdArg::SYNTAX_VALUE_OPTIONAL | CmdArg::SYNTAX_LIST};
+    CmdLine commandLine{"format", &verbose, &version, &sticky, &separate, &level, &files, nullptr};
+    CommandLineRun run{commandLine};
+};
+
+TEST_F(ManyOptions, GroupsAndCase) {
+    EXPECT_EQ(run.parse("-vVn12 one two three"), CmdLine::STATUS_OK);
+    EXPECT_TRUE(verbose);
+    EXPECT_TRUE(version);
+    EXPECT_EQ(sticky, 12);
+    EXPECT_EQ(files.values().size(), 3u);
+    EXPECT_LT(verbose.sequence(), sticky.sequence());
+
+    verbose = false;
+    version = false;
+    commandLine.setFlags(CmdLine::FLAG_ANY_CASE_OPTIONS);
+    EXPECT_EQ(run.parse("-V"), CmdLine::STATUS_OK);
+    EXPECT_TRUE(verbose);
+    EXPECT_FALSE(version);
+}
+
+TEST_F(ManyOptions, ValuesMustStandWhereTheSyntaxWantsThem) {
+    const unsigned notSticky = CmdLine::STATUS_VALUE_MISSING | CmdLine::STATUS_VALUE_NOT_STICKY;
+    const unsigned notSeparate = CmdLine::STATUS_VALUE_MISSING | CmdLine::STATUS_VALUE_NOT_SEPARATE;
+    EXPECT_EQ(run.parse("-n 5"), notSticky);
+    EXPECT_EQ(run.messages(), "format: value required in same argument for -n option.\n");
+    EXPECT_EQ(run.parse("--num"), notSticky);
+    EXPECT_EQ(run.messages(), "format: value required in same argument for --number option.\n");
+    EXPECT_EQ(run.parse("-m5"), notSeparate);
+    EXPECT_EQ(run.messages(), "format: value required in separate argument for -m option.\n");
+    EXPECT_EQ(run.parse("--max=5"), notSeparate);
+    EXPECT_EQ(run.messages(), "format: value required in separate argument for --maximum option.\n");
+    EXPECT_EQ(run.parse("-m 5 --number=6"), CmdLine::STATUS_OK);
+    EXPECT_EQ(separate, 5);
+    EXPECT_EQ(sticky, 6);
+}
+
+TEST_F(ManyOptions, AnOptionalValueEndsBeforeTheNextOption) {
+    level = 7;
+    EXPECT_EQ(run.parse("-l -v"), CmdLine::STATUS_OK);
+    EXPECT_EQ(level, 7);
+    EXPECT_TRUE(verbose);
+    EXPECT_FALSE(level.hasValueGiven());
+    EXPECT_EQ(run.parse("-l"), CmdLine::STATUS_OK);
+    EXPECT_EQ(run.parse("-l 3"), CmdLine::STATUS_OK);
+    EXPECT_EQ(level, 3);
+}
+
+TEST_F(ManyOptions, AmbiguousAndExactKeywords) {
+    EXPECT_EQ(run.parse("--ver"), CmdLine::STATUS_KEYWORD_AMBIGUOUS);
+    EXPECT_EQ(run.messages(), "format: ambiguous option \"--ver\".\n");
+
+    EXPECT_EQ(run.parse("--v"), CmdLine::STATUS_OK) << "a single character is also an option";
+    EXPECT_TRUE(verbose);
+
+    CmdArgBool shorter(0, "vers", "");
+    commandLine.append(shorter);
+    EXPECT_EQ(run.parse("--vers"), CmdLine::STATUS_OK);
+    EXPECT_TRUE(shorter);
+}
+
+TEST_F(ManyOptions, FlagsChooseTheForms) {
+    commandLine.setFlags(CmdLine::FLAG_KEYWORDS_ONLY);
+    EXPECT_EQ(run.parse("-verbose -number=4"), CmdLine::STATUS_OK);
+    EXPECT_TRUE(verbose);
+    EXPECT_EQ(sticky, 4);
+    EXPECT_EQ(run.parse("-zz"), CmdLine::STATUS_BAD_KEYWORD);
+    EXPECT_EQ(run.messages(), "format: unknown option \"-zz\".\n");
+    commandLine.clearFlags(CmdLine::FLAG_KEYWORDS_ONLY);
+
+    EXPECT_EQ(run.parse("+version"), CmdLine::STATUS_OK);
+    EXPECT_FALSE(version.isGiven());
+    commandLine.setFlags(CmdLine::FLAG_ALLOW_PLUS);
+    EXPECT_EQ(run.parse("+version"), CmdLine::STATUS_OK);
+    EXPECT_TRUE(version.isGiven());
+    commandLine.setFlags(CmdLine::FLAG_OPTIONS_ONLY);
+    EXPECT_EQ(run.parse("--version"), CmdLine::STATUS_OK);
+    EXPECT_FALSE(version.isGiven());
+    EXPECT_TRUE(files.isGiven());
+}
+
+TEST_F(ManyOptions, AFlagTakesNoValue) {
+    EXPECT_EQ(run.parse("--verbose=yes"), CmdLine::STATUS_BAD_VALUE);
+    EXPECT_EQ(run.messages(), "format: bad value for --verbose option.\n");
+}
+
+TEST_F(ManyOptions, BadValuesAreNamedTwice) {
+    EXPECT_EQ(run.parse("-n5x"), CmdLine::STATUS_BAD_VALUE);
+    EXPECT_EQ(run.messages(), "format: invalid integer value \"5x\"\nformat: bad value for -n option.\n");
+    EXPECT_EQ(run.quitStatus(), 2);
+}
+
+TEST_F(ManyOptions, SeveralParsesMayBeFramedAsOne) {
+    commandLine.prologue();
+    for (const char* part : {"-v", "-l"}) {
+        CmdStrTokIter strings(part);
+        commandLine.parse(strings, 0);
+    }
+    EXPECT_TRUE(verbose.isGiven());
+    EXPECT_TRUE(commandLine.state().awaitsValue);
+    EXPECT_EQ(commandLine.epilogue(), CmdLine::STATUS_OK);
+    EXPECT_FALSE(commandLine.state().awaitsValue);
+}
+
+class BrokenState : public CmdLine {
+public:
+    using CmdLine::CmdLine;
+    void breakState() { state_.awaitsValue = true; }
+};
+
+TEST(CmdLineInternalError, EndsWithItsOwnStatus) {
+    BrokenState commandLine("format", nullptr);
+    std::ostringstream errors;
+    commandLine.setErrorStream(errors);
+    commandLine.setQuitHandler([](int status) { throw status; });
+    commandLine.breakState();
+    CmdStrTokIter strings("x");
+    try {
+        commandLine.parse(strings, 0);
+        FAIL();
+    } catch (int status) {
+        EXPECT_EQ(status, 127);
+    }
+    EXPECT_EQ(errors.str(),
+              "*** Internal error in class CmdLine.\n\tparse-state is inconsistent with last-matched-arg.\n");
+}
+
+TEST(CmdLineQuit, EndsTheProgramWithoutAHandler) {
+    CmdLine commandLine("format", nullptr);
+    EXPECT_EXIT(commandLine.quit(3), ::testing::ExitedWithCode(3), "");
+}
+
+}  // namespace

@@ -1,0 +1,151 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "cmd_line_fixture.h"
+#include "cmdline/bool_arg.h"
+#include "cmdline/string_arg.h"
+
+namespace {
+
+std::string usageOf(const CmdLine& commandLine, int level) {
+    std::ostringstream out;
+    commandLine.printUsage(out, level);
+    return out.str();
+}
+
+class Usage : public ::testing::Test {
+protected:
+    CmdArgStr scheme{'s', "scheme", "schemename", "scheme to use for formatting",
+                     CmdArg::SYNTAX_REQUIRED | CmdArg::SYNTAX_VALUE_REQUIRED};
+    CmdArgStr input{"infile", "name of the file to read"};
+    CmdArgStr output{"outfile", "name of the file to write (can be the same as infile)"};
+    CmdLine commandLine{"bin/VantrelCmd", &scheme, &input, &output, nullptr};
+    CommandLineRun run{commandLine};
+};
+
+TEST_F(Usage, OfTheProgram) {
+    commandLine.setDescription("One line\r\n\r\nanother\r\n");
+    const std::string line = "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n";
+    EXPECT_EQ(usageOf(commandLine, 0), "");
+    EXPECT_EQ(usageOf(commandLine, 1), line);
+    EXPECT_EQ(usageOf(commandLine, 2),
+              line +
+                  "Options/Arguments:\n"
+                  "        -s|--scheme schemename  scheme to use for formatting\n"
+                  "        -?|--?                  ; print usage and exit.\n"
+                  "        -H|--Help               ; print usage and exit.\n"
+                  "        infile                  name of the file to read\n"
+                  "        outfile                 name of the file to write (can be the same as\n"
+                  "                                infile)\n"
+                  "\nDescription:\n"
+                  "        One line\r\n\r\n        another\r\n");
+}
+
+TEST_F(Usage, LevelComesFromTheEnvironment) {
+    const std::string full = usageOf(commandLine, 2);
+    const std::string terse = usageOf(commandLine, 1);
+    EXPECT_EQ(usageOf(commandLine, 3), full);
+    struct Case {
+        const char* value;
+        std::string expected;
+    };
+    for (const Case& one : {Case{"", ""}, {"0", ""}, {"1", terse}, {"2", full}, {"-7", full}, {"x", full}}) {
+        ::setenv("USAGE_LEVEL", one.value, 1);
+        EXPECT_EQ(usageOf(commandLine, 3), one.expected) << one.value;
+    }
+    run.parse("");
+    EXPECT_THAT(run.errors(), ::testing::HasSubstr("Options/Arguments:"));
+    ::setenv("USAGE_LEVEL", "1", 1);
+    run.parse("");
+    EXPECT_THAT(run.errors(), ::testing::EndsWith(terse));
+    ::unsetenv("USAGE_LEVEL");
+}
+
+TEST_F(Usage, LongLinesContinueUnderTheFirstArgument) {
+    CmdArgStr first("a-rather-long-name", "");
+    CmdArgStr second("another-long-name", "");
+    commandLine.append(first);
+    commandLine.append(second);
+    EXPECT_EQ(usageOf(commandLine, 1),
+              "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n"
+              "                  a-rather-long-name another-long-name\n");
+}
+
+TEST_F(Usage, HiddenArgumentsAreNotShownAndDummiesAre) {
+    CmdArgBool hidden('x', "secret", "", CmdArg::SYNTAX_HIDDEN);
+    CmdArgDummy dummy('o', "other", "handled elsewhere");
+    commandLine.append(hidden);
+    commandLine.append(dummy);
+    EXPECT_THAT(usageOf(commandLine, 2), ::testing::Not(::testing::HasSubstr("secret")));
+    EXPECT_THAT(usageOf(commandLine, 1), ::testing::HasSubstr("[-o|--other]"));
+    EXPECT_EQ(run.parse("-s x -o in out"), CmdLine::STATUS_BAD_OPTION);
+}
+
+TEST_F(Usage, ASyntaxWiderThanItsColumnHasTheLineForItself) {
+    const std::string name(60, 'k');
+    CmdArgBool wide(0, name.c_str(), "explained");
+    commandLine.append(wide);
+    const std::string indent(8 + 45, ' ');
+    EXPECT_THAT(usageOf(commandLine, 2),
+                ::testing::HasSubstr("        --" + name + "\n" + indent + "explained\n"));
+}
+
+TEST_F(Usage, ParagraphsAreWrapped) {
+    const std::string word(200, 'w');
+    commandLine.setDescription(("one\ttwo   " + word + " end   ").c_str());
+    const std::string indent(8, ' ');
+    EXPECT_THAT(usageOf(commandLine, 2),
+                ::testing::EndsWith("Description:\n" + indent + "one\ttwo\n" + indent + std::string(71, 'w') +
+                                    "\n" + indent + std::string(71, 'w') + "\n" + indent +
+                                    std::string(58, 'w') + " end   \n"));
+    commandLine.setDescription((std::string(71, 'a') + " " + std::string(70, 'b') + " c").c_str());
+    EXPECT_THAT(usageOf(commandLine, 2),
+                ::testing::EndsWith("\n" + indent + std::string(71, 'a') + "\n" + indent +
+                                    std::string(70, 'b') + "\n" + indent + "c\n"));
+}
+
+TEST(FormatArgSyntax, EveryForm) {
+    constexpr unsigned required = CmdArg::SYNTAX_VALUE_REQUIRED;
+    constexpr unsigned optional = CmdArg::SYNTAX_VALUE_OPTIONAL;
+    constexpr unsigned sticky = CmdArg::SYNTAX_VALUE_STICKY;
+    constexpr auto both = CmdLineSyntax::Both;
+    constexpr auto options = CmdLineSyntax::OptionsOnly;
+    constexpr auto keywords = CmdLineSyntax::KeywordsOnly;
+    struct Case {
+        unsigned flags;
+        CmdLineSyntax syntax;
+        const char* expected;
+    };
+    CmdLine commandLine("p", nullptr);
+    for (const Case& one : {Case{required, both, "-k|--key v"},
+                            {required, options, "-k v"},
+                            {required, keywords, "--key v"},
+                            {optional, both, "-k|--key [v]"},
+                            {required | sticky, both, "-kv|--key=v"},
+                            {optional | sticky, both, "-k[v]|--key[=v]"},
+                            {required | sticky, keywords, "--key=v"},
+                            {optional | sticky, keywords, "--key[=v]"}}) {
+        const CmdArgStr argument('k', "key", "v", "", one.flags);
+        EXPECT_EQ(commandLine.formatArgSyntax(argument, 1, one.syntax), one.expected);
+        EXPECT_EQ(commandLine.formatArgSyntax(argument, 2, one.syntax),
+                  '[' + std::string(one.expected) + ']');
+    }
+    const CmdArgStr list('k', "", "v", "", required | CmdArg::SYNTAX_LIST);
+    EXPECT_EQ(commandLine.formatArgSyntax(list, 2), "[-k v ...]");
+    EXPECT_EQ(commandLine.formatArgSyntax(list, 1), "-k v");
+    const CmdArgBool keyword(0, "key", "");
+    commandLine.setFlags(CmdLine::FLAG_ALLOW_PLUS);
+    EXPECT_EQ(commandLine.formatArgSyntax(keyword, 1), "+key");
+    commandLine.setFlags(CmdLine::FLAG_KEYWORDS_ONLY);
+    EXPECT_EQ(commandLine.formatArgSyntax(keyword, 1), "-key");
+
+    std::ostringstream errors;
+    commandLine.setErrorStream(errors);
+    commandLine.setQuitHandler([](int status) { throw status; });
+    EXPECT_THROW(commandLine.formatArgSyntax(keyword, 1, static_cast<CmdLineSyntax>(9)), int);
+    EXPECT_EQ(errors.str(), "*** Internal error in class CmdLine.\n\tunknown CmdLineSyntax value (9)\n");
+}
+
+}  // namespace
