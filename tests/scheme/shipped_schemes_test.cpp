@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "scheme/property_keys.h"
+#include "scheme/property_set.h"
+#include "scheme/property_set_store.h"
+
+namespace {
+
+using Tessel::PropertySet;
+using Tessel::PropertyType;
+namespace Keys = Tessel::Keys;
+
+const std::string DIRECTORY = VANTREL_SHIPPED_SCHEMES "/";
+
+std::string contentOf(const std::string& fileName) {
+    std::ifstream in(DIRECTORY + fileName, std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+PropertySet schemeOf(const std::string& fileName) {
+    std::istringstream in(contentOf(fileName));
+    return PropertySet(in);
+}
+
+bool hasType(const PropertySet& scheme, const std::string& key, PropertyType type) {
+    bool flag;
+    int number;
+    std::string text;
+    switch (type) {
+        case PropertyType::Boolean:
+            return scheme.getBool(key, flag);
+        case PropertyType::Integer:
+            return scheme.getInt(key, number);
+        case PropertyType::String:
+            return scheme.getString(key, text);
+    }
+    return false;
+}
+
+class ShippedSchemes : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_FALSE(fileNames_.empty()) << "no schemes in " << DIRECTORY; }
+
+    const std::set<std::string> fileNames_ = TesselUI::PropertySetStore::findPSFiles(DIRECTORY);
+};
+
+TEST_F(ShippedSchemes, AreNamedLikeTheirFilesAndWrittenAsTheyWouldBeSaved) {
+    for (const std::string& fileName : fileNames_) {
+        const PropertySet scheme = schemeOf(fileName);
+        EXPECT_EQ(scheme.getName() + ".vts", fileName);
+        std::ostringstream saved;
+        scheme.write(saved);
+        EXPECT_EQ(saved.str(), contentOf(fileName)) << fileName;
+    }
+}
+
+TEST_F(ShippedSchemes, UseTheCataloguesKeysWithTheirTypes) {
+    for (const std::string& fileName : fileNames_) {
+        const PropertySet scheme = schemeOf(fileName);
+        for (const std::string& key : scheme.names()) {
+            EXPECT_NE(std::find(Keys::CATALOGUE.begin(), Keys::CATALOGUE.end(), key), Keys::CATALOGUE.end())
+                << fileName << ": " << key;
+            EXPECT_TRUE(hasType(scheme, key, Keys::typeOf(key))) << fileName << ": " << key;
+        }
+    }
+}
+
+TEST_F(ShippedSchemes, HoldNothingButWhiteSpaceToBeWritten) {
+    for (const std::string& fileName : fileNames_) {
+        const PropertySet scheme = schemeOf(fileName);
+        for (const std::string_view key : Keys::CATALOGUE) {
+            std::string text;
+            if (key == Keys::VANTREL_VERSION || !scheme.getString(key, text)) continue;
+            EXPECT_EQ(text.find_first_not_of(" \t\n"), std::string::npos) << fileName << ": " << key;
+        }
+    }
+}
+
+// A key that only some schemes have was forgotten in the others: what is laid out in one is laid out in all.
+// How blocks open is the exception: where braces end lines, a block that stands alone stays where it is.
+TEST_F(ShippedSchemes, HaveTheSameKeys) {
+    std::vector<std::string> expected = schemeOf("allman.vts").names();
+    std::erase(expected, Keys::GLOBAL_WS_BEFORE_OPEN_BRACE);
+    for (const std::string& fileName : fileNames_) {
+        std::vector<std::string> names = schemeOf(fileName).names();
+        std::erase(names, Keys::GLOBAL_WS_BEFORE_OPEN_BRACE);
+        EXPECT_EQ(names, expected) << fileName;
+    }
+}
+
+TEST_F(ShippedSchemes, AreOfTheCurrentVersion) {
+    for (const std::string& fileName : fileNames_) {
+        std::string version;
+        schemeOf(fileName).getString(Keys::VANTREL_VERSION, version);
+        EXPECT_EQ(version, "1.2.1") << fileName;
+    }
+}
+
+}  // namespace
