@@ -73,7 +73,7 @@ run_tests() {
     log=$(mktemp)
     if ! ctest --test-dir "$folder" --parallel "$(nproc)" --output-on-failure --no-tests=error "$@" \
         >"$log" 2>&1 </dev/null; then
-        cat "$log" >&2
+        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" >&2
         rm -f "$log"
         fail "Tests failed."
     fi
