@@ -1,5 +1,8 @@
 #include "scheme/scheme_directory.h"
 
+#include <sys/auxv.h>
+
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -7,6 +10,7 @@
 #include <sstream>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "scheme/replace_file.h"
 
@@ -41,12 +45,18 @@ fs::path settingsPath() {
     return configuration / "vantrel" / "settings";
 }
 
-std::string executableDirectory() {
+// The second way is for machines without /proc: the name that the program was started by, links followed.
+fs::path executablePath() {
     std::error_code error;
-    const fs::path executable = fs::read_symlink("/proc/self/exe", error);
-    if (error) return {};
-    std::string directory = executable.parent_path().string();
-    if (!directory.ends_with('/')) directory += '/';
+    const fs::path path = fs::read_symlink("/proc/self/exe", error);
+    if (!error) return path;
+    const char* startedAs = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
+    return startedAs ? fs::canonical(startedAs, error) : fs::path();
+}
+
+std::string executableDirectory() {
+    std::string directory = executablePath().parent_path().string();
+    if (!directory.empty() && !directory.ends_with('/')) directory += '/';
     return directory;
 }
 

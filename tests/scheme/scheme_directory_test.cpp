@@ -1,5 +1,6 @@
 #include "scheme/scheme_directory.h"
 
+#include <errno.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -21,7 +22,7 @@ protected:
     }
 
     TemporaryDirectory configuration_;
-    const std::string executables_ = fs::canonical("/proc/self/exe").parent_path().string() + "/";
+    const std::string executables_ = fs::canonical(program_invocation_name).parent_path().string() + "/";
 };
 
 TEST_F(SchemeDirectory, IsTheExecutablesWhenNothingIsSet) {
