@@ -107,6 +107,8 @@ Lexer::Lexer(std::istream& source)
 
 Lexer::Lexer(std::string_view text) : text_(text) {}
 
+Lexer::Lexer(std::string_view text, OpaqueTokens& opaque) : text_(text), opaque_(&opaque) {}
+
 void Lexer::startLine(std::size_t place) {
     ++line_;
     previousLineStart_ = lineStart_;
@@ -146,7 +148,24 @@ Trn::Token Lexer::finish(Token token, int kind) {
     token.length = static_cast<std::uint32_t>(place_ - token.offset);
     token.text = text_.substr(token.offset, token.length);
     token.end = positionOf(place_);
+    if (opaque_) recordOpaque(token);
     return token;
+}
+
+void Lexer::recordOpaque(const Token& token) {
+    switch (token.kind) {
+        case Directive:
+        case LineComment:
+        case BlockComment: break;
+        case Unknown:
+        case CharLiteral:
+        case StringLiteral:
+        case Identifier:
+            if (std::none_of(token.text.begin(), token.text.end(), isSpace)) return;
+            break;
+        default: return;
+    }
+    opaque_->push_back({token.offset, token.length, token.kind});
 }
 
 bool Lexer::skipWhitespace() {
@@ -177,6 +196,7 @@ Trn::Token Lexer::nextToken() {
         if (c == '#') return scanDirective();
         if (c == '/' && charAt(place_ + 1) == '/') return scanLineComment();
         if (c == '/' && charAt(place_ + 1) == '*') return scanBlockComment();
+        if (c == '\\' && startsSplice(place_)) return scanSplice();
         const Operator found = matchOperator(text_.substr(place_, 3));
         if (found.length > 0) return scanOperator(found.kind, found.length);
         ++place_;
@@ -203,6 +223,11 @@ Trn::Token Lexer::scanName() {
     while (place_ < text_.size()) {
         if (isNamePart(text_[place_])) {
             ++place_;
+            continue;
+        }
+        if (text_[place_] == '\\' && charAt(place_ + 1) == '\n' && isNamePart(charAt(place_ + 2))) {
+            place_ += 2;
+            startLine(place_);
             continue;
         }
         if (text_[place_] != ':' || charAt(place_ + 1) != ':') break;
@@ -386,6 +411,21 @@ std::size_t Lexer::blockCommentEnd(std::size_t start) const {
     constexpr std::size_t delimiter = 2;
     const std::size_t close = text_.find("*/", start + delimiter);
     return close == std::string_view::npos ? text_.size() : close + delimiter;
+}
+
+// Whether only blanks stand between the backslash and the end of its line.
+bool Lexer::startsSplice(std::size_t backslash) const {
+    std::size_t place = backslash + 1;
+    while (place < text_.size() && isSpace(text_[place]) && text_[place] != '\n') ++place;
+    return place < text_.size() && text_[place] == '\n';
+}
+
+Trn::Token Lexer::scanSplice() {
+    const Token token = begin();
+    const std::size_t end = text_.find('\n', place_) + 1;
+    countLines(place_, end);
+    place_ = end;
+    return finish(token, LineComment);
 }
 
 Trn::Token Lexer::scanBlockComment() {

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "cpp/opaque_tokens.h"
 #include "textstream/text_document.h"
 #include "trn/lexer.h"
 
@@ -17,14 +18,17 @@ namespace Cpp {
 // the gaps between tokens. Malformed literals become tokens of kind Unknown; nothing is reported.
 //
 // Where this lexer is more careful than it has to be, it is so that no pass ever changes the meaning of a line:
-// raw strings and prefixed literals are one token, a line comment goes on behind a backslash at its end, and a
-// directive takes in a comment over several lines when more of the directive follows it.
+// raw strings and prefixed literals are one token, a line comment goes on behind a backslash at its end, a
+// directive takes in a comment over several lines when more of the directive follows it, and a backslash that
+// splices two lines of code keeps its line end as a line comment does.
 class Lexer : public Trn::Lexer {
 public:
     // Reads the stream to its end at once.
     explicit Lexer(std::istream& source);
     // Borrows a text whose line ends are line feeds; it must outlive the lexer and its tokens.
     explicit Lexer(std::string_view text);
+    // Adds the opaque tokens that it meets to `opaque`, which is borrowed.
+    Lexer(std::string_view text, OpaqueTokens& opaque);
 
     Trn::Token nextToken() override;
     // The line, the column, and the column at which the line before ended.
@@ -45,6 +49,7 @@ private:
     bool skipWhitespace();
     Token begin() const;
     Token finish(Token token, int kind);
+    void recordOpaque(const Token& token);
 
     Token scanName();
     Token scanPrefixedLiteral(std::size_t quote, bool isRaw);
@@ -54,6 +59,8 @@ private:
     Token scanRawString(std::size_t quote);
     Token scanCharacter(std::size_t quote);
     Token scanLineComment();
+    bool startsSplice(std::size_t backslash) const;
+    Token scanSplice();
     Token scanBlockComment();
     Token scanDirective();
     Token scanOperator(int kind, std::size_t length);
@@ -68,8 +75,9 @@ private:
     std::uint32_t line_ = 1;
     std::size_t lineStart_ = 0;
     std::size_t previousLineStart_ = 0;
-    Token pending_;                       // kEndKind when there is none
-    std::deque<std::string> ownTexts_;    // of tokens whose text differs from the source
+    Token pending_;                     // kEndKind when there is none
+    std::deque<std::string> ownTexts_;  // of tokens whose text differs from the source
+    OpaqueTokens* opaque_ = nullptr;
 };
 
 }  // namespace Cpp

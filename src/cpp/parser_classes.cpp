@@ -36,8 +36,8 @@ int accessLabelNumber(int kind) {
 int baseAccessNumber(int kind) {
     switch (kind) {
         case KeywordPublic: return 1;
-        case KeywordPrivate: return 2;
-        case KeywordProtected: return 3;
+        case KeywordProtected: return 2;
+        case KeywordPrivate: return 3;
         default: return 0;
     }
 }

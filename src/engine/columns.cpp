@@ -9,8 +9,8 @@ namespace Tessel {
 
 namespace {
 
-// The tab modes of an output stream.
-enum TabMode : int { KeepTabs = 0, TabsToBlanks = 1, BlanksToTabs = 2 };
+using Zelmor::KeepTabs;
+using Zelmor::SpacesToTabs;
 
 std::string blanks(int count) { return std::string(static_cast<std::size_t>(std::max(count, 0)), ' '); }
 
@@ -61,8 +61,8 @@ std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
     if (column < 1) return {};
     const int mode = out.tabMode();
     const int tabSize = out.tabSize();
-    const bool usesTabs = mode == BlanksToTabs && tabSize >= 1;
-    if (mode < KeepTabs || mode > BlanksToTabs) return {};
+    const bool usesTabs = mode == SpacesToTabs && tabSize >= 1;
+    if (mode < KeepTabs || mode > SpacesToTabs) return {};
     const int width = columnAfter(out.indent(), 0, tabSize);
     if (column == width) return out.indent();
     if (column < width) return usesTabs ? tabsAndBlanks(column, tabSize) : blanks(column);
@@ -76,7 +76,7 @@ std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
 void padColumns(Zelmor::OIndentBuf& out, int count) {
     count = std::max(count, 0);
     const int tabSize = out.tabSize();
-    if ((out.tabMode() != KeepTabs && out.tabMode() != BlanksToTabs) || tabSize < 1) {
+    if ((out.tabMode() != KeepTabs && out.tabMode() != SpacesToTabs) || tabSize < 1) {
         out.write(blanks(count));
         return;
     }

@@ -2,8 +2,10 @@
 
 #include <optional>
 
+#include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
 #include "scheme/property_keys.h"
@@ -17,11 +19,6 @@ using Zelmor::IndentState;
 using Zelmor::ITextDocStream;
 using Zelmor::LeadingSpaceScope;
 using Zelmor::OIndentBuf;
-
-bool isOnOneLine(std::string_view text) {
-    const std::size_t lineFeed = text.find('\n');
-    return lineFeed == std::string_view::npos || lineFeed + 1 == text.size();
-}
 
 // How a token changes the number of brackets that are open around the next one.
 int nestingStep(const ExprToken& token) {
@@ -42,9 +39,9 @@ int nestingStep(const ExprToken& token) {
 
 }  // namespace
 
-CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme) : scheme_(scheme) {
+CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source)
+    : scheme_(scheme), tabSize_(readTabSize(scheme)), columns_(source, tabSize_) {
     applySchemeDefaults(scheme_);
-    tabSize_ = readTabSize(scheme_);
     leftMargin_ = readText(scheme_, Keys::LEFT_MARGIN);
     directivesLeftMostSet_ = scheme_.getBool(std::string(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
 }
@@ -131,73 +128,44 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
 }
 
 void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
-    const Trn::Token& token = sweep.current().token;
-    const int inputColumn = static_cast<int>(token.start.column) - 1;
-    if (token.kind == Cpp::Directive) {
-        writeDirective(sweep.takeGap(), sweep.currentText(), inputColumn, out);
+    if (sweep.currentKind() == Cpp::Directive) {
+        writeDirective(sweep.takeGap(), sweep.currentText(), out);
     } else {
         sweep.writeGap();
-        writeLines(sweep.currentText(), inputColumn, out);
+        writeLines(sweep.currentText(), columns_, out);
     }
     sweep.passToken();
 }
 
 void CppExprFormatterBase::formatCommentLines(Trn::Position start, Trn::Position end, ITextDocStream& in,
                                               OIndentBuf& out) {
-    copyGap(in, out, start);
-    writeLines(readThrough(in, end), inputColumnOf(in, start), out);
+    out.write(readGap(in, start));
+    writeComment(readThrough(in, end), out);
 }
 
 void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position end, ITextDocStream& in,
                                            OIndentBuf& out) {
     const std::string_view gap = readGap(in, start);
-    writeDirective(gap, readThrough(in, end), inputColumnOf(in, start), out);
+    writeDirective(gap, readThrough(in, end), out);
 }
 
-void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, int inputColumn,
-                                          OIndentBuf& out) {
+void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {
+    writeLines(text, columns_, out);
+}
+
+// A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.
+void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out) {
     if (!directivesLeftMostSet_) {
         IndentScope indent(out, {});
         LeadingSpaceScope keepSpace(out, true);
         out.write(gap);
-        out.write(directive);
+        writeLiteral(directive, out);
         return;
     }
     std::optional<IndentScope> margin;
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, leftMargin_.text);
     out.write(gap);
-    writeLines(directive, inputColumn, out);
-}
-
-// `inputColumn` is where the text began in the input: white space up to there belongs to the place of the text,
-// what goes beyond it to the text.
-void CppExprFormatterBase::writeLines(std::string_view text, int inputColumn, OIndentBuf& out) {
-    if (isOnOneLine(text)) {
-        out.write(text);
-        return;
-    }
-    IndentScope indent(out, indentToColumn(out, nextColumn(out)));
-    std::size_t lineEnd = text.find('\n') + 1;
-    out.write(text.substr(0, lineEnd));
-    LeadingSpaceScope keepSpace(out, true);
-    while (lineEnd < text.size()) {
-        text.remove_prefix(lineEnd);
-        for (int column = 0; column < inputColumn && !text.empty() && text.front() != '\n' &&
-                             isWhitespace(text.front());) {
-            column += charWidth(text.front(), column, tabSize_);
-            text.remove_prefix(1);
-        }
-        const std::size_t lineFeed = text.find('\n');
-        lineEnd = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
-        out.write(text.substr(0, lineEnd));
-    }
-}
-
-int CppExprFormatterBase::inputColumnOf(const ITextDocStream& in, Trn::Position start) const {
-    const Zelmor::TextDocument& document = in.document();
-    const std::size_t lineStart = document.offsetOf(static_cast<int>(start.line), 0);
-    const std::size_t column = start.column > 0 ? start.column - 1 : 0;
-    return columnAfter(document.text().substr(lineStart, column), 0, tabSize_);
+    writeLines(directive, columns_, out);
 }
 
 }  // namespace Tessel

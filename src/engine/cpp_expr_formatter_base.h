@@ -6,6 +6,7 @@
 
 #include "engine/expr_tokens.h"
 #include "engine/optional_text.h"
+#include "engine/source_columns.h"
 #include "engine/text_sweep.h"
 #include "scheme/property_set.h"
 #include "textstream/itext_doc_stream.h"
@@ -18,7 +19,9 @@ namespace Tessel {
 // operations return holds the indentation of its lines already.
 class CppExprFormatterBase {
 public:
-    explicit CppExprFormatterBase(const PropertySet& scheme);
+    // `source`, when given, is borrowed: the document that the texts are views of. It tells the columns at which
+    // comments over several lines began; in other texts their lines count from the text's start.
+    explicit CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
 
     // The elements of a list stay aligned: an element or separator that starts a line puts the elements into
     // the column of the first one.
@@ -33,6 +36,10 @@ public:
     // The same for a directive, placed as ALIGN_PPD_LEFT_MOST says.
     virtual void formatDirective(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
                                  Zelmor::OIndentBuf& out);
+
+    // The same for a comment that the output has reached, and for a directive with the white space in front.
+    void writeComment(std::string_view text, Zelmor::OIndentBuf& out);
+    void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out);
 
 protected:
     ~CppExprFormatterBase() = default;
@@ -55,18 +62,15 @@ protected:
     int nextColumn(const Zelmor::OIndentBuf& out) const;
 
     const PropertySet& scheme() const { return scheme_; }
+    int tabSize() const { return tabSize_; }
 
 private:
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
     void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
-    void writeDirective(std::string_view gap, std::string_view directive, int inputColumn,
-                        Zelmor::OIndentBuf& out);
-    void writeLines(std::string_view text, int inputColumn, Zelmor::OIndentBuf& out);
-    int inputColumnOf(const Zelmor::ITextDocStream& in, Trn::Position start) const;
-
     PropertySet scheme_;
     int tabSize_;
+    SourceColumns columns_;
     OptionalText leftMargin_;
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;

@@ -170,6 +170,7 @@ private:
         bool isTypeSoFar = true;  // nothing but the words of a type
         bool sawType = false;     // a word that is a type by itself
         bool atTextStart = true;  // begins the text or a clause of it
+        bool sawQuestion = false;
     };
 
     int previousKind() const { return kindAt(tokens_, previous_); }
@@ -204,6 +205,8 @@ private:
             case Cpp::Plus:
             case Cpp::Minus: return followsOperand(place) ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
             case Cpp::Identifier: return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
+            case Cpp::Colon: return introducesWidth() ? ExprRole::Operand : ExprRole::BinaryOperator;
+            case Cpp::Assign: return isCapture(place) ? ExprRole::Operand : ExprRole::BinaryOperator;
             default: return isOperatorKind(kind) ? ExprRole::BinaryOperator : ExprRole::Operand;
         }
     }
@@ -216,8 +219,21 @@ private:
 
     bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
 
+    // Outside all brackets of the text behind a type.
+    bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty(); }
+
+    // A ":" of a bit field, as opposed to that of a conditional expression.
+    bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
+
+    // The "=" of a lambda's capture list.
+    bool isCapture(std::size_t place) const {
+        return previous_ != kNoToken && previousKind() == Cpp::OpenBracket &&
+               (kindAt(tokens_, place + 1) == Cpp::CloseBracket || kindAt(tokens_, place + 1) == Cpp::Comma);
+    }
+
     ExprRole roleOfStar(std::size_t place) const {
         const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
+        if (isAmongDeclarators() && (previous_ == kNoToken || previousKind() == Cpp::Comma)) return ExprRole::Mark;
         if (previous_ != kNoToken && previousRole() == ExprRole::Mark) return ExprRole::Mark;
         if (previous_ == kNoToken) return isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
         if (isMark(place)) return ExprRole::Mark;
@@ -370,6 +386,7 @@ private:
 
     void extendSegment(const ExprToken& token) {
         const int kind = token.token.kind;
+        segment_.sawQuestion |= kind == Cpp::Question;
         if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
             kind == Cpp::KeywordSigned) {
             segment_.sawType = true;

@@ -36,8 +36,9 @@ struct ExprToken {
     std::size_t partner = kNoToken;  // of an open or close role
 };
 
-// Whether a text is read as an expression, or as a declaration in which marks and names stand behind types.
-enum class ExprMode { Expression, Declaration };
+// How a text is read: as an expression; as a declaration in which marks and names stand behind types; or as the
+// part of a data declaration behind its type, `a[10], *b = 0`.
+enum class ExprMode { Expression, Declaration, Declarators };
 
 // Lexes a text into `tokens` (which is cleared first) and finds every token's role. One pass over the text and
 // two over the tokens, whatever the nesting.

@@ -1,8 +1,26 @@
 #include "engine/text_sweep.h"
 
+#include "cpp/token_joining.h"
+#include "cpp/token_kind.h"
 #include "engine/gap.h"
+#include "engine/opaque_text.h"
 
 namespace Tessel {
+
+namespace {
+
+// Only literals and qualified names may hold white space here; most do not.
+bool isOpaque(const Trn::Token& token) {
+    switch (token.kind) {
+        case Cpp::Unknown:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral: return true;
+        case Cpp::Identifier: return token.text.size() != token.length || token.start.line != token.end.line;
+        default: return false;
+    }
+}
+
+}  // namespace
 
 std::string_view TextSweep::gap() const {
     const std::size_t end = atEnd() ? text_.size() : current().token.offset;
@@ -15,8 +33,16 @@ std::string_view TextSweep::takeGap() {
     return taken;
 }
 
+// Whether the tokens on either side of the gap would be read as one.
+bool TextSweep::joinsTokens() const {
+    if (atEnd() || place_ == 0) return false;
+    return Cpp::wouldJoin(textOf(tokens_[place_ - 1].token), currentText());
+}
+
 void TextSweep::writeGapWith(std::string_view wanted) {
-    const std::string_view kept = trimRight(takeGap());
+    const std::string_view whole = takeGap();
+    const std::string_view kept = trimRight(whole);
+    if (wanted.empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = " ";
     out_.write(kept);
     if (endedLine_ && kept.empty()) {
         const std::size_t lineFeed = wanted.find('\n');
@@ -25,8 +51,14 @@ void TextSweep::writeGapWith(std::string_view wanted) {
     out_.writeVerbatim(wanted);
 }
 
+void TextSweep::dropGap() { out_.write(trimRight(takeGap())); }
+
 void TextSweep::writeToken() {
-    out_.write(currentText());
+    if (isOpaque(current().token)) {
+        writeLiteral(currentText(), out_);
+    } else {
+        out_.write(currentText());
+    }
     passToken();
 }
 

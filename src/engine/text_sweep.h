@@ -28,8 +28,11 @@ public:
     std::string_view takeGap();
     void writeGap() { out_.write(takeGap()); }
     // The gap with its trailing white space replaced. The line end of a comment or directive that has just been
-    // written stays; `wanted` then only counts as far as it asks for more line feeds.
+    // written stays; `wanted` then only counts as far as it asks for more line feeds. Two tokens that would be
+    // read as one stay apart by a blank.
     void writeGapWith(std::string_view wanted);
+    // Takes the white space that stands here away, for it is written elsewhere.
+    void dropGap();
 
     void writeToken();
     // Moves behind the current token, which has been written.
@@ -37,6 +40,7 @@ public:
 
 private:
     std::string_view textOf(const Trn::Token& token) const { return text_.substr(token.offset, token.length); }
+    bool joinsTokens() const;
 
     std::string_view text_;
     const std::vector<ExprToken>& tokens_;

@@ -46,6 +46,10 @@ public:
     std::size_t write(std::string_view text);
     // With leading white space kept.
     std::size_t writeVerbatim(std::string_view text);
+    // Writes the indentation when the line has not begun yet.
+    void startLine() {
+        if (column_ == 0) put(indent_);
+    }
 
 protected:
     int_type overflow(int_type c) override;

@@ -1,0 +1,44 @@
+#include "cpp/token_joining.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace Cpp {
+
+namespace {
+
+constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+constexpr bool isNamePart(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c) || c == '_' || c == '$' ||
+           static_cast<unsigned char>(c) > 127;
+}
+
+constexpr bool isQuote(char c) { return c == '"' || c == '\''; }
+
+// Two characters that mean something else together; the digraphs among them.
+constexpr std::string_view kJoiningPairs[] = {
+    "++", "--", "&&", "||", "<<", ">>", "==", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<=", ">=",
+    "!=", "->", ".*", ">*", "//", "/*", "*/", "::", "<:", ":>", "<%", "%>", "%:", "..", "##", "\\\n",
+};
+
+bool endsExponent(std::string_view number) {
+    return isDigit(number.front()) && std::string_view("eEpP").find(number.back()) != std::string_view::npos;
+}
+
+}  // namespace
+
+bool wouldJoin(std::string_view left, std::string_view right) {
+    if (left.empty() || right.empty()) return false;
+    const char last = left.back();
+    const char first = right.front();
+    if (isNamePart(last) && (isNamePart(first) || isQuote(first))) return true;
+    if (isQuote(last) && isNamePart(first)) return true;
+    if ((isDigit(left.front()) && first == '.') || (last == '.' && isDigit(first))) return true;
+    if ((first == '+' || first == '-') && endsExponent(left)) return true;
+    const char pair[] = {last, first};
+    return std::find(std::begin(kJoiningPairs), std::end(kJoiningPairs), std::string_view(pair, 2)) !=
+           std::end(kJoiningPairs);
+}
+
+}  // namespace Cpp

@@ -1,0 +1,364 @@
+#include "engine/cpp_expr_formatter.h"
+
+#include "cpp/token_sets.h"
+#include "engine/columns.h"
+#include "engine/gap.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+using Zelmor::IndentScope;
+using Zelmor::IndentState;
+using Zelmor::LeadingSpaceScope;
+using Zelmor::OIndentBuf;
+
+const OptionalText kAsInInput;
+const OptionalText kNothing{true, ""};
+const OptionalText kBlank{true, " "};
+
+constexpr int kAnchoredToType = 0;
+constexpr int kAnchoredToName = 1;
+
+// A name, or a qualifier in front of one.
+bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
+
+const OptionalText* ifPresent(const OptionalText& setting) { return setting.present ? &setting : nullptr; }
+
+}  // namespace
+
+// The indentation of the elements of a group that break lines.
+struct CppExprFormatter::Group::ElementScope {
+    ElementScope(OIndentBuf& out, std::string indent, bool keepLeadingSpace)
+        : indentScope(out, std::move(indent)), leadingSpace(out, keepLeadingSpace) {}
+
+    IndentScope indentScope;
+    LeadingSpaceScope leadingSpace;
+};
+
+// One sweep over a text.
+struct CppExprFormatter::Run {
+    Run(std::string_view text, const std::vector<ExprToken>& tokensOfText, OIndentBuf& output, ExprMode textMode,
+        const OptionalText& whitespace, bool isNameFollowing)
+        : sweep(text, tokensOfText, output),
+          tokens(tokensOfText),
+          out(output),
+          mode(textMode),
+          typeWhitespace(whitespace),
+          nameFollows(isNameFollowing) {}
+
+    const ExprToken& current() const { return sweep.current(); }
+    int kindAt(std::size_t place) const {
+        return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
+    }
+    ExprRole roleAt(std::size_t place) const {
+        return place < tokens.size() ? tokens[place].role : ExprRole::Operand;
+    }
+    int previousKind() const { return previous == kNoToken ? Trn::kEndKind : kindAt(previous); }
+    ExprRole previousRole() const { return previous == kNoToken ? ExprRole::Operand : tokens[previous].role; }
+
+    TextSweep sweep;
+    const std::vector<ExprToken>& tokens;
+    OIndentBuf& out;
+    ExprMode mode;
+    const OptionalText& typeWhitespace;
+    bool nameFollows;
+    std::size_t previous = kNoToken;        // the last token that is no comment or directive
+    const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
+    bool sawMark = false;
+    std::vector<Group> groups;
+};
+
+CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source)
+    : CppExprFormatterBase(scheme, source), settings_(CppExprFormatterBase::scheme()) {}
+
+std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state) {
+    return format(text, state, ExprMode::Expression, kAsInInput, false);
+}
+
+std::string CppExprFormatter::formatDeclarationText(std::string_view text, const IndentState& state,
+                                                    const OptionalText& typeWhitespace) {
+    return format(text, state, ExprMode::Declaration, typeWhitespace, false);
+}
+
+std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
+                                             const OptionalText& typeWhitespace) {
+    return format(text, state, ExprMode::Declaration, typeWhitespace, true);
+}
+
+std::string CppExprFormatter::formatDeclarators(std::string_view text, const IndentState& state) {
+    return format(text, state, ExprMode::Declarators, kAsInInput, false);
+}
+
+std::string CppExprFormatter::format(std::string_view text, const IndentState& state, ExprMode mode,
+                                     const OptionalText& typeWhitespace, bool nameFollows) {
+    OIndentBuf out(state);
+    readExprTokens(text, mode, exprTokens_);
+    Run run(text, exprTokens_, out, mode, typeWhitespace, nameFollows);
+    while (!run.sweep.atEnd()) writeCurrent(run);
+    if (nameFollows) writeTypeEnd(run);
+    run.sweep.writeGap();
+    run.groups.clear();
+    return out.takeText();
+}
+
+void CppExprFormatter::writeCurrent(Run& run) {
+    const ExprToken& token = run.current();
+    if (token.role == ExprRole::Trivia) {
+        // Operators keep the gap in front of a comment; brackets do not.
+        if (run.after && run.previousRole() != ExprRole::BinaryOperator && token.token.kind != Cpp::LineComment) {
+            run.sweep.writeGapWith(run.after->text);
+        }
+        run.after = nullptr;
+        writeTrivia(run.sweep, run.out);
+        return;
+    }
+    if (isComma(run)) {
+        writeComma(run);
+        return;
+    }
+    const bool closes = !run.groups.empty() && run.groups.back().close == run.sweep.place();
+    if (closes) {
+        closeGroup(run);
+        return;
+    }
+    if (token.role == ExprRole::Mark) {
+        writeMarks(run);
+        return;
+    }
+    writeGapBefore(run);
+    if (!run.groups.empty()) startElements(run, run.groups.back());
+    run.previous = run.sweep.place();
+    run.after = token.role == ExprRole::BinaryOperator || spacesAsOperator(run, run.previous)
+                    ? ifPresent(settings_.afterOperator)
+                    : nullptr;
+    const bool opens = token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen ||
+                       token.role == ExprRole::BraceOpen;
+    run.sweep.writeToken();
+    if (opens) openGroup(run);
+}
+
+// A ";" in front of a "*" or "&" counts as an operator.
+bool CppExprFormatter::spacesAsOperator(const Run& run, std::size_t place) const {
+    return run.kindAt(place) == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1));
+}
+
+void CppExprFormatter::writeGapBefore(Run& run) {
+    const OptionalText* wanted = wantedBefore(run);
+    if (!wanted) wanted = run.after;
+    if (wanted && wanted->present) {
+        run.sweep.writeGapWith(wanted->text);
+    } else {
+        run.sweep.writeGap();
+    }
+}
+
+// What the current token wants in front of itself; null when that is for the token before it to say.
+const OptionalText* CppExprFormatter::wantedBefore(const Run& run) const {
+    if (run.previous == kNoToken) {
+        const bool isIntroducer = run.mode == ExprMode::Declarators && run.current().role == ExprRole::BinaryOperator;
+        return isIntroducer ? ifPresent(settings_.beforeOperator) : nullptr;
+    }
+    const ExprToken& token = run.current();
+    switch (token.role) {
+        case ExprRole::BinaryOperator:
+            if (run.previousRole() == ExprRole::BinaryOperator) return nullptr;
+            return ifPresent(settings_.beforeOperator);
+        case ExprRole::GroupOpen: return token.token.kind == Cpp::OpenParen ? wantedBeforeParen(run) : nullptr;
+        case ExprRole::BraceOpen:
+            return settings_.beforeDataBrace.present ? &settings_.beforeDataBrace : &kAsInInput;
+        case ExprRole::Name: return ifPresent(run.typeWhitespace);
+        case ExprRole::Operand: {
+            const bool areLiterals =
+                token.token.kind == Cpp::StringLiteral && run.previousKind() == Cpp::StringLiteral;
+            return areLiterals && settings_.wrapsLines ? &kBlank : nullptr;
+        }
+        default: return nullptr;
+    }
+}
+
+const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run) const {
+    if (run.previousRole() == ExprRole::TemplateClose) {
+        const std::size_t open = run.tokens[run.previous].partner;
+        const bool isCast = open > 0 && isCastKeyword(run.kindAt(open - 1));
+        return isCast ? ifPresent(settings_.afterOperator) : nullptr;
+    }
+    switch (run.previousKind()) {
+        case Cpp::Identifier: {
+            // `T (*f)(int)`: the name in front is a type.
+            const bool opensDeclarator =
+                run.mode == ExprMode::Declaration && run.kindAt(run.sweep.place() + 1) == Cpp::Asterisk &&
+                run.kindAt(run.current().partner + 1) == Cpp::OpenParen;
+            return opensDeclarator ? nullptr : ifPresent(settings_.afterCallName);
+        }
+        case Cpp::KeywordSizeof:
+        case Cpp::KeywordThrow: return ifPresent(settings_.afterCallName);
+        default: return nullptr;
+    }
+}
+
+const MarkSettings& CppExprFormatter::markSettings(int kind) const {
+    return kind == Cpp::Asterisk ? settings_.asterisk : settings_.ampersand;
+}
+
+// A run of marks with the white space on both sides and inside. Behind a comma between declarators the marks
+// have no type to go to.
+void CppExprFormatter::writeMarks(Run& run) {
+    std::size_t end = run.sweep.place();
+    while (run.roleAt(end) == ExprRole::Mark) ++end;
+    const MarkSettings& marks = markSettings(run.kindAt(end - 1));
+    const bool endsText = end >= run.tokens.size();
+    const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end));
+    const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
+    const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
+    const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
+    const OptionalText& fallback = run.typeWhitespace.present ? run.typeWhitespace : kBlank;
+    const OptionalText& apart = marks.gap.present ? marks.gap : fallback;
+
+    if (!isAnchored || isBehindComma) {
+        writeGapBefore(run);
+    } else if (marks.anchor == kAnchoredToType) {
+        run.sweep.writeGapWith("");
+    } else if (isNamed || marks.gap.present) {
+        run.sweep.writeGapWith(apart.text);
+    } else {
+        run.sweep.writeGap();
+    }
+    if (!run.groups.empty()) startElements(run, run.groups.back());
+    run.sweep.writeToken();
+    while (run.sweep.place() < end) {
+        if (isAnchored) {
+            run.sweep.writeGapWith("");
+        } else {
+            run.sweep.writeGap();
+        }
+        run.sweep.writeToken();
+    }
+    run.previous = end - 1;
+    run.sawMark = true;
+    run.after = nullptr;
+    if (isAnchored && isNamed) run.after = toName ? &kNothing : &apart;
+}
+
+// The white space between the type and the name that follows the text.
+void CppExprFormatter::writeTypeEnd(Run& run) {
+    if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && !run.sawMark)) {
+        run.sweep.writeGapWith(run.typeWhitespace.text);
+    } else if (run.after && run.previousRole() == ExprRole::Mark) {
+        run.sweep.writeGapWith(run.after->text);
+    }
+}
+
+void CppExprFormatter::openGroup(Run& run) {
+    Group group;
+    const ExprToken& open = run.tokens[run.previous];
+    group.close = open.partner;
+    switch (open.role) {
+        case ExprRole::TemplateOpen: {
+            const bool isCast = run.previous > 0 && isCastKeyword(run.kindAt(run.previous - 1));
+            group.kind = isCast ? Group::Kind::Cast : Group::Kind::Template;
+            group.isList = isCast;
+            break;
+        }
+        case ExprRole::BraceOpen:
+            group.kind = Group::Kind::Braces;
+            group.elements = std::make_unique<Group::ElementScope>(
+                run.out, run.out.indent() + settings_.dataIndent.text,
+                settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
+            break;
+        default:
+            group.kind = open.token.kind == Cpp::OpenParen ? Group::Kind::Parentheses : Group::Kind::Brackets;
+            group.isList = group.kind == Group::Kind::Parentheses;
+    }
+    run.after = afterOpen(group.kind);
+    run.groups.push_back(std::move(group));
+}
+
+// At the first token of a group, the gap in front of it written: the group's elements line up with it when
+// commas break lines.
+void CppExprFormatter::startElements(Run& run, Group& group) {
+    if (group.hasElements) return;
+    group.hasElements = true;
+    if (!group.isList || !spacingOf(group).breaksLines()) return;
+    group.listColumn = nextColumn(run.out);
+    group.elements = std::make_unique<Group::ElementScope>(run.out, indentToColumn(run.out, group.listColumn), false);
+}
+
+void CppExprFormatter::closeGroup(Run& run) {
+    Group group = std::move(run.groups.back());
+    run.groups.pop_back();
+    group.elements.reset();
+    writeClosingGap(run, group);
+    run.previous = run.sweep.place();
+    run.after = nullptr;
+    run.sweep.writeToken();
+    // ">>" ends the list around this one too.
+    if (!run.groups.empty() && run.groups.back().close == run.previous) run.groups.pop_back();
+}
+
+void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
+    const OptionalText* wanted = beforeClose(group.kind);
+    if (!group.hasElements && (run.after || wanted)) {
+        run.sweep.writeGapWith("");
+        return;
+    }
+    if (!wanted) {
+        run.sweep.writeGap();
+        return;
+    }
+    const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
+    const bool wouldShift = closesAngle && wanted->text.empty() && run.previousKind() == Cpp::Greater;
+    run.sweep.writeGapWith(wouldShift ? kBlank.text : wanted->text);
+}
+
+bool CppExprFormatter::isComma(const Run& run) const {
+    if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
+    if (run.groups.empty()) {
+        return run.mode == ExprMode::Declarators && !settings_.betweenDataElements.hasLineFeed() &&
+               !settings_.beforeDataComma.hasLineFeed();
+    }
+    const SeparatorSpacing spacing = spacingOf(run.groups.back());
+    return spacing.before.present || spacing.after.present;
+}
+
+void CppExprFormatter::writeComma(Run& run) {
+    Group declarators;
+    declarators.kind = Group::Kind::Braces;
+    Group& group = run.groups.empty() ? declarators : run.groups.back();
+    startElements(run, group);
+    run.previous = run.sweep.place();
+    run.after = nullptr;
+    writeSeparator(run.sweep, spacingOf(group), group.isList ? &group.listColumn : nullptr, run.out);
+}
+
+CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {
+    switch (group.kind) {
+        case Group::Kind::Parentheses:
+        case Group::Kind::Cast: return {settings_.beforeCallComma, settings_.betweenCallArguments};
+        case Group::Kind::Template: return {kAsInInput, settings_.betweenTemplateArguments};
+        case Group::Kind::Braces: return {settings_.beforeDataComma, settings_.betweenDataElements};
+        case Group::Kind::Brackets: break;
+    }
+    return {kAsInInput, kAsInInput};
+}
+
+const OptionalText* CppExprFormatter::afterOpen(Group::Kind kind) const {
+    switch (kind) {
+        case Group::Kind::Parentheses: return ifPresent(settings_.afterOpenParen);
+        case Group::Kind::Brackets: return ifPresent(settings_.afterOpenBracket);
+        case Group::Kind::Braces: return ifPresent(settings_.afterDataBrace);
+        default: return ifPresent(settings_.afterOpenAngle);
+    }
+}
+
+const OptionalText* CppExprFormatter::beforeClose(Group::Kind kind) const {
+    switch (kind) {
+        case Group::Kind::Parentheses: return ifPresent(settings_.beforeCloseParen);
+        case Group::Kind::Brackets: return ifPresent(settings_.beforeCloseBracket);
+        case Group::Kind::Braces: return ifPresent(settings_.beforeDataCloseBrace);
+        default: return ifPresent(settings_.beforeCloseAngle);
+    }
+}
+
+}  // namespace Tessel

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/cpp_expr_formatter_base.h"
+#include "engine/expr_settings.h"
+
+namespace Tessel {
+
+// Re-spaces expressions and declaration texts, in one sweep over their tokens whatever their nesting:
+//
+//     f (a,b)*-c        f(a, b) * -c        calls, list commas, operators
+//     char*p            char *p             marks, by their anchor
+//     int a[]={1,2}     int a[] = {1, 2}    brace initializers
+//
+// Each operation takes a text and the state of the output at which its result will be written. The result holds
+// the indentation of its lines already (see writeRendered).
+class CppExprFormatter : public CppExprFormatterBase {
+public:
+    explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
+
+    std::string formatExpression(std::string_view text, const Zelmor::IndentState& state);
+    // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
+    std::string formatDeclarationText(std::string_view text, const Zelmor::IndentState& state,
+                                      const OptionalText& typeWhitespace);
+    // A type whose declared name follows the text, so that the text's trailing white space is that between the
+    // two.
+    std::string formatTypeText(std::string_view text, const Zelmor::IndentState& state,
+                               const OptionalText& typeWhitespace);
+    // What follows the type of a data declaration.
+    std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state);
+
+    // Lines up the "=" of enumerators that stand one to a line.
+    std::string alignEnumInitializers(std::string_view text, const Zelmor::IndentState& state);
+
+    const ExprSettings& settings() const { return settings_; }
+
+private:
+    // A bracket that is open. Its close place is that of the token that closes it.
+    struct Group {
+        enum class Kind { Parentheses, Brackets, Template, Cast, Braces } kind = Kind::Parentheses;
+        std::size_t close = kNoToken;
+        bool isList = false;     // elements stay aligned when commas break lines
+        int listColumn = 0;      // of the first element
+        bool hasElements = false;
+        struct ElementScope;
+        std::unique_ptr<ElementScope> elements;
+    };
+    struct Run;
+
+    std::string format(std::string_view text, const Zelmor::IndentState& state, ExprMode mode,
+                       const OptionalText& typeWhitespace, bool nameFollows);
+    void writeCurrent(Run& run);
+    void writeGapBefore(Run& run);
+    const OptionalText* wantedBefore(const Run& run) const;
+    const OptionalText* wantedBeforeParen(const Run& run) const;
+    void writeMarks(Run& run);
+    void writeTypeEnd(Run& run);
+    void openGroup(Run& run);
+    void startElements(Run& run, Group& group);
+    void closeGroup(Run& run);
+    void writeClosingGap(Run& run, const Group& group);
+    bool isComma(const Run& run) const;
+    void writeComma(Run& run);
+    SeparatorSpacing spacingOf(const Group& group) const;
+    const OptionalText* afterOpen(Group::Kind kind) const;
+    const OptionalText* beforeClose(Group::Kind kind) const;
+    const MarkSettings& markSettings(int kind) const;
+    bool spacesAsOperator(const Run& run, std::size_t place) const;
+
+    ExprSettings settings_;
+    std::vector<ExprToken> exprTokens_;
+};
+
+}  // namespace Tessel

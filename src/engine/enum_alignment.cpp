@@ -1,0 +1,78 @@
+// ONE = 1,            ONE       = 1,
+// TWENTY = 20    →    TWENTY    = 20
+#include <algorithm>
+#include <vector>
+
+#include "engine/columns.h"
+#include "engine/cpp_expr_formatter.h"
+#include "engine/gap.h"
+#include "engine/opaque_text.h"
+
+namespace Tessel {
+
+namespace {
+
+struct Initializer {
+    std::size_t assign;  // offset of the "="
+    int column;          // at which it stands
+};
+
+// The "=" of each enumerator that has one.
+std::vector<Initializer> findInitializers(std::string_view text, const std::vector<ExprToken>& tokens, int column,
+                                          int tabSize) {
+    std::vector<Initializer> found;
+    std::size_t measured = 0;
+    int depth = 0;
+    bool isInValue = false;
+    for (const ExprToken& token : tokens) {
+        switch (token.token.kind) {
+            case Cpp::OpenParen:
+            case Cpp::OpenBrace:
+            case Cpp::OpenBracket: ++depth; break;
+            case Cpp::CloseParen:
+            case Cpp::CloseBrace:
+            case Cpp::CloseBracket: --depth; break;
+            case Cpp::Comma: isInValue = isInValue && depth != 0; break;
+            case Cpp::Assign:
+                if (depth != 0 || isInValue) break;
+                isInValue = true;
+                {
+                    const std::string_view before = text.substr(measured, token.token.offset - measured);
+                    const std::size_t lineFeed = before.rfind('\n');
+                    column = lineFeed == std::string_view::npos
+                                 ? columnAfter(before, column, tabSize)
+                                 : columnAfter(before.substr(lineFeed + 1), 0, tabSize);
+                }
+                measured = token.token.offset;
+                found.push_back({measured, column});
+                break;
+            default: break;
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
+std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const Zelmor::IndentState& state) {
+    readExprTokens(text, ExprMode::Expression, exprTokens_);
+    const auto initializers = findInitializers(text, exprTokens_, state.column, tabSize());
+    int widest = 0;
+    for (const Initializer& initializer : initializers) widest = std::max(widest, initializer.column);
+    const int target = isMultipleOf(widest, tabSize()) ? widest : roundUpToMultiple(widest, tabSize());
+
+    Zelmor::OIndentBuf out(state);
+    Zelmor::IndentScope noIndent(out, {});
+    std::size_t written = 0;
+    for (const Initializer& initializer : initializers) {
+        const std::string_view before = trimRight(text.substr(written, initializer.assign - written));
+        writeRendered(before, out);
+        if (before.ends_with('\n') || out.column() == 0) continue;
+        padColumns(out, target - out.column());
+        written = initializer.assign;
+    }
+    writeRendered(text.substr(written), out);
+    return out.takeText();
+}
+
+}  // namespace Tessel

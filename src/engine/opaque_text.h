@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string_view>
+
+#include "engine/source_columns.h"
+#include "textstream/oindent_stream.h"
+
+// Writing tokens whose inner white space is not the formatter's to change. No tabs are converted in them.
+namespace Tessel {
+
+// Tabs as they are, for the time of a scope.
+class RawTabsScope {
+public:
+    explicit RawTabsScope(Zelmor::OIndentBuf& out) : out_(out), saved_(out.tabMode()) { set(Zelmor::KeepTabs); }
+    RawTabsScope(const RawTabsScope&) = delete;
+    RawTabsScope& operator=(const RawTabsScope&) = delete;
+    ~RawTabsScope() { set(saved_); }
+
+private:
+    void set(int tabMode) {
+        if (saved_ != Zelmor::KeepTabs) out_.setTabMode(tabMode);
+    }
+
+    Zelmor::OIndentBuf& out_;
+    int saved_;
+};
+
+// A literal, or text that has been rendered for the place where the output stands: it is written as it is, but
+// for the indentation in front of a literal that starts a line.
+void writeLiteral(std::string_view text, Zelmor::OIndentBuf& out);
+void writeRendered(std::string_view text, Zelmor::OIndentBuf& out);
+
+// A comment or directive. Its further lines keep their place relative to its first character, whose column in
+// the input `source` tells.
+void writeLines(std::string_view text, const SourceColumns& source, Zelmor::OIndentBuf& out);
+
+}  // namespace Tessel

@@ -1,0 +1,132 @@
+#include "engine/source_writer.h"
+
+#include <algorithm>
+
+#include "cpp/token_joining.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/columns.h"
+#include "engine/gap.h"
+#include "engine/opaque_text.h"
+#include "engine/source_copy.h"
+
+namespace Tessel {
+
+SourceWriter::SourceWriter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque,
+                           Zelmor::OIndentBuf& out, CppExprFormatterBase& trivia)
+    : text_(source.text()), in_(source), out_(&out), opaque_(opaque), trivia_(trivia) {}
+
+std::string_view SourceWriter::readGap(Trn::Position start) { return Tessel::readGap(in_, start); }
+
+std::string_view SourceWriter::readThrough(Trn::Position position) { return Tessel::readThrough(in_, position); }
+
+char SourceWriter::peek(std::size_t offset) const {
+    const std::size_t place = in_.offset() + offset;
+    return place < text_.size() ? text_[place] : '\0';
+}
+
+// The first opaque token that ends behind `offset`. The sweep goes forward, so it is close to the last one
+// found.
+Cpp::OpaqueTokens::const_iterator SourceWriter::firstOpaque(std::size_t offset) const {
+    const auto endsBehind = [offset](const Cpp::OpaqueToken& token) {
+        return std::size_t{token.offset} + token.length > offset;
+    };
+    while (opaquePlace_ > 0 && endsBehind(opaque_[opaquePlace_ - 1])) --opaquePlace_;
+    while (opaquePlace_ < opaque_.size() && !endsBehind(opaque_[opaquePlace_])) ++opaquePlace_;
+    return opaque_.begin() + static_cast<std::ptrdiff_t>(opaquePlace_);
+}
+
+template <typename Test>
+bool SourceWriter::anyOpaque(std::string_view piece, Test isWanted) const {
+    if (piece.empty()) return false;
+    const std::size_t end = offsetOf(piece) + piece.size();
+    for (auto token = firstOpaque(offsetOf(piece)); token != opaque_.end() && token->offset < end; ++token) {
+        if (isWanted(token->kind)) return true;
+    }
+    return false;
+}
+
+bool SourceWriter::holdsTrivia(std::string_view piece) const { return anyOpaque(piece, Cpp::isTrivia); }
+
+bool SourceWriter::holdsLineComment(std::string_view piece) const {
+    return anyOpaque(piece, [](int kind) { return kind == Cpp::LineComment; });
+}
+
+int SourceWriter::nextColumn() const {
+    return out_->column() > 0 ? out_->column() : columnAfter(out_->indent(), 0, out_->tabSize());
+}
+
+void SourceWriter::write(std::string_view piece) {
+    if (piece.empty()) return;
+    std::size_t place = offsetOf(piece);
+    const std::size_t end = place + piece.size();
+    for (auto token = firstOpaque(place); token != opaque_.end() && token->offset < end; ++token) {
+        const std::size_t tokenStart = std::max<std::size_t>(token->offset, place);
+        const std::size_t tokenEnd = std::min<std::size_t>(std::size_t{token->offset} + token->length, end);
+        const std::string_view before = text_.substr(place, tokenStart - place);
+        const std::string_view text = text_.substr(tokenStart, tokenEnd - tokenStart);
+        if (token->kind == Cpp::Directive && tokenStart == token->offset) {
+            const std::string_view ahead = trimRight(before);
+            out_->write(ahead);
+            trivia_.writeDirective(before.substr(ahead.size()), text, *out_);
+        } else {
+            out_->write(before);
+            if (Cpp::isComment(token->kind) && tokenStart == token->offset) {
+                trivia_.writeComment(text, *out_);
+            } else {
+                writeLiteral(text, *out_);
+            }
+        }
+        place = tokenEnd;
+    }
+    out_->write(text_.substr(place, end - place));
+}
+
+void SourceWriter::copyUnchanged(Trn::Position position) { writeRendered(readThrough(position), *out_); }
+
+// Whether the tokens around the gap would be read as one with nothing between them.
+bool SourceWriter::wouldJoin(std::string_view gap) const {
+    constexpr std::size_t longestNeighbour = 2;
+    const std::size_t start = offsetOf(gap);
+    const std::size_t end = start + gap.size();
+    if (start == 0 || end >= text_.size()) return false;
+    return Cpp::wouldJoin(text_.substr(start - 1, 1), text_.substr(end, longestNeighbour));
+}
+
+void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
+    if (isAllWhitespace(gap)) {
+        if (wanted.empty() && !gap.empty() && wouldJoin(gap)) wanted = " ";
+        out_->writeVerbatim(wanted);
+        return;
+    }
+    const std::string_view kept = trimRight(gap);
+    if (wanted.find('\n') != std::string_view::npos || !endsWithLineEndToken(gap)) {
+        write(kept);
+        out_->writeVerbatim(wanted);
+        return;
+    }
+    // The last comment or directive keeps its line end.
+    const std::size_t lineEnd = std::min(gap.find('\n', kept.size()), gap.size() - 1);
+    write(gap.substr(0, lineEnd + 1));
+}
+
+void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
+    if (isAllWhitespace(gap)) {
+        if (wanted.empty() && !gap.empty() && wouldJoin(gap)) wanted = " ";
+        out_->write(wanted);
+        return;
+    }
+    if (!startsWithLineEndToken(gap)) {
+        out_->write(wanted);
+        write(trimLeft(gap));
+        return;
+    }
+    const std::string_view rest = trimLeft(gap);
+    const auto first = firstOpaque(offsetOf(rest));
+    const std::size_t lineEnd = std::size_t{first->offset} + first->length - offsetOf(gap);
+    write(gap.substr(0, lineEnd));
+    out_->write(wanted);
+    write(trimLeft(gap.substr(lineEnd)));
+}
+
+}  // namespace Tessel

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "cpp/opaque_tokens.h"
+#include "engine/cpp_expr_formatter_base.h"
+#include "textstream/itext_doc_stream.h"
+#include "textstream/oindent_stream.h"
+
+namespace Tessel {
+
+// The forward sweep over a source: reads it piece by piece and writes the pieces to the output. White space in
+// a piece is written by the output's rules; comments, directives and literals in it keep what they hold.
+//
+// A gap is what stands between two tokens. The gap writers take one that has just been read and replace the
+// white space at its ends; comments and directives in it stay, with the line ends that they need, and two
+// tokens that nothing would hold apart any more stay apart by a blank.
+class SourceWriter {
+public:
+    // All are borrowed; `opaque` are the opaque tokens of `source`.
+    SourceWriter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, Zelmor::OIndentBuf& out,
+                 CppExprFormatterBase& trivia);
+
+    Zelmor::ITextDocStream& in() { return in_; }
+    Zelmor::OIndentBuf& out() { return *out_; }
+
+    // The pieces are views of the source.
+    std::string_view readGap(Trn::Position start);
+    std::string_view readThrough(Trn::Position position);
+    std::string_view rest() { return in_.rest(); }
+    // The character of the source at `offset` characters behind what has been read; 0 at the end.
+    char peek(std::size_t offset = 0) const;
+
+    void write(std::string_view piece);
+    void copyGap(Trn::Position start) { write(readGap(start)); }
+    void copyThrough(Trn::Position position) { write(readThrough(position)); }
+    // Without any regard to leading white space or tabs: nothing changes.
+    void copyUnchanged(Trn::Position position);
+
+    // The gap's trailing white space becomes `wanted`.
+    void writeMerged(std::string_view gap, std::string_view wanted);
+    // Its leading white space does.
+    void writePrepended(std::string_view gap, std::string_view wanted);
+    void writeWithoutLeading(std::string_view gap) { writePrepended(gap, {}); }
+    void writeWithoutTrailing(std::string_view gap) { writeMerged(gap, {}); }
+
+    // Whether a comment or directive stands in the piece.
+    bool holdsTrivia(std::string_view piece) const;
+    bool holdsLineComment(std::string_view piece) const;
+    // Where the next character will appear: at the indentation when the line has not begun.
+    int nextColumn() const;
+
+    // Writes to another output for the time of a scope.
+    class OutputScope {
+    public:
+        OutputScope(SourceWriter& writer, Zelmor::OIndentBuf& out) : writer_(writer), saved_(writer.out_) {
+            writer_.out_ = &out;
+        }
+        OutputScope(const OutputScope&) = delete;
+        OutputScope& operator=(const OutputScope&) = delete;
+        ~OutputScope() { writer_.out_ = saved_; }
+
+    private:
+        SourceWriter& writer_;
+        Zelmor::OIndentBuf* saved_;
+    };
+
+private:
+    std::size_t offsetOf(std::string_view piece) const {
+        return static_cast<std::size_t>(piece.data() - text_.data());
+    }
+    Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
+    bool wouldJoin(std::string_view gap) const;
+    template <typename Test>
+    bool anyOpaque(std::string_view piece, Test isWanted) const;
+
+    std::string_view text_;
+    Zelmor::ITextDocStream in_;
+    Zelmor::OIndentBuf* out_;
+    const Cpp::OpaqueTokens& opaque_;
+    mutable std::size_t opaquePlace_ = 0;  // where the search for the next opaque token begins
+    CppExprFormatterBase& trivia_;
+};
+
+}  // namespace Tessel
