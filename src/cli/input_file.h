@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/file_stamp.h"
+
+namespace Cli {
+
+struct Input {
+    std::string text;
+    std::optional<FileStamp> file;  // none for standard input
+};
+
+// The whole text of a file, or of `standardInput` (a descriptor) when the name is "-". Nothing at all when
+// there is no such file, or when it is empty. Throws Failure when it cannot be read.
+std::optional<Input> readInput(const std::string& name, int standardInput);
+
+}  // namespace Cli
