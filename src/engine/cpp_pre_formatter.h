@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string_view>
+#include <utility>
+
+#include "cpp/emitter.h"
+#include "cpp/node_range_remover.h"
+#include "engine/format_options.h"
+#include "trn/position.h"
+
+namespace Cpp {
+
+class InteriorNode;
+
+}  // namespace Cpp
+
+namespace Tessel {
+
+// Closes protected regions in a tree: the comment that ends a region comes to stand for its whole text, from
+// the comment that opens it on, and the nodes in between leave the tree. Let the root accept the pass; it may
+// be used for one tree after another. Regions do not nest, and one that is not closed changes nothing.
+//
+// A region that begins inside a construct and ends behind it takes in that construct from its start.
+class CppPreFormatter : public Cpp::Emitter {
+public:
+    explicit CppPreFormatter(MarkerPairs markers) : markers_(std::move(markers)) {}
+
+    using Emitter::visit;
+    void visit(Cpp::RootNode* node) override;
+    void visit(Cpp::NamespaceBodyNode* node) override;
+    void visit(Cpp::ClassBodyNode* node) override;
+    void visit(Cpp::BlockNode* node) override;
+    void visit(Cpp::CtrlStmtNode* node) override;
+    void visit(Cpp::ParameterListNode* node) override;
+    void visit(Cpp::InitializerListNode* node) override;
+    void visit(Cpp::EnumBodyNode* node) override;
+    void visit(Cpp::BaseClauseListNode* node) override;
+    void visit(Cpp::LinkageBlockBodyNode* node) override;
+    void visit(Cpp::ClassDeclNode* node) override;
+    void visit(Cpp::ClassHeadNode* node) override;
+    void visit(Cpp::NamespaceDeclNode* node) override;
+    void visit(Cpp::CtorDeclNode* node) override;
+    void visit(Cpp::FunctionDeclNode* node) override;
+    void visit(Cpp::FunctionHeadNode* node) override;
+    void visit(Cpp::FunctionPtrDeclNode* node) override;
+    void visit(Cpp::CtrlSubStmtNode* node) override;
+    void visit(Cpp::TemplateNode* node) override;
+    void visit(Cpp::EnumDeclNode* node) override;
+    void visit(Cpp::LinkageBlockNode* node) override;
+    void visit(Cpp::CommentNode* node) override;
+
+private:
+    void visitChildren(Cpp::InteriorNode* node);
+    template <typename Node, typename... Parts>
+    void visitParts(Node* node, Parts*... parts);
+    void includeStart(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore);
+    void open(Cpp::CommentNode* comment, std::string_view body);
+    void close(Cpp::CommentNode* comment);
+
+    MarkerPairs markers_;
+    Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
+    Trn::Position regionStart_;
+    std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
+    Cpp::NodeRangeRemover::Ranges closedRegions_;
+};
+
+}  // namespace Tessel
