@@ -1,0 +1,35 @@
+#include "layout/passes.h"
+
+#include <ostream>
+
+#include "engine/scheme_values.h"
+#include "layout/data_offset_calculator.h"
+#include "layout/name_offset_calculator.h"
+#include "scheme/property_keys.h"
+
+namespace Tessel {
+
+DeclarationColumns Passes::measure(const PropertySet& scheme, const Zelmor::TextDocument& source,
+                                   Cpp::RootNode& root) const {
+    DeclarationColumns columns;
+    if (readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT) ||
+        readSwitch(scheme, Keys::ALIGN_FN_DECL_NAMES_LEFT) || readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)) {
+        NameOffsetCalculator calculator(scheme, source);
+        root.accept(calculator);
+        columns.dataNames = calculator.takeDataOffsets();
+        columns.functionNames = calculator.takeFunctionOffsets();
+    }
+    if (readSwitch(scheme, Keys::ALIGN_DD_INITIALIZERS)) {
+        DataOffsetCalculator calculator(scheme, source);
+        root.accept(calculator);
+        columns.initializers = calculator.takeOffsets();
+    }
+    return columns;
+}
+
+void Passes::wrapLines(const FormatOptions&, const Zelmor::TextDocument& formatted, Cpp::RootNode&,
+                       std::ostream& out) const {
+    out << formatted.text();
+}
+
+}  // namespace Tessel

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "engine/layout_passes.h"
+
+namespace Tessel {
+
+// The passes of this folder, as the format job calls them.
+class Passes : public LayoutPasses {
+public:
+    DeclarationColumns measure(const PropertySet& scheme, const Zelmor::TextDocument& source,
+                               Cpp::RootNode& root) const override;
+    void wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted, Cpp::RootNode& root,
+                   std::ostream& out) const override;
+};
+
+}  // namespace Tessel
