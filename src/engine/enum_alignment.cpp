@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/cpp_expr_formatter.h"
 #include "engine/gap.h"

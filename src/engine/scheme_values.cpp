@@ -9,6 +9,9 @@ namespace Tessel {
 
 namespace {
 
+// Wider tabs than anyone uses, and still far from what column arithmetic can bear.
+constexpr int kWidestTab = 1000;
+
 bool isMissing(const PropertySet& scheme, std::string_view key) {
     return !scheme.contains(key);
 }
@@ -42,7 +45,7 @@ int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent) {
 }
 
 int readTabSize(const PropertySet& scheme) {
-    return std::max(readInt(scheme, Keys::TAB_SIZE, 1), 0);
+    return std::clamp(readInt(scheme, Keys::TAB_SIZE, 1), 0, kWidestTab);
 }
 
 void applySchemeDefaults(PropertySet& scheme) {

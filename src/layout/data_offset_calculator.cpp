@@ -1,5 +1,8 @@
 #include "layout/data_offset_calculator.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
@@ -14,69 +17,78 @@ bool hasInitializer(const Cpp::DataDeclNode& declaration) {
     return declaration.tail() && !declaration.tail()->text().starts_with(':');
 }
 
+// Names that are written as they stand in the source.
+bool isPlainName(std::string_view name) {
+    return std::all_of(name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) || c == '_'; });
+}
+
 }  // namespace
 
 DataOffsetCalculator::DataOffsetCalculator(const PropertySet& scheme, const Zelmor::TextDocument& source)
     : OffsetCalculator(scheme, source),
+      exprFormatter_(scheme, &source),
       marks_(scheme, tabSize()),
       afterType_(readText(scheme, Keys::WS_AFTER_DD_TYPE_ID)),
       alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)),
-      alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)) {}
+      alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)),
+      keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)) {
+    // An aligned declaration stays on one line.
+    std::replace(afterType_.text.begin(), afterType_.text.end(), '\n', ' ');
+}
 
 void DataOffsetCalculator::visit(Cpp::DataDeclNode* declaration) {
     if (declaration->type() && !hasInitializer(*declaration)) return;
-    run_.add(declaration);
-    run_.widen(measure(*declaration));
+    if (const std::optional<int> width = measure(*declaration)) {
+        run_.add(declaration);
+        run_.widen(*width);
+    }
 }
 
 void DataOffsetCalculator::flush() {
     run_.close(run_.widest(), offsets_);
 }
 
-int DataOffsetCalculator::measure(const Cpp::DataDeclNode& declaration) const {
+bool DataOffsetCalculator::alignsNames() const {
+    return !keepsData_ && (alignDataNames_ || (alignClassMembers_ && inClassBody()));
+}
+
+// Nothing where names are aligned but this one cannot be.
+std::optional<int> DataOffsetCalculator::measure(const Cpp::DataDeclNode& declaration) {
     const Cpp::TypeNode* type = declaration.type();
     const Cpp::IdNode* name = declaration.name();
     if (!type) return name ? width(textOf(*name)) : 0;
-    const TypeText typeText(textOf(*type));
-    if (!name) return width(typeText.text) - 1;
+    if (!name) return width(textOf(*type)) - 1;
 
-    const std::string_view nameText = textOf(*name);
-    if (alignsNames()) return measureFromNameColumn(typeText, nameText);
-    const std::string_view line = textBetween(type->start(), name->end());
-    const bool staysOnItsLines =
-        nameText.find('\n') != std::string_view::npos || containsCommentOrDirective(line);
-    if (staysOnItsLines) return width(lastLineOf(line));
-    const std::size_t gapSize = line.size() - typeText.text.size() - nameText.size();
-    return measureLine(typeText, line.substr(typeText.text.size(), gapSize), nameText);
+    std::string_view typeText = textBetween(type->start(), name->start());
+    typeText.remove_suffix(1);  // the name's first character
+    const std::string nameText = writtenName(textOf(*name));
+    if (!alignsNames()) return width(lastLineOf(writtenType(typeText) + nameText));
+
+    if (containsCommentOrDirective(typeText)) return std::nullopt;
+    // Marks against the name begin in the column of the names, unless they hang in front of it.
+    const TypeText marked(typeText);
+    const bool beginsWithMarks = marks_.standsAgainstName(marked) && !marks_.of(marked).isHanging;
+    return width(lastLineOf(nameText)) + (beginsWithMarks ? marked.markCount : 0);
 }
 
-// Marks against the name begin in the column of the names, unless they hang in front of it.
-int DataOffsetCalculator::measureFromNameColumn(const TypeText& type, std::string_view name) const {
-    const bool beginsWithMarks = marks_.standsAgainstName(type) && !marks_.of(type).isHanging;
-    return width(lastLineOf(name)) + (beginsWithMarks ? type.markCount : 0);
+// `type` reaches up to the name, which is not aligned.
+std::string DataOffsetCalculator::writtenType(std::string_view type) {
+    if (!keepsData_ && TypeText(type).hasMarks()) {
+        return exprFormatter_.formatTypeText(type, lineStart(), afterType_);
+    }
+    std::string written(type);
+    if (!keepsData_ && afterType_.present) mergeWhitespace(written, afterType_.text);
+    return written;
 }
 
-// A line feed in the type or the gap is written as a blank.
-int DataOffsetCalculator::measureLine(const TypeText& type, std::string_view gap,
-                                      std::string_view name) const {
-    const bool movesMarks = marks_.standsAgainstName(type) || marks_.standsAgainstType(type);
-    int column = width(movesMarks ? type.head : type.text);
-    column = columnAfter(writtenGap(type, gap), column, tabSize());
-    return columnAfter(name, column + (movesMarks ? type.markCount : 0), tabSize());
+std::string DataOffsetCalculator::writtenName(std::string_view name) {
+    return isPlainName(name) ? std::string(name) : exprFormatter_.formatDeclarators(name, lineStart());
 }
 
-// The white space between type and name, or on that side of the marks that they do not stand against. `gap`
-// is what stands in front of the name in the source.
-std::string_view DataOffsetCalculator::writtenGap(const TypeText& type, std::string_view gap) const {
-    if (!type.hasMarks()) return afterType_.present ? afterType_.text : gap;
-    const MarkSettings& marks = marks_.of(type);
-    const bool isAnchored = marks.anchor == 0 || marks.anchor == 1;
-    if (isAnchored && marks.gap.present) return marks.gap.text;
-    const std::string_view behindHead = type.text.substr(type.head.size());
-    const std::string_view gapBeforeMarks = behindHead.substr(0, behindHead.find_first_of("*&"));
-    const std::string_view ownSide = marks.anchor == 1 ? gapBeforeMarks : gap;
-    const std::string_view otherSide = marks.anchor == 1 ? gap : gapBeforeMarks;
-    return isAnchored && ownSide.empty() ? otherSide : ownSide;
+Zelmor::IndentState DataOffsetCalculator::lineStart() const {
+    Zelmor::IndentState state;
+    state.tabSize = tabSize();
+    return state;
 }
 
 int DataOffsetCalculator::width(std::string_view text) const {

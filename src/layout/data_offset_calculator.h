@@ -1,10 +1,14 @@
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
+#include "engine/cpp_expr_formatter.h"
+#include "engine/type_text.h"
 #include "layout/declaration_run.h"
 #include "layout/offset_calculator.h"
-#include "layout/type_text.h"
 
 namespace Tessel {
 
@@ -28,17 +32,19 @@ public:
     void flush() override;
 
 private:
-    bool alignsNames() const { return alignDataNames_ || (alignClassMembers_ && inClassBody()); }
-    int measure(const Cpp::DataDeclNode& declaration) const;
-    int measureFromNameColumn(const TypeText& type, std::string_view name) const;
-    int measureLine(const TypeText& type, std::string_view gap, std::string_view name) const;
-    std::string_view writtenGap(const TypeText& type, std::string_view gap) const;
+    bool alignsNames() const;
+    std::optional<int> measure(const Cpp::DataDeclNode& declaration);
+    std::string writtenType(std::string_view type);
+    std::string writtenName(std::string_view name);
+    Zelmor::IndentState lineStart() const;
     int width(std::string_view text) const;
 
+    CppExprFormatter exprFormatter_;
     MarkPlacement marks_;
     OptionalText afterType_;
     bool alignDataNames_;
     bool alignClassMembers_;
+    bool keepsData_;
     DeclarationRun run_;
     ColumnMap offsets_;
 };

@@ -14,8 +14,7 @@ NameOffsetCalculator::NameOffsetCalculator(const PropertySet& scheme, const Zelm
       marks_(scheme, tabSize()),
       alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)),
       alignFnDeclNames_(readSwitch(scheme, Keys::ALIGN_FN_DECL_NAMES_LEFT)),
-      alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)),
-      joinsLines_(readSwitch(scheme, Keys::ALIGN_DD_INITIALIZERS)) {}
+      alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)) {}
 
 void NameOffsetCalculator::visit(Cpp::ClassBodyNode* body) {
     visitMembers(*body);
@@ -27,9 +26,9 @@ void NameOffsetCalculator::visit(Cpp::DataDeclNode* declaration) {
         flush();
         return;
     }
-    if (const std::optional<int> measure = measureData(*declaration)) {
+    if (const std::optional<int> width = measure(declaration->type(), declaration->name())) {
         dataRun_.add(declaration);
-        dataRun_.widen(*measure);
+        dataRun_.widen(*width);
     }
 }
 
@@ -38,9 +37,10 @@ void NameOffsetCalculator::visit(Cpp::FunctionDeclNode* declaration) {
         flushAndVisitBody(*declaration);
         return;
     }
-    if (const std::optional<int> measure = measureFunction(*declaration->head())) {
+    const Cpp::FunctionHeadNode& head = *declaration->head();
+    if (const std::optional<int> width = measure(head.returnType(), head.name())) {
         functionRun_.add(declaration);
-        functionRun_.widen(*measure);
+        functionRun_.widen(*width);
     }
 }
 
@@ -67,26 +67,13 @@ int NameOffsetCalculator::offsetBehind(int widest) const {
     return widest > 0 ? roundUpToMultiple(widest + 1, tabSize()) : 0;
 }
 
-// Nothing when the declaration cannot be aligned.
-std::optional<int> NameOffsetCalculator::measureData(const Cpp::DataDeclNode& declaration) const {
-    const Cpp::TypeNode* type = declaration.type();
+// Nothing when the declaration cannot be aligned: a comment or directive in front of the name has to keep its
+// place. The lines of a type are joined where its name is aligned.
+std::optional<int> NameOffsetCalculator::measure(const Cpp::TypeNode* type, const Cpp::IdNode* name) const {
     if (!type) return 0;
-    if (holdsTrivia(*type, declaration.name())) return std::nullopt;
-    const std::string_view text = textOf(*type);
-    return marks_.measure(TypeText(joinsLines_ ? text : lastLineOf(text)));
-}
-
-// The lines of a return type are joined where its name is aligned.
-std::optional<int> NameOffsetCalculator::measureFunction(const Cpp::FunctionHeadNode& head) const {
-    const Cpp::FunctionReturnNode* type = head.returnType();
-    if (!type) return 0;
-    if (holdsTrivia(*type, head.name())) return std::nullopt;
+    const Trn::Position nameStart = name ? name->start() : type->end();
+    if (containsCommentOrDirective(textBetween(type->start(), nameStart))) return std::nullopt;
     return marks_.measure(TypeText(textOf(*type)));
-}
-
-// A comment or directive in front of the name has to keep its place.
-bool NameOffsetCalculator::holdsTrivia(const Cpp::SyntaxNode& type, const Cpp::SyntaxNode* name) const {
-    return containsCommentOrDirective(textBetween(type.start(), name ? name->start() : type.end()));
 }
 
 }  // namespace Tessel

@@ -3,9 +3,9 @@
 #include <optional>
 #include <utility>
 
+#include "engine/type_text.h"
 #include "layout/declaration_run.h"
 #include "layout/offset_calculator.h"
-#include "layout/type_text.h"
 
 namespace Tessel {
 
@@ -38,15 +38,12 @@ private:
     bool alignsData() const { return alignDataNames_ || (alignClassMembers_ && inClassBody()); }
     bool alignsFunctions() const { return alignFnDeclNames_ || (alignClassMembers_ && inClassBody()); }
     int offsetBehind(int widest) const;
-    std::optional<int> measureData(const Cpp::DataDeclNode& declaration) const;
-    std::optional<int> measureFunction(const Cpp::FunctionHeadNode& head) const;
-    bool holdsTrivia(const Cpp::SyntaxNode& type, const Cpp::SyntaxNode* name) const;
+    std::optional<int> measure(const Cpp::TypeNode* type, const Cpp::IdNode* name) const;
 
     MarkPlacement marks_;
     bool alignClassMembers_;
     bool alignFnDeclNames_;
     bool alignDataNames_;
-    bool joinsLines_;              // of types, where initializers are aligned
     bool classBodyEnded_ = false;  // and the run that began in it has not been closed yet
     DeclarationRun dataRun_;
     DeclarationRun functionRun_;

@@ -92,7 +92,9 @@ void OffsetCalculator::visitBody(Cpp::SyntaxNode* body) {
 
 void OffsetCalculator::flushAndVisitBody(const Cpp::FunctionDeclNode& declaration) {
     flush();
+    const bool wasInClassBody = std::exchange(inClassBody_, false);
     visitBody(declaration.body());
+    inClassBody_ = wasInClassBody;
 }
 
 std::string_view OffsetCalculator::textBetween(Trn::Position start, Trn::Position end) const {

@@ -51,7 +51,8 @@ protected:
     // The children of a class body, with inClassBody set.
     void visitMembers(Cpp::ClassBodyNode& body);
     void visitBody(Cpp::SyntaxNode* body);
-    // For declarations that cannot join a run because of their body.
+    // For declarations that cannot join a run because of their body. What is declared there is no class
+    // member.
     void flushAndVisitBody(const Cpp::FunctionDeclNode& declaration);
 
     // The source from the first character of what starts at `start` to the last one of what ends at `end`.

@@ -200,11 +200,16 @@ TEST(NameOffsets, DeclarationsWithCommentsInFrontOfTheNameStayOut) {
                 ElementsAre(Pair("a", 4)));
 }
 
-TEST(NameOffsets, OnlyTheLastLineOfATypeCounts) {
-    EXPECT_EQ(nameOffset("unsigned\n   long x;\nint y;\n", alignedNames()), 5);
+TEST(NameOffsets, TheLinesOfATypeAreJoined) {
+    EXPECT_EQ(nameOffset("unsigned\nlong x;\nint y;\n", alignedNames()), 14);
     EXPECT_EQ(nameOffset("int\nx;\n", alignedNames()), 4);
     const Scheme prototypes{Keys::ALIGN_FN_DECL_NAMES_LEFT};
     EXPECT_THAT(Measured("static\nint f();\n", prototypes).functionNames(), ElementsAre(Pair("f", 11)));
+}
+
+TEST(NameOffsets, LocalVariablesOfMemberFunctionsAreNoMembers) {
+    const Measured measured("struct S {\nint a;\nvoid f() { long b = 1; }\n};\n", alignedMembers());
+    EXPECT_THAT(measured.dataNames(), ElementsAre(Pair("a", 4)));
 }
 
 TEST(InitializerOffsets, TheLongestDeclarationOfARunDecides) {
@@ -235,7 +240,17 @@ TEST(InitializerOffsets, MeasureWhatWillBeWritten) {
     EXPECT_EQ(initializerOffset("int    a = 1;\n", alignedInitializers()), 8);
     EXPECT_EQ(
         initializerOffset("int    a = 1;\n", alignedInitializers().with(Keys::WS_AFTER_DD_TYPE_ID, " ")), 5);
-    EXPECT_EQ(initializerOffset("int\na = 1;\n", alignedInitializers()), 5);
+    EXPECT_EQ(initializerOffset("int\na = 1;\n", alignedInitializers()), 1);
+    EXPECT_EQ(initializerOffset("int\na = 1;\n", alignedInitializers().with(Keys::WS_AFTER_DD_TYPE_ID, "\n")),
+              5);
+    EXPECT_EQ(initializerOffset(
+                  "int a[ 4 ] = {1};\n",
+                  alignedInitializers().with(Keys::WS_AFTER_LBRACKET, "").with(Keys::WS_BEFORE_RBRACKET, "")),
+              8);
+    EXPECT_EQ(initializerOffset(
+                  "map<int,T>  *p = 0;\n",
+                  alignedInitializers().with(Keys::WS_BETWEEN_TP_PARAMS, " ").with(Keys::ASTERISK_ANCHOR, 0)),
+              14);
     for (const char* source : {"char*  p = 0;\n", "char *p = 0;\n", "char  *  p = 0;\n"}) {
         for (const int anchor : {0, 1}) {
             Scheme scheme = alignedInitializers().with(Keys::ASTERISK_ANCHOR, anchor);
@@ -245,9 +260,13 @@ TEST(InitializerOffsets, MeasureWhatWillBeWritten) {
     }
     for (const char* source : {"char* p = 0;\n", "char *p = 0;\n"}) {
         EXPECT_EQ(initializerOffset(source, alignedInitializers()), 7);
-        EXPECT_EQ(initializerOffset(source, alignedInitializers().with(Keys::ASTERISK_ANCHOR, 0)), 7);
-        EXPECT_EQ(initializerOffset(source, alignedInitializers().with(Keys::ASTERISK_ANCHOR, 1)), 7);
     }
+}
+
+TEST(InitializerOffsets, DeclarationsWhoseNameCannotBeAlignedStayOut) {
+    const Scheme scheme{Keys::ALIGN_DD_INITIALIZERS, Keys::ALIGN_DD_NAMES_LEFT};
+    EXPECT_THAT(Measured("int a = 1;\nint /* c */ longer = 2;\n", scheme).initializers(),
+                ElementsAre(Pair("a", 1)));
 }
 
 TEST(InitializerOffsets, BitFieldsAreNoInitializers) {

@@ -1,4 +1,4 @@
-#include "layout/type_text.h"
+#include "engine/type_text.h"
 
 #include <algorithm>
 

@@ -1,0 +1,94 @@
+// class A:public B{int a;public:void f();};
+//
+// class A : public B
+// {
+//     int a;
+// public:
+//     void f();
+// };
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+
+void CppFormatter::visit(Cpp::NamespaceDeclNode* declaration) {
+    applyPendingWhitespace(*declaration);
+    formatHeadAndBody(declaration->head(), declaration->body(), settings_.namespaces.beforeOpen);
+}
+
+void CppFormatter::visit(Cpp::NamespaceBodyNode* body) {
+    applyPendingWhitespace(*body);
+    ValueScope<bool> outsideClass(inClassBody_, false);
+    formatBlock(*body, settings_.namespaces);
+}
+
+void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
+    applyPendingWhitespace(*declaration);
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    int base = templateColumn.value_or(baseColumn());
+    if (declaration->head()) {
+        const int headColumn = copyUpTo(*declaration->head());
+        if (!templateColumn) base = headColumn;
+        declaration->head()->accept(*this);
+        if (declaration->body()) pend(settings_.classes.beforeOpen);
+    }
+    if (!declaration->body()) return;
+    {
+        BaseColumnScope scope(*this, base);
+        declaration->body()->accept(*this);
+    }
+    classBodyJustClosed_ = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
+}
+
+void CppFormatter::visit(Cpp::ClassHeadNode* head) {
+    if (head->name()) head->name()->accept(*this);
+    if (!head->baseClauses()) return;
+    pend(settings_.afterClassName);
+    head->baseClauses()->accept(*this);
+}
+
+void CppFormatter::visit(Cpp::ClassBodyNode* body) {
+    applyPendingWhitespace(*body);
+    ValueScope<bool> insideClass(inClassBody_, true);
+    formatBlock(*body, settings_.classes);
+}
+
+void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
+    OptionalText before;
+    if (const auto wanted = takePending()) before = {true, std::string(*wanted)};
+    if (list->size() == 0) return;
+    writeColon(writer_.readGap(list->start()), before, settings_.beforeBaseClauses);
+    formatSeparatedList(*list, {settings_.beforeBaseClauseComma, settings_.betweenBaseClauses});
+}
+
+// The ":" in front of a list, which the gap holds.
+void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after) {
+    const bool joinsScope = writer_.peek() == ':' && after.present && after.text.empty();
+    writeRendered(exprFormatter_.respaceSeparator(gap, Cpp::Colon, before, joinsScope ? OptionalText{true, " "} : after,
+                                                  state()));
+}
+
+void CppFormatter::visit(Cpp::BaseClauseNode* clause) {
+    const std::string_view text = writer_.readThrough(clause->end());
+    writeRendered(exprFormatter_.formatDeclarationText(text, state(), settings_.afterParameterType));
+}
+
+// Labels are indented from the column of their class.
+void CppFormatter::visit(Cpp::AccessSpecNode* label) {
+    const std::string_view gap = writer_.readGap(label->start());
+    if (settings_.beforeAccessLabel.present) {
+        out().writeVerbatim(asOutputStands(settings_.beforeAccessLabel.text));
+        writer_.writeWithoutLeading(gap);
+    } else {
+        writer_.write(gap);
+    }
+    IndentScope indent(out(), indentToColumn(out(), baseColumn()) + settings_.accessLabelIndent.text);
+    writer_.copyThrough(label->end());
+}
+
+}  // namespace Tessel

@@ -1,0 +1,172 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cpp/nodes.h"
+#include "cpp/opaque_tokens.h"
+#include "engine/cpp_expr_formatter.h"
+#include "engine/declaration_columns.h"
+#include "engine/formatter_settings.h"
+#include "engine/layout_passes.h"
+#include "engine/source_writer.h"
+
+namespace Tessel {
+
+// Rewrites the white space of a source as the scheme says, in one forward sweep: each visit copies its node's
+// text and replaces the white space at the places that the scheme governs.
+//
+//  - Rules never write indentation; they set the output's indent for the span that they format.
+//  - A rule that wants white space in front of a token that another rule copies leaves it pending. The visit
+//    that reaches the token merges it with what the input has there, so that comments in between survive.
+//  - Where the scheme has no value, the input's white space stays.
+//
+// One object formats one tree, once. The rules stand in a file for each family of constructs: *_rules.cpp.
+class CppFormatter : public Cpp::Emitter {
+public:
+    // `source`, with its opaque tokens, is borrowed, as is `passes`.
+    CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, const FormatOptions& options,
+                 const LayoutPasses& passes);
+
+    // The result, once the root has been visited.
+    std::string takeText();
+
+    using Cpp::Emitter::visit;
+    // The frame (formatter_frame.cpp).
+    void visit(Cpp::RootNode* root) override;
+    void visit(Cpp::CommentNode* comment) override;
+    void visit(Cpp::PreprocDirectiveNode* directive) override;
+    void visit(Cpp::ExprNode* expression) override;
+    void visit(Cpp::AsmNode* statement) override;
+    void visit(Cpp::BlockNode* block) override;
+    void visit(Cpp::LinkageBlockNode* linkage) override;
+    void visit(Cpp::LinkageBlockBodyNode* body) override;
+    void visit(Cpp::LabelNode* label) override;
+    void visit(Cpp::TextNode* text) override;
+    void visit(Cpp::EnumHeadNode* head) override;
+    void visit(Cpp::KeywordNode* keyword) override;
+    void visit(Cpp::TypeNode* type) override;
+    void visit(Cpp::IdNode* name) override;
+    void visit(Cpp::NamespaceHeadNode* head) override;
+    void visit(Cpp::ClassNameNode* name) override;
+    // Namespaces and classes (class_rules.cpp).
+    void visit(Cpp::NamespaceDeclNode* declaration) override;
+    void visit(Cpp::NamespaceBodyNode* body) override;
+    void visit(Cpp::ClassDeclNode* declaration) override;
+    void visit(Cpp::ClassHeadNode* head) override;
+    void visit(Cpp::ClassBodyNode* body) override;
+    void visit(Cpp::BaseClauseListNode* list) override;
+    void visit(Cpp::BaseClauseNode* clause) override;
+    void visit(Cpp::AccessSpecNode* label) override;
+    // Functions (function_rules.cpp) and template headers (template_rules.cpp).
+    void visit(Cpp::FunctionDeclNode* declaration) override;
+    void visit(Cpp::CtorDeclNode* declaration) override;
+    void visit(Cpp::InitializerListNode* list) override;
+    void visit(Cpp::InitializerNode* initializer) override;
+    void visit(Cpp::ParameterNode* parameter) override;
+    void visit(Cpp::FunctionPtrDeclNode* declaration) override;
+    void visit(Cpp::TemplateNode* header) override;
+    // Data (data_rules.cpp) and enums (enum_rules.cpp).
+    void visit(Cpp::DataDeclNode* declaration) override;
+    void visit(Cpp::EnumDeclNode* declaration) override;
+    void visit(Cpp::EnumBodyNode* body) override;
+    // Statements (statement_rules.cpp).
+    void visit(Cpp::CtrlStmtNode* statement) override;
+    void visit(Cpp::CtrlSubStmtNode* part) override;
+    void visit(Cpp::CtrlSubStmtHeadNode* head) override;
+    void visit(Cpp::CaseNode* label) override;
+
+private:
+    using Position = Trn::Position;
+    class BaseColumnScope;
+    class ContentScope;
+    struct ListSeparators {
+        const OptionalText& before;
+        const OptionalText& between;
+
+        bool breaksLines() const { return before.hasLineFeed() || between.hasLineFeed(); }
+    };
+    // The frame.
+    Zelmor::OIndentBuf& out() { return writer_.out(); }
+    Zelmor::IndentState state() { return Zelmor::IndentState(writer_.out()); }
+    void writeRendered(const std::string& text);
+    void copyThrough(const Cpp::SyntaxNode& node) { writer_.copyThrough(node.end()); }
+    int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
+    // Copies up to the node and tells the column at which its first character will stand.
+    int copyUpTo(const Cpp::SyntaxNode& node);
+    void pend(const OptionalText& whitespace);
+    std::optional<std::string_view> takePending();
+    std::string_view asOutputStands(std::string_view wanted);
+    void applyPendingWhitespace(const Cpp::SyntaxNode& node);
+    void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
+    std::string contentIndent(const OptionalText& indent);
+    void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
+    void formatChild(Cpp::SyntaxNode& child);
+    void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
+    void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
+    void writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose);
+    void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body, const OptionalText& beforeOpen);
+
+    // Lists (list_rules.cpp).
+    void formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators);
+    void formatElements(Cpp::InteriorNode& list, ListSeparators separators);
+    void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
+                            ListSeparators separators);
+    void formatParenList(Cpp::ParameterListNode& list);
+    void writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after);
+
+    // Functions.
+    int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
+    int formatReturnType(const Cpp::FunctionDeclNode& declaration);
+    bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
+    void formatBodyOf(Cpp::FunctionDeclNode& declaration);
+    std::optional<int> takeTemplateColumn();
+
+    // Types in front of names (declared_type_rules.cpp).
+    void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks);
+    void writeAlignedType(std::string_view type, int offset);
+    void writeOnOneLine(std::string_view text);
+    void pad(int offset, std::string_view before);
+    void writeDeclaratorOpening(std::string_view opening, const Cpp::FunctionPtrDeclNode& declaration);
+
+    // Data.
+    bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
+    void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned);
+    void writeDataName(std::string_view name, bool isAligned);
+    void spaceNameBrackets(std::string& text) const;
+    void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view gap, bool isAligned);
+    void padInitializer(const Cpp::DataDeclNode& declaration, int offset, bool isAligned);
+
+    // Templates and enums.
+    void formatTemplateParameters(Cpp::ParameterListNode& list);
+    void formatEnumerators(Cpp::EnumBodyNode& body);
+    void writeEnumEnd(Cpp::EnumBodyNode& body);
+
+    // Statements.
+    void writeElseIfGap(std::string_view gap);
+    void formatParenthesised(std::string_view inside, int keyword);
+    void writeCondition(std::string_view inside, int keyword);
+    void writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
+    Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
+                                                  Cpp::InteriorNode::iterator end);
+
+    PropertySet scheme_;
+    FormatterSettings settings_;
+    const LayoutPasses& passes_;
+    const Zelmor::TextDocument& source_;
+    Zelmor::OIndentBuf result_;
+    CppExprFormatter exprFormatter_;
+    SourceWriter writer_;
+
+    std::vector<std::string_view> pendingWhitespace_;
+    std::vector<int> baseColumns_;
+    std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
+    bool inClassBody_ = false;
+    bool classBodyJustClosed_ = false;
+    bool chainingElseIf_ = false;
+    DeclarationColumns columns_;
+};
+
+}  // namespace Tessel

@@ -1,0 +1,124 @@
+// char*p=0,*q;        char *p = 0, *q;
+// int  a [4]={1,2};   int a[4] = {1, 2};
+#include <algorithm>
+
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+// Whether a tail holds an initializer: "= 1", "(1)" or "{1}", as opposed to the width of a bit field.
+bool isInitializer(std::string_view tail) { return !tail.empty() && tail.front() != ':'; }
+
+OptionalText withoutLineFeeds(OptionalText text) {
+    std::replace(text.text.begin(), text.text.end(), '\n', ' ');
+    return text;
+}
+
+}  // namespace
+
+void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
+    applyPendingWhitespace(*declaration);
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    const int column = copyUpTo(*declaration);
+    const int base = templateColumn.value_or(column);
+    BaseColumnScope scope(*this, base);
+    bool isAligned = false;
+    if (declaration->type() && declaration->name()) {
+        const std::string_view type = writer_.readGap(declaration->name()->start());
+        isAligned = alignsName(*declaration, type);
+        if (isAligned) {
+            writeAlignedType(type, columns_.dataNames.at(declaration));
+        } else if (settings_.keepsData) {
+            writer_.write(type);
+        } else {
+            writeType(type,
+                      settings_.alignsDataInitializers ? withoutLineFeeds(settings_.afterDataType)
+                                                       : settings_.afterDataType,
+                      true);
+        }
+    } else if (declaration->type()) {
+        copyThrough(*declaration->type());
+    }
+    formatDeclarators(*declaration, isAligned);
+}
+
+bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const {
+    const bool isWanted = settings_.alignsDataNames || (settings_.alignsMemberNames && inClassBody_);
+    return isWanted && !settings_.keepsData && !classBodyJustClosed_ &&
+           columns_.dataNames.contains(&declaration) && !writer_.holdsTrivia(type);
+}
+
+// The names with what belongs to them, and the initializer or width.
+void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned) {
+    const Cpp::ExprNode* tail = declaration.tail();
+    if (!tail) {
+        writeDataName(writer_.readGap(declaration.end()), isAligned);
+        copyThrough(declaration);
+        return;
+    }
+    const std::string_view name = writer_.readGap(tail->start());
+    const std::string_view written = trimRight(name);
+    const bool endsLine = endsWithLineEndToken(name);
+    writeDataName(endsLine ? name : written, isAligned);
+    writeTailGap(declaration, endsLine ? std::string_view() : name.substr(written.size()), isAligned);
+    writeRendered(exprFormatter_.formatDeclarators(writer_.readThrough(tail->end()), state()));
+}
+
+// `name` may end in the white space in front of a ";".
+void CppFormatter::writeDataName(std::string_view name, bool isAligned) {
+    std::string text = exprFormatter_.formatDeclarators(name, state());
+    if (!isAligned) spaceNameBrackets(text);
+    writeRendered(text);
+}
+
+// Replaces the white space in front of a "[" behind the name, or of a name's end, and that behind the first "]".
+void CppFormatter::spaceNameBrackets(std::string& text) const {
+    const OptionalText& afterName = settings_.afterDataName;
+    if (afterName.present) {
+        const std::size_t nameEnd = std::min(text.find_first_of("[,( \t\n/"), text.size());
+        const std::size_t next = std::min(text.find_first_not_of(" \t\n", nameEnd), text.size());
+        if (next == text.size() || text[next] == '[') text.replace(nameEnd, next - nameEnd, afterName.text);
+    }
+    const OptionalText& afterBracket = settings_.afterDataBracket;
+    if (!afterBracket.present) return;
+    const std::size_t bracket = text.find(']');
+    if (bracket == std::string::npos) return;
+    const std::size_t next = std::min(text.find_first_not_of(" \t\n", bracket + 1), text.size());
+    if (next < text.size() && text[next] == '/') return;
+    text.replace(bracket + 1, next - bracket - 1, afterBracket.text);
+}
+
+// The white space between the declarator and its initializer or width.
+void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view gap, bool isAligned) {
+    const std::string_view tail = declaration.tail()->text();
+    const auto column = columns_.initializers.find(&declaration);
+    if (isInitializer(tail) && column != columns_.initializers.end() && settings_.alignsDataInitializers) {
+        padInitializer(declaration, column->second, isAligned);
+    } else if (tail.starts_with('(') && settings_.afterCallName.present) {
+        out().writeVerbatim(settings_.afterCallName.text);
+    } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
+        out().writeVerbatim(settings_.beforeOperator.text);
+    } else if (isInitializer(tail) && settings_.afterDataName.present && !isAligned) {
+        out().writeVerbatim(settings_.afterDataName.text);
+    } else {
+        writer_.write(gap);
+    }
+}
+
+// An initializer stands as far behind the names as the widest of them asks for, where these are aligned; else
+// behind the declaration's first character.
+void CppFormatter::padInitializer(const Cpp::DataDeclNode& declaration, int offset, bool isAligned) {
+    if (isAligned) offset += columns_.dataNames.at(&declaration);
+    if (settings_.beforeOperator.present) {
+        offset = columnAfter(settings_.beforeOperator.text, offset, out().tabSize());
+    }
+    pad(offset, {});
+}
+
+}  // namespace Tessel

@@ -1,0 +1,81 @@
+// What stands between the first character of a type and the name that it declares:
+//
+// char*p;         char *p;            by the anchor of the mark
+// unsigned n;     unsigned    n;      in columns
+#include <algorithm>
+
+#include "cpp/token_joining.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/gap.h"
+#include "engine/opaque_text.h"
+#include "engine/type_text.h"
+
+namespace Tessel {
+
+using Zelmor::LeadingSpaceScope;
+
+namespace {
+
+constexpr int kAnchoredToType = 0;
+constexpr int kAnchoredToName = 1;
+
+}  // namespace
+
+// `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
+void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
+    if (TypeText(type).hasMarks() && formatsMarks) {
+        writeRendered(exprFormatter_.formatTypeText(type, state(), whitespace));
+    } else if (whitespace.present) {
+        writer_.writeMerged(type, whitespace.text);
+    } else {
+        writer_.write(type);
+    }
+}
+
+// Writes the type, and padding up to the column in which the names of a run stand. Marks that belong to the name
+// start there, or end there when they hang.
+void CppFormatter::writeAlignedType(std::string_view type, int offset) {
+    const TypeText text(type);
+    if (!text.hasMarks()) {
+        writeOnOneLine(text.text);
+        pad(offset, text.text);
+        return;
+    }
+    const ExprSettings& settings = exprFormatter_.settings();
+    const MarkSettings& marks = text.text.back() == '*' ? settings.asterisk : settings.ampersand;
+    std::string markText(text.text.substr(text.head.size()));
+    if (marks.anchor != kAnchoredToType && marks.anchor != kAnchoredToName) {
+        writeOnOneLine(text.text);
+        pad(offset, text.text);
+        return;
+    }
+    markText.erase(std::remove_if(markText.begin(), markText.end(), isWhitespace), markText.end());
+    writeOnOneLine(text.head);
+    if (marks.anchor == kAnchoredToType) {
+        out().write(markText);
+        pad(offset, markText);
+        return;
+    }
+    pad(marks.isHanging ? offset - static_cast<int>(markText.size()) : offset, text.head);
+    out().write(markText);
+}
+
+// A type that holds no comment or directive.
+void CppFormatter::writeOnOneLine(std::string_view text) {
+    std::string line(text);
+    std::replace(line.begin(), line.end(), '\n', ' ');
+    out().write(line);
+}
+
+// Pads up to `offset` columns behind the indentation. What stands before never runs into what follows.
+void CppFormatter::pad(int offset, std::string_view before) {
+    const int indentWidth = columnAfter(out().indent(), 0, out().tabSize());
+    int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize());
+    const char next = writer_.peek();
+    if (padding < 1 && Cpp::wouldJoin(before, std::string_view(&next, 1))) padding = 1;
+    LeadingSpaceScope keepSpace(out(), true);
+    padColumns(out(), padding);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,89 @@
+// enum E{A,B=2};
+//
+// enum E
+// {
+//     A,
+//     B = 2
+// };
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+using Zelmor::OIndentBuf;
+
+namespace {
+
+bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node); }
+
+// Whether every enumerator starts on a line of its own.
+bool standOneToALine(const Cpp::EnumBodyNode& body) {
+    std::uint32_t line = 0;
+    int count = 0;
+    for (const auto& child : body.children()) {
+        if (!dynamic_cast<const Cpp::ExprNode*>(child.get())) continue;
+        if (child->start().line <= line) return false;
+        line = child->start().line;
+        ++count;
+    }
+    constexpr int fewest = 2;
+    return count >= fewest;
+}
+
+}  // namespace
+
+void CppFormatter::visit(Cpp::EnumDeclNode* declaration) {
+    applyPendingWhitespace(*declaration);
+    takeTemplateColumn();
+    formatHeadAndBody(declaration->head(), declaration->body(), settings_.enums.beforeOpen);
+}
+
+void CppFormatter::visit(Cpp::EnumBodyNode* body) {
+    applyPendingWhitespace(*body);
+    const bool hasEnumerators =
+        std::any_of(body->childBegin(), body->childEnd(), [](const auto& child) {
+            return dynamic_cast<const Cpp::ExprNode*>(child.get()) != nullptr;
+        });
+    if (!hasEnumerators) {
+        formatBlock(*body, settings_.enums);
+        return;
+    }
+    writer_.copyThrough(body->start());
+    const Cpp::SyntaxNode& first = **body->childBegin();
+    const std::string_view gap = writer_.readGap(first.start());
+    if (settings_.enums.afterOpen.present && !isDirective(first)) {
+        ContentScope content(*this, settings_.enums.indent);
+        writer_.writePrepended(gap, settings_.enums.afterOpen.text);
+    } else {
+        writer_.write(gap);
+    }
+    formatEnumerators(*body);
+    writeEnumEnd(*body);
+}
+
+void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
+    const ListSeparators separators{settings_.beforeEnumComma, settings_.betweenEnumerators};
+    ContentScope content(*this, settings_.enums.indent);
+    const bool aligns = settings_.alignsEnumInitializers && separators.breaksLines() && standOneToALine(body);
+    if (!aligns) {
+        formatElements(body, separators);
+        return;
+    }
+    const Zelmor::IndentState start = state();
+    OIndentBuf enumerators(start);
+    {
+        SourceWriter::OutputScope scratch(writer_, enumerators);
+        formatElements(body, separators);
+    }
+    writeRendered(exprFormatter_.alignEnumInitializers(enumerators.takeText(), start));
+}
+
+// A "," behind the last enumerator stands in the gap in front of the "}".
+void CppFormatter::writeEnumEnd(Cpp::EnumBodyNode& body) {
+    writeClosingGap(body, settings_.enums.beforeClose);
+    copyThrough(body);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,93 @@
+#include "engine/format_job.h"
+
+#include <istream>
+#include <optional>
+#include <ostream>
+
+#include "cpp/lexer.h"
+#include "cpp/nodes.h"
+#include "cpp/parser.h"
+#include "engine/cpp_formatter.h"
+#include "engine/cpp_pre_formatter.h"
+#include "engine/scheme_values.h"
+#include "scheme/property_keys.h"
+#include "textstream/text_document.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr const char* kAnalyzing = "Analyzing file:\n%s";
+constexpr const char* kFormatting = "Formatting file:\n%s";
+
+// A text in memory with its tree. The text stays where it is, so that positions and views hold.
+struct ParsedText {
+    explicit ParsedText(std::string content) : text(std::move(content)) {}
+
+    Zelmor::TextDocument text;
+    Cpp::OpaqueTokens opaque;
+    Cpp::RootNode root;
+};
+
+// Parses the text. Returns the messages that are more than warnings.
+std::list<Diagnostic> parse(Cpp::Parser& parser, ParsedText& source) {
+    std::list<Diagnostic> messages;
+    Cpp::Lexer lexer(source.text.text(), source.opaque);
+    parser.parse(lexer, source.root, messages);
+    messages.remove_if([](const Diagnostic& message) { return message.severity == Warning; });
+    return messages;
+}
+
+int moveTo(std::list<Diagnostic>& diagnostics, std::list<Diagnostic> messages) {
+    const auto count = static_cast<int>(messages.size());
+    diagnostics.splice(diagnostics.end(), messages);
+    return count;
+}
+
+int fail(std::list<Diagnostic>& diagnostics, Severity severity, const char* text) {
+    diagnostics.push_back({severity, {}, 0, text});
+    return 1;
+}
+
+int cancel(std::list<Diagnostic>& diagnostics) {
+    return fail(diagnostics, Information, "Formatting cancelled at user's request.");
+}
+
+}  // namespace
+
+int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
+                      std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
+    CppPreFormatter preFormatter(options.markers);
+    Cpp::Parser parser;
+    auto source = std::make_unique<ParsedText>(Zelmor::readAll(in));
+    if (!progress(kAnalyzing)) return cancel(diagnostics);
+    // Only a text that has been read in full can be gone through again from its start.
+    if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
+    if (auto messages = parse(parser, *source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
+    source->root.accept(preFormatter);
+    if (!progress(kFormatting)) return cancel(diagnostics);
+
+    std::string formattedText;
+    {
+        CppFormatter formatter(source->text, source->opaque, options, passes_);
+        source->root.accept(formatter);
+        formattedText = formatter.takeText();
+    }
+    source.reset();
+    if (!readSwitch(options.scheme, Keys::LINE_WRAP)) {
+        out.write(formattedText.data(), static_cast<std::streamsize>(formattedText.size()));
+        out.flush();
+        return 0;
+    }
+
+    ParsedText formatted(std::move(formattedText));
+    if (auto messages = parse(parser, formatted); !messages.empty()) {
+        return moveTo(diagnostics, std::move(messages));
+    }
+    formatted.root.accept(preFormatter);
+    passes_.wrapLines(options, formatted.text, formatted.root, out);
+    out.flush();
+    return 0;
+}
+
+}  // namespace Tessel

@@ -1,0 +1,277 @@
+// What all rules stand on: the root, bodies in braces, comments, directives, expressions, and everything that
+// no rule claims.
+#include <algorithm>
+
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+#include "engine/opaque_text.h"
+#include "engine/scheme_values.h"
+#include "scheme/property_keys.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+using Zelmor::LeadingSpaceScope;
+
+namespace {
+
+PropertySet completed(PropertySet scheme) {
+    applySchemeDefaults(scheme);
+    return scheme;
+}
+
+// The output from its start, with the scheme's tab settings.
+Zelmor::IndentState initialState(const PropertySet& scheme) {
+    Zelmor::IndentState state;
+    state.tabSize = readTabSize(scheme);
+    state.tabMode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
+    return state;
+}
+
+// Whether the node carries the positions of braces, as opposed to those of its contents.
+bool isBraced(const Cpp::BracketedNode& node) {
+    if (node.size() == 0) return node.start() != node.end();
+    return node.start() != (*node.childBegin())->start();
+}
+
+bool endsLine(const Cpp::SyntaxNode& node) {
+    if (dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node)) return true;
+    const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
+    return comment && comment->isLineComment();
+}
+
+std::string withoutLineFeeds(std::string text) {
+    text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
+    return text;
+}
+
+}  // namespace
+
+CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque,
+                           const FormatOptions& options, const LayoutPasses& passes)
+    : scheme_(completed(options.scheme)),
+      settings_(scheme_),
+      passes_(passes),
+      source_(source),
+      result_(initialState(scheme_)),
+      exprFormatter_(scheme_, &source),
+      writer_(source, opaque, result_, exprFormatter_) {}
+
+void CppFormatter::visit(Cpp::RootNode* root) {
+    columns_ = passes_.measure(scheme_, source_, *root);
+    LeadingSpaceScope leadingSpace(out(), !settings_.leftMargin.present);
+    formatContent(*root, settings_.leftMargin);
+    writer_.write(writer_.rest());
+}
+
+std::string CppFormatter::takeText() { return result_.takeText(); }
+
+void CppFormatter::writeRendered(const std::string& text) { Tessel::writeRendered(text, out()); }
+
+int CppFormatter::copyUpTo(const Cpp::SyntaxNode& node) {
+    writer_.copyGap(node.start());
+    return writer_.nextColumn();
+}
+
+void CppFormatter::pend(const OptionalText& whitespace) {
+    if (whitespace.present) pendingWhitespace_.push_back(whitespace.text);
+}
+
+std::optional<std::string_view> CppFormatter::takePending() {
+    if (pendingWhitespace_.empty()) return std::nullopt;
+    const std::string_view wanted = pendingWhitespace_.back();
+    pendingWhitespace_.pop_back();
+    return asOutputStands(wanted);
+}
+
+// Where a comment or directive has just ended its line, only further line ends are left to be written.
+std::string_view CppFormatter::asOutputStands(std::string_view wanted) {
+    if (out().column() != 0) return wanted;
+    const std::size_t lineFeed = wanted.find('\n');
+    return lineFeed == std::string_view::npos ? std::string_view() : wanted.substr(lineFeed + 1);
+}
+
+void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
+    if (const auto wanted = takePending()) writer_.writeMerged(writer_.readGap(node.start()), *wanted);
+}
+
+// The gap in front of the node, its trailing white space replaced when the scheme says by what.
+void CppFormatter::writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted) {
+    const std::string_view gap = writer_.readGap(node.start());
+    if (wanted.present) {
+        writer_.writeMerged(gap, wanted.text);
+    } else {
+        writer_.write(gap);
+    }
+}
+
+std::string CppFormatter::contentIndent(const OptionalText& indent) {
+    if (!indent.present) return out().indent();
+    return indentToColumn(out(), baseColumn()) + indent.text;
+}
+
+void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& indent) {
+    ContentScope content(*this, indent);
+    const std::size_t pendingOutside = pendingWhitespace_.size();
+    for (auto child = node.childBegin(); child != node.childEnd(); ++child) {
+        formatChild(**child);
+        if (dynamic_cast<Cpp::CaseNode*>(child->get())) child = formatBehindLabel(child, node.childEnd());
+    }
+    // What a template header left for a declaration that never came is not for the next one outside.
+    templateColumn_.reset();
+    pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+void CppFormatter::formatChild(Cpp::SyntaxNode& child) {
+    const bool isData = dynamic_cast<Cpp::DataDeclNode*>(&child) != nullptr;
+    if (!isData) classBodyJustClosed_ = false;
+    child.accept(*this);
+    if (isData) classBodyJustClosed_ = false;
+}
+
+void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
+    if (const auto wanted = takePending()) {
+        const std::string_view gap = writer_.readGap(node.start());
+        if (writer_.holdsLineComment(gap)) {
+            ContentScope content(*this, braces.indent);
+            writer_.writeMerged(gap, *wanted);
+        } else {
+            writer_.writeMerged(gap, *wanted);
+        }
+    }
+    const bool isEmpty = node.size() == 0;
+    if (!isBraced(node)) {
+        if (isEmpty) {
+            ContentScope content(*this, braces.indent);
+            copyThrough(node);
+        } else {
+            formatContent(node, braces.indent);
+        }
+        return;
+    }
+    if (isEmpty) {
+        formatEmptyBlock(node, braces);
+        return;
+    }
+    writer_.copyThrough(node.start());
+    {
+        ContentScope content(*this, braces.indent);
+        const std::string_view gap = writer_.readGap((*node.childBegin())->start());
+        if (braces.afterOpen.present) {
+            writer_.writePrepended(gap, braces.afterOpen.text);
+        } else {
+            writer_.write(gap);
+        }
+    }
+    formatContent(node, braces.indent);
+    writeClosingGap(node, braces.beforeClose);
+    copyThrough(node);
+}
+
+// "{" and "}" with nothing but white space, or what is no node, between them. They never stand apart by an empty
+// line.
+void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
+    const OptionalText& afterOpen = braces.afterOpen;
+    const OptionalText& beforeClose = braces.beforeClose;
+    writer_.copyThrough(node.start());
+    std::string_view gap = writer_.readGap(node.end());
+    {
+        ContentScope content(*this, braces.indent);
+        if (afterOpen.present) {
+            out().write(afterOpen.text);
+            gap = trimLeft(gap);
+        }
+        if (!beforeClose.present) {
+            writer_.write(gap);
+        } else if (!isAllWhitespace(gap)) {
+            writer_.writeMerged(gap, beforeClose.text);
+        } else if (afterOpen.hasLineFeed() && beforeClose.hasLineFeed()) {
+            out().writeVerbatim(withoutLineFeeds(beforeClose.text));
+        } else {
+            out().writeVerbatim(beforeClose.text);
+        }
+    }
+    copyThrough(node);
+}
+
+void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose) {
+    const std::string_view gap = writer_.readGap(node.end());
+    if (!beforeClose.present) {
+        writer_.write(gap);
+        return;
+    }
+    const Cpp::SyntaxNode& last = **(node.childEnd() - 1);
+    const bool lineHasEnded = out().column() == 0 && isAllWhitespace(gap);
+    const bool endsWithLabel = dynamic_cast<const Cpp::CaseNode*>(&last) && settings_.afterCaseLabel.hasLineFeed();
+    if (beforeClose.hasLineFeed() && (endsLine(last) || endsWithLabel) && lineHasEnded) {
+        writer_.writeMerged(gap, withoutLineFeeds(beforeClose.text));
+    } else {
+        writer_.writeMerged(gap, beforeClose.text);
+    }
+}
+
+// A head, and a body whose contents are indented from the column at which the head began.
+void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body,
+                                     const OptionalText& beforeOpen) {
+    BaseColumnScope base(*this, head ? copyUpTo(*head) : baseColumn());
+    if (head) head->accept(*this);
+    if (!body) return;
+    if (head) pend(beforeOpen);
+    body->accept(*this);
+}
+
+void CppFormatter::visit(Cpp::CommentNode* comment) {
+    // A protected region is kept as it is, but for the white space at the start of its lines.
+    if (comment->protectedRegion()) {
+        copyThrough(*comment);
+        return;
+    }
+    writer_.copyGap(comment->start());
+    exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
+}
+
+void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
+    exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out());
+}
+
+void CppFormatter::visit(Cpp::ExprNode* expression) {
+    const std::string_view text = writer_.readThrough(expression->end());
+    writeRendered(exprFormatter_.formatExpression(text, state()));
+}
+
+// Assembler has a grammar of its own, in which line ends count.
+void CppFormatter::visit(Cpp::AsmNode* statement) { copyThrough(*statement); }
+
+void CppFormatter::visit(Cpp::BlockNode* block) {
+    const int column = columnAfter(out().indent(), 0, out().tabSize());
+    BaseColumnScope base(*this, column);
+    IndentScope indent(out(), indentToColumn(out(), column));
+    if (settings_.global.beforeOpen.present) {
+        std::string_view wanted = settings_.global.beforeOpen.text;
+        if (wanted.starts_with('\n') && out().column() == 0) wanted.remove_prefix(1);
+        writer_.writeMerged(writer_.readGap(block->start()), wanted);
+    }
+    formatBlock(*block, settings_.global);
+}
+
+void CppFormatter::visit(Cpp::LinkageBlockNode* linkage) {
+    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.global.beforeOpen);
+}
+
+void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
+    applyPendingWhitespace(*body);
+    formatBlock(*body, settings_.global);
+}
+
+void CppFormatter::visit(Cpp::LabelNode* label) { copyThrough(*label); }
+void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
+void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
+void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
+void CppFormatter::visit(Cpp::TypeNode* type) { copyThrough(*type); }
+void CppFormatter::visit(Cpp::IdNode* name) { copyThrough(*name); }
+void CppFormatter::visit(Cpp::NamespaceHeadNode* head) { copyThrough(*head); }
+void CppFormatter::visit(Cpp::ClassNameNode* name) { copyThrough(*name); }
+
+}  // namespace Tessel

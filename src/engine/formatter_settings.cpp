@@ -1,0 +1,89 @@
+#include "engine/formatter_settings.h"
+
+#include "engine/scheme_values.h"
+#include "scheme/property_keys.h"
+
+namespace Tessel {
+
+namespace {
+
+const OptionalText kLineFeed{true, "\n"};
+
+}  // namespace
+
+FormatterSettings::FormatterSettings(const PropertySet& scheme) {
+    const auto text = [&scheme](std::string_view key) { return readText(scheme, key); };
+    const auto isOn = [&scheme](std::string_view key) { return readSwitch(scheme, key); };
+
+    leftMargin = text(Keys::LEFT_MARGIN);
+
+    global = {text(Keys::GLOBAL_WS_BEFORE_OPEN_BRACE), text(Keys::GLOBAL_WS_AFTER_OPEN_BRACE),
+              text(Keys::GLOBAL_INDENT_CONTENT), text(Keys::GLOBAL_WS_BEFORE_CLOSE_BRACE)};
+    namespaces = {text(Keys::WS_BEFORE_NS_OPEN_BRACE), text(Keys::WS_AFTER_NS_OPEN_BRACE),
+                  text(Keys::INDENT_NS_CONTENT), text(Keys::WS_BEFORE_NS_CLOSE_BRACE)};
+    classes = {text(Keys::WS_BEFORE_CLASS_OPEN_BRACE), text(Keys::WS_AFTER_CLASS_OPEN_BRACE),
+               text(Keys::INDENT_CLASS_CONTENT), text(Keys::WS_BEFORE_CLASS_CLOSE_BRACE)};
+    functions = {text(Keys::WS_BEFORE_FN_OPEN_BRACE), text(Keys::WS_AFTER_FN_OPEN_BRACE),
+                 text(Keys::INDENT_FN_CONTENT), text(Keys::WS_BEFORE_FN_CLOSE_BRACE)};
+    statements = {text(Keys::WS_BEFORE_CS_OPEN_BRACE), text(Keys::WS_AFTER_CS_OPEN_BRACE),
+                  text(Keys::INDENT_CS_CONTENT), text(Keys::WS_BEFORE_CS_CLOSE_BRACE)};
+    enums = {text(Keys::WS_BEFORE_ENUM_OPEN_BRACE), text(Keys::WS_AFTER_ENUM_OPEN_BRACE),
+             text(Keys::INDENT_ENUM_CONTENT), text(Keys::WS_BEFORE_ENUM_CLOSE_BRACE)};
+
+    afterClassName = text(Keys::WS_AFTER_CLASS_NAME);
+    beforeBaseClauses = text(Keys::WS_BEFORE_BASE_CLAUSES);
+    beforeBaseClauseComma = text(Keys::WS_BEFORE_BASE_CLAUSES_COMMA);
+    betweenBaseClauses = isOn(Keys::ALIGN_BASE_CLAUSES_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_BASE_CLAUSES);
+    beforeAccessLabel = text(Keys::WS_BEFORE_ACCESS_SPECS);
+    accessLabelIndent = text(Keys::INDENT_ACCESS_SPEC_LABEL);
+    beforeInitializerList = text(Keys::WS_BEFORE_CLASS_INIT_LIST);
+    beforeInitializers = text(Keys::WS_BEFORE_CLASS_INITS);
+    beforeInitializerComma = text(Keys::WS_BEFORE_CLASS_INITS_COMMA);
+    betweenInitializers = text(Keys::WS_BETWEEN_CLASS_INITS);
+    afterInitializerList = text(Keys::WS_AFTER_CLASS_INIT_LIST);
+
+    afterDeclarationReturnType = text(Keys::WS_AFTER_FN_DECL_RETURN_TYPE);
+    afterDefinitionReturnType = text(Keys::WS_AFTER_FN_DEFN_RETURN_TYPE);
+    afterFunctionName = text(Keys::WS_AFTER_FN_NAME);
+    afterParameterOpen = text(Keys::WS_AFTER_FN_OPEN_PAREN);
+    beforeParameterComma = text(Keys::WS_BEFORE_FN_COMMA);
+    betweenParameters = isOn(Keys::ALIGN_FN_PARAMS_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_FN_PARAMS);
+    beforeParameterClose = text(Keys::WS_BEFORE_FN_CLOSE_PAREN);
+    afterParameterType = text(Keys::WS_AFTER_PARAM_TYPE_ID);
+
+    afterDataType = text(Keys::WS_AFTER_DD_TYPE_ID);
+    afterDataName = text(Keys::WS_AFTER_DD_NAME);
+    afterDataBracket = text(Keys::WS_AFTER_DD_RBRACKET);
+    afterCallName = text(Keys::WS_AFTER_FN_CALL_NAME);
+    beforeOperator = text(Keys::WS_BEFORE_EXPR_OP);
+
+    beforeTemplateOpen = text(Keys::WS_BEFORE_TP_OPEN_BRACKET);
+    afterTemplateOpen = text(Keys::WS_AFTER_TP_OPEN_BRACKET);
+    beforeTemplateComma = text(Keys::WS_BEFORE_TP_COMMA);
+    betweenTemplateParameters = isOn(Keys::ALIGN_TP_PARAMS_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_TP_PARAMS);
+    beforeTemplateClose = text(Keys::WS_BEFORE_TP_CLOSE_BRACKET);
+    afterTemplateClose = text(Keys::WS_AFTER_TP_CLOSE_BRACKET);
+
+    afterControlKeyword = text(Keys::WS_AFTER_CS_KEY);
+    afterControlOpenParen = text(Keys::WS_AFTER_CS_OPEN_PAREN);
+    beforeControlCloseParen = text(Keys::WS_BEFORE_CS_CLOSE_PAREN);
+    betweenControlParts = text(Keys::WS_BETWEEN_CS);
+    alignsForClauses = isOn(Keys::ALIGN_CS_FOR_CLAUSES_LEFT);
+    betweenForClauses = alignsForClauses ? kLineFeed : text(Keys::WS_BETWEEN_CS_FOR_CLAUSES);
+    caseIndent = text(Keys::INDENT_CS_CASE_LABELS);
+    caseContentIndent = text(Keys::INDENT_CS_CASE_CONTENT);
+    afterCaseLabel = text(Keys::WS_AFTER_CS_CASE_LABELS);
+
+    beforeEnumComma = text(Keys::WS_BEFORE_ENUM_COMMA);
+    betweenEnumerators = text(Keys::WS_BETWEEN_ENUM_ELEMENTS);
+
+    alignsDataNames = isOn(Keys::ALIGN_DD_NAMES_LEFT);
+    alignsDataInitializers = isOn(Keys::ALIGN_DD_INITIALIZERS);
+    alignsFunctionNames = isOn(Keys::ALIGN_FN_DECL_NAMES_LEFT);
+    alignsMemberNames = isOn(Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT);
+    alignsEnumInitializers = isOn(Keys::ALIGN_ENUM_INITIALIZERS);
+    keepsData = isOn(Keys::DATA_DO_NOT_FORMAT);
+    keepsFunctions = isOn(Keys::FN_DO_NOT_FORMAT);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "engine/optional_text.h"
+#include "scheme/property_set.h"
+
+namespace Tessel {
+
+// How a body in braces is laid out.
+struct BraceSettings {
+    OptionalText beforeOpen;
+    OptionalText afterOpen;
+    OptionalText indent;
+    OptionalText beforeClose;
+};
+
+// The scheme's values for the formatter's rules.
+struct FormatterSettings {
+    explicit FormatterSettings(const PropertySet& scheme);
+
+    OptionalText leftMargin;
+
+    BraceSettings global;
+    BraceSettings namespaces;
+    BraceSettings classes;
+    BraceSettings functions;
+    BraceSettings statements;
+    BraceSettings enums;
+
+    OptionalText afterClassName;
+    OptionalText beforeBaseClauses;
+    OptionalText beforeBaseClauseComma;
+    OptionalText betweenBaseClauses;
+    OptionalText beforeAccessLabel;
+    OptionalText accessLabelIndent;
+    OptionalText beforeInitializerList;
+    OptionalText beforeInitializers;
+    OptionalText beforeInitializerComma;
+    OptionalText betweenInitializers;
+    OptionalText afterInitializerList;
+
+    OptionalText afterDeclarationReturnType;
+    OptionalText afterDefinitionReturnType;
+    OptionalText afterFunctionName;
+    OptionalText afterParameterOpen;
+    OptionalText beforeParameterComma;
+    OptionalText betweenParameters;
+    OptionalText beforeParameterClose;
+    OptionalText afterParameterType;
+
+    OptionalText afterDataType;
+    OptionalText afterDataName;
+    OptionalText afterDataBracket;
+    OptionalText afterCallName;
+    OptionalText beforeOperator;
+
+    OptionalText beforeTemplateOpen;
+    OptionalText afterTemplateOpen;
+    OptionalText beforeTemplateComma;
+    OptionalText betweenTemplateParameters;
+    OptionalText beforeTemplateClose;
+    OptionalText afterTemplateClose;
+
+    OptionalText afterControlKeyword;
+    OptionalText afterControlOpenParen;
+    OptionalText beforeControlCloseParen;
+    OptionalText betweenControlParts;
+    OptionalText betweenForClauses;
+    OptionalText caseIndent;
+    OptionalText caseContentIndent;
+    OptionalText afterCaseLabel;
+
+    OptionalText beforeEnumComma;
+    OptionalText betweenEnumerators;
+
+    bool alignsForClauses;
+    bool alignsDataNames;
+    bool alignsDataInitializers;
+    bool alignsFunctionNames;
+    bool alignsMemberNames;
+    bool alignsEnumInitializers;
+    bool keepsData;       // DATA_DO_NOT_FORMAT
+    bool keepsFunctions;  // FN_DO_NOT_FORMAT
+};
+
+}  // namespace Tessel

@@ -1,0 +1,153 @@
+// int*f( int a ,int b )const{ … }
+//
+// int *f(int a, int b) const
+// {
+//     …
+// }
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+#include "engine/type_text.h"
+
+namespace Tessel {
+
+void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
+    BaseColumnScope base(*this, formatFunctionHead(*declaration));
+    if (!declaration->body()) return;
+    pend(settings_.functions.beforeOpen);
+    formatBodyOf(*declaration);
+}
+
+// Without a setting of its own the ":" of the initializers is placed as an opening brace would be.
+void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
+    BaseColumnScope base(*this, formatFunctionHead(*declaration));
+    Cpp::InitializerListNode* initializers = declaration->initializers();
+    if (initializers && settings_.beforeInitializerList.present) {
+        pend(settings_.beforeInitializerList);
+    } else if (initializers || declaration->body()) {
+        pend(settings_.functions.beforeOpen);
+    }
+    if (initializers) {
+        initializers->accept(*this);
+        if (declaration->body()) {
+            pend(settings_.afterInitializerList.present ? settings_.afterInitializerList
+                                                        : settings_.functions.beforeOpen);
+        }
+    }
+    formatBodyOf(*declaration);
+}
+
+// Not through the block's own visit, for the settings of functions count here.
+void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration) {
+    if (!declaration.body()) return;
+    ValueScope<bool> outsideClass(inClassBody_, false);
+    formatBlock(*declaration.body(), settings_.functions);
+}
+
+void CppFormatter::visit(Cpp::InitializerListNode* list) {
+    OptionalText before;
+    if (const auto wanted = takePending()) before = {true, std::string(*wanted)};
+    if (list->size() == 0) return;
+    writeColon(writer_.readGap(list->start()), before, settings_.beforeInitializers);
+    formatSeparatedList(*list, {settings_.beforeInitializerComma, settings_.betweenInitializers});
+}
+
+void CppFormatter::visit(Cpp::InitializerNode* initializer) {
+    const std::string_view text = writer_.readThrough(initializer->end());
+    writeRendered(exprFormatter_.formatExpression(text, state()));
+}
+
+// Returns the column from which the contents of the body are indented.
+int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
+    applyPendingWhitespace(declaration);
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    Cpp::FunctionHeadNode* head = declaration.head();
+    if (!head) return templateColumn.value_or(baseColumn());
+
+    int base = templateColumn.value_or(baseColumn());
+    if (head->name()) {
+        const int column = formatReturnType(declaration);
+        if (!templateColumn) base = column;
+        writer_.copyThrough(head->name()->end());
+    }
+    BaseColumnScope scope(*this, base);
+    if (head->parameters()) {
+        const std::string_view gap = writer_.readGap(head->parameters()->start());
+        if (settings_.afterFunctionName.present) {
+            writer_.writeMerged(gap, settings_.afterFunctionName.text);
+        } else {
+            writer_.write(gap);
+        }
+        formatParenList(*head->parameters());
+    }
+    const std::string_view rest = writer_.readThrough(head->end());
+    if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
+    return base;
+}
+
+// Writes what stands in front of the name. Returns the column of the head's first character.
+int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
+    const Cpp::FunctionHeadNode& head = *declaration.head();
+    if (!head.returnType()) {
+        const int column = copyUpTo(*head.name());
+        if (alignsName(declaration, {})) pad(columns_.functionNames.at(&declaration), {});
+        return out().column() > 0 ? writer_.nextColumn() : column;
+    }
+    const int column = copyUpTo(*head.returnType());
+    const std::string_view type = writer_.readGap(head.name()->start());
+    if (alignsName(declaration, type)) {
+        writeAlignedType(type, columns_.functionNames.at(&declaration));
+    } else {
+        writeType(type,
+                  declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType,
+                  !settings_.keepsFunctions);
+    }
+    return column;
+}
+
+bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const {
+    const bool isWanted =
+        settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
+    return isWanted && !declaration.body() && columns_.functionNames.contains(&declaration) &&
+           !writer_.holdsTrivia(type);
+}
+
+void CppFormatter::visit(Cpp::ParameterNode* parameter) {
+    const std::string_view text = writer_.readThrough(parameter->end());
+    writeRendered(exprFormatter_.formatDeclarationText(text, state(), settings_.afterParameterType));
+}
+
+// The declarator in parentheses stays as it is.
+void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
+    applyPendingWhitespace(*declaration);
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    const int column = copyUpTo(*declaration);
+    BaseColumnScope base(*this, templateColumn.value_or(column));
+    if (declaration->returnType()) copyThrough(*declaration->returnType());
+    if (declaration->name()) {
+        writeDeclaratorOpening(writer_.readGap(declaration->name()->start()), *declaration);
+        copyThrough(*declaration->name());
+    }
+    if (declaration->parameters()) {
+        writer_.copyGap(declaration->parameters()->start());
+        formatParenList(*declaration->parameters());
+    }
+    copyThrough(*declaration);
+}
+
+// What stands between the return type and the name of a pointer to function: white space, "(" and marks.
+void CppFormatter::writeDeclaratorOpening(std::string_view opening, const Cpp::FunctionPtrDeclNode& declaration) {
+    const OptionalText& wanted = settings_.afterDeclarationReturnType;
+    const std::string_view declarator = trimLeft(opening);
+    const bool spacesType = wanted.present && declaration.returnType() && declarator.starts_with('(') &&
+                            !TypeText(declaration.returnType()->text()).hasMarks();
+    if (spacesType) {
+        out().writeVerbatim(wanted.text);
+        writer_.write(declarator);
+    } else {
+        writer_.write(opening);
+    }
+}
+
+}  // namespace Tessel

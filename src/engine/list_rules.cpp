@@ -1,0 +1,100 @@
+// ( int a ,int b )   →   (int a, int b)
+//
+// Lists whose separators break lines line their elements up below the first one.
+#include <optional>
+
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+using Zelmor::LeadingSpaceScope;
+
+namespace {
+
+const OptionalText kAsInInput;
+const OptionalText kLineFeed{true, "\n"};
+
+bool isLineComment(const Cpp::SyntaxNode& node) {
+    const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
+    return comment && comment->isLineComment();
+}
+
+bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node); }
+
+}  // namespace
+
+void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators) {
+    if (list.size() == 0) return;
+    if (!separators.breaksLines()) {
+        formatElements(list, separators);
+        return;
+    }
+    const int column = copyUpTo(**list.childBegin());
+    LeadingSpaceScope leadingSpace(out(), false);
+    IndentScope indent(out(), indentToColumn(out(), column));
+    formatElements(list, separators);
+}
+
+void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separators) {
+    const Cpp::SyntaxNode* previous = nullptr;
+    for (const auto& child : list.children()) {
+        if (previous) writeListSeparator(writer_.readGap(child->start()), *previous, *child, separators);
+        child->accept(*this);
+        previous = child.get();
+    }
+}
+
+void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
+                                      const Cpp::SyntaxNode& next, ListSeparators separators) {
+    const OptionalText* after = &separators.between;
+    if (!separators.between.hasLineFeed()) {
+        if (isDirective(next)) after = &kLineFeed;
+    } else {
+        if (writer_.holdsLineComment(gap)) gap = trimRight(gap);
+        if (isLineComment(previous) || isLineComment(next) || isDirective(next)) after = &kAsInInput;
+    }
+    // Nearly every gap is a comma with blanks around it.
+    const std::string_view separator = trim(gap);
+    const bool isPlain = separator == "," && !separators.breaksLines() && after->present && !after->hasLineFeed();
+    if (!isPlain) {
+        writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, separators.before, *after, state()));
+        return;
+    }
+    if (separators.before.present) {
+        out().writeVerbatim(separators.before.text);
+    } else {
+        out().write(gap.substr(0, static_cast<std::size_t>(separator.data() - gap.data())));
+    }
+    out().write(separator);
+    out().writeVerbatim(after->text);
+}
+
+void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {
+    const OptionalText& afterOpen = settings_.afterParameterOpen;
+    const OptionalText& beforeClose = settings_.beforeParameterClose;
+    writer_.copyThrough(list.start());
+    if (list.size() == 0) {
+        const std::string_view gap = writer_.readGap(list.end());
+        if (afterOpen.present || beforeClose.present) {
+            writer_.writeWithoutLeading(gap);
+        } else {
+            writer_.write(gap);
+        }
+        return;
+    }
+    writeGapBefore(**list.childBegin(), afterOpen);
+    formatSeparatedList(list, {settings_.beforeParameterComma, settings_.betweenParameters});
+    const std::string_view closing = writer_.readGap(list.end());
+    if (beforeClose.present) {
+        writer_.writeMerged(closing, beforeClose.text);
+    } else {
+        writer_.write(closing);
+    }
+}
+
+}  // namespace Tessel

@@ -1,0 +1,228 @@
+// if(a){b();}else if( c )d();
+//
+// if (a) {
+//     b();
+// } else if (c)
+//     d();
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+using Zelmor::LeadingSpaceScope;
+
+namespace {
+
+const OptionalText kAsInInput;
+const OptionalText kLineFeed{true, "\n"};
+
+bool isTrivia(const Cpp::SyntaxNode& node) {
+    return dynamic_cast<const Cpp::CommentNode*>(&node) || dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
+}
+
+const Cpp::CtrlSubStmtNode* firstPart(const Cpp::CtrlStmtNode& statement) {
+    return statement.size() == 0 ? nullptr : dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement.childBegin()->get());
+}
+
+int keywordOf(const Cpp::CtrlSubStmtNode* part) {
+    const bool hasKeyword = part && part->head() && part->head()->keyword();
+    return hasKeyword ? part->head()->keyword()->keyword() : Trn::kEndKind;
+}
+
+// An empty statement carries the positions of its ";".
+bool isBraced(const Cpp::BlockNode& block) { return Trn::isSet(block.open()) && block.open() != block.close(); }
+
+// An "else" whose body is an "if" and nothing else.
+bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
+    if (keywordOf(&part) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
+    const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(part.body()->childBegin()->get());
+    if (!statement) return false;
+    const Cpp::CtrlSubStmtNode* first = firstPart(*statement);
+    return keywordOf(first) == Cpp::KeywordIf && first->start() == part.body()->start();
+}
+
+// The places of the first and the last ";" outside all brackets; the same when there are fewer than two.
+struct ClauseEnds {
+    std::size_t first = 0;
+    std::size_t last = 0;
+    bool areTwo() const { return first < last; }
+};
+
+ClauseEnds findClauseEnds(std::string_view inside) {
+    ClauseEnds ends;
+    bool sawFirst = false;
+    Cpp::Lexer lexer(inside);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (token.kind != Cpp::Semicolon) continue;
+        if (!sawFirst) ends.first = token.offset;
+        sawFirst = true;
+        ends.last = token.offset;
+    }
+    return ends;
+}
+
+}  // namespace
+
+void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
+    if (statement->size() == 0) return;
+    int base = baseColumn();
+    if (chainingElseIf_) {
+        writeElseIfGap(writer_.readGap(statement->start()));
+    } else {
+        base = copyUpTo(*statement);
+    }
+    BaseColumnScope scope(*this, base);
+    OptionalText between;
+    if (settings_.betweenControlParts.present && statement->size() > 1) {
+        between = settings_.betweenControlParts;
+        const Cpp::CtrlSubStmtNode* first = firstPart(*statement);
+        if (first && first->body() && !isBraced(*first->body())) between = kLineFeed;
+    }
+    const Cpp::SyntaxNode* previous = nullptr;
+    for (const auto& child : statement->children()) {
+        if (previous && between.present && !isTrivia(*child) && !isTrivia(*previous)) {
+            writer_.writeMerged(writer_.readGap(child->start()), between.text);
+        }
+        child->accept(*this);
+        previous = child.get();
+    }
+}
+
+// "if" follows "else" on its line.
+void CppFormatter::writeElseIfGap(std::string_view gap) {
+    if (isAllWhitespace(gap)) {
+        out().write(" ");
+        return;
+    }
+    out().write(" ");
+    writer_.writeMerged(trimLeft(gap), " ");
+}
+
+void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
+    const bool isChain = continuesElseIf(*part);
+    chainingElseIf_ = false;
+    if (part->head()) part->head()->accept(*this);
+    Cpp::BlockNode* body = part->body();
+    if (!body) return;
+    BraceSettings braces = settings_.statements;
+    if (isChain) {
+        // The chained "if" is not indented further than the "else".
+        braces.indent = {!out().indent().empty() || !out().keepLeadingSpace(), ""};
+        ValueScope<bool> chaining(chainingElseIf_, true);
+        formatBlock(*body, braces);
+        return;
+    }
+    if (keywordOf(part) == Cpp::KeywordSwitch) braces.indent = settings_.caseContentIndent;
+    if (part->head()) pend(isBraced(*body) ? settings_.statements.beforeOpen : settings_.statements.afterOpen);
+    formatBlock(*body, braces);
+}
+
+void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
+    if (head->keyword()) copyThrough(*head->keyword());
+    if (head->condition()) {
+        const std::string_view gap = writer_.readGap(head->condition()->start());
+        if (settings_.afterControlKeyword.present) {
+            writer_.writeMerged(isAllWhitespace(gap) ? gap : trimLeft(gap), settings_.afterControlKeyword.text);
+        } else {
+            writer_.write(gap);
+        }
+        writer_.copyThrough(head->condition()->start());
+        const Position end = head->condition()->end();
+        const std::string_view inside = writer_.readThrough({end.line, end.column - 1});
+        formatParenthesised(inside, head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
+        writer_.copyThrough(end);
+    }
+    copyThrough(*head);
+}
+
+// What stands between the parentheses. Its further lines start in the column behind the "(".
+void CppFormatter::formatParenthesised(std::string_view inside, int keyword) {
+    IndentScope indent(out(), indentToColumn(out(), out().column()));
+    LeadingSpaceScope leadingSpace(out(), false);
+    if (keyword == Cpp::KeywordFor && settings_.betweenForClauses.present) {
+        if (const ClauseEnds ends = findClauseEnds(inside); ends.areTwo()) {
+            writeForClauses(inside, ends.first, ends.last);
+            return;
+        }
+    }
+    writeCondition(inside, keyword);
+}
+
+void CppFormatter::writeCondition(std::string_view inside, int keyword) {
+    const OptionalText& afterOpen = settings_.afterControlOpenParen;
+    const OptionalText& beforeClose = settings_.beforeControlCloseParen;
+    if (afterOpen.present) {
+        out().writeVerbatim(afterOpen.text);
+        inside = trimLeft(inside);
+    }
+    const std::string_view condition = beforeClose.present ? trimRight(inside) : inside;
+    const std::string_view closing = inside.substr(condition.size());
+    const bool endsLine = endsWithLineEndToken(condition);
+    const std::string text =
+        keyword == Cpp::KeywordCatch
+            ? exprFormatter_.formatDeclarationText(condition, state(), settings_.afterParameterType)
+            : exprFormatter_.formatExpression(condition, state());
+    writeRendered(text);
+    if (endsLine && beforeClose.present) {
+        writer_.write(closing.substr(0, closing.find('\n') + 1));
+    } else if (beforeClose.present) {
+        out().writeVerbatim(beforeClose.text);
+    }
+}
+
+// The clauses end at the first and at the last ";".
+void CppFormatter::writeForClauses(std::string_view inside, std::size_t first, std::size_t last) {
+    const std::string_view clauses[] = {inside.substr(0, first + 1), inside.substr(first + 1, last - first),
+                                        inside.substr(last + 1)};
+    const auto write = [&](std::string_view clause) {
+        clause = trimLeft(clause);
+        const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
+        writeRendered(exprFormatter_.formatDeclarationText(text, state(), kAsInInput));
+    };
+    out().writeVerbatim(settings_.afterControlOpenParen.text);
+    IndentScope indent(out(), indentToColumn(out(), out().column()));
+    write(clauses[0]);
+    for (const std::string_view clause : {clauses[1], clauses[2]}) {
+        if (trimLeft(clause).empty()) continue;
+        out().writeVerbatim(asOutputStands(settings_.betweenForClauses.text));
+        write(clause);
+    }
+    if (out().column() != 0) out().writeVerbatim(settings_.beforeControlCloseParen.text);
+}
+
+// Labels are indented from the column of their switch.
+void CppFormatter::visit(Cpp::CaseNode* label) {
+    LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), indentToColumn(out(), baseColumn()) + settings_.caseIndent.text);
+    const std::string_view gap = writer_.readGap(label->start());
+    const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
+    if (followsText && settings_.afterCaseLabel.hasLineFeed()) {
+        writer_.writeMerged(gap, "\n");
+    } else {
+        writer_.write(gap);
+    }
+    copyThrough(*label);
+}
+
+// Writes what separates a label from its first statement. Comments on the label's line stay there. Returns the
+// last child that has been written.
+Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::iterator label,
+                                                            Cpp::InteriorNode::iterator end) {
+    const std::uint32_t line = (*label)->end().line;
+    auto next = label + 1;
+    for (; next != end && (*next)->start().line == line; label = next++) {
+        if (!dynamic_cast<Cpp::CommentNode*>(next->get())) break;
+        formatChild(**next);
+    }
+    if (!settings_.afterCaseLabel.present) return label;
+    out().writeVerbatim(asOutputStands(settings_.afterCaseLabel.text));
+    if (next != end) writer_.writeWithoutLeading(writer_.readGap((*next)->start()));
+    return label;
+}
+
+}  // namespace Tessel
