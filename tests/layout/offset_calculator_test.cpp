@@ -248,9 +248,9 @@ TEST(InitializerOffsets, MeasureWhatWillBeWritten) {
                   alignedInitializers().with(Keys::WS_AFTER_LBRACKET, "").with(Keys::WS_BEFORE_RBRACKET, "")),
               8);
     EXPECT_EQ(initializerOffset(
-                  "map<int,T>  *p = 0;\n",
+                  "map<int,T>::x  *p = 0;\n",
                   alignedInitializers().with(Keys::WS_BETWEEN_TP_PARAMS, " ").with(Keys::ASTERISK_ANCHOR, 0)),
-              14);
+              17);
     for (const char* source : {"char*  p = 0;\n", "char *p = 0;\n", "char  *  p = 0;\n"}) {
         for (const int anchor : {0, 1}) {
             Scheme scheme = alignedInitializers().with(Keys::ASTERISK_ANCHOR, anchor);
