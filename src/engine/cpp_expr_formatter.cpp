@@ -156,10 +156,7 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 
 // What the current token wants in front of itself; null when that is for the token before it to say.
 const OptionalText* CppExprFormatter::wantedBefore(const Run& run) const {
-    if (run.previous == kNoToken) {
-        const bool isIntroducer = run.mode == ExprMode::Declarators && run.current().role == ExprRole::BinaryOperator;
-        return isIntroducer ? ifPresent(settings_.beforeOperator) : nullptr;
-    }
+    if (run.previous == kNoToken) return nullptr;
     const ExprToken& token = run.current();
     switch (token.role) {
         case ExprRole::BinaryOperator:

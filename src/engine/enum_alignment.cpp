@@ -18,6 +18,34 @@ struct Initializer {
     int column;          // at which it stands
 };
 
+// Whether every enumerator starts on a line of its own. A text that stands so because the scheme breaks its
+// lines counts as one that stood so in the input, or formatting it again would align it.
+bool standOneToALine(std::string_view text, const std::vector<ExprToken>& tokens) {
+    int depth = 0;
+    std::size_t separator = std::string_view::npos;  // the last "," that no enumerator has followed
+    for (const ExprToken& token : tokens) {
+        if (token.role == ExprRole::Trivia) continue;
+        if (separator != std::string_view::npos) {
+            const std::string_view between = text.substr(separator, token.token.offset - separator);
+            if (between.find('\n') == std::string_view::npos) return false;
+            separator = std::string_view::npos;
+        }
+        switch (token.token.kind) {
+            case Cpp::OpenParen:
+            case Cpp::OpenBrace:
+            case Cpp::OpenBracket: ++depth; break;
+            case Cpp::CloseParen:
+            case Cpp::CloseBrace:
+            case Cpp::CloseBracket: --depth; break;
+            case Cpp::Comma:
+                if (depth == 0) separator = token.token.offset;
+                break;
+            default: break;
+        }
+    }
+    return true;
+}
+
 // The "=" of each enumerator that has one.
 std::vector<Initializer> findInitializers(std::string_view text, const std::vector<ExprToken>& tokens, int column,
                                           int tabSize) {
@@ -57,6 +85,7 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
 
 std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const Zelmor::IndentState& state) {
     readExprTokens(text, ExprMode::Expression, exprTokens_);
+    if (!standOneToALine(text, exprTokens_)) return std::string(text);
     const auto initializers = findInitializers(text, exprTokens_, state.column, tabSize());
     int widest = 0;
     for (const Initializer& initializer : initializers) widest = std::max(widest, initializer.column);

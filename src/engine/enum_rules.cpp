@@ -18,20 +18,6 @@ namespace {
 
 bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node); }
 
-// Whether every enumerator starts on a line of its own.
-bool standOneToALine(const Cpp::EnumBodyNode& body) {
-    std::uint32_t line = 0;
-    int count = 0;
-    for (const auto& child : body.children()) {
-        if (!dynamic_cast<const Cpp::ExprNode*>(child.get())) continue;
-        if (child->start().line <= line) return false;
-        line = child->start().line;
-        ++count;
-    }
-    constexpr int fewest = 2;
-    return count >= fewest;
-}
-
 }  // namespace
 
 void CppFormatter::visit(Cpp::EnumDeclNode* declaration) {
@@ -66,8 +52,7 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
 void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     const ListSeparators separators{settings_.beforeEnumComma, settings_.betweenEnumerators};
     ContentScope content(*this, settings_.enums.indent);
-    const bool aligns = settings_.alignsEnumInitializers && separators.breaksLines() && standOneToALine(body);
-    if (!aligns) {
+    if (!settings_.alignsEnumInitializers || !separators.breaksLines() || body.size() < 2) {
         formatElements(body, separators);
         return;
     }

@@ -23,25 +23,26 @@ void writeRaw(std::string_view text, OIndentBuf& out) {
     out.writeVerbatim(text);
 }
 
-// The line without the white space that stands left of `inputColumn`.
-std::string_view withoutInputIndent(std::string_view line, int inputColumn, int tabSize) {
+// The columns of the white space at the start of a line.
+int leadingWidth(std::string_view line, int tabSize) {
     int column = 0;
-    while (column < inputColumn && !line.empty() && line.front() != '\n' && isWhitespace(line.front())) {
-        column += charWidth(line.front(), column, tabSize);
-        line.remove_prefix(1);
+    for (const char c : line) {
+        if (c == '\n' || !isWhitespace(c)) break;
+        column += charWidth(c, column, tabSize);
     }
-    return line;
+    return column;
 }
 
-void writeFurtherLine(std::string_view line, OIndentBuf& out) {
-    const std::size_t textStart = std::min(line.find_first_not_of(" \t"), line.size());
-    if (textStart == line.size() || line[textStart] == '\n') {
-        out.write(line.substr(textStart));
+// Writes a line whose text stands `extra` columns behind the indentation.
+void writeFurtherLine(std::string_view line, int extra, OIndentBuf& out) {
+    const std::string_view text = trimLeft(line);
+    if (text.empty()) {
+        out.write(line.ends_with('\n') ? "\n" : "");
         return;
     }
     out.startLine();
-    out.write(line.substr(0, textStart));
-    writeRaw(line.substr(textStart), out);
+    if (extra > 0) out.write(std::string(static_cast<std::size_t>(extra), ' '));
+    writeRaw(text, out);
 }
 
 }  // namespace
@@ -74,7 +75,8 @@ void writeLines(std::string_view text, const SourceColumns& source, OIndentBuf& 
     LeadingSpaceScope keepSpace(out, true);
     for (text.remove_prefix(length); !text.empty(); text.remove_prefix(length)) {
         length = lineLength(text);
-        writeFurtherLine(withoutInputIndent(text.substr(0, length), inputColumn, out.tabSize()), out);
+        const std::string_view line = text.substr(0, length);
+        writeFurtherLine(line, leadingWidth(line, out.tabSize()) - inputColumn, out);
     }
 }
 

@@ -25,6 +25,10 @@ char SourceWriter::peek(std::size_t offset) const {
     return place < text_.size() ? text_[place] : '\0';
 }
 
+void SourceWriter::skipBlanks() {
+    while (isWhitespace(peek())) in_.get();
+}
+
 // The first opaque token that ends behind `offset`. The sweep goes forward, so it is close to the last one
 // found.
 Cpp::OpaqueTokens::const_iterator SourceWriter::firstOpaque(std::size_t offset) const {

@@ -221,7 +221,11 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     }
     if (!settings_.afterCaseLabel.present) return label;
     out().writeVerbatim(asOutputStands(settings_.afterCaseLabel.text));
-    if (next != end) writer_.writeWithoutLeading(writer_.readGap((*next)->start()));
+    if (next != end) {
+        writer_.writeWithoutLeading(writer_.readGap((*next)->start()));
+    } else {
+        writer_.skipBlanks();
+    }
     return label;
 }
 

@@ -1,0 +1,225 @@
+#pragma once
+
+#include <initializer_list>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "cpp/comment_text.h"
+#include "cpp/nodes.h"
+
+namespace CppTest {
+
+inline std::ostream& operator<<(std::ostream& out, Trn::Position position) {
+    return out << position.line << ':' << position.column;
+}
+
+// Writes a tree as text: a line for each node, indented below the node that holds it, what is missing as "-".
+//
+//     namespace N
+//       data unsigned int | f | : 3 ;
+//
+// Checks the positions on its way: where a node ends before it begins, stands in front of its elder sibling or
+// outside its parent, its line ends in "MISPLACED".
+class TreeDump : public Cpp::Emitter {
+public:
+    enum class Positions { Hidden, Shown };
+
+    explicit TreeDump(Positions positions = Positions::Hidden) : positions_(positions) {}
+
+    static std::string of(Cpp::SyntaxNode& node, Positions positions = Positions::Hidden) {
+        TreeDump dump(positions);
+        node.accept(dump);
+        return dump.out_.str();
+    }
+
+    using Emitter::visit;
+    void visit(Cpp::RootNode* node) override { children(*node); }
+    void visit(Cpp::TextNode* node) override { line(*node, {"text ", node->text()}); }
+    void visit(Cpp::ExprNode* node) override { line(*node, {"expr ", node->text()}); }
+    void visit(Cpp::PreprocDirectiveNode* node) override {
+        line(*node, {node->text().empty() ? "unused block" : "directive ", trimmed(node->text())});
+    }
+    void visit(Cpp::CommentNode* node) override {
+        line(*node, {node->protectedRegion() ? "region" : "comment ", trimmed(node->text())});
+    }
+    void visit(Cpp::AccessSpecNode* node) override { line(*node, {"access ", std::to_string(node->access())}); }
+    void visit(Cpp::LabelNode* node) override { line(*node, {"label ", text(node->name())}); }
+    void visit(Cpp::CaseNode* node) override {
+        line(*node, {node->keyword()->keyword() == 102 ? "case " : "default ", text(node->value())});
+    }
+    void visit(Cpp::AsmNode* node) override {
+        line(*node, {"asm ", text(node->keyword())});
+        parts(*node, node->body());
+    }
+    void visit(Cpp::TemplateNode* node) override { line(*node, {"template ", parameters(node->parameters())}); }
+    void visit(Cpp::DataDeclNode* node) override {
+        line(*node, {"data ", text(node->type()), " | ", text(node->name()), " | ", text(node->tail())});
+        ordered(*node, {node->type(), node->name(), node->tail()});
+    }
+    void visit(Cpp::FunctionPtrDeclNode* node) override {
+        line(*node, {"pointer ", text(node->returnType()), " | ", text(node->name()), " ",
+                     parameters(node->parameters()), optional(node->qualifiers())});
+        ordered(*node, {node->returnType(), node->name(), node->parameters(), node->qualifiers()});
+    }
+    void visit(Cpp::FunctionDeclNode* node) override {
+        line(*node, {"function ", head(node->head())});
+        ordered(*node, {node->head(), node->body()});
+        parts(*node, node->body());
+    }
+    void visit(Cpp::CtorDeclNode* node) override {
+        line(*node, {"constructor ", head(node->head())});
+        ordered(*node, {node->head(), node->initializers(), node->body()});
+        parts(*node, node->initializers(), node->body());
+    }
+    void visit(Cpp::InitializerListNode* node) override { children(*node); }
+    void visit(Cpp::InitializerNode* node) override {
+        line(*node, {"initializer ", text(node->member())});
+        ordered(*node, {node->member(), node->arguments()});
+        parts(*node, node->arguments());
+    }
+    void visit(Cpp::NamespaceDeclNode* node) override {
+        line(*node, {"namespace ", node->head()->name()});
+        ordered(*node, {node->head(), node->body()});
+        parts(*node, node->body());
+    }
+    void visit(Cpp::NamespaceBodyNode* node) override { children(*node); }
+    void visit(Cpp::LinkageBlockNode* node) override {
+        line(*node, {"linkage ", text(node->linkage())});
+        ordered(*node, {node->linkage(), node->body()});
+        parts(*node, node->body());
+    }
+    void visit(Cpp::LinkageBlockBodyNode* node) override { children(*node); }
+    void visit(Cpp::EnumDeclNode* node) override {
+        line(*node, {node->head()->name()});
+        ordered(*node, {node->head(), node->body()});
+        parts(*node, node->body());
+    }
+    void visit(Cpp::EnumBodyNode* node) override { children(*node); }
+    void visit(Cpp::ClassDeclNode* node) override {
+        const Cpp::ClassNameNode& name = *node->head()->name();
+        line(*node, {std::to_string(name.classKey()), " ", name.name()});
+        ordered(*node, {node->head(), node->body()});
+        parts(*node, node->head()->baseClauses(), node->body());
+    }
+    void visit(Cpp::ClassBodyNode* node) override { children(*node); }
+    void visit(Cpp::BaseClauseListNode* node) override { children(*node); }
+    void visit(Cpp::BaseClauseNode* node) override {
+        line(*node, {"base ", std::to_string(node->access()), node->isVirtual() ? " virtual " : " ", node->name()});
+    }
+    void visit(Cpp::BlockNode* node) override {
+        line(*node, {Trn::isSet(node->open()) ? "block" : "statement"});
+        indented([&] { children(*node); });
+    }
+    void visit(Cpp::CtrlStmtNode* node) override {
+        line(*node, {"control"});
+        indented([&] { children(*node); });
+    }
+    void visit(Cpp::CtrlSubStmtNode* node) override {
+        const Cpp::CtrlSubStmtHeadNode& subHead = *node->head();
+        line(*node, {"part ", keyword(subHead.keyword()->keyword())});
+        if (positions_ == Positions::Shown && subHead.condition()) {
+            indented([&] { line(*subHead.condition(), {"condition"}); });
+        }
+        ordered(*node, {subHead.keyword(), subHead.condition(), node->body()});
+        parts(*node, node->body());
+    }
+    void visit(Cpp::SyntaxNode* node) override {
+        if (auto* argument = dynamic_cast<Cpp::ArgNode*>(node)) {
+            line(*node, {"argument ", argument->text()});
+        } else {
+            children(dynamic_cast<Cpp::InteriorNode&>(*node));
+        }
+    }
+
+private:
+    static std::string trimmed(std::string_view text) {
+        return std::string(Cpp::Detail::trimRight(Cpp::Detail::trimLeft(text)));
+    }
+
+    static const char* keyword(int kind) {
+        constexpr const char* words[] = {"if", "else", "?", "for", "do", "while", "try", "catch", "switch"};
+        return words[kind == 93 || kind == 94 ? kind - 93 : kind - 93];
+    }
+
+    template <typename Node>
+    static std::string text(const Node* node) {
+        return node ? node->text() : std::string("-");
+    }
+
+    template <typename Node>
+    static std::string optional(const Node* node) {
+        return node ? ' ' + node->text() : std::string();
+    }
+
+    std::string parameters(Cpp::ParameterListNode* list) {
+        if (!list) return "-";
+        std::string result = "(";
+        Trn::Position last = list->start();
+        for (const auto& child : list->children()) {
+            if (result.size() > 1) result += "; ";
+            result += dynamic_cast<Cpp::ParameterNode&>(*child).text();
+            if (child->start() < last || child->end() > list->end()) result += " MISPLACED";
+            last = child->end();
+        }
+        return result + ')';
+    }
+
+    std::string head(Cpp::FunctionHeadNode* node) {
+        return text(node->returnType()) + " | " + text(node->name()) + ' ' + parameters(node->parameters()) +
+               optional(node->qualifiers()) + optional(node->exceptionSpec()) + optional(node->pureSpec());
+    }
+
+    void line(const Cpp::SyntaxNode& node, std::initializer_list<std::string_view> words) {
+        out_ << std::string(depth_ * 2, ' ');
+        for (const std::string_view word : words) out_ << word;
+        if (positions_ == Positions::Shown) out_ << " @" << node.start() << '-' << node.end();
+        if (!Trn::isSet(node.start()) || node.end() < node.start()) out_ << " MISPLACED";
+        out_ << '\n';
+    }
+
+    void ordered(const Cpp::SyntaxNode& parent, std::initializer_list<const Cpp::SyntaxNode*> nodes) {
+        Trn::Position last = parent.start();
+        for (const Cpp::SyntaxNode* node : nodes) {
+            if (!node) continue;
+            if (node->start() < last || node->end() > parent.end()) misplaced(*node);
+            last = node->end();
+        }
+    }
+
+    void misplaced(const Cpp::SyntaxNode& node) {
+        out_ << std::string(depth_ * 2, ' ') << "MISPLACED @" << node.start() << '-' << node.end() << '\n';
+    }
+
+    void children(Cpp::InteriorNode& list) {
+        Trn::Position last = list.start();
+        for (const auto& child : list.children()) {
+            if (child->start() < last || child->end() > list.end()) misplaced(*child);
+            last = child->end();
+            child->accept(*this);
+        }
+    }
+
+    template <typename... Parts>
+    void parts(const Cpp::SyntaxNode&, Parts*... nodes) {
+        indented([&] {
+            const auto visitPart = [this](auto* part) {
+                if (part) part->accept(*this);
+            };
+            (visitPart(nodes), ...);
+        });
+    }
+
+    template <typename Action>
+    void indented(Action action) {
+        ++depth_;
+        action();
+        --depth_;
+    }
+
+    Positions positions_;
+    std::size_t depth_ = 0;
+    std::ostringstream out_;
+};
+
+}  // namespace CppTest
