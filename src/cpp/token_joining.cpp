@@ -19,7 +19,7 @@ constexpr bool isQuote(char c) { return c == '"' || c == '\''; }
 // Two characters that mean something else together; the digraphs among them.
 constexpr std::string_view kJoiningPairs[] = {
     "++", "--", "&&", "||", "<<", ">>", "==", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<=", ">=",
-    "!=", "->", ".*", ">*", "//", "/*", "*/", "::", "<:", ":>", "<%", "%>", "%:", "..", "##", "\\\n",
+    "!=", "->", ".*", "//", "/*", "*/", "::", "<:", ":>", "<%", "%>", "%:", "..", "##", "\\\n",
 };
 
 bool endsExponent(std::string_view number) {
@@ -36,6 +36,7 @@ bool wouldJoin(std::string_view left, std::string_view right) {
     if (isQuote(last) && isNamePart(first)) return true;
     if ((isDigit(left.front()) && first == '.') || (last == '.' && isDigit(first))) return true;
     if ((first == '+' || first == '-') && endsExponent(left)) return true;
+    if (left.ends_with("->") && first == '*') return true;
     const char pair[] = {last, first};
     return std::find(std::begin(kJoiningPairs), std::end(kJoiningPairs), std::string_view(pair, 2)) !=
            std::end(kJoiningPairs);

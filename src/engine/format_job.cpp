@@ -1,8 +1,9 @@
 #include "engine/format_job.h"
 
 #include <istream>
-#include <optional>
 #include <ostream>
+#include <sstream>
+#include <string>
 
 #include "cpp/lexer.h"
 #include "cpp/nodes.h"
@@ -10,8 +11,10 @@
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
 #include "engine/scheme_values.h"
+#include "engine/token_proof.h"
 #include "scheme/property_keys.h"
 #include "textstream/text_document.h"
+#include "trn/exception.h"
 
 namespace Tessel {
 
@@ -53,39 +56,50 @@ int cancel(std::list<Diagnostic>& diagnostics) {
     return fail(diagnostics, Information, "Formatting cancelled at user's request.");
 }
 
+// Throws when the result is not the source with other white space.
+void prove(const ParsedText& source, std::string_view result) {
+    const auto lost = findLostToken(source.text.text(), source.opaque, result);
+    if (!lost) return;
+    const std::string line = std::to_string(source.text.positionOf(*lost).line);
+    throw Trn::Exception("The formatted text would differ from the source in more than white space, first in line " +
+                         line + ". Nothing has been written.");
+}
+
+// The formatted text; its tree is gone when this returns.
+std::string formatParsed(ParsedText& source, const FormatOptions& options, const LayoutPasses& passes) {
+    CppFormatter formatter(source.text, source.opaque, options, passes);
+    source.root.accept(formatter);
+    Cpp::RootNode().swap(source.root);
+    return formatter.takeText();
+}
+
 }  // namespace
 
 int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
     CppPreFormatter preFormatter(options.markers);
     Cpp::Parser parser;
-    auto source = std::make_unique<ParsedText>(Zelmor::readAll(in));
+    ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
-    if (auto messages = parse(parser, *source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
-    source->root.accept(preFormatter);
+    if (auto messages = parse(parser, source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
+    source.root.accept(preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
 
-    std::string formattedText;
-    {
-        CppFormatter formatter(source->text, source->opaque, options, passes_);
-        source->root.accept(formatter);
-        formattedText = formatter.takeText();
+    std::string result = formatParsed(source, options, passes_);
+    if (readSwitch(options.scheme, Keys::LINE_WRAP)) {
+        ParsedText formatted(std::move(result));
+        if (auto messages = parse(parser, formatted); !messages.empty()) {
+            return moveTo(diagnostics, std::move(messages));
+        }
+        formatted.root.accept(preFormatter);
+        std::ostringstream wrapped;
+        passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
+        result = std::move(wrapped).str();
     }
-    source.reset();
-    if (!readSwitch(options.scheme, Keys::LINE_WRAP)) {
-        out.write(formattedText.data(), static_cast<std::streamsize>(formattedText.size()));
-        out.flush();
-        return 0;
-    }
-
-    ParsedText formatted(std::move(formattedText));
-    if (auto messages = parse(parser, formatted); !messages.empty()) {
-        return moveTo(diagnostics, std::move(messages));
-    }
-    formatted.root.accept(preFormatter);
-    passes_.wrapLines(options, formatted.text, formatted.root, out);
+    prove(source, result);
+    out.write(result.data(), static_cast<std::streamsize>(result.size()));
     out.flush();
     return 0;
 }

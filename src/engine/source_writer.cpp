@@ -93,8 +93,9 @@ bool SourceWriter::wouldJoin(std::string_view gap) const {
     constexpr std::size_t longestNeighbour = 2;
     const std::size_t start = offsetOf(gap);
     const std::size_t end = start + gap.size();
-    if (start == 0 || end >= text_.size()) return false;
-    return Cpp::wouldJoin(text_.substr(start - 1, 1), text_.substr(end, longestNeighbour));
+    if (end >= text_.size()) return false;
+    const std::size_t left = std::min(start, longestNeighbour);
+    return Cpp::wouldJoin(text_.substr(start - left, left), text_.substr(end, longestNeighbour));
 }
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {

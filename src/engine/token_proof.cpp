@@ -1,0 +1,167 @@
+#include "engine/token_proof.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "cpp/lexer.h"
+#include "cpp/token_joining.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr bool isNamePart(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$' ||
+           static_cast<unsigned char>(c) > 127;
+}
+
+// Of names and numbers.
+constexpr bool isWordPart(char c) { return isNamePart(c) || c == '.'; }
+
+// Of operators that are more than one character long.
+constexpr bool isOperatorPart(char c) {
+    return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
+}
+
+// A place in one of the two texts.
+struct Cursor {
+    std::string_view text;
+    std::size_t place = 0;
+
+    bool atEnd() const { return place >= text.size(); }
+    char current() const { return text[place]; }
+    // Says whether there was any.
+    bool skipWhitespace(std::size_t end) {
+        const std::size_t start = place;
+        while (place < end && isWhitespace(text[place])) ++place;
+        return place > start;
+    }
+};
+
+// The kinds and texts of the tokens of a few characters.
+std::vector<std::string_view> tokensOf(std::string_view text) {
+    std::vector<std::string_view> tokens;
+    Cpp::Lexer lexer(text);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        tokens.push_back(token.text);
+    }
+    return tokens;
+}
+
+class Comparison {
+public:
+    Comparison(std::string_view source, std::string_view result) : source_{source}, result_{result} {}
+
+    std::optional<std::size_t> run(const Cpp::OpaqueTokens& opaque) {
+        for (const Cpp::OpaqueToken& token : opaque) {
+            if (!compareCode(token.offset) || !compareOpaque(token)) return source_.place;
+        }
+        if (!compareCode(source_.text.size())) return source_.place;
+        result_.skipWhitespace(result_.text.size());
+        if (!result_.atEnd()) return source_.place;
+        return std::nullopt;
+    }
+
+private:
+    // Up to the next opaque token: the same characters, and white space between two tokens wherever they need
+    // it.
+    bool compareCode(std::size_t end) {
+        while (true) {
+            const bool apartInSource = source_.skipWhitespace(end);
+            const bool apartInResult = result_.skipWhitespace(result_.text.size());
+            if (source_.place >= end) return true;
+            if (result_.atEnd() || source_.current() != result_.current()) return false;
+            if (apartInSource != apartInResult && !staysTheSame(apartInSource)) return false;
+            ++source_.place;
+            ++result_.place;
+        }
+    }
+
+    // At two neighbouring characters that white space holds apart in one of the texts only.
+    bool staysTheSame(bool apartInSource) const {
+        const Cursor& joined = apartInSource ? result_ : source_;
+        if (joined.place == 0) return true;
+        const char before = joined.text[joined.place - 1];
+        const char after = joined.current();
+        if (isWordPart(before) && isOperatorPart(after)) return areSameTokens(joined);
+        if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after))) return areSameTokens(joined);
+        return !Cpp::wouldJoin({&before, 1}, {&after, 1});
+    }
+
+    // Lexes the word or the operators on both sides, with white space in between and without.
+    bool areSameTokens(const Cursor& joined) const {
+        constexpr std::size_t longestWord = 256;
+        const std::string_view text = joined.text;
+        const auto belongsTogether = [](char a, char b) {
+            return (isWordPart(a) && isWordPart(b)) || (isOperatorPart(a) && isOperatorPart(b));
+        };
+        std::size_t first = joined.place - 1;
+        while (first > 0 && joined.place - first < longestWord && belongsTogether(text[first], text[first - 1])) {
+            --first;
+        }
+        std::size_t last = joined.place + 1;
+        while (last < text.size() && last - joined.place < longestWord && belongsTogether(text[last - 1], text[last])) {
+            ++last;
+        }
+        const std::string_view left = text.substr(first, joined.place - first);
+        const std::string_view right = text.substr(joined.place, last - joined.place);
+        const std::string together = std::string(left) + std::string(right);
+        const std::string apart = std::string(left) + ' ' + std::string(right);
+        return tokensOf(together) == tokensOf(apart);
+    }
+
+    bool compareOpaque(const Cpp::OpaqueToken& token) {
+        const std::string_view text = source_.text.substr(token.offset, token.length);
+        const bool isSame = Cpp::isTrivia(token.kind) ? compareLines(text) : compareExactly(text);
+        if (isSame) source_.place = std::size_t{token.offset} + token.length;
+        return isSame;
+    }
+
+    bool compareExactly(std::string_view text) {
+        if (result_.text.substr(result_.place, text.size()) != text) return false;
+        result_.place += text.size();
+        return true;
+    }
+
+    // A comment or directive, line by line.
+    bool compareLines(std::string_view text) {
+        for (bool isFirst = true; !text.empty(); isFirst = false) {
+            const std::size_t lineFeed = text.find('\n');
+            const std::string_view line = text.substr(0, lineFeed);
+            if (!compareExactly(isFirst ? trimRight(line) : trim(line))) return false;
+            if (lineFeed == std::string_view::npos) return true;
+            if (!endLine()) return false;
+            text.remove_prefix(lineFeed + 1);
+            if (text.empty()) return true;
+            skipBlanks();
+        }
+        return true;
+    }
+
+    void skipBlanks() {
+        while (!result_.atEnd() && result_.current() != '\n' && isWhitespace(result_.current())) ++result_.place;
+    }
+
+    bool endLine() {
+        skipBlanks();
+        if (result_.atEnd()) return true;
+        if (result_.current() != '\n') return false;
+        ++result_.place;
+        return true;
+    }
+
+    Cursor source_;
+    Cursor result_;
+};
+
+}  // namespace
+
+std::optional<std::size_t> findLostToken(std::string_view source, const Cpp::OpaqueTokens& opaque,
+                                         std::string_view result) {
+    return Comparison(source, result).run(opaque);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,73 @@
+#include "engine/token_proof.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "cpp/lexer.h"
+
+namespace {
+
+// Whether the proof accepts `result` as `source` with other white space.
+bool accepts(const std::string& source, const std::string& result) {
+    Cpp::OpaqueTokens opaque;
+    Cpp::Lexer lexer(source, opaque);
+    while (lexer.nextToken().kind != Trn::kEndKind) {
+    }
+    return !Tessel::findLostToken(source, opaque, result).has_value();
+}
+
+TEST(TokenProof, AcceptsOtherWhiteSpace) {
+    EXPECT_TRUE(accepts("int  a;\nint b ;", "int a;int\tb;\n\n"));
+    EXPECT_TRUE(accepts("a=b+++c;", "a = b++ + c;"));
+    EXPECT_TRUE(accepts("x = ('a'-'b')*1.5e-3;", "x = ('a' - 'b') * 1.5e-3;"));
+    EXPECT_TRUE(accepts("p=&*q;a=-1;v<::T>w;", "p = & *q; a = - 1; v< ::T > w;"));
+    EXPECT_TRUE(accepts("", "\n"));
+}
+
+TEST(TokenProof, AcceptsOtherWhiteSpaceAroundLinesOfComments) {
+    EXPECT_TRUE(accepts("a; // x  \nb;", "a;// x\n  b;"));
+    EXPECT_TRUE(accepts("/* a\n    b\n*/ c", "/* a\n b  \n  */ c"));
+    EXPECT_TRUE(accepts("  #define A \\\n  1\nb", "#define A \\\n1\n b"));
+    EXPECT_TRUE(accepts("a // x", "a // x\n"));
+}
+
+TEST(TokenProof, SeesWhatIsLostAddedOrMoved) {
+    EXPECT_FALSE(accepts("a; b;", "a;"));
+    EXPECT_FALSE(accepts("a;", "a; b;"));
+    EXPECT_FALSE(accepts("a b;", "b a;"));
+    EXPECT_FALSE(accepts("f(a, b);", "f(a b,);"));
+}
+
+TEST(TokenProof, SeesTokensThatJoinOrFallApart) {
+    EXPECT_FALSE(accepts("else return;", "elsereturn;"));
+    EXPECT_FALSE(accepts("elsereturn;", "else return;"));
+    EXPECT_FALSE(accepts("a - -b;", "a --b;"));
+    EXPECT_FALSE(accepts("a --b;", "a - -b;"));
+    EXPECT_FALSE(accepts("a / *b;", "a /*b;"));
+    EXPECT_FALSE(accepts("A<B<C> >d;", "A<B<C>>d;"));
+    EXPECT_FALSE(accepts("x = 1e +1;", "x = 1e+1;"));
+    EXPECT_FALSE(accepts("L \"a\";", "L\"a\";"));
+}
+
+TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
+    EXPECT_FALSE(accepts("s = \"a  b\";", "s = \"a b\";"));
+    EXPECT_FALSE(accepts("s = \"a\\\n  b\";", "s = \"a\\\nb\";"));
+    EXPECT_FALSE(accepts("c = ' ';", "c = '\t';"));
+    EXPECT_FALSE(accepts("/* a  b */", "/* a b */"));
+    EXPECT_FALSE(accepts("/* a\n\nb */", "/* a\nb */"));
+    EXPECT_FALSE(accepts("#define A(x)  x\n", "#define A(x) x\n"));
+    EXPECT_FALSE(accepts("#define A \\\n1\n", "#define A 1\n"));
+}
+
+TEST(TokenProof, SeesLinesThatDoNotEnd) {
+    EXPECT_FALSE(accepts("a; // x\nb;", "a; // x b;"));
+    EXPECT_FALSE(accepts("a;\n#if X\nb;", "a;\n#if X b;"));
+}
+
+TEST(TokenProof, TellsWhereTheFirstDifferenceIs) {
+    Cpp::OpaqueTokens opaque;
+    EXPECT_EQ(Tessel::findLostToken("a;\nb;", opaque, "a;\nc;"), 3u);
+}
+
+}  // namespace
