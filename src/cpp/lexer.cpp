@@ -28,12 +28,24 @@ constexpr auto charClasses = [] {
     return classes;
 }();
 
-constexpr bool hasClass(char c, int classes) { return (charClasses[static_cast<unsigned char>(c)] & classes) != 0; }
-constexpr bool isSpace(char c) { return hasClass(c, Space); }
-constexpr bool isLetter(char c) { return hasClass(c, Letter); }
-constexpr bool isDigit(char c) { return hasClass(c, Digit); }
-constexpr bool isNameStart(char c) { return hasClass(c, Letter | Underscore); }
-constexpr bool isNamePart(char c) { return hasClass(c, Letter | Digit | Underscore); }
+constexpr bool hasClass(char c, int classes) {
+    return (charClasses[static_cast<unsigned char>(c)] & classes) != 0;
+}
+constexpr bool isSpace(char c) {
+    return hasClass(c, Space);
+}
+constexpr bool isLetter(char c) {
+    return hasClass(c, Letter);
+}
+constexpr bool isDigit(char c) {
+    return hasClass(c, Digit);
+}
+constexpr bool isNameStart(char c) {
+    return hasClass(c, Letter | Underscore);
+}
+constexpr bool isNamePart(char c) {
+    return hasClass(c, Letter | Digit | Underscore);
+}
 
 constexpr std::size_t kScopeLength = 2;  // of "::"
 
@@ -50,24 +62,42 @@ Operator matchOperator(std::string_view text) {
     const auto two = [](int kind) { return Operator{kind, 2}; };
     const auto three = [](int kind) { return Operator{kind, 3}; };
     switch (text.front()) {
-        case ';': return one(Semicolon);
-        case ':': return one(Colon);
-        case ',': return one(Comma);
-        case '(': return one(OpenParen);
-        case ')': return one(CloseParen);
-        case '{': return one(OpenBrace);
-        case '}': return one(CloseBrace);
-        case '[': return one(OpenBracket);
-        case ']': return one(CloseBracket);
-        case '?': return one(Question);
-        case '~': return one(Tilde);
-        case '!': return second == '=' ? two(NotEqual) : one(Exclamation);
-        case '%': return second == '=' ? two(PercentAssign) : one(Percent);
-        case '*': return second == '=' ? two(AsteriskAssign) : one(Asterisk);
-        case '/': return second == '=' ? two(SlashAssign) : one(Slash);
-        case '=': return second == '=' ? two(Equal) : one(Assign);
-        case '^': return second == '=' ? two(CaretAssign) : one(Caret);
-        case '.': return second == '*' ? two(DotAsterisk) : one(Dot);
+        case ';':
+            return one(Semicolon);
+        case ':':
+            return one(Colon);
+        case ',':
+            return one(Comma);
+        case '(':
+            return one(OpenParen);
+        case ')':
+            return one(CloseParen);
+        case '{':
+            return one(OpenBrace);
+        case '}':
+            return one(CloseBrace);
+        case '[':
+            return one(OpenBracket);
+        case ']':
+            return one(CloseBracket);
+        case '?':
+            return one(Question);
+        case '~':
+            return one(Tilde);
+        case '!':
+            return second == '=' ? two(NotEqual) : one(Exclamation);
+        case '%':
+            return second == '=' ? two(PercentAssign) : one(Percent);
+        case '*':
+            return second == '=' ? two(AsteriskAssign) : one(Asterisk);
+        case '/':
+            return second == '=' ? two(SlashAssign) : one(Slash);
+        case '=':
+            return second == '=' ? two(Equal) : one(Assign);
+        case '^':
+            return second == '=' ? two(CaretAssign) : one(Caret);
+        case '.':
+            return second == '*' ? two(DotAsterisk) : one(Dot);
         case '&':
             if (second == '&') return two(LogicalAnd);
             return second == '=' ? two(AmpersandAssign) : one(Ampersand);
@@ -84,11 +114,13 @@ Operator matchOperator(std::string_view text) {
             return one(Minus);
         case '<':
             if (second == '<') return third == '=' ? three(ShiftLeftAssign) : two(ShiftLeft);
+            if (second == '=' && third == '>') return three(LessEqual);
             return second == '=' ? two(LessEqual) : one(Less);
         case '>':
             if (second == '>') return third == '=' ? three(ShiftRightAssign) : two(ShiftRight);
             return second == '=' ? two(GreaterEqual) : one(Greater);
-        default: return {};
+        default:
+            return {};
     }
 }
 
@@ -131,7 +163,8 @@ Trn::Position Lexer::positionOf(std::size_t place) const {
 
 void Lexer::printPosition(std::ostream& out) const {
     const std::size_t lastColumn = line_ > 1 ? lineStart_ - previousLineStart_ - 1 : 0;
-    out << "line:\t" << line_ << "\tcol:\t" << place_ - lineStart_ << "\tlastlinecol:\t" << lastColumn << '\n';
+    out << "line:\t" << line_ << "\tcol:\t" << place_ - lineStart_ << "\tlastlinecol:\t" << lastColumn
+        << '\n';
 }
 
 // A token that begins here; its first character is not a line feed.
@@ -156,14 +189,16 @@ void Lexer::recordOpaque(const Token& token) {
     switch (token.kind) {
         case Directive:
         case LineComment:
-        case BlockComment: break;
+        case BlockComment:
+            break;
         case Unknown:
         case CharLiteral:
         case StringLiteral:
         case Identifier:
             if (std::none_of(token.text.begin(), token.text.end(), isSpace)) return;
             break;
-        default: return;
+        default:
+            return;
     }
     opaque_->push_back({token.offset, token.length, token.kind});
 }
@@ -178,7 +213,9 @@ bool Lexer::skipWhitespace() {
     return false;
 }
 
-bool Lexer::startsDestructor(std::size_t place) const { return charAt(place) == '~' && isLetter(charAt(place + 1)); }
+bool Lexer::startsDestructor(std::size_t place) const {
+    return charAt(place) == '~' && isLetter(charAt(place + 1));
+}
 
 bool Lexer::startsName() const {
     const char c = text_[place_];
@@ -216,7 +253,7 @@ Trn::Token Lexer::scanOperator(int kind, std::size_t length) {
 // Names, with their qualification where no white space stands in front of a "::".
 Trn::Token Lexer::scanName() {
     Token token = begin();
-    std::string joined;       // the text, once white space behind a "::" has been dropped from it
+    std::string joined;          // the text, once white space behind a "::" has been dropped from it
     std::size_t taken = place_;  // up to where `joined` holds the text
     std::size_t lastScope = std::string_view::npos;
     if (text_[place_] == '~') ++place_;
@@ -273,7 +310,8 @@ Trn::Token Lexer::splitScopedOperator(Token name, std::size_t scope) {
     pending_.length = static_cast<std::uint32_t>(place_ - scope);
     pending_.text = text_.substr(scope, pending_.length);
     if (component != scope + kScopeLength) {
-        pending_.text = ownTexts_.emplace_back("::" + std::string(text_.substr(component, place_ - component)));
+        pending_.text =
+            ownTexts_.emplace_back("::" + std::string(text_.substr(component, place_ - component)));
     }
     // The "::" stands on the line of its last component, or on an earlier one when white space follows it.
     const auto breaks = std::count(text_.begin() + static_cast<std::ptrdiff_t>(scope),
@@ -311,7 +349,8 @@ Trn::Token Lexer::scanPrefixedLiteral(std::size_t quote, bool isRaw) {
 // A number with whatever letters follow its digits: what is no valid number is for the compiler to say.
 Trn::Token Lexer::scanNumber() {
     const Token token = begin();
-    const bool isHexadecimal = text_[place_] == '0' && (charAt(place_ + 1) == 'x' || charAt(place_ + 1) == 'X');
+    const bool isHexadecimal =
+        text_[place_] == '0' && (charAt(place_ + 1) == 'x' || charAt(place_ + 1) == 'X');
     const char exponent = isHexadecimal ? 'p' : 'e';
     place_ += isHexadecimal ? 2 : 1;
     bool sawDot = false;
@@ -364,12 +403,12 @@ Trn::Token Lexer::scanString(std::size_t quote) {
 // R"delimiter( ... )delimiter"
 Trn::Token Lexer::scanRawString(std::size_t quote) {
     constexpr std::size_t longestDelimiter = 16;
-    const std::size_t open = text_.find_first_of("( )\\\t\v\f\n", quote + 1);
-    if (open == std::string_view::npos || text_[open] != '(' || open - quote - 1 > longestDelimiter) {
-        return scanString(quote);
-    }
+    const std::string_view delimiter =
+        text_.substr(quote + 1, text_.substr(quote + 1, longestDelimiter + 1).find_first_of("( )\\\t\v\f\n"));
+    const std::size_t open = quote + 1 + delimiter.size();
+    if (delimiter.size() > longestDelimiter || charAt(open) != '(') return scanString(quote);
     const Token token = begin();
-    const std::string closing = ')' + std::string(text_.substr(quote + 1, open - quote - 1)) + '"';
+    const std::string closing = ')' + std::string(delimiter) + '"';
     const std::size_t close = text_.find(closing, open);
     const std::size_t end = close == std::string_view::npos ? text_.size() : close + closing.size();
     countLines(place_, end);
@@ -436,8 +475,8 @@ Trn::Token Lexer::scanBlockComment() {
     return finish(token, BlockComment);
 }
 
-// The quote that closes the literal opened at `quote` on the same line, or npos: text such as an apostrophe in
-// #error opens none.
+// The quote that closes the literal opened at `quote` on the same line, or npos: text such as an apostrophe
+// in #error opens none.
 std::size_t Lexer::closingQuote(std::size_t quote) const {
     for (std::size_t place = quote + 1; place < text_.size() && text_[place] != '\n'; ++place) {
         if (text_[place] == '\\') {

@@ -17,10 +17,10 @@ namespace Cpp {
 // character that C++ has no use for ("@", a lone backslash, a control character): such characters are part of
 // the gaps between tokens. Malformed literals become tokens of kind Unknown; nothing is reported.
 //
-// Where this lexer is more careful than it has to be, it is so that no pass ever changes the meaning of a line:
-// raw strings and prefixed literals are one token, a line comment goes on behind a backslash at its end, a
-// directive takes in a comment over several lines when more of the directive follows it, and a backslash that
-// splices two lines of code keeps its line end as a line comment does.
+// Where this lexer is more careful than it has to be, it is so that no pass ever changes the meaning of a
+// line: raw strings and prefixed literals are one token, a line comment goes on behind a backslash at its
+// end, a directive takes in a comment over several lines when more of the directive follows it, a backslash
+// that splices two lines of code keeps its line end as a line comment does, and "<=>" stays in one piece.
 class Lexer : public Trn::Lexer {
 public:
     // Reads the stream to its end at once.

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "cpp/nodes.h"
 #include "cpp/token_text.h"
@@ -14,8 +18,8 @@ namespace Cpp {
 
 // Recognises the shape of C and C++ source: declarations with their heads, bodies and lists, statements with
 // their parts. What lies below that (types, expressions, parameters) stays text. One operation per construct;
-// each takes the tokens it wants and leaves the others. Problems become diagnostics of severity 3, and parsing
-// goes on behind them.
+// each takes the tokens it wants and leaves the others. Problems become diagnostics of severity 3, and
+// parsing goes on behind them.
 //
 // Comments and directives between the parts of a list become nodes of it; those inside a construct are passed
 // over, for the passes copy the source between node positions anyway. `#if 0` blocks and VANTREL-OFF regions
@@ -23,8 +27,7 @@ namespace Cpp {
 class Parser : public Trn::Parser {
 public:
     // `root` must be a Cpp::RootNode; its former content is replaced.
-    void parse(Trn::Lexer& lexer, Trn::SyntaxNode& root,
-               std::list<Tessel::Diagnostic>& diagnostics) override;
+    void parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) override;
 
 private:
     using TokenBuffer = Trn::TokenBuffer;
@@ -69,6 +72,7 @@ private:
     void addTrivia(TokenBuffer& tokens, InteriorNode& list);
     Token peekSignificant(TokenBuffer& tokens);
     Token nextSignificant(TokenBuffer& tokens);
+    bool skipBracketed(TokenBuffer& tokens, int open, int close);
     Position skipToSemicolon(TokenBuffer& tokens);
     void skipStatement(TokenBuffer& tokens, int kind, InteriorNode* comments = nullptr);
     bool collectUntilKind(TokenBuffer& tokens, int kind);
@@ -80,9 +84,13 @@ private:
     void addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, InClass inClass);
     Declaration parseDeclaration(TokenBuffer& tokens, InClass inClass);
     Scan scanDeclaration(TokenBuffer& tokens);
+    bool opensPointerDeclarator(TokenBuffer& tokens, bool isInName, int previousKind);
     Declaration parseFunctionShape(TokenBuffer& tokens, Index start, Index openParen);
     Declaration parseFunctionPointerShape(TokenBuffer& tokens, Index start);
+    bool scanFunctionQualifiers(TokenBuffer& tokens);
+    void scanFunctionEnd(TokenBuffer& tokens);
     Declaration parseBracedShape(TokenBuffer& tokens, Index start, const Scan& scan);
+    std::optional<Index> behindClosingBrace(TokenBuffer& tokens, Index open);
     Declaration failAtEnd(TokenBuffer& tokens, Index end);
     std::unique_ptr<SyntaxNode> parseNamespace(TokenBuffer& tokens);
     std::unique_ptr<NamespaceHeadNode> parseNamespaceHead(TokenBuffer& tokens);
@@ -123,7 +131,8 @@ private:
     // Data (parser_data.cpp).
     TokenBuffer collectDeclaration(TokenBuffer& tokens);
     std::unique_ptr<DataDeclNode> parseDataDecl(TokenBuffer& list, TokenBuffer& tokens, InClass inClass);
-    bool parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& tokens, DataDeclNode& declaration);
+    bool parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& tokens,
+                   DataDeclNode& declaration);
     std::unique_ptr<ExprNode> parseInitialValue(const Token& assign, TokenBuffer& list, TokenBuffer& tokens);
     std::unique_ptr<ExprNode> parseCallInitializer(const Token& open, TokenBuffer& list);
     std::unique_ptr<ExprNode> parseBitField(const Token& colon, TokenBuffer& list);
@@ -136,16 +145,28 @@ private:
     void parseDataOrExpression(TokenBuffer& tokens, BlockNode& block);
     bool startsWithName(TokenBuffer& tokens, BlockNode& block, const Token& name, int following);
     std::unique_ptr<CtrlStmtNode> parseCtrlStmt(TokenBuffer& tokens);
+    void parseIfChain(TokenBuffer& tokens, CtrlStmtNode& first);
     std::unique_ptr<CtrlSubStmtNode> parseCtrlSubStmt(TokenBuffer& tokens);
+    std::unique_ptr<BlockNode> parseBody(TokenBuffer& tokens);
     std::unique_ptr<CtrlSubStmtHeadNode> parseCtrlHead(TokenBuffer& tokens);
     std::unique_ptr<ExprNode> parseCondition(TokenBuffer& tokens);
     std::unique_ptr<CaseNode> parseCase(TokenBuffer& tokens);
     std::unique_ptr<LabelNode> parseLabel(TokenBuffer& tokens);
     std::unique_ptr<AsmNode> parseAsm(TokenBuffer& tokens);
+    void parseAsmBlock(TokenBuffer& tokens, BlockNode& body);
+    void parseAsmLine(TokenBuffer& tokens, std::uint32_t line, BlockNode& body);
     std::unique_ptr<ExprNode> parseExprStmt(TokenBuffer& tokens);
 
     std::list<Tessel::Diagnostic> diagnostics_;
-    int depth_ = 0;  // of constructs inside constructs
+    int depth_ = 0;       // of constructs inside constructs
+    int chainDepth_ = 0;  // of "else if" parts, each inside the one before it
+
+    // What looking ahead has found, so that it need not look twice.
+    Index triviaBegin_ = 0;  // the last run of comments and directives
+    Index triviaEnd_ = 0;
+    std::vector<std::pair<Index, Index>>
+        braces_;                     // each "{" of the outermost class, and the place behind its "}"
+    Index noDeclarationBefore_ = 0;  // up to here stands a statement that has turned out to be no declaration
 };
 
 }  // namespace Cpp

@@ -15,9 +15,12 @@ namespace {
 // The class keys' numbers in a ClassNameNode.
 int classKeyNumber(int kind) {
     switch (kind) {
-        case KeywordStruct: return 1;
-        case KeywordUnion: return 2;
-        default: return 0;
+        case KeywordStruct:
+            return 1;
+        case KeywordUnion:
+            return 2;
+        default:
+            return 0;
     }
 }
 
@@ -25,20 +28,28 @@ int classKeyNumber(int kind) {
 int accessLabelNumber(int kind) {
     constexpr int macroLabel = 4;
     switch (kind) {
-        case KeywordPublic: return 1;
-        case KeywordProtected: return 2;
-        case KeywordPrivate: return 3;
-        default: return macroLabel;
+        case KeywordPublic:
+            return 1;
+        case KeywordProtected:
+            return 2;
+        case KeywordPrivate:
+            return 3;
+        default:
+            return macroLabel;
     }
 }
 
 // The access keywords' numbers in a BaseClauseNode.
 int baseAccessNumber(int kind) {
     switch (kind) {
-        case KeywordPublic: return 1;
-        case KeywordProtected: return 2;
-        case KeywordPrivate: return 3;
-        default: return 0;
+        case KeywordPublic:
+            return 1;
+        case KeywordProtected:
+            return 2;
+        case KeywordPrivate:
+            return 3;
+        default:
+            return 0;
     }
 }
 
@@ -72,7 +83,8 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
     int classKey = -1;
     while (true) {
         const Token token = tokens.current();
-        if (token.kind == Colon || token.kind == OpenBrace || token.kind == Semicolon || endsTokens(token.kind)) {
+        if (token.kind == Colon || token.kind == OpenBrace || token.kind == Semicolon ||
+            endsTokens(token.kind)) {
             break;
         }
         if (isComment(token.kind)) {
@@ -85,19 +97,20 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
             continue;
         }
         if (token.kind == Less) ++angleDepth;
-        if (token.kind == Greater) --angleDepth;
+        if (token.kind == Greater && angleDepth > 0) --angleDepth;
+        if (token.kind == ShiftRight && angleDepth > 1) angleDepth -= 2;
         if (isClassKey(token.kind) && angleDepth == 0) classKey = classKeyNumber(token.kind);
         name.add(token);
         tokens.next();
     }
     if (classKey < 0) {
-        report(name.end(), "Expected an identifier for the class name.");
+        report(name.empty() ? tokens.current().end : name.end(),
+               "Expected an identifier for the class name.");
         return nullptr;
     }
     const Position start = name.start();
     const Position end = name.end();
-    auto node = std::make_unique<ClassNameNode>(classKey, name.take(), start, end);
-    return node;
+    return std::make_unique<ClassNameNode>(classKey, name.take(), start, end);
 }
 
 std::unique_ptr<BaseClauseListNode> Parser::parseBaseClauseList(TokenBuffer& tokens) {
@@ -114,10 +127,9 @@ std::unique_ptr<BaseClauseListNode> Parser::parseBaseClauseList(TokenBuffer& tok
     }
 }
 
-// One base class; the "," after it is taken but lies outside the node.
+// One base class; the "," after it is taken but lies outside the node, which is null for a lone ",".
 std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
-    TokenText extent;
-    std::string name;
+    TokenText name;
     int access = 0;
     bool isVirtual = false;
     int angleDepth = 0;
@@ -130,22 +142,16 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
         }
         tokens.next();
         if (token.kind == Comma && angleDepth == 0) break;
-        extent.extend(token);
+        const bool wasInName = angleDepth > 0;
         if (token.kind == Less) ++angleDepth;
-        if (token.kind == Greater && angleDepth > 0) {
-            --angleDepth;
-            name += token.text;
+        if (token.kind == Greater && angleDepth > 0) --angleDepth;
+        if (token.kind == ShiftRight && angleDepth > 1) angleDepth -= 2;
+        if (wasInName || token.kind == Identifier || token.kind == Less) {
+            name.add(token);
             continue;
         }
-        if (token.kind == ShiftRight && angleDepth > 1) {
-            angleDepth -= 2;
-            name += token.text;
-            continue;
-        }
-        if (angleDepth > 0 || token.kind == Identifier) {
-            if (!name.empty()) name += ' ';
-            name += token.text;
-        } else if (isAccessKeyword(token.kind)) {
+        name.extend(token);
+        if (isAccessKeyword(token.kind)) {
             if (access != 0) {
                 report(token.start, "Not expecting to find keyword \"" + std::string(token.text) + "\"");
             }
@@ -157,7 +163,10 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
             report(token.start, "Unexpected Token: \"" + shown(token) + "\"");
         }
     }
-    return std::make_unique<BaseClauseNode>(access, isVirtual, std::move(name), extent.start(), extent.end());
+    if (!Trn::isSet(name.start())) return nullptr;
+    const Position start = name.start();
+    const Position end = name.end();
+    return std::make_unique<BaseClauseNode>(access, isVirtual, name.take(), start, end);
 }
 
 std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
@@ -172,17 +181,25 @@ std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
                 tokens.next();
                 body->setEnd(token.start);
                 return body;
-            case Trn::kEndKind: report(token.start, UnexpectedEnd); return body;
+            case Trn::kEndKind:
+                report(token.start, UnexpectedEnd);
+                return body;
             case Unknown:
-            case Semicolon: tokens.next(); break;
-            case KeywordUsing: skipStatement(tokens, Semicolon, body.get()); break;
+            case Semicolon:
+                tokens.next();
+                break;
+            case KeywordUsing:
+                skipStatement(tokens, Semicolon, body.get());
+                break;
             case KeywordNamespace:
                 report(token.start, "Namespace declaration illegal inside class declaration.");
                 skipStatement(tokens, Semicolon);
                 break;
             case KeywordPublic:
             case KeywordPrivate:
-            case KeywordProtected: body->add(parseAccessSpec(tokens)); break;
+            case KeywordProtected:
+                body->add(parseAccessSpec(tokens));
+                break;
             case Identifier: {
                 tokens.next();
                 const bool isLabel = peekSignificant(tokens).kind == Colon;
@@ -194,7 +211,8 @@ std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
                 }
                 break;
             }
-            default: addDeclaration(tokens, *body, InClass::Yes);
+            default:
+                addDeclaration(tokens, *body, InClass::Yes);
         }
     }
 }
@@ -240,9 +258,7 @@ std::unique_ptr<EnumHeadNode> Parser::parseEnumHead(TokenBuffer& tokens) {
         report(first, "Expected \"enum\".");
         return nullptr;
     }
-    const Position start = name.start();
-    const Position end = name.end();
-    return std::make_unique<EnumHeadNode>(name.take(), start, end);
+    return name.makeLeaf<EnumHeadNode>();
 }
 
 std::unique_ptr<EnumBodyNode> Parser::parseEnumBody(TokenBuffer& tokens) {
@@ -273,22 +289,19 @@ std::unique_ptr<ExprNode> Parser::parseEnumerator(TokenBuffer& tokens) {
     TokenText text;
     int parenDepth = 0;
     while (true) {
-        skipTrivia(tokens);
-        const Token token = tokens.current();
+        // What stands behind the last enumerator is the body's, not its own.
+        const Token token = peekSignificant(tokens);
         if (token.kind == CloseBrace || token.kind == Trn::kEndKind || isClassKey(token.kind) ||
             token.kind == KeywordEnum) {
             break;
         }
-        tokens.next();
+        nextSignificant(tokens);
         if (token.kind == Comma && parenDepth == 0) break;
         if (token.kind == OpenParen) ++parenDepth;
-        if (token.kind == CloseParen) --parenDepth;
+        if (token.kind == CloseParen && parenDepth > 0) --parenDepth;
         text.add(token);
     }
-    if (text.empty()) return nullptr;
-    const Position start = text.start();
-    const Position end = text.end();
-    return std::make_unique<ExprNode>(text.take(), start, end);
+    return text.makeLeaf<ExprNode>();
 }
 
 }  // namespace Cpp

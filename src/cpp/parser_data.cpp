@@ -24,37 +24,71 @@ struct Declarator {
     Tokens name;
 };
 
-int closingStep(int kind) {
-    switch (kind) {
-        case CloseBracket:
-        case Greater: return 1;
-        case ShiftRight: return 2;
-        case OpenBracket:
-        case Less: return -1;
-        default: return 0;
-    }
-}
+// Counts brackets, forwards or backwards. Angle brackets inside the others compare.
+struct DeclaratorDepth {
+    int bracket = 0;
+    int angle = 0;
+
+    bool isOutside() const { return bracket == 0 && angle == 0; }
+};
 
 // The place of the first "," outside all brackets, or the number of tokens.
 std::size_t firstSeparator(Tokens tokens) {
-    int depth = 0;
+    DeclaratorDepth depth;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
-        const int kind = tokens[place].kind;
-        if (kind == Comma && depth == 0) return place;
-        if (kind == OpenParen) ++depth;
-        if (kind == CloseParen) --depth;
-        depth -= closingStep(kind);
+        switch (tokens[place].kind) {
+            case Comma:
+                if (depth.isOutside()) return place;
+                break;
+            case OpenParen:
+            case OpenBracket:
+                ++depth.bracket;
+                break;
+            case CloseParen:
+            case CloseBracket:
+                depth.bracket -= depth.bracket > 0;
+                break;
+            case Less:
+                depth.angle += depth.bracket == 0;
+                break;
+            case Greater:
+                depth.angle -= depth.bracket == 0 && depth.angle > 0;
+                break;
+            case ShiftRight:
+                if (depth.bracket == 0 && depth.angle > 1) depth.angle -= 2;
+                break;
+            default:
+                break;
+        }
     }
     return tokens.size();
 }
 
 // The first declared name is the last identifier outside brackets in front of the first ",".
 Declarator splitDeclarator(Tokens tokens) {
-    int depth = 0;
+    DeclaratorDepth depth;
     for (std::size_t place = firstSeparator(tokens); place-- > 0;) {
-        depth += closingStep(tokens[place].kind);
-        if (depth == 0 && tokens[place].kind == Identifier) {
-            return {tokens.first(place), tokens.subspan(place)};
+        switch (tokens[place].kind) {
+            case CloseBracket:
+                ++depth.bracket;
+                break;
+            case OpenBracket:
+                --depth.bracket;
+                break;
+            case Greater:
+                depth.angle += depth.bracket == 0;
+                break;
+            case ShiftRight:
+                depth.angle += depth.bracket == 0 ? 2 : 0;
+                break;
+            case Less:
+                depth.angle -= depth.bracket == 0;
+                break;
+            case Identifier:
+                if (depth.isOutside()) return {tokens.first(place), tokens.subspan(place)};
+                break;
+            default:
+                break;
         }
     }
     return {{}, tokens};
@@ -76,12 +110,6 @@ template <typename Node>
 std::unique_ptr<Node> makeNode(Tokens tokens) {
     if (tokens.empty()) return nullptr;
     return std::make_unique<Node>(typeText(tokens), tokens.front().start, tokens.back().end);
-}
-
-std::unique_ptr<ExprNode> makeTail(TokenText& text) {
-    const Trn::Position start = text.start();
-    const Trn::Position end = text.end();
-    return std::make_unique<ExprNode>(text.take(), start, end);
 }
 
 }  // namespace
@@ -106,9 +134,9 @@ Trn::TokenBuffer Parser::collectDeclaration(TokenBuffer& tokens) {
             return list;
         }
         if (kind == OpenParen) ++parenDepth;
-        if (kind == CloseParen) --parenDepth;
+        if (kind == CloseParen && parenDepth > 0) --parenDepth;
         if (kind == OpenBracket) ++bracketDepth;
-        if (kind == CloseBracket) --bracketDepth;
+        if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
         sawComma |= kind == Comma && isOutside;
     }
     return tokens.slice(start, tokens.place());
@@ -126,8 +154,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuff
         if (endsTokens(kind)) return nullptr;
         if (kind == Semicolon || isAccessKeyword(kind)) break;
         if (kind == Assign && isOutside) break;
-        if (kind == OpenParen && isOutside &&
-            (declarator.empty() || declarator.back().kind != Asterisk)) {
+        if (kind == OpenParen && isOutside && (declarator.empty() || declarator.back().kind != Asterisk)) {
             break;
         }
         if (kind == Colon && isOutside && inClass == InClass::Yes) {
@@ -135,9 +162,9 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuff
             if (following == Number || following == Identifier) break;
         }
         if (kind == OpenParen) ++parenDepth;
-        if (kind == CloseParen) --parenDepth;
+        if (kind == CloseParen && parenDepth > 0) --parenDepth;
         if (kind == OpenBracket) ++bracketDepth;
-        if (kind == CloseBracket) --bracketDepth;
+        if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
         declarator.push_back(ending);
     }
     if (!declarator.empty() && declarator.front().kind == Comma) return nullptr;
@@ -155,14 +182,20 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& 
                        DataDeclNode& declaration) {
     std::unique_ptr<ExprNode> tail;
     switch (introducer.kind) {
-        case Semicolon: declaration.setEnd(introducer.start); return true;
-        case Assign: tail = parseInitialValue(introducer, list, tokens); break;
-        case OpenParen: tail = parseCallInitializer(introducer, list); break;
-        case Colon: tail = parseBitField(introducer, list); break;
+        case Semicolon:
+            declaration.setEnd(introducer.start);
+            return true;
+        case Assign:
+            tail = parseInitialValue(introducer, list, tokens);
+            break;
+        case OpenParen:
+            tail = parseCallInitializer(introducer, list);
+            break;
+        case Colon:
+            tail = parseBitField(introducer, list);
+            break;
         default:
-            if (isAccessKeyword(introducer.kind)) return true;
-            report(introducer.start, ExpectedDataEnd);
-            return false;
+            return true;  // the access label behind a declaration without ";"
     }
     if (!tail) return false;
     declaration.setTail(std::move(tail));
@@ -176,6 +209,7 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(const Token& assign, TokenBu
     TokenText text;
     text.add(assign);
     Position previous = assign.start;
+    int braceDepth = 0;
     while (true) {
         const Token token = nextSignificant(source);
         if (endsTokens(token.kind)) {
@@ -183,8 +217,15 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(const Token& assign, TokenBu
             report(previous, UnexpectedEnd);
             return nullptr;
         }
+        if (token.kind == OpenBrace) ++braceDepth;
+        if (token.kind == CloseBrace && --braceDepth < 0) {
+            // It closes what the declaration stands in: the ";" is missing.
+            source.stepBack();
+            report(token.start, ExpectedDataEnd);
+            return nullptr;
+        }
         text.add(token);
-        if (token.kind == Semicolon) return makeTail(text);
+        if (token.kind == Semicolon && braceDepth == 0) return text.makeLeaf<ExprNode>();
         previous = token.start;
     }
 }
@@ -205,7 +246,7 @@ std::unique_ptr<ExprNode> Parser::parseCallInitializer(const Token& open, TokenB
         if (token.kind == OpenParen) ++depth;
         if (token.kind == CloseParen) --depth;
         if (token.kind == Semicolon) {
-            if (depth == 0) return makeTail(text);
+            if (depth == 0) return text.makeLeaf<ExprNode>();
             report(token.start, UnexpectedSemicolon);
             return nullptr;
         }
@@ -239,8 +280,9 @@ std::unique_ptr<ExprNode> Parser::parseBitField(const Token& colon, TokenBuffer&
             return nullptr;
         }
         text.add(token);
-        if (token.kind == Semicolon) return makeTail(text);
-        if (!take(isName, "an Identifier.") || !take(isColon, "':'.") || !take(isWidth, widthText)) return nullptr;
+        if (token.kind == Semicolon) return text.makeLeaf<ExprNode>();
+        if (!take(isName, "an Identifier.") || !take(isColon, "':'.") || !take(isWidth, widthText))
+            return nullptr;
     }
 }
 

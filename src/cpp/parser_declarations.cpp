@@ -1,7 +1,10 @@
 // The level of declarations: what a file, a namespace or a linkage block holds, and the shape of each
 // declaration.
 
+#include <algorithm>
+#include <optional>
 #include <utility>
+#include <vector>
 
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
@@ -13,7 +16,9 @@ namespace Cpp {
 
 void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) {
     diagnostics_ = diagnostics;
-    depth_ = 0;
+    depth_ = chainDepth_ = 0;
+    triviaBegin_ = triviaEnd_ = noDeclarationBefore_ = 0;
+    braces_.clear();
     TokenBuffer tokens(&lexer);
     RootNode tree;
     try {
@@ -39,13 +44,11 @@ void Parser::parseTopLevel(TokenBuffer& tokens, RootNode& root) {
             root.add(parseCtrlStmt(tokens));
         } else if (isJumpKeyword(token.kind)) {
             const Index start = tokens.place();
-            collectUntilKind(tokens, Semicolon);
+            if (!collectUntilKind(tokens, Semicolon)) continue;
             TokenBuffer statement = tokens.slice(start, tokens.place());
             root.add(parseExprStmt(statement));
         } else if (token.kind == KeywordAsm || (token.kind == Identifier && isAssemblerWord(token.text))) {
-            auto statement = parseAsm(tokens);
-            if (!statement) tokens.next();
-            root.add(std::move(statement));
+            root.add(parseAsm(tokens));
         } else if (token.kind == Identifier) {
             parseNamedBlock(tokens, root);
         } else if (token.kind == KeywordUsing) {
@@ -72,10 +75,17 @@ void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
 // What a file, a namespace body, a linkage block and a class body have in common.
 void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
     switch (tokens.peekKind()) {
-        case KeywordNamespace: list.add(parseNamespace(tokens)); return;
-        case KeywordTemplate: list.add(parseTemplate(tokens)); return;
-        case KeywordExtern: parseLinkage(tokens, list, inClass); return;
-        default: addOrdinaryDeclaration(tokens, list, inClass);
+        case KeywordNamespace:
+            list.add(parseNamespace(tokens));
+            return;
+        case KeywordTemplate:
+            list.add(parseTemplate(tokens));
+            return;
+        case KeywordExtern:
+            parseLinkage(tokens, list, inClass);
+            return;
+        default:
+            addOrdinaryDeclaration(tokens, list, inClass);
     }
 }
 
@@ -100,15 +110,19 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, InClass inClas
     const Index start = tokens.place();
     const Scan scan = scanDeclaration(tokens);
     switch (scan.shape) {
-        case Shape::Function: return parseFunctionShape(tokens, start, scan.place);
-        case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
+        case Shape::Function:
+            return parseFunctionShape(tokens, start, scan.place);
+        case Shape::FunctionPointer:
+            return parseFunctionPointerShape(tokens, start);
         case Shape::Class:
-        case Shape::Enum: return parseBracedShape(tokens, start, scan);
+        case Shape::Enum:
+            return parseBracedShape(tokens, start, scan);
         case Shape::Data: {
             TokenBuffer list = collectDeclaration(tokens);
             return {parseDataDecl(list, tokens, inClass), false};
         }
-        case Shape::None: break;
+        case Shape::None:
+            break;
     }
     if (tokens.kindAt(scan.place) == Trn::kEndKind) return failAtEnd(tokens, scan.place);
     tokens.moveTo(scan.place);
@@ -123,8 +137,6 @@ Parser::Declaration Parser::failAtEnd(TokenBuffer& tokens, Index end) {
 }
 
 namespace {
-
-using Trn::TokenBuffer;
 
 // Follows the significant tokens of a declaration and keeps what decides its shape.
 struct DeclarationScan {
@@ -153,30 +165,18 @@ struct DeclarationScan {
     }
 };
 
-// Moves behind the bracket that closes the one at the current place. Says false at the end of the text.
-bool skipBracketed(TokenBuffer& tokens, int open, int close) {
-    int depth = 0;
-    do {
-        const int kind = tokens.next().kind;
-        if (kind == Trn::kEndKind) {
-            tokens.stepBack();
-            return false;
-        }
-        if (kind == open) ++depth;
-        if (kind == close) --depth;
-    } while (depth > 0);
-    return true;
-}
+}  // namespace
 
 // At a "(": whether it opens a declarator with a pointer mark inside.
-bool opensPointerDeclarator(TokenBuffer& tokens, const DeclarationScan& scan) {
-    const int inside = tokens.peekKind(2);
+bool Parser::opensPointerDeclarator(TokenBuffer& tokens, bool isInName, int previousKind) {
+    const Index start = tokens.place();
+    tokens.next();
+    const int inside = nextSignificant(tokens).kind;
+    const int following = peekSignificant(tokens).kind;
+    tokens.moveTo(start);
     if (inside == Asterisk) return true;
-    if (scan.sawOperator || scan.previousKind != Asterisk) return false;
-    return !(inside == Identifier && tokens.peekKind(3) == Asterisk);
+    return !isInName && previousKind == Asterisk && !(inside == Identifier && following == Asterisk);
 }
-
-}  // namespace
 
 // Reads ahead to the token that tells what the declaration is; the buffer stays where it is. A ";" or a brace
 // ends a declaration even where a "<" before it found no ">": it was a comparison then.
@@ -197,9 +197,12 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
         }
         switch (token.kind) {
             case Trn::kEndKind:
-            case CloseBrace: return found(Shape::None);
-            case Semicolon: return found(Shape::Data);
-            case OpenBrace: return found(scan.sawEnum ? Shape::Enum : Shape::Class);
+            case CloseBrace:
+                return found(Shape::None);
+            case Semicolon:
+                return found(Shape::Data);
+            case OpenBrace:
+                return found(scan.sawEnum ? Shape::Enum : Shape::Class);
             case KeywordPublic:
             case KeywordPrivate:
             case KeywordProtected:
@@ -210,8 +213,11 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
                 break;
             case OpenParen:
                 if (!isOutside || scan.afterOperator()) break;
-                return found(opensPointerDeclarator(tokens, scan) ? Shape::FunctionPointer : Shape::Function);
-            default: break;
+                return found(opensPointerDeclarator(tokens, scan.sawOperator, scan.previousKind)
+                                 ? Shape::FunctionPointer
+                                 : Shape::Function);
+            default:
+                break;
         }
         scan.take(token.kind);
         tokens.next();
@@ -226,89 +232,96 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
 Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start, Index openParen) {
     tokens.moveTo(openParen);
     if (!skipBracketed(tokens, OpenParen, CloseParen)) return failAtEnd(tokens, tokens.place());
-
-    for (bool inHead = true; inHead;) {
-        skipTrivia(tokens);
-        const Token token = tokens.current();
-        switch (token.kind) {
-            case OpenParen: tokens.moveTo(start); return parseFunctionPointerShape(tokens, start);
-            case KeywordConst:
-            case KeywordVolatile: tokens.next(); break;
-            case Colon:
-                while (tokens.peekKind() != OpenBrace && tokens.peekKind() != Semicolon) {
-                    if (tokens.peekKind() == Trn::kEndKind) return failAtEnd(tokens, tokens.place());
-                    if (isTrivia(tokens.peekKind())) {
-                        skipTrivia(tokens);
-                    } else {
-                        tokens.next();
-                    }
-                }
-                break;
-            case KeywordThrow:
-                tokens.next();
-                if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
-                    report(open.start, "Expected '(' as part of exception specification clause 'throw()'. Got: " +
-                                           shown(open));
-                    inHead = false;
-                    break;
-                }
-                skipTrivia(tokens);
-                if (!skipBracketed(tokens, OpenParen, CloseParen)) return failAtEnd(tokens, tokens.place());
-                break;
-            default: inHead = false;
-        }
+    if (!scanFunctionQualifiers(tokens)) return failAtEnd(tokens, tokens.place());
+    if (tokens.peekKind() == OpenParen) {
+        tokens.moveTo(start);
+        return parseFunctionPointerShape(tokens, start);
     }
-    for (bool inTail = true; inTail;) {
-        skipTrivia(tokens);
-        const Token token = tokens.current();
-        if (token.kind == Assign && tokens.peek(2).text == "0") {
-            tokens.next();
-            tokens.next();
-            continue;
-        }
-        inTail = false;
-        if (token.kind != OpenBrace && token.kind != Semicolon && token.kind != Comma &&
-            !isAccessKeyword(token.kind) && !endsTokens(token.kind)) {
-            report(token.start, ExpectedFunctionEnd);
-        }
-    }
+    scanFunctionEnd(tokens);
     TokenBuffer head = tokens.slice(start, tokens.place());
     auto declaration = parseFunctionDecl(head, tokens);
     const bool hasBody = declaration->body() != nullptr;
     return {std::move(declaration), !hasBody};
 }
 
+// Moves over what may follow a parameter list: "const", an exception specification, constructor initializers.
+// Says false at the end of the text.
+bool Parser::scanFunctionQualifiers(TokenBuffer& tokens) {
+    while (true) {
+        skipTrivia(tokens);
+        switch (tokens.peekKind()) {
+            case KeywordConst:
+            case KeywordVolatile:
+                tokens.next();
+                break;
+            case Colon:
+                while (tokens.peekKind() != OpenBrace && tokens.peekKind() != Semicolon) {
+                    if (tokens.peekKind() == Trn::kEndKind) return false;
+                    tokens.next();
+                    skipTrivia(tokens);
+                }
+                break;
+            case KeywordThrow:
+                tokens.next();
+                if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
+                    report(open.start,
+                           "Expected '(' as part of exception specification clause 'throw()'. Got: " +
+                               shown(open));
+                    return true;
+                }
+                skipTrivia(tokens);
+                if (!skipBracketed(tokens, OpenParen, CloseParen)) return false;
+                break;
+            default:
+                return true;
+        }
+    }
+}
+
+// Moves over "= 0" to the token that ends a function's head, which is reported when it is none that may.
+void Parser::scanFunctionEnd(TokenBuffer& tokens) {
+    while (true) {
+        skipTrivia(tokens);
+        const Token token = tokens.current();
+        if (token.kind == Assign) {
+            tokens.next();
+            const Token value = peekSignificant(tokens);
+            if (value.kind == Number && value.text == "0") {
+                nextSignificant(tokens);
+                continue;
+            }
+            tokens.stepBack();
+        }
+        if (token.kind != OpenBrace && token.kind != Semicolon && token.kind != Comma &&
+            !isAccessKeyword(token.kind) && !endsTokens(token.kind)) {
+            report(token.start, ExpectedFunctionEnd);
+        }
+        return;
+    }
+}
+
 // A declaration with a declarator in parentheses, up to its ";".
 Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index start) {
     int depth = 0;
+    bool sawDeclarator = false;  // a "," before it separates a template's arguments
     bool sawAssign = false;
-    for (bool inside = true; inside;) {
+    while (true) {
         skipTrivia(tokens);
         const Token token = tokens.current();
-        switch (token.kind) {
-            case Trn::kEndKind: return failAtEnd(tokens, tokens.place());
-            case OpenBrace:
-                // Only an initializer may hold braces; a body means that this is no pointer after all.
-                if (!sawAssign) {
-                    report(token.start, ExpectedFunctionEnd);
-                    return {};
-                }
-                ++depth;
-                break;
-            case OpenParen: ++depth; break;
-            case CloseBrace:
-            case CloseParen: --depth; break;
-            case Assign: sawAssign = true; break;
-            case Semicolon: inside = depth > 0; break;
-            case Comma:
-            case KeywordPublic:
-            case KeywordPrivate:
-            case KeywordProtected:
-                if (depth <= 0) inside = false;
-                break;
-            default: break;
+        if (token.kind == Trn::kEndKind) return failAtEnd(tokens, tokens.place());
+        const bool isOutside = depth == 0;
+        if (isOutside && ((token.kind == Comma && sawDeclarator) || isAccessKeyword(token.kind))) break;
+        // Only an initializer may hold braces; a body means that this is no pointer after all.
+        if ((token.kind == OpenBrace && !sawAssign) || (token.kind == CloseBrace && isOutside)) {
+            report(token.start, ExpectedFunctionEnd);
+            return {};
         }
-        if (inside || token.kind == Semicolon) tokens.next();
+        tokens.next();
+        if (isOutside && token.kind == Semicolon) break;
+        if (token.kind == OpenParen || token.kind == OpenBrace) ++depth;
+        if (!isOutside && (token.kind == CloseParen || token.kind == CloseBrace)) --depth;
+        sawDeclarator |= token.kind == OpenParen;
+        sawAssign |= token.kind == Assign;
     }
     TokenBuffer declaration = tokens.slice(start, tokens.place());
     return {parseFunctionPtrDecl(declaration), false};
@@ -316,24 +329,41 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
 
 // A class or an enum with its body, up to the "}" that closes it.
 Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Scan& scan) {
-    tokens.moveTo(scan.place);
-    int depth = 0;
+    const std::optional<Index> end = behindClosingBrace(tokens, scan.place);
+    if (!end) return failAtEnd(tokens, tokens.place());
+    tokens.moveTo(*end);
+    TokenBuffer declaration = tokens.slice(start, *end);
+    if (scan.shape == Shape::Enum) return {parseEnumDecl(declaration), true};
+    return {parseClassDecl(declaration), true};
+}
+
+// The place behind the "}" that closes the "{" at `open`; nothing, and the buffer at its end, when there is
+// none. The scan of a class notes the braces of all that it holds, for the classes among that ask for theirs
+// next.
+std::optional<Trn::TokenBuffer::Index> Parser::behindClosingBrace(TokenBuffer& tokens, Index open) {
+    const auto known = std::lower_bound(braces_.begin(), braces_.end(), std::pair<Index, Index>(open, 0));
+    if (known != braces_.end() && known->first == open) return known->second;
+    braces_.clear();
+    std::vector<std::size_t> unclosed;
+    tokens.moveTo(open);
     do {
         if (isTrivia(tokens.peekKind())) {
             takeTrivia(tokens);
             continue;
         }
-        const int kind = tokens.next().kind;
-        if (kind == Trn::kEndKind) {
-            tokens.stepBack();
-            return failAtEnd(tokens, tokens.place());
+        const int kind = tokens.peekKind();
+        if (kind == Trn::kEndKind) return std::nullopt;
+        if (kind == OpenBrace) {
+            unclosed.push_back(braces_.size());
+            braces_.emplace_back(tokens.place(), 0);
         }
-        if (kind == OpenBrace) ++depth;
-        if (kind == CloseBrace) --depth;
-    } while (depth > 0);
-    TokenBuffer declaration = tokens.slice(start, tokens.place());
-    if (scan.shape == Shape::Enum) return {parseEnumDecl(declaration), true};
-    return {parseClassDecl(declaration), true};
+        tokens.next();
+        if (kind == CloseBrace) {
+            braces_[unclosed.back()].second = tokens.place();
+            unclosed.pop_back();
+        }
+    } while (!unclosed.empty());
+    return tokens.place();
 }
 
 std::unique_ptr<SyntaxNode> Parser::parseNamespace(TokenBuffer& tokens) {
@@ -385,11 +415,18 @@ std::unique_ptr<NamespaceBodyNode> Parser::parseNamespaceBody(TokenBuffer& token
                 tokens.next();
                 body->setEnd(token.start);
                 return body;
-            case Trn::kEndKind: report(token.start, UnexpectedEnd); return body;
+            case Trn::kEndKind:
+                report(token.start, UnexpectedEnd);
+                return body;
             case Unknown:
-            case Semicolon: tokens.next(); break;
-            case KeywordUsing: skipStatement(tokens, Semicolon, body.get()); break;
-            default: addDeclaration(tokens, *body, InClass::No);
+            case Semicolon:
+                tokens.next();
+                break;
+            case KeywordUsing:
+                skipStatement(tokens, Semicolon, body.get());
+                break;
+            default:
+                addDeclaration(tokens, *body, InClass::No);
         }
     }
 }
@@ -437,10 +474,8 @@ std::unique_ptr<LinkageBlockNode> Parser::parseLinkageBlock(TokenBuffer& tokens)
     linkage.add(tokens.next());
     linkage.add(nextSignificant(tokens));
     skipTrivia(tokens);
-    const Position start = linkage.start();
-    const Position end = linkage.end();
-    return std::make_unique<LinkageBlockNode>(std::make_unique<ExprNode>(linkage.take(), start, end),
-                                              parseLinkageBody(tokens));
+    auto words = linkage.makeLeaf<ExprNode>();
+    return std::make_unique<LinkageBlockNode>(std::move(words), parseLinkageBody(tokens));
 }
 
 std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& tokens) {
@@ -463,7 +498,8 @@ std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& toke
         }
         if (isControlKeyword(token.kind)) {
             tokens.next();
-            report(token.start, "control statements (e.g. if, else, while) are illegal inside linkage blocks.");
+            report(token.start,
+                   "control statements (e.g. if, else, while) are illegal inside linkage blocks.");
             continue;
         }
         switch (token.kind) {
@@ -471,15 +507,22 @@ std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& toke
                 tokens.next();
                 body->setEnd(token.start);
                 return body;
-            case Trn::kEndKind: report(token.start, UnexpectedEnd); return body;
+            case Trn::kEndKind:
+                report(token.start, UnexpectedEnd);
+                return body;
             case Unknown:
-            case Semicolon: tokens.next(); break;
-            case KeywordUsing: skipStatement(tokens, Semicolon); break;
+            case Semicolon:
+                tokens.next();
+                break;
+            case KeywordUsing:
+                skipStatement(tokens, Semicolon);
+                break;
             case KeywordTemplate:
                 tokens.next();
                 report(token.start, "templates cannot be declared to have 'C' linkage.");
                 break;
-            default: addDeclaration(tokens, *body, InClass::No);
+            default:
+                addDeclaration(tokens, *body, InClass::No);
         }
     }
 }

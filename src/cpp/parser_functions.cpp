@@ -12,15 +12,6 @@ namespace Cpp {
 
 namespace {
 
-// A node that takes a text and its extent, from joined tokens; null when there are none.
-template <typename Node>
-std::unique_ptr<Node> makeTextNode(TokenText& text) {
-    if (text.empty()) return nullptr;
-    const Trn::Position start = text.start();
-    const Trn::Position end = text.end();
-    return std::make_unique<Node>(text.take(), start, end);
-}
-
 // Counts brackets of all kinds. Angle brackets only count outside the others, where they enclose template
 // arguments; inside they compare.
 struct BracketDepth {
@@ -33,21 +24,32 @@ struct BracketDepth {
         switch (kind) {
             case OpenParen:
             case OpenBracket:
-            case OpenBrace: ++round; break;
+            case OpenBrace:
+                ++round;
+                break;
             case CloseParen:
             case CloseBracket:
-            case CloseBrace: --round; break;
-            case Less: angle += round == 0; break;
-            case Greater: angle -= round == 0 && angle > 0; break;
+            case CloseBrace:
+                round -= round > 0;
+                break;
+            case Less:
+                angle += round == 0;
+                break;
+            case Greater:
+                angle -= round == 0 && angle > 0;
+                break;
             case ShiftRight:
                 if (round == 0 && angle > 1) angle -= 2;
                 break;
-            default: break;
+            default:
+                break;
         }
     }
 };
 
-bool isPunctuator(int kind) { return kind >= Semicolon && kind <= ArrowAsterisk; }
+bool isPunctuator(int kind) {
+    return kind >= Semicolon && kind <= ArrowAsterisk;
+}
 
 }  // namespace
 
@@ -63,8 +65,9 @@ std::unique_ptr<FunctionDeclNode> Parser::parseFunctionDecl(TokenBuffer& head, T
     skipTrivia(tokens);
     std::unique_ptr<BlockNode> body;
     if (tokens.peekKind() == OpenBrace) body = parseBlock(tokens);
-    if (initializers) {
-        return std::make_unique<CtorDeclNode>(std::move(functionHead), std::move(body), std::move(initializers));
+    if (initializers && initializers->size() > 0) {
+        return std::make_unique<CtorDeclNode>(std::move(functionHead), std::move(body),
+                                              std::move(initializers));
     }
     return std::make_unique<FunctionDeclNode>(std::move(functionHead), std::move(body));
 }
@@ -84,7 +87,7 @@ std::unique_ptr<FunctionHeadNode> Parser::parseFunctionHead(TokenBuffer& tokens)
             returnType.add(token);
             tokens.next();
         }
-        head->setReturnType(makeTextNode<FunctionReturnNode>(returnType));
+        head->setReturnType(returnType.makeLeaf<FunctionReturnNode>());
         tokens.moveTo(afterName);
     }
     head->setName(std::move(name));
@@ -93,16 +96,23 @@ std::unique_ptr<FunctionHeadNode> Parser::parseFunctionHead(TokenBuffer& tokens)
         skipTrivia(tokens);
         switch (tokens.peekKind()) {
             case KeywordConst:
-            case KeywordVolatile: head->setQualifiers(parseQualifiers(tokens)); break;
-            case KeywordThrow: head->setExceptionSpec(parseExceptionClause(tokens)); break;
-            case Assign: head->setPureSpec(parsePureClause(tokens)); break;
-            default: return head;
+            case KeywordVolatile:
+                head->setQualifiers(parseQualifiers(tokens));
+                break;
+            case KeywordThrow:
+                head->setExceptionSpec(parseExceptionClause(tokens));
+                break;
+            case Assign:
+                head->setPureSpec(parsePureClause(tokens));
+                break;
+            default:
+                return head;
         }
     }
 }
 
-// Finds the name in front of the parameter list and moves behind it. Where there is none the buffer is left at
-// the list's "(".
+// Finds the name in front of the parameter list and moves behind it. Where there is none the buffer is left
+// at the list's "(".
 std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
     const Index start = tokens.place();
     BracketDepth depth;
@@ -117,18 +127,15 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
             sawName = takeOperatorName(tokens);
             break;
         }
-        if (token.kind == OpenParen && depth.isOutside()) {
-            // What stands just in front of the "(" is the name, or a template's arguments behind it.
-            break;
-        }
+        // What stands just in front of the "(" is the name, or a template's arguments behind it.
+        if (token.kind == OpenParen && depth.isOutside()) break;
         depth.take(token.kind);
-        sawName = token.kind == Identifier || (sawName && !depth.isOutside()) || token.kind == Greater;
+        sawName = token.kind == Identifier || (sawName && !depth.isOutside()) || token.kind == Greater ||
+                  token.kind == ShiftRight;
         if (token.kind == Identifier && depth.isOutside()) nameStart = tokens.place();
         tokens.next();
         if (token.kind == Identifier && isAttributeWord(token.text) && tokens.peekKind() == OpenParen) {
-            BracketDepth argument;
-            do argument.take(tokens.next().kind);
-            while (!argument.isOutside() && tokens.peekKind() != Trn::kEndKind);
+            skipBracketed(tokens, OpenParen, CloseParen);
             sawName = false;
         }
     }
@@ -136,6 +143,11 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
     if (!sawName || tokens.kindAt(nameStart) == Trn::kEndKind) {
         const Token found = tokens.current();
         report(found.start, "Expected function name. Got: " + shown(found));
+        return nullptr;
+    }
+    if (const Token last = tokens.at(nameStart); last.kind == Identifier && last.text.ends_with("::")) {
+        const Token found = tokens.current();
+        report(found.start, "Expected \"operator\". Got: " + shown(found));
         return nullptr;
     }
     tokens.moveTo(start);
@@ -148,7 +160,7 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
             name.add(tokens.next());
         }
     }
-    return makeTextNode<IdNode>(name);
+    return name.makeLeaf<IdNode>();
 }
 
 // Takes "operator" and what belongs to it, up to the parameter list's "(". Says false, having reported it,
@@ -186,7 +198,8 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
             tokens.stepBack();
             report(first.start, "Could not recognize overloaded operator.");
             return false;
-        default: break;
+        default:
+            break;
     }
     if (isPunctuator(first.kind)) {
         // A specialisation carries its arguments behind the operator.
@@ -235,14 +248,15 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
     while (true) {
         skipTrivia(tokens);
         Token token = tokens.next();
-        if (token.kind == Trn::kEndKind || (isAngled && (token.kind == Semicolon || token.kind == OpenBrace))) {
+        if (token.kind == Trn::kEndKind ||
+            (isAngled && (token.kind == Semicolon || token.kind == OpenBrace))) {
             tokens.stepBack();
             if (token.kind == Trn::kEndKind) {
                 report(token.start, UnexpectedEnd);
             } else {
                 report(token.start, "Expected '>'. Got: " + shown(token));
             }
-            list->add(makeTextNode<ParameterNode>(parameter));
+            list->add(parameter.makeLeaf<ParameterNode>());
             return list;
         }
         const bool endsList = token.kind == closeKind && depth.round == 0 && (!isAngled || depth.angle == 0);
@@ -255,7 +269,7 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
             ++token.start.column;
         }
         if (endsList || endsTwoLists || (token.kind == Comma && depth.isOutside())) {
-            list->add(makeTextNode<ParameterNode>(parameter));
+            list->add(parameter.makeLeaf<ParameterNode>());
             parameter = TokenText();
             if (token.kind == Comma) continue;
             list->setEnd(token.start);
@@ -269,7 +283,7 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
 std::unique_ptr<TextNode> Parser::parseQualifiers(TokenBuffer& tokens) {
     TokenText qualifiers;
     while (isQualifier(peekSignificant(tokens).kind)) qualifiers.add(nextSignificant(tokens));
-    return makeTextNode<TextNode>(qualifiers);
+    return qualifiers.makeLeaf<TextNode>();
 }
 
 // throw( ... )
@@ -278,7 +292,7 @@ std::unique_ptr<ExprNode> Parser::parseExceptionClause(TokenBuffer& tokens) {
     clause.add(tokens.next());
     if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
         report(open.start, "Expected '(' as part of a 'throw()' clause. Got: " + shown(open));
-        return makeTextNode<ExprNode>(clause);
+        return clause.makeLeaf<ExprNode>();
     }
     BracketDepth depth;
     do {
@@ -291,7 +305,7 @@ std::unique_ptr<ExprNode> Parser::parseExceptionClause(TokenBuffer& tokens) {
         depth.take(token.kind);
         clause.add(token);
     } while (depth.round > 0);
-    return makeTextNode<ExprNode>(clause);
+    return clause.makeLeaf<ExprNode>();
 }
 
 // = 0
@@ -304,7 +318,7 @@ std::unique_ptr<ExprNode> Parser::parsePureClause(TokenBuffer& tokens) {
         return nullptr;
     }
     clause.add(zero);
-    return makeTextNode<ExprNode>(clause);
+    return clause.makeLeaf<ExprNode>();
 }
 
 std::unique_ptr<InitializerListNode> Parser::parseCtorInitializers(TokenBuffer& tokens) {
@@ -312,9 +326,14 @@ std::unique_ptr<InitializerListNode> Parser::parseCtorInitializers(TokenBuffer& 
     while (true) {
         addTrivia(tokens, *list);
         switch (tokens.peekKind()) {
-            case Identifier: list->add(parseInitializer(tokens)); break;
-            case Comma: tokens.next(); break;
-            default: return list;
+            case Identifier:
+                list->add(parseInitializer(tokens));
+                break;
+            case Comma:
+                tokens.next();
+                break;
+            default:
+                return list;
         }
     }
 }
@@ -324,7 +343,8 @@ std::unique_ptr<InitializerNode> Parser::parseInitializer(TokenBuffer& tokens) {
     BracketDepth depth;
     while (true) {
         const Token token = peekSignificant(tokens);
-        if (depth.isOutside() && (token.kind == OpenParen || token.kind == OpenBrace || token.kind == Comma)) break;
+        if (depth.isOutside() && (token.kind == OpenParen || token.kind == OpenBrace || token.kind == Comma))
+            break;
         if (token.kind == Trn::kEndKind) break;
         depth.take(token.kind);
         member.add(nextSignificant(tokens));
@@ -335,7 +355,7 @@ std::unique_ptr<InitializerNode> Parser::parseInitializer(TokenBuffer& tokens) {
         return nullptr;
     }
     skipTrivia(tokens);
-    auto name = makeTextNode<IdNode>(member);
+    auto name = member.makeLeaf<IdNode>();
     auto arguments = parseArguments(tokens);
     return std::make_unique<InitializerNode>(std::move(name), std::move(arguments));
 }
@@ -346,7 +366,7 @@ std::unique_ptr<ArgListNode> Parser::parseArguments(TokenBuffer& tokens) {
     TokenText argument;
     BracketDepth depth;
     const auto finish = [&] {
-        list->add(makeTextNode<ArgNode>(argument));
+        list->add(argument.makeLeaf<ArgNode>());
         argument = TokenText();
     };
     while (true) {
@@ -397,8 +417,9 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
         if (token.kind == Identifier && isAttributeWord(token.text) && tokens.peekKind() == OpenParen) {
             BracketDepth argument;
             do {
-                argument.take(tokens.peekKind());
-                returnType.add(tokens.next());
+                const Token part = nextSignificant(tokens);
+                argument.take(part.kind);
+                returnType.add(part);
             } while (!argument.isOutside() && tokens.peekKind() != Trn::kEndKind);
             continue;
         }
@@ -420,11 +441,15 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
         }
     }
     auto declaration = std::make_unique<FunctionPtrDeclNode>();
-    declaration->setReturnType(makeTextNode<TypeNode>(returnType));
-    declaration->setName(makeTextNode<IdNode>(name));
+    declaration->setReturnType(returnType.makeLeaf<TypeNode>());
+    declaration->setName(name.makeLeaf<IdNode>());
     declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
     if (isQualifier(peekSignificant(tokens).kind)) declaration->setQualifiers(parseQualifiers(tokens));
-    if (const Token end = peekSignificant(tokens); end.kind == Semicolon) declaration->setEnd(end.end);
+    // An initializer has no node of its own, but it is the declaration's.
+    while (tokens.peekKind() != Trn::kEndKind) {
+        if (const Token token = nextSignificant(tokens); token.kind == Semicolon)
+            declaration->setEnd(token.end);
+    }
     return declaration;
 }
 

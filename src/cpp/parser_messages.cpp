@@ -14,22 +14,35 @@ constexpr std::size_t kLongestShown = 80;
 
 const char* messageText(int code) {
     switch (code) {
-        case UnexpectedEnd: return "Unexpected EOF found.";
-        case ExpectedFunctionEnd: return "Unexpected token. Was expecting to find \";\" or \"{\".";
-        case ExpectedDataEnd: return "Unexpected token. Was expecting to find \";\", \"(\" or \"=\".";
-        case MissingType: return "Data declaration is missing a type specifier";
+        case UnexpectedEnd:
+            return "Unexpected EOF found.";
+        case ExpectedFunctionEnd:
+            return "Unexpected token. Was expecting to find \";\" or \"{\".";
+        case ExpectedDataEnd:
+            return "Unexpected token. Was expecting to find \";\", \"(\" or \"=\".";
+        case MissingType:
+            return "Data declaration is missing a type specifier";
         case UnexpectedSemicolon:
-        case StraySemicolon: return "An unexpected semicolon was found.";
-        case CannotParse: return "The statement cannot be parsed.";
+        case StraySemicolon:
+            return "An unexpected semicolon was found.";
+        case CannotParse:
+            return "The statement cannot be parsed.";
         case AccessLabelInBlock:
             return "public: protected: private: labels are not allowed inside block statements.";
-        case TemplateInBlock: return "template declarations are not allowed inside block statements.";
-        case NamespaceInBlock: return "Namespace declarations are not allowed inside block statements.";
-        case ExpectedControlKeyword: return "Expected: if, else, for, do, while, try, catch, switch.";
-        case ExpectedCloseParen: return "Expected \")\". Possible unbalanced parentheses.";
-        case ExpectedOpenParen: return "Expected \"(\".";
-        case ExpectedAccessKeyword: return "Expected one of \"public\", \"protected\" or \"private\".";
-        default: return "Unknown error.";
+        case TemplateInBlock:
+            return "template declarations are not allowed inside block statements.";
+        case NamespaceInBlock:
+            return "Namespace declarations are not allowed inside block statements.";
+        case ExpectedControlKeyword:
+            return "Expected: if, else, for, do, while, try, catch, switch.";
+        case ExpectedCloseParen:
+            return "Expected \")\". Possible unbalanced parentheses.";
+        case ExpectedOpenParen:
+            return "Expected \"(\".";
+        case ExpectedAccessKeyword:
+            return "Expected one of \"public\", \"protected\" or \"private\".";
+        default:
+            return "Unknown error.";
     }
 }
 

@@ -8,6 +8,10 @@ namespace Cpp {
 // the stack, so the bound keeps hostile input from overflowing it; no code that people write comes near.
 inline constexpr int kMaximumNesting = 2000;
 
+// How many "else if" parts may follow each other, as each stands inside the one before. They cost the parser
+// nothing, but every pass a few frames, as other constructs do.
+inline constexpr int kMaximumChain = 6000;
+
 // Ends a parse: the construct at `position` is nested too deeply.
 struct NestedTooDeeply {
     Trn::Position position;
@@ -26,6 +30,25 @@ public:
 
 private:
     int& depth_;
+};
+
+// Gives a chain's parts back when it ends.
+class ChainScope {
+public:
+    explicit ChainScope(int& depth) : depth_(depth), before_(depth) {}
+    ~ChainScope() { depth_ = before_; }
+    ChainScope(const ChainScope&) = delete;
+    ChainScope& operator=(const ChainScope&) = delete;
+
+    // The chain has one more part, which begins here.
+    void extend(Trn::TokenBuffer& tokens) {
+        if (depth_ >= kMaximumChain) throw NestedTooDeeply{tokens.current().start};
+        ++depth_;
+    }
+
+private:
+    int& depth_;
+    const int before_;
 };
 
 }  // namespace Cpp

@@ -18,8 +18,10 @@ bool hasCondition(int keyword) {
         case KeywordFor:
         case KeywordWhile:
         case KeywordCatch:
-        case KeywordSwitch: return true;
-        default: return false;
+        case KeywordSwitch:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -35,8 +37,10 @@ bool breaksCondition(int kind) {
         case KeywordContinue:
         case KeywordBreak:
         case KeywordGoto:
-        case KeywordReturn: return true;
-        default: return isControlKeyword(kind);
+        case KeywordReturn:
+            return true;
+        default:
+            return isControlKeyword(kind);
     }
 }
 
@@ -47,6 +51,30 @@ bool startsDeclarationInBlock(int kind) {
 // A token behind a name that makes the two the start of a declaration.
 bool continuesDeclaration(int kind) {
     return kind == Asterisk || kind == Ampersand || kind == Less || kind == Identifier;
+}
+
+// A token that ends an expression statement in front of it.
+bool endsStatement(int kind, bool isOutsideParens) {
+    switch (kind) {
+        case Directive:
+            return true;
+        case OpenBrace:
+        case CloseBrace:
+        case KeywordCase:
+        case KeywordDefault:
+            return isOutsideParens;
+        default:
+            return isOutsideParens && isControlKeyword(kind);
+    }
+}
+
+// A keyword that belongs to an expression statement only where it is its first word.
+bool isJoinedFirst(int kind) {
+    return kind == KeywordThrow || kind == KeywordReturn;
+}
+
+bool startsClass(int kind) {
+    return kind == KeywordClass || kind == KeywordStruct;
 }
 
 bool startsAssembler(const Trn::Token& token) {
@@ -88,8 +116,7 @@ void Parser::parseSingleStatement(TokenBuffer& tokens, BlockNode& block) {
 
 void Parser::parseBlockContent(TokenBuffer& tokens, BlockNode& block) {
     block.setStart(tokens.next().start);
-    while (parseBlockItem(tokens, block)) {
-    }
+    while (parseBlockItem(tokens, block)) tokens.release();
 }
 
 // Reads the next thing in a braced block. Says false when the block has ended.
@@ -105,7 +132,8 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
         return false;
     }
     if (endsTokens(token.kind)) {
-        report(tokens.at(again().place() > tokens.begin() ? place - 2 : place - 1).start, UnexpectedEnd);
+        report(tokens.at(place - 2).start, UnexpectedEnd);
+        if (token.kind == Trn::kEndKind) tokens.stepBack();
         return false;
     }
     if (isTrivia(token.kind)) {
@@ -153,15 +181,19 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
     return true;
 }
 
-// A declaration as far as its first words tell; where that turns out wrong, an expression statement.
+// A declaration as far as its first words tell; where that turns out wrong, an expression statement, or
+// several where a directive or a keyword parts them.
 void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
     const Index start = tokens.place();
-    TokenBuffer list = collectDeclaration(tokens);
-    if (auto declaration = parseDataDecl(list, tokens, InClass::No)) {
-        block.add(std::move(declaration));
-        return;
+    if (start >= noDeclarationBefore_) {
+        TokenBuffer list = collectDeclaration(tokens);
+        noDeclarationBefore_ = tokens.place();
+        if (auto declaration = parseDataDecl(list, tokens, InClass::No)) {
+            block.add(std::move(declaration));
+            return;
+        }
+        tokens.moveTo(start);
     }
-    tokens.moveTo(start);
     block.add(parseExprStmt(tokens));
 }
 
@@ -174,22 +206,53 @@ std::unique_ptr<CtrlStmtNode> Parser::parseCtrlStmt(TokenBuffer& tokens) {
         return nullptr;
     }
     auto statement = std::make_unique<CtrlStmtNode>();
+    if (keyword.kind == KeywordIf) {
+        parseIfChain(tokens, *statement);
+        return statement;
+    }
     statement->add(parseCtrlSubStmt(tokens));
     const auto addPart = [&] {
         addTrivia(tokens, *statement);
         statement->add(parseCtrlSubStmt(tokens));
     };
     switch (keyword.kind) {
-        case KeywordIf:
-            if (peekSignificant(tokens).kind == KeywordElse) addPart();
-            break;
         case KeywordTry:
             while (peekSignificant(tokens).kind == KeywordCatch) addPart();
             break;
-        case KeywordDo: addPart(); break;
-        default: break;
+        case KeywordDo:
+            addPart();
+            break;
+        default:
+            break;
     }
     return statement;
+}
+
+// An "if" with its "else". Where that goes on with an "if", which is a statement inside the "else", the loop
+// goes on with that statement, so that long chains do not nest calls.
+void Parser::parseIfChain(TokenBuffer& tokens, CtrlStmtNode& first) {
+    ChainScope chain(chainDepth_);
+    CtrlStmtNode* statement = &first;
+    while (true) {
+        statement->add(parseCtrlSubStmt(tokens));
+        if (peekSignificant(tokens).kind != KeywordElse) return;
+        addTrivia(tokens, *statement);
+        auto part = std::make_unique<CtrlSubStmtNode>();
+        part->setHead(parseCtrlHead(tokens));
+        if (peekSignificant(tokens).kind != KeywordIf) {
+            part->setBody(parseBody(tokens));
+            statement->add(std::move(part));
+            return;
+        }
+        skipTrivia(tokens);
+        chain.extend(tokens);
+        auto body = std::make_unique<BlockNode>();
+        auto inner = std::make_unique<CtrlStmtNode>();
+        CtrlStmtNode* const outer = std::exchange(statement, inner.get());
+        body->add(std::move(inner));
+        part->setBody(std::move(body));
+        outer->add(std::move(part));
+    }
 }
 
 std::unique_ptr<CtrlSubStmtNode> Parser::parseCtrlSubStmt(TokenBuffer& tokens) {
@@ -202,8 +265,14 @@ std::unique_ptr<CtrlSubStmtNode> Parser::parseCtrlSubStmt(TokenBuffer& tokens) {
         return part;
     }
     part->setHead(std::move(head));
-    part->setBody(parseBlock(tokens));
+    part->setBody(parseBody(tokens));
     return part;
+}
+
+// Null when nothing stands where the body should, as in "else }".
+std::unique_ptr<BlockNode> Parser::parseBody(TokenBuffer& tokens) {
+    auto body = parseBlock(tokens);
+    return Trn::isSet(body->start()) ? std::move(body) : nullptr;
 }
 
 std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) {
@@ -279,11 +348,7 @@ std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
         }
         value.add(token);
     }
-    if (!value.empty()) {
-        const Position start = value.start();
-        const Position end = value.end();
-        node->setValue(std::make_unique<ExprNode>(value.take(), start, end));
-    }
+    node->setValue(value.makeLeaf<ExprNode>());
     return node;
 }
 
@@ -309,60 +374,63 @@ std::unique_ptr<AsmNode> Parser::parseAsm(TokenBuffer& tokens) {
         return nullptr;
     }
     auto body = std::make_unique<BlockNode>();
-    const auto finish = [&] {
-        return std::make_unique<AsmNode>(
-            std::make_unique<TextNode>(std::string(word.text), word.start, word.end), std::move(body));
-    };
-    if (const Token open = tokens.current(); open.kind == OpenBrace) {
-        tokens.next();
-        body->setStart(open.start);
-        TokenText text;
-        for (int depth = 1; depth > 0;) {
-            const Token token = tokens.next();
-            if (token.kind == Trn::kEndKind) {
-                tokens.stepBack();
-                report(token.start, UnexpectedEnd);
-                break;
-            }
-            if (token.kind == OpenBrace) ++depth;
-            if (token.kind == CloseBrace && --depth == 0) {
-                body->setEnd(token.start);
-            } else {
-                text.add(token);
-            }
-        }
-        if (!text.empty()) {
-            const Position start = text.start();
-            const Position end = text.end();
-            body->add(std::make_unique<TextNode>(text.take(), start, end));
-        }
-        return finish();
+    if (peekSignificant(tokens).kind == OpenBrace) {
+        skipTrivia(tokens);
+        parseAsmBlock(tokens, *body);
+    } else {
+        parseAsmLine(tokens, word.end.line, *body);
     }
-    while (true) {
-        const Token token = tokens.next();
-        const bool isOnLaterLine = token.start.line > word.end.line;
-        if (token.kind == Trn::kEndKind || (isOnLaterLine && token.kind != Semicolon)) {
+    return std::make_unique<AsmNode>(std::make_unique<TextNode>(std::string(word.text), word.start, word.end),
+                                     std::move(body));
+}
+
+// { ... }
+void Parser::parseAsmBlock(TokenBuffer& tokens, BlockNode& body) {
+    body.setStart(tokens.next().start);
+    TokenText text;
+    int depth = 1;
+    while (depth > 0) {
+        const Token token = nextSignificant(tokens);
+        if (token.kind == Trn::kEndKind) {
             tokens.stepBack();
-            return finish();
+            report(token.start, UnexpectedEnd);
+            break;
         }
-        if (!Trn::isSet(body->start())) body->setStart(token.start);
-        body->setEnd(token.end);
-        if (token.kind == Semicolon) return finish();
+        if (token.kind == OpenBrace) ++depth;
+        if (token.kind == CloseBrace) --depth;
+        if (depth > 0) {
+            text.add(token);
+        } else {
+            body.setEnd(token.start);
+        }
+    }
+    body.add(text.makeLeaf<TextNode>());
+}
+
+// Assembler up to its ";" or the end of its line, where that does not stand in parentheses.
+void Parser::parseAsmLine(TokenBuffer& tokens, std::uint32_t line, BlockNode& body) {
+    int depth = 0;
+    while (true) {
+        const Token token = tokens.current();
+        const bool isOnLaterLine = depth == 0 && token.start.line > line && token.kind != Semicolon;
+        if (token.kind == Trn::kEndKind || isOnLaterLine) return;
+        if (!Trn::isSet(body.start())) body.setStart(token.start);
+        body.setEnd(token.end);
+        tokens.next();
+        if (token.kind == OpenParen) ++depth;
+        if (token.kind == CloseParen && depth > 0) --depth;
+        if (token.kind == Semicolon && depth == 0) return;
     }
 }
 
+// A statement that is no declaration, down to its ";". Null when nothing of one stands here.
 std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
     skipTrivia(tokens);
     TokenText text;
-    text.extend(tokens.current());
+    Position previous;
     int parenDepth = 0;
     int angleDepth = 0;
     bool sawTemplate = false;
-    const auto finish = [&] {
-        const Position start = text.start();
-        const Position end = text.end();
-        return std::make_unique<ExprNode>(text.take(), start, end);
-    };
     while (true) {
         if (isComment(tokens.peekKind())) {
             takeTrivia(tokens);
@@ -370,40 +438,51 @@ std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
         }
         const Token token = tokens.current();
         const bool isOutside = parenDepth == 0;
-        bool endsBefore = token.kind == Directive;
-        switch (token.kind) {
-            case OpenParen: ++parenDepth; break;
-            case CloseParen: parenDepth -= parenDepth > 0; break;
-            case Less: ++angleDepth; break;
-            case Greater: angleDepth -= angleDepth > 0; break;
-            case KeywordTemplate: sawTemplate = true; break;
-            case Semicolon:
-                if (!isOutside) break;
-                tokens.next();
-                text.append(token);
-                return finish();
-            case OpenBrace:
-            case CloseBrace:
-            case KeywordCase:
-            case KeywordDefault: endsBefore = isOutside; break;
-            case KeywordClass:
-            case KeywordStruct: endsBefore = isOutside && angleDepth == 0 && !sawTemplate; break;
-            case KeywordThrow:
-            case KeywordReturn: endsBefore = !text.empty(); break;
-            case Trn::kEndKind:
-            case Unknown: report(text.end(), UnexpectedEnd); return finish();
-            default: endsBefore = isControlKeyword(token.kind) && isOutside;
-        }
-        if (endsBefore) return finish();
-        tokens.next();
+        bool endsBefore = false;
+        bool isCounted = true;  // and not part of the text
         switch (token.kind) {
             case OpenParen:
+                ++parenDepth;
+                break;
             case CloseParen:
+                parenDepth -= parenDepth > 0;
+                break;
             case Less:
+                ++angleDepth;
+                break;
             case Greater:
-            case KeywordTemplate: text.extend(token); break;
-            default: text.add(token);
+                angleDepth -= angleDepth > 0;
+                break;
+            case KeywordTemplate:
+                sawTemplate = true;
+                break;
+            case Semicolon:
+                if (isOutside) {
+                    text.append(token);
+                    tokens.next();
+                    return text.makeLeaf<ExprNode>();
+                }
+                isCounted = false;
+                break;
+            case Trn::kEndKind:
+            case Unknown:
+                report(Trn::isSet(previous) ? previous : token.start, UnexpectedEnd);
+                endsBefore = true;
+                break;
+            default:
+                isCounted = false;
+                endsBefore = endsStatement(token.kind, isOutside) ||
+                             (isJoinedFirst(token.kind) && !text.empty()) ||
+                             (startsClass(token.kind) && isOutside && angleDepth == 0 && !sawTemplate);
         }
+        if (endsBefore) return text.makeLeaf<ExprNode>();
+        if (isCounted) {
+            text.extend(token);
+        } else {
+            text.add(token);
+        }
+        previous = token.start;
+        tokens.next();
     }
 }
 

@@ -15,7 +15,9 @@ namespace {
 constexpr std::string_view kRegionOff = "VANTREL-OFF";
 constexpr std::string_view kRegionOn = "VANTREL-ON";
 
-constexpr bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 // Whether a directive's text begins with `start` once its white space is taken out.
 bool directiveStartsWith(std::string_view text, std::string_view start) {
@@ -126,9 +128,17 @@ void Parser::addTrivia(TokenBuffer& tokens, InteriorNode& list) {
     }
 }
 
+// Many constructs may look over the same run of comments, each from its own end on.
 Trn::Token Parser::peekSignificant(TokenBuffer& tokens) {
+    if (!isTrivia(tokens.peekKind())) return tokens.current();
     const Index start = tokens.place();
+    if (start >= triviaBegin_ && start < triviaEnd_) {
+        tokens.moveTo(triviaEnd_);
+    } else {
+        triviaBegin_ = start;
+    }
     while (isTrivia(tokens.peekKind())) takeTrivia(tokens);
+    triviaEnd_ = tokens.place();
     Token token = tokens.current();
     tokens.moveTo(start);
     return token;
@@ -140,11 +150,28 @@ Trn::Token Parser::nextSignificant(TokenBuffer& tokens) {
     return tokens.next();
 }
 
+// Moves behind the bracket that closes the one at the current place. Says false at the end of the text.
+bool Parser::skipBracketed(TokenBuffer& tokens, int open, int close) {
+    int depth = 0;
+    do {
+        if (isTrivia(tokens.peekKind())) {
+            skipTrivia(tokens);
+            continue;
+        }
+        const int kind = tokens.peekKind();
+        if (kind == Trn::kEndKind) return false;
+        if (kind == open) ++depth;
+        if (kind == close) --depth;
+        tokens.next();
+    } while (depth > 0);
+    return true;
+}
+
 // Takes tokens up to a ";" and returns its start; at the end of the text, that of the last token.
 Trn::Position Parser::skipToSemicolon(TokenBuffer& tokens) {
     Position previous;
     while (true) {
-        const Token token = tokens.next();
+        const Token token = nextSignificant(tokens);
         if (token.kind == Semicolon) return token.start;
         if (endsTokens(token.kind)) {
             report(previous, UnexpectedEnd);
@@ -178,7 +205,7 @@ void Parser::skipStatement(TokenBuffer& tokens, int kind, InteriorNode* comments
 // comes first.
 bool Parser::collectUntilKind(TokenBuffer& tokens, int kind) {
     while (true) {
-        const Token token = tokens.next();
+        const Token token = nextSignificant(tokens);
         if (token.kind == kind) return true;
         if (token.kind == Trn::kEndKind) {
             tokens.stepBack();

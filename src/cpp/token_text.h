@@ -1,6 +1,8 @@
 #pragma once
 
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "trn/token.h"
 
@@ -22,6 +24,13 @@ public:
     std::string take() { return std::move(text_); }
     Trn::Position start() const { return start_; }
     Trn::Position end() const { return end_; }
+
+    // A leaf of the text and its extent, which takes the text over; null when no token was taken.
+    template <typename Leaf>
+    std::unique_ptr<Leaf> makeLeaf() {
+        if (!Trn::isSet(start_)) return nullptr;
+        return std::make_unique<Leaf>(std::move(text_), start_, end_);
+    }
 
 private:
     void add(const Trn::Token& token, const char* separator) {

@@ -15,6 +15,8 @@ struct Position {
     friend constexpr auto operator<=>(const Position&, const Position&) = default;
 };
 
-constexpr bool isSet(Position position) { return position != Position{}; }
+constexpr bool isSet(Position position) {
+    return position != Position{};
+}
 
 }  // namespace Trn

@@ -22,8 +22,7 @@ TokenBuffer::TokenBuffer(Lexer* lexer) : store_(std::make_shared<Store>()), end_
     store_->lexer = lexer;
 }
 
-TokenBuffer::TokenBuffer(std::vector<Token> tokens)
-    : store_(std::make_shared<Store>()), end_(tokens.size()) {
+TokenBuffer::TokenBuffer(std::vector<Token> tokens) : store_(std::make_shared<Store>()), end_(tokens.size()) {
     store_->tokens = std::move(tokens);
 }
 
@@ -48,7 +47,15 @@ const Token* TokenBuffer::fetch(Index place) {
 
 Token TokenBuffer::at(Index place) {
     const Token* token = fetch(place);
-    return token ? *token : Token{};
+    return token ? *token : endToken();
+}
+
+Token TokenBuffer::endToken() const {
+    Token end;
+    if (isSlice_ && end_ - store_->firstKept < store_->tokens.size()) {
+        end.start = end.end = store_->tokens[end_ - store_->firstKept].start;
+    }
+    return end;
 }
 
 int TokenBuffer::kindAt(Index place) {
@@ -56,13 +63,21 @@ int TokenBuffer::kindAt(Index place) {
     return token ? token->kind : kEndKind;
 }
 
-Token TokenBuffer::next() { return at(index_++); }
+Token TokenBuffer::next() {
+    return at(index_++);
+}
 
-Token TokenBuffer::current() { return at(index_); }
+Token TokenBuffer::current() {
+    return at(index_);
+}
 
-Token TokenBuffer::peek(std::size_t n) { return at(index_ + n - 1); }
+Token TokenBuffer::peek(std::size_t n) {
+    return at(index_ + n - 1);
+}
 
-int TokenBuffer::peekKind(std::size_t n) { return kindAt(index_ + n - 1); }
+int TokenBuffer::peekKind(std::size_t n) {
+    return kindAt(index_ + n - 1);
+}
 
 void TokenBuffer::stepBack() {
     if (index_ > begin_) --index_;

@@ -14,7 +14,8 @@ namespace Trn {
 // A buffer built over a lexer fetches tokens as they are asked for and keeps them until release() says that
 // nobody will step back to them. A slice is a buffer over some of those tokens again, for parsing a stretch
 // that was scanned before; it copies nothing and must not outlive the buffer that it was cut from. Past its
-// last token a buffer gives tokens of kEndKind, and stepping back over those is as good as over any other.
+// last token a buffer gives tokens of kEndKind, and stepping back over those is as good as over any other;
+// those of a slice stand where the token behind it begins.
 class TokenBuffer {
 public:
     using Index = std::size_t;
@@ -56,6 +57,7 @@ private:
 
     TokenBuffer(std::shared_ptr<Store> store, Index first, Index last);
     const Token* fetch(Index place);
+    Token endToken() const;
 
     std::shared_ptr<Store> store_;
     Index begin_ = 0;
