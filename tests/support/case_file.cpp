@@ -1,0 +1,196 @@
+#include "case_file.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <stdexcept>
+#include <string_view>
+
+#include "format_text.h"
+#include "scheme/property_keys.h"
+#include "textstream/string_escape.h"
+
+namespace TestSupport {
+
+namespace {
+
+using Tessel::PropertyType;
+
+Tessel::PropertySet defaultScheme() {
+    Tessel::PropertySet scheme("cases");
+    scheme.setString(Tessel::Keys::VANTREL_VERSION, "1.2.1");
+    scheme.setString(Tessel::Keys::LEFT_MARGIN, "");
+    return scheme;
+}
+
+bool startsWith(const std::string& line, std::string_view start) {
+    return line.starts_with(start);
+}
+
+// The words of a line of settings; a word ends at a blank outside of quotes.
+std::vector<std::string> wordsOf(std::string_view line) {
+    std::vector<std::string> words;
+    std::string word;
+    bool quoted = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '\\' && quoted && i + 1 < line.size()) {
+            word += line[i++];
+            word += line[i];
+        } else if (line[i] == ' ' && !quoted) {
+            if (!word.empty()) words.push_back(std::move(word));
+            word.clear();
+        } else {
+            if (line[i] == '"') quoted = !quoted;
+            word += line[i];
+        }
+    }
+    if (!word.empty()) words.push_back(std::move(word));
+    return words;
+}
+
+std::string nameFrom(const std::string& text) {
+    std::string name;
+    for (const char c : text) {
+        const bool isLetter = std::isalnum(static_cast<unsigned char>(c)) != 0;
+        if (isLetter) {
+            name += c;
+        } else if (!name.empty() && name.back() != '_') {
+            name += '_';
+        }
+    }
+    while (!name.empty() && name.back() == '_') name.pop_back();
+    return name;
+}
+
+class CaseReader {
+public:
+    explicit CaseReader(const std::string& path)
+        : file_(std::filesystem::path(path).stem().string()), in_(contentOfFile(path)) {}
+
+    std::vector<FormatCase> read() {
+        Tessel::PropertySet scheme = defaultScheme();
+        nextLine();
+        while (line_ && !startsWith(*line_, ">>>")) {
+            readHeaderLine(scheme);
+            nextLine();
+        }
+        while (line_) readTitled(scheme);
+        return std::move(cases_);
+    }
+
+private:
+    void readTitled(const Tessel::PropertySet& fileScheme) {
+        const std::string title = line_->substr(3);
+        FormatCase common;
+        common.scheme = fileScheme;
+        nextLine();
+        while (line_ && readHeaderLine(common.scheme)) {
+            if (startsWith(*line_, "#once")) common.checksSecondRun = false;
+            nextLine();
+        }
+        common.input = readText();
+        if (!line_ || !startsWith(*line_, "<<<")) fail("A case without \"<<<\"");
+        while (line_ && startsWith(*line_, "<<<")) {
+            FormatCase variant = common;
+            variant.place = file_ + ".txt:" + std::to_string(number_);
+            variant.name = uniqueName(nameFrom(file_ + ' ' + title));
+            applySettings(variant.scheme, std::string_view(*line_).substr(3));
+            nextLine();
+            variant.expected = readText();
+            cases_.push_back(std::move(variant));
+        }
+    }
+
+    // True when the line belongs to the head of a case.
+    bool readHeaderLine(Tessel::PropertySet& scheme) {
+        if (startsWith(*line_, "#base ")) {
+            scheme = shippedScheme(line_->substr(6));
+        } else if (startsWith(*line_, "#scheme ")) {
+            applySettings(scheme, std::string_view(*line_).substr(8));
+        } else {
+            return startsWith(*line_, "#once ");
+        }
+        return true;
+    }
+
+    // The lines up to the next mark. A blank line before a title is there for the reader.
+    std::string readText() {
+        std::string text;
+        while (line_ && !startsWith(*line_, ">>>") && !startsWith(*line_, "<<<")) {
+            text += *line_ + '\n';
+            nextLine();
+        }
+        const bool isLast = !line_ || startsWith(*line_, ">>>");
+        if (isLast && text.ends_with("\n\n")) text.pop_back();
+        return text;
+    }
+
+    void applySettings(Tessel::PropertySet& scheme, std::string_view settings) const {
+        for (const std::string& word : wordsOf(settings)) {
+            const std::size_t equals = word.find('=');
+            if (word[0] == '-') {
+                requireKey(word.substr(1));
+                scheme.erase(word.substr(1));
+            } else if (equals == std::string::npos) {
+                fail("No setting: " + word);
+            } else {
+                set(scheme, word.substr(0, equals), word.substr(equals + 1));
+            }
+        }
+    }
+
+    void set(Tessel::PropertySet& scheme, const std::string& key, const std::string& value) const {
+        if (value == "true" || value == "false") {
+            requireKey(key, PropertyType::Boolean);
+            scheme.setBool(key, value == "true");
+        } else if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
+            requireKey(key, PropertyType::String);
+            std::string text = value.substr(1, value.size() - 2);
+            Zelmor::unescape(text);
+            scheme.setString(key, text);
+        } else {
+            requireKey(key, PropertyType::Integer);
+            scheme.setInt(key, std::stoi(value));
+        }
+    }
+
+    // A misspelt key would leave a case that tests nothing.
+    void requireKey(const std::string& key, std::optional<PropertyType> type = {}) const {
+        const bool isKnown = std::ranges::find(Tessel::Keys::CATALOGUE, key) != Tessel::Keys::CATALOGUE.end();
+        if (!isKnown) fail("No such key: " + key);
+        if (type && Tessel::Keys::typeOf(key) != *type) fail("No such value for " + key);
+    }
+
+    std::string uniqueName(const std::string& name) {
+        const int count = ++uses_[name];
+        return count == 1 ? name : name + '_' + std::to_string(count);
+    }
+
+    void nextLine() {
+        std::string text;
+        line_ = std::getline(in_, text) ? std::optional(text) : std::nullopt;
+        ++number_;
+    }
+
+    [[noreturn]] void fail(const std::string& problem) const {
+        throw std::runtime_error(file_ + ".txt:" + std::to_string(number_) + ": " + problem);
+    }
+
+    std::string file_;
+    std::istringstream in_;
+    std::optional<std::string> line_;
+    int number_ = 0;
+    std::map<std::string, int> uses_;
+    std::vector<FormatCase> cases_;
+};
+
+}  // namespace
+
+std::vector<FormatCase> readCaseFile(const std::string& path) {
+    return CaseReader(path).read();
+}
+
+}  // namespace TestSupport

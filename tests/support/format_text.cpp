@@ -1,0 +1,74 @@
+#include "format_text.h"
+
+#include <fstream>
+#include <list>
+#include <sstream>
+#include <stdexcept>
+
+#include "engine/format_job.h"
+#include "layout/passes.h"
+#include "scheme/property_keys.h"
+#include "token_compare.h"
+#include "visible_diff.h"
+
+namespace TestSupport {
+
+namespace {
+
+class GoesOn : public Tessel::UpdateFunctor {
+public:
+    bool operator()(const std::string&) override { return true; }
+};
+
+Tabs tabsUnder(const Tessel::PropertySet& scheme) {
+    int mode = 0;
+    scheme.getInt(Tessel::Keys::CONVERT_WS, mode);
+    return mode == 0 ? Tabs::Kept : Tabs::Converted;
+}
+
+}  // namespace
+
+Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text) {
+    const Tessel::Passes passes;
+    std::istringstream in(text);
+    std::ostringstream out;
+    std::list<Tessel::Diagnostic> diagnostics;
+    GoesOn progress;
+    Tessel::FormatJob(passes).format({scheme, Tessel::protectedRegionMarkers()}, in, out, diagnostics,
+                                     progress);
+    Formatted result{out.str(), {}};
+    for (const Tessel::Diagnostic& message : diagnostics) {
+        result.refusal += '(' + std::to_string(message.position.line) + ", " +
+                          std::to_string(message.position.column) + ") " + message.text + '\n';
+    }
+    return result;
+}
+
+std::string brokenPromise(const Tessel::PropertySet& scheme, const std::string& text, const Formatted& result,
+                          bool checksSecondRun) {
+    if (!result.accepted()) return "The text was refused:\n" + result.refusal;
+    const std::string difference = tokenDifference(text, result.text, tabsUnder(scheme));
+    if (!difference.empty()) return "The tokens changed: " + difference + '\n';
+    if (!checksSecondRun) return {};
+    const Formatted again = formatText(scheme, result.text);
+    if (!again.accepted()) return "The result was refused:\n" + again.refusal;
+    if (again.text == result.text) return {};
+    return "A second run changed the result:\n" + visibleDiff(result.text, again.text);
+}
+
+Tessel::PropertySet shippedScheme(const std::string& name) {
+    std::ifstream in(VANTREL_SHIPPED_SCHEMES "/" + name + ".vts", std::ios::binary);
+    Tessel::PropertySet scheme(in);
+    if (in.fail() || scheme.getName() != name) throw std::runtime_error("There is no scheme " + name + '.');
+    return scheme;
+}
+
+std::string contentOfFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw std::runtime_error("Cannot read " + path + '.');
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+}  // namespace TestSupport
