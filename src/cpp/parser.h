@@ -61,6 +61,7 @@ private:
     };
 
     // Messages (parser_messages.cpp).
+    void append(Tessel::Diagnostic diagnostic);
     void report(Position position, int code);
     void report(Position position, std::string text);
 
@@ -166,6 +167,7 @@ private:
     Index triviaEnd_ = 0;
     std::vector<std::pair<Index, Index>>
         braces_;                     // each "{" of the outermost class, and the place behind its "}"
+    Index noBraceBefore_ = 0;        // behind the last declaration that was scanned for one
     Index noDeclarationBefore_ = 0;  // up to here stands a statement that has turned out to be no declaration
 };
 

@@ -17,14 +17,14 @@ namespace Cpp {
 void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) {
     diagnostics_ = diagnostics;
     depth_ = chainDepth_ = 0;
-    triviaBegin_ = triviaEnd_ = noDeclarationBefore_ = 0;
+    triviaBegin_ = triviaEnd_ = noDeclarationBefore_ = noBraceBefore_ = 0;
     braces_.clear();
     TokenBuffer tokens(&lexer);
     RootNode tree;
     try {
         parseTopLevel(tokens, tree);
-    } catch (const NestedTooDeeply& problem) {
-        report(problem.position, "The source is nested too deeply here.");
+    } catch (const ParseEnded& ended) {
+        diagnostics_.push_back({Tessel::Error, ended.position, 0, ended.reason});
     }
     dynamic_cast<RootNode&>(root).swap(tree);
     diagnostics = diagnostics_;
@@ -185,6 +185,7 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
     DeclarationScan scan;
     const auto found = [&](Shape shape) {
         const Scan result{shape, tokens.place()};
+        noBraceBefore_ = std::max(noBraceBefore_, result.place);
         tokens.moveTo(start);
         return result;
     };
@@ -206,7 +207,8 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
             case KeywordPublic:
             case KeywordPrivate:
             case KeywordProtected:
-                if (isOutside && !scan.sawColon) return found(Shape::Data);
+                // Behind a ":" it belongs to a base class, if only a class body follows.
+                if (!scan.sawColon || tokens.place() < noBraceBefore_) return found(Shape::Data);
                 break;
             case Assign:
                 if (isOutside && !scan.sawOperator) return found(Shape::Data);

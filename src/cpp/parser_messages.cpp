@@ -3,12 +3,16 @@
 #include <utility>
 
 #include "cpp/parser.h"
+#include "cpp/parser_nesting.h"
 
 namespace Cpp {
 
 namespace {
 
 constexpr std::size_t kLongestShown = 80;
+
+// No one reads more; a text that is no source at all would give millions.
+constexpr std::size_t kMaximumMessages = 1000;
 
 }  // namespace
 
@@ -52,12 +56,20 @@ std::string shown(const Trn::Token& token) {
     return std::string(text.substr(0, kLongestShown)) + "...";
 }
 
+void Parser::append(Tessel::Diagnostic diagnostic) {
+    const Position position = diagnostic.position;
+    diagnostics_.push_back(std::move(diagnostic));
+    if (diagnostics_.size() >= kMaximumMessages) {
+        throw ParseEnded{position, "There are too many messages; the rest of the source was not looked at."};
+    }
+}
+
 void Parser::report(Position position, int code) {
-    diagnostics_.push_back({Tessel::Error, position, code, messageText(code)});
+    append({Tessel::Error, position, code, messageText(code)});
 }
 
 void Parser::report(Position position, std::string text) {
-    diagnostics_.push_back({Tessel::Error, position, 0, std::move(text)});
+    append({Tessel::Error, position, 0, std::move(text)});
 }
 
 }  // namespace Cpp

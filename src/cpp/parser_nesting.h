@@ -12,16 +12,19 @@ inline constexpr int kMaximumNesting = 2000;
 // nothing, but every pass a few frames, as other constructs do.
 inline constexpr int kMaximumChain = 6000;
 
-// Ends a parse: the construct at `position` is nested too deeply.
-struct NestedTooDeeply {
+// Thrown to end a parse early, with the last message of it.
+struct ParseEnded {
     Trn::Position position;
+    const char* reason;
 };
+
+inline constexpr const char* kNestedTooDeeply = "The source is nested too deeply here.";
 
 // Counts one level of nesting for as long as it lives.
 class NestingScope {
 public:
     NestingScope(int& depth, Trn::TokenBuffer& tokens) : depth_(depth) {
-        if (depth_ >= kMaximumNesting) throw NestedTooDeeply{tokens.current().start};
+        if (depth_ >= kMaximumNesting) throw ParseEnded{tokens.current().start, kNestedTooDeeply};
         ++depth_;
     }
     ~NestingScope() { --depth_; }
@@ -42,7 +45,7 @@ public:
 
     // The chain has one more part, which begins here.
     void extend(Trn::TokenBuffer& tokens) {
-        if (depth_ >= kMaximumChain) throw NestedTooDeeply{tokens.current().start};
+        if (depth_ >= kMaximumChain) throw ParseEnded{tokens.current().start, kNestedTooDeeply};
         ++depth_;
     }
 

@@ -379,6 +379,7 @@ std::unique_ptr<AsmNode> Parser::parseAsm(TokenBuffer& tokens) {
         parseAsmBlock(tokens, *body);
     } else {
         parseAsmLine(tokens, word.end.line, *body);
+        if (!Trn::isSet(body->start())) body = nullptr;
     }
     return std::make_unique<AsmNode>(std::make_unique<TextNode>(std::string(word.text), word.start, word.end),
                                      std::move(body));
