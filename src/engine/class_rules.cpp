@@ -42,7 +42,8 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
         BaseColumnScope scope(*this, base);
         declaration->body()->accept(*this);
     }
-    classBodyJustClosed_ = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
+    const bool endsWithBody = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
+    lastClosedClass_ = endsWithBody ? declaration : nullptr;
 }
 
 void CppFormatter::visit(Cpp::ClassHeadNode* head) {

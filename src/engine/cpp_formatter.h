@@ -103,9 +103,10 @@ private:
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     std::string contentIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
-    void formatChild(Cpp::SyntaxNode& child);
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
-    void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
+    // With contents indented by `indent` instead.
+    void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
+    void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose);
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body, const OptionalText& beforeOpen);
 
@@ -164,7 +165,9 @@ private:
     std::vector<int> baseColumns_;
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
     bool inClassBody_ = false;
-    bool classBodyJustClosed_ = false;
+    const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
+    const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
+    const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
     DeclarationColumns columns_;
 };

@@ -22,7 +22,9 @@ OptionalText withoutLineFeeds(OptionalText text) {
 
 }  // namespace
 
+// Declarators behind a class body, in the same declaration, are not aligned.
 void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
+    const bool followsClassBody = previousSibling_ && previousSibling_ == lastClosedClass_;
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
     const int column = copyUpTo(*declaration);
@@ -31,7 +33,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     bool isAligned = false;
     if (declaration->type() && declaration->name()) {
         const std::string_view type = writer_.readGap(declaration->name()->start());
-        isAligned = alignsName(*declaration, type);
+        isAligned = !followsClassBody && alignsName(*declaration, type);
         if (isAligned) {
             writeAlignedType(type, columns_.dataNames.at(declaration));
         } else if (settings_.keepsData) {
@@ -50,7 +52,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
 
 bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const {
     const bool isWanted = settings_.alignsDataNames || (settings_.alignsMemberNames && inClassBody_);
-    return isWanted && !settings_.keepsData && !classBodyJustClosed_ &&
+    return isWanted && !settings_.keepsData &&
            columns_.dataNames.contains(&declaration) && !writer_.holdsTrivia(type);
 }
 

@@ -115,27 +115,28 @@ std::string CppFormatter::contentIndent(const OptionalText& indent) {
 void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& indent) {
     ContentScope content(*this, indent);
     const std::size_t pendingOutside = pendingWhitespace_.size();
+    const Cpp::SyntaxNode* previous = nullptr;
     for (auto child = node.childBegin(); child != node.childEnd(); ++child) {
-        formatChild(**child);
-        if (dynamic_cast<Cpp::CaseNode*>(child->get())) child = formatBehindLabel(child, node.childEnd());
+        previousSibling_ = previous;
+        (*child)->accept(*this);
+        if (lastLabel_ == child->get()) child = formatBehindLabel(child, node.childEnd());
+        previous = child->get();
     }
     // What a template header left for a declaration that never came is not for the next one outside.
     templateColumn_.reset();
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
 }
 
-void CppFormatter::formatChild(Cpp::SyntaxNode& child) {
-    const bool isData = dynamic_cast<Cpp::DataDeclNode*>(&child) != nullptr;
-    if (!isData) classBodyJustClosed_ = false;
-    child.accept(*this);
-    if (isData) classBodyJustClosed_ = false;
+void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
+    formatBlock(node, braces, braces.indent);
 }
 
-void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
+void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
+                               const OptionalText& indent) {
     if (const auto wanted = takePending()) {
         const std::string_view gap = writer_.readGap(node.start());
         if (writer_.holdsLineComment(gap)) {
-            ContentScope content(*this, braces.indent);
+            ContentScope content(*this, indent);
             writer_.writeMerged(gap, *wanted);
         } else {
             writer_.writeMerged(gap, *wanted);
@@ -144,20 +145,20 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     const bool isEmpty = node.size() == 0;
     if (!isBraced(node)) {
         if (isEmpty) {
-            ContentScope content(*this, braces.indent);
+            ContentScope content(*this, indent);
             copyThrough(node);
         } else {
-            formatContent(node, braces.indent);
+            formatContent(node, indent);
         }
         return;
     }
     if (isEmpty) {
-        formatEmptyBlock(node, braces);
+        formatEmptyBlock(node, braces, indent);
         return;
     }
     writer_.copyThrough(node.start());
     {
-        ContentScope content(*this, braces.indent);
+        ContentScope content(*this, indent);
         const std::string_view gap = writer_.readGap((*node.childBegin())->start());
         if (braces.afterOpen.present) {
             writer_.writePrepended(gap, braces.afterOpen.text);
@@ -165,20 +166,21 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
             writer_.write(gap);
         }
     }
-    formatContent(node, braces.indent);
+    formatContent(node, indent);
     writeClosingGap(node, braces.beforeClose);
     copyThrough(node);
 }
 
 // "{" and "}" with nothing but white space, or what is no node, between them. They never stand apart by an empty
 // line.
-void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
+void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
+                                    const OptionalText& indent) {
     const OptionalText& afterOpen = braces.afterOpen;
     const OptionalText& beforeClose = braces.beforeClose;
     writer_.copyThrough(node.start());
     std::string_view gap = writer_.readGap(node.end());
     {
-        ContentScope content(*this, braces.indent);
+        ContentScope content(*this, indent);
         if (afterOpen.present) {
             out().write(afterOpen.text);
             gap = trimLeft(gap);
@@ -204,7 +206,7 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const OptionalText&
     }
     const Cpp::SyntaxNode& last = **(node.childEnd() - 1);
     const bool lineHasEnded = out().column() == 0 && isAllWhitespace(gap);
-    const bool endsWithLabel = dynamic_cast<const Cpp::CaseNode*>(&last) && settings_.afterCaseLabel.hasLineFeed();
+    const bool endsWithLabel = lastLabel_ == &last && settings_.afterCaseLabel.hasLineFeed();
     if (beforeClose.hasLineFeed() && (endsLine(last) || endsWithLabel) && lineHasEnded) {
         writer_.writeMerged(gap, withoutLineFeeds(beforeClose.text));
     } else {

@@ -109,17 +109,17 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     if (part->head()) part->head()->accept(*this);
     Cpp::BlockNode* body = part->body();
     if (!body) return;
-    BraceSettings braces = settings_.statements;
+    const BraceSettings& braces = settings_.statements;
     if (isChain) {
         // The chained "if" is not indented further than the "else".
-        braces.indent = {!out().indent().empty() || !out().keepLeadingSpace(), ""};
+        const OptionalText noIndent{!out().indent().empty() || !out().keepLeadingSpace(), ""};
         ValueScope<bool> chaining(chainingElseIf_, true);
-        formatBlock(*body, braces);
+        formatBlock(*body, braces, noIndent);
         return;
     }
-    if (keywordOf(part) == Cpp::KeywordSwitch) braces.indent = settings_.caseContentIndent;
-    if (part->head()) pend(isBraced(*body) ? settings_.statements.beforeOpen : settings_.statements.afterOpen);
-    formatBlock(*body, braces);
+    if (part->head()) pend(isBraced(*body) ? braces.beforeOpen : braces.afterOpen);
+    formatBlock(*body, braces,
+                keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent : braces.indent);
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
@@ -207,6 +207,7 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
         writer_.write(gap);
     }
     copyThrough(*label);
+    lastLabel_ = label;
 }
 
 // Writes what separates a label from its first statement. Comments on the label's line stay there. Returns the
@@ -217,7 +218,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     auto next = label + 1;
     for (; next != end && (*next)->start().line == line; label = next++) {
         if (!dynamic_cast<Cpp::CommentNode*>(next->get())) break;
-        formatChild(**next);
+        (*next)->accept(*this);
     }
     if (!settings_.afterCaseLabel.present) return label;
     out().writeVerbatim(asOutputStands(settings_.afterCaseLabel.text));
