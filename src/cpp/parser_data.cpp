@@ -24,6 +24,21 @@ struct Declarator {
     Tokens name;
 };
 
+// Counts parentheses and brackets.
+struct Nesting {
+    int paren = 0;
+    int bracket = 0;
+
+    bool isOutside() const { return paren == 0 && bracket == 0; }
+
+    void take(int kind) {
+        if (kind == OpenParen) ++paren;
+        if (kind == CloseParen && paren > 0) --paren;
+        if (kind == OpenBracket) ++bracket;
+        if (kind == CloseBracket && bracket > 0) --bracket;
+    }
+};
+
 // Counts brackets, forwards or backwards. Angle brackets inside the others compare.
 struct DeclaratorDepth {
     int bracket = 0;
@@ -115,56 +130,52 @@ std::unique_ptr<Node> makeNode(Tokens tokens) {
 }  // namespace
 
 // Takes the tokens of a declaration statement: up to its ";", or up to its "=" when no "," came before it,
-// for then the initializer is read from where it stands.
+// for then the initializer is read from where it stands. A token that cannot be the declaration's own is the
+// list's last one and stays in the buffer.
 Trn::TokenBuffer Parser::collectDeclaration(TokenBuffer& tokens) {
     const Index start = tokens.place();
-    int parenDepth = 0;
-    int bracketDepth = 0;
+    Nesting nesting;
+    int braceDepth = 0;
     bool sawComma = false;
+    bool sawAssign = false;
     while (true) {
         skipTrivia(tokens);
         const int kind = tokens.next().kind;
-        const bool isOutside = parenDepth == 0 && bracketDepth == 0;
-        if (kind == OpenBrace || kind == CloseBrace || endsTokens(kind)) break;
-        if (kind == Semicolon && isOutside) break;
-        if (kind == Assign && isOutside && !sawComma) break;
-        if (isAccessKeyword(kind) && isOutside) {
+        if (endsTokens(kind) || (kind == OpenBrace && !sawAssign)) break;
+        if ((kind == CloseBrace && braceDepth == 0) || (isAccessKeyword(kind) && nesting.isOutside())) {
             TokenBuffer list = tokens.slice(start, tokens.place());
             tokens.stepBack();
             return list;
         }
-        if (kind == OpenParen) ++parenDepth;
-        if (kind == CloseParen && parenDepth > 0) --parenDepth;
-        if (kind == OpenBracket) ++bracketDepth;
-        if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
-        sawComma |= kind == Comma && isOutside;
+        if (kind == OpenBrace) ++braceDepth;
+        if (kind == CloseBrace) --braceDepth;
+        nesting.take(kind);
+        if (!nesting.isOutside() || braceDepth > 0) continue;
+        if (kind == Semicolon || (kind == Assign && !sawComma)) break;
+        sawComma |= kind == Comma;
+        sawAssign |= kind == Assign;
     }
     return tokens.slice(start, tokens.place());
 }
 
 std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuffer& tokens, InClass inClass) {
     std::vector<Token> declarator;
-    int parenDepth = 0;
-    int bracketDepth = 0;
+    Nesting nesting;
     Token ending;
     while (true) {
         ending = nextSignificant(list);
-        const bool isOutside = parenDepth == 0 && bracketDepth == 0;
         const int kind = ending.kind;
         if (endsTokens(kind)) return nullptr;
         if (kind == Semicolon || isAccessKeyword(kind)) break;
-        if (kind == Assign && isOutside) break;
-        if (kind == OpenParen && isOutside && (declarator.empty() || declarator.back().kind != Asterisk)) {
-            break;
+        if (nesting.isOutside()) {
+            if (kind == Assign) break;
+            if (kind == OpenParen && (declarator.empty() || declarator.back().kind != Asterisk)) break;
+            if (kind == Colon && inClass == InClass::Yes) {
+                const int following = peekSignificant(list).kind;
+                if (following == Number || following == Identifier) break;
+            }
         }
-        if (kind == Colon && isOutside && inClass == InClass::Yes) {
-            const int following = peekSignificant(list).kind;
-            if (following == Number || following == Identifier) break;
-        }
-        if (kind == OpenParen) ++parenDepth;
-        if (kind == CloseParen && parenDepth > 0) --parenDepth;
-        if (kind == OpenBracket) ++bracketDepth;
-        if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
+        nesting.take(kind);
         declarator.push_back(ending);
     }
     if (!declarator.empty() && declarator.front().kind == Comma) return nullptr;

@@ -426,16 +426,21 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
         depth.take(token.kind);
     }
 
+    // The name is the last one in front of what shows that the declared thing is a pointer, an array or a
+    // function.
     TokenText name;
+    bool sawName = false;
     for (int nesting = 0; nesting >= 0;) {
         const Token token = nextSignificant(tokens);
         if (token.kind == Trn::kEndKind) {
             report(token.start, UnexpectedEnd);
             return nullptr;
         }
+        sawName |= token.kind == CloseParen || (token.kind == OpenParen && !name.empty()) ||
+                   token.kind == OpenBracket;
         if (token.kind == OpenParen || token.kind == OpenBracket) ++nesting;
         if (token.kind == CloseParen || token.kind == CloseBracket) --nesting;
-        if (token.kind == Identifier && nesting == 0) {
+        if (token.kind == Identifier && !sawName) {
             name = TokenText();
             name.add(token);
         }

@@ -336,12 +336,15 @@ std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
         return node;
     }
     TokenText value;
+    int depth = 0;  // of parentheses and of "?" without its ":"
     while (true) {
         const Token token = nextSignificant(tokens);
-        if (token.kind == Colon) {
+        if (token.kind == Colon && depth == 0) {
             node->setEnd(token.end);
             break;
         }
+        if (token.kind == OpenParen || token.kind == Question) ++depth;
+        if ((token.kind == CloseParen || token.kind == Colon) && depth > 0) --depth;
         if (endsTokens(token.kind)) {
             tokens.stepBack();
             break;

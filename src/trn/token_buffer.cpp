@@ -53,7 +53,9 @@ Token TokenBuffer::at(Index place) {
 Token TokenBuffer::endToken() const {
     Token end;
     if (isSlice_ && end_ - store_->firstKept < store_->tokens.size()) {
-        end.start = end.end = store_->tokens[end_ - store_->firstKept].start;
+        const Token& behind = store_->tokens[end_ - store_->firstKept];
+        end.start = end.end = behind.start;
+        end.text = behind.text;
     }
     return end;
 }
