@@ -30,10 +30,7 @@ void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
     }
     if (initializers) {
         initializers->accept(*this);
-        if (declaration->body()) {
-            pend(settings_.afterInitializerList.present ? settings_.afterInitializerList
-                                                        : settings_.functions.beforeOpen);
-        }
+        if (declaration->body()) pend(settings_.afterInitializerList);
     }
     formatBodyOf(*declaration);
 }
@@ -75,7 +72,9 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     if (head->parameters()) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         if (settings_.afterFunctionName.present) {
-            writer_.writeMerged(gap, settings_.afterFunctionName.text);
+            out().writeVerbatim(settings_.afterFunctionName.text);
+            const bool keepsLines = startsWithLineEndToken(gap) || endsWithLineEndToken(gap);
+            writer_.write(keepsLines ? gap : trim(gap));
         } else {
             writer_.write(gap);
         }

@@ -55,7 +55,8 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     if (!separators.between.hasLineFeed()) {
         if (isDirective(next)) after = &kLineFeed;
     } else {
-        if (writer_.holdsLineComment(gap)) gap = trimRight(gap);
+        // The comment's own line end is the one that is wanted.
+        if (writer_.holdsLineComment(gap)) gap = gap.substr(0, gap.find('\n', trimRight(gap).size()) + 1);
         if (isLineComment(previous) || isLineComment(next) || isDirective(next)) after = &kAsInInput;
     }
     // Nearly every gap is a comma with blanks around it.

@@ -202,7 +202,7 @@ TEST_F(Program, Utf16IsRefused) {
 }
 
 TEST_F(Program, ASourceThatDoesNotParseIsReportedAndLeftAlone) {
-    folder.write("bad.cpp", "\n   }\n");
+    folder.write("bad.cpp", "\nint f() { if x; }\n");
     folder.write("out.cpp", "kept");
     const ProgramResult result = runOn("bad.cpp", "out.cpp");
     const auto lines = std::count(result.errors.begin(), result.errors.end(), '\n');
@@ -210,7 +210,7 @@ TEST_F(Program, ASourceThatDoesNotParseIsReportedAndLeftAlone) {
     EXPECT_EQ(result.status, lines);
     EXPECT_THAT(result.errors, StartsWith("Error: bad.cpp(2) : col "));
     EXPECT_EQ(folder.read("out.cpp"), "kept");
-    EXPECT_THAT(runOn("-", "-", {.input = "}"}).errors, StartsWith("Error: -(1) : col 0: "));
+    EXPECT_THAT(runOn("-", "-", {.input = "int f()\n"}).errors, StartsWith("Error: -(2) : col 0: "));
 }
 
 TEST_F(Program, SchemesThatCannotBeUsed) {
