@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+
+namespace Tessel {
+
+// A token and the kinds of the tokens beside it in its text; comments and directives count for nothing.
+struct TokenPlace {
+    const ExprToken& token;
+    int previousKind;  // Trn::kEndKind at the start of the text
+    int nextKind;      // Trn::kEndKind at its end
+    int kindBeforeBracket;  // what the bracket that this token closes stood behind; Trn::kEndKind for others
+};
+
+// Tells which tokens of one kind of separator a text may be broken at. A text is a range of tokens; what stands
+// in brackets that open inside of it is no concern of a finder.
+class FirstWrapToken {
+public:
+    virtual ~FirstWrapToken() = default;
+
+    // The place of the first break token of tokens[from, last) outside of brackets, or kNoToken. `first` is where
+    // the text begins.
+    std::size_t find(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t from, std::size_t last);
+    // Whether the finder breaks at tokens of the kind.
+    virtual bool isWrapToken(int kind) const = 0;
+    // The kind of the token examined last; Trn::kEndKind before the first one.
+    int lastKind() const { return lastKind_; }
+
+    virtual bool breaksAt(const TokenPlace& place) const = 0;
+
+private:
+    int lastKind_ = Trn::kEndKind;
+};
+
+// The place's neighbours in tokens[first, last).
+TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t place, std::size_t last);
+
+using TokenClass = std::span<const int>;
+
+// The classes of tokens that separate the parts of an expression.
+namespace TokenClasses {
+extern const TokenClass commaTokens;
+extern const TokenClass semicolonTokens;
+extern const TokenClass shiftTokens;
+extern const TokenClass logicalTokens;
+extern const TokenClass binaryTokens;
+extern const TokenClass assignmentTokens;
+}  // namespace TokenClasses
+
+bool isIn(TokenClass tokens, int kind);
+
+// Separators of one class. Of two in a row neither is taken, nor is one in front of an excluded token.
+class FindFirstElem : public FirstWrapToken {
+public:
+    explicit FindFirstElem(TokenClass separators, TokenClass excluded = {})
+        : separators_(separators), excluded_(excluded) {}
+
+    bool isWrapToken(int kind) const override { return isIn(separators_, kind); }
+    bool breaksAt(const TokenPlace& place) const override;
+
+private:
+    TokenClass separators_;
+    TokenClass excluded_;
+};
+
+// Operators between operands. "*", "&", "^", "<=", ">=" and the logical ones hold their operands together.
+class FindFirstBinaryOp : public FirstWrapToken {
+public:
+    bool isWrapToken(int kind) const override;
+    bool breaksAt(const TokenPlace& place) const override;
+};
+
+// The ">" of a static_cast and its kin.
+class FindFirstCast : public FirstWrapToken {
+public:
+    bool isWrapToken(int kind) const override;
+    bool breaksAt(const TokenPlace& place) const override;
+};
+
+// The ")" of a cast in the manner of C.
+class FindFirstOldCast : public FirstWrapToken {
+public:
+    bool isWrapToken(int kind) const override;
+    bool breaksAt(const TokenPlace& place) const override;
+};
+
+}  // namespace Tessel

@@ -1,0 +1,37 @@
+#include "layout/wrap_settings.h"
+
+#include <algorithm>
+
+#include "engine/scheme_values.h"
+#include "scheme/property_keys.h"
+
+namespace Tessel {
+
+namespace {
+
+// One of the values 0 to 2 of a style key.
+template <typename Style>
+Style readStyle(const PropertySet& scheme, std::string_view key, Style whenAbsent) {
+    constexpr int last = 2;
+    const int value = readInt(scheme, key, -1);
+    return value < 0 || value > last ? whenAbsent : static_cast<Style>(value);
+}
+
+}  // namespace
+
+WrapSettings::WrapSettings(const PropertySet& scheme)
+    : rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0)),
+      lineWrap(readSwitch(scheme, Keys::LINE_WRAP)),
+      tabSize(std::max(readTabSize(scheme), 1)),
+      tabMode(readInt(scheme, Keys::CONVERT_WS, 0)),
+      style(readStyle(scheme, Keys::WRAP_STYLE, WrapStyle::AtIndent)),
+      comma(readStyle(scheme, Keys::COMMA_WRAP_STYLE, SeparatorPlace::EndsLine)),
+      shift(readStyle(scheme, Keys::SHIFT_WRAP_STYLE, SeparatorPlace::StartsLine)),
+      operators(readStyle(scheme, Keys::EXPR_WRAP_STYLE, SeparatorPlace::StartsLine)),
+      lists(readStyle(scheme, Keys::LIST_WRAP_STRATEGY, ListStrategy::Keep)),
+      wrapIndent(readText(scheme, Keys::WRAP_INDENT)),
+      beforeDataComma(readText(scheme, Keys::WS_BEFORE_DD_COMMA)),
+      betweenDataElements(readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)),
+      dataIndent(readText(scheme, Keys::INDENT_DD_CONTENT)) {}
+
+}  // namespace Tessel

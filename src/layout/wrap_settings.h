@@ -1,0 +1,49 @@
+#pragma once
+
+#include "engine/optional_text.h"
+#include "scheme/property_set.h"
+
+namespace Tessel {
+
+// Where continuation lines start.
+enum class WrapStyle {
+    AtIndent = 0,  // at the indentation
+    Aligned = 1,   // below the first character of what is broken
+    Indented = 2,  // WRAP_INDENT behind the indentation
+};
+
+// What stands at a line break. The values are those of the scheme's keys.
+enum class SeparatorPlace {
+    None = 0,
+    StartsLine = 1,
+    EndsLine = 2,
+};
+
+enum class ListStrategy {
+    Keep = 0,
+    Pack = 1,     // as many elements to a line as fit
+    Cascade = 2,  // one element to a line, then whatever else it takes
+};
+
+// How expressions and lists are broken, as the scheme says. Values out of range become the defaults.
+struct WrapSettings {
+    explicit WrapSettings(const PropertySet& scheme);
+
+    bool wrapsLines() const { return lineWrap && rightMargin > 0; }
+
+    int rightMargin = 0;  // columns; the longest line that is not too long
+    bool lineWrap = false;
+    int tabSize = 1;
+    int tabMode = 0;
+    WrapStyle style = WrapStyle::AtIndent;
+    SeparatorPlace comma = SeparatorPlace::EndsLine;
+    SeparatorPlace shift = SeparatorPlace::StartsLine;
+    SeparatorPlace operators = SeparatorPlace::StartsLine;
+    ListStrategy lists = ListStrategy::Keep;
+    OptionalText wrapIndent;
+    OptionalText beforeDataComma;
+    OptionalText betweenDataElements;
+    OptionalText dataIndent;
+};
+
+}  // namespace Tessel

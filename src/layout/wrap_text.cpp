@@ -1,0 +1,183 @@
+#include "layout/wrap_text.h"
+
+#include <algorithm>
+
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr int kNone = -1;
+
+bool isEvenText(std::string_view text) { return text.find_first_of("\t\n") == std::string_view::npos; }
+
+bool isLineEndToken(int kind) { return kind == Cpp::LineComment || kind == Cpp::Directive; }
+
+int lengthOf(std::string_view text) { return static_cast<int>(text.size()); }
+
+std::string_view firstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
+
+std::string_view lastLine(std::string_view text) { return text.substr(text.rfind('\n') + 1); }
+
+bool holdsLineEnd(std::string_view text) { return text.find('\n') != std::string_view::npos; }
+
+}  // namespace
+
+void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth) {
+    text_ = text;
+    trailingWidth_ = trailingWidth;
+    readExprTokens(text, mode, tokens_);
+    gaps_.clear();
+    offsets_.clear();
+    holdsUnknownText_ = false;
+    std::size_t end = 0;
+    int offset = 0;
+    for (const ExprToken& token : tokens_) {
+        const std::string_view gap = text.substr(end, token.token.offset - end);
+        gaps_.push_back(gap);
+        holdsUnknownText_ |= !isAllWhitespace(gap);
+        offset += lengthOf(gap);
+        offsets_.push_back(offset);
+        offset += static_cast<int>(token.token.length);
+        end = std::size_t{token.token.offset} + token.token.length;
+    }
+    gaps_.push_back(text.substr(end));
+    holdsUnknownText_ |= !isAllWhitespace(gaps_.back());
+    readTraits();
+    starts_.assign(tokens_.size(), {kNone, false, 0});
+    started_.clear();
+    tailWidths_.clear();
+}
+
+void WrapText::readTraits() {
+    traits_.assign(tokens_.size(), 0);
+    nextUneven_.assign(tokens_.size() + 1, tokens_.size());
+    for (std::size_t place = tokens_.size(); place-- > 0;) {
+        unsigned traits = 0;
+        const bool followsLineEnd = place > 0 && tokenText(place - 1).ends_with('\n');
+        if (!isEvenText(tokenText(place))) traits |= UnevenText;
+        if (followsLineEnd || !isEvenText(gaps_[place])) traits |= UnevenGap;
+        if (followsLineEnd || holdsLineEnd(gaps_[place])) traits |= OwnLine;
+        if (place > 0 && kindAt(place) == Cpp::StringLiteral && kindAt(place - 1) == Cpp::StringLiteral) {
+            traits |= ContinuesLiteral;
+        }
+        traits_[place] = static_cast<unsigned char>(traits);
+        nextUneven_[place] = traits != 0 ? place : nextUneven_[place + 1];
+    }
+}
+
+int WrapText::kindAt(std::size_t place) const {
+    return place < tokens_.size() ? tokens_[place].token.kind : Trn::kEndKind;
+}
+
+std::string_view WrapText::tokenText(std::size_t place) const {
+    return text_.substr(tokens_[place].token.offset, tokens_[place].token.length);
+}
+
+void WrapText::respaceCommas(std::string_view before) {
+    for (std::size_t place = 0; place < tokens_.size(); ++place) {
+        const ExprToken& token = tokens_[place];
+        if (token.partner != kNoToken && token.partner > place) {
+            place = token.partner;
+        } else if (token.role == ExprRole::Separator && token.token.kind == Cpp::Comma) {
+            const bool isAmongTokens = place > 0 && place + 1 < tokens_.size();
+            if (isAmongTokens && !startsOwnLine(place)) gaps_[place] = before;
+            if (isAmongTokens && !startsOwnLine(place + 1)) gaps_[place + 1] = " ";
+        }
+    }
+    int offset = 0;
+    for (std::size_t place = 0; place < tokens_.size(); ++place) {
+        offsets_[place] = offset + lengthOf(gaps_[place]);
+        offset = offsets_[place] + static_cast<int>(tokens_[place].token.length);
+    }
+    readTraits();
+}
+
+void WrapText::startLine(std::size_t place, LineStart start) {
+    starts_[place] = start;
+    started_.push_back(place);
+}
+
+void WrapText::undoLineStarts(std::size_t count) {
+    for (; started_.size() > count; started_.pop_back()) starts_[started_.back()].column = kNone;
+}
+
+const LineStart* WrapText::lineStart(std::size_t place) const {
+    return starts_[place].column == kNone ? nullptr : &starts_[place];
+}
+
+int WrapText::columnOf(std::size_t place, int column) const {
+    const std::string_view gap = gaps_[place];
+    if (startsOwnLine(place)) return columnAfter(lastLine(gap), 0, tabSize_);
+    return has(place, UnevenGap) ? columnAfter(gap, column, tabSize_) : column + lengthOf(gap);
+}
+
+bool WrapText::isEven(TokenRange range) const {
+    return !has(range.first, UnevenText) && nextUneven_[range.first + 1] >= range.last;
+}
+
+Extent WrapText::measure(TokenRange range, int column, Literals literals) const {
+    if (range.empty()) return {column, true};
+    if (!isEven(range)) return walk(range, column, literals, false);
+    const std::size_t last = range.last - 1;
+    return {column + offsets_[last] - offsets_[range.first] + static_cast<int>(tokens_[last].token.length), true};
+}
+
+// Until the end, or until a line turns out to be too long.
+Extent WrapText::walk(TokenRange range, int column, Literals literals, bool untilTooLong) const {
+    Extent extent{column, true};
+    int counted = column;  // the end of the line so far, without a comment that ends it
+    int literalColumn = column;
+    const auto endLine = [&] { extent.fits = extent.fits && isWithinMargin(counted); };
+    for (std::size_t place = range.first; place < range.last; ++place) {
+        if (place != range.first) {
+            const LineStart* start = lineStart(place);
+            const bool isStacked = literals == Literals::Stacked && continuesLiteral(place);
+            if (start || isStacked || startsOwnLine(place)) endLine();
+            extent.column = start ? start->column : isStacked ? literalColumn : columnOf(place, extent.column);
+        }
+        if (kindAt(place) == Cpp::StringLiteral && !continuesLiteral(place)) literalColumn = extent.column;
+        const std::string_view text = tokenText(place);
+        if (isLineEndToken(kindAt(place))) {
+            extent.column = columnAfter(text, extent.column, tabSize_);
+            continue;
+        }
+        if (holdsLineEnd(text)) {
+            counted = columnAfter(firstLine(text), extent.column, tabSize_);
+            endLine();
+            extent.column = columnAfter(lastLine(text), 0, tabSize_);
+        } else {
+            extent.column = columnAfter(text, extent.column, tabSize_);
+        }
+        counted = extent.column;
+        if (untilTooLong && !(extent.fits && isWithinMargin(counted))) return {counted, false};
+    }
+    if (isLineEndToken(kindAt(range.last - 1))) extent.column = counted;
+    return extent;
+}
+
+bool WrapText::fits(TokenRange range, int column, int tail, Literals literals) const {
+    if (range.empty()) return isWithinMargin(column + tail);
+    const Extent extent = isEven(range) ? measure(range, column) : walk(range, column, literals, true);
+    return extent.fits && isWithinMargin(extent.column + tail);
+}
+
+void WrapText::setLineChances(const std::vector<bool>& mayStartLine) {
+    tailWidths_.assign(tokens_.size() + 1, trailingWidth_);
+    for (std::size_t place = tokens_.size(); place-- > 0;) {
+        const bool endsTail = mayStartLine[place] || startsOwnLine(place) || continuesLiteral(place) ||
+                              isLineEndToken(kindAt(place));
+        const std::string_view text = tokenText(place);
+        const int width = lengthOf(gaps_[place]) + lengthOf(firstLine(text));
+        if (endsTail) {
+            tailWidths_[place] = 0;
+        } else {
+            tailWidths_[place] = holdsLineEnd(text) ? width : width + tailWidths_[place + 1];
+        }
+    }
+}
+
+}  // namespace Tessel

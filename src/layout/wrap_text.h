@@ -1,0 +1,113 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+
+namespace Tessel {
+
+// A part of a text: tokens [first, last).
+struct TokenRange {
+    std::size_t first = 0;
+    std::size_t last = 0;
+
+    bool empty() const { return first >= last; }
+};
+
+// Whether string literals that follow each other stand on one line, or each on its own.
+enum class Literals { Joined, Stacked };
+
+// Where the line begins that a token has been put at the start of.
+struct LineStart {
+    int column = 0;               // of the token
+    bool takesWrapIndent = false;  // WRAP_INDENT fills the last columns in front of it, from `indent` on
+    int indent = 0;
+};
+
+// What a piece of text comes to when it is written: the column behind it, and whether all of its lines but the
+// last end within the margin.
+struct Extent {
+    int column = 0;
+    bool fits = true;
+};
+
+// One text as the wrapper sees it: its tokens, where lines begin in it, and how wide its pieces are. Pieces that
+// hold no tabs and line ends are measured by a table, others by walking them.
+//
+// Columns given for a piece are those at which its first token stands. A comment that ends a line is never
+// counted: no line break would make it shorter.
+class WrapText {
+public:
+    WrapText(int tabSize, int rightMargin) : tabSize_(tabSize), rightMargin_(rightMargin) {}
+
+    // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text is
+    // borrowed.
+    void read(std::string_view text, ExprMode mode, int trailingWidth);
+
+    std::string_view text() const { return text_; }
+    const std::vector<ExprToken>& tokens() const { return tokens_; }
+    std::size_t size() const { return tokens_.size(); }
+    int kindAt(std::size_t place) const;
+    // The white space in front of a token; behind the last one for size().
+    std::string_view gap(std::size_t place) const { return gaps_[place]; }
+    std::string_view tokenText(std::size_t place) const;
+    // Something that is neither a token nor white space stands between the tokens.
+    bool holdsUnknownText() const { return holdsUnknownText_; }
+
+    // Gives the commas outside of brackets `before` in front of them and a blank behind.
+    void respaceCommas(std::string_view before);
+
+    // Whether the token stands on another line than the one before, whatever the wrapper does.
+    bool startsOwnLine(std::size_t place) const { return has(place, OwnLine); }
+    // A string literal behind another one.
+    bool continuesLiteral(std::size_t place) const { return has(place, ContinuesLiteral); }
+
+    void startLine(std::size_t place, LineStart start);
+    // Keeps the first `count` of the line starts.
+    void undoLineStarts(std::size_t count);
+    std::size_t lineStartCount() const { return started_.size(); }
+    // Null where none has been put.
+    const LineStart* lineStart(std::size_t place) const;
+
+    // The column of a token whose predecessor ends at `column`.
+    int columnOf(std::size_t place, int column) const;
+    // The range must hold no lines that the wrapper has started, but for tokens that stand on lines of their own.
+    Extent measure(TokenRange range, int column, Literals literals = Literals::Stacked) const;
+    // Whether every line of the range ends within the margin, the last one with `tail` columns behind it.
+    bool fits(TokenRange range, int column, int tail, Literals literals = Literals::Stacked) const;
+    bool isWithinMargin(int column) const { return column <= rightMargin_; }
+
+    // Tells the text's tail widths from where lines may begin.
+    void setLineChances(const std::vector<bool>& mayStartLine);
+    // The columns from the end of the token before `place` to the first place behind it where a line may begin or
+    // the line ends anyway.
+    int tailWidth(std::size_t place) const { return tailWidths_[place]; }
+
+    // The range holds no tabs, line ends or literals in a row.
+    bool isEven(TokenRange range) const;
+
+private:
+    enum Trait : unsigned char { UnevenText = 1, UnevenGap = 2, OwnLine = 4, ContinuesLiteral = 8 };
+
+    void readTraits();
+    bool has(std::size_t place, unsigned traits) const { return (traits_[place] & traits) != 0; }
+    Extent walk(TokenRange range, int column, Literals literals, bool untilTooLong) const;
+
+    int tabSize_;
+    int rightMargin_;
+    std::string_view text_;
+    std::vector<ExprToken> tokens_;
+    std::vector<std::string_view> gaps_;
+    std::vector<unsigned char> traits_;
+    std::vector<int> offsets_;             // of the tokens, were the text one line without tabs
+    std::vector<std::size_t> nextUneven_;  // the first token from here on with a tab or line end in it or its gap
+    std::vector<LineStart> starts_;        // of every token; kNone where it does not start a line
+    std::vector<std::size_t> started_;     // the tokens that do, in the order in which they came to it
+    std::vector<int> tailWidths_;
+    int trailingWidth_ = 0;
+    bool holdsUnknownText_ = false;
+};
+
+}  // namespace Tessel
