@@ -9,6 +9,7 @@
 #include "layout/passes.h"
 #include "scheme/property_keys.h"
 #include "token_compare.h"
+#include "trn/exception.h"
 #include "visible_diff.h"
 
 namespace TestSupport {
@@ -34,8 +35,12 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text)
     std::ostringstream out;
     std::list<Tessel::Diagnostic> diagnostics;
     GoesOn progress;
-    Tessel::FormatJob(passes).format({scheme, Tessel::protectedRegionMarkers()}, in, out, diagnostics,
-                                     progress);
+    try {
+        const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
+        Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
+    } catch (const Trn::Exception& fault) {
+        return {{}, fault.message() + '\n'};
+    }
     Formatted result{out.str(), {}};
     for (const Tessel::Diagnostic& message : diagnostics) {
         result.refusal += '(' + std::to_string(message.position.line) + ", " +
