@@ -132,6 +132,7 @@ private:
     // Data (parser_data.cpp).
     TokenBuffer collectDeclaration(TokenBuffer& tokens);
     std::unique_ptr<DataDeclNode> parseDataDecl(TokenBuffer& list, TokenBuffer& tokens, InClass inClass);
+    bool endsTemplateArguments(TokenBuffer& tokens);
     bool parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& tokens,
                    DataDeclNode& declaration);
     std::unique_ptr<ExprNode> parseInitialValue(const Token& assign, TokenBuffer& list, TokenBuffer& tokens);

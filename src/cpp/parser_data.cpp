@@ -24,18 +24,26 @@ struct Declarator {
     Tokens name;
 };
 
-// Counts parentheses and brackets.
+// Counts parentheses and brackets; angle brackets outside them may open and close template arguments.
 struct Nesting {
     int paren = 0;
     int bracket = 0;
+    int angle = 0;
 
     bool isOutside() const { return paren == 0 && bracket == 0; }
 
     void take(int kind) {
+        if (isOutside()) takeAngle(kind);
         if (kind == OpenParen) ++paren;
         if (kind == CloseParen && paren > 0) --paren;
         if (kind == OpenBracket) ++bracket;
         if (kind == CloseBracket && bracket > 0) --bracket;
+    }
+
+    void takeAngle(int kind) {
+        if (kind == Less) ++angle;
+        if (kind == Greater && angle > 0) --angle;
+        if (kind == ShiftRight && angle > 1) angle -= 2;
     }
 };
 
@@ -158,6 +166,16 @@ Trn::TokenBuffer Parser::collectDeclaration(TokenBuffer& tokens) {
     return tokens.slice(start, tokens.place());
 }
 
+// Behind a "(": whether a ">" follows its ")", as in `function<void(int)>`.
+bool Parser::endsTemplateArguments(TokenBuffer& tokens) {
+    const Index start = tokens.place();
+    tokens.stepBack();
+    const bool isClosed = skipBracketed(tokens, OpenParen, CloseParen);
+    const int following = peekSignificant(tokens).kind;
+    tokens.moveTo(start);
+    return isClosed && (following == Greater || following == ShiftRight);
+}
+
 std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuffer& tokens, InClass inClass) {
     std::vector<Token> declarator;
     Nesting nesting;
@@ -169,8 +187,11 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuff
         if (kind == Semicolon || isAccessKeyword(kind)) break;
         if (nesting.isOutside()) {
             if (kind == Assign) break;
-            if (kind == OpenParen && (declarator.empty() || declarator.back().kind != Asterisk)) break;
-            if (kind == Colon && inClass == InClass::Yes) {
+            if (kind == OpenParen && (declarator.empty() || declarator.back().kind != Asterisk) &&
+                (nesting.angle == 0 || !endsTemplateArguments(list))) {
+                break;
+            }
+            if (kind == Colon && inClass == InClass::Yes && nesting.angle == 0) {
                 const int following = peekSignificant(list).kind;
                 if (following == Number || following == Identifier) break;
             }

@@ -141,11 +141,13 @@ namespace {
 // Follows the significant tokens of a declaration and keeps what decides its shape.
 struct DeclarationScan {
     int angleDepth = 0;
+    int bracketDepth = 0;
     int previousKind = Trn::kEndKind;
     bool sawOperator = false;
     bool sawEnum = false;
     bool sawColon = false;
 
+    bool isOutside() const { return angleDepth == 0 && bracketDepth == 0; }
     bool afterOperator() const { return previousKind == KeywordOperator; }
 
     void countAngles(int kind) {
@@ -158,6 +160,8 @@ struct DeclarationScan {
 
     void take(int kind) {
         countAngles(kind);
+        if (kind == OpenBracket) ++bracketDepth;
+        if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
         sawOperator |= kind == KeywordOperator;
         sawEnum |= kind == KeywordEnum;
         sawColon |= kind == Colon;
@@ -191,7 +195,6 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
     };
     while (true) {
         const Token token = tokens.current();
-        const bool isOutside = scan.angleDepth == 0;
         if (isTrivia(token.kind)) {
             takeTrivia(tokens);
             continue;
@@ -211,10 +214,10 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
                 if (!scan.sawColon || tokens.place() < noBraceBefore_) return found(Shape::Data);
                 break;
             case Assign:
-                if (isOutside && !scan.sawOperator) return found(Shape::Data);
+                if (scan.isOutside() && !scan.sawOperator) return found(Shape::Data);
                 break;
             case OpenParen:
-                if (!isOutside || scan.afterOperator()) break;
+                if (!scan.isOutside() || scan.afterOperator()) break;
                 return found(opensPointerDeclarator(tokens, scan.sawOperator, scan.previousKind)
                                  ? Shape::FunctionPointer
                                  : Shape::Function);

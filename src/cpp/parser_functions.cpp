@@ -448,7 +448,10 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
     auto declaration = std::make_unique<FunctionPtrDeclNode>();
     declaration->setReturnType(returnType.makeLeaf<TypeNode>());
     declaration->setName(name.makeLeaf<IdNode>());
-    declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
+    // A pointer to an array has bounds there.
+    if (peekSignificant(tokens).kind != OpenBracket) {
+        declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
+    }
     if (isQualifier(peekSignificant(tokens).kind)) declaration->setQualifiers(parseQualifiers(tokens));
     // An initializer has no node of its own, but it is the declaration's.
     while (tokens.peekKind() != Trn::kEndKind) {

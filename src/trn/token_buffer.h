@@ -15,7 +15,7 @@ namespace Trn {
 // nobody will step back to them. A slice is a buffer over some of those tokens again, for parsing a stretch
 // that was scanned before; it copies nothing and must not outlive the buffer that it was cut from. Past its
 // last token a buffer gives tokens of kEndKind, and stepping back over those is as good as over any other;
-// those of a slice stand where the token behind it begins.
+// those of a slice show the position and the text of the token behind it.
 class TokenBuffer {
 public:
     using Index = std::size_t;
