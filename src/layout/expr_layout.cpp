@@ -1,6 +1,7 @@
 #include "layout/expr_layout.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -18,10 +19,10 @@ ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentC
     : text_(text),
       settings_(settings),
       indentColumn_(indentColumn),
+      semicolons_(TokenClasses::semicolonTokens),
       commas_(TokenClasses::commaTokens),
       shifts_(TokenClasses::shiftTokens),
-      logicals_(TokenClasses::logicalTokens),
-      semicolons_(TokenClasses::semicolonTokens) {
+      logicals_(TokenClasses::logicalTokens) {
     findLineChances();
 }
 
@@ -31,14 +32,14 @@ bool ExprLayout::isTooLong(TokenRange range, int column) const {
 
 void ExprLayout::breakExpression(TokenRange range, int column) {
     const Region region{range, indentColumn_, column, 0};
-    if (!breakCallsOnly(region, column)) layRegion(region, column);
+    layCallsOrRegion(region, column);
 }
 
 void ExprLayout::packList(TokenRange range, int column) {
     if (settings_.comma == SeparatorPlace::None) return;
     const Region region{range, indentColumn_, column, 0};
     alignOwnLines(region);
-    if (!packPieces(region, range, column, separatorsOf(Class::Comma), false, Class::Shift)) {
+    if (!packPieces(region, range, column, separatorsOf(Class::Comma), std::nullopt, false)) {
         layPiece(region, range, column, Class::Shift);
     }
 }
@@ -47,9 +48,7 @@ void ExprLayout::breakForClauses(TokenRange range, int column) {
     atIndent_ = true;
     const Region region{range, column, column, 0};
     alignOwnLines(region);
-    if (!breakAll(region, range, column, {semicolons_, false}, Class::Comma)) {
-        layPiece(region, range, column, Class::Comma);
-    }
+    layPiece(region, range, column, Class::Clause);
 }
 
 // Line chances are the places where some region might start a line.
@@ -83,7 +82,8 @@ void ExprLayout::findLineChances() {
 std::optional<ExprLayout::Class> ExprLayout::classOf(std::size_t place, TokenRange region) {
     const TokenPlace token = placeOf(text_.tokens(), region.first, place, region.last);
     const int kind = token.token.token.kind;
-    for (Class separatorClass = Class::Clause; separatorClass != Class::None; separatorClass = behind(separatorClass)) {
+    for (Class separatorClass = Class::Clause; separatorClass != Class::None;
+         separatorClass = behind(separatorClass)) {
         const FirstWrapToken& finder = separatorsOf(separatorClass).finder;
         if (finder.isWrapToken(kind) && finder.breaksAt(token) && isUsable(place, separatorClass)) {
             return separatorClass;
@@ -99,13 +99,20 @@ ExprLayout::Class ExprLayout::behind(Class separatorClass) {
 ExprLayout::Separators ExprLayout::separatorsOf(Class separatorClass) {
     const bool operatorLeads = settings_.operators != SeparatorPlace::EndsLine;
     switch (separatorClass) {
-        case Class::Clause: return {separatorClass, semicolons_, false};
-        case Class::Comma: return {separatorClass, commas_, settings_.comma != SeparatorPlace::EndsLine};
-        case Class::Shift: return {separatorClass, shifts_, settings_.shift != SeparatorPlace::EndsLine};
-        case Class::Logical: return {separatorClass, logicals_, operatorLeads};
-        case Class::Binary: return {separatorClass, binaries_, operatorLeads};
-        case Class::Cast: return {separatorClass, casts_, false};
-        default: return {separatorClass, oldCasts_, false};
+        case Class::Clause:
+            return {separatorClass, semicolons_, false};
+        case Class::Comma:
+            return {separatorClass, commas_, settings_.comma != SeparatorPlace::EndsLine};
+        case Class::Shift:
+            return {separatorClass, shifts_, settings_.shift != SeparatorPlace::EndsLine};
+        case Class::Logical:
+            return {separatorClass, logicals_, operatorLeads};
+        case Class::Binary:
+            return {separatorClass, binaries_, operatorLeads};
+        case Class::Cast:
+            return {separatorClass, casts_, false};
+        default:
+            return {separatorClass, oldCasts_, false};
     }
 }
 
@@ -113,15 +120,18 @@ ExprLayout::Separators ExprLayout::separatorsOf(Class separatorClass) {
 bool ExprLayout::isUsable(std::size_t place, Class separatorClass) const {
     const ExprToken& token = text_.tokens()[place];
     switch (separatorClass) {
-        case Class::Shift: return settings_.shift != SeparatorPlace::None;
+        case Class::Shift:
+            return settings_.shift != SeparatorPlace::None;
         case Class::Binary:
-            return token.role == ExprRole::BinaryOperator && !isIn(TokenClasses::shiftTokens, token.token.kind);
-        default: return true;
+            return token.role == ExprRole::BinaryOperator &&
+                   !isIn(TokenClasses::shiftTokens, token.token.kind);
+        default:
+            return true;
     }
 }
 
-// The token that begins the line when it is broken behind a separator. Comments behind the separator stay on its
-// line, unless more follows them there.
+// The token that begins the line when it is broken behind a separator. Comments behind the separator stay on
+// its line, unless more follows them there.
 std::size_t ExprLayout::lineBehind(std::size_t separator, std::size_t last) const {
     std::size_t place = separator + 1;
     for (; place < last && text_.tokens()[place].role == ExprRole::Trivia; ++place) {
@@ -141,7 +151,8 @@ std::size_t ExprLayout::nextLine(Separators separators, const Region& region, To
         separator = finder.find(text_.tokens(), region.range.first, separator, piece.last);
         if (separator == kNoToken) return kNoToken;
         const std::size_t line = separators.leadsLine ? separator : lineBehind(separator, piece.last);
-        if (isUsable(separator, separators.separatorClass) && line > piece.first && line < piece.last) return line;
+        if (isUsable(separator, separators.separatorClass) && line > piece.first && line < piece.last)
+            return line;
         ++separator;
     }
 }
@@ -158,10 +169,12 @@ int ExprLayout::layRegion(Region region, int column) {
     return layPiece(region, range, column, Class::Shift);
 }
 
-// Breaks what does not fit, beginning with the separators of class `from`. Returns the column behind the piece.
+// Breaks what does not fit, beginning with the separators of class `from`. Returns the column behind the
+// piece.
 int ExprLayout::layPiece(const Region& region, TokenRange piece, int column, Class from) {
     if (fits(region, piece, column)) return text_.measure(piece, column).column;
-    for (Class separatorClass = from; separatorClass != Class::None; separatorClass = behind(separatorClass)) {
+    for (Class separatorClass = from; separatorClass != Class::None;
+         separatorClass = behind(separatorClass)) {
         const auto end = separatorClass == Class::Shift
                              ? packShifts(region, piece, column)
                              : breakAll(region, piece, column, separatorsOf(separatorClass));
@@ -170,7 +183,8 @@ int ExprLayout::layPiece(const Region& region, TokenRange piece, int column, Cla
     return layGroups(region, piece, column);
 }
 
-std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, int column, Separators separators) {
+std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, int column,
+                                        Separators separators) {
     std::size_t separator = piece.first;
     std::size_t line = nextLine(separators, region, piece, separator, piece.first);
     if (line == kNoToken) return std::nullopt;
@@ -199,8 +213,9 @@ std::optional<int> ExprLayout::packShifts(const Region& region, TokenRange piece
 }
 
 // Puts as many pieces on a line as fit. Lines begin at `start`, or below the second piece.
-std::optional<int> ExprLayout::packPieces(const Region& region, TokenRange whole, int column, Separators separators,
-                                          std::optional<LineStart> start, bool alignsToSecond) {
+std::optional<int> ExprLayout::packPieces(const Region& region, TokenRange whole, int column,
+                                          Separators separators, std::optional<LineStart> start,
+                                          bool alignsToSecond) {
     std::size_t separator = whole.first;
     std::size_t first = nextLine(separators, region, whole, separator, whole.first);
     if (first == kNoToken) return std::nullopt;
@@ -228,7 +243,8 @@ std::optional<int> ExprLayout::packPieces(const Region& region, TokenRange whole
 int ExprLayout::layGroups(const Region& region, TokenRange piece, int column) {
     std::size_t at = piece.first;
     if (!callsOnly_ && region.depth < kDeepestRegion) {
-        for (std::size_t open = nextGroup(at, piece.last); open < piece.last; open = nextGroup(at + 1, piece.last)) {
+        for (std::size_t open = nextGroup(at, piece.last); open < piece.last;
+             open = nextGroup(at + 1, piece.last)) {
             column = layGroupAt(region, open, at, column);
             at = text_.tokens()[open].partner;
         }
@@ -238,13 +254,13 @@ int ExprLayout::layGroups(const Region& region, TokenRange piece, int column) {
     return text_.measure(rest, column).column;
 }
 
-// The text from token `at`, which stands at `column`, to the end of the group's inside. Returns the column of the
-// closing bracket.
+// The text from token `at`, which stands at `column`, to the end of the group's inside. Returns the column of
+// the closing bracket.
 int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t at, int column) {
     Region inside{{open + 1, text_.tokens()[open].partner}, region.indent, 0, region.depth + 1};
     const bool isCallGroup = isCall(open, at);
     if (isCallGroup) {
-        const std::size_t name = nameOf(open);
+        const std::size_t name = open - 1;
         if (name > at) column = text_.columnOf(name, measured({at, name}, column));
         inside.indent = column;
         at = name;
@@ -256,6 +272,109 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
         column = isPlainGroup ? layCallsOrRegion(inside, column) : layRegion(inside, column);
     }
     return text_.columnOf(inside.range.last, column);
+}
+
+// Breaks nothing but the calls that stand in the region itself, when that makes everything fit.
+std::optional<int> ExprLayout::layCalls(const Region& region, int column) {
+    const std::size_t undoCount = text_.lineStartCount();
+    const bool overflowedBefore = std::exchange(overflows_, false);
+    callsOnly_ = true;
+    std::size_t at = region.range.first;
+    const std::size_t last = region.range.last;
+    for (std::size_t open = nextCall(at, last); open < last && !overflows_; open = nextCall(at + 1, last)) {
+        column = layGroupAt(region, open, at, column);
+        at = text_.tokens()[open].partner;
+    }
+    callsOnly_ = false;
+    const bool works = !overflows_ && text_.lineStartCount() > undoCount && fits(region, {at, last}, column);
+    overflows_ = overflowedBefore;
+    if (works) return text_.measure({at, last}, column).column;
+    text_.undoLineStarts(undoCount);
+    return std::nullopt;
+}
+
+int ExprLayout::layCallsOrRegion(const Region& region, int column) {
+    const int tail = tailBehind(region, region.range.last);
+    if (text_.fits(region.range, column, tail, Literals::Joined)) {
+        return text_.measure(region.range, column).column;
+    }
+    if (const auto end = layCalls(region, column)) return *end;
+    return layRegion(region, column);
+}
+
+// Tokens that stand on lines of their own anyway begin where the region's lines do.
+void ExprLayout::alignOwnLines(const Region& region) {
+    if (text_.isEven(region.range)) return;
+    for (std::size_t place = region.range.first; place < region.range.last; ++place) {
+        const bool isMovable = place != region.range.first && text_.kindAt(place) != Cpp::Directive;
+        if (isMovable && text_.startsOwnLine(place)) text_.startLine(place, lineStart(region, place, false));
+        const std::size_t partner = text_.tokens()[place].partner;
+        if (partner != kNoToken && partner > place && partner < region.range.last) place = partner;
+    }
+}
+
+// Where a line of the region begins that `place` is put at the start of.
+LineStart ExprLayout::lineStart(const Region& region, std::size_t place, bool leadsLine) const {
+    if (startsAtIndent(region)) return {region.indent};
+    switch (settings_.style) {
+        case WrapStyle::AtIndent:
+            return {region.indent};
+        case WrapStyle::Indented:
+            if (contentIndented_ && region.depth == 0) return {region.indent};
+            return {columnAfter(settings_.wrapIndent.text, region.indent, settings_.tabSize), true,
+                    region.indent};
+        case WrapStyle::Aligned:
+            break;
+    }
+    if (!leadsLine || place + 1 >= text_.size()) return {region.alignment};
+    // The operand behind the separator stands below the first one.
+    const auto separatorWidth = static_cast<int>(text_.tokenText(place).size() + text_.gap(place + 1).size());
+    return {std::max(region.alignment - separatorWidth, 0)};
+}
+
+int ExprLayout::begin(std::size_t place, LineStart start) {
+    text_.startLine(place, start);
+    return start.column;
+}
+
+int ExprLayout::tailBehind(const Region& region, std::size_t place) const {
+    return place == region.range.last ? text_.tailWidth(place) : 0;
+}
+
+bool ExprLayout::fits(const Region& region, TokenRange piece, int column) const {
+    return text_.fits(piece, column, tailBehind(region, piece.last));
+}
+
+// The column behind the range.
+int ExprLayout::measured(TokenRange range, int column) {
+    const Extent extent = text_.measure(range, column);
+    overflows_ = overflows_ || !extent.fits || !text_.isWithinMargin(extent.column);
+    return extent.column;
+}
+
+// Whether the parenthesis directly follows a name that stands at or behind token `from`.
+bool ExprLayout::isCall(std::size_t open, std::size_t from) const {
+    return text_.kindAt(open) == Cpp::OpenParen && open > from && text_.kindAt(open - 1) == Cpp::Identifier;
+}
+
+// The next "(" or "{" with its partner in front of `last`. Brackets of other kinds are looked into.
+std::size_t ExprLayout::nextGroup(std::size_t from, std::size_t last) const {
+    for (std::size_t place = from; place < last; ++place) {
+        const int kind = text_.kindAt(place);
+        const std::size_t partner = text_.tokens()[place].partner;
+        const bool isGroup = kind == Cpp::OpenParen || kind == Cpp::OpenBrace;
+        if (isGroup && partner != kNoToken && partner > place && partner < last) return place;
+    }
+    return last;
+}
+
+// The next call that stands in no parentheses between `from` and itself.
+std::size_t ExprLayout::nextCall(std::size_t from, std::size_t last) const {
+    for (std::size_t open = nextGroup(from, last); open < last; open = nextGroup(open, last)) {
+        if (isCall(open, from)) return open;
+        open = text_.kindAt(open) == Cpp::OpenParen ? text_.tokens()[open].partner : open + 1;
+    }
+    return last;
 }
 
 }  // namespace Tessel

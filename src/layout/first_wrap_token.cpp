@@ -13,24 +13,27 @@ constexpr int kComma[] = {Cpp::Comma};
 constexpr int kSemicolon[] = {Cpp::Semicolon};
 constexpr int kShift[] = {Cpp::ShiftLeft, Cpp::ShiftRight};
 constexpr int kLogical[] = {Cpp::LogicalAnd, Cpp::LogicalOr};
-constexpr int kBinary[] = {Cpp::Colon,      Cpp::Slash, Cpp::Plus,    Cpp::Minus, Cpp::Percent,  Cpp::ShiftLeft,
-                           Cpp::ShiftRight, Cpp::Less,  Cpp::Greater, Cpp::Equal, Cpp::NotEqual, Cpp::Bar,
-                           Cpp::Question};
-constexpr int kAssignment[] = {Cpp::Assign,          Cpp::AmpersandAssign, Cpp::AsteriskAssign, Cpp::CaretAssign,
-                               Cpp::GreaterEqual,    Cpp::ShiftLeftAssign, Cpp::LessEqual,      Cpp::MinusAssign,
-                               Cpp::PercentAssign,   Cpp::BarAssign,       Cpp::PlusAssign,
-                               Cpp::ShiftRightAssign};
+constexpr int kBinary[] = {Cpp::Colon,     Cpp::Slash,      Cpp::Plus,    Cpp::Minus,   Cpp::Percent,
+                           Cpp::ShiftLeft, Cpp::ShiftRight, Cpp::Less,    Cpp::Greater, Cpp::Equal,
+                           Cpp::NotEqual,  Cpp::Bar,        Cpp::Question};
+constexpr int kAssignment[] = {Cpp::Assign,      Cpp::AmpersandAssign, Cpp::AsteriskAssign,
+                               Cpp::CaretAssign, Cpp::GreaterEqual,    Cpp::ShiftLeftAssign,
+                               Cpp::LessEqual,   Cpp::MinusAssign,     Cpp::PercentAssign,
+                               Cpp::BarAssign,   Cpp::PlusAssign,      Cpp::ShiftRightAssign};
 
 constexpr int kSigns[] = {Cpp::Plus, Cpp::Minus};
-constexpr int kOperatorsProper[] = {Cpp::Colon,   Cpp::Slash, Cpp::Percent,  Cpp::ShiftLeft, Cpp::ShiftRight, Cpp::Less,
-                                    Cpp::Greater, Cpp::Equal, Cpp::NotEqual, Cpp::Bar,       Cpp::Question};
+constexpr int kOperatorsProper[] = {Cpp::Colon,      Cpp::Slash, Cpp::Percent, Cpp::ShiftLeft,
+                                    Cpp::ShiftRight, Cpp::Less,  Cpp::Greater, Cpp::Equal,
+                                    Cpp::NotEqual,   Cpp::Bar,   Cpp::Question};
 constexpr int kSeparators[] = {Cpp::Comma, Cpp::Semicolon};
 
-bool startsOperand(int kind) { return kind == Cpp::OpenParen || kind == Cpp::Identifier || isCastKeyword(kind); }
+bool startsOperand(int kind) {
+    return kind == Cpp::OpenParen || kind == Cpp::Identifier || isCastKeyword(kind);
+}
 
 bool startsCastOperand(int kind) {
-    return kind == Cpp::OpenParen || kind == Cpp::Identifier || kind == Cpp::CharLiteral || kind == Cpp::Number ||
-           kind == Cpp::StringLiteral;
+    return kind == Cpp::OpenParen || kind == Cpp::Identifier || kind == Cpp::CharLiteral ||
+           kind == Cpp::Number || kind == Cpp::StringLiteral;
 }
 
 // Not a bracket of template arguments, a mark, or the name of an operator function.
@@ -71,9 +74,12 @@ const TokenClass binaryTokens(kBinary);
 const TokenClass assignmentTokens(kAssignment);
 }  // namespace TokenClasses
 
-bool isIn(TokenClass tokens, int kind) { return std::find(tokens.begin(), tokens.end(), kind) != tokens.end(); }
+bool isIn(TokenClass tokens, int kind) {
+    return std::find(tokens.begin(), tokens.end(), kind) != tokens.end();
+}
 
-TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t place, std::size_t last) {
+TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t place,
+                   std::size_t last) {
     const ExprToken& token = tokens[place];
     const int kindBeforeBracket =
         isClosing(token) ? kindAt(tokens, significantBefore(tokens, first, token.partner)) : Trn::kEndKind;
@@ -99,33 +105,40 @@ std::size_t FirstWrapToken::find(const std::vector<ExprToken>& tokens, std::size
 
 bool FindFirstElem::breaksAt(const TokenPlace& place) const {
     const auto isSeparatorKind = [this](int kind) { return isIn(separators_, kind); };
-    return isSeparatorKind(place.token.token.kind) && isSeparator(place.token) && !isSeparatorKind(place.nextKind) &&
-           !isIn(excluded_, place.nextKind) && !isSeparatorKind(place.previousKind);
+    return isSeparatorKind(place.token.token.kind) && isSeparator(place.token) &&
+           !isSeparatorKind(place.nextKind) && !isIn(excluded_, place.nextKind) &&
+           !isSeparatorKind(place.previousKind);
 }
 
-bool FindFirstBinaryOp::isWrapToken(int kind) const { return isIn(kOperatorsProper, kind) || isIn(kSigns, kind); }
+bool FindFirstBinaryOp::isWrapToken(int kind) const {
+    return isIn(kOperatorsProper, kind) || isIn(kSigns, kind);
+}
 
 bool FindFirstBinaryOp::breaksAt(const TokenPlace& place) const {
     const int kind = place.token.token.kind;
     if (isIn(kOperatorsProper, kind)) return isSeparator(place.token);
     if (!isIn(kSigns, kind) || place.token.role == ExprRole::Operand) return false;
     if (place.previousKind == Trn::kEndKind) return false;
-    const bool followsOperator =
-        isWrapToken(place.previousKind) || isIn(kSeparators, place.previousKind);
+    const bool followsOperator = isWrapToken(place.previousKind) || isIn(kSeparators, place.previousKind);
     return !followsOperator || startsOperand(place.nextKind);
 }
 
-bool FindFirstCast::isWrapToken(int kind) const { return kind == Cpp::Greater || kind == Cpp::ShiftRight; }
+bool FindFirstCast::isWrapToken(int kind) const {
+    return kind == Cpp::Greater || kind == Cpp::ShiftRight;
+}
 
 bool FindFirstCast::breaksAt(const TokenPlace& place) const {
     return place.token.role == ExprRole::TemplateClose && isCastKeyword(place.kindBeforeBracket);
 }
 
-bool FindFirstOldCast::isWrapToken(int kind) const { return kind == Cpp::CloseParen; }
+bool FindFirstOldCast::isWrapToken(int kind) const {
+    return kind == Cpp::CloseParen;
+}
 
 bool FindFirstOldCast::breaksAt(const TokenPlace& place) const {
     const int before = place.kindBeforeBracket;
-    const bool isCallOrTemplate = before == Cpp::Identifier || before == Cpp::Greater || before == Cpp::ShiftRight;
+    const bool isCallOrTemplate =
+        before == Cpp::Identifier || before == Cpp::Greater || before == Cpp::ShiftRight;
     return place.token.role == ExprRole::GroupClose && !isCallOrTemplate && startsCastOperand(place.nextKind);
 }
 

@@ -11,20 +11,21 @@ namespace Tessel {
 // A token and the kinds of the tokens beside it in its text; comments and directives count for nothing.
 struct TokenPlace {
     const ExprToken& token;
-    int previousKind;  // Trn::kEndKind at the start of the text
-    int nextKind;      // Trn::kEndKind at its end
+    int previousKind;       // Trn::kEndKind at the start of the text
+    int nextKind;           // Trn::kEndKind at its end
     int kindBeforeBracket;  // what the bracket that this token closes stood behind; Trn::kEndKind for others
 };
 
-// Tells which tokens of one kind of separator a text may be broken at. A text is a range of tokens; what stands
-// in brackets that open inside of it is no concern of a finder.
+// Tells which tokens of one kind of separator a text may be broken at. A text is a range of tokens; what
+// stands in brackets that open inside of it is no concern of a finder.
 class FirstWrapToken {
 public:
     virtual ~FirstWrapToken() = default;
 
-    // The place of the first break token of tokens[from, last) outside of brackets, or kNoToken. `first` is where
-    // the text begins.
-    std::size_t find(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t from, std::size_t last);
+    // The place of the first break token of tokens[from, last) outside of brackets, or kNoToken. `first` is
+    // where the text begins.
+    std::size_t find(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t from,
+                     std::size_t last);
     // Whether the finder breaks at tokens of the kind.
     virtual bool isWrapToken(int kind) const = 0;
     // The kind of the token examined last; Trn::kEndKind before the first one.
@@ -37,7 +38,8 @@ private:
 };
 
 // The place's neighbours in tokens[first, last).
-TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t place, std::size_t last);
+TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t place,
+                   std::size_t last);
 
 using TokenClass = std::span<const int>;
 

@@ -1,8 +1,7 @@
 #include "layout/passes.h"
 
-#include <ostream>
-
 #include "engine/scheme_values.h"
+#include "layout/cpp_line_wrapper.h"
 #include "layout/data_offset_calculator.h"
 #include "layout/name_offset_calculator.h"
 #include "scheme/property_keys.h"
@@ -27,9 +26,10 @@ DeclarationColumns Passes::measure(const PropertySet& scheme, const Zelmor::Text
     return columns;
 }
 
-void Passes::wrapLines(const FormatOptions&, const Zelmor::TextDocument& formatted, Cpp::RootNode&,
-                       std::ostream& out) const {
-    out << formatted.text();
+void Passes::wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
+                       Cpp::RootNode& root, std::ostream& out) const {
+    CppLineWrapper wrapper(options, formatted, out);
+    root.accept(wrapper);
 }
 
 }  // namespace Tessel

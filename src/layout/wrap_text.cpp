@@ -12,17 +12,29 @@ namespace {
 
 constexpr int kNone = -1;
 
-bool isEvenText(std::string_view text) { return text.find_first_of("\t\n") == std::string_view::npos; }
+bool isEvenText(std::string_view text) {
+    return text.find_first_of("\t\n") == std::string_view::npos;
+}
 
-bool isLineEndToken(int kind) { return kind == Cpp::LineComment || kind == Cpp::Directive; }
+bool isLineEndToken(int kind) {
+    return kind == Cpp::LineComment || kind == Cpp::Directive;
+}
 
-int lengthOf(std::string_view text) { return static_cast<int>(text.size()); }
+int lengthOf(std::string_view text) {
+    return static_cast<int>(text.size());
+}
 
-std::string_view firstLine(std::string_view text) { return text.substr(0, text.find('\n')); }
+std::string_view firstLine(std::string_view text) {
+    return text.substr(0, text.find('\n'));
+}
 
-std::string_view lastLine(std::string_view text) { return text.substr(text.rfind('\n') + 1); }
+std::string_view lastLine(std::string_view text) {
+    return text.substr(text.rfind('\n') + 1);
+}
 
-bool holdsLineEnd(std::string_view text) { return text.find('\n') != std::string_view::npos; }
+bool holdsLineEnd(std::string_view text) {
+    return text.find('\n') != std::string_view::npos;
+}
 
 }  // namespace
 
@@ -123,7 +135,8 @@ Extent WrapText::measure(TokenRange range, int column, Literals literals) const 
     if (range.empty()) return {column, true};
     if (!isEven(range)) return walk(range, column, literals, false);
     const std::size_t last = range.last - 1;
-    return {column + offsets_[last] - offsets_[range.first] + static_cast<int>(tokens_[last].token.length), true};
+    return {column + offsets_[last] - offsets_[range.first] + static_cast<int>(tokens_[last].token.length),
+            true};
 }
 
 // Until the end, or until a line turns out to be too long.
@@ -137,7 +150,9 @@ Extent WrapText::walk(TokenRange range, int column, Literals literals, bool unti
             const LineStart* start = lineStart(place);
             const bool isStacked = literals == Literals::Stacked && continuesLiteral(place);
             if (start || isStacked || startsOwnLine(place)) endLine();
-            extent.column = start ? start->column : isStacked ? literalColumn : columnOf(place, extent.column);
+            extent.column = start       ? start->column
+                            : isStacked ? literalColumn
+                                        : columnOf(place, extent.column);
         }
         if (kindAt(place) == Cpp::StringLiteral && !continuesLiteral(place)) literalColumn = extent.column;
         const std::string_view text = tokenText(place);

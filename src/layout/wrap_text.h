@@ -21,20 +21,20 @@ enum class Literals { Joined, Stacked };
 
 // Where the line begins that a token has been put at the start of.
 struct LineStart {
-    int column = 0;               // of the token
+    int column = 0;                // of the token
     bool takesWrapIndent = false;  // WRAP_INDENT fills the last columns in front of it, from `indent` on
     int indent = 0;
 };
 
-// What a piece of text comes to when it is written: the column behind it, and whether all of its lines but the
-// last end within the margin.
+// What a piece of text comes to when it is written: the column behind it, and whether all of its lines but
+// the last end within the margin.
 struct Extent {
     int column = 0;
     bool fits = true;
 };
 
-// One text as the wrapper sees it: its tokens, where lines begin in it, and how wide its pieces are. Pieces that
-// hold no tabs and line ends are measured by a table, others by walking them.
+// One text as the wrapper sees it: its tokens, where lines begin in it, and how wide its pieces are. Pieces
+// that hold no tabs and line ends are measured by a table, others by walking them.
 //
 // Columns given for a piece are those at which its first token stands. A comment that ends a line is never
 // counted: no line break would make it shorter.
@@ -42,8 +42,8 @@ class WrapText {
 public:
     WrapText(int tabSize, int rightMargin) : tabSize_(tabSize), rightMargin_(rightMargin) {}
 
-    // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text is
-    // borrowed.
+    // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text
+    // is borrowed.
     void read(std::string_view text, ExprMode mode, int trailingWidth);
 
     std::string_view text() const { return text_; }
@@ -73,7 +73,8 @@ public:
 
     // The column of a token whose predecessor ends at `column`.
     int columnOf(std::size_t place, int column) const;
-    // The range must hold no lines that the wrapper has started, but for tokens that stand on lines of their own.
+    // The range must hold no lines that the wrapper has started, but for tokens that stand on lines of their
+    // own.
     Extent measure(TokenRange range, int column, Literals literals = Literals::Stacked) const;
     // Whether every line of the range ends within the margin, the last one with `tail` columns behind it.
     bool fits(TokenRange range, int column, int tail, Literals literals = Literals::Stacked) const;
@@ -81,8 +82,8 @@ public:
 
     // Tells the text's tail widths from where lines may begin.
     void setLineChances(const std::vector<bool>& mayStartLine);
-    // The columns from the end of the token before `place` to the first place behind it where a line may begin or
-    // the line ends anyway.
+    // The columns from the end of the token before `place` to the first place behind it where a line may
+    // begin or the line ends anyway.
     int tailWidth(std::size_t place) const { return tailWidths_[place]; }
 
     // The range holds no tabs, line ends or literals in a row.
@@ -101,10 +102,11 @@ private:
     std::vector<ExprToken> tokens_;
     std::vector<std::string_view> gaps_;
     std::vector<unsigned char> traits_;
-    std::vector<int> offsets_;             // of the tokens, were the text one line without tabs
-    std::vector<std::size_t> nextUneven_;  // the first token from here on with a tab or line end in it or its gap
-    std::vector<LineStart> starts_;        // of every token; kNone where it does not start a line
-    std::vector<std::size_t> started_;     // the tokens that do, in the order in which they came to it
+    std::vector<int> offsets_;  // of the tokens, were the text one line without tabs
+    std::vector<std::size_t>
+        nextUneven_;                 // the first token from here on with a tab or line end in it or its gap
+    std::vector<LineStart> starts_;  // of every token; kNone where it does not start a line
+    std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;
     int trailingWidth_ = 0;
     bool holdsUnknownText_ = false;

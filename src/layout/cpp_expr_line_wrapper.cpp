@@ -1,0 +1,158 @@
+#include "layout/cpp_expr_line_wrapper.h"
+
+#include <algorithm>
+
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/opaque_text.h"
+#include "layout/expr_layout.h"
+#include "layout/first_wrap_token.h"
+
+namespace Tessel {
+
+namespace {
+
+using Zelmor::IndentScope;
+using Zelmor::IndentState;
+using Zelmor::LeadingSpaceScope;
+using Zelmor::OIndentBuf;
+
+int indentColumn(const IndentState& state) {
+    return columnAfter(state.indent, 0, state.tabSize);
+}
+
+std::ptrdiff_t lineEnds(std::string_view text) {
+    return std::count(text.begin(), text.end(), '\n');
+}
+
+}  // namespace
+
+CppExprLineWrapper::CppExprLineWrapper(const PropertySet& scheme, const Zelmor::TextDocument* source)
+    : CppExprFormatterBase(scheme, source),
+      settings_(CppExprFormatterBase::scheme()),
+      text_(settings_.tabSize, settings_.rightMargin) {}
+
+std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& state,
+                                     const WrapContext& context) {
+    if (!read(text, context)) return std::string(text);
+    ExprLayout layout(text_, settings_, indentColumn(state));
+    const int column = text_.columnOf(0, state.column);
+    if (layout.isTooLong(wholeText(), column)) {
+        const TokenRange operand = withoutPrefixes();
+        const int prefixEnd = text_.measure({0, operand.first}, column).column;
+        layout.breakExpression(operand,
+                               operand.first == 0 ? column : text_.columnOf(operand.first, prefixEnd));
+    }
+    return render(state);
+}
+
+std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentState& state,
+                                         const WrapContext& context) {
+    if (!read(text, context)) return std::string(text);
+    if (context.respacesCommas) text_.respaceCommas(settings_.comma == SeparatorPlace::EndsLine ? "" : " ");
+    ExprLayout layout(text_, settings_, indentColumn(state));
+    if (context.contentIndented) layout.setContentIndented();
+    if (context.keepsLines) layout.setAtIndent();
+    const int column = text_.columnOf(0, state.column);
+    if (settings_.lists != ListStrategy::Keep && layout.isTooLong(wholeText(), column)) {
+        if (settings_.lists == ListStrategy::Pack) {
+            layout.packList(wholeText(), column);
+        } else {
+            layout.breakExpression(wholeText(), column);
+        }
+    }
+    return render(state);
+}
+
+std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const IndentState& state,
+                                               const WrapContext& context) {
+    if (!read(text, context)) return std::string(text);
+    ExprLayout layout(text_, settings_, indentColumn(state));
+    const int column = text_.columnOf(0, state.column);
+    if (layout.isTooLong(wholeText(), column)) layout.breakForClauses(wholeText(), column);
+    return render(state);
+}
+
+// Says false for a text that is left as it is: without tokens, or with something else between them.
+bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
+    if (!settings_.wrapsLines()) return false;
+    text_.read(text, context.mode, context.trailingWidth);
+    return text_.size() > 0 && !text_.holdsUnknownText();
+}
+
+// What is left of the text behind "return" and behind the operator of an assignment whose left side holds no
+// other operators.
+TokenRange CppExprLineWrapper::withoutPrefixes() const {
+    const std::vector<ExprToken>& tokens = text_.tokens();
+    std::size_t first = text_.kindAt(0) == Cpp::KeywordReturn ? 1 : 0;
+    std::size_t closing = 0;  // of the brackets around the token
+    for (std::size_t place = first; place + 1 < tokens.size(); ++place) {
+        const ExprToken& token = tokens[place];
+        const int kind = token.token.kind;
+        if (token.role == ExprRole::TemplateOpen || token.role == ExprRole::TemplateClose) continue;
+        if (isIn(TokenClasses::binaryTokens, kind) || isIn(TokenClasses::logicalTokens, kind)) break;
+        if (token.partner != kNoToken) closing = std::max(closing, token.partner);
+        if (isIn(TokenClasses::assignmentTokens, kind) && place >= closing) {
+            first = place + 1;
+            break;
+        }
+    }
+    return {std::min(first, tokens.size()), tokens.size()};
+}
+
+// The text with its line breaks. Whatever does not stand at one of these is copied.
+std::string CppExprLineWrapper::render(const IndentState& state) {
+    const OIndentBuf indented(state);
+    OIndentBuf out(state);
+    IndentScope noIndent(out, {});
+    LeadingSpaceScope keepSpace(out, true);
+    int literalColumn = 0;
+    for (std::size_t place = 0; place < text_.size(); ++place) {
+        const LineStart* start = text_.lineStart(place);
+        if (text_.kindAt(place) == Cpp::Directive) {
+            writeDirectiveAt(place, state, out);
+            continue;
+        }
+        if (start || text_.continuesLiteral(place)) {
+            endLine(place, out);
+            out.write(start ? whitespaceTo(*start, indented) : indentToColumn(indented, literalColumn));
+        } else {
+            writeRendered(text_.gap(place), out);
+        }
+        if (!text_.continuesLiteral(place)) literalColumn = out.column();
+        writeToken(place, out);
+    }
+    writeRendered(text_.gap(text_.size()), out);
+    return out.takeText();
+}
+
+// Ends the line in front of a token, unless a comment has done so. Empty lines stay.
+void CppExprLineWrapper::endLine(std::size_t place, OIndentBuf& out) const {
+    const bool isEnded = out.column() == 0;
+    const std::ptrdiff_t wanted = std::max<std::ptrdiff_t>(lineEnds(text_.gap(place)), isEnded ? 0 : 1);
+    for (std::ptrdiff_t count = 0; count < wanted; ++count) out.write("\n");
+}
+
+std::string CppExprLineWrapper::whitespaceTo(const LineStart& start, const OIndentBuf& indented) const {
+    if (!start.takesWrapIndent) return indentToColumn(indented, start.column);
+    return indentToColumn(indented, start.indent) + settings_.wrapIndent.text;
+}
+
+void CppExprLineWrapper::writeDirectiveAt(std::size_t place, const IndentState& state, OIndentBuf& out) {
+    const std::string_view gap = text_.gap(place);
+    endLine(place, out);
+    IndentScope indent(out, state.indent);
+    LeadingSpaceScope dropSpace(out, false);
+    writeDirective(gap.substr(gap.rfind('\n') + 1), text_.tokenText(place), out);
+}
+
+void CppExprLineWrapper::writeToken(std::size_t place, OIndentBuf& out) {
+    const std::string_view text = text_.tokenText(place);
+    if (text_.kindAt(place) == Cpp::BlockComment && text.find('\n') != std::string_view::npos) {
+        writeComment(text, out);
+    } else {
+        writeRendered(text, out);
+    }
+}
+
+}  // namespace Tessel

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "engine/cpp_expr_formatter_base.h"
+#include "layout/wrap_settings.h"
+#include "layout/wrap_text.h"
+
+namespace Tessel {
+
+// What the wrapper has to know of a text besides the state of the output.
+struct WrapContext {
+    ExprMode mode = ExprMode::Expression;
+    int trailingWidth = 0;         // of what follows the text and has to stay on its last line
+    bool contentIndented = false;  // the state's indentation is that of the content already
+    bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
+    bool respacesCommas = false;   // the scheme says nothing about white space at the commas
+};
+
+// Breaks expressions and lists that are too long, where ExprLayout says. Takes the text as the formatter
+// wrote it and the state of the output at which it will stand; what comes back has line breaks and
+// continuation indentation in it and is to be written as it is (see writeRendered).
+//
+// Nothing but white space between tokens changes, and of that nothing but what stands at a line break. Once a
+// text is wrapped, adjacent string literals stand below each other, whether or not the text was too long.
+class CppExprLineWrapper : public CppExprFormatterBase {
+public:
+    // `source`, when given, is borrowed: the document that the texts are views of.
+    explicit CppExprLineWrapper(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
+
+    // An expression, condition or initializer. "return" stays on the first line, and so does what an
+    // assignment assigns to.
+    std::string wrap(std::string_view text, const Zelmor::IndentState& state,
+                     const WrapContext& context = {});
+    // The inside of a list in brackets, by LIST_WRAP_STRATEGY.
+    std::string wrapList(std::string_view text, const Zelmor::IndentState& state,
+                         const WrapContext& context = {});
+    // The clauses of a "for" head. Lines begin just inside the "(".
+    std::string wrapForClauses(std::string_view text, const Zelmor::IndentState& state,
+                               const WrapContext& context = {});
+
+    const WrapSettings& settings() const { return settings_; }
+
+private:
+    bool read(std::string_view text, const WrapContext& context);
+    TokenRange wholeText() const { return {0, text_.size()}; }
+    TokenRange withoutPrefixes() const;
+    std::string render(const Zelmor::IndentState& state);
+    void endLine(std::size_t place, Zelmor::OIndentBuf& out) const;
+    std::string whitespaceTo(const LineStart& start, const Zelmor::OIndentBuf& indented) const;
+    void writeDirectiveAt(std::size_t place, const Zelmor::IndentState& state, Zelmor::OIndentBuf& out);
+    void writeToken(std::size_t place, Zelmor::OIndentBuf& out);
+
+    WrapSettings settings_;
+    WrapText text_;
+};
+
+}  // namespace Tessel

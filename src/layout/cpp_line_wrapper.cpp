@@ -1,0 +1,164 @@
+#include "layout/cpp_line_wrapper.h"
+
+#include <algorithm>
+
+#include "engine/gap.h"
+#include "engine/scheme_values.h"
+#include "layout/protected_text.h"
+#include "layout/wrap_scopes.h"
+#include "scheme/property_keys.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+using Zelmor::IndentState;
+using Zelmor::LeadingSpaceScope;
+
+namespace {
+
+PropertySet completed(PropertySet scheme) {
+    applySchemeDefaults(scheme);
+    return scheme;
+}
+
+// Whether the node carries the positions of braces, as opposed to those of its contents.
+bool isBraced(const Cpp::BracketedNode& node) {
+    if (!Trn::isSet(node.open())) return false;
+    return node.size() == 0 || node.open() != (*node.childBegin())->start();
+}
+
+}  // namespace
+
+CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted,
+                               std::ostream& out)
+    : settings_(completed(options.scheme)),
+      markers_(options.markers),
+      in_(formatted),
+      out_(out.rdbuf(), {}, false, {}),
+      wrapper_(options.scheme, &formatted) {
+    in_.setTabSize(wrapper_.settings().tabSize);
+    out_.setTabSize(wrapper_.settings().tabSize);
+    out_.setTabMode(wrapper_.settings().tabMode);
+    if (wrapper_.settings().wrapsLines()) findLongLines();
+}
+
+void CppLineWrapper::findLongLines() {
+    const WrapSettings& wrap = wrapper_.settings();
+    std::string_view rest = source();
+    for (int line = 1; !rest.empty(); ++line) {
+        const std::size_t length = std::min(rest.find('\n'), rest.size());
+        if (columnAfter(rest.substr(0, length), 0, wrap.tabSize) > wrap.rightMargin)
+            longLines_.push_back(line);
+        rest.remove_prefix(std::min(length + 1, rest.size()));
+    }
+}
+
+bool CppLineWrapper::needsWrapping(Position start, Position end) const {
+    if (start.line < 1 || end.line < start.line) return false;
+    const auto line = std::lower_bound(longLines_.begin(), longLines_.end(), static_cast<int>(start.line));
+    return line != longLines_.end() && *line <= static_cast<int>(end.line);
+}
+
+int CppLineWrapper::copyToColumnOf(const Cpp::SyntaxNode& node) {
+    copyUpTo(node);
+    return out_.column();
+}
+
+bool CppLineWrapper::copyUnlessLong(const Cpp::SyntaxNode& node) {
+    if (needsWrapping(node)) return false;
+    copyThrough(node);
+    return true;
+}
+
+void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapContext context) {
+    if (holdsProtectedText(text, markers_)) {
+        write(text);
+        return;
+    }
+    context.trailingWidth = widthBehind(text);
+    const IndentState state(out_);
+    switch (form) {
+        case TextForm::Expression:
+            write(wrapper_.wrap(text, state, context));
+            break;
+        case TextForm::List:
+            write(wrapper_.wrapList(text, state, context));
+            break;
+        case TextForm::ForClauses:
+            write(wrapper_.wrapForClauses(text, state, context));
+            break;
+    }
+}
+
+// The columns of what follows a piece of the source and cannot leave the line that the piece ends on:
+// everything up to the next place where a line might end.
+int CppLineWrapper::widthBehind(std::string_view text) const {
+    const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
+    std::string_view rest = source().substr(end);
+    rest = rest.substr(0, rest.find('\n'));
+    rest = rest.substr(0, std::min(rest.find("//"), rest.find("/*")));
+    if (const std::size_t last = rest.find_first_of(",;{"); last != std::string_view::npos) {
+        rest = rest.substr(0, std::min(rest.find_first_not_of(")]};", last + 1), rest.size()));
+    }
+    return static_cast<int>(trimRight(rest).size());
+}
+
+void CppLineWrapper::visit(Cpp::RootNode* root) {
+    if (!longLines_.empty()) {
+        LeadingSpaceScope leadingSpace(out_, !settings_.leftMargin.present);
+        wrapChildren(*root, settings_.leftMargin);
+    }
+    write(restOfInput(in_));
+    out_.pubsync();
+}
+
+void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& contentIndent) {
+    LeadingSpaceScope leadingSpace(out_, contentIndent.present ? false : out_.keepLeadingSpace());
+    IndentScope indent(out_,
+                       contentIndent.present ? indentAt(baseColumn()) + contentIndent.text : out_.indent());
+    for (const auto& child : node.children()) child->accept(*this);
+    templateColumn_.reset();
+}
+
+void CppLineWrapper::wrapBraced(Cpp::BracketedNode& node, const OptionalText& contentIndent) {
+    if (isBraced(node)) copyThrough(node.open());
+    wrapChildren(node, contentIndent);
+    copyThrough(node);
+}
+
+void CppLineWrapper::visit(Cpp::NamespaceBodyNode* body) {
+    if (!copyUnlessLong(*body)) wrapBraced(*body, settings_.namespaces.indent);
+}
+
+void CppLineWrapper::visit(Cpp::ClassBodyNode* body) {
+    if (!copyUnlessLong(*body)) wrapBraced(*body, settings_.classes.indent);
+}
+
+void CppLineWrapper::visit(Cpp::LinkageBlockBodyNode* body) {
+    if (!copyUnlessLong(*body)) wrapBraced(*body, settings_.global.indent);
+}
+
+// A block on its own stands at the indentation.
+void CppLineWrapper::visit(Cpp::BlockNode* block) {
+    if (copyUnlessLong(*block)) return;
+    const int column = columnAfter(out_.indent(), 0, out_.tabSize());
+    BaseColumnScope base(*this, column);
+    IndentScope indent(out_, indentAt(column));
+    wrapBraced(*block, settings_.global.indent);
+}
+
+// The further lines of a comment stay where they stand relative to its first character, should that have
+// moved.
+void CppLineWrapper::visit(Cpp::CommentNode* comment) {
+    if (!comment->isBlockComment() || comment->start().line == comment->end().line) {
+        copyThrough(*comment);
+        return;
+    }
+    copyUpTo(*comment);
+    const std::string_view text = readThrough(in_, comment->end());
+    LeadingSpaceScope keepSpace(out_, true);
+    IndentScope noIndent(out_, {});
+    wrapper_.writeComment(text, out_);
+}
+
+}  // namespace Tessel

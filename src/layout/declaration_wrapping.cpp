@@ -1,0 +1,152 @@
+// int values[] = {1, 2, 3, 4};
+//
+// int values[] = {1, 2,
+//     3, 4};
+#include <algorithm>
+
+#include "cpp/nodes.h"
+#include "cpp/token_kind.h"
+#include "layout/cpp_line_wrapper.h"
+#include "layout/wrap_scopes.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+
+// A declaration with a body in braces.
+void CppLineWrapper::wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body) {
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    if (copyUnlessLong(declaration)) return;
+    const int column = head ? copyToColumnOf(*head) : baseColumn();
+    BaseColumnScope base(*this, templateColumn.value_or(column));
+    if (head) head->accept(*this);
+    if (body) body->accept(*this);
+    copyThrough(declaration);
+}
+
+void CppLineWrapper::visit(Cpp::NamespaceDeclNode* declaration) {
+    wrapParts(*declaration, declaration->head(), declaration->body());
+}
+
+void CppLineWrapper::visit(Cpp::LinkageBlockNode* linkage) {
+    wrapParts(*linkage, linkage->linkage(), linkage->body());
+}
+
+void CppLineWrapper::visit(Cpp::EnumDeclNode* declaration) {
+    wrapParts(*declaration, declaration->head(), declaration->body());
+}
+
+void CppLineWrapper::visit(Cpp::ClassDeclNode* declaration) {
+    wrapParts(*declaration, declaration->head(), declaration->body());
+}
+
+void CppLineWrapper::visit(Cpp::ClassHeadNode* head) {
+    if (copyUnlessLong(*head)) return;
+    if (head->name()) copyThrough(*head->name());
+    if (head->baseClauses()) head->baseClauses()->accept(*this);
+    copyThrough(*head);
+}
+
+// Enumerators with a line each stay as they are.
+void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
+    if (copyUnlessLong(*body)) return;
+    const ListSeparators separators{settings_.beforeEnumComma, settings_.betweenEnumerators};
+    const bool hasEnumerators = std::any_of(body->childBegin(), body->childEnd(), [](const auto& child) {
+        return dynamic_cast<const Cpp::ExprNode*>(child.get()) != nullptr;
+    });
+    if (!hasEnumerators || separators.breakLines() || wrapper_.settings().style == WrapStyle::AtIndent) {
+        copyThrough(*body);
+        return;
+    }
+    copyThrough(body->open());
+    IndentScope indent(out_, indentAt(baseColumn()) + settings_.enums.indent.text);
+    WrapContext context;
+    context.respacesCommas = separators.areAbsent();
+    context.keepsLines = !separators.between.present;
+    context.contentIndented = settings_.enums.indent.present;
+    writeWrapped(readGap(in_, body->end()), TextForm::List, context);
+    copyThrough(*body);
+}
+
+void CppLineWrapper::visit(Cpp::FunctionDeclNode* declaration) {
+    wrapFunction(*declaration, nullptr);
+}
+
+void CppLineWrapper::visit(Cpp::CtorDeclNode* declaration) {
+    wrapFunction(*declaration, declaration->initializers());
+}
+
+void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
+                                  Cpp::InitializerListNode* initializers) {
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    if (copyUnlessLong(declaration)) return;
+    const int column = declaration.head() ? copyToColumnOf(*declaration.head()) : baseColumn();
+    BaseColumnScope base(*this, templateColumn.value_or(column));
+    if (declaration.head()) wrapFunctionHead(*declaration.head());
+    if (initializers) initializers->accept(*this);
+    if (declaration.body()) wrapBraced(*declaration.body(), settings_.functions.indent);
+    copyThrough(declaration);
+}
+
+void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head) {
+    if (head.parameters()) {
+        copyUpTo(*head.parameters());
+        wrapBracketedList(*head.parameters(), {settings_.beforeParameterComma, settings_.betweenParameters});
+    }
+    copyThrough(head);
+}
+
+void CppLineWrapper::visit(Cpp::FunctionPtrDeclNode* declaration) {
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    if (copyUnlessLong(*declaration)) return;
+    const int column = copyToColumnOf(*declaration);
+    if (declaration->parameters()) {
+        BaseColumnScope base(*this, templateColumn.value_or(column));
+        copyUpTo(*declaration->parameters());
+        wrapBracketedList(*declaration->parameters(),
+                          {settings_.beforeParameterComma, settings_.betweenParameters});
+    }
+    copyThrough(*declaration);
+}
+
+void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
+    const std::optional<int> templateColumn = takeTemplateColumn();
+    if (copyUnlessLong(*declaration)) return;
+    const int column = declaration->type() ? copyToColumnOf(*declaration) : baseColumn();
+    if (declaration->tail()) {
+        copyUpTo(*declaration->tail());
+        wrapInitializer(readThrough(in_, declaration->tail()->end()), templateColumn.value_or(column));
+    }
+    copyThrough(*declaration);
+}
+
+// "= value;", "= {...};" or "(...);"
+void CppLineWrapper::wrapInitializer(std::string_view text, int base) {
+    std::string_view rest = text;
+    readExprTokens(text, ExprMode::Declarators, tokens_);
+    const auto bracket = std::find_if(tokens_.begin(), tokens_.end(), [](const ExprToken& token) {
+        return token.token.kind == Cpp::OpenParen || token.token.kind == Cpp::OpenBrace;
+    });
+    if (bracket != tokens_.end() && bracket->token.kind == Cpp::OpenBrace && bracket->partner != kNoToken) {
+        const std::size_t first = bracket->token.offset + 1;
+        const std::size_t last = tokens_[bracket->partner].token.offset;
+        write(text.substr(0, first));
+        wrapBraceContents(text.substr(first, last - first));
+        rest.remove_prefix(last);
+    }
+    IndentScope indent(out_, indentAt(base));
+    WrapContext context;
+    context.mode = ExprMode::Declarators;
+    writeWrapped(rest, TextForm::Expression, context);
+}
+
+void CppLineWrapper::wrapBraceContents(std::string_view inside) {
+    const WrapSettings& wrap = wrapper_.settings();
+    IndentScope indent(out_, out_.indent() + wrap.dataIndent.text);
+    WrapContext context;
+    context.contentIndented = wrap.dataIndent.present;
+    context.keepsLines = !wrap.betweenDataElements.present || wrap.betweenDataElements.hasLineFeed();
+    writeWrapped(inside, TextForm::List, context);
+}
+
+}  // namespace Tessel

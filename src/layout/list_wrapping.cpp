@@ -1,0 +1,68 @@
+// void declare(int first, int second, int third);
+//
+// void declare(int first,
+//              int second, int third);
+//
+// Lists whose separators begin lines anyway keep their elements where they are.
+#include "cpp/nodes.h"
+#include "layout/cpp_line_wrapper.h"
+#include "layout/wrap_scopes.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+
+void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators) {
+    if (copyUnlessLong(list)) return;
+    copyThrough(list.open());
+    wrapElements(list, separators, ExprMode::Declaration);
+    copyThrough(list);
+}
+
+void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode) {
+    if (list.size() == 0) return;
+    if (separators.breakLines()) {
+        for (const auto& element : list.children()) element->accept(*this);
+        return;
+    }
+    copyUpTo(**list.childBegin());
+    IndentScope indent(out_, indentAt(baseColumn()));
+    WrapContext context;
+    context.mode = mode;
+    context.respacesCommas = separators.areAbsent();
+    writeWrapped(readThrough(in_, list.end()), TextForm::List, context);
+}
+
+// The column stays for the declaration that follows.
+void CppLineWrapper::visit(Cpp::TemplateNode* header) {
+    const int column = copyToColumnOf(*header);
+    templateColumn_ = column;
+    if (copyUnlessLong(*header)) return;
+    if (header->parameters()) {
+        BaseColumnScope base(*this, column);
+        wrapBracketedList(*header->parameters(),
+                          {settings_.beforeTemplateComma, settings_.betweenTemplateParameters});
+    }
+    copyThrough(*header);
+}
+
+void CppLineWrapper::visit(Cpp::BaseClauseListNode* list) {
+    if (copyUnlessLong(*list)) return;
+    wrapElements(*list, {settings_.beforeBaseClauseComma, settings_.betweenBaseClauses},
+                 ExprMode::Declaration);
+}
+
+void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
+    if (copyUnlessLong(*list)) return;
+    wrapElements(*list, {settings_.beforeInitializerComma, settings_.betweenInitializers},
+                 ExprMode::Expression);
+}
+
+// One that stands on a line of its own.
+void CppLineWrapper::visit(Cpp::InitializerNode* initializer) {
+    if (copyUnlessLong(*initializer)) return;
+    copyUpTo(*initializer);
+    writeWrapped(readThrough(in_, initializer->end()), TextForm::List, {});
+}
+
+}  // namespace Tessel

@@ -1,0 +1,80 @@
+// if (first && second) {
+//
+// if (first &&
+//     second) {
+#include "cpp/nodes.h"
+#include "cpp/token_kind.h"
+#include "layout/cpp_line_wrapper.h"
+#include "layout/wrap_scopes.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+
+namespace {
+
+const OptionalText kAsAround;
+
+int keywordOf(const Cpp::CtrlSubStmtHeadNode* head) {
+    return head && head->keyword() ? head->keyword()->keyword() : Trn::kEndKind;
+}
+
+// An "else" whose body is an "if" and nothing else.
+bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
+    if (keywordOf(part.head()) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
+    const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(part.body()->childBegin()->get());
+    if (!statement || statement->size() == 0 || statement->start() != part.body()->start()) return false;
+    const auto* first = dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement->childBegin()->get());
+    return first && keywordOf(first->head()) == Cpp::KeywordIf;
+}
+
+}  // namespace
+
+void CppLineWrapper::visit(Cpp::ExprNode* expression) {
+    if (copyUnlessLong(*expression)) return;
+    copyUpTo(*expression);
+    writeWrapped(readThrough(in_, expression->end()), TextForm::Expression, {});
+}
+
+void CppLineWrapper::visit(Cpp::CtrlStmtNode* statement) {
+    const bool chainsElseIf = std::exchange(chainsElseIf_, false);
+    if (copyUnlessLong(*statement)) return;
+    const int column = copyToColumnOf(*statement);
+    BaseColumnScope base(*this, chainsElseIf ? baseColumn() : column);
+    for (const auto& part : statement->children()) part->accept(*this);
+    copyThrough(*statement);
+}
+
+void CppLineWrapper::visit(Cpp::CtrlSubStmtNode* part) {
+    if (copyUnlessLong(*part)) return;
+    if (part->head()) part->head()->accept(*this);
+    if (!part->body()) return;
+    if (continuesElseIf(*part)) {
+        chainsElseIf_ = true;
+        wrapBraced(*part->body(), kAsAround);
+    } else {
+        const bool isSwitch = keywordOf(part->head()) == Cpp::KeywordSwitch;
+        wrapBraced(*part->body(), isSwitch ? settings_.caseContentIndent : settings_.statements.indent);
+    }
+}
+
+void CppLineWrapper::visit(Cpp::CtrlSubStmtHeadNode* head) {
+    if (copyUnlessLong(*head)) return;
+    if (head->condition()) {
+        copyThrough(head->condition()->start());
+        const Position end = head->condition()->end();
+        const std::string_view inside = readThrough(in_, {end.line, end.column - 1});
+        IndentScope indent(out_, indentAt(baseColumn()));
+        WrapContext context;
+        if (keywordOf(head) == Cpp::KeywordFor) {
+            context.mode = ExprMode::Declaration;
+            writeWrapped(inside, TextForm::ForClauses, context);
+        } else {
+            if (keywordOf(head) == Cpp::KeywordCatch) context.mode = ExprMode::Declaration;
+            writeWrapped(inside, TextForm::Expression, context);
+        }
+    }
+    copyThrough(*head);
+}
+
+}  // namespace Tessel
