@@ -203,6 +203,7 @@ Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
             case Trn::kEndKind:
             case CloseBrace:
                 return found(Shape::None);
+            case Unknown:
             case Semicolon:
                 return found(Shape::Data);
             case OpenBrace:
