@@ -7,7 +7,6 @@
 
 #include "engine/format_job.h"
 #include "layout/passes.h"
-#include "scheme/property_keys.h"
 #include "token_compare.h"
 #include "trn/exception.h"
 #include "visible_diff.h"
@@ -20,12 +19,6 @@ class GoesOn : public Tessel::UpdateFunctor {
 public:
     bool operator()(const std::string&) override { return true; }
 };
-
-Tabs tabsUnder(const Tessel::PropertySet& scheme) {
-    int mode = 0;
-    scheme.getInt(Tessel::Keys::CONVERT_WS, mode);
-    return mode == 0 ? Tabs::Kept : Tabs::Converted;
-}
 
 }  // namespace
 
@@ -52,7 +45,7 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text)
 std::string brokenPromise(const Tessel::PropertySet& scheme, const std::string& text, const Formatted& result,
                           bool checksSecondRun) {
     if (!result.accepted()) return "The text was refused:\n" + result.refusal;
-    const std::string difference = tokenDifference(text, result.text, tabsUnder(scheme));
+    const std::string difference = tokenDifference(text, result.text);
     if (!difference.empty()) return "The tokens changed: " + difference + '\n';
     if (!checksSecondRun) return {};
     const Formatted again = formatText(scheme, result.text);

@@ -22,7 +22,7 @@ std::string withoutWhite(std::string_view text) {
 }
 
 // Takes the white space off the starts and the ends of the lines.
-std::string withTrimmedLines(std::string_view text, Tabs tabs) {
+std::string withTrimmedLines(std::string_view text) {
     std::string kept;
     std::string white;
     for (const char c : text) {
@@ -33,7 +33,7 @@ std::string withTrimmedLines(std::string_view text, Tabs tabs) {
             white += c;
         } else {
             const bool startsLine = kept.empty() || kept.back() == '\n';
-            if (!startsLine) kept += tabs == Tabs::Converted && !white.empty() ? " " : white;
+            if (!startsLine) kept += white;
             white.clear();
             kept += c;
         }
@@ -49,20 +49,26 @@ bool mayMoveItsLines(const Trn::Token& token) {
 // A text token by token, with what stands between them.
 class Reader {
 public:
-    Reader(std::string_view text, Tabs tabs) : text_(text), tabs_(tabs), lexer_(text) {}
+    explicit Reader(std::string_view text) : text_(text), lexer_(text) {}
 
     void next() {
         const std::size_t gapStart = token_.offset + token_.length;
+        const bool staysFirst = token_.kind == Cpp::BlockComment && isFirst_;
+        const bool endedLine = gapStart == 0 || text_[gapStart - 1] == '\n';
         token_ = lexer_.nextToken();
         const std::size_t gapEnd = atEnd() ? text_.size() : token_.offset;
-        stray_ = withoutWhite(text_.substr(gapStart, gapEnd - gapStart));
-        content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text, tabs_) : std::string(token_.text);
+        const std::string_view gap = text_.substr(gapStart, gapEnd - gapStart);
+        isFirst_ = staysFirst || endedLine || gap.find('\n') != std::string_view::npos;
+        stray_ = withoutWhite(gap);
+        content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
     }
 
     bool atEnd() const { return token_.kind == Cpp::End; }
     bool equals(const Reader& other) const {
         return token_.kind == other.token_.kind && content_ == other.content_ && stray_ == other.stray_;
     }
+    // Whether a directive stands first on its line, but for comments; true for other tokens.
+    bool startsLine() const { return token_.kind != Cpp::Directive || isFirst_; }
     std::string describe() const {
         if (!stray_.empty()) return "\"" + stray_ + "\" outside of tokens, then \"" + content_ + '"';
         if (atEnd()) return "the end";
@@ -71,22 +77,23 @@ public:
 
 private:
     std::string_view text_;
-    Tabs tabs_;
     Cpp::Lexer lexer_;
     Trn::Token token_;
+    bool isFirst_ = true;
     std::string content_;
     std::string stray_;
 };
 
 }  // namespace
 
-std::string tokenDifference(std::string_view before, std::string_view after, Tabs tabs) {
-    Reader expected(before, tabs);
-    Reader got(after, tabs);
+std::string tokenDifference(std::string_view before, std::string_view after) {
+    Reader expected(before);
+    Reader got(after);
     do {
         expected.next();
         got.next();
         if (!expected.equals(got)) return expected.describe() + " became " + got.describe();
+        if (expected.startsLine() && !got.startsLine()) return got.describe() + " does not start its line";
     } while (!expected.atEnd());
     return {};
 }
