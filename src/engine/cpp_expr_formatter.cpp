@@ -106,8 +106,8 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
 void CppExprFormatter::writeCurrent(Run& run) {
     const ExprToken& token = run.current();
     if (token.role == ExprRole::Trivia) {
-        // Operators keep the gap in front of a comment; brackets do not.
-        if (run.after && run.previousRole() != ExprRole::BinaryOperator && token.token.kind != Cpp::LineComment) {
+        // Operators keep the gap in front of a block comment; brackets do not.
+        if (run.after && run.previousRole() != ExprRole::BinaryOperator && token.token.kind == Cpp::BlockComment) {
             run.sweep.writeGapWith(run.after->text);
         }
         run.after = nullptr;
@@ -149,8 +149,30 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     if (!wanted) wanted = run.after;
     if (wanted && wanted->present) {
         run.sweep.writeGapWith(wanted->text);
+    } else if (settings_.wrapsLines && mayHaveBeenWrapped(run)) {
+        run.sweep.writeGapWith(" ");
     } else {
         run.sweep.writeGap();
+    }
+}
+
+// Whether the gap is a line break that the line wrapper may have put there: behind a comma or a cast. Such lines
+// are joined, or wrapping again would start from lines that it does not see as one. Rows of an initializer are
+// kept by the wrapper too.
+bool CppExprFormatter::mayHaveBeenWrapped(const Run& run) const {
+    const std::string_view gap = run.sweep.gap();
+    if (run.previous == kNoToken || gap.find('\n') == std::string_view::npos || !isAllWhitespace(gap)) return false;
+    if (run.previousKind() == Cpp::Comma) {
+        return run.groups.empty() || run.groups.back().kind != Group::Kind::Braces;
+    }
+    if (run.previousKind() != Cpp::CloseParen) return false;
+    switch (run.current().token.kind) {
+        case Cpp::Identifier:
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral:
+        case Cpp::OpenParen: return true;
+        default: return false;
     }
 }
 

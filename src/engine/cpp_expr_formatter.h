@@ -55,6 +55,7 @@ private:
                        const OptionalText& typeWhitespace, bool nameFollows);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
+    bool mayHaveBeenWrapped(const Run& run) const;
     const OptionalText* wantedBefore(const Run& run) const;
     const OptionalText* wantedBeforeParen(const Run& run) const;
     void writeMarks(Run& run);

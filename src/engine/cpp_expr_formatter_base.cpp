@@ -159,13 +159,20 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
         IndentScope indent(out, {});
         LeadingSpaceScope keepSpace(out, true);
         out.write(gap);
+        startDirectiveLine(directive, out);
         writeLiteral(directive, out);
         return;
     }
     std::optional<IndentScope> margin;
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, leftMargin_.text);
     out.write(gap);
+    startDirectiveLine(directive, out);
     writeLines(directive, columns_, out);
+}
+
+// A directive begins its line, whatever white space a rule has put in front of it.
+void CppExprFormatterBase::startDirectiveLine(std::string_view directive, OIndentBuf& out) const {
+    if (out.lineHasText() && columns_.startsLine(directive)) out.write("\n");
 }
 
 }  // namespace Tessel

@@ -67,6 +67,7 @@ protected:
 private:
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
+    void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
     void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
     PropertySet scheme_;
     int tabSize_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string_view>
 
@@ -15,16 +16,32 @@ public:
 
     // 0 for a text that is no view of the document. Costs the length of the line in front of the piece.
     int columnOf(std::string_view piece) const {
-        if (!document_) return 0;
+        if (!isPartOfDocument(piece)) return 0;
         const std::string_view text = document_->text();
-        const std::less<const char*> isBefore;
-        if (isBefore(piece.data(), text.data()) || !isBefore(piece.data(), text.data() + text.size())) return 0;
-        const auto offset = static_cast<std::size_t>(piece.data() - text.data());
+        const std::size_t offset = offsetOf(piece);
         const std::size_t lineStart = document_->offsetOf(document_->positionOf(offset).line, 0);
         return columnAfter(text.substr(lineStart, offset - lineStart), 0, tabSize_);
     }
 
+    // Whether nothing but white space stands in front of the piece on its line.
+    bool startsLine(std::string_view piece) const {
+        if (!isPartOfDocument(piece)) return true;
+        const std::string_view before = document_->text().substr(0, offsetOf(piece));
+        const std::size_t last = before.find_last_not_of(" \t\v\f\r");
+        return last == std::string_view::npos || before[last] == '\n';
+    }
+
 private:
+    bool isPartOfDocument(std::string_view piece) const {
+        if (!document_) return false;
+        const std::string_view text = document_->text();
+        const std::less<const char*> isBefore;
+        return !isBefore(piece.data(), text.data()) && isBefore(piece.data(), text.data() + text.size());
+    }
+    std::size_t offsetOf(std::string_view piece) const {
+        return static_cast<std::size_t>(piece.data() - document_->text().data());
+    }
+
     const Zelmor::TextDocument* document_;
     int tabSize_;
 };

@@ -115,9 +115,19 @@ private:
 
     bool compareOpaque(const Cpp::OpaqueToken& token) {
         const std::string_view text = source_.text.substr(token.offset, token.length);
+        if (token.kind == Cpp::Directive && startsLine(source_) && !startsLine(result_)) return false;
         const bool isSame = Cpp::isTrivia(token.kind) ? compareLines(text) : compareExactly(text);
         if (isSame) source_.place = std::size_t{token.offset} + token.length;
         return isSame;
+    }
+
+    // Whether nothing but white space stands in front of the place on its line.
+    static bool startsLine(const Cursor& cursor) {
+        std::size_t place = cursor.place;
+        while (place > 0 && cursor.text[place - 1] != '\n') {
+            if (!isWhitespace(cursor.text[--place])) return false;
+        }
+        return true;
     }
 
     bool compareExactly(std::string_view text) {

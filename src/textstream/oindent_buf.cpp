@@ -10,6 +10,10 @@ namespace {
 
 constexpr std::string_view kLeadingSpace = " \t\v\f\r";
 
+bool holdsText(std::string_view line) {
+    return line.back() > ' ' || line.find_first_not_of(kLeadingSpace) != std::string_view::npos;
+}
+
 }  // namespace
 
 IndentState::IndentState(const OIndentBuf& out)
@@ -42,7 +46,9 @@ std::size_t OIndentBuf::write(std::string_view text) {
         }
         const std::size_t lineFeed = text.find('\n', taken);
         const std::size_t end = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
-        taken += put(text.substr(taken, end - taken));
+        const std::string_view line = text.substr(taken, end - taken);
+        lineHasText_ = lineFeed == std::string_view::npos && (lineHasText_ || holdsText(line));
+        taken += put(line);
         if (taken != end) break;
     }
     return taken;

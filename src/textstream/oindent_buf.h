@@ -46,6 +46,8 @@ public:
     std::size_t write(std::string_view text);
     // With leading white space kept.
     std::size_t writeVerbatim(std::string_view text);
+    // Whether anything but white space stands on the current line.
+    bool lineHasText() const { return lineHasText_; }
     // Writes the indentation when the line has not begun yet.
     void startLine() {
         if (column_ == 0) put(indent_);
@@ -60,6 +62,7 @@ private:
 
     std::string indent_;
     bool keepLeadingSpace_;
+    bool lineHasText_ = false;
 };
 
 // Another indentation for the time of a scope.

@@ -60,7 +60,8 @@ TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
     EXPECT_FALSE(accepts("#define A \\\n1\n", "#define A 1\n"));
 }
 
-TEST(TokenProof, SeesLinesThatDoNotEnd) {
+TEST(TokenProof, SeesLinesThatDoNotEndOrBegin) {
+    EXPECT_FALSE(accepts("a;\n#if X\nb;", "a; #if X\nb;"));
     EXPECT_FALSE(accepts("a; // x\nb;", "a; // x b;"));
     EXPECT_FALSE(accepts("a;\n#if X\nb;", "a;\n#if X b;"));
 }
