@@ -15,11 +15,13 @@ std::size_t findQualifiedNameStart(Trn::TokenBuffer& tokens, std::size_t distanc
         if (isTrivia(token.kind)) continue;
         if (endsTokens(token.kind)) break;
         if (token.kind == Greater) ++angleDepth;
+        if (token.kind == ShiftRight) angleDepth += 2;
         if (token.kind == Less) --angleDepth;
         if (angleDepth != 0 || token.kind == Less) continue;
         if (token.kind != Identifier) break;
         start = place;
-        if (!isScopedName(token)) break;
+        // An empty name stands in front of a "::operator" that no name qualifies directly.
+        if (!isScopedName(token) && !token.text.empty()) break;
     }
     return start;
 }

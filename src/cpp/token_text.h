@@ -34,7 +34,7 @@ public:
 
 private:
     void add(const Trn::Token& token, const char* separator) {
-        if (!text_.empty()) text_ += separator;
+        if (!text_.empty() && !token.text.empty()) text_ += separator;
         text_ += token.text;
         extend(token);
     }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "cpp/comment_text.h"
+#include "cpp/keyword_table.h"
 #include "cpp/nodes.h"
 
 namespace CppTest {
@@ -19,8 +20,8 @@ inline std::ostream& operator<<(std::ostream& out, Trn::Position position) {
 //     namespace N
 //       data unsigned int | f | : 3 ;
 //
-// Checks the positions on its way: where a node ends before it begins, stands in front of its elder sibling or
-// outside its parent, its line ends in "MISPLACED".
+// Checks the positions on its way: where a node ends before it begins, stands in front of its elder sibling
+// or outside its parent, its line ends in "MISPLACED".
 class TreeDump : public Cpp::Emitter {
 public:
     enum class Positions { Hidden, Shown };
@@ -43,16 +44,20 @@ public:
     void visit(Cpp::CommentNode* node) override {
         line(*node, {node->protectedRegion() ? "region" : "comment ", trimmed(node->text())});
     }
-    void visit(Cpp::AccessSpecNode* node) override { line(*node, {"access ", std::to_string(node->access())}); }
+    void visit(Cpp::AccessSpecNode* node) override {
+        line(*node, {"access ", std::to_string(node->access())});
+    }
     void visit(Cpp::LabelNode* node) override { line(*node, {"label ", text(node->name())}); }
     void visit(Cpp::CaseNode* node) override {
-        line(*node, {node->keyword()->keyword() == 102 ? "case " : "default ", text(node->value())});
+        line(*node, {Cpp::keywordSpelling(node->keyword()->keyword()), " ", text(node->value())});
     }
     void visit(Cpp::AsmNode* node) override {
         line(*node, {"asm ", text(node->keyword())});
-        parts(*node, node->body());
+        parts(node->body());
     }
-    void visit(Cpp::TemplateNode* node) override { line(*node, {"template ", parameters(node->parameters())}); }
+    void visit(Cpp::TemplateNode* node) override {
+        line(*node, {"template ", parameters(node->parameters())});
+    }
     void visit(Cpp::DataDeclNode* node) override {
         line(*node, {"data ", text(node->type()), " | ", text(node->name()), " | ", text(node->tail())});
         ordered(*node, {node->type(), node->name(), node->tail()});
@@ -65,47 +70,48 @@ public:
     void visit(Cpp::FunctionDeclNode* node) override {
         line(*node, {"function ", head(node->head())});
         ordered(*node, {node->head(), node->body()});
-        parts(*node, node->body());
+        parts(node->body());
     }
     void visit(Cpp::CtorDeclNode* node) override {
         line(*node, {"constructor ", head(node->head())});
         ordered(*node, {node->head(), node->initializers(), node->body()});
-        parts(*node, node->initializers(), node->body());
+        parts(node->initializers(), node->body());
     }
     void visit(Cpp::InitializerListNode* node) override { children(*node); }
     void visit(Cpp::InitializerNode* node) override {
         line(*node, {"initializer ", text(node->member())});
         ordered(*node, {node->member(), node->arguments()});
-        parts(*node, node->arguments());
+        parts(node->arguments());
     }
     void visit(Cpp::NamespaceDeclNode* node) override {
         line(*node, {"namespace ", node->head()->name()});
         ordered(*node, {node->head(), node->body()});
-        parts(*node, node->body());
+        parts(node->body());
     }
     void visit(Cpp::NamespaceBodyNode* node) override { children(*node); }
     void visit(Cpp::LinkageBlockNode* node) override {
         line(*node, {"linkage ", text(node->linkage())});
         ordered(*node, {node->linkage(), node->body()});
-        parts(*node, node->body());
+        parts(node->body());
     }
     void visit(Cpp::LinkageBlockBodyNode* node) override { children(*node); }
     void visit(Cpp::EnumDeclNode* node) override {
         line(*node, {node->head()->name()});
         ordered(*node, {node->head(), node->body()});
-        parts(*node, node->body());
+        parts(node->body());
     }
     void visit(Cpp::EnumBodyNode* node) override { children(*node); }
     void visit(Cpp::ClassDeclNode* node) override {
         const Cpp::ClassNameNode& name = *node->head()->name();
         line(*node, {std::to_string(name.classKey()), " ", name.name()});
         ordered(*node, {node->head(), node->body()});
-        parts(*node, node->head()->baseClauses(), node->body());
+        parts(node->head()->baseClauses(), node->body());
     }
     void visit(Cpp::ClassBodyNode* node) override { children(*node); }
     void visit(Cpp::BaseClauseListNode* node) override { children(*node); }
     void visit(Cpp::BaseClauseNode* node) override {
-        line(*node, {"base ", std::to_string(node->access()), node->isVirtual() ? " virtual " : " ", node->name()});
+        line(*node,
+             {"base ", std::to_string(node->access()), node->isVirtual() ? " virtual " : " ", node->name()});
     }
     void visit(Cpp::BlockNode* node) override {
         line(*node, {Trn::isSet(node->open()) ? "block" : "statement"});
@@ -117,12 +123,12 @@ public:
     }
     void visit(Cpp::CtrlSubStmtNode* node) override {
         const Cpp::CtrlSubStmtHeadNode& subHead = *node->head();
-        line(*node, {"part ", keyword(subHead.keyword()->keyword())});
+        line(*node, {"part ", Cpp::keywordSpelling(subHead.keyword()->keyword())});
         if (positions_ == Positions::Shown && subHead.condition()) {
             indented([&] { line(*subHead.condition(), {"condition"}); });
         }
         ordered(*node, {subHead.keyword(), subHead.condition(), node->body()});
-        parts(*node, node->body());
+        parts(node->body());
     }
     void visit(Cpp::SyntaxNode* node) override {
         if (auto* argument = dynamic_cast<Cpp::ArgNode*>(node)) {
@@ -135,11 +141,6 @@ public:
 private:
     static std::string trimmed(std::string_view text) {
         return std::string(Cpp::Detail::trimRight(Cpp::Detail::trimLeft(text)));
-    }
-
-    static const char* keyword(int kind) {
-        constexpr const char* words[] = {"if", "else", "?", "for", "do", "while", "try", "catch", "switch"};
-        return words[kind == 93 || kind == 94 ? kind - 93 : kind - 93];
     }
 
     template <typename Node>
@@ -201,7 +202,7 @@ private:
     }
 
     template <typename... Parts>
-    void parts(const Cpp::SyntaxNode&, Parts*... nodes) {
+    void parts(Parts*... nodes) {
         indented([&] {
             const auto visitPart = [this](auto* part) {
                 if (part) part->accept(*this);

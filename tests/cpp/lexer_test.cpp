@@ -1,0 +1,174 @@
+#include "cpp/lexer.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cpp/token_classes.h"
+#include "cpp/token_kind.h"
+#include "textstream/text_document.h"
+#include "trn/exception.h"
+
+namespace {
+
+using Cpp::Lexer;
+using Trn::Token;
+
+std::vector<Token> tokensOf(Lexer& lexer) {
+    std::vector<Token> tokens;
+    for (Token token = lexer.nextToken(); token.kind != Cpp::End; token = lexer.nextToken())
+        tokens.push_back(token);
+    return tokens;
+}
+
+// The tokens' texts, each in brackets.
+std::string texts(std::string_view source) {
+    Lexer lexer(source);
+    std::string result;
+    for (const Token& token : tokensOf(lexer)) result += '[' + std::string(token.text) + ']';
+    return result;
+}
+
+std::size_t offsetOf(const Zelmor::TextDocument& source, Trn::Position position) {
+    return source.offsetOf(static_cast<int>(position.line), static_cast<int>(position.column));
+}
+
+// The kind of the only token; -2 when there is not just one.
+int kindOf(std::string_view source) {
+    Lexer lexer(source);
+    const std::vector<Token> tokens = tokensOf(lexer);
+    return tokens.size() == 1 ? tokens.front().kind : -2;
+}
+
+TEST(Lexer, JoinsNamesWithWhatQualifiesThem) {
+    EXPECT_EQ(texts("std::string a::b::c A::~A ::x ~A"), "[std::string][a::b::c][A::~A][::x][~A]");
+    EXPECT_EQ(texts("a ::b a :: b std::\n string"), "[a][::b][a][::b][std::string]");
+    EXPECT_EQ(texts("A<B>::C A::*p ~1 $x\xC3\xA4"), "[A][<][B][>][::C][A::][*][p][~][1][$x\xC3\xA4]");
+}
+
+TEST(Lexer, CutsOperatorWordsOffQualifiedNames) {
+    EXPECT_EQ(texts("A::operator+ ::new A:: delete A::operators"),
+              "[A][::operator][+][][::new][A][::delete][A::operators]");
+    Lexer lexer("x A::B:: operator");
+    const std::vector<Token> tokens = tokensOf(lexer);
+    ASSERT_EQ(tokens.size(), 3U);
+    EXPECT_EQ(tokens[1].kind, Cpp::Identifier);
+    EXPECT_EQ(tokens[1].stringValue(), "A::B");
+    EXPECT_EQ(tokens[1].end, (Trn::Position{1, 6}));
+    EXPECT_EQ(tokens[2].kind, Cpp::KeywordOperator);
+    EXPECT_EQ(tokens[2].start, (Trn::Position{1, 7}));
+    EXPECT_EQ(tokens[2].end, (Trn::Position{1, 17}));
+}
+
+TEST(Lexer, KnowsKeywords) {
+    EXPECT_EQ(kindOf("class"), 53);
+    EXPECT_EQ(kindOf("else"), 94);
+    EXPECT_EQ(kindOf("for"), 96);
+    EXPECT_EQ(kindOf("void"), 116);
+    EXPECT_EQ(kindOf("asm"), 82);
+    EXPECT_EQ(kindOf("classes"), Cpp::Identifier);
+    EXPECT_EQ(kindOf("A::class"), Cpp::Identifier);
+}
+
+TEST(Lexer, TakesNumbersWithWhatFollowsTheirDigits) {
+    for (const char* number :
+         {"0", "077", "0x1Fu", "1.5e-3f", "10UL", "1.", "1e+9L", "0x1p-3", "10i64", "0b1010", "1'000"}) {
+        EXPECT_EQ(kindOf(number), Cpp::Number) << number;
+    }
+    EXPECT_EQ(texts("1..2 0xe+1 1e5-x a.5"), "[1.][.][2][0xe][+][1][1e5][-][x][a][.][5]");
+}
+
+TEST(Lexer, TakesTheLongestOperator) {
+    EXPECT_EQ(texts("->*- >...>>=<<=<=>.*&&=||::"), "[->*][-][>][.][.][.][>>=][<<=][<=>][.*][&&][=][||][::]");
+    EXPECT_EQ(kindOf("->*"), 52);
+    EXPECT_EQ(kindOf("^="), 46);
+    EXPECT_EQ(kindOf("?"), 50);
+}
+
+TEST(Lexer, EndsLiteralsAtTheirQuote) {
+    EXPECT_EQ(texts(R"("a\"b" '\'' '\\' L"x" u8"y" 'ab')"), R"(["a\"b"]['\'']['\\'][L"x"][u8"y"]['ab'])");
+    EXPECT_EQ(kindOf("\"a\\\nb\""), Cpp::StringLiteral);
+    EXPECT_EQ(texts("R\"(a\"b)\" R\"x()\")x\" R\"no"), "[R\"(a\"b)\"][R\"x()\")x\"][R\"no]");
+    EXPECT_EQ(kindOf("\"a\n"), Cpp::Unknown);
+    EXPECT_EQ(kindOf("\"a"), Cpp::Unknown);
+    EXPECT_EQ(kindOf("''"), Cpp::Unknown);
+    EXPECT_EQ(kindOf("'a\n"), Cpp::Unknown);
+}
+
+TEST(Lexer, GivesValuesOfTheirTypeOnly) {
+    Lexer lexer(R"("a\tb" '\n' name 1)");
+    const std::vector<Token> tokens = tokensOf(lexer);
+    EXPECT_EQ(tokens[0].stringValue(), "a\tb");
+    EXPECT_EQ(tokens[1].charValue(), '\n');
+    EXPECT_EQ(tokens[2].stringValue(), "name");
+    EXPECT_THROW(tokens[0].charValue(), Trn::InvalidValueType);
+    EXPECT_THROW(tokens[3].stringValue(), Trn::InvalidValueType);
+}
+
+TEST(Lexer, EndsCommentsAndDirectives) {
+    EXPECT_EQ(texts("// a\n/* b\n*/// c"), "[// a\n][/* b\n*/][// c]");
+    EXPECT_EQ(texts("// a \\\n b\nc"), "[// a \\\n b\n][c]");
+    EXPECT_EQ(texts("/* a"), "[/* a]");
+    EXPECT_EQ(texts("#include <a> // x\n"), "[#include <a> ][// x\n]");
+    EXPECT_EQ(texts("#define A \\\n b\nc"), "[#define A \\\n b\n][c]");
+    EXPECT_EQ(texts("#if a /* b */ + c\n#x"), "[#if a /* b */ + c\n][#x]");
+    EXPECT_EQ(texts("#if a /* b\n */\nc"), "[#if a ][/* b\n */][c]");
+    EXPECT_EQ(texts("#if a /* b\n */ + c\nd"), "[#if a /* b\n */ + c\n][d]");
+    EXPECT_EQ(texts("#define A \"//\" '\"' // x\n"), "[#define A \"//\" '\"' ][// x\n]");
+    EXPECT_EQ(texts("#error don't // x\n"), "[#error don't ][// x\n]");
+}
+
+TEST(Lexer, LeavesOtherCharactersToTheGaps) {
+    EXPECT_EQ(texts("a @ ` \x01 \\ b"), "[a][b]");
+    EXPECT_EQ(texts(std::string_view("a\0b", 3)), "[a][b]");
+    EXPECT_EQ(texts("a \\ \nb"), "[a][\\ \n][b]");
+}
+
+TEST(Lexer, GoesOnGivingTheEnd) {
+    Lexer lexer("a\n ");
+    lexer.nextToken();
+    for (int i = 0; i < 2; ++i) {
+        const Token end = lexer.nextToken();
+        EXPECT_EQ(end.kind, Cpp::End);
+        EXPECT_EQ(end.start, (Trn::Position{2, 1}));
+        EXPECT_EQ(end.end, end.start);
+        EXPECT_TRUE(end.text.empty());
+    }
+    std::ostringstream out;
+    lexer.printPosition(out);
+    EXPECT_EQ(out.str(), "line:\t2\tcol:\t1\tlastlinecol:\t1\n");
+}
+
+TEST(Lexer, ReadsStreamsWithAnyLineEnds) {
+    std::istringstream in("a\r\n/*\r*/\rb");
+    Lexer lexer(in);
+    const std::vector<Token> tokens = tokensOf(lexer);
+    ASSERT_EQ(tokens.size(), 3U);
+    EXPECT_EQ(tokens[1].text, "/*\n*/");
+    EXPECT_EQ(tokens[2].start, (Trn::Position{4, 1}));
+}
+
+// A token's text is what the source holds between its positions, but for white space behind a "::".
+TEST(Lexer, KnowsWhereTokensStand) {
+    const Zelmor::TextDocument source(
+        "#define A \\\n 1\n\tint\tx = a::b::\n  operator ( ::\t c ); // d \\\n e\n"
+        "/* f\n */ \"g\\\n h\" R\"(\n)\" i\\\nj @ '\\n' \"k\n~l ... <<= A :: new\n#if 1 /* m\n */ n\n  "
+        "\\\no");
+    Lexer lexer(source.text());
+    Trn::Position last{1, 0};
+    for (const Token& token : tokensOf(lexer)) {
+        const std::size_t start = offsetOf(source, token.start) - 1;
+        const std::size_t end = offsetOf(source, token.end);
+        EXPECT_EQ(start, token.offset) << token.text;
+        EXPECT_EQ(end, token.offset + token.length) << token.text;
+        EXPECT_GE(token.start, last) << token.text;
+        EXPECT_EQ(Cpp::removeWhitespace(source.text().substr(start, end - start)),
+                  Cpp::removeWhitespace(token.text));
+        last = token.end;
+    }
+}
+
+}  // namespace
