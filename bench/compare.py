@@ -1,0 +1,284 @@
+"""Times whole processes in interleaved rounds, and prints two tables. Called by bench/compare."""
+
+import argparse
+import os
+import random
+import signal
+import statistics
+import subprocess
+import sys
+import threading
+import time
+
+ROUNDS = 7
+SIZES = [0.1, 1, 4, 16]  # in MB
+MB = 1_000_000
+CELL_BUDGET = 12.0  # seconds for all rounds of one program on one input
+RUN_LIMIT = 60.0  # seconds for one run
+SUFFIXES = (".h", ".H", ".hpp", ".hh", ".c", ".cc", ".cpp", ".cxx")
+
+
+class Program:
+    def __init__(self, name, arguments, is_reference=False):
+        self.name = name
+        self.arguments = arguments  # of the input's path
+        self.is_reference = is_reference
+
+
+class Bench:
+    def __init__(self, root):
+        self.folder = os.path.join(root, "build", "bench")
+        os.makedirs(self.folder, exist_ok=True)
+        self.vantrel = os.path.join(root, "build", "VantrelCmd")
+        self.output = os.path.join(self.folder, "output")
+        self.config = self.write("uncrustify.cfg", "indent_columns = 4\nindent_with_tabs = 0\n")
+        os.environ["VANTREL_SCHEMES"] = os.path.join(root, "schemes")
+
+    def write(self, name, text):
+        path = os.path.join(self.folder, name)
+        with open(path, "w", encoding="latin-1") as file:
+            file.write(text)
+        return path
+
+    def with_scheme(self, scheme):
+        return Program("VantrelCmd " + scheme, lambda path: [self.vantrel, "-s", scheme, path, "-"])
+
+    def programs(self):
+        return [
+            self.with_scheme("allman"),
+            self.with_scheme("aligned"),
+            self.with_scheme("allman-100"),
+            Program("astyle", lambda path: ["astyle", "--style=allman", "--stdin=" + path], True),
+            Program("clang-format", lambda path: ["clang-format", "--style=LLVM", path]),
+            Program("uncrustify", lambda path: ["uncrustify", "-q", "-l", "CPP", "-c", self.config, "-f", path]),
+        ]
+
+    def run(self, arguments):
+        """The seconds that one run takes; None when it fails or takes too long."""
+        flags = os.O_WRONLY | os.O_CREAT | os.O_TRUNC
+        actions = [
+            (os.POSIX_SPAWN_OPEN, 1, self.output, flags, 0o644),
+            (os.POSIX_SPAWN_OPEN, 2, "/dev/null", os.O_WRONLY, 0o644),
+        ]
+        start = time.perf_counter()
+        process = os.posix_spawnp(arguments[0], arguments, os.environ, file_actions=actions)
+        limit = threading.Timer(RUN_LIMIT, os.kill, (process, signal.SIGKILL))
+        limit.start()
+        status = os.waitpid(process, 0)[1]
+        seconds = time.perf_counter() - start
+        limit.cancel()
+        return seconds if status == 0 else None
+
+    def peak_memory(self, arguments):
+        """In bytes. Started by time(1), for a process starts with the memory of the one that starts it."""
+        report = os.path.join(self.folder, "memory")
+        command = ["time", "-f", "%M", "-o", report] + arguments
+        subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+        with open(report, encoding="ascii") as file:
+            return int(file.read().split()[-1]) * 1024
+
+    def accepts(self, path):
+        return self.run([self.vantrel, "-s", "allman", path, "-"]) is not None
+
+    def medians(self, programs, path, expected):
+        """The median time of each program, run in turns; `expected` says what to expect of one run."""
+        times = {program: [] for program in programs}
+        wanted = {}
+        for program in programs:
+            guess = expected.get(program, 0.0)
+            wanted[program] = 0 if guess > RUN_LIMIT / 2 else max(1, min(ROUNDS, int(CELL_BUDGET / (guess + 0.001))))
+        for number in range(ROUNDS):
+            for program in programs:
+                if number >= wanted[program]:
+                    continue
+                seconds = self.run(program.arguments(path))
+                if seconds is None:
+                    wanted[program] = 0
+                else:
+                    times[program].append(seconds)
+        return {program: statistics.median(taken) for program, taken in times.items() if taken}
+
+
+def progress(text):
+    if sys.stderr.isatty():
+        sys.stderr.write("\r\033[K" + text)
+        sys.stderr.flush()
+
+
+def source_files(packages, root):
+    listed = subprocess.run(["dpkg", "-L"] + packages, capture_output=True, text=True, check=True).stdout.split("\n")
+    real = os.path.join(root, "tests", "real")
+    listed += [os.path.join(real, name) for name in os.listdir(real) if name != "real_files_test.cpp"]
+    return sorted(path for path in set(listed) if path.endswith(SUFFIXES) and os.path.isfile(path))
+
+
+def fill(pieces, length):
+    """Pieces in turns, as many as fit."""
+    chosen, free, misses = [], length, 0
+    for number in range(100 * len(pieces)):
+        piece = pieces[number % len(pieces)]
+        if len(piece) <= free:
+            chosen.append(piece)
+            free -= len(piece)
+            misses = 0
+        else:
+            misses += 1
+        if misses == len(pieces):
+            break
+    return "".join(chosen)
+
+
+def build_inputs(bench, files, sizes):
+    accepted = []
+    for path in files:
+        progress("Looking for sources: %d" % len(accepted))
+        if bench.accepts(path):
+            with open(path, encoding="latin-1") as file:
+                accepted.append(file.read() + "\n")
+    random.Random(1).shuffle(accepted)
+    inputs = []
+    for size in sizes:
+        text = fill(accepted, int(size * MB))
+        path = bench.write("input-%g.cpp" % size, text)
+        if not bench.accepts(path):
+            sys.exit("The sources are not accepted in one file: " + path)
+        inputs.append((size, path))
+    print("%d files, %.1f MB, of which the inputs are made." % (len(accepted), sum(map(len, accepted)) / MB))
+    return inputs
+
+
+def shown_time(seconds):
+    return "%.1f ms" % (seconds * 1000) if seconds < 1 else "%.2f s" % seconds
+
+
+def print_row(cells, widths):
+    first = cells[0].ljust(widths[0])
+    print("  ".join([first] + [cell.rjust(width) for cell, width in zip(cells[1:], widths[1:])]))
+
+
+def print_table(rows):
+    widths = [max(len(row[i]) for row in rows) for i in range(len(rows[0]))]
+    for number, row in enumerate(rows):
+        print_row(row, widths)
+        if number == 0:
+            print("  ".join("-" * width for width in widths))
+
+
+def compare_programs(bench, inputs):
+    programs = bench.programs()
+    per_mb = {}  # of 1 MB, what growth is relative to
+    expected = {}
+    rows = [["", "size", "median", "to astyle", "peak memory", "to input", "time per MB to that of 1 MB"]]
+    results = []
+    for size, path in inputs:
+        progress("%g MB" % size)
+        length = os.path.getsize(path)
+        medians = bench.medians(programs, path, expected)
+        results.append((size, path, length, medians))
+        larger = [other for other, _ in inputs if other > size]
+        for program, seconds in medians.items():
+            if larger:
+                expected[program] = seconds * larger[0] / size
+            if size == 1:
+                per_mb[program] = seconds / length
+    for program in programs:
+        for size, path, length, medians in results:
+            if program not in medians:
+                rows.append([program.name, "%g MB" % size, "skipped", "", "", "", ""])
+                continue
+            seconds = medians[program]
+            astyle = next((taken for other, taken in medians.items() if other.is_reference), None)
+            memory = bench.peak_memory(program.arguments(path))
+            rows.append(
+                [
+                    program.name,
+                    "%g MB" % size,
+                    shown_time(seconds),
+                    "%.2f" % (seconds / astyle) if astyle else "",
+                    "%.1f MB" % (memory / MB),
+                    "%.1f" % (memory / length),
+                    "%.2f" % (seconds / length / per_mb[program]) if program in per_mb else "",
+                ]
+            )
+    progress("")
+    print_table(rows)
+
+
+def initialiser(count):
+    return "int table[] = { %s };\n" % ", ".join(str(i) for i in range(count))
+
+
+def nested_call(depth):
+    return "void f() { %s1%s; }\n" % ("call(" * depth, ", 2)" * depth)
+
+
+def shift_chain(count):
+    return "void f() { out%s; }\n" % "".join(" << value%d" % i for i in range(count))
+
+
+def condition(count):
+    terms = " && ".join("first%d == second%d" % (i, i) for i in range(count))
+    return "void f() { if (%s) g(); }\n" % terms
+
+
+def declarations(count):
+    types = ["int", "unsigned long", "const char *", "double", "std::string"]
+    return "".join("%s name%d = %d;\n" % (types[i % len(types)], i, i) for i in range(count))
+
+
+SHAPES = [
+    ("initialiser of %d elements", initialiser, 25_000, "allman-100"),
+    ("call nested %d deep", nested_call, 50, "allman-100"),
+    ("chain of %d shifts", shift_chain, 1_250, "allman-100"),
+    ("condition of %d terms", condition, 500, "allman-100"),
+    ("run of %d declarations", declarations, 12_500, "aligned"),
+]
+
+
+def compare_shapes(bench):
+    start_up = bench.medians([bench.with_scheme("allman")], bench.write("one.cpp", "int a;\n"), {})
+    start = list(start_up.values())[0]
+    rows = [["", "scheme", "median", "4 times as many", "growth", "peak memory", "to input"]]
+    for name, make, count, scheme in SHAPES:
+        progress(name % count)
+        program = bench.with_scheme(scheme)
+        paths = [bench.write("shape-%d.cpp" % n, make(n)) for n in (count, 4 * count)]
+        times = [bench.medians([program], path, {}).get(program) for path in paths]
+        if None in times:
+            rows.append([name % count, scheme] + [shown_time(t) if t else "failed" for t in times] + ["", "", ""])
+            continue
+        memory = bench.peak_memory(program.arguments(paths[1]))
+        work = [seconds - start for seconds in times]
+        rows.append(
+            [
+                name % count,
+                scheme,
+                shown_time(times[0]),
+                shown_time(times[1]),
+                "%.1f" % (work[1] / work[0]) if work[0] > 0.0005 else "",
+                "%.1f MB" % (memory / MB),
+                "%.1f" % (memory / os.path.getsize(paths[1])),
+            ]
+        )
+    progress("")
+    print("\nGrowth without the %s that starting takes; 4 is linear.\n" % shown_time(start))
+    print_table(rows)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("root")
+    parser.add_argument("--sizes", nargs="*", type=float)
+    parser.add_argument("--packages", nargs="+")
+    arguments = parser.parse_args()
+    bench = Bench(arguments.root)
+    files = source_files(arguments.packages, arguments.root)
+    sizes = sorted(arguments.sizes) if arguments.sizes else SIZES
+    inputs = build_inputs(bench, files, sizes)
+    print("Median of up to %d runs of whole processes, in turns.\n" % ROUNDS)
+    compare_programs(bench, inputs)
+    compare_shapes(bench)
+
+
+if __name__ == "__main__":
+    main()
