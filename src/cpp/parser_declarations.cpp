@@ -160,7 +160,7 @@ struct DeclarationScan {
 
     void take(int kind) {
         countAngles(kind);
-        if (kind == OpenBracket) ++bracketDepth;
+        if (kind == OpenBracket && !afterOperator()) ++bracketDepth;
         if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
         sawOperator |= kind == KeywordOperator;
         sawEnum |= kind == KeywordEnum;

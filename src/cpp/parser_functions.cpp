@@ -124,7 +124,8 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
         if (token.kind == Trn::kEndKind) break;
         if (token.kind == KeywordOperator) {
             nameStart = tokens.place();
-            sawName = takeOperatorName(tokens);
+            sawName = true;
+            if (!takeOperatorName(tokens)) return nullptr;
             break;
         }
         // What stands just in front of the "(" is the name, or a template's arguments behind it.

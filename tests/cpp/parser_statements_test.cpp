@@ -1,0 +1,268 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "cpp/parse_text.h"
+
+namespace {
+
+// The items of a function's block.
+std::string itemsOf(const std::string& statements) {
+    const std::string tree = CppTest::treeOf("void f() {\n" + statements + "\n}");
+    const std::string frame = "\nfunction void | f ()\n  block\n";
+    if (!tree.starts_with(frame)) return tree;
+    std::string items = "\n";
+    std::istringstream lines(tree.substr(frame.size()));
+    for (std::string line; std::getline(lines, line);) items += line.substr(4) + '\n';
+    return items;
+}
+
+TEST(ParserStatements, PutsTheElseIfInsideTheElse) {
+    EXPECT_EQ(itemsOf("if (a) b(); else if (c) { d(); } else e();"), R"(
+control
+  part if
+    statement
+      expr b;
+  part else
+    statement
+      control
+        part if
+          block
+            expr d;
+        part else
+          statement
+            expr e;
+)");
+    EXPECT_EQ(itemsOf("if (a) if (b) c(); else d();"), R"(
+control
+  part if
+    statement
+      control
+        part if
+          statement
+            expr c;
+        part else
+          statement
+            expr d;
+)");
+}
+
+TEST(ParserStatements, KeepsCommentsBetweenTheParts) {
+    EXPECT_EQ(itemsOf("if (a) /* 1 */ { } // 2\n#else\nelse /* 3 */ if (b) ; /* 4 */ else ; /* 5 */"), R"(
+control
+  part if
+    block
+  comment // 2
+  directive #else
+  part else
+    statement
+      control
+        part if
+          block
+        comment /* 4 */
+        part else
+          block
+comment /* 5 */
+)");
+}
+
+TEST(ParserStatements, ReadsLoopsAndHandlers) {
+    EXPECT_EQ(itemsOf("for (;;) ; while (x) y(); do { } while (y); do x(); while (y);\n"
+                      "try { } /* c */ catch (A &) { } catch (...) { } switch (x) { case 1: break; }"),
+              R"(
+control
+  part for
+    block
+control
+  part while
+    statement
+      expr y;
+control
+  part do
+    block
+  part while
+control
+  part do
+    statement
+      expr x;
+  part while
+control
+  part try
+    block
+  comment /* c */
+  part catch
+    block
+  part catch
+    block
+control
+  part switch
+    block
+      case 1
+      expr break;
+)");
+}
+
+TEST(ParserStatements, ReadsLabels) {
+    EXPECT_EQ(itemsOf("case A::B: case a ? b : c: case (x): default: out: f(); default /* c */ :"), R"(
+case A::B
+case a ? b : c
+case ( x )
+default -
+label out
+expr f;
+default -
+)");
+}
+
+TEST(ParserStatements, TellsDeclarationsFromExpressions) {
+    EXPECT_EQ(
+        itemsOf("T * p = 0; a * b; A &c = d; A<int> e; A f(3); const int g = 1; auto h = 2; int i[2] = { 1 "
+                "}, j;\n"
+                "static int k = 0; struct S { int a; } s; enum E { X } e; typedef int U; extern int q; k;"),
+        R"(
+data T * | p | = 0 ;
+data a * | b | -
+data A & | c | = d ;
+data A < int > | e | -
+data A | f | ( 3 ) ;
+data const int | g | = 1 ;
+data auto | h | = 2 ;
+data int | i [ 2 ] | = { 1 } , j ;
+data static int | k | = 0 ;
+1 struct S
+  data int | a | -
+data - | s | -
+enum E
+  expr X
+data - | e | -
+data typedef int | U | -
+data int | q | -
+data - | k | -
+)");
+    EXPECT_EQ(
+        itemsOf(
+            "f(x); f(a, b); *p = 3; ++i; A::f(); f<3>(x); unsigned l; a < b > (c); ::new T; x = (T) { 1 };"),
+        R"(
+expr f x;
+expr f a , b;
+expr * p = 3;
+expr ++ i;
+expr A::f;
+expr f 3 x;
+expr unsigned l;
+expr a b c;
+expr ::new T;
+expr x = T
+block
+  expr 1
+)");
+}
+
+TEST(ParserStatements, ReadsTheStatementOfABody) {
+    EXPECT_EQ(itemsOf("if (x) int y = 3; if (x) A *b; if (x) typedef int T; if (x) a < 3 > (b); if (x) "
+                      "return; else { }"),
+              R"(
+control
+  part if
+    statement
+      data int | y | = 3 ;
+control
+  part if
+    statement
+      data A * | b | -
+control
+  part if
+    statement
+      data typedef int | T | -
+control
+  part if
+    statement
+      expr a 3 b;
+control
+  part if
+    statement
+      expr return;
+  part else
+    block
+)");
+    EXPECT_EQ(itemsOf("if (x) if (y) }"), R"(
+control
+  part if
+    statement
+      control
+        part if
+)");
+}
+
+TEST(ParserStatements, EndsExpressionsInFrontOfWhatStartsAStatement) {
+    EXPECT_EQ(itemsOf("MACRO(x) if (a) b(); MACRO { c(); } x = y ? throw 1 : 2; MACRO struct A { } a; "
+                      "f(\n#if X\n1,\n#endif\n2); z"),
+              R"(
+expr MACRO x
+control
+  part if
+    statement
+      expr b;
+expr MACRO
+block
+  expr c;
+expr x = y ?
+expr throw 1 : 2;
+expr MACRO
+1 struct A
+data - | a | -
+expr f
+directive #if X
+expr 1 ,
+directive #endif
+expr 2;
+expr z
+)");
+}
+
+TEST(ParserStatements, ReadsAssembler) {
+    EXPECT_EQ(
+        itemsOf("__asm mov eax, 1\nf(); _asm nop; g(); __asm { mov a, { b } } asm(\"x\"\n: \"=r\"(y)); h();"),
+        R"(
+asm __asm
+  block
+expr f;
+asm _asm
+  block
+expr g;
+asm __asm
+  block
+    text mov a , { b }
+asm asm
+  block
+expr h;
+)");
+}
+
+TEST(ParserStatements, KnowWhereThingsStand) {
+    EXPECT_EQ(CppTest::treeOf("void f()\n{\n  if (a)\n    b ( c ) ;\n  else ;\n  do x(); while ( y ) ;\n  "
+                              "case 1 : d :\n  int e ( 1 ) ;\n}",
+                              CppTest::TreeDump::Positions::Shown),
+              R"(
+function void | f () @1:1-9:1
+  block @2:1-9:1
+    control @3:3-5:8
+      part if @3:3-4:13
+        condition @3:6-3:8
+        statement @4:5-4:13
+          expr b c; @4:5-4:13
+      part else @5:3-5:8
+        block @5:8-5:8
+    control @6:3-6:23
+      part do @6:3-6:9
+        statement @6:6-6:9
+          expr x; @6:6-6:9
+      part while @6:11-6:23
+        condition @6:17-6:21
+    case 1 @7:3-7:10
+    label d @7:12-7:14
+    data int | e | ( 1 ) ; @8:3-8:15
+)");
+}
+
+}  // namespace
