@@ -130,18 +130,23 @@ void CppExprFormatter::writeCurrent(Run& run) {
     writeGapBefore(run);
     if (!run.groups.empty()) startElements(run, run.groups.back());
     run.previous = run.sweep.place();
-    run.after = token.role == ExprRole::BinaryOperator || spacesAsOperator(run, run.previous)
-                    ? ifPresent(settings_.afterOperator)
-                    : nullptr;
+    run.after = wantedAfter(run, run.previous);
     const bool opens = token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen ||
                        token.role == ExprRole::BraceOpen;
     run.sweep.writeToken();
     if (opens) openGroup(run);
 }
 
-// A ";" in front of a "*" or "&" counts as an operator.
-bool CppExprFormatter::spacesAsOperator(const Run& run, std::size_t place) const {
-    return run.kindAt(place) == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1));
+// What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
+const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
+    const int kind = run.kindAt(place);
+    const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
+                            (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
+    if (isOperator) return ifPresent(settings_.afterOperator);
+    if (kind != Cpp::StringLiteral || !settings_.wrapsLines) return nullptr;
+    do ++place;
+    while (run.roleAt(place) == ExprRole::Trivia);
+    return run.kindAt(place) == Cpp::StringLiteral ? &kBlank : nullptr;
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
@@ -188,11 +193,6 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run) const {
         case ExprRole::BraceOpen:
             return settings_.beforeDataBrace.present ? &settings_.beforeDataBrace : &kAsInInput;
         case ExprRole::Name: return ifPresent(run.typeWhitespace);
-        case ExprRole::Operand: {
-            const bool areLiterals =
-                token.token.kind == Cpp::StringLiteral && run.previousKind() == Cpp::StringLiteral;
-            return areLiterals && settings_.wrapsLines ? &kBlank : nullptr;
-        }
         default: return nullptr;
     }
 }

@@ -70,7 +70,7 @@ private:
     const OptionalText* afterOpen(Group::Kind kind) const;
     const OptionalText* beforeClose(Group::Kind kind) const;
     const MarkSettings& markSettings(int kind) const;
-    bool spacesAsOperator(const Run& run, std::size_t place) const;
+    const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
 
     ExprSettings settings_;
     std::vector<ExprToken> exprTokens_;

@@ -143,6 +143,7 @@ private:
     // Templates and enums.
     void formatTemplateParameters(Cpp::ParameterListNode& list);
     void formatEnumerators(Cpp::EnumBodyNode& body);
+    void formatEnumeratorList(Cpp::EnumBodyNode& body, ListSeparators separators);
     void writeEnumEnd(Cpp::EnumBodyNode& body);
 
     // Statements.

@@ -5,7 +5,8 @@
 //     A,
 //     B = 2
 // };
-#include "engine/columns.h"
+#include <algorithm>
+
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
@@ -53,16 +54,26 @@ void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     const ListSeparators separators{settings_.beforeEnumComma, settings_.betweenEnumerators};
     ContentScope content(*this, settings_.enums.indent);
     if (!settings_.alignsEnumInitializers || !separators.breaksLines() || body.size() < 2) {
-        formatElements(body, separators);
+        formatEnumeratorList(body, separators);
         return;
     }
     const Zelmor::IndentState start = state();
     OIndentBuf enumerators(start);
     {
         SourceWriter::OutputScope scratch(writer_, enumerators);
-        formatElements(body, separators);
+        formatEnumeratorList(body, separators);
     }
     writeRendered(exprFormatter_.alignEnumInitializers(enumerators.takeText(), start));
+}
+
+// Enumerators on lines of their own stand below the first one; where a comment or directive comes before that,
+// at the indentation.
+void CppFormatter::formatEnumeratorList(Cpp::EnumBodyNode& body, ListSeparators separators) {
+    if (dynamic_cast<const Cpp::ExprNode*>(body.childBegin()->get())) {
+        formatSeparatedList(body, separators);
+    } else {
+        formatElements(body, separators);
+    }
 }
 
 // A "," behind the last enumerator stands in the gap in front of the "}".
