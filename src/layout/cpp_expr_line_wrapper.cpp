@@ -38,7 +38,9 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
     ExprLayout layout(text_, settings_, indentColumn(state));
     const int column = text_.columnOf(0, state.column);
     if (layout.isTooLong(wholeText(), column)) {
-        const TokenRange operand = withoutPrefixes();
+        const bool isDeclaratorList = context.declaratorColumn && layout.holdsElements(wholeText());
+        if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
+        const TokenRange operand = isDeclaratorList ? wholeText() : withoutPrefixes();
         const int prefixEnd = text_.measure({0, operand.first}, column).column;
         layout.breakExpression(operand,
                                operand.first == 0 ? column : text_.columnOf(operand.first, prefixEnd));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,7 @@ struct WrapContext {
     bool contentIndented = false;  // the state's indentation is that of the content already
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
+    std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };
 
 // Breaks expressions and lists that are too long, where ExprLayout says. Takes the text as the formatter

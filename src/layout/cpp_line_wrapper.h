@@ -115,7 +115,8 @@ private:
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);
     void wrapFunctionHead(Cpp::FunctionHeadNode& head);
-    void wrapInitializer(std::string_view text, int base);
+    void wrapDeclarators(const Cpp::DataDeclNode& declaration);
+    void wrapInitializer(std::string_view text, int nameColumn);
     void wrapBraceContents(std::string_view inside);
 
     FormatterSettings settings_;

@@ -13,6 +13,21 @@ namespace Tessel {
 
 using Zelmor::IndentScope;
 
+namespace {
+
+// Whether what stands for a declared name names more than one: a comma stands outside of all brackets.
+bool holdsDeclarators(std::string_view name) {
+    int depth = 0;
+    for (const char c : name) {
+        if (c == ',' && depth == 0) return true;
+        if (c == '(' || c == '[' || c == '<') ++depth;
+        if (c == ')' || c == ']' || c == '>') --depth;
+    }
+    return false;
+}
+
+}  // namespace
+
 // A declaration with a body in braces.
 void CppLineWrapper::wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body) {
     const std::optional<int> templateColumn = takeTemplateColumn();
@@ -113,15 +128,27 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(*declaration)) return;
     const int column = declaration->type() ? copyToColumnOf(*declaration) : baseColumn();
-    if (declaration->tail()) {
+    BaseColumnScope base(*this, templateColumn.value_or(column));
+    const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
+    if (declaration->name() && holdsDeclarators(declaration->name()->text())) {
+        wrapDeclarators(*declaration);
+    } else if (declaration->tail()) {
         copyUpTo(*declaration->tail());
-        wrapInitializer(readThrough(in_, declaration->tail()->end()), templateColumn.value_or(column));
+        wrapInitializer(readThrough(in_, declaration->tail()->end()), nameColumn);
     }
     copyThrough(*declaration);
 }
 
+// first, second, third = 3;
+void CppLineWrapper::wrapDeclarators(const Cpp::DataDeclNode& declaration) {
+    IndentScope indent(out_, indentAt(baseColumn()));
+    WrapContext context;
+    context.mode = ExprMode::Declarators;
+    writeWrapped(readThrough(in_, declaration.end()), TextForm::List, context);
+}
+
 // "= value;", "= {...};" or "(...);"
-void CppLineWrapper::wrapInitializer(std::string_view text, int base) {
+void CppLineWrapper::wrapInitializer(std::string_view text, int nameColumn) {
     std::string_view rest = text;
     readExprTokens(text, ExprMode::Declarators, tokens_);
     const auto bracket = std::find_if(tokens_.begin(), tokens_.end(), [](const ExprToken& token) {
@@ -134,9 +161,10 @@ void CppLineWrapper::wrapInitializer(std::string_view text, int base) {
         wrapBraceContents(text.substr(first, last - first));
         rest.remove_prefix(last);
     }
-    IndentScope indent(out_, indentAt(base));
+    IndentScope indent(out_, indentAt(baseColumn()));
     WrapContext context;
     context.mode = ExprMode::Declarators;
+    context.declaratorColumn = nameColumn;
     writeWrapped(rest, TextForm::Expression, context);
 }
 

@@ -30,14 +30,19 @@ bool ExprLayout::isTooLong(TokenRange range, int column) const {
     return !text_.fits(range, column, text_.tailWidth(range.last), Literals::Joined);
 }
 
+bool ExprLayout::holdsElements(TokenRange range) {
+    std::size_t separator = range.first;
+    return nextLine(separatorsOf(Class::Comma), {range}, range, separator, range.first) != kNoToken;
+}
+
 void ExprLayout::breakExpression(TokenRange range, int column) {
-    const Region region{range, indentColumn_, column, 0};
+    const Region region{range, indentColumn_, column, 0, atIndent_};
     layCallsOrRegion(region, column);
 }
 
 void ExprLayout::packList(TokenRange range, int column) {
     if (settings_.comma == SeparatorPlace::None) return;
-    const Region region{range, indentColumn_, column, 0};
+    const Region region{range, indentColumn_, column, 0, atIndent_};
     alignOwnLines(region);
     if (!packPieces(region, range, column, separatorsOf(Class::Comma), std::nullopt, false)) {
         layPiece(region, range, column, Class::Shift);
@@ -45,8 +50,7 @@ void ExprLayout::packList(TokenRange range, int column) {
 }
 
 void ExprLayout::breakForClauses(TokenRange range, int column) {
-    atIndent_ = true;
-    const Region region{range, column, column, 0};
+    const Region region{range, column, column, 0, true};
     alignOwnLines(region);
     layPiece(region, range, column, Class::Clause);
 }
@@ -163,7 +167,7 @@ int ExprLayout::layRegion(Region region, int column) {
     if (text_.fits(range, column, tailBehind(region, range.last), Literals::Joined)) {
         return text_.measure(range, column).column;
     }
-    region.alignment = column;
+    region.alignment = region.depth == 0 ? alignment_.value_or(column) : column;
     alignOwnLines(region);
     if (const auto end = breakAll(region, range, column, separatorsOf(Class::Comma))) return *end;
     return layPiece(region, range, column, Class::Shift);
@@ -207,7 +211,7 @@ std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, 
 std::optional<int> ExprLayout::packShifts(const Region& region, TokenRange piece, int column) {
     const Separators shifts = separatorsOf(Class::Shift);
     LineStart start = lineStart(region, piece.first, false);
-    const bool isAligned = settings_.style == WrapStyle::Aligned && !startsAtIndent(region);
+    const bool isAligned = settings_.style == WrapStyle::Aligned && !region.startsAtIndent;
     if (isAligned) start.column = column;
     return packPieces(region, piece, column, shifts, start, isAligned && shifts.leadsLine);
 }
@@ -257,7 +261,12 @@ int ExprLayout::layGroups(const Region& region, TokenRange piece, int column) {
 // The text from token `at`, which stands at `column`, to the end of the group's inside. Returns the column of
 // the closing bracket.
 int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t at, int column) {
-    Region inside{{open + 1, text_.tokens()[open].partner}, region.indent, 0, region.depth + 1};
+    const bool isBraced = text_.kindAt(open) == Cpp::OpenBrace;
+    Region inside{{open + 1, text_.tokens()[open].partner},
+                  region.indent,
+                  0,
+                  region.depth + 1,
+                  isBraced && region.startsAtIndent};
     const bool isCallGroup = isCall(open, at);
     if (isCallGroup) {
         const std::size_t name = open - 1;
@@ -268,8 +277,7 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
     column = measured({at, open + 1}, column);
     if (!inside.range.empty()) {
         column = text_.columnOf(open + 1, column);
-        const bool isPlainGroup = !isCallGroup && text_.kindAt(open) == Cpp::OpenParen;
-        column = isPlainGroup ? layCallsOrRegion(inside, column) : layRegion(inside, column);
+        column = isCallGroup || isBraced ? layRegion(inside, column) : layCallsOrRegion(inside, column);
     }
     return text_.columnOf(inside.range.last, column);
 }
@@ -315,7 +323,7 @@ void ExprLayout::alignOwnLines(const Region& region) {
 
 // Where a line of the region begins that `place` is put at the start of.
 LineStart ExprLayout::lineStart(const Region& region, std::size_t place, bool leadsLine) const {
-    if (startsAtIndent(region)) return {region.indent};
+    if (region.startsAtIndent) return {region.indent};
     switch (settings_.style) {
         case WrapStyle::AtIndent:
             return {region.indent};

@@ -35,12 +35,16 @@ public:
 
     // The lines of the text itself, as opposed to those of regions inside, take no WRAP_INDENT.
     void setContentIndented() { contentIndented_ = true; }
-    // They begin at the indentation, whatever the style.
+    // They begin at the indentation, whatever the style, and so do those of the braces in it.
     void setAtIndent() { atIndent_ = true; }
+    // Aligned lines of the text itself begin at the column.
+    void setAlignment(int column) { alignment_ = column; }
 
     // Each of these takes the column at which the first token of the range stands. The range reaches to the
     // end of the text.
     bool isTooLong(TokenRange range, int column) const;
+    // Whether a comma outside of brackets lets a line begin.
+    bool holdsElements(TokenRange range);
     void breakExpression(TokenRange range, int column);
     void packList(TokenRange range, int column);
     void breakForClauses(TokenRange range, int column);
@@ -54,6 +58,7 @@ private:
         int indent = 0;     // the column from which its lines are indented
         int alignment = 0;  // that of its first token
         int depth = 0;
+        bool startsAtIndent = false;  // whatever the style
     };
 
     struct Separators {
@@ -83,7 +88,6 @@ private:
     int layGroupAt(const Region& region, std::size_t open, std::size_t at, int column);
     void alignOwnLines(const Region& region);
 
-    bool startsAtIndent(const Region& region) const { return atIndent_ && region.depth == 0; }
     LineStart lineStart(const Region& region, std::size_t place, bool leadsLine) const;
     int begin(std::size_t place, LineStart start);
     int tailBehind(const Region& region, std::size_t place) const;
@@ -98,6 +102,7 @@ private:
     int indentColumn_;
     bool contentIndented_ = false;
     bool atIndent_ = false;
+    std::optional<int> alignment_;
     bool callsOnly_ = false;  // finding out what breaking the calls of a region comes to
     bool overflows_ = false;  // some line came out too long
 

@@ -81,10 +81,13 @@ bool isIn(TokenClass tokens, int kind) {
 TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t place,
                    std::size_t last) {
     const ExprToken& token = tokens[place];
-    const int kindBeforeBracket =
-        isClosing(token) ? kindAt(tokens, significantBefore(tokens, first, token.partner)) : Trn::kEndKind;
-    return {token, kindAt(tokens, significantBefore(tokens, first, place)),
-            kindAt(tokens, significantBehind(tokens, place, last)), kindBeforeBracket};
+    TokenPlace result{token, kindAt(tokens, significantBefore(tokens, first, place)),
+                      kindAt(tokens, significantBehind(tokens, place, last))};
+    if (isClosing(token)) {
+        result.kindBeforeBracket = kindAt(tokens, significantBefore(tokens, first, token.partner));
+        result.firstKindInBracket = kindAt(tokens, significantBehind(tokens, token.partner, place));
+    }
+    return result;
 }
 
 std::size_t FirstWrapToken::find(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t from,

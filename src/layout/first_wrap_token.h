@@ -11,9 +11,12 @@ namespace Tessel {
 // A token and the kinds of the tokens beside it in its text; comments and directives count for nothing.
 struct TokenPlace {
     const ExprToken& token;
-    int previousKind;       // Trn::kEndKind at the start of the text
-    int nextKind;           // Trn::kEndKind at its end
-    int kindBeforeBracket;  // what the bracket that this token closes stood behind; Trn::kEndKind for others
+    int previousKind;  // Trn::kEndKind at the start of the text
+    int nextKind;      // Trn::kEndKind at its end
+    // Of the bracket that the token closes: what it stands behind, and what stands first in it. Trn::kEndKind
+    // for other tokens.
+    int kindBeforeBracket = Trn::kEndKind;
+    int firstKindInBracket = Trn::kEndKind;
 };
 
 // Tells which tokens of one kind of separator a text may be broken at. A text is a range of tokens; what
