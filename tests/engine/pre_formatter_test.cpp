@@ -1,0 +1,127 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cpp/parse_text.h"
+#include "engine/cpp_pre_formatter.h"
+#include "engine/format_options.h"
+
+namespace {
+
+using CppTest::TreeDump;
+
+// The tree once its protected regions are closed, with a line feed in front.
+std::string closed(std::string_view source, TreeDump::Positions positions = TreeDump::Positions::Hidden) {
+    Cpp::RootNode root;
+    EXPECT_TRUE(CppTest::parse(source, root).empty());
+    Tessel::CppPreFormatter pass(Tessel::protectedRegionMarkers());
+    root.accept(pass);
+    return '\n' + TreeDump::of(root, positions);
+}
+
+TEST(PreFormatter, KnowsTheMarkers) {
+    const Tessel::MarkerPairs& markers = Tessel::protectedRegionMarkers();
+    ASSERT_EQ(markers.size(), 13U);
+    std::string source;
+    for (const auto& [start, end] : markers) source += "/*" + start + "*/ int x; //" + end + '\n';
+    std::string expected = "\n";
+    for (std::size_t i = 0; i < markers.size(); ++i) expected += "region\n";
+    EXPECT_EQ(closed(source), expected);
+    EXPECT_EQ(markers.front().first, "VT-FORMAT-OFF");
+    EXPECT_EQ(markers[2], (std::pair<std::string, std::string>("{{AFX_MSG", "AFX_MSG}}")));
+    EXPECT_EQ(markers.back(), (std::pair<std::string, std::string>("{{{AFX_DISP_MAP", "AFX_DISP_MAP}}}")));
+}
+
+TEST(PreFormatter, LetsTheClosingCommentStandForTheRegion) {
+    EXPECT_EQ(closed("void f() {\n  a();\n  // VT-FORMAT-OFF \n  b(); if (c) { }\n  /*VT-FORMAT-ON*/ d();\n}",
+                     TreeDump::Positions::Shown),
+              R"(
+function void | f () @1:1-6:1
+  block @1:10-6:1
+    expr a; @2:3-2:6
+    region @3:3-5:18
+    expr d; @5:20-5:23
+)");
+}
+
+TEST(PreFormatter, GoesByTheWholeBodyOfAComment) {
+    const std::string_view unmarked =
+        "// vt-format-off\n/* VT-FORMAT-OFF now */ /*VT-FORMAT-OFF int x; // VT-FORMAT-ON\n*/ int y; // "
+        "VT-FORMAT-ON\n";
+    EXPECT_EQ(closed(unmarked).find("region"), std::string::npos);
+    EXPECT_EQ(closed("// VT-FORMAT-OFF\nint x;"), "\ncomment // VT-FORMAT-OFF\ndata int | x | -\n");
+}
+
+TEST(PreFormatter, DoesNotNestRegions) {
+    EXPECT_EQ(
+        closed("//{{AFX_MSG\nint a; // VT-FORMAT-OFF\nint b; // VT-FORMAT-ON\nint c; //AFX_MSG}}\nint d;"
+               "//VT-FORMAT-OFF\n//VT-FORMAT-ON\n// VT-FORMAT-ON\n"),
+        R"(
+region
+data int | d | -
+region
+comment // VT-FORMAT-ON
+)");
+}
+
+TEST(PreFormatter, LooksIntoWhatHoldsComments) {
+    const std::string region = " /*VT-FORMAT-OFF*/ /*VT-FORMAT-ON*/ ";
+    for (const auto& [before, after] : std::vector<std::pair<std::string, std::string>>{
+             {"namespace N {", "}"},
+             {"extern \"C\" {", "}"},
+             {"class A {", "};"},
+             {"class A : B,", "C { };"},
+             {"enum E { A,", "B };"},
+             {"A() : a(1),", "b(2) { }"},
+             {"A() : a(1) {", "}"},
+             {"void f() { if (a) {", "} }"},
+             {"void f() { if (a) { }", "else { } }"},
+             {"void f() { switch (a) { case 1:", "} }"},
+         }) {
+        EXPECT_NE(closed(before + region + after).find("region"), std::string::npos) << before;
+    }
+}
+
+// Where the marks stand in different constructs, no text may fall out of the tree without being the region's.
+TEST(PreFormatter, TakesInAConstructThatARegionBeginsIn) {
+    EXPECT_EQ(
+        closed(
+            "int a;\nnamespace N {\n  class B {\n  // VT-FORMAT-OFF\n  };\n}\nint c; // VT-FORMAT-ON\nint d;",
+            TreeDump::Positions::Shown),
+        R"(
+data int | a | - @1:1-1:6
+region @2:1-8:0
+data int | d | - @8:1-8:6
+)");
+    EXPECT_EQ(closed("void f() { x(); if (a) { // VT-FORMAT-OFF\n} else { } y(); /* VT-FORMAT-ON */ z(); }",
+                     TreeDump::Positions::Shown),
+              R"(
+function void | f () @1:1-2:41
+  block @1:10-2:41
+    expr x; @1:12-1:15
+    region @1:17-2:34
+    expr z; @2:36-2:39
+)");
+}
+
+TEST(PreFormatter, IsReadyForTheNextTree) {
+    Tessel::CppPreFormatter pass(Tessel::protectedRegionMarkers());
+    for (int i = 0; i < 2; ++i) {
+        Cpp::RootNode root;
+        CppTest::parse("/* VT-FORMAT-ON */ int x; // VT-FORMAT-OFF\nint y;", root);
+        root.accept(pass);
+        EXPECT_EQ(root.size(), 4U);
+    }
+}
+
+TEST(PreFormatter, LeavesATreeAloneWithoutMarkers) {
+    Cpp::RootNode root;
+    CppTest::parse("// VT-FORMAT-OFF\nint x; // VT-FORMAT-ON\n", root);
+    Tessel::CppPreFormatter pass(Tessel::MarkerPairs{});
+    root.accept(pass);
+    EXPECT_EQ(root.size(), 3U);
+}
+
+}  // namespace
