@@ -11,6 +11,7 @@ import threading
 import time
 
 ROUNDS = 7
+SHAPE_ROUNDS = 21  # they are short, and the fastest of them counts
 SIZES = [0.1, 1, 4, 16]  # in MB
 MB = 1_000_000
 CELL_BUDGET = 12.0  # seconds for all rounds of one program on one input
@@ -80,14 +81,14 @@ class Bench:
     def accepts(self, path):
         return self.run([self.vantrel, "-s", "allman", path, "-"]) is not None
 
-    def medians(self, programs, path, expected):
-        """The median time of each program, run in turns; `expected` says what to expect of one run."""
+    def times(self, programs, path, expected, rounds=ROUNDS):
+        """The times of each program, run in turns; `expected` says what to expect of one run."""
         times = {program: [] for program in programs}
         wanted = {}
         for program in programs:
             guess = expected.get(program, 0.0)
-            wanted[program] = 0 if guess > RUN_LIMIT / 2 else max(1, min(ROUNDS, int(CELL_BUDGET / (guess + 0.001))))
-        for number in range(ROUNDS):
+            wanted[program] = 0 if guess > RUN_LIMIT / 2 else max(1, min(rounds, int(CELL_BUDGET / (guess + 0.001))))
+        for number in range(rounds):
             for program in programs:
                 if number >= wanted[program]:
                     continue
@@ -96,7 +97,11 @@ class Bench:
                     wanted[program] = 0
                 else:
                     times[program].append(seconds)
-        return {program: statistics.median(taken) for program, taken in times.items() if taken}
+        return {program: taken for program, taken in times.items() if taken}
+
+    def fastest(self, program, path):
+        """The time of the fastest of many runs; None when the program fails."""
+        return min(self.times([program], path, {}, SHAPE_ROUNDS).get(program, [None]))
 
 
 def progress(text):
@@ -173,7 +178,8 @@ def compare_programs(bench, inputs):
     for size, path in inputs:
         progress("%g MB" % size)
         length = os.path.getsize(path)
-        medians = bench.medians(programs, path, expected)
+        times = bench.times(programs, path, expected)
+        medians = {program: statistics.median(taken) for program, taken in times.items()}
         results.append((size, path, length, medians))
         larger = [other for other, _ in inputs if other > size]
         for program, seconds in medians.items():
@@ -236,14 +242,13 @@ SHAPES = [
 
 
 def compare_shapes(bench):
-    start_up = bench.medians([bench.with_scheme("allman")], bench.write("one.cpp", "int a;\n"), {})
-    start = list(start_up.values())[0]
-    rows = [["", "scheme", "median", "4 times as many", "growth", "peak memory", "to input"]]
+    start = bench.fastest(bench.with_scheme("allman"), bench.write("one.cpp", "int a;\n"))
+    rows = [["", "scheme", "fastest", "4 times as many", "growth", "peak memory", "to input"]]
     for name, make, count, scheme in SHAPES:
         progress(name % count)
         program = bench.with_scheme(scheme)
         paths = [bench.write("shape-%d.cpp" % n, make(n)) for n in (count, 4 * count)]
-        times = [bench.medians([program], path, {}).get(program) for path in paths]
+        times = [bench.fastest(program, path) for path in paths]
         if None in times:
             rows.append([name % count, scheme] + [shown_time(t) if t else "failed" for t in times] + ["", "", ""])
             continue
@@ -255,7 +260,7 @@ def compare_shapes(bench):
                 scheme,
                 shown_time(times[0]),
                 shown_time(times[1]),
-                "%.1f" % (work[1] / work[0]) if work[0] > 0.0005 else "",
+                "%.1f" % (work[1] / work[0]) if work[0] > 0.0002 else "",
                 "%.1f MB" % (memory / MB),
                 "%.1f" % (memory / os.path.getsize(paths[1])),
             ]
