@@ -43,7 +43,9 @@ Trn::Position InteriorNode::end() const {
     return children_.empty() ? Trn::Position{} : children_.back()->end();
 }
 
-void InteriorNode::accept(Emitter& emitter) { emitter.visit(static_cast<SyntaxNode*>(this)); }
+void InteriorNode::accept(Emitter& emitter) {
+    emitter.visit(static_cast<SyntaxNode*>(this));
+}
 
 void InteriorNode::add(std::unique_ptr<SyntaxNode> child) {
     if (!child) return;
@@ -54,6 +56,11 @@ void InteriorNode::add(std::unique_ptr<SyntaxNode> child) {
     }
     child->list_ = this;
     children_.push_back(std::move(child));
+}
+
+void InteriorNode::replace(iterator place, std::unique_ptr<SyntaxNode> child) {
+    child->list_ = this;
+    *place = std::move(child);
 }
 
 Trn::Position OptionallyBracketedNode::start() const {

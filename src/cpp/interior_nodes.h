@@ -34,9 +34,11 @@ public:
     virtual iterator childEnd() { return children_.end(); }
     // Removes the entries; what they still own goes with them. Returns the position behind the range.
     virtual iterator erase(iterator first, iterator last) { return children_.erase(first, last); }
+    // Destroys the child there.
+    void replace(iterator place, std::unique_ptr<SyntaxNode> child);
     virtual std::size_t size() const { return children_.size(); }
-    // Appends a child; a null pointer is ignored. Throws Trn::AlreadyExistsException, and leaves the list as it
-    // is, when the same object stands in it already.
+    // Appends a child; a null pointer is ignored. Throws Trn::AlreadyExistsException, and leaves the list as
+    // it is, when the same object stands in it already.
     virtual void add(std::unique_ptr<SyntaxNode> child);
 
     // The children, for walking them: `for (const auto& child : node.children())`.

@@ -1,6 +1,8 @@
 #include "engine/cpp_pre_formatter.h"
 
 #include <algorithm>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include "cpp/comment_text.h"
@@ -9,20 +11,44 @@
 namespace Tessel {
 
 void CppPreFormatter::visit(Cpp::RootNode* node) {
-    opening_ = nullptr;
-    pendingEndMarker_ = {};
+    depth_ = 0;
+    forgetRegion();
     closedRegions_.clear();
     if (markers_.empty()) return;
-    visitChildren(node);
+    visitItems(node);
     if (closedRegions_.empty()) return;
     Cpp::NodeRangeRemover remover(std::exchange(closedRegions_, {}));
     node->accept(remover);
 }
 
+// The items of a list whose comments are items too. One that a region has ended in gives its place to the
+// region.
+void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
+    const Cpp::CommentNode* openingBefore = opening_;
+    enter();
+    for (auto item = node->childBegin(); item != node->childEnd(); ++item) {
+        const Cpp::CommentNode* openingBeforeItem = opening_;
+        const std::size_t regionsBeforeItem = closedRegions_.size();
+        (*item)->accept(*this);
+        if (!closesWithConstruct_ || regionDepth_ != depth_) continue;
+        auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*item)->end());
+        region->setProtectedRegion(true);
+        if (opening_ == openingBeforeItem) {
+            closedRegions_.emplace_back(opening_, region.get());
+        } else {
+            closedRegions_.resize(regionsBeforeItem);
+        }
+        node->replace(item, std::move(region));
+        forgetRegion();
+    }
+    leave(*node, openingBefore);
+}
+
 void CppPreFormatter::visitChildren(Cpp::InteriorNode* node) {
     const Cpp::CommentNode* openingBefore = opening_;
+    enter();
     for (const auto& child : node->children()) child->accept(*this);
-    includeStart(*node, openingBefore);
+    leave(*node, openingBefore);
 }
 
 template <typename Node, typename... Parts>
@@ -31,24 +57,28 @@ void CppPreFormatter::visitParts(Node* node, Parts*... parts) {
     const auto visitPart = [this](auto* part) {
         if (part) part->accept(*this);
     };
+    enter();
     (visitPart(parts), ...);
-    includeStart(*node, openingBefore);
+    leave(*node, openingBefore);
 }
 
-// Called when a construct has been left. A region that was opened inside it takes all of it out of the tree,
-// so that the region's text must cover it.
-void CppPreFormatter::includeStart(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore) {
-    if (opening_ && opening_ != openingBefore) regionStart_ = std::min(regionStart_, node.start());
+// A region that was opened inside the construct takes all of it out of the tree, so that the region's text
+// must cover it.
+void CppPreFormatter::leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore) {
+    --depth_;
+    if (!opening_ || opening_ == openingBefore) return;
+    regionStart_ = std::min(regionStart_, node.start());
+    regionDepth_ = depth_;
 }
 
 void CppPreFormatter::visit(Cpp::NamespaceBodyNode* node) {
-    visitChildren(node);
+    visitItems(node);
 }
 void CppPreFormatter::visit(Cpp::ClassBodyNode* node) {
-    visitChildren(node);
+    visitItems(node);
 }
 void CppPreFormatter::visit(Cpp::BlockNode* node) {
-    visitChildren(node);
+    visitItems(node);
 }
 void CppPreFormatter::visit(Cpp::CtrlStmtNode* node) {
     visitChildren(node);
@@ -66,7 +96,7 @@ void CppPreFormatter::visit(Cpp::BaseClauseListNode* node) {
     visitChildren(node);
 }
 void CppPreFormatter::visit(Cpp::LinkageBlockBodyNode* node) {
-    visitChildren(node);
+    visitItems(node);
 }
 
 void CppPreFormatter::visit(Cpp::ClassDeclNode* node) {
@@ -104,6 +134,7 @@ void CppPreFormatter::visit(Cpp::LinkageBlockNode* node) {
 }
 
 void CppPreFormatter::visit(Cpp::CommentNode* node) {
+    if (closesWithConstruct_) return;
     const std::string_view body = Cpp::trimmedCommentBody(node->text());
     if (pendingEndMarker_.empty()) {
         open(node, body);
@@ -119,15 +150,25 @@ void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
     pendingEndMarker_ = pair->second;
     opening_ = comment;
     regionStart_ = comment->start();
+    regionDepth_ = depth_;
 }
 
 void CppPreFormatter::close(Cpp::CommentNode* comment) {
+    if (depth_ > regionDepth_) {
+        closesWithConstruct_ = true;
+        return;
+    }
     closedRegions_.emplace_back(opening_, comment);
     comment->setStart(regionStart_);
     comment->setText({});
     comment->setProtectedRegion(true);
-    pendingEndMarker_ = {};
+    forgetRegion();
+}
+
+void CppPreFormatter::forgetRegion() {
     opening_ = nullptr;
+    pendingEndMarker_ = {};
+    closesWithConstruct_ = false;
 }
 
 }  // namespace Tessel

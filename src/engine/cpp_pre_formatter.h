@@ -20,7 +20,8 @@ namespace Tessel {
 // the comment that opens it on, and the nodes in between leave the tree. Let the root accept the pass; it may
 // be used for one tree after another. Regions do not nest, and one that is not closed changes nothing.
 //
-// A region that begins inside a construct and ends behind it takes in that construct from its start.
+// A region that begins inside a construct and ends outside it, or the other way round, takes in all of that
+// construct.
 class CppPreFormatter : public Cpp::Emitter {
 public:
     explicit CppPreFormatter(MarkerPairs markers) : markers_(std::move(markers)) {}
@@ -50,16 +51,22 @@ public:
     void visit(Cpp::CommentNode* node) override;
 
 private:
+    void visitItems(Cpp::InteriorNode* node);
     void visitChildren(Cpp::InteriorNode* node);
     template <typename Node, typename... Parts>
     void visitParts(Node* node, Parts*... parts);
-    void includeStart(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore);
+    void enter() { ++depth_; }
+    void leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore);
     void open(Cpp::CommentNode* comment, std::string_view body);
     void close(Cpp::CommentNode* comment);
+    void forgetRegion();
 
     MarkerPairs markers_;
+    int depth_ = 0;                        // of constructs around the walk
     Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
     Trn::Position regionStart_;
+    int regionDepth_ = 0;  // of the innermost construct around both the region's start and the walk
+    bool closesWithConstruct_ = false;   // the region's end has been met, inside a construct that it takes in
     std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
     Cpp::NodeRangeRemover::Ranges closedRegions_;
 };

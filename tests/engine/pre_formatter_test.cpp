@@ -84,7 +84,42 @@ TEST(PreFormatter, LooksIntoWhatHoldsComments) {
     }
 }
 
-// Where the marks stand in different constructs, no text may fall out of the tree without being the region's.
+// Where the marks stand in different constructs, these become the region's as a whole.
+TEST(PreFormatter, TakesInAConstructThatARegionEndsIn) {
+    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nclass B {\n  // VT-FORMAT-ON\n int b; "
+                     "//{{AFX_MSG\n//AFX_MSG}}\n} ; int c;\n"
+                     "/* VT-FORMAT-OFF */ int d; /* VT-FORMAT-ON */ int e;",
+                     TreeDump::Positions::Shown),
+              R"(
+data int | a | - @1:1-1:6
+region @1:8-6:3
+data int | c | - @6:5-6:10
+region @7:1-7:45
+data int | e | - @7:47-7:52
+)");
+    EXPECT_EQ(closed("A() : /*{{AFX_MSG*/ a(1), /*AFX_MSG}}*/ b(2) /* VT-FORMAT-OFF */ { { /* VT-FORMAT-ON "
+                     "*/ } } int c;\n"
+                     "// VT-FORMAT-OFF\nint d; // VT-FORMAT-ON\n",
+                     TreeDump::Positions::Shown),
+              R"(
+region @1:1-1:91
+data int | c | - @1:93-1:98
+region @2:1-4:0
+)");
+    EXPECT_EQ(closed("void f() { if (a) { /* VT-FORMAT-OFF */ } else { b(); /* VT-FORMAT-ON */ } c(); }"), R"(
+function void | f ()
+  block
+    region
+    expr c;
+)");
+    EXPECT_EQ(closed("namespace N { /* VT-FORMAT-OFF */ } namespace M { class A { /* VT-FORMAT-ON */ }; int "
+                     "b; } int c;"),
+              R"(
+region
+data int | c | -
+)");
+}
+
 TEST(PreFormatter, TakesInAConstructThatARegionBeginsIn) {
     EXPECT_EQ(
         closed(
