@@ -194,8 +194,11 @@ void Lexer::recordOpaque(const Token& token) {
         case Unknown:
         case CharLiteral:
         case StringLiteral:
-        case Identifier:
             if (std::none_of(token.text.begin(), token.text.end(), isSpace)) return;
+            break;
+        case Identifier:
+            // White space behind a "::" may change, but not a splice.
+            if (token.text.find('\\') == std::string_view::npos) return;
             break;
         default:
             return;

@@ -132,9 +132,9 @@ void CppExprFormatter::writeCurrent(Run& run) {
     run.previous = run.sweep.place();
     run.after = wantedAfter(run, run.previous);
     const bool opens = token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen ||
-                       token.role == ExprRole::BraceOpen;
+                       token.token.kind == Cpp::OpenBrace;
     run.sweep.writeToken();
-    if (opens) openGroup(run);
+    if (opens && token.partner != kNoToken) openGroup(run);
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -168,7 +168,9 @@ bool CppExprFormatter::mayHaveBeenWrapped(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
     if (run.previous == kNoToken || gap.find('\n') == std::string_view::npos || !isAllWhitespace(gap)) return false;
     if (run.previousKind() == Cpp::Comma) {
-        return run.groups.empty() || run.groups.back().kind != Group::Kind::Braces;
+        if (run.groups.empty()) return true;
+        const Group::Kind kind = run.groups.back().kind;
+        return kind != Group::Kind::Braces && kind != Group::Kind::InnerBraces;
     }
     if (run.previousKind() != Cpp::CloseParen) return false;
     switch (run.current().token.kind) {
@@ -286,9 +288,11 @@ void CppExprFormatter::openGroup(Run& run) {
                 run.out, run.out.indent() + settings_.dataIndent.text,
                 settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
             break;
-        default:
+        case ExprRole::GroupOpen:
             group.kind = open.token.kind == Cpp::OpenParen ? Group::Kind::Parentheses : Group::Kind::Brackets;
             group.isList = group.kind == Group::Kind::Parentheses;
+            break;
+        default: group.kind = Group::Kind::InnerBraces;
     }
     run.after = afterOpen(group.kind);
     run.groups.push_back(std::move(group));
@@ -357,7 +361,8 @@ CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& 
         case Group::Kind::Cast: return {settings_.beforeCallComma, settings_.betweenCallArguments};
         case Group::Kind::Template: return {kAsInInput, settings_.betweenTemplateArguments};
         case Group::Kind::Braces: return {settings_.beforeDataComma, settings_.betweenDataElements};
-        case Group::Kind::Brackets: break;
+        case Group::Kind::Brackets:
+        case Group::Kind::InnerBraces: break;
     }
     return {kAsInInput, kAsInInput};
 }
@@ -367,6 +372,7 @@ const OptionalText* CppExprFormatter::afterOpen(Group::Kind kind) const {
         case Group::Kind::Parentheses: return ifPresent(settings_.afterOpenParen);
         case Group::Kind::Brackets: return ifPresent(settings_.afterOpenBracket);
         case Group::Kind::Braces: return ifPresent(settings_.afterDataBrace);
+        case Group::Kind::InnerBraces: return nullptr;
         default: return ifPresent(settings_.afterOpenAngle);
     }
 }
@@ -376,6 +382,7 @@ const OptionalText* CppExprFormatter::beforeClose(Group::Kind kind) const {
         case Group::Kind::Parentheses: return ifPresent(settings_.beforeCloseParen);
         case Group::Kind::Brackets: return ifPresent(settings_.beforeCloseBracket);
         case Group::Kind::Braces: return ifPresent(settings_.beforeDataCloseBrace);
+        case Group::Kind::InnerBraces: return nullptr;
         default: return ifPresent(settings_.beforeCloseAngle);
     }
 }

@@ -41,7 +41,7 @@ public:
 private:
     // A bracket that is open. Its close place is that of the token that closes it.
     struct Group {
-        enum class Kind { Parentheses, Brackets, Template, Cast, Braces } kind = Kind::Parentheses;
+        enum class Kind { Parentheses, Brackets, Template, Cast, Braces, InnerBraces } kind = Kind::Parentheses;
         std::size_t close = kNoToken;
         bool isList = false;     // elements stay aligned when commas break lines
         int listColumn = 0;      // of the first element

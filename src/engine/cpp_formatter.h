@@ -129,15 +129,16 @@ private:
     void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks);
     void writeAlignedType(std::string_view type, int offset);
     void writeOnOneLine(std::string_view text);
-    void pad(int offset, std::string_view before);
+    void pad(int offset, std::string_view before, int hanging = 0);
     void writeDeclaratorOpening(std::string_view opening, const Cpp::FunctionPtrDeclNode& declaration);
 
     // Data.
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned);
-    void writeDataName(std::string_view name, bool isAligned);
+    void writeDataName(std::string_view name, bool isAligned, bool hasTail);
     void spaceNameBrackets(std::string& text) const;
-    void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view gap, bool isAligned);
+    void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
+                      bool isAligned);
     void padInitializer(const Cpp::DataDeclNode& declaration, int offset, bool isAligned);
 
     // Templates and enums.

@@ -1,6 +1,7 @@
 // char*p=0,*q;        char *p = 0, *q;
 // int  a [4]={1,2};   int a[4] = {1, 2};
 #include <algorithm>
+#include <vector>
 
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -14,6 +15,26 @@ namespace {
 
 // Whether a tail holds an initializer: "= 1", "(1)" or "{1}", as opposed to the width of a bit field.
 bool isInitializer(std::string_view tail) { return !tail.empty() && tail.front() != ':'; }
+
+// Where the name begins whose last part, "::b" of `A<T>::b`, follows the text: at the "A".
+std::size_t qualifiedNameStart(std::string_view type) {
+    std::vector<ExprToken> tokens;
+    readExprTokens(type, ExprMode::Declaration, tokens);
+    std::size_t place = tokens.size();
+    std::size_t start = type.size();
+    while (place > 0) {
+        const ExprToken& token = tokens[--place];
+        if (token.role == ExprRole::TemplateClose && token.partner > 0) {
+            place = token.partner;
+        } else if (token.token.kind == Cpp::Identifier) {
+            start = token.token.offset;
+            if (!token.token.text.starts_with("::")) break;
+        } else {
+            break;
+        }
+    }
+    return start;
+}
 
 OptionalText withoutLineFeeds(OptionalText text) {
     std::replace(text.text.begin(), text.text.end(), '\n', ' ');
@@ -33,16 +54,20 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     bool isAligned = false;
     if (declaration->type() && declaration->name()) {
         const std::string_view type = writer_.readGap(declaration->name()->start());
-        isAligned = !followsClassBody && alignsName(*declaration, type);
+        const bool isQualified = declaration->name()->text().starts_with("::");
+        isAligned = !followsClassBody && !isQualified && alignsName(*declaration, type);
         if (isAligned) {
             writeAlignedType(type, columns_.dataNames.at(declaration));
         } else if (settings_.keepsData) {
             writer_.write(type);
         } else {
-            writeType(type,
+            // The first part of a qualified name counts to the type in the tree.
+            const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
+            writeType(type.substr(0, end),
                       settings_.alignsDataInitializers ? withoutLineFeeds(settings_.afterDataType)
                                                        : settings_.afterDataType,
                       true);
+            writer_.write(type.substr(end));
         }
     } else if (declaration->type()) {
         copyThrough(*declaration->type());
@@ -60,22 +85,25 @@ bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_
 void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned) {
     const Cpp::ExprNode* tail = declaration.tail();
     if (!tail) {
-        writeDataName(writer_.readGap(declaration.end()), isAligned);
+        writeDataName(writer_.readGap(declaration.end()), isAligned, false);
         copyThrough(declaration);
         return;
     }
     const std::string_view name = writer_.readGap(tail->start());
     const std::string_view written = trimRight(name);
     const bool endsLine = endsWithLineEndToken(name);
-    writeDataName(endsLine ? name : written, isAligned);
-    writeTailGap(declaration, endsLine ? std::string_view() : name.substr(written.size()), isAligned);
+    writeDataName(endsLine ? name : written, isAligned, true);
+    writeTailGap(declaration, written, endsLine ? std::string_view() : name.substr(written.size()), isAligned);
     writeRendered(exprFormatter_.formatDeclarators(writer_.readThrough(tail->end()), state()));
 }
 
-// `name` may end in the white space in front of a ";".
-void CppFormatter::writeDataName(std::string_view name, bool isAligned) {
+// `name` ends in the white space in front of a ";" unless a tail follows.
+void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
     std::string text = exprFormatter_.formatDeclarators(name, state());
-    if (!isAligned) spaceNameBrackets(text);
+    if (!isAligned) {
+        spaceNameBrackets(text);
+        if (hasTail && !endsWithLineEndToken(text)) text.erase(trimRight(text).size());
+    }
     writeRendered(text);
 }
 
@@ -88,25 +116,30 @@ void CppFormatter::spaceNameBrackets(std::string& text) const {
         if (next == text.size() || text[next] == '[') text.replace(nameEnd, next - nameEnd, afterName.text);
     }
     const OptionalText& afterBracket = settings_.afterDataBracket;
-    if (!afterBracket.present) return;
     const std::size_t bracket = text.find(']');
-    if (bracket == std::string::npos) return;
+    if (!afterBracket.present || bracket == std::string::npos) return;
     const std::size_t next = std::min(text.find_first_not_of(" \t\n", bracket + 1), text.size());
     if (next < text.size() && text[next] == '/') return;
     text.replace(bracket + 1, next - bracket - 1, afterBracket.text);
 }
 
-// The white space between the declarator and its initializer or width.
-void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view gap, bool isAligned) {
+// The white space between the declarator and its initializer or width. `name` is the declarator's text without
+// it.
+void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
+                                bool isAligned) {
     const std::string_view tail = declaration.tail()->text();
     const auto column = columns_.initializers.find(&declaration);
-    if (isInitializer(tail) && column != columns_.initializers.end() && settings_.alignsDataInitializers) {
+    const bool isArray = name.find('[') != std::string_view::npos;
+    const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
+    if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, column->second, isAligned);
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
         out().writeVerbatim(settings_.afterCallName.text);
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
-        out().writeVerbatim(settings_.beforeOperator.text);
-    } else if (isInitializer(tail) && settings_.afterDataName.present && !isAligned) {
+        out().writeVerbatim(asOutputStands(settings_.beforeOperator.text));
+    } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket && settings_.afterDataBracket.present) {
+        out().writeVerbatim(settings_.afterDataBracket.text);
+    } else if (isInitializer(tail) && !isAligned && !isArray && settings_.afterDataName.present) {
         out().writeVerbatim(settings_.afterDataName.text);
     } else {
         writer_.write(gap);

@@ -57,7 +57,7 @@ void CppFormatter::writeAlignedType(std::string_view type, int offset) {
         pad(offset, markText);
         return;
     }
-    pad(marks.isHanging ? offset - static_cast<int>(markText.size()) : offset, text.head);
+    pad(offset, text.head, marks.isHanging ? static_cast<int>(markText.size()) : 0);
     out().write(markText);
 }
 
@@ -68,10 +68,11 @@ void CppFormatter::writeOnOneLine(std::string_view text) {
     out().write(line);
 }
 
-// Pads up to `offset` columns behind the indentation. What stands before never runs into what follows.
-void CppFormatter::pad(int offset, std::string_view before) {
+// Pads up to `offset` columns behind the indentation, less those that are to hang in front of that column. What
+// stands before never runs into what follows.
+void CppFormatter::pad(int offset, std::string_view before, int hanging) {
     const int indentWidth = columnAfter(out().indent(), 0, out().tabSize());
-    int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize());
+    int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;
     const char next = writer_.peek();
     if (padding < 1 && Cpp::wouldJoin(before, std::string_view(&next, 1))) padding = 1;
     LeadingSpaceScope keepSpace(out(), true);

@@ -199,6 +199,8 @@ private:
             case Cpp::Semicolon: return ExprRole::Separator;
             case Cpp::Tilde: return ExprRole::UnaryOperator;
             case Cpp::Exclamation: return ExprRole::UnaryOperator;
+            case Cpp::Increment:
+            case Cpp::Decrement: return followsOperand(place) ? ExprRole::Operand : ExprRole::UnaryOperator;
             case Cpp::Asterisk:
             case Cpp::Ampersand:
             case Cpp::LogicalAnd: return roleOfStar(place);
@@ -257,6 +259,7 @@ private:
         if (endsDeclarator(next)) return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
         if (!segment_.isTypeSoFar || !segment_.sawType) return false;
         const int kind = kindAt(tokens_, next);
+        if (kind == Cpp::Assign) return mode_ == ExprMode::Declaration;
         if (kind == Cpp::OpenParen) return mode_ == ExprMode::Declaration && kindAt(tokens_, next + 1) == Cpp::Asterisk;
         if (kind != Cpp::Identifier) return false;
         const std::size_t behindName = nextPlace(tokens_, next);
@@ -322,8 +325,9 @@ private:
         }
     }
 
-    // `(T)-x`: whether the group in front is a cast. `(n) - x` may be either; there the input's own white
-    // space behind the operator tells what its writer meant.
+    // `(T)-x`: whether the group in front is a cast. With one name in it, `(n)*x`, it may be either: then the
+    // input's white space behind the operator tells what its writer meant; but behind a cast a sign is that of a
+    // number.
     bool followsCast(std::size_t place) const {
         const std::size_t close = previous_;
         const std::size_t open = tokens_[close].partner;
@@ -350,6 +354,8 @@ private:
         if (!isOneName || count > 1) return false;
         const Trn::Token& mark = tokens_[place].token;
         const std::size_t next = place + 1;
+        const bool isSign = mark.kind == Cpp::Plus || mark.kind == Cpp::Minus;
+        if (isSign && kindAt(tokens_, next) != Cpp::Number) return false;
         return next < tokens_.size() && tokens_[next].token.offset == mark.offset + mark.length;
     }
 

@@ -98,10 +98,20 @@ bool SourceWriter::wouldJoin(std::string_view gap) const {
     return Cpp::wouldJoin(text_.substr(start - left, left), text_.substr(end, longestNeighbour));
 }
 
+// Where the gap, whose white space has been replaced, ends at a directive that keeps its place: the white space in
+// front of that on its line.
+void SourceWriter::keepDirectivePlace(std::string_view gap) {
+    const std::size_t lineFeed = gap.rfind('\n');
+    if (peek() != '#' || lineFeed == std::string_view::npos || !trivia_.keepsDirectivePlaces()) return;
+    if (out_->lineHasText()) out_->write("\n");
+    if (out_->column() == 0) writeRendered(gap.substr(lineFeed + 1), *out_);
+}
+
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
     if (isAllWhitespace(gap)) {
         if (wanted.empty() && !gap.empty() && wouldJoin(gap)) wanted = " ";
         out_->writeVerbatim(wanted);
+        keepDirectivePlace(gap);
         return;
     }
     const std::string_view kept = trimRight(gap);
@@ -119,6 +129,7 @@ void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted)
     if (isAllWhitespace(gap)) {
         if (wanted.empty() && !gap.empty() && wouldJoin(gap)) wanted = " ";
         out_->write(wanted);
+        keepDirectivePlace(gap);
         return;
     }
     if (!startsWithLineEndToken(gap)) {

@@ -74,6 +74,7 @@ private:
     }
     Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
     bool wouldJoin(std::string_view gap) const;
+    void keepDirectivePlace(std::string_view gap);
     template <typename Test>
     bool anyOpaque(std::string_view piece, Test isWanted) const;
 

@@ -156,7 +156,7 @@ void CppFormatter::formatParenthesised(std::string_view inside, int keyword) {
 void CppFormatter::writeCondition(std::string_view inside, int keyword) {
     const OptionalText& afterOpen = settings_.afterControlOpenParen;
     const OptionalText& beforeClose = settings_.beforeControlCloseParen;
-    if (afterOpen.present) {
+    if (afterOpen.present && !startsWithLineEndToken(inside)) {
         out().writeVerbatim(afterOpen.text);
         inside = trimLeft(inside);
     }

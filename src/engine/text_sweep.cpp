@@ -9,13 +9,13 @@ namespace Tessel {
 
 namespace {
 
-// Only literals and qualified names may hold white space here; most do not.
-bool isOpaque(const Trn::Token& token) {
+// Only literals may hold white space that has to stay, and names that a backslash splices.
+bool isOpaque(const Trn::Token& token, std::string_view text) {
     switch (token.kind) {
         case Cpp::Unknown:
         case Cpp::CharLiteral:
         case Cpp::StringLiteral: return true;
-        case Cpp::Identifier: return token.text.size() != token.length || token.start.line != token.end.line;
+        case Cpp::Identifier: return token.start.line != token.end.line && text.find('\\') != std::string_view::npos;
         default: return false;
     }
 }
@@ -54,7 +54,7 @@ void TextSweep::writeGapWith(std::string_view wanted) {
 void TextSweep::dropGap() { out_.write(trimRight(takeGap())); }
 
 void TextSweep::writeToken() {
-    if (isOpaque(current().token)) {
+    if (isOpaque(current().token, currentText())) {
         writeLiteral(currentText(), out_);
     } else {
         out_.write(currentText());
