@@ -157,14 +157,10 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         return;
     }
     writer_.copyThrough(node.start());
-    {
+    // Where nothing is wanted the first child copies the gap in front of itself.
+    if (braces.afterOpen.present) {
         ContentScope content(*this, indent);
-        const std::string_view gap = writer_.readGap((*node.childBegin())->start());
-        if (braces.afterOpen.present) {
-            writer_.writePrepended(gap, braces.afterOpen.text);
-        } else {
-            writer_.write(gap);
-        }
+        writer_.writePrepended(writer_.readGap((*node.childBegin())->start()), braces.afterOpen.text);
     }
     formatContent(node, indent);
     writeClosingGap(node, braces.beforeClose);
