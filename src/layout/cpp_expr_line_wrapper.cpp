@@ -69,7 +69,7 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
 std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const IndentState& state,
                                                const WrapContext& context) {
     if (!read(text, context)) return std::string(text);
-    ExprLayout layout(text_, settings_, indentColumn(state));
+    ExprLayout layout(text_, settings_, indentColumn(state), ExprLayout::Clauses::Separate);
     const int column = text_.columnOf(0, state.column);
     if (layout.isTooLong(wholeText(), column)) layout.breakForClauses(wholeText(), column);
     return render(state);
@@ -115,7 +115,7 @@ std::string CppExprLineWrapper::render(const IndentState& state) {
             writeDirectiveAt(place, state, out);
             continue;
         }
-        if (start || text_.continuesLiteral(place)) {
+        if (start || text_.isStacked(place, literalColumn)) {
             endLine(place, out);
             out.write(start ? whitespaceTo(*start, indented) : indentToColumn(indented, literalColumn));
         } else {

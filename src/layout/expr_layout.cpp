@@ -15,10 +15,11 @@ constexpr int kDeepestRegion = 500;
 
 }  // namespace
 
-ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn)
+ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn, Clauses clauses)
     : text_(text),
       settings_(settings),
       indentColumn_(indentColumn),
+      clauses_(clauses),
       semicolons_(TokenClasses::semicolonTokens),
       commas_(TokenClasses::commaTokens),
       shifts_(TokenClasses::shiftTokens),
@@ -43,6 +44,7 @@ void ExprLayout::breakExpression(TokenRange range, int column) {
 void ExprLayout::packList(TokenRange range, int column) {
     if (settings_.comma == SeparatorPlace::None) return;
     const Region region{range, indentColumn_, column, 0, atIndent_};
+    if (!canBreak(region)) return;
     alignOwnLines(region);
     if (!packPieces(region, range, column, separatorsOf(Class::Comma), std::nullopt, false)) {
         layPiece(region, range, column, Class::Shift);
@@ -51,6 +53,7 @@ void ExprLayout::packList(TokenRange range, int column) {
 
 void ExprLayout::breakForClauses(TokenRange range, int column) {
     const Region region{range, column, column, 0, true};
+    if (!canBreak(region)) return;
     alignOwnLines(region);
     layPiece(region, range, column, Class::Clause);
 }
@@ -77,7 +80,7 @@ void ExprLayout::findLineChances() {
         const std::optional<Class> separatorClass = classOf(place, regions.back());
         if (!separatorClass) continue;
         const bool leadsLine = separatorsOf(*separatorClass).leadsLine;
-        const std::size_t line = leadsLine ? place : lineBehind(place, regions.back().last);
+        const std::size_t line = leadsLine ? lineAt(place) : lineBehind(place, regions.back().last);
         if (line < regions.back().last) mayStartLine[line] = true;
     }
     text_.setLineChances(mayStartLine);
@@ -134,6 +137,13 @@ bool ExprLayout::isUsable(std::size_t place, Class separatorClass) const {
     }
 }
 
+// The token that begins the line when it is broken at a leading separator: the next one where it stands on a
+// line of its own already.
+std::size_t ExprLayout::lineAt(std::size_t separator) const {
+    const bool endsLine = separator + 1 < text_.size() && text_.startsOwnLine(separator + 1);
+    return endsLine && !text_.startsOwnLine(separator) ? separator + 1 : separator;
+}
+
 // The token that begins the line when it is broken behind a separator. Comments behind the separator stay on
 // its line, unless more follows them there.
 std::size_t ExprLayout::lineBehind(std::size_t separator, std::size_t last) const {
@@ -154,7 +164,7 @@ std::size_t ExprLayout::nextLine(Separators separators, const Region& region, To
     while (true) {
         separator = finder.find(text_.tokens(), region.range.first, separator, piece.last);
         if (separator == kNoToken) return kNoToken;
-        const std::size_t line = separators.leadsLine ? separator : lineBehind(separator, piece.last);
+        const std::size_t line = separators.leadsLine ? lineAt(separator) : lineBehind(separator, piece.last);
         if (isUsable(separator, separators.separatorClass) && line > piece.first && line < piece.last)
             return line;
         ++separator;
@@ -168,6 +178,7 @@ int ExprLayout::layRegion(Region region, int column) {
         return text_.measure(range, column).column;
     }
     region.alignment = region.depth == 0 ? alignment_.value_or(column) : column;
+    if (!canBreak(region)) return measured(range, column);
     alignOwnLines(region);
     if (const auto end = breakAll(region, range, column, separatorsOf(Class::Comma))) return *end;
     return layPiece(region, range, column, Class::Shift);
@@ -321,6 +332,11 @@ void ExprLayout::alignOwnLines(const Region& region) {
     }
 }
 
+// Lines that begin beyond the margin would be of no use, and there would be no end to their white space.
+bool ExprLayout::canBreak(const Region& region) const {
+    return text_.isWithinMargin(lineStart(region, region.range.first, false).column + 1);
+}
+
 // Where a line of the region begins that `place` is put at the start of.
 LineStart ExprLayout::lineStart(const Region& region, std::size_t place, bool leadsLine) const {
     if (region.startsAtIndent) return {region.indent};
@@ -334,7 +350,9 @@ LineStart ExprLayout::lineStart(const Region& region, std::size_t place, bool le
         case WrapStyle::Aligned:
             break;
     }
-    if (!leadsLine || place + 1 >= text_.size()) return {region.alignment};
+    const ExprRole role = text_.tokens()[place].role;
+    const bool isSeparator = role == ExprRole::BinaryOperator || role == ExprRole::Separator;
+    if (!leadsLine || !isSeparator || place + 1 >= text_.size()) return {region.alignment};
     // The operand behind the separator stands below the first one.
     const auto separatorWidth = static_cast<int>(text_.tokenText(place).size() + text_.gap(place + 1).size());
     return {std::max(region.alignment - separatorWidth, 0)};

@@ -30,8 +30,12 @@ namespace Tessel {
 // they are.
 class ExprLayout {
 public:
+    // Whether lines may begin behind a ";", as in the head of a "for".
+    enum class Clauses { None, Separate };
+
     // `indentColumn` is that of the indentation. The text is borrowed.
-    ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn);
+    ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn,
+               Clauses clauses = Clauses::None);
 
     // The lines of the text itself, as opposed to those of regions inside, take no WRAP_INDENT.
     void setContentIndented() { contentIndented_ = true; }
@@ -72,6 +76,7 @@ private:
     bool isUsable(std::size_t place, Class separatorClass) const;
     std::optional<Class> classOf(std::size_t place, TokenRange region);
     void findLineChances();
+    std::size_t lineAt(std::size_t separator) const;
     std::size_t lineBehind(std::size_t separator, std::size_t last) const;
     std::size_t nextLine(Separators separators, const Region& region, TokenRange piece,
                          std::size_t& separator, std::size_t from) const;
@@ -88,6 +93,7 @@ private:
     int layGroupAt(const Region& region, std::size_t open, std::size_t at, int column);
     void alignOwnLines(const Region& region);
 
+    bool canBreak(const Region& region) const;
     LineStart lineStart(const Region& region, std::size_t place, bool leadsLine) const;
     int begin(std::size_t place, LineStart start);
     int tailBehind(const Region& region, std::size_t place) const;
@@ -100,6 +106,7 @@ private:
     WrapText& text_;
     const WrapSettings& settings_;
     int indentColumn_;
+    Clauses clauses_;
     bool contentIndented_ = false;
     bool atIndent_ = false;
     std::optional<int> alignment_;

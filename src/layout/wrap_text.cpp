@@ -122,6 +122,7 @@ const LineStart* WrapText::lineStart(std::size_t place) const {
 }
 
 int WrapText::columnOf(std::size_t place, int column) const {
+    if (const LineStart* start = lineStart(place)) return start->column;
     const std::string_view gap = gaps_[place];
     if (startsOwnLine(place)) return columnAfter(lastLine(gap), 0, tabSize_);
     return has(place, UnevenGap) ? columnAfter(gap, column, tabSize_) : column + lengthOf(gap);
@@ -147,12 +148,9 @@ Extent WrapText::walk(TokenRange range, int column, Literals literals, bool unti
     const auto endLine = [&] { extent.fits = extent.fits && isWithinMargin(counted); };
     for (std::size_t place = range.first; place < range.last; ++place) {
         if (place != range.first) {
-            const LineStart* start = lineStart(place);
-            const bool isStacked = literals == Literals::Stacked && continuesLiteral(place);
-            if (start || isStacked || startsOwnLine(place)) endLine();
-            extent.column = start       ? start->column
-                            : isStacked ? literalColumn
-                                        : columnOf(place, extent.column);
+            const bool stacks = literals == Literals::Stacked && isStacked(place, literalColumn);
+            if (stacks || startsOwnLine(place)) endLine();
+            extent.column = stacks ? literalColumn : columnOf(place, extent.column);
         }
         if (kindAt(place) == Cpp::StringLiteral && !continuesLiteral(place)) literalColumn = extent.column;
         const std::string_view text = tokenText(place);

@@ -71,7 +71,8 @@ public:
     // Null where none has been put.
     const LineStart* lineStart(std::size_t place) const;
 
-    // The column of a token whose predecessor ends at `column`.
+    // The column of a token whose predecessor ends at `column`. One that starts a line does so where it was
+    // put.
     int columnOf(std::size_t place, int column) const;
     // The range must hold no lines that the wrapper has started, but for tokens that stand on lines of their
     // own.
@@ -79,6 +80,11 @@ public:
     // Whether every line of the range ends within the margin, the last one with `tail` columns behind it.
     bool fits(TokenRange range, int column, int tail, Literals literals = Literals::Stacked) const;
     bool isWithinMargin(int column) const { return column <= rightMargin_; }
+    // Whether a literal is put below the one that it follows, which stands at the column: not beyond the
+    // margin, where nothing would be gained.
+    bool isStacked(std::size_t place, int column) const {
+        return continuesLiteral(place) && column < rightMargin_;
+    }
 
     // Tells the text's tail widths from where lines may begin.
     void setLineChances(const std::vector<bool>& mayStartLine);
