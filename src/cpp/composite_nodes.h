@@ -66,8 +66,8 @@ protected:
     }
 };
 
-// A composite that keeps its own end, typically that of a closing ")", ":" or ";" which no child covers. While
-// it is not set the last child's end counts.
+// A composite that keeps its own end, typically that of a closing ")", ":" or ";" which no child covers.
+// While it is not set the last child's end counts.
 template <typename Derived, typename Base>
 class EndedNode : public CompositeNode<Derived, Base> {
 public:
@@ -281,7 +281,9 @@ private:
 class FunctionHeadNode : public EndedNode<FunctionHeadNode, SyntaxNode> {
 public:
     FunctionReturnNode* returnType() const { return returnType_.get(); }
-    void setReturnType(std::unique_ptr<FunctionReturnNode> returnType) { returnType_ = std::move(returnType); }
+    void setReturnType(std::unique_ptr<FunctionReturnNode> returnType) {
+        returnType_ = std::move(returnType);
+    }
     IdNode* name() const { return name_.get(); }
     void setName(std::unique_ptr<IdNode> name) { name_ = std::move(name); }
     ParameterListNode* parameters() const { return parameters_.get(); }
@@ -393,8 +395,8 @@ private:
     ChildSlot<TextNode> qualifiers_;
 };
 
-// A data declaration: its type, its first name with what follows that in the declarator (array bounds, further
-// declarators), and the initializer or bit-field width with what introduces it.
+// A data declaration: its type, its first name with what follows that in the declarator (array bounds,
+// further declarators), and the initializer or bit-field width with what introduces it.
 class DataDeclNode : public EndedNode<DataDeclNode, DeclNode> {
 public:
     DataDeclNode() = default;

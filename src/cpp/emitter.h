@@ -45,8 +45,8 @@ class TemplateNode;
 class TextNode;
 class TypeNode;
 
-// The visitor that every pass derives from. Visits do nothing here, and nothing is descended into: a pass sees
-// the nodes whose visits it overrides, and lets their children accept it where it wants them.
+// The visitor that every pass derives from. Visits do nothing here, and nothing is descended into: a pass
+// sees the nodes whose visits it overrides, and lets their children accept it where it wants them.
 class Emitter {
 public:
     virtual ~Emitter() = default;

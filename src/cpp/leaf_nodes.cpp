@@ -9,7 +9,9 @@ bool CommentNode::isDelimitedBy(std::string_view delimiter) const {
     return !protectedRegion_ && std::string_view(text()).starts_with(delimiter);
 }
 
-std::string CommentNode::body() const { return std::string(commentBody(text())); }
+std::string CommentNode::body() const {
+    return std::string(commentBody(text()));
+}
 
 int KeywordNode::checked(int keyword) {
     if (keyword < KeywordClass || keyword > KeywordDefault) throw InvalidKeyword();

@@ -14,7 +14,8 @@ bool isScopedName(const Trn::Token& token) {
         case KeywordDelete:
             return token.text.size() > scopeLength &&
                    (token.text.starts_with("::") || token.text.ends_with("::"));
-        default: return false;
+        default:
+            return false;
     }
 }
 

@@ -10,7 +10,9 @@
 namespace Cpp {
 
 // "char" to "long", but not "float", "double" or "void".
-constexpr bool isIntegralTypeKeyword(int kind) { return kind >= KeywordChar && kind <= KeywordLong; }
+constexpr bool isIntegralTypeKeyword(int kind) {
+    return kind >= KeywordChar && kind <= KeywordLong;
+}
 
 constexpr bool isTypeModifierKeyword(int kind) {
     switch (kind) {
@@ -20,8 +22,10 @@ constexpr bool isTypeModifierKeyword(int kind) {
         case KeywordSigned:
         case KeywordUnsigned:
         case KeywordRegister:
-        case KeywordExtern: return true;
-        default: return false;
+        case KeywordExtern:
+            return true;
+        default:
+            return false;
     }
 }
 

@@ -130,6 +130,7 @@ enum TokenKind : int {
     Identifier = 119,  // a name, possibly qualified
 };
 
-static_assert(ArrowAsterisk == 52 && KeywordElse == 94 && KeywordSwitch == 101 && KeywordVoid == KeywordDouble + 1);
+static_assert(ArrowAsterisk == 52 && KeywordElse == 94 && KeywordSwitch == 101 &&
+              KeywordVoid == KeywordDouble + 1);
 
 }  // namespace Cpp

@@ -8,12 +8,18 @@
 // The sets of token kinds that the parser's decisions rest on.
 namespace Cpp {
 
-constexpr bool isComment(int kind) { return kind == LineComment || kind == BlockComment; }
+constexpr bool isComment(int kind) {
+    return kind == LineComment || kind == BlockComment;
+}
 
-constexpr bool isTrivia(int kind) { return kind == Directive || isComment(kind); }
+constexpr bool isTrivia(int kind) {
+    return kind == Directive || isComment(kind);
+}
 
 // No more tokens can be made sense of: the end, or a malformed literal.
-constexpr bool endsTokens(int kind) { return kind == Trn::kEndKind || kind == Unknown; }
+constexpr bool endsTokens(int kind) {
+    return kind == Trn::kEndKind || kind == Unknown;
+}
 
 constexpr bool isAccessKeyword(int kind) {
     return kind == KeywordPublic || kind == KeywordPrivate || kind == KeywordProtected;
@@ -28,8 +34,10 @@ constexpr bool isControlKeyword(int kind) {
         case KeywordWhile:
         case KeywordTry:
         case KeywordCatch:
-        case KeywordSwitch: return true;
-        default: return false;
+        case KeywordSwitch:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -39,8 +47,10 @@ constexpr bool isJumpKeyword(int kind) {
         case KeywordContinue:
         case KeywordBreak:
         case KeywordGoto:
-        case KeywordReturn: return true;
-        default: return false;
+        case KeywordReturn:
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -48,7 +58,9 @@ constexpr bool isClassKey(int kind) {
     return kind == KeywordClass || kind == KeywordStruct || kind == KeywordUnion;
 }
 
-constexpr bool isQualifier(int kind) { return kind == KeywordConst || kind == KeywordVolatile; }
+constexpr bool isQualifier(int kind) {
+    return kind == KeywordConst || kind == KeywordVolatile;
+}
 
 // A keyword that begins a data declaration inside a block.
 constexpr bool startsData(int kind) {
@@ -61,7 +73,8 @@ constexpr bool isAttributeWord(std::string_view word) {
 }
 
 constexpr bool isAssemblerWord(std::string_view word) {
-    constexpr std::string_view words[] = {"asm", "_asm", "__asm", "asm_", "asm__", "_asm_", "__asm__", "___asm"};
+    constexpr std::string_view words[] = {"asm",   "_asm",  "__asm",   "asm_",
+                                          "asm__", "_asm_", "__asm__", "___asm"};
     for (const std::string_view known : words) {
         if (word == known) return true;
     }
