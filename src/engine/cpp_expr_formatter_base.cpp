@@ -167,7 +167,11 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, leftMargin_.text);
     out.write(gap);
     startDirectiveLine(directive, out);
-    writeLines(directive, columns_, out);
+    if (continuesLiteral(directive)) {
+        writeLiteral(directive, out);
+    } else {
+        writeLines(directive, columns_, out);
+    }
 }
 
 // A directive begins its line, whatever white space a rule has put in front of it.

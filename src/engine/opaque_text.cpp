@@ -61,6 +61,24 @@ void writeRendered(std::string_view text, OIndentBuf& out) {
     writeRaw(text, out);
 }
 
+bool continuesLiteral(std::string_view directive) {
+    char quote = '\0';
+    for (std::size_t place = 0; place < directive.size(); ++place) {
+        const char c = directive[place];
+        if (quote != '\0') {
+            if (c == '\n') return true;
+            if (c == quote) quote = '\0';
+            const bool isEscape = c == '\\' && place + 1 < directive.size() && directive[place + 1] != '\n';
+            place += isEscape ? 1 : 0;
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (directive.substr(place).starts_with("/*")) {
+            place = std::min(directive.find("*/", place + 2), directive.size() - 1);
+        }
+    }
+    return false;
+}
+
 void writeLines(std::string_view text, const SourceColumns& source, OIndentBuf& out) {
     out.startLine();
     std::size_t length = lineLength(text);

@@ -30,6 +30,10 @@ private:
 void writeLiteral(std::string_view text, Zelmor::OIndentBuf& out);
 void writeRendered(std::string_view text, Zelmor::OIndentBuf& out);
 
+// Whether a literal in the directive goes on behind a line end, so that the white space at the start of the next
+// line is part of it.
+bool continuesLiteral(std::string_view directive);
+
 // A comment or directive. Its further lines keep their place relative to its first character, whose column in
 // the input `source` tells.
 void writeLines(std::string_view text, const SourceColumns& source, Zelmor::OIndentBuf& out);

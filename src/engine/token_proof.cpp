@@ -8,6 +8,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/gap.h"
+#include "engine/opaque_text.h"
 
 namespace Tessel {
 
@@ -116,7 +117,8 @@ private:
     bool compareOpaque(const Cpp::OpaqueToken& token) {
         const std::string_view text = source_.text.substr(token.offset, token.length);
         if (token.kind == Cpp::Directive && startsLine(source_) && !startsLine(result_)) return false;
-        const bool isSame = Cpp::isTrivia(token.kind) ? compareLines(text) : compareExactly(text);
+        const bool mayMoveLines = Cpp::isTrivia(token.kind) && !(token.kind == Cpp::Directive && continuesLiteral(text));
+        const bool isSame = mayMoveLines ? compareLines(text) : compareExactly(text);
         if (isSame) source_.place = std::size_t{token.offset} + token.length;
         return isSame;
     }

@@ -58,6 +58,7 @@ TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
     EXPECT_FALSE(accepts("/* a\n\nb */", "/* a\nb */"));
     EXPECT_FALSE(accepts("#define A(x)  x\n", "#define A(x) x\n"));
     EXPECT_FALSE(accepts("#define A \\\n1\n", "#define A 1\n"));
+    EXPECT_FALSE(accepts("#define A \"a\\\n  b\"\n", "#define A \"a\\\nb\"\n"));
 }
 
 TEST(TokenProof, SeesLinesThatDoNotEndOrBegin) {
