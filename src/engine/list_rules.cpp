@@ -75,9 +75,9 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     out().writeVerbatim(after->text);
 }
 
-void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {
-    const OptionalText& afterOpen = settings_.afterParameterOpen;
-    const OptionalText& beforeClose = settings_.beforeParameterClose;
+// A list with its brackets. An empty one loses the white space between them when the scheme places any there.
+void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
+                                       ListSeparators separators, const OptionalText& beforeClose) {
     writer_.copyThrough(list.start());
     if (list.size() == 0) {
         const std::string_view gap = writer_.readGap(list.end());
@@ -89,13 +89,19 @@ void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {
         return;
     }
     writeGapBefore(**list.childBegin(), afterOpen);
-    formatSeparatedList(list, {settings_.beforeParameterComma, settings_.betweenParameters});
+    formatSeparatedList(list, separators);
     const std::string_view closing = writer_.readGap(list.end());
     if (beforeClose.present) {
         writer_.writeMerged(closing, beforeClose.text);
     } else {
         writer_.write(closing);
     }
+}
+
+void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {
+    formatBracketedList(list, settings_.afterParameterOpen,
+                        {settings_.beforeParameterComma, settings_.betweenParameters},
+                        settings_.beforeParameterClose);
 }
 
 }  // namespace Tessel

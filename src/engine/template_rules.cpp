@@ -21,27 +21,10 @@ void CppFormatter::visit(Cpp::TemplateNode* header) {
 }
 
 void CppFormatter::formatTemplateParameters(Cpp::ParameterListNode& list) {
-    const OptionalText& afterOpen = settings_.afterTemplateOpen;
-    const OptionalText& beforeClose = settings_.beforeTemplateClose;
     writeGapBefore(list, settings_.beforeTemplateOpen);
-    writer_.copyThrough(list.start());
-    if (list.size() == 0) {
-        const std::string_view gap = writer_.readGap(list.end());
-        if (afterOpen.present || beforeClose.present) {
-            writer_.writeWithoutTrailing(gap);
-        } else {
-            writer_.write(gap);
-        }
-        return;
-    }
-    writeGapBefore(**list.childBegin(), afterOpen);
-    formatSeparatedList(list, {settings_.beforeTemplateComma, settings_.betweenTemplateParameters});
-    const std::string_view closing = writer_.readGap(list.end());
-    if (beforeClose.present) {
-        writer_.writeMerged(closing, beforeClose.text);
-    } else {
-        writer_.write(closing);
-    }
+    formatBracketedList(list, settings_.afterTemplateOpen,
+                        {settings_.beforeTemplateComma, settings_.betweenTemplateParameters},
+                        settings_.beforeTemplateClose);
 }
 
 }  // namespace Tessel
