@@ -140,9 +140,12 @@ bool FindFirstOldCast::isWrapToken(int kind) const {
 
 bool FindFirstOldCast::breaksAt(const TokenPlace& place) const {
     const int before = place.kindBeforeBracket;
-    const bool isCallOrTemplate =
-        before == Cpp::Identifier || before == Cpp::Greater || before == Cpp::ShiftRight;
-    return place.token.role == ExprRole::GroupClose && !isCallOrTemplate && startsCastOperand(place.nextKind);
+    const bool followsName = before == Cpp::Identifier || before == Cpp::Greater ||
+                             before == Cpp::ShiftRight || before == Cpp::KeywordOperator;
+    // `(*function)(argument)`
+    const bool isDeclarator = place.firstKindInBracket == Cpp::Asterisk;
+    return place.token.role == ExprRole::GroupClose && !followsName && !isDeclarator &&
+           startsCastOperand(place.nextKind);
 }
 
 }  // namespace Tessel

@@ -25,12 +25,12 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separa
         for (const auto& element : list.children()) element->accept(*this);
         return;
     }
-    copyUpTo(**list.childBegin());
+    copyUpTo(*list.children().front());
     IndentScope indent(out_, indentAt(baseColumn()));
     WrapContext context;
     context.mode = mode;
     context.respacesCommas = separators.areAbsent();
-    writeWrapped(readThrough(in_, list.end()), TextForm::List, context);
+    writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
 }
 
 // The column stays for the declaration that follows.
