@@ -57,7 +57,10 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
       source_(source),
       result_(initialState(scheme_)),
       exprFormatter_(scheme_, &source),
-      writer_(source, opaque, result_, exprFormatter_) {}
+      writer_(source, opaque, result_, exprFormatter_) {
+    // Formatted text is seldom much longer than its source.
+    result_.reserve(source.size() + source.size() / 8);
+}
 
 void CppFormatter::visit(Cpp::RootNode* root) {
     columns_ = passes_.measure(scheme_, source_, *root);

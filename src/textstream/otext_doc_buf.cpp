@@ -83,6 +83,11 @@ std::size_t OTextDocBuf::putAsGiven(std::string_view text) {
 }
 
 std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
+    const auto concernsTabs = [](char c) { return c == '\t' || c == '"' || c == '\''; };
+    if (!text.empty() && !insideLiteral() && std::none_of(text.begin(), text.end(), concernsTabs)) {
+        previousChar_ = traits_type::to_int_type(text.back());
+        return putAsGiven(text);
+    }
     std::size_t taken = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         trackLiteral(text[i]);

@@ -46,6 +46,9 @@ public:
     // Writes spaces held back. The target is not synchronised.
     bool flushSpaces();
 
+    // Makes room for a text of that many characters.
+    void reserve(std::size_t size) { text_.reserve(size); }
+
     // All that has been written, except to a target.
     const std::string& text();
     std::string takeText();

@@ -62,8 +62,10 @@ void TextDocument::replaceCharacter(std::size_t offset, char c) {
 std::string readAll(std::istream& in) {
     std::string text;
     std::size_t size = 0;
+    // A stream over a string knows how much it holds; one character more finds its end.
+    const auto known = static_cast<std::size_t>(std::max<std::streamsize>(in.rdbuf()->in_avail(), 0)) + 1;
     while (in.good()) {
-        text.resize(size + std::max(kFirstBlock, size));
+        text.resize(size == 0 ? std::max(kFirstBlock, known) : 2 * size);
         in.read(text.data() + size, static_cast<std::streamsize>(text.size() - size));
         size += static_cast<std::size_t>(in.gcount());
     }
