@@ -15,11 +15,10 @@ constexpr int kDeepestRegion = 500;
 
 }  // namespace
 
-ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn, Clauses clauses)
+ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn)
     : text_(text),
       settings_(settings),
       indentColumn_(indentColumn),
-      clauses_(clauses),
       semicolons_(TokenClasses::semicolonTokens),
       commas_(TokenClasses::commaTokens),
       shifts_(TokenClasses::shiftTokens),
