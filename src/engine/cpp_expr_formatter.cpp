@@ -107,8 +107,12 @@ void CppExprFormatter::writeCurrent(Run& run) {
     const ExprToken& token = run.current();
     if (token.role == ExprRole::Trivia) {
         // Operators keep the gap in front of a block comment; brackets do not.
-        if (run.after && run.previousRole() != ExprRole::BinaryOperator && token.token.kind == Cpp::BlockComment) {
-            run.sweep.writeGapWith(run.after->text);
+        if (token.token.kind == Cpp::BlockComment) {
+            if (run.after && run.previousRole() != ExprRole::BinaryOperator) {
+                run.sweep.writeGapWith(run.after->text);
+            } else if (wrapsLines() && run.previousKind() == Cpp::Comma && mayHaveBeenWrapped(run)) {
+                run.sweep.writeGapWith(" ");
+            }
         }
         run.after = nullptr;
         writeTrivia(run.sweep, run.out);
@@ -143,7 +147,7 @@ const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t pl
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     if (isOperator) return ifPresent(settings_.afterOperator);
-    if (kind != Cpp::StringLiteral || !settings_.wrapsLines) return nullptr;
+    if (kind != Cpp::StringLiteral || !wrapsLines()) return nullptr;
     do ++place;
     while (run.roleAt(place) == ExprRole::Trivia);
     return run.kindAt(place) == Cpp::StringLiteral ? &kBlank : nullptr;
@@ -154,20 +158,22 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     if (!wanted) wanted = run.after;
     if (wanted && wanted->present) {
         run.sweep.writeGapWith(wanted->text);
-    } else if (settings_.wrapsLines && mayHaveBeenWrapped(run)) {
+    } else if (wrapsLines() && mayHaveBeenWrapped(run)) {
         run.sweep.writeGapWith(" ");
     } else {
         run.sweep.writeGap();
     }
 }
 
-// Whether the gap is a line break that the line wrapper may have put there: behind a comma or a cast. Such lines
-// are joined, or wrapping again would start from lines that it does not see as one. Rows of an initializer are
-// kept by the wrapper too.
+// Whether the gap may be a line break of the line wrapper's, behind a comma or a cast, or has to look as one that
+// has been joined again. Such lines are joined, or wrapping again would start from lines that it does not see as
+// one. Rows of an initializer are kept by the wrapper too.
 bool CppExprFormatter::mayHaveBeenWrapped(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
-    if (run.previous == kNoToken || gap.find('\n') == std::string_view::npos || !isAllWhitespace(gap)) return false;
+    const bool isOneBlank = gap.size() < 2 && !isLineBreak(gap);
+    if (run.previous == kNoToken || isOneBlank || !isAllWhitespace(gap)) return false;
     if (run.previousKind() == Cpp::Comma) {
+        if (!isLineBreak(gap)) return false;
         if (run.groups.empty()) return true;
         const Group::Kind kind = run.groups.back().kind;
         return kind != Group::Kind::Braces && kind != Group::Kind::InnerBraces;

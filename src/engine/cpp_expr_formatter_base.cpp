@@ -40,7 +40,10 @@ int nestingStep(const ExprToken& token) {
 }  // namespace
 
 CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source)
-    : scheme_(scheme), tabSize_(readTabSize(scheme)), columns_(source, tabSize_) {
+    : scheme_(scheme),
+      tabSize_(readTabSize(scheme)),
+      columns_(source, tabSize_),
+      wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readText(scheme_, Keys::LEFT_MARGIN);
     directivesLeftMostSet_ = scheme_.getBool(std::string(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
@@ -121,8 +124,10 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spa
 void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalText& after, OIndentBuf& out) {
     switch (sweep.currentKind()) {
         case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after.text : std::string("\n")); break;
-        case Cpp::LineComment:
-        case Cpp::BlockComment: writeTrivia(sweep, out); break;
+        case Cpp::BlockComment:
+            if (wrapsLines_ && isLineBreak(sweep.gap())) sweep.writeGapWith(after.text);
+            [[fallthrough]];
+        case Cpp::LineComment: writeTrivia(sweep, out); break;
         default: sweep.writeGapWith(after.text);
     }
 }

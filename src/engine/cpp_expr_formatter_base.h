@@ -65,6 +65,8 @@ protected:
 
     const PropertySet& scheme() const { return scheme_; }
     int tabSize() const { return tabSize_; }
+    // LINE_WRAP: lines that an earlier run has wrapped are joined, to be wrapped again.
+    bool wrapsLines() const { return wrapsLines_; }
 
 private:
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
@@ -75,6 +77,7 @@ private:
     int tabSize_;
     SourceColumns columns_;
     OptionalText leftMargin_;
+    bool wrapsLines_;
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;
     std::vector<ExprToken> tokens_;

@@ -38,7 +38,6 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       asterisk(readMark(scheme, Keys::ASTERISK_ANCHOR, Keys::HANGING_ASTERISK, Keys::WS_BETWEEN_ASTERISK_ANCHOR)),
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
-      wrapsLines(readSwitch(scheme, Keys::LINE_WRAP)),
       alignsCallArguments(readSwitch(scheme, Keys::ALIGN_FN_CALL_ARGS_LEFT)) {
     if (alignsCallArguments) betweenCallArguments = {true, "\n"};
 }

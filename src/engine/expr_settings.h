@@ -38,7 +38,6 @@ struct ExprSettings {
     OptionalText dataIndent;
     MarkSettings asterisk;
     MarkSettings ampersand;
-    bool wrapsLines = false;
     bool alignsCallArguments = false;
 };
 

@@ -57,6 +57,10 @@ std::string withPrepended(std::string_view gap, std::string_view wanted) {
 
 bool isAllWhitespace(std::string_view text) { return std::all_of(text.begin(), text.end(), isWhitespace); }
 
+bool isLineBreak(std::string_view text) {
+    return text.find('\n') != std::string_view::npos && isAllWhitespace(text);
+}
+
 std::string_view trimLeft(std::string_view text) {
     const std::size_t first = text.find_first_not_of(kWhitespace);
     return first == std::string_view::npos ? std::string_view() : text.substr(first);

@@ -11,6 +11,9 @@ namespace Tessel {
 constexpr bool isWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isAllWhitespace(std::string_view text);
 
+// White space with a line end in it, and nothing else.
+bool isLineBreak(std::string_view text);
+
 std::string_view trimLeft(std::string_view text);
 std::string_view trimRight(std::string_view text);
 std::string_view trim(std::string_view text);
