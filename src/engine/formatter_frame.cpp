@@ -26,7 +26,7 @@ PropertySet completed(PropertySet scheme) {
 Zelmor::IndentState initialState(const PropertySet& scheme) {
     Zelmor::IndentState state;
     state.tabSize = readTabSize(scheme);
-    state.tabMode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
+    state.tabMode = readTabMode(scheme);
     return state;
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "scheme/property_keys.h"
+#include "textstream/otext_doc_buf.h"
 
 namespace Tessel {
 
@@ -46,6 +47,11 @@ int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent) {
 
 int readTabSize(const PropertySet& scheme) {
     return std::clamp(readInt(scheme, Keys::TAB_SIZE, 1), 0, kWidestTab);
+}
+
+int readTabMode(const PropertySet& scheme) {
+    const int mode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
+    return mode == Zelmor::TabsToSpaces || mode == Zelmor::SpacesToTabs ? mode : Zelmor::KeepTabs;
 }
 
 void applySchemeDefaults(PropertySet& scheme) {

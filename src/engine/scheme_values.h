@@ -14,6 +14,8 @@ bool readSwitch(const PropertySet& scheme, std::string_view key);
 int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent);
 // TAB_SIZE; never negative.
 int readTabSize(const PropertySet& scheme);
+// CONVERT_WS as one of Zelmor::TabMode; a value that is none counts as absent.
+int readTabMode(const PropertySet& scheme);
 
 // Completes a scheme before a pass reads it: values that the passes rely on, where the scheme lacks them.
 void applySchemeDefaults(PropertySet& scheme);

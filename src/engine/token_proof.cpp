@@ -15,12 +15,14 @@ namespace Tessel {
 namespace {
 
 constexpr bool isNamePart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$' ||
-           static_cast<unsigned char>(c) > 127;
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+           c == '$' || static_cast<unsigned char>(c) > 127;
 }
 
 // Of names and numbers.
-constexpr bool isWordPart(char c) { return isNamePart(c) || c == '.'; }
+constexpr bool isWordPart(char c) {
+    return isNamePart(c) || c == '.';
+}
 
 // Of operators that are more than one character long.
 constexpr bool isOperatorPart(char c) {
@@ -31,6 +33,7 @@ constexpr bool isOperatorPart(char c) {
 struct Cursor {
     std::string_view text;
     std::size_t place = 0;
+    std::size_t codeStart = 0;  // behind the last opaque token
 
     bool atEnd() const { return place >= text.size(); }
     char current() const { return text[place]; }
@@ -87,8 +90,11 @@ private:
         if (joined.place == 0) return true;
         const char before = joined.text[joined.place - 1];
         const char after = joined.current();
+        if (joined.place == joined.codeStart)
+            return before == '/' || !Cpp::wouldJoin({&before, 1}, {&after, 1});
         if (isWordPart(before) && isOperatorPart(after)) return areSameTokens(joined);
-        if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after))) return areSameTokens(joined);
+        if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after)))
+            return areSameTokens(joined);
         return !Cpp::wouldJoin({&before, 1}, {&after, 1});
     }
 
@@ -100,11 +106,13 @@ private:
             return (isWordPart(a) && isWordPart(b)) || (isOperatorPart(a) && isOperatorPart(b));
         };
         std::size_t first = joined.place - 1;
-        while (first > 0 && joined.place - first < longestWord && belongsTogether(text[first], text[first - 1])) {
+        while (first > joined.codeStart && joined.place - first < longestWord &&
+               belongsTogether(text[first], text[first - 1])) {
             --first;
         }
         std::size_t last = joined.place + 1;
-        while (last < text.size() && last - joined.place < longestWord && belongsTogether(text[last - 1], text[last])) {
+        while (last < text.size() && last - joined.place < longestWord &&
+               belongsTogether(text[last - 1], text[last])) {
             ++last;
         }
         const std::string_view left = text.substr(first, joined.place - first);
@@ -117,10 +125,13 @@ private:
     bool compareOpaque(const Cpp::OpaqueToken& token) {
         const std::string_view text = source_.text.substr(token.offset, token.length);
         if (token.kind == Cpp::Directive && startsLine(source_) && !startsLine(result_)) return false;
-        const bool mayMoveLines = Cpp::isTrivia(token.kind) && !(token.kind == Cpp::Directive && continuesLiteral(text));
+        const bool mayMoveLines =
+            Cpp::isTrivia(token.kind) && !(token.kind == Cpp::Directive && continuesLiteral(text));
         const bool isSame = mayMoveLines ? compareLines(text) : compareExactly(text);
-        if (isSame) source_.place = std::size_t{token.offset} + token.length;
-        return isSame;
+        if (!isSame) return false;
+        source_.codeStart = source_.place = std::size_t{token.offset} + token.length;
+        result_.codeStart = result_.place;
+        return true;
     }
 
     // Whether nothing but white space stands in front of the place on its line.
@@ -154,7 +165,8 @@ private:
     }
 
     void skipBlanks() {
-        while (!result_.atEnd() && result_.current() != '\n' && isWhitespace(result_.current())) ++result_.place;
+        while (!result_.atEnd() && result_.current() != '\n' && isWhitespace(result_.current()))
+            ++result_.place;
     }
 
     bool endLine() {

@@ -23,7 +23,7 @@ WrapSettings::WrapSettings(const PropertySet& scheme)
     : rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0)),
       lineWrap(readSwitch(scheme, Keys::LINE_WRAP)),
       tabSize(std::max(readTabSize(scheme), 1)),
-      tabMode(readInt(scheme, Keys::CONVERT_WS, 0)),
+      tabMode(readTabMode(scheme)),
       style(readStyle(scheme, Keys::WRAP_STYLE, WrapStyle::AtIndent)),
       comma(readStyle(scheme, Keys::COMMA_WRAP_STYLE, SeparatorPlace::EndsLine)),
       shift(readStyle(scheme, Keys::SHIFT_WRAP_STYLE, SeparatorPlace::StartsLine)),

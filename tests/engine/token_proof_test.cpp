@@ -30,6 +30,7 @@ TEST(TokenProof, AcceptsOtherWhiteSpaceAroundLinesOfComments) {
     EXPECT_TRUE(accepts("/* a\n    b\n*/ c", "/* a\n b  \n  */ c"));
     EXPECT_TRUE(accepts("  #define A \\\n  1\nb", "#define A \\\n1\n b"));
     EXPECT_TRUE(accepts("a // x", "a // x\n"));
+    EXPECT_TRUE(accepts("a /* x */*/ b", "a /* x */ * / b"));
 }
 
 TEST(TokenProof, SeesWhatIsLostAddedOrMoved) {
