@@ -6,7 +6,7 @@ add_library(vantrel_flags INTERFACE)
 target_compile_options(vantrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 if(VANTREL_SANITIZE)
   target_compile_options(vantrel_flags INTERFACE -fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all
-                                                 -fno-omit-frame-pointer -g)
+                                                 -fno-omit-frame-pointer)
   target_link_options(vantrel_flags INTERFACE -fsanitize=${VANTREL_SANITIZE})
 endif()
 

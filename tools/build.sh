@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test and .ci/run: install what is missing, and build, in silence when all is well.
+# Sourced by ./run, ./test, ./fuzz and .ci/run: install what is missing, and build, in silence when all is well.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -52,6 +52,8 @@ need() {
 has() {
     case $1 in
         g++ | cmake) command -v "$1" ;;
+        clang) command -v clang++ ;;
+        libclang-rt-*) compgen -G "$(clang++ --print-runtime-dir)/libclang_rt.fuzzer-*" ;;
         ninja-build) command -v ninja ;;
         libgtest-dev) [ -e /usr/include/gtest/gtest.h ] ;;
         libgmock-dev) [ -e /usr/include/gmock/gmock.h ] ;;

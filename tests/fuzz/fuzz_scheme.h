@@ -8,9 +8,12 @@
 
 namespace Fuzz {
 
-// A fuzzer's input: a scheme drawn from its first bytes, and the source that the others are.
+// A fuzzer's input: a scheme, and the source that follows. The first byte names a scheme of the program, in
+// the order of their names; the second is free for the target. Other first bytes say that more bytes draw
+// one.
 struct Input {
     Tessel::PropertySet scheme;
+    bool isShipped = false;
     std::string_view source;
 };
 

@@ -1,0 +1,63 @@
+#include "promises.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <sstream>
+
+#include "engine/format_job.h"
+#include "layout/passes.h"
+#include "support/token_compare.h"
+#include "support/visible_diff.h"
+#include "textstream/text_document.h"
+#include "trn/exception.h"
+
+namespace Fuzz {
+
+namespace {
+
+class GoOn : public Tessel::UpdateFunctor {
+public:
+    bool operator()(const std::string&) override { return true; }
+};
+
+[[noreturn]] void fail(const char* promise, const std::string& details) {
+    std::fprintf(stderr, "%s\n%s\n", promise, details.c_str());
+    std::abort();
+}
+
+std::optional<std::string> formatText(const Tessel::PropertySet& scheme, std::string_view source) {
+    const Tessel::Passes passes;
+    std::istringstream in{std::string(source)};
+    std::ostringstream out;
+    std::list<Tessel::Diagnostic> diagnostics;
+    GoOn goOn;
+    try {
+        const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
+        if (Tessel::FormatJob(passes).format(options, in, out, diagnostics, goOn) == 0)
+            return std::move(out).str();
+    } catch (const Trn::Exception& exception) {
+        fail("The job failed.", exception.message());
+    }
+    if (diagnostics.empty() || !out.view().empty())
+        fail("A refusal without a message, or with a result.", out.str());
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> formatChecked(const Tessel::PropertySet& scheme, std::string_view source,
+                                         SecondRun secondRun) {
+    auto once = formatText(scheme, source);
+    if (!once) return std::nullopt;
+    const Zelmor::TextDocument document{std::string(source)};
+    const std::string difference = TestSupport::tokenDifference(document.text(), *once);
+    if (!difference.empty()) fail("The tokens changed.", difference);
+    const auto twice = formatText(scheme, *once);
+    if (!twice) fail("The result was refused.", *once);
+    if (secondRun == SecondRun::Unchanged && *twice != *once) {
+        fail("A second run changed the result.", TestSupport::visibleDiff(*once, *twice));
+    }
+    return once;
+}
+
+}  // namespace Fuzz
