@@ -64,7 +64,7 @@ void CppFormatter::writeAlignedType(std::string_view type, int offset) {
 // A type that holds no comment or directive.
 void CppFormatter::writeOnOneLine(std::string_view text) {
     std::string line(text);
-    std::replace(line.begin(), line.end(), '\n', ' ');
+    replaceCharOutsideComments(line, '\n', ' ');
     out().write(line);
 }
 

@@ -73,8 +73,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         if (settings_.afterFunctionName.present) {
             out().writeVerbatim(settings_.afterFunctionName.text);
-            const bool keepsLines = startsWithLineEndToken(gap) || endsWithLineEndToken(gap);
-            writer_.write(keepsLines ? gap : trim(gap));
+            writer_.write(strippedGap(gap));
         } else {
             writer_.write(gap);
         }

@@ -29,28 +29,11 @@ bool anyToken(std::string_view text, Test isWanted) {
 
 void trimRightInPlace(std::string& text) { text.erase(trimRight(text).size()); }
 
-void trimLeftInPlace(std::string& text) { text.erase(0, text.size() - trimLeft(text).size()); }
-
 // Removes the white space behind the last line feed, which ends a comment or directive.
 void trimBehindLastLine(std::string& gap) {
     const std::size_t lineFeed = gap.rfind('\n');
     if (lineFeed == std::string::npos || lineFeed + 1 == gap.size()) return;
     gap.erase(lineFeed + 1 + trimRight(std::string_view(gap).substr(lineFeed + 1)).size());
-}
-
-std::string withPrepended(std::string_view gap, std::string_view wanted) {
-    std::string result;
-    if (!startsWithLineEndToken(gap)) {
-        result += wanted;
-        result += trimLeft(gap);
-        return result;
-    }
-    const std::size_t lineFeed = gap.find('\n');
-    if (lineFeed == std::string_view::npos) return result;
-    result += gap.substr(0, lineFeed + 1);
-    result += wanted;
-    result += trimLeft(gap.substr(lineFeed + 1));
-    return result;
 }
 
 }  // namespace
@@ -99,53 +82,49 @@ bool isDirectiveText(std::string_view text) {
     return trimLeft(text.substr(0, text.size() - 1)).starts_with('#');
 }
 
-void mergeWhitespace(std::string& gap, std::string_view wanted) {
-    if (wanted.find('\n') == std::string_view::npos && endsWithLineEndToken(gap)) {
-        trimBehindLastLine(gap);
-        return;
-    }
-    trimRightInPlace(gap);
-    gap += wanted;
+MergedGap mergedGap(std::string_view gap, std::string_view wanted) {
+    if (wanted.find('\n') != std::string_view::npos || !endsWithLineEndToken(gap)) return {trimRight(gap), wanted};
+    const std::size_t lineFeed = gap.rfind('\n');
+    return {lineFeed == std::string_view::npos ? gap : gap.substr(0, lineFeed + 1), {}};
 }
 
-void prependWhitespace(std::string& gap, std::string_view wanted) { gap = withPrepended(gap, wanted); }
+PrependedGap prependedGap(std::string_view gap) {
+    if (!startsWithLineEndToken(gap)) return {{}, trimLeft(gap)};
+    const Trn::Token first = Cpp::Lexer(gap).nextToken();
+    const std::size_t end = std::size_t{first.offset} + first.length;
+    return {gap.substr(0, end), trimLeft(gap.substr(end))};
+}
+
+std::string_view strippedGap(std::string_view gap) {
+    return startsWithLineEndToken(gap) || endsWithLineEndToken(gap) ? gap : trim(gap);
+}
+
+void mergeWhitespace(std::string& gap, std::string_view wanted) {
+    const MergedGap merged = mergedGap(gap, wanted);
+    gap = std::string(merged.kept).append(merged.added);
+}
+
+void prependWhitespace(std::string& gap, std::string_view wanted) {
+    const PrependedGap prepended = prependedGap(gap);
+    gap = std::string(prepended.ahead).append(wanted).append(prepended.behind);
+}
 
 void surroundWithWhitespace(std::string& gap, std::string_view before, std::string_view after) {
     const bool keepsLineEnd = after.find('\n') == std::string_view::npos && endsWithLineEndToken(gap);
-    std::string result = withPrepended(gap, before);
+    prependWhitespace(gap, before);
     if (keepsLineEnd) {
-        trimBehindLastLine(result);
-    } else {
-        trimRightInPlace(result);
-    }
-    result += after;
-    gap = std::move(result);
-}
-
-void stripLeadingSpace(std::string& gap) {
-    if (!startsWithLineEndToken(gap)) {
-        trimLeftInPlace(gap);
-        return;
-    }
-    const std::size_t lineFeed = gap.find('\n');
-    if (lineFeed == std::string::npos) return;
-    const std::string_view rest = std::string_view(gap).substr(lineFeed + 1);
-    gap.erase(lineFeed + 1, rest.size() - trimLeft(rest).size());
-}
-
-void stripTrailingSpace(std::string& gap) {
-    if (endsWithLineEndToken(gap)) {
         trimBehindLastLine(gap);
     } else {
         trimRightInPlace(gap);
     }
+    gap += after;
 }
 
-void stripSurroundingSpace(std::string& gap) {
-    if (startsWithLineEndToken(gap) || endsWithLineEndToken(gap)) return;
-    trimRightInPlace(gap);
-    trimLeftInPlace(gap);
-}
+void stripLeadingSpace(std::string& gap) { prependWhitespace(gap, {}); }
+
+void stripTrailingSpace(std::string& gap) { mergeWhitespace(gap, {}); }
+
+void stripSurroundingSpace(std::string& gap) { gap = std::string(strippedGap(gap)); }
 
 void replaceCharOutsideComments(std::string& gap, char from, char to) {
     if (startsWithLineEndToken(gap) || endsWithLineEndToken(gap)) return;

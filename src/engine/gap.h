@@ -26,6 +26,25 @@ bool containsCommentOrDirective(std::string_view text);
 // The first character that is not white space is "#".
 bool isDirectiveText(std::string_view text);
 
+// A gap whose trailing white space is replaced: what stays of it, its front, and what is added. Nothing is added
+// where the line end of a comment or directive stays instead.
+struct MergedGap {
+    std::string_view kept;
+    std::string_view added;
+};
+MergedGap mergedGap(std::string_view gap, std::string_view wanted);
+
+// A gap whose leading white space is replaced: what stays in front of that, a comment or directive with its line
+// end, and what follows it.
+struct PrependedGap {
+    std::string_view ahead;
+    std::string_view behind;
+};
+PrependedGap prependedGap(std::string_view gap);
+
+// A gap without white space at its ends, unless a directive or a line comment stands there.
+std::string_view strippedGap(std::string_view gap);
+
 // Replaces the trailing, the leading, or both white spaces of a gap by the ones wanted.
 void mergeWhitespace(std::string& gap, std::string_view wanted);
 void prependWhitespace(std::string& gap, std::string_view wanted);

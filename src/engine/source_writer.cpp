@@ -114,15 +114,9 @@ void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
         keepDirectivePlace(gap);
         return;
     }
-    const std::string_view kept = trimRight(gap);
-    if (wanted.find('\n') != std::string_view::npos || !endsWithLineEndToken(gap)) {
-        write(kept);
-        out_->writeVerbatim(wanted);
-        return;
-    }
-    // The last comment or directive keeps its line end.
-    const std::size_t lineEnd = std::min(gap.find('\n', kept.size()), gap.size() - 1);
-    write(gap.substr(0, lineEnd + 1));
+    const MergedGap merged = mergedGap(gap, wanted);
+    write(merged.kept);
+    out_->writeVerbatim(merged.added);
 }
 
 void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
@@ -132,17 +126,10 @@ void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted)
         keepDirectivePlace(gap);
         return;
     }
-    if (!startsWithLineEndToken(gap)) {
-        out_->write(wanted);
-        write(trimLeft(gap));
-        return;
-    }
-    const std::string_view rest = trimLeft(gap);
-    const auto first = firstOpaque(offsetOf(rest));
-    const std::size_t lineEnd = std::size_t{first->offset} + first->length - offsetOf(gap);
-    write(gap.substr(0, lineEnd));
+    const PrependedGap prepended = prependedGap(gap);
+    write(prepended.ahead);
     out_->write(wanted);
-    write(trimLeft(gap.substr(lineEnd)));
+    write(prepended.behind);
 }
 
 }  // namespace Tessel
