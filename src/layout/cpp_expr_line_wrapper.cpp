@@ -69,7 +69,7 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
 std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const IndentState& state,
                                                const WrapContext& context) {
     if (!read(text, context)) return std::string(text);
-    ExprLayout layout(text_, settings_, indentColumn(state));
+    ExprLayout layout(text_, settings_, indentColumn(state), ExprLayout::Clauses::Separate);
     const int column = text_.columnOf(0, state.column);
     if (layout.isTooLong(wholeText(), column)) layout.breakForClauses(wholeText(), column);
     return render(state);

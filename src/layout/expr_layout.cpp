@@ -15,10 +15,11 @@ constexpr int kDeepestRegion = 500;
 
 }  // namespace
 
-ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn)
+ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn, Clauses clauses)
     : text_(text),
       settings_(settings),
       indentColumn_(indentColumn),
+      clauses_(clauses),
       semicolons_(TokenClasses::semicolonTokens),
       commas_(TokenClasses::commaTokens),
       shifts_(TokenClasses::shiftTokens),
@@ -126,6 +127,8 @@ ExprLayout::Separators ExprLayout::separatorsOf(Class separatorClass) {
 bool ExprLayout::isUsable(std::size_t place, Class separatorClass) const {
     const ExprToken& token = text_.tokens()[place];
     switch (separatorClass) {
+        case Class::Clause:
+            return clauses_ == Clauses::Separate;
         case Class::Shift:
             return settings_.shift != SeparatorPlace::None;
         case Class::Binary:

@@ -30,8 +30,12 @@ namespace Tessel {
 // they are.
 class ExprLayout {
 public:
+    // Whether lines may begin behind a ";", as in the head of a "for".
+    enum class Clauses { None, Separate };
+
     // `indentColumn` is that of the indentation. The text is borrowed.
-    ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn);
+    ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn,
+               Clauses clauses = Clauses::None);
 
     // The lines of the text itself, as opposed to those of regions inside, take no WRAP_INDENT.
     void setContentIndented() { contentIndented_ = true; }
@@ -102,6 +106,7 @@ private:
     WrapText& text_;
     const WrapSettings& settings_;
     int indentColumn_;
+    Clauses clauses_;
     bool contentIndented_ = false;
     bool atIndent_ = false;
     std::optional<int> alignment_;

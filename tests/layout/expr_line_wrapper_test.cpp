@@ -83,6 +83,8 @@ TEST(ExprLineWrapper, BreaksCallsForWhatFollowsThemInTheText) {
     const PropertySet scheme = schemeWithMargin(20);
     EXPECT_EQ(wrapped(scheme, "f(a, b)->member->next", stateAt(0)), "f(a,\n  b)->member->next");
     EXPECT_EQ(wrapped(scheme, "f(a, b)->g(first, se)", stateAt(0)), "f(a, b)->g(first,\n           se)");
+    // A ";" is no place to break at here.
+    EXPECT_EQ(wrapped(scheme, "{f(a, b); return 1; }", stateAt(2)), "{f(a,\n     b); return 1; }");
 }
 
 TEST(ExprLineWrapper, TriesCallsBeforeOperatorsButDropsThemWhenTheyDoNotDo) {
