@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -34,6 +35,18 @@ std::size_t qualifiedNameStart(std::string_view type) {
         }
     }
     return start;
+}
+
+bool beginsTrivia(char c) { return c == '/' || c == '#' || c == '\\'; }
+
+// Behind the first "]", or 0 when there is none.
+std::size_t firstBracketEnd(std::string_view text) {
+    if (text.find(']') == std::string_view::npos) return 0;
+    Cpp::Lexer lexer(text);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (token.kind == Cpp::CloseBracket) return std::size_t{token.offset} + token.length;
+    }
+    return 0;
 }
 
 OptionalText withoutLineFeeds(OptionalText text) {
@@ -111,16 +124,16 @@ void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool has
 void CppFormatter::spaceNameBrackets(std::string& text) const {
     const OptionalText& afterName = settings_.afterDataName;
     if (afterName.present) {
-        const std::size_t nameEnd = std::min(text.find_first_of("[,( \t\n/"), text.size());
+        const std::size_t nameEnd = std::min(text.find_first_of("[,( \t\n/#\\"), text.size());
         const std::size_t next = std::min(text.find_first_not_of(" \t\n", nameEnd), text.size());
         if (next == text.size() || text[next] == '[') text.replace(nameEnd, next - nameEnd, afterName.text);
     }
     const OptionalText& afterBracket = settings_.afterDataBracket;
-    const std::size_t bracket = text.find(']');
-    if (!afterBracket.present || bracket == std::string::npos) return;
-    const std::size_t next = std::min(text.find_first_not_of(" \t\n", bracket + 1), text.size());
-    if (next < text.size() && text[next] == '/') return;
-    text.replace(bracket + 1, next - bracket - 1, afterBracket.text);
+    if (!afterBracket.present) return;
+    const std::size_t end = firstBracketEnd(text);
+    const std::size_t next = std::min(text.find_first_not_of(" \t\n", end), text.size());
+    if (end == 0 || (next < text.size() && beginsTrivia(text[next]))) return;
+    text.replace(end, next - end, afterBracket.text);
 }
 
 // The white space between the declarator and its initializer or width. `name` is the declarator's text without

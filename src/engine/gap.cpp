@@ -14,8 +14,9 @@ constexpr std::string_view kWhitespace = " \t\n\v\f\r";
 
 bool isLineEndKind(int kind) { return kind == Cpp::Directive || kind == Cpp::LineComment; }
 
-// Nothing but a "/" or a "#" begins a comment or a directive: most gaps need no lexer.
-bool mayHoldTrivia(std::string_view text) { return text.find_first_of("/#") != std::string_view::npos; }
+// Nothing but a "/" or a "#" begins a comment or a directive, and a "\" the splice of two lines, which goes for a
+// comment: most gaps need no lexer.
+bool mayHoldTrivia(std::string_view text) { return text.find_first_of("/#\\") != std::string_view::npos; }
 
 template <typename Test>
 bool anyToken(std::string_view text, Test isWanted) {
@@ -64,11 +65,10 @@ bool startsWithLineEndToken(std::string_view text) {
 bool endsWithLineEndToken(std::string_view text) {
     if (!mayHoldTrivia(text)) return false;
     Cpp::Lexer lexer(text);
-    int lastKind = Trn::kEndKind;
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        lastKind = token.kind;
-    }
-    return isLineEndKind(lastKind);
+    Trn::Token last;
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) last = token;
+    // Characters that belong to no token may follow it.
+    return isLineEndKind(last.kind) && isAllWhitespace(text.substr(std::size_t{last.offset} + last.length));
 }
 
 bool containsLineComment(std::string_view text) {
