@@ -110,7 +110,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
         if (token.token.kind == Cpp::BlockComment) {
             if (run.after && run.previousRole() != ExprRole::BinaryOperator) {
                 run.sweep.writeGapWith(run.after->text);
-            } else if (wrapsLines() && run.previousKind() == Cpp::Comma && mayHaveBeenWrapped(run)) {
+            } else if (wrapsLines() && run.previousKind() == Cpp::Comma && joinedLine(run)) {
                 run.sweep.writeGapWith(" ");
             }
         }
@@ -158,27 +158,38 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     if (!wanted) wanted = run.after;
     if (wanted && wanted->present) {
         run.sweep.writeGapWith(wanted->text);
-    } else if (wrapsLines() && mayHaveBeenWrapped(run)) {
-        run.sweep.writeGapWith(" ");
+    } else if (const OptionalText* joined = wrapsLines() ? joinedLine(run) : nullptr) {
+        run.sweep.writeGapWith(joined->text);
     } else {
         run.sweep.writeGap();
     }
 }
 
-// Whether the gap may be a line break of the line wrapper's, behind a comma or a cast, or has to look as one that
-// has been joined again. Such lines are joined, or wrapping again would start from lines that it does not see as
-// one. Rows of an initializer are kept by the wrapper too.
-bool CppExprFormatter::mayHaveBeenWrapped(const Run& run) const {
+// What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an operator
+// or a comma that begins its line. Wrapping again would else start from lines that it does not see as one. White
+// space that is not one blank looks after joining as it would after parting. Rows of an initializer are kept, by
+// the wrapper too. Null where the gap is to stay.
+const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
-    const bool isOneBlank = gap.size() < 2 && !isLineBreak(gap);
-    if (run.previous == kNoToken || isOneBlank || !isAllWhitespace(gap)) return false;
-    if (run.previousKind() == Cpp::Comma) {
-        if (!isLineBreak(gap)) return false;
-        if (run.groups.empty()) return true;
-        const Group::Kind kind = run.groups.back().kind;
-        return kind != Group::Kind::Braces && kind != Group::Kind::InnerBraces;
-    }
-    if (run.previousKind() != Cpp::CloseParen) return false;
+    const bool isRow = !run.groups.empty() && (run.groups.back().kind == Group::Kind::Braces ||
+                                               run.groups.back().kind == Group::Kind::InnerBraces);
+    if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
+    const ExprToken& token = run.current();
+    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
+    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
+    const bool isOneBlank = gap.empty() || gap == " ";
+    const bool followsComment = run.previous + 1 != run.sweep.place();
+    if (isOneBlank || (followsComment && token.role != ExprRole::Trivia)) return nullptr;
+    if (run.previousKind() == Cpp::Comma) return &kBlank;
+    return followsCast(run) ? &kBlank : nullptr;
+}
+
+// Whether the current token is the operand of a cast in parentheses, as far as the line wrapper knows one.
+bool CppExprFormatter::followsCast(const Run& run) const {
+    const ExprToken& close = run.tokens[run.previous];
+    if (close.token.kind != Cpp::CloseParen || close.partner == kNoToken) return false;
+    const int before = close.partner == 0 ? Trn::kEndKind : run.kindAt(close.partner - 1);
+    if (before == Cpp::Identifier || before == Cpp::Greater) return false;
     switch (run.current().token.kind) {
         case Cpp::Identifier:
         case Cpp::Number:

@@ -55,7 +55,8 @@ private:
                        const OptionalText& typeWhitespace, bool nameFollows);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
-    bool mayHaveBeenWrapped(const Run& run) const;
+    const OptionalText* joinedLine(const Run& run) const;
+    bool followsCast(const Run& run) const;
     const OptionalText* wantedBefore(const Run& run) const;
     const OptionalText* wantedBeforeParen(const Run& run) const;
     void writeMarks(Run& run);

@@ -37,6 +37,8 @@ public:
     virtual void formatDirective(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
                                  Zelmor::OIndentBuf& out);
 
+    // LINE_WRAP: lines that an earlier run has wrapped are joined, to be wrapped again.
+    bool wrapsLines() const { return wrapsLines_; }
     // Directives are not moved, so that the white space in front of them is theirs.
     bool keepsDirectivePlaces() const { return !directivesLeftMostSet_; }
     // The same for a comment that the output has reached, and for a directive with the white space in front.
@@ -65,8 +67,6 @@ protected:
 
     const PropertySet& scheme() const { return scheme_; }
     int tabSize() const { return tabSize_; }
-    // LINE_WRAP: lines that an earlier run has wrapped are joined, to be wrapped again.
-    bool wrapsLines() const { return wrapsLines_; }
 
 private:
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,

@@ -17,6 +17,7 @@ using Zelmor::LeadingSpaceScope;
 namespace {
 
 const OptionalText kAsInInput;
+const OptionalText kBlank{true, " "};
 const OptionalText kLineFeed{true, "\n"};
 
 bool isLineComment(const Cpp::SyntaxNode& node) {
@@ -61,6 +62,10 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     }
     // Nearly every gap is a comma with blanks around it.
     const std::string_view separator = trim(gap);
+    if (separator == "," && exprFormatter_.wrapsLines() && !after->present) {
+        // A line that has been wrapped is joined.
+        if (isLineBreak(gap.substr(gap.find(',') + 1)) || isLineBreak(gap.substr(0, gap.find(',')))) after = &kBlank;
+    }
     const bool isPlain = separator == "," && !separators.breaksLines() && after->present && !after->hasLineFeed();
     if (!isPlain) {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, separators.before, *after, state()));
@@ -68,8 +73,8 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     }
     if (separators.before.present) {
         out().writeVerbatim(separators.before.text);
-    } else {
-        out().write(gap.substr(0, static_cast<std::size_t>(separator.data() - gap.data())));
+    } else if (!exprFormatter_.wrapsLines() || !isLineBreak(gap.substr(0, gap.find(',')))) {
+        out().write(gap.substr(0, gap.find(',')));
     }
     out().write(separator);
     out().writeVerbatim(after->text);
