@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
 #include "layout/protected_text.h"
@@ -35,7 +37,8 @@ CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextD
       markers_(options.markers),
       in_(formatted),
       out_(out.rdbuf(), {}, false, {}),
-      wrapper_(options.scheme, &formatted) {
+      wrapper_(options.scheme, &formatted),
+      columns_(&formatted, wrapper_.settings().tabSize) {
     in_.setTabSize(wrapper_.settings().tabSize);
     out_.setTabSize(wrapper_.settings().tabSize);
     out_.setTabMode(wrapper_.settings().tabMode);
@@ -94,7 +97,9 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
 // everything up to the next place where a line might end.
 int CppLineWrapper::widthBehind(std::string_view text) const {
     const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
-    std::string_view rest = source().substr(end);
+    // What lies beyond the margin from here is too wide wherever it ends.
+    std::string_view rest =
+        source().substr(end, static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1);
     rest = rest.substr(0, rest.find('\n'));
     rest = rest.substr(0, std::min(rest.find("//"), rest.find("/*")));
     if (const std::size_t last = rest.find_first_of(",;{"); last != std::string_view::npos) {
@@ -147,18 +152,43 @@ void CppLineWrapper::visit(Cpp::BlockNode* block) {
     wrapBraced(*block, settings_.global.indent);
 }
 
+void CppLineWrapper::copy(std::string_view piece) {
+    const std::size_t lineEnd = piece.find('\n');
+    const std::size_t comment = piece.substr(0, lineEnd).rfind("/*");
+    const bool holdsLinesOfComment = lineEnd != std::string_view::npos && comment != std::string_view::npos;
+    if (!holdsLinesOfComment || out_.column() == columns_.columnOf(piece)) {
+        write(piece);
+        return;
+    }
+    // Only a comment on the first line has moved with it.
+    Cpp::Lexer lexer(piece);
+    Trn::Token token = lexer.nextToken();
+    while (token.kind != Trn::kEndKind && token.offset + token.length <= lineEnd) token = lexer.nextToken();
+    if (token.kind != Cpp::BlockComment || token.offset > lineEnd) {
+        write(piece);
+        return;
+    }
+    const std::size_t end = std::size_t{token.offset} + token.length;
+    write(piece.substr(0, token.offset));
+    writeMoved(piece.substr(token.offset, token.length));
+    write(piece.substr(end));
+}
+
 // The further lines of a comment stay where they stand relative to its first character, should that have
 // moved.
+void CppLineWrapper::writeMoved(std::string_view comment) {
+    LeadingSpaceScope keepSpace(out_, true);
+    IndentScope noIndent(out_, {});
+    wrapper_.writeComment(comment, out_);
+}
+
 void CppLineWrapper::visit(Cpp::CommentNode* comment) {
     if (!comment->isBlockComment() || comment->start().line == comment->end().line) {
         copyThrough(*comment);
         return;
     }
     copyUpTo(*comment);
-    const std::string_view text = readThrough(in_, comment->end());
-    LeadingSpaceScope keepSpace(out_, true);
-    IndentScope noIndent(out_, {});
-    wrapper_.writeComment(text, out_);
+    writeMoved(readThrough(in_, comment->end()));
 }
 
 }  // namespace Tessel

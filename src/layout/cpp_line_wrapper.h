@@ -13,6 +13,7 @@
 #include "engine/format_options.h"
 #include "engine/formatter_settings.h"
 #include "engine/opaque_text.h"
+#include "engine/source_columns.h"
 #include "engine/source_copy.h"
 #include "layout/cpp_expr_line_wrapper.h"
 #include "textstream/itext_doc_stream.h"
@@ -87,9 +88,11 @@ private:
     // The sweep.
     std::string_view source() const { return in_.document().text(); }
     void write(std::string_view text) { writeRendered(text, out_); }
-    void copyThrough(Position position) { write(readThrough(in_, position)); }
+    // A piece of the source as it stands; a block comment keeps its shape when the piece has moved.
+    void copy(std::string_view piece);
+    void copyThrough(Position position) { copy(readThrough(in_, position)); }
     void copyThrough(const Cpp::SyntaxNode& node) { copyThrough(node.end()); }
-    void copyUpTo(const Cpp::SyntaxNode& node) { write(readGap(in_, node.start())); }
+    void copyUpTo(const Cpp::SyntaxNode& node) { copy(readGap(in_, node.start())); }
     // Copies up to the node. Returns the column of its first character.
     int copyToColumnOf(const Cpp::SyntaxNode& node);
     // Copies a node that no long line runs through, and says so.
@@ -97,6 +100,7 @@ private:
 
     // Texts that are broken.
     enum class TextForm { Expression, List, ForClauses };
+    void writeMoved(std::string_view comment);
     void writeWrapped(std::string_view text, TextForm form, WrapContext context);
     int widthBehind(std::string_view text) const;
 
@@ -124,6 +128,7 @@ private:
     Zelmor::ITextDocStream in_;
     Zelmor::OIndentBuf out_;
     CppExprLineWrapper wrapper_;
+    SourceColumns columns_;
     std::vector<int> longLines_;  // numbers, ascending
     std::vector<int> baseColumns_;
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
