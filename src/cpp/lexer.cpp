@@ -190,8 +190,8 @@ void Lexer::recordOpaque(const Token& token) {
         case Directive:
         case LineComment:
         case BlockComment:
-            break;
         case Unknown:
+            break;
         case CharLiteral:
         case StringLiteral:
             if (std::none_of(token.text.begin(), token.text.end(), isSpace)) return;

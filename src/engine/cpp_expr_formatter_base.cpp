@@ -45,7 +45,7 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)) {
     applySchemeDefaults(scheme_);
-    leftMargin_ = readText(scheme_, Keys::LEFT_MARGIN);
+    leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);
     directivesLeftMostSet_ = scheme_.getBool(std::string(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
 }
 
@@ -89,15 +89,11 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, Separ
         }
         depth += nestingStep(token);
         sweep.writeGap();
-        if (!listColumn) startList(nextColumn(out));
+        if (!listColumn) startList(columnToIndentFrom(out));
         sweep.writeToken();
     }
     sweep.writeGap();
     return out.takeText();
-}
-
-int CppExprFormatterBase::nextColumn(const OIndentBuf& out) const {
-    return out.column() > 0 ? out.column() : columnAfter(out.indent(), 0, tabSize_);
 }
 
 void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,

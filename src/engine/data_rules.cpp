@@ -91,7 +91,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
 bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const {
     const bool isWanted = settings_.alignsDataNames || (settings_.alignsMemberNames && inClassBody_);
     return isWanted && !settings_.keepsData &&
-           columns_.dataNames.contains(&declaration) && !writer_.holdsTrivia(type);
+           columns_.dataNames.contains(&declaration) && !writer_.holdsOpaque(type);
 }
 
 // The names with what belongs to them, and the initializer or width.
@@ -147,13 +147,13 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, column->second, isAligned);
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
-        out().writeVerbatim(settings_.afterCallName.text);
+        out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
         out().writeVerbatim(asOutputStands(settings_.beforeOperator.text));
     } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket && settings_.afterDataBracket.present) {
-        out().writeVerbatim(settings_.afterDataBracket.text);
+        out().writeVerbatim(asOutputStands(settings_.afterDataBracket.text));
     } else if (isInitializer(tail) && !isAligned && !isArray && settings_.afterDataName.present) {
-        out().writeVerbatim(settings_.afterDataName.text);
+        out().writeVerbatim(asOutputStands(settings_.afterDataName.text));
     } else {
         writer_.write(gap);
     }

@@ -61,7 +61,7 @@ void CppFormatter::writeAlignedType(std::string_view type, int offset) {
     out().write(markText);
 }
 
-// A type that holds no comment or directive.
+// A type without opaque tokens.
 void CppFormatter::writeOnOneLine(std::string_view text) {
     std::string line(text);
     replaceCharOutsideComments(line, '\n', ' ');

@@ -34,7 +34,7 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       beforeDataCloseBrace(readText(scheme, Keys::WS_BEFORE_DD_CLOSE_BRACE)),
       beforeDataComma(readText(scheme, Keys::WS_BEFORE_DD_COMMA)),
       betweenDataElements(readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)),
-      dataIndent(readText(scheme, Keys::INDENT_DD_CONTENT)),
+      dataIndent(readIndent(scheme, Keys::INDENT_DD_CONTENT)),
       asterisk(readMark(scheme, Keys::ASTERISK_ANCHOR, Keys::HANGING_ASTERISK, Keys::WS_BETWEEN_ASTERISK_ANCHOR)),
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),

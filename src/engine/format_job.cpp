@@ -1,6 +1,9 @@
 #include "engine/format_job.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <sstream>
 #include <string>
@@ -8,6 +11,7 @@
 #include "cpp/lexer.h"
 #include "cpp/nodes.h"
 #include "cpp/parser.h"
+#include "cpp/token_kind.h"
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
 #include "engine/scheme_values.h"
@@ -22,6 +26,7 @@ namespace {
 
 constexpr const char* kAnalyzing = "Analyzing file:\n%s";
 constexpr const char* kFormatting = "Formatting file:\n%s";
+constexpr const char* kMalformedLiteral = "The literal that begins here does not end.";
 
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
@@ -56,13 +61,26 @@ int cancel(std::list<Diagnostic>& diagnostics) {
     return fail(diagnostics, Information, "Formatting cancelled at user's request.");
 }
 
-// Throws when the result is not the source with other white space.
-void prove(const ParsedText& source, std::string_view result) {
+bool isMalformedLiteral(const Cpp::OpaqueTokens& opaque, std::size_t offset) {
+    return std::any_of(opaque.begin(), opaque.end(), [offset](const Cpp::OpaqueToken& token) {
+        return token.kind == Cpp::Unknown && token.offset == offset;
+    });
+}
+
+// Says where a literal that does not end would take in what followed it. Throws when the result is not the
+// source with other white space for any other reason.
+std::optional<Diagnostic> prove(const ParsedText& source, std::string_view result) {
     const auto lost = findLostToken(source.text.text(), source.opaque, result);
-    if (!lost) return;
-    const std::string line = std::to_string(source.text.positionOf(*lost).line);
-    throw Trn::Exception("The formatted text would differ from the source in more than white space, first in line " +
-                         line + ". Nothing has been written.");
+    if (!lost) return std::nullopt;
+    const Zelmor::TextPosition place = source.text.positionOf(*lost);
+    if (isMalformedLiteral(source.opaque, *lost)) {
+        const auto behindFirst = static_cast<std::uint32_t>(place.column + 1);
+        const Trn::Position position{static_cast<std::uint32_t>(place.line), behindFirst};
+        return Diagnostic{Error, position, 0, kMalformedLiteral};
+    }
+    throw Trn::Exception(
+        "The formatted text would differ from the source in more than white space, first in line " +
+        std::to_string(place.line) + ". Nothing has been written.");
 }
 
 // The formatted text; its tree is gone when this returns.
@@ -83,7 +101,8 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
-    if (auto messages = parse(parser, source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
+    if (auto messages = parse(parser, source); !messages.empty())
+        return moveTo(diagnostics, std::move(messages));
     source.root.accept(preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
 
@@ -98,7 +117,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
         passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
         result = std::move(wrapped).str();
     }
-    prove(source, result);
+    if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
     out.write(result.data(), static_cast<std::streamsize>(result.size()));
     out.flush();
     return 0;

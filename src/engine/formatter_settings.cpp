@@ -13,29 +13,30 @@ const OptionalText kLineFeed{true, "\n"};
 
 FormatterSettings::FormatterSettings(const PropertySet& scheme) {
     const auto text = [&scheme](std::string_view key) { return readText(scheme, key); };
+    const auto indent = [&scheme](std::string_view key) { return readIndent(scheme, key); };
     const auto isOn = [&scheme](std::string_view key) { return readSwitch(scheme, key); };
 
-    leftMargin = text(Keys::LEFT_MARGIN);
+    leftMargin = indent(Keys::LEFT_MARGIN);
 
     global = {text(Keys::GLOBAL_WS_BEFORE_OPEN_BRACE), text(Keys::GLOBAL_WS_AFTER_OPEN_BRACE),
-              text(Keys::GLOBAL_INDENT_CONTENT), text(Keys::GLOBAL_WS_BEFORE_CLOSE_BRACE)};
+              indent(Keys::GLOBAL_INDENT_CONTENT), text(Keys::GLOBAL_WS_BEFORE_CLOSE_BRACE)};
     namespaces = {text(Keys::WS_BEFORE_NS_OPEN_BRACE), text(Keys::WS_AFTER_NS_OPEN_BRACE),
-                  text(Keys::INDENT_NS_CONTENT), text(Keys::WS_BEFORE_NS_CLOSE_BRACE)};
+                  indent(Keys::INDENT_NS_CONTENT), text(Keys::WS_BEFORE_NS_CLOSE_BRACE)};
     classes = {text(Keys::WS_BEFORE_CLASS_OPEN_BRACE), text(Keys::WS_AFTER_CLASS_OPEN_BRACE),
-               text(Keys::INDENT_CLASS_CONTENT), text(Keys::WS_BEFORE_CLASS_CLOSE_BRACE)};
+               indent(Keys::INDENT_CLASS_CONTENT), text(Keys::WS_BEFORE_CLASS_CLOSE_BRACE)};
     functions = {text(Keys::WS_BEFORE_FN_OPEN_BRACE), text(Keys::WS_AFTER_FN_OPEN_BRACE),
-                 text(Keys::INDENT_FN_CONTENT), text(Keys::WS_BEFORE_FN_CLOSE_BRACE)};
+                 indent(Keys::INDENT_FN_CONTENT), text(Keys::WS_BEFORE_FN_CLOSE_BRACE)};
     statements = {text(Keys::WS_BEFORE_CS_OPEN_BRACE), text(Keys::WS_AFTER_CS_OPEN_BRACE),
-                  text(Keys::INDENT_CS_CONTENT), text(Keys::WS_BEFORE_CS_CLOSE_BRACE)};
+                  indent(Keys::INDENT_CS_CONTENT), text(Keys::WS_BEFORE_CS_CLOSE_BRACE)};
     enums = {text(Keys::WS_BEFORE_ENUM_OPEN_BRACE), text(Keys::WS_AFTER_ENUM_OPEN_BRACE),
-             text(Keys::INDENT_ENUM_CONTENT), text(Keys::WS_BEFORE_ENUM_CLOSE_BRACE)};
+             indent(Keys::INDENT_ENUM_CONTENT), text(Keys::WS_BEFORE_ENUM_CLOSE_BRACE)};
 
     afterClassName = text(Keys::WS_AFTER_CLASS_NAME);
     beforeBaseClauses = text(Keys::WS_BEFORE_BASE_CLAUSES);
     beforeBaseClauseComma = text(Keys::WS_BEFORE_BASE_CLAUSES_COMMA);
     betweenBaseClauses = isOn(Keys::ALIGN_BASE_CLAUSES_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_BASE_CLAUSES);
     beforeAccessLabel = text(Keys::WS_BEFORE_ACCESS_SPECS);
-    accessLabelIndent = text(Keys::INDENT_ACCESS_SPEC_LABEL);
+    accessLabelIndent = indent(Keys::INDENT_ACCESS_SPEC_LABEL);
     beforeInitializerList = text(Keys::WS_BEFORE_CLASS_INIT_LIST);
     beforeInitializers = text(Keys::WS_BEFORE_CLASS_INITS);
     beforeInitializerComma = text(Keys::WS_BEFORE_CLASS_INITS_COMMA);
@@ -70,8 +71,8 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) {
     betweenControlParts = text(Keys::WS_BETWEEN_CS);
     alignsForClauses = isOn(Keys::ALIGN_CS_FOR_CLAUSES_LEFT);
     betweenForClauses = alignsForClauses ? kLineFeed : text(Keys::WS_BETWEEN_CS_FOR_CLAUSES);
-    caseIndent = text(Keys::INDENT_CS_CASE_LABELS);
-    caseContentIndent = text(Keys::INDENT_CS_CASE_CONTENT);
+    caseIndent = indent(Keys::INDENT_CS_CASE_LABELS);
+    caseContentIndent = indent(Keys::INDENT_CS_CASE_CONTENT);
     afterCaseLabel = text(Keys::WS_AFTER_CS_CASE_LABELS);
 
     beforeEnumComma = text(Keys::WS_BEFORE_ENUM_COMMA);

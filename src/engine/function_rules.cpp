@@ -73,7 +73,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         if (settings_.afterFunctionName.present) {
             out().writeVerbatim(settings_.afterFunctionName.text);
-            writer_.write(strippedGap(gap));
+            writer_.write(strippedGap(trimLeft(gap)));
         } else {
             writer_.write(gap);
         }
@@ -108,7 +108,7 @@ bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::str
     const bool isWanted =
         settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
     return isWanted && !declaration.body() && columns_.functionNames.contains(&declaration) &&
-           !writer_.holdsTrivia(type);
+           !writer_.holdsOpaque(type);
 }
 
 void CppFormatter::visit(Cpp::ParameterNode* parameter) {

@@ -33,6 +33,12 @@ OptionalText readText(const PropertySet& scheme, std::string_view key) {
     return value;
 }
 
+OptionalText readIndent(const PropertySet& scheme, std::string_view key) {
+    OptionalText value = readText(scheme, key);
+    value.text.erase(0, value.text.rfind('\n') + 1);
+    return value;
+}
+
 bool readSwitch(const PropertySet& scheme, std::string_view key) {
     bool value = false;
     scheme.getBool(key, value);

@@ -9,6 +9,8 @@
 namespace Tessel {
 
 OptionalText readText(const PropertySet& scheme, std::string_view key);
+// Indentation. It stands in front of every line, those of comments too: of a text with line feeds the last line.
+OptionalText readIndent(const PropertySet& scheme, std::string_view key);
 // False when the key is absent.
 bool readSwitch(const PropertySet& scheme, std::string_view key);
 int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent);

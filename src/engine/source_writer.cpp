@@ -50,15 +50,15 @@ bool SourceWriter::anyOpaque(std::string_view piece, Test isWanted) const {
     return false;
 }
 
-bool SourceWriter::holdsTrivia(std::string_view piece) const { return anyOpaque(piece, Cpp::isTrivia); }
+bool SourceWriter::holdsOpaque(std::string_view piece) const {
+    return anyOpaque(piece, [](int) { return true; });
+}
 
 bool SourceWriter::holdsLineComment(std::string_view piece) const {
     return anyOpaque(piece, [](int kind) { return kind == Cpp::LineComment; });
 }
 
-int SourceWriter::nextColumn() const {
-    return out_->column() > 0 ? out_->column() : columnAfter(out_->indent(), 0, out_->tabSize());
-}
+int SourceWriter::nextColumn() const { return columnToIndentFrom(*out_); }
 
 void SourceWriter::write(std::string_view piece) {
     if (piece.empty()) return;

@@ -47,10 +47,10 @@ public:
     void writeWithoutLeading(std::string_view gap) { writePrepended(gap, {}); }
     void writeWithoutTrailing(std::string_view gap) { writeMerged(gap, {}); }
 
-    // Whether a comment or directive stands in the piece.
-    bool holdsTrivia(std::string_view piece) const;
+    // Whether a comment, a directive or any other token whose white space has to stay stands in the piece.
+    bool holdsOpaque(std::string_view piece) const;
     bool holdsLineComment(std::string_view piece) const;
-    // Where the next character will appear: at the indentation when the line has not begun.
+    // The column at which the next character will appear, for what is to be indented from it.
     int nextColumn() const;
 
     // Writes to another output for the time of a scope.

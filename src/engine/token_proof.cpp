@@ -128,7 +128,7 @@ private:
         const bool mayMoveLines =
             Cpp::isTrivia(token.kind) && !(token.kind == Cpp::Directive && continuesLiteral(text));
         const bool isSame = mayMoveLines ? compareLines(text) : compareExactly(text);
-        if (!isSame) return false;
+        if (!isSame || (isUnended(token.kind, text) && !endsItsLine())) return false;
         source_.codeStart = source_.place = std::size_t{token.offset} + token.length;
         result_.codeStart = result_.place;
         return true;
@@ -141,6 +141,21 @@ private:
             if (!isWhitespace(cursor.text[--place])) return false;
         }
         return true;
+    }
+
+    // A literal that goes up to the end of its line, and would go on with whatever came there.
+    static bool isUnended(int kind, std::string_view text) {
+        constexpr std::string_view empty = "''";
+        return kind == Cpp::Unknown && text.substr(text.find_first_of("\"'")) != empty;
+    }
+
+    bool endsItsLine() const {
+        Cursor behind = result_;
+        while (!behind.atEnd() && isWhitespace(behind.current())) {
+            if (behind.current() == '\n') return true;
+            ++behind.place;
+        }
+        return behind.atEnd();
     }
 
     bool compareExactly(std::string_view text) {

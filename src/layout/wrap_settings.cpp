@@ -29,9 +29,9 @@ WrapSettings::WrapSettings(const PropertySet& scheme)
       shift(readStyle(scheme, Keys::SHIFT_WRAP_STYLE, SeparatorPlace::StartsLine)),
       operators(readStyle(scheme, Keys::EXPR_WRAP_STYLE, SeparatorPlace::StartsLine)),
       lists(readStyle(scheme, Keys::LIST_WRAP_STRATEGY, ListStrategy::Keep)),
-      wrapIndent(readText(scheme, Keys::WRAP_INDENT)),
+      wrapIndent(readIndent(scheme, Keys::WRAP_INDENT)),
       beforeDataComma(readText(scheme, Keys::WS_BEFORE_DD_COMMA)),
       betweenDataElements(readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)),
-      dataIndent(readText(scheme, Keys::INDENT_DD_CONTENT)) {}
+      dataIndent(readIndent(scheme, Keys::INDENT_DD_CONTENT)) {}
 
 }  // namespace Tessel

@@ -213,6 +213,14 @@ TEST_F(Program, ASourceThatDoesNotParseIsReportedAndLeftAlone) {
     EXPECT_THAT(runOn("-", "-", {.input = "int x\n"}).errors, StartsWith("Error: -(2) : col 0: "));
 }
 
+TEST_F(Program, ALiteralThatWouldTakeInMoreIsReported) {
+    schemes.write("close.vts", schemeText("close", "3 WS_BEFORE_FN_CLOSE_PAREN \"\"\n"));
+    const ProgramResult result = run({"-s", "close", "-", "-"}, {.input = "f('\n)"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.errors, "Error: -(1) : col 3: The literal that begins here does not end.\n");
+    EXPECT_EQ(result.output, "");
+}
+
 TEST_F(Program, SchemesThatCannotBeUsed) {
     folder.write("a.cpp", "int a;\n");
     ProgramResult result = run({"-s", "Plain", "a.cpp", "-"});
