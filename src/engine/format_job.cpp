@@ -14,6 +14,7 @@
 #include "cpp/token_kind.h"
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
+#include "engine/gap.h"
 #include "engine/scheme_values.h"
 #include "engine/token_proof.h"
 #include "scheme/property_keys.h"
@@ -27,6 +28,7 @@ namespace {
 constexpr const char* kAnalyzing = "Analyzing file:\n%s";
 constexpr const char* kFormatting = "Formatting file:\n%s";
 constexpr const char* kMalformedLiteral = "The literal that begins here does not end.";
+constexpr const char* kStrayBackslash = "Unexpected \"\\\" in front of this.";
 
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
@@ -61,22 +63,25 @@ int cancel(std::list<Diagnostic>& diagnostics) {
     return fail(diagnostics, Information, "Formatting cancelled at user's request.");
 }
 
-bool isMalformedLiteral(const Cpp::OpaqueTokens& opaque, std::size_t offset) {
-    return std::any_of(opaque.begin(), opaque.end(), [offset](const Cpp::OpaqueToken& token) {
-        return token.kind == Cpp::Unknown && token.offset == offset;
-    });
+// What is wrong with the source, where white space can only be added at the cost of other tokens.
+const char* messageFor(const ParsedText& source, std::size_t offset) {
+    const bool isLiteral =
+        std::any_of(source.opaque.begin(), source.opaque.end(), [offset](const Cpp::OpaqueToken& token) {
+            return token.kind == Cpp::Unknown && token.offset == offset;
+        });
+    if (isLiteral) return kMalformedLiteral;
+    return trimRight(source.text.text().substr(0, offset)).ends_with('\\') ? kStrayBackslash : nullptr;
 }
 
-// Says where a literal that does not end would take in what followed it. Throws when the result is not the
-// source with other white space for any other reason.
+// A text that cannot be formatted gets a message. Throws when the result is not the source with other white
+// space for any other reason.
 std::optional<Diagnostic> prove(const ParsedText& source, std::string_view result) {
     const auto lost = findLostToken(source.text.text(), source.opaque, result);
     if (!lost) return std::nullopt;
     const Zelmor::TextPosition place = source.text.positionOf(*lost);
-    if (isMalformedLiteral(source.opaque, *lost)) {
+    if (const char* message = messageFor(source, *lost)) {
         const auto behindFirst = static_cast<std::uint32_t>(place.column + 1);
-        const Trn::Position position{static_cast<std::uint32_t>(place.line), behindFirst};
-        return Diagnostic{Error, position, 0, kMalformedLiteral};
+        return Diagnostic{Error, {static_cast<std::uint32_t>(place.line), behindFirst}, 0, message};
     }
     throw Trn::Exception(
         "The formatted text would differ from the source in more than white space, first in line " +

@@ -86,7 +86,26 @@ void SourceWriter::write(std::string_view piece) {
     out_->write(text_.substr(place, end - place));
 }
 
-void SourceWriter::copyUnchanged(Trn::Position position) { writeRendered(readThrough(position), *out_); }
+void SourceWriter::writeProtected(std::string_view piece) {
+    while (!piece.empty()) {
+        const std::size_t lineFeed = piece.find('\n');
+        const std::size_t length = lineFeed == std::string_view::npos ? piece.size() : lineFeed + 1;
+        writeProtectedLine(piece.substr(0, length));
+        piece.remove_prefix(length);
+    }
+}
+
+void SourceWriter::writeProtectedLine(std::string_view line) {
+    const std::size_t start = offsetOf(line);
+    const auto token = firstOpaque(start);
+    const bool startsInLiteral = token != opaque_.end() && token->offset < start && !Cpp::isTrivia(token->kind);
+    if (!startsInLiteral && out_->column() == 0 && !out_->keepLeadingSpace()) {
+        const std::string_view text = trimLeft(line);
+        line = text.empty() ? line.substr(line.size() - (line.ends_with('\n') ? 1 : 0)) : text;
+        if (!text.empty()) out_->startLine();
+    }
+    writeRendered(line, *out_);
+}
 
 // Whether the tokens around the gap would be read as one with nothing between them.
 bool SourceWriter::wouldJoin(std::string_view gap) const {
@@ -98,6 +117,15 @@ bool SourceWriter::wouldJoin(std::string_view gap) const {
     return Cpp::wouldJoin(text_.substr(start - left, left), text_.substr(end, longestNeighbour));
 }
 
+// What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
+// that a directive needs.
+std::string_view SourceWriter::asNextNeeds(std::string_view gap, std::string_view wanted) const {
+    if (wanted.empty() && !gap.empty() && wouldJoin(gap)) return " ";
+    const bool isBeforeDirective = peek() == '#' && gap.find('\n') != std::string_view::npos;
+    if (!isBeforeDirective || wanted.find('\n') != std::string_view::npos) return wanted;
+    return out_->lineHasText() ? "\n" : "";
+}
+
 // Where the gap, whose white space has been replaced, ends at a directive that keeps its place: the white space in
 // front of that on its line.
 void SourceWriter::keepDirectivePlace(std::string_view gap) {
@@ -107,10 +135,17 @@ void SourceWriter::keepDirectivePlace(std::string_view gap) {
     if (out_->column() == 0) writeRendered(gap.substr(lineFeed + 1), *out_);
 }
 
+// Whether the piece ends in a literal that the name behind it is joined to, so that they mean something else apart.
+bool SourceWriter::endsInJoinedLiteral(std::string_view piece) const {
+    const char next = peek();
+    return !piece.empty() && (piece.back() == '"' || piece.back() == '\'') && !isWhitespace(next) &&
+           Cpp::wouldJoin(piece.substr(piece.size() - 1), {&next, 1});
+}
+
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
+    if (endsInJoinedLiteral(gap)) return write(gap);
     if (isAllWhitespace(gap)) {
-        if (wanted.empty() && !gap.empty() && wouldJoin(gap)) wanted = " ";
-        out_->writeVerbatim(wanted);
+        out_->writeVerbatim(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);
         return;
     }
@@ -121,8 +156,7 @@ void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
 
 void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
     if (isAllWhitespace(gap)) {
-        if (wanted.empty() && !gap.empty() && wouldJoin(gap)) wanted = " ";
-        out_->write(wanted);
+        out_->write(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);
         return;
     }

@@ -33,12 +33,14 @@ public:
     void skipBlanks();
     // The character of the source at `offset` characters behind what has been read; 0 at the end.
     char peek(std::size_t offset = 0) const;
+    // The character read last; 0 at the start.
+    char peekBehind() const { return in_.offset() == 0 ? '\0' : text_[in_.offset() - 1]; }
 
     void write(std::string_view piece);
     void copyGap(Trn::Position start) { write(readGap(start)); }
     void copyThrough(Trn::Position position) { write(readThrough(position)); }
-    // Without any regard to leading white space or tabs: nothing changes.
-    void copyUnchanged(Trn::Position position);
+    // A piece of which nothing changes but the white space at the start of its lines.
+    void writeProtected(std::string_view piece);
 
     // The gap's trailing white space becomes `wanted`.
     void writeMerged(std::string_view gap, std::string_view wanted);
@@ -74,7 +76,10 @@ private:
     }
     Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
     bool wouldJoin(std::string_view gap) const;
+    bool endsInJoinedLiteral(std::string_view piece) const;
+    std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
+    void writeProtectedLine(std::string_view line);
     template <typename Test>
     bool anyOpaque(std::string_view piece, Test isWanted) const;
 

@@ -75,13 +75,21 @@ private:
     bool compareCode(std::size_t end) {
         while (true) {
             const bool apartInSource = source_.skipWhitespace(end);
+            const std::size_t gapStart = result_.place;
             const bool apartInResult = result_.skipWhitespace(result_.text.size());
+            if (!source_.atEnd() && splicesLines(gapStart)) return false;
             if (source_.place >= end) return true;
             if (result_.atEnd() || source_.current() != result_.current()) return false;
             if (apartInSource != apartInResult && !staysTheSame(apartInSource)) return false;
             ++source_.place;
             ++result_.place;
         }
+    }
+
+    // Whether a stray backslash has come to end a line. Backslashes that did so before are opaque.
+    bool splicesLines(std::size_t gapStart) const {
+        if (gapStart == result_.codeStart || result_.text[gapStart - 1] != '\\') return false;
+        return result_.text.substr(gapStart, result_.place - gapStart).find('\n') != std::string_view::npos;
     }
 
     // At two neighbouring characters that white space holds apart in one of the texts only.
