@@ -6,7 +6,9 @@
 // public:
 //     void f();
 // };
+#include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
@@ -15,6 +17,22 @@
 namespace Tessel {
 
 using Zelmor::IndentScope;
+using Zelmor::LeadingSpaceScope;
+
+namespace {
+
+// Behind the last token of a gap that is no comment or directive: a ";" that ended what stands in front.
+std::size_t separatorEnd(std::string_view gap) {
+    std::size_t end = 0;
+    if (isAllWhitespace(gap)) return end;
+    Cpp::Lexer lexer(gap);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (!Cpp::isTrivia(token.kind)) end = std::size_t{token.offset} + token.length;
+    }
+    return end;
+}
+
+}  // namespace
 
 void CppFormatter::visit(Cpp::NamespaceDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
@@ -81,15 +99,26 @@ void CppFormatter::visit(Cpp::BaseClauseNode* clause) {
 
 // Labels are indented from the column of their class.
 void CppFormatter::visit(Cpp::AccessSpecNode* label) {
-    const std::string_view gap = writer_.readGap(label->start());
+    std::string_view gap = writer_.readGap(label->start());
     if (settings_.beforeAccessLabel.present) {
+        const std::size_t start = separatorEnd(gap);
+        writer_.write(gap.substr(0, start));
+        gap.remove_prefix(start);
         out().writeVerbatim(asOutputStands(settings_.beforeAccessLabel.text));
         writer_.writeWithoutLeading(gap);
     } else {
         writer_.write(gap);
     }
-    IndentScope indent(out(), indentToColumn(out(), baseColumn()) + settings_.accessLabelIndent.text);
+    LeadingSpaceScope leadingSpace(out(),
+                                   settings_.accessLabelIndent.present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), labelIndent(settings_.accessLabelIndent));
     writer_.copyThrough(label->end());
+}
+
+// The indentation of a label, from the column of its construct; none where lines keep the one that they have.
+std::string CppFormatter::labelIndent(const OptionalText& indent) {
+    if (!indent.present && out().keepLeadingSpace()) return out().indent();
+    return indentToColumn(out(), baseColumn()) + indent.text;
 }
 
 }  // namespace Tessel

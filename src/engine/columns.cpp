@@ -57,6 +57,11 @@ int alignmentPadding(int offset, int column, int indentWidth, int tabSize) {
     return stop < column ? 1 : stop - column;
 }
 
+int columnToIndentFrom(const Zelmor::OIndentBuf& out) {
+    const bool hasBegun = out.column() > 0 && out.column() <= kRightmostIndent;
+    return hasBegun ? out.column() : columnAfter(out.indent(), 0, out.tabSize());
+}
+
 std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
     if (column < 1) return {};
     const int mode = out.tabMode();

@@ -10,6 +10,10 @@ class OIndentBuf;
 // Column arithmetic: columns count from 0, a tab reaches to the next multiple of the tab size.
 namespace Tessel {
 
+// Nothing is indented from a column further to the right: what follows text on a long line would else be indented
+// ever further, and the output grow with the square of the input.
+inline constexpr int kRightmostIndent = 400;
+
 // The columns that `c` takes up when it starts at `column`.
 int charWidth(char c, int column, int tabSize);
 
@@ -26,6 +30,10 @@ bool isMultipleOf(int value, int step);
 // The columns of padding to write at output column `column` so that the next item starts `offset` columns past
 // an indentation `indentWidth` wide, rounded to a tab stop.
 int alignmentPadding(int offset, int column, int indentWidth, int tabSize);
+
+// Where the next character of `out` will appear, at the indentation when the line has not begun. The indentation
+// too where that is too far to the right to indent anything from.
+int columnToIndentFrom(const Zelmor::OIndentBuf& out);
 
 // The indentation that makes text start at `column` of `out`, built on its current indent.
 std::string indentToColumn(const Zelmor::OIndentBuf& out, int column);

@@ -321,7 +321,7 @@ void CppExprFormatter::startElements(Run& run, Group& group) {
     if (group.hasElements) return;
     group.hasElements = true;
     if (!group.isList || !spacingOf(group).breaksLines()) return;
-    group.listColumn = nextColumn(run.out);
+    group.listColumn = columnToIndentFrom(run.out);
     group.elements = std::make_unique<Group::ElementScope>(run.out, indentToColumn(run.out, group.listColumn), false);
 }
 

@@ -104,7 +104,7 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spa
         const std::size_t lineStart = before.rfind('\n') + 1;
         std::string front = before.substr(lineStart);
         front += sweep.currentText();
-        if (spacing.after.present && !spacing.after.hasLineFeed()) front += spacing.after.text;
+        if (!spacing.after.hasLineFeed()) front += spacing.after.present ? spacing.after.text : sweep.blanksBehind();
         sweep.writeGapWith(std::string_view(before).substr(0, lineStart));
         IndentScope indent(out, indentToColumn(out, columnBefore(front, *listColumn, tabSize_)));
         out.writeVerbatim(std::string_view(before).substr(lineStart));

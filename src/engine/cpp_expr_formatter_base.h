@@ -62,8 +62,6 @@ protected:
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
-    // The column at which the next character will stand.
-    int nextColumn(const Zelmor::OIndentBuf& out) const;
 
     const PropertySet& scheme() const { return scheme_; }
     int tabSize() const { return tabSize_; }

@@ -102,6 +102,7 @@ private:
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     std::string contentIndent(const OptionalText& indent);
+    std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
@@ -151,9 +152,9 @@ private:
 
     // Statements.
     void writeElseIfGap(std::string_view gap);
-    void formatParenthesised(std::string_view inside, int keyword);
-    void writeCondition(std::string_view inside, int keyword);
-    void writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
+    void formatParenthesised(std::string_view inside, Position end, int keyword);
+    std::string_view writeCondition(std::string_view inside, int keyword);
+    std::string_view writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
     Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                   Cpp::InteriorNode::iterator end);
 

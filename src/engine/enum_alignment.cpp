@@ -15,8 +15,15 @@ namespace {
 
 struct Initializer {
     std::size_t assign;  // offset of the "="
-    int column;          // at which it stands
+    int column;          // at which the text in front of it ends
 };
+
+// The column behind `text` when it begins at `column`.
+int columnBehind(std::string_view text, int column, int tabSize) {
+    const std::size_t lineFeed = text.rfind('\n');
+    if (lineFeed == std::string_view::npos) return columnAfter(text, column, tabSize);
+    return columnAfter(text.substr(lineFeed + 1), 0, tabSize);
+}
 
 // Whether every enumerator starts on a line of its own. A text that stands so because the scheme breaks its
 // lines counts as one that stood so in the input, or formatting it again would align it.
@@ -53,6 +60,7 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
     std::size_t measured = 0;
     int depth = 0;
     bool isInValue = false;
+    bool endsLine = false;  // the token in front is a comment or directive that keeps its line end
     for (const ExprToken& token : tokens) {
         switch (token.token.kind) {
             case Cpp::OpenParen:
@@ -65,18 +73,16 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
             case Cpp::Assign:
                 if (depth != 0 || isInValue) break;
                 isInValue = true;
-                {
-                    const std::string_view before = text.substr(measured, token.token.offset - measured);
-                    const std::size_t lineFeed = before.rfind('\n');
-                    column = lineFeed == std::string_view::npos
-                                 ? columnAfter(before, column, tabSize)
-                                 : columnAfter(before.substr(lineFeed + 1), 0, tabSize);
+                if (!endsLine) {
+                    const std::string_view before = trimRight(text.substr(measured, token.token.offset - measured));
+                    column = columnBehind(before, column, tabSize);
+                    measured += before.size();
+                    found.push_back({token.token.offset, column});
                 }
-                measured = token.token.offset;
-                found.push_back({measured, column});
                 break;
             default: break;
         }
+        endsLine = token.token.kind == Cpp::LineComment || token.token.kind == Cpp::Directive;
     }
     return found;
 }
@@ -89,15 +95,14 @@ std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const
     const auto initializers = findInitializers(text, exprTokens_, state.column, tabSize());
     int widest = 0;
     for (const Initializer& initializer : initializers) widest = std::max(widest, initializer.column);
+    widest = columnAfter(settings_.beforeOperator.text, widest, tabSize());
     const int target = isMultipleOf(widest, tabSize()) ? widest : roundUpToMultiple(widest, tabSize());
 
     Zelmor::OIndentBuf out(state);
     Zelmor::IndentScope noIndent(out, {});
     std::size_t written = 0;
     for (const Initializer& initializer : initializers) {
-        const std::string_view before = trimRight(text.substr(written, initializer.assign - written));
-        writeRendered(before, out);
-        if (before.ends_with('\n') || out.column() == 0) continue;
+        writeRendered(trimRight(text.substr(written, initializer.assign - written)), out);
         padColumns(out, target - out.column());
         written = initializer.assign;
     }

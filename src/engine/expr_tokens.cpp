@@ -256,7 +256,8 @@ private:
         while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
             next = nextPlace(tokens_, next);
         }
-        if (endsDeclarator(next)) return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
+        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && mode_ == ExprMode::Declaration;
+        if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar)) return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
         if (!segment_.isTypeSoFar || !segment_.sawType) return false;
         const int kind = kindAt(tokens_, next);
         if (kind == Cpp::Assign) return mode_ == ExprMode::Declaration;

@@ -178,21 +178,20 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     const OptionalText& beforeClose = braces.beforeClose;
     writer_.copyThrough(node.start());
     std::string_view gap = writer_.readGap(node.end());
-    {
-        ContentScope content(*this, indent);
-        if (afterOpen.present) {
-            out().write(afterOpen.text);
-            gap = trimLeft(gap);
+    if (afterOpen.present) {
+        out().writeVerbatim(afterOpen.text);
+        gap = trimLeft(gap);
+    }
+    if (isAllWhitespace(gap)) {
+        const bool breaksTwice = afterOpen.hasLineFeed() && beforeClose.hasLineFeed();
+        if (!beforeClose.present) out().write(gap);
+        out().writeVerbatim(breaksTwice ? withoutLineFeeds(beforeClose.text) : beforeClose.text);
+    } else {
+        {
+            ContentScope content(*this, indent);
+            writer_.write(beforeClose.present ? mergedGap(gap, beforeClose.text).kept : gap);
         }
-        if (!beforeClose.present) {
-            writer_.write(gap);
-        } else if (!isAllWhitespace(gap)) {
-            writer_.writeMerged(gap, beforeClose.text);
-        } else if (afterOpen.hasLineFeed() && beforeClose.hasLineFeed()) {
-            out().writeVerbatim(withoutLineFeeds(beforeClose.text));
-        } else {
-            out().writeVerbatim(beforeClose.text);
-        }
+        if (beforeClose.present) out().writeVerbatim(mergedGap(gap, beforeClose.text).added);
     }
     copyThrough(node);
 }
@@ -226,7 +225,8 @@ void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* bod
 void CppFormatter::visit(Cpp::CommentNode* comment) {
     // A protected region is kept as it is, but for the white space at the start of its lines.
     if (comment->protectedRegion()) {
-        copyThrough(*comment);
+        writer_.copyGap(comment->start());
+        writer_.writeProtected(writer_.readThrough(comment->end()));
         return;
     }
     writer_.copyGap(comment->start());

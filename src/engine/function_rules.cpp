@@ -73,7 +73,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         if (settings_.afterFunctionName.present) {
             out().writeVerbatim(settings_.afterFunctionName.text);
-            writer_.write(strippedGap(trimLeft(gap)));
+            writer_.write(strippedGap(settings_.afterFunctionName.text.empty() ? gap : trimLeft(gap)));
         } else {
             writer_.write(gap);
         }

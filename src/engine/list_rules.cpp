@@ -53,11 +53,16 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separa
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
                                       const Cpp::SyntaxNode& next, ListSeparators separators) {
     const OptionalText* after = &separators.between;
+    OptionalText before = separators.before;
+    if (before.hasLineFeed()) before.text = asOutputStands(before.text);
     if (!separators.between.hasLineFeed()) {
         if (isDirective(next)) after = &kLineFeed;
     } else {
-        // The comment's own line end is the one that is wanted.
-        if (writer_.holdsLineComment(gap)) gap = gap.substr(0, gap.find('\n', trimRight(gap).size()) + 1);
+        if (writer_.holdsLineComment(gap)) {
+            // The line end of a comment at the end is the one that is wanted.
+            const std::size_t size = trimRight(gap).size();
+            gap = gap.substr(0, size + (endsWithLineEndToken(gap) && size < gap.size() ? 1 : 0));
+        }
         if (isLineComment(previous) || isLineComment(next) || isDirective(next)) after = &kAsInInput;
     }
     // Nearly every gap is a comma with blanks around it.
@@ -68,7 +73,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     }
     const bool isPlain = separator == "," && !separators.breaksLines() && after->present && !after->hasLineFeed();
     if (!isPlain) {
-        writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, separators.before, *after, state()));
+        writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
         return;
     }
     if (separators.before.present) {
@@ -96,7 +101,9 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
     writeGapBefore(**list.childBegin(), afterOpen);
     formatSeparatedList(list, separators);
     const std::string_view closing = writer_.readGap(list.end());
-    if (beforeClose.present) {
+    // A ">>" that ends two lists is one token.
+    const bool isInsideToken = closing.empty() && writer_.peek() == '>' && writer_.peekBehind() == '>';
+    if (beforeClose.present && !isInsideToken) {
         writer_.writeMerged(closing, beforeClose.text);
     } else {
         writer_.write(closing);

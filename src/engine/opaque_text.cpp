@@ -13,10 +13,6 @@ using Zelmor::IndentScope;
 using Zelmor::LeadingSpaceScope;
 using Zelmor::OIndentBuf;
 
-// A comment that begins further to the right keeps the white space of its lines. Comments that follow each other
-// on a line would else be written ever further to the right.
-constexpr int kRightmostMovedColumn = 400;
-
 std::size_t lineLength(std::string_view text) {
     const std::size_t lineFeed = text.find('\n');
     return lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
@@ -88,7 +84,7 @@ void writeLines(std::string_view text, const SourceColumns& source, OIndentBuf& 
     }
     const int column = out.column();
     const int inputColumn = source.columnOf(text);
-    if ((column == inputColumn && out.keepLeadingSpace()) || column > kRightmostMovedColumn) {
+    if ((column == inputColumn && out.keepLeadingSpace()) || column > kRightmostIndent) {
         writeRendered(text, out);
         return;
     }

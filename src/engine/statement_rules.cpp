@@ -58,6 +58,8 @@ ClauseEnds findClauseEnds(std::string_view inside) {
     bool sawFirst = false;
     Cpp::Lexer lexer(inside);
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        // Clauses with directives among them are no three pieces.
+        if (token.kind == Cpp::Directive) return {};
         if (token.kind != Cpp::Semicolon) continue;
         if (!sawFirst) ends.first = token.offset;
         sawFirst = true;
@@ -99,6 +101,10 @@ void CppFormatter::writeElseIfGap(std::string_view gap) {
         out().write(" ");
         return;
     }
+    if (startsWithLineEndToken(gap)) {
+        writer_.writeMerged(gap, " ");
+        return;
+    }
     out().write(" ");
     writer_.writeMerged(trimLeft(gap), " ");
 }
@@ -127,33 +133,35 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
     if (head->condition()) {
         const std::string_view gap = writer_.readGap(head->condition()->start());
         if (settings_.afterControlKeyword.present) {
-            writer_.writeMerged(isAllWhitespace(gap) ? gap : trimLeft(gap), settings_.afterControlKeyword.text);
+            const std::string_view kept = startsWithLineEndToken(gap) || isAllWhitespace(gap) ? gap : trimLeft(gap);
+            writer_.writeMerged(kept, settings_.afterControlKeyword.text);
         } else {
             writer_.write(gap);
         }
         writer_.copyThrough(head->condition()->start());
         const Position end = head->condition()->end();
         const std::string_view inside = writer_.readThrough({end.line, end.column - 1});
-        formatParenthesised(inside, head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
-        writer_.copyThrough(end);
+        formatParenthesised(inside, end, head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
     }
     copyThrough(*head);
 }
 
-// What stands between the parentheses. Its further lines start in the column behind the "(".
-void CppFormatter::formatParenthesised(std::string_view inside, int keyword) {
-    IndentScope indent(out(), indentToColumn(out(), out().column()));
-    LeadingSpaceScope leadingSpace(out(), false);
-    if (keyword == Cpp::KeywordFor && settings_.betweenForClauses.present) {
-        if (const ClauseEnds ends = findClauseEnds(inside); ends.areTwo()) {
-            writeForClauses(inside, ends.first, ends.last);
-            return;
-        }
+// What stands between the parentheses, and the ")". Further lines start in the column behind the "(".
+void CppFormatter::formatParenthesised(std::string_view inside, Position end, int keyword) {
+    std::string_view closing;
+    {
+        IndentScope indent(out(), indentToColumn(out(), writer_.nextColumn()));
+        LeadingSpaceScope leadingSpace(out(), false);
+        const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present;
+        const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
+        closing = ends.areTwo() ? writeForClauses(inside, ends.first, ends.last) : writeCondition(inside, keyword);
     }
-    writeCondition(inside, keyword);
+    out().writeVerbatim(closing);
+    writer_.copyThrough(end);
 }
 
-void CppFormatter::writeCondition(std::string_view inside, int keyword) {
+// Returns the white space that is to follow in front of the ")".
+std::string_view CppFormatter::writeCondition(std::string_view inside, int keyword) {
     const OptionalText& afterOpen = settings_.afterControlOpenParen;
     const OptionalText& beforeClose = settings_.beforeControlCloseParen;
     if (afterOpen.present && !startsWithLineEndToken(inside)) {
@@ -162,21 +170,18 @@ void CppFormatter::writeCondition(std::string_view inside, int keyword) {
     }
     const std::string_view condition = beforeClose.present ? trimRight(inside) : inside;
     const std::string_view closing = inside.substr(condition.size());
-    const bool endsLine = endsWithLineEndToken(condition);
     const std::string text =
         keyword == Cpp::KeywordCatch
             ? exprFormatter_.formatDeclarationText(condition, state(), settings_.afterParameterType)
             : exprFormatter_.formatExpression(condition, state());
     writeRendered(text);
-    if (endsLine && beforeClose.present) {
-        writer_.write(closing.substr(0, closing.find('\n') + 1));
-    } else if (beforeClose.present) {
-        out().writeVerbatim(beforeClose.text);
-    }
+    if (!beforeClose.present) return {};
+    return endsWithLineEndToken(condition) ? closing.substr(0, closing.find('\n') + 1)
+                                           : std::string_view(beforeClose.text);
 }
 
-// The clauses end at the first and at the last ";".
-void CppFormatter::writeForClauses(std::string_view inside, std::size_t first, std::size_t last) {
+// The clauses end at the first and at the last ";". Returns what writeCondition does.
+std::string_view CppFormatter::writeForClauses(std::string_view inside, std::size_t first, std::size_t last) {
     const std::string_view clauses[] = {inside.substr(0, first + 1), inside.substr(first + 1, last - first),
                                         inside.substr(last + 1)};
     const auto write = [&](std::string_view clause) {
@@ -185,20 +190,21 @@ void CppFormatter::writeForClauses(std::string_view inside, std::size_t first, s
         writeRendered(exprFormatter_.formatDeclarationText(text, state(), kAsInInput));
     };
     out().writeVerbatim(settings_.afterControlOpenParen.text);
-    IndentScope indent(out(), indentToColumn(out(), out().column()));
+    IndentScope indent(out(), settings_.alignsForClauses ? indentToColumn(out(), writer_.nextColumn())
+                                                         : out().indent());
     write(clauses[0]);
     for (const std::string_view clause : {clauses[1], clauses[2]}) {
         if (trimLeft(clause).empty()) continue;
         out().writeVerbatim(asOutputStands(settings_.betweenForClauses.text));
         write(clause);
     }
-    if (out().column() != 0) out().writeVerbatim(settings_.beforeControlCloseParen.text);
+    return asOutputStands(settings_.beforeControlCloseParen.text);
 }
 
 // Labels are indented from the column of their switch.
 void CppFormatter::visit(Cpp::CaseNode* label) {
     LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
-    IndentScope indent(out(), indentToColumn(out(), baseColumn()) + settings_.caseIndent.text);
+    IndentScope indent(out(), labelIndent(settings_.caseIndent));
     const std::string_view gap = writer_.readGap(label->start());
     const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
     if (followsText && settings_.afterCaseLabel.hasLineFeed()) {

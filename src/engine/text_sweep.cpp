@@ -53,6 +53,13 @@ void TextSweep::writeGapWith(std::string_view wanted) {
 
 void TextSweep::dropGap() { out_.write(trimRight(takeGap())); }
 
+std::string_view TextSweep::blanksBehind() const {
+    const std::size_t start = std::size_t{current().token.offset} + current().token.length;
+    const std::size_t end = place_ + 1 < tokens_.size() ? tokens_[place_ + 1].token.offset : text_.size();
+    const std::string_view behind = text_.substr(start, end - start);
+    return behind.substr(0, behind.size() - trimLeft(behind).size());
+}
+
 void TextSweep::writeToken() {
     if (isOpaque(current().token, currentText())) {
         writeLiteral(currentText(), out_);

@@ -34,6 +34,9 @@ public:
     // Takes the white space that stands here away, for it is written elsewhere.
     void dropGap();
 
+    // The white space behind the current token.
+    std::string_view blanksBehind() const;
+
     void writeToken();
     // Moves behind the current token, which has been written.
     void passToken();

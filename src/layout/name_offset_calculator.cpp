@@ -14,7 +14,8 @@ NameOffsetCalculator::NameOffsetCalculator(const PropertySet& scheme, const Zelm
       marks_(scheme, tabSize()),
       alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)),
       alignFnDeclNames_(readSwitch(scheme, Keys::ALIGN_FN_DECL_NAMES_LEFT)),
-      alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)) {}
+      alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)),
+      keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)) {}
 
 void NameOffsetCalculator::visit(Cpp::ClassBodyNode* body) {
     visitMembers(*body);

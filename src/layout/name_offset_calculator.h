@@ -35,7 +35,7 @@ public:
     void flush() override;
 
 private:
-    bool alignsData() const { return alignDataNames_ || (alignClassMembers_ && inClassBody()); }
+    bool alignsData() const { return !keepsData_ && (alignDataNames_ || (alignClassMembers_ && inClassBody())); }
     bool alignsFunctions() const { return alignFnDeclNames_ || (alignClassMembers_ && inClassBody()); }
     int offsetBehind(int widest) const;
     std::optional<int> measure(const Cpp::TypeNode* type, const Cpp::IdNode* name) const;
@@ -44,6 +44,7 @@ private:
     bool alignClassMembers_;
     bool alignFnDeclNames_;
     bool alignDataNames_;
+    bool keepsData_;
     bool classBodyEnded_ = false;  // and the run that began in it has not been closed yet
     DeclarationRun dataRun_;
     DeclarationRun functionRun_;
