@@ -1,10 +1,12 @@
 #include "cli/driver.h"
 
+#include <filesystem>
 #include <list>
 #include <optional>
 #include <ostream>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "cli/arguments.h"
@@ -39,14 +41,21 @@ void checkScheme(const Tessel::PropertySet& scheme, const std::string& directory
                   unusable->problem + '.');
 }
 
+[[noreturn]] void failToLocate(const std::string& name, const std::string& directory) {
+    std::string message = "Error: could not locate a formatting scheme named \"" + name + '"';
+    std::error_code error;
+    const std::filesystem::directory_iterator files(directory, error);
+    if (error)
+        message += "\nThe scheme directory \"" + directory + "\" cannot be read: " + error.message() + '.';
+    throw Failure(message);
+}
+
 Tessel::PropertySet loadScheme(const std::string& name, const std::string& directory, std::ostream& errors) {
     TesselUI::PropertySetStore store(directory);
     store.read();
     const std::string notice = TesselUI::convertSchemes(store);
     if (!notice.empty()) errors << '\n' << notice << '\n';
-    if (store.count(name) == 0) {
-        throw Failure("Error: could not locate a formatting scheme named \"" + name + '"');
-    }
+    if (store.count(name) == 0) failToLocate(name, directory);
     checkScheme(store.find(name)->scheme, directory);
     return std::move(store.find(name)->scheme);
 }

@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <future>
+#include <set>
+#include <utility>
 
 #include "program_run.h"
 
@@ -12,6 +15,14 @@ namespace {
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
+
+#if defined(__has_feature)
+constexpr bool isSanitized = __has_feature(address_sanitizer);
+#elif defined(__SANITIZE_ADDRESS__)
+constexpr bool isSanitized = true;
+#else
+constexpr bool isSanitized = false;
+#endif
 
 constexpr const char* usageLine =
     "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n";
@@ -242,6 +253,40 @@ TEST_F(Program, SchemesThatCannotBeUsed) {
                 HasSubstr("trying to read the scheme file \"" + schemes.path("broken.vts") + "\"."));
 }
 
+TEST_F(Program, ASchemeDirectoryThatCannotBeRead) {
+    for (const auto& [directory, reason] : {std::pair("none", "No such file or directory"),
+                                            std::pair("plain.vts", "Not a directory")}) {
+        const std::string path = schemes.path(directory);
+        const ProgramResult result =
+            runProgram(folder, {"-s", "plain", "a.cpp", "-"}, {.environment = {{"VANTREL_SCHEMES", path}}});
+        EXPECT_EQ(result.status, 1);
+        EXPECT_EQ(result.errors, "Error: could not locate a formatting scheme named \"plain\"\nThe scheme directory \"" +
+                                     path + "\" cannot be read: " + reason + ".\n");
+    }
+}
+
+TEST_F(Program, RunsAtOnceConvertTheSameSchemes) {
+    folder.write("a.cpp", "int a;\n");
+    for (int i = 0; i < 20; ++i) {
+        const std::string name = "old" + std::to_string(i);
+        schemes.write(name + ".vts", "Tessel::PropertySet\n1\n\"" + name + "\"\n");
+    }
+    const std::set<std::string> before = schemes.names();
+    std::vector<std::future<ProgramResult>> runs;
+    for (int i = 0; i < 8; ++i) {
+        runs.push_back(std::async(std::launch::async,
+                                  [&, i] { return run({"-s", "old" + std::to_string(i), "a.cpp", "-"}); }));
+    }
+    for (auto& one : runs) {
+        const ProgramResult result = one.get();
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.output, "int a;\n");
+        EXPECT_EQ(result.errors, "");
+    }
+    EXPECT_EQ(schemes.names(), before);
+    for (const std::string& name : before) EXPECT_THAT(schemes.read(name), HasSubstr("VANTREL_VERSION")) << name;
+}
+
 TEST_F(Program, AnOldSchemeThatStaysAsItIsIsNamedAndUsed) {
     folder.write("a.cpp", "int a;\n");
     schemes.write("old.vts", "Tessel::PropertySet\n1\n\"old\"\n");
@@ -253,9 +298,7 @@ TEST_F(Program, AnOldSchemeThatStaysAsItIsIsNamedAndUsed) {
 }
 
 TEST_F(Program, WantOfMemoryIsSaid) {
-#if defined(__SANITIZE_ADDRESS__)
-    GTEST_SKIP() << "sanitizers need more address space than there is";
-#endif
+    if (isSanitized) GTEST_SKIP() << "sanitizers need more address space than there is";
     folder.write("a.cpp", "int a;\n");
     std::filesystem::resize_file(folder.path("a.cpp"), std::uintmax_t{1} << 30);
     const ProgramResult result = runOn("a.cpp", "a.cpp", {.limits = {{RLIMIT_AS, 256u << 20}}});
