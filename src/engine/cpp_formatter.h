@@ -139,7 +139,6 @@ private:
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned);
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
-    void spaceNameBrackets(std::string& text) const;
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);
     void padInitializer(const Cpp::DataDeclNode& declaration, int offset, bool isAligned);

@@ -7,6 +7,7 @@
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
+#include "engine/declarator_text.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
 
@@ -35,18 +36,6 @@ std::size_t qualifiedNameStart(std::string_view type) {
         }
     }
     return start;
-}
-
-bool beginsTrivia(char c) { return c == '/' || c == '#' || c == '\\'; }
-
-// Behind the first "]", or 0 when there is none.
-std::size_t firstBracketEnd(std::string_view text) {
-    if (text.find(']') == std::string_view::npos) return 0;
-    Cpp::Lexer lexer(text);
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        if (token.kind == Cpp::CloseBracket) return std::size_t{token.offset} + token.length;
-    }
-    return 0;
 }
 
 OptionalText withoutLineFeeds(OptionalText text) {
@@ -114,26 +103,10 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
     std::string text = exprFormatter_.formatDeclarators(name, state());
     if (!isAligned) {
-        spaceNameBrackets(text);
+        spaceBrackets(text, settings_.afterDataName, settings_.afterDataBracket);
         if (hasTail && !endsWithLineEndToken(text)) text.erase(trimRight(text).size());
     }
     writeRendered(text);
-}
-
-// Replaces the white space in front of a "[" behind the name, or of a name's end, and that behind the first "]".
-void CppFormatter::spaceNameBrackets(std::string& text) const {
-    const OptionalText& afterName = settings_.afterDataName;
-    if (afterName.present) {
-        const std::size_t nameEnd = std::min(text.find_first_of("[,( \t\n/#\\"), text.size());
-        const std::size_t next = std::min(text.find_first_not_of(" \t\n", nameEnd), text.size());
-        if (next == text.size() || text[next] == '[') text.replace(nameEnd, next - nameEnd, afterName.text);
-    }
-    const OptionalText& afterBracket = settings_.afterDataBracket;
-    if (!afterBracket.present) return;
-    const std::size_t end = firstBracketEnd(text);
-    const std::size_t next = std::min(text.find_first_not_of(" \t\n", end), text.size());
-    if (end == 0 || (next < text.size() && beginsTrivia(text[next]))) return;
-    text.replace(end, next - end, afterBracket.text);
 }
 
 // The white space between the declarator and its initializer or width. `name` is the declarator's text without

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "engine/columns.h"
+#include "engine/declarator_text.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
@@ -31,6 +32,8 @@ DataOffsetCalculator::DataOffsetCalculator(const PropertySet& scheme, const Zelm
       afterType_(readText(scheme, Keys::WS_AFTER_DD_TYPE_ID)),
       alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)),
       alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)),
+      afterName_(readText(scheme, Keys::WS_AFTER_DD_NAME)),
+      afterBracket_(readText(scheme, Keys::WS_AFTER_DD_RBRACKET)),
       keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)) {
     // An aligned declaration stays on one line.
     std::replace(afterType_.text.begin(), afterType_.text.end(), '\n', ' ');
@@ -82,7 +85,13 @@ std::string DataOffsetCalculator::writtenType(std::string_view type) {
 }
 
 std::string DataOffsetCalculator::writtenName(std::string_view name) {
-    return isPlainName(name) ? std::string(name) : exprFormatter_.formatDeclarators(name, lineStart());
+    if (isPlainName(name)) return std::string(name);
+    std::string written = exprFormatter_.formatDeclarators(name, lineStart());
+    if (!alignsNames()) {
+        spaceBrackets(written, afterName_, afterBracket_);
+        written.erase(trimRight(written).size());
+    }
+    return written;
 }
 
 Zelmor::IndentState DataOffsetCalculator::lineStart() const {

@@ -44,6 +44,8 @@ private:
     OptionalText afterType_;
     bool alignDataNames_;
     bool alignClassMembers_;
+    OptionalText afterName_;
+    OptionalText afterBracket_;
     bool keepsData_;
     DeclarationRun run_;
     ColumnMap offsets_;
