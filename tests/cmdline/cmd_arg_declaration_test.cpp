@@ -17,31 +17,6 @@ std::string errorsOf(Construct construct) {
     return errors.str();
 }
 
-TEST(CmdArgSyntax, IsNormalised) {
-    using Arg = CmdArg;
-    struct Case {
-        const char* valueName;
-        unsigned given;
-        unsigned expected;
-    };
-    for (const Case& one :
-         {Case{"v", Arg::SYNTAX_VALUE_OPTIONAL | Arg::SYNTAX_VALUE_REQUIRED, Arg::SYNTAX_VALUE_REQUIRED},
-          {"v", Arg::SYNTAX_VALUE_REQUIRED | Arg::SYNTAX_VALUE_STICKY | Arg::SYNTAX_VALUE_SEPARATE,
-           Arg::SYNTAX_VALUE_REQUIRED},
-          {"v", 0, Arg::SYNTAX_VALUE_REQUIRED},
-          {"", 0, 0},
-          {"v", Arg::SYNTAX_POSITIONAL | Arg::SYNTAX_VALUE_OPTIONAL | Arg::SYNTAX_REQUIRED,
-           Arg::SYNTAX_POSITIONAL | Arg::SYNTAX_VALUE_OPTIONAL},
-          {"v", Arg::SYNTAX_POSITIONAL,
-           Arg::SYNTAX_POSITIONAL | Arg::SYNTAX_VALUE_REQUIRED | Arg::SYNTAX_REQUIRED}}) {
-        EXPECT_EQ(CmdArgStr('c', "", one.valueName, "", one.given).syntaxFlags(), one.expected);
-    }
-    const CmdArgStr unnamed('c', "", "", "", Arg::SYNTAX_VALUE_REQUIRED);
-    EXPECT_STREQ(unnamed.valueName(), "value");
-    EXPECT_EQ(unnamed.keyword(), nullptr);
-    EXPECT_TRUE(CmdArgStr(0, "", "v", "", Arg::SYNTAX_VALUE_REQUIRED).isPositional());
-}
-
 TEST(CmdArgSyntax, AnArgumentThatCannotBeGivenIsAFault) {
     EXPECT_EQ(errorsOf([] { CmdArgStr(0, nullptr, "text", CmdArg::SYNTAX_OPTIONAL); }),
               "*** Error: non-positional CmdArg has no character or keyword name!\n"

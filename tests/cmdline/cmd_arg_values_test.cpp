@@ -8,7 +8,6 @@
 #include "cmdline/char_arg.h"
 #include "cmdline/float_arg.h"
 #include "cmdline/int_arg.h"
-#include "cmdline/string_arg.h"
 
 namespace {
 
@@ -55,29 +54,6 @@ TEST(Values, ACharacterLeavesTheRestOfItsGroup) {
     EXPECT_EQ(run.parse("--mark="), CmdLine::STATUS_BAD_VALUE);
 }
 
-TEST(Values, SwitchesActOnTheirOwnOrAnothersBool) {
-    CmdArgBool on('a', "on", "");
-    CmdArgClear off('b', "off", "");
-    CmdArgToggle flip('c', "flip", "");
-    CmdArgBoolRef setOff(off, 'd', "set", "");
-    CmdArgClearRef clearOn(on, 'e', "clear", "");
-    CmdArgToggleRef flipOn(on, 'f', "turn", "");
-    CmdLine commandLine("p", &on, &off, &flip, &setOff, &clearOn, &flipOn, nullptr);
-    CommandLineRun run(commandLine);
-
-    off = true;
-    run.parse("-abc");
-    EXPECT_TRUE(on);
-    EXPECT_FALSE(off);
-    EXPECT_TRUE(flip);
-    run.parse("-cde");
-    EXPECT_FALSE(flip);
-    EXPECT_TRUE(off);
-    EXPECT_FALSE(on);
-    run.parse("-f");
-    EXPECT_TRUE(on);
-}
-
 TEST(Values, SwitchesWithValues) {
     CmdArgBool color('c', "color", "when", "", optionalSticky);
     CmdArgBool verbose('v', "verbose", "");
@@ -118,36 +94,6 @@ TEST(Values, SwitchesWithValues) {
     EXPECT_THAT(run.messages(), ::testing::StartsWith("p: unknown boolean value \"maybe\"\n"));
 }
 
-TEST(Values, ListsKeepOrderAndCopyTemporaryStrings) {
-    CmdArgIntList numbers('n', "number", "count", "", CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_LIST);
-    CmdArgFloatList reals('r', "real", "value", "", CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_LIST);
-    CmdArgStrList words("word", "",
-                        CmdArg::SYNTAX_POSITIONAL | CmdArg::SYNTAX_VALUE_OPTIONAL | CmdArg::SYNTAX_LIST);
-    CmdLine commandLine("p", &numbers, &reals, &words, nullptr);
-    CommandLineRun run(commandLine);
-    run.parse("-n3 -n1 -r.5 -r2 one two");
-
-    const IntListArray count(numbers.values());
-    ASSERT_EQ(count.count(), 2u);
-    EXPECT_EQ(count[0], 3);
-    EXPECT_EQ(count[1], 1);
-    EXPECT_EQ(FloatListArray(reals.values())[1], 2.0);
-    const StringListArray text(words.values());
-    ASSERT_EQ(text.count(), 2u);
-    EXPECT_STREQ(text[0].c_str(), "one");
-    EXPECT_STREQ(text[1].c_str(), "two");
-}
-
-TEST(Values, LastingStringsAreNotCopied) {
-    const char* const vector[] = {"-skept"};
-    CmdArgStr word('s', "string", "text", "");
-    CmdLine commandLine("p", &word, nullptr);
-    CmdArgvIter strings(1, vector);
-    EXPECT_TRUE(word.isNull());
-    commandLine.parse(strings);
-    EXPECT_EQ(static_cast<const char*>(word), vector[0] + 2);
-}
-
 TEST(ArgIter, StreamsAreReadByLineWithoutComments) {
     std::istringstream in("  one two\n\n  ! a comment\nthree\t\n" + std::string(1020, 'x') + " yyyy\nlast");
     CmdIstreamIter strings(in);
@@ -158,15 +104,6 @@ TEST(ArgIter, StreamsAreReadByLineWithoutComments) {
         EXPECT_EQ(text, expected);
     }
     EXPECT_EQ(strings.next(), nullptr);
-}
-
-TEST(ArgIter, TextsAreSplitAtTheGivenDelimiters) {
-    CmdStrTokIter strings(",a b,,c", ",");
-    EXPECT_STREQ(strings.next(), "a b");
-    EXPECT_STREQ(strings.next(), "c");
-    EXPECT_EQ(strings.next(), nullptr);
-    EXPECT_EQ(CmdStrTokIter(nullptr).next(), nullptr);
-    EXPECT_EQ(CmdArgvIter(-1, nullptr).next(), nullptr);
 }
 
 }  // namespace

@@ -36,12 +36,6 @@ TEST_F(ThreeArguments, EveryFormOfAnOptionCarriesItsValue) {
     }
 }
 
-TEST_F(ThreeArguments, ALoneDashIsAFileName) {
-    EXPECT_EQ(run.parse("-s x - -"), CmdLine::STATUS_OK);
-    EXPECT_STREQ(input, "-");
-    EXPECT_STREQ(output, "-");
-}
-
 TEST_F(ThreeArguments, OptionsEndAtTheFirstPositionalValueAndAtTwoDashes) {
     EXPECT_EQ(run.parse("-s x in -x"), CmdLine::STATUS_OK);
     EXPECT_STREQ(output, "-x");
@@ -74,12 +68,6 @@ TEST_F(ThreeArguments, MissingArgumentsAreNamedBeforeTheUsage) {
     EXPECT_THAT(run.messages(), StartsWith("format: value required for --scheme option.\n"));
 }
 
-TEST_F(ThreeArguments, TooManyArguments) {
-    EXPECT_EQ(run.parse("-s x in out more"), CmdLine::STATUS_TOO_MANY_ARGS);
-    EXPECT_EQ(run.messages(), "format: too many arguments given.\n");
-    EXPECT_EQ(run.quitStatus(), 2);
-}
-
 TEST_F(ThreeArguments, UnknownOptionsAndKeywords) {
     EXPECT_EQ(run.parse("-q -s x in out"), CmdLine::STATUS_BAD_OPTION);
     EXPECT_EQ(run.messages(), "format: unknown option \"-q\".\n");
@@ -105,23 +93,6 @@ TEST_F(ThreeArguments, AnUnknownFormIsTriedAsTheOther) {
     EXPECT_EQ(run.parse("--sfoo -s x in out"), CmdLine::STATUS_BAD_KEYWORD);
     EXPECT_EQ(run.parse("-fo -s x in out"), CmdLine::STATUS_BAD_OPTION);
     EXPECT_THAT(run.messages(), HasSubstr("unknown option \"-o\"."));
-}
-
-TEST_F(ThreeArguments, HelpPrintsTheWholeUsageToStandardOutput) {
-    for (const char* form : {"-?", "-H", "--?", "--help", "--He"}) {
-        std::ostringstream printed;
-        std::streambuf* const original = std::cout.rdbuf(printed.rdbuf());
-        commandLine.setQuitHandler([](int status) { throw status; });
-        try {
-            run.parse(form);
-            ADD_FAILURE() << form << " did not end the program";
-        } catch (int status) {
-            EXPECT_EQ(status, 1);
-        }
-        std::cout.rdbuf(original);
-        EXPECT_THAT(printed.str(), HasSubstr("Options/Arguments:")) << form;
-        EXPECT_EQ(run.errors(), "") << form;
-    }
 }
 
 TEST_F(ThreeArguments, PromptsForWhatIsMissingWhenAsked) {
@@ -231,52 +202,6 @@ TEST_F(ManyOptions, FlagsChooseTheForms) {
 TEST_F(ManyOptions, AFlagTakesNoValue) {
     EXPECT_EQ(run.parse("--verbose=yes"), CmdLine::STATUS_BAD_VALUE);
     EXPECT_EQ(run.messages(), "format: bad value for --verbose option.\n");
-}
-
-TEST_F(ManyOptions, BadValuesAreNamedTwice) {
-    EXPECT_EQ(run.parse("-n5x"), CmdLine::STATUS_BAD_VALUE);
-    EXPECT_EQ(run.messages(), "format: invalid integer value \"5x\"\nformat: bad value for -n option.\n");
-    EXPECT_EQ(run.quitStatus(), 2);
-}
-
-TEST_F(ManyOptions, SeveralParsesMayBeFramedAsOne) {
-    commandLine.prologue();
-    for (const char* part : {"-v", "-l"}) {
-        CmdStrTokIter strings(part);
-        commandLine.parse(strings, 0);
-    }
-    EXPECT_TRUE(verbose.isGiven());
-    EXPECT_TRUE(commandLine.state().awaitsValue);
-    EXPECT_EQ(commandLine.epilogue(), CmdLine::STATUS_OK);
-    EXPECT_FALSE(commandLine.state().awaitsValue);
-}
-
-class BrokenState : public CmdLine {
-public:
-    using CmdLine::CmdLine;
-    void breakState() { state_.awaitsValue = true; }
-};
-
-TEST(CmdLineInternalError, EndsWithItsOwnStatus) {
-    BrokenState commandLine("format", nullptr);
-    std::ostringstream errors;
-    commandLine.setErrorStream(errors);
-    commandLine.setQuitHandler([](int status) { throw status; });
-    commandLine.breakState();
-    CmdStrTokIter strings("x");
-    try {
-        commandLine.parse(strings, 0);
-        FAIL();
-    } catch (int status) {
-        EXPECT_EQ(status, 127);
-    }
-    EXPECT_EQ(errors.str(),
-              "*** Internal error in class CmdLine.\n\tparse-state is inconsistent with last-matched-arg.\n");
-}
-
-TEST(CmdLineQuit, EndsTheProgramWithoutAHandler) {
-    CmdLine commandLine("format", nullptr);
-    EXPECT_EXIT(commandLine.quit(3), ::testing::ExitedWithCode(3), "");
 }
 
 }  // namespace

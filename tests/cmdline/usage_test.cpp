@@ -73,16 +73,6 @@ TEST_F(Usage, LongLinesContinueUnderTheFirstArgument) {
               "                  a-rather-long-name another-long-name\n");
 }
 
-TEST_F(Usage, HiddenArgumentsAreNotShownAndDummiesAre) {
-    CmdArgBool hidden('x', "secret", "", CmdArg::SYNTAX_HIDDEN);
-    CmdArgDummy dummy('o', "other", "handled elsewhere");
-    commandLine.append(hidden);
-    commandLine.append(dummy);
-    EXPECT_THAT(usageOf(commandLine, 2), ::testing::Not(::testing::HasSubstr("secret")));
-    EXPECT_THAT(usageOf(commandLine, 1), ::testing::HasSubstr("[-o|--other]"));
-    EXPECT_EQ(run.parse("-s x -o in out"), CmdLine::STATUS_BAD_OPTION);
-}
-
 TEST_F(Usage, ASyntaxWiderThanItsColumnHasTheLineForItself) {
     const std::string name(60, 'k');
     CmdArgBool wide(0, name.c_str(), "explained");
@@ -104,48 +94,6 @@ TEST_F(Usage, ParagraphsAreWrapped) {
     EXPECT_THAT(usageOf(commandLine, 2),
                 ::testing::EndsWith("\n" + indent + std::string(71, 'a') + "\n" + indent +
                                     std::string(70, 'b') + "\n" + indent + "c\n"));
-}
-
-TEST(FormatArgSyntax, EveryForm) {
-    constexpr unsigned required = CmdArg::SYNTAX_VALUE_REQUIRED;
-    constexpr unsigned optional = CmdArg::SYNTAX_VALUE_OPTIONAL;
-    constexpr unsigned sticky = CmdArg::SYNTAX_VALUE_STICKY;
-    constexpr auto both = CmdLineSyntax::Both;
-    constexpr auto options = CmdLineSyntax::OptionsOnly;
-    constexpr auto keywords = CmdLineSyntax::KeywordsOnly;
-    struct Case {
-        unsigned flags;
-        CmdLineSyntax syntax;
-        const char* expected;
-    };
-    CmdLine commandLine("p", nullptr);
-    for (const Case& one : {Case{required, both, "-k|--key v"},
-                            {required, options, "-k v"},
-                            {required, keywords, "--key v"},
-                            {optional, both, "-k|--key [v]"},
-                            {required | sticky, both, "-kv|--key=v"},
-                            {optional | sticky, both, "-k[v]|--key[=v]"},
-                            {required | sticky, keywords, "--key=v"},
-                            {optional | sticky, keywords, "--key[=v]"}}) {
-        const CmdArgStr argument('k', "key", "v", "", one.flags);
-        EXPECT_EQ(commandLine.formatArgSyntax(argument, 1, one.syntax), one.expected);
-        EXPECT_EQ(commandLine.formatArgSyntax(argument, 2, one.syntax),
-                  '[' + std::string(one.expected) + ']');
-    }
-    const CmdArgStr list('k', "", "v", "", required | CmdArg::SYNTAX_LIST);
-    EXPECT_EQ(commandLine.formatArgSyntax(list, 2), "[-k v ...]");
-    EXPECT_EQ(commandLine.formatArgSyntax(list, 1), "-k v");
-    const CmdArgBool keyword(0, "key", "");
-    commandLine.setFlags(CmdLine::FLAG_ALLOW_PLUS);
-    EXPECT_EQ(commandLine.formatArgSyntax(keyword, 1), "+key");
-    commandLine.setFlags(CmdLine::FLAG_KEYWORDS_ONLY);
-    EXPECT_EQ(commandLine.formatArgSyntax(keyword, 1), "-key");
-
-    std::ostringstream errors;
-    commandLine.setErrorStream(errors);
-    commandLine.setQuitHandler([](int status) { throw status; });
-    EXPECT_THROW(commandLine.formatArgSyntax(keyword, 1, static_cast<CmdLineSyntax>(9)), int);
-    EXPECT_EQ(errors.str(), "*** Internal error in class CmdLine.\n\tunknown CmdLineSyntax value (9)\n");
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "textstream/text_document.h"
-#include "trn/exception.h"
 
 namespace {
 
@@ -63,16 +62,6 @@ TEST(Lexer, CutsOperatorWordsOffQualifiedNames) {
     EXPECT_EQ(tokens[2].end, (Trn::Position{1, 17}));
 }
 
-TEST(Lexer, KnowsKeywords) {
-    EXPECT_EQ(kindOf("class"), 53);
-    EXPECT_EQ(kindOf("else"), 94);
-    EXPECT_EQ(kindOf("for"), 96);
-    EXPECT_EQ(kindOf("void"), 116);
-    EXPECT_EQ(kindOf("asm"), 82);
-    EXPECT_EQ(kindOf("classes"), Cpp::Identifier);
-    EXPECT_EQ(kindOf("A::class"), Cpp::Identifier);
-}
-
 TEST(Lexer, TakesNumbersWithWhatFollowsTheirDigits) {
     for (const char* number :
          {"0", "077", "0x1Fu", "1.5e-3f", "10UL", "1.", "1e+9L", "0x1p-3", "10i64", "0b1010", "1'000"}) {
@@ -96,16 +85,6 @@ TEST(Lexer, EndsLiteralsAtTheirQuote) {
     EXPECT_EQ(kindOf("\"a"), Cpp::Unknown);
     EXPECT_EQ(kindOf("''"), Cpp::Unknown);
     EXPECT_EQ(kindOf("'a\n"), Cpp::Unknown);
-}
-
-TEST(Lexer, GivesValuesOfTheirTypeOnly) {
-    Lexer lexer(R"("a\tb" '\n' name 1)");
-    const std::vector<Token> tokens = tokensOf(lexer);
-    EXPECT_EQ(tokens[0].stringValue(), "a\tb");
-    EXPECT_EQ(tokens[1].charValue(), '\n');
-    EXPECT_EQ(tokens[2].stringValue(), "name");
-    EXPECT_THROW(tokens[0].charValue(), Trn::InvalidValueType);
-    EXPECT_THROW(tokens[3].stringValue(), Trn::InvalidValueType);
 }
 
 TEST(Lexer, EndsCommentsAndDirectives) {
@@ -140,15 +119,6 @@ TEST(Lexer, GoesOnGivingTheEnd) {
     std::ostringstream out;
     lexer.printPosition(out);
     EXPECT_EQ(out.str(), "line:\t2\tcol:\t1\tlastlinecol:\t1\n");
-}
-
-TEST(Lexer, ReadsStreamsWithAnyLineEnds) {
-    std::istringstream in("a\r\n/*\r*/\rb");
-    Lexer lexer(in);
-    const std::vector<Token> tokens = tokensOf(lexer);
-    ASSERT_EQ(tokens.size(), 3U);
-    EXPECT_EQ(tokens[1].text, "/*\n*/");
-    EXPECT_EQ(tokens[2].start, (Trn::Position{4, 1}));
 }
 
 // A token's text is what the source holds between its positions, but for white space behind a "::".

@@ -42,14 +42,6 @@ std::string without(std::string_view source, std::initializer_list<std::string_v
     return CppTest::TreeDump::of(root);
 }
 
-TEST(NodeRangeRemover, RemovesSiblings) {
-    EXPECT_EQ(without("int x; /*a*/ int y; f(); class A { }; /*b*/ int z;", {"ab"}),
-              "data int | x | -\n"
-              "comment /*b*/\n"
-              "data int | z | -\n");
-    EXPECT_EQ(without("/*a*/ /*b*/", {"ab"}), "comment /*b*/\n");
-}
-
 TEST(NodeRangeRemover, RemovesSeveralRangesInOneWalk) {
     EXPECT_EQ(without("void f() { /*a*/ x(); /*b*/ y(); /*c*/ z(); /*d*/ } /*e*/ int g(); /*f*/",
                       {"ab", "cd", "ef"}),
@@ -92,11 +84,6 @@ TEST(NodeRangeRemover, RemovesWhatEndsInsideTheRange) {
               "  initializer y\n"
               "    argument 2\n"
               "  block\n");
-}
-
-TEST(NodeRangeRemover, RemovesAllBehindAnOpenRange) {
-    EXPECT_EQ(without("int x; /*a*/ int y; void f() { }", {"ax"}), "data int | x | -\n");
-    EXPECT_EQ(without("int x; int y;", {"ab"}), "data int | x | -\ndata int | y | -\n");
 }
 
 }  // namespace

@@ -83,21 +83,6 @@ function bool | A ::operator == (A)
 )");
 }
 
-TEST(ParserDeclarations, ReadsConstructorInitializers) {
-    EXPECT_EQ(treeOf("A::A(int x) : B<int>(x), /* c */ c(1, d(2, 3)), e() { f(); }"), R"(
-constructor - | A::A (int x)
-  initializer B < int >
-    argument x
-  comment /* c */
-  initializer c
-    argument 1
-    argument d ( 2 , 3 )
-  initializer e
-  block
-    expr f;
-)");
-}
-
 TEST(ParserDeclarations, ReadsPointersToFunctions) {
     EXPECT_EQ(
         treeOf("int (*a)(int) = 0; void (A::*b)(int, char) const; int (*c[N])(int) = { f, g }; int *(*d)();"
@@ -116,140 +101,6 @@ pointer int | h -
     EXPECT_EQ(treeOf("void (*a)(int), (*b)(int);"), R"(
 pointer void | a (int)
 pointer , | b (int)
-)");
-}
-
-TEST(ParserDeclarations, ReadsClasses) {
-    EXPECT_EQ(treeOf("class A : public virtual B, private C<int, 2>, D { public: int x; };"), R"(
-0 class A
-  base 1 virtual B
-  base 3 C < int , 2 >
-  base 0 D
-  access 1
-  data int | x | -
-)");
-    EXPECT_EQ(
-        treeOf(
-            "class EXPORT A { Q_OBJECT\npublic slots: void f() { }; signals: A(); ~A(); using B::x; ;\n"
-            "friend class C; template <class T> void g(T); extern int e; MACRO(x) private: struct { } s; };"),
-        R"(
-0 class EXPORT A
-  data - | Q_OBJECT | -
-  access 1
-  function void | f ()
-    block
-  access 4
-  function - | A ()
-  function - | ~A ()
-  data friend class | C | -
-  template (class T)
-  function void | g (T)
-  data extern int | e | -
-  function - | MACRO (x)
-  access 3
-  1 struct
-  data - | s | -
-)");
-    EXPECT_EQ(treeOf("typedef union { int a; } A, *B; struct C { } c = { 1 };"), R"(
-2 typedef union
-  data int | a | -
-data - | A , * B | -
-1 struct C
-data - | c | = { 1 } ;
-)");
-}
-
-TEST(ParserDeclarations, ReadsBitFields) {
-    EXPECT_EQ(treeOf("struct A { unsigned int f : 3; int a : 3, b : N; unsigned : 2; const T g : 1; };"), R"(
-1 struct A
-  data unsigned int | f | : 3 ;
-  data int | a | : 3 , b : N ;
-  data unsigned | - | : 2 ;
-  data const T | g | : 1 ;
-)");
-}
-
-TEST(ParserDeclarations, ReadsEnums) {
-    EXPECT_EQ(treeOf("enum E { A, /* c */ B = f(1, 2), // d\n C\n#endif\n // e\n }; enum { D, } x; enum F;"),
-              R"(
-enum E
-  expr A
-  comment /* c */
-  expr B = f ( 1 , 2 )
-  comment // d
-  expr C
-  directive #endif
-  comment // e
-enum
-  expr D
-data - | x | -
-data enum | F | -
-)");
-}
-
-TEST(ParserDeclarations, ReadsTemplates) {
-    EXPECT_EQ(
-        treeOf("template <class T> class X { }; template <class T> class X; template <> class A<int> { };"
-               "template <template <class> class T, int N = (3 > 2), class U = A<B>> void f(); template "
-               "class A<int>;"),
-        R"(
-template (class T)
-0 class X
-template (class T)
-data class | X | -
-template ()
-0 class A < int >
-template (template < class > class T; int N = ( 3 > 2 ); class U = A < B >)
-function void | f ()
-expr class A int;
-)");
-}
-
-TEST(ParserDeclarations, ReadsNamespacesAndLinkage) {
-    EXPECT_EQ(
-        treeOf("namespace A = B; using namespace std; namespace A::B { using C::x; namespace { int y; } }"
-               "extern \"C\" { int x; void f(); } extern \"C\" void g(); extern \"C\" int h = 1;"),
-        R"(
-namespace A::B
-  namespace 
-    data int | y | -
-linkage extern "C"
-  data int | x | -
-  function void | f ()
-function extern "C" void | g ()
-data extern "C" int | h | = 1 ;
-)");
-}
-
-TEST(ParserDeclarations, TakesStatementsAtTheTopLevel) {
-    EXPECT_EQ(treeOf("LOOP { a(); } if (x) y(); asm(\"nop\"); __asm__ { x } return 3; ; } { int b; }"), R"(
-expr LOOP
-block
-  expr a;
-control
-  part if
-    statement
-      expr y;
-asm asm
-  block
-asm __asm__
-  block
-    text x
-expr return 3;
-block
-  data int | b | -
-)");
-}
-
-TEST(ParserDeclarations, KeepsCommentsAndDirectivesBetweenDeclarations) {
-    EXPECT_EQ(treeOf("#include <a> // x\nint f(/* a */ int a,\n#ifdef X\nint b,\n#endif\nint c) /* d */ "
-                     "const // e\n{ } /* f */"),
-              R"(
-directive #include <a>
-comment // x
-function int | f (int a; int b; int c) const
-  block
-comment /* f */
 )");
 }
 
@@ -299,6 +150,21 @@ data int | h [ 2 ] | - @6:1-6:10
 enum @7:1-7:12
   expr C @7:8-7:8
 namespace N @8:1-10:1
+)");
+    EXPECT_EQ(
+        treeOf("A::A ( int x ) : B ( x ) ,\n c ( 1 ) { }\nextern \"C\"\n{ class D { public : D ( ) ; } ; }",
+               CppTest::TreeDump::Positions::Shown),
+        R"(
+constructor - | A::A (int x) @1:1-2:12
+  initializer B @1:18-1:24
+    argument x @1:22-1:22
+  initializer c @2:2-2:8
+    argument 1 @2:6-2:6
+  block @2:10-2:12
+linkage extern "C" @3:1-4:34
+  0 class D @4:3-4:32
+    access 1 @4:13-4:20
+    function - | D () @4:22-4:28
 )");
 }
 

@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 
 #include "cpp/lexer.h"
-#include "cpp/qualified_name.h"
 #include "cpp/token_kind.h"
 
 namespace {
@@ -41,27 +39,6 @@ TEST(TokenBuffer, GivesTheEndAsOftenAsAsked) {
     EXPECT_EQ(tokens.current().text, "a");
 }
 
-TEST(TokenBuffer, PutsTokensBack) {
-    Cpp::Lexer lexer("a b");
-    TokenBuffer tokens(&lexer);
-    Trn::Token token = tokens.next();
-    token.text = "x";
-    tokens.putBack(token);
-    EXPECT_EQ(tokens.next().text, "x");
-    EXPECT_EQ(tokens.next().text, "b");
-}
-
-TEST(TokenBuffer, ReadsAListOfTokens) {
-    Cpp::Lexer lexer("a b");
-    TokenBuffer tokens(std::vector<Trn::Token>{lexer.nextToken(), lexer.nextToken()});
-    EXPECT_EQ(tokens.next().text, "a");
-    EXPECT_EQ(tokens.next().text, "b");
-    EXPECT_EQ(tokens.next(), Trn::Token{});
-    tokens.stepBack();
-    tokens.stepBack();
-    EXPECT_EQ(tokens.current().text, "b");
-}
-
 TEST(TokenBuffer, SlicesEndInFrontOfTheNextToken) {
     Cpp::Lexer lexer("a b c d");
     TokenBuffer tokens(&lexer);
@@ -90,25 +67,6 @@ TEST(TokenBuffer, ForgetsAllButItsHistory) {
     EXPECT_GT(tokens.begin(), 5000U);
     for (int i = 0; i < 3; ++i) tokens.stepBack();
     EXPECT_EQ(tokens.current().text, "9997");
-}
-
-std::string nameBefore(std::string_view source) {
-    Cpp::Lexer lexer(source);
-    TokenBuffer tokens(&lexer);
-    std::size_t last = 1;
-    while (tokens.peekKind(last + 1) != Cpp::OpenParen) ++last;
-    return std::string(tokens.peek(Cpp::findQualifiedNameStart(tokens, last)).text);
-}
-
-TEST(QualifiedName, BeginsAtItsFirstPart) {
-    EXPECT_EQ(nameBefore("int f("), "f");
-    EXPECT_EQ(nameBefore("int A::f("), "A::f");
-    EXPECT_EQ(nameBefore("int A<B>::f("), "A");
-    EXPECT_EQ(nameBefore("x A<B<C> >::D<1, 2>::f("), "A");
-    EXPECT_EQ(nameBefore("x A<B<C>>::f("), "A");
-    EXPECT_EQ(nameBefore("int ::f("), "::f");
-    EXPECT_EQ(nameBefore("A<B>::operator("), "A");
-    EXPECT_EQ(nameBefore("A /* c */ ::f("), "A");
 }
 
 }  // namespace

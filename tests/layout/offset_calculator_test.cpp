@@ -39,15 +39,12 @@ public:
     }
 
     Offsets dataNames() const { return listed(columns_.dataNames); }
-    Offsets functionNames() const { return listed(columns_.functionNames); }
     Offsets initializers() const { return listed(columns_.initializers); }
 
 private:
     struct NameFinder : Cpp::Emitter {
         using Emitter::visit;
         void visit(Cpp::DataDeclNode* data) override { name = data->name() ? data->name()->text() : ""; }
-        void visit(Cpp::FunctionDeclNode* function) override { name = function->head()->name()->text(); }
-        void visit(Cpp::CtorDeclNode* function) override { name = function->head()->name()->text(); }
         std::string name;
     };
 
@@ -91,9 +88,6 @@ private:
 Scheme alignedNames() {
     return Scheme{Keys::ALIGN_DD_NAMES_LEFT};
 }
-Scheme alignedMembers() {
-    return Scheme{Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT};
-}
 Scheme alignedInitializers() {
     return Scheme{Keys::ALIGN_DD_INITIALIZERS};
 }
@@ -107,20 +101,6 @@ int nameOffset(const std::string& source, const PropertySet& scheme) {
 int initializerOffset(const std::string& source, const PropertySet& scheme) {
     const Offsets offsets = Measured(source, scheme).initializers();
     return offsets.empty() ? -1 : offsets.front().second;
-}
-
-TEST(NameOffsets, TheWidestTypeOfARunDecides) {
-    EXPECT_THAT(Measured("int x;\nchar *p;\n", alignedNames()).dataNames(),
-                ElementsAre(Pair("x", 6), Pair("p", 6)));
-    EXPECT_THAT(Measured("int a;\nlong b;\n", alignedNames().with(Keys::TAB_SIZE, 4)).dataNames(),
-                ElementsAre(Pair("a", 8), Pair("b", 8)));
-}
-
-TEST(NameOffsets, NothingIsMeasuredUnlessTheSchemeAligns) {
-    const Measured measured("int x = 1;\nint f();\nstruct S { int m; };\n", Scheme{});
-    EXPECT_THAT(measured.dataNames(), IsEmpty());
-    EXPECT_THAT(measured.functionNames(), IsEmpty());
-    EXPECT_THAT(measured.initializers(), IsEmpty());
 }
 
 TEST(NameOffsets, StatementsAndBodiesEndRunsButCommentsDoNot) {
@@ -137,32 +117,11 @@ TEST(NameOffsets, StatementsAndBodiesEndRunsButCommentsDoNot) {
                 ElementsAre(Pair("a", 4), Pair("b", 5), Pair("c", 10), Pair("d", 4)));
 }
 
-TEST(NameOffsets, PrototypesAndDataHaveColumnsOfTheirOwn) {
-    const Measured measured("long f();\nint a;\nchar *g();\nint b;\n",
-                            Scheme{Keys::ALIGN_DD_NAMES_LEFT, Keys::ALIGN_FN_DECL_NAMES_LEFT});
-    EXPECT_THAT(measured.dataNames(), ElementsAre(Pair("a", 4), Pair("b", 4)));
-    EXPECT_THAT(measured.functionNames(), ElementsAre(Pair("f", 6), Pair("g", 6)));
-}
-
-TEST(NameOffsets, ClassMembersShareOneColumn) {
-    const Measured measured(
-        "struct S {\nint a;\npublic:\nS();\nunsigned long f();\nvoid g() { }\nchar c;\n};\nlong outside;\n",
-        alignedMembers());
-    EXPECT_THAT(measured.dataNames(), ElementsAre(Pair("a", 14), Pair("c", 5)));
-    EXPECT_THAT(measured.functionNames(), ElementsAre(Pair("S", 14), Pair("f", 14)));
-}
-
 // A class body leaves its run open: what follows directly still belongs to it.
 TEST(NameOffsets, TheRunOfAClassGoesOnBehindItsBody) {
     const Measured measured("struct S {\nlong f();\nint a;\n};\nint b;\nvoid g() { }\nint c;\n",
                             Scheme{Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT, Keys::ALIGN_DD_NAMES_LEFT});
     EXPECT_THAT(measured.dataNames(), ElementsAre(Pair("a", 5), Pair("b", 5), Pair("c", 4)));
-}
-
-TEST(NameOffsets, ConstructorsAlignWithoutMeasureAndDestructorsToo) {
-    const Measured measured("struct S {\nS();\n~S();\nS(int) : a(1) { }\nint a;\n};\n", alignedMembers());
-    EXPECT_THAT(measured.functionNames(), ElementsAre(Pair("S", 0), Pair(testing::HasSubstr("S"), 0)));
-    EXPECT_THAT(measured.dataNames(), ElementsAre(Pair("a", 4)));
 }
 
 TEST(NameOffsets, MarksCountByTheirAnchor) {
@@ -193,33 +152,6 @@ TEST(NameOffsets, HangingMarksLeaveRoomInFrontOfTheName) {
     EXPECT_EQ(offset("char *p;\n", 4), 8);
     EXPECT_EQ(offset("Builder *p;\n", 4), 12);
     EXPECT_EQ(offset("Planet **p;\n", 4), 12);
-}
-
-TEST(NameOffsets, DeclarationsWithCommentsInFrontOfTheNameStayOut) {
-    EXPECT_THAT(Measured("int a;\nunsigned /* wide */ long b;\nunsigned long /* c */ c;\n", alignedNames())
-                    .dataNames(),
-                ElementsAre(Pair("a", 4)));
-}
-
-TEST(NameOffsets, TheLinesOfATypeAreJoined) {
-    EXPECT_EQ(nameOffset("unsigned\nlong x;\nint y;\n", alignedNames()), 14);
-    EXPECT_EQ(nameOffset("int\nx;\n", alignedNames()), 4);
-    const Scheme prototypes{Keys::ALIGN_FN_DECL_NAMES_LEFT};
-    EXPECT_THAT(Measured("static\nint f();\n", prototypes).functionNames(), ElementsAre(Pair("f", 11)));
-}
-
-TEST(NameOffsets, LocalVariablesOfMemberFunctionsAreNoMembers) {
-    const Measured measured("struct S {\nint a;\nvoid f() { long b = 1; }\n};\n", alignedMembers());
-    EXPECT_THAT(measured.dataNames(), ElementsAre(Pair("a", 4)));
-}
-
-TEST(InitializerOffsets, TheLongestDeclarationOfARunDecides) {
-    EXPECT_THAT(
-        Measured("int a = 1;\nint none;\nunsigned long bb = 2;\n", alignedInitializers()).initializers(),
-        ElementsAre(Pair("a", 16), Pair("bb", 16)));
-    EXPECT_THAT(
-        Measured("int a = 1;\nvoid f() { long b = 2; }\nint c = 3;\n", alignedInitializers()).initializers(),
-        ElementsAre(Pair("a", 5), Pair("b", 6), Pair("c", 5)));
 }
 
 TEST(InitializerOffsets, CountFromAlignedNames) {
@@ -262,17 +194,6 @@ TEST(InitializerOffsets, MeasureWhatWillBeWritten) {
     for (const char* source : {"char* p = 0;\n", "char *p = 0;\n"}) {
         EXPECT_EQ(initializerOffset(source, alignedInitializers()), 7);
     }
-}
-
-TEST(InitializerOffsets, DeclarationsWhoseNameCannotBeAlignedStayOut) {
-    const Scheme scheme{Keys::ALIGN_DD_INITIALIZERS, Keys::ALIGN_DD_NAMES_LEFT};
-    EXPECT_THAT(Measured("int a = 1;\nint /* c */ longer = 2;\n", scheme).initializers(),
-                ElementsAre(Pair("a", 1)));
-}
-
-TEST(InitializerOffsets, BitFieldsAreNoInitializers) {
-    EXPECT_THAT(Measured("struct S {\nunsigned wide : 3;\n};\n", alignedInitializers()).initializers(),
-                IsEmpty());
 }
 
 TEST(Offsets, OneLongRunTakesLinearTime) {

@@ -14,7 +14,6 @@ namespace {
 using Tessel::PropertySet;
 using TesselUI::PropertySetStore;
 using testing::ElementsAre;
-using testing::IsEmpty;
 namespace fs = std::filesystem;
 
 std::string schemeText(const std::string& name, const std::string& properties = "") {
@@ -45,16 +44,6 @@ TEST(PropertySetStore, KnowsSchemesByTheNameInTheFile) {
     EXPECT_EQ(store.count("Zeta"), 0);
     EXPECT_EQ(store.count("a"), 0);
     EXPECT_EQ(store.find("ze"), store.end());
-}
-
-TEST(PropertySetStore, IsEmptyWithoutADirectory) {
-    TemporaryDirectory directory;
-    for (const std::string& path : {std::string(), directory.path(), directory.path("missing")}) {
-        PropertySetStore store(path);
-        store.read();
-        EXPECT_THAT(names(store), IsEmpty());
-    }
-    EXPECT_THAT(PropertySetStore::findPSFiles(""), IsEmpty());
 }
 
 TEST(PropertySetStore, ReadsNothingButFiles) {

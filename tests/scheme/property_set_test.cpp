@@ -44,21 +44,6 @@ bool isRefused(const std::string& text) {
     return true;
 }
 
-TEST(PropertySet, WritesPropertiesByTypeAndKey) {
-    PropertySet set("my scheme");
-    set.setString("b", "\n\t\"'\\");
-    set.setString("B", "");
-    set.setInt("z", -12);
-    set.setInt("a", 2147483647);
-    set.setBool("on", true);
-    set.setBool("off", false);
-    EXPECT_EQ(written(set),
-              "Tessel::PropertySet\n1\n\"my scheme\"\n1 off 0\n1 on 1\n2 a 2147483647\n2 z -12\n"
-              "3 B \"\"\n3 b \"\\n\\t\\\"\\'\\\\\"\n");
-    EXPECT_THAT(set.names(), ElementsAre("off", "on", "a", "z", "B", "b"));
-    EXPECT_EQ(set.size(), 6U);
-}
-
 TEST(PropertySet, ReadsBackWhateverItWrites) {
     for (const std::string name : {"s", "", "\"", "a\"b\"", "  inner  blanks  ", "#", "\\n"}) {
         PropertySet set(name);
@@ -108,23 +93,6 @@ TEST(PropertySet, RefusesWhatIsNoPropertySet) {
     EXPECT_TRUE(isRefused(HEAD + "0 KEY 1\n"));
     EXPECT_TRUE(isRefused(HEAD + "KEY 1"));
     EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n99999999999 KEY 1\n1 OFF 0\n"));
-}
-
-TEST(PropertySet, LeavesTheStreamAtItsEndOrFailedAsItCame) {
-    std::istringstream whole(HEAD + "2 N 1\n");
-    PropertySet set(whole);
-    EXPECT_EQ(whole.rdstate(), std::ios::eofbit);
-
-    std::istringstream failed(HEAD);
-    failed.setstate(std::ios::failbit);
-    set.read(failed);
-    EXPECT_TRUE(set.contains("N"));
-
-    std::ostringstream closed;
-    closed.setstate(std::ios::failbit);
-    set.write(closed);
-    closed.clear();
-    EXPECT_EQ(closed.str(), "");
 }
 
 TEST(PropertySet, KeepsTypesApart) {

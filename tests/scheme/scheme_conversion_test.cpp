@@ -86,20 +86,6 @@ TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
                                                    "3 WS_BETWEEN_FN_PARAMS \"\\n\"\n"));
 }
 
-TEST(SchemeConversion, OfAnEmptySchemeSuppliesEmptyTexts) {
-    TemporaryDirectory directory;
-    directory.put("old.vts", schemeText("old", "1 ALIGN_CS_FOR_CLAUSES_LEFT 1\n"));
-    PropertySetStore store = readStore(directory);
-    convertSchemes(store);
-    std::string text = "absent";
-    EXPECT_TRUE(store.find("old")->scheme.getString("WRAP_INDENT", text));
-    EXPECT_EQ(text, "");
-    EXPECT_TRUE(store.find("old")->scheme.getString("WS_BETWEEN_CS_FOR_CLAUSES", text));
-    EXPECT_EQ(text, "\n");
-    EXPECT_FALSE(store.find("old")->scheme.contains("TAB_SIZE"));
-    EXPECT_FALSE(store.find("old")->scheme.contains("WS_BEFORE_FN_OPEN_BRACE"));
-}
-
 TEST(SchemeConversion, WritesNothingWhenEverySchemeHasAVersion) {
     TemporaryDirectory directory;
     const std::string byHand = schemeText("a", "# kept\n3 VANTREL_VERSION 1.1.0\n2 SPACES_PER_TAB 4\n");

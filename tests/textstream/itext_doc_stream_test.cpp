@@ -16,31 +16,6 @@ std::pair<int, int> place(const ITextDocStream& in) {
     return {in.line(), in.column()};
 }
 
-TEST(ITextDocStream, ReadsUniformLineEndsFromStringsAndStreams) {
-    for (const char* text : {"a\r\nb", "a\rb", "a\nb"}) {
-        std::istringstream source(text);
-        ITextDocStream fromStream(source);
-        ITextDocStream fromString{std::string(text)};
-        for (ITextDocStream* in : {&fromStream, &fromString}) {
-            EXPECT_EQ(in->get(), 'a');
-            EXPECT_EQ(in->get(), '\n');
-            EXPECT_EQ(place(*in), std::pair(2, 0));
-            EXPECT_EQ(in->get(), 'b');
-            EXPECT_EQ(in->get(), EOF);
-        }
-    }
-}
-
-TEST(ITextDocStream, ATabIsOneColumnWhateverItsSettings) {
-    ITextDocStream in(std::string("\t\t\tx"), 1, 8);
-    in.setTabSize(4);
-    in.setTabMode(2);
-    in.ignore(3);
-    EXPECT_EQ(place(in), std::pair(1, 3));
-    EXPECT_EQ(in.tabSize(), 4);
-    EXPECT_EQ(in.tabMode(), 2);
-}
-
 TEST(ITextDocStream, ClampsItsFirstPositionAndTabSize) {
     const ITextDocStream low(std::string("x"), 0, 0, 0, -3);
     EXPECT_EQ(place(low), std::pair(1, 0));
@@ -51,16 +26,6 @@ TEST(ITextDocStream, ClampsItsFirstPositionAndTabSize) {
     EXPECT_EQ(inside.readTo(7, 11), "a");
     EXPECT_EQ(inside.readTo(8, 1), "b\nc");
     EXPECT_EQ(place(inside), std::pair(8, 1));
-}
-
-TEST(ITextDocStream, PuttingBackRestoresThePosition) {
-    ITextDocStream in(std::string("ab\ncd"));
-    in.ignore(4);
-    EXPECT_EQ(place(in), std::pair(2, 1));
-    in.unget().unget().unget();
-    EXPECT_TRUE(in.good());
-    EXPECT_EQ(place(in), std::pair(1, 1));
-    EXPECT_EQ(in.peek(), 'b');
 }
 
 TEST(ITextDocStream, PuttingBackFailsAtTheStartAndBehindFourCharacters) {
@@ -90,14 +55,6 @@ TEST(ITextDocStream, ADifferentCharacterCanBePutBack) {
     EXPECT_EQ(in.rest(), "yxd");
     EXPECT_EQ(before, "ab\nc");
     EXPECT_EQ(document.text(), "ab\ncd");
-}
-
-TEST(ITextDocStream, PuttingBackWorksAtTheEndOfTheInput) {
-    ITextDocStream in(std::string("ab"));
-    in.ignore(2);
-    EXPECT_EQ(in.peek(), EOF);
-    EXPECT_TRUE(in.unget());
-    EXPECT_EQ(in.get(), 'b');
 }
 
 TEST(ITextDocStream, AnEmptyInputEndsAtOnce) {
@@ -137,24 +94,6 @@ TEST(ITextDocStream, StandardReadingWorks) {
     EXPECT_EQ(in.gcount(), 5);
     EXPECT_EQ(std::string(block), "of it");
     EXPECT_TRUE(in.eof());
-}
-
-TEST(ITextDocStream, RestReadsIntoTheEnd) {
-    ITextDocStream in(std::string("ab\ncd"));
-    in.get();
-    EXPECT_EQ(in.rest(), "b\ncd");
-    EXPECT_TRUE(in.eof());
-    EXPECT_EQ(in.rest(), "");
-}
-
-TEST(RewindStream, GoesBackToTheStartOfASeekableStream) {
-    std::stringstream seekable("ab");
-    while (seekable.get() != EOF) continue;
-    EXPECT_TRUE(Zelmor::rewindStream(seekable));
-    EXPECT_EQ(seekable.get(), 'a');
-
-    ITextDocStream in(std::string("ab"));
-    EXPECT_FALSE(Zelmor::rewindStream(in));
 }
 
 std::string readToByGet(ITextDocStream& in, std::pair<int, int> target) {

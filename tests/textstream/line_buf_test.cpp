@@ -52,11 +52,4 @@ TEST(LineBuf, KeepsFourCharactersToPutBackAcrossItsBlocks) {
     for (const char c : {'y', 'x', 'a', 'b', 'c'}) EXPECT_EQ(lines.sbumpc(), c);
 }
 
-TEST(LineBuf, WithoutABufferNothingCanBeReadOrWritten) {
-    LineBuf lines(nullptr);
-    EXPECT_EQ(lines.sgetc(), EOF);
-    EXPECT_EQ(lines.sputc('a'), EOF);
-    EXPECT_EQ(lines.sungetc(), EOF);
-}
-
 }  // namespace

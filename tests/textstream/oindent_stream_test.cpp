@@ -11,12 +11,9 @@
 
 namespace {
 
-using Zelmor::IndentScope;
 using Zelmor::IndentState;
-using Zelmor::LeadingSpaceScope;
 using Zelmor::OIndentBuf;
 using Zelmor::OIndentStream;
-using Zelmor::verbatim;
 
 std::pair<int, int> place(const OIndentBuf& out) {
     return {out.line(), out.column()};
@@ -71,12 +68,6 @@ TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
     EXPECT_EQ(target.str(), "   x ");
 }
 
-TEST(OIndentStream, TheDestructorWritesSpacesHeldBack) {
-    std::ostringstream target;
-    { OIndentStream(target, "", true, 2, 4, 1, 0) << "  "; }
-    EXPECT_EQ(target.str(), "  ");
-}
-
 TEST(OIndentStream, IndentationReplacesLeadingSpaceOrStandsBeforeIt) {
     for (const bool keep : {false, true}) {
         std::ostringstream target;
@@ -98,55 +89,6 @@ TEST(OIndentStream, LeadingSpaceIsDroppedUpToALineFeed) {
     EXPECT_EQ(out.text(), "\n>x \n");
 }
 
-TEST(OIndentStream, AFirstColumnInsideALineTakesNoIndentation) {
-    std::ostringstream target;
-    OIndentStream out(target, "  ", false, 0, 4, 3, 5);
-    out << " a\nb";
-    EXPECT_EQ(target.str(), " a\n  b");
-    EXPECT_EQ(out.line(), 4);
-}
-
-TEST(OIndentStream, AScratchBufferContinuesWhereAStreamStands) {
-    std::ostringstream target;
-    OIndentStream out(target, "\t", true, 0, 4, 12, 17);
-    OIndentBuf scratch{IndentState(out)};
-    EXPECT_EQ(place(scratch), std::pair(12, 17));
-    EXPECT_EQ(scratch.indent(), "\t");
-    EXPECT_TRUE(scratch.keepLeadingSpace());
-    scratch.write("\t");
-    EXPECT_EQ(scratch.column(), 20);
-    EXPECT_EQ(scratch.takeText(), "\t");
-    EXPECT_EQ(scratch.text(), "");
-    EXPECT_EQ(target.str(), "");
-
-    OIndentStream stream{IndentState(scratch)};
-    stream << 42 << "\n" << 'x';
-    EXPECT_EQ(stream.text(), "42\n\tx");
-}
-
-TEST(OIndentStream, ClampsAtConstruction) {
-    std::ostringstream target;
-    const OIndentStream out(target, "", false, 0, 0, 0, -3);
-    EXPECT_EQ(out.tabSize(), 1);
-    EXPECT_EQ(place(out.buffer()), std::pair(1, 0));
-}
-
-TEST(OIndentStream, ScopesRestoreWhatTheyChange) {
-    OIndentStream out{IndentState{}};
-    out.setIndent("-");
-    {
-        IndentScope indent(out, "  ");
-        LeadingSpaceScope keepSpace(out, true);
-        out << " a\n";
-    }
-    out << " b\n" << verbatim(" c\n") << " d";
-    EXPECT_EQ(out.text(), "   a\n-b\n- c\n-d");
-
-    std::ostringstream plain;
-    plain << verbatim(" c");
-    EXPECT_EQ(plain.str(), " c");
-}
-
 TEST(OIndentStream, AFailingTargetFailsTheStream) {
     struct Limited : std::stringbuf {
         std::streamsize xsputn(const char* text, std::streamsize size) override {
@@ -162,14 +104,6 @@ TEST(OIndentStream, AFailingTargetFailsTheStream) {
     EXPECT_TRUE(out.bad());
     EXPECT_TRUE(out.buffer().failed());
     EXPECT_EQ(out.column(), 3);
-}
-
-TEST(OIndentStream, AnUnknownTabModeFailsEveryWrite) {
-    OIndentStream out(IndentState(layout(3, 4)));
-    out << 'a';
-    EXPECT_TRUE(out.bad());
-    EXPECT_TRUE(out.buffer().failed());
-    EXPECT_EQ(out.text(), "");
 }
 
 TEST(OIndentStream, TabSizesOutOfReasonDoNoHarm) {

@@ -37,10 +37,4 @@ TEST(StringEscape, UnescapeUndoesEscapeForEveryPairOfBytes) {
     }
 }
 
-TEST(FormatString, HasNoLengthLimit) {
-    const std::string name(100000, 'x');
-    EXPECT_EQ(Zelmor::formatString("<%s|%d>", name.c_str(), 42), "<" + name + "|42>");
-    EXPECT_EQ(Zelmor::formatString("%s", ""), "");
-}
-
 }  // namespace
