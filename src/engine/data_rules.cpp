@@ -16,7 +16,9 @@ namespace Tessel {
 namespace {
 
 // Whether a tail holds an initializer: "= 1", "(1)" or "{1}", as opposed to the width of a bit field.
-bool isInitializer(std::string_view tail) { return !tail.empty() && tail.front() != ':'; }
+bool isInitializer(std::string_view tail) {
+    return !tail.empty() && tail.front() != ':';
+}
 
 // Where the name begins whose last part, "::b" of `A<T>::b`, follows the text: at the "A".
 std::size_t qualifiedNameStart(std::string_view type) {
@@ -79,8 +81,8 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
 
 bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const {
     const bool isWanted = settings_.alignsDataNames || (settings_.alignsMemberNames && inClassBody_);
-    return isWanted && !settings_.keepsData &&
-           columns_.dataNames.contains(&declaration) && !writer_.holdsOpaque(type);
+    return isWanted && !settings_.keepsData && columns_.dataNames.contains(&declaration) &&
+           !writer_.holdsOpaque(type) && !writer_.endsInJoinedLiteral(type);
 }
 
 // The names with what belongs to them, and the initializer or width.
@@ -95,7 +97,8 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const std::string_view written = trimRight(name);
     const bool endsLine = endsWithLineEndToken(name);
     writeDataName(endsLine ? name : written, isAligned, true);
-    writeTailGap(declaration, written, endsLine ? std::string_view() : name.substr(written.size()), isAligned);
+    writeTailGap(declaration, written, endsLine ? std::string_view() : name.substr(written.size()),
+                 isAligned);
     writeRendered(exprFormatter_.formatDeclarators(writer_.readThrough(tail->end()), state()));
 }
 
@@ -109,10 +112,10 @@ void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool has
     writeRendered(text);
 }
 
-// The white space between the declarator and its initializer or width. `name` is the declarator's text without
-// it.
-void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
-                                bool isAligned) {
+// The white space between the declarator and its initializer or width. `name` is the declarator's text
+// without it.
+void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name,
+                                std::string_view gap, bool isAligned) {
     const std::string_view tail = declaration.tail()->text();
     const auto column = columns_.initializers.find(&declaration);
     const bool isArray = name.find('[') != std::string_view::npos;
@@ -123,7 +126,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
         out().writeVerbatim(asOutputStands(settings_.beforeOperator.text));
-    } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket && settings_.afterDataBracket.present) {
+    } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket &&
+               settings_.afterDataBracket.present) {
         out().writeVerbatim(asOutputStands(settings_.afterDataBracket.text));
     } else if (isInitializer(tail) && !isAligned && !isArray && settings_.afterDataName.present) {
         out().writeVerbatim(asOutputStands(settings_.afterDataName.text));

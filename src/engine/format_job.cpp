@@ -70,7 +70,9 @@ const char* messageFor(const ParsedText& source, std::size_t offset) {
             return token.kind == Cpp::Unknown && token.offset == offset;
         });
     if (isLiteral) return kMalformedLiteral;
-    return trimRight(source.text.text().substr(0, offset)).ends_with('\\') ? kStrayBackslash : nullptr;
+    const std::string_view before = source.text.text().substr(0, offset);
+    const auto code = std::find_if_not(before.rbegin(), before.rend(), isWhitespace);
+    return code != before.rend() && *code == '\\' ? kStrayBackslash : nullptr;
 }
 
 // A text that cannot be formatted gets a message. Throws when the result is not the source with other white

@@ -97,18 +97,18 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
-        writeType(type,
-                  declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType,
-                  !settings_.keepsFunctions);
+        writeType(
+            type,
+            declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType,
+            !settings_.keepsFunctions);
     }
     return column;
 }
 
 bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const {
-    const bool isWanted =
-        settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
+    const bool isWanted = settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
     return isWanted && !declaration.body() && columns_.functionNames.contains(&declaration) &&
-           !writer_.holdsOpaque(type);
+           !writer_.holdsOpaque(type) && !writer_.endsInJoinedLiteral(type);
 }
 
 void CppFormatter::visit(Cpp::ParameterNode* parameter) {
@@ -135,7 +135,8 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
 }
 
 // What stands between the return type and the name of a pointer to function: white space, "(" and marks.
-void CppFormatter::writeDeclaratorOpening(std::string_view opening, const Cpp::FunctionPtrDeclNode& declaration) {
+void CppFormatter::writeDeclaratorOpening(std::string_view opening,
+                                          const Cpp::FunctionPtrDeclNode& declaration) {
     const OptionalText& wanted = settings_.afterDeclarationReturnType;
     const std::string_view declarator = trimLeft(opening);
     const bool spacesType = wanted.present && declaration.returnType() && declarator.starts_with('(') &&

@@ -51,7 +51,9 @@ std::string_view trimLeft(std::string_view text) {
 }
 
 std::string_view trimRight(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(kWhitespace) + 1);
+    std::size_t size = text.find_last_not_of(kWhitespace) + 1;
+    if (size > 0 && text[size - 1] == '\\') size = std::max(size, text.find('\n', size) + 1);
+    return text.substr(0, size);
 }
 
 std::string_view trim(std::string_view text) { return trimLeft(trimRight(text)); }

@@ -15,6 +15,7 @@ bool isAllWhitespace(std::string_view text);
 bool isLineBreak(std::string_view text);
 
 std::string_view trimLeft(std::string_view text);
+// A line end behind a backslash splices the lines, and stays.
 std::string_view trimRight(std::string_view text);
 std::string_view trim(std::string_view text);
 

@@ -135,7 +135,6 @@ void SourceWriter::keepDirectivePlace(std::string_view gap) {
     if (out_->column() == 0) writeRendered(gap.substr(lineFeed + 1), *out_);
 }
 
-// Whether the piece ends in a literal that the name behind it is joined to, so that they mean something else apart.
 bool SourceWriter::endsInJoinedLiteral(std::string_view piece) const {
     const char next = peek();
     return !piece.empty() && (piece.back() == '"' || piece.back() == '\'') && !isWhitespace(next) &&

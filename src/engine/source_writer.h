@@ -10,8 +10,8 @@
 
 namespace Tessel {
 
-// The forward sweep over a source: reads it piece by piece and writes the pieces to the output. White space in
-// a piece is written by the output's rules; comments, directives and literals in it keep what they hold.
+// The forward sweep over a source: reads it piece by piece and writes the pieces to the output. White space
+// in a piece is written by the output's rules; comments, directives and literals in it keep what they hold.
 //
 // A gap is what stands between two tokens. The gap writers take one that has just been read and replace the
 // white space at its ends; comments and directives in it stay, with the line ends that they need, and two
@@ -51,6 +51,9 @@ public:
 
     // Whether a comment, a directive or any other token whose white space has to stay stands in the piece.
     bool holdsOpaque(std::string_view piece) const;
+    // Whether the piece, which has just been read, ends in a literal that the name behind it is joined to, so
+    // that they mean something else apart.
+    bool endsInJoinedLiteral(std::string_view piece) const;
     bool holdsLineComment(std::string_view piece) const;
     // The column at which the next character will appear, for what is to be indented from it.
     int nextColumn() const;
@@ -76,7 +79,6 @@ private:
     }
     Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
     bool wouldJoin(std::string_view gap) const;
-    bool endsInJoinedLiteral(std::string_view piece) const;
     std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
     void writeProtectedLine(std::string_view line);

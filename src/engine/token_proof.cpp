@@ -98,12 +98,21 @@ private:
         if (joined.place == 0) return true;
         const char before = joined.text[joined.place - 1];
         const char after = joined.current();
-        if (joined.place == joined.codeStart)
-            return before == '/' || !Cpp::wouldJoin({&before, 1}, {&after, 1});
+        if (joined.place == joined.codeStart) return staysBehindOpaque(joined);
         if (isWordPart(before) && isOperatorPart(after)) return areSameTokens(joined);
         if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after)))
             return areSameTokens(joined);
         return !Cpp::wouldJoin({&before, 1}, {&after, 1});
+    }
+
+    // A comment holds tokens apart, and a splice does not; with literals it depends.
+    static bool staysBehindOpaque(const Cursor& joined) {
+        constexpr std::string_view splice = "\\\n";
+        std::string_view before = joined.text.substr(0, joined.place);
+        if (before.ends_with('/')) return true;
+        if (before.ends_with(splice)) before.remove_suffix(splice.size());
+        return before.empty() ||
+               !Cpp::wouldJoin(before.substr(before.size() - 1), joined.text.substr(joined.place, 1));
     }
 
     // Lexes the word or the operators on both sides, with white space in between and without.

@@ -68,6 +68,8 @@ TEST(TokenProof, SeesLinesThatDoNotEndOrBegin) {
     EXPECT_FALSE(accepts("a;\n#if X\nb;", "a;\n#if X b;"));
     EXPECT_FALSE(accepts("f('\n)", "f(')"));
     EXPECT_FALSE(accepts("{\\}", "{\\\n}"));
+    EXPECT_FALSE(accepts("int\\\n a;", "int\\\na;"));
+    EXPECT_TRUE(accepts("f\\\n (a);", "f\\\n(a);"));
     EXPECT_FALSE(accepts("{\\ }", "{\\ \n}"));
     EXPECT_TRUE(accepts("f('\n)", "f( ' \n\n)"));
     EXPECT_TRUE(accepts("f(''\n)", "f('')"));
