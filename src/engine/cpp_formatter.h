@@ -141,7 +141,8 @@ private:
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);
-    void padInitializer(const Cpp::DataDeclNode& declaration, int offset, bool isAligned);
+    void padInitializer(const Cpp::DataDeclNode& declaration, int offset, std::string_view name,
+                        bool isAligned);
 
     // Templates and enums.
     void formatTemplateParameters(Cpp::ParameterListNode& list);

@@ -121,7 +121,7 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const bool isArray = name.find('[') != std::string_view::npos;
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
     if (isInitializer(tail) && column != columns_.initializers.end()) {
-        padInitializer(declaration, column->second, isAligned);
+        padInitializer(declaration, column->second, name, isAligned);
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
         out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
@@ -138,12 +138,13 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
 
 // An initializer stands as far behind the names as the widest of them asks for, where these are aligned; else
 // behind the declaration's first character.
-void CppFormatter::padInitializer(const Cpp::DataDeclNode& declaration, int offset, bool isAligned) {
+void CppFormatter::padInitializer(const Cpp::DataDeclNode& declaration, int offset, std::string_view name,
+                                  bool isAligned) {
     if (isAligned) offset += columns_.dataNames.at(&declaration);
     if (settings_.beforeOperator.present) {
         offset = columnAfter(settings_.beforeOperator.text, offset, out().tabSize());
     }
-    pad(offset, {});
+    pad(offset, name);
 }
 
 }  // namespace Tessel
