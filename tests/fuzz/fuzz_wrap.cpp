@@ -14,9 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     input.scheme.setInt(Tessel::Keys::RIGHT_MARGIN, 1 + data[1] % widestMargin);
     auto unwrapped = input.scheme;
     unwrapped.setBool(Tessel::Keys::LINE_WRAP, false);
-    const bool isAccepted =
-        Fuzz::formatChecked(unwrapped, input.source, Fuzz::SecondRun::Accepted).has_value();
-    if (isAccepted && !Fuzz::formatChecked(input.scheme, input.source, Fuzz::SecondRun::Accepted)) {
+    const bool isAccepted = Fuzz::formatChecked(unwrapped, input.source, Fuzz::Again::Accepted).has_value();
+    if (isAccepted && !Fuzz::formatChecked(input.scheme, input.source, Fuzz::Again::Accepted)) {
         std::fprintf(stderr, "Refused with wrapping, and not without.\n");
         std::abort();
     }

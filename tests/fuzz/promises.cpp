@@ -46,7 +46,7 @@ std::optional<std::string> formatText(const Tessel::PropertySet& scheme, std::st
 }  // namespace
 
 std::optional<std::string> formatChecked(const Tessel::PropertySet& scheme, std::string_view source,
-                                         SecondRun secondRun) {
+                                         Again again) {
     auto once = formatText(scheme, source);
     if (!once) return std::nullopt;
     const Zelmor::TextDocument document{std::string(source)};
@@ -54,9 +54,10 @@ std::optional<std::string> formatChecked(const Tessel::PropertySet& scheme, std:
     if (!difference.empty()) fail("The tokens changed.", difference);
     const auto twice = formatText(scheme, *once);
     if (!twice) fail("The result was refused.", *once);
-    if (secondRun == SecondRun::Unchanged && *twice != *once) {
-        fail("A second run changed the result.", TestSupport::visibleDiff(*once, *twice));
-    }
+    if (again == Again::Accepted || *twice == *once) return once;
+    const auto thrice = formatText(scheme, *twice);
+    if (!thrice) fail("The second result was refused.", *twice);
+    if (*thrice != *twice) fail("A third run changed the result.", TestSupport::visibleDiff(*twice, *thrice));
     return once;
 }
 

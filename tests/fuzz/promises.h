@@ -8,13 +8,14 @@
 
 namespace Fuzz {
 
-// What formatting the result once more has to come to.
-enum class SecondRun { Accepted, Unchanged };
+// What formatting the result again has to come to. That of C and C++ does not change; of sources that are
+// neither, as most made-up ones, it has to settle with the second run.
+enum class Again { Accepted, Settled };
 
 // The formatted text, or nothing when the source does not parse. Whatever else goes wrong ends the process,
-// and so does a result that breaks a promise: its tokens and its tree are not those of the source, or it does
-// not stand a second run. What is wrong is on standard error.
+// and so does a result that breaks a promise: its tokens are not those of the source, or it does
+// not stand further runs. What is wrong is on standard error.
 std::optional<std::string> formatChecked(const Tessel::PropertySet& scheme, std::string_view source,
-                                         SecondRun secondRun);
+                                         Again again);
 
 }  // namespace Fuzz
