@@ -30,6 +30,9 @@ TypeText::TypeText(std::string_view source) : text(trimRight(source)), head(text
         markCount += isMark(head.back());
         head.remove_suffix(1);
     }
+    if (!head.ends_with("->") && !head.ends_with('.')) return;
+    head = text;  // the mark belongs to an operator
+    markCount = 0;
 }
 
 std::string_view lastLineOf(std::string_view text) {
