@@ -67,10 +67,12 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
         } else {
             // The first part of a qualified name counts to the type in the tree.
             const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
-            writeType(type.substr(0, end),
-                      settings_.alignsDataInitializers ? withoutLineFeeds(settings_.afterDataType)
-                                                       : settings_.afterDataType,
-                      true);
+            if (end > 0) {
+                writeType(type.substr(0, end),
+                          settings_.alignsDataInitializers ? withoutLineFeeds(settings_.afterDataType)
+                                                           : settings_.afterDataType,
+                          true);
+            }
             writer_.write(type.substr(end));
         }
     } else if (declaration->type()) {
