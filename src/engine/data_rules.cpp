@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "cpp/lexer.h"
+#include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -122,12 +123,16 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const auto column = columns_.initializers.find(&declaration);
     const bool isArray = name.find('[') != std::string_view::npos;
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
+    // The ">" of a template's arguments may stand in front of a "=".
+    const auto replace = [&](std::string_view wanted) {
+        out().writeVerbatim(wanted.empty() && !gap.empty() && Cpp::wouldJoin(name, tail) ? " " : wanted);
+    };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, column->second, name, isAligned);
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
         out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
-        out().writeVerbatim(asOutputStands(settings_.beforeOperator.text));
+        replace(asOutputStands(settings_.beforeOperator.text));
     } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket &&
                settings_.afterDataBracket.present) {
         out().writeVerbatim(asOutputStands(settings_.afterDataBracket.text));
