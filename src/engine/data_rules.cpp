@@ -135,9 +135,9 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         replace(asOutputStands(settings_.beforeOperator.text));
     } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket &&
                settings_.afterDataBracket.present) {
-        out().writeVerbatim(asOutputStands(settings_.afterDataBracket.text));
+        replace(asOutputStands(settings_.afterDataBracket.text));
     } else if (isInitializer(tail) && !isAligned && !isArray && settings_.afterDataName.present) {
-        out().writeVerbatim(asOutputStands(settings_.afterDataName.text));
+        replace(asOutputStands(settings_.afterDataName.text));
     } else {
         writer_.write(gap);
     }
