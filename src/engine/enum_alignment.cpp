@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/cpp_expr_formatter.h"
@@ -102,8 +103,10 @@ std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const
     Zelmor::IndentScope noIndent(out, {});
     std::size_t written = 0;
     for (const Initializer& initializer : initializers) {
-        writeRendered(trimRight(text.substr(written, initializer.assign - written)), out);
-        padColumns(out, target - out.column());
+        const std::string_view before = trimRight(text.substr(written, initializer.assign - written));
+        writeRendered(before, out);
+        const bool needsBlank = target <= out.column() && Cpp::wouldJoin(before, "=");
+        padColumns(out, needsBlank ? 1 : target - out.column());
         written = initializer.assign;
     }
     writeRendered(text.substr(written), out);

@@ -74,6 +74,7 @@ bool CppLineWrapper::copyUnlessLong(const Cpp::SyntaxNode& node) {
 }
 
 void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapContext context) {
+    if (text.empty()) return;
     if (holdsProtectedText(text, markers_)) {
         write(text);
         return;
