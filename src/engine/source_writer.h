@@ -47,7 +47,6 @@ public:
     // Its leading white space does.
     void writePrepended(std::string_view gap, std::string_view wanted);
     void writeWithoutLeading(std::string_view gap) { writePrepended(gap, {}); }
-    void writeWithoutTrailing(std::string_view gap) { writeMerged(gap, {}); }
 
     // Whether a comment, a directive or any other token whose white space has to stay stands in the piece.
     bool holdsOpaque(std::string_view piece) const;

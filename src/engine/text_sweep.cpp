@@ -51,8 +51,6 @@ void TextSweep::writeGapWith(std::string_view wanted) {
     out_.writeVerbatim(wanted);
 }
 
-void TextSweep::dropGap() { out_.write(trimRight(takeGap())); }
-
 std::string_view TextSweep::blanksBehind() const {
     const std::size_t start = std::size_t{current().token.offset} + current().token.length;
     const std::size_t end = place_ + 1 < tokens_.size() ? tokens_[place_ + 1].token.offset : text_.size();

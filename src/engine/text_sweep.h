@@ -31,8 +31,6 @@ public:
     // written stays; `wanted` then only counts as far as it asks for more line feeds. Two tokens that would be
     // read as one stay apart by a blank.
     void writeGapWith(std::string_view wanted);
-    // Takes the white space that stands here away, for it is written elsewhere.
-    void dropGap();
 
     // The white space behind the current token.
     std::string_view blanksBehind() const;
