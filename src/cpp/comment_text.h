@@ -5,8 +5,7 @@
 namespace Cpp {
 
 // A comment's text without its delimiters, as a view of it: white space before the comment goes, then "/*"
-// and
-// "*/" (only together) or "//".
+// and "*/" (only together) or "//".
 constexpr std::string_view commentBody(std::string_view text);
 // The same without white space at either end.
 constexpr std::string_view trimmedCommentBody(std::string_view text);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <initializer_list>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -26,10 +28,15 @@ class TreeDump : public Cpp::Emitter {
 public:
     enum class Positions { Hidden, Shown };
 
-    explicit TreeDump(Positions positions = Positions::Hidden) : positions_(positions) {}
+    // Texts are written as they stand, or without their white space: then trees of the same tokens compare.
+    enum class Texts { Whole, Squeezed };
 
-    static std::string of(Cpp::SyntaxNode& node, Positions positions = Positions::Hidden) {
-        TreeDump dump(positions);
+    explicit TreeDump(Positions positions = Positions::Hidden, Texts texts = Texts::Whole)
+        : positions_(positions), texts_(texts) {}
+
+    static std::string of(Cpp::SyntaxNode& node, Positions positions = Positions::Hidden,
+                          Texts texts = Texts::Whole) {
+        TreeDump dump(positions, texts);
         node.accept(dump);
         return dump.out_.str();
     }
@@ -173,10 +180,20 @@ private:
 
     void line(const Cpp::SyntaxNode& node, std::initializer_list<std::string_view> words) {
         out_ << std::string(depth_ * 2, ' ');
-        for (const std::string_view word : words) out_ << word;
+        for (const std::string_view word : words) write(word);
         if (positions_ == Positions::Shown) out_ << " @" << node.start() << '-' << node.end();
         if (!Trn::isSet(node.start()) || node.end() < node.start()) out_ << " MISPLACED";
         out_ << '\n';
+    }
+
+    void write(std::string_view word) {
+        if (texts_ == Texts::Whole) {
+            out_ << word;
+            return;
+        }
+        std::ranges::copy_if(word, std::ostreambuf_iterator(out_), [](char c) {
+            return Cpp::Detail::kWhitespace.find(c) == std::string_view::npos;
+        });
     }
 
     void ordered(const Cpp::SyntaxNode& parent, std::initializer_list<const Cpp::SyntaxNode*> nodes) {
@@ -219,6 +236,7 @@ private:
     }
 
     Positions positions_;
+    Texts texts_;
     std::size_t depth_ = 0;
     std::ostringstream out_;
 };

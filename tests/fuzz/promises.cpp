@@ -7,6 +7,7 @@
 #include "engine/format_job.h"
 #include "layout/passes.h"
 #include "support/token_compare.h"
+#include "support/tree_compare.h"
 #include "support/visible_diff.h"
 #include "textstream/text_document.h"
 #include "trn/exception.h"
@@ -52,6 +53,8 @@ std::optional<std::string> formatChecked(const Tessel::PropertySet& scheme, std:
     const Zelmor::TextDocument document{std::string(source)};
     const std::string difference = TestSupport::tokenDifference(document.text(), *once);
     if (!difference.empty()) fail("The tokens changed.", difference);
+    const std::string otherTree = TestSupport::treeDifference(source, *once);
+    if (!otherTree.empty()) fail("The tree changed.", otherTree);
     const auto twice = formatText(scheme, *once);
     if (!twice) fail("The result was refused.", *once);
     if (again == Again::Accepted || *twice == *once) return once;

@@ -8,6 +8,7 @@
 #include "engine/format_job.h"
 #include "layout/passes.h"
 #include "token_compare.h"
+#include "tree_compare.h"
 #include "trn/exception.h"
 #include "visible_diff.h"
 
@@ -47,6 +48,8 @@ std::string brokenPromise(const Tessel::PropertySet& scheme, const std::string& 
     if (!result.accepted()) return "The text was refused:\n" + result.refusal;
     const std::string difference = tokenDifference(text, result.text);
     if (!difference.empty()) return "The tokens changed: " + difference + '\n';
+    const std::string otherTree = treeDifference(text, result.text);
+    if (!otherTree.empty()) return "The tree changed:\n" + otherTree;
     if (!checksSecondRun) return {};
     const Formatted again = formatText(scheme, result.text);
     if (!again.accepted()) return "The result was refused:\n" + again.refusal;

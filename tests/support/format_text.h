@@ -16,9 +16,9 @@ struct Formatted {
 
 Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text);
 
-// Checks what holds for every text and scheme: that it is accepted, that its tokens stay as they are and,
-// when `checksSecondRun` is set, that formatting the result changes nothing. Answers with what does not hold,
-// for a person to read.
+// Checks what holds for every text and scheme: that it is accepted, that its tokens and its tree stay as they
+// are and, when `checksSecondRun` is set, that formatting the result changes nothing. Answers with what does
+// not hold, for a person to read.
 std::string brokenPromise(const Tessel::PropertySet& scheme, const std::string& text, const Formatted& result,
                           bool checksSecondRun);
 
