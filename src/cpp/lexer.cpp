@@ -319,7 +319,7 @@ Trn::Token Lexer::splitScopedOperator(Token name, std::size_t scope) {
     // The "::" stands on the line of its last component, or on an earlier one when white space follows it.
     const auto breaks = std::count(text_.begin() + static_cast<std::ptrdiff_t>(scope),
                                    text_.begin() + static_cast<std::ptrdiff_t>(component), '\n');
-    const std::size_t scopeLine = breaks == 0 || scope == 0 ? lineStart_ : text_.rfind('\n', scope - 1) + 1;
+    const std::size_t scopeLine = breaks == 0 ? lineStart_ : text_.substr(0, scope).rfind('\n') + 1;
     const Position beforeScope{line_ - static_cast<std::uint32_t>(breaks),
                                static_cast<std::uint32_t>(scope - scopeLine)};
     pending_.start = {beforeScope.line, beforeScope.column + 1};

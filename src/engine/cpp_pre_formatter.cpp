@@ -14,8 +14,9 @@ void CppPreFormatter::visit(Cpp::RootNode* node) {
     depth_ = 0;
     forgetRegion();
     closedRegions_.clear();
-    if (markers_.empty()) return;
+    regions_.clear();
     visitItems(node);
+    std::ranges::stable_sort(regions_, {}, &Region::start);
     if (closedRegions_.empty()) return;
     Cpp::NodeRangeRemover remover(std::exchange(closedRegions_, {}));
     node->accept(remover);
@@ -33,6 +34,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         if (!closesWithConstruct_ || regionDepth_ != depth_) continue;
         auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*item)->end());
         region->setProtectedRegion(true);
+        regions_.push_back({region->start(), region->end()});
         if (opening_ == openingBeforeItem) {
             closedRegions_.emplace_back(opening_, region.get());
         } else {
@@ -134,6 +136,7 @@ void CppPreFormatter::visit(Cpp::LinkageBlockNode* node) {
 }
 
 void CppPreFormatter::visit(Cpp::CommentNode* node) {
+    if (node->protectedRegion()) regions_.push_back({node->start(), node->end()});
     if (closesWithConstruct_) return;
     const std::string_view body = Cpp::trimmedCommentBody(node->text());
     if (pendingEndMarker_.empty()) {
@@ -141,6 +144,11 @@ void CppPreFormatter::visit(Cpp::CommentNode* node) {
     } else if (body == pendingEndMarker_) {
         close(node);
     }
+}
+
+// One without a text stands for a part of the source that is kept.
+void CppPreFormatter::visit(Cpp::PreprocDirectiveNode* node) {
+    if (node->text().empty()) regions_.push_back({node->start(), node->end()});
 }
 
 void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
@@ -162,6 +170,7 @@ void CppPreFormatter::close(Cpp::CommentNode* comment) {
     comment->setStart(regionStart_);
     comment->setText({});
     comment->setProtectedRegion(true);
+    regions_.push_back({comment->start(), comment->end()});
     forgetRegion();
 }
 

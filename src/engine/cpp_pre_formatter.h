@@ -2,6 +2,7 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "cpp/emitter.h"
 #include "cpp/node_range_remover.h"
@@ -22,9 +23,19 @@ namespace Tessel {
 //
 // A region that begins inside a construct and ends outside it, or the other way round, takes in all of that
 // construct.
+//
+// The pass also finds the regions that the parser has closed, `#if 0` among them.
 class CppPreFormatter : public Cpp::Emitter {
 public:
     explicit CppPreFormatter(MarkerPairs markers) : markers_(std::move(markers)) {}
+
+    // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,
+    // and one may lie inside another.
+    struct Region {
+        Trn::Position start;
+        Trn::Position end;
+    };
+    const std::vector<Region>& regions() const { return regions_; }
 
     using Emitter::visit;
     void visit(Cpp::RootNode* node) override;
@@ -49,6 +60,7 @@ public:
     void visit(Cpp::EnumDeclNode* node) override;
     void visit(Cpp::LinkageBlockNode* node) override;
     void visit(Cpp::CommentNode* node) override;
+    void visit(Cpp::PreprocDirectiveNode* node) override;
 
 private:
     void visitItems(Cpp::InteriorNode* node);
@@ -69,6 +81,7 @@ private:
     bool closesWithConstruct_ = false;   // the region's end has been met, inside a construct that it takes in
     std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
     Cpp::NodeRangeRemover::Ranges closedRegions_;
+    std::vector<Region> regions_;
 };
 
 }  // namespace Tessel

@@ -15,6 +15,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
 #include "engine/gap.h"
+#include "engine/region_proof.h"
 #include "engine/scheme_values.h"
 #include "engine/token_proof.h"
 #include "scheme/property_keys.h"
@@ -75,6 +76,11 @@ const char* messageFor(const ParsedText& source, std::size_t offset) {
     return code != before.rend() && *code == '\\' ? kStrayBackslash : nullptr;
 }
 
+[[noreturn]] void failProof(const std::string& how, const Zelmor::TextPosition& place) {
+    throw Trn::Exception("The formatted text would differ from the source " + how + ", first in line " +
+                         std::to_string(place.line) + ". Nothing has been written.");
+}
+
 // A text that cannot be formatted gets a message. Throws when the result is not the source with other white
 // space for any other reason.
 std::optional<Diagnostic> prove(const ParsedText& source, std::string_view result) {
@@ -85,9 +91,25 @@ std::optional<Diagnostic> prove(const ParsedText& source, std::string_view resul
         const auto behindFirst = static_cast<std::uint32_t>(place.column + 1);
         return Diagnostic{Error, {static_cast<std::uint32_t>(place.line), behindFirst}, 0, message};
     }
-    throw Trn::Exception(
-        "The formatted text would differ from the source in more than white space, first in line " +
-        std::to_string(place.line) + ". Nothing has been written.");
+    failProof("in more than white space", place);
+}
+
+// Of the character that the position names, counted from 1.
+std::size_t offsetOf(const Zelmor::TextDocument& text, Trn::Position position) {
+    return text.offsetOf(static_cast<int>(position.line), static_cast<int>(position.column));
+}
+
+std::vector<KeptRegion> keptRegions(const ParsedText& source, const CppPreFormatter& preFormatter) {
+    std::vector<KeptRegion> result;
+    for (const CppPreFormatter::Region& region : preFormatter.regions()) {
+        result.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
+    }
+    return result;
+}
+
+void proveRegions(const ParsedText& source, const std::vector<KeptRegion>& regions, std::string_view result) {
+    const auto changed = findChangedLine(source.text.text(), regions, result);
+    if (changed) failProof("inside of what is to be kept as it is", source.text.positionOf(*changed));
 }
 
 // The formatted text; its tree is gone when this returns.
@@ -111,6 +133,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     if (auto messages = parse(parser, source); !messages.empty())
         return moveTo(diagnostics, std::move(messages));
     source.root.accept(preFormatter);
+    const std::vector<KeptRegion> regions = keptRegions(source, preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
 
     std::string result = formatParsed(source, options, passes_);
@@ -125,6 +148,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
         result = std::move(wrapped).str();
     }
     if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
+    proveRegions(source, regions, result);
     out.write(result.data(), static_cast<std::streamsize>(result.size()));
     out.flush();
     return 0;

@@ -206,7 +206,9 @@ private:
     }
 
     void misplaced(const Cpp::SyntaxNode& node) {
-        out_ << std::string(depth_ * 2, ' ') << "MISPLACED @" << node.start() << '-' << node.end() << '\n';
+        out_ << std::string(depth_ * 2, ' ') << "MISPLACED";
+        if (texts_ == Texts::Whole) out_ << " @" << node.start() << '-' << node.end();
+        out_ << '\n';
     }
 
     void children(Cpp::InteriorNode& list) {

@@ -1,0 +1,81 @@
+#include "engine/region_proof.h"
+
+#include <algorithm>
+
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+// The two texts side by side: what both have gone through differs in white space only.
+class Sides {
+public:
+    Sides(std::string_view source, std::string_view result) : source_(source), result_(result) {}
+
+    // Up to the token at `offset` of the source. A region that lies in one that has been compared is behind.
+    void goTo(std::size_t offset) {
+        while (sourcePlace_ < offset) {
+            if (!isWhitespace(source_[sourcePlace_++])) passCharacterOfResult();
+        }
+        skipWhitespaceOfResult();
+    }
+
+    // Goes through the source up to `end`. Stops in front of a line that differs.
+    bool compareLines(std::size_t end) {
+        while (sourcePlace_ < end) {
+            const std::size_t lineFeed = source_.find('\n', sourcePlace_);
+            const std::string_view line =
+                source_.substr(sourcePlace_, std::min(lineFeed, end) - sourcePlace_);
+            if (result_.substr(resultPlace_, line.size()) != line) return false;
+            resultPlace_ += line.size();
+            sourcePlace_ += line.size();
+            if (lineFeed < end && !startLine()) return false;
+        }
+        return true;
+    }
+
+    std::size_t sourcePlace() const { return sourcePlace_; }
+
+private:
+    void skipWhitespaceOfResult() {
+        while (resultPlace_ < result_.size() && isWhitespace(result_[resultPlace_])) ++resultPlace_;
+    }
+
+    void passCharacterOfResult() {
+        skipWhitespaceOfResult();
+        ++resultPlace_;
+    }
+
+    // Behind the line end in both texts, and the blanks that follow it.
+    bool startLine() {
+        if (resultPlace_ >= result_.size() || result_[resultPlace_] != '\n') return false;
+        sourcePlace_ = behindBlanks(source_, sourcePlace_ + 1);
+        resultPlace_ = behindBlanks(result_, resultPlace_ + 1);
+        return true;
+    }
+
+    static std::size_t behindBlanks(std::string_view text, std::size_t place) {
+        while (place < text.size() && text[place] != '\n' && isWhitespace(text[place])) ++place;
+        return place;
+    }
+
+    std::string_view source_;
+    std::string_view result_;
+    std::size_t sourcePlace_ = 0;
+    std::size_t resultPlace_ = 0;
+};
+
+}  // namespace
+
+std::optional<std::size_t> findChangedLine(std::string_view source, const std::vector<KeptRegion>& regions,
+                                           std::string_view result) {
+    Sides sides(source, result);
+    for (const KeptRegion& region : regions) {
+        sides.goTo(region.start);
+        if (!sides.compareLines(region.end)) return sides.sourcePlace();
+    }
+    return std::nullopt;
+}
+
+}  // namespace Tessel
