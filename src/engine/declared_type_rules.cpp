@@ -2,7 +2,7 @@
 //
 // char*p;         char *p;            by the anchor of the mark
 // unsigned n;     unsigned    n;      in columns
-#include <algorithm>
+#include <string>
 
 #include "cpp/token_joining.h"
 #include "engine/columns.h"
@@ -36,6 +36,18 @@ bool endsWithMarks(std::string_view type) {
     return TypeText(type).hasMarks();
 }
 
+// Two "&" that stand apart are not the operator "&&".
+std::string marksWithoutBlanks(std::string_view marks) {
+    std::string result;
+    for (std::size_t place = 0; place < marks.size(); ++place) {
+        if (isWhitespace(marks[place])) continue;
+        const bool isApart = place > 0 && isWhitespace(marks[place - 1]);
+        if (isApart && marks[place] == '&' && result.ends_with('&')) result += ' ';
+        result += marks[place];
+    }
+    return result;
+}
+
 }  // namespace
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
@@ -60,13 +72,12 @@ void CppFormatter::writeAlignedType(std::string_view type, int offset) {
     }
     const ExprSettings& settings = exprFormatter_.settings();
     const MarkSettings& marks = text.text.back() == '*' ? settings.asterisk : settings.ampersand;
-    std::string markText(text.text.substr(text.head.size()));
+    const std::string markText = marksWithoutBlanks(text.text.substr(text.head.size()));
     if (marks.anchor != kAnchoredToType && marks.anchor != kAnchoredToName) {
         writeOnOneLine(text.text);
         pad(offset, text.text);
         return;
     }
-    markText.erase(std::remove_if(markText.begin(), markText.end(), isWhitespace), markText.end());
     writeOnOneLine(text.head);
     if (marks.anchor == kAnchoredToType) {
         out().write(markText);

@@ -242,8 +242,13 @@ void CppFormatter::visit(Cpp::ExprNode* expression) {
     writeRendered(exprFormatter_.formatExpression(text, state()));
 }
 
-// Assembler has a grammar of its own, in which line ends count.
-void CppFormatter::visit(Cpp::AsmNode* statement) { copyThrough(*statement); }
+// Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as
+// its line.
+void CppFormatter::visit(Cpp::AsmNode* statement) {
+    copyThrough(*statement);
+    const char last = writer_.peekBehind();
+    if (last != ';' && last != '}') writer_.keepLineEndBehind();
+}
 
 void CppFormatter::visit(Cpp::BlockNode* block) {
     const int column = columnAfter(out().indent(), 0, out().tabSize());

@@ -117,6 +117,15 @@ bool SourceWriter::wouldJoin(std::string_view gap) const {
     return Cpp::wouldJoin(text_.substr(start - left, left), text_.substr(end, longestNeighbour));
 }
 
+// What is written in place of white space at the start or the end of a gap: a line end, if what stands in front of
+// it would go on behind any other white space.
+std::string_view SourceWriter::asLastNeeds(std::string_view gap, std::string_view wanted) const {
+    const bool losesLineEnd = !gap.empty() && offsetOf(gap) == lineEndPlace_ &&
+                              gap.find('\n') != std::string_view::npos &&
+                              wanted.find('\n') == std::string_view::npos;
+    return losesLineEnd ? "\n" : wanted;
+}
+
 // What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
 // that a directive needs.
 std::string_view SourceWriter::asNextNeeds(std::string_view gap, std::string_view wanted) const {
@@ -143,6 +152,7 @@ bool SourceWriter::endsInJoinedLiteral(std::string_view piece) const {
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
     if (endsInJoinedLiteral(gap)) return write(gap);
+    wanted = asLastNeeds(gap, wanted);
     if (isAllWhitespace(gap)) {
         out_->writeVerbatim(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);
@@ -154,6 +164,7 @@ void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
 }
 
 void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
+    wanted = asLastNeeds(gap, wanted);
     if (isAllWhitespace(gap)) {
         out_->write(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);

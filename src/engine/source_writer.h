@@ -39,6 +39,8 @@ public:
     void write(std::string_view piece);
     void copyGap(Trn::Position start) { write(readGap(start)); }
     void copyThrough(Trn::Position position) { write(readThrough(position)); }
+    // What has been read ends with its line: the gap behind it keeps a line end.
+    void keepLineEndBehind() { lineEndPlace_ = in_.offset(); }
     // A piece of which nothing changes but the white space at the start of its lines.
     void writeProtected(std::string_view piece);
 
@@ -78,6 +80,7 @@ private:
     }
     Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
     bool wouldJoin(std::string_view gap) const;
+    std::string_view asLastNeeds(std::string_view gap, std::string_view wanted) const;
     std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
     void writeProtectedLine(std::string_view line);
@@ -89,6 +92,7 @@ private:
     Zelmor::OIndentBuf* out_;
     const Cpp::OpaqueTokens& opaque_;
     mutable std::size_t opaquePlace_ = 0;  // where the search for the next opaque token begins
+    std::size_t lineEndPlace_ = std::string_view::npos;  // where the gap begins that has to keep a line end
     CppExprFormatterBase& trivia_;
 };
 

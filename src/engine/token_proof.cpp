@@ -29,6 +29,13 @@ constexpr bool isOperatorPart(char c) {
     return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
 }
 
+// Whether the same token may hold both, one behind the other: an exponent takes a sign in.
+constexpr bool belongTogether(char before, char after) {
+    const bool isExponent = std::string_view("eEpP").find(before) != std::string_view::npos;
+    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
+           (isExponent && (after == '+' || after == '-'));
+}
+
 // A place in one of the two texts.
 struct Cursor {
     std::string_view text;
@@ -119,17 +126,14 @@ private:
     bool areSameTokens(const Cursor& joined) const {
         constexpr std::size_t longestWord = 256;
         const std::string_view text = joined.text;
-        const auto belongsTogether = [](char a, char b) {
-            return (isWordPart(a) && isWordPart(b)) || (isOperatorPart(a) && isOperatorPart(b));
-        };
         std::size_t first = joined.place - 1;
         while (first > joined.codeStart && joined.place - first < longestWord &&
-               belongsTogether(text[first], text[first - 1])) {
+               belongTogether(text[first - 1], text[first])) {
             --first;
         }
         std::size_t last = joined.place + 1;
         while (last < text.size() && last - joined.place < longestWord &&
-               belongsTogether(text[last - 1], text[last])) {
+               belongTogether(text[last - 1], text[last])) {
             ++last;
         }
         const std::string_view left = text.substr(first, joined.place - first);

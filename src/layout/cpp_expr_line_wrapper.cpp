@@ -86,7 +86,7 @@ bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context)
 // other operators.
 TokenRange CppExprLineWrapper::withoutPrefixes() const {
     const std::vector<ExprToken>& tokens = text_.tokens();
-    std::size_t first = text_.kindAt(0) == Cpp::KeywordReturn ? 1 : 0;
+    std::size_t first = tokens.size() > 1 && text_.kindAt(0) == Cpp::KeywordReturn ? 1 : 0;
     std::size_t closing = 0;  // of the brackets around the token
     for (std::size_t place = first; place + 1 < tokens.size(); ++place) {
         const ExprToken& token = tokens[place];
@@ -99,7 +99,7 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
             break;
         }
     }
-    return {std::min(first, tokens.size()), tokens.size()};
+    return {first, tokens.size()};
 }
 
 // The text with its line breaks. Whatever does not stand at one of these is copied.

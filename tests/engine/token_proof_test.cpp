@@ -22,6 +22,7 @@ TEST(TokenProof, AcceptsOtherWhiteSpace) {
     EXPECT_TRUE(accepts("a=b+++c;", "a = b++ + c;"));
     EXPECT_TRUE(accepts("x = ('a'-'b')*1.5e-3;", "x = ('a' - 'b') * 1.5e-3;"));
     EXPECT_TRUE(accepts("p=&*q;a=-1;v<::T>w;", "p = & *q; a = - 1; v< ::T > w;"));
+    EXPECT_TRUE(accepts("9e-=b;", "9e- =b;"));
     EXPECT_TRUE(accepts("", "\n"));
 }
 
@@ -48,6 +49,8 @@ TEST(TokenProof, SeesTokensThatJoinOrFallApart) {
     EXPECT_FALSE(accepts("a / *b;", "a /*b;"));
     EXPECT_FALSE(accepts("A<B<C> >d;", "A<B<C>>d;"));
     EXPECT_FALSE(accepts("x = 1e +1;", "x = 1e+1;"));
+    EXPECT_FALSE(accepts("x = 1e+1;", "x = 1e +1;"));
+    EXPECT_FALSE(accepts("x = 1e+1;", "x = 1e+ 1;"));
     EXPECT_FALSE(accepts("L \"a\";", "L\"a\";"));
 }
 
