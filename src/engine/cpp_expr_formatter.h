@@ -7,6 +7,7 @@
 
 #include "engine/cpp_expr_formatter_base.h"
 #include "engine/expr_settings.h"
+#include "engine/kept_region.h"
 
 namespace Tessel {
 
@@ -33,8 +34,9 @@ public:
     // What follows the type of a data declaration.
     std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state);
 
-    // Lines up the "=" of enumerators that stand one to a line.
-    std::string alignEnumInitializers(std::string_view text, const Zelmor::IndentState& state);
+    // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
+    std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,
+                                      const Zelmor::IndentState& state);
 
     const ExprSettings& settings() const { return settings_; }
 

@@ -10,6 +10,7 @@
 #include "engine/cpp_expr_formatter.h"
 #include "engine/declaration_columns.h"
 #include "engine/formatter_settings.h"
+#include "engine/kept_region.h"
 #include "engine/layout_passes.h"
 #include "engine/source_writer.h"
 
@@ -174,6 +175,7 @@ private:
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
+    KeptRegions keptParts_;  // protected regions in what the output that is written to holds
     DeclarationColumns columns_;
 };
 

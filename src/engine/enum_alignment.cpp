@@ -88,10 +88,24 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
     return found;
 }
 
+// Tokens in parts that are kept are no enumerators. The parts are in order.
+void takeAsDirectives(const KeptRegions& kept, std::vector<ExprToken>& tokens) {
+    auto token = tokens.begin();
+    for (const KeptRegion& part : kept) {
+        while (token != tokens.end() && token->token.offset < part.start) ++token;
+        for (; token != tokens.end() && token->token.offset < part.end; ++token) {
+            token->role = ExprRole::Trivia;
+            token->token.kind = Cpp::Directive;
+        }
+    }
+}
+
 }  // namespace
 
-std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const Zelmor::IndentState& state) {
+std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const KeptRegions& kept,
+                                                    const Zelmor::IndentState& state) {
     readExprTokens(text, ExprMode::Expression, exprTokens_);
+    takeAsDirectives(kept, exprTokens_);
     if (!standOneToALine(text, exprTokens_)) return std::string(text);
     const auto initializers = findInitializers(text, exprTokens_, state.column, tabSize());
     int widest = 0;

@@ -59,11 +59,12 @@ void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     }
     const Zelmor::IndentState start = state();
     OIndentBuf enumerators(start);
+    keptParts_.clear();
     {
         SourceWriter::OutputScope scratch(writer_, enumerators);
         formatEnumeratorList(body, separators);
     }
-    writeRendered(exprFormatter_.alignEnumInitializers(enumerators.takeText(), start));
+    writeRendered(exprFormatter_.alignEnumInitializers(enumerators.takeText(), keptParts_, start));
 }
 
 // Enumerators on lines of their own stand below the first one; where a comment or directive comes before that,

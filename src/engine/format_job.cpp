@@ -99,15 +99,15 @@ std::size_t offsetOf(const Zelmor::TextDocument& text, Trn::Position position) {
     return text.offsetOf(static_cast<int>(position.line), static_cast<int>(position.column));
 }
 
-std::vector<KeptRegion> keptRegions(const ParsedText& source, const CppPreFormatter& preFormatter) {
-    std::vector<KeptRegion> result;
+KeptRegions keptRegions(const ParsedText& source, const CppPreFormatter& preFormatter) {
+    KeptRegions result;
     for (const CppPreFormatter::Region& region : preFormatter.regions()) {
         result.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
     }
     return result;
 }
 
-void proveRegions(const ParsedText& source, const std::vector<KeptRegion>& regions, std::string_view result) {
+void proveRegions(const ParsedText& source, const KeptRegions& regions, std::string_view result) {
     const auto changed = findChangedLine(source.text.text(), regions, result);
     if (changed) failProof("inside of what is to be kept as it is", source.text.positionOf(*changed));
 }
@@ -133,7 +133,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     if (auto messages = parse(parser, source); !messages.empty())
         return moveTo(diagnostics, std::move(messages));
     source.root.accept(preFormatter);
-    const std::vector<KeptRegion> regions = keptRegions(source, preFormatter);
+    const KeptRegions regions = keptRegions(source, preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
 
     std::string result = formatParsed(source, options, passes_);

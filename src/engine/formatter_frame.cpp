@@ -226,7 +226,9 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
     // A protected region is kept as it is, but for the white space at the start of its lines.
     if (comment->protectedRegion()) {
         writer_.copyGap(comment->start());
+        const std::size_t start = out().text().size();
         writer_.writeProtected(writer_.readThrough(comment->end()));
+        keptParts_.push_back({start, out().text().size()});
         return;
     }
     writer_.copyGap(comment->start());
@@ -234,7 +236,10 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
 }
 
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
+    const bool isKept = directive->text().empty();
+    const std::size_t start = isKept ? out().text().size() : 0;
     exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out());
+    if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {

@@ -68,7 +68,7 @@ private:
 
 }  // namespace
 
-std::optional<std::size_t> findChangedLine(std::string_view source, const std::vector<KeptRegion>& regions,
+std::optional<std::size_t> findChangedLine(std::string_view source, const KeptRegions& regions,
                                            std::string_view result) {
     Sides sides(source, result);
     for (const KeptRegion& region : regions) {
