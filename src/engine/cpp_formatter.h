@@ -138,6 +138,7 @@ private:
 
     // Data.
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
+    char lastCharacterOf(const Cpp::SyntaxNode& node) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned);
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,

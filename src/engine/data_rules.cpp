@@ -38,7 +38,9 @@ std::size_t qualifiedNameStart(std::string_view type) {
             break;
         }
     }
-    return start;
+    // A literal that the name is joined to means something else apart.
+    const bool isJoined = start > 0 && Cpp::wouldJoin(type.substr(start - 1, 1), type.substr(start));
+    return isJoined ? 0 : start;
 }
 
 OptionalText withoutLineFeeds(OptionalText text) {
@@ -88,11 +90,20 @@ bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_
            !writer_.holdsOpaque(type) && !writer_.endsInJoinedLiteral(type);
 }
 
+char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {
+    const std::size_t end =
+        source_.offsetOf(static_cast<int>(node.end().line), static_cast<int>(node.end().column));
+    return source_.text()[end - 1];
+}
+
 // The names with what belongs to them, and the initializer or width.
 void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned) {
     const Cpp::ExprNode* tail = declaration.tail();
     if (!tail) {
-        writeDataName(writer_.readGap(declaration.end()), isAligned, false);
+        // What an access label ends, as a macro in front of it, has no white space of its own behind it.
+        if (lastCharacterOf(declaration) == ';') {
+            writeDataName(writer_.readGap(declaration.end()), isAligned, false);
+        }
         copyThrough(declaration);
         return;
     }

@@ -62,7 +62,7 @@ bool continuesLiteral(std::string_view directive) {
     for (std::size_t place = 0; place < directive.size(); ++place) {
         const char c = directive[place];
         if (quote != '\0') {
-            if (c == '\n') return true;
+            if (c == '\n') return place + 1 < directive.size();
             if (c == quote) quote = '\0';
             const bool isEscape = c == '\\' && place + 1 < directive.size() && directive[place + 1] != '\n';
             place += isEscape ? 1 : 0;
