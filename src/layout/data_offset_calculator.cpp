@@ -67,7 +67,7 @@ std::optional<int> DataOffsetCalculator::measure(const Cpp::DataDeclNode& declar
     const std::string nameText = writtenName(textOf(*name));
     if (!alignsNames()) return width(lastLineOf(writtenType(typeText) + nameText));
 
-    if (containsCommentOrDirective(typeText)) return std::nullopt;
+    if (!maySpace(typeText)) return std::nullopt;
     // Marks against the name begin in the column of the names, unless they hang in front of it.
     const TypeText marked(typeText);
     const bool beginsWithMarks = marks_.standsAgainstName(marked) && !marks_.of(marked).isHanging;

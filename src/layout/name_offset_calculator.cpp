@@ -68,12 +68,11 @@ int NameOffsetCalculator::offsetBehind(int widest) const {
     return widest > 0 ? roundUpToMultiple(widest + 1, tabSize()) : 0;
 }
 
-// Nothing when the declaration cannot be aligned: a comment or directive in front of the name has to keep its
-// place. The lines of a type are joined where its name is aligned.
+// Nothing when the declaration cannot be aligned. The lines of a type are joined where its name is aligned.
 std::optional<int> NameOffsetCalculator::measure(const Cpp::TypeNode* type, const Cpp::IdNode* name) const {
     if (!type) return 0;
     const Trn::Position nameStart = name ? name->start() : type->end();
-    if (containsCommentOrDirective(textBetween(type->start(), nameStart))) return std::nullopt;
+    if (!maySpace(textBetween(type->start(), nameStart))) return std::nullopt;
     return marks_.measure(TypeText(textOf(*type)));
 }
 

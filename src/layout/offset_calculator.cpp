@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "cpp/lexer.h"
 #include "engine/scheme_values.h"
 
 namespace Tessel {
@@ -95,6 +96,15 @@ void OffsetCalculator::flushAndVisitBody(const Cpp::FunctionDeclNode& declaratio
     const bool wasInClassBody = std::exchange(inClassBody_, false);
     visitBody(declaration.body());
     inClassBody_ = wasInClassBody;
+}
+
+bool OffsetCalculator::maySpace(std::string_view type) {
+    if (type.find_first_of("\"'/#\\") == std::string_view::npos) return true;
+    Cpp::OpaqueTokens opaque;
+    Cpp::Lexer lexer(type, opaque);
+    while (lexer.nextToken().kind != Trn::kEndKind) {
+    }
+    return opaque.empty();
 }
 
 std::string_view OffsetCalculator::textBetween(Trn::Position start, Trn::Position end) const {

@@ -61,6 +61,10 @@ protected:
         return textBetween(node.start(), node.end());
     }
 
+    // Whether a name may be moved behind the type, and the type's lines be joined: not where a comment, a directive
+    // or a literal in it has white space that stays.
+    static bool maySpace(std::string_view type);
+
     int tabSize() const { return tabSize_; }
     bool inClassBody() const { return inClassBody_; }
 
