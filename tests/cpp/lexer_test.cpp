@@ -93,6 +93,7 @@ TEST(Lexer, EndsCommentsAndDirectives) {
     EXPECT_EQ(texts("/* a"), "[/* a]");
     EXPECT_EQ(texts("#include <a> // x\n"), "[#include <a> ][// x\n]");
     EXPECT_EQ(texts("#define A \\\n b\nc"), "[#define A \\\n b\n][c]");
+    EXPECT_EQ(texts("#define A \\ \t\n b\n// c \\ \n d\ne"), "[#define A \\ \t\n b\n][// c \\ \n d\n][e]");
     EXPECT_EQ(texts("#if a /* b */ + c\n#x"), "[#if a /* b */ + c\n][#x]");
     EXPECT_EQ(texts("#if a /* b\n */\nc"), "[#if a ][/* b\n */][c]");
     EXPECT_EQ(texts("#if a /* b\n */ + c\nd"), "[#if a /* b\n */ + c\n][d]");
