@@ -147,7 +147,9 @@ void CppExprFormatterBase::formatCommentLines(Trn::Position start, Trn::Position
 void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position end, ITextDocStream& in,
                                            OIndentBuf& out) {
     const std::string_view gap = readGap(in, start);
-    writeDirective(gap, readThrough(in, end), out);
+    const std::string_view directive = readThrough(in, end);
+    // It has been written where the list that it is part of went into the head in front of it.
+    if (!directive.empty()) writeDirective(gap, directive, out);
 }
 
 void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {
