@@ -18,9 +18,9 @@ using Zelmor::formatString;
 constexpr int failureStatus = 1;
 
 constexpr const char* readErrorText =
-    "Vantrel C++ encountered an error while trying to read the scheme file \"%s\". To correct the problem, "
-    "you "
-    "should delete this file before restarting Vantrel C++ and attempting this operation again.";
+    "Vantrel C++ encountered an error while trying to read the scheme file \"%s\". "
+    "To correct the problem, you should delete this file before restarting Vantrel C++ and attempting this "
+    "operation again.";
 constexpr const char* writeErrorText =
     "Vantrel C++ encountered an error while trying to write the scheme file \"%s\". To correct the problem, "
     "ensure you have enough disk space and that the directory \"%s\" is not marked read-only.";

@@ -12,8 +12,7 @@
 //     infile : the file to read                 positional
 //
 // An option has a character, a keyword or both. Blanks may stand between the parts; everything after the
-// first
-// ":" that follows the syntax is the description.
+// first ":" that follows the syntax is the description.
 struct CmdArgDeclaration {
     char optionCharacter = 0;
     std::string keyword;

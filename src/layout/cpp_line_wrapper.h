@@ -26,9 +26,8 @@ namespace Tessel {
 // that no long line runs through is copied as it stands. A construct with a long line is taken apart, down to
 // the lists and expressions that CppExprLineWrapper breaks; between them everything is copied.
 //
-//  - The base column is that of the first character of the construct around; lists and contents are indented
-//  from
-//    it. Constructs push it for the time that they are written.
+//  - The base column is that of the first character of the construct around; lists and contents are
+//    indented from it. Constructs push it for the time that they are written.
 //  - Comments, directives, case labels and protected regions are copied.
 //
 // One object wraps one text, once. The visits stand in a file for each family of constructs: *_wrapping.cpp.

@@ -14,17 +14,15 @@ using Tessel::PropertySet;
 namespace Keys = Tessel::Keys;
 
 constexpr char ONE_READ_ONLY_SCHEME[] =
-    "The scheme '%s' was created using a previous version of Vantrel C++. The file is marked read-only and "
-    "so "
-    "cannot be converted. Please ensure the file is read-write and run Vantrel C++ again. Once the scheme "
-    "has "
-    "been converted, the file can be set read-only again.";
+    "The scheme '%s' was created using a previous version of Vantrel C++. "
+    "The file is marked read-only and so cannot be converted. "
+    "Please ensure the file is read-write and run Vantrel C++ again. "
+    "Once the scheme has been converted, the file can be set read-only again.";
 constexpr char SEVERAL_READ_ONLY_SCHEMES[] =
-    "The following schemes were created using a previous version of Vantrel C++:\r\n%sThe files are "
-    "read-only "
-    "and so cannot be converted. Please ensure that the scheme files listed are read-write and run Vantrel "
-    "C++ "
-    "again. Once the schemes have been converted, the files can be set read-only again.";
+    "The following schemes were created using a previous version of Vantrel C++:\r\n%s"
+    "The files are read-only and so cannot be converted. "
+    "Please ensure that the scheme files listed are read-write and run Vantrel C++ again. "
+    "Once the schemes have been converted, the files can be set read-only again.";
 
 bool hasString(const PropertySet& scheme, std::string_view key) {
     std::string value;

@@ -8,7 +8,7 @@ namespace TesselUI {
 //
 //   1. the environment variable VANTREL_SCHEMES, unless it is empty;
 //   2. the value PropertySetStore of the settings file, $XDG_CONFIG_HOME/vantrel/settings (~/.config by
-//   default);
+//      default);
 //   3. the directory of the running executable, links resolved; "" when that cannot be found out.
 //
 // The settings file has lines "key = value", and comments from "#". It is never created, but where it exists
