@@ -36,7 +36,7 @@ bool wouldJoin(std::string_view left, std::string_view right) {
     if (left.empty() || right.empty()) return false;
     const char last = left.back();
     const char first = right.front();
-    if (isNamePart(last) && (isNamePart(first) || isQuote(first))) return true;
+    if (isNamePart(last) && (isNamePart(first) || isQuote(first) || right.starts_with("::"))) return true;
     if (isQuote(last) && isNamePart(first)) return true;
     if ((isDigit(left.front()) && first == '.') || (last == '.' && isDigit(first))) return true;
     if ((first == '+' || first == '-') && endsExponent(left)) return true;

@@ -100,8 +100,8 @@ void CppFormatter::writeOnOneLine(std::string_view text) {
 void CppFormatter::pad(int offset, std::string_view before, int hanging) {
     const int indentWidth = columnAfter(out().indent(), 0, out().tabSize());
     int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;
-    const char next = writer_.peek();
-    if (padding < 1 && Cpp::wouldJoin(before, std::string_view(&next, 1))) padding = 1;
+    const char next[] = {writer_.peek(), writer_.peek(1)};
+    if (padding < 1 && Cpp::wouldJoin(before, {next, sizeof next})) padding = 1;
     LeadingSpaceScope keepSpace(out(), true);
     padColumns(out(), padding);
 }
