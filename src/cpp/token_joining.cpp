@@ -38,6 +38,7 @@ bool wouldJoin(std::string_view left, std::string_view right) {
     const char first = right.front();
     if (isNamePart(last) && (isNamePart(first) || isQuote(first) || right.starts_with("::"))) return true;
     if (isQuote(last) && isNamePart(first)) return true;
+    if (last == '~' && isNamePart(first) && !isDigit(first)) return true;
     if ((isDigit(left.front()) && first == '.') || (last == '.' && isDigit(first))) return true;
     if ((first == '+' || first == '-') && endsExponent(left)) return true;
     if (left.ends_with("->") && first == '*') return true;

@@ -30,7 +30,8 @@ TypeText::TypeText(std::string_view source) : text(trimRight(source)), head(text
         markCount += isMark(head.back());
         head.remove_suffix(1);
     }
-    if (!head.ends_with("->") && !head.ends_with('.')) return;
+    const bool splitsOperator = head.ends_with('&') && text[head.size()] == '&';
+    if (!head.ends_with("->") && !head.ends_with('.') && !splitsOperator) return;
     head = text;  // the mark belongs to an operator
     markCount = 0;
 }
