@@ -280,6 +280,10 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
                   0,
                   region.depth + 1,
                   isBraced && region.startsAtIndent};
+    // As the elements of any initializer: `.size = {`.
+    if (inside.startsAtIndent && text_.tokens()[open].role == ExprRole::BraceOpen) {
+        inside.indent = columnAfter(settings_.dataIndent.text, region.indent, settings_.tabSize);
+    }
     const bool isCallGroup = isCall(open, at);
     if (isCallGroup) {
         const std::size_t name = open - 1;
