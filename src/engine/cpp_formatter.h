@@ -176,7 +176,7 @@ private:
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
-    KeptRegions keptParts_;  // protected regions in what the output that is written to holds
+    KeptRegions keptParts_;  // the protected regions among the enumerators written last
     DeclarationColumns columns_;
 };
 

@@ -59,7 +59,7 @@ void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     }
     const Zelmor::IndentState start = state();
     OIndentBuf enumerators(start);
-    keptParts_.clear();
+    keptParts_.clear();  // of those written elsewhere
     {
         SourceWriter::OutputScope scratch(writer_, enumerators);
         formatEnumeratorList(body, separators);
