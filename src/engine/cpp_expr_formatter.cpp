@@ -1,5 +1,6 @@
 #include "engine/cpp_expr_formatter.h"
 
+#include "cpp/token_joining.h"
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -147,10 +148,18 @@ const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t pl
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     if (isOperator) return ifPresent(settings_.afterOperator);
-    if (kind != Cpp::StringLiteral || !wrapsLines()) return nullptr;
+    if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
     do ++place;
     while (run.roleAt(place) == ExprRole::Trivia);
     return run.kindAt(place) == Cpp::StringLiteral ? &kBlank : nullptr;
+}
+
+// Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
+bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
+    if (place + 1 >= run.tokens.size()) return false;
+    const Trn::Token& literal = run.tokens[place].token;
+    const Trn::Token& next = run.tokens[place + 1].token;
+    return literal.offset + literal.length == next.offset && Cpp::wouldJoin(literal.text, next.text);
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {

@@ -74,6 +74,7 @@ private:
     const OptionalText* beforeClose(Group::Kind kind) const;
     const MarkSettings& markSettings(int kind) const;
     const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
+    static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;
     std::vector<ExprToken> exprTokens_;

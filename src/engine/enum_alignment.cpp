@@ -54,7 +54,7 @@ bool standOneToALine(std::string_view text, const std::vector<ExprToken>& tokens
     return true;
 }
 
-// The "=" of each enumerator that has one.
+// The "=" of each enumerator that has one. One without a name in front of it is not moved.
 std::vector<Initializer> findInitializers(std::string_view text, const std::vector<ExprToken>& tokens, int column,
                                           int tabSize) {
     std::vector<Initializer> found;
@@ -74,7 +74,7 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
             case Cpp::Assign:
                 if (depth != 0 || isInValue) break;
                 isInValue = true;
-                if (!endsLine) {
+                if (!endsLine && token.token.offset > 0) {
                     const std::string_view before = trimRight(text.substr(measured, token.token.offset - measured));
                     column = columnBehind(before, column, tabSize);
                     measured += before.size();

@@ -85,9 +85,10 @@ private:
             const std::size_t gapStart = result_.place;
             const bool apartInResult = result_.skipWhitespace(result_.text.size());
             if (!source_.atEnd() && splicesLines(gapStart)) return false;
-            if (source_.place >= end) return true;
+            if (source_.atEnd()) return true;
             if (result_.atEnd() || source_.current() != result_.current()) return false;
             if (apartInSource != apartInResult && !staysTheSame(apartInSource)) return false;
+            if (source_.place >= end) return true;
             ++source_.place;
             ++result_.place;
         }

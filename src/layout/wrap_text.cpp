@@ -73,9 +73,11 @@ void WrapText::readTraits() {
         if (!isEvenText(tokenText(place))) traits |= UnevenText;
         if (followsLineEnd || !isEvenText(gaps_[place])) traits |= UnevenGap;
         if (followsLineEnd || holdsLineEnd(gaps_[place])) traits |= OwnLine;
-        if (place > 0 && kindAt(place) == Cpp::StringLiteral && kindAt(place - 1) == Cpp::StringLiteral) {
-            traits |= ContinuesLiteral;
-        }
+        const bool areLiterals =
+            place > 0 && kindAt(place) == Cpp::StringLiteral && kindAt(place - 1) == Cpp::StringLiteral;
+        // A prefix directly behind a literal, as in "a"U"b", means something else apart.
+        const bool isJoined = gaps_[place].empty() && !tokenText(place).starts_with('"');
+        if (areLiterals && !isJoined) traits |= ContinuesLiteral;
         traits_[place] = static_cast<unsigned char>(traits);
         nextUneven_[place] = traits != 0 ? place : nextUneven_[place + 1];
     }

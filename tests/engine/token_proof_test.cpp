@@ -52,6 +52,12 @@ TEST(TokenProof, SeesTokensThatJoinOrFallApart) {
     EXPECT_FALSE(accepts("x = 1e+1;", "x = 1e +1;"));
     EXPECT_FALSE(accepts("x = 1e+1;", "x = 1e+ 1;"));
     EXPECT_FALSE(accepts("L \"a\";", "L\"a\";"));
+    EXPECT_FALSE(accepts("L \"a b\";", "L\"a b\";"));
+    EXPECT_FALSE(accepts("\"a b\"U\"c d\";", "\"a b\" U\"c d\";"));
+    EXPECT_FALSE(accepts("a / /* b */ c;", "a //* b */ c;"));
+    EXPECT_TRUE(accepts("a*/* b */c;", "a * /* b */ c;"));
+    EXPECT_TRUE(accepts("/* a *//* b */", "/* a */ /* b */"));
+    EXPECT_TRUE(accepts("f(\"a b\"\"c d\"/* e */);", "f(\"a b\" \"c d\" /* e */);"));
 }
 
 TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
