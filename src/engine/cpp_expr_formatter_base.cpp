@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -149,7 +150,23 @@ void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position en
     const std::string_view gap = readGap(in, start);
     const std::string_view directive = readThrough(in, end);
     // It has been written where the list that it is part of went into the head in front of it.
-    if (!directive.empty()) writeDirective(gap, directive, out);
+    if (directive.empty()) return;
+    const std::string_view comments = trimRight(gap);
+    writeComments(comments, out);
+    writeDirective(gap.substr(comments.size()), directive, out);
+}
+
+// A gap that ends with its last comment.
+void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) {
+    if (gap.empty()) return;
+    Cpp::Lexer lexer(gap);
+    std::size_t written = 0;
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        out.write(gap.substr(written, token.offset - written));
+        writeComment(gap.substr(token.offset, token.length), out);
+        written = std::size_t{token.offset} + token.length;
+    }
+    out.write(gap.substr(written));
 }
 
 void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {

@@ -67,6 +67,7 @@ protected:
     int tabSize() const { return tabSize_; }
 
 private:
+    void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
