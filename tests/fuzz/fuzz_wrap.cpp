@@ -1,8 +1,6 @@
 // The same with line wrapping on, at a margin that the second byte draws. Wrapping refuses nothing but tokens
 // that do not stand every white space.
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 
 #include "cpp/lexer.h"
@@ -39,8 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool isAccepted = Fuzz::formatChecked(unwrapped, input.source, Fuzz::Again::Accepted).has_value();
     const bool isWrapped = Fuzz::formatChecked(input.scheme, input.source, Fuzz::Again::Accepted).has_value();
     if (isAccepted && !isWrapped && !holdsFragileToken(input.source)) {
-        std::fprintf(stderr, "Refused with wrapping, and not without.\n");
-        std::abort();
+        Fuzz::failUnlessTolerant("Refused with wrapping, and not without.", {});
     }
     return 0;
 }

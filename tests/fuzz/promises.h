@@ -12,6 +12,11 @@ namespace Fuzz {
 // neither, as most made-up ones, it has to settle with the second run.
 enum class Again { Accepted, Settled };
 
+// Ends the process for a result that does harm to nobody but is not what it should be: the proof has refused
+// it, or it does not settle. With FUZZ_TOLERANT in the environment, nothing happens: such a thing is rare
+// enough in sources that are no C or C++ for a change not to be blamed.
+void failUnlessTolerant(const char* promise, const std::string& details);
+
 // The formatted text, or nothing when the source does not parse. Whatever else goes wrong ends the process,
 // and so does a result that breaks a promise: its tokens are not those of the source, or it does
 // not stand further runs. What is wrong is on standard error.
