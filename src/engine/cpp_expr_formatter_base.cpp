@@ -4,6 +4,7 @@
 
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
@@ -156,15 +157,23 @@ void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position en
     writeDirective(gap.substr(comments.size()), directive, out);
 }
 
-// A gap that ends with its last comment.
+// A gap that ends with its last comment. Where a source is broken, it may hold literals too.
 void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) {
     if (gap.empty()) return;
-    Cpp::Lexer lexer(gap);
+    Cpp::OpaqueTokens opaque;
+    Cpp::Lexer lexer(gap, opaque);
+    while (lexer.nextToken().kind != Trn::kEndKind) {
+    }
     std::size_t written = 0;
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+    for (const Cpp::OpaqueToken& token : opaque) {
+        const std::string_view text = gap.substr(token.offset, token.length);
         out.write(gap.substr(written, token.offset - written));
-        writeComment(gap.substr(token.offset, token.length), out);
-        written = std::size_t{token.offset} + token.length;
+        if (Cpp::isComment(token.kind)) {
+            writeComment(text, out);
+        } else {
+            writeLiteral(text, out);
+        }
+        written = token.offset + text.size();
     }
     out.write(gap.substr(written));
 }
