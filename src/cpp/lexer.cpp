@@ -539,4 +539,12 @@ Trn::Token Lexer::scanDirective() {
     return finish(token, Directive);
 }
 
+OpaqueTokens opaqueTokensOf(std::string_view text) {
+    OpaqueTokens opaque;
+    Lexer lexer(text, opaque);
+    while (lexer.nextToken().kind != Trn::kEndKind) {
+    }
+    return opaque;
+}
+
 }  // namespace Cpp

@@ -80,4 +80,7 @@ private:
     OpaqueTokens* opaque_ = nullptr;
 };
 
+// Those of the whole text.
+OpaqueTokens opaqueTokensOf(std::string_view text);
+
 }  // namespace Cpp

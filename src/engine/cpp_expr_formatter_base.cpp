@@ -160,12 +160,8 @@ void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position en
 // A gap that ends with its last comment. Where a source is broken, it may hold literals too.
 void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) {
     if (gap.empty()) return;
-    Cpp::OpaqueTokens opaque;
-    Cpp::Lexer lexer(gap, opaque);
-    while (lexer.nextToken().kind != Trn::kEndKind) {
-    }
     std::size_t written = 0;
-    for (const Cpp::OpaqueToken& token : opaque) {
+    for (const Cpp::OpaqueToken& token : Cpp::opaqueTokensOf(gap)) {
         const std::string_view text = gap.substr(token.offset, token.length);
         out.write(gap.substr(written, token.offset - written));
         if (Cpp::isComment(token.kind)) {

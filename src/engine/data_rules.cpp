@@ -11,6 +11,7 @@
 #include "engine/declarator_text.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/source_copy.h"
 
 namespace Tessel {
 
@@ -91,9 +92,7 @@ bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_
 }
 
 char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {
-    const std::size_t end =
-        source_.offsetOf(static_cast<int>(node.end().line), static_cast<int>(node.end().column));
-    return source_.text()[end - 1];
+    return source_.text()[offsetOf(source_, node.end()) - 1];
 }
 
 // The names with what belongs to them, and the initializer or width.

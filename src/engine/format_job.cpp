@@ -17,6 +17,7 @@
 #include "engine/gap.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
+#include "engine/source_copy.h"
 #include "engine/token_proof.h"
 #include "scheme/property_keys.h"
 #include "textstream/text_document.h"
@@ -92,11 +93,6 @@ std::optional<Diagnostic> prove(const ParsedText& source, std::string_view resul
         return Diagnostic{Error, {static_cast<std::uint32_t>(place.line), behindFirst}, 0, message};
     }
     failProof("in more than white space", place);
-}
-
-// Of the character that the position names, counted from 1.
-std::size_t offsetOf(const Zelmor::TextDocument& text, Trn::Position position) {
-    return text.offsetOf(static_cast<int>(position.line), static_cast<int>(position.column));
 }
 
 KeptRegions keptRegions(const ParsedText& source, const CppPreFormatter& preFormatter) {

@@ -2,6 +2,7 @@
 
 #include "textstream/itext_doc_stream.h"
 #include "textstream/oindent_stream.h"
+#include "textstream/text_document.h"
 
 namespace Tessel {
 
@@ -39,6 +40,10 @@ void copyThroughVerbatim(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Tr
 void skipGap(Zelmor::ITextDocStream& in, Trn::Position start) { readGap(in, start); }
 
 void skipTo(Zelmor::ITextDocStream& in, Trn::Position position) { readThrough(in, position); }
+
+std::size_t offsetOf(const Zelmor::TextDocument& source, Trn::Position position) {
+    return source.offsetOf(static_cast<int>(position.line), static_cast<int>(position.column));
+}
 
 std::string_view restOfInput(Zelmor::ITextDocStream& in) { return in.rest(); }
 

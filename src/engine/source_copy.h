@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "trn/position.h"
@@ -7,6 +8,7 @@
 namespace Zelmor {
 class ITextDocStream;
 class OIndentBuf;
+class TextDocument;
 }  // namespace Zelmor
 
 // Reading the source forward up to a token, and copying it. The texts returned are views of the source and
@@ -30,6 +32,9 @@ void copyThroughVerbatim(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Tr
 
 void skipGap(Zelmor::ITextDocStream& in, Trn::Position start);
 void skipTo(Zelmor::ITextDocStream& in, Trn::Position position);
+
+// How many characters of the source lie in front of the position.
+std::size_t offsetOf(const Zelmor::TextDocument& source, Trn::Position position);
 
 std::string_view restOfInput(Zelmor::ITextDocStream& in);
 

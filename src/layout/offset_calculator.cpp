@@ -4,16 +4,9 @@
 
 #include "cpp/lexer.h"
 #include "engine/scheme_values.h"
+#include "engine/source_copy.h"
 
 namespace Tessel {
-
-namespace {
-
-std::size_t offsetOf(const Zelmor::TextDocument& source, Trn::Position position) {
-    return source.offsetOf(static_cast<int>(position.line), static_cast<int>(position.column));
-}
-
-}  // namespace
 
 OffsetCalculator::OffsetCalculator(const PropertySet& scheme, const Zelmor::TextDocument& source)
     : source_(source), tabSize_(readTabSize(scheme)) {}
@@ -99,12 +92,7 @@ void OffsetCalculator::flushAndVisitBody(const Cpp::FunctionDeclNode& declaratio
 }
 
 bool OffsetCalculator::maySpace(std::string_view type) {
-    if (type.find_first_of("\"'/#\\") == std::string_view::npos) return true;
-    Cpp::OpaqueTokens opaque;
-    Cpp::Lexer lexer(type, opaque);
-    while (lexer.nextToken().kind != Trn::kEndKind) {
-    }
-    return opaque.empty();
+    return type.find_first_of("\"'/#\\") == std::string_view::npos || Cpp::opaqueTokensOf(type).empty();
 }
 
 std::string_view OffsetCalculator::textBetween(Trn::Position start, Trn::Position end) const {

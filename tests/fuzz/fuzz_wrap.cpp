@@ -15,13 +15,10 @@ namespace {
 // A literal that does not end, or a backslash that splices lines of code.
 bool holdsFragileToken(std::string_view source) {
     const Zelmor::TextDocument document{std::string(source)};
-    Cpp::OpaqueTokens opaque;
-    Cpp::Lexer lexer(document.text(), opaque);
-    while (lexer.nextToken().kind != Trn::kEndKind) {
-    }
-    return std::ranges::any_of(opaque, [text = document.text()](const Cpp::OpaqueToken& token) {
-        return token.kind == Cpp::Unknown || text[token.offset] == '\\';
-    });
+    return std::ranges::any_of(Cpp::opaqueTokensOf(document.text()),
+                               [text = document.text()](const Cpp::OpaqueToken& token) {
+                                   return token.kind == Cpp::Unknown || text[token.offset] == '\\';
+                               });
 }
 
 }  // namespace
