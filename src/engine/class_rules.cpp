@@ -88,8 +88,10 @@ void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
 // The ":" in front of a list, which the gap holds.
 void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after) {
     const bool joinsScope = writer_.peek() == ':' && after.present && after.text.empty();
-    writeRendered(exprFormatter_.respaceSeparator(gap, Cpp::Colon, before, joinsScope ? OptionalText{true, " "} : after,
-                                                  state()));
+    const std::string_view rest = writer_.writeDirectiveEnd(gap);
+    writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon,
+                                                  rest.size() < gap.size() ? kNothing : before,
+                                                  joinsScope ? OptionalText{true, " "} : after, state()));
 }
 
 void CppFormatter::visit(Cpp::BaseClauseNode* clause) {

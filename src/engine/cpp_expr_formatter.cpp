@@ -15,10 +15,6 @@ using Zelmor::IndentState;
 using Zelmor::LeadingSpaceScope;
 using Zelmor::OIndentBuf;
 
-const OptionalText kAsInInput;
-const OptionalText kNothing{true, ""};
-const OptionalText kBlank{true, " "};
-
 constexpr int kAnchoredToType = 0;
 constexpr int kAnchoredToName = 1;
 
@@ -52,6 +48,16 @@ struct CppExprFormatter::Run {
     const ExprToken& current() const { return sweep.current(); }
     int kindAt(std::size_t place) const {
         return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
+    }
+    // Of the last token in front of `place` that is no comment or directive.
+    int kindBefore(std::size_t place) const {
+        while (place > 0 && roleAt(place - 1) == ExprRole::Trivia) --place;
+        return place > 0 ? kindAt(place - 1) : Trn::kEndKind;
+    }
+    // The same behind it, or at it.
+    int kindFrom(std::size_t place) const {
+        while (roleAt(place) == ExprRole::Trivia) ++place;
+        return kindAt(place);
     }
     ExprRole roleAt(std::size_t place) const {
         return place < tokens.size() ? tokens[place].role : ExprRole::Operand;
@@ -111,7 +117,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
         if (token.token.kind == Cpp::BlockComment) {
             if (run.after && run.previousRole() != ExprRole::BinaryOperator) {
                 run.sweep.writeGapWith(run.after->text);
-            } else if (wrapsLines() && run.previousKind() == Cpp::Comma && joinedLine(run)) {
+            } else if (wrapsLines() && !keepsOwnLine(run) && joinedLine(run)) {
                 run.sweep.writeGapWith(" ");
             }
         }
@@ -142,6 +148,11 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (opens && token.partner != kNoToken) openGroup(run);
 }
 
+// Whether the comment stands alone on its lines, and will: a brace comes to stand behind it.
+bool CppExprFormatter::keepsOwnLine(const Run& run) const {
+    return hasOwnLine(run.sweep) && run.roleAt(run.sweep.place() + 1) != ExprRole::BraceOpen;
+}
+
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
 const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
     const int kind = run.kindAt(place);
@@ -149,9 +160,7 @@ const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t pl
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     if (isOperator) return ifPresent(settings_.afterOperator);
     if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
-    do ++place;
-    while (run.roleAt(place) == ExprRole::Trivia);
-    return run.kindAt(place) == Cpp::StringLiteral ? &kBlank : nullptr;
+    return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;
 }
 
 // Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
@@ -190,16 +199,18 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const bool followsComment = run.previous + 1 != run.sweep.place();
     if (isOneBlank || (followsComment && token.role != ExprRole::Trivia)) return nullptr;
     if (run.previousKind() == Cpp::Comma) return &kBlank;
+    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kBlank;
     return followsCast(run) ? &kBlank : nullptr;
 }
 
-// Whether the current token is the operand of a cast in parentheses, as far as the line wrapper knows one.
+// Whether the current token is the operand of a cast, as far as the line wrapper knows one.
 bool CppExprFormatter::followsCast(const Run& run) const {
     const ExprToken& close = run.tokens[run.previous];
+    if (close.role == ExprRole::TemplateClose) return isCastKeyword(run.kindBefore(close.partner));
     if (close.token.kind != Cpp::CloseParen || close.partner == kNoToken) return false;
-    const int before = close.partner == 0 ? Trn::kEndKind : run.kindAt(close.partner - 1);
+    const int before = run.kindBefore(close.partner);
     if (before == Cpp::Identifier || before == Cpp::Greater) return false;
-    switch (run.current().token.kind) {
+    switch (run.kindFrom(run.sweep.place())) {
         case Cpp::Identifier:
         case Cpp::Number:
         case Cpp::CharLiteral:
@@ -228,7 +239,7 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run) const {
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
-        const bool isCast = open > 0 && isCastKeyword(run.kindAt(open - 1));
+        const bool isCast = isCastKeyword(run.kindBefore(open));
         return isCast ? ifPresent(settings_.afterOperator) : nullptr;
     }
     switch (run.previousKind()) {
@@ -303,7 +314,7 @@ void CppExprFormatter::openGroup(Run& run) {
     group.close = open.partner;
     switch (open.role) {
         case ExprRole::TemplateOpen: {
-            const bool isCast = run.previous > 0 && isCastKeyword(run.kindAt(run.previous - 1));
+            const bool isCast = isCastKeyword(run.kindBefore(run.previous));
             group.kind = isCast ? Group::Kind::Cast : Group::Kind::Template;
             group.isList = isCast;
             break;

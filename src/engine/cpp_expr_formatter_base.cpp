@@ -123,11 +123,15 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
     switch (sweep.currentKind()) {
         case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after.text : std::string("\n")); break;
         case Cpp::BlockComment:
-            if (wrapsLines_ && isLineBreak(sweep.gap())) sweep.writeGapWith(after.text);
+            if (wrapsLines_ && isLineBreak(sweep.gap()) && !hasOwnLine(sweep)) sweep.writeGapWith(after.text);
             [[fallthrough]];
         case Cpp::LineComment: writeTrivia(sweep, out); break;
         default: sweep.writeGapWith(after.text);
     }
+}
+
+bool CppExprFormatterBase::hasOwnLine(const TextSweep& sweep) {
+    return isLineBreak(sweep.gap()) && isLineBreak(sweep.blanksBehind());
 }
 
 void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {

@@ -62,6 +62,9 @@ protected:
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
+    // Whether the current token, a comment, stands alone on its lines. The line wrapper parts none like that
+    // from what is in front of it.
+    static bool hasOwnLine(const TextSweep& sweep);
 
     const PropertySet& scheme() const { return scheme_; }
     int tabSize() const { return tabSize_; }

@@ -83,7 +83,10 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
                 break;
             default: break;
         }
-        endsLine = token.token.kind == Cpp::LineComment || token.token.kind == Cpp::Directive;
+        // A directive may end with the line of the comments behind it.
+        if (token.token.kind != Cpp::BlockComment) {
+            endsLine = token.token.kind == Cpp::LineComment || token.token.kind == Cpp::Directive;
+        }
     }
     return found;
 }

@@ -5,12 +5,6 @@
 
 namespace Tessel {
 
-namespace {
-
-const OptionalText kLineFeed{true, "\n"};
-
-}  // namespace
-
 FormatterSettings::FormatterSettings(const PropertySet& scheme) {
     const auto text = [&scheme](std::string_view key) { return readText(scheme, key); };
     const auto indent = [&scheme](std::string_view key) { return readIndent(scheme, key); };

@@ -67,10 +67,18 @@ bool startsWithLineEndToken(std::string_view text) {
 bool endsWithLineEndToken(std::string_view text) {
     if (!mayHoldTrivia(text)) return false;
     Cpp::Lexer lexer(text);
-    Trn::Token last;
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) last = token;
+    int lastKind = Trn::kEndKind;
+    std::size_t end = 0;
+    bool isInDirective = false;  // only comments stand behind it on the line where it would end
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        const bool goesOn = isInDirective && token.kind == Cpp::BlockComment &&
+                            !isLineBreak(text.substr(end, token.offset - end));
+        isInDirective = goesOn || (token.kind == Cpp::Directive && !token.text.ends_with('\n'));
+        lastKind = token.kind;
+        end = std::size_t{token.offset} + token.length;
+    }
     // Characters that belong to no token may follow it.
-    return isLineEndKind(last.kind) && isAllWhitespace(text.substr(std::size_t{last.offset} + last.length));
+    return (isLineEndKind(lastKind) || isInDirective) && isAllWhitespace(text.substr(end));
 }
 
 bool containsLineComment(std::string_view text) {
@@ -87,7 +95,8 @@ bool isDirectiveText(std::string_view text) {
 MergedGap mergedGap(std::string_view gap, std::string_view wanted) {
     if (wanted.find('\n') != std::string_view::npos || !endsWithLineEndToken(gap)) return {trimRight(gap), wanted};
     const std::size_t lineFeed = gap.rfind('\n');
-    return {lineFeed == std::string_view::npos ? gap : gap.substr(0, lineFeed + 1), {}};
+    const bool isBehindAll = lineFeed != std::string_view::npos && lineFeed >= trimRight(gap).size();
+    return {isBehindAll ? gap.substr(0, lineFeed + 1) : gap, {}};
 }
 
 PrependedGap prependedGap(std::string_view gap) {

@@ -16,10 +16,6 @@ using Zelmor::LeadingSpaceScope;
 
 namespace {
 
-const OptionalText kAsInInput;
-const OptionalText kBlank{true, " "};
-const OptionalText kLineFeed{true, "\n"};
-
 bool isLineComment(const Cpp::SyntaxNode& node) {
     const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
     return comment && comment->isLineComment();
@@ -52,6 +48,7 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separa
 
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
                                       const Cpp::SyntaxNode& next, ListSeparators separators) {
+    const bool staysApart = isLineComment(next) || isDirective(next);
     const OptionalText* after = &separators.between;
     OptionalText before = separators.before;
     if (before.hasLineFeed()) before.text = asOutputStands(before.text);
@@ -63,11 +60,14 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
             const std::size_t size = trimRight(gap).size();
             gap = gap.substr(0, size + (endsWithLineEndToken(gap) && size < gap.size() ? 1 : 0));
         }
-        if (isLineComment(previous) || isLineComment(next) || isDirective(next)) after = &kAsInInput;
+        if (isLineComment(previous) || staysApart) after = &kAsInInput;
     }
+    const std::string_view rest = writer_.writeDirectiveEnd(gap);
+    if (rest.size() < gap.size()) before = kNothing;
+    gap = rest;
     // Nearly every gap is a comma with blanks around it.
     const std::string_view separator = trim(gap);
-    if (separator == "," && exprFormatter_.wrapsLines() && !after->present) {
+    if (separator == "," && exprFormatter_.wrapsLines() && !after->present && !staysApart) {
         // A line that has been wrapped is joined.
         if (isLineBreak(gap.substr(gap.find(',') + 1)) || isLineBreak(gap.substr(0, gap.find(',')))) after = &kBlank;
     }
@@ -76,8 +76,8 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
         return;
     }
-    if (separators.before.present) {
-        out().writeVerbatim(separators.before.text);
+    if (before.present) {
+        out().writeVerbatim(before.text);
     } else if (!exprFormatter_.wrapsLines() || !isLineBreak(gap.substr(0, gap.find(',')))) {
         out().write(gap.substr(0, gap.find(',')));
     }

@@ -13,4 +13,9 @@ struct OptionalText {
     bool hasLineFeed() const { return present && text.find('\n') != std::string::npos; }
 };
 
+inline const OptionalText kAsInInput;
+inline const OptionalText kNothing{true, ""};
+inline const OptionalText kBlank{true, " "};
+inline const OptionalText kLineFeed{true, "\n"};
+
 }  // namespace Tessel

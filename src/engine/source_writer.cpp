@@ -117,13 +117,41 @@ bool SourceWriter::wouldJoin(std::string_view gap) const {
     return Cpp::wouldJoin(text_.substr(start - left, left), text_.substr(end, longestNeighbour));
 }
 
-// What is written in place of white space at the start or the end of a gap: a line end, if what stands in front of
-// it would go on behind any other white space.
-std::string_view SourceWriter::asLastNeeds(std::string_view gap, std::string_view wanted) const {
-    const bool losesLineEnd = !gap.empty() && offsetOf(gap) == lineEndPlace_ &&
-                              gap.find('\n') != std::string_view::npos &&
-                              wanted.find('\n') == std::string_view::npos;
-    return losesLineEnd ? "\n" : wanted;
+// What is written in place of `whitespace`, the start or the end of a gap: a line end, if what stands in
+// front of it would go on behind any other white space.
+std::string_view SourceWriter::asLastNeeds(std::string_view gap, std::string_view whitespace,
+                                           std::string_view wanted) const {
+    if (gap.empty() || wanted.find('\n') != std::string_view::npos) return wanted;
+    const bool keepsAnyLineEnd = offsetOf(gap) == lineEndPlace_;
+    if ((keepsAnyLineEnd ? gap : whitespace).find('\n') == std::string_view::npos) return wanted;
+    return keepsAnyLineEnd || isInDirective(offsetOf(whitespace)) ? "\n" : wanted;
+}
+
+std::string_view SourceWriter::writeDirectiveEnd(std::string_view gap) {
+    if (gap.empty() || !isInDirective(offsetOf(gap))) return gap;
+    std::string_view rest = gap;
+    while (!isLineBreak(rest.substr(0, rest.size() - trimLeft(rest).size()))) {
+        rest = trimLeft(rest);
+        const auto comment = firstOpaque(offsetOf(rest));
+        if (rest.empty() || comment == opaque_.end() || comment->offset != offsetOf(rest)) return gap;
+        rest.remove_prefix(std::min<std::size_t>(comment->length, rest.size()));
+    }
+    write(gap.substr(0, gap.size() - rest.size()));
+    out_->write("\n");
+    return trimLeft(rest);
+}
+
+// Whether a directive is still to end behind the comments in front of this place.
+bool SourceWriter::isInDirective(std::size_t place) const {
+    for (auto token = firstOpaque(place); token != opaque_.begin();) {
+        --token;
+        const std::size_t end = std::size_t{token->offset} + token->length;
+        const std::string_view between = text_.substr(end, place - end);
+        if (!isAllWhitespace(between) || between.find('\n') != std::string_view::npos) return false;
+        if (token->kind != Cpp::BlockComment) return token->kind == Cpp::Directive && text_[end - 1] != '\n';
+        place = token->offset;
+    }
+    return false;
 }
 
 // What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
@@ -152,7 +180,7 @@ bool SourceWriter::endsInJoinedLiteral(std::string_view piece) const {
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
     if (endsInJoinedLiteral(gap)) return write(gap);
-    wanted = asLastNeeds(gap, wanted);
+    wanted = asLastNeeds(gap, gap.substr(trimRight(gap).size()), wanted);
     if (isAllWhitespace(gap)) {
         out_->writeVerbatim(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);
@@ -164,7 +192,7 @@ void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
 }
 
 void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
-    wanted = asLastNeeds(gap, wanted);
+    wanted = asLastNeeds(gap, gap.substr(0, gap.size() - trimLeft(gap).size()), wanted);
     if (isAllWhitespace(gap)) {
         out_->write(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);

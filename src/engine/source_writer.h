@@ -49,6 +49,9 @@ public:
     // Its leading white space does.
     void writePrepended(std::string_view gap, std::string_view wanted);
     void writeWithoutLeading(std::string_view gap) { writePrepended(gap, {}); }
+    // The start of a gap up to the line end of a directive, where there are only comments in front of that.
+    // Returns the rest.
+    std::string_view writeDirectiveEnd(std::string_view gap);
 
     // Whether a comment, a directive or any other token whose white space has to stay stands in the piece.
     bool holdsOpaque(std::string_view piece) const;
@@ -80,7 +83,9 @@ private:
     }
     Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
     bool wouldJoin(std::string_view gap) const;
-    std::string_view asLastNeeds(std::string_view gap, std::string_view wanted) const;
+    std::string_view asLastNeeds(std::string_view gap, std::string_view whitespace,
+                                 std::string_view wanted) const;
+    bool isInDirective(std::size_t place) const;
     std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
     void writeProtectedLine(std::string_view line);

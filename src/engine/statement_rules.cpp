@@ -18,9 +18,6 @@ using Zelmor::LeadingSpaceScope;
 
 namespace {
 
-const OptionalText kAsInInput;
-const OptionalText kLineFeed{true, "\n"};
-
 bool isTrivia(const Cpp::SyntaxNode& node) {
     return dynamic_cast<const Cpp::CommentNode*>(&node) || dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
 }

@@ -29,6 +29,7 @@ std::string_view TextSweep::gap() const {
 
 std::string_view TextSweep::takeGap() {
     const std::string_view taken = gap();
+    if (isLineBreak(taken)) isInDirective_ = false;
     written_ += taken.size();
     return taken;
 }
@@ -40,6 +41,8 @@ bool TextSweep::joinsTokens() const {
 }
 
 void TextSweep::writeGapWith(std::string_view wanted) {
+    const bool endsDirective = isInDirective_ && isLineBreak(gap());
+    if (endsDirective && wanted.find('\n') == std::string_view::npos) wanted = "\n";
     const std::string_view whole = takeGap();
     const std::string_view kept = trimRight(whole);
     if (wanted.empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = " ";
@@ -69,6 +72,7 @@ void TextSweep::writeToken() {
 
 void TextSweep::passToken() {
     endedLine_ = currentText().ends_with('\n');
+    if (currentKind() != Cpp::BlockComment) isInDirective_ = currentKind() == Cpp::Directive && !endedLine_;
     written_ = current().token.offset + current().token.length;
     ++place_;
 }

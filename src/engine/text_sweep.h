@@ -49,6 +49,8 @@ private:
     std::size_t place_ = 0;
     std::size_t written_ = 0;
     bool endedLine_ = false;  // the token written last ended its line
+    bool isInDirective_ =
+        false;  // a comment behind a directive was written last, and their line has not ended
 };
 
 }  // namespace Tessel

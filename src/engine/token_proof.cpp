@@ -81,11 +81,12 @@ private:
     // it.
     bool compareCode(std::size_t end) {
         while (true) {
+            const std::size_t sourceGap = source_.place;
             const bool apartInSource = source_.skipWhitespace(end);
             const std::size_t gapStart = result_.place;
             const bool apartInResult = result_.skipWhitespace(result_.text.size());
-            if (!source_.atEnd() && splicesLines(gapStart)) return false;
             if (source_.atEnd()) return true;
+            if (splicesLines(gapStart) || !endsDirective(sourceGap, gapStart)) return false;
             if (result_.atEnd() || source_.current() != result_.current()) return false;
             if (apartInSource != apartInResult && !staysTheSame(apartInSource)) return false;
             if (source_.place >= end) return true;
@@ -97,7 +98,18 @@ private:
     // Whether a stray backslash has come to end a line. Backslashes that did so before are opaque.
     bool splicesLines(std::size_t gapStart) const {
         if (gapStart == result_.codeStart || result_.text[gapStart - 1] != '\\') return false;
-        return result_.text.substr(gapStart, result_.place - gapStart).find('\n') != std::string_view::npos;
+        return holdsLineEnd(result_, gapStart);
+    }
+
+    // Whether a directive that a comment has come behind ends where it did.
+    bool endsDirective(std::size_t sourceGap, std::size_t resultGap) {
+        if (!isInDirective_ || !holdsLineEnd(source_, sourceGap)) return true;
+        isInDirective_ = false;
+        return holdsLineEnd(result_, resultGap);
+    }
+
+    static bool holdsLineEnd(const Cursor& cursor, std::size_t start) {
+        return cursor.text.substr(start, cursor.place - start).find('\n') != std::string_view::npos;
     }
 
     // At two neighbouring characters that white space holds apart in one of the texts only.
@@ -153,6 +165,9 @@ private:
         if (!isSame || (isUnended(token.kind, text) && !endsItsLine())) return false;
         source_.codeStart = source_.place = std::size_t{token.offset} + token.length;
         result_.codeStart = result_.place;
+        if (token.kind != Cpp::BlockComment) {
+            isInDirective_ = token.kind == Cpp::Directive && !text.ends_with('\n');
+        }
         return true;
     }
 
@@ -216,6 +231,7 @@ private:
 
     Cursor source_;
     Cursor result_;
+    bool isInDirective_ = false;  // its line has not ended yet
 };
 
 }  // namespace

@@ -36,7 +36,7 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
                                      const WrapContext& context) {
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state));
-    const int column = text_.columnOf(0, state.column);
+    const int column = firstColumn(state);
     if (layout.isTooLong(wholeText(), column)) {
         const bool isDeclaratorList = context.declaratorColumn && layout.holdsElements(wholeText());
         if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
@@ -55,7 +55,7 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
     ExprLayout layout(text_, settings_, indentColumn(state));
     if (context.contentIndented) layout.setContentIndented();
     if (context.keepsLines) layout.setAtIndent();
-    const int column = text_.columnOf(0, state.column);
+    const int column = firstColumn(state);
     if (settings_.lists != ListStrategy::Keep && layout.isTooLong(wholeText(), column)) {
         if (settings_.lists == ListStrategy::Pack) {
             layout.packList(wholeText(), column);
@@ -70,9 +70,14 @@ std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const Inde
                                                const WrapContext& context) {
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state), ExprLayout::Clauses::Separate);
-    const int column = text_.columnOf(0, state.column);
+    const int column = firstColumn(state);
     if (layout.isTooLong(wholeText(), column)) layout.breakForClauses(wholeText(), column);
     return render(state);
+}
+
+// The column of the first token. What follows a directive stands where the text would begin without it.
+int CppExprLineWrapper::firstColumn(const IndentState& state) const {
+    return text_.kindAt(0) == Cpp::Directive ? state.column : text_.columnOf(0, state.column);
 }
 
 // Says false for a text that is left as it is: without tokens, or with something else between them.

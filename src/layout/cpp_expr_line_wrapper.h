@@ -46,6 +46,7 @@ public:
 
 private:
     bool read(std::string_view text, const WrapContext& context);
+    int firstColumn(const Zelmor::IndentState& state) const;
     TokenRange wholeText() const { return {0, text_.size()}; }
     TokenRange withoutPrefixes() const;
     std::string render(const Zelmor::IndentState& state);

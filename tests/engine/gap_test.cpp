@@ -40,6 +40,13 @@ TEST(Gap, MergingReplacesTrailingWhiteSpace) {
     EXPECT_EQ(edited(Tessel::mergeWhitespace, " // a", " "), " // a");
 }
 
+TEST(Gap, DirectivesEndBehindTheCommentsThatFollowThem) {
+    EXPECT_TRUE(Tessel::endsWithLineEndToken("\n#if A /* x\n y */ /* z */\n "));
+    EXPECT_FALSE(Tessel::endsWithLineEndToken("\n#if A /* x\n y */\n/* z */\n "));
+    EXPECT_EQ(edited(Tessel::mergeWhitespace, "\n#if A /* x\n y */ \n  ", " "), "\n#if A /* x\n y */ \n");
+    EXPECT_EQ(edited(Tessel::mergeWhitespace, "\n#if A /* x\n y */ ", ""), "\n#if A /* x\n y */ ");
+}
+
 TEST(Gap, PrependingReplacesLeadingWhiteSpace) {
     EXPECT_EQ(edited(Tessel::prependWhitespace, "  \n", "\n"), "\n");
     EXPECT_EQ(edited(Tessel::prependWhitespace, "  /* a */ ", "\n"), "\n/* a */ ");

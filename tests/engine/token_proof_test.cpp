@@ -80,6 +80,13 @@ TEST(TokenProof, SeesLinesThatDoNotEndOrBegin) {
     EXPECT_TRUE(accepts("f(''\n)", "f('')"));
 }
 
+TEST(TokenProof, SeesDirectivesThatDoNotEndBehindTheirComments) {
+    EXPECT_FALSE(accepts("#if A /* x\n y */\nb;", "#if A /* x\n y */ b;"));
+    EXPECT_FALSE(accepts("#if A /* x\n y */ /* z */\nb;", "#if A /* x\n y */ /* z */ b;"));
+    EXPECT_TRUE(accepts("#if A /* x\n y */\n/* z */\nb;", "#if A /* x\n y */\n/* z */ b;"));
+    EXPECT_TRUE(accepts("#if A /* x\n y */\n", "#if A /* x\n y */"));
+}
+
 TEST(TokenProof, TellsWhereTheFirstDifferenceIs) {
     Cpp::OpaqueTokens opaque;
     EXPECT_EQ(Tessel::findLostToken("a;\nb;", opaque, "a;\nc;"), 3u);
