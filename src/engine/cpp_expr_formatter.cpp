@@ -117,7 +117,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
         if (token.token.kind == Cpp::BlockComment) {
             if (run.after && run.previousRole() != ExprRole::BinaryOperator) {
                 run.sweep.writeGapWith(run.after->text);
-            } else if (wrapsLines() && !keepsOwnLine(run) && joinedLine(run)) {
+            } else if (wrapsLines() && !endsLine(run) && joinedLine(run)) {
                 run.sweep.writeGapWith(" ");
             }
         }
@@ -148,9 +148,9 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (opens && token.partner != kNoToken) openGroup(run);
 }
 
-// Whether the comment stands alone on its lines, and will: a brace comes to stand behind it.
-bool CppExprFormatter::keepsOwnLine(const Run& run) const {
-    return hasOwnLine(run.sweep) && run.roleAt(run.sweep.place() + 1) != ExprRole::BraceOpen;
+// Whether the comment ends its line, and will: a brace comes to stand behind it.
+bool CppExprFormatter::endsLine(const Run& run) const {
+    return endsItsLine(run.sweep) && run.roleAt(run.sweep.place() + 1) != ExprRole::BraceOpen;
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -183,10 +183,9 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     }
 }
 
-// What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an operator
-// or a comma that begins its line. Wrapping again would else start from lines that it does not see as one. White
-// space that is not one blank looks after joining as it would after parting. Rows of an initializer are kept, by
-// the wrapper too. Null where the gap is to stay.
+// What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an
+// operator or a comma that begins its line. Wrapping again would else start from lines that it does not see
+// as one. Rows of an initializer are kept, by the wrapper too. Null where the gap is to stay.
 const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
     const bool isRow = !run.groups.empty() && (run.groups.back().kind == Group::Kind::Braces ||
@@ -195,9 +194,8 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const ExprToken& token = run.current();
     if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
     if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
-    const bool isOneBlank = gap.empty() || gap == " ";
     const bool followsComment = run.previous + 1 != run.sweep.place();
-    if (isOneBlank || (followsComment && token.role != ExprRole::Trivia)) return nullptr;
+    if (!isJoinable(gap) || (followsComment && token.role != ExprRole::Trivia)) return nullptr;
     if (run.previousKind() == Cpp::Comma) return &kBlank;
     if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kBlank;
     return followsCast(run) ? &kBlank : nullptr;

@@ -59,7 +59,7 @@ private:
     void writeGapBefore(Run& run);
     const OptionalText* joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
-    bool keepsOwnLine(const Run& run) const;
+    bool endsLine(const Run& run) const;
     const OptionalText* wantedBefore(const Run& run) const;
     const OptionalText* wantedBeforeParen(const Run& run) const;
     void writeMarks(Run& run);

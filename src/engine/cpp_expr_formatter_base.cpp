@@ -123,15 +123,19 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
     switch (sweep.currentKind()) {
         case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after.text : std::string("\n")); break;
         case Cpp::BlockComment:
-            if (wrapsLines_ && isLineBreak(sweep.gap()) && !hasOwnLine(sweep)) sweep.writeGapWith(after.text);
+            if (wrapsLines_ && isJoinable(sweep.gap()) && !endsItsLine(sweep)) sweep.writeGapWith(after.text);
             [[fallthrough]];
         case Cpp::LineComment: writeTrivia(sweep, out); break;
         default: sweep.writeGapWith(after.text);
     }
 }
 
-bool CppExprFormatterBase::hasOwnLine(const TextSweep& sweep) {
-    return isLineBreak(sweep.gap()) && isLineBreak(sweep.blanksBehind());
+bool CppExprFormatterBase::isJoinable(std::string_view gap) {
+    return gap.size() > (gap.starts_with(' ') ? 1 : 0) && isAllWhitespace(gap);
+}
+
+bool CppExprFormatterBase::endsItsLine(const TextSweep& sweep) {
+    return isLineBreak(sweep.blanksBehind());
 }
 
 void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {

@@ -62,9 +62,12 @@ protected:
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
-    // Whether the current token, a comment, stands alone on its lines. The line wrapper parts none like that
-    // from what is in front of it.
-    static bool hasOwnLine(const TextSweep& sweep);
+    // White space that is not one blank: where lines are wrapped it becomes one, as it would after parting
+    // and joining.
+    static bool isJoinable(std::string_view gap);
+    // Whether nothing follows the current token on its line. The line wrapper parts no comment like that from
+    // what stands in front of it.
+    static bool endsItsLine(const TextSweep& sweep);
 
     const PropertySet& scheme() const { return scheme_; }
     int tabSize() const { return tabSize_; }

@@ -40,15 +40,31 @@ constexpr bool belongTogether(char before, char after) {
 struct Cursor {
     std::string_view text;
     std::size_t place = 0;
-    std::size_t codeStart = 0;  // behind the last opaque token
+    bool isApart = false;        // white space stands in front of it
+    std::size_t codeStart = 0;   // behind the last opaque token
+    bool codeStartsLine = true;  // with nothing but comments in front of that on its line
 
     bool atEnd() const { return place >= text.size(); }
     char current() const { return text[place]; }
-    // Says whether there was any.
-    bool skipWhitespace(std::size_t end) {
+    // Returns what has been skipped.
+    std::string_view skipWhitespace(std::size_t end) {
         const std::size_t start = place;
         while (place < end && isWhitespace(text[place])) ++place;
-        return place > start;
+        isApart = isApart || place > start;
+        return text.substr(start, place - start);
+    }
+    // Whether nothing but white space and comments stands in front of the place on its line.
+    bool startsLine() const {
+        for (std::size_t behind = place; behind > codeStart; --behind) {
+            if (text[behind - 1] == '\n') return true;
+            if (!isWhitespace(text[behind - 1])) return false;
+        }
+        return codeStartsLine;
+    }
+    // Moves the start of the code here, behind a token.
+    void startCode(bool beginsLine) {
+        codeStart = place;
+        codeStartsLine = beginsLine;
     }
 };
 
@@ -81,40 +97,60 @@ private:
     // it.
     bool compareCode(std::size_t end) {
         while (true) {
-            const std::size_t sourceGap = source_.place;
-            const bool apartInSource = source_.skipWhitespace(end);
-            const std::size_t gapStart = result_.place;
-            const bool apartInResult = result_.skipWhitespace(result_.text.size());
+            const std::string_view sourceGap = source_.skipWhitespace(end);
+            const std::string_view resultGap = result_.skipWhitespace(result_.text.size());
             if (source_.atEnd()) return true;
-            if (splicesLines(gapStart) || !endsDirective(sourceGap, gapStart)) return false;
+            if (splicesLines(resultGap) || !endsDirective(sourceGap, resultGap)) return false;
             if (result_.atEnd() || source_.current() != result_.current()) return false;
-            if (apartInSource != apartInResult && !staysTheSame(apartInSource)) return false;
+            // What a splice holds is one or apart by the white space on both of its sides.
+            if (source_.place >= end && source_.current() == '\\') return true;
+            if (source_.isApart != result_.isApart && !staysTheSame()) return false;
+            source_.isApart = result_.isApart = false;
             if (source_.place >= end) return true;
-            ++source_.place;
-            ++result_.place;
+            const std::size_t length = unitLength();
+            if (!compareExactly(source_.text.substr(source_.place, length))) return false;
+            source_.place += length;
         }
     }
 
+    // How many characters stand together here: one, or those of a literal, which is not opaque without white
+    // space.
+    std::size_t unitLength() {
+        constexpr std::string_view quotes = "\"'";
+        const std::size_t place = source_.place;
+        if (quotes.find(source_.current()) == std::string_view::npos) return 1;
+        // A prefix, or the digits in front of a separator, tell what the quote is.
+        std::size_t word = place;
+        while (word > unitEnd_ && (isWordPart(source_.text[word - 1]) || source_.text[word - 1] == '\''))
+            --word;
+        unitEnd_ = tokenEnd(word);
+        if (unitEnd_ <= place) unitEnd_ = tokenEnd(place);
+        return unitEnd_ - place;
+    }
+
+    std::size_t tokenEnd(std::size_t start) const {
+        const Trn::Token token = Cpp::Lexer(source_.text.substr(start)).nextToken();
+        return start + token.offset + token.length;
+    }
+
     // Whether a stray backslash has come to end a line. Backslashes that did so before are opaque.
-    bool splicesLines(std::size_t gapStart) const {
-        if (gapStart == result_.codeStart || result_.text[gapStart - 1] != '\\') return false;
-        return holdsLineEnd(result_, gapStart);
+    bool splicesLines(std::string_view resultGap) const {
+        const std::size_t gapStart = result_.place - resultGap.size();
+        return holdsLineEnd(resultGap) && gapStart != result_.codeStart && result_.text[gapStart - 1] == '\\';
     }
 
     // Whether a directive that a comment has come behind ends where it did.
-    bool endsDirective(std::size_t sourceGap, std::size_t resultGap) {
-        if (!isInDirective_ || !holdsLineEnd(source_, sourceGap)) return true;
+    bool endsDirective(std::string_view sourceGap, std::string_view resultGap) {
+        if (!isInDirective_ || !holdsLineEnd(sourceGap)) return true;
         isInDirective_ = false;
-        return holdsLineEnd(result_, resultGap);
+        return holdsLineEnd(resultGap);
     }
 
-    static bool holdsLineEnd(const Cursor& cursor, std::size_t start) {
-        return cursor.text.substr(start, cursor.place - start).find('\n') != std::string_view::npos;
-    }
+    static bool holdsLineEnd(std::string_view gap) { return gap.find('\n') != std::string_view::npos; }
 
     // At two neighbouring characters that white space holds apart in one of the texts only.
-    bool staysTheSame(bool apartInSource) const {
-        const Cursor& joined = apartInSource ? result_ : source_;
+    bool staysTheSame() const {
+        const Cursor& joined = source_.isApart ? result_ : source_;
         if (joined.place == 0) return true;
         const char before = joined.text[joined.place - 1];
         const char after = joined.current();
@@ -127,12 +163,19 @@ private:
 
     // A comment holds tokens apart, and a splice does not; with literals it depends.
     static bool staysBehindOpaque(const Cursor& joined) {
-        constexpr std::string_view splice = "\\\n";
-        std::string_view before = joined.text.substr(0, joined.place);
-        if (before.ends_with('/')) return true;
-        if (before.ends_with(splice)) before.remove_suffix(splice.size());
-        return before.empty() ||
+        const std::string_view before = withoutSplices(joined.text.substr(0, joined.place));
+        return before.empty() || before.ends_with('/') ||
                !Cpp::wouldJoin(before.substr(before.size() - 1), joined.text.substr(joined.place, 1));
+    }
+
+    static std::string_view withoutSplices(std::string_view text) {
+        while (text.ends_with('\n')) {
+            std::string_view line = text.substr(0, text.size() - 1);
+            while (!line.empty() && line.back() != '\n' && isWhitespace(line.back())) line.remove_suffix(1);
+            if (!line.ends_with('\\')) break;
+            text = line.substr(0, line.size() - 1);
+        }
+        return text;
     }
 
     // Lexes the word or the operators on both sides, with white space in between and without.
@@ -158,41 +201,30 @@ private:
 
     bool compareOpaque(const Cpp::OpaqueToken& token) {
         const std::string_view text = source_.text.substr(token.offset, token.length);
-        if (token.kind == Cpp::Directive && startsLine(source_) && !startsLine(result_)) return false;
-        const bool mayMoveLines =
-            Cpp::isTrivia(token.kind) && !(token.kind == Cpp::Directive && continuesLiteral(text));
-        const bool isSame = mayMoveLines ? compareLines(text) : compareExactly(text);
-        if (!isSame || (isUnended(token.kind, text) && !endsItsLine())) return false;
-        source_.codeStart = source_.place = std::size_t{token.offset} + token.length;
-        result_.codeStart = result_.place;
-        if (token.kind != Cpp::BlockComment) {
-            isInDirective_ = token.kind == Cpp::Directive && !text.ends_with('\n');
-        }
+        const bool startsInSource = source_.startsLine();
+        const bool startsInResult = result_.startsLine();
+        if (token.kind == Cpp::Directive && startsInSource && !startsInResult) return false;
+        if (!(mayMoveLines(token.kind, text) ? compareLines(text) : compareExactly(text))) return false;
+        if (isUnended(token.kind, text) && !result_.atEnd() && result_.current() != '\n') return false;
+        source_.place = std::size_t{token.offset} + token.length;
+        const bool isBlockComment = token.kind == Cpp::BlockComment;
+        const bool endsLine = text.ends_with('\n');
+        source_.startCode(endsLine || (isBlockComment && startsInSource));
+        result_.startCode(endsLine || (isBlockComment && startsInResult));
+        if (!isBlockComment) isInDirective_ = token.kind == Cpp::Directive && !endsLine;
         return true;
     }
 
-    // Whether nothing but white space stands in front of the place on its line.
-    static bool startsLine(const Cursor& cursor) {
-        std::size_t place = cursor.place;
-        while (place > 0 && cursor.text[place - 1] != '\n') {
-            if (!isWhitespace(cursor.text[--place])) return false;
-        }
-        return true;
+    // Comments and directives, but for splices.
+    static bool mayMoveLines(int kind, std::string_view text) {
+        if (kind == Cpp::Directive) return !continuesLiteral(text);
+        return Cpp::isTrivia(kind) && !text.starts_with('\\');
     }
 
     // A literal that goes up to the end of its line, and would go on with whatever came there.
     static bool isUnended(int kind, std::string_view text) {
         constexpr std::string_view empty = "''";
         return kind == Cpp::Unknown && text.substr(text.find_first_of("\"'")) != empty;
-    }
-
-    bool endsItsLine() const {
-        Cursor behind = result_;
-        while (!behind.atEnd() && isWhitespace(behind.current())) {
-            if (behind.current() == '\n') return true;
-            ++behind.place;
-        }
-        return behind.atEnd();
     }
 
     bool compareExactly(std::string_view text) {
@@ -231,6 +263,7 @@ private:
 
     Cursor source_;
     Cursor result_;
+    std::size_t unitEnd_ = 0;     // of the last literal, in the source
     bool isInDirective_ = false;  // its line has not ended yet
 };
 

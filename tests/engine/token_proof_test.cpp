@@ -56,6 +56,23 @@ TEST(TokenProof, SeesTokensThatJoinOrFallApart) {
     EXPECT_TRUE(accepts("f(\"a b\"\"c d\"/* e */);", "f(\"a b\" \"c d\" /* e */);"));
 }
 
+TEST(TokenProof, SeesTokensThatSplicesJoin) {
+    EXPECT_FALSE(accepts("struct \\\nA;", "struct\\\nA;"));
+    EXPECT_FALSE(accepts("struct \\\n\\ \nA;", "struct\\\n\\ \nA;"));
+    EXPECT_FALSE(accepts("a+\\\n +b;", "a+\\\n+b;"));
+    EXPECT_TRUE(accepts("struct \\\nA;", "struct\\\n A;"));
+    EXPECT_TRUE(accepts("a \\\n+b;", "a\\\n+b;"));
+}
+
+TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
+    EXPECT_FALSE(accepts("s = \"a-b\";", "s = \"a- b\";"));
+    EXPECT_FALSE(accepts("s = \"(\";", "s = \"(\n\";"));
+    EXPECT_FALSE(accepts("s = R\"(\"-b)\";", "s = R\"(\"- b)\";"));
+    EXPECT_FALSE(accepts("c = L'-';", "c = L'- ';"));
+    EXPECT_TRUE(
+        accepts("n=1'000-2'000;s=\"\\\"\"-'a'-'\"'-b;", "n = 1'000 - 2'000; s = \"\\\"\" - 'a' - '\"' - b;"));
+}
+
 TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
     EXPECT_FALSE(accepts("s = \"a  b\";", "s = \"a b\";"));
     EXPECT_FALSE(accepts("s = \"a\\\n  b\";", "s = \"a\\\nb\";"));
@@ -76,8 +93,9 @@ TEST(TokenProof, SeesLinesThatDoNotEndOrBegin) {
     EXPECT_FALSE(accepts("int\\\n a;", "int\\\na;"));
     EXPECT_TRUE(accepts("f\\\n (a);", "f\\\n(a);"));
     EXPECT_FALSE(accepts("{\\ }", "{\\ \n}"));
-    EXPECT_TRUE(accepts("f('\n)", "f( ' \n\n)"));
+    EXPECT_TRUE(accepts("f('\n)", "f( '\n\n)"));
     EXPECT_TRUE(accepts("f(''\n)", "f('')"));
+    EXPECT_FALSE(accepts("a;\n/* b */ #if X\nc;", "a; /* b */ #if X\nc;"));
 }
 
 TEST(TokenProof, SeesDirectivesThatDoNotEndBehindTheirComments) {
