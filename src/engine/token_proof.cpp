@@ -107,10 +107,28 @@ private:
             if (source_.isApart != result_.isApart && !staysTheSame()) return false;
             source_.isApart = result_.isApart = false;
             if (source_.place >= end) return true;
-            const std::size_t length = unitLength();
-            if (!compareExactly(source_.text.substr(source_.place, length))) return false;
-            source_.place += length;
+            if (!compareUnit()) return false;
+            skipPlain(end);
         }
+    }
+
+    // What is the same without white space in front of it, and no literal, as most of a text is.
+    void skipPlain(std::size_t end) {
+        constexpr char lastQuote = '\'';  // white space and quotes are not behind it
+        const char* source = source_.text.data() + source_.place;
+        const char* result = result_.text.data() + result_.place;
+        const std::size_t limit = std::min(end - source_.place, result_.text.size() - result_.place);
+        std::size_t count = 0;
+        while (count < limit && source[count] == result[count] && source[count] > lastQuote) ++count;
+        source_.place += count;
+        result_.place += count;
+    }
+
+    bool compareUnit() {
+        const std::size_t length = unitLength();
+        if (!compareExactly(source_.text.substr(source_.place, length))) return false;
+        source_.place += length;
+        return true;
     }
 
     // How many characters stand together here: one, or those of a literal, which is not opaque without white
@@ -233,12 +251,21 @@ private:
         return true;
     }
 
+    // Whether the blanks at the end of a line hold apart what is not to join: a "/" and the comment behind a
+    // directive, or a backslash and the line end.
+    static bool blanksCount(std::string_view line, bool isLast) {
+        const std::string_view trimmed = trimRight(line);
+        return (isLast && trimmed.ends_with('/')) || trimmed.ends_with('\\');
+    }
+
     // A comment or directive, line by line.
     bool compareLines(std::string_view text) {
         for (bool isFirst = true; !text.empty(); isFirst = false) {
             const std::size_t lineFeed = text.find('\n');
             const std::string_view line = text.substr(0, lineFeed);
-            if (!compareExactly(isFirst ? trimRight(line) : trim(line))) return false;
+            const std::string_view kept =
+                blanksCount(line, lineFeed == std::string_view::npos) ? line : trimRight(line);
+            if (!compareExactly(isFirst ? kept : trimLeft(kept))) return false;
             if (lineFeed == std::string_view::npos) return true;
             if (!endLine()) return false;
             text.remove_prefix(lineFeed + 1);

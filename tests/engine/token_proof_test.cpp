@@ -56,6 +56,12 @@ TEST(TokenProof, SeesTokensThatJoinOrFallApart) {
     EXPECT_TRUE(accepts("f(\"a b\"\"c d\"/* e */);", "f(\"a b\" \"c d\" /* e */);"));
 }
 
+TEST(TokenProof, SeesBlanksThatHoldALineEndOrACommentApart) {
+    EXPECT_FALSE(accepts("#define A b/ /* c */\n", "#define A b//* c */\n"));
+    EXPECT_FALSE(accepts("// a \\ \n b", "// a \\\n b"));
+    EXPECT_TRUE(accepts("#define A b  // c\n", "#define A b// c\n"));
+}
+
 TEST(TokenProof, SeesTokensThatSplicesJoin) {
     EXPECT_FALSE(accepts("struct \\\nA;", "struct\\\nA;"));
     EXPECT_FALSE(accepts("struct \\\n\\ \nA;", "struct\\\n\\ \nA;"));

@@ -21,6 +21,13 @@ std::string withoutWhite(std::string_view text) {
     return kept;
 }
 
+// The place behind the last character that is not white space.
+std::size_t lastStray(std::string_view text) {
+    std::size_t place = text.size();
+    while (place > 0 && isWhite(text[place - 1])) --place;
+    return place;
+}
+
 // Takes the white space off the starts and the ends of the lines.
 std::string withTrimmedLines(std::string_view text) {
     std::string kept;
@@ -58,8 +65,10 @@ public:
         token_ = lexer_.nextToken();
         const std::size_t gapEnd = atEnd() ? text_.size() : token_.offset;
         const std::string_view gap = text_.substr(gapStart, gapEnd - gapStart);
-        isFirst_ = staysFirst || endedLine || gap.find('\n') != std::string_view::npos;
         stray_ = withoutWhite(gap);
+        const std::string_view behind = gap.substr(lastStray(gap));
+        isFirst_ =
+            (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
         content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
     }
 
