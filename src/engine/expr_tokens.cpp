@@ -421,6 +421,8 @@ void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         ExprToken& added = tokens.emplace_back();
         added.token = token;
+        added.token.text =
+            text.substr(token.offset, token.length);  // the lexer's own would end with the lexer
         if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
     }
     BracketMatcher(tokens, mode).run();

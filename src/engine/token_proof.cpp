@@ -68,12 +68,12 @@ struct Cursor {
     }
 };
 
-// The kinds and texts of the tokens of a few characters.
-std::vector<std::string_view> tokensOf(std::string_view text) {
-    std::vector<std::string_view> tokens;
+// The texts of the tokens of a few characters. The lexer owns some of what it returns.
+std::vector<std::string> tokensOf(std::string_view text) {
+    std::vector<std::string> tokens;
     Cpp::Lexer lexer(text);
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        tokens.push_back(token.text);
+        tokens.emplace_back(token.text);
     }
     return tokens;
 }

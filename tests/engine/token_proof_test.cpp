@@ -19,6 +19,7 @@ TEST(TokenProof, AcceptsOtherWhiteSpace) {
     EXPECT_TRUE(accepts("x = ('a'-'b')*1.5e-3;", "x = ('a' - 'b') * 1.5e-3;"));
     EXPECT_TRUE(accepts("p=&*q;a=-1;v<::T>w;", "p = & *q; a = - 1; v< ::T > w;"));
     EXPECT_TRUE(accepts("9e-=b;", "9e- =b;"));
+    EXPECT_TRUE(accepts("x=A:: B::c;", "x = A::B::\n    c;"));
     EXPECT_TRUE(accepts("", "\n"));
 }
 
