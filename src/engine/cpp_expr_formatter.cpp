@@ -188,8 +188,7 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 // as one. Rows of an initializer are kept, by the wrapper too. Null where the gap is to stay.
 const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
-    const bool isRow = !run.groups.empty() && (run.groups.back().kind == Group::Kind::Braces ||
-                                               run.groups.back().kind == Group::Kind::InnerBraces);
+    const bool isRow = !run.groups.empty() && run.groups.back().holdsRows;
     if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
     const ExprToken& token = run.current();
     if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
@@ -319,9 +318,6 @@ void CppExprFormatter::openGroup(Run& run) {
         }
         case ExprRole::BraceOpen:
             group.kind = Group::Kind::Braces;
-            group.elements = std::make_unique<Group::ElementScope>(
-                run.out, run.out.indent() + settings_.dataIndent.text,
-                settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
             break;
         case ExprRole::GroupOpen:
             group.kind = open.token.kind == Cpp::OpenParen ? Group::Kind::Parentheses : Group::Kind::Brackets;
@@ -329,8 +325,23 @@ void CppExprFormatter::openGroup(Run& run) {
             break;
         default: group.kind = Group::Kind::InnerBraces;
     }
+    if (group.isBraced()) {
+        group.holdsRows = run.groups.empty() || run.groups.back().holdsRows;
+        if (indentsContents(run)) {
+            group.elements = std::make_unique<Group::ElementScope>(
+                run.out, run.out.indent() + settings_.dataIndent.text,
+                settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
+        }
+    }
     run.after = afterOpen(group.kind);
     run.groups.push_back(std::move(group));
+}
+
+// At the "{" written last. Rows within an initializer stand as far to the left as the rows around them.
+bool CppExprFormatter::indentsContents(const Run& run) {
+    const ExprToken& open = run.tokens[run.previous];
+    if (open.role == ExprRole::BraceOpen || run.groups.empty() || !run.groups.back().isBraced()) return true;
+    return opensBlock(run.tokens, run.previous);
 }
 
 // At the first token of a group, the gap in front of it written: the group's elements line up with it when

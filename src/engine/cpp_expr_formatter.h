@@ -48,8 +48,11 @@ private:
         bool isList = false;     // elements stay aligned when commas break lines
         int listColumn = 0;      // of the first element
         bool hasElements = false;
+        bool holdsRows = false;  // of an initializer
         struct ElementScope;
         std::unique_ptr<ElementScope> elements;
+
+        bool isBraced() const { return kind == Kind::Braces || kind == Kind::InnerBraces; }
     };
     struct Run;
 
@@ -65,6 +68,7 @@ private:
     void writeMarks(Run& run);
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
+    static bool indentsContents(const Run& run);
     void startElements(Run& run, Group& group);
     void closeGroup(Run& run);
     void writeClosingGap(Run& run, const Group& group);

@@ -415,6 +415,21 @@ private:
 
 }  // namespace
 
+bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open) {
+    while (open > 0 && tokens[open - 1].role == ExprRole::Trivia) --open;
+    switch (open > 0 ? tokens[open - 1].token.kind : Trn::kEndKind) {
+        case Cpp::CloseParen:
+        case Cpp::CloseBracket:
+        case Cpp::Semicolon:
+        case Cpp::KeywordDo:
+        case Cpp::KeywordElse:
+        case Cpp::KeywordTry:
+            return true;
+        default:
+            return false;
+    }
+}
+
 void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens) {
     tokens.clear();
     Cpp::Lexer lexer(text);

@@ -44,4 +44,7 @@ enum class ExprMode { Expression, Declaration, Declarators };
 // two over the tokens, whatever the nesting.
 void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens);
 
+// Whether the "{" at `open` begins statements, as those of a lambda do.
+bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open);
+
 }  // namespace Tessel

@@ -143,6 +143,7 @@ private:
             --word;
         unitEnd_ = tokenEnd(word);
         if (unitEnd_ <= place) unitEnd_ = tokenEnd(place);
+        mayBeRaw_ = place > 0 && source_.text[place - 1] == 'R';
         return unitEnd_ - place;
     }
 
@@ -172,7 +173,8 @@ private:
         if (joined.place == 0) return true;
         const char before = joined.text[joined.place - 1];
         const char after = joined.current();
-        if (joined.place == joined.codeStart) return staysBehindOpaque(joined);
+        if (joined.place == joined.codeStart && !isWordPart(before)) return staysBehindOpaque(joined);
+        if (before == '"' && after == '(' && mayBeRaw_) return false;
         if (isWordPart(before) && isOperatorPart(after)) return areSameTokens(joined);
         if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after)))
             return areSameTokens(joined);
@@ -291,6 +293,7 @@ private:
     Cursor source_;
     Cursor result_;
     std::size_t unitEnd_ = 0;     // of the last literal, in the source
+    bool mayBeRaw_ = false;       // it would be with a "(" behind it
     bool isInDirective_ = false;  // its line has not ended yet
 };
 

@@ -281,7 +281,9 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
                   region.depth + 1,
                   isBraced && region.startsAtIndent};
     // As the elements of any initializer: `.size = {`.
-    if (inside.startsAtIndent && text_.tokens()[open].role == ExprRole::BraceOpen) {
+    const bool isIndented =
+        text_.tokens()[open].role == ExprRole::BraceOpen || opensBlock(text_.tokens(), open);
+    if (inside.startsAtIndent && isIndented) {
         inside.indent = columnAfter(settings_.dataIndent.text, region.indent, settings_.tabSize);
     }
     const bool isCallGroup = isCall(open, at);

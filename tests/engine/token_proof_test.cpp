@@ -67,6 +67,7 @@ TEST(TokenProof, SeesTokensThatSplicesJoin) {
     EXPECT_FALSE(accepts("struct \\\nA;", "struct\\\nA;"));
     EXPECT_FALSE(accepts("struct \\\n\\ \nA;", "struct\\\n\\ \nA;"));
     EXPECT_FALSE(accepts("a+\\\n +b;", "a+\\\n+b;"));
+    EXPECT_FALSE(accepts("a\\\nb ::c;", "a\\\nb::c;"));
     EXPECT_TRUE(accepts("struct \\\nA;", "struct\\\n A;"));
     EXPECT_TRUE(accepts("a \\\n+b;", "a\\\n+b;"));
 }
@@ -76,6 +77,7 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_FALSE(accepts("s = \"(\";", "s = \"(\n\";"));
     EXPECT_FALSE(accepts("s = R\"(\"-b)\";", "s = R\"(\"- b)\";"));
     EXPECT_FALSE(accepts("c = L'-';", "c = L'- ';"));
+    EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
     EXPECT_TRUE(
         accepts("n=1'000-2'000;s=\"\\\"\"-'a'-'\"'-b;", "n = 1'000 - 2'000; s = \"\\\"\" - 'a' - '\"' - b;"));
 }
