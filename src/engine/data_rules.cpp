@@ -88,7 +88,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
 bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const {
     const bool isWanted = settings_.alignsDataNames || (settings_.alignsMemberNames && inClassBody_);
     return isWanted && !settings_.keepsData && columns_.dataNames.contains(&declaration) &&
-           !writer_.holdsOpaque(type) && !writer_.endsInJoinedLiteral(type);
+           !writer_.holdsOpaque(type) && !writer_.followsJoinedLiteral();
 }
 
 char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {

@@ -108,7 +108,7 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
 bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const {
     const bool isWanted = settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
     return isWanted && !declaration.body() && columns_.functionNames.contains(&declaration) &&
-           !writer_.holdsOpaque(type) && !writer_.endsInJoinedLiteral(type);
+           !writer_.holdsOpaque(type) && !writer_.followsJoinedLiteral();
 }
 
 void CppFormatter::visit(Cpp::ParameterNode* parameter) {

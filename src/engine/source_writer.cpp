@@ -172,14 +172,14 @@ void SourceWriter::keepDirectivePlace(std::string_view gap) {
     if (out_->column() == 0) writeRendered(gap.substr(lineFeed + 1), *out_);
 }
 
-bool SourceWriter::endsInJoinedLiteral(std::string_view piece) const {
+bool SourceWriter::followsJoinedLiteral() const {
+    const char last = peekBehind();
     const char next = peek();
-    return !piece.empty() && (piece.back() == '"' || piece.back() == '\'') && !isWhitespace(next) &&
-           Cpp::wouldJoin(piece.substr(piece.size() - 1), {&next, 1});
+    return (last == '"' || last == '\'') && !isWhitespace(next) && Cpp::wouldJoin({&last, 1}, {&next, 1});
 }
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
-    if (endsInJoinedLiteral(gap)) return write(gap);
+    if (followsJoinedLiteral()) return write(gap);
     wanted = asLastNeeds(gap, gap.substr(trimRight(gap).size()), wanted);
     if (isAllWhitespace(gap)) {
         out_->writeVerbatim(asNextNeeds(gap, wanted));

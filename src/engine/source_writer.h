@@ -55,9 +55,9 @@ public:
 
     // Whether a comment, a directive or any other token whose white space has to stay stands in the piece.
     bool holdsOpaque(std::string_view piece) const;
-    // Whether the piece, which has just been read, ends in a literal that the name behind it is joined to, so
-    // that they mean something else apart.
-    bool endsInJoinedLiteral(std::string_view piece) const;
+    // Whether what has been read ends in a literal that the name behind it is joined to, so that they mean
+    // something else apart.
+    bool followsJoinedLiteral() const;
     bool holdsLineComment(std::string_view piece) const;
     // The column at which the next character will appear, for what is to be indented from it.
     int nextColumn() const;
