@@ -428,7 +428,7 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
     }
 
     // The name is the last one in front of what shows that the declared thing is a pointer, an array or a
-    // function.
+    // function. In front of `::operator` the lexer sees one without a text.
     TokenText name;
     bool sawName = false;
     for (int nesting = 0; nesting >= 0;) {
@@ -441,7 +441,7 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
                    token.kind == OpenBracket;
         if (token.kind == OpenParen || token.kind == OpenBracket) ++nesting;
         if (token.kind == CloseParen || token.kind == CloseBracket) --nesting;
-        if (token.kind == Identifier && !sawName) {
+        if (token.kind == Identifier && !token.text.empty() && !sawName) {
             name = TokenText();
             name.add(token);
         }

@@ -138,9 +138,9 @@ private:
         const std::size_t place = source_.place;
         if (quotes.find(source_.current()) == std::string_view::npos) return 1;
         // A prefix, or the digits in front of a separator, tell what the quote is.
+        const std::size_t first = std::max(unitEnd_, source_.codeStart);
         std::size_t word = place;
-        while (word > unitEnd_ && (isWordPart(source_.text[word - 1]) || source_.text[word - 1] == '\''))
-            --word;
+        while (word > first && (isWordPart(source_.text[word - 1]) || source_.text[word - 1] == '\'')) --word;
         unitEnd_ = tokenEnd(word);
         if (unitEnd_ <= place) unitEnd_ = tokenEnd(place);
         mayBeRaw_ = place > 0 && source_.text[place - 1] == 'R';
@@ -174,11 +174,23 @@ private:
         const char before = joined.text[joined.place - 1];
         const char after = joined.current();
         if (joined.place == joined.codeStart && !isWordPart(before)) return staysBehindOpaque(joined);
-        if (before == '"' && after == '(' && mayBeRaw_) return false;
+        if (mayBeRaw_ && startsRawString(joined)) return false;
         if (isWordPart(before) && isOperatorPart(after)) return areSameTokens(joined);
         if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after)))
             return areSameTokens(joined);
         return !Cpp::wouldJoin({&before, 1}, {&after, 1});
+    }
+
+    // Whether what stands around the place reads as the start of a raw string, R"delimiter(.
+    static bool startsRawString(const Cursor& joined) {
+        constexpr std::size_t longest = 20;
+        constexpr std::string_view ends = "() \\\t\v\f\n";
+        const std::size_t start = joined.place - std::min(joined.place, longest);
+        std::string_view around = joined.text.substr(start, 2 * longest);
+        const std::size_t end = around.find_first_of(ends, joined.place - start);
+        if (end == std::string_view::npos || around[end] != '(') return false;
+        around = around.substr(0, end);
+        return around.substr(around.find_last_of(ends) + 1).find("R\"") != std::string_view::npos;
     }
 
     // A comment holds tokens apart, and a splice does not; with literals it depends.

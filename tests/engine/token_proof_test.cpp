@@ -77,7 +77,10 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_FALSE(accepts("s = \"(\";", "s = \"(\n\";"));
     EXPECT_FALSE(accepts("s = R\"(\"-b)\";", "s = R\"(\"- b)\";"));
     EXPECT_FALSE(accepts("c = L'-';", "c = L'- ';"));
+    EXPECT_TRUE(accepts("' ''/''", "' ''/''"));
     EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
+    EXPECT_FALSE(accepts("R\"a\" b(c);", "R\"a\"b(c);"));
+    EXPECT_TRUE(accepts("R\"a\" + b(c);", "R\"a\"+ b(c);"));
     EXPECT_TRUE(
         accepts("n=1'000-2'000;s=\"\\\"\"-'a'-'\"'-b;", "n = 1'000 - 2'000; s = \"\\\"\" - 'a' - '\"' - b;"));
 }
