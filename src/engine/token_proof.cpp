@@ -141,15 +141,13 @@ private:
         const std::size_t first = std::max(unitEnd_, source_.codeStart);
         std::size_t word = place;
         while (word > first && (isWordPart(source_.text[word - 1]) || source_.text[word - 1] == '\'')) --word;
-        unitEnd_ = tokenEnd(word);
-        if (unitEnd_ <= place) unitEnd_ = tokenEnd(place);
+        Cpp::Lexer lexer(source_.text.substr(word));
+        do {
+            const Trn::Token token = lexer.nextToken();
+            unitEnd_ = word + token.offset + token.length;
+        } while (unitEnd_ <= place);
         mayBeRaw_ = place > 0 && source_.text[place - 1] == 'R';
         return unitEnd_ - place;
-    }
-
-    std::size_t tokenEnd(std::size_t start) const {
-        const Trn::Token token = Cpp::Lexer(source_.text.substr(start)).nextToken();
-        return start + token.offset + token.length;
     }
 
     // Whether a stray backslash has come to end a line. Backslashes that did so before are opaque.

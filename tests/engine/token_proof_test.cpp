@@ -78,6 +78,7 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_FALSE(accepts("s = R\"(\"-b)\";", "s = R\"(\"- b)\";"));
     EXPECT_FALSE(accepts("c = L'-';", "c = L'- ';"));
     EXPECT_TRUE(accepts("' ''/''", "' ''/''"));
+    EXPECT_TRUE(accepts("f(.1'0){}", "f(.1'0) {}"));
     EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
     EXPECT_FALSE(accepts("R\"a\" b(c);", "R\"a\"b(c);"));
     EXPECT_TRUE(accepts("R\"a\" + b(c);", "R\"a\"+ b(c);"));
