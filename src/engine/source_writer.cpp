@@ -98,7 +98,11 @@ void SourceWriter::writeProtected(std::string_view piece) {
 void SourceWriter::writeProtectedLine(std::string_view line) {
     const std::size_t start = offsetOf(line);
     const auto token = firstOpaque(start);
-    const bool startsInLiteral = token != opaque_.end() && token->offset < start && !Cpp::isTrivia(token->kind);
+    const bool startsInToken = token != opaque_.end() && token->offset < start;
+    const bool startsInLiteral =
+        startsInToken &&
+        (!Cpp::isTrivia(token->kind) ||
+         (token->kind == Cpp::Directive && continuesLiteral(text_.substr(token->offset, token->length))));
     if (!startsInLiteral && out_->column() == 0 && !out_->keepLeadingSpace()) {
         const std::string_view text = trimLeft(line);
         line = text.empty() ? line.substr(line.size() - (line.ends_with('\n') ? 1 : 0)) : text;

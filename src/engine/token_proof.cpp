@@ -19,6 +19,14 @@ constexpr bool isNamePart(char c) {
            c == '$' || static_cast<unsigned char>(c) > 127;
 }
 
+// Characters. More operators in a row are no code, and looking at all of them again and again would take
+// long.
+constexpr std::size_t kLongestOperators = 256;
+
+constexpr bool isQuote(char c) {
+    return c == '"' || c == '\'';
+}
+
 // Of names and numbers.
 constexpr bool isWordPart(char c) {
     return isNamePart(c) || c == '.';
@@ -97,6 +105,7 @@ private:
     // it.
     bool compareCode(std::size_t end) {
         while (true) {
+            sourceGapStart_ = source_.place;
             const std::string_view sourceGap = source_.skipWhitespace(end);
             const std::string_view resultGap = result_.skipWhitespace(result_.text.size());
             if (source_.atEnd()) return true;
@@ -134,18 +143,20 @@ private:
     // How many characters stand together here: one, or those of a literal, which is not opaque without white
     // space.
     std::size_t unitLength() {
-        constexpr std::string_view quotes = "\"'";
         const std::size_t place = source_.place;
-        if (quotes.find(source_.current()) == std::string_view::npos) return 1;
+        if (!isQuote(source_.current())) return 1;
         // A prefix, or the digits in front of a separator, tell what the quote is.
         const std::size_t first = std::max(unitEnd_, source_.codeStart);
         std::size_t word = place;
         while (word > first && (isWordPart(source_.text[word - 1]) || source_.text[word - 1] == '\'')) --word;
         Cpp::Lexer lexer(source_.text.substr(word));
+        Trn::Token token;
         do {
-            const Trn::Token token = lexer.nextToken();
+            token = lexer.nextToken();
             unitEnd_ = word + token.offset + token.length;
         } while (unitEnd_ <= place);
+        number_ = token.kind == Cpp::Number ? source_.text.substr(word + token.offset, token.length)
+                                            : std::string_view();
         mayBeRaw_ = place > 0 && source_.text[place - 1] == 'R';
         return unitEnd_ - place;
     }
@@ -173,7 +184,7 @@ private:
         const char after = joined.current();
         if (joined.place == joined.codeStart && !isWordPart(before)) return staysBehindOpaque(joined);
         if (mayBeRaw_ && startsRawString(joined)) return false;
-        if (isWordPart(before) && isOperatorPart(after)) return areSameTokens(joined);
+        if (isWordPart(before) && (isOperatorPart(after) || isQuote(after))) return areSameTokens(joined);
         if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after)))
             return areSameTokens(joined);
         return !Cpp::wouldJoin({&before, 1}, {&after, 1});
@@ -208,25 +219,37 @@ private:
         return text;
     }
 
-    // Lexes the word or the operators on both sides, with white space in between and without.
+    // Lexes both sides with white space in between and without.
     bool areSameTokens(const Cursor& joined) const {
-        constexpr std::size_t longestWord = 256;
-        const std::string_view text = joined.text;
+        const std::string left = leftOf(joined);
+        const std::string right = rightOf(joined);
+        if (left.empty() || right.empty()) return false;
+        return tokensOf(left + right) == tokensOf(left + ' ' + right);
+    }
+
+    // The word or the operators in front of the place; nothing for too many operators.
+    std::string leftOf(const Cursor& joined) const {
         std::size_t first = joined.place - 1;
-        while (first > joined.codeStart && joined.place - first < longestWord &&
-               belongTogether(text[first - 1], text[first])) {
+        while (first > joined.codeStart && belongTogether(joined.text[first - 1], joined.text[first])) {
+            if (isOperatorPart(joined.text[first]) && joined.place - first >= kLongestOperators) return {};
             --first;
         }
+        const std::string_view left = joined.text.substr(first, joined.place - first);
+        const std::size_t behindNumber = sourceGapStart_ - unitEnd_;
+        if (number_.empty() || behindNumber > left.size()) return std::string(left);
+        return std::string(number_).append(left.substr(left.size() - behindNumber));
+    }
+
+    // Those behind it. What a literal holds does not matter.
+    static std::string rightOf(const Cursor& joined) {
+        const char quote = joined.current();
+        if (isQuote(quote)) return {quote, 'x', quote};
         std::size_t last = joined.place + 1;
-        while (last < text.size() && last - joined.place < longestWord &&
-               belongTogether(text[last - 1], text[last])) {
+        while (last < joined.text.size() && belongTogether(joined.text[last - 1], joined.text[last])) {
+            if (isOperatorPart(joined.text[last]) && last - joined.place >= kLongestOperators) return {};
             ++last;
         }
-        const std::string_view left = text.substr(first, joined.place - first);
-        const std::string_view right = text.substr(joined.place, last - joined.place);
-        const std::string together = std::string(left) + std::string(right);
-        const std::string apart = std::string(left) + ' ' + std::string(right);
-        return tokensOf(together) == tokensOf(apart);
+        return std::string(joined.text.substr(joined.place, last - joined.place));
     }
 
     bool compareOpaque(const Cpp::OpaqueToken& token) {
@@ -304,6 +327,8 @@ private:
     Cursor result_;
     std::size_t unitEnd_ = 0;     // of the last literal, in the source
     bool mayBeRaw_ = false;       // it would be with a "(" behind it
+    std::string_view number_;     // with a separator, that the last literal is in truth
+    std::size_t sourceGapStart_ = 0;
     bool isInDirective_ = false;  // its line has not ended yet
 };
 

@@ -79,6 +79,9 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_FALSE(accepts("c = L'-';", "c = L'- ';"));
     EXPECT_TRUE(accepts("' ''/''", "' ''/''"));
     EXPECT_TRUE(accepts("f(.1'0){}", "f(.1'0) {}"));
+    EXPECT_FALSE(accepts("x=5.'5;", "x=5. '5;"));
+    EXPECT_FALSE(accepts("x=0x1'0 .a;", "x=0x1'0.a;"));
+    EXPECT_TRUE(accepts("do\"\";while('a');", "do \"\"; while ('a');"));
     EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
     EXPECT_FALSE(accepts("R\"a\" b(c);", "R\"a\"b(c);"));
     EXPECT_TRUE(accepts("R\"a\" + b(c);", "R\"a\"+ b(c);"));
