@@ -157,7 +157,7 @@ private:
         } while (unitEnd_ <= place);
         number_ = token.kind == Cpp::Number ? source_.text.substr(word + token.offset, token.length)
                                             : std::string_view();
-        mayBeRaw_ = place > 0 && source_.text[place - 1] == 'R';
+        mayBeRaw_ = mayBeRaw_ || endsWithRawPrefix(source_.text.substr(0, place));
         return unitEnd_ - place;
     }
 
@@ -190,6 +190,15 @@ private:
         return !Cpp::wouldJoin({&before, 1}, {&after, 1});
     }
 
+    static bool endsWithRawPrefix(std::string_view text) {
+        if (!text.ends_with('R')) return false;
+        constexpr std::size_t longest = 3;
+        std::size_t start = text.size() - 1;
+        while (start > 0 && text.size() - start <= longest && isNamePart(text[start - 1])) --start;
+        const std::string_view prefix = text.substr(start, text.size() - 1 - start);
+        return prefix.empty() || prefix == "L" || prefix == "u" || prefix == "U" || prefix == "u8";
+    }
+
     // Whether what stands around the place reads as the start of a raw string, R"delimiter(.
     static bool startsRawString(const Cursor& joined) {
         constexpr std::size_t longest = 20;
@@ -198,8 +207,12 @@ private:
         std::string_view around = joined.text.substr(start, 2 * longest);
         const std::size_t end = around.find_first_of(ends, joined.place - start);
         if (end == std::string_view::npos || around[end] != '(') return false;
-        around = around.substr(0, end);
-        return around.substr(around.find_last_of(ends) + 1).find("R\"") != std::string_view::npos;
+        for (std::size_t quote = 0; quote < end; ++quote) {
+            const bool isRaw = around[quote] == '"' && endsWithRawPrefix(around.substr(0, quote));
+            if (isRaw && around.substr(0, end).find_first_of(ends, quote) == std::string_view::npos)
+                return true;
+        }
+        return false;
     }
 
     // A comment holds tokens apart, and a splice does not; with literals it depends.

@@ -84,7 +84,9 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_TRUE(accepts("do\"\";while('a');", "do \"\"; while ('a');"));
     EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
     EXPECT_FALSE(accepts("R\"a\" b(c);", "R\"a\"b(c);"));
+    EXPECT_FALSE(accepts("u8R\"\"\"\" (b);", "u8R\"\"\"\"(b);"));
     EXPECT_TRUE(accepts("R\"a\" + b(c);", "R\"a\"+ b(c);"));
+    EXPECT_TRUE(accepts("ER\"a\"b(c);", "ER\"a\"b (c);"));
     EXPECT_TRUE(
         accepts("n=1'000-2'000;s=\"\\\"\"-'a'-'\"'-b;", "n = 1'000 - 2'000; s = \"\\\"\" - 'a' - '\"' - b;"));
 }
