@@ -3,22 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cpp/characters.h"
+
 namespace Cpp {
 
 namespace {
-
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-constexpr bool isNamePart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c) || c == '_' || c == '$' ||
-           static_cast<unsigned char>(c) > 127;
-}
-
-constexpr bool isQuote(char c) {
-    return c == '"' || c == '\'';
-}
 
 // Two characters that mean something else together; the digraphs among them.
 constexpr std::string_view kJoiningPairs[] = {

@@ -1,48 +1,17 @@
 #include "engine/token_proof.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "cpp/lexer.h"
-#include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
+#include "engine/token_boundary.h"
 
 namespace Tessel {
 
 namespace {
-
-constexpr bool isNamePart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-           c == '$' || static_cast<unsigned char>(c) > 127;
-}
-
-// Characters. More operators in a row are no code, and looking at all of them again and again would take
-// long.
-constexpr std::size_t kLongestOperators = 256;
-
-constexpr bool isQuote(char c) {
-    return c == '"' || c == '\'';
-}
-
-// Of names and numbers.
-constexpr bool isWordPart(char c) {
-    return isNamePart(c) || c == '.';
-}
-
-// Of operators that are more than one character long.
-constexpr bool isOperatorPart(char c) {
-    return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
-}
-
-// Whether the same token may hold both, one behind the other: an exponent takes a sign in.
-constexpr bool belongTogether(char before, char after) {
-    const bool isExponent = std::string_view("eEpP").find(before) != std::string_view::npos;
-    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
-           (isExponent && (after == '+' || after == '-'));
-}
 
 // A place in one of the two texts.
 struct Cursor {
@@ -75,16 +44,6 @@ struct Cursor {
         codeStartsLine = beginsLine;
     }
 };
-
-// The texts of the tokens of a few characters. The lexer owns some of what it returns.
-std::vector<std::string> tokensOf(std::string_view text) {
-    std::vector<std::string> tokens;
-    Cpp::Lexer lexer(text);
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        tokens.emplace_back(token.text);
-    }
-    return tokens;
-}
 
 class Comparison {
 public:
@@ -144,7 +103,7 @@ private:
     // space.
     std::size_t unitLength() {
         const std::size_t place = source_.place;
-        if (!isQuote(source_.current())) return 1;
+        if (!Cpp::isQuote(source_.current())) return 1;
         // A prefix, or the digits in front of a separator, tell what the quote is.
         const std::size_t first = std::max(unitEnd_, source_.codeStart);
         std::size_t word = place;
@@ -179,90 +138,9 @@ private:
     // At two neighbouring characters that white space holds apart in one of the texts only.
     bool staysTheSame() const {
         const Cursor& joined = source_.isApart ? result_ : source_;
-        if (joined.place == 0) return true;
-        const char before = joined.text[joined.place - 1];
-        const char after = joined.current();
-        if (joined.place == joined.codeStart && !isWordPart(before)) return staysBehindOpaque(joined);
-        if (mayBeRaw_ && startsRawString(joined)) return false;
-        if (isWordPart(before) && (isOperatorPart(after) || isQuote(after))) return areSameTokens(joined);
-        if (isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after)))
-            return areSameTokens(joined);
-        return !Cpp::wouldJoin({&before, 1}, {&after, 1});
-    }
-
-    static bool endsWithRawPrefix(std::string_view text) {
-        if (!text.ends_with('R')) return false;
-        constexpr std::size_t longest = 3;
-        std::size_t start = text.size() - 1;
-        while (start > 0 && text.size() - start <= longest && isNamePart(text[start - 1])) --start;
-        const std::string_view prefix = text.substr(start, text.size() - 1 - start);
-        return prefix.empty() || prefix == "L" || prefix == "u" || prefix == "U" || prefix == "u8";
-    }
-
-    // Whether what stands around the place reads as the start of a raw string, R"delimiter(.
-    static bool startsRawString(const Cursor& joined) {
-        constexpr std::size_t longest = 20;
-        constexpr std::string_view ends = "() \\\t\v\f\n";
-        const std::size_t start = joined.place - std::min(joined.place, longest);
-        std::string_view around = joined.text.substr(start, 2 * longest);
-        const std::size_t end = around.find_first_of(ends, joined.place - start);
-        if (end == std::string_view::npos || around[end] != '(') return false;
-        for (std::size_t quote = 0; quote < end; ++quote) {
-            const bool isRaw = around[quote] == '"' && endsWithRawPrefix(around.substr(0, quote));
-            if (isRaw && around.substr(0, end).find_first_of(ends, quote) == std::string_view::npos)
-                return true;
-        }
-        return false;
-    }
-
-    // A comment holds tokens apart, and a splice does not; with literals it depends.
-    static bool staysBehindOpaque(const Cursor& joined) {
-        const std::string_view before = withoutSplices(joined.text.substr(0, joined.place));
-        return before.empty() || before.ends_with('/') ||
-               !Cpp::wouldJoin(before.substr(before.size() - 1), joined.text.substr(joined.place, 1));
-    }
-
-    static std::string_view withoutSplices(std::string_view text) {
-        while (text.ends_with('\n')) {
-            std::string_view line = text.substr(0, text.size() - 1);
-            while (!line.empty() && line.back() != '\n' && isWhitespace(line.back())) line.remove_suffix(1);
-            if (!line.ends_with('\\')) break;
-            text = line.substr(0, line.size() - 1);
-        }
-        return text;
-    }
-
-    // Lexes both sides with white space in between and without.
-    bool areSameTokens(const Cursor& joined) const {
-        const std::string left = leftOf(joined);
-        const std::string right = rightOf(joined);
-        if (left.empty() || right.empty()) return false;
-        return tokensOf(left + right) == tokensOf(left + ' ' + right);
-    }
-
-    // The word or the operators in front of the place; nothing for too many operators.
-    std::string leftOf(const Cursor& joined) const {
-        std::size_t first = joined.place - 1;
-        while (first > joined.codeStart && belongTogether(joined.text[first - 1], joined.text[first])) {
-            if (isOperatorPart(joined.text[first]) && joined.place - first >= kLongestOperators) return {};
-            --first;
-        }
-        const std::string_view left = joined.text.substr(first, joined.place - first);
-        const std::size_t behindNumber = sourceGapStart_ - unitEnd_;
-        if (number_.empty() || behindNumber > left.size()) return std::string(left);
-        return std::string(number_).append(left.substr(left.size() - behindNumber));
-    }
-
-    // Those behind it. What a literal holds does not matter.
-    static std::string rightOf(const Cursor& joined) {
-        const char quote = joined.current();
-        if (isQuote(quote)) return {quote, 'x', quote};
-        std::size_t last = joined.place + 1;
-        while (last < joined.text.size() && belongTogether(joined.text[last - 1], joined.text[last])) {
-            if (isOperatorPart(joined.text[last]) && last - joined.place >= kLongestOperators) return {};
-            ++last;
-        }
-        return std::string(joined.text.substr(joined.place, last - joined.place));
+        const TokenBoundary boundary{joined.text, joined.place, joined.codeStart, number_,
+                                     sourceGapStart_ - unitEnd_};
+        return allowsWhitespace(boundary) && !(mayBeRaw_ && splitsRawString(boundary));
     }
 
     bool compareOpaque(const Cpp::OpaqueToken& token) {

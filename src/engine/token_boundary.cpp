@@ -1,0 +1,130 @@
+#include "engine/token_boundary.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "cpp/lexer.h"
+#include "cpp/token_joining.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+// Characters. More operators in a row are no code, and looking at all of them again and again would take
+// long.
+constexpr std::size_t kLongestOperators = 256;
+
+// Of operators that are more than one character long.
+constexpr bool isOperatorPart(char c) {
+    return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
+}
+
+// Whether the same token may hold both, one behind the other: an exponent takes a sign in.
+constexpr bool belongTogether(char before, char after) {
+    const bool isExponent = std::string_view("eEpP").find(before) != std::string_view::npos;
+    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
+           (isExponent && (after == '+' || after == '-'));
+}
+
+// The texts of the tokens of a few characters. The lexer owns some of what it returns.
+std::vector<std::string> tokensOf(std::string_view text) {
+    std::vector<std::string> tokens;
+    Cpp::Lexer lexer(text);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        tokens.emplace_back(token.text);
+    }
+    return tokens;
+}
+
+std::string_view withoutSplices(std::string_view text) {
+    while (text.ends_with('\n')) {
+        std::string_view line = text.substr(0, text.size() - 1);
+        while (!line.empty() && line.back() != '\n' && isWhitespace(line.back())) line.remove_suffix(1);
+        if (!line.ends_with('\\')) break;
+        text = line.substr(0, line.size() - 1);
+    }
+    return text;
+}
+
+// A comment holds tokens apart, and a splice does not; with literals it depends.
+bool allowsBehindOpaque(const TokenBoundary& boundary) {
+    const std::string_view before = withoutSplices(boundary.text.substr(0, boundary.place));
+    return before.empty() || before.ends_with('/') ||
+           !Cpp::wouldJoin(before.substr(before.size() - 1), boundary.text.substr(boundary.place, 1));
+}
+
+// The word or the operators in front of the place; nothing for too many operators.
+std::string leftOf(const TokenBoundary& boundary) {
+    const std::string_view text = boundary.text;
+    std::size_t first = boundary.place - 1;
+    while (first > boundary.codeStart && belongTogether(text[first - 1], text[first])) {
+        if (isOperatorPart(text[first]) && boundary.place - first >= kLongestOperators) return {};
+        --first;
+    }
+    const std::string_view left = text.substr(first, boundary.place - first);
+    if (boundary.number.empty() || boundary.behindNumber > left.size()) return std::string(left);
+    return std::string(boundary.number).append(left.substr(left.size() - boundary.behindNumber));
+}
+
+// Those behind it. What a literal holds does not matter.
+std::string rightOf(const TokenBoundary& boundary) {
+    const std::string_view text = boundary.text;
+    const char quote = text[boundary.place];
+    if (Cpp::isQuote(quote)) return {quote, 'x', quote};
+    std::size_t last = boundary.place + 1;
+    while (last < text.size() && belongTogether(text[last - 1], text[last])) {
+        if (isOperatorPart(text[last]) && last - boundary.place >= kLongestOperators) return {};
+        ++last;
+    }
+    return std::string(text.substr(boundary.place, last - boundary.place));
+}
+
+// Lexes both sides with white space in between and without.
+bool areSameTokens(const TokenBoundary& boundary) {
+    const std::string left = leftOf(boundary);
+    const std::string right = rightOf(boundary);
+    if (left.empty() || right.empty()) return false;
+    return tokensOf(left + right) == tokensOf(left + ' ' + right);
+}
+
+}  // namespace
+
+bool allowsWhitespace(const TokenBoundary& boundary) {
+    if (boundary.place == 0) return true;
+    const char before = boundary.text[boundary.place - 1];
+    const char after = boundary.text[boundary.place];
+    if (boundary.place == boundary.codeStart && !isWordPart(before)) return allowsBehindOpaque(boundary);
+    const bool isWordEnd = isWordPart(before) && (isOperatorPart(after) || Cpp::isQuote(after));
+    const bool isOperatorEnd = isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after));
+    if (isWordEnd || isOperatorEnd) return areSameTokens(boundary);
+    return !Cpp::wouldJoin({&before, 1}, {&after, 1});
+}
+
+bool splitsRawString(const TokenBoundary& boundary) {
+    constexpr std::size_t longest = 20;  // characters on either side
+    constexpr std::string_view ends = "() \\\t\v\f\n";
+    const std::size_t start = boundary.place - std::min(boundary.place, longest);
+    const std::string_view around = boundary.text.substr(start, 2 * longest);
+    const std::size_t end = around.find_first_of(ends, boundary.place - start);
+    if (end == std::string_view::npos || around[end] != '(') return false;
+    const std::string_view inFront = around.substr(0, end);
+    for (std::size_t quote = inFront.rfind('"'); quote != std::string_view::npos && quote > 0;
+         quote = inFront.rfind('"', quote - 1)) {
+        const bool isDelimiter = inFront.find_first_of(ends, quote) == std::string_view::npos;
+        if (isDelimiter && endsWithRawPrefix(inFront.substr(0, quote))) return true;
+    }
+    return false;
+}
+
+bool endsWithRawPrefix(std::string_view text) {
+    constexpr std::size_t longest = 3;
+    if (!text.ends_with('R')) return false;
+    std::size_t start = text.size() - 1;
+    while (start > 0 && text.size() - start <= longest && Cpp::isNamePart(text[start - 1])) --start;
+    const std::string_view prefix = text.substr(start, text.size() - 1 - start);
+    return prefix.empty() || prefix == "L" || prefix == "u" || prefix == "U" || prefix == "u8";
+}
+
+}  // namespace Tessel
