@@ -60,7 +60,7 @@ std::string leftOf(const TokenBoundary& boundary) {
     const std::string_view text = boundary.text;
     std::size_t first = boundary.place - 1;
     while (first > boundary.codeStart && belongTogether(text[first - 1], text[first])) {
-        if (isOperatorPart(text[first]) && boundary.place - first >= kLongestOperators) return {};
+        if (!isWordPart(text[first]) && boundary.place - first >= kLongestOperators) return {};
         --first;
     }
     const std::string_view left = text.substr(first, boundary.place - first);
@@ -75,7 +75,7 @@ std::string rightOf(const TokenBoundary& boundary) {
     if (Cpp::isQuote(quote)) return {quote, 'x', quote};
     std::size_t last = boundary.place + 1;
     while (last < text.size() && belongTogether(text[last - 1], text[last])) {
-        if (isOperatorPart(text[last]) && last - boundary.place >= kLongestOperators) return {};
+        if (!isWordPart(text[last]) && last - boundary.place >= kLongestOperators) return {};
         ++last;
     }
     return std::string(text.substr(boundary.place, last - boundary.place));
