@@ -108,10 +108,9 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     }
     const std::string_view name = writer_.readGap(tail->start());
     const std::string_view written = trimRight(name);
-    const bool endsLine = endsWithLineEndToken(name);
-    writeDataName(endsLine ? name : written, isAligned, true);
-    writeTailGap(declaration, written, endsLine ? std::string_view() : name.substr(written.size()),
-                 isAligned);
+    const std::size_t end = lineEndBehind(name);
+    writeDataName(name.substr(0, end), isAligned, true);
+    writeTailGap(declaration, written, name.substr(end), isAligned);
     writeRendered(exprFormatter_.formatDeclarators(writer_.readThrough(tail->end()), state()));
 }
 

@@ -81,6 +81,12 @@ bool endsWithLineEndToken(std::string_view text) {
     return (isLineEndKind(lastKind) || isInDirective) && isAllWhitespace(text.substr(end));
 }
 
+std::size_t lineEndBehind(std::string_view gap) {
+    const std::size_t end = trimRight(gap).size();
+    const std::size_t lineFeed = endsWithLineEndToken(gap) ? gap.find('\n', end) : std::string_view::npos;
+    return lineFeed == std::string_view::npos ? end : lineFeed + 1;
+}
+
 bool containsLineComment(std::string_view text) {
     return anyToken(text, [](int kind) { return kind == Cpp::LineComment; });
 }

@@ -22,6 +22,9 @@ std::string_view trim(std::string_view text);
 // The first, or the last, token is a directive or a line comment.
 bool startsWithLineEndToken(std::string_view text);
 bool endsWithLineEndToken(std::string_view text);
+// The place in a gap behind its last token, and behind the line end that the token needs; what follows is
+// white space.
+std::size_t lineEndBehind(std::string_view gap);
 bool containsLineComment(std::string_view text);
 bool containsCommentOrDirective(std::string_view text);
 // The first character that is not white space is "#".

@@ -57,8 +57,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     } else {
         if (writer_.holdsLineComment(gap)) {
             // The line end of a comment at the end is the one that is wanted.
-            const std::size_t size = trimRight(gap).size();
-            gap = gap.substr(0, size + (endsWithLineEndToken(gap) && size < gap.size() ? 1 : 0));
+            gap = gap.substr(0, lineEndBehind(gap));
         }
         if (isLineComment(previous) || staysApart) after = &kAsInInput;
     }

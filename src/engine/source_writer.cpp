@@ -158,12 +158,25 @@ bool SourceWriter::isInDirective(std::size_t place) const {
     return false;
 }
 
+// Whether a directive comes next, behind comments on its line or none.
+bool SourceWriter::isBeforeDirective() const {
+    if (peek() != '#' && peek() != '/') return false;
+    std::size_t place = in_.offset();
+    for (auto token = firstOpaque(place); token != opaque_.end() && token->offset == place; ++token) {
+        if (token->kind != Cpp::BlockComment) return token->kind == Cpp::Directive;
+        place += token->length;
+        while (place < text_.size() && text_[place] != '\n' && isWhitespace(text_[place])) ++place;
+    }
+    return false;
+}
+
 // What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
 // that a directive needs.
 std::string_view SourceWriter::asNextNeeds(std::string_view gap, std::string_view wanted) const {
     if (wanted.empty() && !gap.empty() && wouldJoin(gap)) return " ";
-    const bool isBeforeDirective = peek() == '#' && gap.find('\n') != std::string_view::npos;
-    if (!isBeforeDirective || wanted.find('\n') != std::string_view::npos) return wanted;
+    if (!isBeforeDirective() || gap.find('\n') == std::string_view::npos ||
+        wanted.find('\n') != std::string_view::npos)
+        return wanted;
     return out_->lineHasText() ? "\n" : "";
 }
 

@@ -86,6 +86,7 @@ private:
     std::string_view asLastNeeds(std::string_view gap, std::string_view whitespace,
                                  std::string_view wanted) const;
     bool isInDirective(std::size_t place) const;
+    bool isBeforeDirective() const;
     std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
     void writeProtectedLine(std::string_view line);
