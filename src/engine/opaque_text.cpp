@@ -58,6 +58,7 @@ void writeRendered(std::string_view text, OIndentBuf& out) {
 }
 
 bool continuesLiteral(std::string_view directive) {
+    if (lineLength(directive) == directive.size()) return false;
     char quote = '\0';
     for (std::size_t place = 0; place < directive.size(); ++place) {
         const char c = directive[place];

@@ -21,11 +21,31 @@ constexpr bool isOperatorPart(char c) {
     return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
 }
 
+constexpr bool isExponent(char c) {
+    return std::string_view("eEpP").find(c) != std::string_view::npos;
+}
+
+constexpr bool isSign(char c) {
+    return c == '+' || c == '-';
+}
+
 // Whether the same token may hold both, one behind the other: an exponent takes a sign in.
 constexpr bool belongTogether(char before, char after) {
-    const bool isExponent = std::string_view("eEpP").find(before) != std::string_view::npos;
     return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
-           (isExponent && (after == '+' || after == '-'));
+           (isExponent(before) && isSign(after));
+}
+
+// Whether a word and an operator meet that are never one token, as most do.
+bool areApart(const TokenBoundary& boundary) {
+    constexpr std::string_view inWords = "~.:";
+    const char before = boundary.text[boundary.place - 1];
+    const char after = boundary.text[boundary.place];
+    if (Cpp::isNamePart(before) && isOperatorPart(after)) {
+        return inWords.find(after) == std::string_view::npos && !(isSign(after) && isExponent(before));
+    }
+    if (!isOperatorPart(before) || !Cpp::isNamePart(after)) return false;
+    const char beforeSign = isSign(before) && boundary.place > 1 ? boundary.text[boundary.place - 2] : '\0';
+    return inWords.find(before) == std::string_view::npos && !isExponent(beforeSign);
 }
 
 // The texts of the tokens of a few characters. The lexer owns some of what it returns.
@@ -96,6 +116,7 @@ bool allowsWhitespace(const TokenBoundary& boundary) {
     const char before = boundary.text[boundary.place - 1];
     const char after = boundary.text[boundary.place];
     if (boundary.place == boundary.codeStart && !isWordPart(before)) return allowsBehindOpaque(boundary);
+    if (areApart(boundary)) return true;
     const bool isWordEnd = isWordPart(before) && (isOperatorPart(after) || Cpp::isQuote(after));
     const bool isOperatorEnd = isOperatorPart(before) && (isWordPart(after) || isOperatorPart(after));
     if (isWordEnd || isOperatorEnd) return areSameTokens(boundary);

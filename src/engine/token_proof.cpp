@@ -123,7 +123,7 @@ private:
     // Whether a stray backslash has come to end a line. Backslashes that did so before are opaque.
     bool splicesLines(std::string_view resultGap) const {
         const std::size_t gapStart = result_.place - resultGap.size();
-        return holdsLineEnd(resultGap) && gapStart != result_.codeStart && result_.text[gapStart - 1] == '\\';
+        return gapStart != result_.codeStart && result_.text[gapStart - 1] == '\\' && holdsLineEnd(resultGap);
     }
 
     // Whether a directive that a comment has come behind ends where it did.
