@@ -35,6 +35,13 @@ constexpr bool belongTogether(char before, char after) {
            (isExponent(before) && isSign(after));
 }
 
+// Whether the character in front of `place` belongs to what stands there. The sign of an exponent does.
+bool belongsInFront(std::string_view text, std::size_t place) {
+    const char before = text[place - 1];
+    if (belongTogether(before, text[place])) return true;
+    return place > 1 && isSign(before) && isExponent(text[place - 2]) && isWordPart(text[place]);
+}
+
 // Whether a word and an operator meet that are never one token, as most do.
 bool areApart(const TokenBoundary& boundary) {
     constexpr std::string_view inWords = "~.:";
@@ -79,7 +86,7 @@ bool allowsBehindOpaque(const TokenBoundary& boundary) {
 std::string leftOf(const TokenBoundary& boundary) {
     const std::string_view text = boundary.text;
     std::size_t first = boundary.place - 1;
-    while (first > boundary.codeStart && belongTogether(text[first - 1], text[first])) {
+    while (first > boundary.codeStart && belongsInFront(text, first)) {
         if (!isWordPart(text[first]) && boundary.place - first >= kLongestOperators) return {};
         --first;
     }

@@ -80,6 +80,7 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_TRUE(accepts("' ''/''", "' ''/''"));
     EXPECT_TRUE(accepts("f(.1'0){}", "f(.1'0) {}"));
     EXPECT_FALSE(accepts("x=5.'5;", "x=5. '5;"));
+    EXPECT_FALSE(accepts("x=0e+d.;", "x=0e+d .;"));
     EXPECT_FALSE(accepts("x=0x1'0 .a;", "x=0x1'0.a;"));
     EXPECT_TRUE(accepts("do\"\";while('a');", "do \"\"; while ('a');"));
     EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
