@@ -148,9 +148,12 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (opens && token.partner != kNoToken) openGroup(run);
 }
 
-// Whether the comment ends its line, and will: a brace comes to stand behind it.
+// Whether the comment ends its line, and will: a brace may come to stand behind it.
 bool CppExprFormatter::endsLine(const Run& run) const {
-    return endsItsLine(run.sweep) && run.roleAt(run.sweep.place() + 1) != ExprRole::BraceOpen;
+    const OptionalText& beforeBrace = settings_.beforeDataBrace;
+    const bool takesBrace = run.roleAt(run.sweep.place() + 1) == ExprRole::BraceOpen && beforeBrace.present &&
+                            !beforeBrace.hasLineFeed();
+    return endsItsLine(run.sweep) && !takesBrace;
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.

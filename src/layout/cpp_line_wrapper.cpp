@@ -95,7 +95,8 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
 }
 
 // The columns of what follows a piece of the source and cannot leave the line that the piece ends on:
-// everything up to the next place where a line might end.
+// everything up to the next place where a line might end, and the brackets behind that. Another statement is
+// broken by itself.
 int CppLineWrapper::widthBehind(std::string_view text) const {
     const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
     // What lies beyond the margin from here is too wide wherever it ends.
@@ -103,8 +104,11 @@ int CppLineWrapper::widthBehind(std::string_view text) const {
         source().substr(end, static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1);
     rest = rest.substr(0, rest.find('\n'));
     rest = rest.substr(0, std::min(rest.find("//"), rest.find("/*")));
-    if (const std::size_t last = rest.find_first_of(",;{"); last != std::string_view::npos) {
-        rest = rest.substr(0, std::min(rest.find_first_not_of(")]};", last + 1), rest.size()));
+    const bool endsStatement = text.ends_with(';');
+    const std::size_t separator = rest.find_first_of(",;{");
+    if (endsStatement || separator != std::string_view::npos) {
+        const std::size_t behind = endsStatement ? 0 : separator + 1;
+        rest = rest.substr(0, std::min(rest.find_first_not_of(")]};", behind), rest.size()));
     }
     return static_cast<int>(trimRight(rest).size());
 }

@@ -59,12 +59,12 @@ bool DataOffsetCalculator::alignsNames() const {
 std::optional<int> DataOffsetCalculator::measure(const Cpp::DataDeclNode& declaration) {
     const Cpp::TypeNode* type = declaration.type();
     const Cpp::IdNode* name = declaration.name();
-    if (!type) return name ? width(textOf(*name)) : 0;
+    if (!type) return name ? width(lastLineOf(writtenName(textOf(*name), false))) : 0;
     if (!name) return width(textOf(*type)) - 1;
 
     std::string_view typeText = textBetween(type->start(), name->start());
     typeText.remove_suffix(1);  // the name's first character
-    const std::string nameText = writtenName(textOf(*name));
+    const std::string nameText = writtenName(textOf(*name), alignsNames());
     if (!alignsNames()) return width(lastLineOf(writtenType(typeText) + nameText));
 
     if (!maySpace(typeText)) return std::nullopt;
@@ -84,10 +84,10 @@ std::string DataOffsetCalculator::writtenType(std::string_view type) {
     return written;
 }
 
-std::string DataOffsetCalculator::writtenName(std::string_view name) {
+std::string DataOffsetCalculator::writtenName(std::string_view name, bool isAligned) {
     if (isPlainName(name)) return std::string(name);
     std::string written = exprFormatter_.formatDeclarators(name, lineStart());
-    if (!alignsNames()) {
+    if (!isAligned) {
         spaceBrackets(written, afterName_, afterBracket_);
         written.erase(trimRight(written).size());
     }

@@ -35,7 +35,7 @@ private:
     bool alignsNames() const;
     std::optional<int> measure(const Cpp::DataDeclNode& declaration);
     std::string writtenType(std::string_view type);
-    std::string writtenName(std::string_view name);
+    std::string writtenName(std::string_view name, bool isAligned);
     Zelmor::IndentState lineStart() const;
     int width(std::string_view text) const;
 
