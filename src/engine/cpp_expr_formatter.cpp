@@ -153,7 +153,7 @@ bool CppExprFormatter::endsLine(const Run& run) const {
     const OptionalText& beforeBrace = settings_.beforeDataBrace;
     const bool takesBrace = run.roleAt(run.sweep.place() + 1) == ExprRole::BraceOpen && beforeBrace.present &&
                             !beforeBrace.hasLineFeed();
-    return endsItsLine(run.sweep) && !takesBrace;
+    return run.sweep.endsItsLine() && !takesBrace;
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -197,7 +197,8 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
     if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
     const bool followsComment = run.previous + 1 != run.sweep.place();
-    if (!isJoinable(gap) || (followsComment && token.role != ExprRole::Trivia)) return nullptr;
+    if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return nullptr;
+    if (!isJoinable(gap)) return nullptr;
     if (run.previousKind() == Cpp::Comma) return &kBlank;
     if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kBlank;
     return followsCast(run) ? &kBlank : nullptr;

@@ -123,7 +123,8 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
     switch (sweep.currentKind()) {
         case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after.text : std::string("\n")); break;
         case Cpp::BlockComment:
-            if (wrapsLines_ && isJoinable(sweep.gap()) && !endsItsLine(sweep)) sweep.writeGapWith(after.text);
+            if (wrapsLines_ && isJoinable(sweep.gap()) && !sweep.endsItsLine())
+                sweep.writeGapWith(after.text);
             [[fallthrough]];
         case Cpp::LineComment: writeTrivia(sweep, out); break;
         default: sweep.writeGapWith(after.text);
@@ -132,10 +133,6 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
 
 bool CppExprFormatterBase::isJoinable(std::string_view gap) {
     return gap.size() > (gap.starts_with(' ') ? 1 : 0) && isAllWhitespace(gap);
-}
-
-bool CppExprFormatterBase::endsItsLine(const TextSweep& sweep) {
-    return isLineBreak(sweep.blanksBehind());
 }
 
 void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {

@@ -65,9 +65,6 @@ protected:
     // White space that is not one blank: where lines are wrapped it becomes one, as it would after parting
     // and joining.
     static bool isJoinable(std::string_view gap);
-    // Whether nothing follows the current token on its line. The line wrapper parts no comment like that from
-    // what stands in front of it.
-    static bool endsItsLine(const TextSweep& sweep);
 
     const PropertySet& scheme() const { return scheme_; }
     int tabSize() const { return tabSize_; }

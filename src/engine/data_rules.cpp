@@ -134,7 +134,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
     // The ">" of a template's arguments may stand in front of a "=".
     const auto replace = [&](std::string_view wanted) {
-        out().writeVerbatim(wanted.empty() && !gap.empty() && Cpp::wouldJoin(name, tail) ? " " : wanted);
+        const bool joins = out().column() != 0 && Cpp::wouldJoin(name, tail);
+        out().writeVerbatim(wanted.empty() && !gap.empty() && joins ? " " : wanted);
     };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, column->second, name, isAligned);

@@ -61,6 +61,12 @@ std::string_view TextSweep::blanksBehind() const {
     return behind.substr(0, behind.size() - trimLeft(behind).size());
 }
 
+bool TextSweep::endsItsLine() const {
+    const bool precedesDirective =
+        place_ + 1 < tokens_.size() && tokens_[place_ + 1].token.kind == Cpp::Directive;
+    return precedesDirective || isLineBreak(blanksBehind());
+}
+
 void TextSweep::writeToken() {
     if (isOpaque(current().token, currentText())) {
         writeLiteral(currentText(), out_);

@@ -34,6 +34,9 @@ public:
 
     // The white space behind the current token.
     std::string_view blanksBehind() const;
+    // Whether nothing follows the current token on its line. A directive comes to begin one of its own. The
+    // line wrapper parts no comment that ends its line from what stands in front of it.
+    bool endsItsLine() const;
 
     void writeToken();
     // Moves behind the current token, which has been written.
@@ -49,8 +52,8 @@ private:
     std::size_t place_ = 0;
     std::size_t written_ = 0;
     bool endedLine_ = false;  // the token written last ended its line
-    bool isInDirective_ =
-        false;  // a comment behind a directive was written last, and their line has not ended
+    // A comment behind a directive was written last, and their line has not ended.
+    bool isInDirective_ = false;
 };
 
 }  // namespace Tessel
