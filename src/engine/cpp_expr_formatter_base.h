@@ -67,6 +67,7 @@ protected:
     static bool isJoinable(std::string_view gap);
 
     const PropertySet& scheme() const { return scheme_; }
+    const SourceColumns& sourceColumns() const { return columns_; }
     int tabSize() const { return tabSize_; }
 
 private:

@@ -83,7 +83,7 @@ int CppExprLineWrapper::firstColumn(const IndentState& state) const {
 // Says false for a text that is left as it is: without tokens, or with something else between them.
 bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
     if (!settings_.wrapsLines()) return false;
-    text_.read(text, context.mode, context.trailingWidth);
+    text_.read(text, context.mode, context.trailingWidth, sourceColumns());
     return text_.size() > 0 && !text_.holdsUnknownText();
 }
 

@@ -38,7 +38,7 @@ bool holdsLineEnd(std::string_view text) {
 
 }  // namespace
 
-void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth) {
+void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source) {
     text_ = text;
     trailingWidth_ = trailingWidth;
     readExprTokens(text, mode, tokens_);
@@ -59,6 +59,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth) {
     gaps_.push_back(text.substr(end));
     holdsUnknownText_ |= !isAllWhitespace(gaps_.back());
     readTraits();
+    readComments(source);
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
     tailWidths_.clear();
@@ -80,6 +81,18 @@ void WrapText::readTraits() {
         if (areLiterals && !isJoined) traits |= ContinuesLiteral;
         traits_[place] = static_cast<unsigned char>(traits);
         nextUneven_[place] = traits != 0 ? place : nextUneven_[place + 1];
+    }
+}
+
+// The lines of a comment keep their place below its first one.
+void WrapText::readComments(const SourceColumns& source) {
+    lastLines_.clear();
+    for (std::size_t place = 0; place < tokens_.size(); ++place) {
+        const std::string_view text = tokenText(place);
+        if (kindAt(place) != Cpp::BlockComment || !holdsLineEnd(text)) continue;
+        const std::string_view line = lastLine(text);
+        const int indent = columnAfter(line.substr(0, line.size() - trimLeft(line).size()), 0, tabSize_);
+        lastLines_.emplace_back(place, std::max(indent - source.columnOf(text), 0));
     }
 }
 
@@ -142,6 +155,16 @@ Extent WrapText::measure(TokenRange range, int column, Literals literals) const 
             true};
 }
 
+// Of a token that starts at `column`.
+int WrapText::columnBehind(std::size_t place, int column) const {
+    const std::string_view text = tokenText(place);
+    if (!holdsLineEnd(text)) return columnAfter(text, column, tabSize_);
+    const auto comment = std::lower_bound(lastLines_.begin(), lastLines_.end(), std::pair(place, 0));
+    if (comment == lastLines_.end() || comment->first != place)
+        return columnAfter(lastLine(text), 0, tabSize_);
+    return columnAfter(trimLeft(lastLine(text)), column + comment->second, tabSize_);
+}
+
 // Until the end, or until a line turns out to be too long.
 Extent WrapText::walk(TokenRange range, int column, Literals literals, bool untilTooLong) const {
     Extent extent{column, true};
@@ -163,10 +186,8 @@ Extent WrapText::walk(TokenRange range, int column, Literals literals, bool unti
         if (holdsLineEnd(text)) {
             counted = columnAfter(firstLine(text), extent.column, tabSize_);
             endLine();
-            extent.column = columnAfter(lastLine(text), 0, tabSize_);
-        } else {
-            extent.column = columnAfter(text, extent.column, tabSize_);
         }
+        extent.column = columnBehind(place, extent.column);
         counted = extent.column;
         if (untilTooLong && !(extent.fits && isWithinMargin(counted))) return {counted, false};
     }

@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/source_columns.h"
 
 namespace Tessel {
 
@@ -43,8 +45,8 @@ public:
     WrapText(int tabSize, int rightMargin) : tabSize_(tabSize), rightMargin_(rightMargin) {}
 
     // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text
-    // is borrowed.
-    void read(std::string_view text, ExprMode mode, int trailingWidth);
+    // is borrowed; `source` tells where its comments stand.
+    void read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source);
 
     std::string_view text() const { return text_; }
     const std::vector<ExprToken>& tokens() const { return tokens_; }
@@ -99,6 +101,8 @@ private:
     enum Trait : unsigned char { UnevenText = 1, UnevenGap = 2, OwnLine = 4, ContinuesLiteral = 8 };
 
     void readTraits();
+    void readComments(const SourceColumns& source);
+    int columnBehind(std::size_t place, int column) const;
     bool has(std::size_t place, unsigned traits) const { return (traits_[place] & traits) != 0; }
     Extent walk(TokenRange range, int column, Literals literals, bool untilTooLong) const;
 
@@ -111,6 +115,9 @@ private:
     std::vector<int> offsets_;  // of the tokens, were the text one line without tabs
     std::vector<std::size_t>
         nextUneven_;                 // the first token from here on with a tab or line end in it or its gap
+    // Of the comments of several lines, in their order, the columns from their start to that of their last
+    // line.
+    std::vector<std::pair<std::size_t, int>> lastLines_;
     std::vector<LineStart> starts_;  // of every token; kNone where it does not start a line
     std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;
