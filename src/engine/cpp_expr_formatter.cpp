@@ -148,12 +148,10 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (opens && token.partner != kNoToken) openGroup(run);
 }
 
-// Whether the comment ends its line, and will: a brace may come to stand behind it.
+// Whether the comment ends its line, and will: the next token may have to stand behind it.
 bool CppExprFormatter::endsLine(const Run& run) const {
-    const OptionalText& beforeBrace = settings_.beforeDataBrace;
-    const bool takesBrace = run.roleAt(run.sweep.place() + 1) == ExprRole::BraceOpen && beforeBrace.present &&
-                            !beforeBrace.hasLineFeed();
-    return run.sweep.endsItsLine() && !takesBrace;
+    const OptionalText* behind = wantedBefore(run, run.sweep.place() + 1);
+    return run.sweep.endsItsLine() && !(behind && behind->present && !behind->hasLineFeed());
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -175,7 +173,7 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
-    const OptionalText* wanted = wantedBefore(run);
+    const OptionalText* wanted = wantedBefore(run, run.sweep.place());
     if (!wanted) wanted = run.after;
     if (wanted && wanted->present) {
         run.sweep.writeGapWith(wanted->text);
@@ -221,15 +219,16 @@ bool CppExprFormatter::followsCast(const Run& run) const {
     }
 }
 
-// What the current token wants in front of itself; null when that is for the token before it to say.
-const OptionalText* CppExprFormatter::wantedBefore(const Run& run) const {
+// What the next token that is no comment or directive, which stands at `place`, wants in front of itself;
+// null when that is for the token before it to say.
+const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
     if (run.previous == kNoToken) return nullptr;
-    const ExprToken& token = run.current();
-    switch (token.role) {
+    switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator) return nullptr;
             return ifPresent(settings_.beforeOperator);
-        case ExprRole::GroupOpen: return token.token.kind == Cpp::OpenParen ? wantedBeforeParen(run) : nullptr;
+        case ExprRole::GroupOpen:
+            return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : nullptr;
         case ExprRole::BraceOpen:
             return settings_.beforeDataBrace.present ? &settings_.beforeDataBrace : &kAsInInput;
         case ExprRole::Name: return ifPresent(run.typeWhitespace);
@@ -237,7 +236,7 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run) const {
     }
 }
 
-const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run) const {
+const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
         const bool isCast = isCastKeyword(run.kindBefore(open));
@@ -246,9 +245,9 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run) const {
     switch (run.previousKind()) {
         case Cpp::Identifier: {
             // `T (*f)(int)`: the name in front is a type.
-            const bool opensDeclarator =
-                run.mode == ExprMode::Declaration && run.kindAt(run.sweep.place() + 1) == Cpp::Asterisk &&
-                run.kindAt(run.current().partner + 1) == Cpp::OpenParen;
+            const bool opensDeclarator = run.mode == ExprMode::Declaration &&
+                                         run.kindAt(place + 1) == Cpp::Asterisk &&
+                                         run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
             return opensDeclarator ? nullptr : ifPresent(settings_.afterCallName);
         }
         case Cpp::KeywordSizeof:

@@ -63,8 +63,8 @@ private:
     const OptionalText* joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;
-    const OptionalText* wantedBefore(const Run& run) const;
-    const OptionalText* wantedBeforeParen(const Run& run) const;
+    const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
+    const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);

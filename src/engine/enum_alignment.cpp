@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cpp/lexer.h"
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -16,7 +17,8 @@ namespace {
 
 struct Initializer {
     std::size_t assign;  // offset of the "="
-    int column;          // at which the text in front of it ends
+    int column;          // of it
+    int nameEnd;         // the column at which the text in front of it ends
 };
 
 // The column behind `text` when it begins at `column`.
@@ -78,7 +80,8 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
                     const std::string_view before = trimRight(text.substr(measured, token.token.offset - measured));
                     column = columnBehind(before, column, tabSize);
                     measured += before.size();
-                    found.push_back({token.token.offset, column});
+                    const std::string_view gap = text.substr(measured, token.token.offset - measured);
+                    found.push_back({token.token.offset, columnBehind(gap, column, tabSize), column});
                 }
                 break;
             default: break;
@@ -89,6 +92,28 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
         }
     }
     return found;
+}
+
+// Writes text that stood at the column. The comments on its first line move with it.
+void writeMoved(std::string_view text, int column, int tabSize, Zelmor::OIndentBuf& out) {
+    if (text.find("/*") == std::string_view::npos) return writeRendered(text, out);
+    std::size_t written = 0;
+    for (const Cpp::OpaqueToken& token : Cpp::opaqueTokensOf(text)) {
+        const std::string_view code = text.substr(written, token.offset - written);
+        if (token.kind == Cpp::Directive || code.find('\n') != std::string_view::npos) break;
+        writeRendered(code, out);
+        column = columnAfter(code, column, tabSize);
+        const std::string_view opaque = text.substr(token.offset, token.length);
+        if (token.kind == Cpp::BlockComment) {
+            writeLines(opaque, column, out);
+        } else {
+            writeRendered(opaque, out);
+        }
+        column = columnBehind(opaque, column, tabSize);
+        written = token.offset + opaque.size();
+        if (opaque.ends_with('\n')) break;
+    }
+    writeRendered(text.substr(written), out);
 }
 
 // Tokens in parts that are kept are no enumerators. The parts are in order.
@@ -112,21 +137,23 @@ std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const
     if (!standOneToALine(text, exprTokens_)) return std::string(text);
     const auto initializers = findInitializers(text, exprTokens_, state.column, tabSize());
     int widest = 0;
-    for (const Initializer& initializer : initializers) widest = std::max(widest, initializer.column);
+    for (const Initializer& initializer : initializers) widest = std::max(widest, initializer.nameEnd);
     widest = columnAfter(settings_.beforeOperator.text, widest, tabSize());
     const int target = isMultipleOf(widest, tabSize()) ? widest : roundUpToMultiple(widest, tabSize());
 
     Zelmor::OIndentBuf out(state);
     Zelmor::IndentScope noIndent(out, {});
     std::size_t written = 0;
+    int column = state.column;
     for (const Initializer& initializer : initializers) {
         const std::string_view before = trimRight(text.substr(written, initializer.assign - written));
-        writeRendered(before, out);
+        writeMoved(before, column, tabSize(), out);
         const bool needsBlank = target <= out.column() && Cpp::wouldJoin(before, "=");
         padColumns(out, needsBlank ? 1 : target - out.column());
         written = initializer.assign;
+        column = initializer.column;
     }
-    writeRendered(text.substr(written), out);
+    writeMoved(text.substr(written), column, tabSize(), out);
     return out.takeText();
 }
 

@@ -77,6 +77,11 @@ bool continuesLiteral(std::string_view directive) {
 }
 
 void writeLines(std::string_view text, const SourceColumns& source, OIndentBuf& out) {
+    const bool isOneLine = lineLength(text) == text.size();
+    writeLines(text, isOneLine ? 0 : source.columnOf(text), out);
+}
+
+void writeLines(std::string_view text, int inputColumn, OIndentBuf& out) {
     out.startLine();
     std::size_t length = lineLength(text);
     if (length == text.size()) {
@@ -84,7 +89,6 @@ void writeLines(std::string_view text, const SourceColumns& source, OIndentBuf& 
         return;
     }
     const int column = out.column();
-    const int inputColumn = source.columnOf(text);
     if ((column == inputColumn && out.keepLeadingSpace()) || column > kRightmostIndent) {
         writeRendered(text, out);
         return;

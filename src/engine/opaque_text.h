@@ -37,5 +37,6 @@ bool continuesLiteral(std::string_view directive);
 // A comment or directive. Its further lines keep their place relative to its first character, whose column in
 // the input `source` tells.
 void writeLines(std::string_view text, const SourceColumns& source, Zelmor::OIndentBuf& out);
+void writeLines(std::string_view text, int inputColumn, Zelmor::OIndentBuf& out);
 
 }  // namespace Tessel
