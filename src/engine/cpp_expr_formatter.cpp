@@ -1,5 +1,7 @@
 #include "engine/cpp_expr_formatter.h"
 
+#include <algorithm>
+
 #include "cpp/token_joining.h"
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
@@ -74,6 +76,7 @@ struct CppExprFormatter::Run {
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
     const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
     bool sawMark = false;
+    int literalColumn = 0;  // of the first of the literals that follow each other
     std::vector<Group> groups;
 };
 
@@ -139,6 +142,10 @@ void CppExprFormatter::writeCurrent(Run& run) {
         return;
     }
     writeGapBefore(run);
+    if (token.token.kind == Cpp::StringLiteral && run.previousKind() != Cpp::StringLiteral) {
+        run.out.startLine();
+        run.literalColumn = run.out.column();
+    }
     if (!run.groups.empty()) startElements(run, run.groups.back());
     run.previous = run.sweep.place();
     run.after = wantedAfter(run, run.previous);
@@ -173,6 +180,14 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
+    if (isStacked(run)) {
+        const std::string_view gap = run.sweep.gap();
+        IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
+        run.sweep.writeGapWith(
+            std::string(static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n')), '\n'));
+        run.out.startLine();
+        return;
+    }
     const OptionalText* wanted = wantedBefore(run, run.sweep.place());
     if (!wanted) wanted = run.after;
     if (wanted && wanted->present) {
@@ -182,6 +197,15 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     } else {
         run.sweep.writeGap();
     }
+}
+
+// Whether the current token is a literal that stands in a line below another one, in the rows of an
+// initializer. Lines of rows are not joined, and this is how the line wrapper parts literals.
+bool CppExprFormatter::isStacked(const Run& run) const {
+    const bool isInRows = !run.groups.empty() && run.groups.front().holdsRows;
+    return isInRows && wrapsLines() && run.kindAt(run.sweep.place()) == Cpp::StringLiteral &&
+           run.previous + 1 == run.sweep.place() && run.previousKind() == Cpp::StringLiteral &&
+           isLineBreak(run.sweep.gap());
 }
 
 // What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an

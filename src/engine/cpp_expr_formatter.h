@@ -60,6 +60,7 @@ private:
                        const OptionalText& typeWhitespace, bool nameFollows);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
+    bool isStacked(const Run& run) const;
     const OptionalText* joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;

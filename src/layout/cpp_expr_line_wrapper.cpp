@@ -147,10 +147,12 @@ std::string CppExprLineWrapper::whitespaceTo(const LineStart& start, const OInde
 
 void CppExprLineWrapper::writeDirectiveAt(std::size_t place, const IndentState& state, OIndentBuf& out) {
     const std::string_view gap = text_.gap(place);
+    const bool startsLine = out.column() == 0 || gap.find('\n') != std::string_view::npos;
     endLine(place, out);
     IndentScope indent(out, state.indent);
     LeadingSpaceScope dropSpace(out, false);
-    writeDirective(gap.substr(gap.rfind('\n') + 1), text_.tokenText(place), out);
+    const std::string_view indentation = startsLine ? gap.substr(gap.rfind('\n') + 1) : std::string_view();
+    writeDirective(indentation, text_.tokenText(place), out);
 }
 
 void CppExprLineWrapper::writeToken(std::size_t place, OIndentBuf& out) {

@@ -73,7 +73,8 @@ void WrapText::readTraits() {
         const bool followsLineEnd = place > 0 && tokenText(place - 1).ends_with('\n');
         if (!isEvenText(tokenText(place))) traits |= UnevenText;
         if (followsLineEnd || !isEvenText(gaps_[place])) traits |= UnevenGap;
-        if (followsLineEnd || holdsLineEnd(gaps_[place])) traits |= OwnLine;
+        const bool isDirective = place > 0 && kindAt(place) == Cpp::Directive;
+        if (isDirective || followsLineEnd || holdsLineEnd(gaps_[place])) traits |= OwnLine;
         const bool areLiterals =
             place > 0 && kindAt(place) == Cpp::StringLiteral && kindAt(place - 1) == Cpp::StringLiteral;
         // A prefix directly behind a literal, as in "a"U"b", means something else apart.
