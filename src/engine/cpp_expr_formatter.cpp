@@ -353,7 +353,9 @@ void CppExprFormatter::openGroup(Run& run) {
         default: group.kind = Group::Kind::InnerBraces;
     }
     if (group.isBraced()) {
-        group.holdsRows = run.groups.empty() || run.groups.back().holdsRows;
+        const bool keepsLines =
+            !settings_.betweenDataElements.present || settings_.betweenDataElements.hasLineFeed();
+        group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
                 run.out, run.out.indent() + settings_.dataIndent.text,

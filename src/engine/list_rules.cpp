@@ -66,9 +66,10 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     gap = rest;
     // Nearly every gap is a comma with blanks around it.
     const std::string_view separator = trim(gap);
-    if (separator == "," && exprFormatter_.wrapsLines() && !after->present && !staysApart) {
+    if (separator.ends_with(',') && exprFormatter_.wrapsLines() && !after->present && !staysApart) {
         // A line that has been wrapped is joined.
-        if (isLineBreak(gap.substr(gap.find(',') + 1)) || isLineBreak(gap.substr(0, gap.find(',')))) after = &kBlank;
+        const std::size_t comma = gap.rfind(',');
+        if (isLineBreak(gap.substr(comma + 1)) || isLineBreak(gap.substr(0, comma))) after = &kBlank;
     }
     const bool isPlain = separator == "," && !separators.breaksLines() && after->present && !after->hasLineFeed();
     if (!isPlain) {

@@ -213,8 +213,8 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
     lastLabel_ = label;
 }
 
-// Writes what separates a label from its first statement. Comments on the label's line stay there. Returns the
-// last child that has been written.
+// Writes what separates a label from its first statement. Comments on the label's line stay there, and those
+// below it keep theirs. Returns the last child that has been written.
 Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                             Cpp::InteriorNode::iterator end) {
     const std::uint32_t line = (*label)->end().line;
@@ -224,6 +224,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
         (*next)->accept(*this);
     }
     if (!settings_.afterCaseLabel.present) return label;
+    if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;
     out().writeVerbatim(asOutputStands(settings_.afterCaseLabel.text));
     if (next != end) {
         writer_.writeWithoutLeading(writer_.readGap((*next)->start()));
