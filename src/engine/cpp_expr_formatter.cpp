@@ -425,9 +425,12 @@ void CppExprFormatter::writeComma(Run& run) {
     declarators.kind = Group::Kind::Braces;
     Group& group = run.groups.empty() ? declarators : run.groups.back();
     startElements(run, group);
+    const SeparatorSpacing spacing = spacingOf(group);
+    const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
     run.previous = run.sweep.place();
     run.after = nullptr;
-    writeSeparator(run.sweep, spacingOf(group), group.isList ? &group.listColumn : nullptr, run.out);
+    writeSeparator(run.sweep, {joined ? *joined : spacing.before, spacing.after},
+                   group.isList ? &group.listColumn : nullptr, run.out);
 }
 
 CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {

@@ -20,22 +20,6 @@ namespace {
 constexpr int kAnchoredToType = 0;
 constexpr int kAnchoredToName = 1;
 
-// Whether marks stand at the type's end, or in front of the qualifiers there: `char *const`.
-bool endsWithMarks(std::string_view type) {
-    for (bool isQualified = true; isQualified;) {
-        isQualified = false;
-        type = trimRight(type);
-        for (const std::string_view qualifier : {"const", "volatile"}) {
-            if (!type.ends_with(qualifier)) continue;
-            const std::string_view rest = trimRight(type.substr(0, type.size() - qualifier.size()));
-            if (!rest.ends_with('*') && !rest.ends_with('&')) return false;
-            type = rest;
-            isQualified = true;
-        }
-    }
-    return TypeText(type).hasMarks();
-}
-
 // Two "&" that stand apart are not the operator "&&".
 std::string marksWithoutBlanks(std::string_view marks) {
     std::string result;

@@ -135,11 +135,13 @@ std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const
     readExprTokens(text, ExprMode::Expression, exprTokens_);
     takeAsDirectives(kept, exprTokens_);
     if (!standOneToALine(text, exprTokens_)) return std::string(text);
-    const auto initializers = findInitializers(text, exprTokens_, state.column, tabSize());
+    const int columnsToStop = std::max(tabSize(), 1);
+    const auto initializers = findInitializers(text, exprTokens_, state.column, columnsToStop);
     int widest = 0;
     for (const Initializer& initializer : initializers) widest = std::max(widest, initializer.nameEnd);
-    widest = columnAfter(settings_.beforeOperator.text, widest, tabSize());
-    const int target = isMultipleOf(widest, tabSize()) ? widest : roundUpToMultiple(widest, tabSize());
+    widest = columnAfter(settings_.beforeOperator.text, widest, columnsToStop);
+    const int target =
+        isMultipleOf(widest, columnsToStop) ? widest : roundUpToMultiple(widest, columnsToStop);
 
     Zelmor::OIndentBuf out(state);
     Zelmor::IndentScope noIndent(out, {});
@@ -147,13 +149,13 @@ std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const
     int column = state.column;
     for (const Initializer& initializer : initializers) {
         const std::string_view before = trimRight(text.substr(written, initializer.assign - written));
-        writeMoved(before, column, tabSize(), out);
+        writeMoved(before, column, columnsToStop, out);
         const bool needsBlank = target <= out.column() && Cpp::wouldJoin(before, "=");
         padColumns(out, needsBlank ? 1 : target - out.column());
         written = initializer.assign;
         column = initializer.column;
     }
-    writeMoved(text.substr(written), column, tabSize(), out);
+    writeMoved(text.substr(written), column, columnsToStop, out);
     return out.takeText();
 }
 

@@ -36,6 +36,21 @@ TypeText::TypeText(std::string_view source) : text(trimRight(source)), head(text
     markCount = 0;
 }
 
+bool endsWithMarks(std::string_view type) {
+    for (bool isQualified = true; isQualified;) {
+        isQualified = false;
+        type = trimRight(type);
+        for (const std::string_view qualifier : {"const", "volatile"}) {
+            if (!type.ends_with(qualifier)) continue;
+            const std::string_view rest = trimRight(type.substr(0, type.size() - qualifier.size()));
+            if (!rest.ends_with('*') && !rest.ends_with('&')) return false;
+            type = rest;
+            isQualified = true;
+        }
+    }
+    return TypeText(type).hasMarks();
+}
+
 std::string_view lastLineOf(std::string_view text) {
     const std::size_t lineFeed = text.rfind('\n');
     return lineFeed == std::string_view::npos ? text : trimLeft(text.substr(lineFeed + 1));

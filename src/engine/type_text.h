@@ -18,6 +18,9 @@ struct TypeText {
     int markCount = 0;
 };
 
+// Whether marks stand at the type's end, or in front of the qualifiers there: `char *const`.
+bool endsWithMarks(std::string_view type);
+
 // The last line of a text, without indentation: only that stands in front of what follows it.
 std::string_view lastLineOf(std::string_view text);
 

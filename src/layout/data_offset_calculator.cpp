@@ -76,7 +76,7 @@ std::optional<int> DataOffsetCalculator::measure(const Cpp::DataDeclNode& declar
 
 // `type` reaches up to the name, which is not aligned.
 std::string DataOffsetCalculator::writtenType(std::string_view type) {
-    if (!keepsData_ && TypeText(type).hasMarks()) {
+    if (!keepsData_ && endsWithMarks(type)) {
         return exprFormatter_.formatTypeText(type, lineStart(), afterType_);
     }
     std::string written(type);
