@@ -123,9 +123,13 @@ std::string CppExprLineWrapper::render(const IndentState& state) {
         if (start || text_.isStacked(place, literalColumn)) {
             endLine(place, out);
             out.write(start ? whitespaceTo(*start, indented) : indentToColumn(indented, literalColumn));
+        } else if (text_.hasMoved(place)) {
+            endLine(place, out);
+            out.write(indentToColumn(indented, text_.columnOf(place, out.column())));
         } else {
             writeRendered(text_.gap(place), out);
         }
+        text_.placeBracket(place, out.column());
         if (!text_.continuesLiteral(place)) literalColumn = out.column();
         writeToken(place, out);
     }

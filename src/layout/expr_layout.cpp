@@ -294,6 +294,7 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
         at = name;
     }
     column = measured({at, open + 1}, column);
+    text_.placeBracket(open, column - 1);
     if (!inside.range.empty()) {
         column = text_.columnOf(open + 1, column);
         column = isCallGroup || isBraced ? layRegion(inside, column) : layCallsOrRegion(inside, column);

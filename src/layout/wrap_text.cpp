@@ -63,6 +63,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
     tailWidths_.clear();
+    readElements(source.columnOf(text));
 }
 
 void WrapText::readTraits() {
@@ -95,6 +96,42 @@ void WrapText::readComments(const SourceColumns& source) {
         const int indent = columnAfter(line.substr(0, line.size() - trimLeft(line).size()), 0, tabSize_);
         lastLines_.emplace_back(place, std::max(indent - source.columnOf(text), 0));
     }
+}
+
+// `column` is that of the text.
+void WrapText::readElements(int column) {
+    elements_.clear();
+    bracketColumns_.clear();
+    std::vector<std::pair<std::size_t, int>> brackets;  // around the token, with their columns
+    for (std::size_t place = 0; place < tokens_.size(); ++place) {
+        const std::size_t partner = tokens_[place].partner;
+        column = columnOf(place, column);
+        while (!brackets.empty() && tokens_[brackets.back().first].partner <= place) brackets.pop_back();
+        if (!brackets.empty() && place > 0 && startsOwnLine(place)) {
+            const auto [bracket, bracketColumn] = brackets.back();
+            const int offset = column - bracketColumn;
+            if (kindAt(bracket) == Cpp::OpenParen && offset > 0) {
+                elements_.push_back({place, bracket, column, offset});
+            }
+        }
+        if (partner != kNoToken && partner > place) brackets.emplace_back(place, column);
+        column = columnBehind(place, column);
+    }
+    if (!elements_.empty()) bracketColumns_.assign(tokens_.size(), kNone);
+}
+
+const WrapText::Element* WrapText::elementAt(std::size_t place) const {
+    const auto element = std::ranges::lower_bound(elements_, place, {}, &Element::place);
+    return element != elements_.end() && element->place == place ? &*element : nullptr;
+}
+
+void WrapText::placeBracket(std::size_t place, int column) {
+    if (!bracketColumns_.empty()) bracketColumns_[place] = column;
+}
+
+bool WrapText::hasMoved(std::size_t place) const {
+    const Element* element = elementAt(place);
+    return element && columnOf(place, 0) != element->column;
 }
 
 int WrapText::kindAt(std::size_t place) const {
@@ -140,7 +177,11 @@ const LineStart* WrapText::lineStart(std::size_t place) const {
 int WrapText::columnOf(std::size_t place, int column) const {
     if (const LineStart* start = lineStart(place)) return start->column;
     const std::string_view gap = gaps_[place];
-    if (startsOwnLine(place)) return columnAfter(lastLine(gap), 0, tabSize_);
+    if (startsOwnLine(place)) {
+        const Element* element = elementAt(place);
+        const int bracket = element && !bracketColumns_.empty() ? bracketColumns_[element->bracket] : kNone;
+        return bracket != kNone ? bracket + element->offset : columnAfter(lastLine(gap), 0, tabSize_);
+    }
     return has(place, UnevenGap) ? columnAfter(gap, column, tabSize_) : column + lengthOf(gap);
 }
 
@@ -148,7 +189,7 @@ bool WrapText::isEven(TokenRange range) const {
     return !has(range.first, UnevenText) && nextUneven_[range.first + 1] >= range.last;
 }
 
-Extent WrapText::measure(TokenRange range, int column, Literals literals) const {
+Extent WrapText::measure(TokenRange range, int column, Literals literals) {
     if (range.empty()) return {column, true};
     if (!isEven(range)) return walk(range, column, literals, false);
     const std::size_t last = range.last - 1;
@@ -167,7 +208,7 @@ int WrapText::columnBehind(std::size_t place, int column) const {
 }
 
 // Until the end, or until a line turns out to be too long.
-Extent WrapText::walk(TokenRange range, int column, Literals literals, bool untilTooLong) const {
+Extent WrapText::walk(TokenRange range, int column, Literals literals, bool untilTooLong) {
     Extent extent{column, true};
     int counted = column;  // the end of the line so far, without a comment that ends it
     int literalColumn = column;
@@ -179,6 +220,7 @@ Extent WrapText::walk(TokenRange range, int column, Literals literals, bool unti
             extent.column = stacks ? literalColumn : columnOf(place, extent.column);
         }
         if (kindAt(place) == Cpp::StringLiteral && !continuesLiteral(place)) literalColumn = extent.column;
+        placeBracket(place, extent.column);
         const std::string_view text = tokenText(place);
         if (isLineEndToken(kindAt(place))) {
             extent.column = columnAfter(text, extent.column, tabSize_);
@@ -196,7 +238,7 @@ Extent WrapText::walk(TokenRange range, int column, Literals literals, bool unti
     return extent;
 }
 
-bool WrapText::fits(TokenRange range, int column, int tail, Literals literals) const {
+bool WrapText::fits(TokenRange range, int column, int tail, Literals literals) {
     if (range.empty()) return isWithinMargin(column + tail);
     const Extent extent = isEven(range) ? measure(range, column) : walk(range, column, literals, true);
     return extent.fits && isWithinMargin(extent.column + tail);

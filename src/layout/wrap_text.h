@@ -78,9 +78,9 @@ public:
     int columnOf(std::size_t place, int column) const;
     // The range must hold no lines that the wrapper has started, but for tokens that stand on lines of their
     // own.
-    Extent measure(TokenRange range, int column, Literals literals = Literals::Stacked) const;
+    Extent measure(TokenRange range, int column, Literals literals = Literals::Stacked);
     // Whether every line of the range ends within the margin, the last one with `tail` columns behind it.
-    bool fits(TokenRange range, int column, int tail, Literals literals = Literals::Stacked) const;
+    bool fits(TokenRange range, int column, int tail, Literals literals = Literals::Stacked);
     bool isWithinMargin(int column) const { return column <= rightMargin_; }
     // Whether a literal is put below the one that it follows, which stands at the column: not beyond the
     // margin, where nothing would be gained.
@@ -97,14 +97,30 @@ public:
     // The range holds no tabs, line ends or literals in a row.
     bool isEven(TokenRange range) const;
 
+    // Tells where an opening bracket has come to stand. The elements that stand in lines below the first one
+    // of its list come to stand as far behind it as they did.
+    void placeBracket(std::size_t place, int column);
+    // Whether the token is such an element, and its bracket has moved.
+    bool hasMoved(std::size_t place) const;
+
 private:
     enum Trait : unsigned char { UnevenText = 1, UnevenGap = 2, OwnLine = 4, ContinuesLiteral = 8 };
+    // A token in a line below the first element of a list, as far behind the list's bracket as that stands or
+    // further.
+    struct Element {
+        std::size_t place;
+        std::size_t bracket;
+        int column;
+        int offset;  // behind the bracket
+    };
 
     void readTraits();
     void readComments(const SourceColumns& source);
+    void readElements(int column);
+    const Element* elementAt(std::size_t place) const;
     int columnBehind(std::size_t place, int column) const;
     bool has(std::size_t place, unsigned traits) const { return (traits_[place] & traits) != 0; }
-    Extent walk(TokenRange range, int column, Literals literals, bool untilTooLong) const;
+    Extent walk(TokenRange range, int column, Literals literals, bool untilTooLong);
 
     int tabSize_;
     int rightMargin_;
@@ -118,6 +134,8 @@ private:
     // Of the comments of several lines, in their order, the columns from their start to that of their last
     // line.
     std::vector<std::pair<std::size_t, int>> lastLines_;
+    std::vector<Element> elements_;    // in the order of their places
+    std::vector<int> bracketColumns_;  // of every token where there are elements; kNone where it is not known
     std::vector<LineStart> starts_;  // of every token; kNone where it does not start a line
     std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;
