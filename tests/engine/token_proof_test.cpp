@@ -82,6 +82,7 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_FALSE(accepts("x=5.'5;", "x=5. '5;"));
     EXPECT_FALSE(accepts("x=0e+d.;", "x=0e+d .;"));
     EXPECT_FALSE(accepts("x=0x1'0 .a;", "x=0x1'0.a;"));
+    EXPECT_TRUE(accepts("x=0x1'0e+5;", "x=0x1'0e + 5;"));
     EXPECT_TRUE(accepts("do\"\";while('a');", "do \"\"; while ('a');"));
     EXPECT_FALSE(accepts("R\"a\" (b);", "R\"a\"(b);"));
     EXPECT_FALSE(accepts("R\"a\" b(c);", "R\"a\"b(c);"));
