@@ -232,11 +232,16 @@ def declarations(count):
     return "".join("%s name%d = %d;\n" % (types[i % len(types)], i, i) for i in range(count))
 
 
+def statements(count):
+    return "void f() { %s}\n" % ("a = call(b, c); " * count)
+
+
 SHAPES = [
     ("initialiser of %d elements", initialiser, 25_000, "allman-100"),
     ("call nested %d deep", nested_call, 50, "allman-100"),
     ("chain of %d shifts", shift_chain, 1_250, "allman-100"),
     ("condition of %d terms", condition, 500, "allman-100"),
+    ("line of %d statements", statements, 10_000, "allman-100"),
     ("run of %d declarations", declarations, 12_500, "aligned"),
 ]
 

@@ -63,7 +63,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
     tailWidths_.clear();
-    readElements(source.columnOf(text));
+    readElements(source);
 }
 
 void WrapText::readTraits() {
@@ -98,10 +98,12 @@ void WrapText::readComments(const SourceColumns& source) {
     }
 }
 
-// `column` is that of the text.
-void WrapText::readElements(int column) {
+void WrapText::readElements(const SourceColumns& source) {
     elements_.clear();
     bracketColumns_.clear();
+    // Finding the column costs a walk over the line in front, which only the last text on the line may cause.
+    if (!holdsLineEnd(text_)) return;
+    int column = source.columnOf(text_);
     std::vector<std::pair<std::size_t, int>> brackets;  // around the token, with their columns
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         const std::size_t partner = tokens_[place].partner;

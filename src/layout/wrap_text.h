@@ -116,7 +116,7 @@ private:
 
     void readTraits();
     void readComments(const SourceColumns& source);
-    void readElements(int column);
+    void readElements(const SourceColumns& source);
     const Element* elementAt(std::size_t place) const;
     int columnBehind(std::size_t place, int column) const;
     bool has(std::size_t place, unsigned traits) const { return (traits_[place] & traits) != 0; }
