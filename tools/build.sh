@@ -53,7 +53,7 @@ has() {
     case $1 in
         g++ | cmake) command -v "$1" ;;
         clang) command -v clang++ ;;
-        libclang-rt-*) compgen -G "$(clang++ --print-runtime-dir)/libclang_rt.fuzzer-*" ;;
+        libclang-rt-*) command -v clang++ && compgen -G "$(clang++ --print-runtime-dir)/libclang_rt.fuzzer-*" ;;
         ninja-build) command -v ninja ;;
         libgtest-dev) [ -e /usr/include/gtest/gtest.h ] ;;
         libgmock-dev) [ -e /usr/include/gmock/gmock.h ] ;;
