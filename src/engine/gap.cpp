@@ -37,6 +37,23 @@ void trimBehindLastLine(std::string& gap) {
     gap.erase(lineFeed + 1 + trimRight(std::string_view(gap).substr(lineFeed + 1)).size());
 }
 
+// The place behind the line comment or directive that the text starts with, whatever comments stand in front
+// of the directive on its line; 0 where it starts with something else.
+std::size_t firstLineEndTokenEnd(std::string_view text) {
+    const std::string_view rest = trimLeft(text);
+    if (rest.empty() || !mayHoldTrivia(rest.substr(0, 1))) return 0;
+    Cpp::Lexer lexer(text);
+    Trn::Token token = lexer.nextToken();
+    std::size_t end = std::size_t{token.offset} + token.length;
+    if (isLineEndKind(token.kind)) return end;
+    while (token.kind == Cpp::BlockComment) {
+        token = lexer.nextToken();
+        if (isLineBreak(text.substr(end, token.offset - end))) return 0;
+        end = std::size_t{token.offset} + token.length;
+    }
+    return token.kind == Cpp::Directive ? end : 0;
+}
+
 }  // namespace
 
 bool isAllWhitespace(std::string_view text) { return std::all_of(text.begin(), text.end(), isWhitespace); }
@@ -59,9 +76,7 @@ std::string_view trimRight(std::string_view text) {
 std::string_view trim(std::string_view text) { return trimLeft(trimRight(text)); }
 
 bool startsWithLineEndToken(std::string_view text) {
-    const std::string_view rest = trimLeft(text);
-    if (rest.empty() || !mayHoldTrivia(rest.substr(0, 1))) return false;
-    return isLineEndKind(Cpp::Lexer(rest).nextToken().kind);
+    return firstLineEndTokenEnd(text) > 0;
 }
 
 bool endsWithLineEndToken(std::string_view text) {
@@ -106,9 +121,8 @@ MergedGap mergedGap(std::string_view gap, std::string_view wanted) {
 }
 
 PrependedGap prependedGap(std::string_view gap) {
-    if (!startsWithLineEndToken(gap)) return {{}, trimLeft(gap)};
-    const Trn::Token first = Cpp::Lexer(gap).nextToken();
-    const std::size_t end = std::size_t{first.offset} + first.length;
+    const std::size_t end = firstLineEndTokenEnd(gap);
+    if (end == 0) return {{}, trimLeft(gap)};
     return {gap.substr(0, end), trimLeft(gap.substr(end))};
 }
 

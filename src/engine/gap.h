@@ -19,7 +19,8 @@ std::string_view trimLeft(std::string_view text);
 std::string_view trimRight(std::string_view text);
 std::string_view trim(std::string_view text);
 
-// The first, or the last, token is a directive or a line comment.
+// The first, or the last, token is a directive or a line comment. Comments in front of a directive on its
+// line go with it.
 bool startsWithLineEndToken(std::string_view text);
 bool endsWithLineEndToken(std::string_view text);
 // The place in a gap behind its last token, and behind the line end that the token needs; what follows is

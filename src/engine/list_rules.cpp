@@ -48,14 +48,15 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separa
 
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
                                       const Cpp::SyntaxNode& next, ListSeparators separators) {
-    const bool staysApart = isLineComment(next) || isDirective(next);
+    const bool startsDirective = isDirective(next) || writer_.startsDirectiveBehind(gap);
+    const bool staysApart = isLineComment(next) || startsDirective;
     const OptionalText* after = &separators.between;
     OptionalText before = separators.before;
     if (before.hasLineFeed()) before.text = asOutputStands(before.text);
     if (!separators.between.hasLineFeed()) {
-        if (isDirective(next)) after = &kLineFeed;
+        if (startsDirective) after = &kLineFeed;
     } else {
-        if (writer_.holdsLineComment(gap)) {
+        if (!startsDirective && writer_.holdsLineComment(gap)) {
             // The line end of a comment at the end is the one that is wanted.
             gap = gap.substr(0, lineEndBehind(gap));
         }

@@ -158,6 +158,10 @@ bool SourceWriter::isInDirective(std::size_t place) const {
     return false;
 }
 
+bool SourceWriter::startsDirectiveBehind(std::string_view gap) const {
+    return isLineBreak(gap.substr(trimRight(gap).size())) && isBeforeDirective();
+}
+
 // Whether a directive comes next, behind comments on its line or none.
 bool SourceWriter::isBeforeDirective() const {
     if (peek() != '#' && peek() != '/') return false;

@@ -55,6 +55,9 @@ public:
 
     // Whether a comment, a directive or any other token whose white space has to stay stands in the piece.
     bool holdsOpaque(std::string_view piece) const;
+    // Whether the gap, read last, ends its line, and a directive comes next, behind comments on its line or
+    // none.
+    bool startsDirectiveBehind(std::string_view gap) const;
     // Whether what has been read ends in a literal that the name behind it is joined to, so that they mean
     // something else apart.
     bool followsJoinedLiteral() const;

@@ -41,8 +41,8 @@ bool TextSweep::joinsTokens() const {
 }
 
 void TextSweep::writeGapWith(std::string_view wanted) {
-    const bool endsDirective = isInDirective_ && isLineBreak(gap());
-    if (endsDirective && wanted.find('\n') == std::string_view::npos) wanted = "\n";
+    const bool needsLineEnd = isLineBreak(gap()) && (isInDirective_ || isBeforeDirective());
+    if (needsLineEnd && wanted.find('\n') == std::string_view::npos) wanted = "\n";
     const std::string_view whole = takeGap();
     const std::string_view kept = trimRight(whole);
     if (wanted.empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = " ";
@@ -59,6 +59,19 @@ std::string_view TextSweep::blanksBehind() const {
     const std::size_t end = place_ + 1 < tokens_.size() ? tokens_[place_ + 1].token.offset : text_.size();
     const std::string_view behind = text_.substr(start, end - start);
     return behind.substr(0, behind.size() - trimLeft(behind).size());
+}
+
+// Whether a directive follows, behind comments on its line.
+bool TextSweep::isBeforeDirective() const {
+    for (std::size_t place = place_; place + 1 < tokens_.size(); ++place) {
+        const Trn::Token& comment = tokens_[place].token;
+        const Trn::Token& next = tokens_[place + 1].token;
+        const std::size_t end = std::size_t{comment.offset} + comment.length;
+        if (comment.kind != Cpp::BlockComment || isLineBreak(text_.substr(end, next.offset - end)))
+            return false;
+        if (next.kind == Cpp::Directive) return true;
+    }
+    return false;
 }
 
 bool TextSweep::endsItsLine() const {

@@ -45,6 +45,7 @@ public:
 private:
     std::string_view textOf(const Trn::Token& token) const { return text_.substr(token.offset, token.length); }
     bool joinsTokens() const;
+    bool isBeforeDirective() const;
 
     std::string_view text_;
     const std::vector<ExprToken>& tokens_;

@@ -151,6 +151,10 @@ std::string CppExprLineWrapper::whitespaceTo(const LineStart& start, const OInde
 
 void CppExprLineWrapper::writeDirectiveAt(std::size_t place, const IndentState& state, OIndentBuf& out) {
     const std::string_view gap = text_.gap(place);
+    if (text_.followsComments(place)) {
+        writeDirective(gap, text_.tokenText(place), out);
+        return;
+    }
     const bool startsLine = out.column() == 0 || gap.find('\n') != std::string_view::npos;
     endLine(place, out);
     IndentScope indent(out, state.indent);

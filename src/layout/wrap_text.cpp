@@ -58,10 +58,11 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     }
     gaps_.push_back(text.substr(end));
     holdsUnknownText_ |= !isAllWhitespace(gaps_.back());
-    readTraits();
-    readComments(source);
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
+    startsLine_ = source.startsLine(text);
+    readTraits();
+    readComments(source);
     tailWidths_.clear();
     readElements(source);
 }
@@ -74,8 +75,8 @@ void WrapText::readTraits() {
         const bool followsLineEnd = place > 0 && tokenText(place - 1).ends_with('\n');
         if (!isEvenText(tokenText(place))) traits |= UnevenText;
         if (followsLineEnd || !isEvenText(gaps_[place])) traits |= UnevenGap;
-        const bool isDirective = place > 0 && kindAt(place) == Cpp::Directive;
-        if (isDirective || followsLineEnd || holdsLineEnd(gaps_[place])) traits |= OwnLine;
+        const bool isParted = place > 0 && kindAt(place) == Cpp::Directive && !followsComments(place);
+        if (isParted || followsLineEnd || holdsLineEnd(gaps_[place])) traits |= OwnLine;
         const bool areLiterals =
             place > 0 && kindAt(place) == Cpp::StringLiteral && kindAt(place - 1) == Cpp::StringLiteral;
         // A prefix directly behind a literal, as in "a"U"b", means something else apart.
@@ -84,6 +85,16 @@ void WrapText::readTraits() {
         traits_[place] = static_cast<unsigned char>(traits);
         nextUneven_[place] = traits != 0 ? place : nextUneven_[place + 1];
     }
+}
+
+bool WrapText::followsComments(std::size_t place) const {
+    while (place > 0 && !holdsLineEnd(gaps_[place])) {
+        --place;
+        if (kindAt(place) != Cpp::BlockComment) return false;
+        const bool startsLine = place > 0 ? tokenText(place - 1).ends_with('\n') : startsLine_;
+        if (startsLine || lineStart(place) || holdsLineEnd(gaps_[place])) return true;
+    }
+    return false;
 }
 
 // The lines of a comment keep their place below its first one.

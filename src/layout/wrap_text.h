@@ -63,6 +63,9 @@ public:
 
     // Whether the token stands on another line than the one before, whatever the wrapper does.
     bool startsOwnLine(std::size_t place) const { return has(place, OwnLine); }
+    // Whether nothing but comments stands in front of the token on its line, and does so wherever the line
+    // has come to begin.
+    bool followsComments(std::size_t place) const;
     // A string literal behind another one.
     bool continuesLiteral(std::size_t place) const { return has(place, ContinuesLiteral); }
 
@@ -140,6 +143,7 @@ private:
     std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;
     int trailingWidth_ = 0;
+    bool startsLine_ = false;  // nothing stands in front of the text on its line
     bool holdsUnknownText_ = false;
 };
 
