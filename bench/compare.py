@@ -236,12 +236,17 @@ def statements(count):
     return "void f() { %s}\n" % ("a = call(b, c); " * count)
 
 
+def comments(count):
+    return "enum E { %s A };\n" % ("/* a */ " * count)
+
+
 SHAPES = [
     ("initialiser of %d elements", initialiser, 25_000, "allman-100"),
     ("call nested %d deep", nested_call, 50, "allman-100"),
     ("chain of %d shifts", shift_chain, 1_250, "allman-100"),
     ("condition of %d terms", condition, 500, "allman-100"),
     ("line of %d statements", statements, 10_000, "allman-100"),
+    ("line of %d comments", comments, 20_000, "allman-100"),
     ("run of %d declarations", declarations, 12_500, "aligned"),
 ]
 

@@ -132,7 +132,7 @@ std::string_view SourceWriter::asLastNeeds(std::string_view gap, std::string_vie
 }
 
 std::string_view SourceWriter::writeDirectiveEnd(std::string_view gap) {
-    if (gap.empty() || !isInDirective(offsetOf(gap))) return gap;
+    if (gap.find('\n') == std::string_view::npos || !isInDirective(offsetOf(gap))) return gap;
     std::string_view rest = gap;
     while (!isLineBreak(rest.substr(0, rest.size() - trimLeft(rest).size()))) {
         rest = trimLeft(rest);
@@ -178,9 +178,9 @@ bool SourceWriter::isBeforeDirective() const {
 // that a directive needs.
 std::string_view SourceWriter::asNextNeeds(std::string_view gap, std::string_view wanted) const {
     if (wanted.empty() && !gap.empty() && wouldJoin(gap)) return " ";
-    if (!isBeforeDirective() || gap.find('\n') == std::string_view::npos ||
-        wanted.find('\n') != std::string_view::npos)
-        return wanted;
+    const bool losesLineEnd =
+        gap.find('\n') != std::string_view::npos && wanted.find('\n') == std::string_view::npos;
+    if (!losesLineEnd || !isBeforeDirective()) return wanted;
     return out_->lineHasText() ? "\n" : "";
 }
 
