@@ -89,10 +89,11 @@ void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
 void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after) {
     const bool joinsScope = writer_.peek() == ':' && after.present && after.text.empty();
     const bool startsDirective = !after.hasLineFeed() && writer_.startsDirectiveBehind(gap);
+    const OptionalText& apart = joinsScope ? kBlank : after;
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
-    writeRendered(exprFormatter_.respaceSeparator(
-        rest, Cpp::Colon, rest.size() < gap.size() ? kNothing : before,
-        startsDirective ? kLineFeed : (joinsScope ? kBlank : after), state()));
+    writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon,
+                                                  rest.size() < gap.size() ? kNothing : before,
+                                                  startsDirective ? kLineFeed : apart, state()));
 }
 
 void CppFormatter::visit(Cpp::BaseClauseNode* clause) {

@@ -180,14 +180,7 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
-    if (isStacked(run)) {
-        const std::string_view gap = run.sweep.gap();
-        IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
-        run.sweep.writeGapWith(
-            std::string(static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n')), '\n'));
-        run.out.startLine();
-        return;
-    }
+    if (isStacked(run)) return startLiteralLine(run);
     const OptionalText* wanted = wantedBefore(run, run.sweep.place());
     if (!wanted) wanted = run.after;
     if (wanted && wanted->present) {
@@ -206,6 +199,14 @@ bool CppExprFormatter::isStacked(const Run& run) const {
     return isInRows && wrapsLines() && run.kindAt(run.sweep.place()) == Cpp::StringLiteral &&
            run.previous + 1 == run.sweep.place() && run.previousKind() == Cpp::StringLiteral &&
            isLineBreak(run.sweep.gap());
+}
+
+void CppExprFormatter::startLiteralLine(Run& run) {
+    const std::string_view gap = run.sweep.gap();
+    const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
+    IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
+    run.sweep.writeGapWith(std::string(lineFeeds, '\n'));
+    run.out.startLine();
 }
 
 // What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an

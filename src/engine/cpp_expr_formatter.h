@@ -61,6 +61,7 @@ private:
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
     bool isStacked(const Run& run) const;
+    static void startLiteralLine(Run& run);
     const OptionalText* joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;

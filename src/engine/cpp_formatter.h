@@ -117,6 +117,7 @@ private:
     void formatElements(Cpp::InteriorNode& list, ListSeparators separators);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             ListSeparators separators);
+    void writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after);
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              ListSeparators separators, const OptionalText& beforeClose);
     void formatParenList(Cpp::ParameterListNode& list);

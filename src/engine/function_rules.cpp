@@ -72,8 +72,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     if (head->parameters()) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         // A comment or directive on a line of its own stays there.
-        const bool startsLine =
-            isLineBreak(gap.substr(0, gap.size() - trimLeft(gap).size())) && startsWithLineEndToken(gap);
+        const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
         if (settings_.afterFunctionName.present && !startsLine) {
             out().writeVerbatim(settings_.afterFunctionName.text);
             writer_.write(strippedGap(settings_.afterFunctionName.text.empty() ? gap : trimLeft(gap)));

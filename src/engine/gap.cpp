@@ -5,6 +5,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/directive_ahead.h"
 
 namespace Tessel {
 
@@ -42,16 +43,9 @@ void trimBehindLastLine(std::string& gap) {
 std::size_t firstLineEndTokenEnd(std::string_view text) {
     const std::string_view rest = trimLeft(text);
     if (rest.empty() || !mayHoldTrivia(rest.substr(0, 1))) return 0;
-    Cpp::Lexer lexer(text);
-    Trn::Token token = lexer.nextToken();
-    std::size_t end = std::size_t{token.offset} + token.length;
-    if (isLineEndKind(token.kind)) return end;
-    while (token.kind == Cpp::BlockComment) {
-        token = lexer.nextToken();
-        if (isLineBreak(text.substr(end, token.offset - end))) return 0;
-        end = std::size_t{token.offset} + token.length;
-    }
-    return token.kind == Cpp::Directive ? end : 0;
+    const Trn::Token first = Cpp::Lexer(text).nextToken();
+    if (isLineEndKind(first.kind)) return std::size_t{first.offset} + first.length;
+    return endOfDirectiveAhead(text, [lexer = Cpp::Lexer(text)]() mutable { return lexer.nextToken(); });
 }
 
 }  // namespace
@@ -74,6 +68,14 @@ std::string_view trimRight(std::string_view text) {
 }
 
 std::string_view trim(std::string_view text) { return trimLeft(trimRight(text)); }
+
+std::string_view leadingBlanks(std::string_view text) {
+    return text.substr(0, text.size() - trimLeft(text).size());
+}
+
+std::string_view trailingBlanks(std::string_view text) {
+    return text.substr(trimRight(text).size());
+}
 
 bool startsWithLineEndToken(std::string_view text) {
     return firstLineEndTokenEnd(text) > 0;

@@ -19,6 +19,10 @@ std::string_view trimLeft(std::string_view text);
 std::string_view trimRight(std::string_view text);
 std::string_view trim(std::string_view text);
 
+// The white space at the start of a text, and that at its end.
+std::string_view leadingBlanks(std::string_view text);
+std::string_view trailingBlanks(std::string_view text);
+
 // The first, or the last, token is a directive or a line comment. Comments in front of a directive on its
 // line go with it.
 bool startsWithLineEndToken(std::string_view text);

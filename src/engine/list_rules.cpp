@@ -23,6 +23,13 @@ bool isLineComment(const Cpp::SyntaxNode& node) {
 
 bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node); }
 
+// Whether the gap's last token is a comma that ends its line, or begins it.
+bool partsLines(std::string_view gap) {
+    const std::string_view separator = trimRight(gap);
+    if (!separator.ends_with(',')) return false;
+    return isLineBreak(trailingBlanks(gap)) || isLineBreak(separator.substr(0, separator.size() - 1));
+}
+
 }  // namespace
 
 void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators) {
@@ -65,25 +72,25 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
     if (rest.size() < gap.size()) before = kNothing;
     gap = rest;
-    // Nearly every gap is a comma with blanks around it.
-    const std::string_view separator = trim(gap);
-    if (separator.ends_with(',') && exprFormatter_.wrapsLines() && !after->present && !staysApart) {
-        // A line that has been wrapped is joined.
-        const std::size_t comma = gap.rfind(',');
-        if (isLineBreak(gap.substr(comma + 1)) || isLineBreak(gap.substr(0, comma))) after = &kBlank;
-    }
-    const bool isPlain = separator == "," && !separators.breaksLines() && after->present && !after->hasLineFeed();
-    if (!isPlain) {
+    // A line that has been wrapped is joined.
+    if (exprFormatter_.wrapsLines() && !after->present && !staysApart && partsLines(gap)) after = &kBlank;
+    if (trim(gap) == "," && !separators.breaksLines() && after->present && !after->hasLineFeed()) {
+        writeComma(gap, before, *after);
+    } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
-        return;
     }
+}
+
+// A comma with blanks around it, as nearly every gap is.
+void CppFormatter::writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after) {
+    const std::string_view blanks = leadingBlanks(gap);
     if (before.present) {
         out().writeVerbatim(before.text);
-    } else if (!exprFormatter_.wrapsLines() || !isLineBreak(gap.substr(0, gap.find(',')))) {
-        out().write(gap.substr(0, gap.find(',')));
+    } else if (!exprFormatter_.wrapsLines() || !isLineBreak(blanks)) {
+        out().write(blanks);
     }
-    out().write(separator);
-    out().writeVerbatim(after->text);
+    out().write(",");
+    out().writeVerbatim(after.text);
 }
 
 // A list with its brackets. An empty one loses the white space between them when the scheme places any there.

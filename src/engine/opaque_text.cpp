@@ -33,7 +33,7 @@ int leadingWidth(std::string_view line, int tabSize) {
     return column;
 }
 
-// Writes a line whose text stands `extra` columns behind the indentation.
+// Writes a line whose text stands `extra` columns, or none, behind the indentation.
 void writeFurtherLine(std::string_view line, int extra, OIndentBuf& out) {
     const std::string_view text = trimLeft(line);
     if (text.empty()) {
@@ -41,7 +41,7 @@ void writeFurtherLine(std::string_view line, int extra, OIndentBuf& out) {
         return;
     }
     out.startLine();
-    if (extra > 0) out.write(std::string(static_cast<std::size_t>(extra), ' '));
+    out.write(std::string(static_cast<std::size_t>(extra), ' '));
     writeRaw(text, out);
 }
 
@@ -99,8 +99,12 @@ void writeLines(std::string_view text, int inputColumn, OIndentBuf& out) {
     for (text.remove_prefix(length); !text.empty(); text.remove_prefix(length)) {
         length = lineLength(text);
         const std::string_view line = text.substr(0, length);
-        writeFurtherLine(line, leadingWidth(line, out.tabSize()) - inputColumn, out);
+        writeFurtherLine(line, columnsBehindStart(line, inputColumn, out.tabSize()), out);
     }
+}
+
+int columnsBehindStart(std::string_view line, int inputColumn, int tabSize) {
+    return std::max(leadingWidth(line, tabSize) - inputColumn, 0);
 }
 
 }  // namespace Tessel

@@ -38,5 +38,7 @@ bool continuesLiteral(std::string_view directive);
 // the input `source` tells.
 void writeLines(std::string_view text, const SourceColumns& source, Zelmor::OIndentBuf& out);
 void writeLines(std::string_view text, int inputColumn, Zelmor::OIndentBuf& out);
+// How far behind its first character the text of a further line comes to stand.
+int columnsBehindStart(std::string_view line, int inputColumn, int tabSize);
 
 }  // namespace Tessel

@@ -6,6 +6,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
+#include "engine/directive_ahead.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/source_copy.h"
@@ -134,7 +135,7 @@ std::string_view SourceWriter::asLastNeeds(std::string_view gap, std::string_vie
 std::string_view SourceWriter::writeDirectiveEnd(std::string_view gap) {
     if (gap.find('\n') == std::string_view::npos || !isInDirective(offsetOf(gap))) return gap;
     std::string_view rest = gap;
-    while (!isLineBreak(rest.substr(0, rest.size() - trimLeft(rest).size()))) {
+    while (!isLineBreak(leadingBlanks(rest))) {
         rest = trimLeft(rest);
         const auto comment = firstOpaque(offsetOf(rest));
         if (rest.empty() || comment == opaque_.end() || comment->offset != offsetOf(rest)) return gap;
@@ -159,19 +160,16 @@ bool SourceWriter::isInDirective(std::size_t place) const {
 }
 
 bool SourceWriter::startsDirectiveBehind(std::string_view gap) const {
-    return isLineBreak(gap.substr(trimRight(gap).size())) && isBeforeDirective();
+    return isLineBreak(trailingBlanks(gap)) && isBeforeDirective();
 }
 
 // Whether a directive comes next, behind comments on its line or none.
 bool SourceWriter::isBeforeDirective() const {
     if (peek() != '#' && peek() != '/') return false;
-    std::size_t place = in_.offset();
-    for (auto token = firstOpaque(place); token != opaque_.end() && token->offset == place; ++token) {
-        if (token->kind != Cpp::BlockComment) return token->kind == Cpp::Directive;
-        place += token->length;
-        while (place < text_.size() && text_[place] != '\n' && isWhitespace(text_[place])) ++place;
-    }
-    return false;
+    auto token = firstOpaque(in_.offset());
+    if (token == opaque_.end() || token->offset != in_.offset()) return false;
+    return endOfDirectiveAhead(text_,
+                               [&] { return token != opaque_.end() ? *token++ : Cpp::OpaqueToken{}; }) > 0;
 }
 
 // What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
@@ -201,7 +199,7 @@ bool SourceWriter::followsJoinedLiteral() const {
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
     if (followsJoinedLiteral()) return write(gap);
-    wanted = asLastNeeds(gap, gap.substr(trimRight(gap).size()), wanted);
+    wanted = asLastNeeds(gap, trailingBlanks(gap), wanted);
     if (isAllWhitespace(gap)) {
         out_->writeVerbatim(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);
@@ -213,7 +211,7 @@ void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
 }
 
 void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
-    wanted = asLastNeeds(gap, gap.substr(0, gap.size() - trimLeft(gap).size()), wanted);
+    wanted = asLastNeeds(gap, leadingBlanks(gap), wanted);
     if (isAllWhitespace(gap)) {
         out_->write(asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);

@@ -2,6 +2,7 @@
 
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
+#include "engine/directive_ahead.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 
@@ -58,20 +59,16 @@ std::string_view TextSweep::blanksBehind() const {
     const std::size_t start = std::size_t{current().token.offset} + current().token.length;
     const std::size_t end = place_ + 1 < tokens_.size() ? tokens_[place_ + 1].token.offset : text_.size();
     const std::string_view behind = text_.substr(start, end - start);
-    return behind.substr(0, behind.size() - trimLeft(behind).size());
+    return leadingBlanks(behind);
 }
 
-// Whether a directive follows, behind comments on its line.
+// Whether a directive follows, behind the comments that come next.
 bool TextSweep::isBeforeDirective() const {
-    for (std::size_t place = place_; place + 1 < tokens_.size(); ++place) {
-        const Trn::Token& comment = tokens_[place].token;
-        const Trn::Token& next = tokens_[place + 1].token;
-        const std::size_t end = std::size_t{comment.offset} + comment.length;
-        if (comment.kind != Cpp::BlockComment || isLineBreak(text_.substr(end, next.offset - end)))
-            return false;
-        if (next.kind == Cpp::Directive) return true;
-    }
-    return false;
+    if (currentKind() != Cpp::BlockComment) return false;
+    const auto next = [this, place = place_]() mutable {
+        return place < tokens_.size() ? tokens_[place++].token : Trn::Token();
+    };
+    return endOfDirectiveAhead(text_, next) > 0;
 }
 
 bool TextSweep::endsItsLine() const {

@@ -98,7 +98,7 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
 // everything up to the next place where a line might end, and the brackets behind that. Another statement is
 // broken by itself.
 int CppLineWrapper::widthBehind(std::string_view text) const {
-    if (isLineBreak(text.substr(trimRight(text).size()))) return 0;
+    if (isLineBreak(trailingBlanks(text))) return 0;
     const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
     // What lies beyond the margin from here is too wide wherever it ends.
     std::string_view rest =

@@ -5,6 +5,7 @@
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/opaque_text.h"
 
 namespace Tessel {
 
@@ -103,17 +104,15 @@ void WrapText::readComments(const SourceColumns& source) {
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         const std::string_view text = tokenText(place);
         if (kindAt(place) != Cpp::BlockComment || !holdsLineEnd(text)) continue;
-        const std::string_view line = lastLine(text);
-        const int indent = columnAfter(line.substr(0, line.size() - trimLeft(line).size()), 0, tabSize_);
-        lastLines_.emplace_back(place, std::max(indent - source.columnOf(text), 0));
+        lastLines_.emplace_back(place, columnsBehindStart(lastLine(text), source.columnOf(text), tabSize_));
     }
 }
 
 void WrapText::readElements(const SourceColumns& source) {
     elements_.clear();
-    bracketColumns_.clear();
     // Finding the column costs a walk over the line in front, which only the last text on the line may cause.
     if (!holdsLineEnd(text_)) return;
+    bracketColumns_.assign(tokens_.size(), kNone);
     int column = source.columnOf(text_);
     std::vector<std::pair<std::size_t, int>> brackets;  // around the token, with their columns
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
@@ -130,7 +129,6 @@ void WrapText::readElements(const SourceColumns& source) {
         if (partner != kNoToken && partner > place) brackets.emplace_back(place, column);
         column = columnBehind(place, column);
     }
-    if (!elements_.empty()) bracketColumns_.assign(tokens_.size(), kNone);
 }
 
 const WrapText::Element* WrapText::elementAt(std::size_t place) const {
@@ -139,7 +137,7 @@ const WrapText::Element* WrapText::elementAt(std::size_t place) const {
 }
 
 void WrapText::placeBracket(std::size_t place, int column) {
-    if (!bracketColumns_.empty()) bracketColumns_[place] = column;
+    if (!elements_.empty()) bracketColumns_[place] = column;
 }
 
 bool WrapText::hasMoved(std::size_t place) const {
@@ -192,7 +190,7 @@ int WrapText::columnOf(std::size_t place, int column) const {
     const std::string_view gap = gaps_[place];
     if (startsOwnLine(place)) {
         const Element* element = elementAt(place);
-        const int bracket = element && !bracketColumns_.empty() ? bracketColumns_[element->bracket] : kNone;
+        const int bracket = element ? bracketColumns_[element->bracket] : kNone;
         return bracket != kNone ? bracket + element->offset : columnAfter(lastLine(gap), 0, tabSize_);
     }
     return has(place, UnevenGap) ? columnAfter(gap, column, tabSize_) : column + lengthOf(gap);

@@ -100,8 +100,8 @@ public:
     // The range holds no tabs, line ends or literals in a row.
     bool isEven(TokenRange range) const;
 
-    // Tells where an opening bracket has come to stand. The elements that stand in lines below the first one
-    // of its list come to stand as far behind it as they did.
+    // Tells where a token has come to stand. When it is the bracket of a list, the elements that stand in
+    // lines below the first one of its list come to stand as far behind it as they did.
     void placeBracket(std::size_t place, int column);
     // Whether the token is such an element, and its bracket has moved.
     bool hasMoved(std::size_t place) const;
@@ -138,7 +138,8 @@ private:
     // line.
     std::vector<std::pair<std::size_t, int>> lastLines_;
     std::vector<Element> elements_;    // in the order of their places
-    std::vector<int> bracketColumns_;  // of every token where there are elements; kNone where it is not known
+    std::vector<int>
+        bracketColumns_;  // of every token, where there are elements; kNone for those not placed yet
     std::vector<LineStart> starts_;  // of every token; kNone where it does not start a line
     std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "temporary_directory.h"
+#include "scheme_files.h"
 
 namespace {
 
@@ -15,16 +15,6 @@ using Tessel::PropertySet;
 using TesselUI::PropertySetStore;
 using testing::ElementsAre;
 namespace fs = std::filesystem;
-
-std::string schemeText(const std::string& name, const std::string& properties = "") {
-    return "Tessel::PropertySet\n1\n\"" + name + "\"\n" + properties;
-}
-
-PropertySetStore readStore(const TemporaryDirectory& directory) {
-    PropertySetStore store(directory.path());
-    store.read();
-    return store;
-}
 
 std::vector<std::string> names(const PropertySetStore& store) {
     std::vector<std::string> result;

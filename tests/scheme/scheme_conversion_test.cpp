@@ -5,22 +5,12 @@
 #include <sstream>
 #include <string>
 
-#include "temporary_directory.h"
+#include "scheme_files.h"
 
 namespace {
 
 using TesselUI::convertSchemes;
 using TesselUI::PropertySetStore;
-
-std::string schemeText(const std::string& name, const std::string& properties = "") {
-    return "Tessel::PropertySet\n1\n\"" + name + "\"\n" + properties;
-}
-
-PropertySetStore readStore(const TemporaryDirectory& directory) {
-    PropertySetStore store(directory.path());
-    store.read();
-    return store;
-}
 
 TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
     TemporaryDirectory directory;

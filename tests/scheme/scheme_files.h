@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "scheme/property_set_store.h"
+#include "temporary_directory.h"
+
+// The text of a scheme file.
+inline std::string schemeText(const std::string& name, const std::string& properties = "") {
+    return "Tessel::PropertySet\n1\n\"" + name + "\"\n" + properties;
+}
+
+inline TesselUI::PropertySetStore readStore(const TemporaryDirectory& directory) {
+    TesselUI::PropertySetStore store(directory.path());
+    store.read();
+    return store;
+}
