@@ -17,8 +17,8 @@ MarkSettings readMark(const PropertySet& scheme, std::string_view anchor, std::s
 }  // namespace
 
 ExprSettings::ExprSettings(const PropertySet& scheme)
-    : afterOperator(readText(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS)),
-      beforeOperator(readText(scheme, Keys::WS_BEFORE_EXPR_OP)),
+    : ExtensionSettings(scheme),
+      afterOperator(readText(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS)),
       afterCallName(readText(scheme, Keys::WS_AFTER_FN_CALL_NAME)),
       beforeCallComma(readText(scheme, Keys::WS_BEFORE_FN_CALL_COMMA)),
       betweenCallArguments(readText(scheme, Keys::WS_BETWEEN_FN_CALL_ARGS)),
@@ -35,7 +35,8 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       beforeDataComma(readText(scheme, Keys::WS_BEFORE_DD_COMMA)),
       betweenDataElements(readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)),
       dataIndent(readIndent(scheme, Keys::INDENT_DD_CONTENT)),
-      asterisk(readMark(scheme, Keys::ASTERISK_ANCHOR, Keys::HANGING_ASTERISK, Keys::WS_BETWEEN_ASTERISK_ANCHOR)),
+      asterisk(
+          readMark(scheme, Keys::ASTERISK_ANCHOR, Keys::HANGING_ASTERISK, Keys::WS_BETWEEN_ASTERISK_ANCHOR)),
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
       alignsCallArguments(readSwitch(scheme, Keys::ALIGN_FN_CALL_ARGS_LEFT)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/optional_text.h"
+#include "engine/extension_settings.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -15,11 +15,10 @@ struct MarkSettings {
 };
 
 // The scheme's values for expressions and declaration texts.
-struct ExprSettings {
+struct ExprSettings : ExtensionSettings {
     explicit ExprSettings(const PropertySet& scheme);
 
     OptionalText afterOperator;
-    OptionalText beforeOperator;
     OptionalText afterCallName;
     OptionalText beforeCallComma;
     OptionalText betweenCallArguments;

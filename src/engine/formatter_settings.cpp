@@ -5,7 +5,7 @@
 
 namespace Tessel {
 
-FormatterSettings::FormatterSettings(const PropertySet& scheme) {
+FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSettings(scheme) {
     const auto text = [&scheme](std::string_view key) { return readText(scheme, key); };
     const auto indent = [&scheme](std::string_view key) { return readIndent(scheme, key); };
     const auto isOn = [&scheme](std::string_view key) { return readSwitch(scheme, key); };
@@ -50,7 +50,6 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) {
     afterDataName = text(Keys::WS_AFTER_DD_NAME);
     afterDataBracket = text(Keys::WS_AFTER_DD_RBRACKET);
     afterCallName = text(Keys::WS_AFTER_FN_CALL_NAME);
-    beforeOperator = text(Keys::WS_BEFORE_EXPR_OP);
 
     beforeTemplateOpen = text(Keys::WS_BEFORE_TP_OPEN_BRACKET);
     afterTemplateOpen = text(Keys::WS_AFTER_TP_OPEN_BRACKET);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/optional_text.h"
+#include "engine/extension_settings.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -14,7 +14,7 @@ struct BraceSettings {
 };
 
 // The scheme's values for the formatter's rules.
-struct FormatterSettings {
+struct FormatterSettings : ExtensionSettings {
     explicit FormatterSettings(const PropertySet& scheme);
 
     OptionalText leftMargin;
@@ -51,7 +51,6 @@ struct FormatterSettings {
     OptionalText afterDataName;
     OptionalText afterDataBracket;
     OptionalText afterCallName;
-    OptionalText beforeOperator;
 
     OptionalText beforeTemplateOpen;
     OptionalText afterTemplateOpen;

@@ -20,7 +20,8 @@ Style readStyle(const PropertySet& scheme, std::string_view key, Style whenAbsen
 }  // namespace
 
 WrapSettings::WrapSettings(const PropertySet& scheme)
-    : rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0)),
+    : ExtensionSettings(scheme),
+      rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0)),
       lineWrap(readSwitch(scheme, Keys::LINE_WRAP)),
       tabSize(std::max(readTabSize(scheme), 1)),
       tabMode(readTabMode(scheme)),

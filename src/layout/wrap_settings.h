@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/optional_text.h"
+#include "engine/extension_settings.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -26,7 +26,7 @@ enum class ListStrategy {
 };
 
 // How expressions and lists are broken, as the scheme says. Values out of range become the defaults.
-struct WrapSettings {
+struct WrapSettings : ExtensionSettings {
     explicit WrapSettings(const PropertySet& scheme);
 
     bool wrapsLines() const { return lineWrap && rightMargin > 0; }

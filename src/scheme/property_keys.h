@@ -3,15 +3,14 @@
 #include <array>
 #include <string_view>
 
-// The vocabulary of schemes: every property key, spelled once, and the type that its value has.
+#include "scheme/property_type.h"
+
+// The catalogue of schemes: its property keys, spelled once, and the type that their values have.
 //
 // A key is built of a position word, the element, and the point within it: WS_BEFORE_FN_CLOSE_PAREN is the
 // white space before the ")" of a function's parameters. NS is a namespace, TP template parameters, FN a
 // function, DD a data declaration, CS a control statement, EXPR an expression, PPD a preprocessor directive.
 namespace Tessel {
-
-// What a property's value is. The numbers are the type tags of scheme files.
-enum class PropertyType : int { Boolean = 1, Integer = 2, String = 3 };
 
 namespace Keys {
 
@@ -155,9 +154,6 @@ inline constexpr std::string_view WS_BETWEEN_FN_CALL_ARGS = "WS_BETWEEN_FN_CALL_
 inline constexpr std::string_view ALIGN_FN_CALL_ARGS_LEFT = "ALIGN_FN_CALL_ARGS_LEFT";
 inline constexpr std::string_view WS_BEFORE_FN_CALL_COMMA = "WS_BEFORE_FN_CALL_COMMA";
 
-// White space between an operand and the operator behind it. Without it, the input's is kept.
-inline constexpr std::string_view WS_BEFORE_EXPR_OP = "WS_BEFORE_EXPR_OP";
-
 // Every key, in the order in which listings show them.
 inline constexpr std::array CATALOGUE = {
     VANTREL_VERSION,
@@ -279,13 +275,12 @@ inline constexpr std::array CATALOGUE = {
     WS_BETWEEN_FN_CALL_ARGS,
     ALIGN_FN_CALL_ARGS_LEFT,
     WS_BEFORE_FN_CALL_COMMA,
-    WS_BEFORE_EXPR_OP,
 };
 
-static_assert(CATALOGUE.size() == 120);
+static_assert(CATALOGUE.size() == 119);
 
 // The type that the readers of a catalogue key expect. Stored with another type, the key acts as absent.
-constexpr PropertyType typeOf(std::string_view key) {
+constexpr PropertyType catalogueTypeOf(std::string_view key) {
     if (key == LINE_WRAP_DO_NOT_FORMAT) return PropertyType::Integer;
     if (key == LINE_WRAP || key.ends_with("_DO_NOT_FORMAT")) return PropertyType::Boolean;
     if (key.starts_with("ALIGN_") || key.starts_with("HANGING_")) return PropertyType::Boolean;

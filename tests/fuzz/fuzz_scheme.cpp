@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "scheme/property_keys.h"
+#include "scheme/known_keys.h"
 #include "support/format_text.h"
 
 namespace Fuzz {
@@ -42,7 +42,7 @@ private:
 
 Tessel::PropertySet drawScheme(Draw draw) {
     Tessel::PropertySet scheme("drawn");
-    for (const std::string_view key : Tessel::Keys::CATALOGUE) {
+    for (const std::string_view key : Tessel::Keys::ALL) {
         if (draw.next() % 4 == 0) continue;
         switch (Tessel::Keys::typeOf(key)) {
             case Tessel::PropertyType::Boolean:

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "scheme/property_keys.h"
+#include "scheme/known_keys.h"
 #include "scheme/scheme_check.h"
 #include "support/format_text.h"
 
@@ -82,13 +82,13 @@ TEST_P(SchemeValues, AnyOfThemKeepsTheTokens) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, SchemeValues, testing::ValuesIn(Keys::CATALOGUE),
+INSTANTIATE_TEST_SUITE_P(, SchemeValues, testing::ValuesIn(Keys::ALL),
                          [](const auto& tested) { return std::string(tested.param); });
 
 // A key that is there twice, with another type, as a file may have it.
 TEST(OddSchemes, EveryKeyWithEveryType) {
     Tessel::PropertySet scheme("odd");
-    for (const std::string_view key : Keys::CATALOGUE) {
+    for (const std::string_view key : Keys::ALL) {
         scheme.setBool(key, true);
         scheme.setInt(key, -7);
         scheme.setString(key, "");

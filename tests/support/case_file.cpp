@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "format_text.h"
-#include "scheme/property_keys.h"
+#include "scheme/known_keys.h"
 #include "textstream/string_escape.h"
 
 namespace TestSupport {
@@ -159,8 +159,7 @@ private:
 
     // A misspelt key would leave a case that tests nothing.
     void requireKey(const std::string& key, std::optional<PropertyType> type = {}) const {
-        const bool isKnown = std::ranges::find(Tessel::Keys::CATALOGUE, key) != Tessel::Keys::CATALOGUE.end();
-        if (!isKnown) fail("No such key: " + key);
+        if (!Tessel::Keys::isKnown(key)) fail("No such key: " + key);
         if (type && Tessel::Keys::typeOf(key) != *type) fail("No such value for " + key);
     }
 

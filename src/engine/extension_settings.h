@@ -1,0 +1,36 @@
+#pragma once
+
+#include "engine/optional_text.h"
+#include "engine/scheme_values.h"
+#include "scheme/extension_keys.h"
+#include "scheme/property_set.h"
+
+namespace Tessel {
+
+// The scheme's values of the extension keys, for the rules of every pass. Each member names its key.
+struct ExtensionSettings {
+    explicit ExtensionSettings(const PropertySet& scheme) : from_(scheme) {}
+
+private:
+    class Reader {
+    public:
+        explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
+
+        bool isOn(ExtensionName<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.text()); }
+        OptionalText text(ExtensionName<PropertyType::String> key) const {
+            return readText(*scheme_, key.text());
+        }
+
+    private:
+        const PropertySet* scheme_;
+    };
+
+    Reader from_;  // for the members below, while they are set; not used later
+
+public:
+    bool keepsUnrecognized = from_.isOn("KEEP_UNRECOGNIZED");
+
+    OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
+};
+
+}  // namespace Tessel

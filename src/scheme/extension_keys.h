@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <stdexcept>
+#include <string_view>
+
+#include "scheme/property_type.h"
+
+// The keys that stand beside the catalogue. A row tells everything about its key. An absent key leaves
+// everything as it is without: a scheme of catalogue keys alone lays out what it always did.
+//
+// A key comes about by a row here, a member of ExtensionSettings that names it, and its use in a rule.
+namespace Tessel {
+
+// What a key is about; listings put the keys of a group together.
+enum class KeyGroup { Text, Braces, Classes, Functions, Data, Statements, Expressions, Comments, Wrapping };
+
+struct ExtensionKey {
+    std::string_view name;
+    PropertyType type;
+    KeyGroup group;
+    std::string_view meaning;  // of a text: the place of the white space
+    std::string_view example;  // a source that comes out different with the key
+};
+
+namespace Keys {
+
+inline constexpr std::array EXTENSIONS = {
+    ExtensionKey{"KEEP_UNRECOGNIZED", PropertyType::Boolean, KeyGroup::Text,
+                 "what no rule recognises is kept as it is, where it would else be refused",
+                 "BEGIN_TABLE(int, 3) [x] { }"},
+    ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
+                 "between an operand and the operator behind it", "int a = b-c;"},
+};
+
+constexpr const ExtensionKey* findExtension(std::string_view name) {
+    for (const ExtensionKey& key : EXTENSIONS) {
+        if (key.name == name) return &key;
+    }
+    return nullptr;
+}
+
+}  // namespace Keys
+
+// The name of a key of the table. One that the table lacks, or has with another type, does not compile.
+template <PropertyType type>
+class ExtensionName {
+public:
+    consteval ExtensionName(const char* name) : name_(name) {
+        const ExtensionKey* key = Keys::findExtension(name);
+        if (!key || key->type != type) throw std::invalid_argument("no such extension key of that type");
+    }
+
+    constexpr std::string_view text() const { return name_; }
+
+private:
+    std::string_view name_;
+};
+
+}  // namespace Tessel
