@@ -68,6 +68,13 @@ configure() {
     [ -e "$folder/build.ninja" ] || (cd "$root" && quietly "Configuring" cmake --preset "$preset" "$@")
 }
 
+# configure_with_tests: build/ for the tests too, installing what they need, whatever it was configured for before.
+configure_with_tests() {
+    need g++ cmake ninja-build libgtest-dev libgmock-dev
+    grep -qs '^VANTREL_TESTS:BOOL=ON' "$root/build/CMakeCache.txt" || rm -f "$root/build/build.ninja"
+    configure "$root/build" release -DVANTREL_TESTS=ON
+}
+
 # run_tests FOLDER CTEST_ARGUMENT...: shows ctest's summary, and what the failing tests wrote.
 run_tests() {
     local folder=$1 log
