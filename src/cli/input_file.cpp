@@ -4,9 +4,9 @@
 
 #include <cerrno>
 
-#include "cli/descriptor.h"
 #include "cli/failure.h"
 #include "cli/product.h"
+#include "files/descriptor.h"
 
 namespace Cli {
 
@@ -17,8 +17,8 @@ namespace {
 }
 
 void readText(int descriptor, const std::string& name, std::size_t expectedSize, std::string& text) {
-    const int error = readAll(descriptor, text, expectedSize);
-    if (error) throw Failure("Error: could not read \"" + name + "\": " + errorText(error));
+    const int error = Files::readAll(descriptor, text, expectedSize);
+    if (error) throw Failure("Error: could not read \"" + name + "\": " + Files::errorText(error));
 }
 
 bool isMissing(int error) {
@@ -26,11 +26,11 @@ bool isMissing(int error) {
 }
 
 Input readFile(const std::string& name) {
-    const Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+    const Files::Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
     struct stat status {};
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failToOpen(name);
     Input input;
-    input.file = FileStamp::of(status);
+    input.file = Files::FileStamp::of(status);
     readText(file.get(), name, static_cast<std::size_t>(status.st_size), input.text);
     return input;
 }

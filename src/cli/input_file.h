@@ -3,13 +3,13 @@
 #include <optional>
 #include <string>
 
-#include "cli/file_stamp.h"
+#include "files/file_stamp.h"
 
 namespace Cli {
 
 struct Input {
     std::string text;
-    std::optional<FileStamp> file;  // none for standard input
+    std::optional<Files::FileStamp> file;  // none for standard input
 };
 
 // The whole text of a file, or of `standardInput` (a descriptor) when the name is "-". Nothing at all when

@@ -1,190 +1,48 @@
 #include "cli/output_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-#if defined(__linux__)
-#include <sys/xattr.h>
-#endif
-
-#include <cerrno>
-#include <filesystem>
-#include <optional>
-
-#include "cli/descriptor.h"
-#include "cli/ending_signals.h"
 #include "cli/failure.h"
 #include "cli/product.h"
-#include "cli/temporary_file.h"
+#include "files/descriptor.h"
+#include "files/write_file.h"
 
 namespace Cli {
 
 namespace {
 
-constexpr mode_t newFileMode = 0666;  // less what the process masks out
-constexpr mode_t privateMode = 0600;  // until the mode of the target is set
-constexpr mode_t permissionBits = 07777;
-constexpr int mostLinks = 40;
-
-[[noreturn]] void failToOpen() {
-    throw Failure("Error: could not open output file for writing.");
+std::string couldNotWrite(const std::string& what, int error) {
+    return "Error: could not write " + what + ": " + Files::errorText(error);
 }
 
-[[noreturn]] void failToWrite(const std::string& what, int error) {
-    throw Failure("Error: could not write " + what + ": " + errorText(error));
-}
-
-std::string quoted(const std::string& name) {
-    return '"' + name + '"';
-}
-
-// The name at the end of a chain of symbolic links. It need not exist. There is none when a link stands for
-// an open file, like /dev/stdout: others may hold that file open, and a new one in its place would be lost on
-// them.
-std::optional<std::string> followLinks(const std::string& name) {
-    std::filesystem::path path = name;
-    std::error_code error;
-    for (int count = 0; std::filesystem::is_symlink(path, error); ++count) {
-        if (count == mostLinks || path.string().starts_with("/dev/") || path.string().starts_with("/proc/")) {
-            return std::nullopt;
-        }
-        const std::filesystem::path next = std::filesystem::read_symlink(path, error);
-        path = next.is_absolute() ? next : path.parent_path() / next;
+std::string describe(const Files::WriteFailure& failure, const std::string& fileName) {
+    using Reason = Files::WriteFailure::Reason;
+    const std::string file = '"' + fileName + '"';
+    switch (failure.reason) {
+        case Reason::CannotOpen:
+            break;
+        case Reason::CannotWrite:
+            return couldNotWrite(file, failure.error);
+        case Reason::ChangedBefore:
+            return "Error: " + file +
+                   " was changed by another program while it was being formatted; nothing has been written.";
+        case Reason::ChangedMeanwhile:
+            return "Error: " + file +
+                   " was changed by another program while it was being written; it has been left alone.";
     }
-    return path.string();
-}
-
-// Access lists and the like, which only the file itself carries. What the system keeps for its own use does
-// not count.
-bool hasAttributes(int descriptor) {
-#if defined(__linux__)
-    char names[1024];
-    const ssize_t length = ::flistxattr(descriptor, names, sizeof names);
-    if (length < 0) return errno == ERANGE;
-    std::string_view rest(names, static_cast<std::size_t>(length));
-    while (!rest.empty()) {
-        if (!rest.starts_with("security.")) return true;
-        rest.remove_prefix(rest.find('\0') + 1);
-    }
-#else
-    static_cast<void>(descriptor);
-#endif
-    return false;
-}
-
-bool keepOwnerAndMode(int descriptor, const struct stat& original) {
-    struct stat own {};
-    if (::fstat(descriptor, &own) != 0) return false;
-    const bool isOwnedAlike = own.st_uid == original.st_uid && own.st_gid == original.st_gid;
-    if (!isOwnedAlike && ::fchown(descriptor, original.st_uid, original.st_gid) != 0) return false;
-    return ::fchmod(descriptor, original.st_mode & permissionBits) == 0;
-}
-
-// ---- a file that exists
-
-class ExistingFile {
-public:
-    ExistingFile(const OutputTarget& target, std::string_view text) : target_(target), text_(text) {
-        file_ = Descriptor(::open(target.name.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY));
-        if (!file_.isOpen() || ::fstat(file_.get(), &status_) != 0) failToOpen();
-    }
-
-    void write() {
-        checkUnchanged();
-        if (!mayBeReplaced() || !replace()) writeInPlace();
-        if (const int error = file_.close()) failToWrite(quoted(target_.name), error);
-    }
-
-private:
-    void checkUnchanged() const {
-        const FileStamp* input = target_.input;
-        if (!input || !input->isSameFile(status_) || input->isUnchanged(status_)) return;
-        throw Failure(
-            "Error: " + quoted(target_.name) +
-            " was changed by another program while it was being formatted; nothing has been written.");
-    }
-
-    bool mayBeReplaced() const {
-        return S_ISREG(status_.st_mode) && status_.st_nlink == 1 && !hasAttributes(file_.get());
-    }
-
-    // False when the way over a second file is barred and nothing has been done.
-    bool replace() const {
-        const std::optional<std::string> path = followLinks(target_.name);
-        if (!path) return false;
-        TemporaryFile temporary(*path, privateMode);
-        if (isBarred(temporary.error())) return false;
-        if (temporary.error()) fail(temporary.error());
-        if (!keepOwnerAndMode(temporary.descriptor(), status_)) return false;
-        if (const int error = writeAll(temporary.descriptor(), text_)) fail(error);
-        checkStillUnchanged(*path);
-        return temporary.replaceTarget() == 0;
-    }
-
-    // Some time may have passed since the file was opened.
-    void checkStillUnchanged(const std::string& path) const {
-        struct stat now {};
-        if (::stat(path.c_str(), &now) == 0 && FileStamp::of(status_).isUnchanged(now)) return;
-        throw Failure("Error: " + quoted(target_.name) +
-                      " was changed by another program while it was being written; it has been left alone.");
-    }
-
-    static bool isBarred(int error) {
-        return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG;
-    }
-
-    // Signals wait, so that they do not cut the text in two.
-    void writeInPlace() const {
-        const bool isRegular = S_ISREG(status_.st_mode);
-        if (!isRegular) {
-            if (const int error = writeAll(file_.get(), text_)) fail(error);
-            return;
-        }
-        const HoldEndingSignals untilItIsWhole;
-        const auto size = static_cast<off_t>(text_.size());
-        if (size > status_.st_size) makeRoom(size);
-        if (const int error = writeAll(file_.get(), text_)) fail(error);
-        if (::ftruncate(file_.get(), size) != 0) fail(errno);
-    }
-
-    void makeRoom(off_t size) const {
-        const int error = ::posix_fallocate(file_.get(), 0, size);
-        if (error != ENOSPC && error != EFBIG && error != EDQUOT) return;
-        if (::ftruncate(file_.get(), status_.st_size) != 0) fail(errno);
-        fail(error);
-    }
-
-    [[noreturn]] void fail(int error) const { failToWrite(quoted(target_.name), error); }
-
-    const OutputTarget& target_;
-    std::string_view text_;
-    Descriptor file_;
-    struct stat status_ {};
-};
-
-// ---- a file that is to be
-
-void writeNewFile(const std::string& name, std::string_view text) {
-    const std::optional<std::string> path = followLinks(name);
-    if (!path) failToOpen();
-    TemporaryFile temporary(*path, newFileMode);
-    if (temporary.error()) failToOpen();
-    int error = writeAll(temporary.descriptor(), text);
-    if (!error) error = temporary.replaceTarget();
-    if (error) failToWrite(quoted(name), error);
+    return "Error: could not open output file for writing.";
 }
 
 }  // namespace
 
 void writeOutput(const OutputTarget& target, std::string_view text) {
-    struct stat status {};
     if (target.name == STANDARD_STREAM_NAME) {
-        if (const int error = writeAll(target.standardOutput, text)) failToWrite("to standard output", error);
-    } else if (::stat(target.name.c_str(), &status) == 0) {
-        ExistingFile(target, text).write();
-    } else if (errno == ENOENT && !target.name.empty()) {
-        writeNewFile(target.name, text);
-    } else {
-        failToOpen();
+        const int error = Files::writeAll(target.standardOutput, text);
+        if (error) throw Failure(couldNotWrite("to standard output", error));
+        return;
+    }
+    try {
+        Files::writeFile(target.name, text, target.input);
+    } catch (const Files::WriteFailure& failure) {
+        throw Failure(describe(failure, target.name));
     }
 }
 

@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-#include "scheme/replace_file.h"
+#include "files/write_file.h"
 
 namespace TesselUI {
 
@@ -49,6 +49,17 @@ Tessel::PropertySet readScheme(const std::string& path) {
     return scheme;
 }
 
+// A file that somebody else has written at the same moment keeps what they wrote: it is not older than ours.
+void writeSchemeFile(const std::string& path, std::string_view text) {
+    try {
+        Files::writeFile(path, text);
+    } catch (const Files::WriteFailure& failure) {
+        if (failure.reason != Files::WriteFailure::Reason::ChangedMeanwhile) {
+            throw PropertySetStore::WriteError(path);
+        }
+    }
+}
+
 // The name cut to a number of bytes, but not within a UTF-8 character.
 std::string_view cut(std::string_view name, std::size_t length) {
     if (name.size() <= length) return name;
@@ -81,7 +92,7 @@ void PropertySetStore::read() {
     std::set<std::string> names;
     for (const std::string& fileName : findPSFiles(path_)) {
         const std::string path = path_ + fileName;
-        Entry entry{isReadOnlyFile(path), readScheme(path)};
+        Entry entry{Files::isReadOnly(path), readScheme(path)};
         const std::string name = entry.scheme.getName();
         if (names.insert(name).second) {
             fresh.fileNames_.emplace(fileName, name);
@@ -99,7 +110,7 @@ void PropertySetStore::read() {
 void PropertySetStore::write() const {
     if (path_.empty()) return;
     for (const std::string& fileName : findPSFiles(path_)) {
-        if (knowsFile(fileName) || isReadOnlyFile(path_ + fileName)) continue;
+        if (knowsFile(fileName) || Files::isReadOnly(path_ + fileName)) continue;
         std::error_code staysInPlace;
         fs::remove(path_ + fileName, staysInPlace);
     }
@@ -108,7 +119,7 @@ void PropertySetStore::write() const {
         if (entry == end() || entry->readOnly) continue;
         std::ostringstream text;
         entry->scheme.write(text);
-        if (!replaceFile(path_ + fileName, text.view())) throw WriteError(path_ + fileName);
+        writeSchemeFile(path_ + fileName, text.view());
     }
 }
 

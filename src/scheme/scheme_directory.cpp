@@ -12,7 +12,7 @@
 #include <system_error>
 #include <utility>
 
-#include "scheme/replace_file.h"
+#include "files/write_file.h"
 
 namespace TesselUI {
 
@@ -76,7 +76,7 @@ public:
 
     const std::string& directory() const { return directory_; }
 
-    // A file that cannot be written stays as it is: the value is only kept for later runs.
+    // A file that cannot be written stays as it is.
     void storeDirectory(const std::string& directory) const {
         std::string text = text_;
         const std::string line = std::string(DIRECTORY_KEY) + " = " + directory + '\n';
@@ -86,7 +86,11 @@ public:
             if (!text.empty() && text.back() != '\n') text += '\n';
             text += line;
         }
-        if (!isReadOnlyFile(path_)) replaceFile(path_, text);
+        if (Files::isReadOnly(path_)) return;
+        try {
+            Files::writeFile(path_, text);
+        } catch (const Files::WriteFailure&) {  // the value is only kept for later runs
+        }
     }
 
 private:

@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "cli/failure.h"
-#include "cli/temporary_file.h"
+#include "files/temporary_file.h"
 #include "temporary_folder.h"
 
 namespace {
@@ -17,7 +17,7 @@ namespace {
 constexpr const char* cannotOpen = "Error: could not open output file for writing.";
 
 // The message of the failure, or "" when the text has been written.
-std::string write(const std::string& name, std::string_view text, const Cli::FileStamp* input = nullptr) {
+std::string write(const std::string& name, std::string_view text, const Files::FileStamp* input = nullptr) {
     try {
         Cli::writeOutput({.name = name, .input = input}, text);
         return "";
@@ -153,14 +153,14 @@ TEST_F(OutputFile, PermissionsOfOthersAreRespected) {
 
 TEST_F(OutputFile, AnInputThatHasChangedMeanwhileIsLeftAlone) {
     folder.write("a.cpp", "old");
-    const Cli::FileStamp stamp = Cli::FileStamp::of(folder.status("a.cpp"));
+    const Files::FileStamp stamp = Files::FileStamp::of(folder.status("a.cpp"));
     EXPECT_EQ(write(folder.path("other.cpp"), "new", &stamp), "");
     folder.write("a.cpp", "edited by hand");
     EXPECT_NE(write(folder.path("a.cpp"), "new", &stamp).find("was changed by another program"),
               std::string::npos);
     EXPECT_EQ(folder.read("a.cpp"), "edited by hand");
 
-    const Cli::FileStamp fresh = Cli::FileStamp::of(folder.status("a.cpp"));
+    const Files::FileStamp fresh = Files::FileStamp::of(folder.status("a.cpp"));
     EXPECT_EQ(write(folder.path("a.cpp"), "new", &fresh), "");
     EXPECT_EQ(folder.read("a.cpp"), "new");
 }
@@ -181,7 +181,7 @@ int statusOfChild(Action action) {
 TEST_F(OutputFile, TheTemporaryFileGoesWithTheSignalThatEndsTheProgram) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         const int status = statusOfChild([&] {
-            const Cli::TemporaryFile temporary(folder.path("a.cpp"), 0600);
+            const Files::TemporaryFile temporary(folder.path("a.cpp"), 0600);
             if (temporary.error() || folder.names().size() != 1) ::_exit(1);
             ::raise(signal);
         });
@@ -195,7 +195,7 @@ TEST_F(OutputFile, IgnoredSignalsStayIgnoredAndOthersComeBack) {
     const int status = statusOfChild([&] {
         ::signal(SIGHUP, SIG_IGN);
         {
-            Cli::TemporaryFile temporary(folder.path("a.cpp"), 0600);
+            Files::TemporaryFile temporary(folder.path("a.cpp"), 0600);
             ::raise(SIGHUP);
             if (temporary.replaceTarget() != 0) ::_exit(1);
         }

@@ -124,13 +124,16 @@ TEST(PropertySetStore, OfTwoSchemesWithOneNameTheFirstFileCounts) {
     EXPECT_EQ(directory.get("b_1.vts"), schemeText("b"));
 }
 
-TEST(PropertySetStore, KeepsPermissionsAndReportsWhatItCannotWrite) {
+TEST(PropertySetStore, KeepsPermissionsAndLinksAndReportsWhatItCannotWrite) {
     TemporaryDirectory directory;
     directory.put("a.vts", schemeText("a"));
     fs::permissions(directory.path("a.vts"), fs::perms(0640));
+    fs::create_hard_link(directory.path("a.vts"), directory.path("second name"));
     PropertySetStore store = readStore(directory);
+    store.find("a")->scheme.setInt("N", 1);
     store.write();
     EXPECT_EQ(fs::status(directory.path("a.vts")).permissions(), fs::perms(0640));
+    EXPECT_EQ(directory.get("second name"), schemeText("a", "2 N 1\n"));
 
     store.insert(PropertySet("folder"));
     directory.put("folder.vts/file", "");
@@ -140,7 +143,7 @@ TEST(PropertySetStore, KeepsPermissionsAndReportsWhatItCannotWrite) {
     } catch (const PropertySetStore::WriteError& error) {
         EXPECT_EQ(error.path(), directory.path("folder.vts"));
     }
-    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 2);
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 3);
 }
 
 TEST(PropertySetStore, FindsValidFileNames) {

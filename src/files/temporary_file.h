@@ -5,10 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "cli/descriptor.h"
-#include "cli/ending_signals.h"
+#include "files/descriptor.h"
+#include "files/ending_signals.h"
 
-namespace Cli {
+namespace Files {
 
 // A file in the folder of another, its target, which it is to replace once it is complete. Goes away with the
 // object, or with a signal that ends the program, unless it has done so. Errors are errno values.
@@ -36,4 +36,4 @@ private:
     std::optional<RemoveFileOnSignal> removeOnSignal_;
 };
 
-}  // namespace Cli
+}  // namespace Files

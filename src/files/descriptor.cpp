@@ -1,4 +1,4 @@
-#include "cli/descriptor.h"
+#include "files/descriptor.h"
 
 #include <poll.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace Cli {
+namespace Files {
 
 namespace {
 
@@ -77,4 +77,4 @@ std::string errorText(int error) {
     return std::generic_category().message(error);
 }
 
-}  // namespace Cli
+}  // namespace Files

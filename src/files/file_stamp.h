@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 
-namespace Cli {
+namespace Files {
 
 // Which file something was read from, and in which state the file was.
 struct FileStamp {
@@ -25,4 +25,4 @@ struct FileStamp {
     }
 };
 
-}  // namespace Cli
+}  // namespace Files

@@ -1,4 +1,4 @@
-#include "cli/temporary_file.h"
+#include "files/temporary_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 
-namespace Cli {
+namespace Files {
 
 namespace {
 
@@ -46,4 +46,4 @@ int TemporaryFile::replaceTarget() {
     return 0;
 }
 
-}  // namespace Cli
+}  // namespace Files

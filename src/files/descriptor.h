@@ -5,7 +5,7 @@
 
 // Files as the system sees them. Errors are errno values; 0 means success.
 
-namespace Cli {
+namespace Files {
 
 // Owns an open file descriptor, or none (-1).
 class Descriptor {
@@ -35,4 +35,4 @@ int readAll(int descriptor, std::string& text, std::size_t expectedSize);
 // What the system says about an error: "No space left on device".
 std::string errorText(int error);
 
-}  // namespace Cli
+}  // namespace Files

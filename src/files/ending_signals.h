@@ -5,7 +5,7 @@
 
 // The signals by which users and systems end a program: interrupt, terminate, hang up, quit, no more time.
 
-namespace Cli {
+namespace Files {
 
 // Holds them back until the end of the scope.
 class HoldEndingSignals {
@@ -31,4 +31,4 @@ private:
     std::string path_;
 };
 
-}  // namespace Cli
+}  // namespace Files

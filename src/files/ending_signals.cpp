@@ -1,4 +1,4 @@
-#include "cli/ending_signals.h"
+#include "files/ending_signals.h"
 
 #include <unistd.h>
 
@@ -6,7 +6,7 @@
 #include <atomic>
 #include <utility>
 
-namespace Cli {
+namespace Files {
 
 namespace {
 
@@ -54,4 +54,4 @@ RemoveFileOnSignal::~RemoveFileOnSignal() {
     fileToRemove = nullptr;
 }
 
-}  // namespace Cli
+}  // namespace Files
