@@ -35,23 +35,31 @@ Input readFile(const std::string& name) {
     return input;
 }
 
-}  // namespace
+Input readStandardInput(int descriptor) {
+    Input input;
+    readText(descriptor, STANDARD_STREAM_NAME, 0, input.text);
+    return input;
+}
 
-std::optional<Input> readInput(const std::string& name, int standardInput) {
-    if (name == STANDARD_STREAM_NAME) {
-        Input input;
-        readText(standardInput, name, 0, input.text);
-        return input;
-    }
+// Whether there is something to read, as far as that shows without reading: pipes and devices have no size.
+bool mayHoldText(const std::string& name) {
     struct stat status {};
     if (::stat(name.c_str(), &status) != 0) {
-        if (isMissing(errno)) return std::nullopt;
+        if (isMissing(errno)) return false;
         failToOpen(name);
     }
     if (S_ISDIR(status.st_mode)) failToOpen(name, "It is a directory: give the name of a file.");
-    // Pipes and devices have no size.
-    if (S_ISREG(status.st_mode) && status.st_size == 0) return std::nullopt;
-    return readFile(name);
+    return !S_ISREG(status.st_mode) || status.st_size > 0;
+}
+
+}  // namespace
+
+std::optional<Input> readInput(const std::string& name, int standardInput) {
+    const bool isStandardInput = name == STANDARD_STREAM_NAME;
+    if (!isStandardInput && !mayHoldText(name)) return std::nullopt;
+    Input input = isStandardInput ? readStandardInput(standardInput) : readFile(name);
+    if (input.text.empty()) return std::nullopt;
+    return input;
 }
 
 }  // namespace Cli
