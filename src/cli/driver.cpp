@@ -66,16 +66,13 @@ std::istringstream openText(std::string text, const TextEncoding& encoding) {
     return std::istringstream(std::move(text));
 }
 
-// Formats `text` into `out`; answers with the diagnostics that kept it from doing so.
-std::list<Tessel::Diagnostic> format(Tessel::PropertySet scheme, std::string text,
-                                     const TextEncoding& encoding, std::ostringstream& out) {
-    std::istringstream in = openText(std::move(text), encoding);
+// Formats `in` into `out`; answers with the diagnostics that kept it from doing so.
+std::list<Tessel::Diagnostic> format(Tessel::PropertySet scheme, std::istream& in, std::ostringstream& out) {
     std::list<Tessel::Diagnostic> diagnostics;
     const Tessel::FormatOptions options{std::move(scheme), Tessel::protectedRegionMarkers()};
     const Tessel::Passes passes;
     NeverCancels progress;
     out.exceptions(std::ios::badbit);  // want of memory must not pass for a short text
-    if (encoding.hasByteOrderMark) out << BYTE_ORDER_MARK;
     Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
     return diagnostics;
 }
@@ -91,17 +88,16 @@ int runProgram(const Arguments& arguments, const std::string& schemeDirectory,
     }
 
     const TextEncoding encoding = detectEncoding(input->text);
+    std::istringstream in = openText(std::move(input->text), encoding);
     std::ostringstream out;
-    const std::list<Tessel::Diagnostic> diagnostics =
-        format(std::move(scheme), std::move(input->text), encoding, out);
+    const std::list<Tessel::Diagnostic> diagnostics = format(std::move(scheme), in, out);
     if (!diagnostics.empty()) return printDiagnostics(diagnostics, arguments.inputFile, streams.errors);
 
+    std::string text = encoding.hasCarriageReturns ? addCarriageReturns(out.view()) : std::move(out).str();
     const OutputTarget target{arguments.outputFile, streams.output, input->file ? &*input->file : nullptr};
-    if (encoding.hasCarriageReturns) {
-        writeOutput(target, addCarriageReturns(out.view()));
-    } else {
-        writeOutput(target, out.view());
-    }
+    if (text == in.view() && isInput(target)) return 0;  // writing it would only make it look new
+    if (encoding.hasByteOrderMark) text.insert(0, BYTE_ORDER_MARK);
+    writeOutput(target, text);
     return 0;
 }
 

@@ -33,6 +33,12 @@ std::string describe(const Files::WriteFailure& failure, const std::string& file
 
 }  // namespace
 
+bool isInput(const OutputTarget& target) {
+    struct stat status {};
+    return target.input && target.name != STANDARD_STREAM_NAME && ::stat(target.name.c_str(), &status) == 0 &&
+           target.input->isUnchanged(status);
+}
+
 void writeOutput(const OutputTarget& target, std::string_view text) {
     if (target.name == STANDARD_STREAM_NAME) {
         const int error = Files::writeAll(target.standardOutput, text);

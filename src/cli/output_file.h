@@ -14,6 +14,9 @@ struct OutputTarget {
     const Files::FileStamp* input = nullptr;  // borrowed; null when the input was no file
 };
 
+// Whether the target is the very file that the input was read from, and in the state in which it was read.
+bool isInput(const OutputTarget& target);
+
 // Gives the target a new content, as `Files::writeFile` does. Throws Failure when the target cannot be opened
 // or written, or when it is the input and has changed meanwhile.
 void writeOutput(const OutputTarget& target, std::string_view text);

@@ -105,6 +105,14 @@ TEST_F(Program, InputAndOutputMayBeTheSameFile) {
     EXPECT_EQ(folder.status("a.cpp").st_mode & 07777u, 0750u);
     EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.cpp")));
     EXPECT_EQ(folder.names(), (std::set<std::string>{"a.cpp", "link.cpp"}));
+
+    const struct stat before = folder.status("a.cpp");
+    EXPECT_EQ(runOn("link.cpp", "a.cpp").status, 0);
+    EXPECT_EQ(folder.status("a.cpp").st_ino, before.st_ino) << "written though nothing changes";
+    folder.write("b.cpp", folder.read("a.cpp"));
+    const struct stat other = folder.status("b.cpp");
+    EXPECT_EQ(runOn("a.cpp", "b.cpp").status, 0);
+    EXPECT_NE(folder.status("b.cpp").st_ino, other.st_ino) << "an output of its own looks new";
 }
 
 TEST_F(Program, MissingAndEmptyInputIsPassedOverInSilence) {
