@@ -55,11 +55,11 @@ std::size_t firstDifferentLine(std::string_view one, std::string_view other) {
     return static_cast<std::size_t>(1 + std::count(one.begin(), difference, '\n'));
 }
 
-Finding otherTreeFrom(std::string_view before, std::string_view after) {
+Finding otherTreeFrom(std::string_view before, std::string_view after, Cpp::Unrecognized unrecognized) {
     using CppTest::TreeDump;
-    const auto dump = [](std::string_view text, TreeDump::Positions positions) {
+    const auto dump = [unrecognized](std::string_view text, TreeDump::Positions positions) {
         Cpp::RootNode root;
-        CppTest::parse(text, root);
+        CppTest::parse(text, root, unrecognized);
         return TreeDump::of(root, positions, TreeDump::Texts::Squeezed);
     };
     const std::string expected = dump(before, TreeDump::Positions::Hidden);
@@ -80,13 +80,33 @@ std::string textToFormat(std::string content) {
     return std::string(Zelmor::TextDocument(std::move(content)).text());
 }
 
+void countKept(std::string_view text, std::vector<Count>& counts) {
+    Cpp::Lexer lexer(text);
+    Cpp::Parser parser(Cpp::Unrecognized::Kept);
+    Cpp::RootNode root;
+    std::list<Tessel::Diagnostic> messages;
+    parser.parse(lexer, root, messages);
+    long lines = 0;
+    long macros = 0;
+    for (const Cpp::KeptItem& item : parser.keptItems()) {
+        if (item.isMacro) {
+            ++macros;
+        } else {
+            lines += item.end.line - item.start.line + 1;
+        }
+    }
+    counts.push_back({"lines kept unread", lines});
+    counts.push_back({"macro items", macros});
+}
+
 void checkResult(const Tessel::PropertySet& scheme, const std::string& text, const std::string& result,
                  std::vector<Finding>& findings) {
+    const Cpp::Unrecognized unrecognized = TestSupport::unrecognizedIn(scheme);
     const std::string tokens = TestSupport::tokenDifference(text, result);
     if (!tokens.empty()) {
         findings.push_back({Fault::OtherTokens, {}, tokens, {}});
-    } else if (!TestSupport::treeDifference(text, result).empty()) {
-        findings.push_back(otherTreeFrom(text, result));
+    } else if (!TestSupport::treeDifference(text, result, unrecognized).empty()) {
+        findings.push_back(otherTreeFrom(text, result, unrecognized));
     }
     const TestSupport::Formatted again = TestSupport::formatText(scheme, result);
     if (!again.accepted()) {
@@ -115,6 +135,7 @@ FileReport checkFile(const Tessel::PropertySet& scheme, const std::string& path)
         return report;
     }
     report.counts.push_back({"lines accepted", std::count(text.begin(), text.end(), '\n')});
+    countKept(text, report.counts);
     checkResult(scheme, text, result.text, report.findings);
     return report;
 }

@@ -294,10 +294,16 @@ public:
     void setExceptionSpec(std::unique_ptr<ExprNode> clause) { exceptionSpec_ = std::move(clause); }
     ExprNode* pureSpec() const { return pureSpec_.get(); }
     void setPureSpec(std::unique_ptr<ExprNode> clause) { pureSpec_ = std::move(clause); }
+    // All else behind the parameters: attributes, "noexcept", "override", macros, a trailing return type, …
+    ExprNode* tail() const { return tail_.get(); }
+    void setTail(std::unique_ptr<ExprNode> tail) { tail_ = std::move(tail); }
+    // The declarations of parameters in the old style.
+    KeptNode* oldParameters() const { return oldParameters_.get(); }
+    void setOldParameters(std::unique_ptr<KeptNode> declarations) { oldParameters_ = std::move(declarations); }
 
-    std::array<SyntaxNode*, 6> children() const {
-        return {returnType_.get(), name_.get(),          parameters_.get(),
-                qualifiers_.get(), exceptionSpec_.get(), pureSpec_.get()};
+    std::array<SyntaxNode*, 8> children() const {
+        return {returnType_.get(),    name_.get(), parameters_.get(), qualifiers_.get(),
+                exceptionSpec_.get(), tail_.get(), pureSpec_.get(),   oldParameters_.get()};
     }
 
 private:
@@ -306,7 +312,9 @@ private:
     ChildSlot<ParameterListNode> parameters_;
     ChildSlot<TextNode> qualifiers_;
     ChildSlot<ExprNode> exceptionSpec_;
+    ChildSlot<ExprNode> tail_;
     ChildSlot<ExprNode> pureSpec_;
+    ChildSlot<KeptNode> oldParameters_;
 };
 
 // A function with its body, or a prototype without one.
@@ -364,12 +372,16 @@ public:
     void setMember(std::unique_ptr<IdNode> member) { member_ = std::move(member); }
     ArgListNode* arguments() const { return arguments_.get(); }
     void setArguments(std::unique_ptr<ArgListNode> arguments) { arguments_ = std::move(arguments); }
+    // The blocks of lambdas among the arguments.
+    const ExprBodies& bodies() const { return bodies_; }
+    void setBodies(ExprBodies bodies) { bodies_ = std::move(bodies); }
 
     std::array<SyntaxNode*, 2> children() const { return {member_.get(), arguments_.get()}; }
 
 private:
     ChildSlot<IdNode> member_;
     ChildSlot<ArgListNode> arguments_;
+    ExprBodies bodies_;
 };
 
 // int (*name)(int) const;

@@ -30,6 +30,7 @@ class FunctionReturnNode;
 class IdNode;
 class InitializerListNode;
 class InitializerNode;
+class KeptNode;
 class KeywordNode;
 class LabelNode;
 class LinkageBlockBodyNode;
@@ -64,6 +65,7 @@ public:
     virtual void visit(CommentNode*) {}
     virtual void visit(TemplateNode*) {}
     virtual void visit(CaseNode*) {}
+    virtual void visit(KeptNode*) {}
     virtual void visit(KeywordNode*) {}
     virtual void visit(CtrlSubStmtHeadNode*) {}
     virtual void visit(CtrlSubStmtNode*) {}

@@ -14,7 +14,8 @@ std::string CommentNode::body() const {
 }
 
 int KeywordNode::checked(int keyword) {
-    if (keyword < KeywordClass || keyword > KeywordDefault) throw InvalidKeyword();
+    const bool isKeyword = keyword >= KeywordClass && keyword <= KeywordDefault;
+    if (!isKeyword && keyword != Identifier) throw InvalidKeyword();
     return keyword;
 }
 

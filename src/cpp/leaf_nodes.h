@@ -1,8 +1,11 @@
 #pragma once
 
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "cpp/syntax_node.h"
 
@@ -70,6 +73,13 @@ private:
     bool protectedRegion_ = false;
 };
 
+// A stretch of the source that is kept as it was written, but for the indentation of its lines: a macro that stands by
+// itself, or what no rule recognises.
+class KeptNode : public VisitableNode<KeptNode, TextLeaf> {
+public:
+    using VisitableNode::VisitableNode;
+};
+
 // A name. Throws InvalidId when it is empty.
 class IdNode : public VisitableNode<IdNode, TextNode> {
 public:
@@ -80,11 +90,38 @@ public:
     }
 };
 
-// An expression, an enumerator or an initializer. The condition of a control statement has positions only.
+class BlockNode;
+
+// The blocks that stand in an expression, those of lambdas, in source order. Copies are deep.
+class ExprBodies {
+public:
+    ExprBodies() noexcept;
+    ExprBodies(const ExprBodies& other);
+    ExprBodies(ExprBodies&&) noexcept;
+    ExprBodies& operator=(ExprBodies other) noexcept;
+    ~ExprBodies();
+
+    void add(std::unique_ptr<BlockNode> block);
+    std::span<const std::unique_ptr<BlockNode>> blocks() const;
+    bool empty() const { return blocks().empty(); }
+
+private:
+    // Hardly any expression has a body.
+    std::unique_ptr<std::vector<std::unique_ptr<BlockNode>>> blocks_;
+};
+
+// An expression, an enumerator or an initializer. The condition of a control statement has positions only. The blocks
+// that stand in it are its bodies.
 class ExprNode : public VisitableNode<ExprNode, TextLeaf> {
 public:
     ExprNode() : VisitableNode(std::string()) {}
     using VisitableNode::VisitableNode;
+
+    const ExprBodies& bodies() const { return bodies_; }
+    void setBodies(ExprBodies bodies) { bodies_ = std::move(bodies); }
+
+private:
+    ExprBodies bodies_;
 };
 
 class TypeNode : public VisitableNode<TypeNode, TextLeaf> {
@@ -167,7 +204,8 @@ private:
     bool isVirtual_;
 };
 
-// "class" to "default": the keywords that the tree keeps. Throws InvalidKeyword for another kind.
+// "class" to "default": the keywords that the tree keeps; or the name of a macro in the place of a control
+// statement's keyword, of kind Identifier. Throws InvalidKeyword for another kind.
 class KeywordNode : public VisitableNode<KeywordNode, LeafNode> {
 public:
     explicit KeywordNode(int keyword) : KeywordNode(keyword, {}, {}) {}

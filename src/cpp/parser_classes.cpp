@@ -5,6 +5,7 @@
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/parser_nesting.h"
+#include "cpp/parser_scopes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 
@@ -56,10 +57,15 @@ int baseAccessNumber(int kind) {
 }  // namespace
 
 std::unique_ptr<ClassDeclNode> Parser::parseClassDecl(TokenBuffer& tokens) {
+    const std::string_view name = declaredClassName(tokens);
     auto head = parseClassHead(tokens);
     skipTrivia(tokens);
     std::unique_ptr<ClassBodyNode> body;
-    if (tokens.peekKind() == OpenBrace) body = parseClassBody(tokens);
+    if (tokens.peekKind() == OpenBrace) {
+        const std::string_view outerName = std::exchange(className_, name);
+        body = parseClassBody(tokens);
+        className_ = outerName;
+    }
     if (!head) return nullptr;
     return std::make_unique<ClassDeclNode>(std::move(head), std::move(body));
 }
@@ -76,30 +82,36 @@ std::unique_ptr<ClassHeadNode> Parser::parseClassHead(TokenBuffer& tokens) {
     return std::make_unique<ClassHeadNode>(std::move(name), std::move(bases));
 }
 
-// The words up to the base clauses or the body, a template's arguments included.
+// The last name in front of the base clauses or the body, outside of brackets; "final" is none.
+std::string_view Parser::declaredClassName(const TokenBuffer& tokens) const {
+    std::string_view name;
+    const ItemScanner look = scanner(tokens);
+    for (Index place = links_.significant(tokens.place());; place = look.behind(place)) {
+        const Token token = tokens.at(place);
+        if (token.kind == Colon || token.kind == OpenBrace || token.kind == Trn::kEndKind) return name;
+        if (token.kind == Identifier && token.text != "final") name = token.text;
+    }
+}
+
+// The words up to the base clauses or the body, with a template's arguments, attributes and macros.
 std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
     TokenText name;
-    int angleDepth = 0;
     int classKey = -1;
     while (true) {
         const Token token = tokens.current();
-        if (token.kind == Colon || token.kind == OpenBrace || token.kind == Semicolon ||
-            endsTokens(token.kind)) {
+        if (token.kind == Colon || token.kind == OpenBrace || token.kind == Semicolon || endsTokens(token.kind)) {
             break;
         }
-        if (isComment(token.kind)) {
-            takeTrivia(tokens);
+        if (isTrivia(token.kind)) {
+            if (isComplete(tokens.next()) && (token.kind == Directive || token.kind == UnreadBlock)) name.add(token);
             continue;
         }
-        if (token.kind == Directive) {
-            takeTrivia(tokens);
-            name.add(token);
+        const Index close = links_.partner(tokens.place());
+        if (close != TokenLinks::kNone) {
+            addThrough(tokens, close + 1, name);
             continue;
         }
-        if (token.kind == Less) ++angleDepth;
-        if (token.kind == Greater && angleDepth > 0) --angleDepth;
-        if (token.kind == ShiftRight && angleDepth > 1) angleDepth -= 2;
-        if (isClassKey(token.kind) && angleDepth == 0) classKey = classKeyNumber(token.kind);
+        if (isClassKey(token.kind)) classKey = classKeyNumber(token.kind);
         name.add(token);
         tokens.next();
     }
@@ -132,7 +144,6 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
     TokenText name;
     int access = 0;
     bool isVirtual = false;
-    int angleDepth = 0;
     while (true) {
         skipTrivia(tokens);
         const Token token = tokens.current();
@@ -140,13 +151,16 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
             if (token.kind == Unknown) tokens.next();
             break;
         }
+        const Index close = links_.partner(tokens.place());
+        if (close != TokenLinks::kNone) {
+            addThrough(tokens, close + 1, name);
+            continue;
+        }
         tokens.next();
-        if (token.kind == Comma && angleDepth == 0) break;
-        const bool wasInName = angleDepth > 0;
-        if (token.kind == Less) ++angleDepth;
-        if (token.kind == Greater && angleDepth > 0) --angleDepth;
-        if (token.kind == ShiftRight && angleDepth > 1) angleDepth -= 2;
-        if (wasInName || token.kind == Identifier || token.kind == Less) {
+        if (token.kind == Comma) break;
+        const bool isInName = token.kind == Identifier || token.kind == Dot || token.kind == KeywordTypename ||
+                              token.kind == KeywordTemplate;
+        if (isInName) {
             name.add(token);
             continue;
         }
@@ -170,6 +184,7 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
 }
 
 std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
+    BodyScope scope(*this);
     const Token open = tokens.next();
     auto body = std::make_unique<ClassBodyNode>();
     body->setStart(open.start);
@@ -195,26 +210,23 @@ std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
                 report(token.start, "Namespace declaration illegal inside class declaration.");
                 skipStatement(tokens, Semicolon);
                 break;
-            case KeywordPublic:
-            case KeywordPrivate:
-            case KeywordProtected:
-                body->add(parseAccessSpec(tokens));
-                break;
-            case Identifier: {
-                tokens.next();
-                const bool isLabel = peekSignificant(tokens).kind == Colon;
-                tokens.stepBack();
-                if (isLabel) {
-                    body->add(parseAccessSpec(tokens));
-                } else {
-                    addDeclaration(tokens, *body, InClass::Yes);
-                }
-                break;
-            }
             default:
-                addDeclaration(tokens, *body, InClass::Yes);
+                guarded(tokens, *body, [&] { parseMember(tokens, *body); });
         }
     }
+}
+
+void Parser::parseMember(TokenBuffer& tokens, ClassBodyNode& body) {
+    if (isAccessKeyword(tokens.peekKind()) || isAccessLabel(tokens)) {
+        body.add(parseAccessSpec(tokens));
+    } else {
+        addDeclaration(tokens, body, Scope::Class);
+    }
+}
+
+// A name with a ":" behind it; the macros that stand for "public" have it.
+bool Parser::isAccessLabel(const TokenBuffer& tokens) const {
+    return tokens.peekKind() == Identifier && tokens.kindAt(scanner(tokens).next(tokens.place())) == Colon;
 }
 
 std::unique_ptr<AccessSpecNode> Parser::parseAccessSpec(TokenBuffer& tokens) {
@@ -246,8 +258,7 @@ std::unique_ptr<EnumHeadNode> Parser::parseEnumHead(TokenBuffer& tokens) {
         const Token token = tokens.current();
         if (token.kind == OpenBrace || token.kind == Semicolon || endsTokens(token.kind)) break;
         if (isTrivia(token.kind)) {
-            takeTrivia(tokens);
-            if (token.kind == Directive) name.add(token);
+            if (isComplete(tokens.next()) && (token.kind == Directive || token.kind == UnreadBlock)) name.add(token);
             continue;
         }
         sawEnum |= token.kind == KeywordEnum;
@@ -262,6 +273,7 @@ std::unique_ptr<EnumHeadNode> Parser::parseEnumHead(TokenBuffer& tokens) {
 }
 
 std::unique_ptr<EnumBodyNode> Parser::parseEnumBody(TokenBuffer& tokens) {
+    BodyScope scope(*this);
     auto body = std::make_unique<EnumBodyNode>();
     body->setStart(tokens.next().start);
     while (true) {
@@ -287,7 +299,6 @@ std::unique_ptr<EnumBodyNode> Parser::parseEnumBody(TokenBuffer& tokens) {
 // One enumerator; the "," after it is taken but lies outside the node, which is null for a lone ",".
 std::unique_ptr<ExprNode> Parser::parseEnumerator(TokenBuffer& tokens) {
     TokenText text;
-    int parenDepth = 0;
     while (true) {
         // What stands behind the last enumerator is the body's, not its own.
         const Token token = peekSignificant(tokens);
@@ -295,10 +306,14 @@ std::unique_ptr<ExprNode> Parser::parseEnumerator(TokenBuffer& tokens) {
             token.kind == KeywordEnum) {
             break;
         }
-        nextSignificant(tokens);
-        if (token.kind == Comma && parenDepth == 0) break;
-        if (token.kind == OpenParen) ++parenDepth;
-        if (token.kind == CloseParen && parenDepth > 0) --parenDepth;
+        skipTrivia(tokens);
+        const Index close = links_.partner(tokens.place());
+        if (close != TokenLinks::kNone) {
+            addThrough(tokens, close + 1, text);
+            continue;
+        }
+        tokens.next();
+        if (token.kind == Comma) break;
         text.add(token);
     }
     return text.makeLeaf<ExprNode>();

@@ -1,10 +1,10 @@
 // Data declarations: type, name with what follows it, and the initializer or bit-field width.
 
-#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
 
+#include "cpp/expression_text.h"
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/token_classes.h"
@@ -22,29 +22,6 @@ using Tokens = std::span<const Token>;
 struct Declarator {
     Tokens type;
     Tokens name;
-};
-
-// Counts parentheses and brackets; angle brackets outside them may open and close template arguments.
-struct Nesting {
-    int paren = 0;
-    int bracket = 0;
-    int angle = 0;
-
-    bool isOutside() const { return paren == 0 && bracket == 0; }
-
-    void take(int kind) {
-        if (isOutside()) takeAngle(kind);
-        if (kind == OpenParen) ++paren;
-        if (kind == CloseParen && paren > 0) --paren;
-        if (kind == OpenBracket) ++bracket;
-        if (kind == CloseBracket && bracket > 0) --bracket;
-    }
-
-    void takeAngle(int kind) {
-        if (kind == Less) ++angle;
-        if (kind == Greater && angle > 0) --angle;
-        if (kind == ShiftRight && angle > 1) angle -= 2;
-    }
 };
 
 // Counts brackets, forwards or backwards. Angle brackets inside the others compare.
@@ -87,11 +64,27 @@ std::size_t firstSeparator(Tokens tokens) {
     return tokens.size();
 }
 
-// The first declared name is the last identifier outside brackets in front of the first ",".
+// The place of the "(" of the group that ends at `close`.
+std::size_t openingParen(Tokens tokens, std::size_t close) {
+    int depth = 0;
+    for (std::size_t place = close;; --place) {
+        if (tokens[place].kind == CloseParen) ++depth;
+        if (tokens[place].kind == OpenParen && --depth == 0) return place;
+        if (place == 0) return close;
+    }
+}
+
+// The first declared name is the last identifier outside brackets in front of the first ",", but for words with
+// arguments, which are attributes and macros.
 Declarator splitDeclarator(Tokens tokens) {
     DeclaratorDepth depth;
     for (std::size_t place = firstSeparator(tokens); place-- > 0;) {
         switch (tokens[place].kind) {
+            case CloseParen: {
+                const std::size_t open = openingParen(tokens, place);
+                if (open > 0 && open < place && tokens[open - 1].kind == Identifier) place = open - 1;
+                break;
+            }
             case CloseBracket:
                 ++depth.bracket;
                 break;
@@ -137,94 +130,93 @@ std::unique_ptr<Node> makeNode(Tokens tokens) {
 
 }  // namespace
 
-// Takes the tokens of a declaration statement: up to its ";", or up to its "=" when no "," came before it,
-// for then the initializer is read from where it stands. A token that cannot be the declaration's own is the
-// list's last one and stays in the buffer.
-Trn::TokenBuffer Parser::collectDeclaration(TokenBuffer& tokens) {
-    const Index start = tokens.place();
-    Nesting nesting;
-    int braceDepth = 0;
-    bool sawComma = false;
-    bool sawAssign = false;
-    while (true) {
-        skipTrivia(tokens);
-        const int kind = tokens.next().kind;
-        if (endsTokens(kind) || (kind == OpenBrace && !sawAssign)) break;
-        if ((kind == CloseBrace && braceDepth == 0) || (isAccessKeyword(kind) && nesting.isOutside())) {
-            TokenBuffer list = tokens.slice(start, tokens.place());
-            tokens.stepBack();
-            return list;
-        }
-        if (kind == OpenBrace) ++braceDepth;
-        if (kind == CloseBrace) --braceDepth;
-        nesting.take(kind);
-        if (!nesting.isOutside() || braceDepth > 0) continue;
-        if (kind == Semicolon || (kind == Assign && !sawComma)) break;
-        sawComma |= kind == Comma;
-        sawAssign |= kind == Assign;
-    }
-    return tokens.slice(start, tokens.place());
-}
-
-// Behind a "(": whether a ">" follows its ")", as in `function<void(int)>`.
-bool Parser::endsTemplateArguments(TokenBuffer& tokens) {
-    const Index start = tokens.place();
-    tokens.stepBack();
-    const bool isClosed = skipBracketed(tokens, OpenParen, CloseParen);
-    const int following = peekSignificant(tokens).kind;
-    tokens.moveTo(start);
-    return isClosed && (following == Greater || following == ShiftRight);
-}
-
-std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& list, TokenBuffer& tokens, InClass inClass) {
+// A token that cannot be the declaration's own stays in the buffer, but for a "{".
+std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope scope) {
     std::vector<Token> declarator;
-    Nesting nesting;
     Token ending;
+    Index previous = TokenLinks::kNone;
+    bool isBraced = false;
     while (true) {
-        ending = nextSignificant(list);
+        ending = peekSignificant(tokens);
+        skipTrivia(tokens);
+        const Index here = tokens.place();
         const int kind = ending.kind;
-        if (endsTokens(kind)) return nullptr;
-        if (kind == Semicolon || isAccessKeyword(kind)) break;
-        if (nesting.isOutside()) {
-            if (kind == Assign) break;
-            if (kind == OpenParen && (declarator.empty() || declarator.back().kind != Asterisk) &&
-                (nesting.angle == 0 || !endsTemplateArguments(list))) {
-                break;
-            }
-            if (kind == Colon && inClass == InClass::Yes && nesting.angle == 0) {
-                const int following = peekSignificant(list).kind;
-                if (following == Number || following == Identifier) break;
-            }
+        if (kind == Semicolon || kind == Assign || isAccessKeyword(kind)) break;
+        if (endsTokens(kind)) {
+            if (kind == Unknown) tokens.next();
+            return nullptr;
         }
-        nesting.take(kind);
-        declarator.push_back(ending);
+        if (kind == CloseBrace) return nullptr;
+        if (kind == OpenParen && opensInitializer(tokens, declarator, previous)) break;
+        if (kind == Colon && scope == Scope::Class) break;
+        if (kind == OpenBrace) {
+            isBraced = declarator.size() > 1 && scanner(tokens).holdsValues(here, previous);
+            if (isBraced) break;
+            tokens.next();
+            return nullptr;
+        }
+        const Index close = links_.partner(here);
+        const Index last = close != TokenLinks::kNone && close > here ? close : here;
+        for (Index place = here; place <= last; place = links_.significant(place + 1)) {
+            declarator.push_back(tokens.at(place));
+        }
+        tokens.moveTo(last + 1);
+        previous = last;
     }
-    if (!declarator.empty() && declarator.front().kind == Comma) return nullptr;
+    const bool startsWithComma = !declarator.empty() && declarator.front().kind == Comma;
     const Declarator parts = ending.kind == Colon ? splitBitField(declarator) : splitDeclarator(declarator);
     auto type = makeNode<TypeNode>(parts.type);
     auto name = makeNode<IdNode>(parts.name);
-    if (!type && (!name || ending.kind == OpenParen)) return nullptr;
+    const bool isCall = !type && (!name || ending.kind == OpenParen);
+    if (startsWithComma || isCall) {
+        passStatement(tokens);
+        return nullptr;
+    }
     auto declaration = std::make_unique<DataDeclNode>(std::move(type), std::move(name));
-    if (!parseTail(ending, list, tokens, *declaration)) return nullptr;
+    if (!parseTail(ending, tokens, *declaration)) return nullptr;
     return declaration;
 }
 
+// Moves behind what turned out to be no declaration.
+void Parser::passStatement(TokenBuffer& tokens) {
+    while (tokens.peekKind() != Semicolon && tokens.peekKind() != CloseBrace && !endsTokens(tokens.peekKind())) {
+        tokens.moveTo(scanner(tokens).behind(tokens.place()));
+    }
+    if (tokens.peekKind() == Semicolon) tokens.next();
+}
+
+// At a "(": whether it begins the arguments of what is declared. The argument of an attribute or a macro has the rest
+// of a declaration behind it.
+bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token>& declarator, Index previous) const {
+    const Index open = tokens.place();
+    if (!declarator.empty() && declarator.back().kind == Asterisk) return false;
+    if (isArgumentOf(tokens, open, previous)) return false;
+    const bool followsName = previous != TokenLinks::kNone && tokens.kindAt(previous) == Identifier;
+    const Index close = links_.partner(open);
+    if (!followsName || close == TokenLinks::kNone) return true;
+    const int following = tokens.kindAt(scanner(tokens).next(close));
+    const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
+                               startsData(following) || isClassKey(following) || following == KeywordStatic;
+    return !continuesType && following != Assign;
+}
+
 // Reads what `introducer` begins. Says false when the declaration cannot be made sense of.
-bool Parser::parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& tokens,
-                       DataDeclNode& declaration) {
+bool Parser::parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNode& declaration) {
     std::unique_ptr<ExprNode> tail;
     switch (introducer.kind) {
         case Semicolon:
             declaration.setEnd(introducer.start);
+            tokens.next();
             return true;
         case Assign:
-            tail = parseInitialValue(introducer, list, tokens);
+            tail = parseInitialValue(tokens);
             break;
         case OpenParen:
-            tail = parseCallInitializer(introducer, list);
+        case OpenBrace:
+            tail = parseCallInitializer(tokens);
             break;
         case Colon:
-            tail = parseBitField(introducer, list);
+            tail = parseBitField(tokens);
             break;
         default:
             return true;  // the access label behind a declaration without ";"
@@ -234,87 +226,74 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& list, TokenBuffer& 
     return true;
 }
 
-// "= ... ;", from the list where it still holds it, else from the tokens behind it.
-std::unique_ptr<ExprNode> Parser::parseInitialValue(const Token& assign, TokenBuffer& list,
-                                                    TokenBuffer& tokens) {
-    TokenBuffer& source = peekSignificant(list).kind == Trn::kEndKind ? tokens : list;
-    TokenText text;
-    text.add(assign);
-    Position previous = assign.start;
-    int braceDepth = 0;
+// "= ... ;"
+std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
+    Expression value;
     while (true) {
-        const Token token = nextSignificant(source);
+        skipTrivia(tokens);
+        const Token token = tokens.current();
         if (endsTokens(token.kind)) {
-            source.stepBack();
-            report(previous, UnexpectedEnd);
+            report(tokens.at(value.previous).start, UnexpectedEnd);
             return nullptr;
         }
-        if (token.kind == OpenBrace) ++braceDepth;
-        if (token.kind == CloseBrace && --braceDepth < 0) {
+        if (token.kind == CloseBrace) {
             // It closes what the declaration stands in: the ";" is missing.
-            source.stepBack();
             report(token.start, ExpectedDataEnd);
             return nullptr;
         }
-        text.add(token);
-        if (token.kind == Semicolon && braceDepth == 0) return text.makeLeaf<ExprNode>();
-        previous = token.start;
+        if (token.kind == OpenBracket) noteLambda(tokens, value);
+        if (token.kind == OpenBrace && takeBody(tokens, value)) continue;
+        takeToken(tokens, value);
+        if (token.kind == Semicolon) return value.makeLeaf();
     }
 }
 
-// "( ... ) ;"
-std::unique_ptr<ExprNode> Parser::parseCallInitializer(const Token& open, TokenBuffer& list) {
-    TokenText text;
-    text.add(open);
-    int depth = 1;
-    Position previous = open.start;
-    while (true) {
-        const Token token = nextSignificant(list);
-        if (endsTokens(token.kind)) {
-            report(previous, UnexpectedEnd);
-            return nullptr;
-        }
-        text.add(token);
-        if (token.kind == OpenParen) ++depth;
-        if (token.kind == CloseParen) --depth;
-        if (token.kind == Semicolon) {
-            if (depth == 0) return text.makeLeaf<ExprNode>();
-            report(token.start, UnexpectedSemicolon);
-            return nullptr;
-        }
-        previous = token.start;
+// "( ... ) ;" or "{ ... };"
+std::unique_ptr<ExprNode> Parser::parseCallInitializer(TokenBuffer& tokens) {
+    const Index open = tokens.place();
+    if (links_.holdsStatements(open)) {
+        Index place = open + 1;
+        while (tokens.kindAt(place) != Semicolon) ++place;
+        report(tokens.at(place).start, UnexpectedSemicolon);
+        passStatement(tokens);
+        return nullptr;
     }
+    return parseInitialValue(tokens);
 }
 
 // ": 3, b : 4;"
-std::unique_ptr<ExprNode> Parser::parseBitField(const Token& colon, TokenBuffer& list) {
-    TokenText text;
-    text.add(colon);
-    const auto take = [&](auto isWanted, const char* wanted) {
-        const Token token = nextSignificant(list);
-        if (isWanted(token.kind)) {
-            text.add(token);
-            return true;
-        }
+std::unique_ptr<ExprNode> Parser::parseBitField(TokenBuffer& tokens) {
+    Expression field;
+    const auto fail = [&](const char* wanted) {
+        const Token token = tokens.current();
         report(token.start,
                std::string("Bad looking bitfield. Expected ") + wanted + " Got: '" + shown(token) + "'.");
-        return false;
+        passStatement(tokens);
+        return nullptr;
     };
-    const auto isWidth = [](int kind) { return kind == Number || kind == Identifier; };
-    const auto isName = [](int kind) { return kind == Identifier; };
-    const auto isColon = [](int kind) { return kind == Colon; };
-    const char* const widthText = "an identifier or an integer literal.";
-    if (!take(isWidth, widthText)) return nullptr;
     while (true) {
-        const Token token = nextSignificant(list);
-        if (token.kind != Semicolon && token.kind != Comma) {
-            report(token.start, ExpectedDataEnd);
-            return nullptr;
+        takeToken(tokens, field);
+        skipTrivia(tokens);
+        const bool followsColon = tokens.kindAt(field.previous) == Colon;
+        const bool followsComma = tokens.kindAt(field.previous) == Comma;
+        switch (const int kind = tokens.peekKind()) {
+            case Semicolon:
+            case Comma:
+                if (followsColon) return fail("an identifier or an integer literal.");
+                if (followsComma) return fail("an Identifier.");
+                if (kind == Comma) break;
+                takeToken(tokens, field);
+                return field.makeLeaf();
+            case CloseBrace:
+            case Trn::kEndKind:
+            case Unknown:
+                report(tokens.current().start, ExpectedDataEnd);
+                return nullptr;
+            default:
+                if (followsComma && kind != Identifier && kind != Colon && kind != Asterisk) {
+                    return fail("an Identifier.");
+                }
         }
-        text.add(token);
-        if (token.kind == Semicolon) return text.makeLeaf<ExprNode>();
-        if (!take(isName, "an Identifier.") || !take(isColon, "':'.") || !take(isWidth, widthText))
-            return nullptr;
     }
 }
 

@@ -1,61 +1,80 @@
-// The level of declarations: what a file, a namespace or a linkage block holds, and the shape of each
-// declaration.
+// The level of declarations: what a file holds, and the shape of each declaration.
 
-#include <algorithm>
-#include <optional>
 #include <utility>
-#include <vector>
 
+#include "cpp/conditional_groups.h"
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/parser_nesting.h"
+#include "cpp/parser_scopes.h"
 #include "cpp/token_kind.h"
+#include "cpp/token_reader.h"
 #include "cpp/token_sets.h"
 
 namespace Cpp {
 
+namespace {
+
+// Where all else can be kept, what is reported is wrong with the whole text, and further messages follow from the first.
+constexpr std::size_t kMaximumCauses = 3;
+
+}  // namespace
+
 void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) {
     diagnostics_ = diagnostics;
-    depth_ = chainDepth_ = 0;
-    triviaBegin_ = triviaEnd_ = noDeclarationBefore_ = noBraceBefore_ = 0;
-    braces_.clear();
-    TokenBuffer tokens(&lexer);
+    depth_ = chainDepth_ = itemMessages_ = 0;
+    noDeclarationBefore_ = noBraceBefore_ = 0;
+    className_ = {};
+    kept_.clear();
+    std::vector<Token> text = readTokens(lexer);
+    foldUnreadBranches(text);
+    links_ = TokenLinks(text);
+    TokenBuffer tokens(std::move(text));
     RootNode tree;
     try {
-        parseTopLevel(tokens, tree);
+        const bool isBalanced = links_.mismatches().empty();
+        if (isBalanced || !keepsUnrecognized_) parseTopLevel(tokens, tree);
+        if (!isBalanced && diagnostics_.size() == diagnostics.size()) reportMismatches(tokens);
     } catch (const ParseEnded& ended) {
         diagnostics_.push_back({Tessel::Error, ended.position, 0, ended.reason});
     }
+    if (keepsUnrecognized_) diagnostics_.resize(std::min(diagnostics_.size(), diagnostics.size() + kMaximumCauses));
     dynamic_cast<RootNode&>(root).swap(tree);
     diagnostics = diagnostics_;
 }
 
 void Parser::parseTopLevel(TokenBuffer& tokens, RootNode& root) {
     while (tokens.peekKind() != Trn::kEndKind) {
-        tokens.release();
-        const Token token = tokens.current();
-        if (token.kind == Unknown || token.kind == Semicolon || token.kind == CloseBrace) {
+        const int kind = tokens.peekKind();
+        if (kind == Unknown || kind == Semicolon || kind == CloseBrace) {
             tokens.next();
-        } else if (isTrivia(token.kind)) {
+        } else if (isTrivia(kind)) {
             addTrivia(tokens, root);
-        } else if (token.kind == OpenBrace) {
-            root.add(parseBlock(tokens));
-        } else if (isControlKeyword(token.kind)) {
-            root.add(parseCtrlStmt(tokens));
-        } else if (isJumpKeyword(token.kind)) {
-            const Index start = tokens.place();
-            if (!collectUntilKind(tokens, Semicolon)) continue;
-            TokenBuffer statement = tokens.slice(start, tokens.place());
-            root.add(parseExprStmt(statement));
-        } else if (token.kind == KeywordAsm || (token.kind == Identifier && isAssemblerWord(token.text))) {
-            root.add(parseAsm(tokens));
-        } else if (token.kind == Identifier) {
-            parseNamedBlock(tokens, root);
-        } else if (token.kind == KeywordUsing) {
-            skipStatement(tokens, Semicolon);
         } else {
-            addDeclaration(tokens, root, InClass::No);
+            guarded(tokens, root, [&] { parseTopLevelItem(tokens, root); });
         }
+    }
+}
+
+void Parser::parseTopLevelItem(TokenBuffer& tokens, RootNode& root) {
+    const Token token = tokens.current();
+    if (token.kind == OpenBrace) {
+        root.add(parseBlock(tokens));
+    } else if (isControlKeyword(token.kind)) {
+        root.add(parseCtrlStmt(tokens));
+    } else if (isJumpKeyword(token.kind)) {
+        const Index start = tokens.place();
+        if (!collectUntilKind(tokens, Semicolon)) return;
+        TokenBuffer statement = tokens.slice(start, tokens.place());
+        root.add(parseExprStmt(statement));
+    } else if (token.kind == KeywordAsm || (token.kind == Identifier && isAssemblerWord(token.text))) {
+        root.add(parseAsm(tokens));
+    } else if (token.kind == Identifier) {
+        parseNamedBlock(tokens, root);
+    } else if (token.kind == KeywordUsing) {
+        skipStatement(tokens, Semicolon);
+    } else {
+        addDeclaration(tokens, root, Scope::Outside);
     }
 }
 
@@ -69,30 +88,34 @@ void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
         return;
     }
     tokens.stepBack();
-    addOrdinaryDeclaration(tokens, root, InClass::No);
+    addOrdinaryDeclaration(tokens, root, Scope::Outside);
 }
 
 // What a file, a namespace body, a linkage block and a class body have in common.
-void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
+void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
+    const Index following = scanner(tokens).next(tokens.place());
     switch (tokens.peekKind()) {
-        case KeywordNamespace:
-            list.add(parseNamespace(tokens));
-            return;
-        case KeywordTemplate:
-            list.add(parseTemplate(tokens));
-            return;
-        case KeywordExtern:
-            parseLinkage(tokens, list, inClass);
-            return;
-        default:
-            addOrdinaryDeclaration(tokens, list, inClass);
+        case KeywordNamespace: addNamespace(tokens, list); return;
+        case KeywordTemplate: addTemplate(tokens, list); return;
+        case KeywordExtern: parseLinkage(tokens, list, scope); return;
+        case KeywordInline:
+        case KeywordExport:
+            if (tokens.kindAt(following) == KeywordNamespace) return addNamespace(tokens, list);
+            if (tokens.kindAt(following) == KeywordTemplate) return addTemplate(tokens, list);
+            if (tokens.kindAt(following) == OpenBrace) {
+                list.add(parseLinkageBlock(tokens, following));
+                return;
+            }
+            break;
+        default: break;
     }
+    addOrdinaryDeclaration(tokens, list, scope);
 }
 
-void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
+void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
     const Index startPlace = tokens.place();
     const Position start = tokens.current().start;
-    Declaration declaration = parseDeclaration(tokens, inClass);
+    Declaration declaration = parseDeclaration(tokens, scope);
     if (!declaration.node) {
         report(start, CannotParse);
         if (tokens.place() == startPlace) tokens.next();
@@ -102,230 +125,82 @@ void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, InC
         declaration.node->setEnd(skipToSemicolon(tokens));
     }
     list.add(std::move(declaration.node));
+    addHandlers(tokens, list);
 }
 
-Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, InClass inClass) {
+// Those of a function whose body is a "try" block.
+void Parser::addHandlers(TokenBuffer& tokens, InteriorNode& list) {
+    while (peekSignificant(tokens).kind == KeywordCatch) {
+        addTrivia(tokens, list);
+        list.add(parseCtrlStmt(tokens));
+    }
+}
+
+Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
+    using Shape = Item::Shape;
     NestingScope nesting(depth_, tokens);
     skipTrivia(tokens);
     const Index start = tokens.place();
-    const Scan scan = scanDeclaration(tokens);
-    switch (scan.shape) {
-        case Shape::Function:
-            return parseFunctionShape(tokens, start, scan.place);
-        case Shape::FunctionPointer:
-            return parseFunctionPointerShape(tokens, start);
+    const Item item = scanner(tokens).scanDeclaration(start, {scope, className_}, noBraceBefore_);
+    switch (item.shape) {
+        case Shape::Function: return parseFunctionShape(tokens, start, item);
+        case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
         case Shape::Class:
-        case Shape::Enum:
-            return parseBracedShape(tokens, start, scan);
-        case Shape::Data: {
-            TokenBuffer list = collectDeclaration(tokens);
-            return {parseDataDecl(list, tokens, inClass), false};
-        }
-        case Shape::None:
-            break;
+        case Shape::Enum: return parseBracedShape(tokens, start, item);
+        case Shape::Data: return {parseDataDecl(tokens, scope), false};
+        case Shape::Macro: return {makeKeptNode(tokens, start, item.place, true), false};
+        case Shape::MacroHead:
+        case Shape::None: break;
     }
-    if (tokens.kindAt(scan.place) == Trn::kEndKind) return failAtEnd(tokens, scan.place);
-    tokens.moveTo(scan.place);
+    if (tokens.kindAt(item.place) == Trn::kEndKind) return failAtEnd(tokens, item.place);
+    tokens.moveTo(item.place);
     return {};
 }
 
 // The end of the text inside a declaration.
 Parser::Declaration Parser::failAtEnd(TokenBuffer& tokens, Index end) {
-    report(tokens.at(end).start, UnexpectedEnd);
     tokens.moveTo(end);
+    report(tokens.current().start, UnexpectedEnd);
     return {};
 }
 
-namespace {
-
-// Follows the significant tokens of a declaration and keeps what decides its shape.
-struct DeclarationScan {
-    int angleDepth = 0;
-    int bracketDepth = 0;
-    int previousKind = Trn::kEndKind;
-    bool sawOperator = false;
-    bool sawEnum = false;
-    bool sawColon = false;
-
-    bool isOutside() const { return angleDepth == 0 && bracketDepth == 0; }
-    bool afterOperator() const { return previousKind == KeywordOperator; }
-
-    void countAngles(int kind) {
-        if (afterOperator()) return;
-        if (kind == Less) ++angleDepth;
-        if (kind == Greater && angleDepth > 0) --angleDepth;
-        // In `A<B<int>>` one token closes two lists; elsewhere it is a shift.
-        if (kind == ShiftRight && angleDepth > 1) angleDepth -= 2;
+// A declaration with parameters. Its head ends with the tail behind these; then head and body are parsed.
+Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start, const Item& item) {
+    if (links_.partner(item.parameters) == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
+    const HeadTail tail = scanner(tokens).scanTailOf(item.parameters);
+    if (tail.brokenThrow != TokenLinks::kNone) {
+        const Token found = tokens.at(scanner(tokens).next(tail.brokenThrow));
+        report(found.start, "Expected '(' as part of exception specification clause 'throw()'. Got: " + shown(found));
     }
-
-    void take(int kind) {
-        countAngles(kind);
-        if (kind == OpenBracket && !afterOperator()) ++bracketDepth;
-        if (kind == CloseBracket && bracketDepth > 0) --bracketDepth;
-        sawOperator |= kind == KeywordOperator;
-        sawEnum |= kind == KeywordEnum;
-        sawColon |= kind == Colon;
-        previousKind = kind;
+    if (tail.initializers != TokenLinks::kNone && tokens.kindAt(tail.end) == Trn::kEndKind) {
+        return failAtEnd(tokens, tail.end);
     }
-};
-
-}  // namespace
-
-// At a "(": whether it opens a declarator with a pointer mark inside.
-bool Parser::opensPointerDeclarator(TokenBuffer& tokens, bool isInName, int previousKind) {
-    const Index start = tokens.place();
-    tokens.next();
-    const int inside = nextSignificant(tokens).kind;
-    const int following = peekSignificant(tokens).kind;
-    tokens.moveTo(start);
-    if (inside == Asterisk) return true;
-    return !isInName && previousKind == Asterisk && !(inside == Identifier && following == Asterisk);
-}
-
-// Reads ahead to the token that tells what the declaration is; the buffer stays where it is. A ";" or a brace
-// ends a declaration even where a "<" before it found no ">": it was a comparison then.
-Parser::Scan Parser::scanDeclaration(TokenBuffer& tokens) {
-    const Index start = tokens.place();
-    DeclarationScan scan;
-    const auto found = [&](Shape shape) {
-        const Scan result{shape, tokens.place()};
-        noBraceBefore_ = std::max(noBraceBefore_, result.place);
-        tokens.moveTo(start);
-        return result;
-    };
-    while (true) {
-        const Token token = tokens.current();
-        if (isTrivia(token.kind)) {
-            takeTrivia(tokens);
-            continue;
-        }
-        switch (token.kind) {
-            case Trn::kEndKind:
-            case CloseBrace:
-                return found(Shape::None);
-            case Unknown:
-            case Semicolon:
-                return found(Shape::Data);
-            case OpenBrace:
-                return found(scan.sawEnum ? Shape::Enum : Shape::Class);
-            case KeywordPublic:
-            case KeywordPrivate:
-            case KeywordProtected:
-                // Behind a ":" it belongs to a base class, if only a class body follows.
-                if (!scan.sawColon || tokens.place() < noBraceBefore_) return found(Shape::Data);
-                break;
-            case Assign:
-                if (scan.isOutside() && !scan.sawOperator) return found(Shape::Data);
-                break;
-            case OpenParen:
-                if (!scan.isOutside() || scan.afterOperator()) break;
-                return found(opensPointerDeclarator(tokens, scan.sawOperator, scan.previousKind)
-                                 ? Shape::FunctionPointer
-                                 : Shape::Function);
-            default:
-                break;
-        }
-        scan.take(token.kind);
-        tokens.next();
-        if (token.kind == Identifier && isAttributeWord(token.text) && tokens.peekKind() == OpenParen) {
-            skipBracketed(tokens, OpenParen, CloseParen);
-        }
-    }
-}
-
-// A declaration whose first "(" outside template brackets stands at `openParen`. Its head is scanned to the
-// token that ends it, which stays in the buffer; then head and body are parsed.
-Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start, Index openParen) {
-    tokens.moveTo(openParen);
-    if (!skipBracketed(tokens, OpenParen, CloseParen)) return failAtEnd(tokens, tokens.place());
-    if (!scanFunctionQualifiers(tokens)) return failAtEnd(tokens, tokens.place());
-    if (tokens.peekKind() == OpenParen) {
-        tokens.moveTo(start);
-        return parseFunctionPointerShape(tokens, start);
-    }
-    scanFunctionEnd(tokens);
-    TokenBuffer head = tokens.slice(start, tokens.place());
-    auto declaration = parseFunctionDecl(head, tokens);
+    TokenBuffer head = tokens.slice(start, tail.end);
+    tokens.moveTo(tail.end);
+    if (!tail.isComplete) report(tokens.current().start, ExpectedFunctionEnd);
+    auto declaration = parseFunctionDecl(head, item.parameters, tail, tokens);
+    // "= 1" begins nothing.
+    if (!tail.isComplete && tokens.peekKind() == Assign) skipToSemicolon(tokens);
     const bool hasBody = declaration->body() != nullptr;
     return {std::move(declaration), !hasBody};
 }
 
-// Moves over what may follow a parameter list: "const", an exception specification, constructor initializers.
-// Says false at the end of the text.
-bool Parser::scanFunctionQualifiers(TokenBuffer& tokens) {
-    while (true) {
-        skipTrivia(tokens);
-        switch (tokens.peekKind()) {
-            case KeywordConst:
-            case KeywordVolatile:
-                tokens.next();
-                break;
-            case Colon:
-                while (tokens.peekKind() != OpenBrace && tokens.peekKind() != Semicolon) {
-                    if (tokens.peekKind() == Trn::kEndKind) return false;
-                    tokens.next();
-                    skipTrivia(tokens);
-                }
-                break;
-            case KeywordThrow:
-                tokens.next();
-                if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
-                    report(open.start,
-                           "Expected '(' as part of exception specification clause 'throw()'. Got: " +
-                               shown(open));
-                    return true;
-                }
-                skipTrivia(tokens);
-                if (!skipBracketed(tokens, OpenParen, CloseParen)) return false;
-                break;
-            default:
-                return true;
-        }
-    }
-}
-
-// Moves over "= 0" to the token that ends a function's head, which is reported when it is none that may.
-void Parser::scanFunctionEnd(TokenBuffer& tokens) {
-    while (true) {
-        skipTrivia(tokens);
-        const Token token = tokens.current();
-        if (token.kind == Assign) {
-            tokens.next();
-            const Token value = peekSignificant(tokens);
-            if (value.kind == Number && value.text == "0") {
-                nextSignificant(tokens);
-                continue;
-            }
-            tokens.stepBack();
-        }
-        if (token.kind != OpenBrace && token.kind != Semicolon && token.kind != Comma &&
-            !isAccessKeyword(token.kind) && !endsTokens(token.kind)) {
-            report(token.start, ExpectedFunctionEnd);
-        }
-        return;
-    }
-}
-
 // A declaration with a declarator in parentheses, up to its ";".
 Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index start) {
-    int depth = 0;
     bool sawDeclarator = false;  // a "," before it separates a template's arguments
     bool sawAssign = false;
     while (true) {
         skipTrivia(tokens);
         const Token token = tokens.current();
         if (token.kind == Trn::kEndKind) return failAtEnd(tokens, tokens.place());
-        const bool isOutside = depth == 0;
-        if (isOutside && ((token.kind == Comma && sawDeclarator) || isAccessKeyword(token.kind))) break;
+        if ((token.kind == Comma && sawDeclarator) || isAccessKeyword(token.kind)) break;
         // Only an initializer may hold braces; a body means that this is no pointer after all.
-        if ((token.kind == OpenBrace && !sawAssign) || (token.kind == CloseBrace && isOutside)) {
+        if ((token.kind == OpenBrace && !sawAssign) || token.kind == CloseBrace) {
             report(token.start, ExpectedFunctionEnd);
             return {};
         }
-        tokens.next();
-        if (isOutside && token.kind == Semicolon) break;
-        if (token.kind == OpenParen || token.kind == OpenBrace) ++depth;
-        if (!isOutside && (token.kind == CloseParen || token.kind == CloseBrace)) --depth;
+        tokens.moveTo(scanner(tokens).behind(tokens.place()));
+        if (token.kind == Semicolon) break;
         sawDeclarator |= token.kind == OpenParen;
         sawAssign |= token.kind == Assign;
     }
@@ -334,203 +209,13 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
 }
 
 // A class or an enum with its body, up to the "}" that closes it.
-Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Scan& scan) {
-    const std::optional<Index> end = behindClosingBrace(tokens, scan.place);
-    if (!end) return failAtEnd(tokens, tokens.place());
-    tokens.moveTo(*end);
-    TokenBuffer declaration = tokens.slice(start, *end);
-    if (scan.shape == Shape::Enum) return {parseEnumDecl(declaration), true};
+Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Item& item) {
+    const Index close = links_.partner(item.place);
+    if (close == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
+    tokens.moveTo(close + 1);
+    TokenBuffer declaration = tokens.slice(start, close + 1);
+    if (item.shape == Item::Shape::Enum) return {parseEnumDecl(declaration), true};
     return {parseClassDecl(declaration), true};
-}
-
-// The place behind the "}" that closes the "{" at `open`; nothing, and the buffer at its end, when there is
-// none. The scan of a class notes the braces of all that it holds, for the classes among that ask for theirs
-// next.
-std::optional<Trn::TokenBuffer::Index> Parser::behindClosingBrace(TokenBuffer& tokens, Index open) {
-    const auto known = std::lower_bound(braces_.begin(), braces_.end(), std::pair<Index, Index>(open, 0));
-    if (known != braces_.end() && known->first == open) return known->second;
-    braces_.clear();
-    std::vector<std::size_t> unclosed;
-    tokens.moveTo(open);
-    do {
-        if (isTrivia(tokens.peekKind())) {
-            takeTrivia(tokens);
-            continue;
-        }
-        const int kind = tokens.peekKind();
-        if (kind == Trn::kEndKind) return std::nullopt;
-        if (kind == OpenBrace) {
-            unclosed.push_back(braces_.size());
-            braces_.emplace_back(tokens.place(), 0);
-        }
-        tokens.next();
-        if (kind == CloseBrace) {
-            braces_[unclosed.back()].second = tokens.place();
-            unclosed.pop_back();
-        }
-    } while (!unclosed.empty());
-    return tokens.place();
-}
-
-std::unique_ptr<SyntaxNode> Parser::parseNamespace(TokenBuffer& tokens) {
-    const Index start = tokens.place();
-    if (const Token keyword = tokens.next(); keyword.kind != KeywordNamespace) {
-        tokens.stepBack();
-        report(keyword.start, "Expected \"namespace\".");
-        return nullptr;
-    }
-    if (nextSignificant(tokens).kind == Identifier && peekSignificant(tokens).kind == Assign) {
-        skipStatement(tokens, Semicolon);
-        return nullptr;
-    }
-    tokens.moveTo(start);
-    NestingScope nesting(depth_, tokens);
-    auto head = parseNamespaceHead(tokens);
-    skipTrivia(tokens);
-    auto body = parseNamespaceBody(tokens);
-    return std::make_unique<NamespaceDeclNode>(std::move(head), std::move(body));
-}
-
-std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& tokens) {
-    const Token keyword = tokens.next();
-    Position end = keyword.end;
-    std::string name;
-    if (peekSignificant(tokens).kind == Identifier) {
-        const Token identifier = nextSignificant(tokens);
-        name = identifier.text;
-        end = identifier.end;
-    }
-    return std::make_unique<NamespaceHeadNode>(std::move(name), keyword.start, end);
-}
-
-std::unique_ptr<NamespaceBodyNode> Parser::parseNamespaceBody(TokenBuffer& tokens) {
-    const Token open = tokens.next();
-    if (open.kind != OpenBrace) {
-        report(open.start, "Expected:: \"{\".");
-        tokens.stepBack();
-        return nullptr;
-    }
-    auto body = std::make_unique<NamespaceBodyNode>();
-    body->setStart(open.start);
-    while (true) {
-        addTrivia(tokens, *body);
-        tokens.release();
-        const Token token = tokens.current();
-        switch (token.kind) {
-            case CloseBrace:
-                tokens.next();
-                body->setEnd(token.start);
-                return body;
-            case Trn::kEndKind:
-                report(token.start, UnexpectedEnd);
-                return body;
-            case Unknown:
-            case Semicolon:
-                tokens.next();
-                break;
-            case KeywordUsing:
-                skipStatement(tokens, Semicolon, body.get());
-                break;
-            default:
-                addDeclaration(tokens, *body, InClass::No);
-        }
-    }
-}
-
-std::unique_ptr<SyntaxNode> Parser::parseTemplate(TokenBuffer& tokens) {
-    skipTrivia(tokens);
-    const Token keyword = tokens.next();
-    if (keyword.kind != KeywordTemplate) {
-        tokens.stepBack();
-        report(keyword.start, "Expected the keyword 'template'. Got: " + shown(keyword));
-        return nullptr;
-    }
-    if (peekSignificant(tokens).kind != Less) {
-        tokens.stepBack();
-        return parseExprStmt(tokens);
-    }
-    skipTrivia(tokens);
-    return std::make_unique<TemplateNode>(
-        std::make_unique<KeywordNode>(keyword.kind, keyword.start, keyword.end),
-        parseParameterList(tokens, Brackets::Angles));
-}
-
-void Parser::parseLinkage(TokenBuffer& tokens, InteriorNode& list, InClass inClass) {
-    const Index start = tokens.place();
-    if (const Token keyword = tokens.next(); keyword.kind != KeywordExtern) {
-        report(keyword.start, "Expected 'extern'. Got: " + shown(keyword));
-        return;
-    }
-    const auto takeSignificantKind = [&] {
-        while (isTrivia(tokens.peekKind())) takeTrivia(tokens);
-        return tokens.next().kind;
-    };
-    const bool isBlock = takeSignificantKind() == StringLiteral && takeSignificantKind() == OpenBrace;
-    tokens.moveTo(start);
-    if (isBlock) {
-        list.add(parseLinkageBlock(tokens));
-    } else {
-        addOrdinaryDeclaration(tokens, list, inClass);
-    }
-}
-
-std::unique_ptr<LinkageBlockNode> Parser::parseLinkageBlock(TokenBuffer& tokens) {
-    NestingScope nesting(depth_, tokens);
-    TokenText linkage;
-    linkage.add(tokens.next());
-    linkage.add(nextSignificant(tokens));
-    skipTrivia(tokens);
-    auto words = linkage.makeLeaf<ExprNode>();
-    return std::make_unique<LinkageBlockNode>(std::move(words), parseLinkageBody(tokens));
-}
-
-std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& tokens) {
-    const Token open = tokens.next();
-    if (open.kind != OpenBrace) {
-        report(open.start, "Expected '{'. Got: " + shown(open));
-        tokens.stepBack();
-        return nullptr;
-    }
-    auto body = std::make_unique<LinkageBlockBodyNode>();
-    body->setStart(open.start);
-    while (true) {
-        addTrivia(tokens, *body);
-        tokens.release();
-        const Token token = tokens.current();
-        if (isAccessKeyword(token.kind)) {
-            tokens.next();
-            report(token.start, "public: protected: private: labels are illegal inside linkage blocks.");
-            continue;
-        }
-        if (isControlKeyword(token.kind)) {
-            tokens.next();
-            report(token.start,
-                   "control statements (e.g. if, else, while) are illegal inside linkage blocks.");
-            continue;
-        }
-        switch (token.kind) {
-            case CloseBrace:
-                tokens.next();
-                body->setEnd(token.start);
-                return body;
-            case Trn::kEndKind:
-                report(token.start, UnexpectedEnd);
-                return body;
-            case Unknown:
-            case Semicolon:
-                tokens.next();
-                break;
-            case KeywordUsing:
-                skipStatement(tokens, Semicolon);
-                break;
-            case KeywordTemplate:
-                tokens.next();
-                report(token.start, "templates cannot be declared to have 'C' linkage.");
-                break;
-            default:
-                addDeclaration(tokens, *body, InClass::No);
-        }
-    }
 }
 
 }  // namespace Cpp

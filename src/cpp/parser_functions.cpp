@@ -1,7 +1,9 @@
 // Function heads, parameter lists, constructor initializers and pointers to functions.
 
+#include <algorithm>
 #include <utility>
 
+#include "cpp/expression_text.h"
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/qualified_name.h"
@@ -12,54 +14,28 @@ namespace Cpp {
 
 namespace {
 
-// Counts brackets of all kinds. Angle brackets only count outside the others, where they enclose template
-// arguments; inside they compare.
-struct BracketDepth {
-    int round = 0;
-    int angle = 0;
-
-    bool isOutside() const { return round == 0 && angle == 0; }
-
-    void take(int kind) {
-        switch (kind) {
-            case OpenParen:
-            case OpenBracket:
-            case OpenBrace:
-                ++round;
-                break;
-            case CloseParen:
-            case CloseBracket:
-            case CloseBrace:
-                round -= round > 0;
-                break;
-            case Less:
-                angle += round == 0;
-                break;
-            case Greater:
-                angle -= round == 0 && angle > 0;
-                break;
-            case ShiftRight:
-                if (round == 0 && angle > 1) angle -= 2;
-                break;
-            default:
-                break;
-        }
-    }
-};
-
 bool isPunctuator(int kind) {
     return kind >= Semicolon && kind <= ArrowAsterisk;
+}
+
+// The first ">" of a ">>" goes to the text; the token is the second one from here on.
+void takeHalf(Trn::Token& token, TokenText& text) {
+    Trn::Token half = token;
+    half.text.remove_suffix(1);
+    half.end = half.start;
+    text.add(half);
+    ++token.start.column;
 }
 
 }  // namespace
 
 // `head` holds the declaration up to its body or its ";", where `tokens` stands.
-std::unique_ptr<FunctionDeclNode> Parser::parseFunctionDecl(TokenBuffer& head, TokenBuffer& tokens) {
-    auto functionHead = parseFunctionHead(head);
-    skipTrivia(head);
+std::unique_ptr<FunctionDeclNode> Parser::parseFunctionDecl(TokenBuffer& head, Index parameters,
+                                                            const HeadTail& tail, TokenBuffer& tokens) {
+    auto functionHead = parseFunctionHead(head, parameters, tail);
     std::unique_ptr<InitializerListNode> initializers;
-    if (head.peekKind() == Colon) {
-        head.next();
+    if (tail.initializers != TokenLinks::kNone) {
+        head.moveTo(tail.initializers + 1);
         initializers = parseCtorInitializers(head);
     }
     skipTrivia(tokens);
@@ -72,10 +48,11 @@ std::unique_ptr<FunctionDeclNode> Parser::parseFunctionDecl(TokenBuffer& head, T
     return std::make_unique<FunctionDeclNode>(std::move(functionHead), std::move(body));
 }
 
-std::unique_ptr<FunctionHeadNode> Parser::parseFunctionHead(TokenBuffer& tokens) {
+std::unique_ptr<FunctionHeadNode> Parser::parseFunctionHead(TokenBuffer& tokens, Index parameters,
+                                                            const HeadTail& tail) {
     auto head = std::make_unique<FunctionHeadNode>();
     const Index start = tokens.place();
-    auto name = parseFunctionName(tokens);
+    auto name = parseFunctionName(tokens, parameters);
     if (name) {
         const Index afterName = tokens.place();
         TokenText returnType;
@@ -92,53 +69,63 @@ std::unique_ptr<FunctionHeadNode> Parser::parseFunctionHead(TokenBuffer& tokens)
     }
     head->setName(std::move(name));
     head->setParameters(parseParameterList(tokens, Brackets::Parentheses));
+    if (tail.oldParameters != TokenLinks::kNone) {
+        TokenText declarations;
+        addThrough(tokens, tail.end, declarations);
+        head->setOldParameters(declarations.makeLeaf<KeptNode>());
+        return head;
+    }
+    parseHeadTail(tokens, std::min(tail.initializers, tail.end), *head);
+    return head;
+}
+
+// `const throw() noexcept override = 0`
+void Parser::parseHeadTail(TokenBuffer& tokens, Index end, FunctionHeadNode& head) {
+    skipTrivia(tokens);
+    if (isQualifier(tokens.peekKind())) head.setQualifiers(parseQualifiers(tokens));
+    skipTrivia(tokens);
+    if (tokens.peekKind() == KeywordThrow) head.setExceptionSpec(parseExceptionClause(tokens));
+    TokenText words;
     while (true) {
         skipTrivia(tokens);
-        switch (tokens.peekKind()) {
-            case KeywordConst:
-            case KeywordVolatile:
-                head->setQualifiers(parseQualifiers(tokens));
-                break;
-            case KeywordThrow:
-                head->setExceptionSpec(parseExceptionClause(tokens));
-                break;
-            case Assign:
-                head->setPureSpec(parsePureClause(tokens));
-                break;
-            default:
-                return head;
-        }
+        if (tokens.place() >= end || tokens.peekKind() == Trn::kEndKind) break;
+        if (tokens.peekKind() == Assign && tokens.kindAt(scanner(tokens).next(tokens.place())) == Number) break;
+        words.add(tokens.next());
     }
+    head.setTail(words.makeLeaf<ExprNode>());
+    if (tokens.place() < end && tokens.peekKind() == Assign) head.setPureSpec(parsePureClause(tokens));
 }
 
 // Finds the name in front of the parameter list and moves behind it. Where there is none the buffer is left
 // at the list's "(".
-std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
+std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens, Index parameters) {
     const Index start = tokens.place();
-    BracketDepth depth;
     Index nameStart = start;  // of the last identifier outside brackets
     bool sawName = false;
+    bool isWrapped = false;
     while (true) {
         skipTrivia(tokens);
         const Token token = tokens.current();
-        if (token.kind == Trn::kEndKind) break;
+        if (tokens.place() >= parameters || token.kind == Trn::kEndKind) break;
         if (token.kind == KeywordOperator) {
             nameStart = tokens.place();
             sawName = true;
             if (!takeOperatorName(tokens)) return nullptr;
             break;
         }
-        // What stands just in front of the "(" is the name, or a template's arguments behind it.
-        if (token.kind == OpenParen && depth.isOutside()) break;
-        depth.take(token.kind);
-        sawName = token.kind == Identifier || (sawName && !depth.isOutside()) || token.kind == Greater ||
-                  token.kind == ShiftRight;
-        if (token.kind == Identifier && depth.isOutside()) nameStart = tokens.place();
-        tokens.next();
-        if (token.kind == Identifier && isAttributeWord(token.text) && tokens.peekKind() == OpenParen) {
-            skipBracketed(tokens, OpenParen, CloseParen);
-            sawName = false;
+        const Index here = tokens.place();
+        const Index behind = scanner(tokens).behind(here);
+        // `int (f)(int)`, `int NAME(f)(int)`: the name stands in parentheses.
+        if (token.kind == OpenParen && behind == parameters) {
+            nameStart = wrappedNameStart(tokens, here);
+            sawName = isWrapped = true;
+        } else if (token.kind == Identifier) {
+            nameStart = here;
+            sawName = true;
+        } else {
+            sawName = sawName && token.kind == Less;
         }
+        tokens.moveTo(behind);
     }
     const Index end = tokens.place();
     if (!sawName || tokens.kindAt(nameStart) == Trn::kEndKind) {
@@ -152,16 +139,19 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens) {
         return nullptr;
     }
     tokens.moveTo(start);
-    tokens.moveTo(start + findQualifiedNameStart(tokens, nameStart - start + 1) - 1);
+    tokens.moveTo(isWrapped ? nameStart : start + findQualifiedNameStart(tokens, nameStart - start + 1) - 1);
     TokenText name;
-    while (tokens.place() < end) {
-        if (isTrivia(tokens.peekKind())) {
-            takeTrivia(tokens);
-        } else {
-            name.add(tokens.next());
-        }
-    }
+    addThrough(tokens, end, name);
     return name.makeLeaf<IdNode>();
+}
+
+// Where a name begins that stands in parentheses: a macro's call has its own name joined to these.
+Parser::Index Parser::wrappedNameStart(const TokenBuffer& tokens, Index openParen) const {
+    if (openParen == tokens.begin() || tokens.kindAt(openParen - 1) != Identifier) return openParen;
+    const Token open = tokens.at(openParen);
+    const Token word = tokens.at(openParen - 1);
+    const bool isJoined = word.end.line == open.start.line && word.end.column + 1 == open.start.column;
+    return isJoined || openParen - 1 == tokens.begin() ? openParen - 1 : openParen;
 }
 
 // Takes "operator" and what belongs to it, up to the parameter list's "(". Says false, having reported it,
@@ -207,34 +197,26 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
         return peekSignificant(tokens).kind != Less || takeClosingAngle(tokens);
     }
     // A conversion: the words of a type.
-    BracketDepth depth;
-    depth.take(first.kind);
     while (true) {
         const Token token = peekSignificant(tokens);
-        if (token.kind == Trn::kEndKind || (token.kind == OpenParen && depth.isOutside())) return true;
-        depth.take(token.kind);
-        nextSignificant(tokens);
+        if (token.kind == Trn::kEndKind || token.kind == OpenParen) return true;
+        skipTrivia(tokens);
+        tokens.moveTo(scanner(tokens).behind(tokens.place()));
     }
 }
 
 // Takes template arguments from their "<" to the ">" that closes them.
 bool Parser::takeClosingAngle(TokenBuffer& tokens) {
-    BracketDepth depth;
-    do {
-        const Token token = nextSignificant(tokens);
-        if (token.kind == Trn::kEndKind) {
-            report(token.start, "Expected \"<\".");
-            return false;
-        }
-        depth.take(token.kind);
-    } while (!depth.isOutside());
-    return true;
+    skipTrivia(tokens);
+    if (skipBracketed(tokens)) return true;
+    tokens.moveTo(endPlace());
+    report(tokens.current().start, "Expected \"<\".");
+    return false;
 }
 
 // The list's own closing bracket may be the second half of a ">>".
 std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& tokens, Brackets brackets) {
     const bool isAngled = brackets == Brackets::Angles;
-    const int closeKind = isAngled ? Greater : CloseParen;
     skipTrivia(tokens);
     const Token open = tokens.next();
     if (open.kind != (isAngled ? Less : OpenParen)) {
@@ -242,42 +224,44 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
         report(open.start, std::string("Expected '") + (isAngled ? "<" : "(") + "' Got: " + shown(open));
         return nullptr;
     }
+    const Index close = links_.partner(tokens.place() - 1);
     auto list = std::make_unique<ParameterListNode>();
     list->setStart(open.start);
     TokenText parameter;
-    BracketDepth depth;
+    const auto finish = [&] {
+        list->add(parameter.makeLeaf<ParameterNode>());
+        parameter = TokenText();
+    };
     while (true) {
         skipTrivia(tokens);
-        Token token = tokens.next();
-        if (token.kind == Trn::kEndKind ||
-            (isAngled && (token.kind == Semicolon || token.kind == OpenBrace))) {
-            tokens.stepBack();
+        Token token = tokens.current();
+        if (tokens.place() == close) {
+            if (token.kind == ShiftRight) takeHalf(token, parameter);
+            finish();
+            list->setEnd(token.start);
+            tokens.next();
+            return list;
+        }
+        const bool isCutOff = close == TokenLinks::kNone && isAngled &&
+                              (token.kind == Semicolon || token.kind == OpenBrace);
+        if (token.kind == Trn::kEndKind || isCutOff) {
             if (token.kind == Trn::kEndKind) {
                 report(token.start, UnexpectedEnd);
             } else {
                 report(token.start, "Expected '>'. Got: " + shown(token));
             }
-            list->add(parameter.makeLeaf<ParameterNode>());
+            finish();
             return list;
         }
-        const bool endsList = token.kind == closeKind && depth.round == 0 && (!isAngled || depth.angle == 0);
-        const bool endsTwoLists =
-            isAngled && token.kind == ShiftRight && depth.round == 0 && depth.angle == 1;
-        if (endsTwoLists) {
-            token.text.remove_suffix(1);
-            token.end = token.start;
+        const Index inner = links_.partner(tokens.place());
+        if (inner != TokenLinks::kNone && inner > tokens.place()) {
+            // The ">>" that ends two lists is both this list's and the inner one's.
+            addThrough(tokens, inner == close ? close : inner + 1, parameter);
+        } else if (tokens.next(); token.kind == Comma) {
+            finish();
+        } else {
             parameter.add(token);
-            ++token.start.column;
         }
-        if (endsList || endsTwoLists || (token.kind == Comma && depth.isOutside())) {
-            list->add(parameter.makeLeaf<ParameterNode>());
-            parameter = TokenText();
-            if (token.kind == Comma) continue;
-            list->setEnd(token.start);
-            return list;
-        }
-        depth.take(token.kind);
-        parameter.add(token);
     }
 }
 
@@ -295,17 +279,13 @@ std::unique_ptr<ExprNode> Parser::parseExceptionClause(TokenBuffer& tokens) {
         report(open.start, "Expected '(' as part of a 'throw()' clause. Got: " + shown(open));
         return clause.makeLeaf<ExprNode>();
     }
-    BracketDepth depth;
-    do {
-        const Token token = nextSignificant(tokens);
-        if (token.kind == OpenBrace || token.kind == Trn::kEndKind) {
-            tokens.stepBack();
-            report(token.start, UnexpectedEnd);
-            break;
-        }
-        depth.take(token.kind);
-        clause.add(token);
-    } while (depth.round > 0);
+    skipTrivia(tokens);
+    const Index close = links_.partner(tokens.place());
+    if (close == TokenLinks::kNone) {
+        report(tokens.current().start, UnexpectedEnd);
+    } else {
+        addThrough(tokens, close + 1, clause);
+    }
     return clause.makeLeaf<ExprNode>();
 }
 
@@ -328,9 +308,11 @@ std::unique_ptr<InitializerListNode> Parser::parseCtorInitializers(TokenBuffer& 
         addTrivia(tokens, *list);
         switch (tokens.peekKind()) {
             case Identifier:
+            case KeywordTypename:
                 list->add(parseInitializer(tokens));
                 break;
             case Comma:
+            case Dot:
                 tokens.next();
                 break;
             default:
@@ -341,71 +323,75 @@ std::unique_ptr<InitializerListNode> Parser::parseCtorInitializers(TokenBuffer& 
 
 std::unique_ptr<InitializerNode> Parser::parseInitializer(TokenBuffer& tokens) {
     TokenText member;
-    BracketDepth depth;
+    Index previous = TokenLinks::kNone;
     while (true) {
-        const Token token = peekSignificant(tokens);
-        if (depth.isOutside() && (token.kind == OpenParen || token.kind == OpenBrace || token.kind == Comma))
-            break;
-        if (token.kind == Trn::kEndKind) break;
-        depth.take(token.kind);
-        member.add(nextSignificant(tokens));
-    }
-    if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
-        report(open.start, "Expected a (. Got: \"" + shown(open) + "\"");
         skipTrivia(tokens);
+        const Index here = tokens.place();
+        const int kind = tokens.kindAt(here);
+        const bool isOpen = kind == OpenParen || kind == OpenBrace;
+        if ((isOpen && !isArgumentOf(tokens, here, previous)) || kind == Comma || kind == Trn::kEndKind) break;
+        const Index close = links_.partner(here);
+        addThrough(tokens, (close == TokenLinks::kNone ? here : close) + 1, member);
+        previous = here;
+    }
+    if (const Token open = tokens.current(); open.kind != OpenParen && open.kind != OpenBrace) {
+        report(open.start, "Expected a (. Got: \"" + shown(open) + "\"");
         return nullptr;
     }
-    skipTrivia(tokens);
     auto name = member.makeLeaf<IdNode>();
-    auto arguments = parseArguments(tokens);
-    return std::make_unique<InitializerNode>(std::move(name), std::move(arguments));
+    ExprBodies bodies;
+    auto arguments = parseArguments(tokens, bodies);
+    auto initializer = std::make_unique<InitializerNode>(std::move(name), std::move(arguments));
+    initializer->setBodies(std::move(bodies));
+    return initializer;
 }
 
-std::unique_ptr<ArgListNode> Parser::parseArguments(TokenBuffer& tokens) {
+// "(…)" or "{…}"
+std::unique_ptr<ArgListNode> Parser::parseArguments(TokenBuffer& tokens, ExprBodies& bodies) {
     auto list = std::make_unique<ArgListNode>();
+    const Index close = links_.partner(tokens.place());
     list->setStart(tokens.next().start);
-    TokenText argument;
-    BracketDepth depth;
+    Expression argument;
+    argument.bodies = std::move(bodies);
     const auto finish = [&] {
-        list->add(argument.makeLeaf<ArgNode>());
-        argument = TokenText();
+        list->add(argument.text.makeLeaf<ArgNode>());
+        argument.text = TokenText();
     };
     while (true) {
         if (isTrivia(tokens.peekKind())) {
-            if (argument.empty()) {
+            if (argument.text.empty()) {
                 addTrivia(tokens, *list);
             } else {
                 skipTrivia(tokens);
             }
             continue;
         }
-        const Token token = tokens.next();
-        if (token.kind == OpenBrace || token.kind == Trn::kEndKind) {
-            tokens.stepBack();
-            report(token.start, UnexpectedEnd);
+        const Token token = tokens.current();
+        if (token.kind == Trn::kEndKind) report(token.start, UnexpectedEnd);
+        if (tokens.place() == close || token.kind == Trn::kEndKind) {
             finish();
+            bodies = std::move(argument.bodies);
+            if (tokens.place() == close) list->setEnd(tokens.next().start);
             return list;
         }
-        if (depth.round == 0 && token.kind == CloseParen) {
-            finish();
-            list->setEnd(token.start);
-            return list;
-        }
-        if (depth.round == 0 && token.kind == Comma) {
+        if (token.kind == Comma) {
+            tokens.next();
             finish();
             continue;
         }
-        depth.take(token.kind);
-        argument.add(token);
+        if (token.kind == OpenBracket) noteLambda(tokens, argument);
+        if (token.kind != OpenBrace || !takeBody(tokens, argument)) takeToken(tokens, argument);
     }
 }
 
 std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& tokens) {
     TokenText returnType;
-    BracketDepth depth;
+    Index previous = TokenLinks::kNone;
     while (true) {
-        const Token token = nextSignificant(tokens);
-        if (token.kind == OpenParen && depth.isOutside()) break;
+        skipTrivia(tokens);
+        const Token token = tokens.current();
+        const Index here = tokens.place();
+        if (token.kind == OpenParen && !isArgumentOf(tokens, here, previous)) break;
         if (token.kind == Semicolon) {
             report(token.start, "Expected \"(\" as part of pointer-to-function declaration. Got ';'");
             return nullptr;
@@ -414,18 +400,11 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
             report(token.start, UnexpectedEnd);
             return nullptr;
         }
-        returnType.add(token);
-        if (token.kind == Identifier && isAttributeWord(token.text) && tokens.peekKind() == OpenParen) {
-            BracketDepth argument;
-            do {
-                const Token part = nextSignificant(tokens);
-                argument.take(part.kind);
-                returnType.add(part);
-            } while (!argument.isOutside() && tokens.peekKind() != Trn::kEndKind);
-            continue;
-        }
-        depth.take(token.kind);
+        const Index close = links_.partner(here);
+        addThrough(tokens, (close == TokenLinks::kNone ? here : close) + 1, returnType);
+        previous = here;
     }
+    tokens.next();
 
     // The name is the last one in front of what shows that the declared thing is a pointer, an array or a
     // function. In front of `::operator` the lexer sees one without a text.
@@ -449,8 +428,9 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
     auto declaration = std::make_unique<FunctionPtrDeclNode>();
     declaration->setReturnType(returnType.makeLeaf<TypeNode>());
     declaration->setName(name.makeLeaf<IdNode>());
-    // A pointer to an array has bounds there.
-    if (peekSignificant(tokens).kind != OpenBracket) {
+    // A pointer to an array has bounds there, one to data nothing.
+    const int following = peekSignificant(tokens).kind;
+    if (following != OpenBracket && following != Assign && following != Identifier) {
         declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
     }
     if (isQualifier(peekSignificant(tokens).kind)) declaration->setQualifiers(parseQualifiers(tokens));

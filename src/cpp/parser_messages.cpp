@@ -58,6 +58,7 @@ std::string shown(const Trn::Token& token) {
 
 void Parser::append(Tessel::Diagnostic diagnostic) {
     const Position position = diagnostic.position;
+    ++itemMessages_;
     diagnostics_.push_back(std::move(diagnostic));
     if (diagnostics_.size() >= kMaximumMessages) {
         throw ParseEnded{position, "There are too many messages; the rest of the source was not looked at."};
@@ -70,6 +71,22 @@ void Parser::report(Position position, int code) {
 
 void Parser::report(Position position, std::string text) {
     append({Tessel::Error, position, 0, std::move(text)});
+}
+
+// What is wrong with the brackets: each that is not closed, and what stands where its partner should.
+void Parser::reportMismatches(const TokenBuffer& tokens) {
+    for (const TokenLinks::Mismatch& mismatch : links_.mismatches()) {
+        const Token open = tokens.at(mismatch.open);
+        std::string text = "The \"" + std::string(open.text) + "\" that begins here is not closed: ";
+        if (mismatch.where == TokenLinks::kNone) {
+            text += "the text ends first.";
+        } else {
+            const Token close = tokens.at(mismatch.where);
+            text += "a \"" + std::string(close.text) + "\" comes first, in line " +
+                    std::to_string(close.start.line) + ".";
+        }
+        report(open.start, std::move(text));
+    }
 }
 
 }  // namespace Cpp

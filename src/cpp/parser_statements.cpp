@@ -1,10 +1,12 @@
 // Blocks, control statements, labels, assembler and expression statements.
 
+#include <string_view>
 #include <utility>
 
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/parser_nesting.h"
+#include "cpp/parser_scopes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 
@@ -25,25 +27,6 @@ bool hasCondition(int keyword) {
     }
 }
 
-// A token that cannot stand inside the parentheses of a control statement's head.
-bool breaksCondition(int kind) {
-    switch (kind) {
-        case Trn::kEndKind:
-        case OpenBrace:
-        case CloseBrace:
-        case KeywordNamespace:
-        case KeywordCase:
-        case KeywordDefault:
-        case KeywordContinue:
-        case KeywordBreak:
-        case KeywordGoto:
-        case KeywordReturn:
-            return true;
-        default:
-            return isControlKeyword(kind);
-    }
-}
-
 bool startsDeclarationInBlock(int kind) {
     return isClassKey(kind) || kind == KeywordStatic || kind == KeywordTypedef || kind == KeywordEnum;
 }
@@ -53,28 +36,9 @@ bool continuesDeclaration(int kind) {
     return kind == Asterisk || kind == Ampersand || kind == Less || kind == Identifier;
 }
 
-// A token that ends an expression statement in front of it.
-bool endsStatement(int kind, bool isOutsideParens) {
-    switch (kind) {
-        case Directive:
-            return true;
-        case OpenBrace:
-        case CloseBrace:
-        case KeywordCase:
-        case KeywordDefault:
-            return isOutsideParens;
-        default:
-            return isOutsideParens && isControlKeyword(kind);
-    }
-}
-
-// A keyword that belongs to an expression statement only where it is its first word.
-bool isJoinedFirst(int kind) {
-    return kind == KeywordThrow || kind == KeywordReturn;
-}
-
-bool startsClass(int kind) {
-    return kind == KeywordClass || kind == KeywordStruct;
+// A word of a coroutine, when what it stands in front of is no declarator.
+bool isCoroutineWord(std::string_view word) {
+    return word == "co_return" || word == "co_await" || word == "co_yield";
 }
 
 bool startsAssembler(const Trn::Token& token) {
@@ -102,83 +66,147 @@ void Parser::parseSingleStatement(TokenBuffer& tokens, BlockNode& block) {
         tokens.next();
         block.setStart(token.start);
         block.setEnd(token.end);
-    } else if (isControlKeyword(token.kind)) {
+        return;
+    }
+    guarded(tokens, block, [&] {
+        if (isControlKeyword(token.kind)) {
+            block.add(parseCtrlStmt(tokens));
+        } else if (token.kind == KeywordTypedef) {
+            addOrdinaryDeclaration(tokens, block, Scope::Block);
+        } else if (parseMacroStatement(tokens, block)) {
+            return;
+        } else if (startsData(token.kind) ||
+                   (token.kind == Identifier && continuesDeclaration(tokens.peekKind(2)))) {
+            parseDataOrExpression(tokens, block);
+        } else {
+            block.add(parseExprStmt(tokens));
+        }
+    });
+}
+
+void Parser::parseBlockContent(TokenBuffer& tokens, BlockNode& block) {
+    BodyScope scope(*this);
+    block.setStart(tokens.next().start);
+    while (parseBlockItem(tokens, block)) {
+    }
+}
+
+// Reads the next thing in a braced block. Says false when the block has ended.
+bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
+    const Token token = tokens.current();
+    if (isTrivia(token.kind)) {
+        addTrivia(tokens, block);
+        return true;
+    }
+    if (endsTokens(token.kind)) {
+        report(tokens.at(tokens.place() - 1).start, UnexpectedEnd);
+        if (token.kind == Unknown) tokens.next();
+        return false;
+    }
+    switch (token.kind) {
+        case CloseBrace:
+            tokens.next();
+            block.setEnd(token.start);
+            return false;
+        case OpenBrace: block.add(parseBlock(tokens)); return true;
+        case Semicolon: tokens.next(); return true;
+        case KeywordNamespace:
+            if (isNamespaceAlias(tokens)) {
+                skipStatement(tokens, Semicolon, &block);
+                return true;
+            }
+            tokens.next();
+            report(token.start, NamespaceInBlock);
+            return true;
+        case KeywordTemplate:
+            tokens.next();
+            report(token.start, TemplateInBlock);
+            return true;
+        case KeywordPublic:
+        case KeywordPrivate:
+        case KeywordProtected:
+            tokens.next();
+            report(token.start, AccessLabelInBlock);
+            return true;
+        case KeywordUsing: skipStatement(tokens, Semicolon, &block); return true;
+        case KeywordExtern:
+            tokens.next();
+            if (tokens.peekKind() == StringLiteral) tokens.next();
+            return true;
+        default: guarded(tokens, block, [&] { parseStatement(tokens, block); }); return true;
+    }
+}
+
+void Parser::parseStatement(TokenBuffer& tokens, BlockNode& block) {
+    const Index start = tokens.place();
+    const Index word = scanner(tokens).behindAnnotations(start);
+    const Token token = tokens.at(word);
+    const bool isControl = isControlKeyword(token.kind) || token.kind == KeywordCase || token.kind == KeywordDefault;
+    if (isControl && word != start) {
+        TokenText annotations;
+        addThrough(tokens, word, annotations);
+        block.add(annotations.makeLeaf<ExprNode>());
+    }
+    if (isControlKeyword(token.kind)) {
         block.add(parseCtrlStmt(tokens));
-    } else if (token.kind == KeywordTypedef) {
-        addOrdinaryDeclaration(tokens, block, InClass::No);
-    } else if (startsData(token.kind) ||
-               (token.kind == Identifier && continuesDeclaration(tokens.peekKind(2)))) {
+    } else if (isControl) {
+        block.add(parseCase(tokens));
+    } else if (startsDeclarationInBlock(token.kind)) {
+        parseDeclarationInBlock(tokens, block);
+    } else if (startsAssembler(token)) {
+        block.add(parseAsm(tokens));
+    } else if (token.kind == Identifier) {
+        parseNamedStatement(tokens, block, word);
+    } else if (startsData(token.kind)) {
+        parseDataOrExpression(tokens, block);
+    } else {
+        block.add(parseExprStmt(tokens));
+        if (tokens.place() == start) tokens.next();
+    }
+}
+
+void Parser::parseDeclarationInBlock(TokenBuffer& tokens, BlockNode& block) {
+    const Index start = tokens.place();
+    Declaration declaration = parseDeclaration(tokens, Scope::Block);
+    if (declaration.node && declaration.takesSemicolon && peekSignificant(tokens).kind == Semicolon) {
+        declaration.node->setEnd(skipToSemicolon(tokens));
+    }
+    if (!declaration.node && tokens.place() == start) tokens.next();
+    block.add(std::move(declaration.node));
+}
+
+// A statement whose first word, behind annotations, is the name at `word`.
+void Parser::parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index word) {
+    const ItemScanner look = scanner(tokens);
+    const Index following = look.next(word);
+    const int kind = tokens.kindAt(following);
+    const bool isAnnotated = word != tokens.place();
+    if (kind == Colon && !isAnnotated) {
+        block.add(parseLabel(tokens));
+        return;
+    }
+    if (!isAnnotated && parseMacroStatement(tokens, block)) return;
+    const bool startsType = startsData(kind) || isClassKey(kind) || kind == KeywordStatic || kind == KeywordInline;
+    const bool isReference = kind == LogicalAnd && tokens.kindAt(look.next(following)) == Identifier &&
+                             tokens.kindAt(look.next(look.next(following))) == Assign;
+    const bool isTyped = isAnnotated && !look.opensAttribute(tokens.place());
+    const bool isDeclaration = kind == Semicolon || continuesDeclaration(kind) || startsType || isReference ||
+                               isTyped || look.startsWithSpecifier(word);
+    if (isDeclaration && !isCoroutineWord(tokens.at(word).text)) {
         parseDataOrExpression(tokens, block);
     } else {
         block.add(parseExprStmt(tokens));
     }
 }
 
-void Parser::parseBlockContent(TokenBuffer& tokens, BlockNode& block) {
-    block.setStart(tokens.next().start);
-    while (parseBlockItem(tokens, block)) tokens.release();
-}
-
-// Reads the next thing in a braced block. Says false when the block has ended.
-bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
-    const Token token = tokens.next();
-    const Index place = tokens.place();
-    const auto again = [&]() -> TokenBuffer& {
-        tokens.moveTo(place - 1);
-        return tokens;
-    };
-    if (token.kind == CloseBrace) {
-        block.setEnd(token.start);
-        return false;
+// A macro that stands by itself, or governs a statement. Says false where there is none.
+bool Parser::parseMacroStatement(TokenBuffer& tokens, BlockNode& block) {
+    const Item item = scanner(tokens).scanMacroStatement(tokens.place());
+    switch (item.shape) {
+        case Item::Shape::Macro: block.add(makeKeptNode(tokens, tokens.place(), item.place, true)); return true;
+        case Item::Shape::MacroHead: block.add(parseMacroCtrlStmt(tokens)); return true;
+        default: return false;
     }
-    if (endsTokens(token.kind)) {
-        report(tokens.at(place - 2).start, UnexpectedEnd);
-        if (token.kind == Trn::kEndKind) tokens.stepBack();
-        return false;
-    }
-    if (isTrivia(token.kind)) {
-        addTrivia(again(), block);
-    } else if (token.kind == OpenBrace) {
-        block.add(parseBlock(again()));
-    } else if (token.kind == KeywordNamespace) {
-        report(token.start, NamespaceInBlock);
-    } else if (token.kind == KeywordTemplate) {
-        report(token.start, TemplateInBlock);
-    } else if (isAccessKeyword(token.kind)) {
-        report(token.start, AccessLabelInBlock);
-    } else if (token.kind == KeywordUsing) {
-        skipStatement(tokens, Semicolon, &block);
-    } else if (token.kind == KeywordExtern) {
-        if (tokens.peekKind() == StringLiteral) tokens.next();
-    } else if (isControlKeyword(token.kind)) {
-        block.add(parseCtrlStmt(again()));
-    } else if (token.kind == KeywordCase || token.kind == KeywordDefault) {
-        block.add(parseCase(again()));
-    } else if (startsDeclarationInBlock(token.kind)) {
-        Declaration declaration = parseDeclaration(again(), InClass::No);
-        if (declaration.node && declaration.takesSemicolon && peekSignificant(tokens).kind == Semicolon) {
-            declaration.node->setEnd(skipToSemicolon(tokens));
-        }
-        if (!declaration.node && tokens.place() < place) tokens.moveTo(place);
-        block.add(std::move(declaration.node));
-    } else if (startsAssembler(token)) {
-        block.add(parseAsm(again()));
-    } else if (token.kind == Identifier) {
-        const int following = peekSignificant(tokens).kind;
-        if (following == Colon) {
-            block.add(parseLabel(again()));
-        } else if (following == Semicolon || continuesDeclaration(following)) {
-            parseDataOrExpression(again(), block);
-        } else {
-            block.add(parseExprStmt(again()));
-        }
-    } else if (startsData(token.kind)) {
-        parseDataOrExpression(again(), block);
-    } else if (token.kind != Semicolon) {
-        block.add(parseExprStmt(again()));
-        if (tokens.place() < place) tokens.moveTo(place);
-    }
-    return true;
 }
 
 // A declaration as far as its first words tell; where that turns out wrong, an expression statement, or
@@ -186,15 +214,36 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
 void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
     const Index start = tokens.place();
     if (start >= noDeclarationBefore_) {
-        TokenBuffer list = collectDeclaration(tokens);
+        auto declaration = parseDataDecl(tokens, Scope::Block);
         noDeclarationBefore_ = tokens.place();
-        if (auto declaration = parseDataDecl(list, tokens, InClass::No)) {
+        if (declaration) {
             block.add(std::move(declaration));
             return;
         }
         tokens.moveTo(start);
     }
     block.add(parseExprStmt(tokens));
+}
+
+// FOREACH(a, b) c();
+std::unique_ptr<CtrlStmtNode> Parser::parseMacroCtrlStmt(TokenBuffer& tokens) {
+    NestingScope nesting(depth_, tokens);
+    const Token name = tokens.next();
+    auto head = std::make_unique<CtrlSubStmtHeadNode>();
+    head->setKeyword(std::make_unique<KeywordNode>(name.kind, name.start, name.end));
+    if (peekSignificant(tokens).kind == OpenParen) {
+        skipTrivia(tokens);
+        if (auto condition = parseCondition(tokens)) {
+            head->setEnd(condition->end());
+            head->setCondition(std::move(condition));
+        }
+    }
+    auto part = std::make_unique<CtrlSubStmtNode>();
+    part->setHead(std::move(head));
+    part->setBody(parseBody(tokens));
+    auto statement = std::make_unique<CtrlStmtNode>();
+    statement->add(std::move(part));
+    return statement;
 }
 
 std::unique_ptr<CtrlStmtNode> Parser::parseCtrlStmt(TokenBuffer& tokens) {
@@ -283,9 +332,10 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
         report(keyword.start, ExpectedControlKeyword);
         return nullptr;
     }
+    const Position keywordEnd = hasCondition(keyword.kind) ? takeHeadWords(tokens, keyword.end) : keyword.end;
     auto head = std::make_unique<CtrlSubStmtHeadNode>();
-    head->setKeyword(std::make_unique<KeywordNode>(keyword.kind, keyword.start, keyword.end));
-    if (!hasCondition(keyword.kind)) return head;
+    head->setKeyword(std::make_unique<KeywordNode>(keyword.kind, keyword.start, keywordEnd));
+    if (!hasCondition(keyword.kind) || peekSignificant(tokens).kind == OpenBrace) return head;
     if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
         report(open.start, ExpectedOpenParen);
         return head;
@@ -295,25 +345,29 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
     if (!condition) return nullptr;
     head->setEnd(condition->end());
     head->setCondition(std::move(condition));
+    const Index attribute = links_.significant(tokens.place());
+    if (scanner(tokens).opensAttribute(attribute)) {
+        const Index close = links_.partner(attribute);
+        head->setEnd(tokens.at(close).end);
+        tokens.moveTo(close + 1);
+    }
     return head;
 }
 
-// From "(" to the ")" that closes it.
-std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
-    const Position start = tokens.current().start;
-    int depth = 0;
-    while (true) {
-        const Token token = nextSignificant(tokens);
-        if (breaksCondition(token.kind)) {
-            tokens.stepBack();
-            report(token.start, ExpectedCloseParen);
-            return nullptr;
-        }
-        if (token.kind == OpenParen) ++depth;
-        if (token.kind == CloseParen && --depth == 0) {
-            return std::make_unique<ExprNode>(std::string(), start, token.end);
-        }
+// The words between a keyword and its "(", as in `if constexpr (a)`, `for each (…)`, or in front of the body, as in
+// `if consteval {`. Returns where they end.
+Trn::Position Parser::takeHeadWords(TokenBuffer& tokens, Position end) {
+    const ItemScanner look = scanner(tokens);
+    Index place = links_.significant(tokens.place());
+    Index last = TokenLinks::kNone;
+    for (; tokens.kindAt(place) == Identifier || tokens.kindAt(place) == Exclamation; place = look.next(place)) {
+        last = place;
     }
+    const int kind = tokens.kindAt(place);
+    const bool isWithoutCondition = last != TokenLinks::kNone && kind == OpenBrace && tokens.at(last).text == "consteval";
+    if (last == TokenLinks::kNone || (kind != OpenParen && !isWithoutCondition)) return end;
+    tokens.moveTo(last + 1);
+    return tokens.at(last).end;
 }
 
 std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
@@ -336,19 +390,23 @@ std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
         return node;
     }
     TokenText value;
-    int depth = 0;  // of parentheses and of "?" without its ":"
+    int depth = 0;  // of "?" without its ":"
     while (true) {
-        const Token token = nextSignificant(tokens);
+        skipTrivia(tokens);
+        const Index close = links_.partner(tokens.place());
+        const Token token = tokens.current();
+        if (endsTokens(token.kind)) break;
+        if (close != TokenLinks::kNone && close > tokens.place()) {
+            addThrough(tokens, close + 1, value);
+            continue;
+        }
+        tokens.next();
         if (token.kind == Colon && depth == 0) {
             node->setEnd(token.end);
             break;
         }
-        if (token.kind == OpenParen || token.kind == Question) ++depth;
-        if ((token.kind == CloseParen || token.kind == Colon) && depth > 0) --depth;
-        if (endsTokens(token.kind)) {
-            tokens.stepBack();
-            break;
-        }
+        if (token.kind == Question) ++depth;
+        if (token.kind == Colon) --depth;
         value.add(token);
     }
     node->setValue(value.makeLeaf<ExprNode>());
@@ -424,69 +482,6 @@ void Parser::parseAsmLine(TokenBuffer& tokens, std::uint32_t line, BlockNode& bo
         if (token.kind == OpenParen) ++depth;
         if (token.kind == CloseParen && depth > 0) --depth;
         if (token.kind == Semicolon && depth == 0) return;
-    }
-}
-
-// A statement that is no declaration, down to its ";". Null when nothing of one stands here.
-std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
-    skipTrivia(tokens);
-    TokenText text;
-    Position previous;
-    int parenDepth = 0;
-    int angleDepth = 0;
-    bool sawTemplate = false;
-    while (true) {
-        if (isComment(tokens.peekKind())) {
-            takeTrivia(tokens);
-            continue;
-        }
-        const Token token = tokens.current();
-        const bool isOutside = parenDepth == 0;
-        bool endsBefore = false;
-        bool isCounted = true;  // and not part of the text
-        switch (token.kind) {
-            case OpenParen:
-                ++parenDepth;
-                break;
-            case CloseParen:
-                parenDepth -= parenDepth > 0;
-                break;
-            case Less:
-                ++angleDepth;
-                break;
-            case Greater:
-                angleDepth -= angleDepth > 0;
-                break;
-            case KeywordTemplate:
-                sawTemplate = true;
-                break;
-            case Semicolon:
-                if (isOutside) {
-                    text.append(token);
-                    tokens.next();
-                    return text.makeLeaf<ExprNode>();
-                }
-                isCounted = false;
-                break;
-            case Trn::kEndKind:
-            case Unknown:
-                report(Trn::isSet(previous) ? previous : token.start, UnexpectedEnd);
-                endsBefore = true;
-                break;
-            default:
-                isCounted = false;
-                endsBefore = endsStatement(token.kind, isOutside) ||
-                             (isJoinedFirst(token.kind) && !text.empty()) ||
-                             (startsClass(token.kind) && isOutside && angleDepth == 0 && !sawTemplate);
-        }
-        if (endsBefore) return text.makeLeaf<ExprNode>();
-        if (isCounted) {
-            text.extend(token);
-        } else {
-            text.add(token);
-        }
-        previous = token.start;
-        tokens.next();
     }
 }
 

@@ -1,8 +1,5 @@
-// Comments, directives and the regions that they fence.
+// Comments, directives and regions; and tokens that are taken, or passed over, up to some place.
 
-#include <string_view>
-
-#include "cpp/comment_text.h"
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/token_kind.h"
@@ -10,138 +7,48 @@
 
 namespace Cpp {
 
-namespace {
-
-constexpr std::string_view kRegionOff = "VANTREL-OFF";
-constexpr std::string_view kRegionOn = "VANTREL-ON";
-
-constexpr bool isBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-// Whether a directive's text begins with `start` once its white space is taken out.
-bool directiveStartsWith(std::string_view text, std::string_view start) {
-    for (const char c : text) {
-        if (isBlank(c)) continue;
-        if (c != start.front()) return false;
-        start.remove_prefix(1);
-        if (start.empty()) return true;
-    }
+// A region without its end is reported wherever it is met.
+bool Parser::isComplete(const Token& trivia) {
+    if (trivia.kind != OpenRegion) return true;
+    report(trivia.end, UnexpectedEnd);
     return false;
 }
 
-bool opensUnusedBlock(const Trn::Token& token) {
-    return token.kind == Directive && directiveStartsWith(token.text, "#if0");
-}
-
-bool opensProtectedRegion(const Trn::Token& token) {
-    return isComment(token.kind) && trimmedCommentBody(token.text) == kRegionOff;
-}
-
-// How a token inside a `#if 0` block changes the depth of conditionals.
-int unusedBlockStep(const Trn::Token& token) {
-    if (token.kind != Directive) return 0;
-    if (directiveStartsWith(token.text, "#if")) return 1;
-    return directiveStartsWith(token.text, "#endif") ? -1 : 0;
-}
-
-int protectedRegionStep(const Trn::Token& token) {
-    if (!isComment(token.kind)) return 0;
-    const std::string_view body = trimmedCommentBody(token.text);
-    if (body.starts_with(kRegionOff)) return 1;
-    return body == kRegionOn ? -1 : 0;
-}
-
-// Moves behind the region that has just been opened. Returns its last token, of kEndKind when there is none.
-Trn::Token skipRegion(Trn::TokenBuffer& tokens, int (*step)(const Trn::Token&)) {
-    int depth = 1;
-    while (true) {
-        Trn::Token token = tokens.next();
-        if (token.kind == Trn::kEndKind) return token;
-        depth += step(token);
-        if (depth == 0) return token;
-    }
-}
-
-}  // namespace
-
-Parser::Trivia Parser::takeTrivia(TokenBuffer& tokens) {
-    Trivia trivia;
-    trivia.token = tokens.next();
-    trivia.end = trivia.token.end;
-    Token last;
-    if (opensUnusedBlock(trivia.token)) {
-        last = skipRegion(tokens, unusedBlockStep);
-    } else if (opensProtectedRegion(trivia.token)) {
-        last = skipRegion(tokens, protectedRegionStep);
-    } else {
-        return trivia;
-    }
-    trivia.isRegion = true;
-    trivia.isComplete = last.kind != Trn::kEndKind;
-    trivia.end = last.end;
-    if (!trivia.isComplete) tokens.stepBack();
-    return trivia;
-}
-
 std::unique_ptr<PreprocDirectiveNode> Parser::makeDirectiveNode(TokenBuffer& tokens) {
-    const Trivia trivia = takeTrivia(tokens);
-    if (!trivia.isComplete) {
-        report(trivia.end, UnexpectedEnd);
-        return nullptr;
-    }
-    std::string text = trivia.isRegion ? std::string() : std::string(trivia.token.text);
-    return std::make_unique<PreprocDirectiveNode>(std::move(text), trivia.token.start, trivia.end);
+    const Token token = tokens.next();
+    std::string text = token.kind == UnreadBlock ? std::string() : std::string(token.text);
+    return std::make_unique<PreprocDirectiveNode>(std::move(text), token.start, token.end);
 }
 
 std::unique_ptr<CommentNode> Parser::makeCommentNode(TokenBuffer& tokens) {
-    if (const Token token = tokens.current(); !isComment(token.kind)) {
-        tokens.next();
-        report(token.start, "Expected '// or /*'. Got: " + shown(token));
-        return nullptr;
-    }
-    const Trivia trivia = takeTrivia(tokens);
-    if (!trivia.isComplete) {
-        report(trivia.end, UnexpectedEnd);
-        return nullptr;
-    }
-    std::string text = trivia.isRegion ? std::string() : std::string(trivia.token.text);
-    auto node = std::make_unique<CommentNode>(std::move(text), trivia.token.start, trivia.end);
-    node->setProtectedRegion(trivia.isRegion);
+    const Token token = tokens.next();
+    const bool isProtected = token.kind == ProtectedRegion;
+    std::string text = isProtected ? std::string() : std::string(token.text);
+    auto node = std::make_unique<CommentNode>(std::move(text), token.start, token.end);
+    node->setProtectedRegion(isProtected);
     return node;
 }
 
 void Parser::skipTrivia(TokenBuffer& tokens) {
-    while (isTrivia(tokens.peekKind())) {
-        const Trivia trivia = takeTrivia(tokens);
-        if (!trivia.isComplete) report(trivia.end, UnexpectedEnd);
-    }
+    const Index place = links_.significant(tokens.place());
+    if (place == tokens.place()) return;
+    isComplete(tokens.at(place - 1));
+    tokens.moveTo(place);
 }
 
 void Parser::addTrivia(TokenBuffer& tokens, InteriorNode& list) {
     while (isTrivia(tokens.peekKind())) {
-        if (tokens.peekKind() == Directive) {
-            list.add(makeDirectiveNode(tokens));
-        } else {
-            list.add(makeCommentNode(tokens));
+        switch (tokens.peekKind()) {
+            case Directive:
+            case UnreadBlock: list.add(makeDirectiveNode(tokens)); break;
+            case OpenRegion: isComplete(tokens.next()); break;
+            default: list.add(makeCommentNode(tokens));
         }
     }
 }
 
-// Many constructs may look over the same run of comments, each from its own end on.
-Trn::Token Parser::peekSignificant(TokenBuffer& tokens) {
-    if (!isTrivia(tokens.peekKind())) return tokens.current();
-    const Index start = tokens.place();
-    if (start >= triviaBegin_ && start < triviaEnd_) {
-        tokens.moveTo(triviaEnd_);
-    } else {
-        triviaBegin_ = start;
-    }
-    while (isTrivia(tokens.peekKind())) takeTrivia(tokens);
-    triviaEnd_ = tokens.place();
-    Token token = tokens.current();
-    tokens.moveTo(start);
-    return token;
+Trn::Token Parser::peekSignificant(const TokenBuffer& tokens) const {
+    return tokens.at(links_.significant(tokens.place()));
 }
 
 // The next token that is no comment or directive, taken with those before it.
@@ -150,21 +57,27 @@ Trn::Token Parser::nextSignificant(TokenBuffer& tokens) {
     return tokens.next();
 }
 
-// Moves behind the bracket that closes the one at the current place. Says false at the end of the text.
-bool Parser::skipBracketed(TokenBuffer& tokens, int open, int close) {
-    int depth = 0;
-    do {
-        if (isTrivia(tokens.peekKind())) {
-            skipTrivia(tokens);
-            continue;
-        }
-        const int kind = tokens.peekKind();
-        if (kind == Trn::kEndKind) return false;
-        if (kind == open) ++depth;
-        if (kind == close) --depth;
-        tokens.next();
-    } while (depth > 0);
+// Moves behind the bracket that closes the one at the current place. Says false where there is none.
+bool Parser::skipBracketed(TokenBuffer& tokens) {
+    const Index close = links_.partner(tokens.place());
+    if (close == TokenLinks::kNone) return false;
+    tokens.moveTo(close + 1);
     return true;
+}
+
+// Whether the parentheses belong to the word in front of them, as those of "decltype" do.
+bool Parser::isArgumentOf(const TokenBuffer& tokens, Index openParen, Index previous) const {
+    return previous != TokenLinks::kNone && tokens.kindAt(openParen) == OpenParen &&
+           takesArgument(tokens.at(previous));
+}
+
+// Adds the tokens in front of the place.
+void Parser::addThrough(TokenBuffer& tokens, Index end, TokenText& text) {
+    skipTrivia(tokens);
+    while (tokens.place() < end && tokens.peekKind() != Trn::kEndKind) {
+        text.add(tokens.next());
+        skipTrivia(tokens);
+    }
 }
 
 // Takes tokens up to a ";" and returns its start; at the end of the text, that of the last token.
@@ -191,6 +104,7 @@ void Parser::skipStatement(TokenBuffer& tokens, int kind, InteriorNode* comments
             continue;
         }
         skipTrivia(tokens);
+        if (tokens.peekKind() == OpenBrace && skipBracketed(tokens)) continue;
         const Token token = tokens.next();
         if (token.kind == kind) return;
         if (token.kind == Trn::kEndKind) {

@@ -128,6 +128,11 @@ enum TokenKind : int {
     LineComment = 117,  // "//" up to and including the line feed
     BlockComment = 118,
     Identifier = 119,  // a name, possibly qualified
+
+    // What stands for many tokens that nobody reads: made of the lexer's tokens, not by the lexer.
+    UnreadBlock = 120,      // from an `#if 0` to its `#endif`, or one branch of a conditional group
+    ProtectedRegion = 121,  // from VANTREL-OFF to VANTREL-ON
+    OpenRegion = 122,       // one of these whose end is missing; it goes on to the end of the text
 };
 
 static_assert(ArrowAsterisk == 52 && KeywordElse == 94 && KeywordSwitch == 101 &&

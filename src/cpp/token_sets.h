@@ -12,8 +12,12 @@ constexpr bool isComment(int kind) {
     return kind == LineComment || kind == BlockComment;
 }
 
+constexpr bool isRegion(int kind) {
+    return kind == UnreadBlock || kind == ProtectedRegion || kind == OpenRegion;
+}
+
 constexpr bool isTrivia(int kind) {
-    return kind == Directive || isComment(kind);
+    return kind == Directive || isComment(kind) || isRegion(kind);
 }
 
 // No more tokens can be made sense of: the end, or a malformed literal.
@@ -64,7 +68,14 @@ constexpr bool isQualifier(int kind) {
 
 // A keyword that begins a data declaration inside a block.
 constexpr bool startsData(int kind) {
-    return isQualifier(kind) || kind == KeywordAuto || (kind >= KeywordChar && kind <= KeywordVoid);
+    switch (kind) {
+        case KeywordAuto:
+        case KeywordRegister:
+        case KeywordSigned:
+        case KeywordUnsigned:
+        case KeywordTypename: return true;
+        default: return isQualifier(kind) || (kind >= KeywordChar && kind <= KeywordVoid);
+    }
 }
 
 // A name that takes its parenthesised argument with it.

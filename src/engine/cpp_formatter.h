@@ -39,6 +39,7 @@ public:
     void visit(Cpp::RootNode* root) override;
     void visit(Cpp::CommentNode* comment) override;
     void visit(Cpp::PreprocDirectiveNode* directive) override;
+    void visit(Cpp::KeptNode* item) override;
     void visit(Cpp::ExprNode* expression) override;
     void visit(Cpp::AsmNode* statement) override;
     void visit(Cpp::BlockNode* block) override;

@@ -117,7 +117,7 @@ void CppPreFormatter::visit(Cpp::FunctionDeclNode* node) {
     visitParts(node, node->head(), node->body());
 }
 void CppPreFormatter::visit(Cpp::FunctionHeadNode* node) {
-    visitParts(node, node->parameters());
+    visitParts(node, node->parameters(), node->oldParameters());
 }
 void CppPreFormatter::visit(Cpp::FunctionPtrDeclNode* node) {
     visitParts(node, node->parameters());
@@ -149,6 +149,10 @@ void CppPreFormatter::visit(Cpp::CommentNode* node) {
 // One without a text stands for a part of the source that is kept.
 void CppPreFormatter::visit(Cpp::PreprocDirectiveNode* node) {
     if (node->text().empty()) regions_.push_back({node->start(), node->end()});
+}
+
+void CppPreFormatter::visit(Cpp::KeptNode* node) {
+    regions_.push_back({node->start(), node->end()});
 }
 
 void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {

@@ -61,6 +61,7 @@ public:
     void visit(Cpp::LinkageBlockNode* node) override;
     void visit(Cpp::CommentNode* node) override;
     void visit(Cpp::PreprocDirectiveNode* node) override;
+    void visit(Cpp::KeptNode* node) override;
 
 private:
     void visitItems(Cpp::InteriorNode* node);

@@ -14,6 +14,7 @@
 #include "cpp/token_kind.h"
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
+#include "engine/extension_settings.h"
 #include "engine/gap.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
@@ -121,7 +122,8 @@ std::string formatParsed(ParsedText& source, const FormatOptions& options, const
 int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
     CppPreFormatter preFormatter(options.markers);
-    Cpp::Parser parser;
+    const bool keeps = ExtensionSettings(options.scheme).keepsUnrecognized;
+    Cpp::Parser parser(keeps ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
     ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.

@@ -242,6 +242,12 @@ void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 
+// Its lines move as one block.
+void CppFormatter::visit(Cpp::KeptNode* item) {
+    writer_.copyGap(item->start());
+    exprFormatter_.writeComment(writer_.readThrough(item->end()), out());
+}
+
 void CppFormatter::visit(Cpp::ExprNode* expression) {
     const std::string_view text = writer_.readThrough(expression->end());
     writeRendered(exprFormatter_.formatExpression(text, state()));

@@ -81,8 +81,10 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         }
         formatParenList(*head->parameters());
     }
-    const std::string_view rest = writer_.readThrough(head->end());
+    Cpp::KeptNode* oldParameters = head->oldParameters();
+    const std::string_view rest = oldParameters ? std::string_view() : writer_.readThrough(head->end());
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
+    if (oldParameters) oldParameters->accept(*this);
     return base;
 }
 

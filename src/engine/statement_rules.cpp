@@ -129,7 +129,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
     if (head->keyword()) copyThrough(*head->keyword());
     if (head->condition()) {
         const std::string_view gap = writer_.readGap(head->condition()->start());
-        if (settings_.afterControlKeyword.present) {
+        const bool isMacro = head->keyword() && head->keyword()->keyword() == Cpp::Identifier;
+        if (settings_.afterControlKeyword.present && !isMacro) {
             const std::string_view kept = startsWithLineEndToken(gap) || isAllWhitespace(gap) ? gap : trimLeft(gap);
             writer_.writeMerged(kept, settings_.afterControlKeyword.text);
         } else {

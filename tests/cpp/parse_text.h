@@ -12,10 +12,11 @@ namespace CppTest {
 
 using Messages = std::list<Tessel::Diagnostic>;
 
-inline Messages parse(std::string_view source, Cpp::RootNode& root) {
+inline Messages parse(std::string_view source, Cpp::RootNode& root,
+                      Cpp::Unrecognized unrecognized = Cpp::Unrecognized::Reported) {
     Cpp::Lexer lexer(source);
     Messages messages;
-    Cpp::Parser().parse(lexer, root, messages);
+    Cpp::Parser(unrecognized).parse(lexer, root, messages);
     return messages;
 }
 

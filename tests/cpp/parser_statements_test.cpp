@@ -52,12 +52,10 @@ expr * p = 3;
 expr ++ i;
 expr A::f;
 expr f 3 x;
-expr unsigned l;
+data unsigned | l | -
 expr a b c;
 expr ::new T;
-expr x = T
-block
-  expr 1
+expr x = T { 1 };
 )");
 }
 
@@ -78,11 +76,7 @@ expr throw 1 : 2;
 expr MACRO
 1 struct A
 data - | a | -
-expr f
-directive #if X
-expr 1 ,
-directive #endif
-expr 2;
+expr f 1 , 2;
 expr z
 )");
 }

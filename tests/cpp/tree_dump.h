@@ -44,13 +44,17 @@ public:
     using Emitter::visit;
     void visit(Cpp::RootNode* node) override { children(*node); }
     void visit(Cpp::TextNode* node) override { line(*node, {"text ", node->text()}); }
-    void visit(Cpp::ExprNode* node) override { line(*node, {"expr ", node->text()}); }
+    void visit(Cpp::ExprNode* node) override {
+        line(*node, {"expr ", node->text()});
+        bodies(node->bodies());
+    }
     void visit(Cpp::PreprocDirectiveNode* node) override {
         line(*node, {node->text().empty() ? "unused block" : "directive ", trimmed(node->text())});
     }
     void visit(Cpp::CommentNode* node) override {
         line(*node, {node->protectedRegion() ? "region" : "comment ", trimmed(node->text())});
     }
+    void visit(Cpp::KeptNode* node) override { line(*node, {"kept ", node->text()}); }
     void visit(Cpp::AccessSpecNode* node) override {
         line(*node, {"access ", std::to_string(node->access())});
     }
@@ -68,6 +72,7 @@ public:
     void visit(Cpp::DataDeclNode* node) override {
         line(*node, {"data ", text(node->type()), " | ", text(node->name()), " | ", text(node->tail())});
         ordered(*node, {node->type(), node->name(), node->tail()});
+        if (node->tail()) bodies(node->tail()->bodies());
     }
     void visit(Cpp::FunctionPtrDeclNode* node) override {
         line(*node, {"pointer ", text(node->returnType()), " | ", text(node->name()), " ",
@@ -89,6 +94,7 @@ public:
         line(*node, {"initializer ", text(node->member())});
         ordered(*node, {node->member(), node->arguments()});
         parts(node->arguments());
+        bodies(node->bodies());
     }
     void visit(Cpp::NamespaceDeclNode* node) override {
         line(*node, {"namespace ", node->head()->name()});
@@ -130,11 +136,12 @@ public:
     }
     void visit(Cpp::CtrlSubStmtNode* node) override {
         const Cpp::CtrlSubStmtHeadNode& subHead = *node->head();
-        line(*node, {"part ", Cpp::keywordSpelling(subHead.keyword()->keyword())});
+        line(*node, {"part ", subHead.keyword() ? Cpp::keywordSpelling(subHead.keyword()->keyword()) : "-"});
         if (positions_ == Positions::Shown && subHead.condition()) {
             indented([&] { line(*subHead.condition(), {"condition"}); });
         }
         ordered(*node, {subHead.keyword(), subHead.condition(), node->body()});
+        if (subHead.condition()) bodies(subHead.condition()->bodies());
         parts(node->body());
     }
     void visit(Cpp::SyntaxNode* node) override {
@@ -175,7 +182,8 @@ private:
 
     std::string head(Cpp::FunctionHeadNode* node) {
         return text(node->returnType()) + " | " + text(node->name()) + ' ' + parameters(node->parameters()) +
-               optional(node->qualifiers()) + optional(node->exceptionSpec()) + optional(node->pureSpec());
+               optional(node->qualifiers()) + optional(node->exceptionSpec()) + optional(node->tail()) +
+               optional(node->pureSpec()) + optional(node->oldParameters());
     }
 
     void line(const Cpp::SyntaxNode& node, std::initializer_list<std::string_view> words) {
@@ -203,6 +211,10 @@ private:
             if (node->start() < last || node->end() > parent.end()) misplaced(*node);
             last = node->end();
         }
+    }
+
+    void bodies(const Cpp::ExprBodies& bodies) {
+        for (const auto& body : bodies.blocks()) parts(body.get());
     }
 
     void misplaced(const Cpp::SyntaxNode& node) {

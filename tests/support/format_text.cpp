@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "engine/extension_settings.h"
 #include "engine/format_job.h"
 #include "layout/passes.h"
 #include "token_compare.h"
@@ -43,12 +44,17 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text)
     return result;
 }
 
+Cpp::Unrecognized unrecognizedIn(const Tessel::PropertySet& scheme) {
+    const bool isKept = Tessel::ExtensionSettings(scheme).keepsUnrecognized;
+    return isKept ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported;
+}
+
 std::string brokenPromise(const Tessel::PropertySet& scheme, const std::string& text, const Formatted& result,
                           bool checksSecondRun) {
     if (!result.accepted()) return "The text was refused:\n" + result.refusal;
     const std::string difference = tokenDifference(text, result.text);
     if (!difference.empty()) return "The tokens changed: " + difference + '\n';
-    const std::string otherTree = treeDifference(text, result.text);
+    const std::string otherTree = treeDifference(text, result.text, unrecognizedIn(scheme));
     if (!otherTree.empty()) return "The tree changed:\n" + otherTree;
     if (!checksSecondRun) return {};
     const Formatted again = formatText(scheme, result.text);

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "cpp/parser.h"
 #include "scheme/property_set.h"
 
 namespace TestSupport {
@@ -15,6 +16,9 @@ struct Formatted {
 };
 
 Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text);
+
+// What the scheme says of text that no rule recognises.
+Cpp::Unrecognized unrecognizedIn(const Tessel::PropertySet& scheme);
 
 // Checks what holds for every text and scheme: that it is accepted, that its tokens and its tree stay as they
 // are and, when `checksSecondRun` is set, that formatting the result changes nothing. Answers with what does

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "trn/token.h"
+
+namespace Cpp {
+
+// Sees to it that brackets match across conditional groups. Where every branch of an `#if` group leaves the
+// brackets as it found them, all branches are read, one after the other. Where one does not,
+//
+//     #ifdef A
+//         if (a) {
+//     #else
+//         if (b) {          ← this branch, with its "#else", becomes one token of kind UnreadBlock
+//     #endif
+//             c();
+//         }
+//
+// one branch is read, and each other one becomes a token that nobody looks into. The branch that is read is the first
+// whose condition agrees with what was chosen before, and that closes no bracket that is not open.
+void foldUnreadBranches(std::vector<Trn::Token>& tokens);
+
+}  // namespace Cpp

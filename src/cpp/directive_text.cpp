@@ -1,0 +1,67 @@
+#include "cpp/directive_text.h"
+
+namespace Cpp {
+
+namespace {
+
+constexpr bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+// Without white space, splices and comments; names and numbers stay apart, for they have operators between them.
+std::string squeezed(std::string_view text) {
+    std::string result;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        if (text.substr(place).starts_with("/*")) {
+            const std::size_t end = text.find("*/", place + 2);
+            if (end == std::string_view::npos) break;
+            place = end + 1;
+        } else if (!isBlank(text[place]) && text[place] != '\\') {
+            result += text[place];
+        }
+    }
+    return result;
+}
+
+bool isName(std::string_view text) {
+    return !text.empty() && text.find_first_of("()!&|<>=+-*/%?:,.\"'") == std::string_view::npos;
+}
+
+bool takeStart(std::string_view& text, std::string_view start) {
+    if (!text.starts_with(start)) return false;
+    text.remove_prefix(start.size());
+    return true;
+}
+
+std::string negated(std::string_view condition) { return std::string("!").append(condition); }
+
+std::string_view withoutParentheses(std::string_view text) {
+    return text.starts_with('(') && text.ends_with(')') ? text.substr(1, text.size() - 2) : text;
+}
+
+}  // namespace
+
+bool directiveStartsWith(std::string_view text, std::string_view start) {
+    for (const char c : text) {
+        if (isBlank(c)) continue;
+        if (c != start.front()) return false;
+        start.remove_prefix(1);
+        if (start.empty()) return true;
+    }
+    return false;
+}
+
+std::string testedCondition(std::string_view directive) {
+    const std::string text = squeezed(directive);
+    std::string_view rest = text;
+    if (takeStart(rest, "#ifdef") || takeStart(rest, "#elifdef")) return std::string(rest);
+    if (takeStart(rest, "#ifndef") || takeStart(rest, "#elifndef")) return negated(rest);
+    if (!takeStart(rest, "#if") && !takeStart(rest, "#elif")) return {};
+    std::string_view condition = rest;
+    const bool isNegated = takeStart(condition, "!");
+    if (takeStart(condition, "defined")) {
+        const std::string_view name = withoutParentheses(condition);
+        if (isName(name)) return isNegated ? negated(name) : std::string(name);
+    }
+    return std::string(rest);
+}
+
+}  // namespace Cpp

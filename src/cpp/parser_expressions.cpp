@@ -1,0 +1,178 @@
+// Expressions, which stay text, and the blocks that stand in them:
+//
+//     run([&](int a) { return a; });        the text, with one body
+//     a = ({ int b = c(); b; });
+
+#include <utility>
+
+#include "cpp/expression_text.h"
+#include "cpp/parser.h"
+#include "cpp/parser_messages.h"
+#include "cpp/parser_scopes.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+namespace {
+
+// Behind an operand a "[" is an index.
+bool endsOperand(int kind) {
+    switch (kind) {
+        case Identifier:
+        case Number:
+        case StringLiteral:
+        case CharLiteral:
+        case CloseParen:
+        case CloseBracket:
+        case CloseBrace:
+        case KeywordThis:
+        case KeywordOperator:
+        case KeywordNew:
+        case KeywordDelete: return true;
+        default: return false;
+    }
+}
+
+// A token that cannot stand inside the parentheses of a control statement's head.
+bool breaksCondition(int kind) {
+    switch (kind) {
+        case Trn::kEndKind:
+        case CloseBrace:
+        case KeywordNamespace:
+        case KeywordCase:
+        case KeywordDefault:
+        case KeywordContinue:
+        case KeywordBreak:
+        case KeywordGoto:
+        case KeywordReturn: return true;
+        default: return isControlKeyword(kind);
+    }
+}
+
+}  // namespace
+
+// The token that is next, with all that its partner closes, unless a literal that does not end comes first.
+void Parser::takeToken(TokenBuffer& tokens, Expression& expression) {
+    skipTrivia(tokens);
+    const Index here = tokens.place();
+    const Index close = links_.partner(here);
+    if (close == TokenLinks::kNone || close < here) {
+        expression.add(tokens.next(), here);
+    } else {
+        takeGroup(tokens, close, expression);
+    }
+}
+
+void Parser::takeGroup(TokenBuffer& tokens, Index close, Expression& expression) {
+    while (tokens.place() <= close) {
+        skipTrivia(tokens);
+        const Index here = tokens.place();
+        if (tokens.kindAt(here) == Unknown) return;
+        if (tokens.kindAt(here) == OpenBracket) noteLambda(tokens, expression);
+        if (tokens.kindAt(here) == OpenBrace && takeBody(tokens, expression)) continue;
+        expression.add(tokens.next(), here);
+    }
+}
+
+// At a "[" of a lambda, notes where its body will be.
+void Parser::noteLambda(const TokenBuffer& tokens, Expression& expression) {
+    if (expression.previous != TokenLinks::kNone && endsOperand(tokens.kindAt(expression.previous))) return;
+    if (const auto body = scanner(tokens).lambdaBody(tokens.place())) expression.lambdas.push_back(*body);
+}
+
+// At a "{": takes the block that begins here. Says false when it holds values.
+bool Parser::takeBody(TokenBuffer& tokens, Expression& expression) {
+    const Index open = tokens.place();
+    const Index close = links_.partner(open);
+    if (close == TokenLinks::kNone) return false;
+    if (expression.expectsBodyAt(open)) {
+        expression.lambdas.pop_back();
+    } else {
+        const int before = expression.previous == TokenLinks::kNone ? Trn::kEndKind : tokens.kindAt(expression.previous);
+        const bool isArgument = before == OpenParen || before == Comma;
+        if (!isArgument || !links_.holdsStatements(open)) return false;
+    }
+    const Token brace = tokens.current();
+    expression.bodies.add(parseBlock(tokens));
+    expression.add(brace, open);
+    expression.add(tokens.at(close), close);
+    return true;
+}
+
+// A statement that is no declaration, down to its ";". Null when nothing of one stands here.
+std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
+    skipTrivia(tokens);
+    Expression statement(Expression::Form::Statement);
+    while (true) {
+        if (isTrivia(tokens.peekKind()) && tokens.peekKind() != Directive && tokens.peekKind() != UnreadBlock) {
+            isComplete(tokens.next());
+            continue;
+        }
+        const Token token = tokens.current();
+        if (token.kind == Semicolon) {
+            statement.text.append(token);
+            tokens.next();
+            return statement.makeLeaf();
+        }
+        if (endsTokens(token.kind)) {
+            const bool isEmpty = statement.previous == TokenLinks::kNone;
+            report(isEmpty ? token.start : tokens.at(statement.previous).start, UnexpectedEnd);
+            return statement.makeLeaf();
+        }
+        if (token.kind == OpenBracket) noteLambda(tokens, statement);
+        if (endsExpression(tokens, statement)) return statement.makeLeaf();
+        if (token.kind == OpenBrace && takeBody(tokens, statement)) continue;
+        takeToken(tokens, statement);
+    }
+}
+
+// Whether the next token, outside of brackets, belongs to another statement.
+bool Parser::endsExpression(const TokenBuffer& tokens, const Expression& statement) const {
+    const int kind = tokens.peekKind();
+    const bool isFirst = statement.previous == TokenLinks::kNone;
+    const int before = isFirst ? Trn::kEndKind : tokens.kindAt(statement.previous);
+    switch (kind) {
+        case Directive:
+        case UnreadBlock:
+        case CloseBrace:
+        case KeywordCase:
+        case KeywordDefault: return true;
+        case OpenBrace:
+            return !statement.expectsBodyAt(tokens.place()) &&
+                   (isFirst || !scanner(tokens).holdsValues(tokens.place(), statement.previous));
+        case KeywordThrow:
+        case KeywordReturn: return !isFirst;
+        case KeywordClass:
+        case KeywordStruct: return !statement.sawTemplate && before != KeywordNew && before != Assign;
+        default: return isControlKeyword(kind);
+    }
+}
+
+// From "(" to the ")" that closes it.
+std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
+    const Position start = tokens.current().start;
+    const Index close = links_.partner(tokens.place());
+    Expression condition;
+    while (tokens.place() <= close) {
+        skipTrivia(tokens);
+        const Index here = tokens.place();
+        const Token token = tokens.current();
+        if (breaksCondition(token.kind) || (token.kind == OpenBrace && links_.partner(here) == TokenLinks::kNone) ||
+            (token.kind == OpenBrace && close == TokenLinks::kNone)) {
+            report(token.start, ExpectedCloseParen);
+            return nullptr;
+        }
+        if (token.kind == OpenBracket) noteLambda(tokens, condition);
+        if (token.kind != OpenBrace) {
+            condition.add(tokens.next(), here);
+        } else if (!takeBody(tokens, condition)) {
+            takeGroup(tokens, links_.partner(here), condition);
+        }
+    }
+    auto node = std::make_unique<ExprNode>(std::string(), start, condition.text.end());
+    node->setBodies(std::move(condition.bodies));
+    return node;
+}
+
+}  // namespace Cpp

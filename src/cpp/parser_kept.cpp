@@ -1,0 +1,77 @@
+// What is kept as it was written:
+//
+//     WIDGETS                  a macro that stands by itself
+//     int a ? b;               what no rule recognises, up to where something can begin again
+
+#include "cpp/parser.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+namespace {
+
+// A keyword that begins an item wherever it stands outside of brackets, at the start of a line.
+bool beginsItem(int kind) {
+    switch (kind) {
+        case KeywordNamespace:
+        case KeywordTemplate:
+        case KeywordUsing:
+        case KeywordTypedef:
+        case KeywordClass:
+        case KeywordStruct:
+        case KeywordUnion:
+        case KeywordEnum:
+        case KeywordExtern:
+        case KeywordStatic:
+        case KeywordCase:
+        case KeywordDefault: return true;
+        default: return isAccessKeyword(kind) || isControlKeyword(kind) || isJumpKeyword(kind);
+    }
+}
+
+}  // namespace
+
+// The place behind the item that begins at `start`: behind its ";", or behind a "}" that ends its line, or in front of
+// what can only be another item; `start` where nothing of one stands.
+Parser::Index Parser::endOfItem(const TokenBuffer& tokens, Index start) const {
+    const ItemScanner look = scanner(tokens);
+    const Index first = links_.significant(start);
+    Index end = first;  // behind the last token that has been taken
+    for (Index place = first;;) {
+        const int kind = tokens.kindAt(place);
+        if (kind == CloseBrace || kind == Trn::kEndKind) return end > first ? end : start;
+        const bool startsLine = end > first && tokens.at(place).start.line > tokens.at(end - 1).end.line;
+        if (startsLine && beginsItem(kind)) return end;
+        const Index following = look.behind(place);
+        const Index close = links_.partner(place);
+        end = (close != TokenLinks::kNone && close > place ? close : place) + 1;
+        if (kind == Semicolon) return end;
+        const bool endsLine = tokens.at(following).start.line > tokens.at(end - 1).end.line;
+        if (kind == OpenBrace && endsLine && tokens.kindAt(following) != Semicolon) return end;
+        place = following;
+    }
+}
+
+// The same, but `start` where a literal does not end, which may have taken in anything.
+Parser::Index Parser::endOfKept(const TokenBuffer& tokens, Index start) const {
+    const Index end = endOfItem(tokens, start);
+    for (Index place = start; place < end; ++place) {
+        if (tokens.kindAt(place) == Unknown) return start;
+    }
+    return end;
+}
+
+std::unique_ptr<KeptNode> Parser::makeKeptNode(TokenBuffer& tokens, Index start, Index end, bool isMacro) {
+    TokenText text;
+    tokens.moveTo(start);
+    while (tokens.place() < end) {
+        const Token token = tokens.next();
+        if (isTrivia(token.kind) && text.empty()) continue;
+        text.add(token);
+    }
+    kept_.push_back({text.start(), text.end(), isMacro});
+    return text.makeLeaf<KeptNode>();
+}
+
+}  // namespace Cpp

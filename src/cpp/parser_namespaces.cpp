@@ -1,0 +1,177 @@
+// Namespaces, linkage blocks, template headers.
+
+#include <utility>
+
+#include "cpp/parser.h"
+#include "cpp/parser_messages.h"
+#include "cpp/parser_nesting.h"
+#include "cpp/parser_scopes.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+// At "namespace": whether it gives another name to one.
+bool Parser::isNamespaceAlias(const TokenBuffer& tokens) const {
+    const ItemScanner look = scanner(tokens);
+    const Index name = look.next(tokens.place());
+    return tokens.kindAt(name) == Identifier && tokens.kindAt(look.next(name)) == Assign;
+}
+
+void Parser::addNamespace(TokenBuffer& tokens, InteriorNode& list) {
+    if (isNamespaceAlias(tokens)) return skipStatement(tokens, Semicolon);
+    NestingScope nesting(depth_, tokens);
+    auto head = parseNamespaceHead(tokens);
+    skipTrivia(tokens);
+    auto body = parseNamespaceBody(tokens);
+    list.add(std::make_unique<NamespaceDeclNode>(std::move(head), std::move(body)));
+}
+
+// The words up to the "{", with attributes and macros.
+std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& tokens) {
+    const Position start = tokens.current().start;
+    Token token = nextSignificant(tokens);
+    while (token.kind != KeywordNamespace) token = nextSignificant(tokens);
+    Position end = token.end;
+    TokenText name;
+    while (true) {
+        const Index place = links_.significant(tokens.place());
+        const int kind = tokens.kindAt(place);
+        const bool isArgument = kind == OpenParen && !name.empty() && links_.partner(place) != TokenLinks::kNone;
+        if (kind == Identifier || kind == KeywordInline) {
+            name.add(nextSignificant(tokens));
+        } else if (isArgument || scanner(tokens).opensAttribute(place)) {
+            addThrough(tokens, links_.partner(place) + 1, name);
+        } else {
+            break;
+        }
+        end = name.end();
+    }
+    return std::make_unique<NamespaceHeadNode>(name.take(), start, end);
+}
+
+std::unique_ptr<NamespaceBodyNode> Parser::parseNamespaceBody(TokenBuffer& tokens) {
+    const Token open = tokens.next();
+    if (open.kind != OpenBrace) {
+        report(open.start, "Expected:: \"{\".");
+        tokens.stepBack();
+        return nullptr;
+    }
+    BodyScope scope(*this);
+    auto body = std::make_unique<NamespaceBodyNode>();
+    body->setStart(open.start);
+    while (true) {
+        addTrivia(tokens, *body);
+        const Token token = tokens.current();
+        switch (token.kind) {
+            case CloseBrace:
+                tokens.next();
+                body->setEnd(token.start);
+                return body;
+            case Trn::kEndKind:
+                report(token.start, UnexpectedEnd);
+                return body;
+            case Unknown:
+            case Semicolon:
+                tokens.next();
+                break;
+            case KeywordUsing:
+                skipStatement(tokens, Semicolon, body.get());
+                break;
+            default:
+                guarded(tokens, *body, [&] { addDeclaration(tokens, *body, Scope::Outside); });
+        }
+    }
+}
+
+// A template's header, and the conditions behind it; what it is the header of is the next item. Without "<" it
+// is an explicit instantiation.
+void Parser::addTemplate(TokenBuffer& tokens, InteriorNode& list) {
+    const Index start = tokens.place();
+    Token keyword = tokens.next();
+    const Position first = keyword.start;
+    while (keyword.kind != KeywordTemplate) keyword = nextSignificant(tokens);
+    if (peekSignificant(tokens).kind != Less) {
+        tokens.moveTo(start);
+        list.add(parseExprStmt(tokens));
+        return;
+    }
+    skipTrivia(tokens);
+    list.add(std::make_unique<TemplateNode>(std::make_unique<KeywordNode>(keyword.kind, first, keyword.end),
+                                            parseParameterList(tokens, Brackets::Angles)));
+    const Index conditions = links_.significant(tokens.place());
+    if (tokens.at(conditions).text != "requires") return;
+    addTrivia(tokens, list);
+    TokenText text;
+    addThrough(tokens, scanner(tokens).behindRequires(conditions), text);
+    list.add(text.makeLeaf<ExprNode>());
+}
+
+void Parser::parseLinkage(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
+    const ItemScanner look = scanner(tokens);
+    const Index language = look.next(tokens.place());
+    const Index brace = look.next(language);
+    if (tokens.kindAt(language) == StringLiteral && tokens.kindAt(brace) == OpenBrace) {
+        list.add(parseLinkageBlock(tokens, brace));
+    } else {
+        addOrdinaryDeclaration(tokens, list, scope);
+    }
+}
+
+// extern "C" { … }, export { … }
+std::unique_ptr<LinkageBlockNode> Parser::parseLinkageBlock(TokenBuffer& tokens, Index brace) {
+    NestingScope nesting(depth_, tokens);
+    TokenText linkage;
+    addThrough(tokens, brace, linkage);
+    auto words = linkage.makeLeaf<ExprNode>();
+    const bool hasCLinkage = words->text().ends_with("\"C\"");
+    return std::make_unique<LinkageBlockNode>(std::move(words), parseLinkageBody(tokens, hasCLinkage));
+}
+
+std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& tokens, bool hasCLinkage) {
+    BodyScope scope(*this);
+    auto body = std::make_unique<LinkageBlockBodyNode>();
+    body->setStart(tokens.next().start);
+    while (true) {
+        addTrivia(tokens, *body);
+        if (reportIllegalInLinkage(tokens, hasCLinkage)) continue;
+        const Token token = tokens.current();
+        switch (token.kind) {
+            case CloseBrace:
+                tokens.next();
+                body->setEnd(token.start);
+                return body;
+            case Trn::kEndKind:
+                report(token.start, UnexpectedEnd);
+                return body;
+            case Unknown:
+            case Semicolon:
+                tokens.next();
+                break;
+            case KeywordUsing:
+                skipStatement(tokens, Semicolon);
+                break;
+            default:
+                guarded(tokens, *body, [&] { addDeclaration(tokens, *body, Scope::Outside); });
+        }
+    }
+}
+
+bool Parser::reportIllegalInLinkage(TokenBuffer& tokens, bool hasCLinkage) {
+    const Token token = tokens.current();
+    const char* message = nullptr;
+    if (isAccessKeyword(token.kind)) {
+        message = "public: protected: private: labels are illegal inside linkage blocks.";
+    } else if (isControlKeyword(token.kind)) {
+        message = "control statements (e.g. if, else, while) are illegal inside linkage blocks.";
+    } else if (token.kind == KeywordTemplate && hasCLinkage) {
+        message = "templates cannot be declared to have 'C' linkage.";
+    } else {
+        return false;
+    }
+    tokens.next();
+    report(token.start, message);
+    return true;
+}
+
+}  // namespace Cpp

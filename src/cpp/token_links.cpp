@@ -1,0 +1,186 @@
+#include "cpp/token_links.h"
+
+#include <algorithm>
+#include <array>
+
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+namespace {
+
+// A link holds a place, or none, and what else is known of its token.
+constexpr std::uint32_t kPlaceMask = 0x3fffffff;
+constexpr std::uint32_t kNoPlace = kPlaceMask;
+constexpr std::uint32_t kIsTrivia = 0x80000000;
+constexpr std::uint32_t kHoldsStatements = 0x40000000;
+
+bool beginsStatement(int kind) {
+    return isControlKeyword(kind) || isJumpKeyword(kind) || kind == KeywordCase;
+}
+
+}  // namespace
+
+// One pass over the tokens, with the brackets that are open.
+class LinkFinder {
+public:
+    LinkFinder(std::span<const Trn::Token> tokens, TokenLinks& result)
+        : tokens_(tokens), links_(result.links_), mismatches_(result.mismatches_) {}
+
+    void run() {
+        links_.assign(tokens_.size(), kNoPlace);
+        Place firstTrivia = 0;
+        Place triviaCount = 0;
+        for (Place place = 0; place < tokens_.size(); ++place) {
+            if (isTrivia(tokens_[place].kind)) {
+                if (triviaCount++ == 0) firstTrivia = place;
+                continue;
+            }
+            for (; triviaCount > 0; --triviaCount) links_[firstTrivia++] = place | kIsTrivia;
+            take(place);
+        }
+        for (; triviaCount > 0; --triviaCount) {
+            links_[firstTrivia++] = static_cast<Place>(tokens_.size()) | kIsTrivia;
+        }
+        dropAngles();
+        for (const Place place : open_) mismatches_.push_back({place, TokenLinks::kNone});
+        std::ranges::sort(mismatches_, {}, &TokenLinks::Mismatch::open);
+    }
+
+private:
+    using Place = std::uint32_t;
+
+    void take(Place place) {
+        const int kind = tokens_[place].kind;
+        const bool isName = previous_ == KeywordOperator;
+        switch (kind) {
+            case OpenParen:
+            case OpenBracket:
+            case OpenBrace: open(place); break;
+            case CloseParen:
+            case CloseBracket:
+            case CloseBrace: close(place); break;
+            case Less:
+                if (!isName && canPrecedeArguments()) open_.push_back(place);
+                break;
+            case Greater:
+                if (!isName && angleIsOpen()) join(popBack(), place);
+                break;
+            case ShiftRight:
+                if (!isName && angleIsOpen()) closeTwo(place);
+                break;
+            case Semicolon:
+                dropAngles();
+                markStatements();
+                break;
+            case Assign:
+                if (angleIsOpen() && !opensParameters(open_.back())) dropAngles();
+                break;
+            default:
+                if (beginsStatement(kind)) markStatements();
+        }
+        beforePrevious_ = previous_;
+        previous_ = kind;
+    }
+
+    bool angleIsOpen() const { return !open_.empty() && tokens_[open_.back()].kind == Less; }
+
+    void dropAngles() {
+        while (angleIsOpen()) open_.pop_back();
+    }
+
+    Place popBack() {
+        const Place place = open_.back();
+        open_.pop_back();
+        return place;
+    }
+
+    void setPartner(Place place, Place partner) { links_[place] = (links_[place] & ~kPlaceMask) | partner; }
+
+    void join(Place openPlace, Place closePlace) {
+        setPartner(openPlace, closePlace);
+        setPartner(closePlace, openPlace);
+    }
+
+    // "operator<" is a name; what follows it may have arguments.
+    bool canPrecedeArguments() const {
+        return previous_ == Identifier || previous_ == KeywordTemplate || previous_ == CloseBracket ||
+               (previous_ >= KeywordStaticCast && previous_ <= KeywordReinterpretCast) ||
+               beforePrevious_ == KeywordOperator;
+    }
+
+    // Only the parameters of a template or a lambda have values of their own.
+    bool opensParameters(Place angle) const {
+        Place before = angle;
+        while (before > 0 && isTrivia(tokens_[before - 1].kind)) --before;
+        if (before == 0) return false;
+        const int kind = tokens_[before - 1].kind;
+        return kind == KeywordTemplate || kind == CloseBracket;
+    }
+
+    void open(Place place) {
+        open_.push_back(place);
+        ++count(tokens_[place].kind);
+    }
+
+    int& count(int openKind) { return counts_[static_cast<std::size_t>(openKind - OpenParen)]; }
+
+    // A closing bracket ends what is open inside of its own partner. One without a partner closes nothing.
+    void close(Place place) {
+        dropAngles();
+        const int kind = tokens_[place].kind;
+        const int openKind = kind == CloseParen ? OpenParen : kind == CloseBracket ? OpenBracket : OpenBrace;
+        if (count(openKind) == 0) return;
+        while (tokens_[open_.back()].kind != openKind) {
+            const Place unclosed = popBack();
+            if (tokens_[unclosed].kind == Less) continue;
+            --count(tokens_[unclosed].kind);
+            mismatches_.push_back({unclosed, place});
+        }
+        --count(openKind);
+        join(popBack(), place);
+    }
+
+    void closeTwo(Place place) {
+        const Place inner = popBack();
+        if (!angleIsOpen()) {
+            // A shift between operands, unless a list ends here that has been opened inside of nothing.
+            open_.push_back(inner);
+            return;
+        }
+        setPartner(inner, place);
+        join(popBack(), place);
+    }
+
+    void markStatements() {
+        if (!open_.empty()) links_[open_.back()] |= kHoldsStatements;
+    }
+
+    std::span<const Trn::Token> tokens_;
+    std::vector<std::uint32_t>& links_;
+    std::vector<TokenLinks::Mismatch>& mismatches_;
+    std::vector<Place> open_;
+    std::array<int, OpenBracket - OpenParen + 1> counts_{};
+    int previous_ = Trn::kEndKind;
+    int beforePrevious_ = Trn::kEndKind;
+};
+
+TokenLinks::TokenLinks(std::span<const Trn::Token> tokens) { LinkFinder(tokens, *this).run(); }
+
+TokenLinks::Index TokenLinks::partner(Index bracket) const {
+    if (bracket >= links_.size()) return kNone;
+    const std::uint32_t place = links_[bracket] & kPlaceMask;
+    return place == kNoPlace || (links_[bracket] & kIsTrivia) != 0 ? kNone : place;
+}
+
+TokenLinks::Index TokenLinks::significant(Index place) const {
+    if (place >= links_.size() || (links_[place] & kIsTrivia) == 0) return place;
+    return links_[place] & kPlaceMask;
+}
+
+bool TokenLinks::holdsStatements(Index open) const {
+    return open < links_.size() && (links_[open] & kHoldsStatements) != 0;
+}
+
+}  // namespace Cpp

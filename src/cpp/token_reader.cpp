@@ -1,0 +1,79 @@
+#include "cpp/token_reader.h"
+
+#include <string_view>
+
+#include "cpp/comment_text.h"
+#include "cpp/directive_text.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Cpp {
+
+namespace {
+
+constexpr std::string_view kRegionOff = "VANTREL-OFF";
+constexpr std::string_view kRegionOn = "VANTREL-ON";
+
+bool opensUnusedBlock(const Trn::Token& token) {
+    return token.kind == Directive && directiveStartsWith(token.text, "#if0");
+}
+
+bool opensProtectedRegion(const Trn::Token& token) {
+    return isComment(token.kind) && trimmedCommentBody(token.text) == kRegionOff;
+}
+
+// How a token inside a `#if 0` block changes the depth of conditionals.
+int unusedBlockStep(const Trn::Token& token) {
+    if (token.kind != Directive) return 0;
+    if (directiveStartsWith(token.text, "#if")) return 1;
+    return directiveStartsWith(token.text, "#endif") ? -1 : 0;
+}
+
+int protectedRegionStep(const Trn::Token& token) {
+    if (!isComment(token.kind)) return 0;
+    const std::string_view body = trimmedCommentBody(token.text);
+    if (body.starts_with(kRegionOff)) return 1;
+    return body == kRegionOn ? -1 : 0;
+}
+
+// C has no access labels, and uses their words as names: `int private = 1;`. Whether the keyword is one of these is
+// told by the token behind it.
+bool isNameBefore(const Trn::Token& word, int following) {
+    return isAccessKeyword(word.kind) && following >= Semicolon && following <= ArrowAsterisk &&
+           following != Colon && following != OpenBrace && following != CloseBrace;
+}
+
+// Makes `first`, which opens a region, the token of all of it.
+void takeRegion(Trn::Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn::Token&)) {
+    for (int depth = 1; depth > 0;) {
+        const Trn::Token token = lexer.nextToken();
+        first.end = token.end;
+        first.length = token.offset + token.length - first.offset;
+        if (token.kind == Trn::kEndKind) {
+            first.kind = OpenRegion;
+            return;
+        }
+        depth += step(token);
+    }
+    first.kind = kind;
+}
+
+}  // namespace
+
+std::vector<Trn::Token> readTokens(Trn::Lexer& lexer) {
+    std::vector<Trn::Token> tokens;
+    std::size_t previous = 0;  // the last token that is no comment
+    do {
+        Trn::Token& token = tokens.emplace_back(lexer.nextToken());
+        if (isNameBefore(tokens[previous], token.kind)) tokens[previous].kind = Identifier;
+        if (!isTrivia(token.kind)) previous = tokens.size() - 1;
+        if (opensUnusedBlock(token)) {
+            takeRegion(lexer, token, UnreadBlock, unusedBlockStep);
+        } else if (opensProtectedRegion(token)) {
+            takeRegion(lexer, token, ProtectedRegion, protectedRegionStep);
+        }
+    } while (tokens.back().kind != Trn::kEndKind);
+    return tokens;
+}
+
+}  // namespace Cpp

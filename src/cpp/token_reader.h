@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "trn/lexer.h"
+#include "trn/token.h"
+
+namespace Cpp {
+
+// All tokens of a text, the one of kEndKind at its end included. A region whose tokens nobody is to read is one
+// token, of a kind of its own, with the text of its first one:
+//
+//     #if 0 … #endif                      UnreadBlock
+//     // VANTREL-OFF … // VANTREL-ON      ProtectedRegion
+//
+// The tokens are views of the text and of what the lexer owns.
+std::vector<Trn::Token> readTokens(Trn::Lexer& lexer);
+
+}  // namespace Cpp
