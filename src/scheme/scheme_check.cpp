@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "scheme/property_keys.h"
+#include "scheme/known_keys.h"
 #include "scheme/property_set_store.h"
 
 namespace TesselUI {
@@ -11,12 +11,11 @@ namespace {
 
 constexpr std::string_view whiteSpace = " \t\n";
 
-// Keys outside the catalogue count too: an earlier version's text may become a current one.
-bool namesWhitespace(std::string_view key) {
-    for (const std::string_view prefix : {"WS_", "GLOBAL_WS_", "INDENT_", "GLOBAL_INDENT_"}) {
-        if (key.starts_with(prefix)) return true;
-    }
-    return key == Tessel::Keys::LEFT_MARGIN || key == Tessel::Keys::WRAP_INDENT;
+// A key that nobody reads does no harm, whatever it holds.
+bool isWhitespace(std::string_view key) {
+    namespace Keys = Tessel::Keys;
+    return Keys::isKnown(key) && Keys::typeOf(key) == Tessel::PropertyType::String &&
+           key != Keys::VANTREL_VERSION;
 }
 
 }  // namespace
@@ -24,7 +23,7 @@ bool namesWhitespace(std::string_view key) {
 std::optional<UnusableText> findUnusableText(const Tessel::PropertySet& scheme) {
     std::string text;
     for (const std::string& key : scheme.names()) {
-        if (!namesWhitespace(key) || !scheme.getString(key, text)) continue;
+        if (!isWhitespace(key) || !scheme.getString(key, text)) continue;
         if (text.find_first_not_of(whiteSpace) != std::string::npos) {
             return UnusableText{key, "holds a character that is neither a blank nor a tab nor a line feed"};
         }
