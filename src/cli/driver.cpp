@@ -22,6 +22,7 @@
 #include "scheme/scheme_check.h"
 #include "scheme/scheme_conversion.h"
 #include "scheme/scheme_directory.h"
+#include "textstream/byte_order_mark.h"
 
 namespace Cli {
 
@@ -62,7 +63,7 @@ Tessel::PropertySet loadScheme(const std::string& name, const std::string& direc
 
 // The text to format, without what the encoding puts around it.
 std::istringstream openText(std::string text, const TextEncoding& encoding) {
-    if (encoding.hasByteOrderMark) text.erase(0, BYTE_ORDER_MARK.size());
+    if (encoding.hasByteOrderMark) text.erase(0, Zelmor::BYTE_ORDER_MARK.size());
     return std::istringstream(std::move(text));
 }
 
@@ -96,7 +97,7 @@ int runProgram(const Arguments& arguments, const std::string& schemeDirectory,
     std::string text = encoding.hasCarriageReturns ? addCarriageReturns(out.view()) : std::move(out).str();
     const OutputTarget target{arguments.outputFile, streams.output, input->file ? &*input->file : nullptr};
     if (text == in.view() && isInput(target)) return 0;  // writing it would only make it look new
-    if (encoding.hasByteOrderMark) text.insert(0, BYTE_ORDER_MARK);
+    if (encoding.hasByteOrderMark) text.insert(0, Zelmor::BYTE_ORDER_MARK);
     writeOutput(target, text);
     return 0;
 }

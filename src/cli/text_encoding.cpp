@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "textstream/byte_order_mark.h"
+
 namespace Cli {
 
 namespace {
@@ -27,7 +29,7 @@ std::size_t countOf(std::string_view text, char character) {
 TextEncoding detectEncoding(std::string_view text) {
     const std::size_t both = countCarriageReturnLineFeeds(text);
     const std::size_t lineEnds = countOf(text, '\n') + countOf(text, '\r') - both;
-    return {text.starts_with(BYTE_ORDER_MARK), both > lineEnds - both};
+    return {text.starts_with(Zelmor::BYTE_ORDER_MARK), both > lineEnds - both};
 }
 
 bool isUtf16(std::string_view text) {

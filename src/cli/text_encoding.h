@@ -7,8 +7,6 @@
 
 namespace Cli {
 
-inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
-
 struct TextEncoding {
     bool hasByteOrderMark = false;
     bool hasCarriageReturns = false;  // most lines end in carriage return and line feed

@@ -1,15 +1,11 @@
 #include "scheme/property_set.h"
 
-#include <algorithm>
-#include <charconv>
 #include <istream>
-#include <optional>
 #include <ostream>
-#include <system_error>
 #include <utility>
 
-#include "scheme/property_keys.h"
-#include "textstream/string_escape.h"
+#include "scheme/property_line.h"
+#include "textstream/byte_order_mark.h"
 
 namespace Tessel {
 
@@ -17,10 +13,9 @@ namespace {
 
 constexpr std::string_view HEADER = "Tessel::PropertySet";
 constexpr int FORM_VERSION = 1;
-constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
 
 void requireValid(std::string_view key) {
-    if (key.empty() || key.find_first_of(WHITE_SPACE) != std::string_view::npos) throw InvalidPropertyName();
+    if (key.empty() || key.find_first_of(BLANKS) != std::string_view::npos) throw InvalidPropertyName();
 }
 
 template <typename Map, typename Value>
@@ -29,12 +24,6 @@ bool lookUp(const Map& map, std::string_view key, Value& value) {
     if (found == map.end()) return false;
     value = found->second;
     return true;
-}
-
-template <typename Map, typename Value>
-void store(Map& map, std::string_view key, Value value) {
-    requireValid(key);
-    map.insert_or_assign(std::string(key), typename Map::mapped_type(value));
 }
 
 template <typename Map>
@@ -46,93 +35,36 @@ bool eraseFrom(Map& map, std::string_view key) {
 }
 
 template <typename Map>
-void appendKeys(const Map& map, std::vector<std::string>& keys) {
-    for (const auto& [key, value] : map) keys.push_back(key);
+void append(const Map& map, std::vector<Property>& properties) {
+    for (const auto& [key, value] : map) properties.push_back({key, value});
 }
 
-std::string propertyLine(PropertyType type, std::string_view key, std::string_view value) {
-    std::string line = std::to_string(static_cast<int>(type));
-    line.append(" ").append(key).append(" ").append(value).append("\n");
-    return line;
-}
-
-std::string quoted(std::string value) {
-    Zelmor::escape(value);
-    return '"' + value + '"';
-}
-
-std::string_view withoutQuotes(std::string_view text) {
-    const bool isQuoted = text.size() >= 2 && text.front() == '"' && text.back() == '"';
-    return isQuoted ? text.substr(1, text.size() - 2) : text;
-}
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(WHITE_SPACE);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(WHITE_SPACE) - first + 1);
-}
-
-// Takes the next line that is neither blank nor a comment, without the white space around it. False, with an
-// empty line, at the end of the input, which then is all that the stream reports.
-bool nextSignificantLine(std::istream& in, std::string& line) {
-    std::string raw;
-    while (std::getline(in, raw)) {
-        line = trimmed(raw);
-        if (!line.empty() && line.front() != '#') return true;
-    }
-    line.clear();
-    if (in.eof() && !in.bad()) in.clear(std::ios::eofbit);
-    return false;
-}
-
-// Takes the parts of one line, from left to right.
-class LineParts {
+// The lines of a text that are neither blank nor comments, without the white space around them.
+class SignificantLines {
 public:
-    explicit LineParts(std::string_view line) : rest_(line) {}
+    explicit SignificantLines(std::istream& in) : in_(in) {}
 
-    // A decimal integer; what follows it stays.
-    std::optional<int> integer() {
-        skipWhiteSpace();
-        std::string_view digits = rest_;
-        if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
-        int value = 0;
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-        if (error != std::errc()) return std::nullopt;
-        rest_ = digits.substr(static_cast<std::size_t>(end - digits.data()));
-        return value;
-    }
-
-    // A run of non-blank characters.
-    std::string_view word() {
-        skipWhiteSpace();
-        return take(std::min(rest_.find_first_of(WHITE_SPACE), rest_.size()));
-    }
-
-    // A text between quotes, which it keeps, or a word.
-    std::string_view quotedTextOrWord() {
-        skipWhiteSpace();
-        return rest_.starts_with('"') ? take(quotedLength()) : word();
+    // Takes the next one. False, with an empty line, at the end of the input, which then is all that the
+    // stream reports.
+    bool next(std::string& line) {
+        std::string raw;
+        while (std::getline(in_, raw)) {
+            std::string_view content = raw;
+            if (isFirst_ && content.starts_with(Zelmor::BYTE_ORDER_MARK)) {
+                content.remove_prefix(Zelmor::BYTE_ORDER_MARK.size());
+            }
+            isFirst_ = false;
+            line = significantPart(content);
+            if (!line.empty()) return true;
+        }
+        line.clear();
+        if (in_.eof() && !in_.bad()) in_.clear(std::ios::eofbit);
+        return false;
     }
 
 private:
-    void skipWhiteSpace() { take(std::min(rest_.find_first_not_of(WHITE_SPACE), rest_.size())); }
-
-    std::string_view take(std::size_t length) {
-        const std::string_view part = rest_.substr(0, length);
-        rest_.remove_prefix(length);
-        return part;
-    }
-
-    // A backslash takes the character behind it along, so that an escaped quote does not end the text.
-    std::size_t quotedLength() const {
-        for (std::size_t i = 1; i < rest_.size(); ++i) {
-            if (rest_[i] == '"') return i + 1;
-            if (rest_[i] == '\\') ++i;
-        }
-        return rest_.size();
-    }
-
-    std::string_view rest_;
+    std::istream& in_;
+    bool isFirst_ = true;
 };
 
 }  // namespace
@@ -143,11 +75,17 @@ unsigned PropertySet::size() const {
 
 std::vector<std::string> PropertySet::names() const {
     std::vector<std::string> keys;
-    keys.reserve(size());
-    appendKeys(booleans_, keys);
-    appendKeys(integers_, keys);
-    appendKeys(strings_, keys);
+    for (Property& property : properties()) keys.push_back(std::move(property.key));
     return keys;
+}
+
+std::vector<Property> PropertySet::properties() const {
+    std::vector<Property> all;
+    all.reserve(size());
+    append(booleans_, all);
+    append(integers_, all);
+    append(strings_, all);
+    return all;
 }
 
 bool PropertySet::contains(std::string_view key) const {
@@ -167,15 +105,31 @@ bool PropertySet::getString(std::string_view key, std::string& value) const {
 }
 
 void PropertySet::setBool(std::string_view key, bool value) {
-    store(booleans_, key, value);
+    set({std::string(key), value});
 }
 
 void PropertySet::setInt(std::string_view key, int value) {
-    store(integers_, key, value);
+    set({std::string(key), value});
 }
 
 void PropertySet::setString(std::string_view key, std::string_view value) {
-    store(strings_, key, value);
+    set({std::string(key), std::string(value)});
+}
+
+void PropertySet::set(Property property) {
+    requireValid(property.key);
+    switch (property.type()) {
+        case PropertyType::Boolean:
+            booleans_.insert_or_assign(std::move(property.key), std::get<bool>(property.value));
+            break;
+        case PropertyType::Integer:
+            integers_.insert_or_assign(std::move(property.key), std::get<int>(property.value));
+            break;
+        case PropertyType::String:
+            strings_.insert_or_assign(std::move(property.key),
+                                      std::get<std::string>(std::move(property.value)));
+            break;
+    }
 }
 
 bool PropertySet::erase(std::string_view key) {
@@ -187,60 +141,31 @@ void PropertySet::write(std::ostream& out) const {
     if (out.fail()) return;
     std::string text(HEADER);
     text += '\n' + std::to_string(version_) + "\n\"" + name_ + "\"\n";
-    for (const auto& [key, value] : booleans_) {
-        text += propertyLine(PropertyType::Boolean, key, value ? "1" : "0");
-    }
-    for (const auto& [key, value] : integers_) {
-        text += propertyLine(PropertyType::Integer, key, std::to_string(value));
-    }
-    for (const auto& [key, value] : strings_) text += propertyLine(PropertyType::String, key, quoted(value));
+    for (const Property& property : properties()) text += propertyLine(property) + '\n';
     out << text;
 }
 
 void PropertySet::read(std::istream& in) {
     if (in.fail()) return;
     PropertySet scratch("temp");
+    SignificantLines lines(in);
     std::string line;
 
-    nextSignificantLine(in, line);
+    lines.next(line);
     if (line != HEADER) return in.setstate(std::ios::failbit);
 
-    nextSignificantLine(in, line);
-    if (LineParts(line).integer() != FORM_VERSION) return in.setstate(std::ios::failbit);
+    lines.next(line);
+    if (leadingInteger(line) != FORM_VERSION) return in.setstate(std::ios::failbit);
 
-    nextSignificantLine(in, line);
+    lines.next(line);
     scratch.name_ = withoutQuotes(line);
 
-    while (nextSignificantLine(in, line)) {
-        if (!scratch.readProperty(line)) return in.setstate(std::ios::failbit);
+    while (lines.next(line)) {
+        PropertyLine content = readPropertyLine(line);
+        if (!content.hasType) return in.setstate(std::ios::failbit);
+        if (content.property) scratch.set(std::move(*content.property));
     }
     if (!in.fail()) swap(scratch);
-}
-
-// False when the line is no property at all. A property whose key or value cannot be read is left out.
-bool PropertySet::readProperty(std::string_view line) {
-    LineParts parts(line);
-    const std::optional<int> tag = parts.integer();
-    if (!tag) return false;
-    const std::string_view key = parts.word();
-    switch (static_cast<PropertyType>(*tag)) {
-        case PropertyType::Boolean: {
-            const std::optional<int> value = parts.integer();
-            if (value == 0 || value == 1) setBool(key, value == 1);
-            return true;
-        }
-        case PropertyType::Integer: {
-            if (const std::optional<int> value = parts.integer()) setInt(key, *value);
-            return true;
-        }
-        case PropertyType::String: {
-            std::string value(parts.quotedTextOrWord());
-            Zelmor::unescape(value);
-            if (!key.empty()) setString(key, withoutQuotes(value));
-            return true;
-        }
-    }
-    return false;
 }
 
 void PropertySet::swap(PropertySet& other) noexcept {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "scheme/property_line.h"
 #include "trn/exception.h"
 
 namespace Tessel {
@@ -31,7 +32,7 @@ public:
 //
 // The first line says what the file is, the second is the version of the form, the third the scheme's name,
 // as it is. Then come the properties: type (1 boolean, 2 integer, 3 string), key, value. Blank lines, and
-// lines that start with "#", mean nothing anywhere.
+// lines that start with "#", mean nothing anywhere; nor does a byte-order mark in front.
 class PropertySet {
 public:
     PropertySet() = default;
@@ -43,6 +44,7 @@ public:
     unsigned size() const;
     // Every key: those of booleans, of integers, of strings, each group sorted.
     std::vector<std::string> names() const;
+    std::vector<Property> properties() const;  // in the same order
     bool contains(std::string_view key) const;
 
     // True when the key has a value of that type, which is then stored in `value`.
@@ -54,6 +56,7 @@ public:
     void setBool(std::string_view key, bool value);
     void setInt(std::string_view key, int value);
     void setString(std::string_view key, std::string_view value);
+    void set(Property property);
 
     // Removes the key from the first of strings, integers and booleans that holds it; false when none does.
     // Throws InvalidPropertyName like the setters.
@@ -65,12 +68,11 @@ public:
     void read(std::istream& in);
 
     void swap(PropertySet& other) noexcept;
+    bool operator==(const PropertySet&) const = default;
 
 private:
     template <typename Value>
     using ValueMap = std::map<std::string, Value, std::less<>>;
-
-    bool readProperty(std::string_view line);
 
     std::string name_;
     int version_ = 1;

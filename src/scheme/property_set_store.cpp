@@ -3,11 +3,12 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "files/write_file.h"
+#include "scheme/scheme_text.h"
+#include "textstream/text_document.h"
 
 namespace TesselUI {
 
@@ -49,8 +50,12 @@ Tessel::PropertySet readScheme(const std::string& path) {
     return scheme;
 }
 
-// A file that somebody else has written at the same moment keeps what they wrote: it is not older than ours.
-void writeSchemeFile(const std::string& path, std::string_view text) {
+// A file that somebody else writes at the same moment keeps what they wrote: it is not older than ours.
+void updateSchemeFile(const std::string& path, const Tessel::PropertySet& scheme) {
+    std::ifstream in(path, std::ios::binary);
+    const std::string former = Zelmor::readAll(in);
+    const std::string text = updatedSchemeText(former, scheme);
+    if (text == former) return;
     try {
         Files::writeFile(path, text);
     } catch (const Files::WriteFailure& failure) {
@@ -117,9 +122,7 @@ void PropertySetStore::write() const {
     for (const auto& [fileName, name] : fileNames_) {
         const const_iterator entry = find(name);
         if (entry == end() || entry->readOnly) continue;
-        std::ostringstream text;
-        entry->scheme.write(text);
-        writeSchemeFile(path_ + fileName, text.view());
+        updateSchemeFile(path_ + fileName, entry->scheme);
     }
 }
 

@@ -49,8 +49,9 @@ public:
     // Replaces the content by that of the directory; of two schemes with one name, the one whose file name
     // sorts first counts. Throws ReadError, and then keeps the content that it had.
     void read();
-    // Makes the directory match the store: deletes the scheme files that the store does not know, and writes
-    // the others. Files of read-only schemes, and of those that a second name hid, stay. Throws WriteError.
+    // Makes the directory match the store: deletes the scheme files that the store does not know, and brings
+    // the others up to date, where they hold something else than the store; comments in them stay. Files of
+    // read-only schemes, and of those that a second name hid, stay. Throws WriteError.
     void write() const;
 
     // 1 or 0. Names are compared byte by byte.

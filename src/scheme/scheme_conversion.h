@@ -10,7 +10,7 @@ namespace TesselUI {
 inline constexpr const char* CURRENT_VERSION = "1.2.1";
 
 // Brings the schemes of version 1.1.0, those without a version key, to the current set of keys, and writes
-// the store when one has changed. Gives the message for the user: which old schemes stayed as they are,
+// those that have changed. Gives the message for the user: which old schemes stayed as they are,
 // because their files are read-only; empty when there are none. Throws PropertySetStore::WriteError.
 std::string convertSchemes(PropertySetStore& store);
 

@@ -71,21 +71,37 @@ TEST(PropertySetStore, KeepsItsContentWhenAFileIsBroken) {
 
 TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
     TemporaryDirectory directory;
-    directory.put("changed.vts", schemeText("changed", "# a comment\n3 A x"));
+    const std::string byHand = schemeText("by hand", "# a comment\n3 A x");
+    directory.put("by hand.vts", byHand);
+    directory.put(
+        "changed.vts",
+        "\xEF\xBB\xBF# mine\r\n" +
+            schemeText("changed", "# one\n3 C x\r\n2 B +1\n\n# two\n2 D 1 and more\n1 E true\n3 F f\n1 A 0"));
     directory.put("erased.vts", schemeText("erased"));
     directory.put("other.txt", "text");
     PropertySetStore store = readStore(directory);
     store.erase("erased");
     store.erase("unknown");
     store.insert(PropertySet("a/b"));
+    PropertySet& changed = store.find("changed")->scheme;
+    changed.setInt("D", 2);
+    changed.setBool("A", true);
+    changed.setBool("B", true);
+    changed.setString("D", "\t");
+    changed.erase("F");
     directory.put("stray.vts", "no scheme");
     store.write();
-    EXPECT_EQ(directory.get("changed.vts"), schemeText("changed", "3 A \"x\"\n"));
+    EXPECT_EQ(directory.get("by hand.vts"), byHand);
+    EXPECT_EQ(
+        directory.get("changed.vts"),
+        "\xEF\xBB\xBF# mine\r\n" + schemeText("changed",
+                                              "# one\n3 C x\r\n2 B +1\n\n# two\n2 D 2\r\n1 E true\n1 A 1\r\n"
+                                              "1 B 1\r\n3 D \"\\t\"\r\n"));
     EXPECT_EQ(directory.get("a_b.vts"), schemeText("a/b"));
     EXPECT_FALSE(directory.has("erased.vts"));
     EXPECT_FALSE(directory.has("stray.vts"));
-    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 3);
-    EXPECT_THAT(names(readStore(directory)), ElementsAre("a/b", "changed"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 4);
+    EXPECT_THAT(names(readStore(directory)), ElementsAre("a/b", "by hand", "changed"));
 }
 
 TEST(PropertySetStore, LeavesReadOnlyFilesAlone) {

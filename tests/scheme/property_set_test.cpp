@@ -63,7 +63,7 @@ TEST(PropertySet, ReadsBackWhateverItWrites) {
 
 TEST(PropertySet, ReadsFilesEditedByHand) {
     const PropertySet set = parsed(
-        "# a comment\r\n\r\n  Tessel::PropertySet  \r\n#\r\n\t1 of 1\r\n\r\nplain name\r\n"
+        "\xEF\xBB\xBF# a comment\r\n\r\n  Tessel::PropertySet  \r\n#\r\n\t1 of 1\r\n\r\nplain name\r\n"
         "1 ON 1\n1   OFF\t0\n1 NEITHER 2\n1 WORD true\n1 BARE\n"
         "2 N +5 and more\n2 WORDY five\n2 HUGE 99999999999\n"
         "   3 WORD   one two\n3 KEPT \" a b \" tail\n3 OPEN \"x\n3 ESCAPED \"a\\\"b\\\\\" c\"\n3 NONE\n3\n"
@@ -84,6 +84,7 @@ TEST(PropertySet, ReadsFilesEditedByHand) {
 
 TEST(PropertySet, RefusesWhatIsNoPropertySet) {
     EXPECT_TRUE(isRefused(""));
+    EXPECT_TRUE(isRefused("\xEF\xBBTessel::PropertySet\n1\n\"s\"\n"));
     EXPECT_TRUE(isRefused("Tessel::PropertySet"));
     EXPECT_TRUE(isRefused("Tessel::PropertySets\n1\n\"s\"\n"));
     EXPECT_TRUE(isRefused("Tessel::PropertySet\n2\n\"s\"\n"));
