@@ -165,6 +165,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
             case Semicolon: return found(Shape::Data);
             case OpenBrace:
                 if (seen.sawEnum) return found(Shape::Enum);
+                if (makesClass(place)) return found(Shape::Class);
                 return found(isBraceInitializer(place, seen) ? Shape::Data : Shape::Class);
             case KeywordPublic:
             case KeywordProtected:
@@ -185,7 +186,10 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                 seen.takeSpecifier();
                 break;
             case KeywordEnum: seen.sawEnum = true; break;
-            case Colon: seen.sawColon = true; break;
+            case Colon:
+                seen.sawColon = true;
+                seen.sawClassKey |= makesClass(place);
+                break;
             default:
                 if (isClassKey(kindHere)) {
                     seen.sawClassKey = true;
@@ -197,6 +201,14 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
         seen.previous = place;
         place = following;
     }
+}
+
+// A ":" in front of base classes, or a "{" in front of members: a macro is the class key in front of the name, should
+// there be none.
+bool ItemScanner::makesClass(Index end) const {
+    if (kind(end) == Colon) return isAccessKeyword(kind(next(end)));
+    // Behind a slice of the tokens stands the text of what follows it.
+    return kind(end) == OpenBrace && links_.holdsStatements(end) && tokens_.at(behind(end)).text == ";";
 }
 
 // The role of a group in parentheses. Nothing when it is part of what stands in front of the declared name, or of a
@@ -292,6 +304,7 @@ bool ItemScanner::isWordMacro(Index place) const {
     const Index following = next(place);
     const int followingKind = kind(following);
     if (followingKind == CloseBrace || followingKind == Trn::kEndKind) return true;
+    if (followingKind == KeywordNamespace) return true;
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
     return isUpperCase(word.text) && isWord(followingKind) && isCompleteDeclaration(following);
@@ -574,7 +587,10 @@ Item ItemScanner::scanMacroStatement(Index start) const {
                    ? Item{Shape::MacroHead, following, 0}
                    : Item{};
     }
-    if (kind(following) != OpenParen) return isWordMacro(start) ? Item{Shape::Macro, start + 1, 0} : Item{};
+    if (kind(following) != OpenParen) {
+        const bool isMacro = isWordMacro(start) || isFollowedByCall(start, following);
+        return isMacro ? Item{Shape::Macro, start + 1, 0} : Item{};
+    }
     const Index close = links_.partner(following);
     if (close == kNone) return {};
     following = next(close);
@@ -583,6 +599,24 @@ Item ItemScanner::scanMacroStatement(Index start) const {
     const bool isLater = startsLaterLine(following, close);
     if (isLater && (isWord(kind(following)) || opensAttribute(following))) return {Shape::Macro, close + 1, 0};
     return {};
+}
+
+// Whether a word by itself in its line has a statement behind it that no declaration begins like.
+bool ItemScanner::isFollowedByCall(Index word, Index following) const {
+    if (!startsLaterLine(following, word) || kind(following) != Identifier) return false;
+    switch (kind(next(following))) {
+        case OpenParen:
+        case Dot:
+        case Arrow:
+        case PlusAssign:
+        case MinusAssign:
+        case BarAssign:
+        case AmpersandAssign:
+        case Increment:
+        case Decrement: return true;
+        case Assign: return isUpperCase(tokens_.at(word).text);
+        default: return false;
+    }
 }
 
 // Whether what follows a macro and its arguments is the statement that it governs: on their line, or on the next one

@@ -71,6 +71,8 @@ public:
     Index behindRequires(Index place) const;
     // Whether the statement that begins with the name is a declaration whose type a macro makes, `TYPE(a) b = 1;`.
     bool startsWithSpecifier(Index name) const;
+    // Whether a class begins with the ":" or the "{" at the place, whatever stands in front of its name.
+    bool makesClass(Index end) const;
     // Whether the "[" is one of "[[", with its "]]".
     bool opensAttribute(Index place) const;
     // Whether values, not statements, stand in the braces of an expression or a declaration, by what stands around
@@ -94,6 +96,7 @@ private:
     Index behindOperatorName(Index place) const;
     Index behindInitializers(Index colon) const;
     Index oldStyleBody(Index open, Index behindGroup) const;
+    bool isFollowedByCall(Index word, Index following) const;
     bool isFollowedByStatement(Index head, Index close) const;
     bool isBraceInitializer(Index brace, const Progress& seen) const;
 

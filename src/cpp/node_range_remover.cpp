@@ -24,6 +24,11 @@ void NodeRangeRemover::removeFromList(InteriorNode* list) {
     mark(list);
 }
 
+// What lies in a body; the body itself goes with its expression.
+void NodeRangeRemover::visitBodies(const ExprBodies& bodies) {
+    for (const auto& body : bodies.blocks()) body->accept(*this);
+}
+
 template <typename Node, typename Get, typename Set>
 void NodeRangeRemover::removeFromSlot(Node* node, Get get, Set set) {
     auto* child = (node->*get)();
@@ -101,6 +106,8 @@ void NodeRangeRemover::visit(FunctionHeadNode* node) {
     removeFromSlot(node, &FunctionHeadNode::pureSpec, &FunctionHeadNode::setPureSpec);
     removeFromSlot(node, &FunctionHeadNode::qualifiers, &FunctionHeadNode::setQualifiers);
     removeFromSlot(node, &FunctionHeadNode::exceptionSpec, &FunctionHeadNode::setExceptionSpec);
+    removeFromSlot(node, &FunctionHeadNode::tail, &FunctionHeadNode::setTail);
+    removeFromSlot(node, &FunctionHeadNode::oldParameters, &FunctionHeadNode::setOldParameters);
     mark(node);
 }
 
@@ -122,6 +129,7 @@ void NodeRangeRemover::visit(DataDeclNode* node) {
 void NodeRangeRemover::visit(InitializerNode* node) {
     removeFromSlot(node, &InitializerNode::member, &InitializerNode::setMember);
     removeFromSlot(node, &InitializerNode::arguments, &InitializerNode::setArguments);
+    visitBodies(node->bodies());
     mark(node);
 }
 
@@ -193,7 +201,11 @@ void NodeRangeRemover::visit(ParameterNode* node) {
 void NodeRangeRemover::visit(TypeNode* node) {
     mark(node);
 }
+void NodeRangeRemover::visit(KeptNode* node) {
+    mark(node);
+}
 void NodeRangeRemover::visit(ExprNode* node) {
+    visitBodies(node->bodies());
     mark(node);
 }
 void NodeRangeRemover::visit(KeywordNode* node) {

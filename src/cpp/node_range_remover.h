@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cpp/emitter.h"
+#include "cpp/leaf_nodes.h"
 #include "cpp/interior_nodes.h"
 
 namespace Cpp {
@@ -44,6 +45,7 @@ public:
     void visit(CtrlSubStmtHeadNode* node) override;
     void visit(CtrlSubStmtNode* node) override;
     void visit(CtrlStmtNode* node) override;
+    void visit(KeptNode* node) override;
     void visit(ExprNode* node) override;
     void visit(TypeNode* node) override;
     void visit(InitializerNode* node) override;
@@ -71,6 +73,7 @@ public:
 private:
     void mark(const SyntaxNode* node);
     void removeFromList(InteriorNode* list);
+    void visitBodies(const ExprBodies& bodies);
     template <typename Node, typename Get, typename Set>
     void removeFromSlot(Node* node, Get get, Set set);
 

@@ -115,6 +115,8 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
         name.add(token);
         tokens.next();
     }
+    const bool hasMacroKey = classKey < 0 && name.size() > 1 && scanner(tokens).makesClass(tokens.place());
+    if (hasMacroKey) classKey = classKeyNumber(KeywordClass);
     if (classKey < 0) {
         report(name.empty() ? tokens.current().end : name.end(),
                "Expected an identifier for the class name.");

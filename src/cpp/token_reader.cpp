@@ -36,11 +36,21 @@ int protectedRegionStep(const Trn::Token& token) {
     return body == kRegionOn ? -1 : 0;
 }
 
-// C has no access labels, and uses their words as names: `int private = 1;`. Whether the keyword is one of these is
-// told by the token behind it.
+// C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`. Whether a keyword is one of
+// these is told by the token behind it.
 bool isNameBefore(const Trn::Token& word, int following) {
-    return isAccessKeyword(word.kind) && following >= Semicolon && following <= ArrowAsterisk &&
-           following != Colon && following != OpenBrace && following != CloseBrace;
+    switch (word.kind) {
+        case KeywordPublic:
+        case KeywordProtected:
+        case KeywordPrivate:
+            return following >= Semicolon && following <= ArrowAsterisk && following != Colon &&
+                   following != OpenBrace && following != CloseBrace;
+        case KeywordNamespace:
+        case KeywordTemplate:
+            return following == Assign || following == Dot || following == Arrow || following == Comma ||
+                   following == CloseParen;
+        default: return false;
+    }
 }
 
 // Makes `first`, which opens a region, the token of all of it.

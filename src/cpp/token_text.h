@@ -21,6 +21,8 @@ public:
     }
 
     bool empty() const { return text_.empty(); }
+    // The number of tokens that are part of the text.
+    int size() const { return size_; }
     std::string take() { return std::move(text_); }
     Trn::Position start() const { return start_; }
     Trn::Position end() const { return end_; }
@@ -36,10 +38,12 @@ private:
     void add(const Trn::Token& token, const char* separator) {
         if (!text_.empty() && !token.text.empty()) text_ += separator;
         text_ += token.text;
+        ++size_;
         extend(token);
     }
 
     std::string text_;
+    int size_ = 0;
     Trn::Position start_;
     Trn::Position end_;
 };

@@ -78,13 +78,16 @@ struct CppExprFormatter::Run {
     bool sawMark = false;
     int literalColumn = 0;  // of the first of the literals that follow each other
     std::vector<Group> groups;
+    BlocksInText* blocks = nullptr;
+    std::size_t blocksWritten = 0;
 };
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source)
     : CppExprFormatterBase(scheme, source), settings_(CppExprFormatterBase::scheme()) {}
 
-std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state) {
-    return format(text, state, ExprMode::Expression, kAsInInput, false);
+std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
+                                               BlocksInText* blocks) {
+    return format(text, state, ExprMode::Expression, kAsInInput, false, blocks);
 }
 
 std::string CppExprFormatter::formatDeclarationText(std::string_view text, const IndentState& state,
@@ -97,20 +100,44 @@ std::string CppExprFormatter::formatTypeText(std::string_view text, const Indent
     return format(text, state, ExprMode::Declaration, typeWhitespace, true);
 }
 
-std::string CppExprFormatter::formatDeclarators(std::string_view text, const IndentState& state) {
-    return format(text, state, ExprMode::Declarators, kAsInInput, false);
+std::string CppExprFormatter::formatDeclarators(std::string_view text, const IndentState& state,
+                                                BlocksInText* blocks) {
+    return format(text, state, ExprMode::Declarators, kAsInInput, false, blocks);
 }
 
 std::string CppExprFormatter::format(std::string_view text, const IndentState& state, ExprMode mode,
-                                     const OptionalText& typeWhitespace, bool nameFollows) {
+                                     const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks) {
     OIndentBuf out(state);
-    readExprTokens(text, mode, exprTokens_);
-    Run run(text, exprTokens_, out, mode, typeWhitespace, nameFollows);
+    // The blocks hold expressions of their own.
+    std::vector<ExprToken> ownTokens;
+    std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
+    readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
+    Run run(text, tokens, out, mode, typeWhitespace, nameFollows);
+    run.blocks = blocks;
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (nameFollows) writeTypeEnd(run);
     run.sweep.writeGap();
     run.groups.clear();
     return out.takeText();
+}
+
+// A block stays on the line, or begins the line, where its author put it.
+void CppExprFormatter::writeBlock(Run& run) {
+    if (isLineBreak(run.sweep.gap())) {
+        const int column = run.out.textColumn();
+        IndentScope indent(run.out, indentToColumn(run.out, column));
+        LeadingSpaceScope leadingSpace(run.out, false);
+        run.sweep.writeGap();
+        run.out.startLine();
+    } else if (isAllWhitespace(run.sweep.gap())) {
+        run.sweep.writeGapWith(run.previousKind() == Cpp::OpenParen ? run.sweep.gap() : kBlank.text);
+    } else {
+        run.sweep.writeGap();
+    }
+    run.blocks->write(run.blocksWritten++, run.out);
+    run.previous = run.sweep.place();
+    run.after = nullptr;
+    run.sweep.passToken();
 }
 
 void CppExprFormatter::writeCurrent(Run& run) {
@@ -130,6 +157,11 @@ void CppExprFormatter::writeCurrent(Run& run) {
     }
     if (isComma(run)) {
         writeComma(run);
+        return;
+    }
+    if (token.role == ExprRole::Block) {
+        if (!run.groups.empty()) startElements(run, run.groups.back());
+        writeBlock(run);
         return;
     }
     const bool closes = !run.groups.empty() && run.groups.back().close == run.sweep.place();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,16 @@
 #include "engine/kept_region.h"
 
 namespace Tessel {
+
+// The blocks that stand in an expression, which are laid out elsewhere.
+class BlocksInText {
+public:
+    virtual ~BlocksInText() = default;
+    // Of each, with its braces, in the text of the expression.
+    virtual std::span<const TextExtent> extents() const = 0;
+    // Writes the one at the index, from its "{" on.
+    virtual void write(std::size_t index, Zelmor::OIndentBuf& out) = 0;
+};
 
 // Re-spaces expressions and declaration texts, in one sweep over their tokens whatever their nesting:
 //
@@ -23,7 +34,8 @@ class CppExprFormatter : public CppExprFormatterBase {
 public:
     explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
 
-    std::string formatExpression(std::string_view text, const Zelmor::IndentState& state);
+    std::string formatExpression(std::string_view text, const Zelmor::IndentState& state,
+                                 BlocksInText* blocks = nullptr);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
     std::string formatDeclarationText(std::string_view text, const Zelmor::IndentState& state,
                                       const OptionalText& typeWhitespace);
@@ -32,7 +44,8 @@ public:
     std::string formatTypeText(std::string_view text, const Zelmor::IndentState& state,
                                const OptionalText& typeWhitespace);
     // What follows the type of a data declaration.
-    std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state);
+    std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state,
+                                  BlocksInText* blocks = nullptr);
 
     // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
     std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,
@@ -57,9 +70,10 @@ private:
     struct Run;
 
     std::string format(std::string_view text, const Zelmor::IndentState& state, ExprMode mode,
-                       const OptionalText& typeWhitespace, bool nameFollows);
+                       const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
+    void writeBlock(Run& run);
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);
     const OptionalText* joinedLine(const Run& run) const;

@@ -84,6 +84,8 @@ private:
     using Position = Trn::Position;
     class BaseColumnScope;
     class ContentScope;
+    class BodiesInText;
+    class BodyState;
     struct ListSeparators {
         const OptionalText& before;
         const OptionalText& between;
@@ -112,6 +114,11 @@ private:
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose);
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body, const OptionalText& beforeOpen);
+
+    // Bodies in expressions (expr_body_rules.cpp).
+    void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies);
+    void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies);
+    void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
 
     // Lists (list_rules.cpp).
     void formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators);
@@ -156,8 +163,8 @@ private:
 
     // Statements.
     void writeElseIfGap(std::string_view gap);
-    void formatParenthesised(std::string_view inside, Position end, int keyword);
-    std::string_view writeCondition(std::string_view inside, int keyword);
+    void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
+    std::string_view writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies);
     std::string_view writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
     Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                   Cpp::InteriorNode::iterator end);
@@ -178,6 +185,7 @@ private:
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
+    int rightMargin_;  // where lines are wrapped; else beyond all columns
     KeptRegions keptParts_;  // the protected regions among the enumerators written last
     DeclarationColumns columns_;
 };

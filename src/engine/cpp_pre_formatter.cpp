@@ -53,6 +53,14 @@ void CppPreFormatter::visitChildren(Cpp::InteriorNode* node) {
     leave(*node, openingBefore);
 }
 
+void CppPreFormatter::visitBodies(Cpp::SyntaxNode* node, const Cpp::ExprBodies& bodies) {
+    if (bodies.empty()) return;
+    const Cpp::CommentNode* openingBefore = opening_;
+    enter();
+    for (const auto& body : bodies.blocks()) body->accept(*this);
+    leave(*node, openingBefore);
+}
+
 template <typename Node, typename... Parts>
 void CppPreFormatter::visitParts(Node* node, Parts*... parts) {
     const Cpp::CommentNode* openingBefore = opening_;
@@ -123,7 +131,19 @@ void CppPreFormatter::visit(Cpp::FunctionPtrDeclNode* node) {
     visitParts(node, node->parameters());
 }
 void CppPreFormatter::visit(Cpp::CtrlSubStmtNode* node) {
-    visitParts(node, node->body());
+    visitParts(node, node->head(), node->body());
+}
+void CppPreFormatter::visit(Cpp::CtrlSubStmtHeadNode* node) {
+    visitParts(node, node->condition());
+}
+void CppPreFormatter::visit(Cpp::DataDeclNode* node) {
+    visitParts(node, node->tail());
+}
+void CppPreFormatter::visit(Cpp::ExprNode* node) {
+    visitBodies(node, node->bodies());
+}
+void CppPreFormatter::visit(Cpp::InitializerNode* node) {
+    visitBodies(node, node->bodies());
 }
 void CppPreFormatter::visit(Cpp::TemplateNode* node) {
     visitParts(node, node->parameters());

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cpp/emitter.h"
+#include "cpp/leaf_nodes.h"
 #include "cpp/node_range_remover.h"
 #include "engine/format_options.h"
 #include "trn/position.h"
@@ -56,6 +57,10 @@ public:
     void visit(Cpp::FunctionHeadNode* node) override;
     void visit(Cpp::FunctionPtrDeclNode* node) override;
     void visit(Cpp::CtrlSubStmtNode* node) override;
+    void visit(Cpp::CtrlSubStmtHeadNode* node) override;
+    void visit(Cpp::DataDeclNode* node) override;
+    void visit(Cpp::ExprNode* node) override;
+    void visit(Cpp::InitializerNode* node) override;
     void visit(Cpp::TemplateNode* node) override;
     void visit(Cpp::EnumDeclNode* node) override;
     void visit(Cpp::LinkageBlockNode* node) override;
@@ -66,6 +71,7 @@ public:
 private:
     void visitItems(Cpp::InteriorNode* node);
     void visitChildren(Cpp::InteriorNode* node);
+    void visitBodies(Cpp::SyntaxNode* node, const Cpp::ExprBodies& bodies);
     template <typename Node, typename... Parts>
     void visitParts(Node* node, Parts*... parts);
     void enter() { ++depth_; }

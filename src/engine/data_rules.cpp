@@ -111,7 +111,7 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const std::size_t end = lineEndBehind(name);
     writeDataName(name.substr(0, end), isAligned, true);
     writeTailGap(declaration, written, name.substr(end), isAligned);
-    writeRendered(exprFormatter_.formatDeclarators(writer_.readThrough(tail->end()), state()));
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies());
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.

@@ -77,7 +77,7 @@ public:
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
             ExprToken& token = tokens_[place];
             const int kind = token.token.kind;
-            if (token.role == ExprRole::Trivia) continue;
+            if (token.role == ExprRole::Trivia || token.role == ExprRole::Block) continue;
             switch (kind) {
                 case Cpp::OpenParen:
                 case Cpp::OpenBracket:
@@ -179,6 +179,7 @@ private:
     ExprRole roleOf(std::size_t place) const {
         const ExprToken& token = tokens_[place];
         const int kind = token.token.kind;
+        if (token.role == ExprRole::Block) return ExprRole::Block;
         if (previous_ != kNoToken && previousKind() == Cpp::KeywordOperator && isOperatorName(place)) {
             return ExprRole::Operand;
         }
@@ -304,6 +305,7 @@ private:
             case ExprRole::GroupClose: return !followsCast(place);
             case ExprRole::TemplateClose:
             case ExprRole::BraceClose:
+            case ExprRole::Block:
             case ExprRole::Name: return true;
             case ExprRole::Operand: break;
             default: return false;
@@ -386,7 +388,7 @@ private:
 
     bool isCallee() const {
         const int kind = previousKind();
-        return previousRole() == ExprRole::Name || kind == Cpp::Identifier || kind == Cpp::KeywordSizeof ||
+        return previousRole() == ExprRole::Name || previousRole() == ExprRole::Block || kind == Cpp::Identifier || kind == Cpp::KeywordSizeof ||
                kind == Cpp::KeywordThrow || kind == Cpp::CloseBracket || previousRole() == ExprRole::GroupClose ||
                previousRole() == ExprRole::TemplateClose;
     }
@@ -413,6 +415,18 @@ private:
     std::vector<Segment> outer_;
 };
 
+void lexPiece(std::string_view text, std::size_t first, std::size_t last, Tokens& tokens) {
+    Cpp::Lexer lexer(text.substr(first, last - first));
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        ExprToken& added = tokens.emplace_back();
+        added.token = token;
+        added.token.offset += static_cast<std::uint32_t>(first);
+        // The lexer's own text would end with the lexer.
+        added.token.text = text.substr(added.token.offset, token.length);
+        if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
+    }
+}
+
 }  // namespace
 
 bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open) {
@@ -430,16 +444,21 @@ bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open) {
     }
 }
 
-void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens) {
+void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens,
+                    std::span<const TextExtent> blocks) {
     tokens.clear();
-    Cpp::Lexer lexer(text);
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+    std::size_t place = 0;
+    for (const TextExtent& block : blocks) {
+        lexPiece(text, place, block.offset, tokens);
         ExprToken& added = tokens.emplace_back();
-        added.token = token;
-        added.token.text =
-            text.substr(token.offset, token.length);  // the lexer's own would end with the lexer
-        if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
+        added.role = ExprRole::Block;
+        added.token.kind = Cpp::CloseBrace;
+        added.token.offset = static_cast<std::uint32_t>(block.offset);
+        added.token.length = static_cast<std::uint32_t>(block.length);
+        added.token.text = text.substr(block.offset, block.length);
+        place = block.offset + block.length;
     }
+    lexPiece(text, place, text.size(), tokens);
     BracketMatcher(tokens, mode).run();
     RoleFinder(tokens, mode).run();
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -25,6 +26,7 @@ enum class ExprRole : std::uint8_t {
     BraceOpen,  // the "{" of an "= {" with its partner
     BraceClose,
     Separator,  // "," or ";"
+    Block,      // a block that somebody else lays out, as one token
 };
 
 inline constexpr std::size_t kNoToken = std::numeric_limits<std::size_t>::max();
@@ -40,9 +42,16 @@ struct ExprToken {
 // part of a data declaration behind its type, `a[10], *b = 0`.
 enum class ExprMode { Expression, Declaration, Declarators };
 
-// Lexes a text into `tokens` (which is cleared first) and finds every token's role. One pass over the text and
-// two over the tokens, whatever the nesting.
-void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens);
+// A stretch of a text, in characters from its start.
+struct TextExtent {
+    std::size_t offset = 0;
+    std::size_t length = 0;
+};
+
+// Lexes a text into `tokens` (which is cleared first) and finds every token's role. The blocks, in order, are not
+// looked into. One pass over the text and two over the tokens, whatever the nesting.
+void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens,
+                    std::span<const TextExtent> blocks = {});
 
 // Whether the "{" at `open` begins statements, as those of a lambda do.
 bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open);

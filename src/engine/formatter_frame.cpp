@@ -57,7 +57,8 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
       source_(source),
       result_(initialState(scheme_)),
       exprFormatter_(scheme_, &source),
-      writer_(source, opaque, result_, exprFormatter_) {
+      writer_(source, opaque, result_, exprFormatter_),
+      rightMargin_(readRightMargin(scheme_)) {
     // Formatted text is seldom much longer than its source.
     result_.reserve(source.size() + source.size() / 8);
 }
@@ -249,8 +250,7 @@ void CppFormatter::visit(Cpp::KeptNode* item) {
 }
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
-    const std::string_view text = writer_.readThrough(expression->end());
-    writeRendered(exprFormatter_.formatExpression(text, state()));
+    writeExpression(writer_.readThrough(expression->end()), expression->bodies());
 }
 
 // Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as

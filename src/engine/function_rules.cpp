@@ -15,7 +15,9 @@ namespace Tessel {
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
     BaseColumnScope base(*this, formatFunctionHead(*declaration));
     if (!declaration->body()) return;
-    pend(settings_.functions.beforeOpen);
+    // Old-style declarations in front of the body have lines of their own.
+    const bool hasOldParameters = declaration->head() && declaration->head()->oldParameters();
+    pend(hasOldParameters && settings_.functions.beforeOpen.present ? kLineFeed : settings_.functions.beforeOpen);
     formatBodyOf(*declaration);
 }
 
@@ -51,8 +53,7 @@ void CppFormatter::visit(Cpp::InitializerListNode* list) {
 }
 
 void CppFormatter::visit(Cpp::InitializerNode* initializer) {
-    const std::string_view text = writer_.readThrough(initializer->end());
-    writeRendered(exprFormatter_.formatExpression(text, state()));
+    writeExpression(writer_.readThrough(initializer->end()), initializer->bodies());
 }
 
 // Returns the column from which the contents of the body are indented.

@@ -1,6 +1,7 @@
 #include "engine/scheme_values.h"
 
 #include <algorithm>
+#include <limits>
 #include <string>
 
 #include "scheme/property_keys.h"
@@ -58,6 +59,11 @@ int readTabSize(const PropertySet& scheme) {
 int readTabMode(const PropertySet& scheme) {
     const int mode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
     return mode == Zelmor::TabsToSpaces || mode == Zelmor::SpacesToTabs ? mode : Zelmor::KeepTabs;
+}
+
+int readRightMargin(const PropertySet& scheme) {
+    const int margin = readSwitch(scheme, Keys::LINE_WRAP) ? readInt(scheme, Keys::RIGHT_MARGIN, 0) : 0;
+    return margin > 0 ? margin : std::numeric_limits<int>::max();
 }
 
 void applySchemeDefaults(PropertySet& scheme) {

@@ -18,6 +18,8 @@ int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent);
 int readTabSize(const PropertySet& scheme);
 // CONVERT_WS as one of Zelmor::TabMode; a value that is none counts as absent.
 int readTabMode(const PropertySet& scheme);
+// Columns that a line may have where lines are wrapped; else more than any line has.
+int readRightMargin(const PropertySet& scheme);
 
 // Completes a scheme before a pass reads it: values that the passes rely on, where the scheme lacks them.
 void applySchemeDefaults(PropertySet& scheme);

@@ -65,6 +65,21 @@ public:
     // The column at which the next character will appear, for what is to be indented from it.
     int nextColumn() const;
 
+    // Reads from another place for the time of a scope.
+    class InputScope {
+    public:
+        InputScope(SourceWriter& writer, std::size_t offset) : in_(writer.in_), saved_(in_.offset()) {
+            in_.moveTo(offset);
+        }
+        InputScope(const InputScope&) = delete;
+        InputScope& operator=(const InputScope&) = delete;
+        ~InputScope() { in_.moveTo(saved_); }
+
+    private:
+        Zelmor::ITextDocStream& in_;
+        std::size_t saved_;
+    };
+
     // Writes to another output for the time of a scope.
     class OutputScope {
     public:

@@ -43,6 +43,12 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
     return keywordOf(first) == Cpp::KeywordIf && first->start() == part.body()->start();
 }
 
+// The handlers of a function whose body is a "try" block.
+bool followsTryBlock(const Cpp::SyntaxNode* previous, const Cpp::CtrlStmtNode& statement) {
+    return previous && keywordOf(firstPart(statement)) == Cpp::KeywordCatch &&
+           (dynamic_cast<const Cpp::FunctionDeclNode*>(previous) || dynamic_cast<const Cpp::CtrlStmtNode*>(previous));
+}
+
 // The places of the first and the last ";" outside all brackets; the same when there are fewer than two.
 struct ClauseEnds {
     std::size_t first = 0;
@@ -70,7 +76,10 @@ ClauseEnds findClauseEnds(std::string_view inside) {
 void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     if (statement->size() == 0) return;
     int base = baseColumn();
-    if (chainingElseIf_) {
+    if (followsTryBlock(previousSibling_, *statement) && settings_.betweenControlParts.present) {
+        writer_.writeMerged(writer_.readGap(statement->start()), settings_.betweenControlParts.text);
+        base = writer_.nextColumn();
+    } else if (chainingElseIf_) {
         writeElseIfGap(writer_.readGap(statement->start()));
     } else {
         base = copyUpTo(*statement);
@@ -139,27 +148,30 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
         writer_.copyThrough(head->condition()->start());
         const Position end = head->condition()->end();
         const std::string_view inside = writer_.readThrough({end.line, end.column - 1});
-        formatParenthesised(inside, end, head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
+        formatParenthesised(inside, *head->condition(),
+                            head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
     }
     copyThrough(*head);
 }
 
 // What stands between the parentheses, and the ")". Further lines start in the column behind the "(".
-void CppFormatter::formatParenthesised(std::string_view inside, Position end, int keyword) {
+void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword) {
     std::string_view closing;
     {
         IndentScope indent(out(), indentToColumn(out(), writer_.nextColumn()));
         LeadingSpaceScope leadingSpace(out(), false);
-        const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present;
+        const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present &&
+                                    condition.bodies().empty();
         const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
-        closing = ends.areTwo() ? writeForClauses(inside, ends.first, ends.last) : writeCondition(inside, keyword);
+        closing = ends.areTwo() ? writeForClauses(inside, ends.first, ends.last)
+                                : writeCondition(inside, keyword, condition.bodies());
     }
     out().writeVerbatim(closing);
-    writer_.copyThrough(end);
+    writer_.copyThrough(condition.end());
 }
 
 // Returns the white space that is to follow in front of the ")".
-std::string_view CppFormatter::writeCondition(std::string_view inside, int keyword) {
+std::string_view CppFormatter::writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies) {
     const OptionalText& afterOpen = settings_.afterControlOpenParen;
     const OptionalText& beforeClose = settings_.beforeControlCloseParen;
     if (afterOpen.present && !startsWithLineEndToken(inside)) {
@@ -168,11 +180,11 @@ std::string_view CppFormatter::writeCondition(std::string_view inside, int keywo
     }
     const std::string_view condition = beforeClose.present ? trimRight(inside) : inside;
     const std::string_view closing = inside.substr(condition.size());
-    const std::string text =
-        keyword == Cpp::KeywordCatch
-            ? exprFormatter_.formatDeclarationText(condition, state(), settings_.afterParameterType)
-            : exprFormatter_.formatExpression(condition, state());
-    writeRendered(text);
+    if (keyword == Cpp::KeywordCatch) {
+        writeRendered(exprFormatter_.formatDeclarationText(condition, state(), settings_.afterParameterType));
+    } else {
+        writeExpression(condition, bodies);
+    }
     if (!beforeClose.present) return {};
     return endsWithLineEndToken(condition) ? closing.substr(0, closing.find('\n') + 1)
                                            : std::string_view(beforeClose.text);

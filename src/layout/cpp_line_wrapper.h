@@ -111,6 +111,8 @@ private:
     void wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body);
     std::optional<int> takeTemplateColumn() { return std::exchange(templateColumn_, std::nullopt); }
 
+    void wrapBodies(const Cpp::ExprBodies& bodies);
+
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators);
     void wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode);

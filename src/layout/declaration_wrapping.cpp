@@ -130,7 +130,9 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     const int column = declaration->type() ? copyToColumnOf(*declaration) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
-    if (declaration->name() && holdsDeclarators(declaration->name()->text())) {
+    if (declaration->tail() && !declaration->tail()->bodies().empty()) {
+        wrapBodies(declaration->tail()->bodies());
+    } else if (declaration->name() && holdsDeclarators(declaration->name()->text())) {
         wrapDeclarators(*declaration);
     } else if (declaration->tail()) {
         copyUpTo(*declaration->tail());

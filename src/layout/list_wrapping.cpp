@@ -4,6 +4,8 @@
 //              int second, int third);
 //
 // Lists whose separators begin lines anyway keep their elements where they are.
+#include <algorithm>
+
 #include "cpp/nodes.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
@@ -54,6 +56,14 @@ void CppLineWrapper::visit(Cpp::BaseClauseListNode* list) {
 
 void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
     if (copyUnlessLong(*list)) return;
+    const bool hasBodies = std::any_of(list->childBegin(), list->childEnd(), [](const auto& child) {
+        const auto* initializer = dynamic_cast<const Cpp::InitializerNode*>(child.get());
+        return initializer && !initializer->bodies().empty();
+    });
+    if (hasBodies) {
+        for (const auto& initializer : list->children()) initializer->accept(*this);
+        return;
+    }
     wrapElements(*list, {settings_.beforeInitializerComma, settings_.betweenInitializers},
                  ExprMode::Expression);
 }
@@ -62,6 +72,11 @@ void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
 void CppLineWrapper::visit(Cpp::InitializerNode* initializer) {
     if (copyUnlessLong(*initializer)) return;
     copyUpTo(*initializer);
+    if (!initializer->bodies().empty()) {
+        wrapBodies(initializer->bodies());
+        copyThrough(*initializer);
+        return;
+    }
     writeWrapped(readThrough(in_, initializer->end()), TextForm::List, {});
 }
 

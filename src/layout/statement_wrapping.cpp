@@ -33,7 +33,25 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 void CppLineWrapper::visit(Cpp::ExprNode* expression) {
     if (copyUnlessLong(*expression)) return;
     copyUpTo(*expression);
+    if (!expression->bodies().empty()) {
+        wrapBodies(expression->bodies());
+        copyThrough(*expression);
+        return;
+    }
     writeWrapped(readThrough(in_, expression->end()), TextForm::Expression, {});
+}
+
+// What stands around the blocks of an expression stays as it is, and so does a block on one line: parted, it would be
+// laid out in another way the next time.
+void CppLineWrapper::wrapBodies(const Cpp::ExprBodies& bodies) {
+    for (const auto& body : bodies.blocks()) {
+        if (body->start().line == body->end().line) continue;
+        copyUpTo(*body);
+        const int column = out_.textColumn();
+        BaseColumnScope base(*this, column);
+        IndentScope indent(out_, indentAt(column));
+        wrapBraced(*body, settings_.functions.indent);
+    }
 }
 
 void CppLineWrapper::visit(Cpp::CtrlStmtNode* statement) {
@@ -60,7 +78,9 @@ void CppLineWrapper::visit(Cpp::CtrlSubStmtNode* part) {
 
 void CppLineWrapper::visit(Cpp::CtrlSubStmtHeadNode* head) {
     if (copyUnlessLong(*head)) return;
-    if (head->condition()) {
+    if (head->condition() && !head->condition()->bodies().empty()) {
+        wrapBodies(head->condition()->bodies());
+    } else if (head->condition()) {
         copyThrough(head->condition()->start());
         const Position end = head->condition()->end();
         const std::string_view inside = readThrough(in_, {end.line, end.column - 1});

@@ -75,6 +75,12 @@ std::string_view ITextDocBuf::readToOffset(std::size_t end) {
     return read;
 }
 
+void ITextDocBuf::moveTo(std::size_t offset) {
+    offset_ = std::min(offset, document_->size());
+    documentLine_ = document_->positionOf(offset_).line;
+    putBackRoom_ = std::min(offset_, kPutBackLimit);
+}
+
 ITextDocBuf::int_type ITextDocBuf::underflow() {
     return atEnd() ? traits_type::eof() : traits_type::to_int_type(document_->text()[offset_]);
 }

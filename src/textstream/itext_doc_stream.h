@@ -36,6 +36,8 @@ public:
     // Reads while the position is before (line, column).
     std::string_view readTo(std::uint32_t line, std::uint32_t column);
     std::string_view readToOffset(std::size_t end);
+    // On from another place of the text, at most its end.
+    void moveTo(std::size_t offset);
 
 protected:
     int_type underflow() override;
@@ -100,6 +102,11 @@ public:
     // Reads while the position is before (line, column), at a cost that does not depend on how much that is.
     // Where the text ends too early, the stream's state is that after reading at the end by get.
     std::string_view readTo(std::uint32_t line, std::uint32_t column);
+    // On from another place of the text, whatever the state.
+    void moveTo(std::size_t offset) {
+        clear();
+        buffer_.moveTo(offset);
+    }
     // Reads everything that remains, and on into the end.
     std::string_view rest();
 };

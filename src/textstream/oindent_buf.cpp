@@ -22,14 +22,16 @@ IndentState::IndentState(const OIndentBuf& out)
       tabMode(out.tabMode()),
       tabSize(out.tabSize()),
       line(out.line()),
-      column(out.column()) {}
+      column(out.column()),
+      textColumn(out.textColumn_) {}
 
 IndentState::IndentState(const OIndentStream& out) : IndentState(out.buffer()) {}
 
 OIndentBuf::OIndentBuf(IndentState state)
     : OTextDocBuf({state.tabMode, state.tabSize, state.line, state.column}),
       indent_(std::move(state.indent)),
-      keepLeadingSpace_(state.keepLeadingSpace) {}
+      keepLeadingSpace_(state.keepLeadingSpace),
+      textColumn_(state.textColumn) {}
 
 OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLeadingSpace, TextLayout layout)
     : OTextDocBuf(target, layout), indent_(std::move(indent)), keepLeadingSpace_(keepLeadingSpace) {}
@@ -48,10 +50,25 @@ std::size_t OIndentBuf::write(std::string_view text) {
         const std::size_t end = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
         const std::string_view line = text.substr(taken, end - taken);
         lineHasText_ = lineFeed == std::string_view::npos && (lineHasText_ || holdsText(line));
+        if (textColumn_ < 0) findTextColumn(line);
         taken += put(line);
+        if (lineFeed != std::string_view::npos) textColumn_ = -1;
         if (taken != end) break;
     }
     return taken;
+}
+
+// The piece of a line that is written next may have the line's first text.
+void OIndentBuf::findTextColumn(std::string_view line) {
+    int column = column_;
+    for (const char c : line) {
+        if (c == '\n') return;
+        if (kLeadingSpace.find(c) == std::string_view::npos) {
+            textColumn_ = column;
+            return;
+        }
+        column += c == '\t' ? tabSize() - column % tabSize() : 1;
+    }
 }
 
 std::size_t OIndentBuf::writeVerbatim(std::string_view text) {

@@ -23,6 +23,7 @@ struct IndentState {
     int tabSize = 1;
     int line = 1;
     int column = 0;
+    int textColumn = -1;  // of the first character on the line that is no white space; none yet when negative
 };
 
 // Writes the current indentation in front of the first character of every line; a line that is only a line
@@ -48,6 +49,9 @@ public:
     std::size_t writeVerbatim(std::string_view text);
     // Whether anything but white space stands on the current line.
     bool lineHasText() const { return lineHasText_; }
+    // The column of the first character on the current line that is no white space; where the next one will stand
+    // when there is none.
+    int textColumn() const { return textColumn_ < 0 ? column() : textColumn_; }
     // Writes the indentation when the line has not begun yet.
     void startLine() {
         if (column_ == 0) put(indent_);
@@ -59,10 +63,14 @@ protected:
 
 private:
     friend class IndentScope;
+    friend struct IndentState;
+
+    void findTextColumn(std::string_view line);
 
     std::string indent_;
     bool keepLeadingSpace_;
     bool lineHasText_ = false;
+    int textColumn_ = -1;
 };
 
 // Another indentation for the time of a scope.

@@ -1,0 +1,112 @@
+// sort(a,b,[](int x,int y){return x<y;});        sort(a, b, [](int x, int y) { return x < y; });
+//
+// run([&] {                                      run([&] {
+// a();                                               a();
+// });                                            });
+//
+// The blocks in expressions, of lambdas mostly, are laid out as functions are, but for two things: a body of simple
+// statements that stands on one line stays there while it fits in the margin, and the "{" stays on the line where it
+// stands. What is in it is indented from the first text of the line that the "{" stands on, as people write it.
+#include <algorithm>
+
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/source_copy.h"
+
+namespace Tessel {
+
+namespace {
+
+bool isSimple(const Cpp::SyntaxNode& statement) {
+    return dynamic_cast<const Cpp::ExprNode*>(&statement) || dynamic_cast<const Cpp::DataDeclNode*>(&statement);
+}
+
+// The line wrapper leaves such a body alone, so that it has to fit from the start.
+bool staysOnLine(const Cpp::BlockNode& body, int room) {
+    const int width = static_cast<int>(body.end().column - body.start().column) + 1;
+    return body.start().line == body.end().line && width <= room &&
+           std::all_of(body.childBegin(), body.childEnd(), [](const auto& child) { return isSimple(*child); });
+}
+
+}  // namespace
+
+// What is known of the construct that is being written, set aside for the time that a body in it is.
+class CppFormatter::BodyState {
+public:
+    explicit BodyState(CppFormatter& formatter)
+        : pending_(formatter.pendingWhitespace_, {}),
+          templateColumn_(formatter.templateColumn_, std::nullopt),
+          inClassBody_(formatter.inClassBody_, false),
+          previousSibling_(formatter.previousSibling_, nullptr),
+          lastClosedClass_(formatter.lastClosedClass_, nullptr),
+          lastLabel_(formatter.lastLabel_, nullptr),
+          chainingElseIf_(formatter.chainingElseIf_, false) {}
+
+private:
+    ValueScope<std::vector<std::string_view>> pending_;
+    ValueScope<std::optional<int>> templateColumn_;
+    ValueScope<bool> inClassBody_;
+    ValueScope<const Cpp::SyntaxNode*> previousSibling_;
+    ValueScope<const Cpp::SyntaxNode*> lastClosedClass_;
+    ValueScope<const Cpp::SyntaxNode*> lastLabel_;
+    ValueScope<bool> chainingElseIf_;
+};
+
+// The bodies of an expression whose text, a view of the source, has been read.
+class CppFormatter::BodiesInText : public BlocksInText {
+public:
+    BodiesInText(CppFormatter& formatter, std::string_view text, const Cpp::ExprBodies& bodies)
+        : formatter_(formatter), bodies_(bodies) {
+        const auto start = static_cast<std::size_t>(text.data() - formatter.source_.text().data());
+        for (const auto& body : bodies.blocks()) {
+            const std::size_t first = offsetOf(formatter.source_, body->start()) - 1;
+            extents_.push_back({first - start, offsetOf(formatter.source_, body->end()) - first});
+        }
+    }
+
+    std::span<const TextExtent> extents() const override { return extents_; }
+    void write(std::size_t index, Zelmor::OIndentBuf& out) override {
+        formatter_.formatExprBody(*bodies_.blocks()[index], out);
+    }
+
+private:
+    CppFormatter& formatter_;
+    const Cpp::ExprBodies& bodies_;
+    std::vector<TextExtent> extents_;
+};
+
+void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies& bodies) {
+    if (bodies.empty()) {
+        writeRendered(exprFormatter_.formatExpression(text, state()));
+        return;
+    }
+    BodiesInText blocks(*this, text, bodies);
+    writeRendered(exprFormatter_.formatExpression(text, state(), &blocks));
+}
+
+void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies) {
+    if (bodies.empty()) {
+        writeRendered(exprFormatter_.formatDeclarators(text, state()));
+        return;
+    }
+    BodiesInText blocks(*this, text, bodies);
+    writeRendered(exprFormatter_.formatDeclarators(text, state(), &blocks));
+}
+
+void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target) {
+    SourceWriter::InputScope input(writer_, offsetOf(source_, body.start()) - 1);
+    SourceWriter::OutputScope output(writer_, target);
+    BodyState saved(*this);
+    const int column = target.textColumn();
+    BaseColumnScope base(*this, column);
+    Zelmor::IndentScope indent(target, indentToColumn(target, column));
+    if (staysOnLine(body, rightMargin_ - target.column())) {
+        static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
+        formatBlock(body, kOnLine);
+    } else {
+        formatBlock(body, settings_.functions);
+    }
+}
+
+}  // namespace Tessel
