@@ -140,7 +140,7 @@ void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
         writeDirective(sweep.takeGap(), sweep.currentText(), out);
     } else {
         sweep.writeGap();
-        writeLines(sweep.currentText(), columns_, out);
+        writeLines(sweep.currentText(), columns_, InnerBlanks::Convert, out);
     }
     sweep.passToken();
 }
@@ -152,14 +152,14 @@ void CppExprFormatterBase::formatCommentLines(Trn::Position start, Trn::Position
 }
 
 void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position end, ITextDocStream& in,
-                                           OIndentBuf& out) {
+                                           OIndentBuf& out, InnerBlanks inner) {
     const std::string_view gap = readGap(in, start);
     const std::string_view directive = readThrough(in, end);
     // It has been written where the list that it is part of went into the head in front of it.
     if (directive.empty()) return;
     const std::string_view comments = trimRight(gap);
     writeComments(comments, out);
-    writeDirective(gap.substr(comments.size()), directive, out);
+    writeDirective(gap.substr(comments.size()), directive, out, inner);
 }
 
 // A gap that ends with its last comment. Where a source is broken, it may hold literals too.
@@ -180,17 +180,18 @@ void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) 
 }
 
 void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {
-    writeLines(text, columns_, out);
+    writeLines(text, columns_, InnerBlanks::Convert, out);
 }
 
 // A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.
-void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out) {
+void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out,
+                                          InnerBlanks inner) {
     if (!directivesLeftMostSet_) {
         IndentScope indent(out, {});
         LeadingSpaceScope keepSpace(out, true);
         out.write(gap);
         startDirectiveLine(directive, out);
-        writeLiteral(directive, out);
+        writeInPlace(directive, inner, out);
         return;
     }
     std::optional<IndentScope> margin;
@@ -200,7 +201,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
     } else {
-        writeLines(directive, columns_, out);
+        writeLines(directive, columns_, inner, out);
     }
 }
 

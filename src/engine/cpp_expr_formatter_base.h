@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/opaque_text.h"
 #include "engine/optional_text.h"
 #include "engine/source_columns.h"
 #include "engine/text_sweep.h"
@@ -33,9 +34,9 @@ public:
     // its first character.
     virtual void formatCommentLines(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
                                     Zelmor::OIndentBuf& out);
-    // The same for a directive, placed as ALIGN_PPD_LEFT_MOST says.
+    // The same for a directive, or for all that is kept under "#if 0", placed as ALIGN_PPD_LEFT_MOST says.
     virtual void formatDirective(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
-                                 Zelmor::OIndentBuf& out);
+                                 Zelmor::OIndentBuf& out, InnerBlanks inner);
 
     // LINE_WRAP: lines that an earlier run has wrapped are joined, to be wrapped again.
     bool wrapsLines() const { return wrapsLines_; }
@@ -43,7 +44,8 @@ public:
     bool keepsDirectivePlaces() const { return !directivesLeftMostSet_; }
     // The same for a comment that the output has reached, and for a directive with the white space in front.
     void writeComment(std::string_view text, Zelmor::OIndentBuf& out);
-    void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out);
+    void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out,
+                        InnerBlanks inner = InnerBlanks::Convert);
 
 protected:
     ~CppExprFormatterBase() = default;

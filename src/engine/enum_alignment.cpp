@@ -105,7 +105,7 @@ void writeMoved(std::string_view text, int column, int tabSize, Zelmor::OIndentB
         column = columnAfter(code, column, tabSize);
         const std::string_view opaque = text.substr(token.offset, token.length);
         if (token.kind == Cpp::BlockComment) {
-            writeLines(opaque, column, out);
+            writeLines(opaque, column, InnerBlanks::Convert, out);
         } else {
             writeRendered(opaque, out);
         }

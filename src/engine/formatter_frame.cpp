@@ -239,7 +239,8 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     const bool isKept = directive->text().empty();
     const std::size_t start = isKept ? out().text().size() : 0;
-    exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out());
+    exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out(),
+                                   isKept ? InnerBlanks::Keep : InnerBlanks::Convert);
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 

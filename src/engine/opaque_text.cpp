@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/columns.h"
+#include "engine/convertible_blanks.h"
 #include "engine/gap.h"
 
 namespace Tessel {
@@ -33,8 +34,55 @@ int leadingWidth(std::string_view line, int tabSize) {
     return column;
 }
 
+// Writes a comment or directive piece by piece. Where the output converts tabs or blanks, so are those that
+// may be.
+class OpaqueWriter {
+public:
+    OpaqueWriter(std::string_view text, InnerBlanks inner, OIndentBuf& out) : out_(out) {
+        if (inner == InnerBlanks::Keep || out.tabMode() == Zelmor::KeepTabs || !mayConvert(text)) return;
+        blanks_ = ConvertibleBlanks(text);
+        findRun();
+    }
+
+    // The pieces come in order.
+    void write(std::string_view piece) {
+        while (!run_.empty() && run_.data() < piece.data() + piece.size()) {
+            if (run_.data() >= piece.data()) {
+                const auto ahead = static_cast<std::size_t>(run_.data() - piece.data());
+                writeRaw(piece.substr(0, ahead), out_);
+                piece.remove_prefix(ahead + run_.size());
+                out_.writeVerbatim(run_);
+            }
+            findRun();
+        }
+        writeRaw(piece, out_);
+    }
+
+private:
+    // Most texts show at a glance that there is nothing to convert.
+    bool mayConvert(std::string_view text) const {
+        if (text.starts_with('#')) return isConcerned(text) && !continuesLiteral(text);
+        return text.starts_with('/') && lineLength(text) < text.size() && isConcerned(text);
+    }
+
+    // Whether it holds what the output converts: a tab, or blanks that may fill a tab stop.
+    bool isConcerned(std::string_view text) const {
+        return text.find(out_.tabMode() == Zelmor::TabsToSpaces ? "\t" : "  ") != std::string_view::npos;
+    }
+
+    void findRun() {
+        do {
+            run_ = blanks_.next();
+        } while (!run_.empty() && !isConcerned(run_));
+    }
+
+    OIndentBuf& out_;
+    ConvertibleBlanks blanks_;
+    std::string_view run_;  // the next one
+};
+
 // Writes a line whose text stands `extra` columns, or none, behind the indentation.
-void writeFurtherLine(std::string_view line, int extra, OIndentBuf& out) {
+void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OIndentBuf& out) {
     const std::string_view text = trimLeft(line);
     if (text.empty()) {
         out.write(line.ends_with('\n') ? "\n" : "");
@@ -42,7 +90,7 @@ void writeFurtherLine(std::string_view line, int extra, OIndentBuf& out) {
     }
     out.startLine();
     out.write(std::string(static_cast<std::size_t>(extra), ' '));
-    writeRaw(text, out);
+    writer.write(text);
 }
 
 }  // namespace
@@ -55,6 +103,12 @@ void writeLiteral(std::string_view text, OIndentBuf& out) {
 void writeRendered(std::string_view text, OIndentBuf& out) {
     IndentScope noIndent(out, {});
     writeRaw(text, out);
+}
+
+void writeInPlace(std::string_view text, InnerBlanks inner, OIndentBuf& out) {
+    out.startLine();
+    IndentScope noIndent(out, {});
+    OpaqueWriter(text, inner, out).write(text);
 }
 
 bool continuesLiteral(std::string_view directive) {
@@ -76,30 +130,28 @@ bool continuesLiteral(std::string_view directive) {
     return false;
 }
 
-void writeLines(std::string_view text, const SourceColumns& source, OIndentBuf& out) {
+void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner, OIndentBuf& out) {
     const bool isOneLine = lineLength(text) == text.size();
-    writeLines(text, isOneLine ? 0 : source.columnOf(text), out);
+    writeLines(text, isOneLine ? 0 : source.columnOf(text), inner, out);
 }
 
-void writeLines(std::string_view text, int inputColumn, OIndentBuf& out) {
+void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OIndentBuf& out) {
     out.startLine();
     std::size_t length = lineLength(text);
-    if (length == text.size()) {
-        writeRendered(text, out);
-        return;
-    }
     const int column = out.column();
-    if ((column == inputColumn && out.keepLeadingSpace()) || column > kRightmostIndent) {
-        writeRendered(text, out);
+    if (length == text.size() || (column == inputColumn && out.keepLeadingSpace()) ||
+        column > kRightmostIndent) {
+        writeInPlace(text, inner, out);
         return;
     }
-    writeRaw(text.substr(0, length), out);
+    OpaqueWriter writer(text, inner, out);
+    writer.write(text.substr(0, length));
     IndentScope indent(out, indentToColumn(out, column));
     LeadingSpaceScope keepSpace(out, true);
     for (text.remove_prefix(length); !text.empty(); text.remove_prefix(length)) {
         length = lineLength(text);
         const std::string_view line = text.substr(0, length);
-        writeFurtherLine(line, columnsBehindStart(line, inputColumn, out.tabSize()), out);
+        writeFurtherLine(line, columnsBehindStart(line, inputColumn, out.tabSize()), writer, out);
     }
 }
 

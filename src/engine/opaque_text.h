@@ -5,7 +5,8 @@
 #include "engine/source_columns.h"
 #include "textstream/oindent_stream.h"
 
-// Writing tokens whose inner white space is not the formatter's to change. No tabs are converted in them.
+// Writing tokens whose inner white space is not the formatter's to change, but for the tabs and blanks in
+// comments and directives that the output converts (see ConvertibleBlanks).
 namespace Tessel {
 
 // Tabs as they are, for the time of a scope.
@@ -30,14 +31,21 @@ private:
 void writeLiteral(std::string_view text, Zelmor::OIndentBuf& out);
 void writeRendered(std::string_view text, Zelmor::OIndentBuf& out);
 
+// What becomes of the tabs and blanks in a comment or directive that the output could convert.
+enum class InnerBlanks { Convert, Keep };
+
+// A comment or directive, line for line as it is.
+void writeInPlace(std::string_view text, InnerBlanks inner, Zelmor::OIndentBuf& out);
+
 // Whether a literal in the directive goes on behind a line end, so that the white space at the start of the next
 // line is part of it.
 bool continuesLiteral(std::string_view directive);
 
 // A comment or directive. Its further lines keep their place relative to its first character, whose column in
 // the input `source` tells.
-void writeLines(std::string_view text, const SourceColumns& source, Zelmor::OIndentBuf& out);
-void writeLines(std::string_view text, int inputColumn, Zelmor::OIndentBuf& out);
+void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner,
+                Zelmor::OIndentBuf& out);
+void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, Zelmor::OIndentBuf& out);
 // How far behind its first character the text of a further line comes to stand.
 int columnsBehindStart(std::string_view line, int inputColumn, int tabSize);
 

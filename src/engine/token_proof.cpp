@@ -5,6 +5,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/convertible_blanks.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/token_boundary.h"
@@ -148,7 +149,7 @@ private:
         const bool startsInSource = source_.startsLine();
         const bool startsInResult = result_.startsLine();
         if (token.kind == Cpp::Directive && startsInSource && !startsInResult) return false;
-        if (!(mayMoveLines(token.kind, text) ? compareLines(text) : compareExactly(text))) return false;
+        if (!compareText(token.kind, text)) return false;
         if (isUnended(token.kind, text) && !result_.atEnd() && result_.current() != '\n') return false;
         source_.place = std::size_t{token.offset} + token.length;
         const bool isBlockComment = token.kind == Cpp::BlockComment;
@@ -157,6 +158,14 @@ private:
         result_.startCode(endsLine || (isBlockComment && startsInResult));
         if (!isBlockComment) isInDirective_ = token.kind == Cpp::Directive && !endsLine;
         return true;
+    }
+
+    bool compareText(int kind, std::string_view text) {
+        if (!mayMoveLines(kind, text)) return compareExactly(text);
+        const std::size_t start = result_.place;
+        if (compareLines(text)) return true;
+        result_.place = start;
+        return kind == Cpp::Directive && compareConverted(text);
     }
 
     // Comments and directives, but for splices.
@@ -197,6 +206,38 @@ private:
             text.remove_prefix(lineFeed + 1);
             if (text.empty()) return true;
             skipBlanks();
+        }
+        return true;
+    }
+
+    // A directive between whose tokens tabs may have become blanks, or blanks tabs.
+    bool compareConverted(std::string_view text) {
+        ConvertibleBlanks blanks(text);
+        while (true) {
+            const std::string_view run = blanks.next();
+            if (run.empty()) return compareMovedLines(text);
+            const auto ahead = static_cast<std::size_t>(run.data() - text.data());
+            if (!compareMovedLines(text.substr(0, ahead))) return false;
+            const std::size_t start = result_.place;
+            skipBlanks();
+            const std::string_view converted = result_.text.substr(start, result_.place - start);
+            if (result_.text[start - 1] != '\n' && !isConversion(run, converted)) return false;
+            text.remove_prefix(ahead + run.size());
+        }
+    }
+
+    static bool isConversion(std::string_view before, std::string_view after) {
+        const bool hasTabs = before.find('\t') != after.npos || after.find('\t') != after.npos;
+        return before == after || (hasTabs && !after.empty());
+    }
+
+    // Lines, or parts of them, exactly, but for the white space at the start of further ones.
+    bool compareMovedLines(std::string_view text) {
+        while (!text.empty()) {
+            if (result_.place > 0 && result_.text[result_.place - 1] == '\n') skipBlanks();
+            const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
+            if (!compareExactly(text.substr(0, length))) return false;
+            text.remove_prefix(length);
         }
         return true;
     }

@@ -100,6 +100,9 @@ TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
     EXPECT_FALSE(accepts("/* a  b */", "/* a b */"));
     EXPECT_FALSE(accepts("/* a\n\nb */", "/* a\nb */"));
     EXPECT_FALSE(accepts("#define A(x)  x\n", "#define A(x) x\n"));
+    EXPECT_TRUE(accepts("#define A\tx \\\n\ty\t// b\n", "#define A   x \\\n    y    // b\n"));
+    EXPECT_FALSE(accepts("#define A\t(x)\n", "#define A(x)\n"));
+    EXPECT_FALSE(accepts("#define A\t\"\t\"\n", "#define A   \" \"\n"));
     EXPECT_FALSE(accepts("#define A \\\n1\n", "#define A 1\n"));
     EXPECT_FALSE(accepts("#define A \"a\\\n  b\"\n", "#define A \"a\\\nb\"\n"));
 }

@@ -49,6 +49,16 @@ std::string withTrimmedLines(std::string_view text) {
     return kept;
 }
 
+// Makes each run of blanks and tabs one blank.
+std::string withSingleBlanks(std::string_view text) {
+    std::string kept;
+    for (const char c : text) {
+        const bool isBlank = c == ' ' || c == '\t';
+        if (!isBlank || !kept.ends_with(' ')) kept += isBlank ? ' ' : c;
+    }
+    return kept;
+}
+
 bool mayMoveItsLines(const Trn::Token& token) {
     return token.kind == Cpp::Directive || token.kind == Cpp::LineComment || token.kind == Cpp::BlockComment;
 }
@@ -70,6 +80,7 @@ public:
         isFirst_ =
             (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
         content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
+        if (token_.kind == Cpp::Directive) content_ = withSingleBlanks(content_);
     }
 
     bool atEnd() const { return token_.kind == Cpp::End; }
