@@ -9,6 +9,7 @@
 #include "support/format_text.h"
 #include "support/token_compare.h"
 #include "support/tree_compare.h"
+#include "textstream/byte_order_mark.h"
 #include "textstream/text_document.h"
 
 namespace Bench {
@@ -76,7 +77,7 @@ Finding unsettledFrom(std::string_view once, std::string_view twice) {
 
 // The text as the program formats it.
 std::string textToFormat(std::string content) {
-    if (content.starts_with(Cli::BYTE_ORDER_MARK)) content.erase(0, Cli::BYTE_ORDER_MARK.size());
+    if (content.starts_with(Zelmor::BYTE_ORDER_MARK)) content.erase(0, Zelmor::BYTE_ORDER_MARK.size());
     return std::string(Zelmor::TextDocument(std::move(content)).text());
 }
 

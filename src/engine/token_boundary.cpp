@@ -130,6 +130,21 @@ bool allowsWhitespace(const TokenBoundary& boundary) {
     return !Cpp::wouldJoin({&before, 1}, {&after, 1});
 }
 
+namespace {
+
+// Where the prefix of a raw string begins at the end of a text; npos where there is none.
+std::size_t rawPrefixStart(std::string_view text) {
+    constexpr std::size_t longest = 3;
+    if (!text.ends_with('R')) return std::string_view::npos;
+    std::size_t start = text.size() - 1;
+    while (start > 0 && text.size() - start <= longest && Cpp::isNamePart(text[start - 1])) --start;
+    const std::string_view prefix = text.substr(start, text.size() - 1 - start);
+    const bool isRaw = prefix.empty() || prefix == "L" || prefix == "u" || prefix == "U" || prefix == "u8";
+    return isRaw ? start : std::string_view::npos;
+}
+
+}  // namespace
+
 bool splitsRawString(const TokenBoundary& boundary) {
     constexpr std::size_t longest = 20;  // characters on either side
     constexpr std::string_view ends = "() \\\t\v\f\n";
@@ -141,18 +156,13 @@ bool splitsRawString(const TokenBoundary& boundary) {
     for (std::size_t quote = inFront.rfind('"'); quote != std::string_view::npos && quote > 0;
          quote = inFront.rfind('"', quote - 1)) {
         const bool isDelimiter = inFront.find_first_of(ends, quote) == std::string_view::npos;
-        if (isDelimiter && endsWithRawPrefix(inFront.substr(0, quote))) return true;
+        // White space in front of the prefix parts nothing.
+        const bool startsInFront = rawPrefixStart(inFront.substr(0, quote)) < boundary.place - start;
+        if (isDelimiter && startsInFront) return true;
     }
     return false;
 }
 
-bool endsWithRawPrefix(std::string_view text) {
-    constexpr std::size_t longest = 3;
-    if (!text.ends_with('R')) return false;
-    std::size_t start = text.size() - 1;
-    while (start > 0 && text.size() - start <= longest && Cpp::isNamePart(text[start - 1])) --start;
-    const std::string_view prefix = text.substr(start, text.size() - 1 - start);
-    return prefix.empty() || prefix == "L" || prefix == "u" || prefix == "U" || prefix == "u8";
-}
+bool endsWithRawPrefix(std::string_view text) { return rawPrefixStart(text) != std::string_view::npos; }
 
 }  // namespace Tessel
