@@ -9,8 +9,6 @@ namespace Cpp {
 
 namespace {
 
-constexpr std::size_t kLongestShown = 80;
-
 // No one reads more; a text that is no source at all would give millions.
 constexpr std::size_t kMaximumMessages = 1000;
 
@@ -51,9 +49,7 @@ const char* messageText(int code) {
 }
 
 std::string shown(const Trn::Token& token) {
-    std::string_view text = token.text.substr(0, token.text.find('\n'));
-    if (text.size() <= kLongestShown) return std::string(text);
-    return std::string(text.substr(0, kLongestShown)) + "...";
+    return std::string(token.text.substr(0, token.text.find('\n')));
 }
 
 void Parser::append(Tessel::Diagnostic diagnostic) {

@@ -26,7 +26,7 @@ enum ErrorCode : int {
 
 const char* messageText(int code);
 
-// A token's text as a message shows it: on one line, and no longer than a reader wants to see.
+// A token's text as a message shows it: its first line.
 std::string shown(const Trn::Token& token);
 
 }  // namespace Cpp

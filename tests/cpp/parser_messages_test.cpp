@@ -107,9 +107,9 @@ TEST(ParserMessages, AboutMalformedLiterals) {
 )");
 }
 
-TEST(ParserMessages, ShowTokensOnOneLine) {
-    EXPECT_EQ(messagesOf("class A : \"" + std::string(100, 'x') + "\" { };"),
-              "\n1:11 0 Unexpected Token: \"\"" + std::string(79, 'x') + "...\"\n");
+TEST(ParserMessages, ShowTheFirstLineOfAToken) {
+    EXPECT_EQ(messagesOf("class A : \"" + std::string(100, 'x') + "\\\ny\" { };"),
+              "\n1:11 0 Unexpected Token: \"\"" + std::string(100, 'x') + "\\\"\n");
 }
 
 TEST(ParserMessages, AreAppendedToTheList) {
