@@ -304,7 +304,7 @@ bool ItemScanner::isWordMacro(Index place) const {
     const Index following = next(place);
     const int followingKind = kind(following);
     if (followingKind == CloseBrace || followingKind == Trn::kEndKind) return true;
-    if (followingKind == KeywordNamespace) return true;
+    if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
     return isUpperCase(word.text) && isWord(followingKind) && isCompleteDeclaration(following);
@@ -595,7 +595,11 @@ Item ItemScanner::scanMacroStatement(Index start) const {
     if (close == kNone) return {};
     following = next(close);
     if (kind(following) == CloseBrace || kind(following) == Trn::kEndKind) return {Shape::Macro, close + 1, 0};
-    if (isFollowedByStatement(start, close)) return {Shape::MacroHead, following, 0};
+    if (kind(following) == OpenBrace) {
+        const bool isBlock = links_.holdsStatements(following) || !followsValue(kind(behind(following)));
+        return isBlock ? Item{Shape::MacroHead, following, 0} : Item{};
+    }
+    if (isFollowedByStatement(start, links_.partner(close))) return {Shape::MacroStatement, following, 0};
     const bool isLater = startsLaterLine(following, close);
     if (isLater && (isWord(kind(following)) || opensAttribute(following))) return {Shape::Macro, close + 1, 0};
     return {};
@@ -621,18 +625,13 @@ bool ItemScanner::isFollowedByCall(Index word, Index following) const {
 
 // Whether what follows a macro and its arguments is the statement that it governs: on their line, or on the next one
 // and indented further.
-bool ItemScanner::isFollowedByStatement(Index head, Index close) const {
+bool ItemScanner::isFollowedByStatement(Index head, Index open) const {
+    const Index close = links_.partner(open);
     const Index following = next(close);
     const Trn::Token first = tokens_.at(following);
-    if (first.kind == OpenBrace) return links_.holdsStatements(following) || !followsValue(kind(behind(following)));
-    const bool beginsStatement = isControlKeyword(first.kind) || isJumpKeyword(first.kind);
-    if (first.kind == KeywordElse || first.kind == KeywordCatch) return false;
-    if (startsLaterLine(following, close)) {
-        return (beginsStatement || first.kind == Identifier) &&
-               first.start.line == tokens_.at(close).end.line + 1 &&
-               first.start.column > tokens_.at(head).start.column;
-    }
-    if (beginsStatement) return true;
+    if (startsLaterLine(following, close)) return first.kind == Identifier && isIndentedFrom(head, open, following);
+    if (isControlKeyword(first.kind)) return first.kind != KeywordElse && first.kind != KeywordCatch;
+    if (isJumpKeyword(first.kind)) return true;
     if (first.kind != Identifier) return false;
     switch (kind(next(following))) {
         case OpenParen:
@@ -643,6 +642,21 @@ bool ItemScanner::isFollowedByStatement(Index head, Index close) const {
         case PlusAssign: return true;
         default: return false;
     }
+}
+
+// Whether the line after the one that begins with the macro has the same white space in front, and more. Columns would
+// not do: how wide a tab is, only the scheme knows.
+bool ItemScanner::isIndentedFrom(Index head, Index open, Index following) const {
+    const Trn::Token bracket = tokens_.at(open);
+    const char* const source = bracket.text.data() - bracket.offset;
+    const auto lineStart = [source](const Trn::Token& token) {
+        const std::size_t length = token.start.column - 1;
+        return std::string_view(source + token.offset - length, length);
+    };
+    const std::string_view outer = lineStart(tokens_.at(head));
+    const std::string_view inner = lineStart(tokens_.at(following));
+    return inner.size() > outer.size() && inner.starts_with(outer) &&
+           inner.find_first_not_of(" \t") == std::string_view::npos;
 }
 
 }  // namespace Cpp

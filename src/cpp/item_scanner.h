@@ -20,7 +20,8 @@ struct Item {
         Enum,
         Data,       // all other declarations
         Macro,      // a macro that stands by itself, without a ";"
-        MacroHead,  // a macro in front of a statement, as a control statement's head
+        MacroHead,  // a macro in front of a block, as a control statement's head
+        MacroStatement,  // a macro and the statement without braces that it governs
     };
 
     Shape shape = Shape::None;
@@ -97,7 +98,8 @@ private:
     Index behindInitializers(Index colon) const;
     Index oldStyleBody(Index open, Index behindGroup) const;
     bool isFollowedByCall(Index word, Index following) const;
-    bool isFollowedByStatement(Index head, Index close) const;
+    bool isFollowedByStatement(Index head, Index open) const;
+    bool isIndentedFrom(Index head, Index open, Index following) const;
     bool isBraceInitializer(Index brace, const Progress& seen) const;
 
     const Trn::TokenBuffer& tokens_;

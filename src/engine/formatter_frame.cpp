@@ -246,6 +246,7 @@ void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
 
 // Its lines move as one block.
 void CppFormatter::visit(Cpp::KeptNode* item) {
+    applyPendingWhitespace(*item);
     writer_.copyGap(item->start());
     exprFormatter_.writeComment(writer_.readThrough(item->end()), out());
 }
