@@ -38,8 +38,8 @@ nl_if_leave_one_liners = true
 nl_while_leave_one_liners = true
 nl_for_leave_one_liners = true
 """
-BRACES = """if_brace brace_else elseif_brace else_brace for_brace while_brace do_brace brace_while switch_brace try_brace
-catch_brace brace_catch struct_brace union_brace class_brace enum_brace namespace_brace""".split()
+BRACES = """if_brace brace_else elseif_brace else_brace for_brace while_brace do_brace brace_while switch_brace
+try_brace catch_brace brace_catch struct_brace union_brace class_brace enum_brace namespace_brace""".split()
 CALLS = ["func_call_paren", "func_def_paren", "func_proto_paren"]
 
 
@@ -308,9 +308,9 @@ def read_list(folder, style, half):
 def parse_arguments():
     parser = argparse.ArgumentParser(
         prog="bench/fidelity",
-        description="Counts the lines per 100 that formatters change in code that keeps a style: given as it is (keep), "
-        "and after uncrustify, without a column limit, has put it out of style (restore), "
-        "each against the original. The styles, and how each formatter is fitted to them, are in bench/styles.ini.",
+        description="Counts the lines per 100 that formatters change in code that keeps a style: given as it is "
+        "(keep), and after uncrustify, without a column limit, has put it out of style (restore), each against the "
+        "original. The styles, and how each formatter is fitted to them, are in bench/styles.ini.",
         epilog="The newest clang-format comes with npm: `npm install clang-format-node` in a folder of its own, then "
         "--clang-format=FOLDER/node_modules/clang-format-node/bin/cfn-linux-x64/clang-format.",
     )
@@ -351,7 +351,8 @@ def main():
         sys.exit("No such style: " + ", ".join(unknown))
     bench = Bench(options)
     heads = ["", "", "refused", ""] + [cell for measure in options.measures for cell in ["", measure, "", "", ""]]
-    rows = [heads, ["", "files", "by us", "others"] + ["files", "ours", "clang", "astyle", "indent"] * len(options.measures)]
+    columns = ["files", "ours", "clang", "astyle", "indent"]
+    rows = [heads, ["", "files", "by us", "others"] + columns * len(options.measures)]
     for name in options.styles or sections.sections():
         paths = read_list(options.lists, name, options.half)
         if not paths:
