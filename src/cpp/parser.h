@@ -39,7 +39,7 @@ public:
     explicit Parser(Unrecognized unrecognized = Unrecognized::Reported)
         : keepsUnrecognized_(unrecognized == Unrecognized::Kept) {}
 
-    // `root` must be a Cpp::RootNode; its former content is replaced.
+    // `lexer` must be a Cpp::Lexer, and `root` a Cpp::RootNode; its former content is replaced.
     void parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) override;
 
     // What the last parse has kept, in source order.

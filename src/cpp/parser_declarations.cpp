@@ -1,8 +1,10 @@
 // The level of declarations: what a file holds, and the shape of each declaration.
 
+#include <algorithm>
 #include <utility>
 
 #include "cpp/conditional_groups.h"
+#include "cpp/lexer.h"
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
 #include "cpp/parser_nesting.h"
@@ -26,7 +28,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     noDeclarationBefore_ = noBraceBefore_ = 0;
     className_ = {};
     kept_.clear();
-    std::vector<Token> text = readTokens(lexer);
+    std::vector<Token> text = readTokens(dynamic_cast<Lexer&>(lexer));
     foldUnreadBranches(text);
     links_ = TokenLinks(text);
     TokenBuffer tokens(std::move(text));
@@ -38,6 +40,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     } catch (const ParseEnded& ended) {
         diagnostics_.push_back({Tessel::Error, ended.position, 0, ended.reason});
     }
+    links_ = {};
     if (keepsUnrecognized_) diagnostics_.resize(std::min(diagnostics_.size(), diagnostics.size() + kMaximumCauses));
     dynamic_cast<RootNode&>(root).swap(tree);
     diagnostics = diagnostics_;

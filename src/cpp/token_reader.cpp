@@ -54,7 +54,7 @@ bool isNameBefore(const Trn::Token& word, int following) {
 }
 
 // Makes `first`, which opens a region, the token of all of it.
-void takeRegion(Trn::Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn::Token&)) {
+void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn::Token&)) {
     for (int depth = 1; depth > 0;) {
         const Trn::Token token = lexer.nextToken();
         first.end = token.end;
@@ -70,8 +70,11 @@ void takeRegion(Trn::Lexer& lexer, Trn::Token& first, int kind, int (*step)(cons
 
 }  // namespace
 
-std::vector<Trn::Token> readTokens(Trn::Lexer& lexer) {
+std::vector<Trn::Token> readTokens(Lexer& lexer) {
+    // Most texts have fewer tokens. What is not needed is never touched.
+    constexpr std::size_t charactersToToken = 4;
     std::vector<Trn::Token> tokens;
+    tokens.reserve(lexer.textSize() / charactersToToken + 1);
     std::size_t previous = 0;  // the last token that is no comment
     do {
         Trn::Token& token = tokens.emplace_back(lexer.nextToken());

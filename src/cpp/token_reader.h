@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "trn/lexer.h"
+#include "cpp/lexer.h"
 #include "trn/token.h"
 
 namespace Cpp {
@@ -14,6 +14,6 @@ namespace Cpp {
 //     // VANTREL-OFF … // VANTREL-ON      ProtectedRegion
 //
 // The tokens are views of the text and of what the lexer owns.
-std::vector<Trn::Token> readTokens(Trn::Lexer& lexer);
+std::vector<Trn::Token> readTokens(Lexer& lexer);
 
 }  // namespace Cpp

@@ -31,8 +31,8 @@ struct Token {
     Position end;
     std::uint32_t offset = 0;
     std::uint32_t length = 0;
-    std::string_view text;
     ValueType valueType = ValueType::None;
+    std::string_view text;
 
     // The first character of a character literal, escapes resolved. Throws InvalidValueType.
     char charValue() const;
