@@ -91,9 +91,12 @@ void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, 
     const bool startsDirective = !after.hasLineFeed() && writer_.startsDirectiveBehind(gap);
     const OptionalText& apart = joinsScope ? kBlank : after;
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
+    const std::string_view front = leadingBlanks(rest);
+    const OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
+    const OptionalText behind = keepsBreak(rest, apart) ? keptBreak(rest) : apart;
     writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon,
-                                                  rest.size() < gap.size() ? kNothing : before,
-                                                  startsDirective ? kLineFeed : apart, state()));
+                                                  rest.size() < gap.size() ? kNothing : ahead,
+                                                  startsDirective ? kLineFeed : behind, state()));
 }
 
 void CppFormatter::visit(Cpp::BaseClauseNode* clause) {

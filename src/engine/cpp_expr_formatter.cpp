@@ -1,6 +1,7 @@
 #include "engine/cpp_expr_formatter.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "cpp/token_joining.h"
 #include "cpp/token_sets.h"
@@ -73,6 +74,7 @@ struct CppExprFormatter::Run {
     ExprMode mode;
     const OptionalText& typeWhitespace;
     bool nameFollows;
+    std::optional<HangingLines> hanging;    // of lines that are kept
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
     const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
     bool sawMark = false;
@@ -86,13 +88,13 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
     : CppExprFormatterBase(scheme, source), settings_(CppExprFormatterBase::scheme()) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
-                                               BlocksInText* blocks) {
-    return format(text, state, ExprMode::Expression, kAsInInput, false, blocks);
+                                               BlocksInText* blocks, HangingLines::Text hanging) {
+    return format(text, state, ExprMode::Expression, kAsInInput, false, blocks, hanging);
 }
 
 std::string CppExprFormatter::formatDeclarationText(std::string_view text, const IndentState& state,
                                                     const OptionalText& typeWhitespace) {
-    return format(text, state, ExprMode::Declaration, typeWhitespace, false);
+    return format(text, state, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
 }
 
 std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
@@ -106,7 +108,8 @@ std::string CppExprFormatter::formatDeclarators(std::string_view text, const Ind
 }
 
 std::string CppExprFormatter::format(std::string_view text, const IndentState& state, ExprMode mode,
-                                     const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks) {
+                                     const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
+                                     HangingLines::Text hanging) {
     OIndentBuf out(state);
     // The blocks hold expressions of their own.
     std::vector<ExprToken> ownTokens;
@@ -114,6 +117,10 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows);
     run.blocks = blocks;
+    if (settings_.keepsLineBreaks && !state.keepLeadingSpace) {
+        const int indentColumn = columnAfter(state.indent, 0, state.tabSize);
+        run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
+    }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (nameFollows) writeTypeEnd(run);
     run.sweep.writeGap();
@@ -152,6 +159,8 @@ void CppExprFormatter::writeCurrent(Run& run) {
             }
         }
         run.after = nullptr;
+        if (token.token.kind != Cpp::Directive && keepsLine(run)) keepLine(run);
+        passToken(run);
         writeTrivia(run.sweep, run.out);
         return;
     }
@@ -183,7 +192,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
     run.after = wantedAfter(run, run.previous);
     const bool opens = token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen ||
                        token.token.kind == Cpp::OpenBrace;
-    run.sweep.writeToken();
+    writeToken(run);
     if (opens && token.partner != kNoToken) openGroup(run);
 }
 
@@ -212,9 +221,10 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
-    if (isStacked(run)) return startLiteralLine(run);
     const OptionalText* wanted = wantedBefore(run, run.sweep.place());
     if (!wanted) wanted = run.after;
+    if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
+    if (isStacked(run)) return startLiteralLine(run);
     if (wanted && wanted->present) {
         run.sweep.writeGapWith(wanted->text);
     } else if (const OptionalText* joined = wrapsLines() ? joinedLine(run) : nullptr) {
@@ -222,6 +232,33 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     } else {
         run.sweep.writeGap();
     }
+}
+
+// Whether the current token begins a line that is kept.
+bool CppExprFormatter::keepsLine(const Run& run) const {
+    if (!settings_.keepsLineBreaks || run.sweep.place() == 0) return false;
+    return isLineBreak(run.sweep.gap()) || (run.out.column() == 0 && isAllWhitespace(run.sweep.gap()));
+}
+
+void CppExprFormatter::keepLine(Run& run) {
+    if (!run.hanging) return run.sweep.writeGap();
+    const std::string_view gap = run.sweep.takeGap();
+    const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
+    IndentScope indent(run.out, indentToColumn(run.out, run.hanging->columnFor(run.sweep.place())));
+    run.out.write(std::string(lineFeeds, '\n'));
+    run.out.startLine();
+}
+
+// Tells where the current token stands, the gap in front of it written.
+void CppExprFormatter::passToken(Run& run) {
+    if (!run.hanging) return;
+    const std::size_t place = run.sweep.place();
+    run.hanging->pass(place, columnToIndentFrom(run.out), place > 0 && !run.out.lineHasText());
+}
+
+void CppExprFormatter::writeToken(Run& run) {
+    passToken(run);
+    run.sweep.writeToken();
 }
 
 // Whether the current token is a literal that stands in a line below another one, in the rows of an
@@ -331,7 +368,9 @@ void CppExprFormatter::writeMarks(Run& run) {
     const OptionalText& fallback = run.typeWhitespace.present ? run.typeWhitespace : kBlank;
     const OptionalText& apart = marks.gap.present ? marks.gap : fallback;
 
-    if (!isAnchored || isBehindComma) {
+    if (keepsLine(run)) {
+        keepLine(run);
+    } else if (!isAnchored || isBehindComma) {
         writeGapBefore(run);
     } else if (marks.anchor == kAnchoredToType) {
         run.sweep.writeGapWith("");
@@ -341,14 +380,14 @@ void CppExprFormatter::writeMarks(Run& run) {
         run.sweep.writeGap();
     }
     if (!run.groups.empty()) startElements(run, run.groups.back());
-    run.sweep.writeToken();
+    writeToken(run);
     while (run.sweep.place() < end) {
         if (isAnchored) {
             run.sweep.writeGapWith("");
         } else {
             run.sweep.writeGap();
         }
-        run.sweep.writeToken();
+        writeToken(run);
     }
     run.previous = end - 1;
     run.sawMark = true;
@@ -423,13 +462,14 @@ void CppExprFormatter::closeGroup(Run& run) {
     writeClosingGap(run, group);
     run.previous = run.sweep.place();
     run.after = nullptr;
-    run.sweep.writeToken();
+    writeToken(run);
     // ">>" ends the list around this one too.
     if (!run.groups.empty() && run.groups.back().close == run.previous) run.groups.pop_back();
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     const OptionalText* wanted = beforeClose(group.kind);
+    if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!group.hasElements && (run.after || wanted)) {
         run.sweep.writeGapWith("");
         return;
@@ -459,10 +499,16 @@ void CppExprFormatter::writeComma(Run& run) {
     Group& group = run.groups.empty() ? declarators : run.groups.back();
     startElements(run, group);
     const SeparatorSpacing spacing = spacingOf(group);
+    const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
+    const bool keepsBehind =
+        settings_.keepsLineBreaks && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
+    if (keepsFront) keepLine(run);
+    passToken(run);
     const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
     run.previous = run.sweep.place();
     run.after = nullptr;
-    writeSeparator(run.sweep, {joined ? *joined : spacing.before, spacing.after},
+    const OptionalText& before = joined ? *joined : spacing.before;
+    writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
                    group.isList ? &group.listColumn : nullptr, run.out);
 }
 

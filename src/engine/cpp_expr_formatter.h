@@ -34,8 +34,10 @@ class CppExprFormatter : public CppExprFormatterBase {
 public:
     explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
 
+    // A text in parentheses is a list: lines hang under its start.
     std::string formatExpression(std::string_view text, const Zelmor::IndentState& state,
-                                 BlocksInText* blocks = nullptr);
+                                 BlocksInText* blocks = nullptr,
+                                 HangingLines::Text hanging = HangingLines::Text::Statement);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
     std::string formatDeclarationText(std::string_view text, const Zelmor::IndentState& state,
                                       const OptionalText& typeWhitespace);
@@ -70,9 +72,14 @@ private:
     struct Run;
 
     std::string format(std::string_view text, const Zelmor::IndentState& state, ExprMode mode,
-                       const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr);
+                       const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr,
+                       HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
+    bool keepsLine(const Run& run) const;
+    void keepLine(Run& run);
+    static void passToken(Run& run);
+    static void writeToken(Run& run);
     void writeBlock(Run& run);
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);

@@ -116,9 +116,19 @@ private:
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body, const OptionalText& beforeOpen);
 
     // Bodies in expressions (expr_body_rules.cpp).
-    void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies);
+    void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
+                         HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies);
     void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
+
+    // Lines that are kept (kept_lines.cpp).
+    bool keepsLines() const { return settings_.keepsLineBreaks; }
+    bool hangsLines() { return keepsLines() && !out().keepLeadingSpace(); }
+    bool keepsBreak(std::string_view gap, const OptionalText& wanted) const;
+    OptionalText keptBreak(std::string_view gap);
+    void keepBreaks(std::string_view gap, OptionalText& before, OptionalText& behind);
+    void writeKeptBreak(std::string_view gap);
+    void writeKeptBreakAt(std::string_view gap, int column);
 
     // Lists (list_rules.cpp).
     void formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators);
@@ -126,6 +136,8 @@ private:
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             ListSeparators separators);
     void writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after);
+    bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen);
+    void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              ListSeparators separators, const OptionalText& beforeClose);
     void formatParenList(Cpp::ParameterListNode& list);

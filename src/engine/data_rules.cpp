@@ -139,6 +139,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, column->second, name, isAligned);
+    } else if (keepsBreak(gap, kAsInInput)) {
+        writeKeptBreak(gap);
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
         out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {

@@ -76,13 +76,14 @@ private:
     std::vector<TextExtent> extents_;
 };
 
-void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies& bodies) {
+void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
+                                   HangingLines::Text hanging) {
     if (bodies.empty()) {
-        writeRendered(exprFormatter_.formatExpression(text, state()));
+        writeRendered(exprFormatter_.formatExpression(text, state(), nullptr, hanging));
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    writeRendered(exprFormatter_.formatExpression(text, state(), &blocks));
+    writeRendered(exprFormatter_.formatExpression(text, state(), &blocks, hanging));
 }
 
 void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/extension_settings.h"
+#include "engine/hanging_lines.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -37,6 +38,7 @@ struct ExprSettings : ExtensionSettings {
     OptionalText dataIndent;
     MarkSettings asterisk;
     MarkSettings ampersand;
+    HangingIndents hanging;
     bool alignsCallArguments = false;
 };
 

@@ -30,6 +30,8 @@ private:
 public:
     bool keepsUnrecognized = from_.isOn("KEEP_UNRECOGNIZED");
 
+    bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
+
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };
 

@@ -31,6 +31,8 @@ namespace {
 constexpr const char* kAnalyzing = "Analyzing file:\n%s";
 constexpr const char* kFormatting = "Formatting file:\n%s";
 constexpr const char* kMalformedLiteral = "The literal that begins here does not end.";
+// More than any text that settles takes.
+constexpr int kWrappingRounds = 4;
 constexpr const char* kStrayBackslash = "Unexpected \"\\\" in front of this.";
 
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
@@ -135,7 +137,11 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     if (!progress(kFormatting)) return cancel(diagnostics);
 
     std::string result = formatParsed(source, options, passes_);
-    if (readSwitch(options.scheme, Keys::LINE_WRAP)) {
+    const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
+    // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
+    // they are to.
+    int rounds = ExtensionSettings(options.scheme).keepsLineBreaks ? kWrappingRounds : 1;
+    for (bool isSettled = !wraps; !isSettled && rounds > 0; --rounds) {
         ParsedText formatted(std::move(result));
         if (auto messages = parse(parser, formatted); !messages.empty()) {
             return moveTo(diagnostics, std::move(messages));
@@ -144,6 +150,14 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
         std::ostringstream wrapped;
         passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
         result = std::move(wrapped).str();
+        isSettled = result == formatted.text.text();
+        if (isSettled || rounds == 1) break;
+        ParsedText again(std::move(result));
+        if (auto messages = parse(parser, again); !messages.empty()) {
+            return moveTo(diagnostics, std::move(messages));
+        }
+        again.root.accept(preFormatter);
+        result = formatParsed(again, options, passes_);
     }
     if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
     proveRegions(source, regions, result);

@@ -83,7 +83,11 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         formatParenList(*head->parameters());
     }
     Cpp::KeptNode* oldParameters = head->oldParameters();
-    const std::string_view rest = oldParameters ? std::string_view() : writer_.readThrough(head->end());
+    std::string_view rest = oldParameters ? std::string_view() : writer_.readThrough(head->end());
+    if (const std::string_view blanks = leadingBlanks(rest); keepsBreak(blanks, kAsInInput)) {
+        writeKeptBreak(blanks);
+        rest.remove_prefix(blanks.size());
+    }
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
     if (oldParameters) oldParameters->accept(*this);
     return base;

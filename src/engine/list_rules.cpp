@@ -34,7 +34,7 @@ bool partsLines(std::string_view gap) {
 
 void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators) {
     if (list.size() == 0) return;
-    if (!separators.breaksLines()) {
+    if (!separators.breaksLines() && !hangsLines()) {
         formatElements(list, separators);
         return;
     }
@@ -57,10 +57,13 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
                                       const Cpp::SyntaxNode& next, ListSeparators separators) {
     const bool startsDirective = isDirective(next) || writer_.startsDirectiveBehind(gap);
     const bool staysApart = isLineComment(next) || startsDirective;
-    const OptionalText* after = &separators.between;
     OptionalText before = separators.before;
+    OptionalText between = separators.between;
+    keepBreaks(gap, before, between);
+    const bool breaksLines = before.hasLineFeed() || between.hasLineFeed();
+    const OptionalText* after = &between;
     if (before.hasLineFeed()) before.text = asOutputStands(before.text);
-    if (!separators.between.hasLineFeed()) {
+    if (!between.hasLineFeed()) {
         if (startsDirective) after = &kLineFeed;
     } else {
         if (!startsDirective && writer_.holdsLineComment(gap)) {
@@ -73,8 +76,9 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     if (rest.size() < gap.size()) before = kNothing;
     gap = rest;
     // A line that has been wrapped is joined.
-    if (exprFormatter_.wrapsLines() && !after->present && !staysApart && partsLines(gap)) after = &kBlank;
-    if (trim(gap) == "," && !separators.breaksLines() && after->present && !after->hasLineFeed()) {
+    if (exprFormatter_.wrapsLines() && !keepsLines() && !after->present && !staysApart && partsLines(gap))
+        after = &kBlank;
+    if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
         writeComma(gap, before, *after);
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
@@ -86,7 +90,7 @@ void CppFormatter::writeComma(std::string_view gap, const OptionalText& before, 
     const std::string_view blanks = leadingBlanks(gap);
     if (before.present) {
         out().writeVerbatim(before.text);
-    } else if (!exprFormatter_.wrapsLines() || !isLineBreak(blanks)) {
+    } else if (!exprFormatter_.wrapsLines() || keepsLines() || !isLineBreak(blanks)) {
         out().write(blanks);
     }
     out().write(",");
@@ -106,9 +110,35 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
         }
         return;
     }
-    writeGapBefore(**list.childBegin(), afterOpen);
+    const bool startsLine = writeListStart(list, afterOpen);
+    const int column = startsLine ? columnAfter(out().indent(), 0, out().tabSize()) : writer_.nextColumn();
     formatSeparatedList(list, separators);
+    writeListEnd(list, beforeClose, column);
+}
+
+// Returns whether the first element begins a line that is kept.
+bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen) {
+    const Cpp::SyntaxNode& first = **list.childBegin();
+    const std::string_view gap = writer_.readGap(first.start());
+    const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
+    if (isKept) {
+        writeKeptBreak(gap);
+    } else if (afterOpen.present) {
+        writer_.writeMerged(gap, afterOpen.text);
+    } else {
+        writer_.write(gap);
+    }
+    return isKept;
+}
+
+// A closing bracket that begins a line that is kept does so at `column`.
+void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose,
+                                int column) {
     const std::string_view closing = writer_.readGap(list.end());
+    if (keepsBreak(closing, beforeClose) && isAllWhitespace(closing)) {
+        writeKeptBreakAt(closing, column);
+        return;
+    }
     // A ">>" that ends two lists is one token.
     const bool isInsideToken = closing.empty() && writer_.peek() == '>' && writer_.peekBehind() == '>';
     if (beforeClose.present && !isInsideToken) {

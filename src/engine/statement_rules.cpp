@@ -174,7 +174,11 @@ void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprN
 std::string_view CppFormatter::writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies) {
     const OptionalText& afterOpen = settings_.afterControlOpenParen;
     const OptionalText& beforeClose = settings_.beforeControlCloseParen;
-    if (afterOpen.present && !startsWithLineEndToken(inside)) {
+    if (const std::string_view blanks = leadingBlanks(inside); keepsBreak(blanks, afterOpen)) {
+        const std::string& wrapIndent = exprFormatter_.settings().hanging.wrap.text;
+        writeKeptBreakAt(blanks, columnAfter(wrapIndent, baseColumn(), out().tabSize()));
+        inside.remove_prefix(blanks.size());
+    } else if (afterOpen.present && !startsWithLineEndToken(inside)) {
         out().writeVerbatim(afterOpen.text);
         inside = trimLeft(inside);
     }
@@ -183,9 +187,10 @@ std::string_view CppFormatter::writeCondition(std::string_view inside, int keywo
     if (keyword == Cpp::KeywordCatch) {
         writeRendered(exprFormatter_.formatDeclarationText(condition, state(), settings_.afterParameterType));
     } else {
-        writeExpression(condition, bodies);
+        writeExpression(condition, bodies, HangingLines::Text::List);
     }
     if (!beforeClose.present) return {};
+    if (keepsBreak(closing, beforeClose)) return kLineFeed.text;
     return endsWithLineEndToken(condition) ? closing.substr(0, closing.find('\n') + 1)
                                            : std::string_view(beforeClose.text);
 }
@@ -200,12 +205,13 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
         writeRendered(exprFormatter_.formatDeclarationText(text, state(), kAsInInput));
     };
     out().writeVerbatim(settings_.afterControlOpenParen.text);
-    IndentScope indent(out(), settings_.alignsForClauses ? indentToColumn(out(), writer_.nextColumn())
-                                                         : out().indent());
+    const bool hangsUnderFirst = settings_.alignsForClauses || hangsLines();
+    IndentScope indent(out(), hangsUnderFirst ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
     write(clauses[0]);
     for (const std::string_view clause : {clauses[1], clauses[2]}) {
         if (trimLeft(clause).empty()) continue;
-        out().writeVerbatim(asOutputStands(settings_.betweenForClauses.text));
+        const bool isKept = keepsBreak(leadingBlanks(clause), settings_.betweenForClauses);
+        out().writeVerbatim(asOutputStands(isKept ? kLineFeed.text : settings_.betweenForClauses.text));
         write(clause);
     }
     return asOutputStands(settings_.beforeControlCloseParen.text);

@@ -84,6 +84,7 @@ int CppExprLineWrapper::firstColumn(const IndentState& state) const {
 bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
     if (!settings_.wrapsLines()) return false;
     text_.read(text, context.mode, context.trailingWidth, sourceColumns());
+    if (settings_.keepsLineBreaks && !context.keepsLines) text_.joinLines();
     return text_.size() > 0 && !text_.holdsUnknownText();
 }
 

@@ -37,6 +37,22 @@ bool holdsLineEnd(std::string_view text) {
     return text.find('\n') != std::string_view::npos;
 }
 
+// Whether nothing stands between two tokens that come to stand on one line.
+bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
+    const auto isMember = [](int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; };
+    switch (first.role) {
+        case ExprRole::GroupOpen:
+        case ExprRole::TemplateOpen:
+        case ExprRole::UnaryOperator:
+            return true;
+        default:
+            break;
+    }
+    if (isMember(first.token.kind) || isMember(second.token.kind)) return true;
+    return second.role == ExprRole::GroupClose || second.role == ExprRole::TemplateClose ||
+           second.role == ExprRole::Separator;
+}
+
 }  // namespace
 
 void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source) {
@@ -164,6 +180,24 @@ void WrapText::respaceCommas(std::string_view before) {
             if (isAmongTokens && !startsOwnLine(place + 1)) gaps_[place + 1] = " ";
         }
     }
+    measureGaps();
+}
+
+void WrapText::joinLines() {
+    for (std::size_t place = 1; place < tokens_.size(); ++place) {
+        const ExprToken& before = tokens_[place - 1];
+        if (before.token.kind == Cpp::OpenBrace && before.partner != kNoToken && before.partner >= place) {
+            place = before.partner;
+            continue;
+        }
+        const bool isApart = tokens_[place].role == ExprRole::Trivia || before.role == ExprRole::Trivia;
+        if (isApart || !holdsLineEnd(gaps_[place])) continue;
+        gaps_[place] = isJoinedTightly(before, tokens_[place]) ? "" : " ";
+    }
+    measureGaps();
+}
+
+void WrapText::measureGaps() {
     int offset = 0;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         offsets_[place] = offset + lengthOf(gaps_[place]);

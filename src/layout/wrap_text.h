@@ -61,6 +61,9 @@ public:
     // Gives the commas outside of brackets `before` in front of them and a blank behind.
     void respaceCommas(std::string_view before);
 
+    // Puts the lines of the text, but for those in braces, onto one, as far as comments let it.
+    void joinLines();
+
     // Whether the token stands on another line than the one before, whatever the wrapper does.
     bool startsOwnLine(std::size_t place) const { return has(place, OwnLine); }
     // Whether nothing but comments stands in front of the token on its line, and does so wherever the line
@@ -117,6 +120,7 @@ private:
         int offset;  // behind the bracket
     };
 
+    void measureGaps();
     void readTraits();
     void readComments(const SourceColumns& source);
     void readElements(const SourceColumns& source);

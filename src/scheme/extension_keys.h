@@ -29,6 +29,10 @@ inline constexpr std::array EXTENSIONS = {
     ExtensionKey{"KEEP_UNRECOGNIZED", PropertyType::Boolean, KeyGroup::Text,
                  "what no rule recognises is kept as it is, where it would else be refused",
                  "BEGIN_TABLE(int, 3) [x] { }"},
+    ExtensionKey{"KEEP_LINE_BREAKS", PropertyType::Boolean, KeyGroup::Wrapping,
+                 "lines that begin inside lists, conditions and expressions still do so, and hang under what "
+                 "they continue",
+                 "int a = b +\n c;"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };

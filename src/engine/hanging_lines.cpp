@@ -1,0 +1,168 @@
+#include "engine/hanging_lines.h"
+
+#include <algorithm>
+
+#include "cpp/token_kind.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+bool isShift(const ExprToken& token) {
+    return token.role == ExprRole::BinaryOperator &&
+           (token.token.kind == Cpp::ShiftLeft || token.token.kind == Cpp::ShiftRight);
+}
+
+bool isMemberAccess(int kind) {
+    return kind == Cpp::Dot || kind == Cpp::Arrow;
+}
+
+// Whether an operand follows that lines hang under.
+bool awaitsOperand(const ExprToken& token) {
+    const int kind = token.token.kind;
+    return kind == Cpp::KeywordReturn || (token.role == ExprRole::BinaryOperator && isAssignmentKind(kind));
+}
+
+}  // namespace
+
+HangingLines::HangingLines(const std::vector<ExprToken>& tokens, Text text, int indentColumn,
+                           const HangingIndents& indents, const SourceColumns& source)
+    : tokens_(tokens), indents_(indents), source_(source), lineColumn_(indentColumn) {
+    Level& level = levels_.emplace_back();
+    level.kind = text == Text::List ? Level::Kind::List : Level::Kind::Statement;
+    level.base = indentColumn;
+    level.lineColumn = indentColumn;
+}
+
+int HangingLines::columnFor(std::size_t place) const {
+    const Level& level = levels_.back();
+    if (level.kind == Level::Kind::Block) return sourceRelative(level, place);
+    const std::size_t next = skipTrivia(place);
+    if (next >= tokens_.size()) return columnInLevel(level);
+    const ExprToken& token = tokens_[next];
+    if (next == level.close) {
+        const bool isComment = next != place;
+        if (isComment) return level.first != kNone ? level.first : columnOfContents(level);
+        const bool standsUnderFirst =
+            level.kind != Level::Kind::Braces && level.first != kNone && !level.startedLine;
+        return standsUnderFirst ? level.first : level.lineColumn;
+    }
+    const int kind = token.token.kind;
+    if (isMemberAccess(kind) && level.element != kNone) {
+        return level.chain != kNone ? level.chain : wrapped(columnOfElement(level));
+    }
+    if (isShift(token) && level.shift != kNone) return level.shift;
+    if (kind == Cpp::Colon && level.question != kNone) return level.question;
+    if (continuesLiteral(next)) return literalColumn_;
+    if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
+    return columnInLevel(level);
+}
+
+int HangingLines::columnInLevel(const Level& level) const {
+    if (level.operand != kNone) return level.operand;
+    if (level.first == kNone || level.awaitsOperand) return columnOfContents(level);
+    const bool startsElement = level.element == kNone;
+    if (level.kind == Level::Kind::Statement) {
+        // What begins with a "=" continues a list of declarators that began elsewhere.
+        const bool showsFirst = tokens_.front().role != ExprRole::BinaryOperator;
+        return startsElement && showsFirst ? level.first : wrapped(level.base);
+    }
+    return startsElement ? level.first : level.element;
+}
+
+int HangingLines::columnOfContents(const Level& level) const {
+    if (level.kind != Level::Kind::Braces) return wrapped(columnOfElement(level));
+    return columnAfter(indents_.data.text, level.lineColumn, source_.tabSize());
+}
+
+// From where what stands behind its first token is indented.
+int HangingLines::columnOfElement(const Level& level) const {
+    return level.kind == Level::Kind::Statement || level.element == kNone ? level.base : level.element;
+}
+
+int HangingLines::wrapped(int column) const {
+    return columnAfter(indents_.wrap.text, column, source_.tabSize());
+}
+
+int HangingLines::sourceRelative(const Level& level, std::size_t place) const {
+    const int distance = source_.columnOf(tokens_[place].token.text) - level.sourceColumn;
+    return std::clamp(level.lineColumn + distance, 0, kRightmostIndent);
+}
+
+std::size_t HangingLines::skipTrivia(std::size_t place) const {
+    while (place < tokens_.size() && isTrivia(place)) ++place;
+    return place;
+}
+
+// Names of literals may stand among them: "a" PRIu64 "b".
+bool HangingLines::continuesLiteral(std::size_t place) const {
+    const auto isPart = [this](std::size_t at) {
+        const int kind = tokens_[at].token.kind;
+        return kind == Cpp::StringLiteral || kind == Cpp::Identifier;
+    };
+    return literalColumn_ != kNone && previous_ != kNoToken && isPart(previous_) && isPart(place);
+}
+
+void HangingLines::pass(std::size_t place, int column, bool startsLine) {
+    if (startsLine) lineColumn_ = column;
+    if (isTrivia(place)) return passComment(place, column);
+    while (levels_.size() > 1 && levels_.back().close == place) levels_.pop_back();
+    passInLevel(place, column);
+    if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
+    previous_ = place;
+    const std::size_t partner = tokens_[place].partner;
+    if (partner != kNoToken && partner > place) open(place);
+}
+
+// One in front of an element on its line counts to it.
+void HangingLines::passComment(std::size_t place, int column) {
+    Level& level = levels_.back();
+    const Trn::Token& comment = tokens_[place].token;
+    const bool leadsElement = comment.kind == Cpp::BlockComment && place + 1 < tokens_.size() &&
+                              tokens_[place + 1].token.start.line == comment.end.line;
+    if (!leadsElement) return;
+    if (level.first == kNone) level.first = column;
+    if (level.element == kNone) level.element = column;
+}
+
+void HangingLines::passInLevel(std::size_t place, int column) {
+    Level& level = levels_.back();
+    const ExprToken& token = tokens_[place];
+    const int kind = token.token.kind;
+    const bool startsElement = level.element == kNone;
+    if (level.first == kNone) level.first = column;
+    if (startsElement) level.element = column;
+    if (level.awaitsOperand) level.operand = column;
+    level.awaitsOperand = awaitsOperand(token);
+    if (level.awaitsOperand) {
+        level.operand = level.chain = level.shift = level.question = kNone;
+    } else if (token.role == ExprRole::Separator) {
+        level.startElement();
+    } else if (isMemberAccess(kind) && !startsElement && level.chain == kNone) {
+        level.chain = column;
+    } else if (isShift(token) && level.shift == kNone) {
+        level.shift = column;
+    } else if (kind == Cpp::Question) {
+        level.question = column;
+    }
+    if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
+        literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;
+    }
+}
+
+void HangingLines::open(std::size_t place) {
+    const Level& outer = levels_.back();
+    Level level;
+    level.close = tokens_[place].partner;
+    const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
+    const bool isBlock = isBrace && opensBlock(tokens_, place);
+    level.kind = isBlock ? Level::Kind::Block : isBrace ? Level::Kind::Braces : Level::Kind::List;
+    const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
+    level.base = isInList ? outer.element : lineColumn_;
+    level.lineColumn = lineColumn_;
+    if (isBlock) level.sourceColumn = source_.indentationOf(tokens_[place].token.text);
+    levels_.push_back(level);
+}
+
+}  // namespace Tessel

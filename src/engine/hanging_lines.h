@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+#include "engine/optional_text.h"
+#include "engine/source_columns.h"
+
+namespace Tessel {
+
+// How far lines hang that begin where nothing stands to hang under.
+struct HangingIndents {
+    OptionalText wrap;  // WRAP_INDENT
+    OptionalText data;  // INDENT_DD_CONTENT, for those behind a "{"
+};
+
+// Where the lines hang that the author has begun inside a text, one sweep over its tokens:
+//
+//     total = first +          under the first operand
+//             second;
+//     call(first, other(
+//                     third),  from the element, by WRAP_INDENT
+//          fourth);            under the first element
+//     builder.add(1)
+//            .add(2);          at the first "." of a chain; the same for "<<", "?:" and literals
+//     call(
+//         first);              from the line, by WRAP_INDENT
+//
+// Lines of statements inside the text, as those of a lambda, keep their place relative to the line that
+// begins them.
+class HangingLines {
+public:
+    enum class Text { Statement, List };
+
+    // `indentColumn` is that of the statement, or of the list, that the text is part of. All are borrowed.
+    HangingLines(const std::vector<ExprToken>& tokens, Text text, int indentColumn,
+                 const HangingIndents& indents, const SourceColumns& source);
+
+    // The column of a token, not passed yet, that begins a line.
+    int columnFor(std::size_t place) const;
+    // The next token has come to stand at `column`.
+    void pass(std::size_t place, int column, bool startsLine);
+
+private:
+    static constexpr int kNone = -1;
+
+    // What stands between a pair of brackets, or the text itself. Columns are kNone until there is one.
+    struct Level {
+        enum class Kind { Statement, List, Braces, Block };
+
+        void startElement() { element = operand = chain = shift = question = kNone; }
+
+        Kind kind = Kind::Statement;
+        std::size_t close = kNoToken;
+        int base = 0;              // from where lines are indented while there is no element
+        int lineColumn = 0;        // of the line with the bracket
+        int sourceColumn = 0;      // of the same line in the source
+        bool startedLine = false;  // its first token did
+        int first = kNone;
+        int element = kNone;
+        int operand = kNone;  // the first behind "=" or "return"
+        bool awaitsOperand = false;
+        int chain = kNone;
+        int shift = kNone;
+        int question = kNone;
+    };
+
+    bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
+    std::size_t skipTrivia(std::size_t place) const;
+    int columnInLevel(const Level& level) const;
+    int columnOfElement(const Level& level) const;
+    int columnOfContents(const Level& level) const;
+    int wrapped(int column) const;
+    int sourceRelative(const Level& level, std::size_t place) const;
+    bool continuesLiteral(std::size_t place) const;
+    void passComment(std::size_t place, int column);
+    void passInLevel(std::size_t place, int column);
+    void open(std::size_t place);
+
+    const std::vector<ExprToken>& tokens_;
+    const HangingIndents& indents_;
+    const SourceColumns& source_;
+    std::vector<Level> levels_;
+    int lineColumn_;
+    int literalColumn_ = kNone;        // of the first of the literals that follow each other
+    std::size_t previous_ = kNoToken;  // the last token that is no comment or directive
+};
+
+}  // namespace Tessel
