@@ -17,6 +17,9 @@ private:
         explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
 
         bool isOn(ExtensionName<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.text()); }
+        OptionalText indent(ExtensionName<PropertyType::String> key) const {
+            return readIndent(*scheme_, key.text());
+        }
         OptionalText text(ExtensionName<PropertyType::String> key) const {
             return readText(*scheme_, key.text());
         }
@@ -29,6 +32,10 @@ private:
 
 public:
     bool keepsUnrecognized = from_.isOn("KEEP_UNRECOGNIZED");
+
+    OptionalText beforeLinkageOpen = from_.text("WS_BEFORE_LINKAGE_OPEN_BRACE");
+    OptionalText linkageIndent = from_.indent("INDENT_LINKAGE_CONTENT");
+    OptionalText singleIndent = from_.indent("INDENT_CS_SINGLE");
 
     bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
 

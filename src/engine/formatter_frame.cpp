@@ -276,12 +276,12 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
 }
 
 void CppFormatter::visit(Cpp::LinkageBlockNode* linkage) {
-    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.global.beforeOpen);
+    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.linkage.beforeOpen);
 }
 
 void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
     applyPendingWhitespace(*body);
-    formatBlock(*body, settings_.global);
+    formatBlock(*body, settings_.linkage);
 }
 
 void CppFormatter::visit(Cpp::LabelNode* label) { copyThrough(*label); }

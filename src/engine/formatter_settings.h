@@ -17,9 +17,14 @@ struct BraceSettings {
 struct FormatterSettings : ExtensionSettings {
     explicit FormatterSettings(const PropertySet& scheme);
 
+    const OptionalText& indentOfBody(bool isBraced) const {
+        return isBraced || !singleIndent.present ? statements.indent : singleIndent;
+    }
+
     OptionalText leftMargin;
 
     BraceSettings global;
+    BraceSettings linkage;
     BraceSettings namespaces;
     BraceSettings classes;
     BraceSettings functions;

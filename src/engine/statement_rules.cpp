@@ -131,7 +131,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     }
     if (part->head()) pend(isBraced(*body) ? braces.beforeOpen : braces.afterOpen);
     formatBlock(*body, braces,
-                keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent : braces.indent);
+                keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent
+                                                      : settings_.indentOfBody(isBraced(*body)));
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {

@@ -23,12 +23,6 @@ PropertySet completed(PropertySet scheme) {
     return scheme;
 }
 
-// Whether the node carries the positions of braces, as opposed to those of its contents.
-bool isBraced(const Cpp::BracketedNode& node) {
-    if (!Trn::isSet(node.open())) return false;
-    return node.size() == 0 || node.open() != (*node.childBegin())->start();
-}
-
 }  // namespace
 
 CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted,
@@ -43,6 +37,12 @@ CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextD
     out_.setTabSize(wrapper_.settings().tabSize);
     out_.setTabMode(wrapper_.settings().tabMode);
     if (wrapper_.settings().wrapsLines()) findLongLines();
+}
+
+// Whether the node carries the positions of braces, as opposed to those of its contents.
+bool CppLineWrapper::isBraced(const Cpp::BracketedNode& node) {
+    if (!Trn::isSet(node.open())) return false;
+    return node.size() == 0 || node.open() != (*node.childBegin())->start();
 }
 
 void CppLineWrapper::findLongLines() {
@@ -146,7 +146,7 @@ void CppLineWrapper::visit(Cpp::ClassBodyNode* body) {
 }
 
 void CppLineWrapper::visit(Cpp::LinkageBlockBodyNode* body) {
-    if (!copyUnlessLong(*body)) wrapBraced(*body, settings_.global.indent);
+    if (!copyUnlessLong(*body)) wrapBraced(*body, settings_.linkage.indent);
 }
 
 // A block on its own stands at the indentation.

@@ -72,7 +72,8 @@ void CppLineWrapper::visit(Cpp::CtrlSubStmtNode* part) {
         wrapBraced(*part->body(), kAsAround);
     } else {
         const bool isSwitch = keywordOf(part->head()) == Cpp::KeywordSwitch;
-        wrapBraced(*part->body(), isSwitch ? settings_.caseContentIndent : settings_.statements.indent);
+        wrapBraced(*part->body(),
+                   isSwitch ? settings_.caseContentIndent : settings_.indentOfBody(isBraced(*part->body())));
     }
 }
 

@@ -29,6 +29,13 @@ inline constexpr std::array EXTENSIONS = {
     ExtensionKey{"KEEP_UNRECOGNIZED", PropertyType::Boolean, KeyGroup::Text,
                  "what no rule recognises is kept as it is, where it would else be refused",
                  "BEGIN_TABLE(int, 3) [x] { }"},
+    ExtensionKey{"WS_BEFORE_LINKAGE_OPEN_BRACE", PropertyType::String, KeyGroup::Braces,
+                 "between extern \"C\" and its brace", "extern \"C\"{ int a; }"},
+    ExtensionKey{"INDENT_LINKAGE_CONTENT", PropertyType::String, KeyGroup::Braces,
+                 "in front of what stands in the braces of extern \"C\"", "extern \"C\" {\nint a;\n}"},
+    ExtensionKey{"INDENT_CS_SINGLE", PropertyType::String, KeyGroup::Statements,
+                 "in front of the body of a control statement that has no braces",
+                 "void f() { if (a)\nb(); }"},
     ExtensionKey{"KEEP_LINE_BREAKS", PropertyType::Boolean, KeyGroup::Wrapping,
                  "lines that begin inside lists, conditions and expressions still do so, and hang under what "
                  "they continue",
