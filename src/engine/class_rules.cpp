@@ -13,6 +13,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/one_line_rules.h"
 
 namespace Tessel {
 
@@ -36,7 +37,8 @@ std::size_t separatorEnd(std::string_view gap) {
 
 void CppFormatter::visit(Cpp::NamespaceDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
-    formatHeadAndBody(declaration->head(), declaration->body(), settings_.namespaces.beforeOpen);
+    formatHeadAndBody(declaration->head(), declaration->body(), settings_.namespaces.beforeOpen,
+                      settings_.keepsOneLineBlocks);
 }
 
 void CppFormatter::visit(Cpp::NamespaceBodyNode* body) {
@@ -53,12 +55,13 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
         const int headColumn = copyUpTo(*declaration->head());
         if (!templateColumn) base = headColumn;
         declaration->head()->accept(*this);
-        if (declaration->body()) pend(settings_.classes.beforeOpen);
     }
     if (!declaration->body()) return;
     {
         BaseColumnScope scope(*this, base);
-        declaration->body()->accept(*this);
+        const bool hasHead = declaration->head();
+        formatBody(*declaration->body(), hasHead ? settings_.classes.beforeOpen : kAsInInput,
+                   hasHead && settings_.keepsOneLineLists, [&] { declaration->body()->accept(*this); });
     }
     const bool endsWithBody = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
     lastClosedClass_ = endsWithBody ? declaration : nullptr;
@@ -107,7 +110,7 @@ void CppFormatter::visit(Cpp::BaseClauseNode* clause) {
 // Labels are indented from the column of their class.
 void CppFormatter::visit(Cpp::AccessSpecNode* label) {
     std::string_view gap = writer_.readGap(label->start());
-    if (settings_.beforeAccessLabel.present) {
+    if (settings_.beforeAccessLabel.present && !isOnOneLine_) {
         const std::size_t start = separatorEnd(gap);
         writer_.write(gap.substr(0, start));
         gap.remove_prefix(start);

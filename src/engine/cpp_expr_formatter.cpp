@@ -24,6 +24,10 @@ constexpr int kAnchoredToName = 1;
 // A name, or a qualifier in front of one.
 bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
 
+const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
+    return isOnOneLine && wanted.hasLineFeed() ? kBlank : wanted;
+}
+
 const OptionalText* ifPresent(const OptionalText& setting) { return setting.present ? &setting : nullptr; }
 
 }  // namespace
@@ -141,6 +145,7 @@ void CppExprFormatter::writeBlock(Run& run) {
     } else {
         run.sweep.writeGap();
     }
+    passToken(run);
     run.blocks->write(run.blocksWritten++, run.out);
     run.previous = run.sweep.place();
     run.after = nullptr;
@@ -434,8 +439,18 @@ void CppExprFormatter::openGroup(Run& run) {
                 settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
         }
     }
-    run.after = afterOpen(group.kind);
+    group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
+    run.after = afterOpen(group);
     run.groups.push_back(std::move(group));
+}
+
+// At the "{" written last: whether its initializer, which stands on one line, does so here too.
+bool CppExprFormatter::staysOnOneLine(const Run& run, std::size_t close) const {
+    const Trn::Token& open = run.tokens[run.previous].token;
+    const Trn::Token& end = run.tokens[close].token;
+    if (!settings_.keepsOneLineLists || open.start.line != end.end.line) return false;
+    const auto width = static_cast<int>(end.offset - open.offset);
+    return settings_.wrapMargin == 0 || run.out.column() + width <= settings_.wrapMargin;
 }
 
 // At the "{" written last. Rows within an initializer stand as far to the left as the rows around them.
@@ -468,7 +483,7 @@ void CppExprFormatter::closeGroup(Run& run) {
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
-    const OptionalText* wanted = beforeClose(group.kind);
+    const OptionalText* wanted = beforeClose(group);
     if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!group.hasElements && (run.after || wanted)) {
         run.sweep.writeGapWith("");
@@ -517,28 +532,32 @@ CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& 
         case Group::Kind::Parentheses:
         case Group::Kind::Cast: return {settings_.beforeCallComma, settings_.betweenCallArguments};
         case Group::Kind::Template: return {kAsInInput, settings_.betweenTemplateArguments};
-        case Group::Kind::Braces: return {settings_.beforeDataComma, settings_.betweenDataElements};
+        case Group::Kind::Braces:
+            return {onLine(settings_.beforeDataComma, group.isOnOneLine),
+                    onLine(settings_.betweenDataElements, group.isOnOneLine)};
         case Group::Kind::Brackets:
         case Group::Kind::InnerBraces: break;
     }
     return {kAsInInput, kAsInInput};
 }
 
-const OptionalText* CppExprFormatter::afterOpen(Group::Kind kind) const {
-    switch (kind) {
+const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
+    switch (group.kind) {
         case Group::Kind::Parentheses: return ifPresent(settings_.afterOpenParen);
         case Group::Kind::Brackets: return ifPresent(settings_.afterOpenBracket);
-        case Group::Kind::Braces: return ifPresent(settings_.afterDataBrace);
+        case Group::Kind::Braces:
+            return ifPresent(onLine(settings_.afterDataBrace, group.isOnOneLine));
         case Group::Kind::InnerBraces: return nullptr;
         default: return ifPresent(settings_.afterOpenAngle);
     }
 }
 
-const OptionalText* CppExprFormatter::beforeClose(Group::Kind kind) const {
-    switch (kind) {
+const OptionalText* CppExprFormatter::beforeClose(const Group& group) const {
+    switch (group.kind) {
         case Group::Kind::Parentheses: return ifPresent(settings_.beforeCloseParen);
         case Group::Kind::Brackets: return ifPresent(settings_.beforeCloseBracket);
-        case Group::Kind::Braces: return ifPresent(settings_.beforeDataCloseBrace);
+        case Group::Kind::Braces:
+            return ifPresent(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
         case Group::Kind::InnerBraces: return nullptr;
         default: return ifPresent(settings_.beforeCloseAngle);
     }

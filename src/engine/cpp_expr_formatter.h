@@ -64,6 +64,7 @@ private:
         int listColumn = 0;      // of the first element
         bool hasElements = false;
         bool holdsRows = false;  // of an initializer
+        bool isOnOneLine = false;
         struct ElementScope;
         std::unique_ptr<ElementScope> elements;
 
@@ -98,8 +99,9 @@ private:
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
     SeparatorSpacing spacingOf(const Group& group) const;
-    const OptionalText* afterOpen(Group::Kind kind) const;
-    const OptionalText* beforeClose(Group::Kind kind) const;
+    const OptionalText* afterOpen(const Group& group) const;
+    const OptionalText* beforeClose(const Group& group) const;
+    bool staysOnOneLine(const Run& run, std::size_t close) const;
     const MarkSettings& markSettings(int kind) const;
     const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
     static bool isJoinedToNext(const Run& run, std::size_t place);

@@ -113,7 +113,21 @@ private:
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose);
-    void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body, const OptionalText& beforeOpen);
+    void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body, const OptionalText& beforeOpen,
+                           bool isKept);
+
+    // What stays on one line (one_line_rules.cpp).
+    struct Place;
+    class OneLineSettingsScope;
+    bool mayFitOnLine(const Cpp::SyntaxNode& node) const;
+    int widthBehind();
+    std::string_view gapBefore(const Cpp::SyntaxNode& node);
+    bool keepsFunction(const Cpp::BracketedNode& body) const;
+    bool keepsStatement(const Cpp::CtrlStmtNode& statement) const;
+    template <typename Format>
+    bool tryOnOneLine(const Cpp::SyntaxNode& node, const Format& format);
+    template <typename Format>
+    void formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, bool isKept, const Format& format);
 
     // Bodies in expressions (expr_body_rules.cpp).
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
@@ -147,7 +161,8 @@ private:
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
-    void formatBodyOf(Cpp::FunctionDeclNode& declaration);
+    void formatInitializers(Cpp::InitializerListNode& list);
+    void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen);
     std::optional<int> takeTemplateColumn();
 
     // Types in front of names (declared_type_rules.cpp).
@@ -174,6 +189,8 @@ private:
     void writeEnumEnd(Cpp::EnumBodyNode& body);
 
     // Statements.
+    void formatParts(Cpp::CtrlStmtNode& statement);
+    void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
     std::string_view writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies);
@@ -183,6 +200,7 @@ private:
 
     PropertySet scheme_;
     FormatterSettings settings_;
+    FormatterSettings oneLineSettings_;  // without line ends
     const LayoutPasses& passes_;
     const Zelmor::TextDocument& source_;
     Zelmor::OIndentBuf result_;
@@ -192,6 +210,7 @@ private:
     std::vector<std::string_view> pendingWhitespace_;
     std::vector<int> baseColumns_;
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
+    bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it
     bool inClassBody_ = false;
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last

@@ -10,6 +10,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/one_line_rules.h"
 
 namespace Tessel {
 
@@ -24,7 +25,8 @@ bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::P
 void CppFormatter::visit(Cpp::EnumDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     takeTemplateColumn();
-    formatHeadAndBody(declaration->head(), declaration->body(), settings_.enums.beforeOpen);
+    formatHeadAndBody(declaration->head(), declaration->body(), settings_.enums.beforeOpen,
+                      settings_.keepsOneLineLists);
 }
 
 void CppFormatter::visit(Cpp::EnumBodyNode* body) {

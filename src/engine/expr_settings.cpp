@@ -40,6 +40,7 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
       hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent},
+      wrapMargin(readWrapMargin(scheme)),
       alignsCallArguments(readSwitch(scheme, Keys::ALIGN_FN_CALL_ARGS_LEFT)) {
     if (alignsCallArguments) betweenCallArguments = {true, "\n"};
 }

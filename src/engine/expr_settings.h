@@ -39,6 +39,7 @@ struct ExprSettings : ExtensionSettings {
     MarkSettings asterisk;
     MarkSettings ampersand;
     HangingIndents hanging;
+    int wrapMargin = 0;  // 0 where no line is too long
     bool alignsCallArguments = false;
 };
 

@@ -20,6 +20,9 @@ private:
         OptionalText indent(ExtensionName<PropertyType::String> key) const {
             return readIndent(*scheme_, key.text());
         }
+        int number(ExtensionName<PropertyType::Integer> key) const {
+            return readInt(*scheme_, key.text(), 0);
+        }
         OptionalText text(ExtensionName<PropertyType::String> key) const {
             return readText(*scheme_, key.text());
         }
@@ -36,6 +39,14 @@ public:
     OptionalText beforeLinkageOpen = from_.text("WS_BEFORE_LINKAGE_OPEN_BRACE");
     OptionalText linkageIndent = from_.indent("INDENT_LINKAGE_CONTENT");
     OptionalText singleIndent = from_.indent("INDENT_CS_SINGLE");
+
+    OptionalText beforeCaseOpen = from_.text("WS_BEFORE_CASE_OPEN_BRACE");
+
+    int oneLineFunctions = from_.number("KEEP_ONE_LINE_FUNCTIONS");
+    bool keepsOneLineInits = from_.isOn("KEEP_ONE_LINE_INITS");
+    bool keepsOneLineStatements = from_.isOn("KEEP_ONE_LINE_STATEMENTS");
+    bool keepsOneLineBlocks = from_.isOn("KEEP_ONE_LINE_BLOCKS");
+    bool keepsOneLineLists = from_.isOn("KEEP_ONE_LINE_LISTS");
 
     bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
 

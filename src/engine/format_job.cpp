@@ -124,8 +124,8 @@ std::string formatParsed(ParsedText& source, const FormatOptions& options, const
 int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
     CppPreFormatter preFormatter(options.markers);
-    const bool keeps = ExtensionSettings(options.scheme).keepsUnrecognized;
-    Cpp::Parser parser(keeps ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
+    const ExtensionSettings extensions(options.scheme);
+    Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
     ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
@@ -140,7 +140,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
     // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
     // they are to.
-    int rounds = ExtensionSettings(options.scheme).keepsLineBreaks ? kWrappingRounds : 1;
+    int rounds = extensions.keepsLineBreaks ? kWrappingRounds : 1;
     for (bool isSettled = !wraps; !isSettled && rounds > 0; --rounds) {
         ParsedText formatted(std::move(result));
         if (auto messages = parse(parser, formatted); !messages.empty()) {

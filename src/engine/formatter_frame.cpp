@@ -6,6 +6,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/one_line_rules.h"
 #include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
@@ -19,6 +20,17 @@ namespace {
 
 PropertySet completed(PropertySet scheme) {
     applySchemeDefaults(scheme);
+    return scheme;
+}
+
+// The scheme with everything on one line.
+PropertySet withoutLineEnds(PropertySet scheme) {
+    std::string text;
+    bool isOn = false;
+    for (const std::string& key : scheme.names()) {
+        if (scheme.getString(key, text) && text.find('\n') != std::string::npos) scheme.setString(key, " ");
+        if (key.starts_with("ALIGN_") && scheme.getBool(key, isOn)) scheme.setBool(key, false);
+    }
     return scheme;
 }
 
@@ -53,6 +65,7 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
                            const FormatOptions& options, const LayoutPasses& passes)
     : scheme_(completed(options.scheme)),
       settings_(scheme_),
+      oneLineSettings_(withoutLineEnds(scheme_)),
       passes_(passes),
       source_(source),
       result_(initialState(scheme_)),
@@ -179,6 +192,11 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     const OptionalText& beforeClose = braces.beforeClose;
     writer_.copyThrough(node.start());
     std::string_view gap = writer_.readGap(node.end());
+    if (isOnOneLine_ && isAllWhitespace(gap)) {
+        out().write(gap.substr(0, 1));
+        copyThrough(node);
+        return;
+    }
     if (afterOpen.present) {
         out().writeVerbatim(afterOpen.text);
         gap = trimLeft(gap);
@@ -214,13 +232,12 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const OptionalText&
 }
 
 // A head, and a body whose contents are indented from the column at which the head began.
-void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::SyntaxNode* body,
-                                     const OptionalText& beforeOpen) {
+void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body,
+                                     const OptionalText& beforeOpen, bool isKept) {
     BaseColumnScope base(*this, head ? copyUpTo(*head) : baseColumn());
     if (head) head->accept(*this);
     if (!body) return;
-    if (head) pend(beforeOpen);
-    body->accept(*this);
+    formatBody(*body, head ? beforeOpen : kAsInInput, isKept && head, [&] { body->accept(*this); });
 }
 
 void CppFormatter::visit(Cpp::CommentNode* comment) {
@@ -272,11 +289,17 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
         if (wanted.starts_with('\n') && out().column() == 0) wanted.remove_prefix(1);
         writer_.writeMerged(writer_.readGap(block->start()), wanted);
     }
-    formatBlock(*block, settings_.global);
+    const auto format = [&] { formatBlock(*block, settings_.global); };
+    if (settings_.keepsOneLineBlocks) {
+        writer_.copyGap(block->start());
+        if (tryOnOneLine(*block, format)) return;
+    }
+    format();
 }
 
 void CppFormatter::visit(Cpp::LinkageBlockNode* linkage) {
-    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.linkage.beforeOpen);
+    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.linkage.beforeOpen,
+                      settings_.keepsOneLineBlocks);
 }
 
 void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {

@@ -74,6 +74,7 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSetti
     beforeEnumComma = text(Keys::WS_BEFORE_ENUM_COMMA);
     betweenEnumerators = text(Keys::WS_BETWEEN_ENUM_ELEMENTS);
 
+    wrapMargin = readWrapMargin(scheme);
     alignsDataNames = isOn(Keys::ALIGN_DD_NAMES_LEFT);
     alignsDataInitializers = isOn(Keys::ALIGN_DD_INITIALIZERS);
     alignsFunctionNames = isOn(Keys::ALIGN_FN_DECL_NAMES_LEFT);

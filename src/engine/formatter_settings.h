@@ -76,6 +76,7 @@ struct FormatterSettings : ExtensionSettings {
     OptionalText beforeEnumComma;
     OptionalText betweenEnumerators;
 
+    int wrapMargin;  // 0 where no line is too long
     bool alignsForClauses;
     bool alignsDataNames;
     bool alignsDataInitializers;

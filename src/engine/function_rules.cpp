@@ -8,40 +8,46 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/one_line_rules.h"
 #include "engine/type_text.h"
 
 namespace Tessel {
 
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
     BaseColumnScope base(*this, formatFunctionHead(*declaration));
-    if (!declaration->body()) return;
     // Old-style declarations in front of the body have lines of their own.
     const bool hasOldParameters = declaration->head() && declaration->head()->oldParameters();
-    pend(hasOldParameters && settings_.functions.beforeOpen.present ? kLineFeed : settings_.functions.beforeOpen);
-    formatBodyOf(*declaration);
+    const OptionalText& beforeOpen = settings_.functions.beforeOpen;
+    formatBodyOf(*declaration, hasOldParameters && beforeOpen.present ? kLineFeed : beforeOpen);
 }
 
-// Without a setting of its own the ":" of the initializers is placed as an opening brace would be.
 void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
     BaseColumnScope base(*this, formatFunctionHead(*declaration));
     Cpp::InitializerListNode* initializers = declaration->initializers();
-    if (initializers && settings_.beforeInitializerList.present) {
-        pend(settings_.beforeInitializerList);
-    } else if (initializers || declaration->body()) {
-        pend(settings_.functions.beforeOpen);
-    }
-    if (initializers) {
-        initializers->accept(*this);
-        if (declaration->body()) pend(settings_.afterInitializerList);
-    }
-    formatBodyOf(*declaration);
+    if (initializers) formatInitializers(*initializers);
+    formatBodyOf(*declaration,
+                 initializers ? settings_.afterInitializerList : settings_.functions.beforeOpen);
+}
+
+// Without a setting of its own the ":" of the initializers is placed as an opening brace would be.
+void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
+    const auto format = [&] {
+        pend(settings_.beforeInitializerList.present ? settings_.beforeInitializerList
+                                                     : settings_.functions.beforeOpen);
+        list.accept(*this);
+    };
+    const bool isKept = settings_.keepsOneLineInits && gapBefore(list).find('\n') == std::string_view::npos;
+    if (!isKept || !tryOnOneLine(list, format)) format();
 }
 
 // Not through the block's own visit, for the settings of functions count here.
-void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration) {
-    if (!declaration.body()) return;
-    ValueScope<bool> outsideClass(inClassBody_, false);
-    formatBlock(*declaration.body(), settings_.functions);
+void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen) {
+    Cpp::BracketedNode* body = declaration.body();
+    if (!body) return;
+    formatBody(*body, beforeOpen, keepsFunction(*body), [&] {
+        ValueScope<bool> outsideClass(inClassBody_, false);
+        formatBlock(*body, settings_.functions);
+    });
 }
 
 void CppFormatter::visit(Cpp::InitializerListNode* list) {

@@ -1,8 +1,7 @@
 #include "engine/hanging_lines.h"
 
-#include <algorithm>
-
 #include "cpp/token_kind.h"
+#include "engine/columns.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -27,8 +26,8 @@ bool awaitsOperand(const ExprToken& token) {
 }  // namespace
 
 HangingLines::HangingLines(const std::vector<ExprToken>& tokens, Text text, int indentColumn,
-                           const HangingIndents& indents, const SourceColumns& source)
-    : tokens_(tokens), indents_(indents), source_(source), lineColumn_(indentColumn) {
+                           const HangingIndents& indents, int tabSize)
+    : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();
     level.kind = text == Text::List ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
@@ -37,7 +36,6 @@ HangingLines::HangingLines(const std::vector<ExprToken>& tokens, Text text, int 
 
 int HangingLines::columnFor(std::size_t place) const {
     const Level& level = levels_.back();
-    if (level.kind == Level::Kind::Block) return sourceRelative(level, place);
     const std::size_t next = skipTrivia(place);
     if (next >= tokens_.size()) return columnInLevel(level);
     const ExprToken& token = tokens_[next];
@@ -73,7 +71,7 @@ int HangingLines::columnInLevel(const Level& level) const {
 
 int HangingLines::columnOfContents(const Level& level) const {
     if (level.kind != Level::Kind::Braces) return wrapped(columnOfElement(level));
-    return columnAfter(indents_.data.text, level.lineColumn, source_.tabSize());
+    return columnAfter(indents_.data.text, level.lineColumn, tabSize_);
 }
 
 // From where what stands behind its first token is indented.
@@ -82,12 +80,7 @@ int HangingLines::columnOfElement(const Level& level) const {
 }
 
 int HangingLines::wrapped(int column) const {
-    return columnAfter(indents_.wrap.text, column, source_.tabSize());
-}
-
-int HangingLines::sourceRelative(const Level& level, std::size_t place) const {
-    const int distance = source_.columnOf(tokens_[place].token.text) - level.sourceColumn;
-    return std::clamp(level.lineColumn + distance, 0, kRightmostIndent);
+    return columnAfter(indents_.wrap.text, column, tabSize_);
 }
 
 std::size_t HangingLines::skipTrivia(std::size_t place) const {
@@ -156,12 +149,10 @@ void HangingLines::open(std::size_t place) {
     Level level;
     level.close = tokens_[place].partner;
     const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
-    const bool isBlock = isBrace && opensBlock(tokens_, place);
-    level.kind = isBlock ? Level::Kind::Block : isBrace ? Level::Kind::Braces : Level::Kind::List;
+    level.kind = isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
     level.base = isInList ? outer.element : lineColumn_;
     level.lineColumn = lineColumn_;
-    if (isBlock) level.sourceColumn = source_.indentationOf(tokens_[place].token.text);
     levels_.push_back(level);
 }
 

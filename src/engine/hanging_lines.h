@@ -5,7 +5,6 @@
 
 #include "engine/expr_tokens.h"
 #include "engine/optional_text.h"
-#include "engine/source_columns.h"
 
 namespace Tessel {
 
@@ -26,16 +25,13 @@ struct HangingIndents {
 //            .add(2);          at the first "." of a chain; the same for "<<", "?:" and literals
 //     call(
 //         first);              from the line, by WRAP_INDENT
-//
-// Lines of statements inside the text, as those of a lambda, keep their place relative to the line that
-// begins them.
 class HangingLines {
 public:
     enum class Text { Statement, List };
 
     // `indentColumn` is that of the statement, or of the list, that the text is part of. All are borrowed.
     HangingLines(const std::vector<ExprToken>& tokens, Text text, int indentColumn,
-                 const HangingIndents& indents, const SourceColumns& source);
+                 const HangingIndents& indents, int tabSize);
 
     // The column of a token, not passed yet, that begins a line.
     int columnFor(std::size_t place) const;
@@ -47,7 +43,7 @@ private:
 
     // What stands between a pair of brackets, or the text itself. Columns are kNone until there is one.
     struct Level {
-        enum class Kind { Statement, List, Braces, Block };
+        enum class Kind { Statement, List, Braces };
 
         void startElement() { element = operand = chain = shift = question = kNone; }
 
@@ -55,7 +51,6 @@ private:
         std::size_t close = kNoToken;
         int base = 0;              // from where lines are indented while there is no element
         int lineColumn = 0;        // of the line with the bracket
-        int sourceColumn = 0;      // of the same line in the source
         bool startedLine = false;  // its first token did
         int first = kNone;
         int element = kNone;
@@ -72,7 +67,6 @@ private:
     int columnOfElement(const Level& level) const;
     int columnOfContents(const Level& level) const;
     int wrapped(int column) const;
-    int sourceRelative(const Level& level, std::size_t place) const;
     bool continuesLiteral(std::size_t place) const;
     void passComment(std::size_t place, int column);
     void passInLevel(std::size_t place, int column);
@@ -80,7 +74,7 @@ private:
 
     const std::vector<ExprToken>& tokens_;
     const HangingIndents& indents_;
-    const SourceColumns& source_;
+    int tabSize_;
     std::vector<Level> levels_;
     int lineColumn_;
     int literalColumn_ = kNone;        // of the first of the literals that follow each other

@@ -56,6 +56,10 @@ int readTabSize(const PropertySet& scheme) {
     return std::clamp(readInt(scheme, Keys::TAB_SIZE, 1), 0, kWidestTab);
 }
 
+int readWrapMargin(const PropertySet& scheme) {
+    return readSwitch(scheme, Keys::LINE_WRAP) ? std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0) : 0;
+}
+
 int readTabMode(const PropertySet& scheme) {
     const int mode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
     return mode == Zelmor::TabsToSpaces || mode == Zelmor::SpacesToTabs ? mode : Zelmor::KeepTabs;

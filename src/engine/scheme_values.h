@@ -16,6 +16,8 @@ bool readSwitch(const PropertySet& scheme, std::string_view key);
 int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent);
 // TAB_SIZE; never negative.
 int readTabSize(const PropertySet& scheme);
+// The columns that a line may have; 0 where none is too long.
+int readWrapMargin(const PropertySet& scheme);
 // CONVERT_WS as one of Zelmor::TabMode; a value that is none counts as absent.
 int readTabMode(const PropertySet& scheme);
 // Columns that a line may have where lines are wrapped; else more than any line has.

@@ -23,17 +23,6 @@ public:
         return columnAfter(text.substr(lineStart, offset - lineStart), 0, tabSize_);
     }
 
-    // The column of the first character on the piece's line that is no white space; 0 as above.
-    int indentationOf(std::string_view piece) const {
-        if (!isPartOfDocument(piece)) return 0;
-        const std::string_view text = document_->text();
-        const std::size_t start = document_->offsetOf(document_->positionOf(offsetOf(piece)).line, 0);
-        const std::string_view line = text.substr(start, offsetOf(piece) + 1 - start);
-        return columnAfter(line.substr(0, line.find_first_not_of(" \t\v\f\r")), 0, tabSize_);
-    }
-
-    int tabSize() const { return tabSize_; }
-
     // Whether nothing but white space stands in front of the piece on its line.
     bool startsLine(std::string_view piece) const {
         if (!isPartOfDocument(piece)) return true;

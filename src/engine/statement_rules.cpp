@@ -10,6 +10,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/one_line_rules.h"
 
 namespace Tessel {
 
@@ -85,14 +86,20 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
         base = copyUpTo(*statement);
     }
     BaseColumnScope scope(*this, base);
+    const auto format = [&] { formatParts(*statement); };
+    if (!keepsStatement(*statement) || !tryOnOneLine(*statement, format)) format();
+}
+
+void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
     OptionalText between;
-    if (settings_.betweenControlParts.present && statement->size() > 1) {
+    if (settings_.betweenControlParts.present && statement.size() > 1) {
         between = settings_.betweenControlParts;
-        const Cpp::CtrlSubStmtNode* first = firstPart(*statement);
-        if (first && first->body() && !isBraced(*first->body())) between = kLineFeed;
+        const Cpp::CtrlSubStmtNode* first = firstPart(statement);
+        const bool isUnbraced = first && first->body() && !isBraced(*first->body());
+        if (isUnbraced && !isOnOneLine_) between = kLineFeed;
     }
     const Cpp::SyntaxNode* previous = nullptr;
-    for (const auto& child : statement->children()) {
+    for (const auto& child : statement.children()) {
         if (previous && between.present && !isTrivia(*child) && !isTrivia(*previous)) {
             writer_.writeMerged(writer_.readGap(child->start()), between.text);
         }
@@ -129,10 +136,13 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
         formatBlock(*body, braces, noIndent);
         return;
     }
-    if (part->head()) pend(isBraced(*body) ? braces.beforeOpen : braces.afterOpen);
-    formatBlock(*body, braces,
-                keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent
-                                                      : settings_.indentOfBody(isBraced(*body)));
+    const bool hasBraces = isBraced(*body);
+    const OptionalText& indent = keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent
+                                                                       : settings_.indentOfBody(hasBraces);
+    const OptionalText& ahead = hasBraces ? braces.beforeOpen : braces.afterOpen;
+    const bool isKept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
+    formatBody(*body, part->head() ? ahead : kAsInInput, part->head() && isKept,
+               [&] { formatBlock(*body, braces, indent); });
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
@@ -224,13 +234,25 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
     IndentScope indent(out(), labelIndent(settings_.caseIndent));
     const std::string_view gap = writer_.readGap(label->start());
     const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
-    if (followsText && settings_.afterCaseLabel.hasLineFeed()) {
+    if (followsText && settings_.afterCaseLabel.hasLineFeed() && !settings_.keepsOneLineStatements) {
         writer_.writeMerged(gap, "\n");
     } else {
         writer_.write(gap);
     }
     copyThrough(*label);
     lastLabel_ = label;
+}
+
+// case 1: {        goes by the column of its label
+//     a();
+// }
+void CppFormatter::formatCaseBlock(Cpp::BlockNode& block) {
+    const std::string labelIndentation = labelIndent(settings_.caseIndent);
+    BaseColumnScope base(*this, columnAfter(labelIndentation, 0, out().tabSize()));
+    LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), labelIndentation);
+    formatBody(block, settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
+               [&] { formatBlock(block, settings_.global); });
 }
 
 // Writes what separates a label from its first statement. Comments on the label's line stay there, and those
@@ -242,6 +264,20 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     for (; next != end && (*next)->start().line == line; label = next++) {
         if (!dynamic_cast<Cpp::CommentNode*>(next->get())) break;
         (*next)->accept(*this);
+    }
+    if (next != end && settings_.beforeCaseOpen.present) {
+        if (auto* block = dynamic_cast<Cpp::BlockNode*>(next->get()); block && isBraced(*block)) {
+            formatCaseBlock(*block);
+            return next;
+        }
+    }
+    if (next != end && settings_.keepsOneLineStatements && (*next)->start().line == line) {
+        if (dynamic_cast<Cpp::CaseNode*>(next->get())) return label;
+        const auto format = [&] {
+            writer_.writeMerged(writer_.readGap((*next)->start()), " ");
+            (*next)->accept(*this);
+        };
+        if (!isTrivia(**next) && tryOnOneLine(**next, format)) return next;
     }
     if (!settings_.afterCaseLabel.present) return label;
     if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;

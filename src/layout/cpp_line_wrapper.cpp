@@ -127,7 +127,17 @@ void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& c
     LeadingSpaceScope leadingSpace(out_, contentIndent.present ? false : out_.keepLeadingSpace());
     IndentScope indent(out_,
                        contentIndent.present ? indentAt(baseColumn()) + contentIndent.text : out_.indent());
-    for (const auto& child : node.children()) child->accept(*this);
+    const Cpp::SyntaxNode* previous = nullptr;
+    for (const auto& child : node.children()) {
+        // A block behind a label goes by the label's column.
+        const bool isCaseBlock = settings_.beforeCaseOpen.present &&
+                                 dynamic_cast<Cpp::BlockNode*>(child.get()) &&
+                                 dynamic_cast<const Cpp::CaseNode*>(previous);
+        IndentScope caseIndent(
+            out_, isCaseBlock ? indentAt(baseColumn()) + settings_.caseIndent.text : out_.indent());
+        child->accept(*this);
+        previous = child.get();
+    }
     templateColumn_.reset();
 }
 

@@ -36,6 +36,23 @@ inline constexpr std::array EXTENSIONS = {
     ExtensionKey{"INDENT_CS_SINGLE", PropertyType::String, KeyGroup::Statements,
                  "in front of the body of a control statement that has no braces",
                  "void f() { if (a)\nb(); }"},
+    ExtensionKey{"WS_BEFORE_CASE_OPEN_BRACE", PropertyType::String, KeyGroup::Statements,
+                 "between a case label and the brace behind it; contents and closing brace then go by the "
+                 "label's column",
+                 "void f() { switch (a) { case 1: { b(); } } }"},
+    ExtensionKey{"KEEP_ONE_LINE_FUNCTIONS", PropertyType::Integer, KeyGroup::Functions,
+                 "bodies that stay on one line: 1 empty ones, 2 those in class bodies too, 3 all",
+                 "void f() { a(); }"},
+    ExtensionKey{"KEEP_ONE_LINE_INITS", PropertyType::Boolean, KeyGroup::Classes,
+                 "a constructor's initialisers stay on the line of its parameters", "S::S() : a(1) { b(); }"},
+    ExtensionKey{
+        "KEEP_ONE_LINE_STATEMENTS", PropertyType::Boolean, KeyGroup::Statements,
+        "bodies without braces stay on the line of their if, else or loop, statements on that of their label",
+        "void f() { if (a) b(); }"},
+    ExtensionKey{"KEEP_ONE_LINE_BLOCKS", PropertyType::Boolean, KeyGroup::Statements,
+                 "blocks of statements and of declarations stay on one line", "void f() { if (a) { b(); } }"},
+    ExtensionKey{"KEEP_ONE_LINE_LISTS", PropertyType::Boolean, KeyGroup::Data,
+                 "enumerators, initialisers in braces and classes stay on one line", "enum E { a, b };"},
     ExtensionKey{"KEEP_LINE_BREAKS", PropertyType::Boolean, KeyGroup::Wrapping,
                  "lines that begin inside lists, conditions and expressions still do so, and hang under what "
                  "they continue",

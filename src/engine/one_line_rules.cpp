@@ -1,0 +1,62 @@
+#include "engine/one_line_rules.h"
+
+#include <algorithm>
+
+#include "engine/source_copy.h"
+
+namespace Tessel {
+
+namespace {
+
+// Characters; longer ones are not tried where there is no margin.
+constexpr std::size_t kLongestLine = 1000;
+
+}  // namespace
+
+bool CppFormatter::mayFitOnLine(const Cpp::SyntaxNode& node) const {
+    // White space makes up no more than that of what fits.
+    constexpr std::size_t widestSpacing = 4;
+    const std::size_t length = node.end().column - node.start().column;
+    const auto margin = static_cast<std::size_t>(settings_.wrapMargin);
+    return length < (margin > 0 ? widestSpacing * margin : kLongestLine);
+}
+
+// The columns of what cannot leave the line: brackets and separators.
+int CppFormatter::widthBehind() {
+    const std::string_view rest = source_.text().substr(writer_.in().offset(), kLongestLine);
+    return static_cast<int>(std::min(rest.find_first_not_of(")]};,"), rest.size()));
+}
+
+// What stands between the place that the sweep has reached and the node.
+std::string_view CppFormatter::gapBefore(const Cpp::SyntaxNode& node) {
+    const std::size_t start = writer_.in().offset();
+    const std::size_t end = std::max(offsetOf(source_, node.start()), start + 1) - 1;
+    return source_.text().substr(start, end - start);
+}
+
+bool CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
+    enum { Never, WhenEmpty, InClasses, Always };
+    switch (settings_.oneLineFunctions) {
+        case Never:
+            return false;
+        case WhenEmpty:
+            return body.size() == 0;
+        case InClasses:
+            return body.size() == 0 || inClassBody_;
+        default:
+            return true;
+    }
+}
+
+// Of several parts: `if (a) b(); else c();`.
+bool CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
+    const auto isUnbraced = [this](const auto& child) {
+        const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(child.get());
+        return part && part->body() && source_.text()[offsetOf(source_, part->body()->start()) - 1] != '{';
+    };
+    const bool isAnyUnbraced = std::any_of(statement.childBegin(), statement.childEnd(), isUnbraced);
+    return statement.size() > 1 &&
+           (isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks);
+}
+
+}  // namespace Tessel

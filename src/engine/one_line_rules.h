@@ -1,0 +1,111 @@
+#pragma once
+
+#include <utility>
+
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+
+// void f() { return; }    stays so, whatever the scheme puts behind "{" and in front of "}"
+//
+// What stands on one line in the source, and is to stay there if it fits.
+namespace Tessel {
+
+// What a rule that turns out to have gone wrong is to be undone of.
+struct CppFormatter::Place {
+    explicit Place(CppFormatter& formatter)
+        : offset(formatter.writer_.in().offset()),
+          pending(formatter.pendingWhitespace_),
+          templateColumn(formatter.templateColumn_),
+          previousSibling(formatter.previousSibling_),
+          lastClosedClass(formatter.lastClosedClass_),
+          lastLabel(formatter.lastLabel_),
+          keptParts(formatter.keptParts_.size()) {}
+
+    void restore(CppFormatter& formatter) {
+        formatter.writer_.in().moveTo(offset);
+        formatter.pendingWhitespace_ = std::move(pending);
+        formatter.templateColumn_ = templateColumn;
+        formatter.previousSibling_ = previousSibling;
+        formatter.lastClosedClass_ = lastClosedClass;
+        formatter.lastLabel_ = lastLabel;
+        formatter.keptParts_.resize(keptParts);
+    }
+
+    std::size_t offset;
+    std::vector<std::string_view> pending;
+    std::optional<int> templateColumn;
+    const Cpp::SyntaxNode* previousSibling;
+    const Cpp::SyntaxNode* lastClosedClass;
+    const Cpp::SyntaxNode* lastLabel;
+    std::size_t keptParts;
+};
+
+class CppFormatter::OneLineSettingsScope {
+public:
+    explicit OneLineSettingsScope(CppFormatter& formatter) : formatter_(formatter) { exchange(); }
+    OneLineSettingsScope(const OneLineSettingsScope&) = delete;
+    OneLineSettingsScope& operator=(const OneLineSettingsScope&) = delete;
+    ~OneLineSettingsScope() { exchange(); }
+
+private:
+    void exchange() { std::swap(formatter_.settings_, formatter_.oneLineSettings_); }
+
+    CppFormatter& formatter_;
+};
+
+// Where the node stands on one line, `format` writes it, and what it finds in front, without line ends. Says
+// whether it did; nothing has been written otherwise.
+template <typename Format>
+bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& format) {
+    if (node.start().line != node.end().line) return false;
+    if (isOnOneLine_) {
+        format();
+        return true;
+    }
+    if (!mayFitOnLine(node)) return false;
+    Place place(*this);
+    Zelmor::OIndentBuf line(state());
+    {
+        SourceWriter::OutputScope scratch(writer_, line);
+        ValueScope<bool> oneLine(isOnOneLine_, true);
+        OneLineSettingsScope settings(*this);
+        format();
+    }
+    const int end = line.column() + widthBehind();
+    const std::string text = line.takeText();
+    const bool isTooLong = settings_.wrapMargin > 0 && end > settings_.wrapMargin;
+    if (isTooLong || text.find('\n') != std::string::npos) {
+        place.restore(*this);
+        return false;
+    }
+    writeRendered(text);
+    return true;
+}
+
+// Formats a body with `ahead`, which may ask for line ends, in front of it.
+template <typename Format>
+void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, bool isKept,
+                              const Format& format) {
+    const std::string_view gap = isKept ? gapBefore(body) : std::string_view();
+    if (isKept && isAllWhitespace(gap)) {
+        const char first = writer_.peek(gap.size());
+        if (gap.find('\n') == std::string_view::npos) {
+            const bool isEmptyStatement = first == ';';
+            const auto formatWithGap = [&] {
+                if (!isEmptyStatement) pend(ahead);
+                format();
+            };
+            if (tryOnOneLine(body, formatWithGap)) return;
+        } else if (first == '{') {
+            pend(ahead);
+            applyPendingWhitespace(body);
+            if (!tryOnOneLine(body, format)) format();
+            return;
+        }
+    }
+    pend(ahead);
+    format();
+}
+
+}  // namespace Tessel
