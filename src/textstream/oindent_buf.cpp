@@ -60,15 +60,9 @@ std::size_t OIndentBuf::write(std::string_view text) {
 
 // The piece of a line that is written next may have the line's first text.
 void OIndentBuf::findTextColumn(std::string_view line) {
-    int column = column_;
-    for (const char c : line) {
-        if (c == '\n') return;
-        if (kLeadingSpace.find(c) == std::string_view::npos) {
-            textColumn_ = column;
-            return;
-        }
-        column += c == '\t' ? tabSize() - column % tabSize() : 1;
-    }
+    const std::size_t first = line.find_first_not_of(kLeadingSpace);
+    if (first == std::string_view::npos || line[first] == '\n') return;
+    textColumn_ = columnBehind(line.substr(0, first));
 }
 
 std::size_t OIndentBuf::writeVerbatim(std::string_view text) {

@@ -140,11 +140,15 @@ std::size_t OTextDocBuf::send(std::string_view text) {
 }
 
 void OTextDocBuf::advance(std::string_view text) {
+    line_ += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
+    column_ = columnBehind(text);
+}
+
+int OTextDocBuf::columnBehind(std::string_view text) const {
     const std::int64_t tabSize = std::max(tabSize_, 1);
     std::int64_t column = column_;
     for (const char c : text) {
         if (c == '\n') {
-            ++line_;
             column = 0;
         } else if (c == '\t') {
             column += tabSize - column % tabSize;
@@ -152,7 +156,7 @@ void OTextDocBuf::advance(std::string_view text) {
             ++column;
         }
     }
-    column_ = clampToInt(column);
+    return clampToInt(column);
 }
 
 int OTextDocBuf::columnsToTabStop() const {
