@@ -6,7 +6,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Fuzz::Input input = Fuzz::readInput(data, size);
     input.scheme.erase(Tessel::Keys::LINE_WRAP);
-    Fuzz::formatChecked(input.scheme, input.source,
-                        input.isShipped ? Fuzz::Again::Settled : Fuzz::Again::Accepted);
+    Fuzz::formatChecked(input.scheme, input.source, input.origin,
+                        input.origin == Fuzz::Origin::Shipped ? Fuzz::Again::Settled : Fuzz::Again::Accepted);
     return 0;
 }

@@ -79,7 +79,7 @@ Input readInput(const std::uint8_t* data, std::size_t size) {
     const std::size_t choice = size == 0 ? 0 : data[0] % firstBytes;
     if (choice < shipped.size()) {
         input.scheme = shipped[choice];
-        input.isShipped = true;
+        input.origin = Origin::Shipped;
     } else {
         const std::size_t drawn = std::min(size - head, kSchemeBytes);
         input.scheme = drawScheme({data + head, drawn});

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "promises.h"
 #include "scheme/property_set.h"
 
 namespace Fuzz {
@@ -13,7 +14,7 @@ namespace Fuzz {
 // one.
 struct Input {
     Tessel::PropertySet scheme;
-    bool isShipped = false;
+    Origin origin = Origin::Drawn;
     std::string_view source;
 };
 

@@ -31,8 +31,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     input.scheme.setInt(Tessel::Keys::RIGHT_MARGIN, 1 + data[1] % widestMargin);
     auto unwrapped = input.scheme;
     unwrapped.setBool(Tessel::Keys::LINE_WRAP, false);
-    const bool isAccepted = Fuzz::formatChecked(unwrapped, input.source, Fuzz::Again::Accepted).has_value();
-    const bool isWrapped = Fuzz::formatChecked(input.scheme, input.source, Fuzz::Again::Accepted).has_value();
+    const auto isAcceptedWith = [&input](const Tessel::PropertySet& scheme) {
+        return Fuzz::formatChecked(scheme, input.source, input.origin, Fuzz::Again::Accepted).has_value();
+    };
+    const bool isAccepted = isAcceptedWith(unwrapped);
+    const bool isWrapped = isAcceptedWith(input.scheme);
     if (isAccepted && !isWrapped && !holdsFragileToken(input.source)) {
         Fuzz::failUnlessTolerant("Refused with wrapping, and not without.", {});
     }

@@ -12,6 +12,11 @@ namespace Fuzz {
 // neither, as most made-up ones, it has to settle with the second run.
 enum class Again { Accepted, Settled };
 
+// Where the scheme comes from. One that was drawn breaks lines where nobody would, even between a type and a name,
+// and lines are all that tells a macro without a ";" from a type: with such macros read, its results need not have the
+// tree of the source.
+enum class Origin { Shipped, Drawn };
+
 // Ends the process for a result that does harm to nobody but is not what it should be: the proof has refused
 // it, or it does not settle. With FUZZ_TOLERANT in the environment, nothing happens: such a thing is rare
 // enough in sources that are no C or C++ for a change not to be blamed.
@@ -21,6 +26,6 @@ void failUnlessTolerant(const char* promise, const std::string& details);
 // and so does a result that breaks a promise: its tokens are not those of the source, or it does
 // not stand further runs. What is wrong is on standard error.
 std::optional<std::string> formatChecked(const Tessel::PropertySet& scheme, std::string_view source,
-                                         Again again);
+                                         Origin origin, Again again);
 
 }  // namespace Fuzz
