@@ -12,7 +12,7 @@ namespace Cpp {
 
 namespace {
 
-using Tokens = std::vector<Trn::Token>;
+using Tokens = Trn::TokenList;
 using Place = std::uint32_t;
 
 enum class Step { None, Open, Next, Close };
@@ -83,7 +83,7 @@ public:
 
 private:
     void take(Place place) {
-        const int kind = tokens_[place].kind;
+        const int kind = tokens_.kind(place);
         switch (kind) {
             case OpenParen:
             case OpenBracket:
@@ -200,15 +200,6 @@ std::vector<Fold> outermost(std::vector<Fold> folds) {
     return result;
 }
 
-Trn::Token foldedToken(const Tokens& tokens, const Fold& fold) {
-    Trn::Token token = tokens[fold.first];
-    const Trn::Token& last = tokens[fold.last - 1];
-    token.kind = UnreadBlock;
-    token.end = last.end;
-    token.length = last.offset + last.length - token.offset;
-    return token;
-}
-
 }  // namespace
 
 void foldUnreadBranches(Tokens& tokens) {
@@ -217,12 +208,12 @@ void foldUnreadBranches(Tokens& tokens) {
     Place kept = folds.front().first;
     Place place = kept;
     for (const Fold& fold : folds) {
-        while (place < fold.first) tokens[kept++] = tokens[place++];
-        tokens[kept++] = foldedToken(tokens, fold);
+        while (place < fold.first) tokens.move(place++, kept++);
+        tokens.merge(fold.first, fold.last, UnreadBlock, kept++);
         place = fold.last;
     }
-    while (place < tokens.size()) tokens[kept++] = tokens[place++];
-    tokens.resize(kept);
+    while (place < tokens.size()) tokens.move(place++, kept++);
+    tokens.truncate(kept);
 }
 
 }  // namespace Cpp

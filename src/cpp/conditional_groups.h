@@ -1,8 +1,6 @@
 #pragma once
 
-#include <vector>
-
-#include "trn/token.h"
+#include "trn/token_list.h"
 
 namespace Cpp {
 
@@ -19,6 +17,6 @@ namespace Cpp {
 //
 // one branch is read, and each other one becomes a token that nobody looks into. The branch that is read is the first
 // whose condition agrees with what was chosen before, and that closes no bracket that is not open.
-void foldUnreadBranches(std::vector<Trn::Token>& tokens);
+void foldUnreadBranches(Trn::TokenList& tokens);
 
 }  // namespace Cpp

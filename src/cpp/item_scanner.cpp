@@ -50,6 +50,11 @@ constexpr bool isStorageWord(int kind) {
     }
 }
 
+// Whether no item goes on at a token of the kind.
+constexpr bool endsStatements(int kind) {
+    return kind == CloseBrace || kind == KeywordElse || kind == KeywordCatch || kind == Trn::kEndKind;
+}
+
 // A keyword that begins a declaration wherever it stands: what is in front of it on another line is complete.
 constexpr bool onlyBeginsDeclarations(int kind) {
     switch (kind) {
@@ -117,7 +122,7 @@ ItemScanner::Index ItemScanner::behind(Index place) const {
         case OpenBracket:
         case OpenBrace:
         case Less:
-            if (const Index close = links_.partner(place); close != kNone) return next(close);
+            if (const Index close = links_.closing(place); close != kNone) return next(close);
             [[fallthrough]];
         default: return next(place);
     }
@@ -129,8 +134,8 @@ bool ItemScanner::startsLaterLine(Index place, Index than) const {
 
 bool ItemScanner::opensAttribute(Index place) const {
     if (kind(place) != OpenBracket || kind(place + 1) != OpenBracket) return false;
-    const Index inner = links_.partner(place + 1);
-    return inner != kNone && links_.partner(place) == inner + 1;
+    const Index inner = links_.closing(place + 1);
+    return inner != kNone && links_.closing(place) == inner + 1;
 }
 
 ItemScanner::Index ItemScanner::behindAnnotations(Index place) const {
@@ -216,7 +221,7 @@ bool ItemScanner::makesClass(Index end) const {
 std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& seen, const ItemContext& context) const {
     using Shape = Item::Shape;
     const Item function{Shape::Function, open, open};
-    const Index close = links_.partner(open);
+    const Index close = links_.closing(open);
     if (close == kNone) return function;
     const bool followsWord = seen.previous != kNone && isWord(kind(seen.previous));
     const Trn::Token name = followsWord ? tokens_.at(seen.previous) : Trn::Token();
@@ -286,7 +291,7 @@ bool ItemScanner::opensPointerDeclarator(Index open, Index behindGroup, const Pr
 
 // `int (*f(int a))(int) {`: whether the declarator has parameters of its own, and a body follows.
 bool ItemScanner::declaresFunction(Index open) const {
-    const Index close = links_.partner(open);
+    const Index close = links_.closing(open);
     if (close == kNone || kind(next(close)) != OpenParen) return false;
     Index previous = open;
     for (Index place = next(open); place < close; previous = place, place = behind(place)) {
@@ -303,7 +308,7 @@ bool ItemScanner::isWordMacro(Index place) const {
     if (word.kind != Identifier || isScopedName(word)) return false;
     const Index following = next(place);
     const int followingKind = kind(following);
-    if (followingKind == CloseBrace || followingKind == Trn::kEndKind) return true;
+    if (endsStatements(followingKind)) return true;
     if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
@@ -347,7 +352,7 @@ ItemScanner::Index ItemScanner::behindOperatorName(Index place) const {
 }
 
 HeadTail ItemScanner::scanTailOf(Index openParen) const {
-    const Index close = links_.partner(openParen);
+    const Index close = links_.closing(openParen);
     const Index following = next(close);
     if (const Index body = oldStyleBody(openParen, following); body != kNone) {
         HeadTail tail;
@@ -431,7 +436,7 @@ ItemScanner::Index ItemScanner::behindInitializers(Index colon) const {
     Index place = next(colon);
     while (true) {
         bool sawName = false;
-        while (isWord(kind(place)) || (kind(place) == Less && links_.partner(place) != kNone)) {
+        while (isWord(kind(place)) || (kind(place) == Less && links_.closing(place) != kNone)) {
             const bool hasArgument = takesArgument(tokens_.at(place));
             place = behind(place);
             if (hasArgument && kind(place) == OpenParen) place = behind(place);
@@ -457,7 +462,7 @@ ItemScanner::Index ItemScanner::behindInitializers(Index colon) const {
 ItemScanner::Index ItemScanner::oldStyleBody(Index open, Index behindGroup) const {
     if (!isWord(kind(behindGroup))) return kNone;
     std::vector<std::string_view> names;
-    const Index close = links_.partner(open);
+    const Index close = links_.closing(open);
     for (Index place = next(open); place < close; place = next(place)) {
         const Trn::Token token = tokens_.at(place);
         if (token.kind == Identifier && names.size() < kMaximumOldParameters) {
@@ -479,7 +484,7 @@ ItemScanner::Index ItemScanner::oldStyleBody(Index open, Index behindGroup) cons
                 break;
             case OpenParen:
                 if (kind(next(place)) != Asterisk && kind(next(place)) != CloseParen) return kNone;
-                for (Index inside = next(place); inside < links_.partner(place); inside = next(inside)) {
+                for (Index inside = next(place); inside < links_.closing(place); inside = next(inside)) {
                     declaresName |= std::ranges::find(names, tokens_.at(inside).text) != names.end();
                 }
                 break;
@@ -516,7 +521,7 @@ ItemScanner::Index ItemScanner::behindRequires(Index place) const {
 }
 
 std::optional<ItemScanner::Index> ItemScanner::lambdaBody(Index openBracket) const {
-    if (links_.partner(openBracket) == kNone || opensAttribute(openBracket)) return std::nullopt;
+    if (links_.closing(openBracket) == kNone || opensAttribute(openBracket)) return std::nullopt;
     Index place = behind(openBracket);
     if (kind(place) == Less) place = behind(place);
     if (tokens_.at(place).text == "requires") place = behindRequires(place);
@@ -528,7 +533,7 @@ std::optional<ItemScanner::Index> ItemScanner::lambdaBody(Index openBracket) con
 }
 
 bool ItemScanner::holdsValues(Index openBrace, Index previous) const {
-    if (links_.partner(openBrace) == kNone) return false;
+    if (links_.closing(openBrace) == kNone) return false;
     const int followingKind = kind(behind(openBrace));
     switch (previous == kNone ? Trn::kEndKind : kind(previous)) {
         case Assign:
@@ -554,7 +559,7 @@ bool ItemScanner::holdsValues(Index openBrace, Index previous) const {
 bool ItemScanner::isBraceInitializer(Index brace, const Progress& seen) const {
     const int following = kind(behind(brace));
     const bool mayFollow = following == Semicolon || following == Comma;
-    if (seen.previous == kNone || links_.partner(brace) == kNone || links_.holdsStatements(brace) || !mayFollow) {
+    if (seen.previous == kNone || links_.closing(brace) == kNone || links_.holdsStatements(brace) || !mayFollow) {
         return false;
     }
     if (seen.sawClassKey) return false;
@@ -566,9 +571,9 @@ bool ItemScanner::isBraceInitializer(Index brace, const Progress& seen) const {
 
 bool ItemScanner::startsWithSpecifier(Index name) const {
     const Index open = next(name);
-    if (kind(open) != OpenParen || links_.partner(open) == kNone) return false;
+    if (kind(open) != OpenParen || links_.closing(open) == kNone) return false;
     Index place = behind(open);
-    if (startsLaterLine(place, links_.partner(open))) return false;
+    if (startsLaterLine(place, links_.closing(open))) return false;
     if (isTypeWord(kind(place))) return true;
     while (kind(place) == Asterisk || kind(place) == Ampersand) place = next(place);
     if (kind(place) != Identifier) return false;
@@ -581,28 +586,27 @@ Item ItemScanner::scanMacroStatement(Index start) const {
     if (!findsMacros_) return {};
     const Trn::Token word = tokens_.at(start);
     if (word.kind != Identifier || isScopedName(word) || takesArgument(word) || isAssemblerWord(word.text)) return {};
-    Index following = next(start);
-    if (kind(following) == OpenBrace) {
-        return links_.holdsStatements(following) || !followsValue(kind(behind(following)))
-                   ? Item{Shape::MacroHead, following, 0}
-                   : Item{};
+    const Index open = next(start);
+    if (kind(open) == OpenBrace) return scanMacroHead(open);
+    if (kind(open) != OpenParen) {
+        const bool isMacro = isWordMacro(start) || isFollowedByCall(start, open);
+        return isMacro ? Item{Shape::Macro, open, 0} : Item{};
     }
-    if (kind(following) != OpenParen) {
-        const bool isMacro = isWordMacro(start) || isFollowedByCall(start, following);
-        return isMacro ? Item{Shape::Macro, start + 1, 0} : Item{};
-    }
-    const Index close = links_.partner(following);
+    const Index close = links_.closing(open);
     if (close == kNone) return {};
-    following = next(close);
-    if (kind(following) == CloseBrace || kind(following) == Trn::kEndKind) return {Shape::Macro, close + 1, 0};
-    if (kind(following) == OpenBrace) {
-        const bool isBlock = links_.holdsStatements(following) || !followsValue(kind(behind(following)));
-        return isBlock ? Item{Shape::MacroHead, following, 0} : Item{};
-    }
-    if (isFollowedByStatement(start, links_.partner(close))) return {Shape::MacroStatement, following, 0};
+    const Index following = next(close);
+    if (endsStatements(kind(following))) return {Shape::Macro, close + 1, 0};
+    if (kind(following) == OpenBrace) return scanMacroHead(following);
+    if (isFollowedByStatement(start, open)) return {Shape::MacroStatement, following, 0};
     const bool isLater = startsLaterLine(following, close);
     if (isLater && (isWord(kind(following)) || opensAttribute(following))) return {Shape::Macro, close + 1, 0};
     return {};
+}
+
+// The head of the block whose "{" is at the place, unless values stand in it.
+Item ItemScanner::scanMacroHead(Index openBrace) const {
+    const bool isBlock = links_.holdsStatements(openBrace) || !followsValue(kind(behind(openBrace)));
+    return isBlock ? Item{Item::Shape::MacroHead, openBrace, 0} : Item{};
 }
 
 // Whether a word by itself in its line has a statement behind it that no declaration begins like.
@@ -626,7 +630,7 @@ bool ItemScanner::isFollowedByCall(Index word, Index following) const {
 // Whether what follows a macro and its arguments is the statement that it governs: on their line, or on the next one
 // and indented further.
 bool ItemScanner::isFollowedByStatement(Index head, Index open) const {
-    const Index close = links_.partner(open);
+    const Index close = links_.closing(open);
     const Index following = next(close);
     const Trn::Token first = tokens_.at(following);
     if (startsLaterLine(following, close)) return first.kind == Identifier && isIndentedFrom(head, open, following);

@@ -81,7 +81,7 @@ public:
     bool holdsValues(Index openBrace, Index previous) const;
 
     Index next(Index place) const { return links_.significant(place + 1); }
-    // Behind the token at the place, and behind its partner when it opens a bracket.
+    // Behind the token at the place, and behind the closing one when it opens a bracket.
     Index behind(Index place) const;
 
 private:
@@ -97,6 +97,7 @@ private:
     Index behindOperatorName(Index place) const;
     Index behindInitializers(Index colon) const;
     Index oldStyleBody(Index open, Index behindGroup) const;
+    Item scanMacroHead(Index openBrace) const;
     bool isFollowedByCall(Index word, Index following) const;
     bool isFollowedByStatement(Index head, Index open) const;
     bool isIndentedFrom(Index head, Index open, Index following) const;

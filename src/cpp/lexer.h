@@ -31,8 +31,8 @@ public:
     Lexer(std::string_view text, OpaqueTokens& opaque);
 
     Trn::Token nextToken() override;
-    // The characters of the whole text.
-    std::size_t textSize() const { return text_.size(); }
+    // The whole text.
+    std::string_view text() const { return text_; }
     // The line, the column, and the column at which the line before ended.
     void printPosition(std::ostream& out) const override;
 

@@ -106,7 +106,7 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
             if (isComplete(tokens.next()) && (token.kind == Directive || token.kind == UnreadBlock)) name.add(token);
             continue;
         }
-        const Index close = links_.partner(tokens.place());
+        const Index close = links_.closing(tokens.place());
         if (close != TokenLinks::kNone) {
             addThrough(tokens, close + 1, name);
             continue;
@@ -153,7 +153,7 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
             if (token.kind == Unknown) tokens.next();
             break;
         }
-        const Index close = links_.partner(tokens.place());
+        const Index close = links_.closing(tokens.place());
         if (close != TokenLinks::kNone) {
             addThrough(tokens, close + 1, name);
             continue;
@@ -309,7 +309,7 @@ std::unique_ptr<ExprNode> Parser::parseEnumerator(TokenBuffer& tokens) {
             break;
         }
         skipTrivia(tokens);
-        const Index close = links_.partner(tokens.place());
+        const Index close = links_.closing(tokens.place());
         if (close != TokenLinks::kNone) {
             addThrough(tokens, close + 1, text);
             continue;

@@ -155,8 +155,8 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
             tokens.next();
             return nullptr;
         }
-        const Index close = links_.partner(here);
-        const Index last = close != TokenLinks::kNone && close > here ? close : here;
+        const Index close = links_.closing(here);
+        const Index last = close == TokenLinks::kNone ? here : close;
         for (Index place = here; place <= last; place = links_.significant(place + 1)) {
             declarator.push_back(tokens.at(place));
         }
@@ -192,7 +192,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     if (!declarator.empty() && declarator.back().kind == Asterisk) return false;
     if (isArgumentOf(tokens, open, previous)) return false;
     const bool followsName = previous != TokenLinks::kNone && tokens.kindAt(previous) == Identifier;
-    const Index close = links_.partner(open);
+    const Index close = links_.closing(open);
     if (!followsName || close == TokenLinks::kNone) return true;
     const int following = tokens.kindAt(scanner(tokens).next(close));
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||

@@ -28,7 +28,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     noDeclarationBefore_ = noBraceBefore_ = 0;
     className_ = {};
     kept_.clear();
-    std::vector<Token> text = readTokens(dynamic_cast<Lexer&>(lexer));
+    Trn::TokenList text = readTokens(dynamic_cast<Lexer&>(lexer));
     foldUnreadBranches(text);
     links_ = TokenLinks(text);
     TokenBuffer tokens(std::move(text));
@@ -170,7 +170,7 @@ Parser::Declaration Parser::failAtEnd(TokenBuffer& tokens, Index end) {
 
 // A declaration with parameters. Its head ends with the tail behind these; then head and body are parsed.
 Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start, const Item& item) {
-    if (links_.partner(item.parameters) == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
+    if (links_.closing(item.parameters) == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
     const HeadTail tail = scanner(tokens).scanTailOf(item.parameters);
     if (tail.brokenThrow != TokenLinks::kNone) {
         const Token found = tokens.at(scanner(tokens).next(tail.brokenThrow));
@@ -214,7 +214,7 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
 
 // A class or an enum with its body, up to the "}" that closes it.
 Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Item& item) {
-    const Index close = links_.partner(item.place);
+    const Index close = links_.closing(item.place);
     if (close == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
     tokens.moveTo(close + 1);
     TokenBuffer declaration = tokens.slice(start, close + 1);

@@ -52,12 +52,12 @@ bool breaksCondition(int kind) {
 
 }  // namespace
 
-// The token that is next, with all that its partner closes, unless a literal that does not end comes first.
+// The token that is next, with all up to the bracket that closes it, unless a literal that does not end comes first.
 void Parser::takeToken(TokenBuffer& tokens, Expression& expression) {
     skipTrivia(tokens);
     const Index here = tokens.place();
-    const Index close = links_.partner(here);
-    if (close == TokenLinks::kNone || close < here) {
+    const Index close = links_.closing(here);
+    if (close == TokenLinks::kNone) {
         expression.add(tokens.next(), here);
     } else {
         takeGroup(tokens, close, expression);
@@ -84,7 +84,7 @@ void Parser::noteLambda(const TokenBuffer& tokens, Expression& expression) {
 // At a "{": takes the block that begins here. Says false when it holds values.
 bool Parser::takeBody(TokenBuffer& tokens, Expression& expression) {
     const Index open = tokens.place();
-    const Index close = links_.partner(open);
+    const Index close = links_.closing(open);
     if (close == TokenLinks::kNone) return false;
     if (expression.expectsBodyAt(open)) {
         expression.lambdas.pop_back();
@@ -152,13 +152,13 @@ bool Parser::endsExpression(const TokenBuffer& tokens, const Expression& stateme
 // From "(" to the ")" that closes it.
 std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
     const Position start = tokens.current().start;
-    const Index close = links_.partner(tokens.place());
+    const Index close = links_.closing(tokens.place());
     Expression condition;
     while (tokens.place() <= close) {
         skipTrivia(tokens);
         const Index here = tokens.place();
         const Token token = tokens.current();
-        if (breaksCondition(token.kind) || (token.kind == OpenBrace && links_.partner(here) == TokenLinks::kNone) ||
+        if (breaksCondition(token.kind) || (token.kind == OpenBrace && links_.closing(here) == TokenLinks::kNone) ||
             (token.kind == OpenBrace && close == TokenLinks::kNone)) {
             report(token.start, ExpectedCloseParen);
             return nullptr;
@@ -167,7 +167,7 @@ std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
         if (token.kind != OpenBrace) {
             condition.add(tokens.next(), here);
         } else if (!takeBody(tokens, condition)) {
-            takeGroup(tokens, links_.partner(here), condition);
+            takeGroup(tokens, links_.closing(here), condition);
         }
     }
     auto node = std::make_unique<ExprNode>(std::string(), start, condition.text.end());

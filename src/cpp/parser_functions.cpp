@@ -224,7 +224,7 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
         report(open.start, std::string("Expected '") + (isAngled ? "<" : "(") + "' Got: " + shown(open));
         return nullptr;
     }
-    const Index close = links_.partner(tokens.place() - 1);
+    const Index close = links_.closing(tokens.place() - 1);
     auto list = std::make_unique<ParameterListNode>();
     list->setStart(open.start);
     TokenText parameter;
@@ -253,7 +253,7 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
             finish();
             return list;
         }
-        const Index inner = links_.partner(tokens.place());
+        const Index inner = links_.closing(tokens.place());
         if (inner != TokenLinks::kNone && inner > tokens.place()) {
             // The ">>" that ends two lists is both this list's and the inner one's.
             addThrough(tokens, inner == close ? close : inner + 1, parameter);
@@ -280,7 +280,7 @@ std::unique_ptr<ExprNode> Parser::parseExceptionClause(TokenBuffer& tokens) {
         return clause.makeLeaf<ExprNode>();
     }
     skipTrivia(tokens);
-    const Index close = links_.partner(tokens.place());
+    const Index close = links_.closing(tokens.place());
     if (close == TokenLinks::kNone) {
         report(tokens.current().start, UnexpectedEnd);
     } else {
@@ -330,7 +330,7 @@ std::unique_ptr<InitializerNode> Parser::parseInitializer(TokenBuffer& tokens) {
         const int kind = tokens.kindAt(here);
         const bool isOpen = kind == OpenParen || kind == OpenBrace;
         if ((isOpen && !isArgumentOf(tokens, here, previous)) || kind == Comma || kind == Trn::kEndKind) break;
-        const Index close = links_.partner(here);
+        const Index close = links_.closing(here);
         addThrough(tokens, (close == TokenLinks::kNone ? here : close) + 1, member);
         previous = here;
     }
@@ -349,7 +349,7 @@ std::unique_ptr<InitializerNode> Parser::parseInitializer(TokenBuffer& tokens) {
 // "(…)" or "{…}"
 std::unique_ptr<ArgListNode> Parser::parseArguments(TokenBuffer& tokens, ExprBodies& bodies) {
     auto list = std::make_unique<ArgListNode>();
-    const Index close = links_.partner(tokens.place());
+    const Index close = links_.closing(tokens.place());
     list->setStart(tokens.next().start);
     Expression argument;
     argument.bodies = std::move(bodies);
@@ -400,7 +400,7 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
             report(token.start, UnexpectedEnd);
             return nullptr;
         }
-        const Index close = links_.partner(here);
+        const Index close = links_.closing(here);
         addThrough(tokens, (close == TokenLinks::kNone ? here : close) + 1, returnType);
         previous = here;
     }

@@ -44,8 +44,8 @@ Parser::Index Parser::endOfItem(const TokenBuffer& tokens, Index start) const {
         const bool startsLine = end > first && tokens.at(place).start.line > tokens.at(end - 1).end.line;
         if (startsLine && beginsItem(kind)) return end;
         const Index following = look.behind(place);
-        const Index close = links_.partner(place);
-        end = (close != TokenLinks::kNone && close > place ? close : place) + 1;
+        const Index close = links_.closing(place);
+        end = (close == TokenLinks::kNone ? place : close) + 1;
         if (kind == Semicolon) return end;
         const bool endsLine = tokens.at(following).start.line > tokens.at(end - 1).end.line;
         if (kind == OpenBrace && endsLine && tokens.kindAt(following) != Semicolon) return end;

@@ -69,7 +69,7 @@ void Parser::report(Position position, std::string text) {
     append({Tessel::Error, position, 0, std::move(text)});
 }
 
-// What is wrong with the brackets: each that is not closed, and what stands where its partner should.
+// What is wrong with the brackets: each that is not closed, and what stands where its own should.
 void Parser::reportMismatches(const TokenBuffer& tokens) {
     for (const TokenLinks::Mismatch& mismatch : links_.mismatches()) {
         const Token open = tokens.at(mismatch.open);

@@ -37,11 +37,11 @@ std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& token
     while (true) {
         const Index place = links_.significant(tokens.place());
         const int kind = tokens.kindAt(place);
-        const bool isArgument = kind == OpenParen && !name.empty() && links_.partner(place) != TokenLinks::kNone;
+        const bool isArgument = kind == OpenParen && !name.empty() && links_.closing(place) != TokenLinks::kNone;
         if (kind == Identifier || kind == KeywordInline) {
             name.add(nextSignificant(tokens));
         } else if (isArgument || scanner(tokens).opensAttribute(place)) {
-            addThrough(tokens, links_.partner(place) + 1, name);
+            addThrough(tokens, links_.closing(place) + 1, name);
         } else {
             break;
         }

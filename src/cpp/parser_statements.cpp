@@ -351,7 +351,7 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
     head->setCondition(std::move(condition));
     const Index attribute = links_.significant(tokens.place());
     if (scanner(tokens).opensAttribute(attribute)) {
-        const Index close = links_.partner(attribute);
+        const Index close = links_.closing(attribute);
         head->setEnd(tokens.at(close).end);
         tokens.moveTo(close + 1);
     }
@@ -397,10 +397,10 @@ std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
     int depth = 0;  // of "?" without its ":"
     while (true) {
         skipTrivia(tokens);
-        const Index close = links_.partner(tokens.place());
+        const Index close = links_.closing(tokens.place());
         const Token token = tokens.current();
         if (endsTokens(token.kind)) break;
-        if (close != TokenLinks::kNone && close > tokens.place()) {
+        if (close != TokenLinks::kNone) {
             addThrough(tokens, close + 1, value);
             continue;
         }

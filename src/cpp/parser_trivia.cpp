@@ -59,7 +59,7 @@ Trn::Token Parser::nextSignificant(TokenBuffer& tokens) {
 
 // Moves behind the bracket that closes the one at the current place. Says false where there is none.
 bool Parser::skipBracketed(TokenBuffer& tokens) {
-    const Index close = links_.partner(tokens.place());
+    const Index close = links_.closing(tokens.place());
     if (close == TokenLinks::kNone) return false;
     tokens.moveTo(close + 1);
     return true;

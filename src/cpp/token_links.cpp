@@ -25,7 +25,7 @@ bool beginsStatement(int kind) {
 // One pass over the tokens, with the brackets that are open.
 class LinkFinder {
 public:
-    LinkFinder(std::span<const Trn::Token> tokens, TokenLinks& result)
+    LinkFinder(const Trn::TokenList& tokens, TokenLinks& result)
         : tokens_(tokens), links_(result.links_), mismatches_(result.mismatches_) {}
 
     void run() {
@@ -33,7 +33,7 @@ public:
         Place firstTrivia = 0;
         Place triviaCount = 0;
         for (Place place = 0; place < tokens_.size(); ++place) {
-            if (isTrivia(tokens_[place].kind)) {
+            if (isTrivia(tokens_.kind(place))) {
                 if (triviaCount++ == 0) firstTrivia = place;
                 continue;
             }
@@ -52,7 +52,7 @@ private:
     using Place = std::uint32_t;
 
     void take(Place place) {
-        const int kind = tokens_[place].kind;
+        const int kind = tokens_.kind(place);
         const bool isName = previous_ == KeywordOperator;
         switch (kind) {
             case OpenParen:
@@ -84,7 +84,7 @@ private:
         previous_ = kind;
     }
 
-    bool angleIsOpen() const { return !open_.empty() && tokens_[open_.back()].kind == Less; }
+    bool angleIsOpen() const { return !open_.empty() && tokens_.kind(open_.back()) == Less; }
 
     void dropAngles() {
         while (angleIsOpen()) open_.pop_back();
@@ -96,12 +96,7 @@ private:
         return place;
     }
 
-    void setPartner(Place place, Place partner) { links_[place] = (links_[place] & ~kPlaceMask) | partner; }
-
-    void join(Place openPlace, Place closePlace) {
-        setPartner(openPlace, closePlace);
-        setPartner(closePlace, openPlace);
-    }
+    void join(Place openPlace, Place closePlace) { links_[openPlace] = (links_[openPlace] & ~kPlaceMask) | closePlace; }
 
     // "operator<" is a name; what follows it may have arguments.
     bool canPrecedeArguments() const {
@@ -113,29 +108,29 @@ private:
     // Only the parameters of a template or a lambda have values of their own.
     bool opensParameters(Place angle) const {
         Place before = angle;
-        while (before > 0 && isTrivia(tokens_[before - 1].kind)) --before;
+        while (before > 0 && isTrivia(tokens_.kind(before - 1))) --before;
         if (before == 0) return false;
-        const int kind = tokens_[before - 1].kind;
+        const int kind = tokens_.kind(before - 1);
         return kind == KeywordTemplate || kind == CloseBracket;
     }
 
     void open(Place place) {
         open_.push_back(place);
-        ++count(tokens_[place].kind);
+        ++count(tokens_.kind(place));
     }
 
     int& count(int openKind) { return counts_[static_cast<std::size_t>(openKind - OpenParen)]; }
 
-    // A closing bracket ends what is open inside of its own partner. One without a partner closes nothing.
+    // A closing bracket ends what is open inside of the one that it closes, if there is one.
     void close(Place place) {
         dropAngles();
-        const int kind = tokens_[place].kind;
+        const int kind = tokens_.kind(place);
         const int openKind = kind == CloseParen ? OpenParen : kind == CloseBracket ? OpenBracket : OpenBrace;
         if (count(openKind) == 0) return;
-        while (tokens_[open_.back()].kind != openKind) {
+        while (tokens_.kind(open_.back()) != openKind) {
             const Place unclosed = popBack();
-            if (tokens_[unclosed].kind == Less) continue;
-            --count(tokens_[unclosed].kind);
+            if (tokens_.kind(unclosed) == Less) continue;
+            --count(tokens_.kind(unclosed));
             mismatches_.push_back({unclosed, place});
         }
         --count(openKind);
@@ -149,7 +144,7 @@ private:
             open_.push_back(inner);
             return;
         }
-        setPartner(inner, place);
+        join(inner, place);
         join(popBack(), place);
     }
 
@@ -157,7 +152,7 @@ private:
         if (!open_.empty()) links_[open_.back()] |= kHoldsStatements;
     }
 
-    std::span<const Trn::Token> tokens_;
+    const Trn::TokenList& tokens_;
     std::vector<std::uint32_t>& links_;
     std::vector<TokenLinks::Mismatch>& mismatches_;
     std::vector<Place> open_;
@@ -166,12 +161,12 @@ private:
     int beforePrevious_ = Trn::kEndKind;
 };
 
-TokenLinks::TokenLinks(std::span<const Trn::Token> tokens) { LinkFinder(tokens, *this).run(); }
+TokenLinks::TokenLinks(const Trn::TokenList& tokens) { LinkFinder(tokens, *this).run(); }
 
-TokenLinks::Index TokenLinks::partner(Index bracket) const {
-    if (bracket >= links_.size()) return kNone;
-    const std::uint32_t place = links_[bracket] & kPlaceMask;
-    return place == kNoPlace || (links_[bracket] & kIsTrivia) != 0 ? kNone : place;
+TokenLinks::Index TokenLinks::closing(Index open) const {
+    if (open >= links_.size()) return kNone;
+    const std::uint32_t place = links_[open] & kPlaceMask;
+    return place == kNoPlace || (links_[open] & kIsTrivia) != 0 ? kNone : place;
 }
 
 TokenLinks::Index TokenLinks::significant(Index place) const {

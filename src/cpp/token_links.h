@@ -2,17 +2,16 @@
 
 #include <cstdint>
 #include <limits>
-#include <span>
 #include <vector>
 
-#include "trn/token.h"
 #include "trn/token_buffer.h"
+#include "trn/token_list.h"
 
 namespace Cpp {
 
 // For each token of a text the place of the one that it belongs with, found once and asked for often:
 //
-//  - a bracket has the one that it matches. "<" and ">" are tried: where a "<" can begin template arguments and a
+//  - an opening bracket has the one that closes it. "<" and ">" are tried: where a "<" can begin template arguments and a
 //    ">" can end them, they match, else they are operators. A ">>" may close two lists, and is matched with the
 //    outer one;
 //  - a comment, directive or region has the next token that is none.
@@ -31,15 +30,15 @@ public:
     };
 
     TokenLinks() = default;
-    explicit TokenLinks(std::span<const Trn::Token> tokens);
+    explicit TokenLinks(const Trn::TokenList& tokens);
 
     // The number of tokens.
     Index size() const { return links_.size(); }
-    // Of a bracket; kNone where it has none.
-    Index partner(Index bracket) const;
+    // The bracket that closes the one at the place; kNone where nothing does, or nothing is open there.
+    Index closing(Index open) const;
     // The first token at or behind the place that is no comment, directive or region.
     Index significant(Index place) const;
-    // Whether a ";" or the keyword of a statement stands between the bracket at the place and its partner, outside
+    // Whether a ";" or the keyword of a statement stands between the bracket at the place and the closing one, outside
     // of other brackets.
     bool holdsStatements(Index open) const;
 

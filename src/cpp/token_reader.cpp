@@ -38,8 +38,8 @@ int protectedRegionStep(const Trn::Token& token) {
 
 // C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`. Whether a keyword is one of
 // these is told by the token behind it.
-bool isNameBefore(const Trn::Token& word, int following) {
-    switch (word.kind) {
+bool isNameBefore(int word, int following) {
+    switch (word) {
         case KeywordPublic:
         case KeywordProtected:
         case KeywordPrivate:
@@ -70,22 +70,26 @@ void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn
 
 }  // namespace
 
-std::vector<Trn::Token> readTokens(Lexer& lexer) {
+Trn::TokenList readTokens(Lexer& lexer) {
     // Most texts have fewer tokens. What is not needed is never touched.
     constexpr std::size_t charactersToToken = 4;
-    std::vector<Trn::Token> tokens;
-    tokens.reserve(lexer.textSize() / charactersToToken + 1);
+    Trn::TokenList tokens(lexer.text());
+    tokens.reserve(lexer.text().size() / charactersToToken + 1);
     std::size_t previous = 0;  // the last token that is no comment
+    Trn::Token token;
     do {
-        Trn::Token& token = tokens.emplace_back(lexer.nextToken());
-        if (isNameBefore(tokens[previous], token.kind)) tokens[previous].kind = Identifier;
-        if (!isTrivia(token.kind)) previous = tokens.size() - 1;
+        token = lexer.nextToken();
+        if (previous < tokens.size() && isNameBefore(tokens.kind(previous), token.kind)) {
+            tokens.setKind(previous, Identifier);
+        }
+        if (!isTrivia(token.kind)) previous = tokens.size();
         if (opensUnusedBlock(token)) {
             takeRegion(lexer, token, UnreadBlock, unusedBlockStep);
         } else if (opensProtectedRegion(token)) {
             takeRegion(lexer, token, ProtectedRegion, protectedRegionStep);
         }
-    } while (tokens.back().kind != Trn::kEndKind);
+        tokens.add(token);
+    } while (token.kind != Trn::kEndKind);
     return tokens;
 }
 

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <vector>
-
 #include "cpp/lexer.h"
-#include "trn/token.h"
+#include "trn/token_list.h"
 
 namespace Cpp {
 
@@ -14,6 +12,6 @@ namespace Cpp {
 //     // VANTREL-OFF … // VANTREL-ON      ProtectedRegion
 //
 // The tokens are views of the text and of what the lexer owns.
-std::vector<Trn::Token> readTokens(Lexer& lexer);
+Trn::TokenList readTokens(Lexer& lexer);
 
 }  // namespace Cpp

@@ -14,6 +14,11 @@ int clampToInt(std::int64_t column) {
     return static_cast<int>(std::min<std::int64_t>(column, std::numeric_limits<int>::max()));
 }
 
+// The columns of a character that stands in that column.
+std::int64_t widthAt(std::int64_t column, char c, std::int64_t tabSize) {
+    return c == '\t' ? tabSize - column % tabSize : 1;
+}
+
 }  // namespace
 
 OTextDocBuf::OTextDocBuf(TextLayout layout)
@@ -140,22 +145,23 @@ std::size_t OTextDocBuf::send(std::string_view text) {
 }
 
 void OTextDocBuf::advance(std::string_view text) {
-    line_ += static_cast<int>(std::count(text.begin(), text.end(), '\n'));
-    column_ = columnBehind(text);
-}
-
-int OTextDocBuf::columnBehind(std::string_view text) const {
     const std::int64_t tabSize = std::max(tabSize_, 1);
     std::int64_t column = column_;
     for (const char c : text) {
         if (c == '\n') {
+            ++line_;
             column = 0;
-        } else if (c == '\t') {
-            column += tabSize - column % tabSize;
         } else {
-            ++column;
+            column += widthAt(column, c, tabSize);
         }
     }
+    column_ = clampToInt(column);
+}
+
+int OTextDocBuf::columnBehind(std::string_view piece) const {
+    const std::int64_t tabSize = std::max(tabSize_, 1);
+    std::int64_t column = column_;
+    for (const char c : piece) column += widthAt(column, c, tabSize);
     return clampToInt(column);
 }
 

@@ -60,8 +60,8 @@ protected:
     int_type overflow(int_type c) override;
     std::streamsize xsputn(const char* text, std::streamsize size) override;
     int sync() override;
-    // Where text that is written next would end.
-    int columnBehind(std::string_view text) const;
+    // Where a piece of a line that is written next would end.
+    int columnBehind(std::string_view piece) const;
 
     int column_;
 

@@ -5,10 +5,10 @@
 
 namespace Trn {
 
-TokenBuffer::TokenBuffer(std::vector<Token> tokens)
-    : tokens_(std::make_shared<const std::vector<Token>>(std::move(tokens))), end_(tokens_->size()) {}
+TokenBuffer::TokenBuffer(TokenList tokens)
+    : tokens_(std::make_shared<const TokenList>(std::move(tokens))), end_(tokens_->size()) {}
 
-TokenBuffer::TokenBuffer(std::shared_ptr<const std::vector<Token>> tokens, Index first, Index last)
+TokenBuffer::TokenBuffer(std::shared_ptr<const TokenList> tokens, Index first, Index last)
     : tokens_(std::move(tokens)), begin_(first), end_(last), index_(first) {}
 
 TokenBuffer TokenBuffer::slice(Index first, Index last) const { return {tokens_, first, std::min(last, end_)}; }
@@ -16,8 +16,9 @@ TokenBuffer TokenBuffer::slice(Index first, Index last) const { return {tokens_,
 Token TokenBuffer::endToken() const {
     Token end;
     const bool isBehindText = end_ >= tokens_->size();
-    if (isBehindText && (tokens_->empty() || tokens_->back().kind != kEndKind)) return end;
-    const Token& behind = isBehindText ? tokens_->back() : (*tokens_)[end_];
+    const Index last = tokens_->size() - 1;
+    if (isBehindText && (tokens_->size() == 0 || tokens_->kind(last) != kEndKind)) return end;
+    const Token behind = (*tokens_)[isBehindText ? last : end_];
     end.start = end.end = behind.start;
     end.text = behind.text;
     return end;

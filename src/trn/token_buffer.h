@@ -2,9 +2,8 @@
 
 #include <cstddef>
 #include <memory>
-#include <vector>
 
-#include "trn/token.h"
+#include "trn/token_list.h"
 
 namespace Trn {
 
@@ -19,7 +18,7 @@ public:
     using Index = std::size_t;
 
     // The last token may be one of kEndKind, which tells where the text ends.
-    explicit TokenBuffer(std::vector<Token> tokens);
+    explicit TokenBuffer(TokenList tokens);
 
     Token next() { return at(index_++); }
     Token current() const { return at(index_); }
@@ -35,7 +34,7 @@ public:
     Index place() const { return index_; }
     void moveTo(Index place) { index_ = place; }
     Token at(Index place) const { return place < end_ ? (*tokens_)[place] : endToken(); }
-    int kindAt(Index place) const { return place < end_ ? (*tokens_)[place].kind : kEndKind; }
+    int kindAt(Index place) const { return place < end_ ? tokens_->kind(place) : kEndKind; }
 
     // The tokens in [first, last), from their start.
     TokenBuffer slice(Index first, Index last) const;
@@ -43,10 +42,10 @@ public:
     Index begin() const { return begin_; }
 
 private:
-    TokenBuffer(std::shared_ptr<const std::vector<Token>> tokens, Index first, Index last);
+    TokenBuffer(std::shared_ptr<const TokenList> tokens, Index first, Index last);
     Token endToken() const;
 
-    std::shared_ptr<const std::vector<Token>> tokens_;
+    std::shared_ptr<const TokenList> tokens_;
     Index begin_ = 0;
     Index end_;  // one past the last token that this buffer may give
     Index index_ = 0;
