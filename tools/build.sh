@@ -1,4 +1,4 @@
-# Sourced by ./run, ./test, ./fuzz and .ci/run: install what is missing, and build, in silence when all is well.
+# Sourced by ./run, ./test, ./sanitize and ./fuzz: install what is missing, and build, in silence when all is well.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
