@@ -8,7 +8,15 @@ Trn::Position CtorDeclNode::start() const {
 
 Trn::Position CtorDeclNode::end() const {
     if (body() || !initializers_ || !Trn::isSet(initializers_.get()->end())) return FunctionDeclNode::end();
-    return initializers_.get()->end();
+    return Trn::isSet(storedEnd_) ? storedEnd_ : initializers_.get()->end();
+}
+
+void CtorDeclNode::setEnd(Trn::Position position) {
+    if (body() || !initializers_) {
+        FunctionDeclNode::setEnd(position);
+    } else {
+        storedEnd_ = position;
+    }
 }
 
 }  // namespace Cpp

@@ -92,6 +92,26 @@ public:
 
 class DeclNode : public SyntaxNode {};
 
+// A construct of a head and a body.
+template <typename Base, typename Head, typename Body>
+class HeadedNode : public Base {
+public:
+    HeadedNode() = default;
+    HeadedNode(std::unique_ptr<Head> head, std::unique_ptr<Body> body)
+        : head_(std::move(head)), body_(std::move(body)) {}
+
+    Head* head() const { return head_.get(); }
+    void setHead(std::unique_ptr<Head> head) { head_ = std::move(head); }
+    Body* body() const { return body_.get(); }
+    void setBody(std::unique_ptr<Body> body) { body_ = std::move(body); }
+
+    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
+
+private:
+    ChildSlot<Head> head_;
+    ChildSlot<Body> body_;
+};
+
 // Keyword and parenthesised part of a control statement's part.
 class CtrlSubStmtHeadNode : public EndedNode<CtrlSubStmtHeadNode, SyntaxNode> {
 public:
@@ -108,18 +128,10 @@ private:
 };
 
 // One part of a control statement: its head and its body, with braces or without around a single statement.
-class CtrlSubStmtNode : public CompositeNode<CtrlSubStmtNode, SyntaxNode> {
+class CtrlSubStmtNode
+    : public HeadedNode<CompositeNode<CtrlSubStmtNode, SyntaxNode>, CtrlSubStmtHeadNode, BlockNode> {
 public:
-    CtrlSubStmtHeadNode* head() const { return head_.get(); }
-    void setHead(std::unique_ptr<CtrlSubStmtHeadNode> head) { head_ = std::move(head); }
-    BlockNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<BlockNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
-
-private:
-    ChildSlot<CtrlSubStmtHeadNode> head_;
-    ChildSlot<BlockNode> body_;
+    using HeadedNode::HeadedNode;
 };
 
 // A case label up to its ":"; no value for "default".
@@ -205,58 +217,20 @@ private:
     ChildSlot<BaseClauseListNode> baseClauses_;
 };
 
-class ClassDeclNode : public EndedNode<ClassDeclNode, DeclNode> {
+class ClassDeclNode : public HeadedNode<EndedNode<ClassDeclNode, DeclNode>, ClassHeadNode, ClassBodyNode> {
 public:
-    ClassDeclNode() = default;
-    ClassDeclNode(std::unique_ptr<ClassHeadNode> head, std::unique_ptr<ClassBodyNode> body)
-        : head_(std::move(head)), body_(std::move(body)) {}
-
-    ClassHeadNode* head() const { return head_.get(); }
-    void setHead(std::unique_ptr<ClassHeadNode> head) { head_ = std::move(head); }
-    ClassBodyNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<ClassBodyNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
-
-private:
-    ChildSlot<ClassHeadNode> head_;
-    ChildSlot<ClassBodyNode> body_;
+    using HeadedNode::HeadedNode;
 };
 
-class EnumDeclNode : public EndedNode<EnumDeclNode, DeclNode> {
+class EnumDeclNode : public HeadedNode<EndedNode<EnumDeclNode, DeclNode>, EnumHeadNode, EnumBodyNode> {
 public:
-    EnumDeclNode() = default;
-    EnumDeclNode(std::unique_ptr<EnumHeadNode> head, std::unique_ptr<EnumBodyNode> body)
-        : head_(std::move(head)), body_(std::move(body)) {}
-
-    EnumHeadNode* head() const { return head_.get(); }
-    void setHead(std::unique_ptr<EnumHeadNode> head) { head_ = std::move(head); }
-    EnumBodyNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<EnumBodyNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
-
-private:
-    ChildSlot<EnumHeadNode> head_;
-    ChildSlot<EnumBodyNode> body_;
+    using HeadedNode::HeadedNode;
 };
 
-class NamespaceDeclNode : public CompositeNode<NamespaceDeclNode, SyntaxNode> {
+class NamespaceDeclNode
+    : public HeadedNode<CompositeNode<NamespaceDeclNode, SyntaxNode>, NamespaceHeadNode, NamespaceBodyNode> {
 public:
-    NamespaceDeclNode() = default;
-    NamespaceDeclNode(std::unique_ptr<NamespaceHeadNode> head, std::unique_ptr<NamespaceBodyNode> body)
-        : head_(std::move(head)), body_(std::move(body)) {}
-
-    NamespaceHeadNode* head() const { return head_.get(); }
-    void setHead(std::unique_ptr<NamespaceHeadNode> head) { head_ = std::move(head); }
-    NamespaceBodyNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<NamespaceBodyNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
-
-private:
-    ChildSlot<NamespaceHeadNode> head_;
-    ChildSlot<NamespaceBodyNode> body_;
+    using HeadedNode::HeadedNode;
 };
 
 // extern "C" { ... }
@@ -318,27 +292,9 @@ private:
 };
 
 // A function with its body, or a prototype without one.
-class FunctionDeclNode : public CompositeNode<FunctionDeclNode, DeclNode> {
+class FunctionDeclNode : public HeadedNode<CompositeNode<FunctionDeclNode, DeclNode>, FunctionHeadNode, BlockNode> {
 public:
-    FunctionDeclNode() = default;
-    FunctionDeclNode(std::unique_ptr<FunctionHeadNode> head, std::unique_ptr<BlockNode> body)
-        : head_(std::move(head)), body_(std::move(body)) {}
-
-    // Exchanges head and body.
-    virtual void swap(FunctionDeclNode& other) {
-        std::swap(head_, other.head_);
-        std::swap(body_, other.body_);
-    }
-    virtual void setHead(std::unique_ptr<FunctionHeadNode> head) { head_ = std::move(head); }
-    FunctionHeadNode* head() const { return head_.get(); }
-    BlockNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<BlockNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
-
-private:
-    ChildSlot<FunctionHeadNode> head_;
-    ChildSlot<BlockNode> body_;
+    using HeadedNode::HeadedNode;
 };
 
 // A constructor with member initializers.
@@ -351,14 +307,16 @@ public:
 
     // Head, initializers, body.
     Trn::Position start() const override;
-    // Body, initializers, head.
+    // Body, what ends the declaration without one, initializers, head.
     Trn::Position end() const override;
+    void setEnd(Trn::Position position) override;
 
     InitializerListNode* initializers() const { return initializers_.get(); }
     void setInitializers(std::unique_ptr<InitializerListNode> list) { initializers_ = std::move(list); }
 
 private:
     ChildSlot<InitializerListNode> initializers_;
+    Trn::Position storedEnd_;
 };
 
 // One member initializer.

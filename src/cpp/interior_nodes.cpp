@@ -63,6 +63,11 @@ void InteriorNode::replace(iterator place, std::unique_ptr<SyntaxNode> child) {
     *place = std::move(child);
 }
 
+bool BracketedNode::hasBrackets() const {
+    if (!Trn::isSet(open_) || open_ == close_) return false;
+    return size() == 0 || open_ != children().front()->start();
+}
+
 Trn::Position OptionallyBracketedNode::start() const {
     return !Trn::isSet(open()) && size() > 0 ? InteriorNode::start() : open();
 }

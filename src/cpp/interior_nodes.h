@@ -64,6 +64,10 @@ public:
     void setEnd(Trn::Position position) override { close_ = position; }
     Trn::Position end() const override { return close_; }
 
+    // Whether there are brackets: an empty statement carries the positions of its ";", and a body that begins with a
+    // protected region those of its items.
+    bool hasBrackets() const;
+
 private:
     Trn::Position open_;
     Trn::Position close_;

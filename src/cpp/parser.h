@@ -72,6 +72,8 @@ private:
     // What is kept (parser_kept.cpp).
     template <typename Parse>
     void guarded(TokenBuffer& tokens, InteriorNode& list, Parse parse);
+    template <typename Body, typename TakeOther, typename ParseItem>
+    std::unique_ptr<Body> parseItems(TokenBuffer& tokens, TakeOther takeOther, ParseItem parseItem);
     Index endOfItem(const TokenBuffer& tokens, Index start) const;
     Index endOfKept(const TokenBuffer& tokens, Index start) const;
     std::unique_ptr<KeptNode> makeKeptNode(TokenBuffer& tokens, Index start, Index end, bool isMacro);

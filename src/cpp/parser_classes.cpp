@@ -186,36 +186,18 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
 }
 
 std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
-    BodyScope scope(*this);
-    const Token open = tokens.next();
-    auto body = std::make_unique<ClassBodyNode>();
-    body->setStart(open.start);
-    while (true) {
-        addTrivia(tokens, *body);
-        const Token token = tokens.current();
-        switch (token.kind) {
-            case CloseBrace:
-                tokens.next();
-                body->setEnd(token.start);
-                return body;
-            case Trn::kEndKind:
-                report(token.start, UnexpectedEnd);
-                return body;
-            case Unknown:
-            case Semicolon:
-                tokens.next();
-                break;
-            case KeywordUsing:
-                skipStatement(tokens, Semicolon, body.get());
-                break;
-            case KeywordNamespace:
-                report(token.start, "Namespace declaration illegal inside class declaration.");
-                skipStatement(tokens, Semicolon);
-                break;
-            default:
-                guarded(tokens, *body, [&] { parseMember(tokens, *body); });
+    const auto takeOther = [&](const Token& token, ClassBodyNode& body) {
+        if (token.kind == KeywordUsing) {
+            skipStatement(tokens, Semicolon, &body);
+        } else if (token.kind == KeywordNamespace) {
+            report(token.start, "Namespace declaration illegal inside class declaration.");
+            skipStatement(tokens, Semicolon);
+        } else {
+            return false;
         }
-    }
+        return true;
+    };
+    return parseItems<ClassBodyNode>(tokens, takeOther, [&](ClassBodyNode& body) { parseMember(tokens, body); });
 }
 
 void Parser::parseMember(TokenBuffer& tokens, ClassBodyNode& body) {

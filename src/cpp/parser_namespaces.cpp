@@ -51,37 +51,17 @@ std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& token
 }
 
 std::unique_ptr<NamespaceBodyNode> Parser::parseNamespaceBody(TokenBuffer& tokens) {
-    const Token open = tokens.next();
-    if (open.kind != OpenBrace) {
-        report(open.start, "Expected:: \"{\".");
-        tokens.stepBack();
+    if (tokens.peekKind() != OpenBrace) {
+        report(tokens.current().start, "Expected:: \"{\".");
         return nullptr;
     }
-    BodyScope scope(*this);
-    auto body = std::make_unique<NamespaceBodyNode>();
-    body->setStart(open.start);
-    while (true) {
-        addTrivia(tokens, *body);
-        const Token token = tokens.current();
-        switch (token.kind) {
-            case CloseBrace:
-                tokens.next();
-                body->setEnd(token.start);
-                return body;
-            case Trn::kEndKind:
-                report(token.start, UnexpectedEnd);
-                return body;
-            case Unknown:
-            case Semicolon:
-                tokens.next();
-                break;
-            case KeywordUsing:
-                skipStatement(tokens, Semicolon, body.get());
-                break;
-            default:
-                guarded(tokens, *body, [&] { addDeclaration(tokens, *body, Scope::Outside); });
-        }
-    }
+    const auto takeOther = [&](const Token& token, NamespaceBodyNode& body) {
+        if (token.kind != KeywordUsing) return false;
+        skipStatement(tokens, Semicolon, &body);
+        return true;
+    };
+    return parseItems<NamespaceBodyNode>(
+        tokens, takeOther, [&](NamespaceBodyNode& body) { addDeclaration(tokens, body, Scope::Outside); });
 }
 
 // A template's header, and the conditions behind it; what it is the header of is the next item. Without "<" it
@@ -129,32 +109,13 @@ std::unique_ptr<LinkageBlockNode> Parser::parseLinkageBlock(TokenBuffer& tokens,
 }
 
 std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& tokens, bool hasCLinkage) {
-    BodyScope scope(*this);
-    auto body = std::make_unique<LinkageBlockBodyNode>();
-    body->setStart(tokens.next().start);
-    while (true) {
-        addTrivia(tokens, *body);
-        if (reportIllegalInLinkage(tokens, hasCLinkage)) continue;
-        const Token token = tokens.current();
-        switch (token.kind) {
-            case CloseBrace:
-                tokens.next();
-                body->setEnd(token.start);
-                return body;
-            case Trn::kEndKind:
-                report(token.start, UnexpectedEnd);
-                return body;
-            case Unknown:
-            case Semicolon:
-                tokens.next();
-                break;
-            case KeywordUsing:
-                skipStatement(tokens, Semicolon);
-                break;
-            default:
-                guarded(tokens, *body, [&] { addDeclaration(tokens, *body, Scope::Outside); });
-        }
-    }
+    const auto takeOther = [&](const Token& token, LinkageBlockBodyNode&) {
+        if (token.kind != KeywordUsing) return reportIllegalInLinkage(tokens, hasCLinkage);
+        skipStatement(tokens, Semicolon);
+        return true;
+    };
+    return parseItems<LinkageBlockBodyNode>(
+        tokens, takeOther, [&](LinkageBlockBodyNode& body) { addDeclaration(tokens, body, Scope::Outside); });
 }
 
 bool Parser::reportIllegalInLinkage(TokenBuffer& tokens, bool hasCLinkage) {

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "cpp/parser.h"
+#include "cpp/parser_messages.h"
+#include "cpp/token_kind.h"
 
 namespace Cpp {
 
@@ -68,6 +70,34 @@ void Parser::guarded(TokenBuffer& tokens, InteriorNode& list, Parse parse) {
     if (end == guard.start()) return;
     guard.takeBack(list);
     list.add(makeKeptNode(tokens, guard.start(), end, false));
+}
+
+// From a "{" to the "}" that closes it, what a namespace, a class or a linkage block holds. `takeOther` takes what is
+// no item of theirs, and says whether it did.
+template <typename Body, typename TakeOther, typename ParseItem>
+std::unique_ptr<Body> Parser::parseItems(TokenBuffer& tokens, TakeOther takeOther, ParseItem parseItem) {
+    BodyScope scope(*this);
+    auto body = std::make_unique<Body>();
+    body->setStart(tokens.next().start);
+    while (true) {
+        addTrivia(tokens, *body);
+        const Token token = tokens.current();
+        switch (token.kind) {
+            case CloseBrace:
+                tokens.next();
+                body->setEnd(token.start);
+                return body;
+            case Trn::kEndKind:
+                report(token.start, UnexpectedEnd);
+                return body;
+            case Unknown:
+            case Semicolon:
+                tokens.next();
+                break;
+            default:
+                if (!takeOther(token, *body)) guarded(tokens, *body, [&] { parseItem(*body); });
+        }
+    }
 }
 
 }  // namespace Cpp

@@ -42,12 +42,6 @@ Zelmor::IndentState initialState(const PropertySet& scheme) {
     return state;
 }
 
-// Whether the node carries the positions of braces, as opposed to those of its contents.
-bool isBraced(const Cpp::BracketedNode& node) {
-    if (node.size() == 0) return node.start() != node.end();
-    return node.start() != (*node.childBegin())->start();
-}
-
 bool endsLine(const Cpp::SyntaxNode& node) {
     if (dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node)) return true;
     const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
@@ -160,7 +154,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         }
     }
     const bool isEmpty = node.size() == 0;
-    if (!isBraced(node)) {
+    if (!node.hasBrackets()) {
         if (isEmpty) {
             ContentScope content(*this, indent);
             copyThrough(node);

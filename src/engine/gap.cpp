@@ -19,25 +19,6 @@ bool isLineEndKind(int kind) { return kind == Cpp::Directive || kind == Cpp::Lin
 // comment: most gaps need no lexer.
 bool mayHoldTrivia(std::string_view text) { return text.find_first_of("/#\\") != std::string_view::npos; }
 
-template <typename Test>
-bool anyToken(std::string_view text, Test isWanted) {
-    if (!mayHoldTrivia(text)) return false;
-    Cpp::Lexer lexer(text);
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        if (isWanted(token.kind)) return true;
-    }
-    return false;
-}
-
-void trimRightInPlace(std::string& text) { text.erase(trimRight(text).size()); }
-
-// Removes the white space behind the last line feed, which ends a comment or directive.
-void trimBehindLastLine(std::string& gap) {
-    const std::size_t lineFeed = gap.rfind('\n');
-    if (lineFeed == std::string::npos || lineFeed + 1 == gap.size()) return;
-    gap.erase(lineFeed + 1 + trimRight(std::string_view(gap).substr(lineFeed + 1)).size());
-}
-
 // The place behind the line comment or directive that the text starts with, whatever comments stand in front
 // of the directive on its line; 0 where it starts with something else.
 std::size_t firstLineEndTokenEnd(std::string_view text) {
@@ -104,17 +85,6 @@ std::size_t lineEndBehind(std::string_view gap) {
     return lineFeed == std::string_view::npos ? end : lineFeed + 1;
 }
 
-bool containsLineComment(std::string_view text) {
-    return anyToken(text, [](int kind) { return kind == Cpp::LineComment; });
-}
-
-bool containsCommentOrDirective(std::string_view text) { return anyToken(text, Cpp::isTrivia); }
-
-bool isDirectiveText(std::string_view text) {
-    if (text.empty()) return false;
-    return trimLeft(text.substr(0, text.size() - 1)).starts_with('#');
-}
-
 MergedGap mergedGap(std::string_view gap, std::string_view wanted) {
     if (wanted.find('\n') != std::string_view::npos || !endsWithLineEndToken(gap)) return {trimRight(gap), wanted};
     const std::size_t lineFeed = gap.rfind('\n');
@@ -136,28 +106,6 @@ void mergeWhitespace(std::string& gap, std::string_view wanted) {
     const MergedGap merged = mergedGap(gap, wanted);
     gap = std::string(merged.kept).append(merged.added);
 }
-
-void prependWhitespace(std::string& gap, std::string_view wanted) {
-    const PrependedGap prepended = prependedGap(gap);
-    gap = std::string(prepended.ahead).append(wanted).append(prepended.behind);
-}
-
-void surroundWithWhitespace(std::string& gap, std::string_view before, std::string_view after) {
-    const bool keepsLineEnd = after.find('\n') == std::string_view::npos && endsWithLineEndToken(gap);
-    prependWhitespace(gap, before);
-    if (keepsLineEnd) {
-        trimBehindLastLine(gap);
-    } else {
-        trimRightInPlace(gap);
-    }
-    gap += after;
-}
-
-void stripLeadingSpace(std::string& gap) { prependWhitespace(gap, {}); }
-
-void stripTrailingSpace(std::string& gap) { mergeWhitespace(gap, {}); }
-
-void stripSurroundingSpace(std::string& gap) { gap = std::string(strippedGap(gap)); }
 
 void replaceCharOutsideComments(std::string& gap, char from, char to) {
     if (startsWithLineEndToken(gap) || endsWithLineEndToken(gap)) return;

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-// The text between two tokens: white space, comments and directives. The tests lex a gap only when it holds
-// anything but white space. The edits never take away the line end that a line comment or a directive needs.
+// The text between two tokens: white space, comments and directives. A gap is lexed only when it holds anything
+// but white space. The edits never take away the line end that a line comment or a directive needs.
 namespace Tessel {
 
 // What isspace accepts in the C locale.
@@ -30,10 +30,6 @@ bool endsWithLineEndToken(std::string_view text);
 // The place in a gap behind its last token, and behind the line end that the token needs; what follows is
 // white space.
 std::size_t lineEndBehind(std::string_view gap);
-bool containsLineComment(std::string_view text);
-bool containsCommentOrDirective(std::string_view text);
-// The first character that is not white space is "#".
-bool isDirectiveText(std::string_view text);
 
 // A gap whose trailing white space is replaced: what stays of it, its front, and what is added. Nothing is added
 // where the line end of a comment or directive stays instead.
@@ -54,15 +50,8 @@ PrependedGap prependedGap(std::string_view gap);
 // A gap without white space at its ends, unless a directive or a line comment stands there.
 std::string_view strippedGap(std::string_view gap);
 
-// Replaces the trailing, the leading, or both white spaces of a gap by the ones wanted.
+// Replaces the trailing white space of a gap by the one wanted.
 void mergeWhitespace(std::string& gap, std::string_view wanted);
-void prependWhitespace(std::string& gap, std::string_view wanted);
-void surroundWithWhitespace(std::string& gap, std::string_view before, std::string_view after);
-
-void stripLeadingSpace(std::string& gap);
-void stripTrailingSpace(std::string& gap);
-// Nothing where the gap begins or ends with a directive or a line comment.
-void stripSurroundingSpace(std::string& gap);
 
 // Nothing where the gap begins or ends with a directive or a line comment.
 void replaceCharOutsideComments(std::string& gap, char from, char to);

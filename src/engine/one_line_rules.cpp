@@ -50,9 +50,9 @@ bool CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
 
 // Of several parts: `if (a) b(); else c();`.
 bool CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
-    const auto isUnbraced = [this](const auto& child) {
+    const auto isUnbraced = [](const auto& child) {
         const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(child.get());
-        return part && part->body() && source_.text()[offsetOf(source_, part->body()->start()) - 1] != '{';
+        return part && part->body() && !part->body()->hasBrackets();
     };
     const bool isAnyUnbraced = std::any_of(statement.childBegin(), statement.childEnd(), isUnbraced);
     return statement.size() > 1 &&

@@ -32,9 +32,6 @@ int keywordOf(const Cpp::CtrlSubStmtNode* part) {
     return hasKeyword ? part->head()->keyword()->keyword() : Trn::kEndKind;
 }
 
-// An empty statement carries the positions of its ";".
-bool isBraced(const Cpp::BlockNode& block) { return Trn::isSet(block.open()) && block.open() != block.close(); }
-
 // An "else" whose body is an "if" and nothing else.
 bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
     if (keywordOf(&part) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
@@ -95,7 +92,7 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
     if (settings_.betweenControlParts.present && statement.size() > 1) {
         between = settings_.betweenControlParts;
         const Cpp::CtrlSubStmtNode* first = firstPart(statement);
-        const bool isUnbraced = first && first->body() && !isBraced(*first->body());
+        const bool isUnbraced = first && first->body() && !first->body()->hasBrackets();
         if (isUnbraced && !isOnOneLine_) between = kLineFeed;
     }
     const Cpp::SyntaxNode* previous = nullptr;
@@ -136,7 +133,7 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
         formatBlock(*body, braces, noIndent);
         return;
     }
-    const bool hasBraces = isBraced(*body);
+    const bool hasBraces = body->hasBrackets();
     const OptionalText& indent = keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent
                                                                        : settings_.indentOfBody(hasBraces);
     const OptionalText& ahead = hasBraces ? braces.beforeOpen : braces.afterOpen;
@@ -266,7 +263,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
         (*next)->accept(*this);
     }
     if (next != end && settings_.beforeCaseOpen.present) {
-        if (auto* block = dynamic_cast<Cpp::BlockNode*>(next->get()); block && isBraced(*block)) {
+        if (auto* block = dynamic_cast<Cpp::BlockNode*>(next->get()); block && block->hasBrackets()) {
             formatCaseBlock(*block);
             return next;
         }

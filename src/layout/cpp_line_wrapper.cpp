@@ -39,12 +39,6 @@ CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextD
     if (wrapper_.settings().wrapsLines()) findLongLines();
 }
 
-// Whether the node carries the positions of braces, as opposed to those of its contents.
-bool CppLineWrapper::isBraced(const Cpp::BracketedNode& node) {
-    if (!Trn::isSet(node.open())) return false;
-    return node.size() == 0 || node.open() != (*node.childBegin())->start();
-}
-
 void CppLineWrapper::findLongLines() {
     const WrapSettings& wrap = wrapper_.settings();
     std::string_view rest = source();
@@ -142,7 +136,7 @@ void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& c
 }
 
 void CppLineWrapper::wrapBraced(Cpp::BracketedNode& node, const OptionalText& contentIndent) {
-    if (isBraced(node)) copyThrough(node.open());
+    if (node.hasBrackets()) copyThrough(node.open());
     wrapChildren(node, contentIndent);
     copyThrough(node);
 }

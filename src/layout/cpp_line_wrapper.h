@@ -106,7 +106,6 @@ private:
     // Bodies.
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
     std::string indentAt(int column) const { return indentToColumn(out_, column); }
-    static bool isBraced(const Cpp::BracketedNode& node);
     void wrapChildren(Cpp::InteriorNode& node, const OptionalText& contentIndent);
     void wrapBraced(Cpp::BracketedNode& node, const OptionalText& contentIndent);
     void wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body);

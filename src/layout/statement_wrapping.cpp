@@ -73,7 +73,7 @@ void CppLineWrapper::visit(Cpp::CtrlSubStmtNode* part) {
     } else {
         const bool isSwitch = keywordOf(part->head()) == Cpp::KeywordSwitch;
         wrapBraced(*part->body(),
-                   isSwitch ? settings_.caseContentIndent : settings_.indentOfBody(isBraced(*part->body())));
+                   isSwitch ? settings_.caseContentIndent : settings_.indentOfBody(part->body()->hasBrackets()));
     }
 }
 
