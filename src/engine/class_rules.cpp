@@ -50,7 +50,7 @@ void CppFormatter::visit(Cpp::NamespaceBodyNode* body) {
 void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
-    int base = templateColumn.value_or(baseColumn());
+    int base = templateColumn.value_or(indentColumn());
     if (declaration->head()) {
         const int headColumn = copyUpTo(*declaration->head());
         if (!templateColumn) base = headColumn;

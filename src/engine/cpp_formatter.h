@@ -98,6 +98,7 @@ private:
     void writeRendered(const std::string& text);
     void copyThrough(const Cpp::SyntaxNode& node) { writer_.copyThrough(node.end()); }
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
+    int indentColumn();
     // Copies up to the node and tells the column at which its first character will stand.
     int copyUpTo(const Cpp::SyntaxNode& node);
     void pend(const OptionalText& whitespace);
@@ -108,6 +109,7 @@ private:
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
+    void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);

@@ -12,6 +12,7 @@ namespace Tessel {
 
 void CppPreFormatter::visit(Cpp::RootNode* node) {
     depth_ = 0;
+    bodyDepth_ = 0;
     forgetRegion();
     closedRegions_.clear();
     regions_.clear();
@@ -44,6 +45,14 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         forgetRegion();
     }
     leave(*node, openingBefore);
+}
+
+void CppPreFormatter::visitBody(Cpp::BracketedNode* node) {
+    Cpp::BracketedNode* const outerBody = std::exchange(body_, node);
+    const int outerDepth = std::exchange(bodyDepth_, depth_ + 1);
+    visitItems(node);
+    body_ = outerBody;
+    bodyDepth_ = outerDepth;
 }
 
 void CppPreFormatter::visitChildren(Cpp::InteriorNode* node) {
@@ -82,10 +91,10 @@ void CppPreFormatter::leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode*
 }
 
 void CppPreFormatter::visit(Cpp::NamespaceBodyNode* node) {
-    visitItems(node);
+    visitBody(node);
 }
 void CppPreFormatter::visit(Cpp::ClassBodyNode* node) {
-    visitItems(node);
+    visitBody(node);
 }
 void CppPreFormatter::visit(Cpp::BlockNode* node) {
     visitItems(node);
@@ -106,7 +115,7 @@ void CppPreFormatter::visit(Cpp::BaseClauseListNode* node) {
     visitChildren(node);
 }
 void CppPreFormatter::visit(Cpp::LinkageBlockBodyNode* node) {
-    visitItems(node);
+    visitBody(node);
 }
 
 void CppPreFormatter::visit(Cpp::ClassDeclNode* node) {
@@ -187,8 +196,11 @@ void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
 
 void CppPreFormatter::close(Cpp::CommentNode* comment) {
     if (depth_ > regionDepth_) {
-        closesWithConstruct_ = true;
-        return;
+        if (!endsAmongItems()) {
+            closesWithConstruct_ = true;
+            return;
+        }
+        body_->setStart(regionStart_);
     }
     closedRegions_.emplace_back(opening_, comment);
     comment->setStart(regionStart_);
@@ -196,6 +208,11 @@ void CppPreFormatter::close(Cpp::CommentNode* comment) {
     comment->setProtectedRegion(true);
     regions_.push_back({comment->start(), comment->end()});
     forgetRegion();
+}
+
+// Whether nothing but one declaration with its body stands around the place, and not around the region's start.
+bool CppPreFormatter::endsAmongItems() const {
+    return bodyDepth_ == depth_ && depth_ == regionDepth_ + 2;
 }
 
 void CppPreFormatter::forgetRegion() {

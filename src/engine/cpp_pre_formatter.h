@@ -23,7 +23,8 @@ namespace Tessel {
 // be used for one tree after another. Regions do not nest, and one that is not closed changes nothing.
 //
 // A region that begins inside a construct and ends outside it, or the other way round, takes in all of that
-// construct.
+// construct; but where it ends among the items of a class, a namespace or a linkage block that stands next to its
+// beginning, those behind its end stay. The body starts where the region does then.
 //
 // The pass also finds the regions that the parser has closed, `#if 0` among them.
 class CppPreFormatter : public Cpp::Emitter {
@@ -70,6 +71,7 @@ public:
 
 private:
     void visitItems(Cpp::InteriorNode* node);
+    void visitBody(Cpp::BracketedNode* node);
     void visitChildren(Cpp::InteriorNode* node);
     void visitBodies(Cpp::SyntaxNode* node, const Cpp::ExprBodies& bodies);
     template <typename Node, typename... Parts>
@@ -78,6 +80,7 @@ private:
     void leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore);
     void open(Cpp::CommentNode* comment, std::string_view body);
     void close(Cpp::CommentNode* comment);
+    bool endsAmongItems() const;
     void forgetRegion();
 
     MarkerPairs markers_;
@@ -85,6 +88,8 @@ private:
     Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
     Trn::Position regionStart_;
     int regionDepth_ = 0;  // of the innermost construct around both the region's start and the walk
+    Cpp::BracketedNode* body_ = nullptr;  // the innermost one whose items may stay behind a region's end
+    int bodyDepth_ = 0;
     bool closesWithConstruct_ = false;   // the region's end has been met, inside a construct that it takes in
     std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
     Cpp::NodeRangeRemover::Ranges closedRegions_;

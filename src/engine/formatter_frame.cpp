@@ -123,11 +123,18 @@ std::string CppFormatter::contentIndent(const OptionalText& indent) {
     return indentToColumn(out(), baseColumn()) + indent.text;
 }
 
+int CppFormatter::indentColumn() { return columnAfter(out().indent(), 0, out().tabSize()); }
+
 void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& indent) {
+    formatContent(node, node.childBegin(), indent);
+}
+
+void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first,
+                                 const OptionalText& indent) {
     ContentScope content(*this, indent);
     const std::size_t pendingOutside = pendingWhitespace_.size();
     const Cpp::SyntaxNode* previous = nullptr;
-    for (auto child = node.childBegin(); child != node.childEnd(); ++child) {
+    for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
         (*child)->accept(*this);
         if (lastLabel_ == child->get()) child = formatBehindLabel(child, node.childEnd());
@@ -158,6 +165,10 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         if (isEmpty) {
             ContentScope content(*this, indent);
             copyThrough(node);
+        } else if (Trn::isSet(node.open())) {
+            // A protected region that holds the "{" stands where the head would, which it holds too.
+            (*node.childBegin())->accept(*this);
+            formatContent(node, node.childBegin() + 1, indent);
         } else {
             formatContent(node, indent);
         }
@@ -228,7 +239,7 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const OptionalText&
 // A head, and a body whose contents are indented from the column at which the head began.
 void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body,
                                      const OptionalText& beforeOpen, bool isKept) {
-    BaseColumnScope base(*this, head ? copyUpTo(*head) : baseColumn());
+    BaseColumnScope base(*this, head ? copyUpTo(*head) : indentColumn());
     if (head) head->accept(*this);
     if (!body) return;
     formatBody(*body, head ? beforeOpen : kAsInInput, isKept && head, [&] { body->accept(*this); });
@@ -275,7 +286,7 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
 }
 
 void CppFormatter::visit(Cpp::BlockNode* block) {
-    const int column = columnAfter(out().indent(), 0, out().tabSize());
+    const int column = indentColumn();
     BaseColumnScope base(*this, column);
     IndentScope indent(out(), indentToColumn(out(), column));
     if (settings_.global.beforeOpen.present) {

@@ -6,6 +6,7 @@
 
 #include "cpp/nodes.h"
 #include "cpp/token_kind.h"
+#include "engine/columns.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
 
@@ -32,7 +33,7 @@ bool holdsDeclarators(std::string_view name) {
 void CppLineWrapper::wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(declaration)) return;
-    const int column = head ? copyToColumnOf(*head) : baseColumn();
+    const int column = head ? copyToColumnOf(*head) : columnAfter(out_.indent(), 0, out_.tabSize());
     BaseColumnScope base(*this, templateColumn.value_or(column));
     if (head) head->accept(*this);
     if (body) body->accept(*this);

@@ -97,7 +97,7 @@ public:
         bodies(node->bodies());
     }
     void visit(Cpp::NamespaceDeclNode* node) override {
-        line(*node, {"namespace ", node->head()->name()});
+        line(*node, {"namespace ", node->head() ? node->head()->name() : "-"});
         ordered(*node, {node->head(), node->body()});
         parts(node->body());
     }
@@ -114,11 +114,12 @@ public:
         parts(node->body());
     }
     void visit(Cpp::EnumBodyNode* node) override { children(*node); }
+    // The head may lie in a protected region.
     void visit(Cpp::ClassDeclNode* node) override {
-        const Cpp::ClassNameNode& name = *node->head()->name();
-        line(*node, {std::to_string(name.classKey()), " ", name.name()});
+        const Cpp::ClassNameNode* name = node->head() ? node->head()->name() : nullptr;
+        line(*node, {name ? std::to_string(name->classKey()) : "class", " ", name ? name->name() : "-"});
         ordered(*node, {node->head(), node->body()});
-        parts(node->head()->baseClauses(), node->body());
+        parts(node->head() ? node->head()->baseClauses() : nullptr, node->body());
     }
     void visit(Cpp::ClassBodyNode* node) override { children(*node); }
     void visit(Cpp::BaseClauseListNode* node) override { children(*node); }

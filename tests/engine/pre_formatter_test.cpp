@@ -66,40 +66,27 @@ comment // VT-FORMAT-ON
 )");
 }
 
-TEST(PreFormatter, LooksIntoWhatHoldsComments) {
-    const std::string region = " /*VT-FORMAT-OFF*/ /*VT-FORMAT-ON*/ ";
-    for (const auto& [before, after] : std::vector<std::pair<std::string, std::string>>{
-             {"namespace N {", "}"},
-             {"extern \"C\" {", "}"},
-             {"class A {", "};"},
-             {"class A : B,", "C { };"},
-             {"enum E { A,", "B };"},
-             {"A() : a(1),", "b(2) { }"},
-             {"A() : a(1) {", "}"},
-             {"void f() { if (a) {", "} }"},
-             {"void f() { if (a) { }", "else { } }"},
-             {"void f() { switch (a) { case 1:", "} }"},
-         }) {
-        EXPECT_NE(closed(before + region + after).find("region"), std::string::npos) << before;
-    }
-}
-
-// Where the marks stand in different constructs, these become the region's as a whole.
-TEST(PreFormatter, TakesInAConstructThatARegionEndsIn) {
-    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nclass B {\n  // VT-FORMAT-ON\n int b; "
-                     "//{{AFX_MSG\n//AFX_MSG}}\n} ; int c;\n"
-                     "/* VT-FORMAT-OFF */ int d; /* VT-FORMAT-ON */ int e;",
+TEST(PreFormatter, LeavesWhatIsBehindARegionThatEndsInABody) {
+    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nclass B : C {\n  // VT-FORMAT-ON\n int b; /*{{AFX_MSG*/ /*AFX_MSG}}*/ } ; "
+                     "int c;\nnamespace N { // VT-FORMAT-OFF\n} namespace M { // VT-FORMAT-ON\n class D { }; }",
                      TreeDump::Positions::Shown),
               R"(
 data int | a | - @1:1-1:6
-region @1:8-6:3
-data int | c | - @6:5-6:10
-region @7:1-7:45
-data int | e | - @7:47-7:52
+class - @1:8-4:39
+  region @1:8-4:0
+  data int | b | - @4:2-4:7
+  region @4:9-4:35
+data int | c | - @4:41-4:46
+namespace - @5:1-7:15
+  region @5:1-7:0
+  0 class D @7:2-7:13
 )");
+}
+
+// Where the marks stand in other constructs, these become the region's as a whole.
+TEST(PreFormatter, TakesInAConstructThatARegionEndsIn) {
     EXPECT_EQ(closed("A() : /*{{AFX_MSG*/ a(1), /*AFX_MSG}}*/ b(2) /* VT-FORMAT-OFF */ { { /* VT-FORMAT-ON "
-                     "*/ } } int c;\n"
-                     "// VT-FORMAT-OFF\nint d; // VT-FORMAT-ON\n",
+                     "*/ } } int c;\n// VT-FORMAT-OFF\nint d; // VT-FORMAT-ON\n",
                      TreeDump::Positions::Shown),
               R"(
 region @1:1-1:91
@@ -112,9 +99,8 @@ function void | f ()
     region
     expr c;
 )");
-    EXPECT_EQ(closed("namespace N { /* VT-FORMAT-OFF */ } namespace M { class A { /* VT-FORMAT-ON */ }; int "
-                     "b; } int c;"),
-              R"(
+    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nnamespace M { class A { /* VT-FORMAT-ON */ }; int b; } int c;"), R"(
+data int | a | -
 region
 data int | c | -
 )");
@@ -139,24 +125,6 @@ function void | f () @1:1-2:41
     region @1:17-2:34
     expr z; @2:36-2:39
 )");
-}
-
-TEST(PreFormatter, IsReadyForTheNextTree) {
-    Tessel::CppPreFormatter pass(Tessel::protectedRegionMarkers());
-    for (int i = 0; i < 2; ++i) {
-        Cpp::RootNode root;
-        CppTest::parse("/* VT-FORMAT-ON */ int x; // VT-FORMAT-OFF\nint y;", root);
-        root.accept(pass);
-        EXPECT_EQ(root.size(), 4U);
-    }
-}
-
-TEST(PreFormatter, LeavesATreeAloneWithoutMarkers) {
-    Cpp::RootNode root;
-    CppTest::parse("// VT-FORMAT-OFF\nint x; // VT-FORMAT-ON\n", root);
-    Tessel::CppPreFormatter pass(Tessel::MarkerPairs{});
-    root.accept(pass);
-    EXPECT_EQ(root.size(), 3U);
 }
 
 }  // namespace
