@@ -26,10 +26,6 @@ Tessel::PropertySet defaultScheme() {
     return scheme;
 }
 
-bool startsWith(const std::string& line, std::string_view start) {
-    return line.starts_with(start);
-}
-
 // The words of a line of settings; a word ends at a blank outside of quotes.
 std::vector<std::string> wordsOf(std::string_view line) {
     std::vector<std::string> words;
@@ -73,8 +69,8 @@ public:
     std::vector<FormatCase> read() {
         Tessel::PropertySet scheme = defaultScheme();
         nextLine();
-        while (line_ && !startsWith(*line_, ">>>")) {
-            readHeaderLine(scheme);
+        while (line_ && !line_->starts_with(">>>")) {
+            readHeaderLine(scheme, *line_);
             nextLine();
         }
         while (line_) readTitled(scheme);
@@ -87,17 +83,22 @@ private:
         FormatCase common;
         common.scheme = fileScheme;
         nextLine();
-        while (line_ && readHeaderLine(common.scheme)) {
-            if (startsWith(*line_, "#once")) common.checksSecondRun = false;
+        while (line_ && readHeaderLine(common.scheme, *line_)) {
+            if (line_->starts_with("#once")) common.checksSecondRun = false;
             nextLine();
         }
         common.input = readText();
-        if (!line_ || !startsWith(*line_, "<<<")) fail("A case without \"<<<\"");
-        while (line_ && startsWith(*line_, "<<<")) {
+        if (!line_ || !line_->starts_with("<<<")) fail("A case without \"<<<\"");
+        while (line_ && line_->starts_with("<<<")) {
             FormatCase variant = common;
             variant.place = file_ + ".txt:" + std::to_string(number_);
             variant.name = uniqueName(nameFrom(file_ + ' ' + title));
-            applySettings(variant.scheme, std::string_view(*line_).substr(3));
+            const std::string settings = line_->substr(3);
+            if (settings.starts_with(" #")) {
+                readHeaderLine(variant.scheme, settings.substr(1));
+            } else {
+                applySettings(variant.scheme, settings);
+            }
             nextLine();
             variant.expected = readText();
             cases_.push_back(std::move(variant));
@@ -105,13 +106,13 @@ private:
     }
 
     // True when the line belongs to the head of a case.
-    bool readHeaderLine(Tessel::PropertySet& scheme) {
-        if (startsWith(*line_, "#base ")) {
-            scheme = shippedScheme(line_->substr(6));
-        } else if (startsWith(*line_, "#scheme ")) {
-            applySettings(scheme, std::string_view(*line_).substr(8));
+    bool readHeaderLine(Tessel::PropertySet& scheme, const std::string& line) const {
+        if (line.starts_with("#base ")) {
+            scheme = shippedScheme(line.substr(6));
+        } else if (line.starts_with("#scheme ")) {
+            applySettings(scheme, std::string_view(line).substr(8));
         } else {
-            return startsWith(*line_, "#once ");
+            return line.starts_with("#once ");
         }
         return true;
     }
@@ -119,11 +120,11 @@ private:
     // The lines up to the next mark. A blank line before a title is there for the reader.
     std::string readText() {
         std::string text;
-        while (line_ && !startsWith(*line_, ">>>") && !startsWith(*line_, "<<<")) {
+        while (line_ && !line_->starts_with(">>>") && !line_->starts_with("<<<")) {
             text += *line_ + '\n';
             nextLine();
         }
-        const bool isLast = !line_ || startsWith(*line_, ">>>");
+        const bool isLast = !line_ || line_->starts_with(">>>");
         if (isLast && text.ends_with("\n\n")) text.pop_back();
         return text;
     }
