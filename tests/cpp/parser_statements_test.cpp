@@ -59,44 +59,19 @@ expr x = T { 1 };
 )");
 }
 
-TEST(ParserStatements, EndsExpressionsInFrontOfWhatStartsAStatement) {
-    EXPECT_EQ(itemsOf("MACRO(x) if (a) b(); MACRO { c(); } x = y ? throw 1 : 2; MACRO struct A { } a; "
-                      "f(\n#if X\n1,\n#endif\n2); z"),
-              R"(
-expr MACRO x
-control
-  part if
-    statement
-      expr b;
-expr MACRO
-block
-  expr c;
-expr x = y ?
-expr throw 1 : 2;
-expr MACRO
-1 struct A
-data - | a | -
-expr f 1 , 2;
-expr z
-)");
-}
-
-TEST(ParserStatements, ReadsAssembler) {
-    EXPECT_EQ(
-        itemsOf("__asm mov eax, 1\nf(); _asm nop; g(); __asm { mov a, { b } } asm(\"x\"\n: \"=r\"(y)); h();"),
-        R"(
+TEST(ParserStatements, EndWhereNoSemicolonDoes) {
+    EXPECT_EQ(itemsOf("__asm mov eax, 1\nf(); __asm { mov a, { b } } MACRO struct A { } a; x = y ? throw 1 : 2;"), R"(
 asm __asm
   block
 expr f;
-asm _asm
-  block
-expr g;
 asm __asm
   block
     text mov a , { b }
-asm asm
-  block
-expr h;
+expr MACRO
+1 struct A
+data - | a | -
+expr x = y ?
+expr throw 1 : 2;
 )");
 }
 
