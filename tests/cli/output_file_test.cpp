@@ -10,7 +10,7 @@
 
 #include "cli/failure.h"
 #include "files/temporary_file.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace {
 

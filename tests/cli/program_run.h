@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 struct ProgramResult {
     int status = -1;  // -1 when a signal ended the program

@@ -151,11 +151,7 @@ TEST_F(Program, InputThatCannotBeRead) {
 
 TEST_F(Program, OutputThatCannotBeOpenedOrWritten) {
     folder.write("a.cpp", "int a;\n");
-    for (const std::string& output : {folder.path(), std::string("none/b.cpp")}) {
-        const ProgramResult result = runOn("a.cpp", output);
-        EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.errors, cannotOpenOutput);
-    }
+    EXPECT_EQ(runOn("a.cpp", "none/b.cpp").errors, cannotOpenOutput);
     for (const ProgramSetting& setting :
          {ProgramSetting{.outputPath = "/dev/full"}, ProgramSetting{.closed = {STDOUT_FILENO}},
           ProgramSetting{.outputIsBrokenPipe = true}}) {
@@ -163,8 +159,6 @@ TEST_F(Program, OutputThatCannotBeOpenedOrWritten) {
         EXPECT_EQ(result.status, 1);
         EXPECT_THAT(result.errors, StartsWith("Error: could not write to standard output: "));
     }
-    EXPECT_EQ(runOn("a.cpp", "/dev/full").errors,
-              "Error: could not write \"/dev/full\": No space left on device\n");
 }
 
 TEST_F(Program, AFullDiskLeavesTheFileWhole) {

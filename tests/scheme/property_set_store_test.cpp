@@ -23,11 +23,11 @@ std::vector<std::string> names(const PropertySetStore& store) {
 }
 
 TEST(PropertySetStore, KnowsSchemesByTheNameInTheFile) {
-    TemporaryDirectory directory;
-    directory.put("a.vts", schemeText("zeta"));
-    directory.put("b.vts", schemeText("alpha"));
-    directory.put("notes.txt", "no scheme");
-    directory.put("c.vts.bak", "no scheme");
+    TemporaryFolder directory;
+    directory.write("a.vts", schemeText("zeta"));
+    directory.write("b.vts", schemeText("alpha"));
+    directory.write("notes.txt", "no scheme");
+    directory.write("c.vts.bak", "no scheme");
     const PropertySetStore store = readStore(directory);
     EXPECT_THAT(names(store), ElementsAre("alpha", "zeta"));
     EXPECT_EQ(store.count("zeta"), 1);
@@ -37,9 +37,9 @@ TEST(PropertySetStore, KnowsSchemesByTheNameInTheFile) {
 }
 
 TEST(PropertySetStore, ReadsNothingButFiles) {
-    TemporaryDirectory directory;
-    directory.put("elsewhere/real", schemeText("linked"));
-    directory.put("folder.vts/inner.vts", schemeText("inner"));
+    TemporaryFolder directory;
+    directory.write("elsewhere/real", schemeText("linked"));
+    directory.write("folder.vts/inner.vts", schemeText("inner"));
     fs::create_symlink("elsewhere/real", directory.path("link.vts"));
     fs::create_symlink("nowhere", directory.path(".#lock.vts"));
     ASSERT_EQ(::mkfifo(directory.path("pipe.vts").c_str(), 0600), 0);
@@ -48,18 +48,18 @@ TEST(PropertySetStore, ReadsNothingButFiles) {
 
     store.find("linked")->scheme.setInt("N", 1);
     store.write();
-    EXPECT_EQ(directory.get("elsewhere/real"), schemeText("linked", "2 N 1\n"));
+    EXPECT_EQ(directory.read("elsewhere/real"), schemeText("linked", "2 N 1\n"));
     EXPECT_TRUE(fs::is_symlink(directory.path("link.vts")));
     EXPECT_TRUE(directory.has("folder.vts/inner.vts"));
     EXPECT_TRUE(directory.has("pipe.vts"));
 }
 
 TEST(PropertySetStore, KeepsItsContentWhenAFileIsBroken) {
-    TemporaryDirectory directory;
-    directory.put("a.vts", schemeText("a"));
+    TemporaryFolder directory;
+    directory.write("a.vts", schemeText("a"));
     PropertySetStore store = readStore(directory);
-    directory.put("a.vts", schemeText("other"));
-    directory.put("b.vts", schemeText("b", "9 KEY 1\n"));
+    directory.write("a.vts", schemeText("other"));
+    directory.write("b.vts", schemeText("b", "9 KEY 1\n"));
     try {
         store.read();
         ADD_FAILURE() << "read a broken scheme";
@@ -70,15 +70,15 @@ TEST(PropertySetStore, KeepsItsContentWhenAFileIsBroken) {
 }
 
 TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
-    TemporaryDirectory directory;
+    TemporaryFolder directory;
     const std::string byHand = schemeText("by hand", "# a comment\n3 A x");
-    directory.put("by hand.vts", byHand);
-    directory.put(
+    directory.write("by hand.vts", byHand);
+    directory.write(
         "changed.vts",
         "\xEF\xBB\xBF# mine\r\n" +
             schemeText("changed", "# one\n3 C x\r\n2 B +1\n\n# two\n2 D 1 and more\n1 E true\n3 F f\n1 A 0"));
-    directory.put("erased.vts", schemeText("erased"));
-    directory.put("other.txt", "text");
+    directory.write("erased.vts", schemeText("erased"));
+    directory.write("other.txt", "text");
     PropertySetStore store = readStore(directory);
     store.erase("erased");
     store.erase("unknown");
@@ -89,15 +89,15 @@ TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
     changed.setBool("B", true);
     changed.setString("D", "\t");
     changed.erase("F");
-    directory.put("stray.vts", "no scheme");
+    directory.write("stray.vts", "no scheme");
     store.write();
-    EXPECT_EQ(directory.get("by hand.vts"), byHand);
+    EXPECT_EQ(directory.read("by hand.vts"), byHand);
     EXPECT_EQ(
-        directory.get("changed.vts"),
+        directory.read("changed.vts"),
         "\xEF\xBB\xBF# mine\r\n" + schemeText("changed",
                                               "# one\n3 C x\r\n2 B +1\n\n# two\n2 D 2\r\n1 E true\n1 A 1\r\n"
                                               "1 B 1\r\n3 D \"\\t\"\r\n"));
-    EXPECT_EQ(directory.get("a_b.vts"), schemeText("a/b"));
+    EXPECT_EQ(directory.read("a_b.vts"), schemeText("a/b"));
     EXPECT_FALSE(directory.has("erased.vts"));
     EXPECT_FALSE(directory.has("stray.vts"));
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 4);
@@ -105,9 +105,9 @@ TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
 }
 
 TEST(PropertySetStore, LeavesReadOnlyFilesAlone) {
-    TemporaryDirectory directory;
+    TemporaryFolder directory;
     const std::string text = schemeText("kept", "# by hand\n2  N  1\n");
-    directory.put("kept.vts", text);
+    directory.write("kept.vts", text);
     directory.makeReadOnly("kept.vts");
     PropertySetStore store = readStore(directory);
     ASSERT_TRUE(store.find("kept")->readOnly);
@@ -115,17 +115,17 @@ TEST(PropertySetStore, LeavesReadOnlyFilesAlone) {
     EXPECT_EQ(store.count("kept"), 1);
     store.find("kept")->scheme.setInt("N", 2);
     store.write();
-    EXPECT_EQ(directory.get("kept.vts"), text);
+    EXPECT_EQ(directory.read("kept.vts"), text);
 
     PropertySetStore(directory.path()).write();
-    EXPECT_EQ(directory.get("kept.vts"), text);
+    EXPECT_EQ(directory.read("kept.vts"), text);
 }
 
 TEST(PropertySetStore, OfTwoSchemesWithOneNameTheFirstFileCounts) {
-    TemporaryDirectory directory;
+    TemporaryFolder directory;
     const std::string hidden = schemeText("same", "2 N 2\n");
-    directory.put("a.vts", schemeText("same", "2 N 1\n"));
-    directory.put("b.vts", hidden);
+    directory.write("a.vts", schemeText("same", "2 N 1\n"));
+    directory.write("b.vts", hidden);
     PropertySetStore store = readStore(directory);
     int number = 0;
     store.find("same")->scheme.getInt("N", number);
@@ -135,24 +135,24 @@ TEST(PropertySetStore, OfTwoSchemesWithOneNameTheFirstFileCounts) {
     store.insert(PropertySet("b"));
     store.insert(PropertySet("same"));
     store.write();
-    EXPECT_EQ(directory.get("a.vts"), schemeText("same", "2 N 3\n"));
-    EXPECT_EQ(directory.get("b.vts"), hidden);
-    EXPECT_EQ(directory.get("b_1.vts"), schemeText("b"));
+    EXPECT_EQ(directory.read("a.vts"), schemeText("same", "2 N 3\n"));
+    EXPECT_EQ(directory.read("b.vts"), hidden);
+    EXPECT_EQ(directory.read("b_1.vts"), schemeText("b"));
 }
 
 TEST(PropertySetStore, KeepsPermissionsAndLinksAndReportsWhatItCannotWrite) {
-    TemporaryDirectory directory;
-    directory.put("a.vts", schemeText("a"));
+    TemporaryFolder directory;
+    directory.write("a.vts", schemeText("a"));
     fs::permissions(directory.path("a.vts"), fs::perms(0640));
     fs::create_hard_link(directory.path("a.vts"), directory.path("second name"));
     PropertySetStore store = readStore(directory);
     store.find("a")->scheme.setInt("N", 1);
     store.write();
     EXPECT_EQ(fs::status(directory.path("a.vts")).permissions(), fs::perms(0640));
-    EXPECT_EQ(directory.get("second name"), schemeText("a", "2 N 1\n"));
+    EXPECT_EQ(directory.read("second name"), schemeText("a", "2 N 1\n"));
 
     store.insert(PropertySet("folder"));
-    directory.put("folder.vts/file", "");
+    directory.write("folder.vts/file", "");
     try {
         store.write();
         ADD_FAILURE() << "replaced a folder by a file";
@@ -169,11 +169,8 @@ TEST(PropertySetStore, FindsValidFileNames) {
     EXPECT_EQ(store.validFilename("abc."), "abc_vts");
     EXPECT_EQ(store.validFilename(std::string(300, 'x')), std::string(251, 'x') + ".vts");
 
-    const std::string umlauts = [] {
-        std::string text = "x";
-        for (int i = 0; i < 200; ++i) text += "\u00e4";
-        return text;
-    }();
+    std::string umlauts = "x";
+    while (umlauts.size() < 400) umlauts += "\u00e4";
     EXPECT_EQ(store.validFilename(umlauts), umlauts.substr(0, 251) + ".vts");
     EXPECT_EQ(store.validFilename('x' + umlauts), 'x' + umlauts.substr(0, 249) + ".vts");
 

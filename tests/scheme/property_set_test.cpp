@@ -96,25 +96,6 @@ TEST(PropertySet, RefusesWhatIsNoPropertySet) {
     EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n99999999999 KEY 1\n1 OFF 0\n"));
 }
 
-TEST(PropertySet, KeepsTypesApart) {
-    PropertySet set;
-    set.setBool("K", true);
-    set.setInt("K", 1);
-    bool flag = false;
-    std::string text = "untouched";
-    EXPECT_TRUE(set.getBool("K", flag));
-    EXPECT_FALSE(set.getString("K", text));
-    EXPECT_EQ(text, "untouched");
-
-    EXPECT_TRUE(set.erase("K"));
-    int number = 0;
-    EXPECT_FALSE(set.getInt("K", number));
-    EXPECT_TRUE(set.getBool("K", flag));
-    EXPECT_TRUE(set.erase("K"));
-    EXPECT_FALSE(set.erase("K"));
-    EXPECT_FALSE(set.contains("K"));
-}
-
 TEST(PropertySet, RefusesKeysThatAFileCouldNotHold) {
     PropertySet set;
     EXPECT_THROW(set.setBool("", true), Tessel::InvalidPropertyName);

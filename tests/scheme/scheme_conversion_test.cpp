@@ -13,8 +13,8 @@ using TesselUI::convertSchemes;
 using TesselUI::PropertySetStore;
 
 TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
-    TemporaryDirectory directory;
-    directory.put("old.vts", schemeText("old",
+    TemporaryFolder directory;
+    directory.write("old.vts", schemeText("old",
                                         "1 ALIGN_CS_FOR_CLAUSES_LEFT 0\n"
                                         "1 ALIGN_CS_FOR_CLAUSES_LEFT_ON_WRAP 1\n"
                                         "1 ALIGN_FN_PARAMS_LEFT 1\n"
@@ -35,7 +35,7 @@ TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
                                         "3 WS_BEFORE_FN_COMMA \" \"\n"));
     PropertySetStore store = readStore(directory);
     EXPECT_EQ(convertSchemes(store), "");
-    EXPECT_EQ(directory.get("old.vts"), schemeText("old",
+    EXPECT_EQ(directory.read("old.vts"), schemeText("old",
                                                    "1 DATA_DO_NOT_FORMAT 0\n"
                                                    "1 LINE_WRAP 0\n"
                                                    "1 UNKNOWN 1\n"
@@ -77,18 +77,18 @@ TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
 }
 
 TEST(SchemeConversion, WritesNothingWhenEverySchemeHasAVersion) {
-    TemporaryDirectory directory;
+    TemporaryFolder directory;
     const std::string byHand = schemeText("a", "# kept\n3 VANTREL_VERSION 1.1.0\n2 SPACES_PER_TAB 4\n");
-    directory.put("a.vts", byHand);
+    directory.write("a.vts", byHand);
     PropertySetStore store = readStore(directory);
     EXPECT_EQ(convertSchemes(store), "");
-    EXPECT_EQ(directory.get("a.vts"), byHand);
+    EXPECT_EQ(directory.read("a.vts"), byHand);
 }
 
 TEST(SchemeConversion, NamesTheOldSchemesThatItMayNotConvert) {
-    TemporaryDirectory directory;
+    TemporaryFolder directory;
     const std::string longName(5000, 'b');
-    directory.put("1.vts", schemeText(longName));
+    directory.write("1.vts", schemeText(longName));
     directory.makeReadOnly("1.vts");
     PropertySetStore one = readStore(directory);
     EXPECT_EQ(
@@ -98,9 +98,9 @@ TEST(SchemeConversion, NamesTheOldSchemesThatItMayNotConvert) {
             "cannot be converted. Please ensure the file is read-write and run Vantrel C++ again. Once the "
             "scheme has been converted, the file can be set read-only again.");
 
-    directory.put("2.vts", schemeText("a"));
+    directory.write("2.vts", schemeText("a"));
     directory.makeReadOnly("2.vts");
-    directory.put("3.vts", schemeText("writable"));
+    directory.write("3.vts", schemeText("writable"));
     PropertySetStore several = readStore(directory);
     EXPECT_EQ(
         convertSchemes(several),
@@ -108,8 +108,8 @@ TEST(SchemeConversion, NamesTheOldSchemesThatItMayNotConvert) {
             "\r\nThe files are read-only and so cannot be converted. Please ensure that the scheme files "
             "listed are read-write and run Vantrel C++ again. Once the schemes have been converted, the "
             "files can be set read-only again.");
-    EXPECT_EQ(directory.get("2.vts"), schemeText("a"));
-    EXPECT_NE(directory.get("3.vts"), schemeText("writable"));
+    EXPECT_EQ(directory.read("2.vts"), schemeText("a"));
+    EXPECT_NE(directory.read("3.vts"), schemeText("writable"));
 }
 
 }  // namespace

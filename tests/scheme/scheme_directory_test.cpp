@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "temporary_directory.h"
+#include "support/temporary_folder.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ protected:
         ::setenv("XDG_CONFIG_HOME", configuration_.path().c_str(), 1);
     }
 
-    TemporaryDirectory configuration_;
+    TemporaryFolder configuration_;
     const std::string executables_ = fs::canonical(program_invocation_name).parent_path().string() + "/";
 };
 
@@ -36,7 +36,7 @@ TEST_F(SchemeDirectory, IsTheExecutablesWhenNothingIsSet) {
 }
 
 TEST_F(SchemeDirectory, ComesFromTheEnvironmentBeforeTheSettings) {
-    configuration_.put("vantrel/settings",
+    configuration_.write("vantrel/settings",
                        "# mine\n[x]\nOther=/no\r\n PropertySetStore = /my schemes/a=b \r\n");
     EXPECT_EQ(TesselUI::schemeDirectory(), "/my schemes/a=b");
     ::setenv("VANTREL_SCHEMES", "relative", 1);
@@ -46,22 +46,22 @@ TEST_F(SchemeDirectory, ComesFromTheEnvironmentBeforeTheSettings) {
 TEST_F(SchemeDirectory, FindsTheSettingsInTheHomeDirectory) {
     ::setenv("XDG_CONFIG_HOME", "not/absolute", 1);
     ::setenv("HOME", configuration_.path().c_str(), 1);
-    configuration_.put(".config/vantrel/settings", "PropertySetStore=/x");
+    configuration_.write(".config/vantrel/settings", "PropertySetStore=/x");
     EXPECT_EQ(TesselUI::schemeDirectory(), "/x");
 }
 
 TEST_F(SchemeDirectory, FillsInAnEmptySetting) {
-    configuration_.put("vantrel/settings", "");
+    configuration_.write("vantrel/settings", "");
     EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
-    EXPECT_EQ(configuration_.get("vantrel/settings"), "PropertySetStore = " + executables_ + "\n");
+    EXPECT_EQ(configuration_.read("vantrel/settings"), "PropertySetStore = " + executables_ + "\n");
 
-    configuration_.put("vantrel/settings", "a = b");
+    configuration_.write("vantrel/settings", "a = b");
     TesselUI::schemeDirectory();
-    EXPECT_EQ(configuration_.get("vantrel/settings"), "a = b\nPropertySetStore = " + executables_ + "\n");
+    EXPECT_EQ(configuration_.read("vantrel/settings"), "a = b\nPropertySetStore = " + executables_ + "\n");
 
-    configuration_.put("vantrel/settings", "a = b\nPropertySetStore =  \nc = d");
+    configuration_.write("vantrel/settings", "a = b\nPropertySetStore =  \nc = d");
     TesselUI::schemeDirectory();
-    EXPECT_EQ(configuration_.get("vantrel/settings"),
+    EXPECT_EQ(configuration_.read("vantrel/settings"),
               "a = b\nPropertySetStore = " + executables_ + "\nc = d");
 }
 
@@ -70,10 +70,10 @@ TEST_F(SchemeDirectory, CopesWithSettingsThatAreNoFile) {
     EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
 
     fs::remove(configuration_.path("vantrel/settings"));
-    configuration_.put("vantrel/settings", "# locked\n");
+    configuration_.write("vantrel/settings", "# locked\n");
     configuration_.makeReadOnly("vantrel/settings");
     EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
-    EXPECT_EQ(configuration_.get("vantrel/settings"), "# locked\n");
+    EXPECT_EQ(configuration_.read("vantrel/settings"), "# locked\n");
 }
 
 }  // namespace

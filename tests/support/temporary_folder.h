@@ -25,6 +25,7 @@ public:
     std::string path(const std::string& name = "") const { return name.empty() ? path_ : path_ + '/' + name; }
 
     std::string write(const std::string& name, const std::string& text) const {
+        std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
         std::ofstream(path(name), std::ios::binary) << text;
         return path(name);
     }
@@ -33,6 +34,8 @@ public:
         std::ifstream in(path(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
+
+    void makeReadOnly(const std::string& name) const { ::chmod(path(name).c_str(), 0444); }
 
     bool has(const std::string& name) const {
         return std::filesystem::exists(std::filesystem::symlink_status(path(name)));
