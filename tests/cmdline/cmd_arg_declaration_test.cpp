@@ -58,12 +58,4 @@ TEST(CmdArgDeclaration, EveryForm) {
     }
 }
 
-TEST(CmdArgDeclaration, FaultsAreReported) {
-    const std::string tail = "\t(error occurred in CmdArg constructor)\n";
-    EXPECT_EQ(errorsOf([] { CmdArgStr("[-a name"); }), "Error: unmatched '['.\n" + tail);
-    EXPECT_EQ(errorsOf([] { CmdArgStr("-a name] : text"); }), "Error: unmatched ']'.\n" + tail);
-    EXPECT_EQ(errorsOf([] { CmdArgStr("-a name more"); }), "Error: unexpected token \"more\".\n" + tail);
-    EXPECT_EQ(errorsOf([] { CmdArgStr("[-a [=]]"); }), "*** Syntax error in value \"]]\".\n" + tail);
-}
-
 }  // namespace

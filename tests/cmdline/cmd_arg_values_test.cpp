@@ -60,30 +60,15 @@ TEST(Values, SwitchesWithValues) {
     CmdLine commandLine("p", &color, &verbose, nullptr);
     CommandLineRun run(commandLine);
 
-    struct Case {
-        const char* text;
-        bool before;
-        bool after;
+    const auto expectAll = [&](std::initializer_list<const char*> texts, bool before, bool after) {
+        for (const char* text : texts) {
+            color = before;
+            EXPECT_EQ(run.parse(text), CmdLine::STATUS_OK) << text;
+            EXPECT_EQ(color, after) << text;
+        }
     };
-    for (const Case& one : {Case{"-c+", false, true},
-                            {"-c0", true, false},
-                            {"-c~", true, false},
-                            {"-c^", false, true},
-                            {"-c", false, true},
-                            {"--color", false, true},
-                            {"--color=-", true, false},
-                            {"--color=Yes", false, true},
-                            {"--color=TRUE", false, true},
-                            {"--color=on", false, true},
-                            {"--color=no", true, false},
-                            {"--color=False", true, false},
-                            {"--color=off", true, false},
-                            {"--color=!", true, false},
-                            {"-cv", false, true}}) {
-        color = one.before;
-        EXPECT_EQ(run.parse(one.text), CmdLine::STATUS_OK) << one.text;
-        EXPECT_EQ(color, one.after) << one.text;
-    }
+    expectAll({"-c+", "-c^", "-c", "--color", "--color=Yes", "--color=TRUE", "--color=on", "-cv"}, false, true);
+    expectAll({"-c0", "-c~", "--color=-", "--color=no", "--color=False", "--color=off", "--color=!"}, true, false);
     EXPECT_TRUE(verbose) << "what is no sign is the next option of the group";
     run.parse("-c-v");
     EXPECT_FALSE(color);

@@ -48,11 +48,6 @@ TEST_F(ThreeArguments, OptionsEndAtTheFirstPositionalValueAndAtTwoDashes) {
     EXPECT_STREQ(scheme, "x");
 }
 
-TEST_F(ThreeArguments, AnAwaitedValueMayLookLikeAnOption) {
-    EXPECT_EQ(run.parse("-s -H in out"), CmdLine::STATUS_OK);
-    EXPECT_STREQ(scheme, "-H");
-}
-
 TEST_F(ThreeArguments, MissingArgumentsAreNamedBeforeTheUsage) {
     EXPECT_EQ(run.parse("-s x in"), CmdLine::STATUS_ARG_MISSING);
     EXPECT_EQ(run.messages(), "format: outfile required.\n");
@@ -139,22 +134,6 @@ TEST_F(ManyOptions, GroupsAndCase) {
     EXPECT_FALSE(version);
 }
 
-TEST_F(ManyOptions, ValuesMustStandWhereTheSyntaxWantsThem) {
-    const unsigned notSticky = CmdLine::STATUS_VALUE_MISSING | CmdLine::STATUS_VALUE_NOT_STICKY;
-    const unsigned notSeparate = CmdLine::STATUS_VALUE_MISSING | CmdLine::STATUS_VALUE_NOT_SEPARATE;
-    EXPECT_EQ(run.parse("-n 5"), notSticky);
-    EXPECT_EQ(run.messages(), "format: value required in same argument for -n option.\n");
-    EXPECT_EQ(run.parse("--num"), notSticky);
-    EXPECT_EQ(run.messages(), "format: value required in same argument for --number option.\n");
-    EXPECT_EQ(run.parse("-m5"), notSeparate);
-    EXPECT_EQ(run.messages(), "format: value required in separate argument for -m option.\n");
-    EXPECT_EQ(run.parse("--max=5"), notSeparate);
-    EXPECT_EQ(run.messages(), "format: value required in separate argument for --maximum option.\n");
-    EXPECT_EQ(run.parse("-m 5 --number=6"), CmdLine::STATUS_OK);
-    EXPECT_EQ(separate, 5);
-    EXPECT_EQ(sticky, 6);
-}
-
 TEST_F(ManyOptions, AnOptionalValueEndsBeforeTheNextOption) {
     level = 7;
     EXPECT_EQ(run.parse("-l -v"), CmdLine::STATUS_OK);
@@ -177,31 +156,6 @@ TEST_F(ManyOptions, AmbiguousAndExactKeywords) {
     commandLine.append(shorter);
     EXPECT_EQ(run.parse("--vers"), CmdLine::STATUS_OK);
     EXPECT_TRUE(shorter);
-}
-
-TEST_F(ManyOptions, FlagsChooseTheForms) {
-    commandLine.setFlags(CmdLine::FLAG_KEYWORDS_ONLY);
-    EXPECT_EQ(run.parse("-verbose -number=4"), CmdLine::STATUS_OK);
-    EXPECT_TRUE(verbose);
-    EXPECT_EQ(sticky, 4);
-    EXPECT_EQ(run.parse("-zz"), CmdLine::STATUS_BAD_KEYWORD);
-    EXPECT_EQ(run.messages(), "format: unknown option \"-zz\".\n");
-    commandLine.clearFlags(CmdLine::FLAG_KEYWORDS_ONLY);
-
-    EXPECT_EQ(run.parse("+version"), CmdLine::STATUS_OK);
-    EXPECT_FALSE(version.isGiven());
-    commandLine.setFlags(CmdLine::FLAG_ALLOW_PLUS);
-    EXPECT_EQ(run.parse("+version"), CmdLine::STATUS_OK);
-    EXPECT_TRUE(version.isGiven());
-    commandLine.setFlags(CmdLine::FLAG_OPTIONS_ONLY);
-    EXPECT_EQ(run.parse("--version"), CmdLine::STATUS_OK);
-    EXPECT_FALSE(version.isGiven());
-    EXPECT_TRUE(files.isGiven());
-}
-
-TEST_F(ManyOptions, AFlagTakesNoValue) {
-    EXPECT_EQ(run.parse("--verbose=yes"), CmdLine::STATUS_BAD_VALUE);
-    EXPECT_EQ(run.messages(), "format: bad value for --verbose option.\n");
 }
 
 }  // namespace

@@ -63,16 +63,6 @@ TEST_F(Usage, LevelComesFromTheEnvironment) {
     ::unsetenv("USAGE_LEVEL");
 }
 
-TEST_F(Usage, LongLinesContinueUnderTheFirstArgument) {
-    CmdArgStr first("a-rather-long-name", "");
-    CmdArgStr second("another-long-name", "");
-    commandLine.append(first);
-    commandLine.append(second);
-    EXPECT_EQ(usageOf(commandLine, 1),
-              "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n"
-              "                  a-rather-long-name another-long-name\n");
-}
-
 TEST_F(Usage, ASyntaxWiderThanItsColumnHasTheLineForItself) {
     const std::string name(60, 'k');
     CmdArgBool wide(0, name.c_str(), "explained");

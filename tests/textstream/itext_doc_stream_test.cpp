@@ -16,33 +16,6 @@ std::pair<int, int> place(const ITextDocStream& in) {
     return {in.line(), in.column()};
 }
 
-TEST(ITextDocStream, ClampsItsFirstPositionAndTabSize) {
-    const ITextDocStream low(std::string("x"), 0, 0, 0, -3);
-    EXPECT_EQ(place(low), std::pair(1, 0));
-    EXPECT_EQ(low.tabSize(), 1);
-
-    ITextDocStream inside(std::string("ab\ncd"), 0, 1, 7, 10);
-    EXPECT_EQ(place(inside), std::pair(7, 10));
-    EXPECT_EQ(inside.readTo(7, 11), "a");
-    EXPECT_EQ(inside.readTo(8, 1), "b\nc");
-    EXPECT_EQ(place(inside), std::pair(8, 1));
-}
-
-TEST(ITextDocStream, PuttingBackFailsAtTheStartAndBehindFourCharacters) {
-    ITextDocStream fresh(std::string("abc"));
-    EXPECT_FALSE(fresh.unget());
-    EXPECT_EQ(place(fresh), std::pair(1, 0));
-
-    ITextDocStream in(std::string("abcdefgh"));
-    in.ignore(6);
-    for (int i = 0; i < 4; ++i) EXPECT_TRUE(in.unget());
-    EXPECT_FALSE(in.unget());
-    in.clear();
-    EXPECT_EQ(in.get(), 'c');
-    EXPECT_TRUE(in.unget());
-    EXPECT_FALSE(in.unget());
-}
-
 TEST(ITextDocStream, ADifferentCharacterCanBePutBack) {
     const TextDocument document("ab\ncd");
     ITextDocStream in(document);
@@ -75,25 +48,6 @@ TEST(ITextDocStream, BytesAboveAsciiAreNoEndOfInput) {
     EXPECT_EQ(in.get(), 0xff);
     EXPECT_EQ(in.get(), 0);
     EXPECT_EQ(in.get(), 0xc3);
-}
-
-TEST(ITextDocStream, StandardReadingWorks) {
-    ITextDocStream in(std::string("12 word\nthe rest\nof it"));
-    int number = 0;
-    std::string word;
-    std::string line;
-    in >> number >> word;
-    EXPECT_EQ(number, 12);
-    EXPECT_EQ(word, "word");
-    EXPECT_EQ(place(in), std::pair(1, 7));
-    in.ignore();
-    std::getline(in, line);
-    EXPECT_EQ(line, "the rest");
-    char block[10] = {};
-    in.read(block, sizeof block);
-    EXPECT_EQ(in.gcount(), 5);
-    EXPECT_EQ(std::string(block), "of it");
-    EXPECT_TRUE(in.eof());
 }
 
 std::string readToByGet(ITextDocStream& in, std::pair<int, int> target) {

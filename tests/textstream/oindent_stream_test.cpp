@@ -68,27 +68,6 @@ TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
     EXPECT_EQ(target.str(), "   x ");
 }
 
-TEST(OIndentStream, IndentationReplacesLeadingSpaceOrStandsBeforeIt) {
-    for (const bool keep : {false, true}) {
-        std::ostringstream target;
-        OIndentStream out(target, "    ", keep, 0, 1, 1, 0);
-        out << "  one\n"
-            << "\n"
-            << "  two";
-        EXPECT_EQ(target.str(), keep ? "      one\n\n      two" : "    one\n\n    two");
-        EXPECT_EQ(place(out.buffer()), std::pair(3, keep ? 9 : 7));
-    }
-}
-
-TEST(OIndentStream, LeadingSpaceIsDroppedUpToALineFeed) {
-    OIndentBuf out(IndentState{});
-    out.setIndent(">");
-    out.write(" \t\v\f\r");
-    EXPECT_EQ(place(out), std::pair(1, 0));
-    out.write(" \n  x \n ");
-    EXPECT_EQ(out.text(), "\n>x \n");
-}
-
 TEST(OIndentStream, AFailingTargetFailsTheStream) {
     struct Limited : std::stringbuf {
         std::streamsize xsputn(const char* text, std::streamsize size) override {
