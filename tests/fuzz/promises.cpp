@@ -2,25 +2,16 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
 
-#include "engine/format_job.h"
-#include "layout/passes.h"
 #include "support/format_text.h"
 #include "support/token_compare.h"
 #include "support/tree_compare.h"
 #include "support/visible_diff.h"
 #include "textstream/text_document.h"
-#include "trn/exception.h"
 
 namespace Fuzz {
 
 namespace {
-
-class GoOn : public Tessel::UpdateFunctor {
-public:
-    bool operator()(const std::string&) override { return true; }
-};
 
 [[noreturn]] void fail(const char* promise, const std::string& details) {
     std::fprintf(stderr, "%s\n%s\n", promise, details.c_str());
@@ -28,21 +19,10 @@ public:
 }
 
 std::optional<std::string> formatText(const Tessel::PropertySet& scheme, std::string_view source) {
-    const Tessel::Passes passes;
-    std::istringstream in{std::string(source)};
-    std::ostringstream out;
-    std::list<Tessel::Diagnostic> diagnostics;
-    GoOn goOn;
-    try {
-        const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
-        if (Tessel::FormatJob(passes).format(options, in, out, diagnostics, goOn) == 0)
-            return std::move(out).str();
-    } catch (const Trn::Exception& exception) {
-        failUnlessTolerant("The job failed.", exception.message());
-        return std::nullopt;
-    }
-    if (diagnostics.empty() || !out.view().empty())
-        fail("A refusal without a message, or with a result.", out.str());
+    TestSupport::Formatted result = TestSupport::formatText(scheme, std::string(source));
+    if (result.accepted()) return std::move(result.text);
+    if (result.hasFailed) failUnlessTolerant("The job failed.", result.refusal);
+    if (!result.text.empty()) fail("A refusal with a result.", result.text);
     return std::nullopt;
 }
 

@@ -34,9 +34,9 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text)
         const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
         Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
     } catch (const Trn::Exception& fault) {
-        return {{}, fault.message() + '\n'};
+        return {{}, fault.message() + '\n', true};
     }
-    Formatted result{out.str(), {}};
+    Formatted result{out.str()};
     for (const Tessel::Diagnostic& message : diagnostics) {
         result.refusal += '(' + std::to_string(message.position.line) + ", " +
                           std::to_string(message.position.column) + ") " + message.text + '\n';

@@ -11,6 +11,7 @@ namespace TestSupport {
 struct Formatted {
     std::string text;
     std::string refusal;  // the messages, a line each; empty when the text was accepted
+    bool hasFailed = false;  // with an exception
 
     bool accepted() const { return refusal.empty(); }
 };
