@@ -19,12 +19,8 @@ ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentC
     : text_(text),
       settings_(settings),
       indentColumn_(indentColumn),
-      clauses_(clauses),
-      semicolons_(TokenClasses::semicolonTokens),
-      commas_(TokenClasses::commaTokens),
-      shifts_(TokenClasses::shiftTokens),
-      logicals_(TokenClasses::logicalTokens) {
-    findLineChances();
+      places_(text, settings, clauses) {
+    text_.setLineChances(places_.chances());
 }
 
 bool ExprLayout::isTooLong(TokenRange range, int column) const {
@@ -33,7 +29,7 @@ bool ExprLayout::isTooLong(TokenRange range, int column) const {
 
 bool ExprLayout::holdsElements(TokenRange range) {
     std::size_t separator = range.first;
-    return nextLine(separatorsOf(Class::Comma), {range}, range, separator, range.first) != kNoToken;
+    return places_.nextLine(places_.separatorsOf(Class::Comma), range, range, separator, range.first) != kNoToken;
 }
 
 void ExprLayout::breakExpression(TokenRange range, int column) {
@@ -46,7 +42,7 @@ void ExprLayout::packList(TokenRange range, int column) {
     const Region region{range, indentColumn_, column, 0, atIndent_};
     if (!canBreak(region)) return;
     alignOwnLines(region);
-    if (!packPieces(region, range, column, separatorsOf(Class::Comma), std::nullopt, false)) {
+    if (!packPieces(region, range, column, places_.separatorsOf(Class::Comma), std::nullopt, false)) {
         layPiece(region, range, column, Class::Shift);
     }
 }
@@ -58,121 +54,6 @@ void ExprLayout::breakForClauses(TokenRange range, int column) {
     layPiece(region, range, column, Class::Clause);
 }
 
-// Line chances are the places where some region might start a line.
-void ExprLayout::findLineChances() {
-    const std::vector<ExprToken>& tokens = text_.tokens();
-    std::vector<bool> mayStartLine(tokens.size(), false);
-    std::vector<TokenRange> regions{{0, tokens.size()}};
-    std::vector<bool> isBreakable{true};
-    for (std::size_t place = 0; place < tokens.size(); ++place) {
-        const ExprToken& token = tokens[place];
-        if (token.role == ExprRole::Trivia) continue;
-        while (regions.size() > 1 && place >= regions.back().last) {
-            regions.pop_back();
-            isBreakable.pop_back();
-        }
-        if (token.partner != kNoToken && token.partner > place) {
-            regions.push_back({place + 1, token.partner});
-            isBreakable.push_back(token.token.kind == Cpp::OpenParen || token.token.kind == Cpp::OpenBrace);
-            continue;
-        }
-        if (!isBreakable.back()) continue;
-        const std::optional<Class> separatorClass = classOf(place, regions.back());
-        if (!separatorClass) continue;
-        const bool leadsLine = separatorsOf(*separatorClass).leadsLine;
-        const std::size_t line = leadsLine ? lineAt(place) : lineBehind(place, regions.back().last);
-        if (line < regions.back().last) mayStartLine[line] = true;
-    }
-    text_.setLineChances(mayStartLine);
-}
-
-std::optional<ExprLayout::Class> ExprLayout::classOf(std::size_t place, TokenRange region) {
-    const TokenPlace token = placeOf(text_.tokens(), region.first, place, region.last);
-    const int kind = token.token.token.kind;
-    for (Class separatorClass = Class::Clause; separatorClass != Class::None;
-         separatorClass = behind(separatorClass)) {
-        const FirstWrapToken& finder = separatorsOf(separatorClass).finder;
-        if (finder.isWrapToken(kind) && finder.breaksAt(token) && isUsable(place, separatorClass)) {
-            return separatorClass;
-        }
-    }
-    return std::nullopt;
-}
-
-ExprLayout::Class ExprLayout::behind(Class separatorClass) {
-    return static_cast<Class>(static_cast<int>(separatorClass) + 1);
-}
-
-ExprLayout::Separators ExprLayout::separatorsOf(Class separatorClass) {
-    const bool operatorLeads = settings_.operators != SeparatorPlace::EndsLine;
-    switch (separatorClass) {
-        case Class::Clause:
-            return {separatorClass, semicolons_, false};
-        case Class::Comma:
-            return {separatorClass, commas_, settings_.comma != SeparatorPlace::EndsLine};
-        case Class::Shift:
-            return {separatorClass, shifts_, settings_.shift != SeparatorPlace::EndsLine};
-        case Class::Logical:
-            return {separatorClass, logicals_, operatorLeads};
-        case Class::Binary:
-            return {separatorClass, binaries_, operatorLeads};
-        case Class::Cast:
-            return {separatorClass, casts_, false};
-        default:
-            return {separatorClass, oldCasts_, false};
-    }
-}
-
-// A sign stays with its operand, and a shift chain is broken by its own rule or not at all.
-bool ExprLayout::isUsable(std::size_t place, Class separatorClass) const {
-    const ExprToken& token = text_.tokens()[place];
-    switch (separatorClass) {
-        case Class::Clause:
-            return clauses_ == Clauses::Separate;
-        case Class::Shift:
-            return settings_.shift != SeparatorPlace::None;
-        case Class::Binary:
-            return token.role == ExprRole::BinaryOperator &&
-                   !isIn(TokenClasses::shiftTokens, token.token.kind);
-        default:
-            return true;
-    }
-}
-
-// The token that begins the line when it is broken at a leading separator: the next one where it stands on a
-// line of its own already.
-std::size_t ExprLayout::lineAt(std::size_t separator) const {
-    const bool endsLine = separator + 1 < text_.size() && text_.startsOwnLine(separator + 1);
-    return endsLine && !text_.startsOwnLine(separator) ? separator + 1 : separator;
-}
-
-// The token that begins the line when it is broken behind a separator. Comments behind the separator stay on
-// its line, unless more follows them there.
-std::size_t ExprLayout::lineBehind(std::size_t separator, std::size_t last) const {
-    std::size_t place = separator + 1;
-    for (; place < last && text_.tokens()[place].role == ExprRole::Trivia; ++place) {
-        if (text_.startsOwnLine(place)) break;
-        const bool belongsToNext = place + 1 < last && !text_.startsOwnLine(place + 1);
-        if (belongsToNext) break;
-    }
-    return place;
-}
-
-// The first token behind `from` in the piece that a line may begin with; `separator` becomes what lets it.
-std::size_t ExprLayout::nextLine(Separators separators, const Region& region, TokenRange piece,
-                                 std::size_t& separator, std::size_t from) const {
-    FirstWrapToken& finder = separators.finder;
-    separator = from;
-    while (true) {
-        separator = finder.find(text_.tokens(), region.range.first, separator, piece.last);
-        if (separator == kNoToken) return kNoToken;
-        const std::size_t line = separators.leadsLine ? lineAt(separator) : lineBehind(separator, piece.last);
-        if (isUsable(separator, separators.separatorClass) && line > piece.first && line < piece.last)
-            return line;
-        ++separator;
-    }
-}
-
 int ExprLayout::layRegion(Region region, int column) {
     const TokenRange range = region.range;
     if (range.empty()) return column;
@@ -182,7 +63,7 @@ int ExprLayout::layRegion(Region region, int column) {
     region.alignment = region.depth == 0 ? alignment_.value_or(column) : column;
     if (!canBreak(region)) return measured(range, column);
     alignOwnLines(region);
-    if (const auto end = breakAll(region, range, column, separatorsOf(Class::Comma))) return *end;
+    if (const auto end = breakAll(region, range, column, places_.separatorsOf(Class::Comma))) return *end;
     return layPiece(region, range, column, Class::Shift);
 }
 
@@ -191,10 +72,10 @@ int ExprLayout::layRegion(Region region, int column) {
 int ExprLayout::layPiece(const Region& region, TokenRange piece, int column, Class from) {
     if (fits(region, piece, column)) return text_.measure(piece, column).column;
     for (Class separatorClass = from; separatorClass != Class::None;
-         separatorClass = behind(separatorClass)) {
+         separatorClass = LinePlaces::behind(separatorClass)) {
         const auto end = separatorClass == Class::Shift
                              ? packShifts(region, piece, column)
-                             : breakAll(region, piece, column, separatorsOf(separatorClass));
+                             : breakAll(region, piece, column, places_.separatorsOf(separatorClass));
         if (end) return *end;
     }
     return layGroups(region, piece, column);
@@ -203,12 +84,12 @@ int ExprLayout::layPiece(const Region& region, TokenRange piece, int column, Cla
 std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, int column,
                                         Separators separators) {
     std::size_t separator = piece.first;
-    std::size_t line = nextLine(separators, region, piece, separator, piece.first);
+    std::size_t line = places_.nextLine(separators, region.range, piece, separator, piece.first);
     if (line == kNoToken) return std::nullopt;
-    const Class inside = behind(separators.separatorClass);
+    const Class inside = LinePlaces::behind(separators.separatorClass);
     int end = layPiece(region, {piece.first, line}, column, inside);
     while (line != kNoToken) {
-        const std::size_t next = nextLine(separators, region, piece, separator, separator + 1);
+        const std::size_t next = places_.nextLine(separators, region.range, piece, separator, separator + 1);
         const int start = begin(line, lineStart(region, line, separators.leadsLine));
         end = layPiece(region, {line, std::min(next, piece.last)}, start, inside);
         line = next;
@@ -222,7 +103,7 @@ std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, 
 // out << first << second <<
 // third                          it ends lines: they begin below the start of the chain
 std::optional<int> ExprLayout::packShifts(const Region& region, TokenRange piece, int column) {
-    const Separators shifts = separatorsOf(Class::Shift);
+    const Separators shifts = places_.separatorsOf(Class::Shift);
     LineStart start = lineStart(region, piece.first, false);
     const bool isAligned = settings_.style == WrapStyle::Aligned && !region.startsAtIndent;
     if (isAligned) start.column = column;
@@ -234,13 +115,13 @@ std::optional<int> ExprLayout::packPieces(const Region& region, TokenRange whole
                                           Separators separators, std::optional<LineStart> start,
                                           bool alignsToSecond) {
     std::size_t separator = whole.first;
-    std::size_t first = nextLine(separators, region, whole, separator, whole.first);
+    std::size_t first = places_.nextLine(separators, region.range, whole, separator, whole.first);
     if (first == kNoToken) return std::nullopt;
-    const Class inside = behind(separators.separatorClass);
+    const Class inside = LinePlaces::behind(separators.separatorClass);
     int end = layPiece(region, {whole.first, first}, column, inside);
     bool isSecond = true;
     while (first != kNoToken) {
-        const std::size_t next = nextLine(separators, region, whole, separator, separator + 1);
+        const std::size_t next = places_.nextLine(separators, region.range, whole, separator, separator + 1);
         const TokenRange piece{first, std::min(next, whole.last)};
         int pieceColumn = text_.columnOf(first, end);
         if (!text_.startsOwnLine(first) && fits(region, piece, pieceColumn)) {

@@ -4,13 +4,13 @@
 #include <optional>
 #include <vector>
 
-#include "layout/first_wrap_token.h"
+#include "layout/line_places.h"
 #include "layout/wrap_settings.h"
 #include "layout/wrap_text.h"
 
 namespace Tessel {
 
-// Decides where the lines of one text begin.
+// Decides where the lines of one text begin, of the places where they may (LinePlaces).
 //
 // A region is the whole text, or what stands between a pair of parentheses or braces. One that does not fit
 // is broken at its weakest separators: at all of its commas; a part that does not fit by itself then at its
@@ -30,8 +30,7 @@ namespace Tessel {
 // they are.
 class ExprLayout {
 public:
-    // Whether lines may begin behind a ";", as in the head of a "for".
-    enum class Clauses { None, Separate };
+    using Clauses = LinePlaces::Clauses;
 
     // `indentColumn` is that of the indentation. The text is borrowed.
     ExprLayout(WrapText& text, const WrapSettings& settings, int indentColumn,
@@ -54,8 +53,8 @@ public:
     void breakForClauses(TokenRange range, int column);
 
 private:
-    // Separators by what binds their operands, the weakest first.
-    enum class Class { Clause, Comma, Shift, Logical, Binary, Cast, OldCast, None };
+    using Class = LinePlaces::Class;
+    using Separators = LinePlaces::Separators;
 
     struct Region {
         TokenRange range;
@@ -64,22 +63,6 @@ private:
         int depth = 0;
         bool startsAtIndent = false;  // whatever the style
     };
-
-    struct Separators {
-        Class separatorClass;
-        FirstWrapToken& finder;
-        bool leadsLine;  // lines begin with the separator, not with the token behind it
-    };
-
-    static Class behind(Class separatorClass);
-    Separators separatorsOf(Class separatorClass);
-    bool isUsable(std::size_t place, Class separatorClass) const;
-    std::optional<Class> classOf(std::size_t place, TokenRange region);
-    void findLineChances();
-    std::size_t lineAt(std::size_t separator) const;
-    std::size_t lineBehind(std::size_t separator, std::size_t last) const;
-    std::size_t nextLine(Separators separators, const Region& region, TokenRange piece,
-                         std::size_t& separator, std::size_t from) const;
 
     int layRegion(Region region, int column);
     std::optional<int> layCalls(const Region& region, int column);
@@ -106,20 +89,12 @@ private:
     WrapText& text_;
     const WrapSettings& settings_;
     int indentColumn_;
-    Clauses clauses_;
+    LinePlaces places_;
     bool contentIndented_ = false;
     bool atIndent_ = false;
     std::optional<int> alignment_;
     bool callsOnly_ = false;  // finding out what breaking the calls of a region comes to
     bool overflows_ = false;  // some line came out too long
-
-    FindFirstElem semicolons_;
-    FindFirstElem commas_;
-    FindFirstElem shifts_;
-    FindFirstElem logicals_;
-    FindFirstBinaryOp binaries_;
-    FindFirstCast casts_;
-    FindFirstOldCast oldCasts_;
 };
 
 }  // namespace Tessel

@@ -1,3 +1,5 @@
+// What the text is: tokens with the gaps between them, the lines that they stand in, and lists whose elements keep their
+// distance from the bracket.
 #include "layout/wrap_text.h"
 
 #include <algorithm>
@@ -6,35 +8,14 @@
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
+#include "layout/line_text.h"
 
 namespace Tessel {
 
 namespace {
 
-constexpr int kNone = -1;
-
 bool isEvenText(std::string_view text) {
     return text.find_first_of("\t\n") == std::string_view::npos;
-}
-
-bool isLineEndToken(int kind) {
-    return kind == Cpp::LineComment || kind == Cpp::Directive;
-}
-
-int lengthOf(std::string_view text) {
-    return static_cast<int>(text.size());
-}
-
-std::string_view firstLine(std::string_view text) {
-    return text.substr(0, text.find('\n'));
-}
-
-std::string_view lastLine(std::string_view text) {
-    return text.substr(text.rfind('\n') + 1);
-}
-
-bool holdsLineEnd(std::string_view text) {
-    return text.find('\n') != std::string_view::npos;
 }
 
 // Whether nothing stands between two tokens that come to stand on one line.
@@ -204,104 +185,6 @@ void WrapText::measureGaps() {
         offset = offsets_[place] + static_cast<int>(tokens_[place].token.length);
     }
     readTraits();
-}
-
-void WrapText::startLine(std::size_t place, LineStart start) {
-    starts_[place] = start;
-    started_.push_back(place);
-}
-
-void WrapText::undoLineStarts(std::size_t count) {
-    for (; started_.size() > count; started_.pop_back()) starts_[started_.back()].column = kNone;
-}
-
-const LineStart* WrapText::lineStart(std::size_t place) const {
-    return starts_[place].column == kNone ? nullptr : &starts_[place];
-}
-
-int WrapText::columnOf(std::size_t place, int column) const {
-    if (const LineStart* start = lineStart(place)) return start->column;
-    const std::string_view gap = gaps_[place];
-    if (startsOwnLine(place)) {
-        const Element* element = elementAt(place);
-        const int bracket = element ? bracketColumns_[element->bracket] : kNone;
-        return bracket != kNone ? bracket + element->offset : columnAfter(lastLine(gap), 0, tabSize_);
-    }
-    return has(place, UnevenGap) ? columnAfter(gap, column, tabSize_) : column + lengthOf(gap);
-}
-
-bool WrapText::isEven(TokenRange range) const {
-    return !has(range.first, UnevenText) && nextUneven_[range.first + 1] >= range.last;
-}
-
-Extent WrapText::measure(TokenRange range, int column, Literals literals) {
-    if (range.empty()) return {column, true};
-    if (!isEven(range)) return walk(range, column, literals, false);
-    const std::size_t last = range.last - 1;
-    return {column + offsets_[last] - offsets_[range.first] + static_cast<int>(tokens_[last].token.length),
-            true};
-}
-
-// Of a token that starts at `column`.
-int WrapText::columnBehind(std::size_t place, int column) const {
-    const std::string_view text = tokenText(place);
-    if (!holdsLineEnd(text)) return columnAfter(text, column, tabSize_);
-    const auto comment = std::lower_bound(lastLines_.begin(), lastLines_.end(), std::pair(place, 0));
-    if (comment == lastLines_.end() || comment->first != place)
-        return columnAfter(lastLine(text), 0, tabSize_);
-    return columnAfter(trimLeft(lastLine(text)), column + comment->second, tabSize_);
-}
-
-// Until the end, or until a line turns out to be too long.
-Extent WrapText::walk(TokenRange range, int column, Literals literals, bool untilTooLong) {
-    Extent extent{column, true};
-    int counted = column;  // the end of the line so far, without a comment that ends it
-    int literalColumn = column;
-    const auto endLine = [&] { extent.fits = extent.fits && isWithinMargin(counted); };
-    for (std::size_t place = range.first; place < range.last; ++place) {
-        if (place != range.first) {
-            const bool stacks = literals == Literals::Stacked && isStacked(place, literalColumn);
-            if (stacks || startsOwnLine(place)) endLine();
-            extent.column = stacks ? literalColumn : columnOf(place, extent.column);
-        }
-        if (kindAt(place) == Cpp::StringLiteral && !continuesLiteral(place)) literalColumn = extent.column;
-        placeBracket(place, extent.column);
-        const std::string_view text = tokenText(place);
-        if (isLineEndToken(kindAt(place))) {
-            extent.column = columnAfter(text, extent.column, tabSize_);
-            continue;
-        }
-        if (holdsLineEnd(text)) {
-            counted = columnAfter(firstLine(text), extent.column, tabSize_);
-            endLine();
-        }
-        extent.column = columnBehind(place, extent.column);
-        counted = extent.column;
-        if (untilTooLong && !(extent.fits && isWithinMargin(counted))) return {counted, false};
-    }
-    if (isLineEndToken(kindAt(range.last - 1))) extent.column = counted;
-    return extent;
-}
-
-bool WrapText::fits(TokenRange range, int column, int tail, Literals literals) {
-    if (range.empty()) return isWithinMargin(column + tail);
-    const Extent extent = isEven(range) ? measure(range, column) : walk(range, column, literals, true);
-    return extent.fits && isWithinMargin(extent.column + tail);
-}
-
-void WrapText::setLineChances(const std::vector<bool>& mayStartLine) {
-    tailWidths_.assign(tokens_.size() + 1, trailingWidth_);
-    for (std::size_t place = tokens_.size(); place-- > 0;) {
-        const bool endsTail = mayStartLine[place] || startsOwnLine(place) || continuesLiteral(place) ||
-                              isLineEndToken(kindAt(place));
-        const std::string_view text = tokenText(place);
-        const int width = lengthOf(gaps_[place]) + lengthOf(firstLine(text));
-        if (endsTail) {
-            tailWidths_[place] = 0;
-        } else {
-            tailWidths_[place] = holdsLineEnd(text) ? width : width + tailWidths_[place + 1];
-        }
-    }
 }
 
 }  // namespace Tessel

@@ -1,0 +1,174 @@
+// f( a ,b )        f(a, b)        brackets of all kinds, and the commas between what they hold
+#include <memory>
+
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/expr_run.h"
+#include "engine/gap.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
+    return isOnOneLine && wanted.hasLineFeed() ? kBlank : wanted;
+}
+
+}  // namespace
+
+void CppExprFormatter::openGroup(Run& run) {
+    Group group;
+    const ExprToken& open = run.tokens[run.previous];
+    group.close = open.partner;
+    switch (open.role) {
+        case ExprRole::TemplateOpen: {
+            const bool isCast = isCastKeyword(run.kindBefore(run.previous));
+            group.kind = isCast ? Group::Kind::Cast : Group::Kind::Template;
+            group.isList = isCast;
+            break;
+        }
+        case ExprRole::BraceOpen:
+            group.kind = Group::Kind::Braces;
+            break;
+        case ExprRole::GroupOpen:
+            group.kind = open.token.kind == Cpp::OpenParen ? Group::Kind::Parentheses : Group::Kind::Brackets;
+            group.isList = group.kind == Group::Kind::Parentheses;
+            break;
+        default: group.kind = Group::Kind::InnerBraces;
+    }
+    if (group.isBraced()) {
+        const bool keepsLines =
+            !settings_.betweenDataElements.present || settings_.betweenDataElements.hasLineFeed();
+        group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
+        if (indentsContents(run)) {
+            group.elements = std::make_unique<Group::ElementScope>(
+                run.out, run.out.indent() + settings_.dataIndent.text,
+                settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
+        }
+    }
+    group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
+    run.after = afterOpen(group);
+    run.groups.push_back(std::move(group));
+}
+
+// At the "{" written last: whether its initializer, which stands on one line, does so here too.
+bool CppExprFormatter::staysOnOneLine(const Run& run, std::size_t close) const {
+    const Trn::Token& open = run.tokens[run.previous].token;
+    const Trn::Token& end = run.tokens[close].token;
+    if (!settings_.keepsOneLineLists || open.start.line != end.end.line) return false;
+    const auto width = static_cast<int>(end.offset - open.offset);
+    return settings_.wrapMargin == 0 || run.out.column() + width <= settings_.wrapMargin;
+}
+
+// At the "{" written last. Rows within an initializer stand as far to the left as the rows around them.
+bool CppExprFormatter::indentsContents(const Run& run) {
+    const ExprToken& open = run.tokens[run.previous];
+    if (open.role == ExprRole::BraceOpen || run.groups.empty() || !run.groups.back().isBraced()) return true;
+    return opensBlock(run.tokens, run.previous);
+}
+
+// At the first token of a group, the gap in front of it written: the group's elements line up with it when
+// commas break lines.
+void CppExprFormatter::startElements(Run& run, Group& group) {
+    if (group.hasElements) return;
+    group.hasElements = true;
+    if (!group.isList || !spacingOf(group).breaksLines()) return;
+    group.listColumn = columnToIndentFrom(run.out);
+    group.elements = std::make_unique<Group::ElementScope>(run.out, indentToColumn(run.out, group.listColumn), false);
+}
+
+void CppExprFormatter::closeGroup(Run& run) {
+    Group group = std::move(run.groups.back());
+    run.groups.pop_back();
+    group.elements.reset();
+    writeClosingGap(run, group);
+    run.previous = run.sweep.place();
+    run.after = nullptr;
+    writeToken(run);
+    // ">>" ends the list around this one too.
+    if (!run.groups.empty() && run.groups.back().close == run.previous) run.groups.pop_back();
+}
+
+void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
+    const OptionalText* wanted = beforeClose(group);
+    if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
+    if (!group.hasElements && (run.after || wanted)) {
+        run.sweep.writeGapWith("");
+        return;
+    }
+    if (!wanted) {
+        run.sweep.writeGap();
+        return;
+    }
+    const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
+    const bool wouldShift = closesAngle && wanted->text.empty() && run.previousKind() == Cpp::Greater;
+    run.sweep.writeGapWith(wouldShift ? kBlank.text : wanted->text);
+}
+
+bool CppExprFormatter::isComma(const Run& run) const {
+    if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
+    if (run.groups.empty()) {
+        return run.mode == ExprMode::Declarators && !settings_.betweenDataElements.hasLineFeed() &&
+               !settings_.beforeDataComma.hasLineFeed();
+    }
+    const SeparatorSpacing spacing = spacingOf(run.groups.back());
+    return spacing.before.present || spacing.after.present;
+}
+
+void CppExprFormatter::writeComma(Run& run) {
+    Group declarators;
+    declarators.kind = Group::Kind::Braces;
+    Group& group = run.groups.empty() ? declarators : run.groups.back();
+    startElements(run, group);
+    const SeparatorSpacing spacing = spacingOf(group);
+    const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
+    const bool keepsBehind =
+        settings_.keepsLineBreaks && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
+    if (keepsFront) keepLine(run);
+    passToken(run);
+    const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
+    run.previous = run.sweep.place();
+    run.after = nullptr;
+    const OptionalText& before = joined ? *joined : spacing.before;
+    writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
+                   group.isList ? &group.listColumn : nullptr, run.out);
+}
+
+CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {
+    switch (group.kind) {
+        case Group::Kind::Parentheses:
+        case Group::Kind::Cast: return {settings_.beforeCallComma, settings_.betweenCallArguments};
+        case Group::Kind::Template: return {kAsInInput, settings_.betweenTemplateArguments};
+        case Group::Kind::Braces:
+            return {onLine(settings_.beforeDataComma, group.isOnOneLine),
+                    onLine(settings_.betweenDataElements, group.isOnOneLine)};
+        case Group::Kind::Brackets:
+        case Group::Kind::InnerBraces: break;
+    }
+    return {kAsInInput, kAsInInput};
+}
+
+const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
+    switch (group.kind) {
+        case Group::Kind::Parentheses: return ifPresent(settings_.afterOpenParen);
+        case Group::Kind::Brackets: return ifPresent(settings_.afterOpenBracket);
+        case Group::Kind::Braces:
+            return ifPresent(onLine(settings_.afterDataBrace, group.isOnOneLine));
+        case Group::Kind::InnerBraces: return nullptr;
+        default: return ifPresent(settings_.afterOpenAngle);
+    }
+}
+
+const OptionalText* CppExprFormatter::beforeClose(const Group& group) const {
+    switch (group.kind) {
+        case Group::Kind::Parentheses: return ifPresent(settings_.beforeCloseParen);
+        case Group::Kind::Brackets: return ifPresent(settings_.beforeCloseBracket);
+        case Group::Kind::Braces:
+            return ifPresent(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
+        case Group::Kind::InnerBraces: return nullptr;
+        default: return ifPresent(settings_.beforeCloseAngle);
+    }
+}
+
+}  // namespace Tessel

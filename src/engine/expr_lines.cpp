@@ -1,0 +1,87 @@
+// Lines that begin inside an expression: those that are kept, literals that stand below each other, and those that are
+// joined before they are wrapped anew.
+#include <algorithm>
+
+#include "engine/columns.h"
+#include "engine/expr_run.h"
+#include "engine/gap.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+
+// Whether the comment ends its line, and will: the next token may have to stand behind it.
+bool CppExprFormatter::endsLine(const Run& run) const {
+    const OptionalText* behind = wantedBefore(run, run.sweep.place() + 1);
+    return run.sweep.endsItsLine() && !(behind && behind->present && !behind->hasLineFeed());
+}
+
+// Whether the current token begins a line that is kept.
+bool CppExprFormatter::keepsLine(const Run& run) const {
+    if (!settings_.keepsLineBreaks || run.sweep.place() == 0) return false;
+    return isLineBreak(run.sweep.gap()) || (run.out.column() == 0 && isAllWhitespace(run.sweep.gap()));
+}
+
+void CppExprFormatter::keepLine(Run& run) {
+    if (!run.hanging) return run.sweep.writeGap();
+    const std::string_view gap = run.sweep.takeGap();
+    const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
+    IndentScope indent(run.out, indentToColumn(run.out, run.hanging->columnFor(run.sweep.place())));
+    run.out.write(std::string(lineFeeds, '\n'));
+    run.out.startLine();
+}
+
+// Whether the current token is a literal that stands in a line below another one, in the rows of an
+// initializer. Lines of rows are not joined, and this is how the line wrapper parts literals.
+bool CppExprFormatter::isStacked(const Run& run) const {
+    const bool isInRows = !run.groups.empty() && run.groups.front().holdsRows;
+    return isInRows && wrapsLines() && run.kindAt(run.sweep.place()) == Cpp::StringLiteral &&
+           run.previous + 1 == run.sweep.place() && run.previousKind() == Cpp::StringLiteral &&
+           isLineBreak(run.sweep.gap());
+}
+
+void CppExprFormatter::startLiteralLine(Run& run) {
+    const std::string_view gap = run.sweep.gap();
+    const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
+    IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
+    run.sweep.writeGapWith(std::string(lineFeeds, '\n'));
+    run.out.startLine();
+}
+
+// What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an
+// operator or a comma that begins its line. Wrapping again would else start from lines that it does not see
+// as one. Rows of an initializer are kept, by the wrapper too. Null where the gap is to stay.
+const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
+    const std::string_view gap = run.sweep.gap();
+    const bool isRow = !run.groups.empty() && run.groups.back().holdsRows;
+    if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
+    const ExprToken& token = run.current();
+    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
+    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
+    const bool followsComment = run.previous + 1 != run.sweep.place();
+    if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return nullptr;
+    if (!isJoinable(gap)) return nullptr;
+    if (run.previousKind() == Cpp::Comma) return &kBlank;
+    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kBlank;
+    return followsCast(run) ? &kBlank : nullptr;
+}
+
+// Whether the current token is the operand of a cast, as far as the line wrapper knows one.
+bool CppExprFormatter::followsCast(const Run& run) const {
+    const ExprToken& close = run.tokens[run.previous];
+    if (close.role == ExprRole::TemplateClose) return isCastKeyword(run.kindBefore(close.partner));
+    if (close.token.kind != Cpp::CloseParen || close.partner == kNoToken) return false;
+    const int before = run.kindBefore(close.partner);
+    if (before == Cpp::Identifier || before == Cpp::Greater) return false;
+    switch (run.kindFrom(run.sweep.place())) {
+        case Cpp::Identifier:
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral:
+        case Cpp::OpenParen: return true;
+        default: return false;
+    }
+}
+
+}  // namespace Tessel

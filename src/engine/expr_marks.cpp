@@ -1,0 +1,71 @@
+// char*p        char *p        by the anchor of the mark, in declarations and in casts
+#include "cpp/token_sets.h"
+#include "engine/expr_run.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr int kAnchoredToType = 0;
+constexpr int kAnchoredToName = 1;
+
+// A name, or a qualifier in front of one.
+bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
+
+}  // namespace
+
+const MarkSettings& CppExprFormatter::markSettings(int kind) const {
+    return kind == Cpp::Asterisk ? settings_.asterisk : settings_.ampersand;
+}
+
+// A run of marks with the white space on both sides and inside. Behind a comma between declarators the marks
+// have no type to go to.
+void CppExprFormatter::writeMarks(Run& run) {
+    std::size_t end = run.sweep.place();
+    while (run.roleAt(end) == ExprRole::Mark) ++end;
+    const MarkSettings& marks = markSettings(run.kindAt(end - 1));
+    const bool endsText = end >= run.tokens.size();
+    const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end));
+    const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
+    const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
+    const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
+    const OptionalText& fallback = run.typeWhitespace.present ? run.typeWhitespace : kBlank;
+    const OptionalText& apart = marks.gap.present ? marks.gap : fallback;
+
+    if (keepsLine(run)) {
+        keepLine(run);
+    } else if (!isAnchored || isBehindComma) {
+        writeGapBefore(run);
+    } else if (marks.anchor == kAnchoredToType) {
+        run.sweep.writeGapWith("");
+    } else if (isNamed || marks.gap.present) {
+        run.sweep.writeGapWith(apart.text);
+    } else {
+        run.sweep.writeGap();
+    }
+    if (!run.groups.empty()) startElements(run, run.groups.back());
+    writeToken(run);
+    while (run.sweep.place() < end) {
+        if (isAnchored) {
+            run.sweep.writeGapWith("");
+        } else {
+            run.sweep.writeGap();
+        }
+        writeToken(run);
+    }
+    run.previous = end - 1;
+    run.sawMark = true;
+    run.after = nullptr;
+    if (isAnchored && isNamed) run.after = toName ? &kNothing : &apart;
+}
+
+// The white space between the type and the name that follows the text.
+void CppExprFormatter::writeTypeEnd(Run& run) {
+    if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && !run.sawMark)) {
+        run.sweep.writeGapWith(run.typeWhitespace.text);
+    } else if (run.after && run.previousRole() == ExprRole::Mark) {
+        run.sweep.writeGapWith(run.after->text);
+    }
+}
+
+}  // namespace Tessel

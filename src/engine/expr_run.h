@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "cpp/token_kind.h"
+#include "engine/cpp_expr_formatter.h"
+
+// What the parts of CppExprFormatter share: the state of one sweep. Each part is a file: the sweep with operators and
+// calls (cpp_expr_formatter.cpp), brackets with the commas in them (expr_groups.cpp), marks (expr_marks.cpp), and lines
+// that are kept or joined (expr_lines.cpp).
+namespace Tessel {
+
+inline const OptionalText* ifPresent(const OptionalText& setting) { return setting.present ? &setting : nullptr; }
+
+// The indentation of the elements of a group that break lines.
+struct CppExprFormatter::Group::ElementScope {
+    ElementScope(Zelmor::OIndentBuf& out, std::string indent, bool keepLeadingSpace)
+        : indentScope(out, std::move(indent)), leadingSpace(out, keepLeadingSpace) {}
+
+    Zelmor::IndentScope indentScope;
+    Zelmor::LeadingSpaceScope leadingSpace;
+};
+
+// One sweep over a text.
+struct CppExprFormatter::Run {
+    Run(std::string_view text, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output, ExprMode textMode,
+        const OptionalText& whitespace, bool isNameFollowing)
+        : sweep(text, tokensOfText, output),
+          tokens(tokensOfText),
+          out(output),
+          mode(textMode),
+          typeWhitespace(whitespace),
+          nameFollows(isNameFollowing) {}
+
+    const ExprToken& current() const { return sweep.current(); }
+    int kindAt(std::size_t place) const {
+        return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
+    }
+    // Of the last token in front of `place` that is no comment or directive.
+    int kindBefore(std::size_t place) const {
+        while (place > 0 && roleAt(place - 1) == ExprRole::Trivia) --place;
+        return place > 0 ? kindAt(place - 1) : Trn::kEndKind;
+    }
+    // The same behind it, or at it.
+    int kindFrom(std::size_t place) const {
+        while (roleAt(place) == ExprRole::Trivia) ++place;
+        return kindAt(place);
+    }
+    ExprRole roleAt(std::size_t place) const {
+        return place < tokens.size() ? tokens[place].role : ExprRole::Operand;
+    }
+    int previousKind() const { return previous == kNoToken ? Trn::kEndKind : kindAt(previous); }
+    ExprRole previousRole() const { return previous == kNoToken ? ExprRole::Operand : tokens[previous].role; }
+
+    TextSweep sweep;
+    const std::vector<ExprToken>& tokens;
+    Zelmor::OIndentBuf& out;
+    ExprMode mode;
+    const OptionalText& typeWhitespace;
+    bool nameFollows;
+    std::optional<HangingLines> hanging;    // of lines that are kept
+    std::size_t previous = kNoToken;        // the last token that is no comment or directive
+    const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
+    bool sawMark = false;
+    int literalColumn = 0;  // of the first of the literals that follow each other
+    std::vector<Group> groups;
+    BlocksInText* blocks = nullptr;
+    std::size_t blocksWritten = 0;
+};
+
+}  // namespace Tessel
