@@ -36,7 +36,7 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text)
     } catch (const Trn::Exception& fault) {
         return {{}, fault.message() + '\n', true};
     }
-    Formatted result{out.str()};
+    Formatted result{out.str(), {}, false};
     for (const Tessel::Diagnostic& message : diagnostics) {
         result.refusal += '(' + std::to_string(message.position.line) + ", " +
                           std::to_string(message.position.column) + ") " + message.text + '\n';
