@@ -38,12 +38,13 @@ struct NamedFault {
     const char* name;
 };
 
-constexpr std::array<NamedFault, 6> FAULTS{{{Fault::Refused, "refused"},
+constexpr std::array<NamedFault, 7> FAULTS{{{Fault::Refused, "refused"},
                                             {Fault::OtherTokens, "tokens differing"},
                                             {Fault::OtherTree, "trees differing"},
                                             {Fault::SecondRunDiffers, "second runs differing"},
                                             {Fault::Crashed, "crashes"},
-                                            {Fault::Hung, "hangs"}}};
+                                            {Fault::Hung, "hangs"},
+                                            {Fault::KeptUnread, "items kept unread"}}};
 
 std::vector<std::string> readList(const std::string& path) {
     std::ifstream in(path);

@@ -81,7 +81,7 @@ std::string textToFormat(std::string content) {
     return std::string(Zelmor::TextDocument(std::move(content)).text());
 }
 
-void countKept(std::string_view text, std::vector<Count>& counts) {
+void noteKept(std::string_view text, FileReport& report) {
     Cpp::Lexer lexer(text);
     Cpp::Parser parser(Cpp::Unrecognized::Kept);
     Cpp::RootNode root;
@@ -93,11 +93,15 @@ void countKept(std::string_view text, std::vector<Count>& counts) {
         if (item.isMacro) {
             ++macros;
         } else {
-            lines += item.end.line - item.start.line + 1;
+            const long count = item.end.line - item.start.line + 1;
+            lines += count;
+            report.findings.push_back({Fault::KeptUnread, std::to_string(item.start.line),
+                                       std::to_string(count) + (count == 1 ? " line" : " lines"),
+                                       lineOf(text, item.start.line)});
         }
     }
-    counts.push_back({"lines kept unread", lines});
-    counts.push_back({"macro items", macros});
+    report.counts.push_back({"lines kept unread", lines});
+    report.counts.push_back({"macro items", macros});
 }
 
 void checkResult(const Tessel::PropertySet& scheme, const std::string& text, const std::string& result,
@@ -136,8 +140,8 @@ FileReport checkFile(const Tessel::PropertySet& scheme, const std::string& path)
         return report;
     }
     report.counts.push_back({"lines accepted", std::count(text.begin(), text.end(), '\n')});
-    countKept(text, report.counts);
     checkResult(scheme, text, result.text, report.findings);
+    noteKept(text, report);  // the longest part last, should it be cut
     return report;
 }
 

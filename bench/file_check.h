@@ -8,7 +8,7 @@
 
 namespace Bench {
 
-enum class Fault { Refused, OtherTokens, OtherTree, SecondRunDiffers, Crashed, Hung };
+enum class Fault { Refused, OtherTokens, OtherTree, SecondRunDiffers, Crashed, Hung, KeptUnread };
 
 // One thing that is wrong with a file.
 struct Finding {
