@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <string>
 
 #include "cpp/directive_text.h"
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 
 namespace Cpp {
 
@@ -54,16 +56,28 @@ private:
     std::vector<Node> nodes_;
 };
 
+constexpr Place kNoPlace = std::numeric_limits<Place>::max();
+
 struct Branch {
     Place first = 0;  // its directive
     OpenBrackets::State end = OpenBrackets::kNone;
     bool closesTooMuch = false;
+    Place last = kNoPlace;  // its last token that is no comment or directive
 };
 
 struct Group {
     OpenBrackets::State start = OpenBrackets::kNone;
     std::vector<Branch> branches;
 };
+
+// More comments and directives in a row than stand between a head and its body; the look for a token ends there.
+constexpr Place kMaximumTrivia = 32;
+
+// Whether a token that ends a branch may be the last one of a head, whose body is to come.
+bool mayEndHead(int kind) {
+    return kind == Identifier || kind >= KeywordClass || kind == CloseParen || kind == CloseBracket || kind == Greater ||
+           kind == ShiftRight;
+}
 
 // Tokens [first, last) that become one.
 struct Fold {
@@ -84,6 +98,7 @@ public:
 private:
     void take(Place place) {
         const int kind = tokens_.kind(place);
+        if (!isTrivia(kind)) last_ = place;
         switch (kind) {
             case OpenParen:
             case OpenBracket:
@@ -123,7 +138,38 @@ private:
     }
 
     void startBranch(Place place) { groups_.back().branches.push_back({place}); }
-    void endBranch() { groups_.back().branches.back().end = state_; }
+    void endBranch() {
+        Branch& branch = groups_.back().branches.back();
+        branch.end = state_;
+        if (last_ != kNoPlace && last_ > branch.first) branch.last = last_;
+    }
+
+    // `#ifdef A`, a head, `#else`, another head, `#endif`, and the body of both.
+    bool splitsHead(const Group& group, Place end) const {
+        std::size_t count = 0;
+        bool hasHead = false;
+        for (const Branch& branch : group.branches) {
+            if (branch.last == kNoPlace) continue;
+            if (kindBehind(branch.first) == Comma) return false;
+            ++count;
+            hasHead |= endsHead(branch);
+        }
+        return hasHead && count > 1 && kindBehind(end) == OpenBrace;
+    }
+
+    bool endsHead(const Branch& branch) const {
+        return branch.last != kNoPlace && mayEndHead(tokens_.kind(branch.last));
+    }
+
+    // Of the token behind a directive, whatever stands between; none where a branch ends first.
+    int kindBehind(Place directive) const {
+        const Place limit = std::min<Place>(directive + kMaximumTrivia, static_cast<Place>(tokens_.size()));
+        for (Place place = directive + 1; place < limit; ++place) {
+            if (stepOf(tokens_[place]) == Step::Next) break;
+            if (!isTrivia(tokens_.kind(place))) return tokens_.kind(place);
+        }
+        return Trn::kEndKind;
+    }
 
     void endGroup(Place end) {
         Group group = std::move(groups_.back());
@@ -131,33 +177,52 @@ private:
         const auto isWhole = [&](const Branch& branch) {
             return branch.end == group.start && !branch.closesTooMuch;
         };
-        if (std::ranges::all_of(group.branches, isWhole)) {
-            state_ = group.start;
-            return;
-        }
-        const std::size_t chosen = choose(group);
-        for (std::size_t i = 0; i < group.branches.size(); ++i) {
-            const Place last = i + 1 < group.branches.size() ? group.branches[i + 1].first : end;
+        const bool areWhole = std::ranges::all_of(group.branches, isWhole);
+        state_ = group.start;
+        if (areWhole && !splitsHead(group, end)) return;
+        const std::size_t count = group.branches.size();
+        const std::size_t chosen =
+            choose(group, [&](const Branch& branch) { return areWhole ? endsHead(branch) : !branch.closesTooMuch; });
+        for (std::size_t i = 0; i < count; ++i) {
+            const Place last = i + 1 < count ? group.branches[i + 1].first : end;
             if (i != chosen && last > group.branches[i].first + 1) folds_.push_back({group.branches[i].first, last});
         }
+        if (chosen == count) return;
         state_ = group.branches[chosen].end;
         if (group.branches[chosen].closesTooMuch && !groups_.empty()) {
             groups_.back().branches.back().closesTooMuch = true;
         }
     }
 
-    // The branch that is read. What its condition says is remembered, for groups that test the same.
-    std::size_t choose(const Group& group) {
-        std::size_t chosen = 0;
-        for (std::size_t i = group.branches.size(); i-- > 0;) {
-            if (!group.branches[i].closesTooMuch && agrees(group, i)) chosen = i;
+    // The branch that is read, or the number of branches where none is. What its condition says is remembered, for
+    // groups that test the same.
+    template <typename MayBeRead>
+    std::size_t choose(const Group& group, MayBeRead mayBeRead) {
+        const std::size_t count = group.branches.size();
+        std::size_t chosen = count;
+        for (std::size_t i = count; i-- > 0;) {
+            if (mayBeRead(group.branches[i]) && agrees(group, i)) chosen = i;
         }
-        for (std::size_t i = 0; i <= chosen; ++i) {
+        if (chosen == count && !isKnownToBeSkipped(group)) {
+            const auto first = std::ranges::find_if(group.branches, mayBeRead);
+            chosen = first == group.branches.end() ? 0 : static_cast<std::size_t>(first - group.branches.begin());
+        }
+        for (std::size_t i = 0; i <= chosen && i < count; ++i) {
             if (const std::string condition = conditionOf(group, i); !condition.empty()) {
                 facts_.emplace(positive(condition), (i == chosen) != condition.starts_with('!'));
             }
         }
         return chosen;
+    }
+
+    // No condition holds, by what was chosen before, and there is no "#else".
+    bool isKnownToBeSkipped(const Group& group) const {
+        for (std::size_t i = 0; i < group.branches.size(); ++i) {
+            const std::string condition = conditionOf(group, i);
+            const auto fact = facts_.find(positive(condition));
+            if (condition.empty() || fact == facts_.end() || fact->second != condition.starts_with('!')) return false;
+        }
+        return true;
     }
 
     // A branch is read when its own condition holds and those in front of it do not.
@@ -181,6 +246,7 @@ private:
     }
 
     const Tokens& tokens_;
+    Place last_ = kNoPlace;  // the last token that is no comment or directive
     OpenBrackets brackets_;
     OpenBrackets::State state_ = OpenBrackets::kNone;
     std::vector<Group> groups_;

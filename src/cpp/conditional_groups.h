@@ -16,7 +16,8 @@ namespace Cpp {
 //         }
 //
 // one branch is read, and each other one becomes a token that nobody looks into. The branch that is read is the first
-// whose condition agrees with what was chosen before, and that closes no bracket that is not open.
+// whose condition agrees with what was chosen before, and that closes no bracket that is not open. The same goes for
+// branches that hold different heads of one body, which follows the "#endif".
 void foldUnreadBranches(Trn::TokenList& tokens);
 
 }  // namespace Cpp

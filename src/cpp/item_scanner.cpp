@@ -23,6 +23,9 @@ constexpr auto kNone = TokenLinks::kNone;
 // Old-style heads with more parameters than anyone writes; the look for them ends there.
 constexpr std::size_t kMaximumOldParameters = 64;
 
+// More macros in a row than anyone writes at the end of a body, for the same reason.
+constexpr int kMaximumMacroRun = 16;
+
 constexpr std::string_view kArgumentWords[] = {"_Alignas",      "_Atomic",     "_BitInt",     "__attribute",
                                                "__attribute__", "__declspec",  "__typeof",    "__typeof__",
                                                "_declspec",     "alignas",     "decltype",    "noexcept",
@@ -101,6 +104,7 @@ struct ItemScanner::Progress {
     int wordsBehindKey = 0;   // since the class key
     bool sawOperator = false;
     bool sawEnum = false;
+    bool sawTypedef = false;
     bool sawClassKey = false;
     bool sawColon = false;
 
@@ -191,6 +195,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                 seen.takeSpecifier();
                 break;
             case KeywordEnum: seen.sawEnum = true; break;
+            case KeywordTypedef: seen.sawTypedef = true; break;
             case Colon:
                 seen.sawColon = true;
                 seen.sawClassKey |= makesClass(place);
@@ -232,9 +237,11 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     }
     const Index following = next(close);
     const int followingKind = kind(following);
+    if (findsMacros_ && followingKind == Colon && makesClass(following)) return std::nullopt;
     if (opensPointerDeclarator(open, following, seen)) {
         return declaresFunction(open) ? Item{Shape::Function, open, following} : Item{Shape::FunctionPointer, open, 0};
     }
+    if (holdsClassKey(open) && followingKind == Identifier) return std::nullopt;
     const bool isInClassName = seen.sawClassKey && seen.wordsBehindKey <= 1;
     if (isInClassName && (followingKind == Identifier || followingKind == OpenBrace || followingKind == Colon)) {
         return std::nullopt;
@@ -246,17 +253,22 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     }
     const HeadTail tail = scanTailOf(open);
     if (tail.oldParameters != kNone) return function;
+    const bool hasValue = followingKind == Assign && !tail.isComplete && endsValue(following);
+    if (findsMacros_ && hasValue && followsWord && !seen.sawOperator) return Item{Shape::Data, open, 0};
     const bool isLater = startsLaterLine(following, close);
-    const bool isSpecial = name.text.starts_with('~') || isScopedName(name) || name.text == context.className;
+    const bool isQualified = name.text.find("::") != std::string_view::npos;
+    const bool isSpecial = name.text.starts_with('~') || isQualified || name.text == context.className;
     if (seen.isAlone() && followsWord && !isSpecial && name.kind == Identifier) {
         const bool isTail = isQualifier(followingKind) || followingKind == KeywordThrow || followingKind == KeywordTry;
         const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
         const bool beginsItem = isWord(followingKind) || opensAttribute(following);
-        if (findsMacros_ && (endsHere || (isLater && beginsItem && !(isTail && tail.isComplete)))) {
+        const bool endsLine = isLater && beginsItem && !beginsBases(following);
+        if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
             return Item{Shape::Macro, close + 1, 0};
         }
-        const bool continuesType = isWord(followingKind) || followingKind == Asterisk || followingKind == Ampersand;
-        if (!isLater && continuesType && !(isTail && tail.isComplete)) {
+        const bool isMark = followingKind == Asterisk || followingKind == Ampersand;
+        const bool continuesType = isMark || (!isLater && isWord(followingKind)) || beginsBases(following);
+        if (continuesType && !(isTail && tail.isComplete)) {
             const bool isTailWord = followingKind == Identifier && kind(behindAnnotations(next(following))) == OpenBrace;
             if (!isTailWord) return std::nullopt;
         }
@@ -272,34 +284,65 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     return function;
 }
 
+// `ALIGNED(class) A {`: whether a class key is all that stands in the parentheses.
+bool ItemScanner::holdsClassKey(Index open) const {
+    const Index inside = next(open);
+    return isClassKey(kind(inside)) && kind(next(inside)) == CloseParen;
+}
+
 // At a "(" whether it opens a declarator with a pointer mark inside.
 bool ItemScanner::opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const {
     const Index inside = next(open);
     const int first = kind(inside);
     const int second = kind(next(inside));
+    if ((first == Asterisk || first == Caret) && isListOfPointers(next(inside))) return false;
     if (first == Asterisk) return true;
     const bool followsMark = seen.previous != kNone && kind(seen.previous) == Asterisk;
     if (!seen.sawOperator && followsMark && !(first == Identifier && second == Asterisk)) return true;
     const int followingKind = kind(behindGroup);
+    // A macro may stand in front of the parameters.
+    const bool isMacro = findsMacros_ && seen.sawTypedef && followingKind == Identifier;
     const bool mayFollow = followingKind == OpenParen || followingKind == OpenBracket ||
-                           followingKind == Semicolon || followingKind == Assign;
+                           followingKind == Semicolon || followingKind == Assign || isMacro;
     if (!mayFollow || seen.lastWords == 0 || seen.sawOperator) return false;
     if (first == Ampersand || first == LogicalAnd || first == Caret) return true;
     // (CALL * name)(…), (A::* name)(…)
     return first == Identifier && (second == Asterisk || second == Caret) && followingKind != Semicolon;
 }
 
-// `int (*f(int a))(int) {`: whether the declarator has parameters of its own, and a body follows.
+// `M(*, a)`, `M(*p, a)`: no declarator has a comma.
+bool ItemScanner::isListOfPointers(Index inside) const {
+    while (kind(inside) == Asterisk || isWord(kind(inside))) inside = next(inside);
+    return kind(inside) == Comma;
+}
+
+// `int (*f(int a))(int) {`, `int* (f)(int) {`: whether the declarator is a name, or has parameters of its own, and a
+// body follows.
 bool ItemScanner::declaresFunction(Index open) const {
     const Index close = links_.closing(open);
     if (close == kNone || kind(next(close)) != OpenParen) return false;
+    const auto hasBody = [&] {
+        const HeadTail tail = scanTailOf(next(close));
+        return tail.isComplete && kind(tail.end) == OpenBrace;
+    };
+    if (kind(next(open)) == Identifier && next(next(open)) == close) return hasBody();
     Index previous = open;
     for (Index place = next(open); place < close; previous = place, place = behind(place)) {
-        if (kind(place) != OpenParen || kind(previous) != Identifier) continue;
-        const HeadTail tail = scanTail(behind(next(close)));
-        return tail.isComplete && kind(tail.end) == OpenBrace;
+        if (kind(place) == OpenParen && kind(previous) == Identifier) return hasBody();
     }
     return false;
+}
+
+// `A : public B`: the name and the bases of a class whose key a macro in front makes.
+bool ItemScanner::beginsBases(Index name) const {
+    const Index colon = next(name);
+    return kind(name) == Identifier && kind(colon) == Colon && isAccessKeyword(kind(next(colon)));
+}
+
+// Whether a ";" ends what the "=" introduces, should that be a list in braces.
+bool ItemScanner::endsValue(Index assign) const {
+    const Index value = next(assign);
+    return kind(value) != OpenBrace || kind(behind(value)) == Semicolon;
 }
 
 // A word by itself in its line, when what follows is complete without it.
@@ -312,7 +355,21 @@ bool ItemScanner::isWordMacro(Index place) const {
     if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
-    return isUpperCase(word.text) && isWord(followingKind) && isCompleteDeclaration(following);
+    if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
+    return isCompleteDeclaration(following) || endsInWordMacros(following);
+}
+
+// Whether nothing but words that may be macros, each in a line of its own, stands up to the end of the body or the text.
+bool ItemScanner::endsInWordMacros(Index place) const {
+    for (int count = 0; count < kMaximumMacroRun; ++count) {
+        const Trn::Token word = tokens_.at(place);
+        if (word.kind != Identifier || !isUpperCase(word.text)) return false;
+        const Index following = next(place);
+        if (kind(following) == CloseBrace || kind(following) == Trn::kEndKind) return true;
+        if (!startsLaterLine(following, place)) return false;
+        place = following;
+    }
+    return false;
 }
 
 // Whether the words at the place are a type and a name, or a statement.
@@ -472,6 +529,7 @@ ItemScanner::Index ItemScanner::oldStyleBody(Index open, Index behindGroup) cons
         }
     }
     bool declaresName = false;
+    bool isMacroRun = false;  // since the last ";"
     Index place = behindGroup;
     for (std::size_t count = 0; count <= names.size();) {
         const Trn::Token token = tokens_.at(place);
@@ -479,11 +537,14 @@ ItemScanner::Index ItemScanner::oldStyleBody(Index open, Index behindGroup) cons
             case Semicolon:
                 if (!declaresName) return kNone;
                 declaresName = false;
+                isMacroRun = true;
                 ++count;
                 if (kind(next(place)) == OpenBrace) return next(place);
                 break;
             case OpenParen:
-                if (kind(next(place)) != Asterisk && kind(next(place)) != CloseParen) return kNone;
+                if (kind(next(place)) != Asterisk && kind(next(place)) != CloseParen && kind(next(place)) != OpenParen) {
+                    return kNone;
+                }
                 for (Index inside = next(place); inside < links_.closing(place); inside = next(inside)) {
                     declaresName |= std::ranges::find(names, tokens_.at(inside).text) != names.end();
                 }
@@ -491,8 +552,12 @@ ItemScanner::Index ItemScanner::oldStyleBody(Index open, Index behindGroup) cons
             case Asterisk:
             case Comma:
             case OpenBracket: break;
+            case OpenBrace:
+                // Macros may stand for the last declarations, with their ";".
+                return count > 0 && isMacroRun ? place : kNone;
             default:
                 if (!isWord(token.kind)) return kNone;
+                isMacroRun &= token.kind == Identifier;
                 declaresName |= std::ranges::find(names, token.text) != names.end();
         }
         place = behind(place);
@@ -597,10 +662,12 @@ Item ItemScanner::scanMacroStatement(Index start) const {
     const Index following = next(close);
     if (endsStatements(kind(following))) return {Shape::Macro, close + 1, 0};
     if (kind(following) == OpenBrace) return scanMacroHead(following);
-    if (isFollowedByStatement(start, open)) return {Shape::MacroStatement, following, 0};
     const bool isLater = startsLaterLine(following, close);
-    if (isLater && (isWord(kind(following)) || opensAttribute(following))) return {Shape::Macro, close + 1, 0};
-    return {};
+    if (!isLater) return beginsPlainStatement(following) ? Item{Shape::MacroHead, following, 0} : Item{};
+    const bool begins = beginsPlainStatement(following) || beginsUnclearStatement(following);
+    if (begins && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
+    const bool beginsItem = begins || isWord(kind(following)) || opensAttribute(following);
+    return beginsItem ? Item{Shape::Macro, close + 1, 0} : Item{};
 }
 
 // The head of the block whose "{" is at the place, unless values stand in it.
@@ -627,17 +694,13 @@ bool ItemScanner::isFollowedByCall(Index word, Index following) const {
     }
 }
 
-// Whether what follows a macro and its arguments is the statement that it governs: on their line, or on the next one
-// and indented further.
-bool ItemScanner::isFollowedByStatement(Index head, Index open) const {
-    const Index close = links_.closing(open);
-    const Index following = next(close);
-    const Trn::Token first = tokens_.at(following);
-    if (startsLaterLine(following, close)) return first.kind == Identifier && isIndentedFrom(head, open, following);
-    if (isControlKeyword(first.kind)) return first.kind != KeywordElse && first.kind != KeywordCatch;
-    if (isJumpKeyword(first.kind)) return true;
-    if (first.kind != Identifier) return false;
-    switch (kind(next(following))) {
+// Whether a statement begins at the place that is one behind a macro on the same line too.
+bool ItemScanner::beginsPlainStatement(Index place) const {
+    const int first = kind(place);
+    if (isControlKeyword(first)) return first != KeywordElse && first != KeywordCatch;
+    if (isJumpKeyword(first)) return true;
+    if (first != Identifier) return false;
+    switch (kind(next(place))) {
         case OpenParen:
         case Dot:
         case Arrow:
@@ -648,19 +711,32 @@ bool ItemScanner::isFollowedByStatement(Index head, Index open) const {
     }
 }
 
-// Whether the line after the one that begins with the macro has the same white space in front, and more. Columns would
-// not do: how wide a tab is, only the scheme knows.
-bool ItemScanner::isIndentedFrom(Index head, Index open, Index following) const {
-    const Trn::Token bracket = tokens_.at(open);
-    const char* const source = bracket.text.data() - bracket.offset;
-    const auto lineStart = [source](const Trn::Token& token) {
-        const std::size_t length = token.start.column - 1;
-        return std::string_view(source + token.offset - length, length);
+// One that, were it on the same line as the macro, would be taken for a part of a declaration or an expression.
+bool ItemScanner::beginsUnclearStatement(Index place) const {
+    switch (kind(place)) {
+        case Identifier:
+        case Asterisk:
+        case Increment:
+        case Decrement: return true;
+        default: return false;
+    }
+}
+
+// Whether the line that begins with the token is indented further than that of the macro. A tab counts as 8 columns, as
+// nearly everywhere; only the scheme knows.
+bool ItemScanner::isIndentedFrom(Index head, Index following) const {
+    constexpr std::size_t tabSize = 8;
+    const Trn::Token word = tokens_.at(head);
+    const char* const source = word.text.data() - word.offset;
+    const auto indentation = [source](const Trn::Token& token) {
+        const char* const start = source + token.offset;
+        std::size_t column = 0;
+        for (const char* c = start - (token.start.column - 1); c != start && (*c == ' ' || *c == '\t'); ++c) {
+            column = *c == '\t' ? (column / tabSize + 1) * tabSize : column + 1;
+        }
+        return column;
     };
-    const std::string_view outer = lineStart(tokens_.at(head));
-    const std::string_view inner = lineStart(tokens_.at(following));
-    return inner.size() > outer.size() && inner.starts_with(outer) &&
-           inner.find_first_not_of(" \t") == std::string_view::npos;
+    return indentation(tokens_.at(following)) > indentation(tokens_.at(head));
 }
 
 }  // namespace Cpp

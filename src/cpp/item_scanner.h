@@ -20,8 +20,7 @@ struct Item {
         Enum,
         Data,       // all other declarations
         Macro,      // a macro that stands by itself, without a ";"
-        MacroHead,  // a macro in front of a block, as a control statement's head
-        MacroStatement,  // a macro and the statement without braces that it governs
+        MacroHead,  // a macro in front of a block or a statement, as a control statement's head
     };
 
     Shape shape = Shape::None;
@@ -92,15 +91,21 @@ private:
     std::optional<Item> scanParenthesis(Index open, const Progress& seen, const ItemContext& context) const;
     bool opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const;
     bool declaresFunction(Index open) const;
+    bool holdsClassKey(Index open) const;
+    bool isListOfPointers(Index inside) const;
+    bool beginsBases(Index name) const;
+    bool endsValue(Index assign) const;
     bool isWordMacro(Index place) const;
+    bool endsInWordMacros(Index place) const;
     bool isCompleteDeclaration(Index place) const;
     Index behindOperatorName(Index place) const;
     Index behindInitializers(Index colon) const;
     Index oldStyleBody(Index open, Index behindGroup) const;
     Item scanMacroHead(Index openBrace) const;
     bool isFollowedByCall(Index word, Index following) const;
-    bool isFollowedByStatement(Index head, Index open) const;
-    bool isIndentedFrom(Index head, Index open, Index following) const;
+    bool beginsPlainStatement(Index place) const;
+    bool beginsUnclearStatement(Index place) const;
+    bool isIndentedFrom(Index head, Index following) const;
     bool isBraceInitializer(Index brace, const Progress& seen) const;
 
     const Trn::TokenBuffer& tokens_;

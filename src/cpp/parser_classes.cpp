@@ -108,6 +108,9 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
         }
         const Index close = links_.closing(tokens.place());
         if (close != TokenLinks::kNone) {
+            // A macro's argument may be the key: `ALIGNED(struct) A {`.
+            const int inside = tokens.kindAt(scanner(tokens).next(tokens.place()));
+            if (classKey < 0 && token.kind == OpenParen && isClassKey(inside)) classKey = classKeyNumber(inside);
             addThrough(tokens, close + 1, name);
             continue;
         }
@@ -115,7 +118,9 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
         name.add(token);
         tokens.next();
     }
-    const bool hasMacroKey = classKey < 0 && name.size() > 1 && scanner(tokens).makesClass(tokens.place());
+    const bool hasBases = keepsUnrecognized_ && tokens.peekKind() == Colon;
+    const bool makesClass = scanner(tokens).makesClass(tokens.place());
+    const bool hasMacroKey = classKey < 0 && (name.size() > 1 ? makesClass || hasBases : makesClass && hasBases);
     if (hasMacroKey) classKey = classKeyNumber(KeywordClass);
     if (classKey < 0) {
         report(name.empty() ? tokens.current().end : name.end(),
@@ -215,7 +220,10 @@ bool Parser::isAccessLabel(const TokenBuffer& tokens) const {
 
 std::unique_ptr<AccessSpecNode> Parser::parseAccessSpec(TokenBuffer& tokens) {
     const Token word = tokens.next();
-    if (isAccessKeyword(word.kind) && peekSignificant(tokens).kind == Identifier) nextSignificant(tokens);
+    while (isAccessKeyword(word.kind) && peekSignificant(tokens).kind == Identifier) {
+        nextSignificant(tokens);
+        if (peekSignificant(tokens).kind == OpenParen) skipBracketed(tokens);
+    }
     const Token colon = peekSignificant(tokens);
     if (colon.kind != Colon) {
         report(word.start, "Expected ':' Found: " + shown(word));

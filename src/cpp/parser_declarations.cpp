@@ -153,7 +153,6 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
         case Shape::Data: return {parseDataDecl(tokens, scope), false};
         case Shape::Macro: return {makeKeptNode(tokens, start, item.place, true), false};
         case Shape::MacroHead:
-        case Shape::MacroStatement:
         case Shape::None: break;
     }
     if (tokens.kindAt(item.place) == Trn::kEndKind) return failAtEnd(tokens, item.place);

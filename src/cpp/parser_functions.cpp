@@ -428,9 +428,10 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
     auto declaration = std::make_unique<FunctionPtrDeclNode>();
     declaration->setReturnType(returnType.makeLeaf<TypeNode>());
     declaration->setName(name.makeLeaf<IdNode>());
-    // A pointer to an array has bounds there, one to data nothing.
+    // A pointer to an array has bounds there, one to data, and an array of pointers, nothing.
     const int following = peekSignificant(tokens).kind;
-    if (following != OpenBracket && following != Assign && following != Identifier) {
+    const bool isNothing = keepsUnrecognized_ && following == Semicolon;
+    if (following != OpenBracket && following != Assign && following != Identifier && !isNothing) {
         declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
     }
     if (isQualifier(peekSignificant(tokens).kind)) declaration->setQualifiers(parseQualifiers(tokens));

@@ -205,10 +205,6 @@ bool Parser::parseMacroStatement(TokenBuffer& tokens, BlockNode& block) {
     switch (item.shape) {
         case Item::Shape::Macro: block.add(makeKeptNode(tokens, tokens.place(), item.place, true)); return true;
         case Item::Shape::MacroHead: block.add(parseMacroCtrlStmt(tokens)); return true;
-        case Item::Shape::MacroStatement:
-            // Were it laid out, nothing would tell the two from a macro and a statement by themselves.
-            block.add(makeKeptNode(tokens, tokens.place(), endOfItem(tokens, tokens.place()), false));
-            return true;
         default: return false;
     }
 }
@@ -229,7 +225,7 @@ void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
     block.add(parseExprStmt(tokens));
 }
 
-// FOREACH(a, b) { c(); }
+// FOREACH(a, b) { c(); }, FOREACH(a, b) c();
 std::unique_ptr<CtrlStmtNode> Parser::parseMacroCtrlStmt(TokenBuffer& tokens) {
     NestingScope nesting(depth_, tokens);
     const Token name = tokens.next();

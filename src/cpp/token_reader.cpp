@@ -36,19 +36,22 @@ int protectedRegionStep(const Trn::Token& token) {
     return body == kRegionOn ? -1 : 0;
 }
 
-// C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`. Whether a keyword is one of
-// these is told by the token behind it.
+// C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`, `for (try = 0; …)`. Whether a
+// keyword is one of these is told by the token behind it.
 bool isNameBefore(int word, int following) {
+    if (following < Semicolon || following > ArrowAsterisk || following == OpenBrace) return false;
     switch (word) {
         case KeywordPublic:
         case KeywordProtected:
-        case KeywordPrivate:
-            return following >= Semicolon && following <= ArrowAsterisk && following != Colon &&
-                   following != OpenBrace && following != CloseBrace;
-        case KeywordNamespace:
-        case KeywordTemplate:
-            return following == Assign || following == Dot || following == Arrow || following == Comma ||
-                   following == CloseParen;
+        case KeywordPrivate: return following != Colon && following != CloseBrace;
+        case KeywordTry: return following != Colon;
+        case KeywordCatch: return following != OpenParen;
+        case KeywordNamespace: return following != OpenBracket && following != Semicolon;
+        case KeywordTemplate: return following != Less && following != Semicolon;
+        case KeywordFriend:
+        case KeywordUsing:
+        case KeywordVirtual: return following != OpenBracket && following != Tilde;
+        case KeywordClass: return following == Semicolon || following == Dot || following == Arrow;
         default: return false;
     }
 }

@@ -192,6 +192,7 @@ private:
 
     // Statements.
     void formatParts(Cpp::CtrlStmtNode& statement);
+    const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
     void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);

@@ -134,12 +134,20 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
         return;
     }
     const bool hasBraces = body->hasBrackets();
-    const OptionalText& indent = keywordOf(part) == Cpp::KeywordSwitch ? settings_.caseContentIndent
-                                                                       : settings_.indentOfBody(hasBraces);
-    const OptionalText& ahead = hasBraces ? braces.beforeOpen : braces.afterOpen;
+    const OptionalText& indent = indentOfBody(keywordOf(part), hasBraces);
+    const bool isGovernedBelow = keywordOf(part) == Cpp::Identifier && part->head()->end().line < body->start().line;
+    const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
     const bool isKept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
     formatBody(*body, part->head() ? ahead : kAsInInput, part->head() && isKept,
                [&] { formatBlock(*body, braces, indent); });
+}
+
+const OptionalText& CppFormatter::indentOfBody(int keyword, bool hasBraces) const {
+    if (keyword == Cpp::KeywordSwitch) return settings_.caseContentIndent;
+    const OptionalText& indent = settings_.indentOfBody(hasBraces);
+    // By its place alone a statement shows that the macro in the line before governs it.
+    static const OptionalText leastIndent{true, " "};
+    return keyword == Cpp::Identifier && !hasBraces && indent.text.empty() ? leastIndent : indent;
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {

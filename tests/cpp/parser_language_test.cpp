@@ -93,6 +93,21 @@ data int | y | -
 )");
 }
 
+TEST(ParserLanguage, OneOfSeveralHeadsIsReadWhereOneBodyFollows) {
+    EXPECT_EQ(treeOf("#ifdef A\nint f(int a)\n#else\nint f(a)\nint a;\n#endif\n/* */\n{\n#ifndef A\nif (b) {\n#endif\n"
+                     "c();\n#ifndef A\n}\n#endif\n}"),
+              R"(
+directive #ifdef A
+function int | f (int a)
+  block
+    unused block
+    directive #endif
+    expr c;
+    unused block
+    directive #endif
+)");
+}
+
 TEST(ParserLanguage, MacrosAndWhatIsNotRecognisedAreKept) {
     EXPECT_EQ(keptTreeOf("BEGIN_DECLS\nREGISTER(a)\nint x;\nMACRO namespace n {\n}\nint f(a) + 3;\nstruct S {\nOBJECT\n"
                          "int ? y() + 1;\n};\nvoid g() {\nFOREACH(a, b)\n  c();\nLock\nd();\nif (a) {\nM(b)\n}\n}\nEND"),
@@ -107,7 +122,10 @@ kept int f ( a ) + 3 ;
   kept OBJECT int ? y ( ) + 1 ;
 function void | g ()
   block
-    kept FOREACH ( a , b ) c ( ) ;
+    control
+      part 
+        statement
+          expr c;
     kept Lock
     expr d;
     control
@@ -115,6 +133,33 @@ function void | g ()
         block
           kept M ( b )
 kept END
+)");
+    EXPECT_EQ(keptTreeOf("M(struct)\nA {\nint a;\n};\nCLASS(B) : public C {\n};\nM(*, a)\nchar c[4] ALIGNED(4) = {1};\n"
+                         "T(d) = e;\ntypedef int (CALL* f) OF((g h));\nj::j() noexcept : k(1) { }\nSTACK(l)\n*m();\n"
+                         "void n(o, p) int o; MORE { for (try = 0;;) ; }\nclass Q {\npublic slots R(1):\nEND\nEND\n};"),
+              R"(
+1 M ( struct ) A
+  data int | a | -
+0 CLASS ( B )
+  base 1 C
+kept M ( * , a )
+data char | c [ 4 ] ALIGNED ( 4 ) | = { 1 } ;
+data - | T ( d ) | = e ;
+pointer typedef int | f -
+constructor - | j::j () noexcept
+  initializer k
+    argument 1
+  block
+function STACK ( l ) * | m ()
+function void | n (o; p) int o ; MORE
+  block
+    control
+      part for
+        block
+0 class Q
+  access 1
+  kept END
+  kept END
 )");
     // What is wrong with the whole text stays an error, told where it begins.
     EXPECT_EQ(keptTreeOf("void f() {\n  g(h(a);\n}\n"),
