@@ -380,8 +380,12 @@ bool ItemScanner::isCompleteDeclaration(Index place) const {
     Index previous = place;
     for (Index here = place;; previous = here, here = behind(here)) {
         const int kindHere = kind(here);
-        if (isWord(kindHere)) {
-            ++words;
+        if (kindHere == KeywordOperator) {
+            // Only a conversion has no type in front.
+            const int converted = kind(next(here));
+            return words > 0 || (isWord(converted) && converted != KeywordNew && converted != KeywordDelete);
+        } else if (isWord(kindHere)) {
+            words += !tokens_.at(here).text.starts_with("::");
         } else if (kindHere == OpenParen) {
             if (takesArgument(tokens_.at(previous))) continue;
             return words > 1 || (words == 1 && isUpperCase(tokens_.at(previous).text));

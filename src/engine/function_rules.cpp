@@ -4,6 +4,7 @@
 // {
 //     …
 // }
+#include "cpp/item_scanner.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
@@ -12,6 +13,19 @@
 #include "engine/type_text.h"
 
 namespace Tessel {
+
+namespace {
+
+// Whether what stands in front of the name is a macro that, in a line of its own, would be an item by itself: one with
+// arguments, or one in front of what has no return type. Texts of nodes have a blank between tokens.
+bool isItemByItself(std::string_view type, std::string_view name) {
+    const std::string_view word = type.substr(0, type.find(' '));
+    if (!Cpp::isUpperCase(word)) return false;
+    if (word.size() < type.size()) return type[word.size() + 1] == '(' && type.ends_with(')');
+    return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
+}
+
+}  // namespace
 
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
     BaseColumnScope base(*this, formatFunctionHead(*declaration));
@@ -112,10 +126,10 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
-        writeType(
-            type,
-            declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType,
-            !settings_.keepsFunctions);
+        const bool isMacro = settings_.keepsUnrecognized && isItemByItself(head.returnType()->text(), head.name()->text());
+        const OptionalText& wanted =
+            declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
+        writeType(type, isMacro && wanted.hasLineFeed() ? kAsInInput : wanted, !settings_.keepsFunctions);
     }
     return column;
 }
