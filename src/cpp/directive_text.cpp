@@ -25,6 +25,14 @@ bool isName(std::string_view text) {
     return !text.empty() && text.find_first_of("()!&|<>=+-*/%?:,.\"'") == std::string_view::npos;
 }
 
+// "if" of `# if defined(A)`; `#if defined` and `#ifdef` differ in nothing else once blanks are gone.
+std::string_view wordOf(std::string_view directive) {
+    const std::size_t first = directive.find_first_not_of("# \t");
+    if (first == std::string_view::npos) return {};
+    const std::size_t end = directive.find_first_not_of("abcdefghijklmnopqrstuvwxyz", first);
+    return directive.substr(first, end - first);
+}
+
 bool takeStart(std::string_view& text, std::string_view start) {
     if (!text.starts_with(start)) return false;
     text.remove_prefix(start.size());
@@ -50,18 +58,20 @@ bool directiveStartsWith(std::string_view text, std::string_view start) {
 }
 
 std::string testedCondition(std::string_view directive) {
-    const std::string text = squeezed(directive);
-    std::string_view rest = text;
-    if (takeStart(rest, "#ifdef") || takeStart(rest, "#elifdef")) return std::string(rest);
-    if (takeStart(rest, "#ifndef") || takeStart(rest, "#elifndef")) return negated(rest);
-    if (!takeStart(rest, "#if") && !takeStart(rest, "#elif")) return {};
+    const std::string_view word = wordOf(directive);
+    if (word.empty()) return {};
+    const std::size_t wordEnd = static_cast<std::size_t>(word.data() - directive.data()) + word.size();
+    const std::string rest = squeezed(directive.substr(wordEnd));
+    if (word == "ifdef" || word == "elifdef") return rest;
+    if (word == "ifndef" || word == "elifndef") return negated(rest);
+    if (word != "if" && word != "elif") return {};
     std::string_view condition = rest;
     const bool isNegated = takeStart(condition, "!");
     if (takeStart(condition, "defined")) {
         const std::string_view name = withoutParentheses(condition);
         if (isName(name)) return isNegated ? negated(name) : std::string(name);
     }
-    return std::string(rest);
+    return rest;
 }
 
 }  // namespace Cpp

@@ -94,10 +94,10 @@ data int | y | -
 }
 
 TEST(ParserLanguage, OneOfSeveralHeadsIsReadWhereOneBodyFollows) {
-    EXPECT_EQ(treeOf("#ifdef A\nint f(int a)\n#else\nint f(a)\nint a;\n#endif\n/* */\n{\n#ifndef A\nif (b) {\n#endif\n"
+    EXPECT_EQ(treeOf("#if defined (A)\nint f(int a)\n#else\nint f(a)\nint a;\n#endif\n/* */\n{\n#ifndef A\nif (b) {\n#endif\n"
                      "c();\n#ifndef A\n}\n#endif\n}"),
               R"(
-directive #ifdef A
+directive #if defined (A)
 function int | f (int a)
   block
     unused block
