@@ -77,6 +77,8 @@ private:
     Index endOfItem(const TokenBuffer& tokens, Index start) const;
     Index endOfKept(const TokenBuffer& tokens, Index start) const;
     std::unique_ptr<KeptNode> makeKeptNode(TokenBuffer& tokens, Index start, Index end, bool isMacro);
+    std::unique_ptr<KeptNode> makeVerbatimNode(TokenBuffer& tokens, Index start, Index end);
+    void addAlias(TokenBuffer& tokens, InteriorNode& list, InteriorNode* comments = nullptr);
 
     // Comments, directives and regions, and tokens up to a place (parser_trivia.cpp).
     std::unique_ptr<PreprocDirectiveNode> makeDirectiveNode(TokenBuffer& tokens);

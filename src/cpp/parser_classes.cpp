@@ -193,7 +193,7 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
 std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
     const auto takeOther = [&](const Token& token, ClassBodyNode& body) {
         if (token.kind == KeywordUsing) {
-            skipStatement(tokens, Semicolon, &body);
+            addAlias(tokens, body, &body);
         } else if (token.kind == KeywordNamespace) {
             report(token.start, "Namespace declaration illegal inside class declaration.");
             skipStatement(tokens, Semicolon);

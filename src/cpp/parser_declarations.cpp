@@ -75,7 +75,7 @@ void Parser::parseTopLevelItem(TokenBuffer& tokens, RootNode& root) {
     } else if (token.kind == Identifier) {
         parseNamedBlock(tokens, root);
     } else if (token.kind == KeywordUsing) {
-        skipStatement(tokens, Semicolon);
+        addAlias(tokens, root);
     } else {
         addDeclaration(tokens, root, Scope::Outside);
     }

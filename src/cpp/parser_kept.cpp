@@ -63,6 +63,12 @@ Parser::Index Parser::endOfKept(const TokenBuffer& tokens, Index start) const {
 }
 
 std::unique_ptr<KeptNode> Parser::makeKeptNode(TokenBuffer& tokens, Index start, Index end, bool isMacro) {
+    auto node = makeVerbatimNode(tokens, start, end);
+    kept_.push_back({node->start(), node->end(), isMacro});
+    return node;
+}
+
+std::unique_ptr<KeptNode> Parser::makeVerbatimNode(TokenBuffer& tokens, Index start, Index end) {
     TokenText text;
     tokens.moveTo(start);
     while (tokens.place() < end) {
@@ -70,8 +76,23 @@ std::unique_ptr<KeptNode> Parser::makeKeptNode(TokenBuffer& tokens, Index start,
         if (isTrivia(token.kind) && text.empty()) continue;
         text.add(token);
     }
-    kept_.push_back({text.start(), text.end(), isMacro});
     return text.makeLeaf<KeptNode>();
+}
+
+// `using …;`, `namespace a = b;`. Where nothing is kept it has no node, but for the comments in it when they are wanted.
+void Parser::addAlias(TokenBuffer& tokens, InteriorNode& list, InteriorNode* comments) {
+    const Index start = tokens.place();
+    Index place = start;
+    const auto ends = [&] {
+        const int kind = tokens.kindAt(place);
+        return kind == Semicolon || kind == CloseBrace || endsTokens(kind);
+    };
+    while (!ends()) place = scanner(tokens).behind(place);
+    if (keepsUnrecognized_ && tokens.kindAt(place) == Semicolon) {
+        list.add(makeVerbatimNode(tokens, start, place + 1));
+    } else {
+        skipStatement(tokens, Semicolon, comments);
+    }
 }
 
 }  // namespace Cpp

@@ -19,7 +19,7 @@ bool Parser::isNamespaceAlias(const TokenBuffer& tokens) const {
 }
 
 void Parser::addNamespace(TokenBuffer& tokens, InteriorNode& list) {
-    if (isNamespaceAlias(tokens)) return skipStatement(tokens, Semicolon);
+    if (isNamespaceAlias(tokens)) return addAlias(tokens, list);
     NestingScope nesting(depth_, tokens);
     auto head = parseNamespaceHead(tokens);
     skipTrivia(tokens);
@@ -57,7 +57,7 @@ std::unique_ptr<NamespaceBodyNode> Parser::parseNamespaceBody(TokenBuffer& token
     }
     const auto takeOther = [&](const Token& token, NamespaceBodyNode& body) {
         if (token.kind != KeywordUsing) return false;
-        skipStatement(tokens, Semicolon, &body);
+        addAlias(tokens, body, &body);
         return true;
     };
     return parseItems<NamespaceBodyNode>(
@@ -109,9 +109,9 @@ std::unique_ptr<LinkageBlockNode> Parser::parseLinkageBlock(TokenBuffer& tokens,
 }
 
 std::unique_ptr<LinkageBlockBodyNode> Parser::parseLinkageBody(TokenBuffer& tokens, bool hasCLinkage) {
-    const auto takeOther = [&](const Token& token, LinkageBlockBodyNode&) {
+    const auto takeOther = [&](const Token& token, LinkageBlockBodyNode& body) {
         if (token.kind != KeywordUsing) return reportIllegalInLinkage(tokens, hasCLinkage);
-        skipStatement(tokens, Semicolon);
+        addAlias(tokens, body);
         return true;
     };
     return parseItems<LinkageBlockBodyNode>(

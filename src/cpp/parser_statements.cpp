@@ -112,7 +112,7 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
         case Semicolon: tokens.next(); return true;
         case KeywordNamespace:
             if (isNamespaceAlias(tokens)) {
-                skipStatement(tokens, Semicolon, &block);
+                addAlias(tokens, block, &block);
                 return true;
             }
             tokens.next();
@@ -128,7 +128,7 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
             tokens.next();
             report(token.start, AccessLabelInBlock);
             return true;
-        case KeywordUsing: skipStatement(tokens, Semicolon, &block); return true;
+        case KeywordUsing: addAlias(tokens, block, &block); return true;
         case KeywordExtern:
             tokens.next();
             if (tokens.peekKind() == StringLiteral) tokens.next();

@@ -280,7 +280,17 @@ void CppFormatter::visit(Cpp::ExprNode* expression) {
 // Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as
 // its line.
 void CppFormatter::visit(Cpp::AsmNode* statement) {
-    copyThrough(*statement);
+    copyUpTo(*statement);
+    const std::string_view text = writer_.readThrough(statement->end());
+    const std::size_t bracket = text.find_first_of("({");
+    const bool isOperands = bracket != std::string_view::npos && text[bracket] == '(';
+    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
+    const bool isPlain = !holds("#") && !holds("\\\n") && !holds("R\"");
+    if (settings_.keepsUnrecognized && isOperands && isPlain) {
+        exprFormatter_.writeComment(text, out());  // its further lines hang as they did
+    } else {
+        writer_.write(text);
+    }
     const char last = writer_.peekBehind();
     if (last != ';' && last != '}') writer_.keepLineEndBehind();
 }
