@@ -90,8 +90,10 @@ TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
     changed.setString("D", "\t");
     changed.erase("F");
     directory.write("stray.vts", "no scheme");
+    const ino_t untouched = directory.status("by hand.vts").st_ino;
     store.write();
     EXPECT_EQ(directory.read("by hand.vts"), byHand);
+    EXPECT_EQ(directory.status("by hand.vts").st_ino, untouched);
     EXPECT_EQ(
         directory.read("changed.vts"),
         "\xEF\xBB\xBF# mine\r\n" + schemeText("changed",
