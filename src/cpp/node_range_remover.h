@@ -22,8 +22,6 @@ public:
     using Range = std::pair<const SyntaxNode*, const SyntaxNode*>;
     using Ranges = std::vector<Range>;
 
-    NodeRangeRemover(const SyntaxNode* first, const SyntaxNode* last)
-        : NodeRangeRemover(Ranges{{first, last}}) {}
     // The ranges must be given in the order in which the walk meets them.
     explicit NodeRangeRemover(Ranges ranges) : ranges_(std::move(ranges)) {}
 

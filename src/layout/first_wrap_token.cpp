@@ -91,17 +91,13 @@ TokenPlace placeOf(const std::vector<ExprToken>& tokens, std::size_t first, std:
 }
 
 std::size_t FirstWrapToken::find(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t from,
-                                 std::size_t last) {
+                                 std::size_t last) const {
     for (std::size_t place = from; place < last; ++place) {
         const ExprToken& token = tokens[place];
         if (token.role == ExprRole::Trivia) continue;
-        lastKind_ = token.token.kind;
         const bool opensBracket = token.partner != kNoToken && token.partner > place;
-        if (opensBracket && token.partner < last) {
-            place = token.partner;
-            lastKind_ = tokens[place].token.kind;
-        }
-        if (isWrapToken(lastKind_) && breaksAt(placeOf(tokens, first, place, last))) return place;
+        if (opensBracket && token.partner < last) place = token.partner;
+        if (isWrapToken(tokens[place].token.kind) && breaksAt(placeOf(tokens, first, place, last))) return place;
     }
     return kNoToken;
 }
@@ -109,8 +105,7 @@ std::size_t FirstWrapToken::find(const std::vector<ExprToken>& tokens, std::size
 bool FindFirstElem::breaksAt(const TokenPlace& place) const {
     const auto isSeparatorKind = [this](int kind) { return isIn(separators_, kind); };
     return isSeparatorKind(place.token.token.kind) && isSeparator(place.token) &&
-           !isSeparatorKind(place.nextKind) && !isIn(excluded_, place.nextKind) &&
-           !isSeparatorKind(place.previousKind);
+           !isSeparatorKind(place.nextKind) && !isSeparatorKind(place.previousKind);
 }
 
 bool FindFirstBinaryOp::isWrapToken(int kind) const {

@@ -28,16 +28,10 @@ public:
     // The place of the first break token of tokens[from, last) outside of brackets, or kNoToken. `first` is
     // where the text begins.
     std::size_t find(const std::vector<ExprToken>& tokens, std::size_t first, std::size_t from,
-                     std::size_t last);
+                     std::size_t last) const;
     // Whether the finder breaks at tokens of the kind.
     virtual bool isWrapToken(int kind) const = 0;
-    // The kind of the token examined last; Trn::kEndKind before the first one.
-    int lastKind() const { return lastKind_; }
-
     virtual bool breaksAt(const TokenPlace& place) const = 0;
-
-private:
-    int lastKind_ = Trn::kEndKind;
 };
 
 // The place's neighbours in tokens[first, last).
@@ -58,18 +52,16 @@ extern const TokenClass assignmentTokens;
 
 bool isIn(TokenClass tokens, int kind);
 
-// Separators of one class. Of two in a row neither is taken, nor is one in front of an excluded token.
+// Separators of one class. Of two in a row neither is taken.
 class FindFirstElem : public FirstWrapToken {
 public:
-    explicit FindFirstElem(TokenClass separators, TokenClass excluded = {})
-        : separators_(separators), excluded_(excluded) {}
+    explicit FindFirstElem(TokenClass separators) : separators_(separators) {}
 
     bool isWrapToken(int kind) const override { return isIn(separators_, kind); }
     bool breaksAt(const TokenPlace& place) const override;
 
 private:
     TokenClass separators_;
-    TokenClass excluded_;
 };
 
 // Operators between operands. "*", "&", "^", "<=", ">=" and the logical ones hold their operands together.

@@ -13,7 +13,7 @@ LinePlaces::LinePlaces(const WrapText& text, const WrapSettings& settings, Claus
       shifts_(TokenClasses::shiftTokens),
       logicals_(TokenClasses::logicalTokens) {}
 
-std::vector<bool> LinePlaces::chances() {
+std::vector<bool> LinePlaces::chances() const {
     const std::vector<ExprToken>& tokens = text_.tokens();
     std::vector<bool> mayStartLine(tokens.size(), false);
     std::vector<TokenRange> regions{{0, tokens.size()}};
@@ -40,7 +40,7 @@ std::vector<bool> LinePlaces::chances() {
     return mayStartLine;
 }
 
-std::optional<LinePlaces::Class> LinePlaces::classOf(std::size_t place, TokenRange region) {
+std::optional<LinePlaces::Class> LinePlaces::classOf(std::size_t place, TokenRange region) const {
     const TokenPlace token = placeOf(text_.tokens(), region.first, place, region.last);
     const int kind = token.token.token.kind;
     for (Class separatorClass = Class::Clause; separatorClass != Class::None;
@@ -57,7 +57,7 @@ LinePlaces::Class LinePlaces::behind(Class separatorClass) {
     return static_cast<Class>(static_cast<int>(separatorClass) + 1);
 }
 
-LinePlaces::Separators LinePlaces::separatorsOf(Class separatorClass) {
+LinePlaces::Separators LinePlaces::separatorsOf(Class separatorClass) const {
     const bool operatorLeads = settings_.operators != SeparatorPlace::EndsLine;
     switch (separatorClass) {
         case Class::Clause:
@@ -114,7 +114,7 @@ std::size_t LinePlaces::lineBehind(std::size_t separator, std::size_t last) cons
 
 std::size_t LinePlaces::nextLine(Separators separators, TokenRange region, TokenRange piece,
                                  std::size_t& separator, std::size_t from) const {
-    FirstWrapToken& finder = separators.finder;
+    const FirstWrapToken& finder = separators.finder;
     separator = from;
     while (true) {
         separator = finder.find(text_.tokens(), region.first, separator, piece.last);

@@ -22,7 +22,7 @@ public:
 
     struct Separators {
         Class separatorClass;
-        FirstWrapToken& finder;
+        const FirstWrapToken& finder;
         bool leadsLine;  // lines begin with the separator, not with the token behind it
     };
 
@@ -30,16 +30,16 @@ public:
     LinePlaces(const WrapText& text, const WrapSettings& settings, Clauses clauses);
 
     static Class behind(Class separatorClass);
-    Separators separatorsOf(Class separatorClass);
+    Separators separatorsOf(Class separatorClass) const;
     // The first token behind `from` in the piece that a line may begin with; `separator` becomes what lets it. The
     // piece is a part of the region, which is the text or what stands between two brackets.
     std::size_t nextLine(Separators separators, TokenRange region, TokenRange piece, std::size_t& separator,
                          std::size_t from) const;
     // Of every token, whether some region might start a line with it.
-    std::vector<bool> chances();
+    std::vector<bool> chances() const;
 
 private:
-    std::optional<Class> classOf(std::size_t place, TokenRange region);
+    std::optional<Class> classOf(std::size_t place, TokenRange region) const;
     bool isUsable(std::size_t place, Class separatorClass) const;
     std::size_t lineAt(std::size_t separator) const;
     std::size_t lineBehind(std::size_t separator, std::size_t last) const;
