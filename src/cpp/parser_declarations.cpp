@@ -1,6 +1,7 @@
 // The level of declarations: what a file holds, and the shape of each declaration.
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "cpp/conditional_groups.h"
@@ -20,6 +21,21 @@ namespace {
 // Where all else can be kept, what is reported is wrong with the whole text, and further messages follow from the first.
 constexpr std::size_t kMaximumCauses = 3;
 
+constexpr const char* kObjectiveC = "This is Objective-C, which is not read.";
+constexpr const char* kOtherLanguage = "Only classes of other languages begin with an access keyword; C and C++ are read.";
+
+// The first word that only Objective-C has. Forward declarations stand in headers of C++ too, and are none.
+std::optional<Trn::Position> findObjectiveC(const Trn::TokenList& tokens) {
+    for (Trn::TokenList::Index place = 0; place < tokens.size(); ++place) {
+        if (tokens.kind(place) != Identifier) continue;
+        const Trn::Token token = tokens[place];
+        const std::string_view word = token.text;
+        const bool isWord = word == "interface" || word == "implementation" || word == "end";
+        if (isWord && token.offset > 0 && word.data()[-1] == '@') return token.start;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) {
@@ -29,11 +45,13 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     className_ = {};
     kept_.clear();
     Trn::TokenList text = readTokens(dynamic_cast<Lexer&>(lexer));
+    const std::optional<Position> foreign = keepsUnrecognized_ ? findObjectiveC(text) : std::nullopt;
     foldUnreadBranches(text);
     links_ = TokenLinks(text);
     TokenBuffer tokens(std::move(text));
     RootNode tree;
     try {
+        if (foreign) throw ParseEnded{*foreign, kObjectiveC};
         const bool isBalanced = links_.mismatches().empty();
         if (isBalanced || !keepsUnrecognized_) parseTopLevel(tokens, tree);
         if (!isBalanced && diagnostics_.size() == diagnostics.size()) reportMismatches(tokens);
@@ -97,6 +115,9 @@ void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
 // What a file, a namespace body, a linkage block and a class body have in common.
 void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
     const Index following = scanner(tokens).next(tokens.place());
+    const bool isForeign = isAccessKeyword(tokens.peekKind()) && scope == Scope::Outside &&
+                           (isClassKey(tokens.kindAt(following)) || tokens.kindAt(following) == KeywordStatic);
+    if (keepsUnrecognized_ && isForeign) throw ParseEnded{tokens.current().start, kOtherLanguage};
     switch (tokens.peekKind()) {
         case KeywordNamespace: addNamespace(tokens, list); return;
         case KeywordTemplate: addTemplate(tokens, list); return;
