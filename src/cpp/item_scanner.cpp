@@ -386,11 +386,12 @@ bool ItemScanner::isCompleteDeclaration(Index place) const {
             return words > 0 || (isWord(converted) && converted != KeywordNew && converted != KeywordDelete);
         } else if (isWord(kindHere)) {
             words += !tokens_.at(here).text.starts_with("::");
+            if (words > 1) return true;
         } else if (kindHere == OpenParen) {
             if (takesArgument(tokens_.at(previous))) continue;
-            return words > 1 || (words == 1 && isUpperCase(tokens_.at(previous).text));
+            return words == 1 && isUpperCase(tokens_.at(previous).text);
         } else if (kindHere != Asterisk && kindHere != Ampersand && kindHere != Less && kindHere != LogicalAnd) {
-            return words > 1;
+            return false;
         }
     }
 }
