@@ -280,6 +280,8 @@ bool ItemScanner::opensPointerDeclarator(Index open, Index behindGroup, const Pr
                            followingKind == Semicolon || followingKind == Assign;
     if (!mayFollow || seen.lastWords == 0 || seen.sawOperator) return false;
     if (first == Ampersand || first == LogicalAnd || first == Caret) return true;
+    // void f(A* a) = 0
+    if (followingKind == Assign && seen.typeWords > 0) return false;
     // (CALL * name)(…), (A::* name)(…)
     return first == Identifier && (second == Asterisk || second == Caret) && followingKind != Semicolon;
 }

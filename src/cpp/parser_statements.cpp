@@ -190,9 +190,12 @@ void Parser::parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index wo
     const bool isReference = kind == LogicalAnd && tokens.kindAt(look.next(following)) == Identifier &&
                              tokens.kindAt(look.next(look.next(following))) == Assign;
     const bool isTyped = isAnnotated && !look.opensAttribute(tokens.place());
+    // EMIT a->b();
+    const int behind = tokens.kindAt(look.next(following));
+    const bool isAccess = kind == Identifier && (behind == Arrow || behind == Dot);
     const bool isDeclaration = kind == Semicolon || continuesDeclaration(kind) || startsType || isReference ||
                                isTyped || look.startsWithSpecifier(word);
-    if (isDeclaration && !isCoroutineWord(tokens.at(word).text)) {
+    if (isDeclaration && !isAccess && !isCoroutineWord(tokens.at(word).text)) {
         parseDataOrExpression(tokens, block);
     } else {
         block.add(parseExprStmt(tokens));

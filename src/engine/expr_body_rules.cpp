@@ -104,7 +104,8 @@ void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& targ
     Zelmor::IndentScope indent(target, indentToColumn(target, column));
     if (staysOnLine(body, rightMargin_ - target.column())) {
         static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
-        formatBlock(body, kOnLine);
+        static const BraceSettings kEmpty{};
+        formatBlock(body, body.size() == 0 ? kEmpty : kOnLine);
     } else {
         formatBlock(body, settings_.functions);
     }

@@ -41,13 +41,20 @@ bool endsTemplateSearch(int kind) {
     switch (kind) {
         case Cpp::Semicolon:
         case Cpp::StringLiteral:
-        case Cpp::Question:
+        case Cpp::Question: return true;
+        default: return kind != Trn::kEndKind && isAssignmentKind(kind);
+    }
+}
+
+// One that makes template arguments doubtful: `enable_if<!a && b>::type` has them, `a < b && c > d` has not.
+bool isConditionOperator(int kind) {
+    switch (kind) {
         case Cpp::Exclamation:
         case Cpp::Equal:
         case Cpp::NotEqual:
         case Cpp::LessEqual:
         case Cpp::GreaterEqual: return true;
-        default: return isLogicalAndOr(kind) || (kind != Trn::kEndKind && isAssignmentKind(kind));
+        default: return isLogicalAndOr(kind);
     }
 }
 
@@ -81,9 +88,9 @@ public:
             switch (kind) {
                 case Cpp::OpenParen:
                 case Cpp::OpenBracket:
-                case Cpp::OpenBrace: open_.push_back(place); break;
+                case Cpp::OpenBrace: open_.push_back({place}); break;
                 case Cpp::Less:
-                    if (canPrecedeTemplateArguments(previousKind)) open_.push_back(place);
+                    if (canPrecedeTemplateArguments(previousKind)) open_.push_back({place});
                     break;
                 case Cpp::CloseParen:
                 case Cpp::CloseBracket:
@@ -91,17 +98,40 @@ public:
                 case Cpp::Greater: closeAngle(place); break;
                 case Cpp::ShiftRight: closeTwoAngles(place); break;
                 default:
-                    if (endsTemplateSearch(kind)) dropAngles();
+                    if (isConditionOperator(kind)) {
+                        if (!endsArgument(place)) doubtAngles();
+                    } else if (endsTemplateSearch(kind)) {
+                        dropAngles();
+                    }
             }
             previousKind = kind;
         }
     }
 
 private:
-    bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back()) == Cpp::Less; }
+    struct Open {
+        std::size_t place;
+        bool isDoubted = false;  // an angle behind which an operator of conditions stands
+    };
+
+    bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back().place) == Cpp::Less; }
 
     void dropAngles() {
         while (angleIsOpen()) open_.pop_back();
+    }
+
+    // Those that are open up to the next bracket compare, unless a name in what they make follows.
+    void doubtAngles() {
+        for (auto open = open_.rbegin(); open != open_.rend() && !open->isDoubted; ++open) {
+            if (kindAt(tokens_, open->place) != Cpp::Less) return;
+            open->isDoubted = true;
+        }
+    }
+
+    // `T &&>`: the "&&" belongs to a type.
+    bool endsArgument(std::size_t place) const {
+        const int next = kindAt(tokens_, nextPlace(tokens_, place));
+        return kindAt(tokens_, place) == Cpp::LogicalAnd && (next == Cpp::Greater || next == Cpp::ShiftRight);
     }
 
     void join(std::size_t openPlace, std::size_t closePlace) {
@@ -111,15 +141,19 @@ private:
 
     void close(std::size_t place) {
         dropAngles();
-        if (open_.empty() || closingKind(kindAt(tokens_, open_.back())) != kindAt(tokens_, place)) return;
-        join(open_.back(), place);
+        if (open_.empty() || closingKind(kindAt(tokens_, open_.back().place)) != kindAt(tokens_, place)) return;
+        join(open_.back().place, place);
         open_.pop_back();
     }
 
     bool canEndTemplateArguments(std::size_t place) const {
+        if (open_.back().isDoubted) {
+            const std::size_t name = nextPlace(tokens_, place);
+            return name < tokens_.size() && tokens_[name].token.text.starts_with("::");
+        }
         if (mode_ == ExprMode::Declaration) return true;
         const std::size_t next = nextPlace(tokens_, place);
-        return next >= tokens_.size() || !isOperandStart(tokens_[next].token) || startsDeclaration(open_.back());
+        return next >= tokens_.size() || !isOperandStart(tokens_[next].token) || startsDeclaration(open_.back().place);
     }
 
     // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition.
@@ -128,7 +162,7 @@ private:
     void closeAngle(std::size_t place) {
         if (!angleIsOpen()) return;
         if (canEndTemplateArguments(place)) {
-            join(open_.back(), place);
+            join(open_.back().place, place);
             open_.pop_back();
         } else {
             dropAngles();
@@ -138,17 +172,17 @@ private:
     // ">>" closes two lists at once; the token is given to the outer one.
     void closeTwoAngles(std::size_t place) {
         const std::size_t count = open_.size();
-        if (count < 2 || !angleIsOpen() || kindAt(tokens_, open_[count - 2]) != Cpp::Less) return;
+        if (count < 2 || !angleIsOpen() || kindAt(tokens_, open_[count - 2].place) != Cpp::Less) return;
         if (!canEndTemplateArguments(place)) return;
-        tokens_[open_.back()].partner = place;
+        tokens_[open_.back().place].partner = place;
         open_.pop_back();
-        join(open_.back(), place);
+        join(open_.back().place, place);
         open_.pop_back();
     }
 
     Tokens& tokens_;
     ExprMode mode_;
-    std::vector<std::size_t> open_;
+    std::vector<Open> open_;
 };
 
 // Finds the role of every token from what stands around it.
@@ -171,6 +205,7 @@ private:
         bool sawType = false;     // a word that is a type by itself
         bool atTextStart = true;  // begins the text or a clause of it
         bool sawQuestion = false;
+        bool isParameter = false;  // of a lambda
     };
 
     int previousKind() const { return kindAt(tokens_, previous_); }
@@ -234,6 +269,8 @@ private:
                (kindAt(tokens_, place + 1) == Cpp::CloseBracket || kindAt(tokens_, place + 1) == Cpp::Comma);
     }
 
+    bool isInDeclaration() const { return mode_ == ExprMode::Declaration || segment_.isParameter; }
+
     ExprRole roleOfStar(std::size_t place) const {
         const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
         if (isAmongDeclarators() && (previous_ == kNoToken || previousKind() == Cpp::Comma)) return ExprRole::Mark;
@@ -247,26 +284,27 @@ private:
         const int kind = previousKind();
         return kind == Cpp::Identifier || previousRole() == ExprRole::TemplateClose ||
                isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) || kind == Cpp::KeywordUnsigned ||
-               kind == Cpp::KeywordSigned;
+               kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto;
     }
 
     bool isMark(std::size_t place) const {
         if (!followsType()) return false;
-        if (isBuiltinTypeKeyword(previousKind())) return true;
+        if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto) return true;
         std::size_t next = nextPlace(tokens_, place);
         while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
             next = nextPlace(tokens_, next);
         }
-        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && mode_ == ExprMode::Declaration;
+        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && isInDeclaration();
         if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar)) return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
         if (!segment_.isTypeSoFar || !segment_.sawType) return false;
         const int kind = kindAt(tokens_, next);
-        if (kind == Cpp::Assign) return mode_ == ExprMode::Declaration;
-        if (kind == Cpp::OpenParen) return mode_ == ExprMode::Declaration && kindAt(tokens_, next + 1) == Cpp::Asterisk;
+        if (kind == Cpp::Assign) return isInDeclaration();
+        if (kind == Cpp::OpenParen) return isInDeclaration() && kindAt(tokens_, next + 1) == Cpp::Asterisk;
         if (kind != Cpp::Identifier) return false;
         const std::size_t behindName = nextPlace(tokens_, next);
-        if (mode_ == ExprMode::Declaration) return endsDeclaredName(behindName);
-        return segment_.atTextStart && kindAt(tokens_, behindName) == Cpp::Assign;
+        if (isInDeclaration()) return endsDeclaredName(behindName);
+        const int behind = kindAt(tokens_, behindName);
+        return segment_.atTextStart && (behind == Cpp::Assign || behind == Cpp::Colon);
     }
 
     // Where no operand can follow, a "*" or "&" multiplies nothing.
@@ -275,6 +313,7 @@ private:
             case Trn::kEndKind:
             case Cpp::CloseParen:
             case Cpp::Comma:
+            case Cpp::Dot:  // of "..."
             case Cpp::Semicolon: return true;
             case Cpp::Greater:
             case Cpp::ShiftRight: return tokens_[place].partner != kNoToken;
@@ -293,7 +332,8 @@ private:
     }
 
     bool isDeclaredName(std::size_t place) const {
-        if (mode_ != ExprMode::Declaration || previous_ == kNoToken) return false;
+        if (!isInDeclaration() || previous_ == kNoToken) return false;
+        if (tokens_[place].token.text.starts_with("::")) return false;
         if (!segment_.isTypeSoFar || !segment_.sawType || !followsType()) return false;
         return endsDeclaredName(nextPlace(tokens_, place));
     }
@@ -369,6 +409,7 @@ private:
             outer_.push_back(segment_);
             segment_ = {};
             segment_.atTextStart = false;
+            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture();
         } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
                    !outer_.empty()) {
             const bool closesTwo = token.token.kind == Cpp::ShiftRight && outer_.size() > 1;
@@ -378,12 +419,21 @@ private:
             if (token.role == ExprRole::GroupClose) segment_.isTypeSoFar = false;
         } else if (token.role == ExprRole::Separator) {
             const bool isClause = token.token.kind == Cpp::Semicolon && outer_.empty();
+            const bool isParameter = segment_.isParameter;
             segment_ = {};
             segment_.atTextStart = isClause;
+            segment_.isParameter = isParameter;
         } else {
             extendSegment(token);
         }
         previous_ = place;
+    }
+
+    // Behind the "[ ]" of a lambda.
+    bool followsCapture() const {
+        if (previous_ == kNoToken || previousKind() != Cpp::CloseBracket) return false;
+        const std::size_t open = tokens_[previous_].partner;
+        return open != kNoToken && !tokens_[open].followsCall;
     }
 
     bool isCallee() const {
