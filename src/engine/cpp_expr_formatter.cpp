@@ -157,7 +157,9 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (token.role == ExprRole::Trivia) {
         // Operators keep the gap in front of a block comment; brackets do not.
         if (token.token.kind == Cpp::BlockComment) {
-            if (run.after && run.previousRole() != ExprRole::BinaryOperator) {
+            const bool endsLineOfOpen =
+                run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
+            if (run.after && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
                 run.sweep.writeGapWith(run.after->text);
             } else if (wrapsLines() && !endsLine(run) && joinedLine(run)) {
                 run.sweep.writeGapWith(" ");

@@ -112,7 +112,9 @@ private:
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
-    void writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose);
+    bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
+    bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
+    void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces);
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body, const OptionalText& beforeOpen,
                            bool isKept);
 

@@ -42,9 +42,12 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
     writer_.copyThrough(body->start());
     const Cpp::SyntaxNode& first = **body->childBegin();
     const std::string_view gap = writer_.readGap(first.start());
-    if (settings_.enums.afterOpen.present && !isDirective(first)) {
+    const OptionalText& afterOpen = settings_.enums.afterOpen;
+    if (afterOpen.present && !isDirective(first) && !staysBehindBrace(first, afterOpen)) {
         ContentScope content(*this, settings_.enums.indent);
-        writer_.writePrepended(gap, settings_.enums.afterOpen.text);
+        const std::string_view blanks =
+            settings_.enums.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
+        writer_.writePrepended(gap, withBlankLines(afterOpen.text, blanks));
     } else {
         writer_.write(gap);
     }
@@ -81,7 +84,7 @@ void CppFormatter::formatEnumeratorList(Cpp::EnumBodyNode& body, ListSeparators 
 
 // A "," behind the last enumerator stands in the gap in front of the "}".
 void CppFormatter::writeEnumEnd(Cpp::EnumBodyNode& body) {
-    writeClosingGap(body, settings_.enums.beforeClose);
+    writeClosingGap(body, settings_.enums);
     copyThrough(body);
 }
 

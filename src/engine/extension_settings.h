@@ -50,6 +50,8 @@ public:
 
     bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
 
+    int blankLines = from_.number("KEEP_BLANK_LINES");
+
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };
 

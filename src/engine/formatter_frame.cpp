@@ -9,6 +9,7 @@
 #include "engine/one_line_rules.h"
 #include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
+#include "engine/source_copy.h"
 #include "scheme/property_keys.h"
 
 namespace Tessel {
@@ -53,6 +54,8 @@ bool endsLine(const Cpp::SyntaxNode& node) {
     const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
     return comment && comment->isLineComment();
 }
+
+constexpr std::string_view kBlanks = " \t";
 
 std::string withoutLineFeeds(std::string text) {
     text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
@@ -175,12 +178,15 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     }
     writer_.copyThrough(node.start());
     // Where nothing is wanted the first child copies the gap in front of itself.
-    if (braces.afterOpen.present) {
+    const Cpp::SyntaxNode& first = **node.childBegin();
+    if (braces.afterOpen.present && !staysBehindBrace(first, braces.afterOpen)) {
         ContentScope content(*this, indent);
-        writer_.writePrepended(writer_.readGap((*node.childBegin())->start()), braces.afterOpen.text);
+        const std::string_view gap = writer_.readGap(first.start());
+        const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
+        writer_.writePrepended(gap, withBlankLines(braces.afterOpen.text, blanks));
     }
     formatContent(node, indent);
-    writeClosingGap(node, braces.beforeClose);
+    writeClosingGap(node, braces);
     copyThrough(node);
 }
 
@@ -215,7 +221,24 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     copyThrough(node);
 }
 
-void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const OptionalText& beforeClose) {
+// Whether the first node of a body is a comment that ends the line of the "{".
+bool CppFormatter::staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const {
+    if (!afterOpen.hasLineFeed() || !isCommentAtLineEnd(first)) return false;
+    const std::string_view text = source_.text().substr(0, offsetOf(source_, first.start()) - 1);
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1).ends_with('{');
+}
+
+// Whether the node is a comment behind which nothing stands on its line.
+bool CppFormatter::isCommentAtLineEnd(const Cpp::SyntaxNode& node) const {
+    const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
+    if (!comment || comment->protectedRegion()) return false;
+    const std::string_view behind = source_.text().substr(offsetOf(source_, comment->end()));
+    const std::size_t next = behind.find_first_not_of(kBlanks);
+    return comment->isLineComment() || (next != std::string_view::npos && behind[next] == '\n');
+}
+
+void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces) {
+    const OptionalText& beforeClose = braces.beforeClose;
     const std::string_view gap = writer_.readGap(node.end());
     if (!beforeClose.present) {
         writer_.write(gap);
@@ -224,11 +247,10 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const OptionalText&
     const Cpp::SyntaxNode& last = **(node.childEnd() - 1);
     const bool lineHasEnded = out().column() == 0 && isAllWhitespace(gap);
     const bool endsWithLabel = lastLabel_ == &last && settings_.afterCaseLabel.hasLineFeed();
-    if (beforeClose.hasLineFeed() && (endsLine(last) || endsWithLabel) && lineHasEnded) {
-        writer_.writeMerged(gap, withoutLineFeeds(beforeClose.text));
-    } else {
-        writer_.writeMerged(gap, beforeClose.text);
-    }
+    const bool needsNoLineEnd = (endsLine(last) || endsWithLabel) && lineHasEnded;
+    const std::string wanted = needsNoLineEnd ? withoutLineFeeds(beforeClose.text) : beforeClose.text;
+    const bool keepsLines = braces.keepsBlankLines && beforeClose.hasLineFeed();
+    writer_.writeMerged(gap, withBlankLines(wanted, keepsLines ? trailingBlanks(gap) : std::string_view()));
 }
 
 // A head, and a body whose contents are indented from the column at which the head began.

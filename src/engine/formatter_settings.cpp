@@ -28,6 +28,15 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSetti
     enums = {text(Keys::WS_BEFORE_ENUM_OPEN_BRACE), text(Keys::WS_AFTER_ENUM_OPEN_BRACE),
              indent(Keys::INDENT_ENUM_CONTENT), text(Keys::WS_BEFORE_ENUM_CLOSE_BRACE)};
 
+    constexpr int inDeclarations = 1;
+    constexpr int everywhere = 2;
+    for (BraceSettings* braces : {&linkage, &namespaces, &classes, &enums}) {
+        braces->keepsBlankLines = blankLines >= inDeclarations;
+    }
+    for (BraceSettings* braces : {&global, &functions, &statements}) {
+        braces->keepsBlankLines = blankLines >= everywhere;
+    }
+
     afterClassName = text(Keys::WS_AFTER_CLASS_NAME);
     beforeBaseClauses = text(Keys::WS_BEFORE_BASE_CLAUSES);
     beforeBaseClauseComma = text(Keys::WS_BEFORE_BASE_CLAUSES_COMMA);

@@ -11,6 +11,7 @@ struct BraceSettings {
     OptionalText afterOpen;
     OptionalText indent;
     OptionalText beforeClose;
+    bool keepsBlankLines = false;  // those behind "{" and in front of "}"
 };
 
 // The scheme's values for the formatter's rules.

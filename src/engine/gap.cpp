@@ -77,6 +77,17 @@ std::string_view trailingBlanks(std::string_view text) {
     return text.substr(trimRight(text).size());
 }
 
+std::string withBlankLines(std::string_view wanted, std::string_view blanks) {
+    const auto lineFeeds = [](std::string_view text) { return std::count(text.begin(), text.end(), '\n'); };
+    const auto missing = std::max<std::ptrdiff_t>(lineFeeds(blanks) - lineFeeds(wanted), 0);
+    return std::string(static_cast<std::size_t>(missing), '\n').append(wanted);
+}
+
+bool isColumnGap(std::string_view text) {
+    return text.size() > (text.starts_with('\t') ? 0 : 1) &&
+           text.find_first_not_of(" \t") == std::string_view::npos;
+}
+
 bool startsWithLineEndToken(std::string_view text) {
     return firstLineEndTokenEnd(text) > 0;
 }

@@ -23,6 +23,12 @@ std::string_view trim(std::string_view text);
 std::string_view leadingBlanks(std::string_view text);
 std::string_view trailingBlanks(std::string_view text);
 
+// White space with line feeds, and more of them where the blanks, which it takes the place of, have more.
+std::string withBlankLines(std::string_view wanted, std::string_view blanks);
+
+// Nothing but blanks that bring what follows into a column: a tab, or several.
+bool isColumnGap(std::string_view text);
+
 // The first, or the last, token is a directive or a line comment. Comments in front of a directive on its
 // line go with it.
 bool startsWithLineEndToken(std::string_view text);

@@ -56,7 +56,7 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separa
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
                                       const Cpp::SyntaxNode& next, ListSeparators separators) {
     const bool startsDirective = isDirective(next) || writer_.startsDirectiveBehind(gap);
-    const bool staysApart = isLineComment(next) || startsDirective;
+    const bool staysApart = isLineComment(next) || startsDirective || isCommentAtLineEnd(next);
     OptionalText before = separators.before;
     OptionalText between = separators.between;
     keepBreaks(gap, before, between);
@@ -64,6 +64,9 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     const OptionalText* after = &between;
     if (before.hasLineFeed()) before.text = asOutputStands(before.text);
     if (!between.hasLineFeed()) {
+    if (settings_.blankLines > 0 && between.hasLineFeed()) {
+        between.text = withBlankLines(between.text, trailingBlanks(gap));
+    }
         if (startsDirective) after = &kLineFeed;
     } else {
         if (!startsDirective && writer_.holdsLineComment(gap)) {

@@ -57,6 +57,10 @@ inline constexpr std::array EXTENSIONS = {
                  "lines that begin inside lists, conditions and expressions still do so, and hang under what "
                  "they continue",
                  "int a = b +\n c;"},
+    ExtensionKey{"KEEP_BLANK_LINES", PropertyType::Integer, KeyGroup::Text,
+                 "empty lines that stay where the scheme asks for a line end: 1 inside the braces of namespaces, "
+                 "classes and enumerations, 2 inside all braces",
+                 "namespace a {\n\nint b;\n\n}"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };
