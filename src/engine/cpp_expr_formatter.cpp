@@ -43,9 +43,10 @@ struct CppExprFormatter::Group::ElementScope {
 
 // One sweep over a text.
 struct CppExprFormatter::Run {
-    Run(std::string_view text, const std::vector<ExprToken>& tokensOfText, OIndentBuf& output, ExprMode textMode,
-        const OptionalText& whitespace, bool isNameFollowing)
-        : sweep(text, tokensOfText, output),
+    Run(std::string_view wholeText, const std::vector<ExprToken>& tokensOfText, OIndentBuf& output, ExprMode textMode,
+        const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns)
+        : text(wholeText),
+          sweep(wholeText, tokensOfText, output, keepsColumns),
           tokens(tokensOfText),
           out(output),
           mode(textMode),
@@ -119,7 +120,7 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     std::vector<ExprToken> ownTokens;
     std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
-    Run run(text, tokens, out, mode, typeWhitespace, nameFollows);
+    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns());
     run.blocks = blocks;
     if (settings_.keepsLineBreaks && !state.keepLeadingSpace) {
         const int indentColumn = columnAfter(state.indent, 0, state.tabSize);

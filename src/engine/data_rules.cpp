@@ -136,6 +136,7 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const auto replace = [&](std::string_view wanted) {
         const bool joins = out().column() != 0 && Cpp::wouldJoin(name, tail);
         out().writeVerbatim(wanted.empty() && !gap.empty() && joins ? " " : wanted);
+        if (settings_.keepsColumns && wanted == " " && isColumnGap(gap)) wanted = gap;
     };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, column->second, name, isAligned);

@@ -51,6 +51,7 @@ public:
     bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
 
     int blankLines = from_.number("KEEP_BLANK_LINES");
+    bool keepsColumns = from_.isOn("KEEP_COLUMNS");
 
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };

@@ -199,6 +199,7 @@ bool SourceWriter::followsJoinedLiteral() const {
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
     if (followsJoinedLiteral()) return write(gap);
+    if (trivia_.keepsColumns() && wanted == " " && isColumnGap(trailingBlanks(gap))) wanted = trailingBlanks(gap);
     wanted = asLastNeeds(gap, trailingBlanks(gap), wanted);
     if (isAllWhitespace(gap)) {
         out_->writeVerbatim(asNextNeeds(gap, wanted));

@@ -61,6 +61,8 @@ inline constexpr std::array EXTENSIONS = {
                  "empty lines that stay where the scheme asks for a line end: 1 inside the braces of namespaces, "
                  "classes and enumerations, 2 inside all braces",
                  "namespace a {\n\nint b;\n\n}"},
+    ExtensionKey{"KEEP_COLUMNS", PropertyType::Boolean, KeyGroup::Text,
+                 "a tab, or several blanks, stays where the scheme asks for a blank", "int    a = b;"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };
