@@ -104,7 +104,7 @@ std::string CppExprFormatter::formatDeclarationText(std::string_view text, const
 
 std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
                                              const OptionalText& typeWhitespace) {
-    return format(text, state, ExprMode::Declaration, typeWhitespace, true);
+    return format(text, state, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
 }
 
 std::string CppExprFormatter::formatDeclarators(std::string_view text, const IndentState& state,

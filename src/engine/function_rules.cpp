@@ -112,10 +112,10 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
-        writeType(
-            type,
-            declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType,
-            !settings_.keepsFunctions);
+        const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
+        const OptionalText& wanted =
+            declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
+        writeType(type, isKept ? kLineFeed : wanted, !settings_.keepsFunctions);
     }
     return column;
 }

@@ -63,6 +63,8 @@ inline constexpr std::array EXTENSIONS = {
                  "namespace a {\n\nint b;\n\n}"},
     ExtensionKey{"KEEP_COLUMNS", PropertyType::Boolean, KeyGroup::Text,
                  "a tab, or several blanks, stays where the scheme asks for a blank", "int    a = b;"},
+    ExtensionKey{"KEEP_FN_RETURN_TYPE_BREAK", PropertyType::Boolean, KeyGroup::Functions,
+                 "the name of a function stays on the line below its return type", "int\nf(int a);"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };
