@@ -53,6 +53,7 @@ public:
     int blankLines = from_.number("KEEP_BLANK_LINES");
     bool keepsColumns = from_.isOn("KEEP_COLUMNS");
     bool keepsReturnTypeBreak = from_.isOn("KEEP_FN_RETURN_TYPE_BREAK");
+    OptionalText labelIndent = from_.indent("INDENT_LABEL");
 
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };

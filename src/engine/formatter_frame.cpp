@@ -329,7 +329,13 @@ void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
     formatBlock(*body, settings_.linkage);
 }
 
-void CppFormatter::visit(Cpp::LabelNode* label) { copyThrough(*label); }
+void CppFormatter::visit(Cpp::LabelNode* label) {
+    const OptionalText& wanted = settings_.labelIndent;
+    LeadingSpaceScope leadingSpace(out(), wanted.present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), wanted.present ? labelIndent(wanted) : out().indent());
+    copyThrough(*label);
+}
+
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
 void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
 void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }

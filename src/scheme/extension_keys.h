@@ -65,6 +65,9 @@ inline constexpr std::array EXTENSIONS = {
                  "a tab, or several blanks, stays where the scheme asks for a blank", "int    a = b;"},
     ExtensionKey{"KEEP_FN_RETURN_TYPE_BREAK", PropertyType::Boolean, KeyGroup::Functions,
                  "the name of a function stays on the line below its return type", "int\nf(int a);"},
+    ExtensionKey{"INDENT_LABEL", PropertyType::String, KeyGroup::Statements,
+                 "in front of a label that goto goes to, from the column of the construct in whose body it stands",
+                 "void f() { a(); out: b(); }"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };
