@@ -25,6 +25,9 @@ constexpr int kAnchoredToName = 1;
 bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
 
 const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
+// `_` and `N_`, the marks of texts to be translated.
+bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_with('_'); }
+
     return isOnOneLine && wanted.hasLineFeed() ? kBlank : wanted;
 }
 
@@ -341,8 +344,8 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t p
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
-        const bool isCast = isCastKeyword(run.kindBefore(open));
-        return isCast ? ifPresent(settings_.afterOperator) : nullptr;
+        if (!isCastKeyword(run.kindBefore(open))) return nullptr;
+        return ifPresent(settings_.beforeCastParen.present ? settings_.beforeCastParen : settings_.afterOperator);
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
@@ -350,7 +353,10 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
             const bool opensDeclarator = run.mode == ExprMode::Declaration &&
                                          run.kindAt(place + 1) == Cpp::Asterisk &&
                                          run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
-            return opensDeclarator ? nullptr : ifPresent(settings_.afterCallName);
+            if (opensDeclarator) return nullptr;
+            const bool isShort = isShortName(run.tokens[run.previous].token.text);
+            return ifPresent(isShort && settings_.afterShortCallName.present ? settings_.afterShortCallName
+                                                                             : settings_.afterCallName);
         }
         case Cpp::KeywordSizeof:
         case Cpp::KeywordThrow: return ifPresent(settings_.afterCallName);

@@ -54,6 +54,9 @@ public:
     bool keepsColumns = from_.isOn("KEEP_COLUMNS");
     bool keepsReturnTypeBreak = from_.isOn("KEEP_FN_RETURN_TYPE_BREAK");
     OptionalText labelIndent = from_.indent("INDENT_LABEL");
+    OptionalText betweenEmptyForClauses = from_.text("WS_BETWEEN_EMPTY_FOR_CLAUSES");
+    OptionalText beforeCastParen = from_.text("WS_BEFORE_CAST_OPEN_PAREN");
+    OptionalText afterShortCallName = from_.text("WS_AFTER_SHORT_CALL_NAME");
 
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };

@@ -221,8 +221,10 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
     write(clauses[0]);
     for (const std::string_view clause : {clauses[1], clauses[2]}) {
         if (trimLeft(clause).empty()) continue;
-        const bool isKept = keepsBreak(leadingBlanks(clause), settings_.betweenForClauses);
-        out().writeVerbatim(asOutputStands(isKept ? kLineFeed.text : settings_.betweenForClauses.text));
+        const bool isEmpty = trim(clause) == ";" && settings_.betweenEmptyForClauses.present;
+        const OptionalText& between = isEmpty ? settings_.betweenEmptyForClauses : settings_.betweenForClauses;
+        const bool isKept = keepsBreak(leadingBlanks(clause), between);
+        out().writeVerbatim(asOutputStands(isKept ? kLineFeed.text : between.text));
         write(clause);
     }
     return asOutputStands(settings_.beforeControlCloseParen.text);

@@ -68,6 +68,13 @@ inline constexpr std::array EXTENSIONS = {
     ExtensionKey{"INDENT_LABEL", PropertyType::String, KeyGroup::Statements,
                  "in front of a label that goto goes to, from the column of the construct in whose body it stands",
                  "void f() { a(); out: b(); }"},
+    ExtensionKey{"WS_BETWEEN_EMPTY_FOR_CLAUSES", PropertyType::String, KeyGroup::Statements,
+                 "between the \";\" of a for that has nothing between them", "void f() { for (; ;) a(); }"},
+    ExtensionKey{"WS_BEFORE_CAST_OPEN_PAREN", PropertyType::String, KeyGroup::Expressions,
+                 "between the \">\" of a cast and its parenthesis", "int a = static_cast<int> (b);"},
+    ExtensionKey{"WS_AFTER_SHORT_CALL_NAME", PropertyType::String, KeyGroup::Expressions,
+                 "between a name as short as _ or N_ and the parenthesis of a call, as translated texts have it",
+                 "const char *a = _ (\"text\");"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };
