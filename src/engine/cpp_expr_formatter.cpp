@@ -8,6 +8,7 @@
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "engine/source_hanging.h"
 
 namespace Tessel {
 
@@ -24,10 +25,10 @@ constexpr int kAnchoredToName = 1;
 // A name, or a qualifier in front of one.
 bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
 
-const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
 // `_` and `N_`, the marks of texts to be translated.
 bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_with('_'); }
 
+const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
     return isOnOneLine && wanted.hasLineFeed() ? kBlank : wanted;
 }
 
@@ -76,6 +77,7 @@ struct CppExprFormatter::Run {
     int previousKind() const { return previous == kNoToken ? Trn::kEndKind : kindAt(previous); }
     ExprRole previousRole() const { return previous == kNoToken ? ExprRole::Operand : tokens[previous].role; }
 
+    std::string_view text;
     TextSweep sweep;
     const std::vector<ExprToken>& tokens;
     OIndentBuf& out;
@@ -83,6 +85,9 @@ struct CppExprFormatter::Run {
     const OptionalText& typeWhitespace;
     bool nameFollows;
     std::optional<HangingLines> hanging;    // of lines that are kept
+    HangingLines::Text hangingText = HangingLines::Text::Statement;
+    FirstLine firstLine;
+    std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
     const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
     bool sawMark = false;
@@ -93,7 +98,9 @@ struct CppExprFormatter::Run {
 };
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source)
-    : CppExprFormatterBase(scheme, source), settings_(CppExprFormatterBase::scheme()) {}
+    : CppExprFormatterBase(scheme, source),
+      settings_(CppExprFormatterBase::scheme()),
+      keptIndent_(settings_.keepsLineIndent, tabSize()) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
                                                BlocksInText* blocks, HangingLines::Text hanging) {
@@ -128,6 +135,7 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     if (settings_.keepsLineBreaks && !state.keepLeadingSpace) {
         const int indentColumn = columnAfter(state.indent, 0, state.tabSize);
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
+        run.hangingText = hanging;
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (nameFollows) writeTypeEnd(run);
@@ -138,7 +146,9 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
 
 // A block stays on the line, or begins the line, where its author put it.
 void CppExprFormatter::writeBlock(Run& run) {
-    if (isLineBreak(run.sweep.gap())) {
+    if (run.hanging && keepsLine(run)) {
+        keepLine(run);
+    } else if (isLineBreak(run.sweep.gap())) {
         const int column = run.out.textColumn();
         IndentScope indent(run.out, indentToColumn(run.out, column));
         LeadingSpaceScope leadingSpace(run.out, false);
@@ -255,15 +265,40 @@ void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
-    IndentScope indent(run.out, indentToColumn(run.out, run.hanging->columnFor(run.sweep.place())));
+    IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
     run.out.write(std::string(lineFeeds, '\n'));
     run.out.startLine();
+}
+
+int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
+    const int hanging = run.hanging->columnFor(run.sweep.place());
+    if (!keptIndent_.isWanted()) return hanging;
+    if (!run.sourceHanging) startSourceHanging(run);
+    const std::size_t place = run.sweep.place();
+    if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
+    const std::size_t partner = run.tokens[place].partner;
+    const bool closes = partner != kNoToken && partner < place;
+    return closes ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
+                  : keptIndent_.columnFor(run.firstLine, gap, hanging);
+}
+
+// Nothing where the columns of the source are not known.
+void CppExprFormatter::startSourceHanging(Run& run) const {
+    const std::string_view first = run.text.substr(run.tokens.front().token.offset);
+    const int column = sourceColumns().nearColumnOf(first);
+    if (column < 0) return;
+    run.firstLine.source = sourceColumns().columnOfLine(first);
+    const bool isList = run.hangingText == HangingLines::Text::List;
+    run.sourceHanging.emplace(run.text, run.tokens, run.hangingText,
+                              SourceHanging::Start{isList ? column : run.firstLine.source, column},
+                              settings_.hanging, tabSize());
 }
 
 // Tells where the current token stands, the gap in front of it written.
 void CppExprFormatter::passToken(Run& run) {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
+    if (place == 0) run.firstLine.output = textColumnOf(run.out);
     run.hanging->pass(place, columnToIndentFrom(run.out), place > 0 && !run.out.lineHasText());
 }
 

@@ -8,6 +8,7 @@
 
 #include "engine/cpp_expr_formatter_base.h"
 #include "engine/expr_settings.h"
+#include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 
 namespace Tessel {
@@ -54,6 +55,10 @@ public:
                                       const Zelmor::IndentState& state);
 
     const ExprSettings& settings() const { return settings_; }
+    const KeptIndent& keptIndent() const { return keptIndent_; }
+    // Negative for what is no view of the source.
+    int columnOfSourceLine(std::string_view piece) const { return sourceColumns().columnOfLine(piece); }
+    int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
     // A bracket that is open. Its close place is that of the token that closes it.
@@ -79,6 +84,8 @@ private:
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
+    int columnOfKeptLine(Run& run, std::string_view gap) const;
+    void startSourceHanging(Run& run) const;
     static void passToken(Run& run);
     static void writeToken(Run& run);
     void writeBlock(Run& run);
@@ -107,6 +114,7 @@ private:
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;
+    KeptIndent keptIndent_;
     std::vector<ExprToken> exprTokens_;
 };
 

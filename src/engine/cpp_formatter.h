@@ -10,6 +10,7 @@
 #include "engine/cpp_expr_formatter.h"
 #include "engine/declaration_columns.h"
 #include "engine/formatter_settings.h"
+#include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/layout_passes.h"
 #include "engine/source_writer.h"
@@ -142,6 +143,7 @@ private:
     bool hangsLines() { return keepsLines() && !out().keepLeadingSpace(); }
     bool keepsBreak(std::string_view gap, const OptionalText& wanted) const;
     OptionalText keptBreak(std::string_view gap);
+    FirstLine lineOf(std::string_view piece);
     void keepBreaks(std::string_view gap, OptionalText& before, OptionalText& behind);
     void writeKeptBreak(std::string_view gap);
     void writeKeptBreakAt(std::string_view gap, int column);
@@ -151,6 +153,7 @@ private:
     void formatElements(Cpp::InteriorNode& list, ListSeparators separators);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             ListSeparators separators);
+    void startKeptLine(std::string_view gap);
     void writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after);
     bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen);
     void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
@@ -214,6 +217,7 @@ private:
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it
     bool inClassBody_ = false;
+    FirstLine listLine_;  // on which the innermost list begins
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last

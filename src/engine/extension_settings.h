@@ -50,6 +50,7 @@ public:
 
     bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
 
+    bool keepsLineIndent = from_.isOn("KEEP_LINE_INDENT");
     int blankLines = from_.number("KEEP_BLANK_LINES");
     bool keepsColumns = from_.isOn("KEEP_COLUMNS");
     bool keepsReturnTypeBreak = from_.isOn("KEEP_FN_RETURN_TYPE_BREAK");

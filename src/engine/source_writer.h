@@ -29,6 +29,8 @@ public:
     std::string_view readGap(Trn::Position start);
     std::string_view readThrough(Trn::Position position);
     std::string_view rest() { return in_.rest(); }
+    // What has not been read yet.
+    std::string_view ahead() const { return text_.substr(in_.offset()); }
     // Reads the white space that comes next, and nothing else.
     void skipBlanks();
     // The character of the source at `offset` characters behind what has been read; 0 at the end.

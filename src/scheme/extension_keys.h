@@ -57,6 +57,10 @@ inline constexpr std::array EXTENSIONS = {
                  "lines that begin inside lists, conditions and expressions still do so, and hang under what "
                  "they continue",
                  "int a = b +\n c;"},
+    ExtensionKey{"KEEP_LINE_INDENT", PropertyType::Boolean, KeyGroup::Wrapping,
+                 "lines that KEEP_LINE_BREAKS keeps, and that hang under nothing, stay as far behind the first line "
+                 "of their construct as they are",
+                 "int a = b +\n    c;"},
     ExtensionKey{"KEEP_BLANK_LINES", PropertyType::Integer, KeyGroup::Text,
                  "empty lines that stay where the scheme asks for a line end: 1 inside the braces of namespaces, "
                  "classes and enumerations, 2 inside all braces",
