@@ -365,7 +365,9 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t p
     if (run.previous == kNoToken) return nullptr;
     switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:
-            if (run.previousRole() == ExprRole::BinaryOperator) return nullptr;
+            if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
+                return nullptr;
+            }
             return ifPresent(settings_.beforeOperator);
         case ExprRole::GroupOpen:
             return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : nullptr;
