@@ -56,8 +56,6 @@ public:
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
-    // Negative for what is no view of the source.
-    int columnOfSourceLine(std::string_view piece) const { return sourceColumns().columnOfLine(piece); }
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:

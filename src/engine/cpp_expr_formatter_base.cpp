@@ -47,6 +47,7 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
       tabSize_(readTabSize(scheme)),
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)),
+      keepsLines_(ExtensionSettings(scheme).keepsLineBreaks),
       keepsColumns_(ExtensionSettings(scheme).keepsColumns) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);

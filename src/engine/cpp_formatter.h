@@ -115,7 +115,7 @@ private:
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
-    void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces);
+    void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body, const OptionalText& beforeOpen,
                            bool isKept);
 

@@ -186,7 +186,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         writer_.writePrepended(gap, withBlankLines(braces.afterOpen.text, blanks));
     }
     formatContent(node, indent);
-    writeClosingGap(node, braces);
+    writeClosingGap(node, braces, indent);
     copyThrough(node);
 }
 
@@ -237,9 +237,16 @@ bool CppFormatter::isCommentAtLineEnd(const Cpp::SyntaxNode& node) const {
     return comment->isLineComment() || (next != std::string_view::npos && behind[next] == '\n');
 }
 
-void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces) {
+void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces,
+                                   const OptionalText& indent) {
     const OptionalText& beforeClose = braces.beforeClose;
-    const std::string_view gap = writer_.readGap(node.end());
+    std::string_view gap = writer_.readGap(node.end());
+    // What is no node stands like the rest.
+    if (!isAllWhitespace(gap) && !writer_.holdsOpaque(gap)) {
+        ContentScope content(*this, indent);
+        writer_.write(trimRight(gap));
+        gap = trailingBlanks(gap);
+    }
     if (!beforeClose.present) {
         writer_.write(gap);
         return;

@@ -109,6 +109,7 @@ private:
     bool isBeforeDirective() const;
     std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
+    void writeText(std::string_view text);
     void writeProtectedLine(std::string_view line);
     template <typename Test>
     bool anyOpaque(std::string_view piece, Test isWanted) const;
