@@ -195,6 +195,7 @@ private:
 
     // Statements.
     void formatParts(Cpp::CtrlStmtNode& statement);
+    OptionalText betweenParts(const Cpp::CtrlStmtNode& statement) const;
     void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
@@ -223,6 +224,7 @@ private:
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
     int rightMargin_;  // where lines are wrapped; else beyond all columns
+    bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next
     KeptRegions keptParts_;  // the protected regions among the enumerators written last
     DeclarationColumns columns_;
 };

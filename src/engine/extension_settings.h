@@ -58,6 +58,7 @@ public:
     OptionalText betweenEmptyForClauses = from_.text("WS_BETWEEN_EMPTY_FOR_CLAUSES");
     OptionalText beforeCastParen = from_.text("WS_BEFORE_CAST_OPEN_PAREN");
     OptionalText afterShortCallName = from_.text("WS_AFTER_SHORT_CALL_NAME");
+    OptionalText beforeDoWhile = from_.text("WS_BEFORE_DO_WHILE");
 
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };

@@ -79,6 +79,8 @@ inline constexpr std::array EXTENSIONS = {
     ExtensionKey{"WS_AFTER_SHORT_CALL_NAME", PropertyType::String, KeyGroup::Expressions,
                  "between a name as short as _ or N_ and the parenthesis of a call, as translated texts have it",
                  "const char *a = _ (\"text\");"},
+    ExtensionKey{"WS_BEFORE_DO_WHILE", PropertyType::String, KeyGroup::Statements,
+                 "between the body of a do and its while", "void f() { do { a(); }while (b); }"},
     ExtensionKey{"WS_BEFORE_EXPR_OP", PropertyType::String, KeyGroup::Expressions,
                  "between an operand and the operator behind it", "int a = b-c;"},
 };
