@@ -103,6 +103,7 @@ private:
     void writeClosingGap(Run& run, const Group& group);
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
+    SeparatorSpacing declaratorSpacing() const;
     SeparatorSpacing spacingOf(const Group& group) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;

@@ -164,6 +164,7 @@ private:
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
+    std::string_view writeGapBeforeQualifier(std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
@@ -194,8 +195,8 @@ private:
     void writeEnumEnd(Cpp::EnumBodyNode& body);
 
     // Statements.
-    void formatParts(Cpp::CtrlStmtNode& statement);
     OptionalText betweenParts(const Cpp::CtrlStmtNode& statement) const;
+    void formatParts(Cpp::CtrlStmtNode& statement);
     void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
@@ -223,8 +224,8 @@ private:
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
-    int rightMargin_;  // where lines are wrapped; else beyond all columns
     bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next
+    int rightMargin_;  // where lines are wrapped; else beyond all columns
     KeptRegions keptParts_;  // the protected regions among the enumerators written last
     DeclarationColumns columns_;
 };

@@ -274,7 +274,13 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
     if (comment->protectedRegion()) {
         writer_.copyGap(comment->start());
         const std::size_t start = out().text().size();
-        writer_.writeProtected(writer_.readThrough(comment->end()));
+        const std::string_view region = writer_.readThrough(comment->end());
+        if (settings_.keepsRegionIndent) {
+            out().startLine();
+            Tessel::writeRendered(region, out());
+        } else {
+            writer_.writeProtected(region);
+        }
         keptParts_.push_back({start, out().text().size()});
         return;
     }

@@ -4,6 +4,7 @@
 // {
 //     …
 // }
+#include "cpp/characters.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
@@ -12,6 +13,15 @@
 #include "engine/type_text.h"
 
 namespace Tessel {
+
+namespace {
+
+// What stands behind parameters begins with a word, or with the type that is returned.
+bool startsWithQualifier(std::string_view tail) {
+    return tail.starts_with("->") || (!tail.empty() && Cpp::isNameStart(tail.front()));
+}
+
+}  // namespace
 
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
     BaseColumnScope base(*this, formatFunctionHead(*declaration));
@@ -94,9 +104,22 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         writeKeptBreak(blanks);
         rest.remove_prefix(blanks.size());
     }
+    rest = writeGapBeforeQualifier(rest);
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
     if (oldParameters) oldParameters->accept(*this);
     return base;
+}
+
+// Where a word follows the ")" that the rest of a head begins with. Returns what is left to be written.
+std::string_view CppFormatter::writeGapBeforeQualifier(std::string_view rest) {
+    const OptionalText& wanted = settings_.beforeFunctionQualifier;
+    if (!wanted.present || !rest.starts_with(')')) return rest;
+    const std::string_view blanks = leadingBlanks(rest.substr(1));
+    const std::string_view tail = rest.substr(1 + blanks.size());
+    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    out().write(")");
+    out().writeVerbatim(wanted.text);
+    return tail;
 }
 
 // Writes what stands in front of the name. Returns the column of the head's first character.
