@@ -62,6 +62,10 @@ int columnToIndentFrom(const Zelmor::OIndentBuf& out) {
     return hasBegun ? out.column() : columnAfter(out.indent(), 0, out.tabSize());
 }
 
+int textColumnOf(const Zelmor::OIndentBuf& out) {
+    return out.column() > 0 ? out.textColumn() : columnToIndentFrom(out);
+}
+
 std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
     if (column < 1) return {};
     const int mode = out.tabMode();

@@ -35,6 +35,9 @@ int alignmentPadding(int offset, int column, int indentWidth, int tabSize);
 // too where that is too far to the right to indent anything from.
 int columnToIndentFrom(const Zelmor::OIndentBuf& out);
 
+// The column of the first text on the line of `out`; where the next character will appear if there is none yet.
+int textColumnOf(const Zelmor::OIndentBuf& out);
+
 // The indentation that makes text start at `column` of `out`, built on its current indent.
 std::string indentToColumn(const Zelmor::OIndentBuf& out, int column);
 

@@ -16,10 +16,15 @@ using Zelmor::IndentState;
 using Zelmor::LeadingSpaceScope;
 using Zelmor::OIndentBuf;
 
+// `_` and `N_`, the marks of texts to be translated.
+bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_with('_'); }
+
 }  // namespace
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source)
-    : CppExprFormatterBase(scheme, source), settings_(CppExprFormatterBase::scheme()) {}
+    : CppExprFormatterBase(scheme, source),
+      settings_(CppExprFormatterBase::scheme()),
+      keptIndent_(settings_.keepsLineIndent, tabSize()) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
                                                BlocksInText* blocks, HangingLines::Text hanging) {
@@ -33,7 +38,7 @@ std::string CppExprFormatter::formatDeclarationText(std::string_view text, const
 
 std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
                                              const OptionalText& typeWhitespace) {
-    return format(text, state, ExprMode::Declaration, typeWhitespace, true);
+    return format(text, state, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
 }
 
 std::string CppExprFormatter::formatDeclarators(std::string_view text, const IndentState& state,
@@ -49,11 +54,12 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     std::vector<ExprToken> ownTokens;
     std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
-    Run run(text, tokens, out, mode, typeWhitespace, nameFollows);
+    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns());
     run.blocks = blocks;
     if (settings_.keepsLineBreaks && !state.keepLeadingSpace) {
         const int indentColumn = columnAfter(state.indent, 0, state.tabSize);
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
+        run.hangingText = hanging;
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (nameFollows) writeTypeEnd(run);
@@ -64,7 +70,9 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
 
 // A block stays on the line, or begins the line, where its author put it.
 void CppExprFormatter::writeBlock(Run& run) {
-    if (isLineBreak(run.sweep.gap())) {
+    if (run.hanging && keepsLine(run)) {
+        keepLine(run);
+    } else if (isLineBreak(run.sweep.gap())) {
         const int column = run.out.textColumn();
         IndentScope indent(run.out, indentToColumn(run.out, column));
         LeadingSpaceScope leadingSpace(run.out, false);
@@ -169,6 +177,7 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 void CppExprFormatter::passToken(Run& run) {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
+    if (place == 0) run.firstLine.output = textColumnOf(run.out);
     run.hanging->pass(place, columnToIndentFrom(run.out), place > 0 && !run.out.lineHasText());
 }
 
@@ -183,7 +192,9 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t p
     if (run.previous == kNoToken) return nullptr;
     switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:
-            if (run.previousRole() == ExprRole::BinaryOperator) return nullptr;
+            if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
+                return nullptr;
+            }
             return ifPresent(settings_.beforeOperator);
         case ExprRole::GroupOpen:
             return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : nullptr;
@@ -197,8 +208,8 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t p
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
-        const bool isCast = isCastKeyword(run.kindBefore(open));
-        return isCast ? ifPresent(settings_.afterOperator) : nullptr;
+        if (!isCastKeyword(run.kindBefore(open))) return nullptr;
+        return ifPresent(settings_.beforeCastParen.present ? settings_.beforeCastParen : settings_.afterOperator);
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
@@ -206,7 +217,10 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
             const bool opensDeclarator = run.mode == ExprMode::Declaration &&
                                          run.kindAt(place + 1) == Cpp::Asterisk &&
                                          run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
-            return opensDeclarator ? nullptr : ifPresent(settings_.afterCallName);
+            if (opensDeclarator) return nullptr;
+            const bool isShort = isShortName(run.tokens[run.previous].token.text);
+            return ifPresent(isShort && settings_.afterShortCallName.present ? settings_.afterShortCallName
+                                                                             : settings_.afterCallName);
         }
         case Cpp::KeywordSizeof:
         case Cpp::KeywordThrow: return ifPresent(settings_.afterCallName);

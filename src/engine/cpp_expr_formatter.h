@@ -8,6 +8,7 @@
 
 #include "engine/cpp_expr_formatter_base.h"
 #include "engine/expr_settings.h"
+#include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 
 namespace Tessel {
@@ -54,6 +55,8 @@ public:
                                       const Zelmor::IndentState& state);
 
     const ExprSettings& settings() const { return settings_; }
+    const KeptIndent& keptIndent() const { return keptIndent_; }
+    int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
     // A bracket that is open. Its close place is that of the token that closes it.
@@ -79,6 +82,8 @@ private:
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
+    int columnOfKeptLine(Run& run, std::string_view gap) const;
+    void startSourceHanging(Run& run) const;
     static void passToken(Run& run);
     static void writeToken(Run& run);
     void writeBlock(Run& run);
@@ -98,6 +103,7 @@ private:
     void writeClosingGap(Run& run, const Group& group);
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
+    SeparatorSpacing declaratorSpacing() const;
     SeparatorSpacing spacingOf(const Group& group) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;
@@ -107,6 +113,7 @@ private:
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;
+    KeptIndent keptIndent_;
     std::vector<ExprToken> exprTokens_;
 };
 

@@ -10,6 +10,7 @@
 #include "engine/cpp_expr_formatter.h"
 #include "engine/declaration_columns.h"
 #include "engine/formatter_settings.h"
+#include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/layout_passes.h"
 #include "engine/source_writer.h"
@@ -116,7 +117,7 @@ private:
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
-    void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces);
+    void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body, const OptionalText& beforeOpen,
                            bool isKept);
 
@@ -144,6 +145,7 @@ private:
     bool hangsLines() { return keepsLines() && !out().keepLeadingSpace(); }
     bool keepsBreak(std::string_view gap, const OptionalText& wanted) const;
     OptionalText keptBreak(std::string_view gap);
+    FirstLine lineOf(std::string_view piece);
     void keepBreaks(std::string_view gap, OptionalText& before, OptionalText& behind);
     void writeKeptBreak(std::string_view gap);
     void writeKeptBreakAt(std::string_view gap, int column);
@@ -153,6 +155,7 @@ private:
     void formatElements(Cpp::InteriorNode& list, ListSeparators separators);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             ListSeparators separators);
+    void startKeptLine(std::string_view gap);
     void writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after);
     bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen);
     void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
@@ -163,6 +166,7 @@ private:
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
+    std::string_view writeGapBeforeQualifier(std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
@@ -193,6 +197,7 @@ private:
     void writeEnumEnd(Cpp::EnumBodyNode& body);
 
     // Statements.
+    OptionalText betweenParts(const Cpp::CtrlStmtNode& statement) const;
     void formatParts(Cpp::CtrlStmtNode& statement);
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
     void formatCaseBlock(Cpp::BlockNode& block);
@@ -217,10 +222,12 @@ private:
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it
     bool inClassBody_ = false;
+    FirstLine listLine_;  // on which the innermost list begins
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
+    bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next
     int rightMargin_;  // where lines are wrapped; else beyond all columns
     KeptRegions keptParts_;  // the protected regions among the enumerators written last
     DeclarationColumns columns_;

@@ -72,10 +72,12 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             // The first part of a qualified name counts to the type in the tree.
             const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
             if (end > 0) {
-                writeType(type.substr(0, end),
-                          settings_.alignsDataInitializers ? withoutLineFeeds(settings_.afterDataType)
-                                                           : settings_.afterDataType,
-                          true);
+                const std::string_view front = type.substr(0, end);
+                const OptionalText wanted = settings_.alignsDataInitializers
+                                                ? withoutLineFeeds(settings_.afterDataType)
+                                                : settings_.afterDataType;
+                const bool isKept = keepsBreak(front, wanted) && !isLineBreak(front);
+                writeType(front, isKept ? keptBreak(front) : wanted, true);
             }
             writer_.write(type.substr(end));
         }
@@ -134,6 +136,7 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
     // The ">" of a template's arguments may stand in front of a "=".
     const auto replace = [&](std::string_view wanted) {
+        if (settings_.keepsColumns && wanted == " " && isColumnGap(gap)) wanted = gap;
         const bool joins = out().column() != 0 && Cpp::wouldJoin(name, tail);
         out().writeVerbatim(wanted.empty() && !gap.empty() && joins ? " " : wanted);
     };

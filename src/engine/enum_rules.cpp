@@ -84,7 +84,7 @@ void CppFormatter::formatEnumeratorList(Cpp::EnumBodyNode& body, ListSeparators 
 
 // A "," behind the last enumerator stands in the gap in front of the "}".
 void CppFormatter::writeEnumEnd(Cpp::EnumBodyNode& body) {
-    writeClosingGap(body, settings_.enums);
+    writeClosingGap(body, settings_.enums, settings_.enums.indent);
     copyThrough(body);
 }
 

@@ -109,8 +109,9 @@ void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
     if (run.groups.empty()) {
-        return run.mode == ExprMode::Declarators && !settings_.betweenDataElements.hasLineFeed() &&
-               !settings_.beforeDataComma.hasLineFeed();
+        if (run.mode != ExprMode::Declarators) return false;
+        const SeparatorSpacing spacing = declaratorSpacing();
+        return !spacing.after.hasLineFeed() && !spacing.before.hasLineFeed();
     }
     const SeparatorSpacing spacing = spacingOf(run.groups.back());
     return spacing.before.present || spacing.after.present;
@@ -121,7 +122,7 @@ void CppExprFormatter::writeComma(Run& run) {
     declarators.kind = Group::Kind::Braces;
     Group& group = run.groups.empty() ? declarators : run.groups.back();
     startElements(run, group);
-    const SeparatorSpacing spacing = spacingOf(group);
+    const SeparatorSpacing spacing = run.groups.empty() ? declaratorSpacing() : spacingOf(group);
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
     const bool keepsBehind =
         settings_.keepsLineBreaks && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
@@ -133,6 +134,11 @@ void CppExprFormatter::writeComma(Run& run) {
     const OptionalText& before = joined ? *joined : spacing.before;
     writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
                    group.isList ? &group.listColumn : nullptr, run.out);
+}
+
+CppExprFormatterBase::SeparatorSpacing CppExprFormatter::declaratorSpacing() const {
+    const OptionalText& between = settings_.betweenDeclarators;
+    return {settings_.beforeDataComma, between.present ? between : settings_.betweenDataElements};
 }
 
 CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {

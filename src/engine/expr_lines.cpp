@@ -27,9 +27,33 @@ void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
-    IndentScope indent(run.out, indentToColumn(run.out, run.hanging->columnFor(run.sweep.place())));
+    IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
     run.out.write(std::string(lineFeeds, '\n'));
     run.out.startLine();
+}
+
+int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
+    const int hanging = run.hanging->columnFor(run.sweep.place());
+    if (!keptIndent_.isWanted()) return hanging;
+    if (!run.sourceHanging) startSourceHanging(run);
+    const std::size_t place = run.sweep.place();
+    if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
+    const std::size_t partner = run.tokens[place].partner;
+    const bool closes = partner != kNoToken && partner < place;
+    return closes ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
+                  : keptIndent_.columnFor(run.firstLine, gap, hanging);
+}
+
+// Nothing where the columns of the source are not known.
+void CppExprFormatter::startSourceHanging(Run& run) const {
+    const std::string_view first = run.text.substr(run.tokens.front().token.offset);
+    const int column = sourceColumns().nearColumnOf(first);
+    if (column < 0) return;
+    run.firstLine.source = sourceColumns().columnOfLine(first);
+    const bool isList = run.hangingText == HangingLines::Text::List;
+    run.sourceHanging.emplace(run.text, run.tokens, run.hangingText,
+                              SourceHanging::Start{isList ? column : run.firstLine.source, column},
+                              settings_.hanging, tabSize());
 }
 
 // Whether the current token is a literal that stands in a line below another one, in the rows of an

@@ -9,6 +9,7 @@
 
 #include "cpp/token_kind.h"
 #include "engine/cpp_expr_formatter.h"
+#include "engine/source_hanging.h"
 
 // What the parts of CppExprFormatter share: the state of one sweep. Each part is a file: the sweep with operators and
 // calls (cpp_expr_formatter.cpp), brackets with the commas in them (expr_groups.cpp), marks (expr_marks.cpp), and lines
@@ -28,9 +29,10 @@ struct CppExprFormatter::Group::ElementScope {
 
 // One sweep over a text.
 struct CppExprFormatter::Run {
-    Run(std::string_view text, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output, ExprMode textMode,
-        const OptionalText& whitespace, bool isNameFollowing)
-        : sweep(text, tokensOfText, output),
+    Run(std::string_view wholeText, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output,
+        ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns)
+        : text(wholeText),
+          sweep(wholeText, tokensOfText, output, keepsColumns),
           tokens(tokensOfText),
           out(output),
           mode(textMode),
@@ -57,6 +59,7 @@ struct CppExprFormatter::Run {
     int previousKind() const { return previous == kNoToken ? Trn::kEndKind : kindAt(previous); }
     ExprRole previousRole() const { return previous == kNoToken ? ExprRole::Operand : tokens[previous].role; }
 
+    std::string_view text;
     TextSweep sweep;
     const std::vector<ExprToken>& tokens;
     Zelmor::OIndentBuf& out;
@@ -64,6 +67,9 @@ struct CppExprFormatter::Run {
     const OptionalText& typeWhitespace;
     bool nameFollows;
     std::optional<HangingLines> hanging;    // of lines that are kept
+    HangingLines::Text hangingText = HangingLines::Text::Statement;
+    FirstLine firstLine;
+    std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
     const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
     bool sawMark = false;

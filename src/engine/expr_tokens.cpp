@@ -205,7 +205,8 @@ private:
         bool sawType = false;     // a word that is a type by itself
         bool atTextStart = true;  // begins the text or a clause of it
         bool sawQuestion = false;
-        bool isParameter = false;  // of a lambda
+        bool isParameter = false;   // of a lambda
+        bool sawQualifier = false;  // "const", which only types have
     };
 
     int previousKind() const { return kindAt(tokens_, previous_); }
@@ -297,6 +298,7 @@ private:
         const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && isInDeclaration();
         if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar)) return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
         if (!segment_.isTypeSoFar || !segment_.sawType) return false;
+        if (segment_.sawQualifier) return true;
         const int kind = kindAt(tokens_, next);
         if (kind == Cpp::Assign) return isInDeclaration();
         if (kind == Cpp::OpenParen) return isInDeclaration() && kindAt(tokens_, next + 1) == Cpp::Asterisk;
@@ -309,6 +311,7 @@ private:
 
     // Where no operand can follow, a "*" or "&" multiplies nothing.
     bool endsDeclarator(std::size_t place) const {
+        if (place < tokens_.size() && tokens_[place].role == ExprRole::Block) return true;
         switch (kindAt(tokens_, place)) {
             case Trn::kEndKind:
             case Cpp::CloseParen:
@@ -446,6 +449,7 @@ private:
     void extendSegment(const ExprToken& token) {
         const int kind = token.token.kind;
         segment_.sawQuestion |= kind == Cpp::Question;
+        segment_.sawQualifier |= Cpp::isQualifier(kind);
         if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
             kind == Cpp::KeywordSigned) {
             segment_.sawType = true;

@@ -50,7 +50,18 @@ public:
 
     bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
 
+    bool keepsLineIndent = from_.isOn("KEEP_LINE_INDENT");
     int blankLines = from_.number("KEEP_BLANK_LINES");
+    bool keepsColumns = from_.isOn("KEEP_COLUMNS");
+    bool keepsReturnTypeBreak = from_.isOn("KEEP_FN_RETURN_TYPE_BREAK");
+    OptionalText labelIndent = from_.indent("INDENT_LABEL");
+    OptionalText beforeDoWhile = from_.text("WS_BEFORE_DO_WHILE");
+    OptionalText betweenEmptyForClauses = from_.text("WS_BETWEEN_EMPTY_FOR_CLAUSES");
+    bool keepsRegionIndent = from_.isOn("KEEP_REGION_INDENT");
+    OptionalText beforeFunctionQualifier = from_.text("WS_BEFORE_FN_QUALIFIER");
+    OptionalText betweenDeclarators = from_.text("WS_BETWEEN_DECLARATORS");
+    OptionalText beforeCastParen = from_.text("WS_BEFORE_CAST_OPEN_PAREN");
+    OptionalText afterShortCallName = from_.text("WS_AFTER_SHORT_CALL_NAME");
 
     OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
 };

@@ -191,7 +191,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         writer_.writePrepended(gap, withBlankLines(braces.afterOpen.text, blanks));
     }
     formatContent(node, indent);
-    writeClosingGap(node, braces);
+    writeClosingGap(node, braces, indent);
     copyThrough(node);
 }
 
@@ -242,9 +242,16 @@ bool CppFormatter::isCommentAtLineEnd(const Cpp::SyntaxNode& node) const {
     return comment->isLineComment() || (next != std::string_view::npos && behind[next] == '\n');
 }
 
-void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces) {
+void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces,
+                                   const OptionalText& indent) {
     const OptionalText& beforeClose = braces.beforeClose;
-    const std::string_view gap = writer_.readGap(node.end());
+    std::string_view gap = writer_.readGap(node.end());
+    // What is no node stands like the rest.
+    if (!isAllWhitespace(gap) && !writer_.holdsOpaque(gap)) {
+        ContentScope content(*this, indent);
+        writer_.write(trimRight(gap));
+        gap = trailingBlanks(gap);
+    }
     if (!beforeClose.present) {
         writer_.write(gap);
         return;
@@ -272,7 +279,13 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
     if (comment->protectedRegion()) {
         writer_.copyGap(comment->start());
         const std::size_t start = out().text().size();
-        writer_.writeProtected(writer_.readThrough(comment->end()));
+        const std::string_view region = writer_.readThrough(comment->end());
+        if (settings_.keepsRegionIndent) {
+            out().startLine();
+            Tessel::writeRendered(region, out());
+        } else {
+            writer_.writeProtected(region);
+        }
         keptParts_.push_back({start, out().text().size()});
         return;
     }
@@ -344,7 +357,13 @@ void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
     formatBlock(*body, settings_.linkage);
 }
 
-void CppFormatter::visit(Cpp::LabelNode* label) { copyThrough(*label); }
+void CppFormatter::visit(Cpp::LabelNode* label) {
+    const OptionalText& wanted = settings_.labelIndent;
+    LeadingSpaceScope leadingSpace(out(), wanted.present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), wanted.present ? labelIndent(wanted) : out().indent());
+    copyThrough(*label);
+}
+
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
 void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
 void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }

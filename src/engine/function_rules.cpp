@@ -4,6 +4,7 @@
 // {
 //     …
 // }
+#include "cpp/characters.h"
 #include "cpp/item_scanner.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -23,6 +24,11 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     if (!Cpp::isUpperCase(word)) return false;
     if (word.size() < type.size()) return type[word.size() + 1] == '(' && type.ends_with(')');
     return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
+}
+
+// What stands behind parameters begins with a word, or with the type that is returned.
+bool startsWithQualifier(std::string_view tail) {
+    return tail.starts_with("->") || (!tail.empty() && Cpp::isNameStart(tail.front()));
 }
 
 }  // namespace
@@ -108,9 +114,22 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         writeKeptBreak(blanks);
         rest.remove_prefix(blanks.size());
     }
+    rest = writeGapBeforeQualifier(rest);
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
     if (oldParameters) oldParameters->accept(*this);
     return base;
+}
+
+// Where a word follows the ")" that the rest of a head begins with. Returns what is left to be written.
+std::string_view CppFormatter::writeGapBeforeQualifier(std::string_view rest) {
+    const OptionalText& wanted = settings_.beforeFunctionQualifier;
+    if (!wanted.present || !rest.starts_with(')')) return rest;
+    const std::string_view blanks = leadingBlanks(rest.substr(1));
+    const std::string_view tail = rest.substr(1 + blanks.size());
+    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    out().write(")");
+    out().writeVerbatim(wanted.text);
+    return tail;
 }
 
 // Writes what stands in front of the name. Returns the column of the head's first character.
@@ -127,9 +146,11 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
         const bool isMacro = settings_.keepsUnrecognized && isItemByItself(head.returnType()->text(), head.name()->text());
+        const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
-        writeType(type, isMacro && wanted.hasLineFeed() ? kAsInInput : wanted, !settings_.keepsFunctions);
+        const bool staysOnLine = isMacro && wanted.hasLineFeed();
+        writeType(type, isKept ? kLineFeed : staysOnLine ? kAsInInput : wanted, !settings_.keepsFunctions);
     }
     return column;
 }

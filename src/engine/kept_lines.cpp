@@ -8,6 +8,7 @@
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
+#include "engine/kept_indent.h"
 
 namespace Tessel {
 
@@ -31,7 +32,19 @@ bool CppFormatter::keepsBreak(std::string_view gap, const OptionalText& wanted) 
 // indentation, or stands where it stood.
 OptionalText CppFormatter::keptBreak(std::string_view gap) {
     if (!hangsLines()) return kAsInInput;
-    return {true, lineFeedsOf(trailingBlanks(gap)) + exprFormatter_.settings().hanging.wrap.text};
+    const std::string& wrapIndent = exprFormatter_.settings().hanging.wrap.text;
+    const int width = columnAfter(out().indent(), 0, out().tabSize());
+    const int hanging = columnAfter(wrapIndent, width, out().tabSize());
+    const int column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, hanging);
+    if (column == hanging || column < width) return {true, lineFeedsOf(trailingBlanks(gap)) + wrapIndent};
+    return {true,
+            lineFeedsOf(trailingBlanks(gap)) + indentToColumn(out(), column).substr(out().indent().size())};
+}
+
+// The line that the piece of the source begins on, which is the one that is being written.
+FirstLine CppFormatter::lineOf(std::string_view piece) {
+    if (!exprFormatter_.keptIndent().isWanted()) return {};
+    return {exprFormatter_.columnOfSourceLine(piece), textColumnOf(out()), -1};
 }
 
 // The same for a gap that holds a separator, in front of it and behind it; lines stand at the indentation.
@@ -50,6 +63,7 @@ void CppFormatter::writeKeptBreak(std::string_view gap) {
 
 void CppFormatter::writeKeptBreakAt(std::string_view gap, int column) {
     if (!hangsLines()) return writer_.write(gap);
+    column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, column);
     IndentScope indent(out(), indentToColumn(out(), column));
     out().write(lineFeedsOf(gap));
     out().startLine();

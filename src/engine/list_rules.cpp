@@ -39,6 +39,9 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators s
         return;
     }
     const int column = copyUpTo(**list.childBegin());
+    const bool isBracketed = listLine_.source >= 0;
+    ValueScope<FirstLine> line(listLine_, isBracketed ? listLine_ : lineOf(writer_.ahead()));
+    if (listLine_.source >= 0) listLine_.hanging = exprFormatter_.sourceColumnOf(writer_.ahead());
     LeadingSpaceScope leadingSpace(out(), false);
     IndentScope indent(out(), indentToColumn(out(), column));
     formatElements(list, separators);
@@ -48,6 +51,7 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separa
     const Cpp::SyntaxNode* previous = nullptr;
     for (const auto& child : list.children()) {
         if (previous) writeListSeparator(writer_.readGap(child->start()), *previous, *child, separators);
+        ValueScope<FirstLine> ofLists(listLine_, {});
         child->accept(*this);
         previous = child.get();
     }
@@ -60,13 +64,14 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     OptionalText before = separators.before;
     OptionalText between = separators.between;
     keepBreaks(gap, before, between);
+    if (settings_.blankLines > 0 && between.hasLineFeed()) {
+        between.text = withBlankLines(between.text, trailingBlanks(gap));
+    }
     const bool breaksLines = before.hasLineFeed() || between.hasLineFeed();
     const OptionalText* after = &between;
     if (before.hasLineFeed()) before.text = asOutputStands(before.text);
     if (!between.hasLineFeed()) {
-    if (settings_.blankLines > 0 && between.hasLineFeed()) {
-        between.text = withBlankLines(between.text, trailingBlanks(gap));
-    }
+        if (keepsLines() && isCommentAtLineEnd(next)) after = &kAsInInput;
         if (startsDirective) after = &kLineFeed;
     } else {
         if (!startsDirective && writer_.holdsLineComment(gap)) {
@@ -86,6 +91,16 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
     }
+    if (keepsLines() && out().column() == 0 && !separators.breaksLines()) startKeptLine(gap);
+}
+
+// Begins the line that the gap, written but for its last blanks, ends in front of.
+void CppFormatter::startKeptLine(std::string_view gap) {
+    const int hanging = columnToIndentFrom(out());
+    const int column = exprFormatter_.keptIndent().columnFor(listLine_, gap, hanging);
+    if (column == hanging || !hangsLines()) return;
+    IndentScope indent(out(), indentToColumn(out(), column));
+    out().startLine();
 }
 
 // A comma with blanks around it, as nearly every gap is.
@@ -104,6 +119,7 @@ void CppFormatter::writeComma(std::string_view gap, const OptionalText& before, 
 void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                                        ListSeparators separators, const OptionalText& beforeClose) {
     writer_.copyThrough(list.start());
+    ValueScope<FirstLine> line(listLine_, lineOf(writer_.ahead()));
     if (list.size() == 0) {
         const std::string_view gap = writer_.readGap(list.end());
         if (afterOpen.present || beforeClose.present) {
@@ -139,7 +155,7 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
                                 int column) {
     const std::string_view closing = writer_.readGap(list.end());
     if (keepsBreak(closing, beforeClose) && isAllWhitespace(closing)) {
-        writeKeptBreakAt(closing, column);
+        writeKeptBreakAt(closing, exprFormatter_.keptIndent().columnForClose(listLine_, closing, column));
         return;
     }
     // A ">>" that ends two lists is one token.

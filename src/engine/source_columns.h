@@ -23,6 +23,23 @@ public:
         return columnAfter(text.substr(lineStart, offset - lineStart), 0, tabSize_);
     }
 
+    // The column of the first text on the line that the piece begins on; negative for a text that is no view of the
+    // document.
+    int columnOfLine(std::string_view piece) const {
+        if (!isPartOfDocument(piece)) return -1;
+        const std::size_t lineStart = document_->offsetOf(document_->positionOf(offsetOf(piece)).line, 0);
+        const std::string_view line = document_->text().substr(lineStart);
+        return columnAfter(line.substr(0, line.find_first_not_of(" \t")), 0, tabSize_);
+    }
+
+    // The same of the piece; negative where it stands too far to the right to count.
+    int nearColumnOf(std::string_view piece) const {
+        if (!isPartOfDocument(piece)) return -1;
+        const std::size_t offset = offsetOf(piece);
+        const std::size_t lineStart = document_->offsetOf(document_->positionOf(offset).line, 0);
+        return offset - lineStart <= std::size_t{kRightmostIndent} ? columnOf(piece) : -1;
+    }
+
     // Whether nothing but white space stands in front of the piece on its line.
     bool startsLine(std::string_view piece) const {
         if (!isPartOfDocument(piece)) return true;

@@ -13,6 +13,17 @@
 
 namespace Tessel {
 
+namespace {
+
+// Whether what stands on two lines, of which the first ends and the second begins with these, belongs together.
+bool isContinued(char last, char first) {
+    constexpr std::string_view ends = ";:{}\\";
+    constexpr std::string_view starts = "{}";
+    return ends.find(last) == std::string_view::npos && starts.find(first) == std::string_view::npos;
+}
+
+}  // namespace
+
 SourceWriter::SourceWriter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque,
                            Zelmor::OIndentBuf& out, CppExprFormatterBase& trivia)
     : text_(source.text()), in_(source), out_(&out), opaque_(opaque), trivia_(trivia) {}
@@ -75,7 +86,7 @@ void SourceWriter::write(std::string_view piece) {
             out_->write(ahead);
             trivia_.writeDirective(before.substr(ahead.size()), text, *out_);
         } else {
-            out_->write(before);
+            writeText(before);
             if (Cpp::isComment(token->kind) && tokenStart == token->offset) {
                 trivia_.writeComment(text, *out_);
             } else {
@@ -84,7 +95,32 @@ void SourceWriter::write(std::string_view piece) {
         }
         place = tokenEnd;
     }
-    out_->write(text_.substr(place, end - place));
+    writeText(text_.substr(place, end - place));
+}
+
+// A text without opaque tokens. Where lines are kept, a line that goes on with what stands on the one in front of it
+// stays as far behind that as it is.
+void SourceWriter::writeText(std::string_view text) {
+    const bool movesLines = trivia_.keepsLines() && !out_->keepLeadingSpace();
+    for (std::size_t start = 0; movesLines && text.size() > 1;) {
+        const std::size_t lineFeed = text.find('\n', start);
+        const std::size_t next = text.find_first_not_of(" \t\n", lineFeed);
+        if (lineFeed == std::string_view::npos || next == std::string_view::npos) break;
+        start = next;
+        const std::string_view front = trimRight(text.substr(0, lineFeed));
+        if (front.empty() || !isContinued(front.back(), text[next])) continue;
+        out_->write(front);
+        const int step = trivia_.columnOfSourceLine(text.substr(next)) -
+                         trivia_.columnOfSourceLine(front.substr(front.size() - 1));
+        const int column = std::clamp(textColumnOf(*out_) + step, 0, kRightmostIndent);
+        Zelmor::IndentScope indent(*out_, indentToColumn(*out_, column));
+        const std::string_view blanks = text.substr(lineFeed, next - lineFeed);
+        out_->write(withBlankLines({}, blanks));
+        out_->startLine();
+        text.remove_prefix(next);
+        start = 0;
+    }
+    out_->write(text);
 }
 
 void SourceWriter::writeProtected(std::string_view piece) {
@@ -199,6 +235,7 @@ bool SourceWriter::followsJoinedLiteral() const {
 
 void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
     if (followsJoinedLiteral()) return write(gap);
+    if (trivia_.keepsColumns() && wanted == " " && isColumnGap(trailingBlanks(gap))) wanted = trailingBlanks(gap);
     wanted = asLastNeeds(gap, trailingBlanks(gap), wanted);
     if (isAllWhitespace(gap)) {
         out_->writeVerbatim(asNextNeeds(gap, wanted));

@@ -29,6 +29,8 @@ public:
     std::string_view readGap(Trn::Position start);
     std::string_view readThrough(Trn::Position position);
     std::string_view rest() { return in_.rest(); }
+    // What has not been read yet.
+    std::string_view ahead() const { return text_.substr(in_.offset()); }
     // Reads the white space that comes next, and nothing else.
     void skipBlanks();
     // The character of the source at `offset` characters behind what has been read; 0 at the end.
@@ -107,6 +109,7 @@ private:
     bool isBeforeDirective() const;
     std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
     void keepDirectivePlace(std::string_view gap);
+    void writeText(std::string_view text);
     void writeProtectedLine(std::string_view line);
     template <typename Test>
     bool anyOpaque(std::string_view piece, Test isWanted) const;

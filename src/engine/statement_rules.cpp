@@ -4,6 +4,8 @@
 //     b();
 // } else if (c)
 //     d();
+#include <utility>
+
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -87,19 +89,26 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     if (!keepsStatement(*statement) || !tryOnOneLine(*statement, format)) format();
 }
 
+// What stands between the parts of a statement.
+OptionalText CppFormatter::betweenParts(const Cpp::CtrlStmtNode& statement) const {
+    const Cpp::CtrlSubStmtNode* first = firstPart(statement);
+    const bool isUnbraced = first && first->body() && !first->body()->hasBrackets();
+    const bool endsWithWhile = keywordOf(first) == Cpp::KeywordDo && !isUnbraced;
+    if (endsWithWhile && settings_.beforeDoWhile.present) return settings_.beforeDoWhile;
+    const bool breaksLine = settings_.betweenControlParts.present && isUnbraced && !isOnOneLine_;
+    return breaksLine ? kLineFeed : settings_.betweenControlParts;
+}
+
 void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
-    OptionalText between;
-    if (settings_.betweenControlParts.present && statement.size() > 1) {
-        between = settings_.betweenControlParts;
-        const Cpp::CtrlSubStmtNode* first = firstPart(statement);
-        const bool isUnbraced = first && first->body() && !first->body()->hasBrackets();
-        if (isUnbraced && !isOnOneLine_) between = kLineFeed;
-    }
+    const OptionalText between = betweenParts(statement);
+    const bool joinsParts = between.present && !between.hasLineFeed() && !isOnOneLine_;
     const Cpp::SyntaxNode* previous = nullptr;
-    for (const auto& child : statement.children()) {
+    for (auto place = statement.childBegin(); place != statement.childEnd(); ++place) {
+        const auto& child = *place;
         if (previous && between.present && !isTrivia(*child) && !isTrivia(*previous)) {
             writer_.writeMerged(writer_.readGap(child->start()), between.text);
         }
+        joinsNextPart_ = joinsParts && place + 1 != statement.childEnd();
         child->accept(*this);
         previous = child.get();
     }
@@ -122,6 +131,7 @@ void CppFormatter::writeElseIfGap(std::string_view gap) {
 void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     const bool isChain = continuesElseIf(*part);
     chainingElseIf_ = false;
+    const bool joinsNextPart = std::exchange(joinsNextPart_, false);
     if (part->head()) part->head()->accept(*this);
     Cpp::BlockNode* body = part->body();
     if (!body) return;
@@ -138,7 +148,9 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     const bool isGovernedBelow = keywordOf(part) == Cpp::Identifier && part->head()->end().line < body->start().line;
     const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
     const bool isKept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
-    formatBody(*body, part->head() ? ahead : kAsInInput, part->head() && isKept,
+    // if (a) { b(); } else {   is neither on one line nor in lines
+    const bool mayStay = part->head() && isKept && !(hasBraces && joinsNextPart);
+    formatBody(*body, part->head() ? ahead : kAsInInput, mayStay,
                [&] { formatBlock(*body, braces, indent); });
 }
 
@@ -226,8 +238,10 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
     write(clauses[0]);
     for (const std::string_view clause : {clauses[1], clauses[2]}) {
         if (trimLeft(clause).empty()) continue;
-        const bool isKept = keepsBreak(leadingBlanks(clause), settings_.betweenForClauses);
-        out().writeVerbatim(asOutputStands(isKept ? kLineFeed.text : settings_.betweenForClauses.text));
+        const bool isEmpty = trim(clause) == ";" && settings_.betweenEmptyForClauses.present;
+        const OptionalText& between = isEmpty ? settings_.betweenEmptyForClauses : settings_.betweenForClauses;
+        const bool isKept = keepsBreak(leadingBlanks(clause), between);
+        out().writeVerbatim(asOutputStands(isKept ? kLineFeed.text : between.text));
         write(clause);
     }
     return asOutputStands(settings_.beforeControlCloseParen.text);

@@ -4,6 +4,7 @@
 // class A;
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
+#include "engine/gap.h"
 
 namespace Tessel {
 
@@ -17,7 +18,8 @@ void CppFormatter::visit(Cpp::TemplateNode* header) {
     if (header->keyword()) copyThrough(*header->keyword());
     if (header->parameters()) formatTemplateParameters(*header->parameters());
     copyThrough(*header);
-    pend(settings_.afterTemplateClose);
+    const bool isKept = keepsBreak(leadingBlanks(writer_.ahead()), settings_.afterTemplateClose);
+    pend(isKept ? kLineFeed : settings_.afterTemplateClose);
 }
 
 void CppFormatter::formatTemplateParameters(Cpp::ParameterListNode& list) {

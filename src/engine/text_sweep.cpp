@@ -47,6 +47,7 @@ void TextSweep::writeGapWith(std::string_view wanted) {
     const std::string_view whole = takeGap();
     const std::string_view kept = trimRight(whole);
     if (wanted.empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = " ";
+    if (keepsColumns_ && wanted == " " && isColumnGap(whole)) wanted = whole;
     out_.write(kept);
     if (endedLine_ && kept.empty()) {
         const std::size_t lineFeed = wanted.find('\n');

@@ -13,8 +13,10 @@ namespace Tessel {
 // nothing.
 class TextSweep {
 public:
-    TextSweep(std::string_view text, const std::vector<ExprToken>& tokens, Zelmor::OIndentBuf& out)
-        : text_(text), tokens_(tokens), out_(out) {}
+    // With `keepsColumns`, blanks that make a column stay where one blank is wanted.
+    TextSweep(std::string_view text, const std::vector<ExprToken>& tokens, Zelmor::OIndentBuf& out,
+              bool keepsColumns)
+        : text_(text), tokens_(tokens), out_(out), keepsColumns_(keepsColumns) {}
 
     bool atEnd() const { return place_ >= tokens_.size(); }
     std::size_t place() const { return place_; }
@@ -50,6 +52,7 @@ private:
     std::string_view text_;
     const std::vector<ExprToken>& tokens_;
     Zelmor::OIndentBuf& out_;
+    bool keepsColumns_;
     std::size_t place_ = 0;
     std::size_t written_ = 0;
     bool endedLine_ = false;  // the token written last ended its line

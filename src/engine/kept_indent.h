@@ -1,0 +1,50 @@
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+#include "engine/columns.h"
+
+namespace Tessel {
+
+// The line on which a construct begins.
+struct FirstLine {
+    int source = -1;   // the column of its first text in the source; negative where it is not known,
+    int output = 0;    // and in the output
+    int hanging = -1;  // the column at which further lines hang in the source, where they hang under anything
+};
+
+// Whether a line that its author began inside a construct, and that hangs under nothing in the source, stays as far
+// behind the construct's first line as it is:
+//
+//     total = first +
+//         second;
+class KeptIndent {
+public:
+    KeptIndent(bool isWanted, int tabSize) : isWanted_(isWanted), tabSize_(tabSize) {}
+
+    bool isWanted() const { return isWanted_; }
+
+    // `gap` is what stands in front of the line's first text; `hanging` is its column if its author's does not count.
+    int columnFor(const FirstLine& first, std::string_view gap, int hanging) const {
+        if (!isWanted_ || first.source < 0) return hanging;
+        const int column = sourceColumn(gap);
+        if (column <= first.source || column == first.hanging) return hanging;
+        return std::min(first.output + column - first.source, kRightmostIndent);
+    }
+    // A closing bracket may stand below the first line's first text, too.
+    int columnForClose(const FirstLine& first, std::string_view gap, int hanging) const {
+        const bool standsBelow = isWanted_ && first.source >= 0 && sourceColumn(gap) == first.source;
+        return standsBelow ? first.output : columnFor(first, gap, hanging);
+    }
+
+private:
+    int sourceColumn(std::string_view gap) const {
+        return columnAfter(gap.substr(gap.rfind('\n') + 1), 0, tabSize_);
+    }
+
+    bool isWanted_;
+    int tabSize_;
+};
+
+}  // namespace Tessel
