@@ -662,7 +662,7 @@ Item ItemScanner::scanMacroStatement(Index start) const {
     if (kind(open) == OpenBrace) return scanMacroHead(open);
     if (kind(open) != OpenParen) {
         const bool isMacro = isWordMacro(start) || isFollowedByCall(start, open);
-        return isMacro ? Item{Shape::Macro, open, 0} : Item{};
+        return isMacro ? Item{Shape::Macro, start + 1, 0} : Item{};
     }
     const Index close = links_.closing(open);
     if (close == kNone) return {};

@@ -110,6 +110,14 @@ function int | f (int a)
 }
 
 TEST(ParserLanguage, MacrosAndWhatIsNotRecognisedAreKept) {
+    EXPECT_EQ(keptTreeOf("void f() {\nA\n#if B\nc();\n#endif\n}"), R"(
+function void | f ()
+  block
+    kept A
+    directive #if B
+    expr c;
+    directive #endif
+)");
     EXPECT_EQ(keptTreeOf("BEGIN_DECLS\nREGISTER(a)\nint x;\nMACRO namespace n {\n}\nint f(a) + 3;\nstruct S {\nOBJECT\n"
                          "int ? y() + 1;\n};\nvoid g() {\nFOREACH(a, b)\n  c();\nLock\nd();\nif (a) {\nM(b)\n}\n}\nEND"),
               R"(
