@@ -96,18 +96,4 @@ TEST(PropertySet, RefusesWhatIsNoPropertySet) {
     EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n99999999999 KEY 1\n1 OFF 0\n"));
 }
 
-TEST(PropertySet, RefusesKeysThatAFileCouldNotHold) {
-    PropertySet set;
-    EXPECT_THROW(set.setBool("", true), Tessel::InvalidPropertyName);
-    EXPECT_THROW(set.setInt("A\v", 1), Tessel::InvalidPropertyName);
-    EXPECT_THROW(set.setString("\nA", ""), Tessel::InvalidPropertyName);
-    EXPECT_EQ(set.size(), 0U);
-    try {
-        set.erase("A B");
-        ADD_FAILURE() << "erased a key with a blank";
-    } catch (const Trn::Exception& exception) {
-        EXPECT_EQ(exception.message(), "Invalid name for a Property.");
-    }
-}
-
 }  // namespace

@@ -65,15 +65,4 @@ TEST_F(SchemeDirectory, FillsInAnEmptySetting) {
               "a = b\nPropertySetStore = " + executables_ + "\nc = d");
 }
 
-TEST_F(SchemeDirectory, CopesWithSettingsThatAreNoFile) {
-    fs::create_directories(configuration_.path("vantrel/settings"));
-    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
-
-    fs::remove(configuration_.path("vantrel/settings"));
-    configuration_.write("vantrel/settings", "# locked\n");
-    configuration_.makeReadOnly("vantrel/settings");
-    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
-    EXPECT_EQ(configuration_.read("vantrel/settings"), "# locked\n");
-}
-
 }  // namespace
