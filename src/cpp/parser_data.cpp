@@ -252,9 +252,12 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
 std::unique_ptr<ExprNode> Parser::parseCallInitializer(TokenBuffer& tokens) {
     const Index open = tokens.place();
     if (links_.holdsStatements(open)) {
+        // A keyword may be all that there is of a statement: the ";" then stands behind the brackets, or nowhere.
+        const Index close = links_.closing(open);
         Index place = open + 1;
-        while (tokens.kindAt(place) != Semicolon) ++place;
-        report(tokens.at(place).start, UnexpectedSemicolon);
+        while (place < close && tokens.kindAt(place) != Semicolon && tokens.kindAt(place) != Trn::kEndKind) ++place;
+        if (place == close) place = scanner(tokens).next(close);
+        report(tokens.at(place).start, tokens.kindAt(place) == Semicolon ? UnexpectedSemicolon : ExpectedDataEnd);
         passStatement(tokens);
         return nullptr;
     }

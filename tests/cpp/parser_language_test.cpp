@@ -173,6 +173,7 @@ function void | n (o; p) int o ; MORE
     // What is wrong with the whole text stays an error, told where it begins.
     EXPECT_EQ(keptTreeOf("void f() {\n  g(h(a);\n}\n"),
               "\n2:4 0 The \"(\" that begins here is not closed: a \"}\" comes first, in line 3.\n");
+    EXPECT_EQ(keptTreeOf("a: b(c for d), e"), "\nkept a : b ( c for d ) , e\n");
     EXPECT_EQ(keptTreeOf("@class A;\n@interface B\n@end\n"), "\n2:2 0 This is Objective-C, which is not read.\n");
     EXPECT_EQ(keptTreeOf("package a;\npublic class B {\n}\n"),
               "\n2:1 0 Only classes of other languages begin with an access keyword; C and C++ are read.\n");
