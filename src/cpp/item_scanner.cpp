@@ -55,7 +55,8 @@ constexpr bool isStorageWord(int kind) {
 
 // Whether no item goes on at a token of the kind.
 constexpr bool endsStatements(int kind) {
-    return kind == CloseBrace || kind == KeywordElse || kind == KeywordCatch || kind == Trn::kEndKind;
+    return kind == CloseBrace || kind == KeywordElse || kind == KeywordCatch || kind == KeywordCase ||
+           kind == Trn::kEndKind;
 }
 
 // A keyword that begins a declaration wherever it stands: what is in front of it on another line is complete.

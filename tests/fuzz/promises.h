@@ -12,13 +12,13 @@ namespace Fuzz {
 // neither, as most made-up ones, it has to settle with the second run.
 enum class Again { Accepted, Settled };
 
-// Where the scheme comes from. One that was drawn breaks lines where nobody would, even between a type and a name,
-// and lines are all that tells a macro without a ";" from a type: with such macros read, its results need not have the
-// tree of the source.
+// Where the scheme comes from. Lines are all that tells a macro without a ";" from a type. One that was drawn breaks
+// lines where nobody would, even between a type and a name: with such macros read, its results need not have the tree
+// of the source. Those of a shipped scheme have it, but where a made-up text has no more than words in a row.
 enum class Origin { Shipped, Drawn };
 
 // Ends the process for a result that does harm to nobody but is not what it should be: the proof has refused
-// it, or it does not settle. With FUZZ_TOLERANT in the environment, nothing happens: such a thing is rare
+// it, it does not settle, or a word has become a macro. With FUZZ_TOLERANT in the environment, nothing happens: such a thing is rare
 // enough in sources that are no C or C++ for a change not to be blamed.
 void failUnlessTolerant(const char* promise, const std::string& details);
 
