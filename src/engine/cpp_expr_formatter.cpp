@@ -56,7 +56,8 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns());
     run.blocks = blocks;
-    if (settings_.keepsLineBreaks && !state.keepLeadingSpace) {
+    run.keepsLines = settings_.keepsLineBreaks && text.find('\n') != std::string_view::npos;
+    if (run.keepsLines && !state.keepLeadingSpace) {
         const int indentColumn = columnAfter(state.indent, 0, state.tabSize);
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
         run.hangingText = hanging;

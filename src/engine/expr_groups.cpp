@@ -124,8 +124,7 @@ void CppExprFormatter::writeComma(Run& run) {
     startElements(run, group);
     const SeparatorSpacing spacing = run.groups.empty() ? declaratorSpacing() : spacingOf(group);
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
-    const bool keepsBehind =
-        settings_.keepsLineBreaks && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
+    const bool keepsBehind = run.keepsLines && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
     if (keepsFront) keepLine(run);
     passToken(run);
     const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;

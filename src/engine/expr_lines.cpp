@@ -19,7 +19,7 @@ bool CppExprFormatter::endsLine(const Run& run) const {
 
 // Whether the current token begins a line that is kept.
 bool CppExprFormatter::keepsLine(const Run& run) const {
-    if (!settings_.keepsLineBreaks || run.sweep.place() == 0) return false;
+    if (!run.keepsLines || run.sweep.place() == 0) return false;
     return isLineBreak(run.sweep.gap()) || (run.out.column() == 0 && isAllWhitespace(run.sweep.gap()));
 }
 

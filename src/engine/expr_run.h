@@ -66,6 +66,7 @@ struct CppExprFormatter::Run {
     ExprMode mode;
     const OptionalText& typeWhitespace;
     bool nameFollows;
+    bool keepsLines = false;                // those that begin inside the text, if there are any
     std::optional<HangingLines> hanging;    // of lines that are kept
     HangingLines::Text hangingText = HangingLines::Text::Statement;
     FirstLine firstLine;
