@@ -188,7 +188,7 @@ private:
     }
 
     void line(const Cpp::SyntaxNode& node, std::initializer_list<std::string_view> words) {
-        out_ << std::string(depth_ * 2, ' ');
+        indent();
         for (const std::string_view word : words) write(word);
         if (positions_ == Positions::Shown) out_ << " @" << node.start() << '-' << node.end();
         if (!Trn::isSet(node.start()) || node.end() < node.start()) out_ << " MISPLACED";
@@ -219,7 +219,8 @@ private:
     }
 
     void misplaced(const Cpp::SyntaxNode& node) {
-        out_ << std::string(depth_ * 2, ' ') << "MISPLACED";
+        indent();
+        out_ << "MISPLACED";
         if (texts_ == Texts::Whole) out_ << " @" << node.start() << '-' << node.end();
         out_ << '\n';
     }
@@ -241,6 +242,13 @@ private:
             };
             (visitPart(nodes), ...);
         });
+    }
+
+    // Of thousands of levels, a number tells as much as blanks.
+    void indent() {
+        constexpr std::size_t deepest = 100;
+        if (depth_ > deepest) out_ << depth_;
+        out_ << std::string(std::min(depth_, deepest) * 2, ' ');
     }
 
     template <typename Action>
