@@ -93,7 +93,10 @@ private:
     void skipStatement(TokenBuffer& tokens, int kind, InteriorNode* comments = nullptr);
     bool collectUntilKind(TokenBuffer& tokens, int kind);
     void addThrough(TokenBuffer& tokens, Index end, TokenText& text);
-    ItemScanner scanner(const TokenBuffer& tokens) const { return {tokens, links_, keepsUnrecognized_}; }
+    TokenView view(const TokenBuffer& tokens) const { return {tokens, links_}; }
+    HeadScanner heads(const TokenBuffer& tokens) const { return {tokens, links_}; }
+    MacroScanner macros(const TokenBuffer& tokens) const { return {tokens, links_}; }
+    ItemScanner items(const TokenBuffer& tokens) const { return {tokens, links_, keepsUnrecognized_}; }
     Index endPlace() const { return links_.size() - 1; }  // of the token that ends the text
     bool isArgumentOf(const TokenBuffer& tokens, Index openParen, Index previous) const;
 

@@ -85,7 +85,7 @@ std::unique_ptr<ClassHeadNode> Parser::parseClassHead(TokenBuffer& tokens) {
 // The last name in front of the base clauses or the body, outside of brackets; "final" is none.
 std::string_view Parser::declaredClassName(const TokenBuffer& tokens) const {
     std::string_view name;
-    const ItemScanner look = scanner(tokens);
+    const TokenView look = view(tokens);
     for (Index place = links_.significant(tokens.place());; place = look.behind(place)) {
         const Token token = tokens.at(place);
         if (token.kind == Colon || token.kind == OpenBrace || token.kind == Trn::kEndKind) return name;
@@ -109,7 +109,7 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
         const Index close = links_.closing(tokens.place());
         if (close != TokenLinks::kNone) {
             // A macro's argument may be the key: `ALIGNED(struct) A {`.
-            const int inside = tokens.kindAt(scanner(tokens).next(tokens.place()));
+            const int inside = tokens.kindAt(view(tokens).next(tokens.place()));
             if (classKey < 0 && token.kind == OpenParen && isClassKey(inside)) classKey = classKeyNumber(inside);
             addThrough(tokens, close + 1, name);
             continue;
@@ -119,7 +119,7 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
         tokens.next();
     }
     const bool hasBases = keepsUnrecognized_ && tokens.peekKind() == Colon;
-    const bool makesClass = scanner(tokens).makesClass(tokens.place());
+    const bool makesClass = items(tokens).makesClass(tokens.place());
     const bool hasMacroKey = classKey < 0 && (name.size() > 1 ? makesClass || hasBases : makesClass && hasBases);
     if (hasMacroKey) classKey = classKeyNumber(KeywordClass);
     if (classKey < 0) {
@@ -215,7 +215,7 @@ void Parser::parseMember(TokenBuffer& tokens, ClassBodyNode& body) {
 
 // A name with a ":" behind it; the macros that stand for "public" have it.
 bool Parser::isAccessLabel(const TokenBuffer& tokens) const {
-    return tokens.peekKind() == Identifier && tokens.kindAt(scanner(tokens).next(tokens.place())) == Colon;
+    return tokens.peekKind() == Identifier && tokens.kindAt(view(tokens).next(tokens.place())) == Colon;
 }
 
 std::unique_ptr<AccessSpecNode> Parser::parseAccessSpec(TokenBuffer& tokens) {

@@ -150,7 +150,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
         if (kind == OpenParen && opensInitializer(tokens, declarator, previous)) break;
         if (kind == Colon && scope == Scope::Class) break;
         if (kind == OpenBrace) {
-            isBraced = declarator.size() > 1 && scanner(tokens).holdsValues(here, previous);
+            isBraced = declarator.size() > 1 && items(tokens).holdsValues(here, previous);
             if (isBraced) break;
             tokens.next();
             return nullptr;
@@ -180,7 +180,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
 // Moves behind what turned out to be no declaration.
 void Parser::passStatement(TokenBuffer& tokens) {
     while (tokens.peekKind() != Semicolon && tokens.peekKind() != CloseBrace && !endsTokens(tokens.peekKind())) {
-        tokens.moveTo(scanner(tokens).behind(tokens.place()));
+        tokens.moveTo(view(tokens).behind(tokens.place()));
     }
     if (tokens.peekKind() == Semicolon) tokens.next();
 }
@@ -194,7 +194,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     const bool followsName = previous != TokenLinks::kNone && tokens.kindAt(previous) == Identifier;
     const Index close = links_.closing(open);
     if (!followsName || close == TokenLinks::kNone) return true;
-    const int following = tokens.kindAt(scanner(tokens).next(close));
+    const int following = tokens.kindAt(view(tokens).next(close));
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
                                startsData(following) || isClassKey(following) || following == KeywordStatic;
     return !continuesType && following != Assign;
@@ -256,7 +256,7 @@ std::unique_ptr<ExprNode> Parser::parseCallInitializer(TokenBuffer& tokens) {
         const Index close = links_.closing(open);
         Index place = open + 1;
         while (place < close && tokens.kindAt(place) != Semicolon && tokens.kindAt(place) != Trn::kEndKind) ++place;
-        if (place == close) place = scanner(tokens).next(close);
+        if (place == close) place = view(tokens).next(close);
         report(tokens.at(place).start, tokens.kindAt(place) == Semicolon ? UnexpectedSemicolon : ExpectedDataEnd);
         passStatement(tokens);
         return nullptr;

@@ -114,7 +114,7 @@ void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
 
 // What a file, a namespace body, a linkage block and a class body have in common.
 void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
-    const Index following = scanner(tokens).next(tokens.place());
+    const Index following = view(tokens).next(tokens.place());
     const bool isForeign = isAccessKeyword(tokens.peekKind()) && scope == Scope::Outside &&
                            (isClassKey(tokens.kindAt(following)) || tokens.kindAt(following) == KeywordStatic);
     if (keepsUnrecognized_ && isForeign) throw ParseEnded{tokens.current().start, kOtherLanguage};
@@ -165,7 +165,7 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
     NestingScope nesting(depth_, tokens);
     skipTrivia(tokens);
     const Index start = tokens.place();
-    const Item item = scanner(tokens).scanDeclaration(start, {scope, className_}, noBraceBefore_);
+    const Item item = items(tokens).scanDeclaration(start, {scope, className_}, noBraceBefore_);
     switch (item.shape) {
         case Shape::Function: return parseFunctionShape(tokens, start, item);
         case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
@@ -191,9 +191,9 @@ Parser::Declaration Parser::failAtEnd(TokenBuffer& tokens, Index end) {
 // A declaration with parameters. Its head ends with the tail behind these; then head and body are parsed.
 Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start, const Item& item) {
     if (links_.closing(item.parameters) == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
-    const HeadTail tail = scanner(tokens).scanTailOf(item.parameters);
+    const HeadTail tail = heads(tokens).scanTailOf(item.parameters);
     if (tail.brokenThrow != TokenLinks::kNone) {
-        const Token found = tokens.at(scanner(tokens).next(tail.brokenThrow));
+        const Token found = tokens.at(view(tokens).next(tail.brokenThrow));
         report(found.start, "Expected '(' as part of exception specification clause 'throw()'. Got: " + shown(found));
     }
     if (tail.initializers != TokenLinks::kNone && tokens.kindAt(tail.end) == Trn::kEndKind) {
@@ -223,7 +223,7 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
             report(token.start, ExpectedFunctionEnd);
             return {};
         }
-        tokens.moveTo(scanner(tokens).behind(tokens.place()));
+        tokens.moveTo(view(tokens).behind(tokens.place()));
         if (token.kind == Semicolon) break;
         sawDeclarator |= token.kind == OpenParen;
         sawAssign |= token.kind == Assign;

@@ -78,7 +78,7 @@ void Parser::takeGroup(TokenBuffer& tokens, Index close, Expression& expression)
 // At a "[" of a lambda, notes where its body will be.
 void Parser::noteLambda(const TokenBuffer& tokens, Expression& expression) {
     if (expression.previous != TokenLinks::kNone && endsOperand(tokens.kindAt(expression.previous))) return;
-    if (const auto body = scanner(tokens).lambdaBody(tokens.place())) expression.lambdas.push_back(*body);
+    if (const auto body = heads(tokens).lambdaBody(tokens.place())) expression.lambdas.push_back(*body);
 }
 
 // At a "{": takes the block that begins here. Says false when it holds values.
@@ -140,7 +140,7 @@ bool Parser::endsExpression(const TokenBuffer& tokens, const Expression& stateme
         case KeywordDefault: return true;
         case OpenBrace:
             return !statement.expectsBodyAt(tokens.place()) &&
-                   (isFirst || !scanner(tokens).holdsValues(tokens.place(), statement.previous));
+                   (isFirst || !items(tokens).holdsValues(tokens.place(), statement.previous));
         case KeywordThrow:
         case KeywordReturn: return !isFirst;
         case KeywordClass:

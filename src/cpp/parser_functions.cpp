@@ -89,7 +89,7 @@ void Parser::parseHeadTail(TokenBuffer& tokens, Index end, FunctionHeadNode& hea
     while (true) {
         skipTrivia(tokens);
         if (tokens.place() >= end || tokens.peekKind() == Trn::kEndKind) break;
-        if (tokens.peekKind() == Assign && tokens.kindAt(scanner(tokens).next(tokens.place())) == Number) break;
+        if (tokens.peekKind() == Assign && tokens.kindAt(view(tokens).next(tokens.place())) == Number) break;
         words.add(tokens.next());
     }
     head.setTail(words.makeLeaf<ExprNode>());
@@ -114,7 +114,7 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens, Index par
             break;
         }
         const Index here = tokens.place();
-        const Index behind = scanner(tokens).behind(here);
+        const Index behind = view(tokens).behind(here);
         // `int (f)(int)`, `int NAME(f)(int)`: the name stands in parentheses.
         if (token.kind == OpenParen && behind == parameters) {
             nameStart = wrappedNameStart(tokens, here);
@@ -201,7 +201,7 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
         const Token token = peekSignificant(tokens);
         if (token.kind == Trn::kEndKind || token.kind == OpenParen) return true;
         skipTrivia(tokens);
-        tokens.moveTo(scanner(tokens).behind(tokens.place()));
+        tokens.moveTo(view(tokens).behind(tokens.place()));
     }
 }
 

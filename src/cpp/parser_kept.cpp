@@ -35,7 +35,7 @@ bool beginsItem(int kind) {
 // The place behind the item that begins at `start`: behind its ";", or behind a "}" that ends its line, or in front of
 // what can only be another item; `start` where nothing of one stands.
 Parser::Index Parser::endOfItem(const TokenBuffer& tokens, Index start) const {
-    const ItemScanner look = scanner(tokens);
+    const TokenView look = view(tokens);
     const Index first = links_.significant(start);
     Index end = first;  // behind the last token that has been taken
     for (Index place = first;;) {
@@ -87,7 +87,7 @@ void Parser::addAlias(TokenBuffer& tokens, InteriorNode& list, InteriorNode* com
         const int kind = tokens.kindAt(place);
         return kind == Semicolon || kind == CloseBrace || endsTokens(kind);
     };
-    while (!ends()) place = scanner(tokens).behind(place);
+    while (!ends()) place = view(tokens).behind(place);
     if (keepsUnrecognized_ && tokens.kindAt(place) == Semicolon) {
         list.add(makeVerbatimNode(tokens, start, place + 1));
     } else {

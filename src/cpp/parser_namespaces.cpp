@@ -13,7 +13,7 @@ namespace Cpp {
 
 // At "namespace": whether it gives another name to one.
 bool Parser::isNamespaceAlias(const TokenBuffer& tokens) const {
-    const ItemScanner look = scanner(tokens);
+    const TokenView look = view(tokens);
     const Index name = look.next(tokens.place());
     return tokens.kindAt(name) == Identifier && tokens.kindAt(look.next(name)) == Assign;
 }
@@ -40,7 +40,7 @@ std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& token
         const bool isArgument = kind == OpenParen && !name.empty() && links_.closing(place) != TokenLinks::kNone;
         if (kind == Identifier || kind == KeywordInline) {
             name.add(nextSignificant(tokens));
-        } else if (isArgument || scanner(tokens).opensAttribute(place)) {
+        } else if (isArgument || view(tokens).opensAttribute(place)) {
             addThrough(tokens, links_.closing(place) + 1, name);
         } else {
             break;
@@ -83,12 +83,12 @@ void Parser::addTemplate(TokenBuffer& tokens, InteriorNode& list) {
     if (tokens.at(conditions).text != "requires") return;
     addTrivia(tokens, list);
     TokenText text;
-    addThrough(tokens, scanner(tokens).behindRequires(conditions), text);
+    addThrough(tokens, heads(tokens).behindRequires(conditions), text);
     list.add(text.makeLeaf<ExprNode>());
 }
 
 void Parser::parseLinkage(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
-    const ItemScanner look = scanner(tokens);
+    const TokenView look = view(tokens);
     const Index language = look.next(tokens.place());
     const Index brace = look.next(language);
     if (tokens.kindAt(language) == StringLiteral && tokens.kindAt(brace) == OpenBrace) {

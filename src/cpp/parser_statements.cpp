@@ -139,7 +139,7 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
 
 void Parser::parseStatement(TokenBuffer& tokens, BlockNode& block) {
     const Index start = tokens.place();
-    const Index word = scanner(tokens).behindAnnotations(start);
+    const Index word = view(tokens).behindAnnotations(start);
     const Token token = tokens.at(word);
     const bool isControl = isControlKeyword(token.kind) || token.kind == KeywordCase || token.kind == KeywordDefault;
     if (isControl && word != start) {
@@ -177,7 +177,7 @@ void Parser::parseDeclarationInBlock(TokenBuffer& tokens, BlockNode& block) {
 
 // A statement whose first word, behind annotations, is the name at `word`.
 void Parser::parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index word) {
-    const ItemScanner look = scanner(tokens);
+    const ItemScanner look = items(tokens);
     const Index following = look.next(word);
     const int kind = tokens.kindAt(following);
     const bool isAnnotated = word != tokens.place();
@@ -204,7 +204,8 @@ void Parser::parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index wo
 
 // A macro that stands by itself, or governs a statement. Says false where there is none.
 bool Parser::parseMacroStatement(TokenBuffer& tokens, BlockNode& block) {
-    const Item item = scanner(tokens).scanMacroStatement(tokens.place());
+    if (!keepsUnrecognized_) return false;
+    const Item item = macros(tokens).scanStatement(tokens.place());
     switch (item.shape) {
         case Item::Shape::Macro: block.add(makeKeptNode(tokens, tokens.place(), item.place, true)); return true;
         case Item::Shape::MacroHead: block.add(parseMacroCtrlStmt(tokens)); return true;
@@ -349,7 +350,7 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
     head->setEnd(condition->end());
     head->setCondition(std::move(condition));
     const Index attribute = links_.significant(tokens.place());
-    if (scanner(tokens).opensAttribute(attribute)) {
+    if (view(tokens).opensAttribute(attribute)) {
         const Index close = links_.closing(attribute);
         head->setEnd(tokens.at(close).end);
         tokens.moveTo(close + 1);
@@ -360,7 +361,7 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
 // The words between a keyword and its "(", as in `if constexpr (a)`, `for each (…)`, or in front of the body, as in
 // `if consteval {`. Returns where they end.
 Trn::Position Parser::takeHeadWords(TokenBuffer& tokens, Position end) {
-    const ItemScanner look = scanner(tokens);
+    const TokenView look = view(tokens);
     Index place = links_.significant(tokens.place());
     Index last = TokenLinks::kNone;
     for (; tokens.kindAt(place) == Identifier || tokens.kindAt(place) == Exclamation; place = look.next(place)) {

@@ -4,6 +4,7 @@
 #include "cpp/parser_messages.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 
 namespace Cpp {
 

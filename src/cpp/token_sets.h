@@ -66,6 +66,13 @@ constexpr bool isQualifier(int kind) {
     return kind == KeywordConst || kind == KeywordVolatile;
 }
 
+// A token behind the "}" of a list of values.
+constexpr bool followsValue(int kind) {
+    return (kind >= Semicolon && kind <= ArrowAsterisk && kind != OpenBrace && kind != CloseBrace &&
+            kind != Tilde && kind != Exclamation) ||
+           kind == CloseBrace;
+}
+
 // A keyword that begins a data declaration inside a block.
 constexpr bool startsData(int kind) {
     switch (kind) {
@@ -76,11 +83,6 @@ constexpr bool startsData(int kind) {
         case KeywordTypename: return true;
         default: return isQualifier(kind) || (kind >= KeywordChar && kind <= KeywordVoid);
     }
-}
-
-// A name that takes its parenthesised argument with it.
-constexpr bool isAttributeWord(std::string_view word) {
-    return word == "__based" || word == "_based" || word == "__assume" || word == "__declspec";
 }
 
 constexpr bool isAssemblerWord(std::string_view word) {

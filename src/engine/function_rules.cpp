@@ -5,7 +5,7 @@
 //     …
 // }
 #include "cpp/characters.h"
-#include "cpp/item_scanner.h"
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"

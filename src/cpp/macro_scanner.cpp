@@ -1,0 +1,193 @@
+#include "cpp/macro_scanner.h"
+
+#include "cpp/token_classes.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "cpp/words.h"
+
+namespace Cpp {
+
+namespace {
+
+// More macros in a row than anyone writes at the end of a body; the look for them ends there.
+constexpr int kMaximumMacroRun = 16;
+
+// Whether no item goes on at a token of the kind.
+constexpr bool endsStatements(int kind) {
+    return kind == CloseBrace || kind == KeywordElse || kind == KeywordCatch || kind == KeywordCase ||
+           kind == Trn::kEndKind;
+}
+
+// A keyword that begins a declaration wherever it stands: what is in front of it on another line is complete.
+constexpr bool onlyBeginsDeclarations(int kind) {
+    switch (kind) {
+        case KeywordNamespace:
+        case KeywordTemplate:
+        case KeywordUsing:
+        case KeywordClass:
+        case KeywordStruct:
+        case KeywordUnion:
+        case KeywordEnum:
+            return true;
+        default:
+            return isStorageWord(kind) || isAccessKeyword(kind);
+    }
+}
+
+}  // namespace
+
+Item MacroScanner::scanStatement(Index start) const {
+    using Shape = Item::Shape;
+    const Trn::Token word = tokens_.at(start);
+    if (word.kind != Identifier || isScopedName(word) || takesArgument(word) || isAssemblerWord(word.text))
+        return {};
+    const Index open = next(start);
+    if (kind(open) == OpenBrace) return scanHead(open);
+    if (kind(open) != OpenParen) {
+        const bool isMacro = isWordMacro(start) || isFollowedByCall(start, open);
+        return isMacro ? Item{Shape::Macro, start + 1, 0} : Item{};
+    }
+    const Index close = links_.closing(open);
+    if (close == kNone) return {};
+    const Index following = next(close);
+    if (endsStatements(kind(following))) return {Shape::Macro, close + 1, 0};
+    if (kind(following) == OpenBrace) return scanHead(following);
+    const bool isLater = startsLaterLine(following, close);
+    if (!isLater) return beginsPlainStatement(following) ? Item{Shape::MacroHead, following, 0} : Item{};
+    const bool begins = beginsPlainStatement(following) || beginsUnclearStatement(following);
+    if (begins && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
+    const bool beginsItem = begins || isWord(kind(following)) || opensAttribute(following);
+    return beginsItem ? Item{Shape::Macro, close + 1, 0} : Item{};
+}
+
+// The head of the block whose "{" is at the place, unless values stand in it.
+Item MacroScanner::scanHead(Index openBrace) const {
+    const bool isBlock = links_.holdsStatements(openBrace) || !followsValue(kind(behind(openBrace)));
+    return isBlock ? Item{Item::Shape::MacroHead, openBrace, 0} : Item{};
+}
+
+bool MacroScanner::isWordMacro(Index place) const {
+    const Trn::Token word = tokens_.at(place);
+    if (word.kind != Identifier || isScopedName(word)) return false;
+    const Index following = next(place);
+    const int followingKind = kind(following);
+    if (endsStatements(followingKind)) return true;
+    if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
+    if (!startsLaterLine(following, place)) return false;
+    if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
+    if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
+    return isCompleteDeclaration(following) || endsInWordMacros(following);
+}
+
+// Whether nothing but words that may be macros, each in a line of its own, stands up to the end of the body
+// or the text.
+bool MacroScanner::endsInWordMacros(Index place) const {
+    for (int count = 0; count < kMaximumMacroRun; ++count) {
+        const Trn::Token word = tokens_.at(place);
+        if (word.kind != Identifier || !isUpperCase(word.text)) return false;
+        const Index following = next(place);
+        if (kind(following) == CloseBrace || kind(following) == Trn::kEndKind) return true;
+        if (!startsLaterLine(following, place)) return false;
+        place = following;
+    }
+    return false;
+}
+
+// Whether the words at the place are a type and a name, or a statement.
+bool MacroScanner::isCompleteDeclaration(Index place) const {
+    if (isControlKeyword(kind(place)) || isJumpKeyword(kind(place)) || kind(place) == KeywordCase)
+        return true;
+    if (tokens_.at(place).text.starts_with('~')) return true;
+    int words = 0;
+    Index previous = place;
+    for (Index here = place;; previous = here, here = behind(here)) {
+        const int kindHere = kind(here);
+        if (kindHere == KeywordOperator) {
+            // Only a conversion has no type in front.
+            const int converted = kind(next(here));
+            return words > 0 || (isWord(converted) && converted != KeywordNew && converted != KeywordDelete);
+        } else if (isWord(kindHere)) {
+            words += !tokens_.at(here).text.starts_with("::");
+            if (words > 1) return true;
+        } else if (kindHere == OpenParen) {
+            if (takesArgument(tokens_.at(previous))) continue;
+            return words == 1 && isUpperCase(tokens_.at(previous).text);
+        } else if (kindHere != Asterisk && kindHere != Ampersand && kindHere != Less &&
+                   kindHere != LogicalAnd) {
+            return false;
+        }
+    }
+}
+
+// Whether a word by itself in its line has a statement behind it that no declaration begins like.
+bool MacroScanner::isFollowedByCall(Index word, Index following) const {
+    if (!startsLaterLine(following, word) || kind(following) != Identifier) return false;
+    switch (kind(next(following))) {
+        case OpenParen:
+        case Dot:
+        case Arrow:
+        case PlusAssign:
+        case MinusAssign:
+        case BarAssign:
+        case AmpersandAssign:
+        case Increment:
+        case Decrement:
+            return true;
+        case Assign:
+            return isUpperCase(tokens_.at(word).text);
+        default:
+            return false;
+    }
+}
+
+// Whether a statement begins at the place that is one behind a macro on the same line too.
+bool MacroScanner::beginsPlainStatement(Index place) const {
+    const int first = kind(place);
+    if (isControlKeyword(first)) return first != KeywordElse && first != KeywordCatch;
+    if (isJumpKeyword(first)) return true;
+    if (first != Identifier) return false;
+    switch (kind(next(place))) {
+        case OpenParen:
+        case Dot:
+        case Arrow:
+        case Increment:
+        case Decrement:
+        case PlusAssign:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// One that, were it on the same line as the macro, would be taken for a part of a declaration or an
+// expression.
+bool MacroScanner::beginsUnclearStatement(Index place) const {
+    switch (kind(place)) {
+        case Identifier:
+        case Asterisk:
+        case Increment:
+        case Decrement:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// Whether the line that begins with the token is indented further than that of the macro. A tab counts as 8
+// columns, as nearly everywhere; only the scheme knows.
+bool MacroScanner::isIndentedFrom(Index head, Index following) const {
+    constexpr std::size_t tabSize = 8;
+    const Trn::Token word = tokens_.at(head);
+    const char* const source = word.text.data() - word.offset;
+    const auto indentation = [source](const Trn::Token& token) {
+        const char* const start = source + token.offset;
+        std::size_t column = 0;
+        for (const char* c = start - (token.start.column - 1); c != start && (*c == ' ' || *c == '\t'); ++c) {
+            column = *c == '\t' ? (column / tabSize + 1) * tabSize : column + 1;
+        }
+        return column;
+    };
+    return indentation(tokens_.at(following)) > indentation(tokens_.at(head));
+}
+
+}  // namespace Cpp

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "cpp/item.h"
+#include "cpp/token_view.h"
+
+namespace Cpp {
+
+// Macros without a ";", in sources that nobody has preprocessed. Often only lines tell where one ends.
+class MacroScanner : public TokenView {
+public:
+    using TokenView::TokenView;
+
+    // The macro that is a statement, or the head of one, at a place in a block; of Shape::None when it is
+    // neither.
+    Item scanStatement(Index start) const;
+    // A word by itself in its line, when what follows is complete without it.
+    bool isWordMacro(Index place) const;
+
+private:
+    bool endsInWordMacros(Index place) const;
+    bool isCompleteDeclaration(Index place) const;
+    Item scanHead(Index openBrace) const;
+    bool isFollowedByCall(Index word, Index following) const;
+    bool beginsPlainStatement(Index place) const;
+    bool beginsUnclearStatement(Index place) const;
+    bool isIndentedFrom(Index head, Index following) const;
+};
+
+}  // namespace Cpp

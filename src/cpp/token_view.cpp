@@ -1,0 +1,43 @@
+#include "cpp/token_view.h"
+
+#include "cpp/token_kind.h"
+#include "cpp/words.h"
+
+namespace Cpp {
+
+TokenView::Index TokenView::behind(Index place) const {
+    switch (kind(place)) {
+        case OpenParen:
+        case OpenBracket:
+        case OpenBrace:
+        case Less:
+            if (const Index close = links_.closing(place); close != kNone) return next(close);
+            [[fallthrough]];
+        default:
+            return next(place);
+    }
+}
+
+bool TokenView::startsLaterLine(Index place, Index than) const {
+    return tokens_.at(place).start.line > tokens_.at(than).end.line;
+}
+
+bool TokenView::opensAttribute(Index place) const {
+    if (kind(place) != OpenBracket || kind(place + 1) != OpenBracket) return false;
+    const Index inner = links_.closing(place + 1);
+    return inner != kNone && links_.closing(place) == inner + 1;
+}
+
+TokenView::Index TokenView::behindAnnotations(Index place) const {
+    while (true) {
+        if (opensAttribute(place)) {
+            place = behind(place);
+        } else if (takesArgument(tokens_.at(place)) && kind(next(place)) == OpenParen) {
+            place = behind(next(place));
+        } else {
+            return place;
+        }
+    }
+}
+
+}  // namespace Cpp

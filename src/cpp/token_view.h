@@ -1,0 +1,34 @@
+#pragma once
+
+#include "cpp/token_links.h"
+#include "trn/token_buffer.h"
+
+namespace Cpp {
+
+// A walk over tokens by their links: past comments, and from a bracket to the one that closes it.
+class TokenView {
+public:
+    using Index = Trn::TokenBuffer::Index;
+
+    // Both are borrowed.
+    TokenView(const Trn::TokenBuffer& tokens, const TokenLinks& links) : tokens_(tokens), links_(links) {}
+
+    Index next(Index place) const { return links_.significant(place + 1); }
+    // Behind the token at the place, and behind the closing one when it opens a bracket.
+    Index behind(Index place) const;
+    // Behind attributes and annotations with arguments, and behind those of the statement's first keyword.
+    Index behindAnnotations(Index place) const;
+    // Whether the "[" is one of "[[", with its "]]".
+    bool opensAttribute(Index place) const;
+
+protected:
+    static constexpr Index kNone = TokenLinks::kNone;
+
+    int kind(Index place) const { return tokens_.kindAt(place); }
+    bool startsLaterLine(Index place, Index than) const;
+
+    const Trn::TokenBuffer& tokens_;
+    const TokenLinks& links_;
+};
+
+}  // namespace Cpp

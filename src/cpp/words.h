@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string_view>
+
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "trn/token.h"
+
+// What is told by a single word of a declaration.
+namespace Cpp {
+
+// A name or a keyword.
+constexpr bool isWord(int kind) {
+    return kind == Identifier || (kind >= KeywordClass && kind <= KeywordVoid);
+}
+
+constexpr bool isTypeWord(int kind) {
+    return startsData(kind) || isClassKey(kind) || kind == KeywordSigned || kind == KeywordUnsigned ||
+           kind == KeywordEnum || kind == KeywordTypename;
+}
+
+// A word that says how something is declared, and not of which type.
+constexpr bool isStorageWord(int kind) {
+    switch (kind) {
+        case KeywordStatic:
+        case KeywordInline:
+        case KeywordExtern:
+        case KeywordVirtual:
+        case KeywordExplicit:
+        case KeywordFriend:
+        case KeywordExport:
+        case KeywordTypedef:
+            return true;
+        default:
+            return false;
+    }
+}
+
+// A name that the language gives an argument in parentheses, which belongs to it: decltype, alignas,
+// noexcept, …
+bool takesArgument(const Trn::Token& word);
+
+// Whether no letter of the word is a small one, as in the names of macros.
+bool isUpperCase(std::string_view word);
+
+}  // namespace Cpp
