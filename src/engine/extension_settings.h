@@ -16,15 +16,13 @@ private:
     public:
         explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
 
-        bool isOn(ExtensionName<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.text()); }
-        OptionalText indent(ExtensionName<PropertyType::String> key) const {
-            return readIndent(*scheme_, key.text());
+        bool isOn(ExtensionKey<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.name); }
+        int number(ExtensionKey<PropertyType::Integer> key) const { return readInt(*scheme_, key.name, 0); }
+        OptionalText text(ExtensionKey<PropertyType::String> key) const {
+            return readText(*scheme_, key.name);
         }
-        int number(ExtensionName<PropertyType::Integer> key) const {
-            return readInt(*scheme_, key.text(), 0);
-        }
-        OptionalText text(ExtensionName<PropertyType::String> key) const {
-            return readText(*scheme_, key.text());
+        OptionalText indent(ExtensionKey<PropertyType::String> key) const {
+            return readIndent(*scheme_, key.name);
         }
 
     private:
@@ -34,36 +32,36 @@ private:
     Reader from_;  // for the members below, while they are set; not used later
 
 public:
-    bool keepsUnrecognized = from_.isOn("KEEP_UNRECOGNIZED");
+    bool keepsUnrecognized = from_.isOn(Keys::KEEP_UNRECOGNIZED);
 
-    OptionalText beforeLinkageOpen = from_.text("WS_BEFORE_LINKAGE_OPEN_BRACE");
-    OptionalText linkageIndent = from_.indent("INDENT_LINKAGE_CONTENT");
-    OptionalText singleIndent = from_.indent("INDENT_CS_SINGLE");
+    OptionalText beforeLinkageOpen = from_.text(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE);
+    OptionalText linkageIndent = from_.indent(Keys::INDENT_LINKAGE_CONTENT);
+    OptionalText singleIndent = from_.indent(Keys::INDENT_CS_SINGLE);
 
-    OptionalText beforeCaseOpen = from_.text("WS_BEFORE_CASE_OPEN_BRACE");
+    OptionalText beforeCaseOpen = from_.text(Keys::WS_BEFORE_CASE_OPEN_BRACE);
 
-    int oneLineFunctions = from_.number("KEEP_ONE_LINE_FUNCTIONS");
-    bool keepsOneLineInits = from_.isOn("KEEP_ONE_LINE_INITS");
-    bool keepsOneLineStatements = from_.isOn("KEEP_ONE_LINE_STATEMENTS");
-    bool keepsOneLineBlocks = from_.isOn("KEEP_ONE_LINE_BLOCKS");
-    bool keepsOneLineLists = from_.isOn("KEEP_ONE_LINE_LISTS");
+    int oneLineFunctions = from_.number(Keys::KEEP_ONE_LINE_FUNCTIONS);
+    bool keepsOneLineInits = from_.isOn(Keys::KEEP_ONE_LINE_INITS);
+    bool keepsOneLineStatements = from_.isOn(Keys::KEEP_ONE_LINE_STATEMENTS);
+    bool keepsOneLineBlocks = from_.isOn(Keys::KEEP_ONE_LINE_BLOCKS);
+    bool keepsOneLineLists = from_.isOn(Keys::KEEP_ONE_LINE_LISTS);
 
-    bool keepsLineBreaks = from_.isOn("KEEP_LINE_BREAKS");
+    bool keepsLineBreaks = from_.isOn(Keys::KEEP_LINE_BREAKS);
 
-    bool keepsLineIndent = from_.isOn("KEEP_LINE_INDENT");
-    int blankLines = from_.number("KEEP_BLANK_LINES");
-    bool keepsColumns = from_.isOn("KEEP_COLUMNS");
-    bool keepsReturnTypeBreak = from_.isOn("KEEP_FN_RETURN_TYPE_BREAK");
-    OptionalText labelIndent = from_.indent("INDENT_LABEL");
-    OptionalText beforeDoWhile = from_.text("WS_BEFORE_DO_WHILE");
-    OptionalText betweenEmptyForClauses = from_.text("WS_BETWEEN_EMPTY_FOR_CLAUSES");
-    bool keepsRegionIndent = from_.isOn("KEEP_REGION_INDENT");
-    OptionalText beforeFunctionQualifier = from_.text("WS_BEFORE_FN_QUALIFIER");
-    OptionalText betweenDeclarators = from_.text("WS_BETWEEN_DECLARATORS");
-    OptionalText beforeCastParen = from_.text("WS_BEFORE_CAST_OPEN_PAREN");
-    OptionalText afterShortCallName = from_.text("WS_AFTER_SHORT_CALL_NAME");
+    bool keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
+    int blankLines = from_.number(Keys::KEEP_BLANK_LINES);
+    bool keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
+    bool keepsReturnTypeBreak = from_.isOn(Keys::KEEP_FN_RETURN_TYPE_BREAK);
+    OptionalText labelIndent = from_.indent(Keys::INDENT_LABEL);
+    OptionalText beforeDoWhile = from_.text(Keys::WS_BEFORE_DO_WHILE);
+    OptionalText betweenEmptyForClauses = from_.text(Keys::WS_BETWEEN_EMPTY_FOR_CLAUSES);
+    bool keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
+    OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
+    OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
+    OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
+    OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);
 
-    OptionalText beforeOperator = from_.text("WS_BEFORE_EXPR_OP");
+    OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };
 
 }  // namespace Tessel

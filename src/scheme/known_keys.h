@@ -14,7 +14,7 @@ inline constexpr auto ALL = [] {
     std::array<std::string_view, CATALOGUE.size() + EXTENSIONS.size()> keys;
     const auto end = std::copy(CATALOGUE.begin(), CATALOGUE.end(), keys.begin());
     std::transform(EXTENSIONS.begin(), EXTENSIONS.end(), end,
-                   [](const ExtensionKey& key) { return key.name; });
+                   [](const TypedName& key) { return key.name; });
     return keys;
 }();
 
@@ -24,7 +24,7 @@ constexpr bool isKnown(std::string_view key) {
 
 // The type that the readers of a known key expect. Stored with another type, the key acts as absent.
 constexpr PropertyType typeOf(std::string_view key) {
-    const ExtensionKey* extension = findExtension(key);
+    const TypedName* extension = findExtension(key);
     return extension ? extension->type : catalogueTypeOf(key);
 }
 
