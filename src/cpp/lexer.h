@@ -42,15 +42,31 @@ private:
 
     bool atEnd() const { return place_ >= text_.size(); }
     char charAt(std::size_t place) const { return place < text_.size() ? text_[place] : '\0'; }
-    Position positionOf(std::size_t place) const;
+    Position positionOf(std::size_t place) const { return {line_, static_cast<std::uint32_t>(place - lineStart_)}; }
     void startLine(std::size_t place);
     void countLines(std::size_t first, std::size_t last);
 
+    // Names (lexer_names.cpp), numbers and literals (lexer_literals.cpp), and what the ends of lines end
+    // (lexer_lines.cpp): comments, directives and splices. The rest is in lexer.cpp.
     bool startsName() const;
     bool startsDestructor(std::size_t place) const;
     bool skipWhitespace();
-    Token begin() const;
-    Token finish(Token token, int kind);
+    // A token that begins here; its first character is not a line feed.
+    Token begin() const {
+        Token token;
+        token.start = positionOf(place_ + 1);
+        token.offset = static_cast<std::uint32_t>(place_);
+        return token;
+    }
+    // Ends the token at the current place. The lines that it runs over have been counted.
+    Token finish(Token token, int kind) {
+        token.kind = kind;
+        token.length = static_cast<std::uint32_t>(place_ - token.offset);
+        token.text = text_.substr(token.offset, token.length);
+        token.end = positionOf(place_);
+        if (opaque_) recordOpaque(token);
+        return token;
+    }
     void recordOpaque(const Token& token);
 
     Token scanName();

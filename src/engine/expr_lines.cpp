@@ -19,9 +19,10 @@ bool CppExprFormatter::endsLine(const Run& run) const {
 
 // Whether the current token begins a line that is kept.
 bool CppExprFormatter::keepsLine(const Run& run) const {
+    if (!run.keepsLines) return false;
     // `::new` begins with a name of no characters.
     const bool startsText = run.current().token.offset == run.tokens.front().token.offset;
-    if (!run.keepsLines || startsText) return false;
+    if (startsText) return false;
     return isLineBreak(run.sweep.gap()) || (run.out.column() == 0 && isAllWhitespace(run.sweep.gap()));
 }
 

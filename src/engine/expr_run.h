@@ -40,9 +40,7 @@ struct CppExprFormatter::Run {
           nameFollows(isNameFollowing) {}
 
     const ExprToken& current() const { return sweep.current(); }
-    int kindAt(std::size_t place) const {
-        return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
-    }
+    int kindAt(std::size_t place) const { return Tessel::kindAt(tokens, place); }
     // Of the last token in front of `place` that is no comment or directive.
     int kindBefore(std::size_t place) const {
         while (place > 0 && roleAt(place - 1) == ExprRole::Trivia) --place;

@@ -38,6 +38,18 @@ struct ExprToken {
     std::size_t partner = kNoToken;  // of an open or close role
 };
 
+// kEndKind behind the last token, and for kNoToken.
+inline int kindAt(const std::vector<ExprToken>& tokens, std::size_t place) {
+    return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
+}
+
+// The place of the next token that is no comment or directive.
+inline std::size_t nextPlace(const std::vector<ExprToken>& tokens, std::size_t place) {
+    do ++place;
+    while (place < tokens.size() && tokens[place].role == ExprRole::Trivia);
+    return place;
+}
+
 // How a text is read: as an expression; as a declaration in which marks and names stand behind types; or as the
 // part of a data declaration behind its type, `a[10], *b = 0`.
 enum class ExprMode { Expression, Declaration, Declarators };

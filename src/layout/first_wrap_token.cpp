@@ -59,10 +59,6 @@ std::size_t significantBehind(const std::vector<ExprToken>& tokens, std::size_t 
     return kNoToken;
 }
 
-int kindAt(const std::vector<ExprToken>& tokens, std::size_t place) {
-    return place == kNoToken ? Trn::kEndKind : tokens[place].token.kind;
-}
-
 }  // namespace
 
 namespace TokenClasses {

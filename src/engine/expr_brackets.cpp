@@ -1,0 +1,198 @@
+#include "engine/expr_brackets.h"
+
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+using Tokens = std::vector<ExprToken>;
+
+int closingKind(int kind) {
+    switch (kind) {
+        case Cpp::OpenParen:
+            return Cpp::CloseParen;
+        case Cpp::OpenBracket:
+            return Cpp::CloseBracket;
+        case Cpp::OpenBrace:
+            return Cpp::CloseBrace;
+        default:
+            return Cpp::Greater;
+    }
+}
+
+// A token that cannot stand among template arguments outside parentheses: the "<" before it compares.
+bool endsTemplateSearch(int kind) {
+    switch (kind) {
+        case Cpp::Semicolon:
+        case Cpp::StringLiteral:
+        case Cpp::Question:
+            return true;
+        default:
+            return kind != Trn::kEndKind && isAssignmentKind(kind);
+    }
+}
+
+// One that makes template arguments doubtful: `enable_if<!a && b>::type` has them, `a < b && c > d` has not.
+bool isConditionOperator(int kind) {
+    switch (kind) {
+        case Cpp::Exclamation:
+        case Cpp::Equal:
+        case Cpp::NotEqual:
+        case Cpp::LessEqual:
+        case Cpp::GreaterEqual:
+            return true;
+        default:
+            return isLogicalAndOr(kind);
+    }
+}
+
+// A token that can only follow a ">" when that was a greater-than.
+bool isOperandStart(const Trn::Token& token) {
+    switch (token.kind) {
+        case Cpp::Identifier:
+            return !token.text.starts_with("::");
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool canPrecedeTemplateArguments(int kind) {
+    return kind == Cpp::Identifier || kind == Cpp::KeywordOperator || kind == Cpp::KeywordTemplate ||
+           isCastKeyword(kind);
+}
+
+class BracketMatcher {
+public:
+    BracketMatcher(Tokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+
+    void run() {
+        int previousKind = Trn::kEndKind;
+        for (std::size_t place = 0; place < tokens_.size(); ++place) {
+            ExprToken& token = tokens_[place];
+            const int kind = token.token.kind;
+            if (token.role == ExprRole::Trivia || token.role == ExprRole::Block) continue;
+            switch (kind) {
+                case Cpp::OpenParen:
+                case Cpp::OpenBracket:
+                case Cpp::OpenBrace:
+                    open_.push_back({place});
+                    break;
+                case Cpp::Less:
+                    if (canPrecedeTemplateArguments(previousKind)) open_.push_back({place});
+                    break;
+                case Cpp::CloseParen:
+                case Cpp::CloseBracket:
+                case Cpp::CloseBrace:
+                    close(place);
+                    break;
+                case Cpp::Greater:
+                    closeAngle(place);
+                    break;
+                case Cpp::ShiftRight:
+                    closeTwoAngles(place);
+                    break;
+                default:
+                    if (isConditionOperator(kind)) {
+                        if (!endsArgument(place)) doubtAngles();
+                    } else if (endsTemplateSearch(kind)) {
+                        dropAngles();
+                    }
+            }
+            previousKind = kind;
+        }
+    }
+
+private:
+    struct Open {
+        std::size_t place;
+        bool isDoubted = false;  // an angle behind which an operator of conditions stands
+    };
+
+    bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back().place) == Cpp::Less; }
+
+    void dropAngles() {
+        while (angleIsOpen()) open_.pop_back();
+    }
+
+    // Those that are open up to the next bracket compare, unless a name in what they make follows.
+    void doubtAngles() {
+        for (auto open = open_.rbegin(); open != open_.rend() && !open->isDoubted; ++open) {
+            if (kindAt(tokens_, open->place) != Cpp::Less) return;
+            open->isDoubted = true;
+        }
+    }
+
+    // `T &&>`: the "&&" belongs to a type.
+    bool endsArgument(std::size_t place) const {
+        const int next = kindAt(tokens_, nextPlace(tokens_, place));
+        return kindAt(tokens_, place) == Cpp::LogicalAnd && (next == Cpp::Greater || next == Cpp::ShiftRight);
+    }
+
+    void join(std::size_t openPlace, std::size_t closePlace) {
+        tokens_[openPlace].partner = closePlace;
+        tokens_[closePlace].partner = openPlace;
+    }
+
+    void close(std::size_t place) {
+        dropAngles();
+        if (open_.empty() || closingKind(kindAt(tokens_, open_.back().place)) != kindAt(tokens_, place))
+            return;
+        join(open_.back().place, place);
+        open_.pop_back();
+    }
+
+    bool canEndTemplateArguments(std::size_t place) const {
+        if (open_.back().isDoubted) {
+            const std::size_t name = nextPlace(tokens_, place);
+            return name < tokens_.size() && tokens_[name].token.text.starts_with("::");
+        }
+        if (mode_ == ExprMode::Declaration) return true;
+        const std::size_t next = nextPlace(tokens_, place);
+        return next >= tokens_.size() || !isOperandStart(tokens_[next].token) ||
+               startsDeclaration(open_.back().place);
+    }
+
+    // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a
+    // condition.
+    bool startsDeclaration(std::size_t place) const { return place == 1; }
+
+    void closeAngle(std::size_t place) {
+        if (!angleIsOpen()) return;
+        if (canEndTemplateArguments(place)) {
+            join(open_.back().place, place);
+            open_.pop_back();
+        } else {
+            dropAngles();
+        }
+    }
+
+    // ">>" closes two lists at once; the token is given to the outer one.
+    void closeTwoAngles(std::size_t place) {
+        const std::size_t count = open_.size();
+        if (count < 2 || !angleIsOpen() || kindAt(tokens_, open_[count - 2].place) != Cpp::Less) return;
+        if (!canEndTemplateArguments(place)) return;
+        tokens_[open_.back().place].partner = place;
+        open_.pop_back();
+        join(open_.back().place, place);
+        open_.pop_back();
+    }
+
+    Tokens& tokens_;
+    ExprMode mode_;
+    std::vector<Open> open_;
+};
+
+}  // namespace
+
+void matchBrackets(std::vector<ExprToken>& tokens, ExprMode mode) {
+    BracketMatcher(tokens, mode).run();
+}
+
+}  // namespace Tessel

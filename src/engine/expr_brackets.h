@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vector>
+
+#include "engine/expr_tokens.h"
+
+namespace Tessel {
+
+// Finds the partners of all brackets, "<" among them where it can open template arguments. One pass.
+void matchBrackets(std::vector<ExprToken>& tokens, ExprMode mode);
+
+}  // namespace Tessel

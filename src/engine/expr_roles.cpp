@@ -1,0 +1,338 @@
+// The tokens are walked with what stands in front of each:
+//
+//     a * b     binary: behind an operand
+//     a * -b    "-" unary: behind an operator
+//     T *p = q  a mark: behind a type, in front of a name that is declared
+//     (T *)p    a mark: no operand follows
+#include "engine/expr_roles.h"
+
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+using Tokens = std::vector<ExprToken>;
+
+class RoleFinder {
+public:
+    RoleFinder(Tokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+
+    void run() {
+        for (std::size_t place = 0; place < tokens_.size(); ++place) {
+            if (tokens_[place].role == ExprRole::Trivia) continue;
+            tokens_[place].role = roleOf(place);
+            advance(place);
+        }
+    }
+
+private:
+    // What has been read since the last token that can begin a declaration.
+    struct Segment {
+        bool isTypeSoFar = true;  // nothing but the words of a type
+        bool sawType = false;     // a word that is a type by itself
+        bool atTextStart = true;  // begins the text or a clause of it
+        bool sawQuestion = false;
+        bool isParameter = false;   // of a lambda
+        bool sawQualifier = false;  // "const", which only types have
+    };
+
+    int previousKind() const { return kindAt(tokens_, previous_); }
+    ExprRole previousRole() const { return tokens_[previous_].role; }
+
+    ExprRole roleOf(std::size_t place) const {
+        const ExprToken& token = tokens_[place];
+        const int kind = token.token.kind;
+        if (token.role == ExprRole::Block) return ExprRole::Block;
+        if (previous_ != kNoToken && previousKind() == Cpp::KeywordOperator && isOperatorName(place)) {
+            return ExprRole::Operand;
+        }
+        const bool isMatched = token.partner != kNoToken;
+        switch (kind) {
+            case Cpp::OpenParen:
+            case Cpp::OpenBracket:
+                return isMatched ? ExprRole::GroupOpen : ExprRole::Operand;
+            case Cpp::CloseParen:
+            case Cpp::CloseBracket:
+                return isMatched ? ExprRole::GroupClose : ExprRole::Operand;
+            case Cpp::OpenBrace:
+                return isMatched && opensAggregate() ? ExprRole::BraceOpen : ExprRole::Operand;
+            case Cpp::CloseBrace:
+                return isMatched && tokens_[token.partner].role == ExprRole::BraceOpen ? ExprRole::BraceClose
+                                                                                       : ExprRole::Operand;
+            case Cpp::Less:
+                return isMatched ? ExprRole::TemplateOpen : ExprRole::BinaryOperator;
+            case Cpp::Greater:
+            case Cpp::ShiftRight:
+                return isMatched ? ExprRole::TemplateClose : ExprRole::BinaryOperator;
+            case Cpp::Comma:
+            case Cpp::Semicolon:
+                return ExprRole::Separator;
+            case Cpp::Tilde:
+                return ExprRole::UnaryOperator;
+            case Cpp::Exclamation:
+                return ExprRole::UnaryOperator;
+            case Cpp::Increment:
+            case Cpp::Decrement:
+                return followsOperand(place) ? ExprRole::Operand : ExprRole::UnaryOperator;
+            case Cpp::Asterisk:
+            case Cpp::Ampersand:
+            case Cpp::LogicalAnd:
+                return roleOfStar(place);
+            case Cpp::Plus:
+            case Cpp::Minus:
+                return followsOperand(place) ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+            case Cpp::Identifier:
+                return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
+            case Cpp::Colon:
+                return introducesWidth() ? ExprRole::Operand : ExprRole::BinaryOperator;
+            case Cpp::Assign:
+                return isCapture(place) ? ExprRole::Operand : ExprRole::BinaryOperator;
+            default:
+                return isOperatorKind(kind) ? ExprRole::BinaryOperator : ExprRole::Operand;
+        }
+    }
+
+    // The token behind "operator", and the ")" or "]" that belongs to it.
+    bool isOperatorName(std::size_t place) const {
+        const int kind = kindAt(tokens_, place);
+        return kind >= Cpp::Assign || kind == Cpp::Comma || kind == Cpp::OpenParen;
+    }
+
+    bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
+
+    // Outside all brackets of the text behind a type.
+    bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty(); }
+
+    // A ":" of a bit field, as opposed to that of a conditional expression.
+    bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
+
+    // The "=" of a lambda's capture list.
+    bool isCapture(std::size_t place) const {
+        return previous_ != kNoToken && previousKind() == Cpp::OpenBracket &&
+               (kindAt(tokens_, place + 1) == Cpp::CloseBracket || kindAt(tokens_, place + 1) == Cpp::Comma);
+    }
+
+    bool isInDeclaration() const { return mode_ == ExprMode::Declaration || segment_.isParameter; }
+
+    ExprRole roleOfStar(std::size_t place) const {
+        const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
+        if (isAmongDeclarators() && (previous_ == kNoToken || previousKind() == Cpp::Comma))
+            return ExprRole::Mark;
+        if (previous_ != kNoToken && previousRole() == ExprRole::Mark) return ExprRole::Mark;
+        if (previous_ == kNoToken) return isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+        if (isMark(place)) return ExprRole::Mark;
+        return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+    }
+
+    bool followsType() const {
+        const int kind = previousKind();
+        return kind == Cpp::Identifier || previousRole() == ExprRole::TemplateClose ||
+               isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) || kind == Cpp::KeywordUnsigned ||
+               kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto;
+    }
+
+    bool isMark(std::size_t place) const {
+        if (!followsType()) return false;
+        if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto) return true;
+        std::size_t next = nextPlace(tokens_, place);
+        while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
+            next = nextPlace(tokens_, next);
+        }
+        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && isInDeclaration();
+        if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar))
+            return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
+        if (!segment_.isTypeSoFar || !segment_.sawType) return false;
+        if (segment_.sawQualifier) return true;
+        const int kind = kindAt(tokens_, next);
+        if (kind == Cpp::Assign) return isInDeclaration();
+        if (kind == Cpp::OpenParen) return isInDeclaration() && kindAt(tokens_, next + 1) == Cpp::Asterisk;
+        if (kind != Cpp::Identifier) return false;
+        const std::size_t behindName = nextPlace(tokens_, next);
+        if (isInDeclaration()) return endsDeclaredName(behindName);
+        const int behind = kindAt(tokens_, behindName);
+        return segment_.atTextStart && (behind == Cpp::Assign || behind == Cpp::Colon);
+    }
+
+    // Where no operand can follow, a "*" or "&" multiplies nothing.
+    bool endsDeclarator(std::size_t place) const {
+        if (place < tokens_.size() && tokens_[place].role == ExprRole::Block) return true;
+        switch (kindAt(tokens_, place)) {
+            case Trn::kEndKind:
+            case Cpp::CloseParen:
+            case Cpp::Comma:
+            case Cpp::Dot:  // of "..."
+            case Cpp::Semicolon:
+                return true;
+            case Cpp::Greater:
+            case Cpp::ShiftRight:
+                return tokens_[place].partner != kNoToken;
+            default:
+                return false;
+        }
+    }
+
+    bool endsDeclaredName(std::size_t place) const {
+        switch (kindAt(tokens_, place)) {
+            case Cpp::Assign:
+            case Cpp::Colon:
+            case Cpp::OpenBracket:
+            case Cpp::OpenParen:
+                return true;
+            default:
+                return endsDeclarator(place);
+        }
+    }
+
+    bool isDeclaredName(std::size_t place) const {
+        if (!isInDeclaration() || previous_ == kNoToken) return false;
+        if (tokens_[place].token.text.starts_with("::")) return false;
+        if (!segment_.isTypeSoFar || !segment_.sawType || !followsType()) return false;
+        return endsDeclaredName(nextPlace(tokens_, place));
+    }
+
+    // Whether the token stands behind an operand, so that an operator there is a binary one.
+    bool followsOperand(std::size_t place) const {
+        if (previous_ == kNoToken) return false;
+        switch (previousRole()) {
+            case ExprRole::GroupClose:
+                return !followsCast(place);
+            case ExprRole::TemplateClose:
+            case ExprRole::BraceClose:
+            case ExprRole::Block:
+            case ExprRole::Name:
+                return true;
+            case ExprRole::Operand:
+                break;
+            default:
+                return false;
+        }
+        switch (previousKind()) {
+            case Cpp::Identifier:
+            case Cpp::Number:
+            case Cpp::CharLiteral:
+            case Cpp::StringLiteral:
+            case Cpp::Unknown:
+            case Cpp::KeywordThis:
+            case Cpp::KeywordTrue:
+            case Cpp::KeywordFalse:
+            case Cpp::Increment:
+            case Cpp::Decrement:
+            case Cpp::CloseParen:
+            case Cpp::CloseBracket:
+            case Cpp::CloseBrace:
+                return true;
+            default:
+                return isBuiltinTypeKeyword(previousKind());
+        }
+    }
+
+    // `(T)-x`: whether the group in front is a cast. With one name in it, `(n)*x`, it may be either: then the
+    // input's white space behind the operator tells what its writer meant; but behind a cast a sign is that
+    // of a number.
+    bool followsCast(std::size_t place) const {
+        const std::size_t close = previous_;
+        const std::size_t open = tokens_[close].partner;
+        if (kindAt(tokens_, close) != Cpp::CloseParen || tokens_[open].followsCall) return false;
+        bool isOneName = true;
+        bool sawTypeWord = false;
+        int count = 0;
+        for (std::size_t inside = nextPlace(tokens_, open); inside < close;
+             inside = nextPlace(tokens_, inside)) {
+            const ExprToken& token = tokens_[inside];
+            const int kind = token.token.kind;
+            if (inside > open + kLongestCast) return false;
+            if (token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
+                kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind)) {
+                sawTypeWord = true;
+            } else if (kind != Cpp::Identifier && token.role != ExprRole::TemplateOpen &&
+                       token.role != ExprRole::TemplateClose) {
+                if (!sawTypeWord) return false;
+            }
+            isOneName = isOneName && kind == Cpp::Identifier;
+            ++count;
+        }
+        if (count == 0) return false;
+        if (sawTypeWord) return true;
+        if (!isOneName || count > 1) return false;
+        const Trn::Token& mark = tokens_[place].token;
+        const std::size_t next = place + 1;
+        const bool isSign = mark.kind == Cpp::Plus || mark.kind == Cpp::Minus;
+        if (isSign && kindAt(tokens_, next) != Cpp::Number) return false;
+        return next < tokens_.size() && tokens_[next].token.offset == mark.offset + mark.length;
+    }
+
+    void advance(std::size_t place) {
+        ExprToken& token = tokens_[place];
+        if (token.role == ExprRole::GroupOpen && previous_ != kNoToken) token.followsCall = isCallee();
+        if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
+            outer_.push_back(segment_);
+            segment_ = {};
+            segment_.atTextStart = false;
+            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture();
+        } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
+                   !outer_.empty()) {
+            const bool closesTwo = token.token.kind == Cpp::ShiftRight && outer_.size() > 1;
+            if (closesTwo) outer_.pop_back();
+            segment_ = outer_.back();
+            outer_.pop_back();
+            if (token.role == ExprRole::GroupClose) segment_.isTypeSoFar = false;
+        } else if (token.role == ExprRole::Separator) {
+            const bool isClause = token.token.kind == Cpp::Semicolon && outer_.empty();
+            const bool isParameter = segment_.isParameter;
+            segment_ = {};
+            segment_.atTextStart = isClause;
+            segment_.isParameter = isParameter;
+        } else {
+            extendSegment(token);
+        }
+        previous_ = place;
+    }
+
+    // Behind the "[ ]" of a lambda.
+    bool followsCapture() const {
+        if (previous_ == kNoToken || previousKind() != Cpp::CloseBracket) return false;
+        const std::size_t open = tokens_[previous_].partner;
+        return open != kNoToken && !tokens_[open].followsCall;
+    }
+
+    bool isCallee() const {
+        const int kind = previousKind();
+        return previousRole() == ExprRole::Name || previousRole() == ExprRole::Block ||
+               kind == Cpp::Identifier || kind == Cpp::KeywordSizeof || kind == Cpp::KeywordThrow ||
+               kind == Cpp::CloseBracket || previousRole() == ExprRole::GroupClose ||
+               previousRole() == ExprRole::TemplateClose;
+    }
+
+    void extendSegment(const ExprToken& token) {
+        const int kind = token.token.kind;
+        segment_.sawQuestion |= kind == Cpp::Question;
+        segment_.sawQualifier |= Cpp::isQualifier(kind);
+        if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
+            kind == Cpp::KeywordSigned) {
+            segment_.sawType = true;
+            return;
+        }
+        const bool isModifier = kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion;
+        if (token.role != ExprRole::Mark && !isModifier) segment_.isTypeSoFar = false;
+    }
+
+    // Tokens; a group that holds more is no cast that anybody writes.
+    static constexpr std::size_t kLongestCast = 64;
+
+    Tokens& tokens_;
+    ExprMode mode_;
+    std::size_t previous_ = kNoToken;
+    Segment segment_;
+    std::vector<Segment> outer_;
+};
+
+}  // namespace
+
+void findRoles(std::vector<ExprToken>& tokens, ExprMode mode) {
+    RoleFinder(tokens, mode).run();
+}
+
+}  // namespace Tessel
