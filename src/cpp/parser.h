@@ -129,6 +129,7 @@ private:
     std::string_view declaredClassName(const TokenBuffer& tokens) const;
     std::unique_ptr<ClassHeadNode> parseClassHead(TokenBuffer& tokens);
     std::unique_ptr<ClassNameNode> parseClassName(TokenBuffer& tokens);
+    bool hasMacroKey(const TokenBuffer& tokens, bool isNamed) const;
     std::unique_ptr<BaseClauseListNode> parseBaseClauseList(TokenBuffer& tokens);
     std::unique_ptr<BaseClauseNode> parseBaseClause(TokenBuffer& tokens);
     std::unique_ptr<ClassBodyNode> parseClassBody(TokenBuffer& tokens);

@@ -118,10 +118,7 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
         name.add(token);
         tokens.next();
     }
-    const bool hasBases = keepsUnrecognized_ && tokens.peekKind() == Colon;
-    const bool makesClass = items(tokens).makesClass(tokens.place());
-    const bool hasMacroKey = classKey < 0 && (name.size() > 1 ? makesClass || hasBases : makesClass && hasBases);
-    if (hasMacroKey) classKey = classKeyNumber(KeywordClass);
+    if (classKey < 0 && hasMacroKey(tokens, name.size() > 1)) classKey = classKeyNumber(KeywordClass);
     if (classKey < 0) {
         report(name.empty() ? tokens.current().end : name.end(),
                "Expected an identifier for the class name.");
@@ -130,6 +127,14 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
     const Position start = name.start();
     const Position end = name.end();
     return std::make_unique<ClassNameNode>(classKey, name.take(), start, end);
+}
+
+// Whether a macro stands for the class key in front of the bases or the body: `INTERFACE A {`, `INTERFACE A : B {`.
+// One that is all there is, `INTERFACE(A) : public B {`, is told by the access keyword.
+bool Parser::hasMacroKey(const TokenBuffer& tokens, bool isNamed) const {
+    const bool makesClass = items(tokens).makesClass(tokens.place());
+    const bool hasBases = keepsUnrecognized_ && tokens.peekKind() == Colon;
+    return isNamed ? makesClass || hasBases : makesClass && hasBases;
 }
 
 std::unique_ptr<BaseClauseListNode> Parser::parseBaseClauseList(TokenBuffer& tokens) {

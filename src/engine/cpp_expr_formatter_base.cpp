@@ -6,7 +6,6 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
-#include "engine/extension_settings.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
@@ -47,8 +46,7 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
       tabSize_(readTabSize(scheme)),
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)),
-      keepsLines_(ExtensionSettings(scheme).keepsLineBreaks),
-      keepsColumns_(ExtensionSettings(scheme).keepsColumns) {
+      extensions_(scheme) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);
     directivesLeftMostSet_ = scheme_.getBool(std::string(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
@@ -69,7 +67,7 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, Separ
                                           const IndentState& state) {
     OIndentBuf out(state);
     readExprTokens(text, ExprMode::Declaration, tokens_);
-    TextSweep sweep(text, tokens_, out, keepsColumns_);
+    TextSweep sweep(text, tokens_, out, keepsColumns());
     int depth = 0;
     std::optional<int> listColumn;
     std::optional<IndentScope> elementIndent;

@@ -9,6 +9,7 @@
 #include "engine/optional_text.h"
 #include "engine/source_columns.h"
 #include "engine/text_sweep.h"
+#include "engine/extension_settings.h"
 #include "scheme/property_set.h"
 #include "textstream/itext_doc_stream.h"
 #include "textstream/oindent_stream.h"
@@ -41,12 +42,12 @@ public:
     // LINE_WRAP: lines that an earlier run has wrapped are joined, to be wrapped again.
     bool wrapsLines() const { return wrapsLines_; }
     // KEEP_LINE_BREAKS: lines stay that begin inside a construct.
-    bool keepsLines() const { return keepsLines_; }
+    bool keepsLines() const { return extensions_.keepsLineBreaks; }
     // The column of the first text on the line of the source that the piece begins on; negative for what is no view
     // of it.
     int columnOfSourceLine(std::string_view piece) const { return columns_.columnOfLine(piece); }
     // KEEP_COLUMNS: blanks that make a column stay where one blank is wanted.
-    bool keepsColumns() const { return keepsColumns_; }
+    bool keepsColumns() const { return extensions_.keepsColumns; }
     // Directives are not moved, so that the white space in front of them is theirs.
     bool keepsDirectivePlaces() const { return !directivesLeftMostSet_; }
     // The same for a comment that the output has reached, and for a directive with the white space in front.
@@ -90,8 +91,7 @@ private:
     SourceColumns columns_;
     OptionalText leftMargin_;
     bool wrapsLines_;
-    bool keepsLines_;
-    bool keepsColumns_;
+    ExtensionSettings extensions_;
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;
     std::vector<ExprToken> tokens_;

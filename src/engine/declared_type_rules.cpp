@@ -82,7 +82,7 @@ void CppFormatter::writeOnOneLine(std::string_view text) {
 // Pads up to `offset` columns behind the indentation, less those that are to hang in front of that column. What
 // stands before never runs into what follows.
 void CppFormatter::pad(int offset, std::string_view before, int hanging) {
-    const int indentWidth = columnAfter(out().indent(), 0, out().tabSize());
+    const int indentWidth = indentColumn();
     int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;
     const char next[] = {writer_.peek(), writer_.peek(1)};
     if (padding < 1 && Cpp::wouldJoin(before, {next, sizeof next})) padding = 1;

@@ -33,7 +33,7 @@ bool CppFormatter::keepsBreak(std::string_view gap, const OptionalText& wanted) 
 OptionalText CppFormatter::keptBreak(std::string_view gap) {
     if (!hangsLines()) return kAsInInput;
     const std::string& wrapIndent = exprFormatter_.settings().hanging.wrap.text;
-    const int width = columnAfter(out().indent(), 0, out().tabSize());
+    const int width = indentColumn();
     const int hanging = columnAfter(wrapIndent, width, out().tabSize());
     const int column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, hanging);
     if (column == hanging || column < width) return {true, lineFeedsOf(trailingBlanks(gap)) + wrapIndent};

@@ -130,7 +130,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
         return;
     }
     const bool startsLine = writeListStart(list, afterOpen);
-    const int column = startsLine ? columnAfter(out().indent(), 0, out().tabSize()) : writer_.nextColumn();
+    const int column = startsLine ? indentColumn() : writer_.nextColumn();
     formatSeparatedList(list, separators);
     writeListEnd(list, beforeClose, column);
 }
