@@ -75,8 +75,8 @@ constexpr Place kMaximumTrivia = 32;
 
 // Whether a token that ends a branch may be the last one of a head, whose body is to come.
 bool mayEndHead(int kind) {
-    return kind == Identifier || kind >= KeywordClass || kind == CloseParen || kind == CloseBracket || kind == Greater ||
-           kind == ShiftRight;
+    return kind == Identifier || kind >= KeywordClass || kind == CloseParen || kind == CloseBracket ||
+           kind == Greater || kind == ShiftRight;
 }
 
 // Tokens [first, last) that become one.

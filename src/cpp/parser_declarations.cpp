@@ -18,11 +18,13 @@ namespace Cpp {
 
 namespace {
 
-// Where all else can be kept, what is reported is wrong with the whole text, and further messages follow from the first.
+// Where all else can be kept, what is reported is wrong with the whole text, and further messages follow from the
+// first.
 constexpr std::size_t kMaximumCauses = 3;
 
 constexpr const char* kObjectiveC = "This is Objective-C, which is not read.";
-constexpr const char* kOtherLanguage = "Only classes of other languages begin with an access keyword; C and C++ are read.";
+constexpr const char* kOtherLanguage =
+    "Only classes of other languages begin with an access keyword; C and C++ are read.";
 
 // The first word that only Objective-C has. Forward declarations stand in headers of C++ too, and are none.
 std::optional<Trn::Position> findObjectiveC(const Trn::TokenList& tokens) {

@@ -89,7 +89,8 @@ bool Parser::takeBody(TokenBuffer& tokens, Expression& expression) {
     if (expression.expectsBodyAt(open)) {
         expression.lambdas.pop_back();
     } else {
-        const int before = expression.previous == TokenLinks::kNone ? Trn::kEndKind : tokens.kindAt(expression.previous);
+        const bool isFirst = expression.previous == TokenLinks::kNone;
+        const int before = isFirst ? Trn::kEndKind : tokens.kindAt(expression.previous);
         const bool isArgument = before == OpenParen || before == Comma;
         if (!isArgument || !links_.holdsStatements(open)) return false;
     }

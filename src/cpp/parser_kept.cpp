@@ -79,7 +79,8 @@ std::unique_ptr<KeptNode> Parser::makeVerbatimNode(TokenBuffer& tokens, Index st
     return text.makeLeaf<KeptNode>();
 }
 
-// `using …;`, `namespace a = b;`. Where nothing is kept it has no node, but for the comments in it when they are wanted.
+// `using …;`, `namespace a = b;`. Where nothing is kept it has no node, but for the comments in it when they are
+// wanted.
 void Parser::addAlias(TokenBuffer& tokens, InteriorNode& list, InteriorNode* comments) {
     const Index start = tokens.place();
     Index place = start;

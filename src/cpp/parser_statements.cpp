@@ -368,8 +368,9 @@ Trn::Position Parser::takeHeadWords(TokenBuffer& tokens, Position end) {
         last = place;
     }
     const int kind = tokens.kindAt(place);
-    const bool isWithoutCondition = last != TokenLinks::kNone && kind == OpenBrace && tokens.at(last).text == "consteval";
-    if (last == TokenLinks::kNone || (kind != OpenParen && !isWithoutCondition)) return end;
+    if (last == TokenLinks::kNone) return end;
+    const bool isWithoutCondition = kind == OpenBrace && tokens.at(last).text == "consteval";
+    if (kind != OpenParen && !isWithoutCondition) return end;
     tokens.moveTo(last + 1);
     return tokens.at(last).end;
 }

@@ -11,9 +11,9 @@ namespace Cpp {
 
 // For each token of a text the place of the one that it belongs with, found once and asked for often:
 //
-//  - an opening bracket has the one that closes it. "<" and ">" are tried: where a "<" can begin template arguments and a
-//    ">" can end them, they match, else they are operators. A ">>" may close two lists, and is matched with the
-//    outer one;
+//  - an opening bracket has the one that closes it. "<" and ">" are tried: where a "<" can begin template arguments
+//    and a ">" can end them, they match, else they are operators. A ">>" may close two lists, and is matched with
+//    the outer one;
 //  - a comment, directive or region has the next token that is none.
 //
 // Places count from the first token of the text.

@@ -36,8 +36,8 @@ int protectedRegionStep(const Trn::Token& token) {
     return body == kRegionOn ? -1 : 0;
 }
 
-// C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`, `for (try = 0; …)`. Whether a
-// keyword is one of these is told by the token behind it.
+// C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`, `for (try = 0; …)`. Whether
+// a keyword is one of these is told by the token behind it.
 bool isNameBefore(int word, int following) {
     if (following < Semicolon || following > ArrowAsterisk || following == OpenBrace) return false;
     switch (word) {

@@ -319,9 +319,7 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
     const std::string_view text = writer_.readThrough(statement->end());
     const std::size_t bracket = text.find_first_of("({");
     const bool isOperands = bracket != std::string_view::npos && text[bracket] == '(';
-    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
-    const bool isPlain = !holds("#") && !holds("\\\n") && !holds("R\"");
-    if (settings_.keepsUnrecognized && isOperands && isPlain) {
+    if (settings_.keepsUnrecognized && isOperands && mayIndentLines(text)) {
         exprFormatter_.writeComment(text, out());  // its further lines hang as they did
     } else {
         writer_.write(text);

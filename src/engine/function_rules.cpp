@@ -145,7 +145,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
-        const bool isMacro = settings_.keepsUnrecognized && isItemByItself(head.returnType()->text(), head.name()->text());
+        const bool isMacro =
+            settings_.keepsUnrecognized && isItemByItself(head.returnType()->text(), head.name()->text());
         const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;

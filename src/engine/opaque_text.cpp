@@ -111,6 +111,11 @@ void writeInPlace(std::string_view text, InnerBlanks inner, OIndentBuf& out) {
     OpaqueWriter(text, inner, out).write(text);
 }
 
+bool mayIndentLines(std::string_view text) {
+    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
+    return !holds("#") && !holds("\\\n") && !holds("R\"");
+}
+
 bool continuesLiteral(std::string_view directive) {
     if (lineLength(directive) == directive.size()) return false;
     char quote = '\0';

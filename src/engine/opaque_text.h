@@ -41,6 +41,10 @@ void writeInPlace(std::string_view text, InnerBlanks inner, Zelmor::OIndentBuf& 
 // line is part of it.
 bool continuesLiteral(std::string_view directive);
 
+// Whether the white space at the start of a text's further lines may be white space between tokens: not where there
+// may be a directive, a line that is spliced to the next, or a raw literal.
+bool mayIndentLines(std::string_view text);
+
 // A comment or directive. Its further lines keep their place relative to its first character, whose column in
 // the input `source` tells.
 void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner,

@@ -1,5 +1,5 @@
-// What the text is: tokens with the gaps between them, the lines that they stand in, and lists whose elements keep their
-// distance from the bracket.
+// What the text is: tokens with the gaps between them, the lines that they stand in, and lists whose elements keep
+// their distance from the bracket.
 #include "layout/wrap_text.h"
 
 #include <algorithm>

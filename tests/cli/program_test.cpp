@@ -261,7 +261,8 @@ TEST_F(Program, ASchemeDirectoryThatCannotBeRead) {
         const ProgramResult result =
             runProgram(folder, {"-s", "plain", "a.cpp", "-"}, {.environment = {{"VANTREL_SCHEMES", path}}});
         EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.errors, "Error: could not locate a formatting scheme named \"plain\"\nThe scheme directory \"" +
+        EXPECT_EQ(result.errors, "Error: could not locate a formatting scheme named \"plain\"\n"
+                                 "The scheme directory \"" +
                                      path + "\" cannot be read: " + reason + ".\n");
     }
 }

@@ -95,8 +95,8 @@ data int | y | -
 }
 
 TEST(ParserLanguage, OneOfSeveralHeadsIsReadWhereOneBodyFollows) {
-    EXPECT_EQ(treeOf("#if defined (A)\nint f(int a)\n#else\nint f(a)\nint a;\n#endif\n/* */\n{\n#ifndef A\nif (b) {\n#endif\n"
-                     "c();\n#ifndef A\n}\n#endif\n}"),
+    EXPECT_EQ(treeOf("#if defined (A)\nint f(int a)\n#else\nint f(a)\nint a;\n#endif\n/* */\n{\n#ifndef A\nif (b) {\n"
+                     "#endif\nc();\n#ifndef A\n}\n#endif\n}"),
               R"(
 directive #if defined (A)
 function int | f (int a)
@@ -118,8 +118,8 @@ function void | f ()
     expr c;
     directive #endif
 )");
-    EXPECT_EQ(keptTreeOf("BEGIN_DECLS\nREGISTER(a)\nint x;\nMACRO namespace n {\n}\nint f(a) + 3;\nstruct S {\nOBJECT\n"
-                         "int ? y() + 1;\n};\nvoid g() {\nFOREACH(a, b)\n  c();\nLock\nd();\nif (a) {\nM(b)\n}\n}\nEND"),
+    EXPECT_EQ(keptTreeOf("BEGIN_DECLS\nREGISTER(a)\nint x;\nMACRO namespace n {\n}\nint f(a) + 3;\nstruct S {\n"
+                         "OBJECT\nint ? y() + 1;\n};\nvoid g() {\nFOREACH(a, b)\n  c();\nLock\nd();\nif (a) {\nM(b)\n}\n}\nEND"),
               R"(
 kept BEGIN_DECLS
 kept REGISTER ( a )

@@ -67,8 +67,8 @@ comment // VT-FORMAT-ON
 }
 
 TEST(PreFormatter, LeavesWhatIsBehindARegionThatEndsInABody) {
-    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nclass B : C {\n  // VT-FORMAT-ON\n int b; /*{{AFX_MSG*/ /*AFX_MSG}}*/ } ; "
-                     "int c;\nnamespace N { // VT-FORMAT-OFF\n} namespace M { // VT-FORMAT-ON\n class D { }; }",
+    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nclass B : C {\n  // VT-FORMAT-ON\n int b; /*{{AFX_MSG*/ /*AFX_MSG}}*/ } "
+                     "; int c;\nnamespace N { // VT-FORMAT-OFF\n} namespace M { // VT-FORMAT-ON\n class D { }; }",
                      TreeDump::Positions::Shown),
               R"(
 data int | a | - @1:1-1:6

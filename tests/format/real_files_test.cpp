@@ -7,8 +7,8 @@
 
 #include "support/format_text.h"
 
-// Files that nobody wrote for a test, the program's own and its examples: accepted, with the same tokens and tree, and a
-// second run without changes.
+// Files that nobody wrote for a test, the program's own and its examples: accepted, with the same tokens and tree, and
+// a second run without changes.
 namespace TestSupport {
 
 namespace {

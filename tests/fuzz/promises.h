@@ -18,8 +18,8 @@ enum class Again { Accepted, Settled };
 enum class Origin { Shipped, Drawn };
 
 // Ends the process for a result that does harm to nobody but is not what it should be: the proof has refused
-// it, it does not settle, or a word has become a macro. With FUZZ_TOLERANT in the environment, nothing happens: such a thing is rare
-// enough in sources that are no C or C++ for a change not to be blamed.
+// it, it does not settle, or a word has become a macro. With FUZZ_TOLERANT in the environment, nothing happens: such a
+// thing is rare enough in sources that are no C or C++ for a change not to be blamed.
 void failUnlessTolerant(const char* promise, const std::string& details);
 
 // The formatted text, or nothing when the source does not parse. Whatever else goes wrong ends the process,
