@@ -1,13 +1,14 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <memory>
+#include <tuple>
 #include <utility>
 
 #include "cpp/interior_nodes.h"
 
-// Nodes with a fixed set of children, any of which may be missing. Setting a child destroys the one it
-// replaces.
+// Nodes with a fixed set of children, any of which may be missing.
 namespace Cpp {
 
 // An owning pointer that copies what it points at.
@@ -30,50 +31,94 @@ private:
     std::unique_ptr<Node> node_;
 };
 
-// The positions of a composite, from its children in source order (`Derived::children()`): the start of the
-// first one that is there, the end of the last one.
-template <typename Derived, typename Base>
+// A node with one child of each of these types, in source order. It starts where the first one that is there does, and
+// ends where the last one does. Setting a child destroys the one it replaces.
+template <typename Derived, typename Base, typename... Nodes>
 class CompositeNode : public VisitableNode<Derived, Base> {
 public:
+    template <std::size_t Place>
+    using ChildType = std::tuple_element_t<Place, std::tuple<Nodes...>>;
+
+    CompositeNode() = default;
+    explicit CompositeNode(std::unique_ptr<Nodes>... nodes) : slots_(std::move(nodes)...) {}
+
     void setStart(Trn::Position position) override {
-        if (SyntaxNode* child = firstChild()) child->setStart(position);
+        if (SyntaxNode* node = firstChild()) node->setStart(position);
     }
     Trn::Position start() const override {
-        const SyntaxNode* child = firstChild();
-        return child ? child->start() : Trn::Position{};
+        const SyntaxNode* node = firstChild();
+        return node ? node->start() : Trn::Position{};
     }
     void setEnd(Trn::Position position) override {
-        if (SyntaxNode* child = lastChild()) child->setEnd(position);
+        if (SyntaxNode* node = lastChild()) node->setEnd(position);
     }
     Trn::Position end() const override {
-        const SyntaxNode* child = lastChild();
-        return child ? child->end() : Trn::Position{};
+        const SyntaxNode* node = lastChild();
+        return node ? node->end() : Trn::Position{};
+    }
+
+    std::array<SyntaxNode*, sizeof...(Nodes)> children() const {
+        return std::apply([](const auto&... slot) { return std::array<SyntaxNode*, sizeof...(Nodes)>{slot.get()...}; },
+                          slots_);
+    }
+
+    // Shows `visit` the slot of each child, in source order; it may take the child out.
+    template <typename Visit>
+    void forEachSlot(Visit visit) {
+        std::apply([&visit](auto&... slot) { (visit(slot), ...); }, slots_);
     }
 
 protected:
+    // The child of that type, where there are not several.
+    template <typename Node>
+    Node* child() const {
+        return std::get<ChildSlot<Node>>(slots_).get();
+    }
+    template <std::size_t Place>
+    ChildType<Place>* child() const {
+        return std::get<Place>(slots_).get();
+    }
+    template <typename Node>
+    ChildSlot<Node>& slot() {
+        return std::get<ChildSlot<Node>>(slots_);
+    }
+    template <typename Node>
+    void setChild(std::unique_ptr<Node> node) {
+        slot<Node>() = std::move(node);
+    }
+    template <std::size_t Place>
+    void setChild(std::unique_ptr<ChildType<Place>> node) {
+        std::get<Place>(slots_) = std::move(node);
+    }
+
     SyntaxNode* firstChild() const {
-        for (SyntaxNode* child : static_cast<const Derived*>(this)->children()) {
-            if (child) return child;
+        for (SyntaxNode* node : children()) {
+            if (node) return node;
         }
         return nullptr;
     }
     SyntaxNode* lastChild() const {
-        const auto children = static_cast<const Derived*>(this)->children();
-        for (auto child = children.rbegin(); child != children.rend(); ++child) {
-            if (*child) return *child;
+        const auto nodes = children();
+        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+            if (*node) return *node;
         }
         return nullptr;
     }
+
+private:
+    std::tuple<ChildSlot<Nodes>...> slots_;
 };
 
 // A composite that keeps its own end, typically that of a closing ")", ":" or ";" which no child covers.
 // While it is not set the last child's end counts.
-template <typename Derived, typename Base>
-class EndedNode : public CompositeNode<Derived, Base> {
+template <typename Derived, typename Base, typename... Nodes>
+class EndedNode : public CompositeNode<Derived, Base, Nodes...> {
 public:
+    using CompositeNode<Derived, Base, Nodes...>::CompositeNode;
+
     void setEnd(Trn::Position position) override { storedEnd_ = position; }
     Trn::Position end() const override {
-        return Trn::isSet(storedEnd_) ? storedEnd_ : CompositeNode<Derived, Base>::end();
+        return Trn::isSet(storedEnd_) ? storedEnd_ : CompositeNode<Derived, Base, Nodes...>::end();
     }
     Trn::Position storedEnd() const { return storedEnd_; }
 
@@ -82,217 +127,142 @@ private:
 };
 
 // A composite whose stored end stands in for its start when it has no child.
-template <typename Derived>
-class MarkedNode : public EndedNode<Derived, SyntaxNode> {
+template <typename Derived, typename... Nodes>
+class MarkedNode : public EndedNode<Derived, SyntaxNode, Nodes...> {
 public:
     Trn::Position start() const override {
-        return this->firstChild() ? EndedNode<Derived, SyntaxNode>::start() : this->storedEnd();
+        return this->firstChild() ? EndedNode<Derived, SyntaxNode, Nodes...>::start() : this->storedEnd();
     }
 };
 
 class DeclNode : public SyntaxNode {};
 
-// A construct of a head and a body.
-template <typename Base, typename Head, typename Body>
-class HeadedNode : public Base {
+// A composite of a head and a body.
+template <typename Composite>
+class HeadedNode : public Composite {
 public:
-    HeadedNode() = default;
-    HeadedNode(std::unique_ptr<Head> head, std::unique_ptr<Body> body)
-        : head_(std::move(head)), body_(std::move(body)) {}
+    using Head = typename Composite::template ChildType<0>;
+    using Body = typename Composite::template ChildType<1>;
 
-    Head* head() const { return head_.get(); }
-    void setHead(std::unique_ptr<Head> head) { head_ = std::move(head); }
-    Body* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<Body> body) { body_ = std::move(body); }
+    using Composite::Composite;
 
-    std::array<SyntaxNode*, 2> children() const { return {head_.get(), body_.get()}; }
-
-private:
-    ChildSlot<Head> head_;
-    ChildSlot<Body> body_;
+    Head* head() const { return this->template child<Head>(); }
+    void setHead(std::unique_ptr<Head> head) { this->setChild(std::move(head)); }
+    Body* body() const { return this->template child<Body>(); }
+    void setBody(std::unique_ptr<Body> body) { this->setChild(std::move(body)); }
 };
 
 // Keyword and parenthesised part of a control statement's part.
-class CtrlSubStmtHeadNode : public EndedNode<CtrlSubStmtHeadNode, SyntaxNode> {
+class CtrlSubStmtHeadNode : public EndedNode<CtrlSubStmtHeadNode, SyntaxNode, KeywordNode, ExprNode> {
 public:
-    KeywordNode* keyword() const { return keyword_.get(); }
-    void setKeyword(std::unique_ptr<KeywordNode> keyword) { keyword_ = std::move(keyword); }
-    ExprNode* condition() const { return condition_.get(); }
-    void setCondition(std::unique_ptr<ExprNode> condition) { condition_ = std::move(condition); }
-
-    std::array<SyntaxNode*, 2> children() const { return {keyword_.get(), condition_.get()}; }
-
-private:
-    ChildSlot<KeywordNode> keyword_;
-    ChildSlot<ExprNode> condition_;
+    KeywordNode* keyword() const { return child<KeywordNode>(); }
+    void setKeyword(std::unique_ptr<KeywordNode> keyword) { setChild(std::move(keyword)); }
+    ExprNode* condition() const { return child<ExprNode>(); }
+    void setCondition(std::unique_ptr<ExprNode> condition) { setChild(std::move(condition)); }
 };
 
 // One part of a control statement: its head and its body, with braces or without around a single statement.
 class CtrlSubStmtNode
-    : public HeadedNode<CompositeNode<CtrlSubStmtNode, SyntaxNode>, CtrlSubStmtHeadNode, BlockNode> {
-public:
-    using HeadedNode::HeadedNode;
-};
+    : public HeadedNode<CompositeNode<CtrlSubStmtNode, SyntaxNode, CtrlSubStmtHeadNode, BlockNode>> {};
 
 // A case label up to its ":"; no value for "default".
-class CaseNode : public MarkedNode<CaseNode> {
+class CaseNode : public MarkedNode<CaseNode, KeywordNode, ExprNode> {
 public:
-    KeywordNode* keyword() const { return keyword_.get(); }
-    void setKeyword(std::unique_ptr<KeywordNode> keyword) { keyword_ = std::move(keyword); }
-    ExprNode* value() const { return value_.get(); }
-    void setValue(std::unique_ptr<ExprNode> value) { value_ = std::move(value); }
-
-    std::array<SyntaxNode*, 2> children() const { return {keyword_.get(), value_.get()}; }
-
-private:
-    ChildSlot<KeywordNode> keyword_;
-    ChildSlot<ExprNode> value_;
+    KeywordNode* keyword() const { return child<KeywordNode>(); }
+    void setKeyword(std::unique_ptr<KeywordNode> keyword) { setChild(std::move(keyword)); }
+    ExprNode* value() const { return child<ExprNode>(); }
+    void setValue(std::unique_ptr<ExprNode> value) { setChild(std::move(value)); }
 };
 
 // A label up to its ":".
-class LabelNode : public MarkedNode<LabelNode> {
+class LabelNode : public MarkedNode<LabelNode, IdNode> {
 public:
-    IdNode* name() const { return name_.get(); }
-    void setName(std::unique_ptr<IdNode> name) { name_ = std::move(name); }
-
-    std::array<SyntaxNode*, 1> children() const { return {name_.get()}; }
-
-private:
-    ChildSlot<IdNode> name_;
+    IdNode* name() const { return child<IdNode>(); }
+    void setName(std::unique_ptr<IdNode> name) { setChild(std::move(name)); }
 };
 
 // A template header; what it is the header of follows as its next sibling.
-class TemplateNode : public CompositeNode<TemplateNode, SyntaxNode> {
+class TemplateNode : public CompositeNode<TemplateNode, SyntaxNode, KeywordNode, ParameterListNode> {
 public:
-    TemplateNode() = default;
-    TemplateNode(std::unique_ptr<KeywordNode> keyword, std::unique_ptr<ParameterListNode> parameters)
-        : keyword_(std::move(keyword)), parameters_(std::move(parameters)) {}
+    using CompositeNode::CompositeNode;
 
-    KeywordNode* keyword() const { return keyword_.get(); }
-    void setKeyword(std::unique_ptr<KeywordNode> keyword) { keyword_ = std::move(keyword); }
-    ParameterListNode* parameters() const { return parameters_.get(); }
-    void setParameters(std::unique_ptr<ParameterListNode> parameters) { parameters_ = std::move(parameters); }
-
-    std::array<SyntaxNode*, 2> children() const { return {keyword_.get(), parameters_.get()}; }
-
-private:
-    ChildSlot<KeywordNode> keyword_;
-    ChildSlot<ParameterListNode> parameters_;
+    KeywordNode* keyword() const { return child<KeywordNode>(); }
+    ParameterListNode* parameters() const { return child<ParameterListNode>(); }
 };
 
 // An assembler statement: its word, and a body that holds the assembler text.
-class AsmNode : public CompositeNode<AsmNode, SyntaxNode> {
+class AsmNode : public CompositeNode<AsmNode, SyntaxNode, TextNode, BlockNode> {
 public:
-    AsmNode() = default;
-    AsmNode(std::unique_ptr<TextNode> keyword, std::unique_ptr<BlockNode> body)
-        : keyword_(std::move(keyword)), body_(std::move(body)) {}
+    using CompositeNode::CompositeNode;
 
-    TextNode* keyword() const { return keyword_.get(); }
-    void setKeyword(std::unique_ptr<TextNode> keyword) { keyword_ = std::move(keyword); }
-    BlockNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<BlockNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {keyword_.get(), body_.get()}; }
-
-private:
-    ChildSlot<TextNode> keyword_;
-    ChildSlot<BlockNode> body_;
+    TextNode* keyword() const { return child<TextNode>(); }
+    BlockNode* body() const { return child<BlockNode>(); }
 };
 
-class ClassHeadNode : public CompositeNode<ClassHeadNode, SyntaxNode> {
+class ClassHeadNode : public CompositeNode<ClassHeadNode, SyntaxNode, ClassNameNode, BaseClauseListNode> {
 public:
-    ClassHeadNode() = default;
-    ClassHeadNode(std::unique_ptr<ClassNameNode> name, std::unique_ptr<BaseClauseListNode> baseClauses)
-        : name_(std::move(name)), baseClauses_(std::move(baseClauses)) {}
+    using CompositeNode::CompositeNode;
 
-    ClassNameNode* name() const { return name_.get(); }
-    void setName(std::unique_ptr<ClassNameNode> name) { name_ = std::move(name); }
-    BaseClauseListNode* baseClauses() const { return baseClauses_.get(); }
-    void setBaseClauses(std::unique_ptr<BaseClauseListNode> clauses) { baseClauses_ = std::move(clauses); }
-
-    std::array<SyntaxNode*, 2> children() const { return {name_.get(), baseClauses_.get()}; }
-
-private:
-    ChildSlot<ClassNameNode> name_;
-    ChildSlot<BaseClauseListNode> baseClauses_;
+    ClassNameNode* name() const { return child<ClassNameNode>(); }
+    BaseClauseListNode* baseClauses() const { return child<BaseClauseListNode>(); }
 };
 
-class ClassDeclNode : public HeadedNode<EndedNode<ClassDeclNode, DeclNode>, ClassHeadNode, ClassBodyNode> {
+class ClassDeclNode : public HeadedNode<EndedNode<ClassDeclNode, DeclNode, ClassHeadNode, ClassBodyNode>> {
 public:
     using HeadedNode::HeadedNode;
 };
 
-class EnumDeclNode : public HeadedNode<EndedNode<EnumDeclNode, DeclNode>, EnumHeadNode, EnumBodyNode> {
+class EnumDeclNode : public HeadedNode<EndedNode<EnumDeclNode, DeclNode, EnumHeadNode, EnumBodyNode>> {
 public:
     using HeadedNode::HeadedNode;
 };
 
 class NamespaceDeclNode
-    : public HeadedNode<CompositeNode<NamespaceDeclNode, SyntaxNode>, NamespaceHeadNode, NamespaceBodyNode> {
+    : public HeadedNode<CompositeNode<NamespaceDeclNode, SyntaxNode, NamespaceHeadNode, NamespaceBodyNode>> {
 public:
     using HeadedNode::HeadedNode;
 };
 
 // extern "C" { ... }
-class LinkageBlockNode : public CompositeNode<LinkageBlockNode, DeclNode> {
+class LinkageBlockNode : public CompositeNode<LinkageBlockNode, DeclNode, ExprNode, LinkageBlockBodyNode> {
 public:
-    LinkageBlockNode() = default;
-    LinkageBlockNode(std::unique_ptr<ExprNode> linkage, std::unique_ptr<LinkageBlockBodyNode> body)
-        : linkage_(std::move(linkage)), body_(std::move(body)) {}
+    using CompositeNode::CompositeNode;
 
-    ExprNode* linkage() const { return linkage_.get(); }
-    void setLinkage(std::unique_ptr<ExprNode> linkage) { linkage_ = std::move(linkage); }
-    LinkageBlockBodyNode* body() const { return body_.get(); }
-    void setBody(std::unique_ptr<LinkageBlockBodyNode> body) { body_ = std::move(body); }
-
-    std::array<SyntaxNode*, 2> children() const { return {linkage_.get(), body_.get()}; }
-
-private:
-    ChildSlot<ExprNode> linkage_;
-    ChildSlot<LinkageBlockBodyNode> body_;
+    ExprNode* linkage() const { return child<ExprNode>(); }
+    LinkageBlockBodyNode* body() const { return child<LinkageBlockBodyNode>(); }
 };
 
-class FunctionHeadNode : public EndedNode<FunctionHeadNode, SyntaxNode> {
+class FunctionHeadNode : public EndedNode<FunctionHeadNode, SyntaxNode, FunctionReturnNode, IdNode, ParameterListNode,
+                                          TextNode, ExprNode, ExprNode, ExprNode, KeptNode> {
 public:
-    FunctionReturnNode* returnType() const { return returnType_.get(); }
-    void setReturnType(std::unique_ptr<FunctionReturnNode> returnType) {
-        returnType_ = std::move(returnType);
-    }
-    IdNode* name() const { return name_.get(); }
-    void setName(std::unique_ptr<IdNode> name) { name_ = std::move(name); }
-    ParameterListNode* parameters() const { return parameters_.get(); }
-    void setParameters(std::unique_ptr<ParameterListNode> parameters) { parameters_ = std::move(parameters); }
-    TextNode* qualifiers() const { return qualifiers_.get(); }
-    void setQualifiers(std::unique_ptr<TextNode> qualifiers) { qualifiers_ = std::move(qualifiers); }
-    ExprNode* exceptionSpec() const { return exceptionSpec_.get(); }
-    void setExceptionSpec(std::unique_ptr<ExprNode> clause) { exceptionSpec_ = std::move(clause); }
-    ExprNode* pureSpec() const { return pureSpec_.get(); }
-    void setPureSpec(std::unique_ptr<ExprNode> clause) { pureSpec_ = std::move(clause); }
+    FunctionReturnNode* returnType() const { return child<FunctionReturnNode>(); }
+    void setReturnType(std::unique_ptr<FunctionReturnNode> returnType) { setChild(std::move(returnType)); }
+    IdNode* name() const { return child<IdNode>(); }
+    void setName(std::unique_ptr<IdNode> name) { setChild(std::move(name)); }
+    ParameterListNode* parameters() const { return child<ParameterListNode>(); }
+    void setParameters(std::unique_ptr<ParameterListNode> parameters) { setChild(std::move(parameters)); }
+    TextNode* qualifiers() const { return child<TextNode>(); }
+    void setQualifiers(std::unique_ptr<TextNode> qualifiers) { setChild(std::move(qualifiers)); }
+    ExprNode* exceptionSpec() const { return child<kExceptionSpec>(); }
+    void setExceptionSpec(std::unique_ptr<ExprNode> clause) { setChild<kExceptionSpec>(std::move(clause)); }
     // All else behind the parameters: attributes, "noexcept", "override", macros, a trailing return type, …
-    ExprNode* tail() const { return tail_.get(); }
-    void setTail(std::unique_ptr<ExprNode> tail) { tail_ = std::move(tail); }
+    ExprNode* tail() const { return child<kTail>(); }
+    void setTail(std::unique_ptr<ExprNode> tail) { setChild<kTail>(std::move(tail)); }
+    ExprNode* pureSpec() const { return child<kPureSpec>(); }
+    void setPureSpec(std::unique_ptr<ExprNode> clause) { setChild<kPureSpec>(std::move(clause)); }
     // The declarations of parameters in the old style.
-    KeptNode* oldParameters() const { return oldParameters_.get(); }
-    void setOldParameters(std::unique_ptr<KeptNode> declarations) { oldParameters_ = std::move(declarations); }
-
-    std::array<SyntaxNode*, 8> children() const {
-        return {returnType_.get(),    name_.get(), parameters_.get(), qualifiers_.get(),
-                exceptionSpec_.get(), tail_.get(), pureSpec_.get(),   oldParameters_.get()};
-    }
+    KeptNode* oldParameters() const { return child<KeptNode>(); }
+    void setOldParameters(std::unique_ptr<KeptNode> declarations) { setChild(std::move(declarations)); }
 
 private:
-    ChildSlot<FunctionReturnNode> returnType_;
-    ChildSlot<IdNode> name_;
-    ChildSlot<ParameterListNode> parameters_;
-    ChildSlot<TextNode> qualifiers_;
-    ChildSlot<ExprNode> exceptionSpec_;
-    ChildSlot<ExprNode> tail_;
-    ChildSlot<ExprNode> pureSpec_;
-    ChildSlot<KeptNode> oldParameters_;
+    // The places of the expressions among the children.
+    static constexpr std::size_t kExceptionSpec = 4;
+    static constexpr std::size_t kTail = 5;
+    static constexpr std::size_t kPureSpec = 6;
 };
 
 // A function with its body, or a prototype without one.
-class FunctionDeclNode : public HeadedNode<CompositeNode<FunctionDeclNode, DeclNode>, FunctionHeadNode, BlockNode> {
+class FunctionDeclNode : public HeadedNode<CompositeNode<FunctionDeclNode, DeclNode, FunctionHeadNode, BlockNode>> {
 public:
     using HeadedNode::HeadedNode;
 };
@@ -312,7 +282,13 @@ public:
     void setEnd(Trn::Position position) override;
 
     InitializerListNode* initializers() const { return initializers_.get(); }
-    void setInitializers(std::unique_ptr<InitializerListNode> list) { initializers_ = std::move(list); }
+
+    template <typename Visit>
+    void forEachSlot(Visit visit) {
+        visit(slot<FunctionHeadNode>());
+        visit(initializers_);
+        visit(slot<BlockNode>());
+    }
 
 private:
     ChildSlot<InitializerListNode> initializers_;
@@ -320,72 +296,46 @@ private:
 };
 
 // One member initializer.
-class InitializerNode : public CompositeNode<InitializerNode, SyntaxNode> {
+class InitializerNode : public CompositeNode<InitializerNode, SyntaxNode, IdNode, ArgListNode> {
 public:
-    InitializerNode() = default;
-    InitializerNode(std::unique_ptr<IdNode> member, std::unique_ptr<ArgListNode> arguments)
-        : member_(std::move(member)), arguments_(std::move(arguments)) {}
+    using CompositeNode::CompositeNode;
 
-    IdNode* member() const { return member_.get(); }
-    void setMember(std::unique_ptr<IdNode> member) { member_ = std::move(member); }
-    ArgListNode* arguments() const { return arguments_.get(); }
-    void setArguments(std::unique_ptr<ArgListNode> arguments) { arguments_ = std::move(arguments); }
+    IdNode* member() const { return child<IdNode>(); }
+    ArgListNode* arguments() const { return child<ArgListNode>(); }
     // The blocks of lambdas among the arguments.
     const ExprBodies& bodies() const { return bodies_; }
     void setBodies(ExprBodies bodies) { bodies_ = std::move(bodies); }
 
-    std::array<SyntaxNode*, 2> children() const { return {member_.get(), arguments_.get()}; }
-
 private:
-    ChildSlot<IdNode> member_;
-    ChildSlot<ArgListNode> arguments_;
     ExprBodies bodies_;
 };
 
 // int (*name)(int) const;
-class FunctionPtrDeclNode : public EndedNode<FunctionPtrDeclNode, DeclNode> {
+class FunctionPtrDeclNode
+    : public EndedNode<FunctionPtrDeclNode, DeclNode, TypeNode, IdNode, ParameterListNode, TextNode> {
 public:
-    TypeNode* returnType() const { return returnType_.get(); }
-    void setReturnType(std::unique_ptr<TypeNode> returnType) { returnType_ = std::move(returnType); }
-    IdNode* name() const { return name_.get(); }
-    void setName(std::unique_ptr<IdNode> name) { name_ = std::move(name); }
-    ParameterListNode* parameters() const { return parameters_.get(); }
-    void setParameters(std::unique_ptr<ParameterListNode> parameters) { parameters_ = std::move(parameters); }
-    TextNode* qualifiers() const { return qualifiers_.get(); }
-    void setQualifiers(std::unique_ptr<TextNode> qualifiers) { qualifiers_ = std::move(qualifiers); }
-
-    std::array<SyntaxNode*, 4> children() const {
-        return {returnType_.get(), name_.get(), parameters_.get(), qualifiers_.get()};
-    }
-
-private:
-    ChildSlot<TypeNode> returnType_;
-    ChildSlot<IdNode> name_;
-    ChildSlot<ParameterListNode> parameters_;
-    ChildSlot<TextNode> qualifiers_;
+    TypeNode* returnType() const { return child<TypeNode>(); }
+    void setReturnType(std::unique_ptr<TypeNode> returnType) { setChild(std::move(returnType)); }
+    IdNode* name() const { return child<IdNode>(); }
+    void setName(std::unique_ptr<IdNode> name) { setChild(std::move(name)); }
+    ParameterListNode* parameters() const { return child<ParameterListNode>(); }
+    void setParameters(std::unique_ptr<ParameterListNode> parameters) { setChild(std::move(parameters)); }
+    TextNode* qualifiers() const { return child<TextNode>(); }
+    void setQualifiers(std::unique_ptr<TextNode> qualifiers) { setChild(std::move(qualifiers)); }
 };
 
 // A data declaration: its type, its first name with what follows that in the declarator (array bounds,
 // further declarators), and the initializer or bit-field width with what introduces it.
-class DataDeclNode : public EndedNode<DataDeclNode, DeclNode> {
+class DataDeclNode : public EndedNode<DataDeclNode, DeclNode, TypeNode, IdNode, ExprNode> {
 public:
     DataDeclNode() = default;
     DataDeclNode(std::unique_ptr<TypeNode> type, std::unique_ptr<IdNode> name)
-        : type_(std::move(type)), name_(std::move(name)) {}
+        : EndedNode(std::move(type), std::move(name), nullptr) {}
 
-    TypeNode* type() const { return type_.get(); }
-    void setType(std::unique_ptr<TypeNode> type) { type_ = std::move(type); }
-    IdNode* name() const { return name_.get(); }
-    void setName(std::unique_ptr<IdNode> name) { name_ = std::move(name); }
-    ExprNode* tail() const { return tail_.get(); }
-    void setTail(std::unique_ptr<ExprNode> tail) { tail_ = std::move(tail); }
-
-    std::array<SyntaxNode*, 3> children() const { return {type_.get(), name_.get(), tail_.get()}; }
-
-private:
-    ChildSlot<TypeNode> type_;
-    ChildSlot<IdNode> name_;
-    ChildSlot<ExprNode> tail_;
+    TypeNode* type() const { return child<TypeNode>(); }
+    IdNode* name() const { return child<IdNode>(); }
+    ExprNode* tail() const { return child<ExprNode>(); }
+    void setTail(std::unique_ptr<ExprNode> tail) { setChild(std::move(tail)); }
 };
 
 }  // namespace Cpp

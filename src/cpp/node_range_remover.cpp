@@ -29,12 +29,14 @@ void NodeRangeRemover::visitBodies(const ExprBodies& bodies) {
     for (const auto& body : bodies.blocks()) body->accept(*this);
 }
 
-template <typename Node, typename Get, typename Set>
-void NodeRangeRemover::removeFromSlot(Node* node, Get get, Set set) {
-    auto* child = (node->*get)();
-    if (!child) return;
-    child->accept(*this);
-    if (inRange_) (node->*set)(nullptr);
+template <typename Node>
+void NodeRangeRemover::removeFromSlots(Node* node) {
+    node->forEachSlot([this](auto& slot) {
+        if (!slot) return;
+        slot.get()->accept(*this);
+        if (inRange_) slot = {};
+    });
+    mark(node);
 }
 
 void NodeRangeRemover::visit(RootNode* node) {
@@ -67,119 +69,58 @@ void NodeRangeRemover::visit(EnumBodyNode* node) {
 void NodeRangeRemover::visit(LinkageBlockBodyNode* node) {
     removeFromList(node);
 }
-
 void NodeRangeRemover::visit(ClassDeclNode* node) {
-    removeFromSlot(node, &ClassDeclNode::head, &ClassDeclNode::setHead);
-    removeFromSlot(node, &ClassDeclNode::body, &ClassDeclNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(ClassHeadNode* node) {
-    removeFromSlot(node, &ClassHeadNode::baseClauses, &ClassHeadNode::setBaseClauses);
-    removeFromSlot(node, &ClassHeadNode::name, &ClassHeadNode::setName);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(NamespaceDeclNode* node) {
-    removeFromSlot(node, &NamespaceDeclNode::head, &NamespaceDeclNode::setHead);
-    removeFromSlot(node, &NamespaceDeclNode::body, &NamespaceDeclNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(CtorDeclNode* node) {
-    removeFromSlot(node, &CtorDeclNode::head, &CtorDeclNode::setHead);
-    removeFromSlot(node, &CtorDeclNode::initializers, &CtorDeclNode::setInitializers);
-    removeFromSlot(node, &CtorDeclNode::body, &CtorDeclNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(FunctionDeclNode* node) {
-    removeFromSlot(node, &FunctionDeclNode::head, &FunctionDeclNode::setHead);
-    removeFromSlot(node, &FunctionDeclNode::body, &FunctionDeclNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(FunctionHeadNode* node) {
-    removeFromSlot(node, &FunctionHeadNode::returnType, &FunctionHeadNode::setReturnType);
-    removeFromSlot(node, &FunctionHeadNode::name, &FunctionHeadNode::setName);
-    removeFromSlot(node, &FunctionHeadNode::parameters, &FunctionHeadNode::setParameters);
-    removeFromSlot(node, &FunctionHeadNode::pureSpec, &FunctionHeadNode::setPureSpec);
-    removeFromSlot(node, &FunctionHeadNode::qualifiers, &FunctionHeadNode::setQualifiers);
-    removeFromSlot(node, &FunctionHeadNode::exceptionSpec, &FunctionHeadNode::setExceptionSpec);
-    removeFromSlot(node, &FunctionHeadNode::tail, &FunctionHeadNode::setTail);
-    removeFromSlot(node, &FunctionHeadNode::oldParameters, &FunctionHeadNode::setOldParameters);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(FunctionPtrDeclNode* node) {
-    removeFromSlot(node, &FunctionPtrDeclNode::returnType, &FunctionPtrDeclNode::setReturnType);
-    removeFromSlot(node, &FunctionPtrDeclNode::name, &FunctionPtrDeclNode::setName);
-    removeFromSlot(node, &FunctionPtrDeclNode::qualifiers, &FunctionPtrDeclNode::setQualifiers);
-    removeFromSlot(node, &FunctionPtrDeclNode::parameters, &FunctionPtrDeclNode::setParameters);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(DataDeclNode* node) {
-    removeFromSlot(node, &DataDeclNode::type, &DataDeclNode::setType);
-    removeFromSlot(node, &DataDeclNode::name, &DataDeclNode::setName);
-    removeFromSlot(node, &DataDeclNode::tail, &DataDeclNode::setTail);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(InitializerNode* node) {
-    removeFromSlot(node, &InitializerNode::member, &InitializerNode::setMember);
-    removeFromSlot(node, &InitializerNode::arguments, &InitializerNode::setArguments);
     visitBodies(node->bodies());
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(CtrlSubStmtHeadNode* node) {
-    removeFromSlot(node, &CtrlSubStmtHeadNode::keyword, &CtrlSubStmtHeadNode::setKeyword);
-    removeFromSlot(node, &CtrlSubStmtHeadNode::condition, &CtrlSubStmtHeadNode::setCondition);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(CaseNode* node) {
-    removeFromSlot(node, &CaseNode::keyword, &CaseNode::setKeyword);
-    removeFromSlot(node, &CaseNode::value, &CaseNode::setValue);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(TemplateNode* node) {
-    removeFromSlot(node, &TemplateNode::keyword, &TemplateNode::setKeyword);
-    removeFromSlot(node, &TemplateNode::parameters, &TemplateNode::setParameters);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(LinkageBlockNode* node) {
-    removeFromSlot(node, &LinkageBlockNode::linkage, &LinkageBlockNode::setLinkage);
-    removeFromSlot(node, &LinkageBlockNode::body, &LinkageBlockNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(AsmNode* node) {
-    removeFromSlot(node, &AsmNode::keyword, &AsmNode::setKeyword);
-    removeFromSlot(node, &AsmNode::body, &AsmNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(CtrlSubStmtNode* node) {
-    removeFromSlot(node, &CtrlSubStmtNode::head, &CtrlSubStmtNode::setHead);
-    removeFromSlot(node, &CtrlSubStmtNode::body, &CtrlSubStmtNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(EnumDeclNode* node) {
-    removeFromSlot(node, &EnumDeclNode::head, &EnumDeclNode::setHead);
-    removeFromSlot(node, &EnumDeclNode::body, &EnumDeclNode::setBody);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(LabelNode* node) {
-    removeFromSlot(node, &LabelNode::name, &LabelNode::setName);
-    mark(node);
+    removeFromSlots(node);
 }
-
 void NodeRangeRemover::visit(ClassNameNode* node) {
     mark(node);
 }

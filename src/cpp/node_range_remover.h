@@ -72,8 +72,8 @@ private:
     void mark(const SyntaxNode* node);
     void removeFromList(InteriorNode* list);
     void visitBodies(const ExprBodies& bodies);
-    template <typename Node, typename Get, typename Set>
-    void removeFromSlot(Node* node, Get get, Set set);
+    template <typename Node>
+    void removeFromSlots(Node* node);
 
     Ranges ranges_;
     std::size_t current_ = 0;  // the range that the walk is in or will meet next
