@@ -114,6 +114,7 @@ private:
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
+    const OptionalText& afterOpenOf(const BraceSettings& braces);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;

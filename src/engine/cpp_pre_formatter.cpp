@@ -1,6 +1,8 @@
 #include "engine/cpp_pre_formatter.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <utility>
@@ -10,17 +12,33 @@
 
 namespace Tessel {
 
+namespace {
+
+constexpr int kDepthOfBody = 2;  // a declaration, and its body
+
+}  // namespace
+
 void CppPreFormatter::visit(Cpp::RootNode* node) {
     depth_ = 0;
-    bodyDepth_ = 0;
+    bodies_.clear();
     forgetRegion();
     closedRegions_.clear();
+    nestedRegions_.clear();
     regions_.clear();
     visitItems(node);
     std::ranges::stable_sort(regions_, {}, &Region::start);
     if (closedRegions_.empty()) return;
     Cpp::NodeRangeRemover remover(std::exchange(closedRegions_, {}));
     node->accept(remover);
+    for (const NestedRegion& region : std::exchange(nestedRegions_, {})) moveOut(region);
+}
+
+// All "{" from the outer body's to the inner one's lie in the region.
+void CppPreFormatter::moveOut(const NestedRegion& nested) {
+    auto region = std::move(*nested.inner->childBegin());
+    nested.inner->erase(nested.inner->childBegin(), nested.inner->childBegin() + 1);
+    nested.inner->setStart(region->end());
+    nested.outer->children().insert(nested.outer->childBegin(), std::move(region));
 }
 
 // The items of a list whose comments are items too. One that a region has ended in gives its place to the
@@ -31,6 +49,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
     for (auto item = node->childBegin(); item != node->childEnd(); ++item) {
         const Cpp::CommentNode* openingBeforeItem = opening_;
         const std::size_t regionsBeforeItem = closedRegions_.size();
+        const std::size_t nestedBeforeItem = nestedRegions_.size();
         (*item)->accept(*this);
         if (!closesWithConstruct_ || regionDepth_ != depth_) continue;
         auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*item)->end());
@@ -40,6 +59,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
             closedRegions_.emplace_back(opening_, region.get());
         } else {
             closedRegions_.resize(regionsBeforeItem);
+            nestedRegions_.resize(nestedBeforeItem);
         }
         node->replace(item, std::move(region));
         forgetRegion();
@@ -48,11 +68,9 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
 }
 
 void CppPreFormatter::visitBody(Cpp::BracketedNode* node) {
-    Cpp::BracketedNode* const outerBody = std::exchange(body_, node);
-    const int outerDepth = std::exchange(bodyDepth_, depth_ + 1);
+    bodies_.push_back({node, depth_ + 1});
     visitItems(node);
-    body_ = outerBody;
-    bodyDepth_ = outerDepth;
+    bodies_.pop_back();
 }
 
 void CppPreFormatter::visitChildren(Cpp::InteriorNode* node) {
@@ -196,11 +214,13 @@ void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
 
 void CppPreFormatter::close(Cpp::CommentNode* comment) {
     if (depth_ > regionDepth_) {
-        if (!endsAmongItems()) {
+        const auto entered = bodiesEntered();
+        if (entered.empty()) {
             closesWithConstruct_ = true;
             return;
         }
-        body_->setStart(regionStart_);
+        for (const Body& body : entered) body.node->setStart(regionStart_);
+        if (entered.size() > 1) nestedRegions_.push_back({entered.front().node, entered.back().node});
     }
     closedRegions_.emplace_back(opening_, comment);
     comment->setStart(regionStart_);
@@ -210,9 +230,16 @@ void CppPreFormatter::close(Cpp::CommentNode* comment) {
     forgetRegion();
 }
 
-// Whether nothing but one declaration with its body stands around the place, and not around the region's start.
-bool CppPreFormatter::endsAmongItems() const {
-    return bodyDepth_ == depth_ && depth_ == regionDepth_ + 2;
+// The bodies that stand around the place and not around the region's start, each that of a declaration; none where
+// anything else does, too.
+std::span<const CppPreFormatter::Body> CppPreFormatter::bodiesEntered() const {
+    int depth = depth_;
+    auto first = bodies_.end();
+    while (first != bodies_.begin() && std::prev(first)->depth == depth && depth > regionDepth_) {
+        --first;
+        depth -= kDepthOfBody;
+    }
+    return {depth == regionDepth_ ? first : bodies_.end(), bodies_.end()};
 }
 
 void CppPreFormatter::forgetRegion() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,8 +24,9 @@ namespace Tessel {
 // be used for one tree after another. Regions do not nest, and one that is not closed changes nothing.
 //
 // A region that begins inside a construct and ends outside it, or the other way round, takes in all of that
-// construct; but where it ends among the items of a class, a namespace or a linkage block that stands next to its
-// beginning, those behind its end stay. The body starts where the region does then.
+// construct; but where it ends among the items of a class, a namespace or a linkage block, and nothing but such
+// bodies stands around its end and not around its beginning, those behind its end stay. The outermost of the bodies
+// holds the region then, and starts where it does; the others start at its end.
 //
 // The pass also finds the regions that the parser has closed, `#if 0` among them.
 class CppPreFormatter : public Cpp::Emitter {
@@ -70,6 +72,16 @@ public:
     void visit(Cpp::KeptNode* node) override;
 
 private:
+    struct Body {
+        Cpp::BracketedNode* node;
+        int depth;
+    };
+    // A region that begins in front of the outer body and ends in the inner one.
+    struct NestedRegion {
+        Cpp::BracketedNode* outer;
+        Cpp::BracketedNode* inner;
+    };
+
     void visitItems(Cpp::InteriorNode* node);
     void visitBody(Cpp::BracketedNode* node);
     void visitChildren(Cpp::InteriorNode* node);
@@ -80,7 +92,8 @@ private:
     void leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore);
     void open(Cpp::CommentNode* comment, std::string_view body);
     void close(Cpp::CommentNode* comment);
-    bool endsAmongItems() const;
+    std::span<const Body> bodiesEntered() const;
+    static void moveOut(const NestedRegion& nested);
     void forgetRegion();
 
     MarkerPairs markers_;
@@ -88,11 +101,11 @@ private:
     Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
     Trn::Position regionStart_;
     int regionDepth_ = 0;  // of the innermost construct around both the region's start and the walk
-    Cpp::BracketedNode* body_ = nullptr;  // the innermost one whose items may stay behind a region's end
-    int bodyDepth_ = 0;
+    std::vector<Body> bodies_;  // those around the walk whose items may stay behind a region's end
     bool closesWithConstruct_ = false;   // the region's end has been met, inside a construct that it takes in
     std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
     Cpp::NodeRangeRemover::Ranges closedRegions_;
+    std::vector<NestedRegion> nestedRegions_;
     std::vector<Region> regions_;
 };
 

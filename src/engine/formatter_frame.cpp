@@ -184,24 +184,31 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     writer_.copyThrough(node.start());
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
-    if (braces.afterOpen.present && !staysBehindBrace(first, braces.afterOpen)) {
+    const OptionalText& afterOpen = afterOpenOf(braces);
+    if (afterOpen.present && !staysBehindBrace(first, afterOpen)) {
         ContentScope content(*this, indent);
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writer_.writePrepended(gap, withBlankLines(braces.afterOpen.text, blanks));
+        writer_.writePrepended(gap, withBlankLines(afterOpen.text, blanks));
     }
     formatContent(node, indent);
     writeClosingGap(node, braces, indent);
     copyThrough(node);
 }
 
+// Where a protected region holds the "{", what is behind the region stays.
+const OptionalText& CppFormatter::afterOpenOf(const BraceSettings& braces) {
+    const bool isBehindRegion = !keptParts_.empty() && keptParts_.back().end == out().text().size();
+    return isBehindRegion ? kAsInInput : braces.afterOpen;
+}
+
 // "{" and "}" with nothing but white space, or what is no node, between them. They never stand apart by an empty
 // line.
 void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
                                     const OptionalText& indent) {
-    const OptionalText& afterOpen = braces.afterOpen;
-    const OptionalText& beforeClose = braces.beforeClose;
     writer_.copyThrough(node.start());
+    const OptionalText& afterOpen = afterOpenOf(braces);
+    const OptionalText& beforeClose = braces.beforeClose;
     std::string_view gap = writer_.readGap(node.end());
     if (isOnOneLine_ && isAllWhitespace(gap)) {
         out().write(gap.substr(0, 1));
@@ -213,7 +220,7 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
         gap = trimLeft(gap);
     }
     if (isAllWhitespace(gap)) {
-        const bool breaksTwice = afterOpen.hasLineFeed() && beforeClose.hasLineFeed();
+        const bool breaksTwice = out().column() == 0 && beforeClose.hasLineFeed();
         if (!beforeClose.present) out().write(gap);
         out().writeVerbatim(breaksTwice ? withoutLineFeeds(beforeClose.text) : beforeClose.text);
     } else {

@@ -81,6 +81,15 @@ namespace - @5:1-7:15
   region @5:1-7:0
   0 class D @7:2-7:13
 )");
+    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nnamespace M { class A { /* VT-FORMAT-ON */ int d; }; int b; } int c;"), R"(
+data int | a | -
+namespace -
+  region
+  class -
+    data int | d | -
+  data int | b | -
+data int | c | -
+)");
 }
 
 // Where the marks stand in other constructs, these become the region's as a whole.
@@ -98,11 +107,6 @@ function void | f ()
   block
     region
     expr c;
-)");
-    EXPECT_EQ(closed("int a; // VT-FORMAT-OFF\nnamespace M { class A { /* VT-FORMAT-ON */ }; int b; } int c;"), R"(
-data int | a | -
-region
-data int | c | -
 )");
 }
 
