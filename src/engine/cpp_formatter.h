@@ -146,6 +146,7 @@ private:
     bool hangsLines() { return keepsLines() && !out().keepLeadingSpace(); }
     bool keepsBreak(std::string_view gap, const OptionalText& wanted) const;
     OptionalText keptBreak(std::string_view gap);
+    FirstLine lineInFront();
     FirstLine lineOf(std::string_view piece);
     void keepBreaks(std::string_view gap, OptionalText& before, OptionalText& behind);
     void writeKeptBreak(std::string_view gap);

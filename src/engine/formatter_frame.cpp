@@ -211,7 +211,7 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     const OptionalText& beforeClose = braces.beforeClose;
     std::string_view gap = writer_.readGap(node.end());
     if (isOnOneLine_ && isAllWhitespace(gap)) {
-        out().write(gap.substr(0, 1));
+        out().write(gap.empty() ? std::string_view() : " ");
         copyThrough(node);
         return;
     }

@@ -42,6 +42,17 @@ OptionalText CppFormatter::keptBreak(std::string_view gap) {
 }
 
 // The line that the piece of the source begins on, which is the one that is being written.
+// The line of the text in front of a directive.
+FirstLine CppFormatter::lineInFront() {
+    const std::string_view source = source_.text();
+    const std::string_view before = trimRight(source.substr(0, source.size() - writer_.ahead().size()));
+    if (!exprFormatter_.keptIndent().isWanted() || before.empty()) return {};
+    const std::string_view written = trimRight(out().text());
+    const std::string_view indent = leadingBlanks(written.substr(written.rfind('\n') + 1));
+    return {exprFormatter_.columnOfSourceLine(before.substr(before.size() - 1)),
+            columnAfter(indent, 0, out().tabSize()), -1};
+}
+
 FirstLine CppFormatter::lineOf(std::string_view piece) {
     if (!exprFormatter_.keptIndent().isWanted()) return {};
     return {exprFormatter_.columnOfSourceLine(piece), textColumnOf(out()), -1};

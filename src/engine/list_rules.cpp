@@ -1,6 +1,7 @@
 // ( int a ,int b )   →   (int a, int b)
 //
 // Lists whose separators break lines line their elements up below the first one.
+#include <algorithm>
 #include <optional>
 
 #include "cpp/token_kind.h"
@@ -38,9 +39,16 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators s
         formatElements(list, separators);
         return;
     }
-    const int column = copyUpTo(**list.childBegin());
-    const bool isBracketed = listLine_.source >= 0;
-    ValueScope<FirstLine> line(listLine_, isBracketed ? listLine_ : lineOf(writer_.ahead()));
+    const Cpp::SyntaxNode& first = **list.childBegin();
+    int column = copyUpTo(first);
+    FirstLine firstLine = listLine_;
+    if (firstLine.source < 0 && isDirective(first)) {
+        firstLine = lineInFront();
+        column = std::max(column, firstLine.output);
+    } else if (firstLine.source < 0) {
+        firstLine = lineOf(writer_.ahead());
+    }
+    ValueScope<FirstLine> line(listLine_, firstLine);
     if (listLine_.source >= 0) listLine_.hanging = exprFormatter_.sourceColumnOf(writer_.ahead());
     LeadingSpaceScope leadingSpace(out(), false);
     IndentScope indent(out(), indentToColumn(out(), column));

@@ -23,7 +23,8 @@ void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, ListSeparators 
 
 void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode) {
     if (list.size() == 0) return;
-    if (separators.breakLines()) {
+    // Nothing hangs under a directive.
+    if (separators.breakLines() || dynamic_cast<const Cpp::PreprocDirectiveNode*>(list.children().front().get())) {
         for (const auto& element : list.children()) element->accept(*this);
         return;
     }

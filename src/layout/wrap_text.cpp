@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -173,7 +174,9 @@ void WrapText::joinLines() {
         }
         const bool isApart = tokens_[place].role == ExprRole::Trivia || before.role == ExprRole::Trivia;
         if (isApart || !holdsLineEnd(gaps_[place])) continue;
-        gaps_[place] = isJoinedTightly(before, tokens_[place]) ? "" : " ";
+        const bool isTight = isJoinedTightly(before, tokens_[place]) &&
+                             !Cpp::wouldJoin(tokenText(place - 1), tokenText(place));
+        gaps_[place] = isTight ? "" : " ";
     }
     measureGaps();
 }
