@@ -292,8 +292,10 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     }
     if (next != end && settings_.keepsOneLineStatements && (*next)->start().line == line) {
         if (dynamic_cast<Cpp::CaseNode*>(next->get())) return label;
+        const bool placesItself =
+            settings_.global.beforeOpen.present && dynamic_cast<const Cpp::BlockNode*>(next->get());
         const auto format = [&] {
-            writer_.writeMerged(writer_.readGap((*next)->start()), " ");
+            if (!placesItself) writer_.writeMerged(writer_.readGap((*next)->start()), " ");
             (*next)->accept(*this);
         };
         if (!isTrivia(**next) && tryOnOneLine(**next, format)) return next;
