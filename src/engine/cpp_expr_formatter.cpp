@@ -69,6 +69,11 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     return out.takeText();
 }
 
+// Whether the white space behind the comma in front has been written.
+bool CppExprFormatter::followsSpacedComma(const Run& run) const {
+    return run.previousKind() == Cpp::Comma && !run.groups.empty() && spacingOf(run.groups.back()).after.present;
+}
+
 // A block stays on the line, or begins the line, where its author put it.
 void CppExprFormatter::writeBlock(Run& run) {
     if (run.hanging && keepsLine(run)) {
@@ -80,7 +85,8 @@ void CppExprFormatter::writeBlock(Run& run) {
         run.sweep.writeGap();
         run.out.startLine();
     } else if (isAllWhitespace(run.sweep.gap())) {
-        run.sweep.writeGapWith(run.previousKind() == Cpp::OpenParen ? run.sweep.gap() : kBlank.text);
+        const bool isPlaced = run.previousKind() == Cpp::OpenParen || followsSpacedComma(run);
+        run.sweep.writeGapWith(isPlaced ? run.sweep.gap() : kBlank.text);
     } else {
         run.sweep.writeGap();
     }

@@ -86,6 +86,7 @@ private:
     void startSourceHanging(Run& run) const;
     static void passToken(Run& run);
     static void writeToken(Run& run);
+    bool followsSpacedComma(const Run& run) const;
     void writeBlock(Run& run);
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);
