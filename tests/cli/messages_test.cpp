@@ -12,20 +12,6 @@
 
 namespace {
 
-TEST(DiagnosticLines, OneForEachInOrder) {
-    std::ostringstream errors;
-    const std::list<Tessel::Diagnostic> diagnostics = {{Tessel::Error, {12, 5}, 0, "unexpected token"},
-                                                       {Tessel::Warning, {0, 0}, 0, "odd"},
-                                                       {Tessel::Information, {4000000000, 1}, 0, "read"},
-                                                       {7, {1, 0}, 0, "other"}};
-    EXPECT_EQ(Cli::printDiagnostics(diagnostics, "main.cpp", errors), 4);
-    EXPECT_EQ(errors.str(),
-              "Error: main.cpp(12) : col 5: unexpected token\n"
-              "Warning: main.cpp(0) : col 0: odd\n"
-              "Information: main.cpp(4000000000) : col 1: read\n"
-              "Information: main.cpp(1) : col 0: other\n");
-}
-
 TEST(DiagnosticLines, TheStatusNeverWrapsAroundToSuccess) {
     std::ostringstream errors;
     EXPECT_EQ(Cli::printDiagnostics(std::list<Tessel::Diagnostic>(512), "-", errors), 255);

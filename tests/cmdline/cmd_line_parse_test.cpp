@@ -48,21 +48,6 @@ TEST_F(ThreeArguments, OptionsEndAtTheFirstPositionalValueAndAtTwoDashes) {
     EXPECT_STREQ(scheme, "x");
 }
 
-TEST_F(ThreeArguments, MissingArgumentsAreNamedBeforeTheUsage) {
-    EXPECT_EQ(run.parse("-s x in"), CmdLine::STATUS_ARG_MISSING);
-    EXPECT_EQ(run.messages(), "format: outfile required.\n");
-    EXPECT_EQ(run.quitStatus(), 2);
-
-    EXPECT_EQ(run.parse("in out"), CmdLine::STATUS_ARG_MISSING);
-    EXPECT_EQ(run.messages(), "format: -s|--scheme schemename required.\n");
-
-    EXPECT_EQ(run.parse("-s"), CmdLine::STATUS_ARG_MISSING | CmdLine::STATUS_VALUE_MISSING);
-    EXPECT_EQ(run.messages(),
-              "format: value required for -s option.\nformat: infile required.\nformat: outfile required.\n");
-    EXPECT_EQ(run.parse("--sch"), CmdLine::STATUS_ARG_MISSING | CmdLine::STATUS_VALUE_MISSING);
-    EXPECT_THAT(run.messages(), StartsWith("format: value required for --scheme option.\n"));
-}
-
 TEST_F(ThreeArguments, UnknownOptionsAndKeywords) {
     EXPECT_EQ(run.parse("-q -s x in out"), CmdLine::STATUS_BAD_OPTION);
     EXPECT_EQ(run.messages(), "format: unknown option \"-q\".\n");

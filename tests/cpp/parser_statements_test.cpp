@@ -75,30 +75,4 @@ expr throw 1 : 2;
 )");
 }
 
-TEST(ParserStatements, KnowWhereThingsStand) {
-    EXPECT_EQ(CppTest::treeOf("void f()\n{\n  if (a)\n    b ( c ) ;\n  else ;\n  do x(); while ( y ) ;\n  "
-                              "case 1 : d :\n  int e ( 1 ) ;\n}",
-                              CppTest::TreeDump::Positions::Shown),
-              R"(
-function void | f () @1:1-9:1
-  block @2:1-9:1
-    control @3:3-5:8
-      part if @3:3-4:13
-        condition @3:6-3:8
-        statement @4:5-4:13
-          expr b c; @4:5-4:13
-      part else @5:3-5:8
-        block @5:8-5:8
-    control @6:3-6:23
-      part do @6:3-6:9
-        statement @6:6-6:9
-          expr x; @6:6-6:9
-      part while @6:11-6:23
-        condition @6:17-6:21
-    case 1 @7:3-7:10
-    label d @7:12-7:14
-    data int | e | ( 1 ) ; @8:3-8:15
-)");
-}
-
 }  // namespace

@@ -22,20 +22,6 @@ std::vector<std::string> names(const PropertySetStore& store) {
     return result;
 }
 
-TEST(PropertySetStore, KnowsSchemesByTheNameInTheFile) {
-    TemporaryFolder directory;
-    directory.write("a.vts", schemeText("zeta"));
-    directory.write("b.vts", schemeText("alpha"));
-    directory.write("notes.txt", "no scheme");
-    directory.write("c.vts.bak", "no scheme");
-    const PropertySetStore store = readStore(directory);
-    EXPECT_THAT(names(store), ElementsAre("alpha", "zeta"));
-    EXPECT_EQ(store.count("zeta"), 1);
-    EXPECT_EQ(store.count("Zeta"), 0);
-    EXPECT_EQ(store.count("a"), 0);
-    EXPECT_EQ(store.find("ze"), store.end());
-}
-
 TEST(PropertySetStore, ReadsNothingButFiles) {
     TemporaryFolder directory;
     directory.write("elsewhere/real", schemeText("linked"));
@@ -121,25 +107,6 @@ TEST(PropertySetStore, LeavesReadOnlyFilesAlone) {
 
     PropertySetStore(directory.path()).write();
     EXPECT_EQ(directory.read("kept.vts"), text);
-}
-
-TEST(PropertySetStore, OfTwoSchemesWithOneNameTheFirstFileCounts) {
-    TemporaryFolder directory;
-    const std::string hidden = schemeText("same", "2 N 2\n");
-    directory.write("a.vts", schemeText("same", "2 N 1\n"));
-    directory.write("b.vts", hidden);
-    PropertySetStore store = readStore(directory);
-    int number = 0;
-    store.find("same")->scheme.getInt("N", number);
-    EXPECT_EQ(number, 1);
-
-    store.find("same")->scheme.setInt("N", 3);
-    store.insert(PropertySet("b"));
-    store.insert(PropertySet("same"));
-    store.write();
-    EXPECT_EQ(directory.read("a.vts"), schemeText("same", "2 N 3\n"));
-    EXPECT_EQ(directory.read("b.vts"), hidden);
-    EXPECT_EQ(directory.read("b_1.vts"), schemeText("b"));
 }
 
 TEST(PropertySetStore, KeepsPermissionsAndLinksAndReportsWhatItCannotWrite) {

@@ -30,17 +30,6 @@ TEST(ITextDocStream, ADifferentCharacterCanBePutBack) {
     EXPECT_EQ(document.text(), "ab\ncd");
 }
 
-TEST(ITextDocStream, AnEmptyInputEndsAtOnce) {
-    ITextDocStream in{std::string()};
-    EXPECT_EQ(place(in), std::pair(1, 0));
-    EXPECT_EQ(in.get(), EOF);
-    EXPECT_TRUE(in.eof());
-    EXPECT_EQ(place(in), std::pair(1, 0));
-
-    std::istream without(nullptr);
-    EXPECT_EQ(ITextDocStream(without).get(), EOF);
-}
-
 TEST(ITextDocStream, BytesAboveAsciiAreNoEndOfInput) {
     ITextDocStream in(std::string("\xff\x00\xc3", 3));
     EXPECT_EQ(in.get(), 0xff);

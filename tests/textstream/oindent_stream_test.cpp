@@ -42,16 +42,6 @@ TEST(OIndentStream, TabsBecomeSpacesOutsideOfLiterals) {
     EXPECT_EQ(converted("\"open\t\n\t", 1), "\"open\t\n    ");
 }
 
-TEST(OIndentStream, SpacesThatFillATabCellBecomeTabs) {
-    EXPECT_EQ(converted("        x", 2), "\t\tx");
-    EXPECT_EQ(converted("   x", 2), "   x");
-    EXPECT_EQ(converted("ab      x", 2), "ab  \tx");
-    EXPECT_EQ(converted("    \"        \"    x", 2), "\t\"        \"    x");
-    EXPECT_EQ(converted("\"        \n        x", 2), "\"        \n\t\tx");
-    EXPECT_EQ(converted("   \tx", 2), "   \tx");
-    EXPECT_EQ(converted("abcd  ", 2), "abcd  ");
-}
-
 TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
     std::ostringstream target;
     OIndentStream out(target, "", true, 2, 4, 1, 0);
@@ -83,23 +73,6 @@ TEST(OIndentStream, AFailingTargetFailsTheStream) {
     EXPECT_TRUE(out.bad());
     EXPECT_TRUE(out.buffer().failed());
     EXPECT_EQ(out.column(), 3);
-}
-
-TEST(OIndentStream, TabSizesOutOfReasonDoNoHarm) {
-    for (const int tabMode : {0, 2}) {
-        OIndentBuf out(layout(tabMode, std::numeric_limits<int>::max()));
-        out.writeVerbatim("\t\tx  \t\n ");
-        EXPECT_EQ(out.takeText(), "\t\tx  \t\n ");
-    }
-    for (const int tabSize : {0, -4}) {
-        for (const int tabMode : {0, 1, 2}) {
-            OIndentBuf out(layout(tabMode, 4));
-            out.setTabSize(tabSize);
-            out.writeVerbatim("\tx   \t");
-            EXPECT_EQ(out.takeText(), tabMode == 1 ? " x    " : "\tx   \t");
-            EXPECT_EQ(out.column(), 6);
-        }
-    }
 }
 
 // A tab of one column never stands for spaces, which would be a run of one.

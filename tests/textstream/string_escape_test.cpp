@@ -16,12 +16,6 @@ std::string unescaped(std::string text) {
     return text;
 }
 
-TEST(StringEscape, UnescapeDropsBackslashesWithoutMeaning) {
-    EXPECT_EQ(unescaped(R"(a\qb)"), "aqb");
-    EXPECT_EQ(unescaped("end\\"), "end");
-    EXPECT_EQ(unescaped(R"(\\\)"), "\\");
-}
-
 TEST(StringEscape, UnescapeUndoesEscapeForEveryPairOfBytes) {
     for (int first = 0; first < 256; ++first) {
         for (int second = 0; second < 256; ++second) {
