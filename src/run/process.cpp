@@ -1,4 +1,4 @@
-#include "cli/process.h"
+#include "run/process.h"
 
 #include <fcntl.h>
 #include <malloc.h>
@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <csignal>
 
-namespace Cli {
+namespace Run {
 
 namespace {
 
@@ -50,4 +50,4 @@ void prepareProcess() {
     occupyIfClosed(STDERR_FILENO, O_RDONLY);
 }
 
-}  // namespace Cli
+}  // namespace Run
