@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <malloc.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -48,6 +49,14 @@ void prepareProcess() {
     occupyIfClosed(STDIN_FILENO, O_WRONLY);
     occupyIfClosed(STDOUT_FILENO, O_RDONLY);
     occupyIfClosed(STDERR_FILENO, O_RDONLY);
+}
+
+void prepareThreads() {
+    pthread_attr_t attributes;
+    if (::pthread_getattr_default_np(&attributes) != 0) return;
+    ::pthread_attr_setstacksize(&attributes, stackSize);
+    ::pthread_setattr_default_np(&attributes);
+    ::pthread_attr_destroy(&attributes);
 }
 
 }  // namespace Run

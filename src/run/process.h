@@ -7,4 +7,7 @@ namespace Run {
 // caller closed can never be mistaken for a file that the program opens.
 void prepareProcess();
 
+// Threads that are started from here on get the stack that deep nesting needs, too.
+void prepareThreads();
+
 }  // namespace Run

@@ -1,0 +1,49 @@
+#include "tool/program.h"
+
+#include <exception>
+#include <new>
+#include <ostream>
+#include <sstream>
+
+#include "tool/failure.h"
+#include "tool/format_command.h"
+#include "tool/options.h"
+#include "tool/output.h"
+
+namespace Tool {
+
+namespace {
+
+int runCommand(const Options& options, const Streams& streams) {
+    switch (options.command) {
+        case Command::Format: return formatCommand(options, streams);
+        default: throw Failure("not built yet");
+    }
+}
+
+int parseAndRun(int count, const char* const* arguments, const Streams& streams) {
+    std::ostringstream said;
+    const std::optional<Options> options = parseOptions(count, arguments, said);
+    if (options) return runCommand(*options, streams);
+    Output output(streams.output);
+    output.write(said.str());
+    output.flush();
+    return Fine;
+}
+
+}  // namespace
+
+int run(int count, const char* const* arguments, const Streams& streams) {
+    try {
+        return parseAndRun(count, arguments, streams);
+    } catch (const Failure& failure) {
+        streams.errors << "vantrel: " << failure.message() << '\n';
+    } catch (const std::bad_alloc&) {
+        streams.errors << "vantrel: there is not enough memory\n";
+    } catch (const std::exception& fault) {
+        streams.errors << "vantrel: " << fault.what() << '\n';
+    }
+    return CannotWork;
+}
+
+}  // namespace Tool
