@@ -22,4 +22,19 @@ bool LineSet::containsAll(std::size_t first, std::size_t last) const {
     return behind != ranges_.begin() && last <= std::prev(behind)->last;
 }
 
+LineSet LineSet::without(const std::vector<Range>& ranges) const {
+    std::vector<Range> rest;
+    auto gone = ranges.begin();
+    for (Range range : ranges_) {
+        while (gone != ranges.end() && gone->last < range.first) ++gone;
+        for (; gone != ranges.end() && gone->first <= range.last; ++gone) {
+            if (gone->first > range.first) rest.push_back({range.first, gone->first - 1});
+            range.first = gone->last + 1;
+            if (gone->last >= range.last) break;
+        }
+        if (range.first <= range.last) rest.push_back(range);
+    }
+    return LineSet(std::move(rest));
+}
+
 }  // namespace Edits

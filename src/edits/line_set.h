@@ -18,6 +18,8 @@ public:
 
     bool contains(std::size_t line) const { return containsAll(line, line); }
     bool containsAll(std::size_t first, std::size_t last) const;
+    // Those that are in none of the ranges, which come in order and do not overlap.
+    LineSet without(const std::vector<Range>& ranges) const;
     const std::vector<Range>& ranges() const { return ranges_; }
 
 private:

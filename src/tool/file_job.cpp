@@ -47,15 +47,36 @@ std::string withLineFeeds(std::string text) {
     return std::string(Zelmor::TextDocument(std::move(text)).text());
 }
 
-// A text of which only some gaps have changed is none that the engine has proved.
-bool holdsSameTokens(const std::string& before, const std::string& after) {
-    const std::string source = withLineFeeds(before);
-    return !Tessel::findLostToken(source, Cpp::opaqueTokensOf(source), withLineFeeds(after));
+// The lines of comments and directives that begin their line, and of which only some lines are wanted: they move as
+// one, so that they are to stay as they are.
+std::vector<Edits::LineSet::Range> partlyWanted(const std::string& source, const Cpp::OpaqueTokens& opaque,
+                                                const Edits::LineSet& lines) {
+    std::vector<Edits::LineSet::Range> ranges;
+    std::size_t line = 1;
+    auto place = source.begin();
+    const auto lineFeedsUpTo = [&](std::size_t offset) {
+        const auto end = source.begin() + static_cast<std::ptrdiff_t>(offset);
+        return static_cast<std::size_t>(std::count(std::exchange(place, end), end, '\n'));
+    };
+    for (const Cpp::OpaqueToken& token : opaque) {
+        const std::size_t first = line += lineFeedsUpTo(token.offset);
+        const std::size_t lineStart = source.rfind('\n', token.offset) + 1;
+        const bool startsLine = source.find_first_not_of(" \t", lineStart) >= token.offset;
+        const bool endsLine = source[token.offset + token.length - 1] == '\n';  // as directives do
+        line += lineFeedsUpTo(token.offset + token.length);
+        const std::size_t last = endsLine ? line - 1 : line;
+        if (startsLine && last > first && !lines.containsAll(first, last)) ranges.push_back({first, last});
+    }
+    return ranges;
 }
 
+// A text of which only some gaps have changed is none that the engine has proved.
 void replaceLines(FileResult& result, const std::string& formatted, const Edits::LineSet& lines) {
-    result.replacements = Edits::replacementsInLines(result.source, formatted, lines);
-    if (holdsSameTokens(result.source, result.formatted())) return;
+    const std::string source = withLineFeeds(result.source);
+    const Cpp::OpaqueTokens opaque = Cpp::opaqueTokensOf(source);
+    const Edits::LineSet whole = lines.without(partlyWanted(source, opaque, lines));
+    result.replacements = Edits::replacementsInLines(result.source, formatted, whole);
+    if (!Tessel::findLostToken(source, opaque, withLineFeeds(result.formatted()))) return;
     result.replacements.clear();
     end(result, Outcome::Refused, "these lines cannot be formatted without the others");
 }

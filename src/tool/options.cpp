@@ -185,9 +185,11 @@ private:
     void addCommands() {
         app_.require_subcommand(0, 1);
         addCommand(app_, "schemes", "List the schemes", Command::Schemes);
-        addCommand(app_, "keys", "Tell of the keys of schemes, or of one, with an example", Command::Keys)
-            ->add_option("KEY", options_.argument, "A key")
-            ->type_name("");
+        CLI::App* const keys =
+            addCommand(app_, "keys", "Tell of the keys of schemes, or of one, with an example", Command::Keys);
+        keys->add_option("KEY", options_.argument, "A key")->type_name("");
+        keys->add_flag_callback("--markdown", [this] { options_.keyPage = KeyPage::Markdown; }, "All, as Markdown");
+        keys->add_flag_callback("--html", [this] { options_.keyPage = KeyPage::Html; }, "All, as a page of HTML");
         CLI::App* const scheme = app_.add_subcommand("scheme", "Check or upgrade the file of a scheme");
         scheme->require_subcommand(1);
         addFile(addCommand(*scheme, "check", "Name the lines that do not do what they seem to", Command::SchemeCheck));

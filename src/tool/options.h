@@ -16,12 +16,14 @@ enum class Mode { Print, InPlace, Check, Diff, List };
 enum class MessageFormat { Text, Gcc, Json, Github, Sarif, Checkstyle };
 enum class OnRefusal { Default, Fail, Skip, Echo };
 enum class Color { Auto, Always, Never };
+enum class KeyPage { None, Markdown, Html };
 enum class Command { Format, Schemes, Keys, SchemeCheck, SchemeUpgrade, Why, Lsp, Completion, Manual };
 
 // What the command line says.
 struct Options {
     Command command = Command::Format;
     std::string argument;  // of a command: a key, a file, a shell
+    KeyPage keyPage = KeyPage::None;
 
     std::vector<std::string> paths;
     std::string filesFrom;        // a list of paths; "-" is standard input

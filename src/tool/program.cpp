@@ -9,6 +9,8 @@
 #include "tool/format_command.h"
 #include "tool/options.h"
 #include "tool/output.h"
+#include "tool/scheme_commands.h"
+#include "tool/why_command.h"
 
 namespace Tool {
 
@@ -17,6 +19,11 @@ namespace {
 int runCommand(const Options& options, const Streams& streams) {
     switch (options.command) {
         case Command::Format: return formatCommand(options, streams);
+        case Command::Schemes: return listSchemesCommand(streams);
+        case Command::Keys: return keysCommand(options, streams);
+        case Command::SchemeCheck: return checkSchemeCommand(options, streams);
+        case Command::SchemeUpgrade: return upgradeSchemeCommand(options, streams);
+        case Command::Why: return whyCommand(options, streams);
         default: throw Failure("not built yet");
     }
 }
