@@ -7,6 +7,7 @@
 
 #include "tool/failure.h"
 #include "tool/format_command.h"
+#include "tool/lsp_command.h"
 #include "tool/options.h"
 #include "tool/output.h"
 #include "tool/scheme_commands.h"
@@ -24,6 +25,7 @@ int runCommand(const Options& options, const Streams& streams) {
         case Command::SchemeCheck: return checkSchemeCommand(options, streams);
         case Command::SchemeUpgrade: return upgradeSchemeCommand(options, streams);
         case Command::Why: return whyCommand(options, streams);
+        case Command::Lsp: return lspCommand(options, streams);
         default: throw Failure("not built yet");
     }
 }
