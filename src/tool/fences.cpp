@@ -25,15 +25,16 @@ public:
         }
     }
 
-    std::vector<Range> run(std::list<Tessel::Diagnostic> messages) {
+    std::vector<Range> run(std::vector<std::size_t> suspects) {
         std::vector<Range> ranges;
         for (int tries = 0; tries < mostTries; ++tries) {
-            for (const Tessel::Diagnostic& message : messages) ranges.push_back(around(message.position.line, ranges));
+            const std::vector<Range> tried = ranges;
+            for (const std::size_t line : suspects) ranges.push_back(around(line, tried));
             ranges = Edits::LineSet(std::move(ranges)).ranges();
             const auto remaining = tryWith(ranges);
             if (!remaining) break;
             if (remaining->empty()) return ranges;
-            messages = *remaining;
+            suspects = *remaining;
         }
         ranges = {{1, lines_.size()}};
         const auto remaining = tryWith(ranges);
@@ -64,8 +65,8 @@ private:
         return line == 1 || isBlank(line - 1) || at(line - 1).front() == '}';
     }
 
-    // What still is refused; nothing when that cannot be told.
-    std::optional<std::list<Tessel::Diagnostic>> tryWith(const std::vector<Range>& ranges) const {
+    // The lines of what still is refused; nothing when that cannot be told.
+    std::optional<std::vector<std::size_t>> tryWith(const std::vector<Range>& ranges) const {
         std::string text;
         std::vector<std::size_t> lineOf = {0};  // of the text, in the source
         std::size_t line = 1;
@@ -81,12 +82,11 @@ private:
         }
         add(line, lines_.size(), text, lineOf);
         try {
-            std::list<Tessel::Diagnostic> messages = Run::formatText(options_, text).messages;
-            for (Tessel::Diagnostic& message : messages) {
-                const std::size_t place = std::min<std::size_t>(message.position.line, lineOf.size() - 1);
-                message.position.line = static_cast<std::uint32_t>(lineOf[place]);
+            std::vector<std::size_t> refused;
+            for (const Tessel::Diagnostic& message : Run::formatText(options_, text).messages) {
+                refused.push_back(lineOf[std::min<std::size_t>(message.position.line, lineOf.size() - 1)]);
             }
-            return messages;
+            return refused;
         } catch (const Trn::Exception&) {
             return std::nullopt;
         }
@@ -106,8 +106,8 @@ private:
 }  // namespace
 
 std::vector<Range> findFences(const Tessel::FormatOptions& options, const std::string& source,
-                              std::list<Tessel::Diagnostic> messages) {
-    return FenceSearch(options, source).run(std::move(messages));
+                              std::vector<std::size_t> suspects) {
+    return FenceSearch(options, source).run(std::move(suspects));
 }
 
 }  // namespace Tool

@@ -12,6 +12,7 @@
 #include "files/descriptor.h"
 #include "files/read_file.h"
 #include "run/format_text.h"
+#include "textstream/byte_order_mark.h"
 #include "textstream/text_document.h"
 #include "textstream/text_encoding.h"
 #include "tool/failure.h"
@@ -54,11 +55,18 @@ struct Brace {
     std::size_t indent = 0;
 };
 
-// The first "}" at the start of a line that is indented otherwise than the line of its "{": between the two, the
-// brackets part.
-std::optional<std::pair<Brace, Brace>> findParting(std::string_view text) {
+// Where the braces of a text part: what a "{" that stands alone, or the first "}" at the start of a line that is indented
+// otherwise than the line of its "{", tells. A line 0 stands for none.
+struct Parting {
+    Brace open;
+    Brace close;
+};
+
+// Nothing where all braces have their match.
+std::optional<Parting> findParting(std::string_view text) {
     Cpp::Lexer lexer(text);
     std::vector<Brace> open;
+    std::optional<Parting> suspect;
     std::size_t line = 0;
     std::size_t indent = 0;
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
@@ -68,13 +76,13 @@ std::optional<std::pair<Brace, Brace>> findParting(std::string_view text) {
         const Brace brace{token.start.line, indent};
         if (token.kind == Cpp::OpenBrace) open.push_back(brace);
         if (token.kind != Cpp::CloseBrace) continue;
-        if (open.empty()) return std::pair(Brace{}, brace);
-        if (startsLine && open.back().line != brace.line && open.back().indent != brace.indent)
-            return std::pair(open.back(), brace);
+        if (open.empty()) return suspect.value_or(Parting{{}, brace});
+        const bool isOdd = startsLine && open.back().line != brace.line && open.back().indent != brace.indent;
+        if (isOdd && !suspect) suspect = {open.back(), brace};
         open.pop_back();
     }
     if (open.empty()) return std::nullopt;
-    return std::pair(open.back(), Brace{});
+    return suspect.value_or(Parting{open.back(), {}});
 }
 
 class Explanation {
@@ -107,41 +115,43 @@ private:
 
     void tellRefusal(const std::list<Tessel::Diagnostic>& messages) {
         std::size_t count = 0;
-        bool areBalanced = true;
+        std::vector<std::size_t> suspects;
         for (const Tessel::Diagnostic& message : messages) {
-            if (++count > mostMessages) break;
+            suspects.push_back(message.position.line);
+            if (++count > mostMessages) continue;
             add(Message::Severity::Error, message.position, message.text);
             text_ += std::string("    likely: ") + likelyCause(message) + "\n\n";
-            areBalanced = areBalanced && message.text.find("is not closed") == std::string::npos;
         }
         if (messages.size() > mostMessages)
             text_ += "... and " + std::to_string(messages.size() - mostMessages) + " more messages\n\n";
-        if (!areBalanced) tellParting();
-        tellFences(messages);
+        if (const auto parting = findParting(Zelmor::TextDocument(source_).text())) {
+            tellParting(*parting);
+            suspects = {parting->open.line, parting->close.line};
+            std::erase(suspects, std::size_t{0});
+        }
+        tellFences(std::move(suspects));
     }
 
-    void tellParting() {
-        const Zelmor::TextDocument document(source_);
-        const auto parting = findParting(document.text());
-        if (!parting) return;
-        const auto& [open, close] = *parting;
+    void addBrace(const Brace& brace, const std::string& text) {
+        add(Message::Severity::Note, {static_cast<std::uint32_t>(brace.line), static_cast<std::uint32_t>(brace.indent)},
+            text);
+    }
+
+    void tellParting(const Parting& parting) {
+        const auto& [open, close] = parting;
         if (close.line > 0) {
-            const auto column = static_cast<std::uint32_t>(close.indent);
-            add(Message::Severity::Note, {static_cast<std::uint32_t>(close.line), column},
-                open.line == 0 ? "this \"}\" closes nothing"
-                               : "this \"}\" closes the \"{\" of line " + std::to_string(open.line) +
-                                     ", but is indented otherwise: the brackets part between the two");
+            addBrace(close, open.line == 0 ? "this \"}\" closes nothing"
+                                           : "this \"}\" closes the \"{\" of line " + std::to_string(open.line) +
+                                                 ", but is indented otherwise: the brackets part between the two");
         }
         if (open.line > 0) {
-            const auto column = static_cast<std::uint32_t>(open.indent);
-            add(Message::Severity::Note, {static_cast<std::uint32_t>(open.line), column},
-                close.line > 0 ? "this is the line of the \"{\"" : "the \"{\" of this line is never closed");
+            addBrace(open, close.line > 0 ? "this is the line of the \"{\"" : "the \"{\" of this line is never closed");
         }
         text_ += '\n';
     }
 
-    void tellFences(const std::list<Tessel::Diagnostic>& messages) {
-        const std::vector<Edits::LineSet::Range> fences = findFences(options_, source_, messages);
+    void tellFences(std::vector<std::size_t> suspects) {
+        const std::vector<Edits::LineSet::Range> fences = findFences(options_, source_, std::move(suspects));
         if (fences.empty()) return;
         text_ += "The rest is formatted when these lines are put between fences:\n";
         for (const Edits::LineSet::Range& fence : fences) {
@@ -185,6 +195,7 @@ int whyCommand(const Options& options, const Streams& streams) {
         throw Failure(options.argument + ": " + Files::errorText(failure.error));
     }
     if (Zelmor::isUtf16(source)) throw Failure(options.argument + " is stored as UTF-16; convert it to UTF-8");
+    if (source.starts_with(Zelmor::BYTE_ORDER_MARK)) source.erase(0, Zelmor::BYTE_ORDER_MARK.size());
     Explanation explanation(options.argument, scheme->options, std::move(source));
     const bool isAccepted = explanation.tell();
     Output output(streams.output);

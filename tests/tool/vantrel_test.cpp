@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 
 #include "support/program_run.h"
 
@@ -134,6 +135,67 @@ TEST_F(Vantrel, LinesOfGit) {
     folder.write("new.c", "int   more;\nint  a;\n");
     EXPECT_THAT(run({"-i", "--staged"}).errors, HasSubstr("new.c: has changes that are not staged"));
     EXPECT_EQ(run({"-i", "--changed=HEAD~7"}).status, 2);
+}
+
+TEST_F(Vantrel, LinesAndWhatEditorsAsk) {
+    folder.write("a.c", "int  a;\nint  b;\n    /*  1\n    2 */\nint  c;\n");
+    EXPECT_EQ(run({"--lines=2:2", "--lines", "5:99", "a.c"}).output, "int  a;\nint b;\n    /*  1\n    2 */\nint c;\n");
+    EXPECT_EQ(run({"-style=file", "-offset=9", "-length=1", "a.c"}).output, run({"-lines=2:2", "a.c"}).output);
+    EXPECT_EQ(run({"-cursor=10", "-lines=1:1", "a.c"}).output,
+              "{ \"Cursor\": 9, \"IncompleteFormat\": false }\n" + run({"-lines=1:1", "a.c"}).output);
+    EXPECT_THAT(run({"-output-replacements-xml", "-lines=1:1", "a.c"}).output,
+                HasSubstr("\n<replacement offset='4' length='1'></replacement>\n</replacements>\n"));
+    EXPECT_EQ(filter({"-assume-filename=none/x.c", "-style", "file"}, wide).output, narrow);
+
+    // A comment moves as one, or not at all.
+    const std::string comment = "Tessel::PropertySet\n1\n\"x\"\n3 VANTREL_VERSION \"1.2.1\"\n3 LEFT_MARGIN \"\"\n";
+    folder.write("x.vts", comment);
+    EXPECT_EQ(run({"-s", "x.vts", "--lines=3:3", "a.c"}).output, folder.read("a.c"));
+    EXPECT_THAT(run({"-s", "x.vts", "--lines=3:4", "a.c"}).output, HasSubstr("\n/*  1\n2 */\n"));
+}
+
+TEST_F(Vantrel, MessagesForMachinesNameEveryPlace) {
+    folder.write("a b&.c", refused);
+    folder.write("c.c", "int x;\n\nint  a;\nint  b;\n");
+    const std::map<std::string, std::vector<std::string>> expected = {
+        {"gcc", {"a b&.c:3:7: error: The \"[\"", "c.c:3:1: warning: not laid out as the scheme says (lines 3-4)\n"}},
+        {"json", {R"({"file":"a b&.c","outcome":"refused","messages":[{"severity":"error","line":3,"column":7,)",
+                  R"("replacements":[{"offset":12,"length":1,"text":""},{"offset":20,"length":1,"text":""}]})"}},
+        {"github", {"::error file=a b&.c,line=3,col=7::The", "::warning file=c.c,line=3,col=1::not laid out"}},
+        {"sarif", {R"("uri":"a%20b%26.c"},"region":{"startLine":3,"startColumn":7})", R"("level":"warning")"}},
+        {"checkstyle", {"<file name=\"a b&amp;.c\">\n    <error line=\"3\" column=\"7\" severity=\"error\" message=\"The &quot;[&quot;",
+                        "  </file>\n</checkstyle>\n"}}};
+    for (const auto& [format, parts] : expected) {
+        const ProgramResult result = run({"--check", "--format", format, "a b&.c", "c.c"});
+        EXPECT_EQ(result.status, 3);
+        for (const std::string& part : parts) EXPECT_THAT(result.output + result.errors, HasSubstr(part));
+    }
+}
+
+TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
+    EXPECT_THAT(run({"schemes"}).output, HasSubstr("\nknr        "));
+    EXPECT_THAT(run({"keys", "ws_before_expr_op"}).output, HasSubstr("    int x = a +b;\n\nand without the line as\n\n    int x = a+b;\n"));
+    EXPECT_THAT(run({"keys", "TAB_SIZ"}).errors, HasSubstr("is TAB_SIZE meant?"));
+    folder.write("old.vts", "Tessel::PropertySet\n1\n\"old\"\n# mine\n");
+    folder.write("a.c", wide);
+    EXPECT_EQ(run({"-l", "-s", "old.vts", "a.c"}).status, 0);
+    EXPECT_EQ(folder.read("old.vts"), "Tessel::PropertySet\n1\n\"old\"\n# mine\n") << "a scheme is only read";
+    EXPECT_EQ(run({"scheme", "check", "old.vts"}).status, 2);
+    EXPECT_EQ(run({"scheme", "upgrade", "old.vts"}).status, 0);
+    EXPECT_EQ(run({"scheme", "check", "old.vts"}).status, 0);
+    EXPECT_THAT(folder.read("old.vts"), HasSubstr("\n# mine\n"));
+    EXPECT_EQ(run({"scheme", "check", "a.c"}).status, 2);
+
+    folder.write("b.c", "int ok;\n\nvoid f()\n{\n    if (a) {\n        go();\n}\n\nint  g;\n");
+    const ProgramResult why = run({"why", "b.c"});
+    EXPECT_EQ(why.status, 3);
+    for (const char* part : {"b.c:9:7: error: Unexpected EOF found.", "likely: something that was begun is not finished",
+                             "b.c:7:1: note: this \"}\" closes the \"{\" of line 5", "before line 3\n", "behind line 7\n"}) {
+        EXPECT_THAT(why.output, HasSubstr(part));
+    }
+    folder.write("b.c", "int ok;\n\n// VANTREL-OFF\nvoid f()\n{\n    if (a) {\n        go();\n}\n// VANTREL-ON\n\nint  g;\n");
+    EXPECT_EQ(run({"-i", "b.c"}).status, 0);
+    EXPECT_EQ(run({"why", "b.c"}).status, 0);
 }
 
 TEST_F(Vantrel, OutputThatCannotBeWritten) {
