@@ -24,4 +24,11 @@ void Output::flush() {
     }
 }
 
+int say(std::string_view text, const Streams& streams) {
+    Output output(streams.output);
+    output.write(text);
+    output.flush();
+    return Fine;
+}
+
 }  // namespace Tool

@@ -8,6 +8,7 @@
 #include "tool/failure.h"
 #include "tool/format_command.h"
 #include "tool/lsp_command.h"
+#include "tool/option_pages.h"
 #include "tool/options.h"
 #include "tool/output.h"
 #include "tool/scheme_commands.h"
@@ -26,18 +27,16 @@ int runCommand(const Options& options, const Streams& streams) {
         case Command::SchemeUpgrade: return upgradeSchemeCommand(options, streams);
         case Command::Why: return whyCommand(options, streams);
         case Command::Lsp: return lspCommand(options, streams);
-        default: throw Failure("not built yet");
+        case Command::Completion: return say(completionScript(options.argument), streams);
+        case Command::Manual: return say(manualSource(), streams);
     }
+    return CannotWork;
 }
 
 int parseAndRun(int count, const char* const* arguments, const Streams& streams) {
     std::ostringstream said;
     const std::optional<Options> options = parseOptions(count, arguments, said);
-    if (options) return runCommand(*options, streams);
-    Output output(streams.output);
-    output.write(said.str());
-    output.flush();
-    return Fine;
+    return options ? runCommand(*options, streams) : say(said.str(), streams);
 }
 
 }  // namespace

@@ -28,13 +28,6 @@ Files::FileContent readScheme(const std::string& file) try {
     throw Failure(file + ": " + Files::errorText(failure.error));
 }
 
-int say(const std::string& text, const Streams& streams) {
-    Output output(streams.output);
-    output.write(text);
-    output.flush();
-    return Fine;
-}
-
 }  // namespace
 
 int listSchemesCommand(const Streams& streams) {

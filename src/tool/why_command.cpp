@@ -198,9 +198,7 @@ int whyCommand(const Options& options, const Streams& streams) {
     if (source.starts_with(Zelmor::BYTE_ORDER_MARK)) source.erase(0, Zelmor::BYTE_ORDER_MARK.size());
     Explanation explanation(options.argument, scheme->options, std::move(source));
     const bool isAccepted = explanation.tell();
-    Output output(streams.output);
-    output.write(std::move(explanation).text());
-    output.flush();
+    say(std::move(explanation).text(), streams);
     return isAccepted ? Fine : WasRefused;
 }
 
