@@ -11,22 +11,39 @@ namespace Tessel {
 
 namespace {
 
-constexpr std::pair<KeyGroup, std::string_view> titles[] = {
+struct GroupText {
+    KeyGroup group;
+    std::string_view title;
+    std::string_view introduction = {};
+};
+
+constexpr GroupText groupTexts[] = {
     {KeyGroup::WholeText, "The whole text"},
-    {KeyGroup::Braces, "Braces and indentation"},
-    {KeyGroup::OneLine, "What stays on one line"},
-    {KeyGroup::KeptLayout, "Lines and columns of the author's"},
+    {KeyGroup::Braces, "Braces and indentation",
+     "Every construct that has braces has the same four places: before and after \"{\", before \"}\", and the indentation "
+     "added to what is between them. A single statement without braces is placed as if it had them. Other braces in "
+     "expressions, as those of a lambda, keep the white space around them, and the lines between them are indented as "
+     "in initialisers."},
+    {KeyGroup::OneLine, "What stays on one line",
+     "These keep what stands on one line in the source, and fits within the right margin where lines are wrapped."},
+    {KeyGroup::KeptLayout, "Lines and columns of the author's", "What a team has laid out by hand comes back as it was."},
     {KeyGroup::Classes, "Classes"},
     {KeyGroup::Functions, "Functions, parameters and calls"},
     {KeyGroup::Templates, "Templates"},
     {KeyGroup::Data, "Data declarations and enumerations"},
     {KeyGroup::Marks, "Pointers and references"},
-    {KeyGroup::Alignment, "Alignment"},
+    {KeyGroup::Alignment, "Alignment",
+     "Declarations that follow each other, whatever comments are between them, make a run. Columns are tab stops."},
     {KeyGroup::Control, "Control statements"},
     {KeyGroup::Expressions, "Expressions"},
     {KeyGroup::LongLines, "Long lines"},
     {KeyGroup::WithoutEffect, "Keys without effect"},
 };
+
+const GroupText& textOf(KeyGroup group) {
+    return *std::find_if(std::begin(groupTexts), std::end(groupTexts),
+                         [group](const GroupText& one) { return one.group == group; });
+}
 
 constexpr int widestTab = 1000;
 
@@ -50,15 +67,18 @@ std::size_t spellingDistance(std::string_view a, std::string_view b) {
 const std::vector<KeyGroup>& keyGroups() {
     static const std::vector<KeyGroup> groups = [] {
         std::vector<KeyGroup> all;
-        for (const auto& [group, title] : titles) all.push_back(group);
+        for (const GroupText& one : groupTexts) all.push_back(one.group);
         return all;
     }();
     return groups;
 }
 
 std::string_view groupTitle(KeyGroup group) {
-    return std::find_if(std::begin(titles), std::end(titles), [group](const auto& one) { return one.first == group; })
-        ->second;
+    return textOf(group).title;
+}
+
+std::string_view groupIntroduction(KeyGroup group) {
+    return textOf(group).introduction;
 }
 
 const std::vector<KeyGuide>& keyGuides() {

@@ -30,6 +30,8 @@ enum class KeyGroup {
 // In the order in which listings have them.
 const std::vector<KeyGroup>& keyGroups();
 std::string_view groupTitle(KeyGroup group);
+// What holds for all keys of the group; empty where there is nothing to say.
+std::string_view groupIntroduction(KeyGroup group);
 
 struct KeyGuide {
     Property shown;  // the key, with the value that the example shows

@@ -60,12 +60,15 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "converted.", ""});
     rows.push_back({set(Keys::LEFT_MARGIN, ""), group,
                     "Indentation of the outermost level. Absent: the white space at the start of its lines stays as it "
-                    "is.", "    int a;\n  int b;\n"});
+                    "is; the contents of bodies are still indented where their key is present.", "    int a;\n  int b;\n"});
     rows.push_back({set(Keys::TAB_SIZE, 8), group,
                     "Columns to a tab stop, in the input and in the output; alignment goes by tab stops. 1 when absent.",
                     "int\ta;\n", {set(Keys::CONVERT_WS, 1), set(Keys::DATA_DO_NOT_FORMAT, true)}});
     rows.push_back({set(Keys::CONVERT_WS, 1), group,
-                    "0 tabs and blanks as they come, 1 tabs become blanks, 2 blanks become tabs.",
+                    "0 tabs and blanks as they come, 1 tabs become blanks, 2 blanks become tabs. Kept are literals, "
+                    "comments but for the start of their lines, what stands as it is (protected regions, #if 0), and in "
+                    "a directive also the name of a header and all that follows an apostrophe in a word or number, a "
+                    "raw string, or a literal that goes on in the next line.",
                     "int\ta;\n", {set(Keys::TAB_SIZE, 8)}});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
@@ -156,7 +159,9 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
     constexpr KeyGroup group = KeyGroup::KeptLayout;
     rows.push_back({set(Keys::KEEP_LINE_BREAKS, true), group,
                     "Lines that begin inside lists, conditions and expressions, or behind a template header or the "
-                    "type of data, still do so, and hang under what they continue.",
+                    "type of data, still do so. They hang under what they continue: the first element of their list, the "
+                    "first operand behind = or return, the first . of a chain; else WRAP_INDENT behind their statement. "
+                    "Off, such lines stand at the indentation.",
                     "int x = f(first,\n  second);\n", {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
                     "Lines that are kept, and that hang under nothing, stay as far behind the first line of their "
@@ -337,7 +342,8 @@ void addControl(std::vector<KeyGuide>& rows) {
                     "Indentation of the statements below case labels, from the switch.", choice,
                     {set(Keys::WS_AFTER_CS_CASE_LABELS, "\n")}});
     rows.push_back({set(Keys::WS_AFTER_CS_CASE_LABELS, "\n"), group,
-                    "Between a case label and its first statement.", choice});
+                    "Between a case label and its first statement; without a line break, comments below the label stay "
+                    "there.", choice});
     rows.push_back({set(Keys::WS_BEFORE_CASE_OPEN_BRACE, " "), group,
                     "Between a case label and the \"{\" behind it; the block then goes by the column of the label.",
                     "void f()\n{\n    switch (key)\n    {\n    case 1:\n        {\n            go();\n        }\n    }\n}\n"});
@@ -372,7 +378,8 @@ void addLongLines(std::vector<KeyGuide>& rows) {
                     "2: operators end the lines that are broken at them; 0, 1: they start the next one.", longSum,
                     wrapping()});
     rows.push_back({set(Keys::COMMA_WRAP_STYLE, 1), group,
-                    "2: commas end the lines that are broken at them; 0, 1: they start the next one.", longCall,
+                    "2: commas end the lines that are broken at them; 0, 1: they start the next one. With 0, a list that "
+                    "would be filled (LIST_WRAP_STRATEGY 1) is not broken.", longCall,
                     wrapping({})});
     rows.push_back({set(Keys::SHIFT_WRAP_STYLE, 2), group,
                     "How chains of << and >> are broken: 0 never, 1 the operators start lines, 2 they end them.",

@@ -119,7 +119,7 @@ std::string escaped(std::string_view text) {
 template <typename ForGroup, typename ForKey>
 void walkKeys(ForGroup forGroup, ForKey forKey) {
     for (const Tessel::KeyGroup group : Tessel::keyGroups()) {
-        forGroup(Tessel::groupTitle(group));
+        forGroup(std::string(Tessel::groupTitle(group)), std::string(Tessel::groupIntroduction(group)));
         for (const KeyGuide& guide : Tessel::keyGuides()) {
             if (guide.group == group) forKey(guide);
         }
@@ -132,9 +132,9 @@ std::string keyList() {
     constexpr std::size_t meaningColumn = 8;
     constexpr std::size_t width = 100;
     std::string text;
-    const auto addTitle = [&text](std::string_view title) {
+    const auto addTitle = [&text](const std::string& title, const std::string&) {
         if (!text.empty()) text += '\n';
-        text.append(title) += '\n';
+        text += title + '\n';
     };
     walkKeys(addTitle,
              [&](const KeyGuide& guide) {
@@ -157,7 +157,11 @@ std::string keyText(const KeyGuide& guide) {
 std::string keyPageMarkdown() {
     std::string text = "# The keys of schemes\n\n<!-- Made by \"vantrel keys --markdown\" from the guide to the keys. -->\n\n" +
                        wrapped(std::string(introduction), 0, 120) + '\n';
-    walkKeys([&](std::string_view title) { text += "\n## " + std::string(title) + '\n'; },
+    const auto addTitle = [&text](const std::string& title, const std::string& about) {
+        text += "\n## " + title + '\n';
+        if (!about.empty()) text += '\n' + wrapped(about, 0, 120) + '\n';
+    };
+    walkKeys(addTitle,
              [&](const KeyGuide& guide) {
                  text += "\n### " + guide.key() + "\n\n" + wrapped(guide.meaning, 0, 120) + "\n\nType: " +
                          typeText(guide) + origin(guide) + ".\n";
@@ -177,7 +181,10 @@ std::string keyPageHtml() {
         ".pair { display: grid; grid-template-columns: 1fr 1fr; gap: 1em; }\n"
         "</style>\n</head>\n<body>\n<h1>The keys of schemes</h1>\n<p>" +
         escaped(introduction) + "</p>\n";
-    walkKeys([&](std::string_view title) { text += "<h2>" + escaped(title) + "</h2>\n"; },
+    const auto addTitle = [&text](const std::string& title, const std::string& about) {
+        text += "<h2>" + escaped(title) + "</h2>\n<p>" + escaped(about) + "</p>\n";
+    };
+    walkKeys(addTitle,
              [&](const KeyGuide& guide) {
                  text += "<h3 id=\"" + guide.key() + "\">" + guide.key() + "</h3>\n<p>" + escaped(guide.meaning) +
                          "</p>\n<p>Type: " + typeText(guide) + origin(guide) + ".</p>\n";

@@ -175,16 +175,19 @@ std::string completionScript(const std::string& shell) {
 }
 
 std::string manualSource() {
-    return "vantrel(1)\n\n# NAME\n\nvantrel - lay out C and C++ sources\n" +
+    return "vantrel(1)\n\n# NAME\n\nvantrel, VantrelCmd - lay out C and C++ sources\n" +
            section("SYNOPSIS", "*vantrel* \\[-i | --check | --diff | -l\\] \\[-s _scheme_\\] \\[_path_...\\]\n\n"
-                               "*vantrel* _command_ \\[_argument_\\]\n") +
+                               "*vantrel* _command_ \\[_argument_\\]\n\n"
+                               "*VantrelCmd* -s _scheme_ _infile_ _outfile_\n") +
            section("DESCRIPTION",
                    "Changes the white space of C and C++ sources as a scheme says, and nothing else: every run proves that "
                    "the tokens, comments and directives are those of the source.\n\n"
                    "Paths are files and folders. Folders are walked, without what .gitignore and .vantrelignore leave out. "
                    "Without a path, standard input is formatted to standard output.\n\n"
                    "The scheme is the one that *-s* names, or the file .vantrel.vts in the nearest folder upwards from each "
-                   "file.\n") +
+                   "file.\n\n"
+                   "*VantrelCmd* formats one file into another, which it overwrites; \"-\" stands for standard input and "
+                   "output. *VantrelCmd -?* shows its usage.\n") +
            section("OPTIONS", optionSection()) + section("COMMANDS", commandSection()) +
            section("EXIT STATUS",
                    "*0*\n\tAll is fine.\n\n*1*\n\tSomething would change, with *--check*, *--diff* and *-l*.\n\n"

@@ -175,6 +175,9 @@ TEST_F(Vantrel, MessagesForMachinesNameEveryPlace) {
 TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     EXPECT_THAT(run({"schemes"}).output, HasSubstr("\nknr        "));
     EXPECT_THAT(run({"keys", "ws_before_expr_op"}).output, HasSubstr("    int x = a +b;\n\nand without the line as\n\n    int x = a+b;\n"));
+    std::ifstream page(VANTREL_DOCS "/keys.md");
+    EXPECT_EQ(run({"keys", "--markdown"}).output, std::string(std::istreambuf_iterator<char>(page), {}))
+        << "docs/keys.md is not up to date: build the target \"pages\"";
     EXPECT_THAT(run({"keys", "TAB_SIZ"}).errors, HasSubstr("is TAB_SIZE meant?"));
     folder.write("old.vts", "Tessel::PropertySet\n1\n\"old\"\n# mine\n");
     folder.write("a.c", wide);
