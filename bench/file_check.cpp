@@ -4,7 +4,7 @@
 #include <chrono>
 #include <sstream>
 
-#include "cli/text_encoding.h"
+#include "textstream/text_encoding.h"
 #include "cpp/parse_text.h"
 #include "support/format_text.h"
 #include "support/token_compare.h"
@@ -127,7 +127,7 @@ FileReport checkFile(const Tessel::PropertySet& scheme, const std::string& path)
     using Clock = std::chrono::steady_clock;
     FileReport report;
     std::string content = TestSupport::contentOfFile(path);
-    if (Cli::isUtf16(content)) {
+    if (Zelmor::isUtf16(content)) {
         report.findings.push_back({Fault::Refused, {}, "The text is stored in units of two bytes.", {}});
         return report;
     }

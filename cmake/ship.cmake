@@ -1,8 +1,6 @@
-# vantrel_ship(PROGRAM): the program stands at the top of the build folder with the shipped schemes beside it,
-# where it looks for them. Installed, both are in lib/vantrel, and bin has a link: the program follows it home.
-function(vantrel_ship program)
-  set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
-
+# vantrel_ship(PROGRAM...): the programs stand at the top of the build folder with the shipped schemes beside them,
+# where they look for them. Installed, all are in lib/vantrel, and bin has links: a program follows its own home.
+function(vantrel_ship)
   file(GLOB schemes CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/schemes/*.vts)
   set(copies)
   foreach(scheme ${schemes})
@@ -12,12 +10,15 @@ function(vantrel_ship program)
     list(APPEND copies ${PROJECT_BINARY_DIR}/${name})
   endforeach()
   add_custom_target(schemes DEPENDS ${copies})
-  add_dependencies(${program} schemes)
-
-  install(TARGETS ${program} DESTINATION lib/vantrel)
   install(FILES ${schemes} DESTINATION lib/vantrel)
-  install(CODE "
-    set(bin \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin\")
-    file(MAKE_DIRECTORY \"\${bin}\")
-    file(CREATE_LINK ../lib/vantrel/${program} \"\${bin}/${program}\" SYMBOLIC)")
+
+  foreach(program ${ARGN})
+    set_target_properties(${program} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+    add_dependencies(${program} schemes)
+    install(TARGETS ${program} DESTINATION lib/vantrel)
+    install(CODE "
+      set(bin \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin\")
+      file(MAKE_DIRECTORY \"\${bin}\")
+      file(CREATE_LINK ../lib/vantrel/${program} \"\${bin}/${program}\" SYMBOLIC)")
+  endforeach()
 endfunction()

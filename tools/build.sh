@@ -57,6 +57,8 @@ has() {
         ninja-build) command -v ninja ;;
         libgtest-dev) [ -e /usr/include/gtest/gtest.h ] ;;
         libgmock-dev) [ -e /usr/include/gmock/gmock.h ] ;;
+        libcli11-dev) [ -e /usr/include/CLI/CLI.hpp ] ;;
+        nlohmann-json3-dev) [ -e /usr/include/nlohmann/json.hpp ] ;;
         *) dpkg --status "$1" 2>/dev/null | grep -q '^Status: install ok installed' ;;
     esac >/dev/null
 }
@@ -70,7 +72,7 @@ configure() {
 
 # configure_with_tests: build/ for the tests too, installing what they need, whatever it was configured for before.
 configure_with_tests() {
-    need g++ cmake ninja-build libgtest-dev libgmock-dev
+    need g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev
     grep -qs '^VANTREL_TESTS:BOOL=ON' "$root/build/CMakeCache.txt" || rm -f "$root/build/build.ninja"
     configure "$root/build" release -DVANTREL_TESTS=ON
 }

@@ -1,10 +1,8 @@
 #include "cli/driver.h"
 
 #include <filesystem>
-#include <list>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -15,24 +13,17 @@
 #include "cli/failure.h"
 #include "cli/input_file.h"
 #include "cli/output_file.h"
-#include "cli/text_encoding.h"
-#include "engine/format_job.h"
-#include "layout/passes.h"
+#include "engine/format_options.h"
+#include "run/format_text.h"
 #include "scheme/property_set_store.h"
 #include "scheme/scheme_check.h"
 #include "scheme/scheme_conversion.h"
 #include "scheme/scheme_directory.h"
-#include "textstream/byte_order_mark.h"
+#include "textstream/text_encoding.h"
 
 namespace Cli {
 
 namespace {
-
-// There is nobody who could stop a run half way.
-class NeverCancels : public Tessel::UpdateFunctor {
-public:
-    bool operator()(const std::string&) override { return true; }
-};
 
 void checkScheme(const Tessel::PropertySet& scheme, const std::string& directory) {
     const std::optional<TesselUI::UnusableText> unusable = TesselUI::findUnusableText(scheme);
@@ -61,44 +52,22 @@ Tessel::PropertySet loadScheme(const std::string& name, const std::string& direc
     return std::move(store.find(name)->scheme);
 }
 
-// The text to format, without what the encoding puts around it.
-std::istringstream openText(std::string text, const TextEncoding& encoding) {
-    if (encoding.hasByteOrderMark) text.erase(0, Zelmor::BYTE_ORDER_MARK.size());
-    return std::istringstream(std::move(text));
-}
-
-// Formats `in` into `out`; answers with the diagnostics that kept it from doing so.
-std::list<Tessel::Diagnostic> format(Tessel::PropertySet scheme, std::istream& in, std::ostringstream& out) {
-    std::list<Tessel::Diagnostic> diagnostics;
-    const Tessel::FormatOptions options{std::move(scheme), Tessel::protectedRegionMarkers()};
-    const Tessel::Passes passes;
-    NeverCancels progress;
-    out.exceptions(std::ios::badbit);  // want of memory must not pass for a short text
-    Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
-    return diagnostics;
-}
-
 int runProgram(const Arguments& arguments, const std::string& schemeDirectory,
                const StandardStreams& streams) {
     Tessel::PropertySet scheme = loadScheme(arguments.scheme, schemeDirectory, streams.errors);
     std::optional<Input> input = readInput(arguments.inputFile, streams.input);
     if (!input) return 0;
-    if (isUtf16(input->text)) {
+    if (Zelmor::isUtf16(input->text)) {
         throw Failure("Error: \"" + arguments.inputFile +
                       "\" is stored as UTF-16; convert it to UTF-8 to have it formatted.");
     }
 
-    const TextEncoding encoding = detectEncoding(input->text);
-    std::istringstream in = openText(std::move(input->text), encoding);
-    std::ostringstream out;
-    const std::list<Tessel::Diagnostic> diagnostics = format(std::move(scheme), in, out);
-    if (!diagnostics.empty()) return printDiagnostics(diagnostics, arguments.inputFile, streams.errors);
-
-    std::string text = encoding.hasCarriageReturns ? addCarriageReturns(out.view()) : std::move(out).str();
+    const Tessel::FormatOptions options{std::move(scheme), Tessel::protectedRegionMarkers()};
+    const Run::FormattedText result = Run::formatText(options, input->text);
+    if (!result.messages.empty()) return printDiagnostics(result.messages, arguments.inputFile, streams.errors);
     const OutputTarget target{arguments.outputFile, streams.output, input->file ? &*input->file : nullptr};
-    if (text == in.view() && isInput(target)) return 0;  // writing it would only make it look new
-    if (encoding.hasByteOrderMark) text.insert(0, Zelmor::BYTE_ORDER_MARK);
-    writeOutput(target, text);
+    if (result.text == input->text && isInput(target)) return 0;  // writing it would only make it look new
+    writeOutput(target, result.text);
     return 0;
 }
 

@@ -1,12 +1,12 @@
 #include "cli/input_file.h"
 
-#include <fcntl.h>
-
 #include <cerrno>
+#include <utility>
 
 #include "cli/failure.h"
 #include "cli/product.h"
 #include "files/descriptor.h"
+#include "files/read_file.h"
 
 namespace Cli {
 
@@ -16,28 +16,25 @@ namespace {
     throw Failure("Error: could not open \"" + name + "\" for input" + (reason.empty() ? "" : '\n' + reason));
 }
 
-void readText(int descriptor, const std::string& name, std::size_t expectedSize, std::string& text) {
-    const int error = Files::readAll(descriptor, text, expectedSize);
-    if (error) throw Failure("Error: could not read \"" + name + "\": " + Files::errorText(error));
+[[noreturn]] void failToRead(const std::string& name, int error) {
+    throw Failure("Error: could not read \"" + name + "\": " + Files::errorText(error));
 }
 
 bool isMissing(int error) {
     return error == ENOENT || error == ENOTDIR;
 }
 
-Input readFile(const std::string& name) {
-    const Files::Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
-    struct stat status {};
-    if (!file.isOpen() || ::fstat(file.get(), &status) != 0) failToOpen(name);
-    Input input;
-    input.file = Files::FileStamp::of(status);
-    readText(file.get(), name, static_cast<std::size_t>(status.st_size), input.text);
-    return input;
+Input readFile(const std::string& name) try {
+    Files::FileContent content = Files::readFile(name);
+    return {std::move(content.text), content.stamp};
+} catch (const Files::ReadFailure& failure) {
+    if (failure.reason == Files::ReadFailure::Reason::CannotRead) failToRead(name, failure.error);
+    failToOpen(name);
 }
 
 Input readStandardInput(int descriptor) {
     Input input;
-    readText(descriptor, STANDARD_STREAM_NAME, 0, input.text);
+    if (const int error = Files::readAll(descriptor, input.text, 0)) failToRead(STANDARD_STREAM_NAME, error);
     return input;
 }
 

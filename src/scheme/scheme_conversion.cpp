@@ -117,17 +117,6 @@ void renameKeys(PropertySet& scheme) {
     renameString(scheme, "WS_AFTER_CS_HEAD", Keys::WS_BEFORE_CS_OPEN_BRACE);
 }
 
-// In this order: the copies for calls take what the alignment switches have set.
-void convert(PropertySet& scheme) {
-    convertAlignmentSwitches(scheme);
-    addLineWrapping(scheme);
-    addDataDeclarations(scheme);
-    addCommas(scheme);
-    addCalls(scheme);
-    renameKeys(scheme);
-    scheme.setString(Keys::VANTREL_VERSION, CURRENT_VERSION);
-}
-
 std::string readOnlyMessage(const std::vector<std::string>& names) {
     if (names.empty()) return {};
     if (names.size() == 1) return Zelmor::formatString(ONE_READ_ONLY_SCHEME, names.front().c_str());
@@ -138,16 +127,31 @@ std::string readOnlyMessage(const std::vector<std::string>& names) {
 
 }  // namespace
 
+bool isOldScheme(const PropertySet& scheme) {
+    return !hasString(scheme, Keys::VANTREL_VERSION);
+}
+
+// In this order: the copies for calls take what the alignment switches have set.
+void convertScheme(PropertySet& scheme) {
+    convertAlignmentSwitches(scheme);
+    addLineWrapping(scheme);
+    addDataDeclarations(scheme);
+    addCommas(scheme);
+    addCalls(scheme);
+    renameKeys(scheme);
+    scheme.setString(Keys::VANTREL_VERSION, CURRENT_VERSION);
+}
+
 std::string convertSchemes(PropertySetStore& store) {
     bool changed = false;
     std::vector<std::string> readOnlyNames;
     for (PropertySetStore::Entry& entry : store) {
-        if (hasString(entry.scheme, Keys::VANTREL_VERSION)) continue;
+        if (!isOldScheme(entry.scheme)) continue;
         if (entry.readOnly) {
             readOnlyNames.push_back(entry.scheme.getName());
             continue;
         }
-        convert(entry.scheme);
+        convertScheme(entry.scheme);
         changed = true;
     }
     if (changed) store.write();

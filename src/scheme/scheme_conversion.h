@@ -14,4 +14,10 @@ inline constexpr const char* CURRENT_VERSION = "1.2.1";
 // because their files are read-only; empty when there are none. Throws PropertySetStore::WriteError.
 std::string convertSchemes(PropertySetStore& store);
 
+// Whether a scheme is one of version 1.1.0.
+bool isOldScheme(const Tessel::PropertySet& scheme);
+
+// Brings one to the current set of keys, in memory.
+void convertScheme(Tessel::PropertySet& scheme);
+
 }  // namespace TesselUI

@@ -54,12 +54,6 @@ fs::path executablePath() {
     return startedAs ? fs::canonical(startedAs, error) : fs::path();
 }
 
-std::string executableDirectory() {
-    std::string directory = executablePath().parent_path().string();
-    if (!directory.empty() && !directory.ends_with('/')) directory += '/';
-    return directory;
-}
-
 // The settings file: its text, and where in it the scheme directory stands.
 class Settings {
 public:
@@ -124,11 +118,22 @@ private:
 }  // namespace
 
 std::string schemeDirectory() {
+    if (std::string directory = chosenSchemeDirectory(); !directory.empty()) return directory;
+    std::string directory = shippedSchemeDirectory();
+    const std::optional<Settings> settings = Settings::open(settingsPath());
+    if (settings && !directory.empty()) settings->storeDirectory(directory);
+    return directory;
+}
+
+std::string chosenSchemeDirectory() {
     if (std::string directory = environment("VANTREL_SCHEMES"); !directory.empty()) return directory;
     const std::optional<Settings> settings = Settings::open(settingsPath());
-    if (settings && !settings->directory().empty()) return settings->directory();
-    std::string directory = executableDirectory();
-    if (settings && !directory.empty()) settings->storeDirectory(directory);
+    return settings ? settings->directory() : "";
+}
+
+std::string shippedSchemeDirectory() {
+    std::string directory = executablePath().parent_path().string();
+    if (!directory.empty() && !directory.ends_with('/')) directory += '/';
     return directory;
 }
 

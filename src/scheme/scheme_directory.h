@@ -15,4 +15,10 @@ namespace TesselUI {
 // and has no value for PropertySetStore, the executable's directory is written there.
 std::string schemeDirectory();
 
+// The first two of these, nothing being written; "" where the user has chosen none.
+std::string chosenSchemeDirectory();
+
+// The third.
+std::string shippedSchemeDirectory();
+
 }  // namespace TesselUI

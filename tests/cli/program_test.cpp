@@ -8,7 +8,7 @@
 #include <set>
 #include <utility>
 
-#include "program_run.h"
+#include "support/program_run.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <iostream>
 
 #include "cli/driver.h"
-#include "cli/process.h"
+#include "run/process.h"
 
 int main(int argumentCount, char** arguments) {
-    Cli::prepareProcess();
+    Run::prepareProcess();
     return Cli::run(argumentCount, arguments, {STDIN_FILENO, STDOUT_FILENO, std::cerr});
 }

@@ -5,7 +5,7 @@
 
 // How a text is stored in a file, as far as formatting must leave it alone.
 
-namespace Cli {
+namespace Zelmor {
 
 struct TextEncoding {
     bool hasByteOrderMark = false;
@@ -21,4 +21,4 @@ bool isUtf16(std::string_view text);
 // The text with a carriage return before every line feed. It must hold none before.
 std::string addCarriageReturns(std::string_view text);
 
-}  // namespace Cli
+}  // namespace Zelmor

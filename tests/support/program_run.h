@@ -19,6 +19,7 @@ struct ProgramResult {
 
 // How a run differs from one with everything at hand.
 struct ProgramSetting {
+    std::string program = VANTREL_PROGRAM;
     std::string input = {};           // what standard input holds
     std::string outputPath = {};      // standard output, when it is not captured
     std::vector<int> closed = {};     // descriptors that are not open
@@ -36,7 +37,7 @@ inline ProgramResult runProgram(const TemporaryFolder& place, const std::vector<
     const std::string errors = capture.write("err", "");
 
     std::vector<char*> vector;
-    std::string program = VANTREL_PROGRAM;
+    std::string program = setting.program;
     vector.push_back(program.data());
     std::vector<std::string> copies = arguments;
     for (std::string& argument : copies) vector.push_back(argument.data());

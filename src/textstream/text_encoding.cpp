@@ -1,10 +1,10 @@
-#include "cli/text_encoding.h"
+#include "textstream/text_encoding.h"
 
 #include <algorithm>
 
 #include "textstream/byte_order_mark.h"
 
-namespace Cli {
+namespace Zelmor {
 
 namespace {
 
@@ -29,7 +29,7 @@ std::size_t countOf(std::string_view text, char character) {
 TextEncoding detectEncoding(std::string_view text) {
     const std::size_t both = countCarriageReturnLineFeeds(text);
     const std::size_t lineEnds = countOf(text, '\n') + countOf(text, '\r') - both;
-    return {text.starts_with(Zelmor::BYTE_ORDER_MARK), both > lineEnds - both};
+    return {text.starts_with(BYTE_ORDER_MARK), both > lineEnds - both};
 }
 
 bool isUtf16(std::string_view text) {
@@ -62,4 +62,4 @@ std::string addCarriageReturns(std::string_view text) {
     return result;
 }
 
-}  // namespace Cli
+}  // namespace Zelmor

@@ -1,14 +1,15 @@
-#include "cli/process.h"
+#include "run/process.h"
 
 #include <fcntl.h>
 #include <malloc.h>
+#include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
 
-namespace Cli {
+namespace Run {
 
 namespace {
 
@@ -50,4 +51,12 @@ void prepareProcess() {
     occupyIfClosed(STDERR_FILENO, O_RDONLY);
 }
 
-}  // namespace Cli
+void prepareThreads() {
+    pthread_attr_t attributes;
+    if (::pthread_getattr_default_np(&attributes) != 0) return;
+    ::pthread_attr_setstacksize(&attributes, stackSize);
+    ::pthread_setattr_default_np(&attributes);
+    ::pthread_attr_destroy(&attributes);
+}
+
+}  // namespace Run

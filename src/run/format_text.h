@@ -1,0 +1,21 @@
+#pragma once
+
+#include <list>
+#include <string>
+#include <string_view>
+
+#include "engine/format_options.h"
+#include "trn/diagnostic.h"
+
+namespace Run {
+
+struct FormattedText {
+    std::string text;                        // with the line ends and the byte-order mark that the source has
+    std::list<Tessel::Diagnostic> messages;  // why the source is refused: then there is no text
+};
+
+// Formats a text as it stands in a file, UTF-16 excepted. May run in several threads at once. Exceptions of the
+// engine go through to the caller.
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text);
+
+}  // namespace Run

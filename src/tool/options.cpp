@@ -1,0 +1,286 @@
+#include "tool/options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <map>
+#include <ostream>
+
+#include "scheme/scheme_conversion.h"
+#include "tool/failure.h"
+
+namespace Tool {
+
+namespace {
+
+constexpr const char* examples =
+    "Examples:\n"
+    "  vantrel -i -s knr src              format a tree in place\n"
+    "  vantrel --check .                  in continuous integration: status 1 when something would change\n"
+    "  vantrel --diff main.cpp            show what would change\n"
+    "  vantrel -i --changed               only the lines that differ from the last commit\n"
+    "  vantrel -s llvm - < a.cpp          as a filter\n"
+    "\n"
+    "Without -s, the scheme is the file .vantrel.vts in the nearest folder upwards from each file.\n"
+    "Status: 0 fine, 1 something would change, 2 usage, scheme, input or output, 3 something was refused.\n";
+
+// Long options that other formatters take with one dash.
+constexpr std::string_view singleDashed[] = {"style",  "fallback-style", "assume-filename",         "lines", "offset",
+                                             "length", "cursor",         "output-replacements-xml", "sort-includes"};
+
+const std::map<std::string, MessageFormat> formats = {
+    {"text", MessageFormat::Text},     {"gcc", MessageFormat::Gcc},     {"json", MessageFormat::Json},
+    {"github", MessageFormat::Github}, {"sarif", MessageFormat::Sarif}, {"checkstyle", MessageFormat::Checkstyle}};
+const std::map<std::string, OnRefusal> refusals = {
+    {"fail", OnRefusal::Fail}, {"skip", OnRefusal::Skip}, {"echo", OnRefusal::Echo}};
+const std::map<std::string, Color> colors = {
+    {"auto", Color::Auto}, {"always", Color::Always}, {"never", Color::Never}};
+
+template <typename Value>
+std::vector<std::string> namesOf(const std::map<std::string, Value>& choices) {
+    std::vector<std::string> names;
+    for (const auto& [name, value] : choices) names.push_back(name);
+    return names;
+}
+
+// Puts the number of a choice in the place of its name, as values of enumerations are read.
+template <typename Value>
+CLI::Validator oneOf(const std::map<std::string, Value>& choices) {
+    const auto exchange = [&choices](std::string& input) -> std::string {
+        const auto found = choices.find(input);
+        if (found != choices.end()) {
+            input = std::to_string(static_cast<int>(found->second));
+            return {};
+        }
+        std::string message = '"' + input + "\" is none of";
+        for (const std::string& name : namesOf(choices)) message += ' ' + name;
+        return message;
+    };
+    return CLI::Validator(exchange, "");
+}
+
+std::size_t number(const std::string& text) {
+    if (text.empty() || text.size() > 15 || text.find_first_not_of("0123456789") != std::string::npos) {
+        throw Failure("\"" + text + "\" is no number");
+    }
+    return std::stoul(text);
+}
+
+Edits::LineSet::Range lineRange(const std::string& text) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos) throw Failure("--lines takes two numbers, as in --lines 10:20; not \"" + text + '"');
+    const Edits::LineSet::Range range{number(text.substr(0, colon)), number(text.substr(colon + 1))};
+    if (range.first == 0 || range.last < range.first) {
+        throw Failure("--lines " + text + ": lines count from 1, and the second number is the last line");
+    }
+    return range;
+}
+
+// The command line as its parser wants it.
+std::vector<std::string> words(int count, const char* const* arguments) {
+    std::vector<std::string> result;
+    for (int index = 1; index < count; ++index) {
+        std::string word = arguments[index];
+        const std::string_view name = std::string_view(word).substr(0, word.find('='));
+        const bool isSingleDashed = std::any_of(std::begin(singleDashed), std::end(singleDashed), [&](auto known) {
+            return name.size() == known.size() + 1 && name.front() == '-' && name.substr(1) == known;
+        });
+        if (isSingleDashed) word.insert(0, "-");
+        if (word == "--changed") word += "=HEAD";  // what follows is a path
+        result.push_back(std::move(word));
+    }
+    return result;
+}
+
+class CommandLine {
+public:
+    CommandLine() : app_("Lays out C and C++ sources: white space changes, and nothing else.", "vantrel") {
+        app_.footer(examples);
+        app_.get_formatter()->column_width(34);
+        app_.set_version_flag("--version", std::string("vantrel ") + TesselUI::CURRENT_VERSION +
+                                               " (schemes of version " + TesselUI::CURRENT_VERSION + ")",
+                              "Show the version");
+        app_.set_help_flag("-h,--help", "Show this");
+        addFiles();
+        addModes();
+        addReports();
+        addOthers();
+        addCommands();
+    }
+
+    CLI::App& app() { return app_; }
+
+    Options parse(std::vector<std::string> arguments) {
+        std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+        app_.parse(std::move(arguments));
+        readModes();
+        for (const std::string& range : lines_) options_.lines.push_back(lineRange(range));
+        if (!style_.empty() && style_ != "file") options_.scheme = style_;
+        return std::move(options_);
+    }
+
+private:
+    void addFiles() {
+        app_.add_option("PATH", options_.paths, "Files and folders; \"-\", or none, is standard input")
+            ->type_name("");
+        app_.add_option("--files", options_.filesFrom, "Read paths from a file, one a line")->type_name("LIST");
+        app_.add_flag("-0,--null", options_.hasNullSeparators, "Paths in that file end in a NUL");
+        app_.add_option("--ext", options_.endings, "Take files with this ending from folders, too")
+            ->type_name("EXT")
+            ->delimiter(',')
+            ->allow_extra_args(false);
+        app_.add_option("--exclude", options_.excluded, "Leave these files and folders out")
+            ->type_name("GLOB")
+            ->allow_extra_args(false);
+    }
+
+    void addModes() {
+        app_.add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        app_.add_flag("-i,--in-place", inPlace_, "Write the files that change");
+        app_.add_flag("--check", check_, "Write nothing, name what would change");
+        app_.add_flag("--diff", diff_, "Write nothing, print a unified diff");
+        app_.add_flag("-l,--list", list_, "Write nothing, print only the names of what would change");
+        app_.add_option("--lines", lines_, "Only these lines")->type_name("A:B")->allow_extra_args(false);
+        app_.add_option("--changed", options_.changedSince, "Only lines that differ from a revision (HEAD)")
+            ->type_name("[=REV]");
+        app_.add_flag("--staged", options_.onlyStaged, "Only lines that are staged");
+        app_.add_option("--stdin-filename,--assume-filename", options_.inputName, "The name of standard input")
+            ->type_name("NAME");
+    }
+
+    void addReports() {
+        app_.add_option("--format", options_.format, "How messages look: text, gcc, json, github, sarif, checkstyle")
+            ->type_name("FORMAT")
+            ->transform(oneOf(formats));
+        app_.add_option("--on-refusal", options_.onRefusal, "What a refused source does: fail, skip, echo")
+            ->type_name("WHAT")
+            ->transform(oneOf(refusals));
+        app_.add_option("--color", options_.color, "auto, always, never")
+            ->type_name("WHEN")
+            ->transform(oneOf(colors));
+        app_.add_flag("-q,--quiet", options_.isQuiet, "Nothing but errors");
+        app_.add_flag("-v,--verbose", options_.isVerbose, "Each file, with what became of it");
+        app_.add_option("-j,--jobs", options_.jobs, "How many files at once")
+            ->type_name("N")
+            ->check(CLI::Range(1, 1024).description(""));
+    }
+
+    void addOthers() {
+        const std::string group = "As other formatters have it";
+        app_.add_option("--style", style_, "file, or a scheme")->type_name("NAME")->group(group);
+        app_.add_option("--offset", options_.offsets, "Where a range begins, in bytes")
+            ->type_name("N")
+            ->group(group)
+            ->allow_extra_args(false);
+        app_.add_option("--length", options_.lengths, "How long it is")
+            ->type_name("N")
+            ->group(group)
+            ->allow_extra_args(false);
+        app_.add_option("--cursor", options_.cursor, "Tell where this offset moves to")->type_name("N")->group(group);
+        app_.add_flag("--output-replacements-xml", options_.printsReplacements, "Print replacements")->group(group);
+        app_.add_option("--fallback-style", ignored_, "")->group("");
+        app_.add_option("--sort-includes", ignored_, "")->group("")->expected(0, 1);
+    }
+
+    void addCommands() {
+        app_.require_subcommand(0, 1);
+        addCommand(app_, "schemes", "List the schemes", Command::Schemes);
+        CLI::App* const keys =
+            addCommand(app_, "keys", "Tell of the keys of schemes, or of one, with an example", Command::Keys);
+        keys->add_option("KEY", options_.argument, "A key")->type_name("");
+        keys->add_flag_callback("--markdown", [this] { options_.keyPage = KeyPage::Markdown; }, "All, as Markdown");
+        keys->add_flag_callback("--html", [this] { options_.keyPage = KeyPage::Html; }, "All, as a page of HTML");
+        CLI::App* const scheme = app_.add_subcommand("scheme", "Check or upgrade the file of a scheme");
+        scheme->require_subcommand(1);
+        addFile(addCommand(*scheme, "check", "Name the lines that do not do what they seem to", Command::SchemeCheck));
+        addFile(addCommand(*scheme, "upgrade", "Bring an old scheme to the current keys", Command::SchemeUpgrade));
+        CLI::App* const why = addCommand(app_, "why", "Tell why a file is refused, or what is kept of it", Command::Why);
+        addFile(why);
+        why->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        addCommand(app_, "lsp", "Run as a language server over standard input and output", Command::Lsp)
+            ->add_option("-s,--scheme", options_.scheme, "The scheme of files without one: a name, or a file")
+            ->type_name("NAME|FILE");
+        addCommand(app_, "completion", "Print the completion of a shell: bash, zsh, fish", Command::Completion)
+            ->add_option("SHELL", options_.argument, "bash, zsh or fish")
+            ->required()
+            ->type_name("")
+            ->check(CLI::IsMember({"bash", "zsh", "fish"}));
+        addCommand(app_, "manual", "Print the source of the manual page", Command::Manual)->group("");
+    }
+
+    CLI::App* addCommand(CLI::App& parent, const std::string& name, const std::string& description, Command command) {
+        CLI::App* const added = parent.add_subcommand(name, description);
+        added->callback([this, command] { options_.command = command; });
+        return added;
+    }
+
+    void addFile(CLI::App* command) {
+        command->add_option("FILE", options_.argument, "The file")->required()->type_name("");
+    }
+
+    void readModes() {
+        const std::pair<bool, Mode> modes[] = {
+            {inPlace_, Mode::InPlace}, {check_, Mode::Check}, {diff_, Mode::Diff}, {list_, Mode::List}};
+        int count = 0;
+        for (const auto& [isOn, mode] : modes) {
+            if (!isOn) continue;
+            options_.mode = mode;
+            ++count;
+        }
+        if (count > 1) throw Failure("-i, --check, --diff and -l exclude each other");
+    }
+
+    CLI::App app_;
+    Options options_;
+    std::vector<std::string> lines_;
+    std::string style_;
+    std::string ignored_;
+    bool inPlace_ = false;
+    bool check_ = false;
+    bool diff_ = false;
+    bool list_ = false;
+};
+
+}  // namespace
+
+std::optional<Options> parseOptions(int count, const char* const* arguments, std::ostream& out) {
+    CommandLine commandLine;
+    try {
+        return commandLine.parse(words(count, arguments));
+    } catch (const CLI::CallForVersion& version) {
+        out << version.what() << '\n';
+    } catch (const CLI::CallForHelp&) {
+        out << commandLine.app().help();
+    } catch (const CLI::ParseError& error) {
+        std::string message = error.what();
+        while (message.ends_with('\n')) message.pop_back();
+        throw Failure(message + "\n\"vantrel --help\" shows all options.");
+    }
+    return std::nullopt;
+}
+
+std::vector<OptionEntry> optionTable() {
+    CommandLine commandLine;
+    const std::map<std::string, std::vector<std::string>> choices = {
+        {"format", namesOf(formats)}, {"on-refusal", namesOf(refusals)}, {"color", namesOf(colors)}};
+    std::vector<OptionEntry> table;
+    for (const CLI::Option* option : std::as_const(commandLine.app()).get_options()) {
+        if (option->get_positional() || option->get_group().empty()) continue;
+        const auto found = choices.find(option->get_lnames().empty() ? "" : option->get_lnames().front());
+        table.push_back({option->get_name(false, true), option->get_type_size() == 0 ? "" : option->get_type_name(),
+                         option->get_description(),
+                         found == choices.end() ? std::vector<std::string>() : found->second});
+    }
+    return table;
+}
+
+std::vector<std::pair<std::string, std::string>> commandTable() {
+    CommandLine commandLine;
+    std::vector<std::pair<std::string, std::string>> table;
+    for (const CLI::App* command : std::as_const(commandLine.app()).get_subcommands({})) {
+        if (!command->get_group().empty()) table.emplace_back(command->get_name(), command->get_description());
+    }
+    return table;
+}
+
+}  // namespace Tool

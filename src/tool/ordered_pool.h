@@ -1,0 +1,95 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "files/ending_signals.h"
+
+namespace Tool {
+
+// Runs jobs in several threads, and hands their results on in order. No more results are in memory than two for each
+// thread.
+template <typename Result>
+class OrderedPool {
+public:
+    explicit OrderedPool(std::size_t threads) : threadCount_(threads), slots_(2 * threads) {}
+
+    // `job(index)` runs in the threads and throws nothing; `consume(index, result)` runs in the caller's. When that
+    // throws, no further job begins.
+    template <typename Job, typename Consume>
+    void run(std::size_t count, Job job, Consume consume) {
+        if (threadCount_ <= 1 || count <= 1) {
+            for (std::size_t index = 0; index < count; ++index) consume(index, job(index));
+            return;
+        }
+        count_ = count;
+        std::vector<std::jthread> threads;
+        const StopAtEnd stop{*this};  // gone before the threads are joined
+        startThreads(threads, job);
+        for (std::size_t index = 0; index < count; ++index) consume(index, take(index));
+    }
+
+private:
+    struct StopAtEnd {
+        OrderedPool& pool;
+        ~StopAtEnd() {
+            const std::lock_guard lock(pool.mutex_);
+            pool.isStopped_ = true;
+            pool.hasRoom_.notify_all();
+        }
+    };
+
+    // The ending signals are for the main thread, which knows what to clean up.
+    template <typename Job>
+    void startThreads(std::vector<std::jthread>& threads, Job& job) {
+        const Files::HoldEndingSignals inTheThreads;
+        for (std::size_t thread = 0; thread < threadCount_; ++thread) {
+            threads.emplace_back([this, &job] { work(job); });
+        }
+    }
+
+    template <typename Job>
+    void work(Job& job) {
+        while (const std::optional<std::size_t> index = nextIndex()) {
+            Result result = job(*index);
+            const std::lock_guard lock(mutex_);
+            slots_[*index % slots_.size()] = std::move(result);
+            hasResult_.notify_one();
+        }
+    }
+
+    std::optional<std::size_t> nextIndex() {
+        std::unique_lock lock(mutex_);
+        hasRoom_.wait(lock, [this] { return isStopped_ || next_ == count_ || next_ < taken_ + slots_.size(); });
+        if (isStopped_ || next_ == count_) return std::nullopt;
+        return next_++;
+    }
+
+    Result take(std::size_t index) {
+        std::unique_lock lock(mutex_);
+        std::optional<Result>& slot = slots_[index % slots_.size()];
+        hasResult_.wait(lock, [&slot] { return slot.has_value(); });
+        Result result = std::move(*slot);
+        slot.reset();
+        ++taken_;
+        hasRoom_.notify_one();
+        return result;
+    }
+
+    std::size_t threadCount_;
+    std::mutex mutex_;
+    std::condition_variable hasRoom_;
+    std::condition_variable hasResult_;
+    std::vector<std::optional<Result>> slots_;
+    std::size_t count_ = 0;
+    std::size_t next_ = 0;
+    std::size_t taken_ = 0;
+    bool isStopped_ = false;
+};
+
+}  // namespace Tool

@@ -1,0 +1,41 @@
+// Each key's example, as the guide to the keys shows it.
+
+#include <gtest/gtest.h>
+
+#include "scheme/key_guide.h"
+#include "scheme/known_keys.h"
+#include "support/format_text.h"
+
+namespace {
+
+using Tessel::KeyGroup;
+using Tessel::KeyGuide;
+
+std::string formatted(const KeyGuide& guide, bool withKey) {
+    Tessel::PropertySet scheme("example");
+    for (const Tessel::Property& property : guide.base) scheme.set(property);
+    if (withKey) scheme.set(guide.shown);
+    const TestSupport::Formatted result = TestSupport::formatText(scheme, guide.source);
+    return result.accepted() ? result.text : result.refusal;
+}
+
+TEST(KeyGuide, EveryKeyHasARowWhoseExampleShowsWhatItDoes) {
+    EXPECT_EQ(Tessel::keyGuides().size(), Tessel::Keys::ALL.size());
+    for (const std::string_view key : Tessel::Keys::ALL) {
+        const KeyGuide* guide = Tessel::findKeyGuide(key);
+        ASSERT_TRUE(guide) << key << " has no row in the guide to the keys";
+        EXPECT_EQ(guide->shown.type(), Tessel::Keys::typeOf(key)) << key;
+        if (guide->group == KeyGroup::WithoutEffect || key == Tessel::Keys::VANTREL_VERSION) continue;
+        EXPECT_NE(formatted(*guide, true), formatted(*guide, false)) << key << " shows no difference";
+        if (key == Tessel::Keys::KEEP_UNRECOGNIZED.name) continue;
+        EXPECT_EQ(formatted(*guide, false).find("Unexpected"), std::string::npos) << key;
+    }
+}
+
+TEST(KeyGuide, FindsTheKeyThatWasMeant) {
+    EXPECT_EQ(Tessel::nearestKey("WS_AFTER_FN_NAM"), Tessel::Keys::WS_AFTER_FN_NAME);
+    EXPECT_EQ(Tessel::nearestKey("tab_size"), "");
+    EXPECT_EQ(Tessel::nearestKey(std::string(100000, 'A')), "");
+}
+
+}  // namespace

@@ -1,0 +1,219 @@
+// The built program as a user meets it.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+
+#include "support/program_run.h"
+
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+constexpr const char* scheme =
+    "Tessel::PropertySet\n1\n\"mine\"\n3 VANTREL_VERSION \"1.2.1\"\n3 WS_AFTER_DD_TYPE_ID \" \"\n";
+constexpr const char* wide = "int  a;\n";
+constexpr const char* narrow = "int a;\n";
+constexpr const char* refused = "void f()\n{\n\tint a[2;\n}\n";
+
+class Vantrel : public ::testing::Test {
+protected:
+    Vantrel() { folder.write(".vantrel.vts", scheme); }
+
+    ProgramResult run(const std::vector<std::string>& arguments, ProgramSetting setting = {}) {
+        for (const char* name : {"VANTREL_SCHEMES", "GIT_DIR", "GIT_INDEX_FILE"}) setting.environment.emplace_back(name, "");
+        setting.environment.emplace_back("XDG_CONFIG_HOME", folder.path());
+        return runProgram(folder, arguments, setting);
+    }
+
+    ProgramResult filter(const std::vector<std::string>& arguments, const std::string& input) {
+        ProgramSetting setting;
+        setting.input = input;
+        return run(arguments, setting);
+    }
+
+    void git(const std::string& arguments) {
+        const std::string command = "cd '" + folder.path() + "' && git -c user.name=a -c user.email=a@b -c init.defaultBranch=main " +
+                                    arguments + " >/dev/null 2>&1";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(Vantrel, ModesLookOrWriteAndTellByTheStatus) {
+    folder.write("src/a.c", wide);
+    folder.write("src/b.c", narrow);
+    const auto before = folder.status("src/b.c");
+    EXPECT_EQ(run({"--check", "src"}).status, 1);
+    EXPECT_EQ(run({"-l", "-q", "src"}).output, "src/a.c\n");
+    const ProgramResult diff = run({"--diff", "src/a.c"});
+    EXPECT_EQ(diff.output, "--- a/src/a.c\n+++ b/src/a.c\n@@ -1 +1 @@\n-int  a;\n+int a;\n");
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(run({"src/a.c"}).output, narrow);
+    EXPECT_EQ(folder.read("src/a.c"), wide);
+
+    const ProgramResult written = run({"-i", "src", "src/a.c"});
+    EXPECT_THAT(written.errors, StartsWith("1 formatted, 1 unchanged in "));
+    EXPECT_EQ(written.status, 0);
+    EXPECT_EQ(folder.read("src/a.c"), narrow);
+    EXPECT_EQ(folder.status("src/b.c").st_ino, before.st_ino);
+    EXPECT_EQ(folder.status("src/b.c").st_mtim.tv_nsec, before.st_mtim.tv_nsec);
+    EXPECT_EQ(run({"--check", "src"}).status, 0);
+    EXPECT_EQ(folder.names(), (std::set<std::string>{".vantrel.vts", "src"}));
+}
+
+TEST_F(Vantrel, NeverGuesses) {
+    folder.write("a.c", wide);
+    folder.write("b.c", wide);
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"a.c", "b.c"}, {"."}, {"-i", "--check", "a.c"}, {"-i", "-"}, {"-i", "none.c"}, {"--lines", "2:1", "a.c"},
+          {"--lines=1:1", "-i", "a.c", "b.c"}, {"--bogus"}, {"-s", "bogus", "a.c"}, {"-s", "a.c/x.vts", "a.c"},
+          {"-i", "-", "a.c"}, {"--format", "bogus", "a.c"}, {"--changed", "-i"}, {"-j", "0", "a.c"}, {"--files", "none"}}) {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.status, 2) << arguments.front();
+        EXPECT_THAT(result.errors, StartsWith("vantrel: "));
+        EXPECT_EQ(result.output, "");
+    }
+    EXPECT_EQ(folder.read("a.c") + folder.read("b.c"), std::string(wide) + wide);
+    EXPECT_THAT(run({"."}).errors, HasSubstr("a.c, b.c?\n  -i "));
+    std::filesystem::remove(folder.path(".vantrel.vts"));
+    EXPECT_THAT(run({"--check", "a.c"}).errors, HasSubstr("no scheme for a.c"));
+    EXPECT_EQ(run({"--check", "-s", "allman", "a.c"}).status, 1);
+}
+
+TEST_F(Vantrel, TheNearestSchemeCountsAndItsFaultsAreTold) {
+    folder.write("sub/.vantrel.vts",
+                 "Tessel::PropertySet\n1\n\"x\"\n3 WS_AFTER_DD_TYP_ID \" \"\n2 CONVERT_WS 7\n1 TAB_SIZE 1\n");
+    folder.write("sub/a.c", wide);
+    const std::string faults = run({"-l", "sub/a.c"}).errors;
+    for (const char* fault : {".vts:4:1: warning: unknown key WS_AFTER_DD_TYP_ID; is WS_AFTER_DD_TYPE_ID meant?",
+                              ".vts:5:1: warning: CONVERT_WS is 7: values are from 0 to 2",
+                              ".vts:6:1: warning: TAB_SIZE has the type 2 (number)", "there is no VANTREL_VERSION"}) {
+        EXPECT_THAT(faults, HasSubstr(fault));
+    }
+    EXPECT_EQ(filter({"--stdin-filename", "sub/b.c"}, wide).output, wide);
+    EXPECT_EQ(filter({}, wide).output, narrow);
+}
+
+TEST_F(Vantrel, RefusalsStopNothingAndAreToldWithTheirPlace) {
+    folder.write("a.c", refused);
+    folder.write("b.c", wide);
+    folder.write("c.c", std::string("\xFF\xFE") + "i\0n\0t\0"); 
+    const ProgramResult result = run({"-i", "-j2", "."});
+    EXPECT_EQ(result.status, 3);
+    EXPECT_THAT(result.errors, HasSubstr("a.c:3:7: error: The \"[\" that begins here is not closed"));
+    EXPECT_THAT(result.errors, HasSubstr("\n    3 | \tint a[2;\n      | \t     ^\n"));
+    EXPECT_THAT(result.errors, HasSubstr("c.c: error: is stored as UTF-16"));
+    EXPECT_EQ(folder.read("b.c"), narrow);
+    EXPECT_EQ(run({"--check", "--on-refusal=skip", "."}).status, 0);
+
+    const ProgramResult echo = filter({}, refused);
+    EXPECT_EQ(echo.output, refused) << "an editor would lose its buffer";
+    EXPECT_EQ(echo.status, 3);
+    EXPECT_EQ(filter({"--on-refusal", "fail"}, refused).output, "");
+}
+
+TEST_F(Vantrel, LinesOfGit) {
+    git("init");
+    folder.write("a.c", "int  a;\nint  b;\nint  c;\n");
+    folder.write("sub/b.c", "int  x;\n");
+    git("add -A");
+    git("commit -m a");
+    folder.write("a.c", "int  a;\nint  bb;\nint  c;\n");
+    folder.write("new.c", wide);
+    EXPECT_EQ(run({"-l", "-q", "--changed"}).output, "a.c\n");
+    EXPECT_EQ(run({"-i", "--changed", "."}).status, 0);
+    EXPECT_EQ(folder.read("a.c"), "int  a;\nint bb;\nint  c;\n");
+    EXPECT_THAT(run({"-i", "--changed", "new.c"}).errors, HasSubstr("git does not know"));
+    git("add -A");
+    EXPECT_EQ(run({"-l", "-q", "--staged"}).output, "new.c\n");
+    folder.write("new.c", "int   more;\nint  a;\n");
+    EXPECT_THAT(run({"-i", "--staged"}).errors, HasSubstr("new.c: has changes that are not staged"));
+    EXPECT_EQ(run({"-i", "--changed=HEAD~7"}).status, 2);
+}
+
+TEST_F(Vantrel, LinesAndWhatEditorsAsk) {
+    folder.write("a.c", "int  a;\nint  b;\n    /*  1\n    2 */\nint  c;\n");
+    EXPECT_EQ(run({"--lines=2:2", "--lines", "5:99", "a.c"}).output, "int  a;\nint b;\n    /*  1\n    2 */\nint c;\n");
+    EXPECT_EQ(run({"-style=file", "-offset=9", "-length=1", "a.c"}).output, run({"-lines=2:2", "a.c"}).output);
+    EXPECT_EQ(run({"-cursor=10", "-lines=1:1", "a.c"}).output,
+              "{ \"Cursor\": 9, \"IncompleteFormat\": false }\n" + run({"-lines=1:1", "a.c"}).output);
+    EXPECT_THAT(run({"-output-replacements-xml", "-lines=1:1", "a.c"}).output,
+                HasSubstr("\n<replacement offset='4' length='1'></replacement>\n</replacements>\n"));
+    EXPECT_EQ(filter({"-assume-filename=none/x.c", "-style", "file"}, wide).output, narrow);
+
+    // A comment moves as one, or not at all.
+    const std::string comment = "Tessel::PropertySet\n1\n\"x\"\n3 VANTREL_VERSION \"1.2.1\"\n3 LEFT_MARGIN \"\"\n";
+    folder.write("x.vts", comment);
+    EXPECT_EQ(run({"-s", "x.vts", "--lines=3:3", "a.c"}).output, folder.read("a.c"));
+    EXPECT_THAT(run({"-s", "x.vts", "--lines=3:4", "a.c"}).output, HasSubstr("\n/*  1\n2 */\n"));
+}
+
+TEST_F(Vantrel, MessagesForMachinesNameEveryPlace) {
+    folder.write("a b&.c", refused);
+    folder.write("c.c", "int x;\n\nint  a;\nint  b;\n");
+    const std::map<std::string, std::vector<std::string>> expected = {
+        {"gcc", {"a b&.c:3:7: error: The \"[\"", "c.c:3:1: warning: not laid out as the scheme says (lines 3-4)\n"}},
+        {"json", {R"({"file":"a b&.c","outcome":"refused","messages":[{"severity":"error","line":3,"column":7,)",
+                  R"("replacements":[{"offset":12,"length":1,"text":""},{"offset":20,"length":1,"text":""}]})"}},
+        {"github", {"::error file=a b&.c,line=3,col=7::The", "::warning file=c.c,line=3,col=1::not laid out"}},
+        {"sarif", {R"("uri":"a%20b%26.c"},"region":{"startLine":3,"startColumn":7})", R"("level":"warning")"}},
+        {"checkstyle", {"<file name=\"a b&amp;.c\">\n    <error line=\"3\" column=\"7\" severity=\"error\" message=\"The &quot;[&quot;",
+                        "  </file>\n</checkstyle>\n"}}};
+    for (const auto& [format, parts] : expected) {
+        const ProgramResult result = run({"--check", "--format", format, "a b&.c", "c.c"});
+        EXPECT_EQ(result.status, 3);
+        for (const std::string& part : parts) EXPECT_THAT(result.output + result.errors, HasSubstr(part));
+    }
+}
+
+TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
+    EXPECT_THAT(run({"schemes"}).output, HasSubstr("\nknr        "));
+    EXPECT_THAT(run({"keys", "ws_before_expr_op"}).output, HasSubstr("    int x = a +b;\n\nand without the line as\n\n    int x = a+b;\n"));
+    std::ifstream page(VANTREL_DOCS "/keys.md");
+    EXPECT_EQ(run({"keys", "--markdown"}).output, std::string(std::istreambuf_iterator<char>(page), {}))
+        << "docs/keys.md is not up to date: build the target \"pages\"";
+    EXPECT_THAT(run({"keys", "TAB_SIZ"}).errors, HasSubstr("is TAB_SIZE meant?"));
+    folder.write("old.vts", "Tessel::PropertySet\n1\n\"old\"\n# mine\n");
+    folder.write("a.c", wide);
+    EXPECT_EQ(run({"-l", "-s", "old.vts", "a.c"}).status, 0);
+    EXPECT_EQ(folder.read("old.vts"), "Tessel::PropertySet\n1\n\"old\"\n# mine\n") << "a scheme is only read";
+    EXPECT_EQ(run({"scheme", "check", "old.vts"}).status, 2);
+    EXPECT_EQ(run({"scheme", "upgrade", "old.vts"}).status, 0);
+    EXPECT_EQ(run({"scheme", "check", "old.vts"}).status, 0);
+    EXPECT_THAT(folder.read("old.vts"), HasSubstr("\n# mine\n"));
+    EXPECT_EQ(run({"scheme", "check", "a.c"}).status, 2);
+
+    folder.write("b.c", "int ok;\n\nvoid f()\n{\n    if (a) {\n        go();\n}\n\nint  g;\n");
+    const ProgramResult why = run({"why", "b.c"});
+    EXPECT_EQ(why.status, 3);
+    for (const char* part : {"b.c:9:7: error: Unexpected EOF found.", "likely: something that was begun is not finished",
+                             "b.c:7:1: note: this \"}\" closes the \"{\" of line 5", "before line 3\n", "behind line 7\n"}) {
+        EXPECT_THAT(why.output, HasSubstr(part));
+    }
+    folder.write("b.c", "int ok;\n\n// VANTREL-OFF\nvoid f()\n{\n    if (a) {\n        go();\n}\n// VANTREL-ON\n\nint  g;\n");
+    EXPECT_EQ(run({"-i", "b.c"}).status, 0);
+    EXPECT_EQ(run({"why", "b.c"}).status, 0);
+}
+
+TEST_F(Vantrel, OutputThatCannotBeWritten) {
+    folder.write("a.c", wide);
+    ProgramSetting full;
+    full.outputPath = "/dev/full";
+    EXPECT_THAT(run({"a.c"}, full).errors, HasSubstr("standard output cannot be written: No space left"));
+    ProgramSetting closed;
+    closed.outputIsBrokenPipe = true;
+    EXPECT_EQ(run({"--diff", "a.c"}, closed).status, 2);
+    ProgramSetting small;
+    small.limits.emplace_back(RLIMIT_FSIZE, 0);
+    EXPECT_EQ(run({"-i", "a.c"}, small).status, 2);
+    EXPECT_EQ(folder.read("a.c"), wide);
+    EXPECT_EQ(folder.names(), (std::set<std::string>{".vantrel.vts", "a.c"}));
+}
+
+}  // namespace
