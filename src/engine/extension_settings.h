@@ -7,6 +7,9 @@
 
 namespace Tessel {
 
+// Of things that a scheme does not limit.
+inline constexpr int kAnyNumber = -1;
+
 // The scheme's values of the extension keys, for the rules of every pass. Each member names its key.
 struct ExtensionSettings {
     explicit ExtensionSettings(const PropertySet& scheme) : from_(scheme) {}
@@ -17,9 +20,16 @@ private:
         explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
 
         bool isOn(ExtensionKey<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.name); }
-        int number(ExtensionKey<PropertyType::Integer> key) const { return readInt(*scheme_, key.name, 0); }
+        int number(ExtensionKey<PropertyType::Integer> key, int whenAbsent = 0) const {
+            return readInt(*scheme_, key.name, whenAbsent);
+        }
         OptionalText text(ExtensionKey<PropertyType::String> key) const {
             return readText(*scheme_, key.name);
+        }
+        // Absent where it would end the line.
+        OptionalText lineText(ExtensionKey<PropertyType::String> key) const {
+            const OptionalText value = text(key);
+            return value.hasLineFeed() ? OptionalText() : value;
         }
         OptionalText indent(ExtensionKey<PropertyType::String> key) const {
             return readIndent(*scheme_, key.name);
@@ -60,6 +70,10 @@ public:
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);
+
+    int mostBlankLines = from_.number(Keys::MAX_BLANK_LINES, kAnyNumber);
+    bool stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
+    OptionalText beforeLineComment = from_.lineText(Keys::WS_BEFORE_LINE_COMMENT);
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };
