@@ -102,6 +102,7 @@ private:
     int indentColumn();
     // Copies up to the node and tells the column at which its first character will stand.
     int copyUpTo(const Cpp::SyntaxNode& node);
+    int copyUpToConstruct(const Cpp::SyntaxNode& node);
     void pend(const OptionalText& whitespace);
     std::optional<std::string_view> takePending();
     std::string_view asOutputStands(std::string_view wanted);
@@ -111,6 +112,7 @@ private:
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);

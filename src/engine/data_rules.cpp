@@ -56,7 +56,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     const bool followsClassBody = previousSibling_ && previousSibling_ == lastClosedClass_;
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
-    const int column = copyUpTo(*declaration);
+    const int column = copyUpToConstruct(*declaration);
     const int base = templateColumn.value_or(column);
     BaseColumnScope scope(*this, base);
     bool isAligned = false;
@@ -144,6 +144,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         padInitializer(declaration, column->second, name, isAligned);
     } else if (keepsBreak(gap, kAsInInput)) {
         writeKeptBreak(gap);
+    } else if (tail.starts_with(':') && settings_.aroundBitFieldColon.present) {
+        replace(asOutputStands(settings_.aroundBitFieldColon.text));
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
         out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {

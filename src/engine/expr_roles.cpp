@@ -8,6 +8,7 @@
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/expr_casts.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -236,27 +237,9 @@ private:
         const std::size_t close = previous_;
         const std::size_t open = tokens_[close].partner;
         if (kindAt(tokens_, close) != Cpp::CloseParen || tokens_[open].followsCall) return false;
-        bool isOneName = true;
-        bool sawTypeWord = false;
-        int count = 0;
-        for (std::size_t inside = nextPlace(tokens_, open); inside < close;
-             inside = nextPlace(tokens_, inside)) {
-            const ExprToken& token = tokens_[inside];
-            const int kind = token.token.kind;
-            if (inside > open + kLongestCast) return false;
-            if (token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
-                kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind)) {
-                sawTypeWord = true;
-            } else if (kind != Cpp::Identifier && token.role != ExprRole::TemplateOpen &&
-                       token.role != ExprRole::TemplateClose) {
-                if (!sawTypeWord) return false;
-            }
-            isOneName = isOneName && kind == Cpp::Identifier;
-            ++count;
-        }
-        if (count == 0) return false;
-        if (sawTypeWord) return true;
-        if (!isOneName || count > 1) return false;
+        const Parenthesised inside = contentsOf(tokens_, open);
+        if (inside == Parenthesised::Type) return true;
+        if (inside != Parenthesised::Name) return false;
         const Trn::Token& mark = tokens_[place].token;
         const std::size_t next = place + 1;
         const bool isSign = mark.kind == Cpp::Plus || mark.kind == Cpp::Minus;
@@ -318,9 +301,6 @@ private:
         const bool isModifier = kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion;
         if (token.role != ExprRole::Mark && !isModifier) segment_.isTypeSoFar = false;
     }
-
-    // Tokens; a group that holds more is no cast that anybody writes.
-    static constexpr std::size_t kLongestCast = 64;
 
     Tokens& tokens_;
     ExprMode mode_;

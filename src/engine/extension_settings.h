@@ -75,6 +75,14 @@ public:
     bool stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
     OptionalText beforeLineComment = from_.lineText(Keys::WS_BEFORE_LINE_COMMENT);
 
+    bool indentsFromLine = from_.isOn(Keys::INDENT_FROM_LINE);
+    OptionalText betweenStatements = from_.text(Keys::WS_BETWEEN_STATEMENTS);
+    OptionalText beforeDeclaratorComma = from_.lineText(Keys::WS_BEFORE_DECLARATOR_COMMA);
+    OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
+    OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
+    OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
+    bool alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
+
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };
 

@@ -136,11 +136,12 @@ std::string_view CppFormatter::writeGapBeforeQualifier(std::string_view rest) {
 int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     const Cpp::FunctionHeadNode& head = *declaration.head();
     if (!head.returnType()) {
-        const int column = copyUpTo(*head.name());
-        if (alignsName(declaration, {})) pad(columns_.functionNames.at(&declaration), {});
+        const int column = copyUpToConstruct(*head.name());
+        if (!alignsName(declaration, {})) return column;
+        pad(columns_.functionNames.at(&declaration), {});
         return out().column() > 0 ? writer_.nextColumn() : column;
     }
-    const int column = copyUpTo(*head.returnType());
+    const int column = copyUpToConstruct(*head.returnType());
     const std::string_view type = writer_.readGap(head.name()->start());
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
@@ -170,7 +171,7 @@ void CppFormatter::visit(Cpp::ParameterNode* parameter) {
 void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
-    const int column = copyUpTo(*declaration);
+    const int column = copyUpToConstruct(*declaration);
     BaseColumnScope base(*this, templateColumn.value_or(column));
     if (declaration->returnType()) copyThrough(*declaration->returnType());
     if (declaration->name()) {

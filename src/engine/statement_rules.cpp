@@ -82,7 +82,7 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     } else if (chainingElseIf_) {
         writeElseIfGap(writer_.readGap(statement->start()));
     } else {
-        base = copyUpTo(*statement);
+        base = copyUpToConstruct(*statement);
     }
     BaseColumnScope scope(*this, base);
     const auto format = [&] { formatParts(*statement); };

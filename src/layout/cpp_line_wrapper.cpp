@@ -61,6 +61,11 @@ int CppLineWrapper::copyToColumnOf(const Cpp::SyntaxNode& node) {
     return out_.column();
 }
 
+int CppLineWrapper::copyToConstruct(const Cpp::SyntaxNode& node) {
+    const int column = copyToColumnOf(node);
+    return settings_.indentsFromLine ? out_.textColumn() : column;
+}
+
 bool CppLineWrapper::copyUnlessLong(const Cpp::SyntaxNode& node) {
     if (needsWrapping(node)) return false;
     copyThrough(node);

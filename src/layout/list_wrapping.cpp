@@ -37,7 +37,7 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separa
 
 // The column stays for the declaration that follows.
 void CppLineWrapper::visit(Cpp::TemplateNode* header) {
-    const int column = copyToColumnOf(*header);
+    const int column = copyToConstruct(*header);
     templateColumn_ = column;
     if (copyUnlessLong(*header)) return;
     if (header->parameters()) {
