@@ -132,7 +132,9 @@ void CppExprFormatter::writeComma(Run& run) {
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
     const bool keepsRows = !run.groups.empty() && isRow(group) && (group.holdsRows || !wrapsLines());
     const bool keepsLines = run.keepsLines || keepsRows;
-    const bool keepsBehind = keepsLines && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
+    const std::string_view behind = run.sweep.blanksBehind();
+    const bool keepsBehind = (keepsLines && !spacing.after.hasLineFeed() && isLineBreak(behind)) ||
+                             (keepsRows && settings_.betweenRowElements.present && isColumnGap(behind));
     if (keepsFront) keepLine(run);
     passToken(run);
     const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;

@@ -58,6 +58,7 @@ public:
 
     bool keepsLineBreaks = from_.isOn(Keys::KEEP_LINE_BREAKS);
 
+    OptionalText operandIndent = from_.indent(Keys::HANGING_OPERAND_INDENT);
     bool keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
     int blankLines = from_.number(Keys::KEEP_BLANK_LINES);
     bool keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);

@@ -31,6 +31,11 @@ bool startsWithQualifier(std::string_view tail) {
     return tail.starts_with("->") || (!tail.empty() && Cpp::isNameStart(tail.front()));
 }
 
+// `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
+bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
+    return !head.returnType() && tail.starts_with("->") && tail.ends_with(')');
+}
+
 }  // namespace
 
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
@@ -114,19 +119,19 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         writeKeptBreak(blanks);
         rest.remove_prefix(blanks.size());
     }
-    rest = writeGapBeforeQualifier(rest);
+    rest = writeGapBeforeQualifier(*head, rest);
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
     if (oldParameters) oldParameters->accept(*this);
     return base;
 }
 
 // Where a word follows the ")" that the rest of a head begins with. Returns what is left to be written.
-std::string_view CppFormatter::writeGapBeforeQualifier(std::string_view rest) {
+std::string_view CppFormatter::writeGapBeforeQualifier(const Cpp::FunctionHeadNode& head, std::string_view rest) {
     const OptionalText& wanted = settings_.beforeFunctionQualifier;
     if (!wanted.present || !rest.starts_with(')')) return rest;
     const std::string_view blanks = leadingBlanks(rest.substr(1));
     const std::string_view tail = rest.substr(1 + blanks.size());
-    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    if (!startsWithQualifier(tail) || isLineBreak(blanks) || callsMember(head, tail)) return rest;
     out().write(")");
     out().writeVerbatim(wanted.text);
     return tail;
