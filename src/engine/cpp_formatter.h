@@ -168,7 +168,7 @@ private:
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
-    std::string_view writeGapBeforeQualifier(const Cpp::FunctionHeadNode& head, std::string_view rest);
+    std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);

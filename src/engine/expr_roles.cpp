@@ -89,6 +89,8 @@ private:
                 return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
             case Cpp::Colon:
                 return introducesWidth() ? ExprRole::Operand : ExprRole::BinaryOperator;
+            case Cpp::Arrow:
+                return followsParameters_ ? ExprRole::BinaryOperator : ExprRole::Operand;
             case Cpp::Assign:
                 return isCapture(place) ? ExprRole::Operand : ExprRole::BinaryOperator;
             default:
@@ -271,7 +273,30 @@ private:
         } else {
             extendSegment(token);
         }
+        const bool mayQualify = followsParameters_ || previous_ == kNoToken;
+        followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
         previous_ = place;
+    }
+
+    // The ")" of a lambda's parameters, or that of a function whose head has begun in front of the text.
+    bool endsParameters(std::size_t place) const {
+        const ExprToken& token = tokens_[place];
+        if (token.token.kind != Cpp::CloseParen) return false;
+        if (token.partner == kNoToken) return outer_.empty();
+        const std::size_t bracket = token.partner - 1;
+        if (token.partner == 0) return false;
+        if (tokens_[bracket].token.text == "noexcept") return true;
+        if (kindAt(tokens_, bracket) != Cpp::CloseBracket) return false;
+        const std::size_t open = tokens_[bracket].partner;
+        return open != kNoToken && !tokens_[open].followsCall;
+    }
+
+    // One that may stand between parameters and "->".
+    bool isQualifierOfFunction(std::size_t place) const {
+        const Trn::Token& token = tokens_[place].token;
+        return Cpp::isQualifier(token.kind) || token.kind == Cpp::KeywordMutable || token.kind == Cpp::Ampersand ||
+               token.kind == Cpp::LogicalAnd || token.text == "noexcept" || token.text == "override" ||
+               token.text == "final";
     }
 
     // Behind the "[ ]" of a lambda.
@@ -305,6 +330,7 @@ private:
     Tokens& tokens_;
     ExprMode mode_;
     std::size_t previous_ = kNoToken;
+    bool followsParameters_ = false;  // or what qualifies the function whose they are
     Segment segment_;
     std::vector<Segment> outer_;
 };

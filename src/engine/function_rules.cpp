@@ -33,7 +33,8 @@ bool startsWithQualifier(std::string_view tail) {
 
 // `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
-    return !head.returnType() && tail.starts_with("->") && tail.ends_with(')');
+    const std::size_t last = tail.find_last_not_of("; \t\n");
+    return !head.returnType() && tail.starts_with("->") && tail[last] == ')';
 }
 
 }  // namespace
@@ -119,22 +120,33 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         writeKeptBreak(blanks);
         rest.remove_prefix(blanks.size());
     }
-    rest = writeGapBeforeQualifier(*head, rest);
+    rest = writeGapBehindParameters(*head, rest);
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
     if (oldParameters) oldParameters->accept(*this);
     return base;
 }
 
-// Where a word follows the ")" that the rest of a head begins with. Returns what is left to be written.
-std::string_view CppFormatter::writeGapBeforeQualifier(const Cpp::FunctionHeadNode& head, std::string_view rest) {
+// Where a word, or the type that is returned, follows the ")" that the rest of a head begins with. Returns what is left
+// to be written.
+std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest) {
+    if (!rest.starts_with(')')) return rest;
     const OptionalText& wanted = settings_.beforeFunctionQualifier;
-    if (!wanted.present || !rest.starts_with(')')) return rest;
     const std::string_view blanks = leadingBlanks(rest.substr(1));
     const std::string_view tail = rest.substr(1 + blanks.size());
-    if (!startsWithQualifier(tail) || isLineBreak(blanks) || callsMember(head, tail)) return rest;
+    if (callsMember(head, tail)) {
+        out().write(")");
+        return rest.substr(1);
+    }
+    if (!wanted.present || !startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
     out().write(")");
     out().writeVerbatim(wanted.text);
-    return tail;
+    if (!tail.starts_with("->")) return tail;
+    out().write("->");
+    const std::string_view type = tail.substr(2);
+    const OptionalText& apart = exprFormatter_.settings().afterOperator;
+    if (!apart.present || isLineBreak(leadingBlanks(type))) return type;
+    out().writeVerbatim(apart.text);
+    return trimLeft(type);
 }
 
 // Writes what stands in front of the name. Returns the column of the head's first character.
