@@ -84,6 +84,10 @@ public:
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
     bool alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
 
+    int callArgumentStrategy = from_.number(Keys::CALL_ARGS_WRAP_STRATEGY, kAnyNumber);
+    int expressionStrategy = from_.number(Keys::EXPR_WRAP_STRATEGY, kAnyNumber);
+    bool breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
+
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };
 

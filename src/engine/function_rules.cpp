@@ -26,6 +26,12 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
 }
 
+// `void SYMBOL(f)(int a)`: what stands in front of the "(" makes the name.
+bool isNamedByMacro(std::string_view type) {
+    const std::size_t blank = type.rfind(' ');
+    return blank != std::string_view::npos && Cpp::isUpperCase(type.substr(blank + 1));
+}
+
 // What stands behind parameters begins with a word, or with the type that is returned.
 bool startsWithQualifier(std::string_view tail) {
     return tail.starts_with("->") || (!tail.empty() && Cpp::isNameStart(tail.front()));
@@ -207,7 +213,9 @@ void CppFormatter::writeDeclaratorOpening(std::string_view opening,
                                           const Cpp::FunctionPtrDeclNode& declaration) {
     const OptionalText& wanted = settings_.afterDeclarationReturnType;
     const std::string_view declarator = trimLeft(opening);
-    const bool spacesType = wanted.present && declaration.returnType() && declarator.starts_with('(') &&
+    const bool isNamed = settings_.keepsUnrecognized && declarator.size() == opening.size() &&
+                         declaration.returnType() && isNamedByMacro(declaration.returnType()->text());
+    const bool spacesType = wanted.present && !isNamed && declaration.returnType() && declarator.starts_with('(') &&
                             !TypeText(declaration.returnType()->text()).hasMarks();
     if (spacesType) {
         out().writeVerbatim(wanted.text);

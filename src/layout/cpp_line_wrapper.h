@@ -117,7 +117,7 @@ private:
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators);
-    void wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode);
+    void wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode, bool isInParentheses = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);

@@ -17,11 +17,12 @@ using Zelmor::IndentScope;
 void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators) {
     if (copyUnlessLong(list)) return;
     copyThrough(list.open());
-    wrapElements(list, separators, ExprMode::Declaration);
+    wrapElements(list, separators, ExprMode::Declaration, true);
     copyThrough(list);
 }
 
-void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode) {
+void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode,
+                                  bool isInParentheses) {
     if (list.size() == 0) return;
     if (separators.breakLines()) {
         for (const auto& element : list.children()) element->accept(*this);
@@ -31,6 +32,7 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separa
     IndentScope indent(out_, indentAt(baseColumn()));
     WrapContext context;
     context.mode = mode;
+    context.isInParentheses = isInParentheses;
     context.respacesCommas = separators.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
 }
