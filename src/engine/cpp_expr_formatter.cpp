@@ -191,7 +191,8 @@ void CppExprFormatter::writeToken(Run& run) {
 
 // The ":" of a bit field, as opposed to operators and labels.
 bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
-    return run.mode == ExprMode::Declarators && run.kindAt(place) == Cpp::Colon && run.roleAt(place) == ExprRole::Operand;
+    return run.mode == ExprMode::Declarators && run.kindAt(place) == Cpp::Colon &&
+           run.roleAt(place) == ExprRole::Operand;
 }
 
 // What the next token that is no comment or directive, which stands at `place`, wants in front of itself;

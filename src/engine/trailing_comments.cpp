@@ -21,7 +21,8 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 }  // namespace
 
 void TrailingComments::add(std::string_view written, std::size_t offset) {
-    line_ += static_cast<int>(std::count(written.begin() + static_cast<std::ptrdiff_t>(countedTo_), written.end(), '\n'));
+    const std::string_view added = written.substr(countedTo_);
+    line_ += static_cast<int>(std::count(added.begin(), added.end(), '\n'));
     countedTo_ = written.size();
     const std::size_t lineStart = lineStartOf(written, written.size());
     Comment comment;

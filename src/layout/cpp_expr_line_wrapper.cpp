@@ -104,6 +104,10 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
         const ExprToken& token = tokens[place];
         const int kind = token.token.kind;
         if (token.role == ExprRole::TemplateOpen || token.role == ExprRole::TemplateClose) continue;
+        if (settings_.weighsBreaks() && kind == Cpp::OpenBracket && token.partner != kNoToken) {
+            place = token.partner;
+            continue;
+        }
         if (settings_.weighsBreaks() && isIn(TokenClasses::comparisonTokens, kind)) break;
         if (isIn(TokenClasses::binaryTokens, kind) || isIn(TokenClasses::logicalTokens, kind)) break;
         if (token.partner != kNoToken) closing = std::max(closing, token.partner);

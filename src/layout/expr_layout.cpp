@@ -124,7 +124,7 @@ int ExprLayout::layGroupsOrWeak(const Region& region, TokenRange piece, int colu
 std::optional<int> ExprLayout::breakAt(const Region& region, TokenRange piece, int column, Class separatorClass) {
     if (separatorClass == Class::Shift) return packShifts(region, piece, column);
     const Separators separators = places_.separatorsOf(separatorClass);
-    const bool isOperator = separatorClass == Class::Logical || separatorClass == Class::Binary;
+    const bool isOperator = separatorClass >= Class::Logical && separatorClass <= Class::Factor;
     if (isOperator && settings_.fillsOperands()) {
         return packPieces(region, piece, column, separators, std::nullopt, false);
     }
@@ -400,11 +400,16 @@ bool ExprLayout::isCall(std::size_t open, std::size_t from) const {
     return text_.kindAt(open) == Cpp::OpenParen && open > from && text_.kindAt(open - 1) == Cpp::Identifier;
 }
 
-// The next "(" or "{" with its partner in front of `last`. Brackets of other kinds are looked into.
+// The next "(" or "{" with its partner in front of `last`. Brackets of other kinds are looked into, but for "[ ]"
+// where breaks are weighed.
 std::size_t ExprLayout::nextGroup(std::size_t from, std::size_t last) const {
     for (std::size_t place = from; place < last; ++place) {
         const int kind = text_.kindAt(place);
         const std::size_t partner = text_.tokens()[place].partner;
+        if (settings_.weighsBreaks() && kind == Cpp::OpenBracket && partner != kNoToken && partner < last) {
+            place = partner;
+            continue;
+        }
         const bool isGroup = kind == Cpp::OpenParen || kind == Cpp::OpenBrace;
         if (isGroup && partner != kNoToken && partner > place && partner < last) return place;
     }

@@ -47,6 +47,7 @@ extern const TokenClass semicolonTokens;
 extern const TokenClass shiftTokens;
 extern const TokenClass logicalTokens;
 extern const TokenClass conditionalTokens;
+extern const TokenClass factorTokens;
 extern const TokenClass comparisonTokens;
 extern const TokenClass binaryTokens;
 extern const TokenClass assignmentTokens;

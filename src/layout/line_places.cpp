@@ -8,7 +8,8 @@ namespace {
 
 // Of the operators that else are as good as any.
 bool hasOwnClass(int kind) {
-    return isIn(TokenClasses::comparisonTokens, kind) || isIn(TokenClasses::conditionalTokens, kind);
+    return isIn(TokenClasses::comparisonTokens, kind) || isIn(TokenClasses::factorTokens, kind) ||
+           isIn(TokenClasses::conditionalTokens, kind);
 }
 
 }  // namespace
@@ -22,6 +23,7 @@ LinePlaces::LinePlaces(const WrapText& text, const WrapSettings& settings, Claus
       conditionals_(TokenClasses::conditionalTokens),
       shifts_(TokenClasses::shiftTokens),
       logicals_(TokenClasses::logicalTokens),
+      factors_(TokenClasses::factorTokens),
       comparisons_(TokenClasses::comparisonTokens) {}
 
 std::vector<bool> LinePlaces::chances() const {
@@ -83,6 +85,8 @@ LinePlaces::Separators LinePlaces::separatorsOf(Class separatorClass) const {
             return {separatorClass, logicals_, operatorLeads};
         case Class::Binary:
             return {separatorClass, binaries_, operatorLeads};
+        case Class::Factor:
+            return {separatorClass, factors_, operatorLeads};
         case Class::Comparison:
             return {separatorClass, comparisons_, operatorLeads};
         case Class::Cast:
@@ -104,6 +108,7 @@ bool LinePlaces::isUsable(std::size_t place, Class separatorClass) const {
             return token.role == ExprRole::BinaryOperator && !isIn(TokenClasses::shiftTokens, token.token.kind) &&
                    !(settings_.weighsBreaks() && hasOwnClass(token.token.kind));
         case Class::Conditional:
+        case Class::Factor:
         case Class::Comparison:
             return token.role == ExprRole::BinaryOperator && settings_.weighsBreaks();
         default:
