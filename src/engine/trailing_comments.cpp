@@ -4,6 +4,7 @@
 
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/shown_width.h"
 #include "textstream/otext_doc_buf.h"
 
 namespace Tessel {
@@ -57,7 +58,7 @@ int TrailingComments::codeColumnBelow(std::size_t offset) {
 
 int TrailingComments::columnIn(std::string_view text, std::size_t offset) const {
     const std::size_t lineStart = lineStartOf(text, offset);
-    return columnAfter(text.substr(lineStart, offset - lineStart), 0, columns_.tabSize);
+    return shownColumnAfter(text.substr(lineStart, offset - lineStart), 0, columns_.tabSize);
 }
 
 void TrailingComments::place(std::string& written) {

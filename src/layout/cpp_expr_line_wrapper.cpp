@@ -30,7 +30,7 @@ std::ptrdiff_t lineEnds(std::string_view text) {
 CppExprLineWrapper::CppExprLineWrapper(const PropertySet& scheme, const Zelmor::TextDocument* source)
     : CppExprFormatterBase(scheme, source),
       settings_(CppExprFormatterBase::scheme()),
-      text_(settings_.tabSize, settings_.rightMargin) {}
+      text_(settings_.tabSize, settings_.rightMargin, settings_.weighsBreaks()) {}
 
 std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& state,
                                      const WrapContext& context) {
