@@ -117,6 +117,7 @@ private:
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
+    std::string_view indentInSource(const Cpp::SyntaxNode& node) const;
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
     void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);

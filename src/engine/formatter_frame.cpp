@@ -308,6 +308,12 @@ void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* 
     formatBody(*body, head ? beforeOpen : kAsInInput, isKept && head, [&] { body->accept(*this); });
 }
 
+// The white space in front of a node that begins a line of the source.
+std::string_view CppFormatter::indentInSource(const Cpp::SyntaxNode& node) const {
+    const std::string_view before = source_.text().substr(0, offsetOf(source_, node.start()) - 1);
+    return trailingBlanks(before.substr(before.rfind('\n') + 1));
+}
+
 void CppFormatter::visit(Cpp::CommentNode* comment) {
     // A protected region is kept as it is, but for the white space at the start of its lines.
     if (comment->protectedRegion()) {
@@ -315,7 +321,7 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         const std::size_t start = out().text().size();
         const std::string_view region = writer_.readThrough(comment->end());
         if (settings_.keepsRegionIndent) {
-            out().startLine();
+            if (out().column() == 0) Tessel::writeRendered(indentInSource(*comment), out());
             Tessel::writeRendered(region, out());
         } else {
             writer_.writeProtected(region);

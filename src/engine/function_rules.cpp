@@ -4,6 +4,9 @@
 // {
 //     …
 // }
+#include <algorithm>
+#include <iterator>
+
 #include "cpp/characters.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
@@ -30,6 +33,18 @@ bool isItemByItself(std::string_view type, std::string_view name) {
 bool isNamedByMacro(std::string_view type) {
     const std::size_t blank = type.rfind(' ');
     return blank != std::string_view::npos && Cpp::isUpperCase(type.substr(blank + 1));
+}
+
+// "virtual inline", in front of a constructor, a destructor or a conversion.
+bool isSpecifiers(std::string_view type) {
+    constexpr std::string_view words[] = {"explicit", "virtual", "inline",    "static",    "friend",
+                                          "extern",   "constexpr", "consteval", "constinit"};
+    while (!type.empty()) {
+        const std::string_view word = type.substr(0, type.find(' '));
+        if (std::find(std::begin(words), std::end(words), word) == std::end(words)) return false;
+        type.remove_prefix(std::min(word.size() + 1, type.size()));
+    }
+    return true;
 }
 
 // What stands behind parameters begins with a word, or with the type that is returned.
@@ -173,8 +188,12 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
+        // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
+        const bool isSpecifier =
+            settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(head.returnType()->text());
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
-        writeType(type, isKept ? kLineFeed : staysOnLine ? kAsInInput : wanted, !settings_.keepsFunctions);
+        const OptionalText& between = isKept ? kLineFeed : isSpecifier ? kBlank : staysOnLine ? kAsInInput : wanted;
+        writeType(type, between, !settings_.keepsFunctions);
     }
     return column;
 }
