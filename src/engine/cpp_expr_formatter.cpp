@@ -149,6 +149,10 @@ const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t pl
     if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
+    // a ?: b
+    if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
+        return &kNothing;
+    }
     if (isOperator) return ifPresent(settings_.afterOperator);
     if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
     return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;

@@ -68,6 +68,8 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             writeAlignedType(type, columns_.dataNames.at(declaration));
         } else if (settings_.keepsData) {
             writer_.write(type);
+        } else if (exprFormatter_.settings().asterisk.anchor >= 0 && trim(type).find_first_not_of('*') == type.npos) {
+            writer_.write(trim(type));  // struct { … } *p;
         } else {
             // The first part of a qualified name counts to the type in the tree.
             const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();

@@ -50,9 +50,11 @@ bool endsLine(const Cpp::SyntaxNode& node) {
     return comment && comment->isLineComment();
 }
 
-// What stands behind a "}" and belongs to what that ends: declarators, and handlers.
-bool continuesDeclaration(const Cpp::SyntaxNode& node) {
-    if (const auto* data = dynamic_cast<const Cpp::DataDeclNode*>(&node)) return !data->type();
+// What stands behind a "}" and belongs to what that ends: the declarators of a class or enumeration, and handlers.
+bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& node) {
+    if (dynamic_cast<const Cpp::ClassDeclNode*>(&previous) || dynamic_cast<const Cpp::EnumDeclNode*>(&previous)) {
+        return true;
+    }
     const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(&node);
     if (!statement || statement->size() == 0) return false;
     const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement->childBegin()->get());
@@ -171,14 +173,14 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     const auto isTrivia = [](const Cpp::SyntaxNode& node) {
         return dynamic_cast<const Cpp::CommentNode*>(&node) || dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
     };
-    if (isTrivia(previous) || isTrivia(next) || continuesDeclaration(next)) return;
+    if (isTrivia(previous) || isTrivia(next)) return;
     const std::string_view gap = gapBefore(next);
     const std::string_view blanks = trailingBlanks(gap);
     if (writer_.holdsOpaque(gap) || blanks.find('\n') != std::string_view::npos) return;
     // A stray ";" is no node.
     const char last = blanks.size() < gap.size() ? gap[gap.size() - blanks.size() - 1] : writer_.peekBehind();
     const bool isEnd = last == ';' || last == '}';
-    if (!isEnd || writer_.peek(gap.size()) == ';') return;
+    if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
     writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(settings_.betweenStatements.text));
 }
 

@@ -184,13 +184,14 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
-        const bool isMacro = settings_.keepsUnrecognized && isItemByItself(head.returnType()->text(), head.name()->text());
+        const std::string& words = head.returnType()->text();
+        const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
         const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
         // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
         const bool isSpecifier =
-            settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(head.returnType()->text());
+            settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(words);
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
         const OptionalText& between = isKept ? kLineFeed : isSpecifier ? kBlank : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
