@@ -52,7 +52,7 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     int base = templateColumn.value_or(indentColumn());
     if (declaration->head()) {
-        const int headColumn = copyUpTo(*declaration->head());
+        const int headColumn = copyUpToConstruct(*declaration->head());
         if (!templateColumn) base = headColumn;
         declaration->head()->accept(*this);
     }

@@ -3,6 +3,7 @@
 
 #include "cpp/token_joining.h"
 #include "engine/columns.h"
+#include "engine/expr_casts.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
@@ -151,8 +152,13 @@ void CppExprFormatter::writeCurrent(Run& run) {
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
 const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
     const int kind = run.kindAt(place);
+    if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
+    // a ?: b
+    if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
+        return &kNothing;
+    }
     if (isOperator) return ifPresent(settings_.afterOperator);
     if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
     return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;
@@ -193,10 +199,18 @@ void CppExprFormatter::writeToken(Run& run) {
     run.sweep.writeToken();
 }
 
+// The ":" of a bit field, as opposed to operators and labels.
+bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
+    return run.mode == ExprMode::Declarators && run.kindAt(place) == Cpp::Colon &&
+           run.roleAt(place) == ExprRole::Operand;
+}
+
 // What the next token that is no comment or directive, which stands at `place`, wants in front of itself;
 // null when that is for the token before it to say.
 const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
     if (run.previous == kNoToken) return nullptr;
+    if (settings_.afterCast.present && startsCastOperand(run.tokens, run.previous, place)) return &settings_.afterCast;
+    if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
     switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {

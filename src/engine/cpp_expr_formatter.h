@@ -94,6 +94,7 @@ private:
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;
     const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
+    static bool introducesWidth(const Run& run, std::size_t place);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
     void writeTypeEnd(Run& run);
@@ -102,6 +103,7 @@ private:
     void startElements(Run& run, Group& group);
     void closeGroup(Run& run);
     void writeClosingGap(Run& run, const Group& group);
+    bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
     SeparatorSpacing declaratorSpacing() const;

@@ -102,6 +102,7 @@ private:
     int indentColumn();
     // Copies up to the node and tells the column at which its first character will stand.
     int copyUpTo(const Cpp::SyntaxNode& node);
+    int copyUpToConstruct(const Cpp::SyntaxNode& node);
     void pend(const OptionalText& whitespace);
     std::optional<std::string_view> takePending();
     std::string_view asOutputStands(std::string_view wanted);
@@ -111,11 +112,13 @@ private:
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
+    std::string_view indentInSource(const Cpp::SyntaxNode& node) const;
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
     void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
@@ -168,7 +171,7 @@ private:
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
-    std::string_view writeGapBeforeQualifier(std::string_view rest);
+    std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);

@@ -56,7 +56,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     const bool followsClassBody = previousSibling_ && previousSibling_ == lastClosedClass_;
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
-    const int column = copyUpTo(*declaration);
+    const int column = copyUpToConstruct(*declaration);
     const int base = templateColumn.value_or(column);
     BaseColumnScope scope(*this, base);
     bool isAligned = false;
@@ -68,6 +68,8 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             writeAlignedType(type, columns_.dataNames.at(declaration));
         } else if (settings_.keepsData) {
             writer_.write(type);
+        } else if (exprFormatter_.settings().asterisk.anchor >= 0 && trim(type).find_first_not_of('*') == type.npos) {
+            writer_.write(trim(type));  // struct { … } *p;
         } else {
             // The first part of a qualified name counts to the type in the tree.
             const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
@@ -144,6 +146,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         padInitializer(declaration, column->second, name, isAligned);
     } else if (keepsBreak(gap, kAsInInput)) {
         writeKeptBreak(gap);
+    } else if (tail.starts_with(':') && settings_.aroundBitFieldColon.present) {
+        replace(asOutputStands(settings_.aroundBitFieldColon.text));
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
         out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {

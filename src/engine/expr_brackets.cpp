@@ -63,6 +63,24 @@ bool isOperandStart(const Trn::Token& token) {
     }
 }
 
+// A token in front of which an operand ends: a ">" there does not compare.
+bool endsOperand(int kind) {
+    switch (kind) {
+        case Trn::kEndKind:
+        case Cpp::CloseParen:
+        case Cpp::CloseBrace:
+        case Cpp::CloseBracket:
+        case Cpp::Comma:
+        case Cpp::Semicolon:
+        case Cpp::OpenBrace:
+        case Cpp::Assign:
+        case Cpp::Dot:  // the first of "..."
+        case Cpp::Greater:
+        case Cpp::ShiftRight: return true;
+        default: return false;
+    }
+}
+
 bool canPrecedeTemplateArguments(int kind) {
     return kind == Cpp::Identifier || kind == Cpp::KeywordOperator || kind == Cpp::KeywordTemplate ||
            isCastKeyword(kind);
@@ -129,10 +147,9 @@ private:
         }
     }
 
-    // `T &&>`: the "&&" belongs to a type.
+    // `T &&>`, `T &&, U`, `T &&...`: the "&&" belongs to a type.
     bool endsArgument(std::size_t place) const {
-        const int next = kindAt(tokens_, nextPlace(tokens_, place));
-        return kindAt(tokens_, place) == Cpp::LogicalAnd && (next == Cpp::Greater || next == Cpp::ShiftRight);
+        return kindAt(tokens_, place) == Cpp::LogicalAnd && endsOperand(kindAt(tokens_, nextPlace(tokens_, place)));
     }
 
     void join(std::size_t openPlace, std::size_t closePlace) {
@@ -150,8 +167,9 @@ private:
 
     bool canEndTemplateArguments(std::size_t place) const {
         if (open_.back().isDoubted) {
-            const std::size_t name = nextPlace(tokens_, place);
-            return name < tokens_.size() && tokens_[name].token.text.starts_with("::");
+            const std::size_t next = nextPlace(tokens_, place);
+            return endsOperand(kindAt(tokens_, next)) ||
+                   (next < tokens_.size() && tokens_[next].token.text.starts_with("::"));
         }
         if (mode_ == ExprMode::Declaration) return true;
         const std::size_t next = nextPlace(tokens_, place);

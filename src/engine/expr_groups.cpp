@@ -106,6 +106,12 @@ void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     run.sweep.writeGapWith(wouldShift ? kBlank.text : wanted->text);
 }
 
+// Whether the author's line ends between a group's elements stay.
+bool CppExprFormatter::isRow(const Group& group) const {
+    return group.kind == Group::Kind::InnerBraces ||
+           (group.kind == Group::Kind::Braces && !settings_.betweenDataElements.present);
+}
+
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
     if (run.groups.empty()) {
@@ -124,7 +130,11 @@ void CppExprFormatter::writeComma(Run& run) {
     startElements(run, group);
     const SeparatorSpacing spacing = run.groups.empty() ? declaratorSpacing() : spacingOf(group);
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
-    const bool keepsBehind = run.keepsLines && !spacing.after.hasLineFeed() && isLineBreak(run.sweep.blanksBehind());
+    const bool keepsRows = !run.groups.empty() && isRow(group) && (group.holdsRows || !wrapsLines());
+    const bool keepsLines = run.keepsLines || keepsRows;
+    const std::string_view behind = run.sweep.blanksBehind();
+    const bool keepsBehind = (keepsLines && !spacing.after.hasLineFeed() && isLineBreak(behind)) ||
+                             (keepsRows && settings_.betweenRowElements.present && isColumnGap(behind));
     if (keepsFront) keepLine(run);
     passToken(run);
     const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
@@ -136,8 +146,10 @@ void CppExprFormatter::writeComma(Run& run) {
 }
 
 CppExprFormatterBase::SeparatorSpacing CppExprFormatter::declaratorSpacing() const {
+    const OptionalText& before = settings_.beforeDeclaratorComma;
     const OptionalText& between = settings_.betweenDeclarators;
-    return {settings_.beforeDataComma, between.present ? between : settings_.betweenDataElements};
+    return {before.present ? before : settings_.beforeDataComma,
+            between.present ? between : settings_.betweenDataElements};
 }
 
 CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {
@@ -145,11 +157,13 @@ CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& 
         case Group::Kind::Parentheses:
         case Group::Kind::Cast: return {settings_.beforeCallComma, settings_.betweenCallArguments};
         case Group::Kind::Template: return {kAsInInput, settings_.betweenTemplateArguments};
-        case Group::Kind::Braces:
-            return {onLine(settings_.beforeDataComma, group.isOnOneLine),
-                    onLine(settings_.betweenDataElements, group.isOnOneLine)};
-        case Group::Kind::Brackets:
-        case Group::Kind::InnerBraces: break;
+        case Group::Kind::Braces: {
+            const OptionalText& between =
+                isRow(group) ? settings_.betweenRowElements : settings_.betweenDataElements;
+            return {onLine(settings_.beforeDataComma, group.isOnOneLine), onLine(between, group.isOnOneLine)};
+        }
+        case Group::Kind::InnerBraces: return {kAsInInput, settings_.betweenRowElements};
+        case Group::Kind::Brackets: break;
     }
     return {kAsInInput, kAsInInput};
 }

@@ -84,6 +84,10 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const bool isRow = !run.groups.empty() && run.groups.back().holdsRows;
     if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
     const ExprToken& token = run.current();
+    if (isLineBreak(gap) && settings_.breaksAsLastResort) {
+        if (run.previousKind() == Cpp::OpenParen) return &kNothing;
+        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return &kBlank;
+    }
     if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
     if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
     const bool followsComment = run.previous + 1 != run.sweep.place();

@@ -25,7 +25,8 @@ void CppExprFormatter::writeMarks(Run& run) {
     while (run.roleAt(end) == ExprRole::Mark) ++end;
     const MarkSettings& marks = markSettings(run.kindAt(end - 1));
     const bool endsText = end >= run.tokens.size();
-    const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end));
+    const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
+    const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames;
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;

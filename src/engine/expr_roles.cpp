@@ -8,6 +8,7 @@
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/expr_casts.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -36,7 +37,8 @@ private:
         bool atTextStart = true;  // begins the text or a clause of it
         bool sawQuestion = false;
         bool isParameter = false;   // of a lambda
-        bool sawQualifier = false;  // "const", which only types have
+        bool sawQualifier = false;  // "const" or "struct", which only types have
+        bool followsNew = false;
     };
 
     int previousKind() const { return kindAt(tokens_, previous_); }
@@ -88,6 +90,8 @@ private:
                 return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
             case Cpp::Colon:
                 return introducesWidth() ? ExprRole::Operand : ExprRole::BinaryOperator;
+            case Cpp::Arrow:
+                return followsParameters_ ? ExprRole::BinaryOperator : ExprRole::Operand;
             case Cpp::Assign:
                 return isCapture(place) ? ExprRole::Operand : ExprRole::BinaryOperator;
             default:
@@ -141,7 +145,7 @@ private:
         while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
             next = nextPlace(tokens_, next);
         }
-        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && isInDeclaration();
+        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && (isInDeclaration() || segment_.followsNew);
         if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar))
             return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
         if (!segment_.isTypeSoFar || !segment_.sawType) return false;
@@ -198,7 +202,7 @@ private:
         if (previous_ == kNoToken) return false;
         switch (previousRole()) {
             case ExprRole::GroupClose:
-                return !followsCast(place);
+                return !followsCast(place) && !followsDelete();
             case ExprRole::TemplateClose:
             case ExprRole::BraceClose:
             case ExprRole::Block:
@@ -229,38 +233,38 @@ private:
         }
     }
 
+    // `delete[] *p`
+    bool followsDelete() const {
+        const std::size_t open = tokens_[previous_].partner;
+        return kindAt(tokens_, previous_) == Cpp::CloseBracket && open + 1 == previous_ && open > 0 &&
+               kindAt(tokens_, open - 1) == Cpp::KeywordDelete;
+    }
+
+    // `(A)(B)&c`: whether one name in parentheses stands in front of the group.
+    bool followsName(std::size_t open) const {
+        if (open == 0 || kindAt(tokens_, open - 1) != Cpp::CloseParen) return false;
+        const std::size_t first = tokens_[open - 1].partner;
+        return first != kNoToken && !tokens_[first].followsCall &&
+               contentsOf(tokens_, first) != Parenthesised::Expression;
+    }
+
     // `(T)-x`: whether the group in front is a cast. With one name in it, `(n)*x`, it may be either: then the
     // input's white space behind the operator tells what its writer meant; but behind a cast a sign is that
     // of a number.
     bool followsCast(std::size_t place) const {
         const std::size_t close = previous_;
         const std::size_t open = tokens_[close].partner;
-        if (kindAt(tokens_, close) != Cpp::CloseParen || tokens_[open].followsCall) return false;
-        bool isOneName = true;
-        bool sawTypeWord = false;
-        int count = 0;
-        for (std::size_t inside = nextPlace(tokens_, open); inside < close;
-             inside = nextPlace(tokens_, inside)) {
-            const ExprToken& token = tokens_[inside];
-            const int kind = token.token.kind;
-            if (inside > open + kLongestCast) return false;
-            if (token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
-                kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind)) {
-                sawTypeWord = true;
-            } else if (kind != Cpp::Identifier && token.role != ExprRole::TemplateOpen &&
-                       token.role != ExprRole::TemplateClose) {
-                if (!sawTypeWord) return false;
-            }
-            isOneName = isOneName && kind == Cpp::Identifier;
-            ++count;
-        }
-        if (count == 0) return false;
-        if (sawTypeWord) return true;
-        if (!isOneName || count > 1) return false;
+        if (kindAt(tokens_, close) != Cpp::CloseParen) return false;
+        if (tokens_[open].followsCall && !followsName(open)) return false;
+        const Parenthesised inside = contentsOf(tokens_, open);
+        if (inside == Parenthesised::Type) return true;
+        if (inside != Parenthesised::Name) return false;
         const Trn::Token& mark = tokens_[place].token;
         const std::size_t next = place + 1;
         const bool isSign = mark.kind == Cpp::Plus || mark.kind == Cpp::Minus;
-        if (isSign && kindAt(tokens_, next) != Cpp::Number) return false;
+        const bool isApart = tokens_[close].token.offset + 1 < mark.offset;
+        const bool isType = tokens_[nextPlace(tokens_, open)].token.text.ends_with("_t");
+        if (isSign && kindAt(tokens_, next) != Cpp::Number && !isApart && !isType) return false;
         return next < tokens_.size() && tokens_[next].token.offset == mark.offset + mark.length;
     }
 
@@ -288,7 +292,30 @@ private:
         } else {
             extendSegment(token);
         }
+        const bool mayQualify = followsParameters_ || previous_ == kNoToken;
+        followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
         previous_ = place;
+    }
+
+    // The ")" of a lambda's parameters, or that of a function whose head has begun in front of the text.
+    bool endsParameters(std::size_t place) const {
+        const ExprToken& token = tokens_[place];
+        if (token.token.kind != Cpp::CloseParen) return false;
+        if (token.partner == kNoToken) return outer_.empty();
+        const std::size_t bracket = token.partner - 1;
+        if (token.partner == 0) return false;
+        if (tokens_[bracket].token.text == "noexcept") return true;
+        if (kindAt(tokens_, bracket) != Cpp::CloseBracket) return false;
+        const std::size_t open = tokens_[bracket].partner;
+        return open != kNoToken && !tokens_[open].followsCall;
+    }
+
+    // One that may stand between parameters and "->".
+    bool isQualifierOfFunction(std::size_t place) const {
+        const Trn::Token& token = tokens_[place].token;
+        return Cpp::isQualifier(token.kind) || token.kind == Cpp::KeywordMutable || token.kind == Cpp::Ampersand ||
+               token.kind == Cpp::LogicalAnd || token.text == "noexcept" || token.text == "override" ||
+               token.text == "final";
     }
 
     // Behind the "[ ]" of a lambda.
@@ -309,22 +336,26 @@ private:
     void extendSegment(const ExprToken& token) {
         const int kind = token.token.kind;
         segment_.sawQuestion |= kind == Cpp::Question;
-        segment_.sawQualifier |= Cpp::isQualifier(kind);
+        segment_.sawQualifier |= Cpp::isQualifier(kind) || Cpp::isClassKey(kind);
+        segment_.followsNew |= kind == Cpp::KeywordNew;
         if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
             kind == Cpp::KeywordSigned) {
             segment_.sawType = true;
             return;
         }
         const bool isModifier = kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion;
-        if (token.role != ExprRole::Mark && !isModifier) segment_.isTypeSoFar = false;
+        if (kind == Cpp::KeywordNew) {
+            segment_.isTypeSoFar = true;
+            segment_.sawType = false;
+        } else if (token.role != ExprRole::Mark && !isModifier) {
+            segment_.isTypeSoFar = false;
+        }
     }
-
-    // Tokens; a group that holds more is no cast that anybody writes.
-    static constexpr std::size_t kLongestCast = 64;
 
     Tokens& tokens_;
     ExprMode mode_;
     std::size_t previous_ = kNoToken;
+    bool followsParameters_ = false;  // or what qualifies the function whose they are
     Segment segment_;
     std::vector<Segment> outer_;
 };

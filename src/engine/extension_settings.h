@@ -1,11 +1,16 @@
 #pragma once
 
+#include <algorithm>
+
 #include "engine/optional_text.h"
 #include "engine/scheme_values.h"
 #include "scheme/extension_keys.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
+
+// Of things that a scheme does not limit.
+inline constexpr int kAnyNumber = -1;
 
 // The scheme's values of the extension keys, for the rules of every pass. Each member names its key.
 struct ExtensionSettings {
@@ -17,9 +22,16 @@ private:
         explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
 
         bool isOn(ExtensionKey<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.name); }
-        int number(ExtensionKey<PropertyType::Integer> key) const { return readInt(*scheme_, key.name, 0); }
+        int number(ExtensionKey<PropertyType::Integer> key, int whenAbsent = 0) const {
+            return readInt(*scheme_, key.name, whenAbsent);
+        }
         OptionalText text(ExtensionKey<PropertyType::String> key) const {
             return readText(*scheme_, key.name);
+        }
+        // Absent where it would end the line.
+        OptionalText lineText(ExtensionKey<PropertyType::String> key) const {
+            const OptionalText value = text(key);
+            return value.hasLineFeed() ? OptionalText() : value;
         }
         OptionalText indent(ExtensionKey<PropertyType::String> key) const {
             return readIndent(*scheme_, key.name);
@@ -48,6 +60,7 @@ public:
 
     bool keepsLineBreaks = from_.isOn(Keys::KEEP_LINE_BREAKS);
 
+    OptionalText operandIndent = from_.indent(Keys::HANGING_OPERAND_INDENT);
     bool keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
     int blankLines = from_.number(Keys::KEEP_BLANK_LINES);
     bool keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
@@ -60,6 +73,22 @@ public:
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);
+
+    int mostBlankLines = std::max(from_.number(Keys::MAX_BLANK_LINES, kAnyNumber), kAnyNumber);
+    bool stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
+    OptionalText beforeLineComment = from_.lineText(Keys::WS_BEFORE_LINE_COMMENT);
+
+    bool indentsFromLine = from_.isOn(Keys::INDENT_FROM_LINE);
+    OptionalText betweenStatements = from_.text(Keys::WS_BETWEEN_STATEMENTS);
+    OptionalText beforeDeclaratorComma = from_.lineText(Keys::WS_BEFORE_DECLARATOR_COMMA);
+    OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
+    OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
+    OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
+    bool alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
+
+    int callArgumentStrategy = from_.number(Keys::CALL_ARGS_WRAP_STRATEGY, kAnyNumber);
+    int expressionStrategy = from_.number(Keys::EXPR_WRAP_STRATEGY, kAnyNumber);
+    bool breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };

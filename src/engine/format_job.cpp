@@ -16,6 +16,7 @@
 #include "engine/cpp_pre_formatter.h"
 #include "engine/extension_settings.h"
 #include "engine/gap.h"
+#include "engine/line_ends.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
@@ -111,12 +112,22 @@ void proveRegions(const ParsedText& source, const KeptRegions& regions, std::str
     if (changed) failProof("inside of what is to be kept as it is", source.text.positionOf(*changed));
 }
 
+// The source with other white space, its line ends put in order.
+std::string withLineEnds(const ParsedText& source, const KeptRegions& regions, const FormatOptions& options,
+                         std::string result) {
+    const ExtensionSettings settings(options.scheme);
+    if (!LineEnds::areWanted(settings)) return result;
+    const TrailingComments::Columns columns{readTabSize(options.scheme), readTabMode(options.scheme)};
+    return LineEnds(settings, columns, source.text.text(), source.opaque, regions, result).takeText();
+}
+
 // The formatted text; its tree is gone when this returns.
-std::string formatParsed(ParsedText& source, const FormatOptions& options, const LayoutPasses& passes) {
+std::string formatParsed(ParsedText& source, const KeptRegions& regions, const FormatOptions& options,
+                         const LayoutPasses& passes) {
     CppFormatter formatter(source.text, source.opaque, options, passes);
     source.root.accept(formatter);
     Cpp::RootNode().swap(source.root);
-    return formatter.takeText();
+    return withLineEnds(source, regions, options, formatter.takeText());
 }
 
 }  // namespace
@@ -136,7 +147,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     const KeptRegions regions = keptRegions(source, preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
 
-    std::string result = formatParsed(source, options, passes_);
+    std::string result = formatParsed(source, regions, options, passes_);
     const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
     // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
     // they are to.
@@ -149,7 +160,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
         formatted.root.accept(preFormatter);
         std::ostringstream wrapped;
         passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
-        result = std::move(wrapped).str();
+        result = withLineEnds(formatted, keptRegions(formatted, preFormatter), options, std::move(wrapped).str());
         isSettled = result == formatted.text.text();
         if (isSettled || rounds == 1) break;
         ParsedText again(std::move(result));
@@ -157,7 +168,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
             return moveTo(diagnostics, std::move(messages));
         }
         again.root.accept(preFormatter);
-        result = formatParsed(again, options, passes_);
+        result = formatParsed(again, keptRegions(again, preFormatter), options, passes_);
     }
     if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
     proveRegions(source, regions, result);

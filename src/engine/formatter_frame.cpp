@@ -2,6 +2,7 @@
 // no rule claims.
 #include <algorithm>
 
+#include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
@@ -49,6 +50,18 @@ bool endsLine(const Cpp::SyntaxNode& node) {
     return comment && comment->isLineComment();
 }
 
+// What stands behind a "}" and belongs to what that ends: the declarators of a class or enumeration, and handlers.
+bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& node) {
+    if (dynamic_cast<const Cpp::ClassDeclNode*>(&previous) || dynamic_cast<const Cpp::EnumDeclNode*>(&previous)) {
+        return true;
+    }
+    const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(&node);
+    if (!statement || statement->size() == 0) return false;
+    const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement->childBegin()->get());
+    const Cpp::KeywordNode* keyword = part && part->head() ? part->head()->keyword() : nullptr;
+    return keyword && keyword->keyword() == Cpp::KeywordCatch;
+}
+
 constexpr std::string_view kBlanks = " \t";
 
 std::string withoutLineFeeds(std::string text) {
@@ -87,6 +100,12 @@ void CppFormatter::writeRendered(const std::string& text) { Tessel::writeRendere
 int CppFormatter::copyUpTo(const Cpp::SyntaxNode& node) {
     writer_.copyGap(node.start());
     return writer_.nextColumn();
+}
+
+// The same for the first node of a construct: tells the column from which its body is indented.
+int CppFormatter::copyUpToConstruct(const Cpp::SyntaxNode& node) {
+    const int column = copyUpTo(node);
+    return settings_.indentsFromLine ? textColumnOf(out()) : column;
 }
 
 void CppFormatter::pend(const OptionalText& whitespace) {
@@ -139,6 +158,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     const Cpp::SyntaxNode* previous = nullptr;
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
+        if (previous && settings_.betweenStatements.present) writeStatementGap(*previous, **child);
         (*child)->accept(*this);
         if (lastLabel_ == child->get()) child = formatBehindLabel(child, node.childEnd());
         previous = child->get();
@@ -146,6 +166,22 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     // What a template header left for a declaration that never came is not for the next one outside.
     templateColumn_.reset();
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+// Between two statements, or declarations, on one line: `a();b();`.
+void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next) {
+    const auto isTrivia = [](const Cpp::SyntaxNode& node) {
+        return dynamic_cast<const Cpp::CommentNode*>(&node) || dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
+    };
+    if (isTrivia(previous) || isTrivia(next)) return;
+    const std::string_view gap = gapBefore(next);
+    const std::string_view blanks = trailingBlanks(gap);
+    if (writer_.holdsOpaque(gap) || blanks.find('\n') != std::string_view::npos) return;
+    // A stray ";" is no node.
+    const char last = blanks.size() < gap.size() ? gap[gap.size() - blanks.size() - 1] : writer_.peekBehind();
+    const bool isEnd = last == ';' || last == '}';
+    if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
+    writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(settings_.betweenStatements.text));
 }
 
 void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
@@ -275,10 +311,16 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
 // A head, and a body whose contents are indented from the column at which the head began.
 void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body,
                                      const OptionalText& beforeOpen, bool isKept) {
-    BaseColumnScope base(*this, head ? copyUpTo(*head) : indentColumn());
+    BaseColumnScope base(*this, head ? copyUpToConstruct(*head) : indentColumn());
     if (head) head->accept(*this);
     if (!body) return;
     formatBody(*body, head ? beforeOpen : kAsInInput, isKept && head, [&] { body->accept(*this); });
+}
+
+// The white space in front of a node that begins a line of the source.
+std::string_view CppFormatter::indentInSource(const Cpp::SyntaxNode& node) const {
+    const std::string_view before = source_.text().substr(0, offsetOf(source_, node.start()) - 1);
+    return trailingBlanks(before.substr(before.rfind('\n') + 1));
 }
 
 void CppFormatter::visit(Cpp::CommentNode* comment) {
@@ -288,7 +330,7 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         const std::size_t start = out().text().size();
         const std::string_view region = writer_.readThrough(comment->end());
         if (settings_.keepsRegionIndent) {
-            out().startLine();
+            if (out().column() == 0) Tessel::writeRendered(indentInSource(*comment), out());
             Tessel::writeRendered(region, out());
         } else {
             writer_.writeProtected(region);

@@ -4,6 +4,9 @@
 // {
 //     …
 // }
+#include <algorithm>
+#include <iterator>
+
 #include "cpp/characters.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
@@ -26,9 +29,33 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
 }
 
+// `void SYMBOL(f)(int a)`: what stands in front of the "(" makes the name.
+bool isNamedByMacro(std::string_view type) {
+    const std::size_t blank = type.rfind(' ');
+    return blank != std::string_view::npos && Cpp::isUpperCase(type.substr(blank + 1));
+}
+
+// "virtual inline", in front of a constructor, a destructor or a conversion.
+bool isSpecifiers(std::string_view type) {
+    constexpr std::string_view words[] = {"explicit", "virtual", "inline",    "static",    "friend",
+                                          "extern",   "constexpr", "consteval", "constinit"};
+    while (!type.empty()) {
+        const std::string_view word = type.substr(0, type.find(' '));
+        if (std::find(std::begin(words), std::end(words), word) == std::end(words)) return false;
+        type.remove_prefix(std::min(word.size() + 1, type.size()));
+    }
+    return true;
+}
+
 // What stands behind parameters begins with a word, or with the type that is returned.
 bool startsWithQualifier(std::string_view tail) {
     return tail.starts_with("->") || (!tail.empty() && Cpp::isNameStart(tail.front()));
+}
+
+// `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
+bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
+    const std::size_t last = tail.find_last_not_of("; \t\n");
+    return !head.returnType() && tail.starts_with("->") && tail[last] == ')';
 }
 
 }  // namespace
@@ -114,44 +141,60 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         writeKeptBreak(blanks);
         rest.remove_prefix(blanks.size());
     }
-    rest = writeGapBeforeQualifier(rest);
+    rest = writeGapBehindParameters(*head, rest);
     if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
     if (oldParameters) oldParameters->accept(*this);
     return base;
 }
 
-// Where a word follows the ")" that the rest of a head begins with. Returns what is left to be written.
-std::string_view CppFormatter::writeGapBeforeQualifier(std::string_view rest) {
+// Where a word, or the type that is returned, follows the ")" that the rest of a head begins with. Returns what is left
+// to be written.
+std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest) {
+    if (!rest.starts_with(')')) return rest;
     const OptionalText& wanted = settings_.beforeFunctionQualifier;
-    if (!wanted.present || !rest.starts_with(')')) return rest;
     const std::string_view blanks = leadingBlanks(rest.substr(1));
     const std::string_view tail = rest.substr(1 + blanks.size());
-    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    if (callsMember(head, tail)) {
+        out().write(")");
+        return rest.substr(1);
+    }
+    if (!wanted.present || !startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
     out().write(")");
     out().writeVerbatim(wanted.text);
-    return tail;
+    if (!tail.starts_with("->")) return tail;
+    out().write("->");
+    const std::string_view type = tail.substr(2);
+    const OptionalText& apart = exprFormatter_.settings().afterOperator;
+    if (!apart.present || isLineBreak(leadingBlanks(type))) return type;
+    out().writeVerbatim(apart.text);
+    return trimLeft(type);
 }
 
 // Writes what stands in front of the name. Returns the column of the head's first character.
 int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     const Cpp::FunctionHeadNode& head = *declaration.head();
     if (!head.returnType()) {
-        const int column = copyUpTo(*head.name());
-        if (alignsName(declaration, {})) pad(columns_.functionNames.at(&declaration), {});
+        const int column = copyUpToConstruct(*head.name());
+        if (!alignsName(declaration, {})) return column;
+        pad(columns_.functionNames.at(&declaration), {});
         return out().column() > 0 ? writer_.nextColumn() : column;
     }
-    const int column = copyUpTo(*head.returnType());
+    const int column = copyUpToConstruct(*head.returnType());
     const std::string_view type = writer_.readGap(head.name()->start());
     if (alignsName(declaration, type)) {
         writeAlignedType(type, columns_.functionNames.at(&declaration));
     } else {
-        const bool isMacro =
-            settings_.keepsUnrecognized && isItemByItself(head.returnType()->text(), head.name()->text());
+        const std::string& words = head.returnType()->text();
+        const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
         const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
+        // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
+        const bool isSpecifier =
+            settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(words);
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
-        writeType(type, isKept ? kLineFeed : staysOnLine ? kAsInInput : wanted, !settings_.keepsFunctions);
+        const OptionalText& between = isKept ? kLineFeed : isSpecifier ? kBlank : staysOnLine ? kAsInInput : wanted;
+        writeType(type, between, !settings_.keepsFunctions);
     }
     return column;
 }
@@ -171,7 +214,7 @@ void CppFormatter::visit(Cpp::ParameterNode* parameter) {
 void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
-    const int column = copyUpTo(*declaration);
+    const int column = copyUpToConstruct(*declaration);
     BaseColumnScope base(*this, templateColumn.value_or(column));
     if (declaration->returnType()) copyThrough(*declaration->returnType());
     if (declaration->name()) {
@@ -190,7 +233,9 @@ void CppFormatter::writeDeclaratorOpening(std::string_view opening,
                                           const Cpp::FunctionPtrDeclNode& declaration) {
     const OptionalText& wanted = settings_.afterDeclarationReturnType;
     const std::string_view declarator = trimLeft(opening);
-    const bool spacesType = wanted.present && declaration.returnType() && declarator.starts_with('(') &&
+    const bool isNamed = settings_.keepsUnrecognized && declarator.size() == opening.size() &&
+                         declaration.returnType() && isNamedByMacro(declaration.returnType()->text());
+    const bool spacesType = wanted.present && !isNamed && declaration.returnType() && declarator.starts_with('(') &&
                             !TypeText(declaration.returnType()->text()).hasMarks();
     if (spacesType) {
         out().writeVerbatim(wanted.text);

@@ -32,6 +32,9 @@ HangingLines::HangingLines(const std::vector<ExprToken>& tokens, Text text, int 
     level.kind = text == Text::List ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
+    if (!indents.operand.present) return;
+    chains_.emplace(tokens, text == Text::List);
+    columns_.resize(tokens.size(), kNone);
 }
 
 int HangingLines::columnFor(std::size_t place) const {
@@ -51,10 +54,21 @@ int HangingLines::columnFor(std::size_t place) const {
         return level.chain != kNone ? level.chain : wrapped(columnOfElement(level));
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
+    if (const int column = columnInChain(next); column != kNone) return column;
     if (kind == Cpp::Colon && level.question != kNone) return level.question;
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
     return columnInLevel(level);
+}
+
+// For an operator, or the operand behind one; kNone for anything else.
+int HangingLines::columnInChain(std::size_t place) const {
+    if (!chains_) return kNone;
+    const OperandChains::Chain* chain = chains_->of(place);
+    if (!chain && previous_ != kNoToken) chain = chains_->of(previous_);
+    if (!chain || columns_[chain->start] == kNone) return kNone;
+    const int column = columns_[chain->start];
+    return chain->isIndented ? columnAfter(indents_.operand.text, column, tabSize_) : column;
 }
 
 int HangingLines::columnInLevel(const Level& level) const {
@@ -99,6 +113,7 @@ bool HangingLines::continuesLiteral(std::size_t place) const {
 
 void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (startsLine) lineColumn_ = column;
+    if (chains_) columns_[place] = column;
     if (isTrivia(place)) return passComment(place, column);
     while (levels_.size() > 1 && levels_.back().close == place) levels_.pop_back();
     passInLevel(place, column);

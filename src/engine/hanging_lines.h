@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/operand_chains.h"
 #include "engine/optional_text.h"
 
 namespace Tessel {
@@ -12,6 +14,7 @@ namespace Tessel {
 struct HangingIndents {
     OptionalText wrap;  // WRAP_INDENT
     OptionalText data;  // INDENT_DD_CONTENT, for those behind a "{"
+    OptionalText operand;  // HANGING_OPERAND_INDENT
 };
 
 // Where the lines hang that the author has begun inside a text, one sweep over its tokens:
@@ -25,6 +28,9 @@ struct HangingIndents {
 //            .add(2);          at the first "." of a chain; the same for "<<", "?:" and literals
 //     call(
 //         first);              from the line, by WRAP_INDENT
+//     return first ||
+//            second &&         behind the operand, by HANGING_OPERAND_INDENT, where that is part of another one, or one
+//                third;        of several elements, or in front of "?"
 class HangingLines {
 public:
     enum class Text { Statement, List };
@@ -63,6 +69,7 @@ private:
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t skipTrivia(std::size_t place) const;
+    int columnInChain(std::size_t place) const;
     int columnInLevel(const Level& level) const;
     int columnOfElement(const Level& level) const;
     int columnOfContents(const Level& level) const;
@@ -76,6 +83,8 @@ private:
     const HangingIndents& indents_;
     int tabSize_;
     std::vector<Level> levels_;
+    std::optional<OperandChains> chains_;  // where they are asked for
+    std::vector<int> columns_;             // of the tokens then
     int lineColumn_;
     int literalColumn_ = kNone;        // of the first of the literals that follow each other
     std::size_t previous_ = kNoToken;  // the last token that is no comment or directive

@@ -148,10 +148,13 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
+    const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {
         writeKeptBreak(gap);
     } else if (afterOpen.present) {
         writer_.writeMerged(gap, afterOpen.text);
+    } else if (isJoined) {
+        writer_.writeMerged(gap, {});
     } else {
         writer_.write(gap);
     }

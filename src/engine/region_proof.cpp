@@ -2,24 +2,15 @@
 
 #include <algorithm>
 
-#include "engine/gap.h"
+#include "engine/side_by_side.h"
 
 namespace Tessel {
 
 namespace {
 
-// The two texts side by side: what both have gone through differs in white space only.
-class Sides {
+class Sides : public SideBySide {
 public:
-    Sides(std::string_view source, std::string_view result) : source_(source), result_(result) {}
-
-    // Up to the token at `offset` of the source. A region that lies in one that has been compared is behind.
-    void goTo(std::size_t offset) {
-        while (sourcePlace_ < offset) {
-            if (!isWhitespace(source_[sourcePlace_++])) passCharacterOfResult();
-        }
-        skipWhitespaceOfResult();
-    }
+    using SideBySide::SideBySide;
 
     // Goes through the source up to `end`. Stops in front of a line that differs.
     bool compareLines(std::size_t end) {
@@ -35,18 +26,7 @@ public:
         return true;
     }
 
-    std::size_t sourcePlace() const { return sourcePlace_; }
-
 private:
-    void skipWhitespaceOfResult() {
-        while (resultPlace_ < result_.size() && isWhitespace(result_[resultPlace_])) ++resultPlace_;
-    }
-
-    void passCharacterOfResult() {
-        skipWhitespaceOfResult();
-        ++resultPlace_;
-    }
-
     // Behind the line end in both texts, and the blanks that follow it.
     bool startLine() {
         if (resultPlace_ >= result_.size() || result_[resultPlace_] != '\n') return false;
@@ -59,11 +39,6 @@ private:
         while (place < text.size() && text[place] != '\n' && isWhitespace(text[place])) ++place;
         return place;
     }
-
-    std::string_view source_;
-    std::string_view result_;
-    std::size_t sourcePlace_ = 0;
-    std::size_t resultPlace_ = 0;
 };
 
 }  // namespace
@@ -72,6 +47,7 @@ std::optional<std::size_t> findChangedLine(std::string_view source, const KeptRe
                                            std::string_view result) {
     Sides sides(source, result);
     for (const KeptRegion& region : regions) {
+        // One that lies in a region that has been compared is behind.
         sides.goTo(region.start);
         if (!sides.compareLines(region.end)) return sides.sourcePlace();
     }

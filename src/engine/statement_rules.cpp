@@ -82,7 +82,7 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     } else if (chainingElseIf_) {
         writeElseIfGap(writer_.readGap(statement->start()));
     } else {
-        base = copyUpTo(*statement);
+        base = copyUpToConstruct(*statement);
     }
     BaseColumnScope scope(*this, base);
     const auto format = [&] { formatParts(*statement); };
@@ -253,8 +253,8 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
     IndentScope indent(out(), labelIndent(settings_.caseIndent));
     const std::string_view gap = writer_.readGap(label->start());
     const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
-    if (followsText && settings_.afterCaseLabel.hasLineFeed() && !settings_.keepsOneLineStatements) {
-        writer_.writeMerged(gap, "\n");
+    if (followsText && settings_.afterCaseLabel.hasLineFeed()) {
+        writer_.writeMerged(gap, settings_.keepsOneLineStatements ? " " : "\n");
     } else {
         writer_.write(gap);
     }

@@ -13,7 +13,7 @@ std::optional<int> CppFormatter::takeTemplateColumn() { return std::exchange(tem
 
 void CppFormatter::visit(Cpp::TemplateNode* header) {
     applyPendingWhitespace(*header);
-    const int column = copyUpTo(*header);
+    const int column = copyUpToConstruct(*header);
     if (!templateColumn_) templateColumn_ = column;
     if (header->keyword()) copyThrough(*header->keyword());
     if (header->parameters()) formatTemplateParameters(*header->parameters());

@@ -163,7 +163,7 @@ private:
     bool compareText(int kind, std::string_view text) {
         if (!mayMoveLines(kind, text)) return compareExactly(text);
         const std::size_t start = result_.place;
-        if (compareLines(text)) return true;
+        if (compareLines(kind, text)) return true;
         result_.place = start;
         return kind == Cpp::Directive && compareConverted(text);
     }
@@ -186,20 +186,20 @@ private:
         return true;
     }
 
-    // Whether the blanks at the end of a line hold apart what is not to join: a "/" and the comment behind a
-    // directive, or a backslash and the line end.
-    static bool blanksCount(std::string_view line, bool isLast) {
+    // Whether the blanks at the end of a line hold apart what is not to join: a backslash and the line end, or a "/"
+    // and the comment behind a directive.
+    static bool blanksCount(int kind, std::string_view line, bool isLast) {
         const std::string_view trimmed = trimRight(line);
-        return (isLast && trimmed.ends_with('/')) || trimmed.ends_with('\\');
+        return (isLast && kind == Cpp::Directive && trimmed.ends_with('/')) || trimmed.ends_with('\\');
     }
 
     // A comment or directive, line by line.
-    bool compareLines(std::string_view text) {
+    bool compareLines(int kind, std::string_view text) {
         for (bool isFirst = true; !text.empty(); isFirst = false) {
             const std::size_t lineFeed = text.find('\n');
             const std::string_view line = text.substr(0, lineFeed);
             const std::string_view kept =
-                blanksCount(line, lineFeed == std::string_view::npos) ? line : trimRight(line);
+                blanksCount(kind, line, lineFeed == std::string_view::npos) ? line : trimRight(line);
             if (!compareExactly(isFirst ? kept : trimLeft(kept))) return false;
             if (lineFeed == std::string_view::npos) return true;
             if (!endLine()) return false;

@@ -30,7 +30,7 @@ std::ptrdiff_t lineEnds(std::string_view text) {
 CppExprLineWrapper::CppExprLineWrapper(const PropertySet& scheme, const Zelmor::TextDocument* source)
     : CppExprFormatterBase(scheme, source),
       settings_(CppExprFormatterBase::scheme()),
-      text_(settings_.tabSize, settings_.rightMargin) {}
+      text_(settings_.tabSize, settings_.rightMargin, settings_.weighsBreaks()) {}
 
 std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& state,
                                      const WrapContext& context) {
@@ -42,8 +42,10 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
         if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
         const TokenRange operand = isDeclaratorList ? wholeText() : withoutPrefixes();
         const int prefixEnd = text_.measure({0, operand.first}, column).column;
-        layout.breakExpression(operand,
-                               operand.first == 0 ? column : text_.columnOf(operand.first, prefixEnd));
+        const int start = operand.first == 0 ? column : text_.columnOf(operand.first, prefixEnd);
+        const bool followsAssignment =
+            operand.first > 0 && isIn(TokenClasses::assignmentTokens, text_.kindAt(operand.first - 1));
+        layout.breakWithLastResort(operand, start, followsAssignment);
     }
     return render(state);
 }
@@ -58,7 +60,11 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
     const int column = firstColumn(state);
     if (settings_.lists != ListStrategy::Keep && layout.isTooLong(wholeText(), column)) {
         if (settings_.lists == ListStrategy::Pack) {
-            layout.packList(wholeText(), column);
+            if (context.isInParentheses) {
+                layout.packWithLastResort(wholeText(), column);
+            } else {
+                layout.packList(wholeText(), column);
+            }
         } else {
             layout.breakExpression(wholeText(), column);
         }
@@ -98,6 +104,11 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
         const ExprToken& token = tokens[place];
         const int kind = token.token.kind;
         if (token.role == ExprRole::TemplateOpen || token.role == ExprRole::TemplateClose) continue;
+        if (settings_.weighsBreaks() && kind == Cpp::OpenBracket && token.partner != kNoToken) {
+            place = token.partner;
+            continue;
+        }
+        if (settings_.weighsBreaks() && isIn(TokenClasses::comparisonTokens, kind)) break;
         if (isIn(TokenClasses::binaryTokens, kind) || isIn(TokenClasses::logicalTokens, kind)) break;
         if (token.partner != kNoToken) closing = std::max(closing, token.partner);
         if (isIn(TokenClasses::assignmentTokens, kind) && place >= closing) {

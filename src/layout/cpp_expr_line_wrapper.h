@@ -16,6 +16,7 @@ struct WrapContext {
     int trailingWidth = 0;         // of what follows the text and has to stay on its last line
     bool contentIndented = false;  // the state's indentation is that of the content already
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
+    bool isInParentheses = false;  // the text is all that stands in them
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };

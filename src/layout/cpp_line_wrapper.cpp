@@ -6,6 +6,7 @@
 #include "cpp/token_kind.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
+#include "engine/shown_width.h"
 #include "layout/protected_text.h"
 #include "layout/wrap_scopes.h"
 #include "scheme/property_keys.h"
@@ -44,7 +45,10 @@ void CppLineWrapper::findLongLines() {
     std::string_view rest = source();
     for (int line = 1; !rest.empty(); ++line) {
         const std::size_t length = std::min(rest.find('\n'), rest.size());
-        if (columnAfter(rest.substr(0, length), 0, wrap.tabSize) > wrap.rightMargin)
+        const std::string_view text = rest.substr(0, length);
+        const int bytes = columnAfter(text, 0, wrap.tabSize);
+        const bool mayBeLong = bytes > wrap.rightMargin;
+        if (mayBeLong && (!wrap.weighsBreaks() || shownColumnAfter(text, 0, wrap.tabSize) > wrap.rightMargin))
             longLines_.push_back(line);
         rest.remove_prefix(std::min(length + 1, rest.size()));
     }
@@ -59,6 +63,11 @@ bool CppLineWrapper::needsWrapping(Position start, Position end) const {
 int CppLineWrapper::copyToColumnOf(const Cpp::SyntaxNode& node) {
     copyUpTo(node);
     return out_.column();
+}
+
+int CppLineWrapper::copyToConstruct(const Cpp::SyntaxNode& node) {
+    const int column = copyToColumnOf(node);
+    return settings_.indentsFromLine ? out_.textColumn() : column;
 }
 
 bool CppLineWrapper::copyUnlessLong(const Cpp::SyntaxNode& node) {
@@ -105,7 +114,8 @@ int CppLineWrapper::widthBehind(std::string_view text) const {
         const std::size_t behind = endsStatement ? 0 : separator + 1;
         rest = rest.substr(0, std::min(rest.find_first_not_of(")]};", behind), rest.size()));
     }
-    return static_cast<int>(trimRight(rest).size());
+    rest = trimRight(rest);
+    return wrapper_.settings().weighsBreaks() ? shownColumnAfter(rest, 0, 1) : static_cast<int>(rest.size());
 }
 
 void CppLineWrapper::visit(Cpp::RootNode* root) {

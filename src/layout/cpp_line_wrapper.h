@@ -94,6 +94,8 @@ private:
     void copyUpTo(const Cpp::SyntaxNode& node) { copy(readGap(in_, node.start())); }
     // Copies up to the node. Returns the column of its first character.
     int copyToColumnOf(const Cpp::SyntaxNode& node);
+    // The same for the first node of a construct. Returns the column from which what is in it is indented.
+    int copyToConstruct(const Cpp::SyntaxNode& node);
     // Copies a node that no long line runs through, and says so.
     bool copyUnlessLong(const Cpp::SyntaxNode& node);
 
@@ -115,7 +117,7 @@ private:
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators);
-    void wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode);
+    void wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode, bool isInParentheses = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);

@@ -33,7 +33,7 @@ bool holdsDeclarators(std::string_view name) {
 void CppLineWrapper::wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(declaration)) return;
-    const int column = head ? copyToColumnOf(*head) : columnAfter(out_.indent(), 0, out_.tabSize());
+    const int column = head ? copyToConstruct(*head) : columnAfter(out_.indent(), 0, out_.tabSize());
     BaseColumnScope base(*this, templateColumn.value_or(column));
     if (head) head->accept(*this);
     if (body) body->accept(*this);
@@ -96,7 +96,7 @@ void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
                                   Cpp::InitializerListNode* initializers) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(declaration)) return;
-    const int column = declaration.head() ? copyToColumnOf(*declaration.head()) : baseColumn();
+    const int column = declaration.head() ? copyToConstruct(*declaration.head()) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
     if (declaration.head()) wrapFunctionHead(*declaration.head());
     if (initializers) initializers->accept(*this);
@@ -115,7 +115,7 @@ void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head) {
 void CppLineWrapper::visit(Cpp::FunctionPtrDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(*declaration)) return;
-    const int column = copyToColumnOf(*declaration);
+    const int column = copyToConstruct(*declaration);
     if (declaration->parameters()) {
         BaseColumnScope base(*this, templateColumn.value_or(column));
         copyUpTo(*declaration->parameters());
@@ -128,7 +128,7 @@ void CppLineWrapper::visit(Cpp::FunctionPtrDeclNode* declaration) {
 void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(*declaration)) return;
-    const int column = declaration->type() ? copyToColumnOf(*declaration) : baseColumn();
+    const int column = declaration->type() ? copyToConstruct(*declaration) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
     if (declaration->tail() && !declaration->tail()->bodies().empty()) {

@@ -1,6 +1,8 @@
 #include "layout/expr_layout.h"
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 #include <utility>
 
 #include "cpp/token_kind.h"
@@ -19,8 +21,13 @@ ExprLayout::ExprLayout(WrapText& text, const WrapSettings& settings, int indentC
     : text_(text),
       settings_(settings),
       indentColumn_(indentColumn),
+      lineColumn_(indentColumn),
       places_(text, settings, clauses) {
-    text_.setLineChances(places_.chances());
+    const std::vector<bool> chances = places_.chances();
+    text_.setLineChances(chances);
+    chances_.resize(chances.size() + 1);
+    std::transform_inclusive_scan(chances.begin(), chances.end(), chances_.begin() + 1, std::plus<>(),
+                                  [](bool isChance) { return isChance ? 1 : 0; });
 }
 
 bool ExprLayout::isTooLong(TokenRange range, int column) const {
@@ -33,22 +40,22 @@ bool ExprLayout::holdsElements(TokenRange range) {
 }
 
 void ExprLayout::breakExpression(TokenRange range, int column) {
-    const Region region{range, indentColumn_, column, 0, atIndent_};
+    const Region region{range, indentColumn_, column, 0, atIndent_, false};
     layCallsOrRegion(region, column);
 }
 
 void ExprLayout::packList(TokenRange range, int column) {
     if (settings_.comma == SeparatorPlace::None) return;
-    const Region region{range, indentColumn_, column, 0, atIndent_};
+    const Region region{range, indentColumn_, column, 0, atIndent_, false};
     if (!canBreak(region)) return;
     alignOwnLines(region);
     if (!packPieces(region, range, column, places_.separatorsOf(Class::Comma), std::nullopt, false)) {
-        layPiece(region, range, column, Class::Shift);
+        layPiece(region, range, column, Class::Conditional);
     }
 }
 
 void ExprLayout::breakForClauses(TokenRange range, int column) {
-    const Region region{range, column, column, 0, true};
+    const Region region{range, column, column, 0, true, false};
     if (!canBreak(region)) return;
     alignOwnLines(region);
     layPiece(region, range, column, Class::Clause);
@@ -63,22 +70,65 @@ int ExprLayout::layRegion(Region region, int column) {
     region.alignment = region.depth == 0 ? alignment_.value_or(column) : column;
     if (!canBreak(region)) return measured(range, column);
     alignOwnLines(region);
-    if (const auto end = breakAll(region, range, column, places_.separatorsOf(Class::Comma))) return *end;
-    return layPiece(region, range, column, Class::Shift);
+    if (const auto end = breakElements(region, column)) return *end;
+    return layPiece(region, range, column, Class::Conditional);
+}
+
+// At the commas of a region.
+std::optional<int> ExprLayout::breakElements(const Region& region, int column) {
+    const Separators commas = places_.separatorsOf(Class::Comma);
+    switch (region.isCall ? settings_.callArguments() : ListStrategy::Cascade) {
+        case ListStrategy::Keep: return std::nullopt;
+        case ListStrategy::Pack: return packPieces(region, region.range, column, commas, std::nullopt, false);
+        default: return breakAll(region, region.range, column, commas);
+    }
 }
 
 // Breaks what does not fit, beginning with the separators of class `from`. Returns the column behind the
 // piece.
 int ExprLayout::layPiece(const Region& region, TokenRange piece, int column, Class from) {
     if (fits(region, piece, column)) return text_.measure(piece, column).column;
-    for (Class separatorClass = from; separatorClass != Class::None;
-         separatorClass = LinePlaces::behind(separatorClass)) {
-        const auto end = separatorClass == Class::Shift
-                             ? packShifts(region, piece, column)
-                             : breakAll(region, piece, column, places_.separatorsOf(separatorClass));
-        if (end) return *end;
+    const bool hasGroups = nextGroup(piece.first, piece.last) < piece.last;
+    const Class last = settings_.weighsBreaks() && hasGroups ? Class::Comparison : Class::None;
+    if (const auto end = breakAtFirst(region, piece, column, from, last)) return *end;
+    if (last == Class::None) return layGroups(region, piece, column);
+    return layGroupsOrWeak(region, piece, column);
+}
+
+// At the weakest separators that there are, of those from one class up to another.
+std::optional<int> ExprLayout::breakAtFirst(const Region& region, TokenRange piece, int column, Class from,
+                                            Class last) {
+    for (Class separatorClass = from; separatorClass < last; separatorClass = LinePlaces::behind(separatorClass)) {
+        if (separatorClass >= Class::Cast && !breaksCasts_) break;
+        if (const auto end = breakAt(region, piece, column, separatorClass)) return end;
     }
-    return layGroups(region, piece, column);
+    return std::nullopt;
+}
+
+// In the brackets of a piece; where that does not serve, at comparisons or behind casts.
+int ExprLayout::layGroupsOrWeak(const Region& region, TokenRange piece, int column) {
+    const std::size_t undoCount = text_.lineStartCount();
+    const bool overflowedBefore = std::exchange(overflows_, false);
+    int end = layGroups(region, piece, column);
+    if (overflows_ && attempts_ > 0) {
+        --attempts_;
+        text_.undoLineStarts(undoCount);
+        overflows_ = false;
+        const auto weak = breakAtFirst(region, piece, column, Class::Comparison, Class::None);
+        end = weak ? *weak : layGroups(region, piece, column);
+    }
+    overflows_ = overflows_ || overflowedBefore;
+    return end;
+}
+
+std::optional<int> ExprLayout::breakAt(const Region& region, TokenRange piece, int column, Class separatorClass) {
+    if (separatorClass == Class::Shift) return packShifts(region, piece, column);
+    const Separators separators = places_.separatorsOf(separatorClass);
+    const bool isOperator = separatorClass >= Class::Logical && separatorClass <= Class::Factor;
+    if (isOperator && settings_.fillsOperands()) {
+        return packPieces(region, piece, column, separators, std::nullopt, false);
+    }
+    return breakAll(region, piece, column, separators);
 }
 
 std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, int column,
@@ -90,8 +140,10 @@ std::optional<int> ExprLayout::breakAll(const Region& region, TokenRange piece, 
     int end = layPiece(region, {piece.first, line}, column, inside);
     while (line != kNoToken) {
         const std::size_t next = places_.nextLine(separators, region.range, piece, separator, separator + 1);
-        const int start = begin(line, lineStart(region, line, separators.leadsLine));
-        end = layPiece(region, {line, std::min(next, piece.last)}, start, inside);
+        const TokenRange part{line, std::min(next, piece.last)};
+        const LineStart start = lineStart(region, line, separators.leadsLine);
+        const int place = servesNothing(region, part, start) ? text_.columnOf(line, end) : begin(line, start);
+        end = layPiece(region, part, place, inside);
         line = next;
     }
     return end;
@@ -127,7 +179,8 @@ std::optional<int> ExprLayout::packPieces(const Region& region, TokenRange whole
         if (!text_.startsOwnLine(first) && fits(region, piece, pieceColumn)) {
             end = text_.measure(piece, pieceColumn).column;
         } else {
-            pieceColumn = begin(first, start ? *start : lineStart(region, first, separators.leadsLine));
+            const LineStart line = start ? *start : lineStart(region, first, separators.leadsLine);
+            if (!servesNothing(region, piece, line)) pieceColumn = begin(first, line);
             end = layPiece(region, piece, pieceColumn, inside);
         }
         if (isSecond && alignsToSecond) start->column = pieceColumn;
@@ -160,7 +213,8 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
                   region.indent,
                   0,
                   region.depth + 1,
-                  isBraced && region.startsAtIndent};
+                  isBraced && region.startsAtIndent,
+                  false};
     // As the elements of any initializer: `.size = {`.
     const bool isIndented =
         text_.tokens()[open].role == ExprRole::BraceOpen || opensBlock(text_.tokens(), open);
@@ -168,6 +222,7 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
         inside.indent = columnAfter(settings_.dataIndent.text, region.indent, settings_.tabSize);
     }
     const bool isCallGroup = isCall(open, at);
+    inside.isCall = isCallGroup;
     if (isCallGroup) {
         const std::size_t name = open - 1;
         if (name > at) column = text_.columnOf(name, measured({at, name}, column));
@@ -178,9 +233,74 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
     text_.placeBracket(open, column - 1);
     if (!inside.range.empty()) {
         column = text_.columnOf(open + 1, column);
-        column = isCallGroup || isBraced ? layRegion(inside, column) : layCallsOrRegion(inside, column);
+        column = isBraced ? layRegion(inside, column) : layParentheses(inside, region, column);
     }
     return text_.columnOf(inside.range.last, column);
+}
+
+// What stands in parentheses; as a last resort from a line of its own on.
+int ExprLayout::layParentheses(const Region& inside, const Region& around, int column) {
+    const auto lay = [&](const Region& region, int start) {
+        return inside.isCall ? layRegion(region, start) : layCallsOrRegion(region, start);
+    };
+    const std::size_t first = inside.range.first;
+    const std::size_t undoCount = text_.lineStartCount();
+    const bool overflowedBefore = std::exchange(overflows_, false);
+    int end = lay(inside, column);
+    if (overflows_ && opensLines_ && attempts_ > 0 && !text_.startsOwnLine(first)) {
+        --attempts_;
+        text_.undoLineStarts(undoCount);
+        overflows_ = false;
+        Region below = inside;
+        below.indent = around.depth == 0 ? lineColumn_ : around.alignment;
+        const LineStart start = indentedStart(below.indent);
+        end = lay(below, begin(first, start));
+        if (overflows_) {
+            text_.undoLineStarts(undoCount);
+            end = lay(inside, column);
+        }
+    }
+    overflows_ = overflows_ || overflowedBefore;
+    return end;
+}
+
+LineStart ExprLayout::indentedStart(int column) const {
+    return {columnAfter(settings_.wrapIndent.text, column, settings_.tabSize), true, column};
+}
+
+// The ways to bring a text within the margin, the next one where one does not: to break it as any; to begin a line
+// behind the "=" in front of it, behind parentheses, or both; to break it behind casts, too.
+void ExprLayout::breakWithLastResort(TokenRange range, int column, bool followsAssignment) {
+    breaksCasts_ = !settings_.breaksAsLastResort;
+    breakExpression(range, column);
+    if (!settings_.breaksAsLastResort || !overflows_) return;
+    const auto attempt = [&](bool atStart, bool opensLines) {
+        text_.undoLineStarts(0);
+        overflows_ = false;
+        opensLines_ = opensLines;
+        attempts_ = kMostAttempts;
+        lineColumn_ = indentColumn_;
+        if (atStart) lineColumn_ = begin(range.first, indentedStart(indentColumn_));
+        breakExpression(range, atStart ? lineColumn_ : column);
+        return !overflows_;
+    };
+    if (followsAssignment && attempt(true, false)) return;
+    if (attempt(false, true)) return;
+    if (followsAssignment && attempt(true, true)) return;
+    breaksCasts_ = true;
+    attempt(false, false);
+}
+
+// The same for a list: a line may begin in front of its first element.
+void ExprLayout::packWithLastResort(TokenRange range, int column) {
+    packList(range, column);
+    if (!settings_.breaksAsLastResort || !overflows_ || text_.startsOwnLine(range.first)) return;
+    text_.undoLineStarts(0);
+    overflows_ = false;
+    packList(range, begin(range.first, indentedStart(indentColumn_)));
+    if (!overflows_) return;
+    text_.undoLineStarts(0);
+    packList(range, column);
 }
 
 // Breaks nothing but the calls that stand in the region itself, when that makes everything fit.
@@ -261,6 +381,13 @@ bool ExprLayout::fits(const Region& region, TokenRange piece, int column) const 
     return text_.fits(piece, column, tailBehind(region, piece.last));
 }
 
+// Whether a line that begins with the piece would be too long all the same.
+bool ExprLayout::servesNothing(const Region& region, TokenRange piece, LineStart start) const {
+    if (!settings_.weighsBreaks() || text_.startsOwnLine(piece.first)) return false;
+    const bool isBreakable = chances_[piece.last] > chances_[piece.first + 1];
+    return !isBreakable && !fits(region, piece, start.column);
+}
+
 // The column behind the range.
 int ExprLayout::measured(TokenRange range, int column) {
     const Extent extent = text_.measure(range, column);
@@ -273,11 +400,16 @@ bool ExprLayout::isCall(std::size_t open, std::size_t from) const {
     return text_.kindAt(open) == Cpp::OpenParen && open > from && text_.kindAt(open - 1) == Cpp::Identifier;
 }
 
-// The next "(" or "{" with its partner in front of `last`. Brackets of other kinds are looked into.
+// The next "(" or "{" with its partner in front of `last`. Brackets of other kinds are looked into, but for "[ ]"
+// where breaks are weighed.
 std::size_t ExprLayout::nextGroup(std::size_t from, std::size_t last) const {
     for (std::size_t place = from; place < last; ++place) {
         const int kind = text_.kindAt(place);
         const std::size_t partner = text_.tokens()[place].partner;
+        if (settings_.weighsBreaks() && kind == Cpp::OpenBracket && partner != kNoToken && partner < last) {
+            place = partner;
+            continue;
+        }
         const bool isGroup = kind == Cpp::OpenParen || kind == Cpp::OpenBrace;
         if (isGroup && partner != kNoToken && partner > place && partner < last) return place;
     }

@@ -50,11 +50,17 @@ public:
     bool holdsElements(TokenRange range);
     void breakExpression(TokenRange range, int column);
     void packList(TokenRange range, int column);
+    // With WRAP_LAST_RESORT.
+    void breakWithLastResort(TokenRange range, int column, bool followsAssignment);
+    void packWithLastResort(TokenRange range, int column);
     void breakForClauses(TokenRange range, int column);
 
 private:
     using Class = LinePlaces::Class;
     using Separators = LinePlaces::Separators;
+
+    // So many parts of a text are laid out anew, in another way, where the first does not serve.
+    static constexpr int kMostAttempts = 8;
 
     struct Region {
         TokenRange range;
@@ -62,12 +68,19 @@ private:
         int alignment = 0;  // that of its first token
         int depth = 0;
         bool startsAtIndent = false;  // whatever the style
+        bool isCall = false;          // its elements are the arguments of a call
     };
 
     int layRegion(Region region, int column);
+    int layParentheses(const Region& inside, const Region& around, int column);
+    LineStart indentedStart(int column) const;
     std::optional<int> layCalls(const Region& region, int column);
     int layCallsOrRegion(const Region& region, int column);
     int layPiece(const Region& region, TokenRange piece, int column, Class from);
+    std::optional<int> breakElements(const Region& region, int column);
+    std::optional<int> breakAtFirst(const Region& region, TokenRange piece, int column, Class from, Class last);
+    int layGroupsOrWeak(const Region& region, TokenRange piece, int column);
+    std::optional<int> breakAt(const Region& region, TokenRange piece, int column, Class separatorClass);
     std::optional<int> breakAll(const Region& region, TokenRange piece, int column, Separators separators);
     std::optional<int> packShifts(const Region& region, TokenRange piece, int column);
     std::optional<int> packPieces(const Region& region, TokenRange whole, int column, Separators separators,
@@ -81,6 +94,7 @@ private:
     int begin(std::size_t place, LineStart start);
     int tailBehind(const Region& region, std::size_t place) const;
     bool fits(const Region& region, TokenRange piece, int column) const;
+    bool servesNothing(const Region& region, TokenRange piece, LineStart start) const;
     int measured(TokenRange range, int column);
     bool isCall(std::size_t open, std::size_t from) const;
     std::size_t nextGroup(std::size_t from, std::size_t last) const;
@@ -89,12 +103,17 @@ private:
     WrapText& text_;
     const WrapSettings& settings_;
     int indentColumn_;
+    int lineColumn_;  // of the line that the text begins on
     LinePlaces places_;
+    std::vector<int> chances_;  // how many lines may begin in front of each token
     bool contentIndented_ = false;
     bool atIndent_ = false;
     std::optional<int> alignment_;
     bool callsOnly_ = false;  // finding out what breaking the calls of a region comes to
     bool overflows_ = false;  // some line came out too long
+    bool breaksCasts_ = true;
+    bool opensLines_ = false;  // lines may begin behind parentheses
+    int attempts_ = kMostAttempts;
 };
 
 }  // namespace Tessel

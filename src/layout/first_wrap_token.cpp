@@ -16,6 +16,10 @@ constexpr int kLogical[] = {Cpp::LogicalAnd, Cpp::LogicalOr};
 constexpr int kBinary[] = {Cpp::Colon,     Cpp::Slash,      Cpp::Plus,    Cpp::Minus,   Cpp::Percent,
                            Cpp::ShiftLeft, Cpp::ShiftRight, Cpp::Less,    Cpp::Greater, Cpp::Equal,
                            Cpp::NotEqual,  Cpp::Bar,        Cpp::Question};
+constexpr int kConditional[] = {Cpp::Question, Cpp::Colon};
+constexpr int kFactor[] = {Cpp::Asterisk, Cpp::Slash, Cpp::Percent, Cpp::Ampersand, Cpp::Caret};
+constexpr int kComparison[] = {Cpp::Less,  Cpp::Greater,  Cpp::LessEqual, Cpp::GreaterEqual,
+                              Cpp::Equal, Cpp::NotEqual};
 constexpr int kAssignment[] = {Cpp::Assign,      Cpp::AmpersandAssign, Cpp::AsteriskAssign,
                                Cpp::CaretAssign, Cpp::GreaterEqual,    Cpp::ShiftLeftAssign,
                                Cpp::LessEqual,   Cpp::MinusAssign,     Cpp::PercentAssign,
@@ -67,6 +71,9 @@ const TokenClass semicolonTokens(kSemicolon);
 const TokenClass shiftTokens(kShift);
 const TokenClass logicalTokens(kLogical);
 const TokenClass binaryTokens(kBinary);
+const TokenClass conditionalTokens(kConditional);
+const TokenClass factorTokens(kFactor);
+const TokenClass comparisonTokens(kComparison);
 const TokenClass assignmentTokens(kAssignment);
 }  // namespace TokenClasses
 

@@ -46,6 +46,9 @@ extern const TokenClass commaTokens;
 extern const TokenClass semicolonTokens;
 extern const TokenClass shiftTokens;
 extern const TokenClass logicalTokens;
+extern const TokenClass conditionalTokens;
+extern const TokenClass factorTokens;
+extern const TokenClass comparisonTokens;
 extern const TokenClass binaryTokens;
 extern const TokenClass assignmentTokens;
 }  // namespace TokenClasses

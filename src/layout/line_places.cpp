@@ -4,14 +4,27 @@
 
 namespace Tessel {
 
+namespace {
+
+// Of the operators that else are as good as any.
+bool hasOwnClass(int kind) {
+    return isIn(TokenClasses::comparisonTokens, kind) || isIn(TokenClasses::factorTokens, kind) ||
+           isIn(TokenClasses::conditionalTokens, kind);
+}
+
+}  // namespace
+
 LinePlaces::LinePlaces(const WrapText& text, const WrapSettings& settings, Clauses clauses)
     : text_(text),
       settings_(settings),
       clauses_(clauses),
       semicolons_(TokenClasses::semicolonTokens),
       commas_(TokenClasses::commaTokens),
+      conditionals_(TokenClasses::conditionalTokens),
       shifts_(TokenClasses::shiftTokens),
-      logicals_(TokenClasses::logicalTokens) {}
+      logicals_(TokenClasses::logicalTokens),
+      factors_(TokenClasses::factorTokens),
+      comparisons_(TokenClasses::comparisonTokens) {}
 
 std::vector<bool> LinePlaces::chances() const {
     const std::vector<ExprToken>& tokens = text_.tokens();
@@ -64,12 +77,18 @@ LinePlaces::Separators LinePlaces::separatorsOf(Class separatorClass) const {
             return {separatorClass, semicolons_, false};
         case Class::Comma:
             return {separatorClass, commas_, settings_.comma != SeparatorPlace::EndsLine};
+        case Class::Conditional:
+            return {separatorClass, conditionals_, true};
         case Class::Shift:
             return {separatorClass, shifts_, settings_.shift != SeparatorPlace::EndsLine};
         case Class::Logical:
             return {separatorClass, logicals_, operatorLeads};
         case Class::Binary:
             return {separatorClass, binaries_, operatorLeads};
+        case Class::Factor:
+            return {separatorClass, factors_, operatorLeads};
+        case Class::Comparison:
+            return {separatorClass, comparisons_, operatorLeads};
         case Class::Cast:
             return {separatorClass, casts_, false};
         default:
@@ -86,8 +105,12 @@ bool LinePlaces::isUsable(std::size_t place, Class separatorClass) const {
         case Class::Shift:
             return settings_.shift != SeparatorPlace::None;
         case Class::Binary:
-            return token.role == ExprRole::BinaryOperator &&
-                   !isIn(TokenClasses::shiftTokens, token.token.kind);
+            return token.role == ExprRole::BinaryOperator && !isIn(TokenClasses::shiftTokens, token.token.kind) &&
+                   !(settings_.weighsBreaks() && hasOwnClass(token.token.kind));
+        case Class::Conditional:
+        case Class::Factor:
+        case Class::Comparison:
+            return token.role == ExprRole::BinaryOperator && settings_.weighsBreaks();
         default:
             return true;
     }

@@ -18,7 +18,7 @@ public:
     enum class Clauses { None, Separate };
 
     // Separators by what binds their operands, the weakest first.
-    enum class Class { Clause, Comma, Shift, Logical, Binary, Cast, OldCast, None };
+    enum class Class { Clause, Comma, Conditional, Shift, Logical, Binary, Factor, Comparison, Cast, OldCast, None };
 
     struct Separators {
         Class separatorClass;
@@ -49,9 +49,12 @@ private:
     Clauses clauses_;
     FindFirstElem semicolons_;
     FindFirstElem commas_;
+    FindFirstElem conditionals_;
     FindFirstElem shifts_;
     FindFirstElem logicals_;
     FindFirstBinaryOp binaries_;
+    FindFirstElem factors_;
+    FindFirstElem comparisons_;
     FindFirstCast casts_;
     FindFirstOldCast oldCasts_;
 };

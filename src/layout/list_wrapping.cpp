@@ -17,11 +17,12 @@ using Zelmor::IndentScope;
 void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators) {
     if (copyUnlessLong(list)) return;
     copyThrough(list.open());
-    wrapElements(list, separators, ExprMode::Declaration);
+    wrapElements(list, separators, ExprMode::Declaration, true);
     copyThrough(list);
 }
 
-void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode) {
+void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode,
+                                  bool isInParentheses) {
     if (list.size() == 0) return;
     // Nothing hangs under a directive.
     if (separators.breakLines() || dynamic_cast<const Cpp::PreprocDirectiveNode*>(list.children().front().get())) {
@@ -32,13 +33,14 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separa
     IndentScope indent(out_, indentAt(baseColumn()));
     WrapContext context;
     context.mode = mode;
+    context.isInParentheses = isInParentheses;
     context.respacesCommas = separators.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
 }
 
 // The column stays for the declaration that follows.
 void CppLineWrapper::visit(Cpp::TemplateNode* header) {
-    const int column = copyToColumnOf(*header);
+    const int column = copyToConstruct(*header);
     templateColumn_ = column;
     if (copyUnlessLong(*header)) return;
     if (header->parameters()) {

@@ -3,11 +3,31 @@
 #include <algorithm>
 
 #include "engine/columns.h"
+#include "engine/extension_settings.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
 
 namespace Tessel {
+
+namespace {
+
+// "class A;", "friend class A;", "typedef int A;", "using A = int;"
+bool declaresNoData(std::string_view type) {
+    const std::string_view first = type.substr(0, type.find(' '));
+    return first == "friend" || first == "typedef" || first == "using" || type == "class" || type == "struct" ||
+           type == "union" || type == "enum" || type == "enum class";
+}
+
+// Constructors, destructors, conversions and friends.
+bool isSpecial(const Cpp::FunctionHeadNode& head) {
+    if (!head.returnType() || (head.name() && head.name()->text().starts_with('~'))) return true;
+    const std::string_view type = head.returnType()->text();
+    return type.starts_with("friend ") || type.starts_with("typedef ") || type.ends_with("explicit") ||
+           (head.name() && head.name()->text().starts_with("operator ") && !type.ends_with("operator"));
+}
+
+}  // namespace
 
 NameOffsetCalculator::NameOffsetCalculator(const PropertySet& scheme, const Zelmor::TextDocument& source)
     : OffsetCalculator(scheme, source),
@@ -15,7 +35,8 @@ NameOffsetCalculator::NameOffsetCalculator(const PropertySet& scheme, const Zelm
       alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)),
       alignFnDeclNames_(readSwitch(scheme, Keys::ALIGN_FN_DECL_NAMES_LEFT)),
       alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)),
-      keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)) {}
+      keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)),
+      alignsDataOnly_(ExtensionSettings(scheme).alignsDataOnly) {}
 
 void NameOffsetCalculator::visit(Cpp::ClassBodyNode* body) {
     visitMembers(*body);
@@ -27,6 +48,7 @@ void NameOffsetCalculator::visit(Cpp::DataDeclNode* declaration) {
         flush();
         return;
     }
+    if (alignsDataOnly_ && declaration->type() && declaresNoData(declaration->type()->text())) return;
     if (const std::optional<int> width = measure(declaration->type(), declaration->name())) {
         dataRun_.add(declaration);
         dataRun_.widen(*width);
@@ -39,6 +61,7 @@ void NameOffsetCalculator::visit(Cpp::FunctionDeclNode* declaration) {
         return;
     }
     const Cpp::FunctionHeadNode& head = *declaration->head();
+    if (alignsDataOnly_ && isSpecial(head)) return;
     if (const std::optional<int> width = measure(head.returnType(), head.name())) {
         functionRun_.add(declaration);
         functionRun_.widen(*width);
@@ -48,7 +71,7 @@ void NameOffsetCalculator::visit(Cpp::FunctionDeclNode* declaration) {
 void NameOffsetCalculator::visit(Cpp::CtorDeclNode* declaration) {
     if (declaration->body()) {
         flushAndVisitBody(*declaration);
-    } else if (alignsFunctions()) {
+    } else if (alignsFunctions() && !alignsDataOnly_) {
         functionRun_.add(declaration);
     }
 }

@@ -45,6 +45,7 @@ private:
     bool alignFnDeclNames_;
     bool alignDataNames_;
     bool keepsData_;
+    bool alignsDataOnly_;
     bool classBodyEnded_ = false;  // and the run that began in it has not been closed yet
     DeclarationRun dataRun_;
     DeclarationRun functionRun_;

@@ -57,7 +57,7 @@ void CppLineWrapper::wrapBodies(const Cpp::ExprBodies& bodies) {
 void CppLineWrapper::visit(Cpp::CtrlStmtNode* statement) {
     const bool chainsElseIf = std::exchange(chainsElseIf_, false);
     if (copyUnlessLong(*statement)) return;
-    const int column = copyToColumnOf(*statement);
+    const int column = copyToConstruct(*statement);
     BaseColumnScope base(*this, chainsElseIf ? baseColumn() : column);
     for (const auto& part : statement->children()) part->accept(*this);
     copyThrough(*statement);

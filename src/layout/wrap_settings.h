@@ -30,6 +30,19 @@ struct WrapSettings : ExtensionSettings {
     explicit WrapSettings(const PropertySet& scheme);
 
     bool wrapsLines() const { return lineWrap && rightMargin > 0; }
+    // Whether breaks that serve little are not made: those that leave their line beyond the margin, and those inside
+    // "[ ]", behind casts and at comparisons while there are other places.
+    bool weighsBreaks() const {
+        return callArgumentStrategy != kAnyNumber || expressionStrategy != kAnyNumber || breaksAsLastResort;
+    }
+    bool fillsOperands() const { return expressionStrategy == static_cast<int>(ListStrategy::Pack); }
+    ListStrategy callArguments() const {
+        switch (callArgumentStrategy) {
+            case 0: return ListStrategy::Keep;
+            case 1: return ListStrategy::Pack;
+            default: return ListStrategy::Cascade;
+        }
+    }
 
     int rightMargin = 0;  // columns; the longest line that is not too long
     bool lineWrap = false;

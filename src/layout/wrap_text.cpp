@@ -52,7 +52,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
         holdsUnknownText_ |= !isAllWhitespace(gap);
         offset += lengthOf(gap);
         offsets_.push_back(offset);
-        offset += static_cast<int>(token.token.length);
+        offset += widthOf(text.substr(token.token.offset, token.token.length));
         end = std::size_t{token.token.offset} + token.token.length;
     }
     gaps_.push_back(text.substr(end));
@@ -185,7 +185,7 @@ void WrapText::measureGaps() {
     int offset = 0;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         offsets_[place] = offset + lengthOf(gaps_[place]);
-        offset = offsets_[place] + static_cast<int>(tokens_[place].token.length);
+        offset = offsets_[place] + widthOf(tokenText(place));
     }
     readTraits();
 }

@@ -42,7 +42,9 @@ struct Extent {
 // counted: no line break would make it shorter.
 class WrapText {
 public:
-    WrapText(int tabSize, int rightMargin) : tabSize_(tabSize), rightMargin_(rightMargin) {}
+    // `countsShown`: columns are those that people see, not bytes.
+    WrapText(int tabSize, int rightMargin, bool countsShown)
+        : tabSize_(tabSize), rightMargin_(rightMargin), countsShown_(countsShown) {}
 
     // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text
     // is borrowed; `source` tells where its comments stand.
@@ -127,11 +129,14 @@ private:
     void readElements(const SourceColumns& source);
     const Element* elementAt(std::size_t place) const;
     int columnBehind(std::size_t place, int column) const;
+    int columnBehindText(std::string_view text, int column) const;
+    int widthOf(std::string_view text) const;
     bool has(std::size_t place, unsigned traits) const { return (traits_[place] & traits) != 0; }
     Extent walk(TokenRange range, int column, Literals literals, bool untilTooLong);
 
     int tabSize_;
     int rightMargin_;
+    bool countsShown_;
     std::string_view text_;
     std::vector<ExprToken> tokens_;
     std::vector<std::string_view> gaps_;

@@ -4,6 +4,7 @@
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/shown_width.h"
 #include "layout/line_text.h"
 #include "layout/wrap_text.h"
 
@@ -49,18 +50,27 @@ Extent WrapText::measure(TokenRange range, int column, Literals literals) {
     if (range.empty()) return {column, true};
     if (!isEven(range)) return walk(range, column, literals, false);
     const std::size_t last = range.last - 1;
-    return {column + offsets_[last] - offsets_[range.first] + static_cast<int>(tokens_[last].token.length),
+    return {column + offsets_[last] - offsets_[range.first] + widthOf(tokenText(last)),
             true};
+}
+
+int WrapText::columnBehindText(std::string_view text, int column) const {
+    return countsShown_ ? shownColumnAfter(text, column, tabSize_) : columnAfter(text, column, tabSize_);
+}
+
+// Of what holds neither tabs nor line ends.
+int WrapText::widthOf(std::string_view text) const {
+    return countsShown_ ? shownColumnAfter(text, 0, tabSize_) : lengthOf(text);
 }
 
 // Of a token that starts at `column`.
 int WrapText::columnBehind(std::size_t place, int column) const {
     const std::string_view text = tokenText(place);
-    if (!holdsLineEnd(text)) return columnAfter(text, column, tabSize_);
+    if (!holdsLineEnd(text)) return columnBehindText(text, column);
     const auto comment = std::lower_bound(lastLines_.begin(), lastLines_.end(), std::pair(place, 0));
     if (comment == lastLines_.end() || comment->first != place)
-        return columnAfter(lastLine(text), 0, tabSize_);
-    return columnAfter(trimLeft(lastLine(text)), column + comment->second, tabSize_);
+        return columnBehindText(lastLine(text), 0);
+    return columnBehindText(trimLeft(lastLine(text)), column + comment->second);
 }
 
 // Until the end, or until a line turns out to be too long.
@@ -79,11 +89,11 @@ Extent WrapText::walk(TokenRange range, int column, Literals literals, bool unti
         placeBracket(place, extent.column);
         const std::string_view text = tokenText(place);
         if (isLineEndToken(kindAt(place))) {
-            extent.column = columnAfter(text, extent.column, tabSize_);
+            extent.column = columnBehindText(text, extent.column);
             continue;
         }
         if (holdsLineEnd(text)) {
-            counted = columnAfter(firstLine(text), extent.column, tabSize_);
+            counted = columnBehindText(firstLine(text), extent.column);
             endLine();
         }
         extent.column = columnBehind(place, extent.column);
@@ -106,7 +116,7 @@ void WrapText::setLineChances(const std::vector<bool>& mayStartLine) {
         const bool endsTail = mayStartLine[place] || startsOwnLine(place) || continuesLiteral(place) ||
                               isLineEndToken(kindAt(place));
         const std::string_view text = tokenText(place);
-        const int width = lengthOf(gaps_[place]) + lengthOf(firstLine(text));
+        const int width = lengthOf(gaps_[place]) + widthOf(firstLine(text));
         if (endsTail) {
             tailWidths_[place] = 0;
         } else {

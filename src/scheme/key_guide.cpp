@@ -36,7 +36,11 @@ constexpr GroupText groupTexts[] = {
      "Declarations that follow each other, whatever comments are between them, make a run. Columns are tab stops."},
     {KeyGroup::Control, "Control statements"},
     {KeyGroup::Expressions, "Expressions"},
-    {KeyGroup::LongLines, "Long lines"},
+    {KeyGroup::LongLines, "Long lines",
+     "With CALL_ARGS_WRAP_STRATEGY, EXPR_WRAP_STRATEGY or WRAP_LAST_RESORT, breaks that serve little are not made: those "
+     "that leave their line too long, those inside \"[ ]\", and those behind casts and at comparisons where there are "
+     "other places; \"?\" and \":\" begin their lines; and columns are those that people see: a character of UTF-8 counts "
+     "one, a wide one two."},
     {KeyGroup::WithoutEffect, "Keys without effect"},
 };
 
@@ -95,7 +99,7 @@ const KeyGuide* findKeyGuide(std::string_view key) {
 
 NumberRange numberRange(std::string_view key) {
     if (key == Keys::TAB_SIZE) return {0, widestTab};
-    if (key == Keys::RIGHT_MARGIN) return {0};
+    if (key == Keys::RIGHT_MARGIN || key == Keys::MAX_BLANK_LINES.name) return {0};
     if (key == Keys::LINE_WRAP_DO_NOT_FORMAT) return {};
     if (key == Keys::ASTERISK_ANCHOR || key == Keys::AMPERSAND_ANCHOR) return {-1, 1};
     if (key == Keys::KEEP_ONE_LINE_FUNCTIONS.name) return {0, 3};

@@ -70,6 +70,18 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "a directive also the name of a header and all that follows an apostrophe in a word or number, a "
                     "raw string, or a literal that goes on in the next line.",
                     "int\ta;\n", {set(Keys::TAB_SIZE, 8)}});
+    rows.push_back({set(Keys::MAX_BLANK_LINES, 1), group,
+                    "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
+                    "int a;\n\n\n\nint b;\n"});
+    rows.push_back({set(Keys::STRIP_TRAILING_WS, true), group,
+                    "Blanks and tabs at line ends go, those of comments too; those of literals, directives of several "
+                    "lines, splices and protected regions stay.", "int a;  // why   \nint b;   \n"});
+    rows.push_back({set(Keys::WS_BETWEEN_STATEMENTS, " "), group,
+                    "Between two statements or declarations on one line; absent, they stay as they are.",
+                    "void f()\n{\n    a();b();\n}\n"});
+    rows.push_back({set(Keys::WS_BEFORE_LINE_COMMENT, "  "), group,
+                    "Between code and the // behind it. Such comments below each other stay in one column, with the "
+                    "lines of nothing but a comment that go on with one.", "int a; // why\n"});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
                     "Absent: they stay where they are.", "void f()\n{\n    #if FAST\n    go();\n    #endif\n}\n",
@@ -163,6 +175,12 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "first operand behind = or return, the first . of a chain; else WRAP_INDENT behind their statement. "
                     "Off, such lines stand at the indentation.",
                     "int x = f(first,\n  second);\n", {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
+    rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
+                    "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
+                    "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`; absent, "
+                    "below the expression's first operand.",
+                    "void f()\n{\n    call(first, second +\n    third);\n}\n",
+                    {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
                     "Lines that are kept, and that hang under nothing, stay as far behind the first line of their "
                     "construct as they are.", "void f()\n{\n    go(\n            first);\n}\n",
@@ -182,6 +200,10 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::KEEP_COLUMNS, true), group,
                     "A tab, or several blanks, stays where the scheme asks for one blank.", "int    size;\nchar*  name;\n",
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
+    rows.push_back({set(Keys::INDENT_FROM_LINE, true), group,
+                    "Bodies are indented from the indentation of the line on which their construct begins, not from the "
+                    "construct's own column.", "void f()\n{\n    int m = w(); if (m > 9)\n    m = 9;\n}\n",
+                    {set(Keys::INDENT_CS_CONTENT, "    ")}});
 }
 
 void addClasses(std::vector<KeyGuide>& rows) {
@@ -262,9 +284,17 @@ void addData(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BETWEEN_DECLARATORS, " "), group,
                     "Behind the commas between the names of one declaration; absent, as in an initialiser, unless that "
                     "breaks lines.", "int a,b;\n"});
+    rows.push_back({set(Keys::WS_BEFORE_DECLARATOR_COMMA, " "), group,
+                    "Before the commas between the names of one declaration; absent, as in an initialiser, unless that "
+                    "breaks lines.", "int a,b;\n"});
+    rows.push_back({set(Keys::WS_AROUND_BITFIELD_COLON, " "), group, "On both sides of the \":\" of a bit field.",
+                    "struct A\n{\n    int bits:3;\n};\n"});
     rows.push_back({set(Keys::WS_BEFORE_DD_COMMA, " "), group, "Before the commas of an initialiser in braces.", table});
     rows.push_back({set(Keys::WS_BETWEEN_DD_ELEMENTS, " "), group,
                     "After the commas of an initialiser in braces; absent, a table keeps its rows.", table});
+    rows.push_back({set(Keys::WS_BETWEEN_ROW_ELEMENTS, " "), group,
+                    "After the commas within kept rows, and in other braces of expressions (`T{a, b}`); what stands in "
+                    "columns stays there.", "int sizes[] = {\n    1,2,\n    3,4,\n};\n"});
     rows.push_back({set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
     rows.push_back({set(Keys::WS_BETWEEN_ENUM_ELEMENTS, " "), group, "After the commas between enumerators.",
                     enumeration});
@@ -305,6 +335,10 @@ void addAlignment(std::vector<KeyGuide>& rows) {
                     "The names of data and of functions, in one column, within a class.",
                     "class A\n{\n    int f();\n    unsigned long size;\n};\n",
                     {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::ALIGN_DATA_ONLY, true), group,
+                    "Forward declarations, friends, `typedef`, constructors, destructors and conversions neither stand "
+                    "in these columns nor end a run.", "struct A;\nunsigned long size;\nint count;\n",
+                    {set(Keys::ALIGN_DD_NAMES_LEFT, true), set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
     rows.push_back({set(Keys::ALIGN_DD_INITIALIZERS, true), group, "The initialisers of data that follow each other.",
                     "int a = 1;\nint size = 2;\n",
                     {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
@@ -356,6 +390,7 @@ void addExpressions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BEFORE_CAST_OPEN_PAREN, " "), group,
                     "Between static_cast<T> or its kin and \"(\"; absent, as behind a binary operator.",
                     "int x = static_cast<int>(a);\n"});
+    rows.push_back({set(Keys::WS_AFTER_CAST, " "), group, "Between `(T)` and its operand.", "int x = (int)a;\n"});
     rows.push_back({set(Keys::WS_AFTER_EXPR_OPEN_PAREN, " "), group, "After \"(\", that of calls too.", call});
     rows.push_back({set(Keys::WS_BEFORE_EXPR_CLOSE_PAREN, " "), group, "Before \")\", that of calls too.", call});
     rows.push_back({set(Keys::WS_AFTER_LBRACKET, " "), group, "After \"[\".", "int x = a[1];\n"});
@@ -388,6 +423,17 @@ void addLongLines(std::vector<KeyGuide>& rows) {
                     "Lists of parameters, initialisers and enumerators: 0 are not broken, 1 are filled line by line, 2 "
                     "are broken like expressions, at every comma if they do not fit.", longParameters,
                     wrapping({set(Keys::COMMA_WRAP_STYLE, 2)})});
+    rows.push_back({set(Keys::CALL_ARGS_WRAP_STRATEGY, 1), group,
+                    "The arguments of calls: 0 are not broken, 1 are filled line by line, 2, or absent, are broken at "
+                    "every comma.", "int x = call(first, second, third, fourth, fifth);\n",
+                    wrapping({set(Keys::COMMA_WRAP_STYLE, 2)})});
+    rows.push_back({set(Keys::EXPR_WRAP_STRATEGY, 1), group,
+                    "Operands: 1 are filled line by line; 2, or absent: lines are broken at all operators of a rank.",
+                    longSum, wrapping()});
+    rows.push_back({set(Keys::WRAP_LAST_RESORT, true), group,
+                    "Where nothing else brings a line within the margin, one begins behind `=` or `(`, WRAP_INDENT "
+                    "behind the indentation.", "a_long_name_of_a_type a_long_name = a_function_with_a_name();\n",
+                    wrapping({set(Keys::WRAP_INDENT, "    ")})});
 }
 
 void addWithoutEffect(std::vector<KeyGuide>& rows) {

@@ -1,0 +1,100 @@
+#include "engine/expr_casts.h"
+
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+// Tokens; a group that holds more is no cast that anybody writes.
+constexpr std::size_t kLongestCast = 64;
+
+bool isTypeWord(const ExprToken& token) {
+    const int kind = token.token.kind;
+    return token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
+           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind);
+}
+
+std::size_t placeBefore(const std::vector<ExprToken>& tokens, std::size_t place) {
+    while (place > 0) {
+        if (tokens[--place].role != ExprRole::Trivia) return place;
+    }
+    return kNoToken;
+}
+
+// Whether what follows the token is an operand, so that a "(" there opens a cast or a part of an expression.
+bool awaitsOperand(const ExprToken& token) {
+    switch (token.role) {
+        case ExprRole::BinaryOperator:
+        case ExprRole::UnaryOperator:
+        case ExprRole::GroupOpen:
+        case ExprRole::BraceOpen:
+        case ExprRole::Separator: return true;
+        default: break;
+    }
+    const int kind = token.token.kind;
+    return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
+}
+
+bool startsOperand(int kind) {
+    switch (kind) {
+        case Cpp::Identifier:
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral:
+        case Cpp::KeywordThis:
+        case Cpp::KeywordTrue:
+        case Cpp::KeywordFalse:
+        case Cpp::KeywordSizeof: return true;
+        default: return isCastKeyword(kind);
+    }
+}
+
+}  // namespace
+
+Parenthesised contentsOf(const std::vector<ExprToken>& tokens, std::size_t open) {
+    const std::size_t close = tokens[open].partner;
+    bool isNames = true;
+    bool sawTypeWord = false;
+    int count = 0;
+    for (std::size_t inside = nextPlace(tokens, open); inside < close; inside = nextPlace(tokens, inside)) {
+        const ExprToken& token = tokens[inside];
+        if (inside > open + kLongestCast) return Parenthesised::Expression;
+        const bool isName = token.token.kind == Cpp::Identifier;
+        const bool isBracket = token.role == ExprRole::TemplateOpen || token.role == ExprRole::TemplateClose;
+        if (isTypeWord(token)) {
+            sawTypeWord = true;
+        } else if (!isName && !isBracket && !sawTypeWord) {
+            return Parenthesised::Expression;
+        }
+        isNames = isNames && isName;
+        ++count;
+    }
+    if (count > 0 && sawTypeWord) return Parenthesised::Type;
+    if (count == 0 || !isNames) return Parenthesised::Expression;
+    return count == 1 ? Parenthesised::Name : Parenthesised::Names;
+}
+
+bool startsCastOperand(const std::vector<ExprToken>& tokens, std::size_t previous, std::size_t place) {
+    if (place >= tokens.size() || kindAt(tokens, previous) != Cpp::CloseParen) return false;
+    const std::size_t open = tokens[previous].partner;
+    if (open == kNoToken) return false;
+    const std::size_t before = placeBefore(tokens, open);
+    // (int)(char)c
+    const bool followsCast = kindAt(tokens, before) == Cpp::CloseParen && tokens[before].partner != kNoToken &&
+                             contentsOf(tokens, tokens[before].partner) == Parenthesised::Type;
+    if (!followsCast && tokens[open].followsCall) return false;
+    if (before != kNoToken && !followsCast && !awaitsOperand(tokens[before])) return false;
+    const Parenthesised inside = contentsOf(tokens, open);
+    if (inside == Parenthesised::Expression) return false;
+    const ExprToken& token = tokens[place];
+    if (token.role == ExprRole::UnaryOperator) return true;
+    if (token.role == ExprRole::GroupOpen) {
+        return token.token.kind == Cpp::OpenParen && inside == Parenthesised::Type;
+    }
+    return token.role == ExprRole::Operand && startsOperand(token.token.kind);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+
+// (T)-x        a cast
+// (n) - x      no cast
+namespace Tessel {
+
+// What stands between two parentheses: words of which one is a type's, one name, several of them, or something else.
+enum class Parenthesised { Type, Name, Names, Expression };
+
+// `open` is the place of the "(", which has a partner. The roles of what is inside are known.
+Parenthesised contentsOf(const std::vector<ExprToken>& tokens, std::size_t open);
+
+// Whether the token at `place` begins the operand of the cast that the one at `previous` ends. All roles are known.
+bool startsCastOperand(const std::vector<ExprToken>& tokens, std::size_t previous, std::size_t place);
+
+}  // namespace Tessel

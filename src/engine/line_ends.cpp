@@ -1,0 +1,128 @@
+#include "engine/line_ends.h"
+
+#include <algorithm>
+
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr std::string_view kBlanks = " \t";
+
+std::string_view withoutBlanksAtEnd(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+}
+
+bool isSplice(std::string_view comment) { return comment.starts_with('\\'); }
+
+}  // namespace
+
+LineEnds::LineEnds(const ExtensionSettings& settings, const TrailingComments::Columns& columns,
+                   std::string_view source, const Cpp::OpaqueTokens& opaque, const KeptRegions& regions,
+                   std::string_view result)
+    : settings_(settings),
+      source_(source),
+      opaque_(opaque),
+      result_(result),
+      sides_(source, result),
+      region_(regions.begin()),
+      regionsEnd_(regions.end()) {
+    if (settings.beforeLineComment.present) comments_.emplace(columns, source, settings);
+}
+
+std::string LineEnds::takeText() {
+    out_.reserve(result_.size());
+    for (const Cpp::OpaqueToken& token : opaque_) {
+        passRegions(token.offset);
+        if (token.offset >= sides_.sourcePlace()) writeToken(token);
+    }
+    passRegions(source_.size());
+    writeCode(result_.size());
+    if (comments_) comments_->place(out_);
+    return std::move(out_);
+}
+
+// Copies the regions that begin up to `offset` of the source.
+void LineEnds::passRegions(std::size_t offset) {
+    for (; region_ != regionsEnd_ && region_->start <= offset; ++region_) {
+        if (region_->start < sides_.sourcePlace()) continue;
+        sides_.goTo(region_->start);
+        writeCode(sides_.resultPlace());
+        sides_.passUpTo(region_->end);
+        const std::size_t end = result_.find_first_not_of(kBlanks, sides_.resultPlace());
+        copyTo(std::min(end, result_.size()));
+    }
+}
+
+void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
+    sides_.goTo(token.offset);
+    const std::size_t start = sides_.resultPlace();
+    writeCode(start);
+    sides_.passUpTo(std::size_t{token.offset} + token.length);
+    const std::string_view text = result_.substr(start, sides_.resultPlace() - start);
+    if (!Cpp::isComment(token.kind) || isSplice(text)) return copyTo(sides_.resultPlace());
+    if (comments_ && token.kind == Cpp::LineComment) comments_->add(out_, token.offset);
+    writeComment(text);
+    copied_ = sides_.resultPlace();
+}
+
+// What no token is that goes its own way.
+void LineEnds::writeCode(std::size_t end) {
+    while (copied_ < end) {
+        const std::size_t lineFeed = result_.find('\n', copied_);
+        if (lineFeed >= end) break;
+        std::size_t gapStart = lineFeed;
+        while (gapStart > copied_ && isWhitespace(result_[gapStart - 1])) --gapStart;
+        std::size_t gapEnd = lineFeed + 1;
+        while (gapEnd < end && isWhitespace(result_[gapEnd])) ++gapEnd;
+        copyTo(gapStart);
+        writeGap(result_.substr(gapStart, gapEnd - gapStart), gapStart > 0 && result_[gapStart - 1] == '\\');
+        copied_ = gapEnd;
+    }
+    copyTo(end);
+}
+
+// White space that begins lines.
+void LineEnds::writeGap(std::string_view gap, bool isSpliced) {
+    if (isSpliced) {
+        out_ += gap;
+        return;
+    }
+    // The text begins as a line does.
+    int lineFeeds = out_.empty() ? 1 : 0;
+    for (std::size_t lineFeed = gap.find('\n'); lineFeed != std::string_view::npos; lineFeed = gap.find('\n')) {
+        const std::string_view line = gap.substr(0, lineFeed);
+        const std::string_view kept = withoutBlanksAtEnd(line);
+        gap.remove_prefix(lineFeed + 1);
+        // A form feed stands for itself.
+        lineFeeds = kept.empty() ? lineFeeds + 1 : 1;
+        const bool isTooMany = settings_.mostBlankLines != kAnyNumber && lineFeeds - 1 > settings_.mostBlankLines;
+        if (isTooMany) continue;
+        out_ += settings_.stripsLineEnds ? kept : line;
+        out_ += '\n';
+    }
+    out_ += gap;
+}
+
+void LineEnds::writeComment(std::string_view comment) {
+    for (std::size_t lineFeed = comment.find('\n'); lineFeed != std::string_view::npos;
+         lineFeed = comment.find('\n')) {
+        const std::string_view line = comment.substr(0, lineFeed);
+        const std::string_view kept = withoutBlanksAtEnd(line);
+        out_ += settings_.stripsLineEnds && !kept.ends_with('\\') ? kept : line;
+        out_ += '\n';
+        comment.remove_prefix(lineFeed + 1);
+    }
+    out_ += comment;
+}
+
+void LineEnds::copyTo(std::size_t end) {
+    if (end <= copied_) return;
+    out_ += result_.substr(copied_, end - copied_);
+    copied_ = end;
+}
+
+}  // namespace Tessel

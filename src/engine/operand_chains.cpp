@@ -1,0 +1,117 @@
+#include "engine/operand_chains.h"
+
+#include "cpp/token_kind.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr int kNoRank = 0;
+constexpr int kConditional = 1;
+
+// The stronger an operator binds, the more; kNoRank for what is none.
+int rankOf(int kind) {
+    switch (kind) {
+        case Cpp::Question:
+        case Cpp::Colon: return kConditional;
+        case Cpp::LogicalOr: return 2;
+        case Cpp::LogicalAnd: return 3;
+        case Cpp::Bar: return 4;
+        case Cpp::Caret: return 5;
+        case Cpp::Ampersand: return 6;
+        case Cpp::Equal:
+        case Cpp::NotEqual: return 7;
+        case Cpp::Less:
+        case Cpp::Greater:
+        case Cpp::LessEqual:
+        case Cpp::GreaterEqual: return 8;
+        case Cpp::ShiftLeft:
+        case Cpp::ShiftRight: return 9;
+        case Cpp::Plus:
+        case Cpp::Minus: return 10;
+        case Cpp::Asterisk:
+        case Cpp::Slash:
+        case Cpp::Percent: return 11;
+        default: return kNoRank;
+    }
+}
+
+}  // namespace
+
+OperandChains::OperandChains(const std::vector<ExprToken>& tokens, bool isList)
+    : tokens_(tokens), chainOf_(tokens.size(), kNoToken) {
+    levels_.emplace_back().place = isList ? Place::BehindOpen : Place::AmongOthers;
+    for (std::size_t place = 0; place < tokens.size(); ++place) {
+        if (tokens[place].role != ExprRole::Trivia) pass(place);
+    }
+    while (!levels_.empty()) endLevel();
+}
+
+void OperandChains::pass(std::size_t place) {
+    while (levels_.size() > 1 && levels_.back().close == place) endLevel();
+    Level& level = levels_.back();
+    const ExprToken& token = tokens_[place];
+    const int kind = token.token.kind;
+    if (token.role == ExprRole::Separator) {
+        startElement(level, kind == Cpp::Semicolon ? Place::ByItself : Place::AmongOthers);
+        return;
+    }
+    if (kind == Cpp::KeywordReturn || (token.role == ExprRole::BinaryOperator && isAssignmentKind(kind))) {
+        startElement(level, Place::ByItself);
+        return;
+    }
+    if (token.role == ExprRole::BinaryOperator && rankOf(kind) != kNoRank) {
+        passOperator(place, rankOf(kind));
+        return;
+    }
+    if (level.operand == kNoToken) level.operand = place;
+    if (token.partner == kNoToken || token.partner < place) return;
+    Level inside;
+    inside.close = token.partner;
+    if (token.token.kind != Cpp::OpenBrace) inside.place = Place::BehindOpen;
+    levels_.push_back(std::move(inside));
+}
+
+void OperandChains::passOperator(std::size_t place, int rank) {
+    Level& level = levels_.back();
+    std::size_t start = level.operand == kNoToken ? place : level.operand;
+    while (!level.open.empty() && level.open.back().rank > rank) {
+        Chain& inner = chains_[level.open.back().chain];
+        inner.isIndented = true;
+        start = inner.start;
+        level.open.pop_back();
+    }
+    if (level.open.empty() || level.open.back().rank < rank) {
+        level.open.push_back({rank, chains_.size()});
+        chains_.push_back({start, rank == kConditional});
+    }
+    chainOf_[place] = level.open.back().chain;
+    level.operand = kNoToken;
+}
+
+void OperandChains::startElement(Level& level, Place place) {
+    endElement(level);
+    if (level.firstOuter != kNoToken && place == Place::AmongOthers) chains_[level.firstOuter].isIndented = true;
+    level.firstOuter = kNoToken;
+    level.operand = kNoToken;
+    level.place = place;
+}
+
+void OperandChains::endElement(Level& level) {
+    if (level.open.empty()) return;
+    const std::size_t outer = level.open.front().chain;
+    for (const Open& open : level.open) {
+        if (open.chain != outer) chains_[open.chain].isIndented = true;
+    }
+    if (level.place == Place::BehindOpen) level.firstOuter = outer;
+    if (level.place == Place::AmongOthers) chains_[outer].isIndented = true;
+    level.open.clear();
+}
+
+void OperandChains::endLevel() {
+    endElement(levels_.back());
+    levels_.pop_back();
+}
+
+}  // namespace Tessel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+
+namespace Tessel {
+
+// Which operators of a text belong together: those of one rank between the same brackets, with nothing weaker between
+// them.
+//
+//     a && b * c || d        "||" by itself, and in it "&&", and in that "*"
+class OperandChains {
+public:
+    struct Chain {
+        std::size_t start = kNoToken;  // the first token of its first operand
+        bool isIndented = false;       // its further lines stand behind that, as opposed to below it
+    };
+
+    // The tokens are borrowed. `isList`: the text stands in brackets.
+    OperandChains(const std::vector<ExprToken>& tokens, bool isList);
+
+    // That of the operator at `place`; null where there is none.
+    const Chain* of(std::size_t place) const {
+        const std::size_t chain = place < chainOf_.size() ? chainOf_[place] : kNoToken;
+        return chain == kNoToken ? nullptr : &chains_[chain];
+    }
+
+private:
+    struct Open {
+        int rank;
+        std::size_t chain;
+    };
+
+    // Where what is being read stands: behind a bracket, where it is alone unless a comma follows; behind "=", "return"
+    // or ";"; or somewhere else.
+    enum class Place { BehindOpen, ByItself, AmongOthers };
+
+    // What stands between a pair of brackets, or the text itself.
+    struct Level {
+        std::size_t close = kNoToken;
+        std::size_t operand = kNoToken;  // the first token of the one that is being read
+        Place place = Place::AmongOthers;
+        std::vector<Open> open;             // chains, the weakest first
+        std::size_t firstOuter = kNoToken;  // of a first element: the chain that is part of no other
+    };
+
+    void pass(std::size_t place);
+    void passOperator(std::size_t place, int rank);
+    void endElement(Level& level);
+    void endLevel();
+    void startElement(Level& level, Place place);
+
+    const std::vector<ExprToken>& tokens_;
+    std::vector<Chain> chains_;
+    std::vector<std::size_t> chainOf_;
+    std::vector<Level> levels_;
+};
+
+}  // namespace Tessel

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace Tessel {
+
+// What columnAfter tells, as people see it: characters count, not the bytes that they take in UTF-8, and wide ones
+// twice. What is no UTF-8 counts as bytes.
+int shownColumnAfter(std::string_view text, int column, int tabSize);
+
+}  // namespace Tessel

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "engine/gap.h"
+
+namespace Tessel {
+
+// A source and what has become of it, side by side: all that differs is white space.
+class SideBySide {
+public:
+    SideBySide(std::string_view source, std::string_view result) : source_(source), result_(result) {}
+
+    // Behind the last character in front of `offset` of the source that is no white space; never back.
+    void passUpTo(std::size_t offset) {
+        while (sourcePlace_ < offset) {
+            if (!isWhitespace(source_[sourcePlace_++])) passCharacterOfResult();
+        }
+    }
+    // Up to the token at `offset` of the source.
+    void goTo(std::size_t offset) {
+        passUpTo(offset);
+        skipWhitespaceOfResult();
+    }
+
+    std::size_t sourcePlace() const { return sourcePlace_; }
+    std::size_t resultPlace() const { return resultPlace_; }
+
+protected:
+    void skipWhitespaceOfResult() {
+        while (resultPlace_ < result_.size() && isWhitespace(result_[resultPlace_])) ++resultPlace_;
+    }
+
+    void passCharacterOfResult() {
+        skipWhitespaceOfResult();
+        if (resultPlace_ < result_.size()) ++resultPlace_;
+    }
+
+    std::string_view source_;
+    std::string_view result_;
+    std::size_t sourcePlace_ = 0;
+    std::size_t resultPlace_ = 0;
+};
+
+}  // namespace Tessel

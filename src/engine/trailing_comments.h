@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/extension_settings.h"
+
+namespace Tessel {
+
+// Line comments behind code, as far behind it as the scheme says. Those that stand below each other in the source, and
+// lines of nothing but a comment that go on with one of them, stay in one column:
+//
+//     int a;   // one            int a;    // one
+//     int bcd; // two            int bcd;  // two
+//              // and more                 // and more
+class TrailingComments {
+public:
+    struct Columns {
+        int tabSize = 1;
+        int tabMode = 0;
+    };
+
+    // The settings are borrowed, as is the source.
+    TrailingComments(const Columns& columns, std::string_view source, const ExtensionSettings& settings)
+        : columns_(columns), source_(source), settings_(settings) {}
+
+    // The comment at `offset` of the source comes next behind what has been written.
+    void add(std::string_view written, std::size_t offset);
+    // Moves the comments of what has been written to where they belong.
+    void place(std::string& written);
+
+private:
+    struct Comment {
+        std::size_t gapStart = 0;  // of the white space in front of it
+        std::size_t gapEnd = 0;
+        int line = 0;
+        int sourceColumn = 0;
+        int codeEnd = 0;  // the column behind the code in front of it
+        int column = 0;   // where it stands
+        bool isOwnLine = false;
+
+        int width() const { return column - codeEnd; }
+    };
+    using Comments = std::vector<Comment>;
+
+    bool goesOn(const Comment& comment, std::size_t offset);
+    int codeColumnBelow(std::size_t offset);
+    int columnIn(std::string_view text, std::size_t offset) const;
+    int columnFor(Comments::const_iterator first, Comments::const_iterator last) const;
+    std::string blanksTo(int column, int from) const;
+
+    Columns columns_;
+    std::string_view source_;
+    const ExtensionSettings& settings_;
+    Comments comments_;
+    std::size_t countedTo_ = 0;  // of what has been written
+    int line_ = 0;
+    std::size_t codeBelow_ = 0;  // where the first line begins, behind the last one looked at, that is no comment
+};
+
+}  // namespace Tessel
