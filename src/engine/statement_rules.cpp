@@ -71,6 +71,15 @@ ClauseEnds findClauseEnds(std::string_view inside) {
     return ends;
 }
 
+// The comment that the text begins with, on the line that has ended in front of it but for that; with the blanks there.
+std::string_view commentOfLine(std::string_view text) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    const std::string_view first = trimLeft(line);
+    const bool isBlock = first.starts_with("/*") && first.find("*/") + 2 == trimRight(first).size();
+    const bool endsLine = line.size() < text.size() && !line.ends_with('\\');
+    return endsLine && (isBlock || first.starts_with("//")) ? trimRight(line) : std::string_view();
+}
+
 }  // namespace
 
 void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
@@ -236,7 +245,15 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
     const bool hangsUnderFirst = settings_.alignsForClauses || hangsLines();
     IndentScope indent(out(), hangsUnderFirst ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
     write(clauses[0]);
-    for (const std::string_view clause : {clauses[1], clauses[2]}) {
+    for (std::string_view clause : {clauses[1], clauses[2]}) {
+        if (const std::string_view comment = commentOfLine(clause); !comment.empty()) {
+            writer_.write(comment);
+            clause.remove_prefix(comment.size());
+            if (trimLeft(clause).empty()) continue;
+            out().writeVerbatim(kLineFeed.text);
+            write(clause);
+            continue;
+        }
         if (trimLeft(clause).empty()) continue;
         const bool isEmpty = trim(clause) == ";" && settings_.betweenEmptyForClauses.present;
         const OptionalText& between = isEmpty ? settings_.betweenEmptyForClauses : settings_.betweenForClauses;
