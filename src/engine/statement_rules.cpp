@@ -125,6 +125,7 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
 
 // "if" follows "else" on its line.
 void CppFormatter::writeElseIfGap(std::string_view gap) {
+    if (!settings_.laysOutStatements()) return writer_.write(gap);
     if (isAllWhitespace(gap)) {
         out().write(" ");
         return;
@@ -195,8 +196,9 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
 void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword) {
     std::string_view closing;
     {
-        IndentScope indent(out(), indentToColumn(out(), writer_.nextColumn()));
-        LeadingSpaceScope leadingSpace(out(), false);
+        const bool movesLines = settings_.laysOutStatements();
+        IndentScope indent(out(), movesLines ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
+        LeadingSpaceScope leadingSpace(out(), movesLines ? false : out().keepLeadingSpace());
         const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present &&
                                     condition.bodies().empty();
         const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
