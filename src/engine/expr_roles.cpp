@@ -108,7 +108,7 @@ private:
     bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
 
     // Outside all brackets of the text behind a type.
-    bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty(); }
+    bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty() && braces_ == 0; }
 
     // A ":" of a bit field, as opposed to that of a conditional expression.
     bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
@@ -270,6 +270,8 @@ private:
 
     void advance(std::size_t place) {
         ExprToken& token = tokens_[place];
+        if (token.token.kind == Cpp::OpenBrace) ++braces_;
+        if (token.token.kind == Cpp::CloseBrace) --braces_;
         if (token.role == ExprRole::GroupOpen && previous_ != kNoToken) token.followsCall = isCallee();
         if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
             outer_.push_back(segment_);
@@ -358,6 +360,7 @@ private:
     bool followsParameters_ = false;  // or what qualifies the function whose they are
     Segment segment_;
     std::vector<Segment> outer_;
+    int braces_ = 0;  // that are open
 };
 
 }  // namespace
