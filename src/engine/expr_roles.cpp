@@ -235,9 +235,7 @@ private:
 
     // `delete[] *p`
     bool followsDelete() const {
-        const std::size_t open = tokens_[previous_].partner;
-        return kindAt(tokens_, previous_) == Cpp::CloseBracket && open + 1 == previous_ && open > 0 &&
-               kindAt(tokens_, open - 1) == Cpp::KeywordDelete;
+        return endsDelete(tokens_, previous_);
     }
 
     // `(A)(B)&c`: whether one name in parentheses stands in front of the group.
