@@ -210,6 +210,9 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
 const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
     if (run.previous == kNoToken) return nullptr;
     if (settings_.afterCast.present && startsCastOperand(run.tokens, run.previous, place)) return &settings_.afterCast;
+    if (settings_.afterDeleteBrackets.present && endsDelete(run.tokens, run.previous)) {
+        return &settings_.afterDeleteBrackets;
+    }
     if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
     switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:

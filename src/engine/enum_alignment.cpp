@@ -56,13 +56,17 @@ bool standOneToALine(std::string_view text, const std::vector<ExprToken>& tokens
     return true;
 }
 
-// The "=" of each enumerator that has one. One without a name in front of it is not moved.
+// The "=" of each enumerator that has one. One without a name in front of it is not moved, nor one whose name stands
+// behind a comment: what that is as wide as is no matter of the others.
 std::vector<Initializer> findInitializers(std::string_view text, const std::vector<ExprToken>& tokens, int column,
                                           int tabSize) {
     std::vector<Initializer> found;
     std::size_t measured = 0;
     int depth = 0;
     bool isInValue = false;
+    bool followsComment = false;  // the name, on its line
+    std::uint32_t commentLine = 0;
+    bool awaitsName = true;
     bool endsLine = false;  // the token in front is a comment or directive that keeps its line end
     for (const ExprToken& token : tokens) {
         switch (token.token.kind) {
@@ -72,11 +76,22 @@ std::vector<Initializer> findInitializers(std::string_view text, const std::vect
             case Cpp::CloseParen:
             case Cpp::CloseBrace:
             case Cpp::CloseBracket: --depth; break;
-            case Cpp::Comma: isInValue = isInValue && depth != 0; break;
+            case Cpp::BlockComment: commentLine = token.token.end.line; break;
+            case Cpp::Identifier:
+                if (awaitsName) followsComment = commentLine == token.token.start.line;
+                awaitsName = false;
+                break;
+            case Cpp::Comma:
+                isInValue = isInValue && depth != 0;
+                if (depth == 0) {
+                    awaitsName = true;
+                    commentLine = 0;
+                }
+                break;
             case Cpp::Assign:
                 if (depth != 0 || isInValue) break;
                 isInValue = true;
-                if (!endsLine && token.token.offset > 0) {
+                if (!endsLine && !followsComment && token.token.offset > 0) {
                     const std::string_view before = trimRight(text.substr(measured, token.token.offset - measured));
                     column = columnBehind(before, column, tabSize);
                     measured += before.size();

@@ -101,7 +101,8 @@ void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& targ
     BodyState saved(*this);
     const int column = target.textColumn();
     BaseColumnScope base(*this, column);
-    Zelmor::IndentScope indent(target, indentToColumn(target, column));
+    const bool keepsIndent = target.keepLeadingSpace();
+    Zelmor::IndentScope indent(target, keepsIndent ? target.indent() : indentToColumn(target, column));
     if (staysOnLine(body, rightMargin_ - target.column())) {
         static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
         static const BraceSettings kEmpty;

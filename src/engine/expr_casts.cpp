@@ -77,6 +77,12 @@ Parenthesised contentsOf(const std::vector<ExprToken>& tokens, std::size_t open)
     return count == 1 ? Parenthesised::Name : Parenthesised::Names;
 }
 
+bool endsDelete(const std::vector<ExprToken>& tokens, std::size_t place) {
+    if (kindAt(tokens, place) != Cpp::CloseBracket) return false;
+    const std::size_t open = tokens[place].partner;
+    return open + 1 == place && open > 0 && kindAt(tokens, open - 1) == Cpp::KeywordDelete;
+}
+
 bool startsCastOperand(const std::vector<ExprToken>& tokens, std::size_t previous, std::size_t place) {
     if (place >= tokens.size() || kindAt(tokens, previous) != Cpp::CloseParen) return false;
     const std::size_t open = tokens[previous].partner;

@@ -108,7 +108,7 @@ private:
     bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
 
     // Outside all brackets of the text behind a type.
-    bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty(); }
+    bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty() && braces_ == 0; }
 
     // A ":" of a bit field, as opposed to that of a conditional expression.
     bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
@@ -235,9 +235,7 @@ private:
 
     // `delete[] *p`
     bool followsDelete() const {
-        const std::size_t open = tokens_[previous_].partner;
-        return kindAt(tokens_, previous_) == Cpp::CloseBracket && open + 1 == previous_ && open > 0 &&
-               kindAt(tokens_, open - 1) == Cpp::KeywordDelete;
+        return endsDelete(tokens_, previous_);
     }
 
     // `(A)(B)&c`: whether one name in parentheses stands in front of the group.
@@ -270,6 +268,8 @@ private:
 
     void advance(std::size_t place) {
         ExprToken& token = tokens_[place];
+        if (token.token.kind == Cpp::OpenBrace) ++braces_;
+        if (token.token.kind == Cpp::CloseBrace) --braces_;
         if (token.role == ExprRole::GroupOpen && previous_ != kNoToken) token.followsCall = isCallee();
         if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
             outer_.push_back(segment_);
@@ -358,6 +358,7 @@ private:
     bool followsParameters_ = false;  // or what qualifies the function whose they are
     Segment segment_;
     std::vector<Segment> outer_;
+    int braces_ = 0;  // that are open
 };
 
 }  // namespace

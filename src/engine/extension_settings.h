@@ -84,6 +84,7 @@ public:
     OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
     OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
+    OptionalText afterDeleteBrackets = from_.lineText(Keys::WS_AFTER_DELETE_BRACKETS);
     bool alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
 
     int callArgumentStrategy = from_.number(Keys::CALL_ARGS_WRAP_STRATEGY, kAnyNumber);

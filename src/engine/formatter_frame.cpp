@@ -192,10 +192,17 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
                                const OptionalText& indent) {
     if (const auto wanted = takePending()) {
         const std::string_view gap = writer_.readGap(node.start());
-        if (writer_.holdsLineComment(gap)) {
-            ContentScope content(*this, indent);
-            writer_.writeMerged(gap, *wanted);
+        if (writer_.holdsOnlyComments(gap)) {
+            // Comments in front of a body stand as its contents do.
+            const MergedGap merged = mergedGap(gap, *wanted);
+            {
+                ContentScope content(*this, indent);
+                writer_.write(merged.kept);
+            }
+            out().writeVerbatim(merged.added);
         } else {
+            std::optional<ContentScope> content;
+            if (writer_.holdsLineComment(gap)) content.emplace(*this, indent);
             writer_.writeMerged(gap, *wanted);
         }
     }

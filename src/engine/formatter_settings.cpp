@@ -1,5 +1,8 @@
 #include "engine/formatter_settings.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
 
@@ -91,6 +94,21 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSetti
     alignsEnumInitializers = isOn(Keys::ALIGN_ENUM_INITIALIZERS);
     keepsData = isOn(Keys::DATA_DO_NOT_FORMAT);
     keepsFunctions = isOn(Keys::FN_DO_NOT_FORMAT);
+}
+
+bool FormatterSettings::laysOutStatements() const {
+    const OptionalText* texts[] = {&leftMargin,
+                                   &statements.beforeOpen,
+                                   &statements.afterOpen,
+                                   &statements.indent,
+                                   &statements.beforeClose,
+                                   &afterControlKeyword,
+                                   &afterControlOpenParen,
+                                   &beforeControlCloseParen,
+                                   &betweenControlParts,
+                                   &betweenForClauses};
+    return alignsForClauses || std::any_of(std::begin(texts), std::end(texts),
+                                           [](const OptionalText* text) { return text->present; });
 }
 
 }  // namespace Tessel

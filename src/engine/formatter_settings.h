@@ -22,6 +22,9 @@ struct FormatterSettings : ExtensionSettings {
         return isBraced || !singleIndent.present ? statements.indent : singleIndent;
     }
 
+    // Whether the scheme has anything to say about the lines that control statements are made of.
+    bool laysOutStatements() const;
+
     OptionalText leftMargin;
 
     BraceSettings global;

@@ -70,6 +70,10 @@ bool SourceWriter::holdsLineComment(std::string_view piece) const {
     return anyOpaque(piece, [](int kind) { return kind == Cpp::LineComment; });
 }
 
+bool SourceWriter::holdsOnlyComments(std::string_view piece) const {
+    return holdsOpaque(piece) && !anyOpaque(piece, [](int kind) { return !Cpp::isComment(kind); });
+}
+
 int SourceWriter::nextColumn() const { return columnToIndentFrom(*out_); }
 
 void SourceWriter::write(std::string_view piece) {

@@ -71,6 +71,15 @@ ClauseEnds findClauseEnds(std::string_view inside) {
     return ends;
 }
 
+// The comment that the text begins with, on the line that has ended in front of it but for that; with the blanks there.
+std::string_view commentOfLine(std::string_view text) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    const std::string_view first = trimLeft(line);
+    const bool isBlock = first.starts_with("/*") && first.find("*/") + 2 == trimRight(first).size();
+    const bool endsLine = line.size() < text.size() && !line.ends_with('\\');
+    return endsLine && (isBlock || first.starts_with("//")) ? trimRight(line) : std::string_view();
+}
+
 }  // namespace
 
 void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
@@ -116,6 +125,7 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
 
 // "if" follows "else" on its line.
 void CppFormatter::writeElseIfGap(std::string_view gap) {
+    if (!settings_.laysOutStatements()) return writer_.write(gap);
     if (isAllWhitespace(gap)) {
         out().write(" ");
         return;
@@ -186,8 +196,9 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
 void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword) {
     std::string_view closing;
     {
-        IndentScope indent(out(), indentToColumn(out(), writer_.nextColumn()));
-        LeadingSpaceScope leadingSpace(out(), false);
+        const bool movesLines = settings_.laysOutStatements();
+        IndentScope indent(out(), movesLines ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
+        LeadingSpaceScope leadingSpace(out(), movesLines ? false : out().keepLeadingSpace());
         const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present &&
                                     condition.bodies().empty();
         const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
@@ -236,7 +247,15 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
     const bool hangsUnderFirst = settings_.alignsForClauses || hangsLines();
     IndentScope indent(out(), hangsUnderFirst ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
     write(clauses[0]);
-    for (const std::string_view clause : {clauses[1], clauses[2]}) {
+    for (std::string_view clause : {clauses[1], clauses[2]}) {
+        if (const std::string_view comment = commentOfLine(clause); !comment.empty()) {
+            writer_.write(comment);
+            clause.remove_prefix(comment.size());
+            if (trimLeft(clause).empty()) continue;
+            out().writeVerbatim(kLineFeed.text);
+            write(clause);
+            continue;
+        }
         if (trimLeft(clause).empty()) continue;
         const bool isEmpty = trim(clause) == ";" && settings_.betweenEmptyForClauses.present;
         const OptionalText& between = isEmpty ? settings_.betweenEmptyForClauses : settings_.betweenForClauses;

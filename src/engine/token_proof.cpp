@@ -221,9 +221,17 @@ private:
             const std::size_t start = result_.place;
             skipBlanks();
             const std::string_view converted = result_.text.substr(start, result_.place - start);
-            if (result_.text[start - 1] != '\n' && !isConversion(run, converted)) return false;
+            const bool mayVanish = endsLine(text, ahead, run);
+            if (result_.text[start - 1] != '\n' && !mayVanish && !isConversion(run, converted)) return false;
             text.remove_prefix(ahead + run.size());
         }
+    }
+
+    // Whether the blanks end a line of a directive, and hold nothing apart.
+    static bool endsLine(std::string_view text, std::size_t ahead, std::string_view blanks) {
+        const std::string_view behind = text.substr(ahead + blanks.size());
+        const bool isLast = behind.empty();
+        return (isLast || behind.front() == '\n') && !blanksCount(Cpp::Directive, text.substr(0, ahead), isLast);
     }
 
     static bool isConversion(std::string_view before, std::string_view after) {

@@ -7,6 +7,7 @@
 #include "cpp/nodes.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
+#include "engine/gap.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
 
@@ -173,7 +174,11 @@ void CppLineWrapper::wrapInitializer(std::string_view text, int nameColumn) {
 
 void CppLineWrapper::wrapBraceContents(std::string_view inside) {
     const WrapSettings& wrap = wrapper_.settings();
-    IndentScope indent(out_, out_.indent() + wrap.dataIndent.text);
+    // Rows whose lines keep their indentation go on as they begin.
+    const std::string_view ahead = leadingBlanks(inside);
+    const bool goesByFirst = wrap.keepsLineIndent && isLineBreak(ahead);
+    const int first = columnAfter(ahead.substr(ahead.rfind('\n') + 1), 0, wrap.tabSize);
+    IndentScope indent(out_, goesByFirst ? indentAt(first) : out_.indent() + wrap.dataIndent.text);
     WrapContext context;
     context.contentIndented = wrap.dataIndent.present;
     context.keepsLines = !wrap.betweenDataElements.present || wrap.betweenDataElements.hasLineFeed();

@@ -40,13 +40,13 @@ bool ExprLayout::holdsElements(TokenRange range) {
 }
 
 void ExprLayout::breakExpression(TokenRange range, int column) {
-    const Region region{range, indentColumn_, column, 0, atIndent_, false};
+    const Region region{range, indentColumn_, column, 0, atIndent_};
     layCallsOrRegion(region, column);
 }
 
 void ExprLayout::packList(TokenRange range, int column) {
     if (settings_.comma == SeparatorPlace::None) return;
-    const Region region{range, indentColumn_, column, 0, atIndent_, false};
+    const Region region{range, indentColumn_, column, 0, atIndent_};
     if (!canBreak(region)) return;
     alignOwnLines(region);
     if (!packPieces(region, range, column, places_.separatorsOf(Class::Comma), std::nullopt, false)) {
@@ -55,7 +55,7 @@ void ExprLayout::packList(TokenRange range, int column) {
 }
 
 void ExprLayout::breakForClauses(TokenRange range, int column) {
-    const Region region{range, column, column, 0, true, false};
+    const Region region{range, column, column, 0, true};
     if (!canBreak(region)) return;
     alignOwnLines(region);
     layPiece(region, range, column, Class::Clause);
@@ -77,6 +77,9 @@ int ExprLayout::layRegion(Region region, int column) {
 // At the commas of a region.
 std::optional<int> ExprLayout::breakElements(const Region& region, int column) {
     const Separators commas = places_.separatorsOf(Class::Comma);
+    if (region.isRow) {
+        return packPieces(region, region.range, column, commas, LineStart{region.alignment}, false);
+    }
     switch (region.isCall ? settings_.callArguments() : ListStrategy::Cascade) {
         case ListStrategy::Keep: return std::nullopt;
         case ListStrategy::Pack: return packPieces(region, region.range, column, commas, std::nullopt, false);
@@ -213,11 +216,11 @@ int ExprLayout::layGroupAt(const Region& region, std::size_t open, std::size_t a
                   region.indent,
                   0,
                   region.depth + 1,
-                  isBraced && region.startsAtIndent,
-                  false};
+                  isBraced && region.startsAtIndent};
     // As the elements of any initializer: `.size = {`.
     const bool isIndented =
         text_.tokens()[open].role == ExprRole::BraceOpen || opensBlock(text_.tokens(), open);
+    inside.isRow = inside.startsAtIndent && !isIndented;
     if (inside.startsAtIndent && isIndented) {
         inside.indent = columnAfter(settings_.dataIndent.text, region.indent, settings_.tabSize);
     }

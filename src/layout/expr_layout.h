@@ -68,6 +68,7 @@ private:
         int alignment = 0;  // that of its first token
         int depth = 0;
         bool startsAtIndent = false;  // whatever the style
+        bool isRow = false;           // of an initialiser that keeps its rows
         bool isCall = false;          // its elements are the arguments of a call
     };
 

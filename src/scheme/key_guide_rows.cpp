@@ -391,6 +391,8 @@ void addExpressions(std::vector<KeyGuide>& rows) {
                     "Between static_cast<T> or its kin and \"(\"; absent, as behind a binary operator.",
                     "int x = static_cast<int>(a);\n"});
     rows.push_back({set(Keys::WS_AFTER_CAST, " "), group, "Between `(T)` and its operand.", "int x = (int)a;\n"});
+    rows.push_back({set(Keys::WS_AFTER_DELETE_BRACKETS, " "), group, "Between `delete[]` and its operand.",
+                    "void f()\n{\n    delete[]a;\n}\n"});
     rows.push_back({set(Keys::WS_AFTER_EXPR_OPEN_PAREN, " "), group, "After \"(\", that of calls too.", call});
     rows.push_back({set(Keys::WS_BEFORE_EXPR_CLOSE_PAREN, " "), group, "Before \")\", that of calls too.", call});
     rows.push_back({set(Keys::WS_AFTER_LBRACKET, " "), group, "After \"[\".", "int x = a[1];\n"});

@@ -59,6 +59,10 @@ TEST(TokenProof, SeesTokensThatJoinOrFallApart) {
 
 TEST(TokenProof, SeesBlanksThatHoldALineEndOrACommentApart) {
     EXPECT_FALSE(accepts("#define A b/ /* c */\n", "#define A b//* c */\n"));
+    EXPECT_TRUE(accepts("#define A\tb\t\n", "#define A b\n"));
+    EXPECT_FALSE(accepts("#define A\tb\\\t\n", "#define A b\\\n"));
+    EXPECT_FALSE(accepts("#define A\tb/\t/* c */\n", "#define A b//* c */\n"));
+    EXPECT_TRUE(accepts("a; // b/ \n", "a; // b/\n"));
     EXPECT_FALSE(accepts("// a \\ \n b", "// a \\\n b"));
     EXPECT_TRUE(accepts("#define A b  // c\n", "#define A b// c\n"));
 }
