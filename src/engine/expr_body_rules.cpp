@@ -106,6 +106,7 @@ void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& targ
     if (staysOnLine(body, rightMargin_ - target.column())) {
         static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
         static const BraceSettings kEmpty;
+        ValueScope<bool> oneLine(isOnOneLine_, body.size() > 0);
         formatBlock(body, body.size() == 0 ? kEmpty : kOnLine);
     } else {
         formatBlock(body, settings_.functions);

@@ -181,7 +181,9 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     const char last = blanks.size() < gap.size() ? gap[gap.size() - blanks.size() - 1] : writer_.peekBehind();
     const bool isEnd = last == ';' || last == '}';
     if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
-    writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(settings_.betweenStatements.text));
+    const bool staysOnLine = isOnOneLine_ && settings_.betweenStatements.hasLineFeed();
+    const OptionalText& wanted = staysOnLine ? kBlank : settings_.betweenStatements;
+    writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(wanted.text));
 }
 
 void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
