@@ -125,7 +125,6 @@ FileResult formatFile(const FileJob& job) {
         result.stamp = content.stamp;
         result.source = std::move(content.text);
         format(job, result);
-        if (result.outcome == Outcome::Unchanged) std::string().swap(result.source);
     });
 }
 

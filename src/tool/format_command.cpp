@@ -291,9 +291,7 @@ private:
         if (options_.printsReplacements) return output_.write(replacementXml(result.replacements));
         if (isRefused && !echoes) return;
         if (options_.cursor) output_.write(cursorLine(*options_.cursor, result.replacements));
-        if (result.outcome == Outcome::Changed) return output_.write(result.formatted());
-        const bool isDropped = result.source.empty() && result.stamp;  // an unchanged file's text is not kept
-        output_.write(isDropped ? Files::readFile(result.name).text : result.source);
+        output_.write(result.formatted());
     }
 
     void count(const FileResult& result, bool isSkipped) {

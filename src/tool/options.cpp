@@ -68,7 +68,8 @@ std::size_t number(const std::string& text) {
 
 Edits::LineSet::Range lineRange(const std::string& text) {
     const std::size_t colon = text.find(':');
-    if (colon == std::string::npos) throw Failure("--lines takes two numbers, as in --lines 10:20; not \"" + text + '"');
+    if (colon == std::string::npos)
+        throw Failure("--lines takes two numbers, as in --lines 10:20; not \"" + text + '"');
     const Edits::LineSet::Range range{number(text.substr(0, colon)), number(text.substr(colon + 1))};
     if (range.first == 0 || range.last < range.first) {
         throw Failure("--lines " + text + ": lines count from 1, and the second number is the last line");
@@ -184,17 +185,25 @@ private:
 
     void addCommands() {
         app_.require_subcommand(0, 1);
-        addCommand(app_, "schemes", "List the schemes", Command::Schemes);
+        addCommand(app_, "schemes", "List the schemes", Command::Schemes)
+            ->footer(
+                "Example: vantrel schemes\nThe user's own, in the folder VANTREL_SCHEMES, come before shipped ones.");
         CLI::App* const keys =
             addCommand(app_, "keys", "Tell of the keys of schemes, or of one, with an example", Command::Keys);
+        keys->footer("Examples:\n  vantrel keys                    all keys, by group\n"
+                     "  vantrel keys WS_AFTER_FN_NAME   one of them, with an example\n");
         keys->add_option("KEY", options_.argument, "A key")->type_name("");
         keys->add_flag_callback("--markdown", [this] { options_.keyPage = KeyPage::Markdown; }, "All, as Markdown");
         keys->add_flag_callback("--html", [this] { options_.keyPage = KeyPage::Html; }, "All, as a page of HTML");
         CLI::App* const scheme = app_.add_subcommand("scheme", "Check or upgrade the file of a scheme");
         scheme->require_subcommand(1);
+        scheme->footer("Examples:\n  vantrel scheme check .vantrel.vts     status 2 when a line does nothing\n"
+                       "  vantrel scheme upgrade .vantrel.vts   writes the file\n");
         addFile(addCommand(*scheme, "check", "Name the lines that do not do what they seem to", Command::SchemeCheck));
         addFile(addCommand(*scheme, "upgrade", "Bring an old scheme to the current keys", Command::SchemeUpgrade));
-        CLI::App* const why = addCommand(app_, "why", "Tell why a file is refused, or what is kept of it", Command::Why);
+        CLI::App* const why =
+            addCommand(app_, "why", "Tell why a file is refused, or what is kept of it", Command::Why);
+        why->footer("Example: vantrel why -s knr main.cpp\nStatus 3 when the file is refused.");
         addFile(why);
         why->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
         addCommand(app_, "lsp", "Run as a language server over standard input and output", Command::Lsp)

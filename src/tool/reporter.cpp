@@ -137,7 +137,8 @@ public:
 
     void report(const FileResult& result) override {
         for (const Message& message : result.messages) add(result.name, message);
-        if (result.outcome != Outcome::Changed || options_.mode == Mode::InPlace || options_.mode == Mode::Print) return;
+        if (result.outcome != Outcome::Changed || options_.mode == Mode::InPlace || options_.mode == Mode::Print)
+            return;
         for (const Message& message : changeMessages(result)) add(result.name, message);
     }
     void note(const std::string& file, const Message& message) override { add(file, message); }
@@ -235,7 +236,8 @@ public:
         const Json driver = {{"name", "vantrel"}, {"version", TesselUI::CURRENT_VERSION}};
         write(dump({{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                     {"version", "2.1.0"},
-                    {"runs", Json::array({{{"tool", {{"driver", driver}}}, {"results", std::move(results_)}}})}}) + '\n');
+                    {"runs", Json::array({{{"tool", {{"driver", driver}}}, {"results", std::move(results_)}}})}}) +
+              '\n');
     }
 
 protected:

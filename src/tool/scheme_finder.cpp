@@ -79,6 +79,10 @@ const LoadedScheme* SchemeFinder::load(const std::string& file) {
     Tessel::PropertySet scheme(in);
     std::vector<TesselUI::SchemeFault> faults = TesselUI::lintScheme(text);
     if (in.fail()) throw Failure(file + ": " + faults.front().text);
+    if (TesselUI::needsOtherVersion(scheme)) {
+        throw Failure("the scheme file " + file + " needs another version of vantrel than this one, " +
+                      TesselUI::CURRENT_VERSION);
+    }
     if (TesselUI::isOldScheme(scheme)) TesselUI::convertScheme(scheme);
     if (const auto unusable = TesselUI::findUnusableText(scheme)) {
         throw Failure("the scheme file " + file + " cannot be used: " + unusable->key + ' ' + unusable->problem);

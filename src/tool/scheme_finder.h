@@ -28,7 +28,8 @@ struct SchemeSummary {
 // Finds the scheme of each file, reading no scheme twice, and writing none. Throws Failure for one that cannot be used.
 class SchemeFinder {
 public:
-    // The scheme of that name, or in that file, for all files; when it is empty, the nearest file ".vantrel.vts" upwards.
+    // The scheme of that name, or in that file, for all files; when it is empty, the nearest file ".vantrel.vts"
+    // upwards.
     explicit SchemeFinder(std::string chosen) : chosen_(std::move(chosen)) {}
 
     // Null when there is none. Borrowed from the finder.
