@@ -20,6 +20,7 @@ constexpr int requestFailed = -32803;
 
 constexpr int incrementalChanges = 2;
 constexpr int errorSeverity = 1;
+constexpr std::size_t mostDiagnostics = 100;  // of one document
 
 Json json(Position position) {
     return {{"line", position.line}, {"character", position.character}};
@@ -233,6 +234,7 @@ Json Server::diagnosticsOf(const std::string& uri, const std::string& text) {
     } catch (const std::runtime_error&) {
         return diagnostics;  // formatting tells of it, when somebody asks
     }
+    if (result.problems.size() > mostDiagnostics) result.problems.resize(mostDiagnostics);
     for (const Formatter::Problem& problem : result.problems) {
         const std::size_t line = std::max<std::size_t>(problem.line, 1) - 1;
         const std::size_t lineStart = offsetOf(text, {line, 0});

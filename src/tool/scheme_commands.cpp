@@ -56,6 +56,10 @@ int keysCommand(const Options& options, const Streams& streams) {
                   (meant.empty() ? "; \"vantrel keys\" lists all" : "; is " + std::string(meant) + " meant?"));
 }
 
+int showSchemeCommand(const Options& options, const Streams& streams) {
+    return say(readScheme(schemeFile(options.argument)).text, streams);
+}
+
 int checkSchemeCommand(const Options& options, const Streams& streams) {
     const std::string text = readScheme(options.argument).text;
     const std::vector<TesselUI::SchemeFault> faults = TesselUI::lintScheme(text);

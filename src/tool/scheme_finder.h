@@ -51,6 +51,9 @@ private:
 // All schemes that have a name, the user's own before shipped ones.
 std::vector<SchemeSummary> listSchemes();
 
+// The file of a scheme that is given by its name, or as a file. Throws Failure when there is none of that name.
+std::string schemeFile(const std::string& nameOrFile);
+
 // What to do where no scheme is found for a file.
 std::string noSchemeMessage(const std::string& path);
 

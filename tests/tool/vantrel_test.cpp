@@ -57,6 +57,7 @@ TEST_F(Vantrel, ModesLookOrWriteAndTellByTheStatus) {
     const ProgramResult diff = run({"--diff", "src/a.c"});
     EXPECT_EQ(diff.output, "--- a/src/a.c\n+++ b/src/a.c\n@@ -1 +1 @@\n-int  a;\n+int a;\n");
     EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(run({"--diff", folder.path("src/../src/a.c")}).output, diff.output);
     EXPECT_EQ(run({"src/a.c"}).output, narrow);
     EXPECT_EQ(folder.read("src/a.c"), wide);
 
@@ -252,6 +253,7 @@ TEST_F(Vantrel, MessagesForMachinesNameEveryPlace) {
 
 TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     EXPECT_THAT(run({"schemes"}).output, HasSubstr("\nknr        "));
+    EXPECT_THAT(run({"scheme", "show", "knr"}).output, HasSubstr("\n\"knr\"\n"));
     EXPECT_THAT(run({"keys", "ws_before_expr_op"}).output,
                 HasSubstr("    int x = a +b;\n\nand without the line as\n\n    int x = a+b;\n"));
     std::ifstream page(VANTREL_DOCS "/keys.md");
