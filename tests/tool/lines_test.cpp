@@ -44,7 +44,7 @@ TEST(Lines, OthersStayAndTheRestLeadsToTheWholeResult) {
     for (const fs::path& file : filesIn(VANTREL_SHIPPED_SCHEMES, ".vts")) {
         std::ifstream in(file);
         const Tessel::FormatOptions options{Tessel::PropertySet(in), Tessel::protectedRegionMarkers()};
-        for (int count = 0; count < 12; ++count) {
+        for (int count = 0; count < 6; ++count) {
             const Tool::FileJob whole{sources[random() % sources.size()].string(), &options, {}};
             const Tool::FileResult full = Tool::formatFile(whole);
             const Lines before = linesOf(full.source);
