@@ -39,9 +39,11 @@ constexpr GroupText groupTexts[] = {
     {KeyGroup::Control, "Control statements"},
     {KeyGroup::Expressions, "Expressions"},
     {KeyGroup::LongLines, "Long lines",
-     "With CALL_ARGS_WRAP_STRATEGY, EXPR_WRAP_STRATEGY or WRAP_LAST_RESORT, breaks that serve little are not made: those "
+     "With CALL_ARGS_WRAP_STRATEGY, EXPR_WRAP_STRATEGY or WRAP_LAST_RESORT, breaks that serve little are not made: "
+     "those "
      "that leave their line too long, those inside \"[ ]\", and those behind casts and at comparisons where there are "
-     "other places; \"?\" and \":\" begin their lines; and columns are those that people see: a character of UTF-8 counts "
+     "other places; \"?\" and \":\" begin their lines; and columns are those that people see: a character of UTF-8 "
+     "counts "
      "one, a wide one two."},
     {KeyGroup::WithoutEffect, "Keys without effect"},
 };

@@ -63,19 +63,27 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "The version of vantrel that the scheme needs; one of another major version refuses it.", ""});
     rows.push_back({set(Keys::LEFT_MARGIN, ""), group,
                     "Indentation of the outermost level. Absent: the white space at the start of its lines stays as it "
-                    "is; the contents of bodies are still indented where their key is present.", "    int a;\n  int b;\n"});
-    rows.push_back({set(Keys::TAB_SIZE, 8), group,
-                    "Columns to a tab stop, in the input and in the output; alignment goes by tab stops. 1 when absent.",
-                    "int\ta;\n", {set(Keys::CONVERT_WS, 1), set(Keys::DATA_DO_NOT_FORMAT, true)}});
-    rows.push_back({set(Keys::CONVERT_WS, 1), group,
-                    "0 tabs and blanks as they come, 1 tabs become blanks, 2 blanks become tabs. Kept are literals, "
-                    "comments but for the start of their lines, what stands as it is (protected regions, #if 0), and in "
-                    "a directive also the name of a header and all that follows an apostrophe in a word or number, a "
-                    "raw string, or a literal that goes on in the next line.",
-                    "int\ta;\n", {set(Keys::TAB_SIZE, 8)}});
-    rows.push_back({set(Keys::MAX_BLANK_LINES, 1), group,
-                    "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
-                    "int a;\n\n\n\nint b;\n"});
+                    "is; the contents of bodies are still indented where their key is present.",
+                    "    int a;\n  int b;\n"});
+    rows.push_back(
+        {set(Keys::TAB_SIZE, 8),
+         group,
+         "Columns to a tab stop, in the input and in the output; alignment goes by tab stops. 1 when absent.",
+         "int\ta;\n",
+         {set(Keys::CONVERT_WS, 1), set(Keys::DATA_DO_NOT_FORMAT, true)}});
+    rows.push_back(
+        {set(Keys::CONVERT_WS, 1),
+         group,
+         "0 tabs and blanks as they come, 1 tabs become blanks, 2 blanks become tabs. Kept are literals, "
+         "comments but for the start of their lines, what stands as it is (protected regions, #if 0), and in "
+         "a directive also the name of a header and all that follows an apostrophe in a word or number, a "
+         "raw string, or a literal that goes on in the next line.",
+         "int\ta;\n",
+         {set(Keys::TAB_SIZE, 8)}});
+    rows.push_back(
+        {set(Keys::MAX_BLANK_LINES, 1), group,
+         "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
+         "int a;\n\n\n\nint b;\n"});
     rows.push_back({set(Keys::STRIP_TRAILING_WS, true), group,
                     "Blanks and tabs at line ends go, those of comments too; those of literals, directives of several "
                     "lines, splices and protected regions stay.", "int a;  // why   \nint b;   \n"});
@@ -173,12 +181,15 @@ void addOneLine(std::vector<KeyGuide>& rows) {
 
 void addKeptLayout(std::vector<KeyGuide>& rows) {
     constexpr KeyGroup group = KeyGroup::KeptLayout;
-    rows.push_back({set(Keys::KEEP_LINE_BREAKS, true), group,
-                    "Lines that begin inside lists, conditions and expressions, or behind a template header or the "
-                    "type of data, still do so. They hang under what they continue: the first element of their list, the "
-                    "first operand behind = or return, the first . of a chain; else WRAP_INDENT behind their statement. "
-                    "Off, such lines stand at the indentation.",
-                    "int x = f(first,\n  second);\n", {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
+    rows.push_back(
+        {set(Keys::KEEP_LINE_BREAKS, true),
+         group,
+         "Lines that begin inside lists, conditions and expressions, or behind a template header or the "
+         "type of data, still do so. They hang under what they continue: the first element of their list, the "
+         "first operand behind = or return, the first . of a chain; else WRAP_INDENT behind their statement. "
+         "Off, such lines stand at the indentation.",
+         "int x = f(first,\n  second);\n",
+         {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
                     "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
                     "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`; absent, "
@@ -206,10 +217,13 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "A tab, or several blanks, stays where the scheme asks for one blank.",
                     "int    size;\nchar*  name;\n",
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
-    rows.push_back({set(Keys::INDENT_FROM_LINE, true), group,
-                    "Bodies are indented from the indentation of the line on which their construct begins, not from the "
-                    "construct's own column.", "void f()\n{\n    int m = w(); if (m > 9)\n    m = 9;\n}\n",
-                    {set(Keys::INDENT_CS_CONTENT, "    ")}});
+    rows.push_back(
+        {set(Keys::INDENT_FROM_LINE, true),
+         group,
+         "Bodies are indented from the indentation of the line on which their construct begins, not from the "
+         "construct's own column.",
+         "void f()\n{\n    int m = w(); if (m > 9)\n    m = 9;\n}\n",
+         {set(Keys::INDENT_CS_CONTENT, "    ")}});
 }
 
 void addClasses(std::vector<KeyGuide>& rows) {
@@ -295,13 +309,15 @@ void addData(std::vector<KeyGuide>& rows) {
                     "breaks lines.", "int a,b;\n"});
     rows.push_back({set(Keys::WS_AROUND_BITFIELD_COLON, " "), group, "On both sides of the \":\" of a bit field.",
                     "struct A\n{\n    int bits:3;\n};\n"});
-    rows.push_back({set(Keys::WS_BEFORE_DD_COMMA, " "), group, "Before the commas of an initialiser in braces.", table});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_DD_COMMA, " "), group, "Before the commas of an initialiser in braces.", table});
     rows.push_back({set(Keys::WS_BETWEEN_DD_ELEMENTS, " "), group,
                     "After the commas of an initialiser in braces; absent, a table keeps its rows.", table});
     rows.push_back({set(Keys::WS_BETWEEN_ROW_ELEMENTS, " "), group,
                     "After the commas within kept rows, and in other braces of expressions (`T{a, b}`); what stands in "
                     "columns stays there.", "int sizes[] = {\n    1,2,\n    3,4,\n};\n"});
-    rows.push_back({set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
     rows.push_back({set(Keys::WS_BETWEEN_ENUM_ELEMENTS, " "), group, "After the commas between enumerators.",
                     enumeration});
 }

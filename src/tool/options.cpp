@@ -187,8 +187,11 @@ private:
             ->type_name("N")
             ->group(otherGroup)
             ->allow_extra_args(false);
-        app_.add_option("--cursor", options_.cursor, "Tell where this offset moves to")->type_name("N")->group(otherGroup);
-        app_.add_flag("--output-replacements-xml", options_.printsReplacements, "Print replacements")->group(otherGroup);
+        app_.add_option("--cursor", options_.cursor, "Tell where this offset moves to")
+            ->type_name("N")
+            ->group(otherGroup);
+        app_.add_flag("--output-replacements-xml", options_.printsReplacements, "Print replacements")
+            ->group(otherGroup);
         app_.add_option("--fallback-style", ignored_, "")->group("");
         app_.add_option("--sort-includes", ignored_, "")->group("")->expected(0, 1);
     }

@@ -91,7 +91,8 @@ TEST_F(Vantrel, NeverGuesses) {
                                                       {"--files", "none"}}) {
         const ProgramResult result = run(arguments);
         EXPECT_EQ(result.status, 2) << arguments.front();
-        EXPECT_THAT(result.errors, HasSubstr(result.errors.starts_with("a.c") ? "a.c: error: there is no line 9" : "vantrel: "));
+        EXPECT_THAT(result.errors,
+                    HasSubstr(result.errors.starts_with("a.c") ? "a.c: error: there is no line 9" : "vantrel: "));
         EXPECT_EQ(result.output, "");
     }
     EXPECT_EQ(folder.read("a.c") + folder.read("b.c"), std::string(wide) + wide);
@@ -150,7 +151,8 @@ TEST_F(Vantrel, ManyFilesComeInOrderAndASignalLeavesNoneHalfDone) {
     std::replace(separated.begin(), separated.end(), '\n', '\0');
     EXPECT_EQ(filter({"-l", "-q", "-0", "--files", "-"}, separated).output, names);
 
-    const std::string command = "cd '" + folder.path() + "'; " VANTREL_PROGRAM " -i -q -j3 . & sleep 0.03; kill -TERM $!; wait $!";
+    const std::string command =
+        "cd '" + folder.path() + "'; " VANTREL_PROGRAM " -i -q -j3 . & sleep 0.03; kill -TERM $!; wait $!";
     EXPECT_NE(std::system(command.c_str()), -1);
     for (const std::string& name : folder.names()) {
         if (!name.ends_with(".c")) continue;
@@ -174,7 +176,8 @@ TEST_F(Vantrel, IsALanguageServer) {
         frame(R"({"id":2,"method":"textDocument/formatting","params":{)" + document + "}}}") +
         frame(R"({"id":3,"method":"shutdown"})") + frame(R"({"method":"exit"})");
     const std::string edit =
-        R"({"id":2,"jsonrpc":"2.0","result":[{"newText":"","range":{"end":{"character":5,"line":0},"start":{"character":4,"line":0}}}]})";
+        R"({"id":2,"jsonrpc":"2.0","result":[{"newText":"","range":{"end":{"character":5,"line":0},)"
+        R"("start":{"character":4,"line":0}}}]})";
     const ProgramResult served = filter({"lsp"}, session);
     EXPECT_EQ(served.status, 0);
     EXPECT_THAT(served.output, HasSubstr(frame(edit)));
