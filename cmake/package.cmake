@@ -11,8 +11,11 @@ set(CPACK_PACKAGE_NAME vantrel)
 set(CPACK_PACKAGE_VENDOR "Vantrel")
 set(CPACK_PACKAGE_CONTACT "Vantrel <support@vantrel.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "formatter for C and C++ source code")
-set(CPACK_PACKAGE_DESCRIPTION
-    "vantrel lays out C and C++ sources by a scheme: where braces stand, what is\nindented, where blanks and line breaks go. It changes white space and nothing\nelse, and proves that in every run. It formats trees, changed lines, and what\neditors send.")
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
+       "vantrel lays out C and C++ sources by a scheme: where braces stand, what is\n"
+       "indented, where blanks and line breaks go. It changes white space and nothing\n"
+       "else, and proves that in every run. It formats trees, changed lines, and what\n"
+       "editors send.")
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://vantrel.example")

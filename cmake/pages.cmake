@@ -1,5 +1,5 @@
-# What vantrel tells of itself, made by it: the pages of keys, the completions, and the manual page where scdoc is there.
-# docs/keys.md is checked in, and brought up to date by the target "pages".
+# What vantrel tells of itself, made by it: the pages of keys, the completions, and the manual page where scdoc is
+# there. docs/keys.md is checked in, and brought up to date by the target "pages".
 set(VANTREL_PAGES ${PROJECT_BINARY_DIR}/pages)
 
 # made_page(FILE INPUT COMMAND...): a file in there that holds what the command prints.

@@ -1,4 +1,4 @@
-// A tour of what VantrelCmd lays out. Try:  ./run -s allman examples/tour.cpp -
+// A tour of what vantrel lays out. Try:  ./run vantrel -s allman examples/tour.cpp
 #include <exception>
 #include <iostream>
 #include <string>

@@ -34,7 +34,8 @@ std::size_t contentLength(const std::string& head) {
     std::size_t length = 0;
     if (at != std::string::npos) {
         const std::size_t digits = lower.find_first_not_of(' ', at + 2 + lengthName.size());
-        const auto parsed = std::from_chars(lower.data() + std::min(digits, lower.size()), lower.data() + lower.size(), length);
+        const auto parsed =
+            std::from_chars(lower.data() + std::min(digits, lower.size()), lower.data() + lower.size(), length);
         if (parsed.ec == std::errc() && length <= longestMessage) return length;
     }
     throw std::runtime_error("a message has no Content-Length");

@@ -20,6 +20,7 @@ constexpr int requestFailed = -32803;
 
 constexpr int incrementalChanges = 2;
 constexpr int errorSeverity = 1;
+constexpr std::size_t mostDiagnostics = 100;  // of one document
 
 Json json(Position position) {
     return {{"line", position.line}, {"character", position.character}};
@@ -42,7 +43,8 @@ std::string pathOf(const std::string& uri) {
     if (!uri.starts_with(fileScheme)) return "./untitled";
     std::string path;
     for (std::size_t at = std::min(uri.find('/', fileScheme.size()), uri.size()); at < uri.size(); ++at) {
-        const bool isEscape = uri[at] == '%' && at + 2 < uri.size() && digitValue(uri[at + 1]) >= 0 && digitValue(uri[at + 2]) >= 0;
+        const bool isEscape =
+            uri[at] == '%' && at + 2 < uri.size() && digitValue(uri[at + 1]) >= 0 && digitValue(uri[at + 2]) >= 0;
         path += isEscape ? static_cast<char>(digitValue(uri[at + 1]) * 16 + digitValue(uri[at + 2])) : uri[at];
         if (isEscape) at += 2;
     }
@@ -50,7 +52,9 @@ std::string pathOf(const std::string& uri) {
 }
 
 std::size_t lineOf(const std::string& text, std::size_t offset) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n')) + 1;
+    return static_cast<std::size_t>(
+               std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(offset), '\n')) +
+           1;
 }
 
 // A range that ends at the start of a line does not touch that line.
@@ -230,11 +234,13 @@ Json Server::diagnosticsOf(const std::string& uri, const std::string& text) {
     } catch (const std::runtime_error&) {
         return diagnostics;  // formatting tells of it, when somebody asks
     }
+    if (result.problems.size() > mostDiagnostics) result.problems.resize(mostDiagnostics);
     for (const Formatter::Problem& problem : result.problems) {
         const std::size_t line = std::max<std::size_t>(problem.line, 1) - 1;
         const std::size_t lineStart = offsetOf(text, {line, 0});
         const std::size_t place = std::min(lineStart + std::max<std::size_t>(problem.column, 1) - 1, text.size());
-        const Position start{line, PositionWalk(std::string_view(text).substr(lineStart)).positionOf(place - lineStart).character};
+        const Position start{
+            line, PositionWalk(std::string_view(text).substr(lineStart)).positionOf(place - lineStart).character};
         const Position end{line, start.character + 1};
         diagnostics.push_back({{"range", {{"start", json(start)}, {"end", json(end)}}},
                                {"severity", errorSeverity},

@@ -20,13 +20,15 @@ struct GroupText {
 constexpr GroupText groupTexts[] = {
     {KeyGroup::WholeText, "The whole text"},
     {KeyGroup::Braces, "Braces and indentation",
-     "Every construct that has braces has the same four places: before and after \"{\", before \"}\", and the indentation "
+     "Every construct that has braces has the same four places: before and after \"{\", before \"}\", and the "
+     "indentation "
      "added to what is between them. A single statement without braces is placed as if it had them. Other braces in "
      "expressions, as those of a lambda, keep the white space around them, and the lines between them are indented as "
      "in initialisers."},
     {KeyGroup::OneLine, "What stays on one line",
      "These keep what stands on one line in the source, and fits within the right margin where lines are wrapped."},
-    {KeyGroup::KeptLayout, "Lines and columns of the author's", "What a team has laid out by hand comes back as it was."},
+    {KeyGroup::KeptLayout, "Lines and columns of the author's",
+     "What a team has laid out by hand comes back as it was."},
     {KeyGroup::Classes, "Classes"},
     {KeyGroup::Functions, "Functions, parameters and calls"},
     {KeyGroup::Templates, "Templates"},
@@ -37,9 +39,11 @@ constexpr GroupText groupTexts[] = {
     {KeyGroup::Control, "Control statements"},
     {KeyGroup::Expressions, "Expressions"},
     {KeyGroup::LongLines, "Long lines",
-     "With CALL_ARGS_WRAP_STRATEGY, EXPR_WRAP_STRATEGY or WRAP_LAST_RESORT, breaks that serve little are not made: those "
+     "With CALL_ARGS_WRAP_STRATEGY, EXPR_WRAP_STRATEGY or WRAP_LAST_RESORT, breaks that serve little are not made: "
+     "those "
      "that leave their line too long, those inside \"[ ]\", and those behind casts and at comparisons where there are "
-     "other places; \"?\" and \":\" begin their lines; and columns are those that people see: a character of UTF-8 counts "
+     "other places; \"?\" and \":\" begin their lines; and columns are those that people see: a character of UTF-8 "
+     "counts "
      "one, a wide one two."},
     {KeyGroup::WithoutEffect, "Keys without effect"},
 };

@@ -37,7 +37,8 @@ constexpr const char* declaration = "int f(int a,int b);\n";
 constexpr const char* call = "int x = f(a,b);\n";
 constexpr const char* header = "template<class T,int n>\nclass A;\n";
 constexpr const char* loop = "void f()\n{\n    for(int i = 0;i < n;++i) go(i);\n}\n";
-constexpr const char* choice = "void f()\n{\n    switch (key)\n    {\n    case 1:go();\n    default:stop();\n    }\n}\n";
+constexpr const char* choice =
+    "void f()\n{\n    switch (key)\n    {\n    case 1:go();\n    default:stop();\n    }\n}\n";
 constexpr const char* sum = "int x = a+b;\n";
 constexpr const char* longCall = "int x = call(first_argument, second_argument, third_argument);\n";
 constexpr const char* longSum = "int x = first_operand + second_operand + third_operand;\n";
@@ -58,21 +59,31 @@ void addWholeText(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::VANTREL_VERSION, "1.2.1"), group,
                     "The version that the scheme was written for. A scheme without it is one of version 1.1.0, and is "
                     "converted.", ""});
+    rows.push_back({set(Keys::REQUIRED_VERSION, "1"), group,
+                    "The version of vantrel that the scheme needs; one of another major version refuses it.", ""});
     rows.push_back({set(Keys::LEFT_MARGIN, ""), group,
                     "Indentation of the outermost level. Absent: the white space at the start of its lines stays as it "
-                    "is; the contents of bodies are still indented where their key is present.", "    int a;\n  int b;\n"});
-    rows.push_back({set(Keys::TAB_SIZE, 8), group,
-                    "Columns to a tab stop, in the input and in the output; alignment goes by tab stops. 1 when absent.",
-                    "int\ta;\n", {set(Keys::CONVERT_WS, 1), set(Keys::DATA_DO_NOT_FORMAT, true)}});
-    rows.push_back({set(Keys::CONVERT_WS, 1), group,
-                    "0 tabs and blanks as they come, 1 tabs become blanks, 2 blanks become tabs. Kept are literals, "
-                    "comments but for the start of their lines, what stands as it is (protected regions, #if 0), and in "
-                    "a directive also the name of a header and all that follows an apostrophe in a word or number, a "
-                    "raw string, or a literal that goes on in the next line.",
-                    "int\ta;\n", {set(Keys::TAB_SIZE, 8)}});
-    rows.push_back({set(Keys::MAX_BLANK_LINES, 1), group,
-                    "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
-                    "int a;\n\n\n\nint b;\n"});
+                    "is; the contents of bodies are still indented where their key is present.",
+                    "    int a;\n  int b;\n"});
+    rows.push_back(
+        {set(Keys::TAB_SIZE, 8),
+         group,
+         "Columns to a tab stop, in the input and in the output; alignment goes by tab stops. 1 when absent.",
+         "int\ta;\n",
+         {set(Keys::CONVERT_WS, 1), set(Keys::DATA_DO_NOT_FORMAT, true)}});
+    rows.push_back(
+        {set(Keys::CONVERT_WS, 1),
+         group,
+         "0 tabs and blanks as they come, 1 tabs become blanks, 2 blanks become tabs. Kept are literals, "
+         "comments but for the start of their lines, what stands as it is (protected regions, #if 0), and in "
+         "a directive also the name of a header and all that follows an apostrophe in a word or number, a "
+         "raw string, or a literal that goes on in the next line.",
+         "int\ta;\n",
+         {set(Keys::TAB_SIZE, 8)}});
+    rows.push_back(
+        {set(Keys::MAX_BLANK_LINES, 1), group,
+         "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
+         "int a;\n\n\n\nint b;\n"});
     rows.push_back({set(Keys::STRIP_TRAILING_WS, true), group,
                     "Blanks and tabs at line ends go, those of comments too; those of literals, directives of several "
                     "lines, splices and protected regions stay.", "int a;  // why   \nint b;   \n"});
@@ -94,7 +105,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
     rows.push_back({set(Keys::KEEP_UNRECOGNIZED, true), group,
                     "Macros that stand by themselves without \";\", and what no rule recognises but whose brackets "
-                    "match, are kept as written. Off or absent: such a source is refused.", "MODULE(app)\nif (ready) go();\n"});
+                    "match, are kept as written. Off or absent: such a source is refused.",
+                    "MODULE(app)\nif (ready) go();\n"});
 }
 
 struct BraceKeys {
@@ -140,8 +152,8 @@ void addBraces(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::INDENT_CS_SINGLE, "  "), group,
                     "Indentation of a body without braces; absent, that of one with braces.",
                     "void f()\n{\nif (ready)\ngo();\n}\n"});
-    rows.push_back({set(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE, "\n"), group, "White space before the \"{\" of extern \"C\".",
-                    linkage});
+    rows.push_back({set(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE, "\n"), group,
+                    "White space before the \"{\" of extern \"C\".", linkage});
     rows.push_back({set(Keys::INDENT_LINKAGE_CONTENT, "    "), group, "Indentation of what is between the braces of "
                     "extern \"C\".", linkage});
 }
@@ -169,12 +181,15 @@ void addOneLine(std::vector<KeyGuide>& rows) {
 
 void addKeptLayout(std::vector<KeyGuide>& rows) {
     constexpr KeyGroup group = KeyGroup::KeptLayout;
-    rows.push_back({set(Keys::KEEP_LINE_BREAKS, true), group,
-                    "Lines that begin inside lists, conditions and expressions, or behind a template header or the "
-                    "type of data, still do so. They hang under what they continue: the first element of their list, the "
-                    "first operand behind = or return, the first . of a chain; else WRAP_INDENT behind their statement. "
-                    "Off, such lines stand at the indentation.",
-                    "int x = f(first,\n  second);\n", {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
+    rows.push_back(
+        {set(Keys::KEEP_LINE_BREAKS, true),
+         group,
+         "Lines that begin inside lists, conditions and expressions, or behind a template header or the "
+         "type of data, still do so. They hang under what they continue: the first element of their list, the "
+         "first operand behind = or return, the first . of a chain; else WRAP_INDENT behind their statement. "
+         "Off, such lines stand at the indentation.",
+         "int x = f(first,\n  second);\n",
+         {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
                     "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
                     "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`; absent, "
@@ -197,13 +212,18 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "The lines of protected regions keep the white space at their start.",
                     "void f()\n{\n        // VT-FORMAT-OFF\n            a  =  b;\n        // VT-FORMAT-ON\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
-    rows.push_back({set(Keys::KEEP_COLUMNS, true), group,
-                    "A tab, or several blanks, stays where the scheme asks for one blank.", "int    size;\nchar*  name;\n",
+    rows.push_back({set(Keys::KEEP_COLUMNS, true),
+                    group,
+                    "A tab, or several blanks, stays where the scheme asks for one blank.",
+                    "int    size;\nchar*  name;\n",
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
-    rows.push_back({set(Keys::INDENT_FROM_LINE, true), group,
-                    "Bodies are indented from the indentation of the line on which their construct begins, not from the "
-                    "construct's own column.", "void f()\n{\n    int m = w(); if (m > 9)\n    m = 9;\n}\n",
-                    {set(Keys::INDENT_CS_CONTENT, "    ")}});
+    rows.push_back(
+        {set(Keys::INDENT_FROM_LINE, true),
+         group,
+         "Bodies are indented from the indentation of the line on which their construct begins, not from the "
+         "construct's own column.",
+         "void f()\n{\n    int m = w(); if (m > 9)\n    m = 9;\n}\n",
+         {set(Keys::INDENT_CS_CONTENT, "    ")}});
 }
 
 void addClasses(std::vector<KeyGuide>& rows) {
@@ -289,13 +309,15 @@ void addData(std::vector<KeyGuide>& rows) {
                     "breaks lines.", "int a,b;\n"});
     rows.push_back({set(Keys::WS_AROUND_BITFIELD_COLON, " "), group, "On both sides of the \":\" of a bit field.",
                     "struct A\n{\n    int bits:3;\n};\n"});
-    rows.push_back({set(Keys::WS_BEFORE_DD_COMMA, " "), group, "Before the commas of an initialiser in braces.", table});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_DD_COMMA, " "), group, "Before the commas of an initialiser in braces.", table});
     rows.push_back({set(Keys::WS_BETWEEN_DD_ELEMENTS, " "), group,
                     "After the commas of an initialiser in braces; absent, a table keeps its rows.", table});
     rows.push_back({set(Keys::WS_BETWEEN_ROW_ELEMENTS, " "), group,
                     "After the commas within kept rows, and in other braces of expressions (`T{a, b}`); what stands in "
                     "columns stays there.", "int sizes[] = {\n    1,2,\n    3,4,\n};\n"});
-    rows.push_back({set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
     rows.push_back({set(Keys::WS_BETWEEN_ENUM_ELEMENTS, " "), group, "After the commas between enumerators.",
                     enumeration});
 }
@@ -351,15 +373,18 @@ void addControl(std::vector<KeyGuide>& rows) {
     constexpr KeyGroup group = KeyGroup::Control;
     rows.push_back({set(Keys::WS_AFTER_CS_KEY, " "), group, "Between if, for, while, switch, catch and \"(\".",
                     condition});
-    rows.push_back({set(Keys::WS_AFTER_CS_OPEN_PAREN, " "), group, "After the \"(\" of control statements.", condition});
+    rows.push_back(
+        {set(Keys::WS_AFTER_CS_OPEN_PAREN, " "), group, "After the \"(\" of control statements.", condition});
     rows.push_back({set(Keys::WS_BEFORE_CS_CLOSE_PAREN, " "), group, "Before the \")\" of control statements.",
                     condition});
     rows.push_back({set(Keys::WS_BETWEEN_CS, "\n"), group,
                     "Between \"}\" and else, catch, or the while of do; after a part without braces, always a line "
                     "break.", "void f()\n{\n    if (ready) {\n        go();\n    } else {\n    }\n}\n"});
-    rows.push_back({set(Keys::WS_BEFORE_DO_WHILE, " "), group,
+    rows.push_back({set(Keys::WS_BEFORE_DO_WHILE, " "),
+                    group,
                     "Between the \"}\" of a do and its while; absent, as in front of else.",
-                    "void f()\n{\n    do {\n        go();\n    } while (ready);\n}\n", {set(Keys::WS_BETWEEN_CS, "\n")}});
+                    "void f()\n{\n    do {\n        go();\n    } while (ready);\n}\n",
+                    {set(Keys::WS_BETWEEN_CS, "\n")}});
     rows.push_back({set(Keys::WS_BETWEEN_CS_FOR_CLAUSES, " "), group, "After each \";\" in the head of a for.", loop});
     rows.push_back({set(Keys::ALIGN_CS_FOR_CLAUSES_LEFT, true), group,
                     "Each clause of a for on a line of its own, under the first.", loop});
@@ -378,9 +403,10 @@ void addControl(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_AFTER_CS_CASE_LABELS, "\n"), group,
                     "Between a case label and its first statement; without a line break, comments below the label stay "
                     "there.", choice});
-    rows.push_back({set(Keys::WS_BEFORE_CASE_OPEN_BRACE, " "), group,
-                    "Between a case label and the \"{\" behind it; the block then goes by the column of the label.",
-                    "void f()\n{\n    switch (key)\n    {\n    case 1:\n        {\n            go();\n        }\n    }\n}\n"});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_CASE_OPEN_BRACE, " "), group,
+         "Between a case label and the \"{\" behind it; the block then goes by the column of the label.",
+         "void f()\n{\n    switch (key)\n    {\n    case 1:\n        {\n            go();\n        }\n    }\n}\n"});
 }
 
 void addExpressions(std::vector<KeyGuide>& rows) {
@@ -414,10 +440,11 @@ void addLongLines(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::EXPR_WRAP_STYLE, 2), group,
                     "2: operators end the lines that are broken at them; 0, 1: they start the next one.", longSum,
                     wrapping()});
-    rows.push_back({set(Keys::COMMA_WRAP_STYLE, 1), group,
-                    "2: commas end the lines that are broken at them; 0, 1: they start the next one. With 0, a list that "
-                    "would be filled (LIST_WRAP_STRATEGY 1) is not broken.", longCall,
-                    wrapping({})});
+    rows.push_back(
+        {set(Keys::COMMA_WRAP_STYLE, 1), group,
+         "2: commas end the lines that are broken at them; 0, 1: they start the next one. With 0, a list that "
+         "would be filled (LIST_WRAP_STRATEGY 1) is not broken.",
+         longCall, wrapping({})});
     rows.push_back({set(Keys::SHIFT_WRAP_STYLE, 2), group,
                     "How chains of << and >> are broken: 0 never, 1 the operators start lines, 2 they end them.",
                     longChain, wrapping()});

@@ -4,6 +4,7 @@
 
 #include "scheme/known_keys.h"
 #include "scheme/property_set_store.h"
+#include "scheme/scheme_conversion.h"
 
 namespace TesselUI {
 
@@ -15,7 +16,11 @@ constexpr std::string_view whiteSpace = " \t\n";
 bool isWhitespace(std::string_view key) {
     namespace Keys = Tessel::Keys;
     return Keys::isKnown(key) && Keys::typeOf(key) == Tessel::PropertyType::String &&
-           key != Keys::VANTREL_VERSION;
+           key != Keys::VANTREL_VERSION && key != Keys::REQUIRED_VERSION.name;
+}
+
+std::string_view majorVersion(std::string_view version) {
+    return version.substr(0, version.find('.'));
 }
 
 }  // namespace
@@ -33,6 +38,12 @@ std::optional<UnusableText> findUnusableText(const Tessel::PropertySet& scheme) 
         }
     }
     return std::nullopt;
+}
+
+bool needsOtherVersion(const Tessel::PropertySet& scheme) {
+    std::string version;
+    if (!scheme.getString(Tessel::Keys::REQUIRED_VERSION.name, version)) return false;
+    return majorVersion(version) != majorVersion(CURRENT_VERSION);
 }
 
 std::string findSchemeFile(const std::string& directory, std::string_view schemeName) {

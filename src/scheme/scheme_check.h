@@ -22,6 +22,9 @@ struct UnusableText {
 // feeds.
 std::optional<UnusableText> findUnusableText(const Tessel::PropertySet& scheme);
 
+// Whether the scheme asks for a program of another major version than this one's.
+bool needsOtherVersion(const Tessel::PropertySet& scheme);
+
 // The path of the file that the scheme of that name was read from; the name itself when the file has gone.
 std::string findSchemeFile(const std::string& directory, std::string_view schemeName);
 

@@ -43,6 +43,15 @@ std::optional<Edits::LineSet> wantedLines(const FileJob& job, const std::string&
     return Edits::LineSet(std::move(ranges));
 }
 
+// What is wrong with the lines that a job names; empty when nothing is.
+std::string faultOfLines(const FileJob& job, const std::string& source) {
+    if (!job.lines || job.lines->ranges().empty()) return {};
+    const Edits::LineSet::Range& last = job.lines->ranges().back();
+    const auto count = static_cast<std::size_t>(std::count(source.begin(), source.end(), '\n')) + 1;
+    if (last.first <= count) return {};
+    return "there is no line " + std::to_string(last.first) + ": it has " + std::to_string(count);
+}
+
 std::string withLineFeeds(std::string text) {
     return std::string(Zelmor::TextDocument(std::move(text)).text());
 }
@@ -85,6 +94,9 @@ void format(const FileJob& job, FileResult& result) {
     if (Zelmor::isUtf16(result.source)) {
         return end(result, Outcome::Refused, "is stored as UTF-16; convert it to UTF-8 to have it formatted");
     }
+    if (std::string fault = faultOfLines(job, result.source); !fault.empty()) {
+        return end(result, Outcome::Failed, std::move(fault));
+    }
     const Run::FormattedText formatted = Run::formatText(*job.options, result.source);
     if (!formatted.messages.empty()) {
         result.outcome = Outcome::Refused;
@@ -125,7 +137,6 @@ FileResult formatFile(const FileJob& job) {
         result.stamp = content.stamp;
         result.source = std::move(content.text);
         format(job, result);
-        if (result.outcome == Outcome::Unchanged) std::string().swap(result.source);
     });
 }
 

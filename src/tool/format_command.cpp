@@ -1,5 +1,7 @@
 #include "tool/format_command.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -74,7 +76,7 @@ public:
         if (!options.filesFrom.empty()) addListedPaths(query, streams);
         isStandardInput_ = query.paths.empty() ? !git_ && options.filesFrom.empty() : query.paths == inputAlone();
         if (isStandardInput_) {
-            addStandardInput();
+            addStandardInput(streams);
             return;
         }
         if (query.paths.empty() && git_) query.paths = {shown(git_->topFolder())};
@@ -153,8 +155,11 @@ private:
         throw Failure(query.paths.empty() ? "the list names no file" : "there is no C or C++ source in" + folders);
     }
 
-    void addStandardInput() {
+    void addStandardInput(const Streams& streams) {
         if (options_.mode == Mode::InPlace) throw Failure("-i needs files or folders: standard input has no place");
+        if (options_.paths.empty() && ::isatty(streams.input) != 0) {
+            throw Failure("name files or folders, or \"-\" for standard input\n\"vantrel --help\" shows examples.");
+        }
         const std::string name = options_.inputName.empty() ? "<stdin>" : options_.inputName;
         add(name, options_.inputName.empty() ? "./stdin" : options_.inputName, lineRanges());
     }
@@ -234,8 +239,8 @@ private:
             for (const std::string& file : jobs_.list().leftOut) {
                 streams_.errors << "vantrel: " << file << ": left out by .vantrelignore or --exclude\n";
             }
+            for (const LoadedScheme* scheme : jobs_.schemes().loaded()) reportFaults(*scheme);
         }
-        for (const LoadedScheme* scheme : jobs_.schemes().loaded()) reportFaults(*scheme);
     }
 
     void reportFaults(const LoadedScheme& scheme) {
@@ -291,9 +296,7 @@ private:
         if (options_.printsReplacements) return output_.write(replacementXml(result.replacements));
         if (isRefused && !echoes) return;
         if (options_.cursor) output_.write(cursorLine(*options_.cursor, result.replacements));
-        if (result.outcome == Outcome::Changed) return output_.write(result.formatted());
-        const bool isDropped = result.source.empty() && result.stamp;  // an unchanged file's text is not kept
-        output_.write(isDropped ? Files::readFile(result.name).text : result.source);
+        output_.write(result.formatted());
     }
 
     void count(const FileResult& result, bool isSkipped) {

@@ -155,8 +155,9 @@ std::string keyText(const KeyGuide& guide) {
 }
 
 std::string keyPageMarkdown() {
-    std::string text = "# The keys of schemes\n\n<!-- Made by \"vantrel keys --markdown\" from the guide to the keys. -->\n\n" +
-                       wrapped(std::string(introduction), 0, 120) + '\n';
+    std::string text =
+        "# The keys of schemes\n\n<!-- Made by \"vantrel keys --markdown\" from the guide to the keys. -->\n\n" +
+        wrapped(std::string(introduction), 0, 120) + '\n';
     const auto addTitle = [&text](const std::string& title, const std::string& about) {
         text += "\n## " + title + '\n';
         if (!about.empty()) text += '\n' + wrapped(about, 0, 120) + '\n';
@@ -175,7 +176,8 @@ std::string keyPageMarkdown() {
 
 std::string keyPageHtml() {
     std::string text =
-        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>The keys of schemes</title>\n<style>\n"
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>The keys of "
+        "schemes</title>\n<style>\n"
         "body { font: 16px/1.5 sans-serif; max-width: 60em; margin: 2em auto; padding: 0 1em; }\n"
         "pre { background: #f4f4f4; padding: 0.6em; overflow-x: auto; }\n"
         ".pair { display: grid; grid-template-columns: 1fr 1fr; gap: 1em; }\n"

@@ -176,28 +176,34 @@ std::string completionScript(const std::string& shell) {
 
 std::string manualSource() {
     return "vantrel(1)\n\n# NAME\n\nvantrel, VantrelCmd - lay out C and C++ sources\n" +
-           section("SYNOPSIS", "*vantrel* \\[-i | --check | --diff | -l\\] \\[-s _scheme_\\] \\[_path_...\\]\n\n"
-                               "*vantrel* _command_ \\[_argument_\\]\n\n"
-                               "*VantrelCmd* -s _scheme_ _infile_ _outfile_\n") +
-           section("DESCRIPTION",
-                   "Changes the white space of C and C++ sources as a scheme says, and nothing else: every run proves that "
-                   "the tokens, comments and directives are those of the source.\n\n"
-                   "Paths are files and folders. Folders are walked, without what .gitignore and .vantrelignore leave out. "
-                   "Without a path, standard input is formatted to standard output.\n\n"
-                   "The scheme is the one that *-s* names, or the file .vantrel.vts in the nearest folder upwards from each "
-                   "file.\n\n"
-                   "*VantrelCmd* formats one file into another, which it overwrites; \"-\" stands for standard input and "
-                   "output. *VantrelCmd -?* shows its usage.\n") +
+           section("SYNOPSIS",
+                   "*vantrel* \\[-i | --check | --diff | -l\\] \\[-s _scheme_\\] \\[_path_...\\]\n\n"
+                   "*vantrel* _command_ \\[_argument_\\]\n\n"
+                   "*VantrelCmd* -s _scheme_ _infile_ _outfile_\n") +
+           section(
+               "DESCRIPTION",
+               "Changes the white space of C and C++ sources as a scheme says, and nothing else: every run proves that "
+               "the tokens, comments and directives are those of the source.\n\n"
+               "Paths are files and folders. Folders are walked, without what .gitignore and .vantrelignore leave out. "
+               "Without a path, standard input is formatted to standard output.\n\n"
+               "The scheme is the one that *-s* names, or the file .vantrel.vts in the nearest folder upwards from "
+               "each "
+               "file.\n\n"
+               "*VantrelCmd* formats one file into another, which it overwrites; \"-\" stands for standard input and "
+               "output. *VantrelCmd -?* shows its usage.\n") +
            section("OPTIONS", optionSection()) + section("COMMANDS", commandSection()) +
            section("EXIT STATUS",
                    "*0*\n\tAll is fine.\n\n*1*\n\tSomething would change, with *--check*, *--diff* and *-l*.\n\n"
                    "*2*\n\tThe command line, a scheme, input or output.\n\n*3*\n\tA source was refused.\n") +
-           section("FILES", "_.vantrel.vts_\n\tThe scheme of a project.\n\n_.vantrelignore_\n\tFiles and folders to leave "
-                            "out, in the form of .gitignore.\n") +
-           section("ENVIRONMENT", "*VANTREL_SCHEMES*\n\tA folder with schemes of your own.\n\n*NO_COLOR*\n\tMessages have "
-                                  "no colors.\n") +
-           section("EXAMPLES", "Format a tree in place:\n\n\tvantrel -i -s knr src\n\nOnly the lines that differ from the "
-                               "last commit:\n\n\tvantrel -i --changed\n") +
+           section("FILES",
+                   "_.vantrel.vts_\n\tThe scheme of a project.\n\n_.vantrelignore_\n\tFiles and folders to leave "
+                   "out, in the form of .gitignore.\n") +
+           section("ENVIRONMENT",
+                   "*VANTREL_SCHEMES*\n\tA folder with schemes of your own.\n\n*NO_COLOR*\n\tMessages have "
+                   "no colors.\n") +
+           section("EXAMPLES",
+                   "Format a tree in place:\n\n\tvantrel -i -s knr src\n\nOnly the lines that differ from the "
+                   "last commit:\n\n\tvantrel -i --changed\n") +
            section("SEE ALSO", "*git*(1), *patch*(1)\n");
 }
 

@@ -21,8 +21,11 @@ constexpr const char* examples =
     "  vantrel -i --changed               only the lines that differ from the last commit\n"
     "  vantrel -s llvm - < a.cpp          as a filter\n"
     "\n"
+    "Scripts written for clang-format find its -style=, -lines=, -offset=, -length=, -cursor= and their like.\n"
     "Without -s, the scheme is the file .vantrel.vts in the nearest folder upwards from each file.\n"
     "Status: 0 fine, 1 something would change, 2 usage, scheme, input or output, 3 something was refused.\n";
+
+constexpr const char* otherGroup = "As other formatters have it";
 
 // Long options that other formatters take with one dash.
 constexpr std::string_view singleDashed[] = {"style",  "fallback-style", "assume-filename",         "lines", "offset",
@@ -68,7 +71,8 @@ std::size_t number(const std::string& text) {
 
 Edits::LineSet::Range lineRange(const std::string& text) {
     const std::size_t colon = text.find(':');
-    if (colon == std::string::npos) throw Failure("--lines takes two numbers, as in --lines 10:20; not \"" + text + '"');
+    if (colon == std::string::npos)
+        throw Failure("--lines takes two numbers, as in --lines 10:20; not \"" + text + '"');
     const Edits::LineSet::Range range{number(text.substr(0, colon)), number(text.substr(colon + 1))};
     if (range.first == 0 || range.last < range.first) {
         throw Failure("--lines " + text + ": lines count from 1, and the second number is the last line");
@@ -108,7 +112,15 @@ public:
         addCommands();
     }
 
-    CLI::App& app() { return app_; }
+    const CLI::App& app() const { return app_; }
+
+    // On one screen: without what scripts ask for rather than people.
+    std::string help() {
+        for (CLI::Option* option : app_.get_options([](CLI::Option* one) { return one->get_group() == otherGroup; })) {
+            option->group("");
+        }
+        return app_.help();
+    }
 
     Options parse(std::vector<std::string> arguments) {
         std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
@@ -166,35 +178,50 @@ private:
     }
 
     void addOthers() {
-        const std::string group = "As other formatters have it";
-        app_.add_option("--style", style_, "file, or a scheme")->type_name("NAME")->group(group);
+        app_.add_option("--style", style_, "file, or a scheme")->type_name("NAME")->group(otherGroup);
         app_.add_option("--offset", options_.offsets, "Where a range begins, in bytes")
             ->type_name("N")
-            ->group(group)
+            ->group(otherGroup)
             ->allow_extra_args(false);
         app_.add_option("--length", options_.lengths, "How long it is")
             ->type_name("N")
-            ->group(group)
+            ->group(otherGroup)
             ->allow_extra_args(false);
-        app_.add_option("--cursor", options_.cursor, "Tell where this offset moves to")->type_name("N")->group(group);
-        app_.add_flag("--output-replacements-xml", options_.printsReplacements, "Print replacements")->group(group);
+        app_.add_option("--cursor", options_.cursor, "Tell where this offset moves to")
+            ->type_name("N")
+            ->group(otherGroup);
+        app_.add_flag("--output-replacements-xml", options_.printsReplacements, "Print replacements")
+            ->group(otherGroup);
         app_.add_option("--fallback-style", ignored_, "")->group("");
         app_.add_option("--sort-includes", ignored_, "")->group("")->expected(0, 1);
     }
 
     void addCommands() {
         app_.require_subcommand(0, 1);
-        addCommand(app_, "schemes", "List the schemes", Command::Schemes);
+        addCommand(app_, "schemes", "List the schemes", Command::Schemes)
+            ->footer(
+                "Example: vantrel schemes\nThe user's own, in the folder VANTREL_SCHEMES, come before shipped ones.");
         CLI::App* const keys =
             addCommand(app_, "keys", "Tell of the keys of schemes, or of one, with an example", Command::Keys);
+        keys->footer("Examples:\n  vantrel keys                    all keys, by group\n"
+                     "  vantrel keys WS_AFTER_FN_NAME   one of them, with an example\n");
         keys->add_option("KEY", options_.argument, "A key")->type_name("");
         keys->add_flag_callback("--markdown", [this] { options_.keyPage = KeyPage::Markdown; }, "All, as Markdown");
         keys->add_flag_callback("--html", [this] { options_.keyPage = KeyPage::Html; }, "All, as a page of HTML");
-        CLI::App* const scheme = app_.add_subcommand("scheme", "Check or upgrade the file of a scheme");
+        CLI::App* const scheme = app_.add_subcommand("scheme", "Show, check or upgrade a scheme");
         scheme->require_subcommand(1);
+        scheme->footer("Examples:\n  vantrel scheme show knr > .vantrel.vts   starts with a shipped one\n"
+                       "  vantrel scheme check .vantrel.vts     status 2 when a line does nothing\n"
+                       "  vantrel scheme upgrade .vantrel.vts   writes the file\n");
+        addCommand(*scheme, "show", "Print the text of a scheme, to start another one with", Command::SchemeShow)
+            ->add_option("NAME", options_.argument, "The scheme: a name, or a file")
+            ->required()
+            ->type_name("");
         addFile(addCommand(*scheme, "check", "Name the lines that do not do what they seem to", Command::SchemeCheck));
         addFile(addCommand(*scheme, "upgrade", "Bring an old scheme to the current keys", Command::SchemeUpgrade));
-        CLI::App* const why = addCommand(app_, "why", "Tell why a file is refused, or what is kept of it", Command::Why);
+        CLI::App* const why =
+            addCommand(app_, "why", "Tell why a file is refused, or what is kept of it", Command::Why);
+        why->footer("Example: vantrel why -s knr main.cpp\nStatus 3 when the file is refused.");
         addFile(why);
         why->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
         addCommand(app_, "lsp", "Run as a language server over standard input and output", Command::Lsp)
@@ -250,7 +277,7 @@ std::optional<Options> parseOptions(int count, const char* const* arguments, std
     } catch (const CLI::CallForVersion& version) {
         out << version.what() << '\n';
     } catch (const CLI::CallForHelp&) {
-        out << commandLine.app().help();
+        out << commandLine.help();
     } catch (const CLI::ParseError& error) {
         std::string message = error.what();
         while (message.ends_with('\n')) message.pop_back();
@@ -264,7 +291,7 @@ std::vector<OptionEntry> optionTable() {
     const std::map<std::string, std::vector<std::string>> choices = {
         {"format", namesOf(formats)}, {"on-refusal", namesOf(refusals)}, {"color", namesOf(colors)}};
     std::vector<OptionEntry> table;
-    for (const CLI::Option* option : std::as_const(commandLine.app()).get_options()) {
+    for (const CLI::Option* option : commandLine.app().get_options()) {
         if (option->get_positional() || option->get_group().empty()) continue;
         const auto found = choices.find(option->get_lnames().empty() ? "" : option->get_lnames().front());
         table.push_back({option->get_name(false, true), option->get_type_size() == 0 ? "" : option->get_type_name(),
@@ -277,7 +304,7 @@ std::vector<OptionEntry> optionTable() {
 std::vector<std::pair<std::string, std::string>> commandTable() {
     CommandLine commandLine;
     std::vector<std::pair<std::string, std::string>> table;
-    for (const CLI::App* command : std::as_const(commandLine.app()).get_subcommands({})) {
+    for (const CLI::App* command : commandLine.app().get_subcommands({})) {
         if (!command->get_group().empty()) table.emplace_back(command->get_name(), command->get_description());
     }
     return table;

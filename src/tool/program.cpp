@@ -23,6 +23,7 @@ int runCommand(const Options& options, const Streams& streams) {
         case Command::Format: return formatCommand(options, streams);
         case Command::Schemes: return listSchemesCommand(streams);
         case Command::Keys: return keysCommand(options, streams);
+        case Command::SchemeShow: return showSchemeCommand(options, streams);
         case Command::SchemeCheck: return checkSchemeCommand(options, streams);
         case Command::SchemeUpgrade: return upgradeSchemeCommand(options, streams);
         case Command::Why: return whyCommand(options, streams);

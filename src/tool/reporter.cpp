@@ -1,6 +1,7 @@
 #include "tool/reporter.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -68,6 +69,17 @@ std::string quotedLine(const Message& message, std::string_view source) {
            indent;
 }
 
+// As tools that apply a diff in the current folder want it.
+std::string diffName(const std::string& name) {
+    namespace fs = std::filesystem;
+    fs::path path = fs::path(name).lexically_normal();
+    if (path.is_absolute()) {
+        const fs::path relative = path.lexically_relative(fs::current_path());
+        path = relative.native().starts_with("..") ? path.relative_path() : relative;
+    }
+    return path.string();
+}
+
 // What would change, a message for each run of lines.
 std::vector<Message> changeMessages(const FileResult& result) {
     std::vector<Message> messages;
@@ -115,7 +127,7 @@ private:
     void reportChange(const FileResult& result) {
         if (options_.mode == Mode::List) place_.output.write(result.name + '\n');
         if (options_.mode == Mode::Diff)
-            place_.output.write(Edits::unifiedDiff(result.name, result.source, result.replacements));
+            place_.output.write(Edits::unifiedDiff(diffName(result.name), result.source, result.replacements));
         if (options_.mode != Mode::Check) return;
         if (isGcc()) {
             for (const Message& message : changeMessages(result)) place_.output.write(text(result.name, message, {}));
@@ -137,7 +149,8 @@ public:
 
     void report(const FileResult& result) override {
         for (const Message& message : result.messages) add(result.name, message);
-        if (result.outcome != Outcome::Changed || options_.mode == Mode::InPlace || options_.mode == Mode::Print) return;
+        if (result.outcome != Outcome::Changed || options_.mode == Mode::InPlace || options_.mode == Mode::Print)
+            return;
         for (const Message& message : changeMessages(result)) add(result.name, message);
     }
     void note(const std::string& file, const Message& message) override { add(file, message); }
@@ -235,7 +248,8 @@ public:
         const Json driver = {{"name", "vantrel"}, {"version", TesselUI::CURRENT_VERSION}};
         write(dump({{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                     {"version", "2.1.0"},
-                    {"runs", Json::array({{{"tool", {{"driver", driver}}}, {"results", std::move(results_)}}})}}) + '\n');
+                    {"runs", Json::array({{{"tool", {{"driver", driver}}}, {"results", std::move(results_)}}})}}) +
+              '\n');
     }
 
 protected:

@@ -37,7 +37,8 @@ int listSchemesCommand(const Streams& streams) {
     std::string text;
     for (const SchemeSummary& scheme : schemes) {
         const std::string margin(width + 2, ' ');
-        text += scheme.name + margin.substr(scheme.name.size()) + scheme.description + '\n' + margin + scheme.file + '\n';
+        text +=
+            scheme.name + margin.substr(scheme.name.size()) + scheme.description + '\n' + margin + scheme.file + '\n';
     }
     return say(text, streams);
 }
@@ -47,11 +48,16 @@ int keysCommand(const Options& options, const Streams& streams) {
     if (options.keyPage == KeyPage::Html) return say(keyPageHtml(), streams);
     if (options.argument.empty()) return say(keyList(), streams);
     std::string key = options.argument;
-    std::transform(key.begin(), key.end(), key.begin(), [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
+    std::transform(key.begin(), key.end(), key.begin(),
+                   [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; });
     if (const Tessel::KeyGuide* guide = Tessel::findKeyGuide(key)) return say(keyText(*guide), streams);
     const std::string_view meant = Tessel::nearestKey(key);
     throw Failure("there is no key " + options.argument +
                   (meant.empty() ? "; \"vantrel keys\" lists all" : "; is " + std::string(meant) + " meant?"));
+}
+
+int showSchemeCommand(const Options& options, const Streams& streams) {
+    return say(readScheme(schemeFile(options.argument)).text, streams);
 }
 
 int checkSchemeCommand(const Options& options, const Streams& streams) {

@@ -29,6 +29,13 @@ std::string readText(const std::string& file) try {
     throw Failure("the scheme file " + file + " cannot be read: " + Files::errorText(failure.error));
 }
 
+// Of those that are only listed, one that cannot be read is left out.
+std::string readTextIfAny(const std::string& file) try {
+    return Files::readFile(file).text;
+} catch (const Files::ReadFailure&) {
+    return {};
+}
+
 // The comment behind the name of a scheme.
 std::string describe(const std::string& text) {
     std::istringstream in(text);
@@ -61,14 +68,6 @@ std::string namesOfSchemes() {
     return names;
 }
 
-std::string fileOfName(const std::string& name) {
-    for (const SchemeSummary& scheme : listSchemes()) {
-        if (scheme.name == name) return scheme.file;
-    }
-    throw Failure("there is no scheme named \"" + name + "\"\nSchemes: " + namesOfSchemes() +
-                  "\nA file is given by its path: -s ./" + name + std::string(ending));
-}
-
 }  // namespace
 
 const LoadedScheme* SchemeFinder::load(const std::string& file) {
@@ -79,6 +78,10 @@ const LoadedScheme* SchemeFinder::load(const std::string& file) {
     Tessel::PropertySet scheme(in);
     std::vector<TesselUI::SchemeFault> faults = TesselUI::lintScheme(text);
     if (in.fail()) throw Failure(file + ": " + faults.front().text);
+    if (TesselUI::needsOtherVersion(scheme)) {
+        throw Failure("the scheme file " + file + " needs another version of vantrel than this one, " +
+                      TesselUI::CURRENT_VERSION);
+    }
     if (TesselUI::isOldScheme(scheme)) TesselUI::convertScheme(scheme);
     if (const auto unusable = TesselUI::findUnusableText(scheme)) {
         throw Failure("the scheme file " + file + " cannot be used: " + unusable->key + ' ' + unusable->problem);
@@ -90,7 +93,7 @@ const LoadedScheme* SchemeFinder::load(const std::string& file) {
 
 const LoadedScheme* SchemeFinder::schemeFor(const std::string& path) {
     if (chosen_.empty()) return nearest(fs::absolute(path).lexically_normal().parent_path().string());
-    if (chosenFile_.empty()) chosenFile_ = isFile(chosen_) ? chosen_ : fileOfName(chosen_);
+    if (chosenFile_.empty()) chosenFile_ = schemeFile(chosen_);
     return load(chosenFile_);
 }
 
@@ -127,7 +130,7 @@ std::vector<SchemeSummary> listSchemes() {
     for (const std::string& directory : schemeDirectories()) {
         for (const std::string& fileName : TesselUI::PropertySetStore::findPSFiles(directory)) {
             if (fileName.starts_with('.')) continue;
-            const std::string text = readText(directory + fileName);
+            const std::string text = readTextIfAny(directory + fileName);
             std::istringstream in(text);
             const Tessel::PropertySet scheme(in);
             if (in.fail() || !names.insert(scheme.getName()).second) continue;
@@ -137,11 +140,19 @@ std::vector<SchemeSummary> listSchemes() {
     return schemes;
 }
 
+std::string schemeFile(const std::string& nameOrFile) {
+    if (isFile(nameOrFile)) return nameOrFile;
+    for (const SchemeSummary& scheme : listSchemes()) {
+        if (scheme.name == nameOrFile) return scheme.file;
+    }
+    throw Failure("there is no scheme named \"" + nameOrFile + "\"\nSchemes: " + namesOfSchemes() +
+                  "\nA file is given by its path: ./" + nameOrFile + std::string(ending));
+}
+
 std::string noSchemeMessage(const std::string& path) {
-    const std::string example = TesselUI::shippedSchemeDirectory() + "knr" + std::string(ending);
     return "there is no scheme for " + path + ": name one with -s, or put a file " + projectFile +
            " into the folder of the project\nSchemes: " + namesOfSchemes() +
-           "\nTo start with one of them: cp " + example + ' ' + projectFile;
+           "\nTo start with one of them: vantrel scheme show knr > " + projectFile;
 }
 
 }  // namespace Tool

@@ -28,7 +28,8 @@ struct SchemeSummary {
 // Finds the scheme of each file, reading no scheme twice, and writing none. Throws Failure for one that cannot be used.
 class SchemeFinder {
 public:
-    // The scheme of that name, or in that file, for all files; when it is empty, the nearest file ".vantrel.vts" upwards.
+    // The scheme of that name, or in that file, for all files; when it is empty, the nearest file ".vantrel.vts"
+    // upwards.
     explicit SchemeFinder(std::string chosen) : chosen_(std::move(chosen)) {}
 
     // Null when there is none. Borrowed from the finder.
@@ -49,6 +50,9 @@ private:
 
 // All schemes that have a name, the user's own before shipped ones.
 std::vector<SchemeSummary> listSchemes();
+
+// The file of a scheme that is given by its name, or as a file. Throws Failure when there is none of that name.
+std::string schemeFile(const std::string& nameOrFile);
 
 // What to do where no scheme is found for a file.
 std::string noSchemeMessage(const std::string& path);

@@ -55,8 +55,8 @@ struct Brace {
     std::size_t indent = 0;
 };
 
-// Where the braces of a text part: what a "{" that stands alone, or the first "}" at the start of a line that is indented
-// otherwise than the line of its "{", tells. A line 0 stands for none.
+// Where the braces of a text part: what a "{" that stands alone, or the first "}" at the start of a line that is
+// indented otherwise than the line of its "{", tells. A line 0 stands for none.
 struct Parting {
     Brace open;
     Brace close;

@@ -63,7 +63,8 @@ TEST(UnifiedDiff, HasHunksThatToolsTake) {
         return Edits::unifiedDiff(name, before, Edits::replacementsBetween(before, after));
     };
     EXPECT_EQ(diff("a.c", "x", "x"), "");
-    EXPECT_EQ(diff("a b.c", "x ", "x\n"), "--- a/a b.c\t\n+++ b/a b.c\t\n@@ -1 +1 @@\n-x \n\\ No newline at end of file\n+x\n");
+    EXPECT_EQ(diff("a b.c", "x ", "x\n"),
+              "--- a/a b.c\t\n+++ b/a b.c\t\n@@ -1 +1 @@\n-x \n\\ No newline at end of file\n+x\n");
     EXPECT_EQ(diff("\"", "1\n2\n3\n4\n\n5\n6\n", "1\n2\n3\n4\n5\n6\n"),
               "--- \"a/\\\"\"\n+++ \"b/\\\"\"\n@@ -2,6 +2,5 @@\n 2\n 3\n 4\n-\n 5\n 6\n");
     EXPECT_EQ(diff("a", "1\n2\n", "1\n\n2\n\n"), "--- a/a\n+++ b/a\n@@ -1,2 +1,4 @@\n 1\n+\n 2\n+\n");

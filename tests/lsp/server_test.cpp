@@ -14,12 +14,14 @@ using ::testing::ElementsAre;
 // Takes blanks in front of "b" away, and refuses texts with a "?".
 class Shrinker : public Lsp::Formatter {
 public:
-    Result format(const std::string& path, const std::string& text, const std::optional<Edits::LineSet>& lines) override {
+    Result format(const std::string& path, const std::string& text,
+                  const std::optional<Edits::LineSet>& lines) override {
         if (path.find("none") != std::string::npos) throw std::runtime_error("no scheme");
         const std::size_t odd = text.find('?');
         if (odd != std::string::npos) {
             const std::size_t start = text.rfind('\n', odd) + 1;
-            const auto line = static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<long>(odd), '\n')) + 1;
+            const auto line =
+                static_cast<std::size_t>(std::count(text.begin(), text.begin() + static_cast<long>(odd), '\n')) + 1;
             return {{}, {{line, odd - start + 1, "odd"}}};
         }
         std::string after = text;
@@ -78,7 +80,8 @@ TEST_F(ServerTest, PositionsAreInUnitsOfUtf16) {
     open("file:///a%20a.c", text);
     request(2, "textDocument/formatting", a_);
     Json change = a_;
-    change["contentChanges"] = {{{"range", range(0, 1, 0, 4)}, {"text", "-"}}, {{"range", range(1, 99, 99, 0)}, {"text", "\n b\n"}}};
+    change["contentChanges"] = {{{"range", range(0, 1, 0, 4)}, {"text", "-"}},
+                                {{"range", range(1, 99, 99, 0)}, {"text", "\n b\n"}}};
     notify("textDocument/didChange", change);  // "x-  b", "  b", " b", ""
     Json part = a_;
     part["range"] = range(1, 0, 2, 0);
@@ -88,7 +91,8 @@ TEST_F(ServerTest, PositionsAreInUnitsOfUtf16) {
     const std::vector<Json> answers = run();
     ASSERT_EQ(answers.size(), 4u);
     EXPECT_EQ(answers[0]["result"]["capabilities"]["textDocumentSync"]["change"], 2);
-    EXPECT_EQ(answers[1]["result"], (Json::array({{{"range", range(0, 4, 0, 6)}, {"newText", ""}}, {{"range", range(1, 0, 1, 2)}, {"newText", ""}}})));
+    EXPECT_EQ(answers[1]["result"], (Json::array({{{"range", range(0, 4, 0, 6)}, {"newText", ""}},
+                                                  {{"range", range(1, 0, 1, 2)}, {"newText", ""}}})));
     EXPECT_EQ(answers[2]["result"], (Json::array({{{"range", range(1, 0, 1, 2)}, {"newText", ""}}})));
     EXPECT_EQ(status_, 0);
 }

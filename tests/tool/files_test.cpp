@@ -56,7 +56,7 @@ private:
 
 TEST_F(Files, FoldersAreWalkedWithoutWhatIsLeftOut) {
     for (const char* name : {"b.cpp", "a.h", "notes.txt", "kernel.cu", "build/x.c", ".git/y.c", "sub/deep/z.cc",
-                             "sub/gen/skip.c", "sub/gen/own.c", "sub/old.c"}) {
+                             "sub/gen/skip.c", "sub/gen/own.c", "sub/old.c", "sub/build/q.c"}) {
         folder.write(name, "");
     }
     folder.write(".gitignore", "build/\n");
@@ -65,12 +65,14 @@ TEST_F(Files, FoldersAreWalkedWithoutWhatIsLeftOut) {
     std::filesystem::create_symlink("sub", folder.path("link"));
     std::filesystem::create_symlink("b.cpp", folder.path("same.cpp"));
 
-    EXPECT_EQ(Tool::findFiles({{"."}, {}, {}}).files, (Paths{"a.h", "b.cpp", "sub/deep/z.cc", "sub/gen/own.c", "sub/old.c"}));
+    EXPECT_EQ(Tool::findFiles({{"."}, {}, {}}).files,
+              (Paths{"a.h", "b.cpp", "sub/deep/z.cc", "sub/gen/own.c", "sub/old.c"}));
     EXPECT_EQ(Tool::findFiles({{"sub", "./", "sub/deep/z.cc"}, {".cu"}, {"deep", "/b.*", "sub/gen"}}).files,
               (Paths{"sub/old.c", "./a.h", "./kernel.cu", "./same.cpp"}));
     EXPECT_EQ(Tool::findFiles({{"link/"}, {}, {}}).files.size(), 3u) << "a link that is named is followed";
 
-    const Tool::FileList named = Tool::findFiles({{"notes.txt", "build/x.c", "sub/gen/skip.c", "none.c", "b.cpp"}, {}, {"b.*"}});
+    const Tool::FileList named =
+        Tool::findFiles({{"notes.txt", "build/x.c", "sub/gen/skip.c", "none.c", "b.cpp"}, {}, {"b.*"}});
     EXPECT_EQ(named.files, (Paths{"notes.txt", "build/x.c"}));
     EXPECT_EQ(named.leftOut, (Paths{"sub/gen/skip.c", "b.cpp"}));
     EXPECT_EQ(named.missing, (Paths{"none.c: No such file or directory"}));
@@ -78,7 +80,8 @@ TEST_F(Files, FoldersAreWalkedWithoutWhatIsLeftOut) {
 
 TEST(GitLines, AreReadFromADiff) {
     const auto lines = Tool::GitLines::parseDiff(
-        "diff --git a/x.c b/x.c\n--- a/x.c\n+++ b/x.c\n@@ -1 +1,2 @@ f()\n-+++ b/no.c\n++++ b/no.c\n+b\n@@ -9,2 +10,0 @@\n-c\n-d\n"
+        "diff --git a/x.c b/x.c\n--- a/x.c\n+++ b/x.c\n@@ -1 +1,2 @@ f()\n-+++ b/no.c\n++++ b/no.c\n+b\n@@ -9,2 +10,0 "
+        "@@\n-c\n-d\n"
         "diff --git a/y b/y\n--- a/y\n+++ \"b/\\303\\244\\t.c\"\n@@ -0,0 +1 @@\n+x\n"
         "diff --git a/gone b/gone\n--- a/gone\n+++ b/gone\n@@ -3 +2,0 @@\n-x\n");
     ASSERT_EQ(lines.size(), 2u);

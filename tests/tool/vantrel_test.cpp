@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 
@@ -25,7 +26,8 @@ protected:
     Vantrel() { folder.write(".vantrel.vts", scheme); }
 
     ProgramResult run(const std::vector<std::string>& arguments, ProgramSetting setting = {}) {
-        for (const char* name : {"VANTREL_SCHEMES", "GIT_DIR", "GIT_INDEX_FILE"}) setting.environment.emplace_back(name, "");
+        for (const char* name : {"VANTREL_SCHEMES", "GIT_DIR", "GIT_INDEX_FILE"})
+            setting.environment.emplace_back(name, "");
         setting.environment.emplace_back("XDG_CONFIG_HOME", folder.path());
         return runProgram(folder, arguments, setting);
     }
@@ -37,7 +39,8 @@ protected:
     }
 
     void git(const std::string& arguments) {
-        const std::string command = "cd '" + folder.path() + "' && git -c user.name=a -c user.email=a@b -c init.defaultBranch=main " +
+        const std::string command = "cd '" + folder.path() +
+                                    "' && git -c user.name=a -c user.email=a@b -c init.defaultBranch=main " +
                                     arguments + " >/dev/null 2>&1";
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
     }
@@ -54,6 +57,7 @@ TEST_F(Vantrel, ModesLookOrWriteAndTellByTheStatus) {
     const ProgramResult diff = run({"--diff", "src/a.c"});
     EXPECT_EQ(diff.output, "--- a/src/a.c\n+++ b/src/a.c\n@@ -1 +1 @@\n-int  a;\n+int a;\n");
     EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(run({"--diff", folder.path("src/../src/a.c")}).output, diff.output);
     EXPECT_EQ(run({"src/a.c"}).output, narrow);
     EXPECT_EQ(folder.read("src/a.c"), wide);
 
@@ -70,13 +74,25 @@ TEST_F(Vantrel, ModesLookOrWriteAndTellByTheStatus) {
 TEST_F(Vantrel, NeverGuesses) {
     folder.write("a.c", wide);
     folder.write("b.c", wide);
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"a.c", "b.c"}, {"."}, {"-i", "--check", "a.c"}, {"-i", "-"}, {"-i", "none.c"}, {"--lines", "2:1", "a.c"},
-          {"--lines=1:1", "-i", "a.c", "b.c"}, {"--bogus"}, {"-s", "bogus", "a.c"}, {"-s", "a.c/x.vts", "a.c"},
-          {"-i", "-", "a.c"}, {"--format", "bogus", "a.c"}, {"--changed", "-i"}, {"-j", "0", "a.c"}, {"--files", "none"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"a.c", "b.c"},
+                                                      {"."},
+                                                      {"-i", "--check", "a.c"},
+                                                      {"-i", "-"},
+                                                      {"-i", "none.c"},
+                                                      {"--lines", "2:1", "a.c"}, {"-i", "--lines", "9:10", "a.c"},
+                                                      {"--lines=1:1", "-i", "a.c", "b.c"},
+                                                      {"--bogus"},
+                                                      {"-s", "bogus", "a.c"},
+                                                      {"-s", "a.c/x.vts", "a.c"},
+                                                      {"-i", "-", "a.c"},
+                                                      {"--format", "bogus", "a.c"},
+                                                      {"--changed", "-i"},
+                                                      {"-j", "0", "a.c"},
+                                                      {"--files", "none"}}) {
         const ProgramResult result = run(arguments);
         EXPECT_EQ(result.status, 2) << arguments.front();
-        EXPECT_THAT(result.errors, StartsWith("vantrel: "));
+        EXPECT_THAT(result.errors,
+                    HasSubstr(result.errors.starts_with("a.c") ? "a.c: error: there is no line 9" : "vantrel: "));
         EXPECT_EQ(result.output, "");
     }
     EXPECT_EQ(folder.read("a.c") + folder.read("b.c"), std::string(wide) + wide);
@@ -90,6 +106,8 @@ TEST_F(Vantrel, TheNearestSchemeCountsAndItsFaultsAreTold) {
     folder.write("sub/.vantrel.vts",
                  "Tessel::PropertySet\n1\n\"x\"\n3 WS_AFTER_DD_TYP_ID \" \"\n2 CONVERT_WS 7\n1 TAB_SIZE 1\n");
     folder.write("sub/a.c", wide);
+    folder.write("future.vts", std::string(scheme) + "3 REQUIRED_VERSION \"2.0\"\n");
+    EXPECT_THAT(run({"-l", "-s", "./future.vts", "sub/a.c"}).errors, HasSubstr("needs another version of vantrel"));
     const std::string faults = run({"-l", "sub/a.c"}).errors;
     for (const char* fault : {".vts:4:1: warning: unknown key WS_AFTER_DD_TYP_ID; is WS_AFTER_DD_TYPE_ID meant?",
                               ".vts:5:1: warning: CONVERT_WS is 7: values are from 0 to 2",
@@ -116,6 +134,67 @@ TEST_F(Vantrel, RefusalsStopNothingAndAreToldWithTheirPlace) {
     EXPECT_EQ(echo.output, refused) << "an editor would lose its buffer";
     EXPECT_EQ(echo.status, 3);
     EXPECT_EQ(filter({"--on-refusal", "fail"}, refused).output, "");
+}
+
+TEST_F(Vantrel, ManyFilesComeInOrderAndASignalLeavesNoneHalfDone) {
+    std::string names;
+    for (int number = 100; number < 400; ++number) {
+        const std::string name = "f" + std::to_string(number) + ".c";
+        std::string text;
+        for (int line = 0; line < (number % 7 == 0 ? 3000 : 1); ++line) text += wide;
+        folder.write(name, text);
+        names += name + '\n';
+    }
+    EXPECT_EQ(run({"-l", "-q", "-j3", "."}).output, names);
+    EXPECT_EQ(filter({"-l", "-q", "--files", "-"}, names).output, names);
+    std::string separated = names + names;
+    std::replace(separated.begin(), separated.end(), '\n', '\0');
+    EXPECT_EQ(filter({"-l", "-q", "-0", "--files", "-"}, separated).output, names);
+
+    const std::string command =
+        "cd '" + folder.path() + "'; " VANTREL_PROGRAM " -i -q -j3 . & sleep 0.03; kill -TERM $!; wait $!";
+    EXPECT_NE(std::system(command.c_str()), -1);
+    for (const std::string& name : folder.names()) {
+        if (!name.ends_with(".c")) continue;
+        const std::string text = folder.read(name);
+        EXPECT_TRUE(text.size() % 8 == 0 || text.size() % 7 == 0) << name;
+        EXPECT_EQ(text.back(), '\n') << name;
+    }
+    EXPECT_EQ(folder.names().size(), 301u) << "a temporary file stays";
+    EXPECT_EQ(run({"-i", "-q", "."}).status, 0);
+    EXPECT_EQ(run({"--check", "."}).status, 0);
+}
+
+TEST_F(Vantrel, IsALanguageServer) {
+    const auto frame = [](const std::string& content) {
+        return "Content-Length: " + std::to_string(content.size()) + "\r\n\r\n" + content;
+    };
+    const std::string document = R"("textDocument":{"uri":"file://)" + folder.path("a.c") + '"';
+    const std::string session =
+        frame(R"({"id":1,"method":"initialize","params":{}})") +
+        frame(R"({"method":"textDocument/didOpen","params":{)" + document + R"(,"text":"int  a;"}}})") +
+        frame(R"({"id":2,"method":"textDocument/formatting","params":{)" + document + "}}}") +
+        frame(R"({"id":3,"method":"shutdown"})") + frame(R"({"method":"exit"})");
+    const std::string edit =
+        R"({"id":2,"jsonrpc":"2.0","result":[{"newText":"","range":{"end":{"character":5,"line":0},)"
+        R"("start":{"character":4,"line":0}}}]})";
+    const ProgramResult served = filter({"lsp"}, session);
+    EXPECT_EQ(served.status, 0);
+    EXPECT_THAT(served.output, HasSubstr(frame(edit)));
+    std::filesystem::remove(folder.path(".vantrel.vts"));
+    EXPECT_THAT(filter({"lsp"}, session).output, HasSubstr("there is no scheme for"));
+    EXPECT_THAT(filter({"lsp"}, "GET / HTTP/1.1\r\n\r\n").errors, HasSubstr("a message has no Content-Length"));
+}
+
+TEST_F(Vantrel, ShellsReadItsCompletion) {
+    folder.write("bash", run({"completion", "bash"}).output);
+    const std::string command = "cd '" + folder.path() +
+                                "' && bash -c '. ./bash; COMP_WORDS=(vantrel --format g); COMP_CWORD=2; _vantrel; "
+                                "echo ${COMPREPLY[@]}; COMP_WORDS=(vantrel --in); COMP_CWORD=1; _vantrel; echo "
+                                "${COMPREPLY[@]}' > out";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    EXPECT_EQ(folder.read("out"), "gcc github\n--in-place\n");
+    EXPECT_EQ(run({"completion", "tcsh"}).status, 2);
 }
 
 TEST_F(Vantrel, LinesOfGit) {
@@ -159,12 +238,15 @@ TEST_F(Vantrel, MessagesForMachinesNameEveryPlace) {
     folder.write("c.c", "int x;\n\nint  a;\nint  b;\n");
     const std::map<std::string, std::vector<std::string>> expected = {
         {"gcc", {"a b&.c:3:7: error: The \"[\"", "c.c:3:1: warning: not laid out as the scheme says (lines 3-4)\n"}},
-        {"json", {R"({"file":"a b&.c","outcome":"refused","messages":[{"severity":"error","line":3,"column":7,)",
-                  R"("replacements":[{"offset":12,"length":1,"text":""},{"offset":20,"length":1,"text":""}]})"}},
+        {"json",
+         {R"({"file":"a b&.c","outcome":"refused","messages":[{"severity":"error","line":3,"column":7,)",
+          R"("replacements":[{"offset":12,"length":1,"text":""},{"offset":20,"length":1,"text":""}]})"}},
         {"github", {"::error file=a b&.c,line=3,col=7::The", "::warning file=c.c,line=3,col=1::not laid out"}},
         {"sarif", {R"("uri":"a%20b%26.c"},"region":{"startLine":3,"startColumn":7})", R"("level":"warning")"}},
-        {"checkstyle", {"<file name=\"a b&amp;.c\">\n    <error line=\"3\" column=\"7\" severity=\"error\" message=\"The &quot;[&quot;",
-                        "  </file>\n</checkstyle>\n"}}};
+        {"checkstyle",
+         {"<file name=\"a b&amp;.c\">\n    <error line=\"3\" column=\"7\" severity=\"error\" message=\"The "
+          "&quot;[&quot;",
+          "  </file>\n</checkstyle>\n"}}};
     for (const auto& [format, parts] : expected) {
         const ProgramResult result = run({"--check", "--format", format, "a b&.c", "c.c"});
         EXPECT_EQ(result.status, 3);
@@ -174,7 +256,9 @@ TEST_F(Vantrel, MessagesForMachinesNameEveryPlace) {
 
 TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     EXPECT_THAT(run({"schemes"}).output, HasSubstr("\nknr        "));
-    EXPECT_THAT(run({"keys", "ws_before_expr_op"}).output, HasSubstr("    int x = a +b;\n\nand without the line as\n\n    int x = a+b;\n"));
+    EXPECT_THAT(run({"scheme", "show", "knr"}).output, HasSubstr("\n\"knr\"\n"));
+    EXPECT_THAT(run({"keys", "ws_before_expr_op"}).output,
+                HasSubstr("    int x = a +b;\n\nand without the line as\n\n    int x = a+b;\n"));
     std::ifstream page(VANTREL_DOCS "/keys.md");
     EXPECT_EQ(run({"keys", "--markdown"}).output, std::string(std::istreambuf_iterator<char>(page), {}))
         << "docs/keys.md is not up to date: build the target \"pages\"";
@@ -192,11 +276,13 @@ TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     folder.write("b.c", "int ok;\n\nvoid f()\n{\n    if (a) {\n        go();\n}\n\nint  g;\n");
     const ProgramResult why = run({"why", "b.c"});
     EXPECT_EQ(why.status, 3);
-    for (const char* part : {"b.c:9:7: error: Unexpected EOF found.", "likely: something that was begun is not finished",
-                             "b.c:7:1: note: this \"}\" closes the \"{\" of line 5", "before line 3\n", "behind line 7\n"}) {
+    for (const char* part :
+         {"b.c:9:7: error: Unexpected EOF found.", "likely: something that was begun is not finished",
+          "b.c:7:1: note: this \"}\" closes the \"{\" of line 5", "before line 3\n", "behind line 7\n"}) {
         EXPECT_THAT(why.output, HasSubstr(part));
     }
-    folder.write("b.c", "int ok;\n\n// VANTREL-OFF\nvoid f()\n{\n    if (a) {\n        go();\n}\n// VANTREL-ON\n\nint  g;\n");
+    folder.write("b.c",
+                 "int ok;\n\n// VANTREL-OFF\nvoid f()\n{\n    if (a) {\n        go();\n}\n// VANTREL-ON\n\nint  g;\n");
     EXPECT_EQ(run({"-i", "b.c"}).status, 0);
     EXPECT_EQ(run({"why", "b.c"}).status, 0);
 }
