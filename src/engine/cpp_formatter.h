@@ -117,6 +117,7 @@ private:
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
+    void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     std::string_view indentInSource(const Cpp::SyntaxNode& node) const;
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;

@@ -366,7 +366,16 @@ void CppFormatter::visit(Cpp::KeptNode* item) {
     exprFormatter_.writeComment(writer_.readThrough(item->end()), out());
 }
 
+// Nothing hangs under a stray ";" in front of a statement: it is no node.
+void CppFormatter::copyStray(std::string_view gap) {
+    const std::size_t stray = gap.rfind(';');
+    if (stray == std::string_view::npos || writer_.holdsOpaque(gap)) return;
+    writer_.write(gap.substr(0, stray + 1));
+    writer_.in().moveTo(writer_.in().offset() + stray + 1);
+}
+
 void CppFormatter::visit(Cpp::ExprNode* expression) {
+    if (keepsLines()) copyStray(gapBefore(*expression));
     writeExpression(writer_.readThrough(expression->end()), expression->bodies());
 }
 

@@ -88,6 +88,10 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
         }
         if (isLineComment(previous) || staysApart) after = &kAsInInput;
     }
+    // A comma that begins a line stands the further to the left, the more blanks are behind it.
+    if (before.hasLineFeed() && isLineComment(next) && settings_.beforeLineComment.present) {
+        after = &settings_.beforeLineComment;
+    }
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
     if (rest.size() < gap.size()) before = kNothing;
     gap = rest;
