@@ -30,7 +30,10 @@ PropertySet withoutLineEnds(PropertySet scheme) {
     std::string text;
     bool isOn = false;
     for (const std::string& key : scheme.names()) {
-        if (scheme.getString(key, text) && text.find('\n') != std::string::npos) scheme.setString(key, " ");
+        // A comma that begins its line elsewhere stands against what it follows.
+        const bool isBeforeComma = key.starts_with("WS_BEFORE_") && key.ends_with("_COMMA");
+        const bool breaksLine = scheme.getString(key, text) && text.find('\n') != std::string::npos;
+        if (breaksLine) scheme.setString(key, isBeforeComma ? "" : " ");
         if (key.starts_with("ALIGN_") && scheme.getBool(key, isOn)) scheme.setBool(key, false);
     }
     return scheme;
