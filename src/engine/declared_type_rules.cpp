@@ -36,7 +36,9 @@ std::string marksWithoutBlanks(std::string_view marks) {
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
-    if (formatsMarks && endsWithMarks(type)) {
+    const bool formatsArguments =
+        settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
+    if (formatsMarks && (formatsArguments || endsWithMarks(type))) {
         writeRendered(exprFormatter_.formatTypeText(type, state(), whitespace));
     } else if (whitespace.present) {
         writer_.writeMerged(type, whitespace.text);
