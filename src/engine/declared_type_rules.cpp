@@ -81,8 +81,8 @@ void CppFormatter::writeOnOneLine(std::string_view text) {
     out().write(line);
 }
 
-// Pads up to `offset` columns behind the indentation, or behind where the line begins if it keeps its own, less those that are to hang in front of that column. What
-// stands before never runs into what follows.
+// Pads up to `offset` columns behind the indentation, or behind where the line begins if it keeps its own, less those
+// that are to hang in front of that column. What stands before never runs into what follows.
 void CppFormatter::pad(int offset, std::string_view before, int hanging) {
     const int indentWidth = out().keepLeadingSpace() ? textColumnOf(out()) : indentColumn();
     int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;
