@@ -36,7 +36,9 @@ std::string marksWithoutBlanks(std::string_view marks) {
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
-    if (formatsMarks && endsWithMarks(type)) {
+    const bool formatsArguments =
+        settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
+    if (formatsMarks && (formatsArguments || endsWithMarks(type))) {
         writeRendered(exprFormatter_.formatTypeText(type, state(), whitespace));
     } else if (whitespace.present) {
         writer_.writeMerged(type, whitespace.text);
@@ -79,8 +81,8 @@ void CppFormatter::writeOnOneLine(std::string_view text) {
     out().write(line);
 }
 
-// Pads up to `offset` columns behind the indentation, or behind where the line begins if it keeps its own, less those that are to hang in front of that column. What
-// stands before never runs into what follows.
+// Pads up to `offset` columns behind the indentation, or behind where the line begins if it keeps its own, less those
+// that are to hang in front of that column. What stands before never runs into what follows.
 void CppFormatter::pad(int offset, std::string_view before, int hanging) {
     const int indentWidth = out().keepLeadingSpace() ? textColumnOf(out()) : indentColumn();
     int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;

@@ -55,7 +55,7 @@ void CppExprFormatter::writeMarks(Run& run) {
         writeToken(run);
     }
     run.previous = end - 1;
-    run.sawMark = true;
+    run.sawMark = run.sawMark || run.groups.empty();
     run.after = nullptr;
     if (isAnchored && isNamed) run.after = toName ? &kNothing : &apart;
 }

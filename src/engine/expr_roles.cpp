@@ -127,6 +127,9 @@ private:
             return ExprRole::Mark;
         if (previous_ != kNoToken && previousRole() == ExprRole::Mark) return ExprRole::Mark;
         if (previous_ == kNoToken) return isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+        // `f() const &&`, `ref(&&)`
+        const bool standsAlone = previousKind() == Cpp::OpenParen && kindAt(tokens_, place + 1) == Cpp::CloseParen;
+        if (followsParameters_ || standsAlone) return ExprRole::Operand;
         if (isMark(place)) return ExprRole::Mark;
         return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     }

@@ -84,6 +84,7 @@ public:
     OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
     OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
+    bool formatsTypeArguments = from_.isOn(Keys::FORMAT_TYPE_ARGUMENTS);
     OptionalText afterDeleteBrackets = from_.lineText(Keys::WS_AFTER_DELETE_BRACKETS);
     bool alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
 

@@ -30,7 +30,10 @@ PropertySet withoutLineEnds(PropertySet scheme) {
     std::string text;
     bool isOn = false;
     for (const std::string& key : scheme.names()) {
-        if (scheme.getString(key, text) && text.find('\n') != std::string::npos) scheme.setString(key, " ");
+        // A comma that begins its line elsewhere stands against what it follows.
+        const bool isBeforeComma = key.starts_with("WS_BEFORE_") && key.ends_with("_COMMA");
+        const bool breaksLine = scheme.getString(key, text) && text.find('\n') != std::string::npos;
+        if (breaksLine) scheme.setString(key, isBeforeComma ? "" : " ");
         if (key.starts_with("ALIGN_") && scheme.getBool(key, isOn)) scheme.setBool(key, false);
     }
     return scheme;
@@ -195,10 +198,12 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     if (const auto wanted = takePending()) {
         const std::string_view gap = writer_.readGap(node.start());
         if (writer_.holdsOnlyComments(gap)) {
-            // Comments in front of a body stand as its contents do.
+            // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.
             const MergedGap merged = mergedGap(gap, *wanted);
+            const bool endsLine = merged.kept.ends_with('\n') || merged.added.find('\n') != std::string_view::npos;
             {
-                ContentScope content(*this, indent);
+                std::optional<ContentScope> content;
+                if (endsLine) content.emplace(*this, indent);
                 writer_.write(merged.kept);
             }
             out().writeVerbatim(merged.added);

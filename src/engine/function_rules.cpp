@@ -29,10 +29,10 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
 }
 
-// `void SYMBOL(f)(int a)`: what stands in front of the "(" makes the name.
-bool isNamedByMacro(std::string_view type) {
-    const std::size_t blank = type.rfind(' ');
-    return blank != std::string_view::npos && Cpp::isUpperCase(type.substr(blank + 1));
+// `void SYMBOL(f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "(" makes the name.
+bool isNamedByMacro(std::string_view type, std::string_view opening) {
+    return Cpp::isUpperCase(type.substr(type.rfind(' ') + 1)) && opening.starts_with('(') &&
+           opening.find_first_of("*&^") == std::string_view::npos;
 }
 
 // "virtual inline", in front of a constructor, a destructor or a conversion.
@@ -233,8 +233,8 @@ void CppFormatter::writeDeclaratorOpening(std::string_view opening,
                                           const Cpp::FunctionPtrDeclNode& declaration) {
     const OptionalText& wanted = settings_.afterDeclarationReturnType;
     const std::string_view declarator = trimLeft(opening);
-    const bool isNamed = settings_.keepsUnrecognized && declarator.size() == opening.size() &&
-                         declaration.returnType() && isNamedByMacro(declaration.returnType()->text());
+    const bool isNamed = settings_.keepsUnrecognized &&
+                         declaration.returnType() && isNamedByMacro(declaration.returnType()->text(), opening);
     const bool spacesType = wanted.present && !isNamed && declaration.returnType() && declarator.starts_with('(') &&
                             !TypeText(declaration.returnType()->text()).hasMarks();
     if (spacesType) {

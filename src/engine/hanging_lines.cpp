@@ -51,7 +51,7 @@ int HangingLines::columnFor(std::size_t place) const {
     }
     const int kind = token.token.kind;
     if (isMemberAccess(kind) && level.element != kNone) {
-        return level.chain != kNone ? level.chain : wrapped(columnOfElement(level));
+        return columnOfMember(level);
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
     if (const int column = columnInChain(next); column != kNone) return column;
@@ -59,6 +59,15 @@ int HangingLines::columnFor(std::size_t place) const {
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
     return columnInLevel(level);
+}
+
+// Of a "." or "->".
+int HangingLines::columnOfMember(const Level& level) const {
+    const bool isAssigned = level.operand != kNone && !level.isReturned;
+    if (!chains_) return level.chain != kNone ? level.chain : wrapped(columnOfElement(level));
+    if (isAssigned) return columnAfter(indents_.operand.text, level.operand, tabSize_);
+    if (level.kind == Level::Kind::Statement) return wrapped(level.base);
+    return columnAfter(indents_.operand.text, level.element, tabSize_);
 }
 
 // For an operator, or the operand behind one; kNone for anything else.
@@ -144,6 +153,7 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     if (level.awaitsOperand) level.operand = column;
     level.awaitsOperand = awaitsOperand(token);
     if (level.awaitsOperand) {
+        level.isReturned = kind == Cpp::KeywordReturn;
         level.operand = level.chain = level.shift = level.question = kNone;
     } else if (token.role == ExprRole::Separator) {
         level.startElement();

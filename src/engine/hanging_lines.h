@@ -62,6 +62,7 @@ private:
         int element = kNone;
         int operand = kNone;  // the first behind "=" or "return"
         bool awaitsOperand = false;
+        bool isReturned = false;  // it stands behind "return"
         int chain = kNone;
         int shift = kNone;
         int question = kNone;
@@ -69,6 +70,7 @@ private:
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t skipTrivia(std::size_t place) const;
+    int columnOfMember(const Level& level) const;
     int columnInChain(std::size_t place) const;
     int columnInLevel(const Level& level) const;
     int columnOfElement(const Level& level) const;

@@ -159,7 +159,10 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
     const bool isKept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
     // if (a) { b(); } else {   is neither on one line nor in lines
-    const bool mayStay = part->head() && isKept && !(hasBraces && joinsNextPart);
+    // for (;;) if (a) b();    hides what governs what
+    const bool isNested = !hasBraces && body->size() == 1 && keywordOf(part) != Cpp::KeywordElse &&
+                          dynamic_cast<const Cpp::CtrlStmtNode*>(body->childBegin()->get());
+    const bool mayStay = part->head() && isKept && !isNested && !(hasBraces && joinsNextPart);
     formatBody(*body, part->head() ? ahead : kAsInInput, mayStay,
                [&] { formatBlock(*body, braces, indent); });
 }

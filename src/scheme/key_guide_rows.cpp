@@ -192,8 +192,9 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
          {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
                     "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
-                    "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`; absent, "
-                    "below the expression's first operand.",
+                    "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`, and how "
+                    "far the members of a chain stand behind what is assigned or passed; absent, below the "
+                    "expression's first operand.",
                     "void f()\n{\n    call(first, second +\n    third);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
@@ -299,6 +300,11 @@ void addTemplates(std::vector<KeyGuide>& rows) {
 void addData(std::vector<KeyGuide>& rows) {
     constexpr KeyGroup group = KeyGroup::Data;
     rows.push_back({set(Keys::WS_AFTER_DD_TYPE_ID, " "), group, "Between type and name.", "int    size;\n"});
+    rows.push_back({set(Keys::FORMAT_TYPE_ARGUMENTS, true), group,
+                    "Template arguments in the types of data, and in those that functions return, are laid out as "
+                    "others are.",
+                    "map<int,char *> a;\n",
+                    {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\".", "int a[2];\n"});
     rows.push_back({set(Keys::WS_AFTER_DD_RBRACKET, " "), group, "After the first \"]\".", "int a[2][3];\n"});
     rows.push_back({set(Keys::WS_BETWEEN_DECLARATORS, " "), group,
