@@ -176,7 +176,9 @@ void HangingLines::open(std::size_t place) {
     const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
     level.kind = isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
-    level.base = isInList ? outer.element : lineColumn_;
+    // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
+    const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine;
+    level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn_;
     level.lineColumn = lineColumn_;
     levels_.push_back(level);
 }
