@@ -85,7 +85,7 @@ void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
     if (const auto wanted = takePending()) before = {true, std::string(*wanted)};
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeBaseClauses);
-    formatSeparatedList(*list, {settings_.beforeBaseClauseComma, settings_.betweenBaseClauses});
+    formatSeparatedList(*list, settings_.commas.baseClauses);
 }
 
 // The ":" in front of a list, which the gap holds.

@@ -106,8 +106,8 @@ private:
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
-    SeparatorSpacing declaratorSpacing() const;
     SeparatorSpacing spacingOf(const Group& group) const;
+    const CommaTexts* commasOf(const Group& group) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;

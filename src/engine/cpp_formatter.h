@@ -87,12 +87,6 @@ private:
     class ContentScope;
     class BodiesInText;
     class BodyState;
-    struct ListSeparators {
-        const OptionalText& before;
-        const OptionalText& between;
-
-        bool breaksLines() const { return before.hasLineFeed() || between.hasLineFeed(); }
-    };
     // The frame.
     Zelmor::OIndentBuf& out() { return writer_.out(); }
     Zelmor::IndentState state() { return Zelmor::IndentState(writer_.out()); }
@@ -157,16 +151,16 @@ private:
     void writeKeptBreakAt(std::string_view gap, int column);
 
     // Lists (list_rules.cpp).
-    void formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators);
-    void formatElements(Cpp::InteriorNode& list, ListSeparators separators);
+    void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas);
+    void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
-                            ListSeparators separators);
+                            const CommaTexts& commas);
     void startKeptLine(std::string_view gap);
     void writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after);
     bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen);
     void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
-                             ListSeparators separators, const OptionalText& beforeClose);
+                             const CommaTexts& commas, const OptionalText& beforeClose);
     void formatParenList(Cpp::ParameterListNode& list);
     void writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after);
 
@@ -199,7 +193,7 @@ private:
     // Templates and enums.
     void formatTemplateParameters(Cpp::ParameterListNode& list);
     void formatEnumerators(Cpp::EnumBodyNode& body);
-    void formatEnumeratorList(Cpp::EnumBodyNode& body, ListSeparators separators);
+    void formatEnumeratorList(Cpp::EnumBodyNode& body, const CommaTexts& commas);
     void writeEnumEnd(Cpp::EnumBodyNode& body);
 
     // Statements.

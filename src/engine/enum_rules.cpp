@@ -56,10 +56,10 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
 }
 
 void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
-    const ListSeparators separators{settings_.beforeEnumComma, settings_.betweenEnumerators};
+    const CommaTexts& commas = settings_.commas.enumerators;
     ContentScope content(*this, settings_.enums.indent);
-    if (!settings_.alignsEnumInitializers || !separators.breaksLines() || body.size() < 2) {
-        formatEnumeratorList(body, separators);
+    if (!settings_.alignsEnumInitializers || !commas.breaksLines() || body.size() < 2) {
+        formatEnumeratorList(body, commas);
         return;
     }
     const Zelmor::IndentState start = state();
@@ -67,18 +67,18 @@ void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     keptParts_.clear();  // of those written elsewhere
     {
         SourceWriter::OutputScope scratch(writer_, enumerators);
-        formatEnumeratorList(body, separators);
+        formatEnumeratorList(body, commas);
     }
     writeRendered(exprFormatter_.alignEnumInitializers(enumerators.takeText(), keptParts_, start));
 }
 
 // Enumerators on lines of their own stand below the first one; where a comment or directive comes before that,
 // at the indentation.
-void CppFormatter::formatEnumeratorList(Cpp::EnumBodyNode& body, ListSeparators separators) {
+void CppFormatter::formatEnumeratorList(Cpp::EnumBodyNode& body, const CommaTexts& commas) {
     if (dynamic_cast<const Cpp::ExprNode*>(body.childBegin()->get())) {
-        formatSeparatedList(body, separators);
+        formatSeparatedList(body, commas);
     } else {
-        formatElements(body, separators);
+        formatElements(body, commas);
     }
 }
 

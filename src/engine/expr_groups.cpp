@@ -39,7 +39,7 @@ void CppExprFormatter::openGroup(Run& run) {
     }
     if (group.isBraced()) {
         const bool keepsLines =
-            !settings_.betweenDataElements.present || settings_.betweenDataElements.hasLineFeed();
+            !settings_.commas.elements.behind.present || settings_.commas.elements.behind.hasLineFeed();
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
@@ -109,14 +109,14 @@ void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
 // Whether the author's line ends between a group's elements stay.
 bool CppExprFormatter::isRow(const Group& group) const {
     return group.kind == Group::Kind::InnerBraces ||
-           (group.kind == Group::Kind::Braces && !settings_.betweenDataElements.present);
+           (group.kind == Group::Kind::Braces && !settings_.commas.elements.behind.present);
 }
 
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
     if (run.groups.empty()) {
         if (run.mode != ExprMode::Declarators) return false;
-        const SeparatorSpacing spacing = declaratorSpacing();
+        const SeparatorSpacing spacing = SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind};
         return !spacing.after.hasLineFeed() && !spacing.before.hasLineFeed();
     }
     const SeparatorSpacing spacing = spacingOf(run.groups.back());
@@ -128,7 +128,7 @@ void CppExprFormatter::writeComma(Run& run) {
     declarators.kind = Group::Kind::Braces;
     Group& group = run.groups.empty() ? declarators : run.groups.back();
     startElements(run, group);
-    const SeparatorSpacing spacing = run.groups.empty() ? declaratorSpacing() : spacingOf(group);
+    const SeparatorSpacing spacing = run.groups.empty() ? SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind} : spacingOf(group);
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
     const bool keepsRows = !run.groups.empty() && isRow(group) && (group.holdsRows || !wrapsLines());
     const bool keepsLines = run.keepsLines || keepsRows;
@@ -145,27 +145,22 @@ void CppExprFormatter::writeComma(Run& run) {
                    group.isList ? &group.listColumn : nullptr, run.out);
 }
 
-CppExprFormatterBase::SeparatorSpacing CppExprFormatter::declaratorSpacing() const {
-    const OptionalText& before = settings_.beforeDeclaratorComma;
-    const OptionalText& between = settings_.betweenDeclarators;
-    return {before.present ? before : settings_.beforeDataComma,
-            between.present ? between : settings_.betweenDataElements};
+CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {
+    const CommaTexts* const commas = commasOf(group);
+    if (!commas) return {kAsInInput, kAsInInput};
+    return {onLine(commas->before, group.isOnOneLine), onLine(commas->behind, group.isOnOneLine)};
 }
 
-CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {
+const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
     switch (group.kind) {
         case Group::Kind::Parentheses:
-        case Group::Kind::Cast: return {settings_.beforeCallComma, settings_.betweenCallArguments};
-        case Group::Kind::Template: return {kAsInInput, settings_.betweenTemplateArguments};
-        case Group::Kind::Braces: {
-            const OptionalText& between =
-                isRow(group) ? settings_.betweenRowElements : settings_.betweenDataElements;
-            return {onLine(settings_.beforeDataComma, group.isOnOneLine), onLine(between, group.isOnOneLine)};
-        }
-        case Group::Kind::InnerBraces: return {kAsInInput, settings_.betweenRowElements};
+        case Group::Kind::Cast: return &settings_.commas.callArguments;
+        case Group::Kind::Template: return &settings_.commas.templateArguments;
+        case Group::Kind::Braces: return isRow(group) ? &settings_.commas.rowElements : &settings_.commas.elements;
+        case Group::Kind::InnerBraces: return &settings_.commas.innerElements;
         case Group::Kind::Brackets: break;
     }
-    return {kAsInInput, kAsInInput};
+    return nullptr;
 }
 
 const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {

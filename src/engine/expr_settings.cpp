@@ -18,31 +18,24 @@ MarkSettings readMark(const PropertySet& scheme, std::string_view anchor, std::s
 
 ExprSettings::ExprSettings(const PropertySet& scheme)
     : ExtensionSettings(scheme),
+      commas(scheme, *this),
       afterOperator(readText(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS)),
       afterCallName(readText(scheme, Keys::WS_AFTER_FN_CALL_NAME)),
-      beforeCallComma(readText(scheme, Keys::WS_BEFORE_FN_CALL_COMMA)),
-      betweenCallArguments(readText(scheme, Keys::WS_BETWEEN_FN_CALL_ARGS)),
       afterOpenParen(readText(scheme, Keys::WS_AFTER_EXPR_OPEN_PAREN)),
       beforeCloseParen(readText(scheme, Keys::WS_BEFORE_EXPR_CLOSE_PAREN)),
       afterOpenBracket(readText(scheme, Keys::WS_AFTER_LBRACKET)),
       beforeCloseBracket(readText(scheme, Keys::WS_BEFORE_RBRACKET)),
       afterOpenAngle(readText(scheme, Keys::WS_AFTER_TP_OPEN_BRACKET)),
       beforeCloseAngle(readText(scheme, Keys::WS_BEFORE_TP_CLOSE_BRACKET)),
-      betweenTemplateArguments(readText(scheme, Keys::WS_BETWEEN_TP_PARAMS)),
       beforeDataBrace(readText(scheme, Keys::WS_BEFORE_DD_OPEN_BRACE)),
       afterDataBrace(readText(scheme, Keys::WS_AFTER_DD_OPEN_BRACE)),
       beforeDataCloseBrace(readText(scheme, Keys::WS_BEFORE_DD_CLOSE_BRACE)),
-      beforeDataComma(readText(scheme, Keys::WS_BEFORE_DD_COMMA)),
-      betweenDataElements(readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)),
       dataIndent(readIndent(scheme, Keys::INDENT_DD_CONTENT)),
       asterisk(
           readMark(scheme, Keys::ASTERISK_ANCHOR, Keys::HANGING_ASTERISK, Keys::WS_BETWEEN_ASTERISK_ANCHOR)),
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
       hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent, operandIndent},
-      wrapMargin(readWrapMargin(scheme)),
-      alignsCallArguments(readSwitch(scheme, Keys::ALIGN_FN_CALL_ARGS_LEFT)) {
-    if (alignsCallArguments) betweenCallArguments = {true, "\n"};
-}
+      wrapMargin(readWrapMargin(scheme)) {}
 
 }  // namespace Tessel

@@ -2,6 +2,7 @@
 
 #include "engine/extension_settings.h"
 #include "engine/hanging_lines.h"
+#include "engine/list_commas.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -19,28 +20,23 @@ struct MarkSettings {
 struct ExprSettings : ExtensionSettings {
     explicit ExprSettings(const PropertySet& scheme);
 
+    ListCommas commas;
     OptionalText afterOperator;
     OptionalText afterCallName;
-    OptionalText beforeCallComma;
-    OptionalText betweenCallArguments;
     OptionalText afterOpenParen;
     OptionalText beforeCloseParen;
     OptionalText afterOpenBracket;
     OptionalText beforeCloseBracket;
     OptionalText afterOpenAngle;
     OptionalText beforeCloseAngle;
-    OptionalText betweenTemplateArguments;
     OptionalText beforeDataBrace;
     OptionalText afterDataBrace;
     OptionalText beforeDataCloseBrace;
-    OptionalText beforeDataComma;
-    OptionalText betweenDataElements;
     OptionalText dataIndent;
     MarkSettings asterisk;
     MarkSettings ampersand;
     HangingIndents hanging;
     int wrapMargin = 0;  // 0 where no line is too long
-    bool alignsCallArguments = false;
 };
 
 }  // namespace Tessel

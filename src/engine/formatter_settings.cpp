@@ -8,7 +8,8 @@
 
 namespace Tessel {
 
-FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSettings(scheme) {
+FormatterSettings::FormatterSettings(const PropertySet& scheme)
+    : ExtensionSettings(scheme), commas(scheme, *this) {
     const auto text = [&scheme](std::string_view key) { return readText(scheme, key); };
     const auto indent = [&scheme](std::string_view key) { return readIndent(scheme, key); };
     const auto isOn = [&scheme](std::string_view key) { return readSwitch(scheme, key); };
@@ -42,22 +43,16 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSetti
 
     afterClassName = text(Keys::WS_AFTER_CLASS_NAME);
     beforeBaseClauses = text(Keys::WS_BEFORE_BASE_CLAUSES);
-    beforeBaseClauseComma = text(Keys::WS_BEFORE_BASE_CLAUSES_COMMA);
-    betweenBaseClauses = isOn(Keys::ALIGN_BASE_CLAUSES_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_BASE_CLAUSES);
     beforeAccessLabel = text(Keys::WS_BEFORE_ACCESS_SPECS);
     accessLabelIndent = indent(Keys::INDENT_ACCESS_SPEC_LABEL);
     beforeInitializerList = text(Keys::WS_BEFORE_CLASS_INIT_LIST);
     beforeInitializers = text(Keys::WS_BEFORE_CLASS_INITS);
-    beforeInitializerComma = text(Keys::WS_BEFORE_CLASS_INITS_COMMA);
-    betweenInitializers = text(Keys::WS_BETWEEN_CLASS_INITS);
     afterInitializerList = text(Keys::WS_AFTER_CLASS_INIT_LIST);
 
     afterDeclarationReturnType = text(Keys::WS_AFTER_FN_DECL_RETURN_TYPE);
     afterDefinitionReturnType = text(Keys::WS_AFTER_FN_DEFN_RETURN_TYPE);
     afterFunctionName = text(Keys::WS_AFTER_FN_NAME);
     afterParameterOpen = text(Keys::WS_AFTER_FN_OPEN_PAREN);
-    beforeParameterComma = text(Keys::WS_BEFORE_FN_COMMA);
-    betweenParameters = isOn(Keys::ALIGN_FN_PARAMS_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_FN_PARAMS);
     beforeParameterClose = text(Keys::WS_BEFORE_FN_CLOSE_PAREN);
     afterParameterType = text(Keys::WS_AFTER_PARAM_TYPE_ID);
 
@@ -68,8 +63,6 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSetti
 
     beforeTemplateOpen = text(Keys::WS_BEFORE_TP_OPEN_BRACKET);
     afterTemplateOpen = text(Keys::WS_AFTER_TP_OPEN_BRACKET);
-    beforeTemplateComma = text(Keys::WS_BEFORE_TP_COMMA);
-    betweenTemplateParameters = isOn(Keys::ALIGN_TP_PARAMS_LEFT) ? kLineFeed : text(Keys::WS_BETWEEN_TP_PARAMS);
     beforeTemplateClose = text(Keys::WS_BEFORE_TP_CLOSE_BRACKET);
     afterTemplateClose = text(Keys::WS_AFTER_TP_CLOSE_BRACKET);
 
@@ -82,9 +75,6 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme) : ExtensionSetti
     caseIndent = indent(Keys::INDENT_CS_CASE_LABELS);
     caseContentIndent = indent(Keys::INDENT_CS_CASE_CONTENT);
     afterCaseLabel = text(Keys::WS_AFTER_CS_CASE_LABELS);
-
-    beforeEnumComma = text(Keys::WS_BEFORE_ENUM_COMMA);
-    betweenEnumerators = text(Keys::WS_BETWEEN_ENUM_ELEMENTS);
 
     wrapMargin = readWrapMargin(scheme);
     alignsDataNames = isOn(Keys::ALIGN_DD_NAMES_LEFT);

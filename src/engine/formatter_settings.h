@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/extension_settings.h"
+#include "engine/list_commas.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -26,6 +27,7 @@ struct FormatterSettings : ExtensionSettings {
     bool laysOutStatements() const;
 
     OptionalText leftMargin;
+    ListCommas commas;
 
     BraceSettings global;
     BraceSettings linkage;
@@ -37,22 +39,16 @@ struct FormatterSettings : ExtensionSettings {
 
     OptionalText afterClassName;
     OptionalText beforeBaseClauses;
-    OptionalText beforeBaseClauseComma;
-    OptionalText betweenBaseClauses;
     OptionalText beforeAccessLabel;
     OptionalText accessLabelIndent;
     OptionalText beforeInitializerList;
     OptionalText beforeInitializers;
-    OptionalText beforeInitializerComma;
-    OptionalText betweenInitializers;
     OptionalText afterInitializerList;
 
     OptionalText afterDeclarationReturnType;
     OptionalText afterDefinitionReturnType;
     OptionalText afterFunctionName;
     OptionalText afterParameterOpen;
-    OptionalText beforeParameterComma;
-    OptionalText betweenParameters;
     OptionalText beforeParameterClose;
     OptionalText afterParameterType;
 
@@ -63,8 +59,6 @@ struct FormatterSettings : ExtensionSettings {
 
     OptionalText beforeTemplateOpen;
     OptionalText afterTemplateOpen;
-    OptionalText beforeTemplateComma;
-    OptionalText betweenTemplateParameters;
     OptionalText beforeTemplateClose;
     OptionalText afterTemplateClose;
 
@@ -76,9 +70,6 @@ struct FormatterSettings : ExtensionSettings {
     OptionalText caseIndent;
     OptionalText caseContentIndent;
     OptionalText afterCaseLabel;
-
-    OptionalText beforeEnumComma;
-    OptionalText betweenEnumerators;
 
     int wrapMargin;  // 0 where no line is too long
     bool alignsForClauses;

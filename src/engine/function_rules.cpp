@@ -102,7 +102,7 @@ void CppFormatter::visit(Cpp::InitializerListNode* list) {
     if (const auto wanted = takePending()) before = {true, std::string(*wanted)};
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeInitializers);
-    formatSeparatedList(*list, {settings_.beforeInitializerComma, settings_.betweenInitializers});
+    formatSeparatedList(*list, settings_.commas.initializers);
 }
 
 void CppFormatter::visit(Cpp::InitializerNode* initializer) {

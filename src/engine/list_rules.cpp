@@ -1,6 +1,6 @@
 // ( int a ,int b )   →   (int a, int b)
 //
-// Lists whose separators break lines line their elements up below the first one.
+// Lists whose commas break lines line their elements up below the first one.
 #include <algorithm>
 #include <optional>
 
@@ -33,10 +33,10 @@ bool partsLines(std::string_view gap) {
 
 }  // namespace
 
-void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators separators) {
+void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas) {
     if (list.size() == 0) return;
-    if (!separators.breaksLines() && !hangsLines()) {
-        formatElements(list, separators);
+    if (!commas.breaksLines() && !hangsLines()) {
+        formatElements(list, commas);
         return;
     }
     const Cpp::SyntaxNode& first = **list.childBegin();
@@ -52,13 +52,13 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, ListSeparators s
     if (listLine_.source >= 0) listLine_.hanging = exprFormatter_.sourceColumnOf(writer_.ahead());
     LeadingSpaceScope leadingSpace(out(), false);
     IndentScope indent(out(), indentToColumn(out(), column));
-    formatElements(list, separators);
+    formatElements(list, commas);
 }
 
-void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separators) {
+void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
     for (const auto& child : list.children()) {
-        if (previous) writeListSeparator(writer_.readGap(child->start()), *previous, *child, separators);
+        if (previous) writeListSeparator(writer_.readGap(child->start()), *previous, *child, commas);
         ValueScope<FirstLine> ofLists(listLine_, {});
         child->accept(*this);
         previous = child.get();
@@ -66,11 +66,11 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, ListSeparators separa
 }
 
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
-                                      const Cpp::SyntaxNode& next, ListSeparators separators) {
+                                      const Cpp::SyntaxNode& next, const CommaTexts& commas) {
     const bool startsDirective = isDirective(next) || writer_.startsDirectiveBehind(gap);
     const bool staysApart = isLineComment(next) || startsDirective || isCommentAtLineEnd(next);
-    OptionalText before = separators.before;
-    OptionalText between = separators.between;
+    OptionalText before = commas.before;
+    OptionalText between = commas.behind;
     keepBreaks(gap, before, between);
     if (settings_.blankLines > 0 && between.hasLineFeed()) {
         between.text = withBlankLines(between.text, trailingBlanks(gap));
@@ -103,7 +103,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
     }
-    if (keepsLines() && out().column() == 0 && !separators.breaksLines()) startKeptLine(gap);
+    if (keepsLines() && out().column() == 0 && !commas.breaksLines()) startKeptLine(gap);
 }
 
 // Begins the line that the gap, written but for its last blanks, ends in front of.
@@ -129,7 +129,7 @@ void CppFormatter::writeComma(std::string_view gap, const OptionalText& before, 
 
 // A list with its brackets. An empty one loses the white space between them when the scheme places any there.
 void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
-                                       ListSeparators separators, const OptionalText& beforeClose) {
+                                       const CommaTexts& commas, const OptionalText& beforeClose) {
     writer_.copyThrough(list.start());
     ValueScope<FirstLine> line(listLine_, lineOf(writer_.ahead()));
     if (list.size() == 0) {
@@ -143,7 +143,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
     }
     const bool startsLine = writeListStart(list, afterOpen);
     const int column = startsLine ? indentColumn() : writer_.nextColumn();
-    formatSeparatedList(list, separators);
+    formatSeparatedList(list, commas);
     writeListEnd(list, beforeClose, column);
 }
 
@@ -183,8 +183,7 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
 }
 
 void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {
-    formatBracketedList(list, settings_.afterParameterOpen,
-                        {settings_.beforeParameterComma, settings_.betweenParameters},
+    formatBracketedList(list, settings_.afterParameterOpen, settings_.commas.parameters,
                         settings_.beforeParameterClose);
 }
 

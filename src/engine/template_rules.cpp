@@ -24,8 +24,7 @@ void CppFormatter::visit(Cpp::TemplateNode* header) {
 
 void CppFormatter::formatTemplateParameters(Cpp::ParameterListNode& list) {
     writeGapBefore(list, settings_.beforeTemplateOpen);
-    formatBracketedList(list, settings_.afterTemplateOpen,
-                        {settings_.beforeTemplateComma, settings_.betweenTemplateParameters},
+    formatBracketedList(list, settings_.afterTemplateOpen, settings_.commas.templateParameters,
                         settings_.beforeTemplateClose);
 }
 

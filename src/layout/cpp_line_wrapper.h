@@ -71,13 +71,6 @@ private:
     class BaseColumnScope;
 
     // White space around the commas of a list.
-    struct ListSeparators {
-        const OptionalText& before;
-        const OptionalText& between;
-
-        bool breakLines() const { return before.hasLineFeed() || between.hasLineFeed(); }
-        bool areAbsent() const { return !before.present && !between.present; }
-    };
 
     // Long lines.
     void findLongLines();
@@ -116,8 +109,8 @@ private:
     void wrapBodies(const Cpp::ExprBodies& bodies);
 
     // Lists.
-    void wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators);
-    void wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode, bool isInParentheses = false);
+    void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);
+    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);

@@ -67,19 +67,19 @@ void CppLineWrapper::visit(Cpp::ClassHeadNode* head) {
 // Enumerators with a line each stay as they are.
 void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     if (copyUnlessLong(*body)) return;
-    const ListSeparators separators{settings_.beforeEnumComma, settings_.betweenEnumerators};
+    const CommaTexts& commas = settings_.commas.enumerators;
     const bool hasEnumerators = std::any_of(body->childBegin(), body->childEnd(), [](const auto& child) {
         return dynamic_cast<const Cpp::ExprNode*>(child.get()) != nullptr;
     });
-    if (!hasEnumerators || separators.breakLines() || wrapper_.settings().style == WrapStyle::AtIndent) {
+    if (!hasEnumerators || commas.breaksLines() || wrapper_.settings().style == WrapStyle::AtIndent) {
         copyThrough(*body);
         return;
     }
     copyThrough(body->open());
     IndentScope indent(out_, indentAt(baseColumn()) + settings_.enums.indent.text);
     WrapContext context;
-    context.respacesCommas = separators.areAbsent();
-    context.keepsLines = !separators.between.present;
+    context.respacesCommas = commas.areAbsent();
+    context.keepsLines = !commas.behind.present;
     context.contentIndented = settings_.enums.indent.present;
     writeWrapped(readGap(in_, body->end()), TextForm::List, context);
     copyThrough(*body);
@@ -108,7 +108,7 @@ void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
 void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head) {
     if (head.parameters()) {
         copyUpTo(*head.parameters());
-        wrapBracketedList(*head.parameters(), {settings_.beforeParameterComma, settings_.betweenParameters});
+        wrapBracketedList(*head.parameters(), settings_.commas.parameters);
     }
     copyThrough(head);
 }
@@ -121,7 +121,7 @@ void CppLineWrapper::visit(Cpp::FunctionPtrDeclNode* declaration) {
         BaseColumnScope base(*this, templateColumn.value_or(column));
         copyUpTo(*declaration->parameters());
         wrapBracketedList(*declaration->parameters(),
-                          {settings_.beforeParameterComma, settings_.betweenParameters});
+                          settings_.commas.parameters);
     }
     copyThrough(*declaration);
 }
@@ -179,9 +179,10 @@ void CppLineWrapper::wrapBraceContents(std::string_view inside) {
     const bool goesByFirst = wrap.keepsLineIndent && isLineBreak(ahead);
     const int first = columnAfter(ahead.substr(ahead.rfind('\n') + 1), 0, wrap.tabSize);
     IndentScope indent(out_, goesByFirst ? indentAt(first) : out_.indent() + wrap.dataIndent.text);
+    const OptionalText& behindComma = settings_.commas.elements.behind;
     WrapContext context;
     context.contentIndented = wrap.dataIndent.present;
-    context.keepsLines = !wrap.betweenDataElements.present || wrap.betweenDataElements.hasLineFeed();
+    context.keepsLines = !behindComma.present || behindComma.hasLineFeed();
     writeWrapped(inside, TextForm::List, context);
 }
 

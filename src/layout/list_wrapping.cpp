@@ -3,7 +3,7 @@
 // void declare(int first,
 //              int second, int third);
 //
-// Lists whose separators begin lines anyway keep their elements where they are.
+// Lists whose commas begin lines anyway keep their elements where they are.
 #include <algorithm>
 
 #include "cpp/nodes.h"
@@ -14,18 +14,18 @@ namespace Tessel {
 
 using Zelmor::IndentScope;
 
-void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, ListSeparators separators) {
+void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas) {
     if (copyUnlessLong(list)) return;
     copyThrough(list.open());
-    wrapElements(list, separators, ExprMode::Declaration, true);
+    wrapElements(list, commas, ExprMode::Declaration, true);
     copyThrough(list);
 }
 
-void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separators, ExprMode mode,
+void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode,
                                   bool isInParentheses) {
     if (list.size() == 0) return;
     // Nothing hangs under a directive.
-    if (separators.breakLines() || dynamic_cast<const Cpp::PreprocDirectiveNode*>(list.children().front().get())) {
+    if (commas.breaksLines() || dynamic_cast<const Cpp::PreprocDirectiveNode*>(list.children().front().get())) {
         for (const auto& element : list.children()) element->accept(*this);
         return;
     }
@@ -34,7 +34,7 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, ListSeparators separa
     WrapContext context;
     context.mode = mode;
     context.isInParentheses = isInParentheses;
-    context.respacesCommas = separators.areAbsent();
+    context.respacesCommas = commas.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
 }
 
@@ -45,16 +45,14 @@ void CppLineWrapper::visit(Cpp::TemplateNode* header) {
     if (copyUnlessLong(*header)) return;
     if (header->parameters()) {
         BaseColumnScope base(*this, column);
-        wrapBracketedList(*header->parameters(),
-                          {settings_.beforeTemplateComma, settings_.betweenTemplateParameters});
+        wrapBracketedList(*header->parameters(), settings_.commas.templateParameters);
     }
     copyThrough(*header);
 }
 
 void CppLineWrapper::visit(Cpp::BaseClauseListNode* list) {
     if (copyUnlessLong(*list)) return;
-    wrapElements(*list, {settings_.beforeBaseClauseComma, settings_.betweenBaseClauses},
-                 ExprMode::Declaration);
+    wrapElements(*list, settings_.commas.baseClauses, ExprMode::Declaration);
 }
 
 void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
@@ -67,8 +65,7 @@ void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
         for (const auto& initializer : list->children()) initializer->accept(*this);
         return;
     }
-    wrapElements(*list, {settings_.beforeInitializerComma, settings_.betweenInitializers},
-                 ExprMode::Expression);
+    wrapElements(*list, settings_.commas.initializers, ExprMode::Expression);
 }
 
 // One that stands on a line of its own.

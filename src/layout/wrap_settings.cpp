@@ -31,8 +31,6 @@ WrapSettings::WrapSettings(const PropertySet& scheme)
       operators(readStyle(scheme, Keys::EXPR_WRAP_STYLE, SeparatorPlace::StartsLine)),
       lists(readStyle(scheme, Keys::LIST_WRAP_STRATEGY, ListStrategy::Keep)),
       wrapIndent(readIndent(scheme, Keys::WRAP_INDENT)),
-      beforeDataComma(readText(scheme, Keys::WS_BEFORE_DD_COMMA)),
-      betweenDataElements(readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)),
       dataIndent(readIndent(scheme, Keys::INDENT_DD_CONTENT)) {}
 
 }  // namespace Tessel

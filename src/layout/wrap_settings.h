@@ -54,8 +54,6 @@ struct WrapSettings : ExtensionSettings {
     SeparatorPlace operators = SeparatorPlace::StartsLine;
     ListStrategy lists = ListStrategy::Keep;
     OptionalText wrapIndent;
-    OptionalText beforeDataComma;
-    OptionalText betweenDataElements;
     OptionalText dataIndent;
 };
 
