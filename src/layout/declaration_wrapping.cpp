@@ -120,8 +120,7 @@ void CppLineWrapper::visit(Cpp::FunctionPtrDeclNode* declaration) {
     if (declaration->parameters()) {
         BaseColumnScope base(*this, templateColumn.value_or(column));
         copyUpTo(*declaration->parameters());
-        wrapBracketedList(*declaration->parameters(),
-                          settings_.commas.parameters);
+        wrapBracketedList(*declaration->parameters(), settings_.commas.parameters);
     }
     copyThrough(*declaration);
 }
