@@ -51,7 +51,7 @@ need() {
 # has PACKAGE: what the package brings is there, wherever it came from.
 has() {
     case $1 in
-        g++ | cmake) command -v "$1" ;;
+        g++ | cmake | git) command -v "$1" ;;
         clang) command -v clang++ ;;
         libclang-rt-*) command -v clang++ && compgen -G "$(clang++ --print-runtime-dir)/libclang_rt.fuzzer-*" ;;
         ninja-build) command -v ninja ;;
@@ -72,7 +72,7 @@ configure() {
 
 # configure_with_tests: build/ for the tests too, installing what they need, whatever it was configured for before.
 configure_with_tests() {
-    need g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev
+    need g++ cmake ninja-build git libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev
     grep -qs '^VANTREL_TESTS:BOOL=ON' "$root/build/CMakeCache.txt" || rm -f "$root/build/build.ninja"
     configure "$root/build" release -DVANTREL_TESTS=ON
 }
