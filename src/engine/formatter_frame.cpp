@@ -159,11 +159,16 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     ContentScope content(*this, indent);
     const std::size_t pendingOutside = pendingWhitespace_.size();
     const Cpp::SyntaxNode* previous = nullptr;
+    bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
-        if (previous && settings_.betweenStatements.present) writeStatementGap(*previous, **child);
+        if (previous && !isCaseBlock && settings_.betweenStatements.present) writeStatementGap(*previous, **child);
         (*child)->accept(*this);
-        if (lastLabel_ == child->get()) child = formatBehindLabel(child, node.childEnd());
+        isCaseBlock = false;
+        if (lastLabel_ == child->get()) {
+            child = formatBehindLabel(child, node.childEnd());
+            isCaseBlock = dynamic_cast<const Cpp::BlockNode*>(child->get());
+        }
         previous = child->get();
     }
     // What a template header left for a declaration that never came is not for the next one outside.

@@ -320,7 +320,10 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
             if (!placesItself) writer_.writeMerged(writer_.readGap((*next)->start()), " ");
             (*next)->accept(*this);
         };
-        if (!isTrivia(**next) && tryOnOneLine(**next, format)) return next;
+        // Where statements have a line each, only a single one stays behind its label.
+        const bool isSingle = next + 1 == end || (*(next + 1))->start().line != line || isTrivia(**(next + 1));
+        const bool staysOnLine = isSingle || !settings_.betweenStatements.hasLineFeed();
+        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, format)) return next;
     }
     if (!settings_.afterCaseLabel.present) return label;
     if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;
