@@ -1,19 +1,10 @@
 #pragma once
 
-#include <string>
-#include <utility>
+#include "run/failure.h"
 
 namespace Cli {
 
-// The run cannot go on for a reason that the user can mend. Holds the line to print.
-class Failure {
-public:
-    explicit Failure(std::string message) : message_(std::move(message)) {}
-    const std::string& message() const { return message_; }
-
-private:
-    std::string message_;
-};
+using Run::Failure;
 
 // The run is over, and everything has been said.
 struct EndOfProgram {

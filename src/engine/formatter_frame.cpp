@@ -12,6 +12,7 @@
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
 #include "scheme/property_keys.h"
+#include "scheme/single_line.h"
 
 namespace Tessel {
 
@@ -22,20 +23,6 @@ namespace {
 
 PropertySet completed(PropertySet scheme) {
     applySchemeDefaults(scheme);
-    return scheme;
-}
-
-// The scheme with everything on one line.
-PropertySet withoutLineEnds(PropertySet scheme) {
-    std::string text;
-    bool isOn = false;
-    for (const std::string& key : scheme.names()) {
-        // A comma that begins its line elsewhere stands against what it follows.
-        const bool isBeforeComma = key.starts_with("WS_BEFORE_") && key.ends_with("_COMMA");
-        const bool breaksLine = scheme.getString(key, text) && text.find('\n') != std::string::npos;
-        if (breaksLine) scheme.setString(key, isBeforeComma ? "" : " ");
-        if (key.starts_with("ALIGN_") && scheme.getBool(key, isOn)) scheme.setBool(key, false);
-    }
     return scheme;
 }
 

@@ -90,7 +90,13 @@ std::string_view groupIntroduction(KeyGroup group) {
 }
 
 const std::vector<KeyGuide>& keyGuides() {
-    static const std::vector<KeyGuide> guides = keyGuideRows();
+    static const std::vector<KeyGuide> guides = [] {
+        std::vector<KeyGuide> rows;
+        addLayoutKeys(rows);
+        addDeclarationKeys(rows);
+        addStatementKeys(rows);
+        return rows;
+    }();
     return guides;
 }
 

@@ -4,9 +4,11 @@
 
 #include "scheme/key_guide.h"
 
+// The rows of the guide to the keys, in the order of their groups: a file to a family of groups.
 namespace Tessel {
 
-// The rows of the guide to the keys, in the order of their groups.
-std::vector<KeyGuide> keyGuideRows();
+void addLayoutKeys(std::vector<KeyGuide>& rows);
+void addDeclarationKeys(std::vector<KeyGuide>& rows);
+void addStatementKeys(std::vector<KeyGuide>& rows);
 
 }  // namespace Tessel

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <string>
-#include <utility>
+#include "run/failure.h"
 
 namespace Tool {
 
@@ -13,14 +12,6 @@ enum Status : int {
     WasRefused = 3,
 };
 
-// The run cannot go on, for a reason that the user can mend.
-class Failure {
-public:
-    explicit Failure(std::string message) : message_(std::move(message)) {}
-    const std::string& message() const { return message_; }
-
-private:
-    std::string message_;
-};
+using Run::Failure;
 
 }  // namespace Tool

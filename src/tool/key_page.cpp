@@ -9,6 +9,7 @@
 #include "run/format_text.h"
 #include "scheme/extension_keys.h"
 #include "scheme/property_set.h"
+#include "tool/escape.h"
 
 namespace Tool {
 
@@ -102,17 +103,8 @@ std::string wrapped(const std::string& text, std::size_t indent, std::size_t wid
     return result;
 }
 
-std::string escaped(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        switch (c) {
-            case '&': result += "&amp;"; break;
-            case '<': result += "&lt;"; break;
-            case '>': result += "&gt;"; break;
-            default: result += c;
-        }
-    }
-    return result;
+std::string markup(std::string_view text) {
+    return escaped(text, markupCode);
 }
 
 // Calls back for each group and for each key in it.
@@ -182,18 +174,18 @@ std::string keyPageHtml() {
         "pre { background: #f4f4f4; padding: 0.6em; overflow-x: auto; }\n"
         ".pair { display: grid; grid-template-columns: 1fr 1fr; gap: 1em; }\n"
         "</style>\n</head>\n<body>\n<h1>The keys of schemes</h1>\n<p>" +
-        escaped(introduction) + "</p>\n";
+        markup(introduction) + "</p>\n";
     const auto addTitle = [&text](const std::string& title, const std::string& about) {
-        text += "<h2>" + escaped(title) + "</h2>\n<p>" + escaped(about) + "</p>\n";
+        text += "<h2>" + markup(title) + "</h2>\n<p>" + markup(about) + "</p>\n";
     };
     walkKeys(addTitle,
              [&](const KeyGuide& guide) {
-                 text += "<h3 id=\"" + guide.key() + "\">" + guide.key() + "</h3>\n<p>" + escaped(guide.meaning) +
+                 text += "<h3 id=\"" + guide.key() + "\">" + guide.key() + "</h3>\n<p>" + markup(guide.meaning) +
                          "</p>\n<p>Type: " + typeText(guide) + origin(guide) + ".</p>\n";
                  if (guide.source.empty()) return;
                  const Example example = exampleOf(guide);
-                 text += "<pre>" + escaped(example.lines) + "</pre>\n<div class=\"pair\">\n<div>without<pre>" +
-                         escaped(example.without) + "</pre></div>\n<div>with<pre>" + escaped(example.with) +
+                 text += "<pre>" + markup(example.lines) + "</pre>\n<div class=\"pair\">\n<div>without<pre>" +
+                         markup(example.without) + "</pre></div>\n<div>with<pre>" + markup(example.with) +
                          "</pre></div>\n</div>\n";
              });
     return text + "</body>\n</html>\n";

@@ -2,19 +2,28 @@
 
 #include <algorithm>
 
+#include "tool/escape.h"
+
 namespace Tool {
+
+namespace {
+
+// Readers of XML make other white space alike.
+std::string_view lineEndCode(char c) {
+    switch (c) {
+        case '\n': return "&#10;";
+        case '\r': return "&#13;";
+        default: return {};
+    }
+}
+
+}  // namespace
 
 std::string replacementXml(const Edits::Replacements& replacements) {
     std::string xml = "<?xml version='1.0'?>\n<replacements xml:space='preserve' incomplete_format='false'>\n";
     for (const Edits::Replacement& one : replacements) {
         xml += "<replacement offset='" + std::to_string(one.offset) + "' length='" + std::to_string(one.length) + "'>";
-        for (const char c : one.text) {
-            if (c == '\n' || c == '\r') {
-                xml += c == '\n' ? "&#10;" : "&#13;";
-            } else {
-                xml += c;
-            }
-        }
+        xml += escaped(one.text, lineEndCode);
         xml += "</replacement>\n";
     }
     return xml + "</replacements>\n";

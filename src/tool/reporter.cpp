@@ -8,6 +8,7 @@
 #include "edits/changed_lines.h"
 #include "edits/unified_diff.h"
 #include "scheme/scheme_conversion.h"
+#include "tool/escape.h"
 
 namespace Tool {
 
@@ -217,26 +218,27 @@ protected:
     void add(const std::string& file, const Message& message) override {
         const bool isNote = message.severity == Message::Severity::Note;
         std::string text = std::string("::") + (isNote ? "notice" : severityName(message.severity)) +
-                           " file=" + escaped(file, true);
+                           " file=" + escaped(file, codeInProperty);
         if (message.line > 0)
             text += ",line=" + std::to_string(message.line) + ",col=" + std::to_string(message.column);
-        write(text + "::" + escaped(message.text, false) + '\n');
+        write(text + "::" + escaped(message.text, codeInText) + '\n');
     }
 
 private:
-    static std::string escaped(const std::string& text, bool isProperty) {
-        std::string result;
-        for (const char c : text) {
-            switch (c) {
-                case '%': result += "%25"; break;
-                case '\r': result += "%0D"; break;
-                case '\n': result += "%0A"; break;
-                case ':': result += isProperty ? "%3A" : ":"; break;
-                case ',': result += isProperty ? "%2C" : ","; break;
-                default: result += c;
-            }
+    static std::string_view codeInText(char c) {
+        switch (c) {
+            case '%': return "%25";
+            case '\r': return "%0D";
+            case '\n': return "%0A";
+            default: return {};
         }
-        return result;
+    }
+    static std::string_view codeInProperty(char c) {
+        switch (c) {
+            case ':': return "%3A";
+            case ',': return "%2C";
+            default: return codeInText(c);
+        }
     }
 };
 
@@ -301,7 +303,7 @@ protected:
         const bool isNote = message.severity == Message::Severity::Note;
         write("    <error line=\"" + std::to_string(message.line) + "\" column=\"" + std::to_string(message.column) +
               "\" severity=\"" + (isNote ? "info" : severityName(message.severity)) + "\" message=\"" +
-              escaped(message.text) + "\" source=\"vantrel\"/>\n");
+              escaped(message.text, code) + "\" source=\"vantrel\"/>\n");
     }
 
 private:
@@ -309,21 +311,12 @@ private:
         if (file == file_) return;
         if (!file_.empty()) write("  </file>\n");
         file_ = file;
-        if (!file.empty()) write("  <file name=\"" + escaped(file) + "\">\n");
+        if (!file.empty()) write("  <file name=\"" + escaped(file, code) + "\">\n");
     }
 
-    static std::string escaped(const std::string& text) {
-        std::string result;
-        for (const char c : text) {
-            switch (c) {
-                case '&': result += "&amp;"; break;
-                case '<': result += "&lt;"; break;
-                case '>': result += "&gt;"; break;
-                case '"': result += "&quot;"; break;
-                default: result += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
-            }
-        }
-        return result;
+    static std::string_view code(char c) {
+        const std::string_view markup = markupCode(c);
+        return markup.empty() && static_cast<unsigned char>(c) < ' ' ? " " : markup;
     }
 
     std::string file_;  // the one whose element is open

@@ -1,0 +1,170 @@
+// Keys of classes, functions, templates, data and their columns.
+#include "scheme/key_examples.h"
+#include "scheme/key_guide_rows.h"
+
+namespace Tessel {
+
+namespace {
+
+using namespace KeyExamples;
+
+void addClasses(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Classes;
+    rows.push_back({set(Keys::WS_AFTER_CLASS_NAME, " "), group, "Before the \":\" of the base classes.", derived});
+    rows.push_back({set(Keys::WS_BEFORE_BASE_CLAUSES, " "), group, "After the \":\" of the base classes.", derived});
+    rows.push_back({set(Keys::WS_BEFORE_BASE_CLAUSES_COMMA, " "), group, "Before the commas between base classes.",
+                    derived});
+    rows.push_back({set(Keys::WS_BETWEEN_BASE_CLAUSES, " "), group, "After the commas between base classes.", derived});
+    rows.push_back({set(Keys::ALIGN_BASE_CLAUSES_LEFT, true), group, "One base class to a line, under the first.",
+                    derived});
+    rows.push_back({set(Keys::INDENT_ACCESS_SPEC_LABEL, "  "), group,
+                    "Indentation of public: and its kin, from the class.", "class A\n{\npublic:\n    int size;\n};\n"});
+    rows.push_back({set(Keys::WS_BEFORE_ACCESS_SPECS, "\n\n"), group, "Before public: and its kin.",
+                    "class A\n{\n    int size;\npublic:\n    int top;\n};\n"});
+    rows.push_back({set(Keys::WS_BEFORE_CLASS_INIT_LIST, "\n    "), group,
+                    "Before the \":\" of a constructor's initialisers; absent, as before the \"{\" of a function.",
+                    constructor});
+    rows.push_back({set(Keys::WS_BEFORE_CLASS_INITS, " "), group, "After the \":\" of a constructor's initialisers.",
+                    constructor});
+    rows.push_back({set(Keys::WS_BEFORE_CLASS_INITS_COMMA, " "), group,
+                    "Before the commas between a constructor's initialisers.", constructor});
+    rows.push_back({set(Keys::WS_BETWEEN_CLASS_INITS, "\n"), group,
+                    "After the commas between a constructor's initialisers; with a line break they line up under the "
+                    "first.", constructor});
+    rows.push_back({set(Keys::WS_AFTER_CLASS_INIT_LIST, " "), group,
+                    "Between a constructor's initialisers and its \"{\".", constructor});
+}
+
+void addFunctions(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Functions;
+    rows.push_back({set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, "\n"), group,
+                    "Between return type and name, in declarations.", declaration});
+    rows.push_back({set(Keys::WS_AFTER_FN_DEFN_RETURN_TYPE, "\n"), group,
+                    "Between return type and name, in definitions.", functionOfOne});
+    rows.push_back({set(Keys::WS_AFTER_FN_NAME, " "), group, "Between a function's name and its \"(\".", declaration});
+    rows.push_back({set(Keys::WS_AFTER_FN_OPEN_PAREN, " "), group, "After the \"(\" of the parameters.", declaration});
+    rows.push_back({set(Keys::WS_BEFORE_FN_CLOSE_PAREN, " "), group, "Before the \")\" of the parameters.",
+                    declaration});
+    rows.push_back({set(Keys::WS_BEFORE_FN_COMMA, " "), group, "Before the commas between parameters.", declaration});
+    rows.push_back({set(Keys::WS_BETWEEN_FN_PARAMS, " "), group,
+                    "After the commas between parameters; with a line break they line up under the first.",
+                    declaration});
+    rows.push_back({set(Keys::WS_BEFORE_FN_QUALIFIER, " "), group,
+                    "Between the parameters and the word behind them: const, noexcept, override, ->.",
+                    "class A\n{\n    int size()const;\n};\n"});
+    rows.push_back({set(Keys::WS_AFTER_PARAM_TYPE_ID, "  "), group,
+                    "Between a parameter's type and its name; a blank when absent.", declaration});
+    rows.push_back({set(Keys::ALIGN_FN_PARAMS_LEFT, true), group, "One parameter to a line.", declaration});
+    rows.push_back({set(Keys::WS_AFTER_FN_CALL_NAME, " "), group, "Between the name and the \"(\" of a call.", call});
+    rows.push_back({set(Keys::WS_AFTER_SHORT_CALL_NAME, ""), group,
+                    "The same behind _, N_ and other names of one or two characters that end in _, the marks of texts "
+                    "to be translated.", "const char* text = _(\"text\");\n", {set(Keys::WS_AFTER_FN_CALL_NAME, " ")}});
+    rows.push_back({set(Keys::WS_BEFORE_FN_CALL_COMMA, " "), group, "Before the commas between arguments.", call});
+    rows.push_back({set(Keys::WS_BETWEEN_FN_CALL_ARGS, " "), group, "After the commas between arguments.", call});
+    rows.push_back({set(Keys::ALIGN_FN_CALL_ARGS_LEFT, true), group, "One argument to a line, under the first.", call});
+}
+
+void addTemplates(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Templates;
+    rows.push_back({set(Keys::WS_BEFORE_TP_OPEN_BRACKET, " "), group, "Between template and \"<\".", header});
+    rows.push_back({set(Keys::WS_AFTER_TP_OPEN_BRACKET, " "), group, "After the \"<\" of parameters and of arguments.",
+                    header});
+    rows.push_back({set(Keys::WS_BEFORE_TP_CLOSE_BRACKET, " "), group,
+                    "Before the \">\" of parameters and of arguments.", header});
+    rows.push_back({set(Keys::WS_BEFORE_TP_COMMA, " "), group, "Before the commas between them.", header});
+    rows.push_back({set(Keys::WS_BETWEEN_TP_PARAMS, " "), group, "After the commas between them.", header});
+    rows.push_back({set(Keys::WS_AFTER_TP_CLOSE_BRACKET, " "), group, "Between the header and what it declares.",
+                    header});
+    rows.push_back({set(Keys::ALIGN_TP_PARAMS_LEFT, true), group, "One parameter to a line.", header});
+}
+
+void addData(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Data;
+    rows.push_back({set(Keys::WS_AFTER_DD_TYPE_ID, " "), group, "Between type and name.", "int    size;\n"});
+    rows.push_back({set(Keys::FORMAT_TYPE_ARGUMENTS, true), group,
+                    "Template arguments in the types of data, and in those that functions return, are laid out as "
+                    "others are.",
+                    "map<int,char *> a;\n",
+                    {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
+    rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\".", "int a[2];\n"});
+    rows.push_back({set(Keys::WS_AFTER_DD_RBRACKET, " "), group, "After the first \"]\".", "int a[2][3];\n"});
+    rows.push_back({set(Keys::WS_BETWEEN_DECLARATORS, " "), group,
+                    "Behind the commas between the names of one declaration; absent, as in an initialiser, unless that "
+                    "breaks lines.", "int a,b;\n"});
+    rows.push_back({set(Keys::WS_BEFORE_DECLARATOR_COMMA, " "), group,
+                    "Before the commas between the names of one declaration; absent, as in an initialiser, unless that "
+                    "breaks lines.", "int a,b;\n"});
+    rows.push_back({set(Keys::WS_AROUND_BITFIELD_COLON, " "), group, "On both sides of the \":\" of a bit field.",
+                    "struct A\n{\n    int bits:3;\n};\n"});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_DD_COMMA, " "), group, "Before the commas of an initialiser in braces.", table});
+    rows.push_back({set(Keys::WS_BETWEEN_DD_ELEMENTS, " "), group,
+                    "After the commas of an initialiser in braces; absent, a table keeps its rows.", table});
+    rows.push_back({set(Keys::WS_BETWEEN_ROW_ELEMENTS, " "), group,
+                    "After the commas within kept rows, and in other braces of expressions (`T{a, b}`); what stands in "
+                    "columns stays there.", "int sizes[] = {\n    1,2,\n    3,4,\n};\n"});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
+    rows.push_back({set(Keys::WS_BETWEEN_ENUM_ELEMENTS, " "), group, "After the commas between enumerators.",
+                    enumeration});
+}
+
+void addMarks(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Marks;
+    rows.push_back({set(Keys::ASTERISK_ANCHOR, 0), group,
+                    "What \"*\" of a declaration is written against: 0 the type, 1 the name, -1 or absent as it is.",
+                    pointers});
+    rows.push_back({set(Keys::AMPERSAND_ANCHOR, 1), group,
+                    "What \"&\" of a declaration is written against: 0 the type, 1 the name, -1 or absent as it is.",
+                    pointers});
+    rows.push_back({set(Keys::WS_BETWEEN_ASTERISK_ANCHOR, "  "), group, "On the other side of \"*\".", "int*p;\n",
+                    {set(Keys::ASTERISK_ANCHOR, 1)}});
+    rows.push_back({set(Keys::WS_BETWEEN_AMPERSAND_ANCHOR, "  "), group, "On the other side of \"&\".", "int&r = a;\n",
+                    {set(Keys::AMPERSAND_ANCHOR, 1)}});
+    rows.push_back({set(Keys::HANGING_ASTERISK, true), group,
+                    "Among aligned names, \"*\" with anchor 1 stands in the column before the names.",
+                    "int *p;\nlong size;\n", {set(Keys::ASTERISK_ANCHOR, 1), set(Keys::ALIGN_DD_NAMES_LEFT, true),
+                     set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::HANGING_AMPERSAND, true), group,
+                    "Among aligned names, \"&\" with anchor 1 stands in the column before the names.",
+                    "int &r = a;\nlong size;\n",
+                    {set(Keys::AMPERSAND_ANCHOR, 1), set(Keys::ALIGN_DD_NAMES_LEFT, true),
+                     set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+}
+
+void addAlignment(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Alignment;
+    rows.push_back({set(Keys::ALIGN_DD_NAMES_LEFT, true), group, "The names of data that follow each other.",
+                    "int a;\nlong size;\n",
+                    {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::ALIGN_FN_DECL_NAMES_LEFT, true), group,
+                    "The names of function declarations that follow each other.", "int f();\nlong g();\n",
+                    {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT, true), group,
+                    "The names of data and of functions, in one column, within a class.",
+                    "class A\n{\n    int f();\n    unsigned long size;\n};\n",
+                    {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::ALIGN_DATA_ONLY, true), group,
+                    "Forward declarations, friends, `typedef`, constructors, destructors and conversions neither stand "
+                    "in these columns nor end a run.", "struct A;\nunsigned long size;\nint count;\n",
+                    {set(Keys::ALIGN_DD_NAMES_LEFT, true), set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::ALIGN_DD_INITIALIZERS, true), group, "The initialisers of data that follow each other.",
+                    "int a = 1;\nint size = 2;\n",
+                    {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+    rows.push_back({set(Keys::ALIGN_ENUM_INITIALIZERS, true), group, "The = of enumerators that have a line each.",
+                    "enum Color\n{\n    red = 1,\n    green = 2\n};\n",
+                    {set(Keys::WS_BETWEEN_ENUM_ELEMENTS, "\n"), set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
+}
+
+}  // namespace
+
+void addDeclarationKeys(std::vector<KeyGuide>& rows) {
+    addClasses(rows);
+    addFunctions(rows);
+    addTemplates(rows);
+    addData(rows);
+    addMarks(rows);
+    addAlignment(rows);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,131 @@
+// Keys of control statements, expressions and long lines.
+#include "scheme/key_examples.h"
+#include "scheme/key_guide_rows.h"
+
+namespace Tessel {
+
+namespace {
+
+using namespace KeyExamples;
+
+void addControl(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Control;
+    rows.push_back({set(Keys::WS_AFTER_CS_KEY, " "), group, "Between if, for, while, switch, catch and \"(\".",
+                    condition});
+    rows.push_back(
+        {set(Keys::WS_AFTER_CS_OPEN_PAREN, " "), group, "After the \"(\" of control statements.", condition});
+    rows.push_back({set(Keys::WS_BEFORE_CS_CLOSE_PAREN, " "), group, "Before the \")\" of control statements.",
+                    condition});
+    rows.push_back({set(Keys::WS_BETWEEN_CS, "\n"), group,
+                    "Between \"}\" and else, catch, or the while of do; after a part without braces, always a line "
+                    "break.", "void f()\n{\n    if (ready) {\n        go();\n    } else {\n    }\n}\n"});
+    rows.push_back({set(Keys::WS_BEFORE_DO_WHILE, " "),
+                    group,
+                    "Between the \"}\" of a do and its while; absent, as in front of else.",
+                    "void f()\n{\n    do {\n        go();\n    } while (ready);\n}\n",
+                    {set(Keys::WS_BETWEEN_CS, "\n")}});
+    rows.push_back({set(Keys::WS_BETWEEN_CS_FOR_CLAUSES, " "), group, "After each \";\" in the head of a for.", loop});
+    rows.push_back({set(Keys::ALIGN_CS_FOR_CLAUSES_LEFT, true), group,
+                    "Each clause of a for on a line of its own, under the first.", loop});
+    rows.push_back({set(Keys::WS_BETWEEN_EMPTY_FOR_CLAUSES, ""), group,
+                    "In front of a clause of a for with nothing in it.", "void f()\n{\n    for (; ;) go();\n}\n",
+                    {set(Keys::WS_BETWEEN_CS_FOR_CLAUSES, " ")}});
+    rows.push_back({set(Keys::INDENT_LABEL, ""), group,
+                    "Indentation of the labels that goto goes to, from the construct in whose body they stand; absent, "
+                    "that of statements.", "void f()\n{\n    go();\n    end:\n    stop();\n}\n",
+                    {set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::INDENT_CS_CASE_LABELS, "    "), group, "Indentation of case labels, from the switch.",
+                    choice});
+    rows.push_back({set(Keys::INDENT_CS_CASE_CONTENT, "        "), group,
+                    "Indentation of the statements below case labels, from the switch.", choice,
+                    {set(Keys::WS_AFTER_CS_CASE_LABELS, "\n")}});
+    rows.push_back({set(Keys::WS_AFTER_CS_CASE_LABELS, "\n"), group,
+                    "Between a case label and its first statement; without a line break, comments below the label stay "
+                    "there.", choice});
+    rows.push_back(
+        {set(Keys::WS_BEFORE_CASE_OPEN_BRACE, " "), group,
+         "Between a case label and the \"{\" behind it; the block then goes by the column of the label.",
+         "void f()\n{\n    switch (key)\n    {\n    case 1:\n        {\n            go();\n        }\n    }\n}\n"});
+}
+
+void addExpressions(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::Expressions;
+    rows.push_back({set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "), group, "After a binary operator.", sum});
+    rows.push_back({set(Keys::WS_BEFORE_EXPR_OP, " "), group, "Before a binary operator.", sum});
+    rows.push_back({set(Keys::WS_BEFORE_CAST_OPEN_PAREN, " "), group,
+                    "Between static_cast<T> or its kin and \"(\"; absent, as behind a binary operator.",
+                    "int x = static_cast<int>(a);\n"});
+    rows.push_back({set(Keys::WS_AFTER_CAST, " "), group, "Between `(T)` and its operand.", "int x = (int)a;\n"});
+    rows.push_back({set(Keys::WS_AFTER_DELETE_BRACKETS, " "), group, "Between `delete[]` and its operand.",
+                    "void f()\n{\n    delete[]a;\n}\n"});
+    rows.push_back({set(Keys::WS_AFTER_EXPR_OPEN_PAREN, " "), group, "After \"(\", that of calls too.", call});
+    rows.push_back({set(Keys::WS_BEFORE_EXPR_CLOSE_PAREN, " "), group, "Before \")\", that of calls too.", call});
+    rows.push_back({set(Keys::WS_AFTER_LBRACKET, " "), group, "After \"[\".", "int x = a[1];\n"});
+    rows.push_back({set(Keys::WS_BEFORE_RBRACKET, " "), group, "Before \"]\".", "int x = a[1];\n"});
+}
+
+void addLongLines(std::vector<KeyGuide>& rows) {
+    constexpr KeyGroup group = KeyGroup::LongLines;
+    rows.push_back({set(Keys::LINE_WRAP, true), group, "Breaks lines that are longer than the right margin.", longCall,
+                    {set(Keys::RIGHT_MARGIN, 40)}});
+    rows.push_back({set(Keys::RIGHT_MARGIN, 40), group, "Columns that a line may have; 0: any number.", longCall,
+                    {set(Keys::LINE_WRAP, true)}});
+    rows.push_back({set(Keys::WRAP_STYLE, 2), group,
+                    "Where the continuation starts: 0 at the indentation of the construct, 1 under its first piece, 2 "
+                    "at the indentation with WRAP_INDENT added.", longCall,
+                    wrapping({set(Keys::WRAP_INDENT, "        ")})});
+    rows.push_back({set(Keys::WRAP_INDENT, "        "), group, "Indentation of continuations, with WRAP_STYLE 2.",
+                    longCall, wrapping({set(Keys::WRAP_STYLE, 2)})});
+    rows.push_back({set(Keys::EXPR_WRAP_STYLE, 2), group,
+                    "2: operators end the lines that are broken at them; 0, 1: they start the next one.", longSum,
+                    wrapping()});
+    rows.push_back(
+        {set(Keys::COMMA_WRAP_STYLE, 1), group,
+         "2: commas end the lines that are broken at them; 0, 1: they start the next one. With 0, a list that "
+         "would be filled (LIST_WRAP_STRATEGY 1) is not broken.",
+         longCall, wrapping({})});
+    rows.push_back({set(Keys::SHIFT_WRAP_STYLE, 2), group,
+                    "How chains of << and >> are broken: 0 never, 1 the operators start lines, 2 they end them.",
+                    longChain, wrapping()});
+    rows.push_back({set(Keys::LIST_WRAP_STRATEGY, 1), group,
+                    "Lists of parameters, initialisers and enumerators: 0 are not broken, 1 are filled line by line, 2 "
+                    "are broken like expressions, at every comma if they do not fit.", longParameters,
+                    wrapping({set(Keys::COMMA_WRAP_STYLE, 2)})});
+    rows.push_back({set(Keys::CALL_ARGS_WRAP_STRATEGY, 1), group,
+                    "The arguments of calls: 0 are not broken, 1 are filled line by line, 2, or absent, are broken at "
+                    "every comma.", "int x = call(first, second, third, fourth, fifth);\n",
+                    wrapping({set(Keys::COMMA_WRAP_STYLE, 2)})});
+    rows.push_back({set(Keys::EXPR_WRAP_STRATEGY, 1), group,
+                    "Operands: 1 are filled line by line; 2, or absent: lines are broken at all operators of a rank.",
+                    longSum, wrapping()});
+    rows.push_back({set(Keys::WRAP_LAST_RESORT, true), group,
+                    "Where nothing else brings a line within the margin, one begins behind `=` or `(`, WRAP_INDENT "
+                    "behind the indentation.", "a_long_name_of_a_type a_long_name = a_function_with_a_name();\n",
+                    wrapping({set(Keys::WRAP_INDENT, "    ")})});
+}
+
+void addWithoutEffect(std::vector<KeyGuide>& rows) {
+    const std::string meaning = "Part of the catalogue and kept in scheme files, but nothing is laid out by it.";
+    for (const std::string_view key :
+         {Keys::GLOBAL_WS_AFTER_OPEN_PAREN, Keys::GLOBAL_WS_BEFORE_CLOSE_PAREN, Keys::GLOBAL_WS_BEFORE_COMMA,
+          Keys::WS_AFTER_ACCESS_SPEC_LABEL, Keys::INDENT_CLASS_INITS, Keys::INDENT_FN_PARAMS, Keys::WS_AFTER_FN_DECL,
+          Keys::WS_BETWEEN_CS_CASES}) {
+        rows.push_back({set(key, ""), KeyGroup::WithoutEffect, meaning, ""});
+    }
+    for (const std::string_view key : {Keys::ALIGN_BASE_CLAUSES_LEFT_ON_WRAP, Keys::ALIGN_FN_PARAMS_LEFT_ON_WRAP,
+                                       Keys::ALIGN_CS_FOR_CLAUSES_ON_WRAP}) {
+        rows.push_back({set(key, false), KeyGroup::WithoutEffect, meaning, ""});
+    }
+    rows.push_back({set(Keys::LINE_WRAP_DO_NOT_FORMAT, 0), KeyGroup::WithoutEffect, meaning, ""});
+}
+
+}  // namespace
+
+void addStatementKeys(std::vector<KeyGuide>& rows) {
+    addControl(rows);
+    addExpressions(rows);
+    addLongLines(rows);
+    addWithoutEffect(rows);
+}
+
+}  // namespace Tessel
