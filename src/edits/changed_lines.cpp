@@ -1,14 +1,10 @@
 #include "edits/changed_lines.h"
 
-#include <algorithm>
+#include "edits/line_feeds.h"
 
 namespace Edits {
 
 namespace {
-
-std::size_t countLineFeeds(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-}
 
 class Blocks {
 public:

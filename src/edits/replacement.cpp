@@ -1,8 +1,9 @@
 #include "edits/replacement.h"
 
-#include <algorithm>
 #include <optional>
 #include <stdexcept>
+
+#include "edits/line_feeds.h"
 
 namespace Edits {
 
@@ -10,10 +11,6 @@ namespace {
 
 bool isWhitespace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-std::size_t countLineFeeds(std::string_view text) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
 // White space that differs.

@@ -7,11 +7,11 @@ namespace Tessel {
 
 namespace {
 
-constexpr int kAsInInput = -1;
+constexpr int kNoAnchor = -1;
 
 MarkSettings readMark(const PropertySet& scheme, std::string_view anchor, std::string_view hanging,
                       std::string_view gap) {
-    return {readInt(scheme, anchor, kAsInInput), readSwitch(scheme, hanging), readText(scheme, gap)};
+    return {readInt(scheme, anchor, kNoAnchor), readSwitch(scheme, hanging), readText(scheme, gap)};
 }
 
 }  // namespace

@@ -28,10 +28,10 @@ std::string environment(const char* name) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view whiteSpace = " \t\r";
-    const std::size_t first = text.find_first_not_of(whiteSpace);
+    constexpr std::string_view blanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(whiteSpace) - first + 1);
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 // Empty where the user has no place for settings.

@@ -77,7 +77,7 @@ std::string bashScript() {
 }
 
 // In single quotes, for zsh and fish.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string result = "'";
     for (const char c : text) {
         if (c == '\'') result += "'\\'";
@@ -109,7 +109,7 @@ std::string zshScript() {
             std::string spec = "*";  // may be given again
             spec += name + '[' + escapedBrackets(option.description) + ']' + action;
             // The names of schemes are asked for when they are needed.
-            text += "    " + (takesScheme(option) ? enclosed(spec, '"') : quoted(spec)) + " \\\n";
+            text += "    " + (takesScheme(option) ? enclosed(spec, '"') : inQuotes(spec)) + " \\\n";
         }
     }
     return text + "    '1:command or file:_alternative \"commands:command:(" + commandNames() +
@@ -125,11 +125,11 @@ std::string fishScript() {
         }
         if (!option.value.empty() && !hasOptionalValue(option)) text += " -r";
         if (takesScheme(option)) text += " -a \"(vantrel schemes 2>/dev/null | string match -r '^[^ ]+')\"";
-        if (!option.choices.empty()) text += " -f -a " + quoted(joined(option.choices));
-        text += " -d " + quoted(option.description) + '\n';
+        if (!option.choices.empty()) text += " -f -a " + inQuotes(joined(option.choices));
+        text += " -d " + inQuotes(option.description) + '\n';
     }
     for (const auto& [name, description] : commandTable()) {
-        text += "complete -c vantrel -n __fish_use_subcommand -a " + name + " -d " + quoted(description) + '\n';
+        text += "complete -c vantrel -n __fish_use_subcommand -a " + name + " -d " + inQuotes(description) + '\n';
     }
     return text;
 }

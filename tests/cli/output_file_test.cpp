@@ -37,14 +37,6 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(OutputFile, IsCreatedOrReplacedAndLeavesNothingElse) {
-    for (const std::string& text : {lines(5000), std::string("short"), std::string()}) {
-        EXPECT_EQ(write(folder.path("a.cpp"), text), "");
-        EXPECT_EQ(folder.read("a.cpp"), text);
-    }
-    EXPECT_EQ(folder.names(), std::set<std::string>{"a.cpp"});
-}
-
 TEST_F(OutputFile, HasThePermissionsThatTheUserWants) {
     const mode_t mask = ::umask(027);
     write(folder.path("new.cpp"), "x");
@@ -94,24 +86,6 @@ TEST_F(OutputFile, SymbolicLinksStayAndTheirTargetIsWritten) {
 
     std::filesystem::create_symlink("circle", folder.path("circle"));
     EXPECT_EQ(write(folder.path("circle"), "x"), cannotOpen);
-}
-
-TEST_F(OutputFile, FilesOfSeveralNamesStayOneFile) {
-    folder.write("a.cpp", lines(100));
-    std::filesystem::create_hard_link(folder.path("a.cpp"), folder.path("b.cpp"));
-    for (const std::string& text : {std::string("short"), lines(1000)}) {
-        EXPECT_EQ(write(folder.path("a.cpp"), text), "");
-        EXPECT_EQ(folder.read("b.cpp"), text);
-    }
-}
-
-TEST_F(OutputFile, AnOpenFileThatALinkStandsForIsWrittenInPlace) {
-    folder.write("log", "a longer text");
-    const int descriptor = ::open(folder.path("log").c_str(), O_RDWR);
-    EXPECT_EQ(write("/proc/self/fd/" + std::to_string(descriptor), "new"), "");
-    char seen[16];
-    EXPECT_EQ(::read(descriptor, seen, sizeof seen), 3);
-    ::close(descriptor);
 }
 
 TEST_F(OutputFile, PipesAndDevices) {
@@ -189,21 +163,6 @@ TEST_F(OutputFile, TheTemporaryFileGoesWithTheSignalThatEndsTheProgram) {
         EXPECT_EQ(WTERMSIG(status), signal);
         EXPECT_EQ(folder.names(), std::set<std::string>{}) << signal;
     }
-}
-
-TEST_F(OutputFile, IgnoredSignalsStayIgnoredAndOthersComeBack) {
-    const int status = statusOfChild([&] {
-        ::signal(SIGHUP, SIG_IGN);
-        {
-            Files::TemporaryFile temporary(folder.path("a.cpp"), 0600);
-            ::raise(SIGHUP);
-            if (temporary.replaceTarget() != 0) ::_exit(1);
-        }
-        ::raise(SIGTERM);
-    });
-    EXPECT_TRUE(WIFSIGNALED(status));
-    EXPECT_EQ(WTERMSIG(status), SIGTERM);
-    EXPECT_EQ(folder.names(), std::set<std::string>{"a.cpp"}) << "what has taken its place stays";
 }
 
 }  // namespace

@@ -254,19 +254,6 @@ TEST_F(Program, SchemesThatCannotBeUsed) {
                 HasSubstr("trying to read the scheme file \"" + schemes.path("broken.vts") + "\"."));
 }
 
-TEST_F(Program, ASchemeDirectoryThatCannotBeRead) {
-    for (const auto& [directory, reason] : {std::pair("none", "No such file or directory"),
-                                            std::pair("plain.vts", "Not a directory")}) {
-        const std::string path = schemes.path(directory);
-        const ProgramResult result =
-            runProgram(folder, {"-s", "plain", "a.cpp", "-"}, {.environment = {{"VANTREL_SCHEMES", path}}});
-        EXPECT_EQ(result.status, 1);
-        EXPECT_EQ(result.errors, "Error: could not locate a formatting scheme named \"plain\"\n"
-                                 "The scheme directory \"" +
-                                     path + "\" cannot be read: " + reason + ".\n");
-    }
-}
-
 TEST_F(Program, RunsAtOnceConvertTheSameSchemes) {
     folder.write("a.cpp", "int a;\n");
     for (int i = 0; i < 20; ++i) {
@@ -287,16 +274,6 @@ TEST_F(Program, RunsAtOnceConvertTheSameSchemes) {
     }
     EXPECT_EQ(schemes.names(), before);
     for (const std::string& name : before) EXPECT_THAT(schemes.read(name), HasSubstr("VANTREL_VERSION")) << name;
-}
-
-TEST_F(Program, AnOldSchemeThatStaysAsItIsIsNamedAndUsed) {
-    folder.write("a.cpp", "int a;\n");
-    schemes.write("old.vts", "Tessel::PropertySet\n1\n\"old\"\n");
-    ::chmod(schemes.path("old.vts").c_str(), 0444);
-    const ProgramResult result = run({"-s", "old", "a.cpp", "-"});
-    EXPECT_EQ(result.status, 0);
-    EXPECT_THAT(result.errors, StartsWith("\nThe scheme 'old' was created using a previous version"));
-    EXPECT_EQ(result.output, "int a;\n");
 }
 
 TEST_F(Program, WantOfMemoryIsSaid) {

@@ -24,18 +24,6 @@ protected:
     CommandLineRun run{commandLine};
 };
 
-TEST_F(ThreeArguments, EveryFormOfAnOptionCarriesItsValue) {
-    for (const char* form :
-         {"-sfoo", "-s foo", "--scheme foo", "--scheme=foo", "--sch=foo", "--SCHEME:foo", "--s foo"}) {
-        EXPECT_EQ(run.parse(std::string(form) + " in out"), CmdLine::STATUS_OK) << form;
-        EXPECT_STREQ(scheme, "foo") << form;
-        EXPECT_STREQ(input, "in") << form;
-        EXPECT_STREQ(output, "out") << form;
-        EXPECT_EQ(run.errors(), "") << form;
-        EXPECT_FALSE(run.quitStatus()) << form;
-    }
-}
-
 TEST_F(ThreeArguments, OptionsEndAtTheFirstPositionalValueAndAtTwoDashes) {
     EXPECT_EQ(run.parse("-s x in -x"), CmdLine::STATUS_OK);
     EXPECT_STREQ(output, "-x");

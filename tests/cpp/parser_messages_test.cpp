@@ -100,18 +100,4 @@ TEST(ParserMessages, AboutTheEndOfTheText) {
     }
 }
 
-TEST(ParserMessages, ShowTheFirstLineOfAToken) {
-    EXPECT_EQ(messagesOf("class A : \"" + std::string(100, 'x') + "\\\ny\" { };"),
-              "\n1:11 0 Unexpected Token: \"\"" + std::string(100, 'x') + "\\\"\n");
-}
-
-TEST(ParserMessages, EndWhenThereAreTooMany) {
-    std::string source;
-    for (int i = 0; i < 5000; ++i) source += "int (x); ";
-    Cpp::RootNode root;
-    const CppTest::Messages messages = CppTest::parse(source, root);
-    EXPECT_EQ(messages.size(), 1001U);
-    EXPECT_EQ(messages.back().text, "There are too many messages; the rest of the source was not looked at.");
-}
-
 }  // namespace

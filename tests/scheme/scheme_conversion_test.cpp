@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 
 #include "scheme_files.h"
@@ -74,15 +73,6 @@ TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
                                                    "3 WS_BETWEEN_DD_ELEMENTS \" \"\n"
                                                    "3 WS_BETWEEN_FN_CALL_ARGS \"\\n\"\n"
                                                    "3 WS_BETWEEN_FN_PARAMS \"\\n\"\n"));
-}
-
-TEST(SchemeConversion, WritesNothingWhenEverySchemeHasAVersion) {
-    TemporaryFolder directory;
-    const std::string byHand = schemeText("a", "# kept\n3 VANTREL_VERSION 1.1.0\n2 SPACES_PER_TAB 4\n");
-    directory.write("a.vts", byHand);
-    PropertySetStore store = readStore(directory);
-    EXPECT_EQ(convertSchemes(store), "");
-    EXPECT_EQ(directory.read("a.vts"), byHand);
 }
 
 TEST(SchemeConversion, NamesTheOldSchemesThatItMayNotConvert) {

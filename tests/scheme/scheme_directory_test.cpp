@@ -25,16 +25,6 @@ protected:
     const std::string executables_ = fs::canonical(program_invocation_name).parent_path().string() + "/";
 };
 
-TEST_F(SchemeDirectory, IsTheExecutablesWhenNothingIsSet) {
-    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
-    EXPECT_FALSE(configuration_.has("vantrel"));
-
-    ::setenv("VANTREL_SCHEMES", "", 1);
-    ::setenv("XDG_CONFIG_HOME", "", 1);
-    ::unsetenv("HOME");
-    EXPECT_EQ(TesselUI::schemeDirectory(), executables_);
-}
-
 TEST_F(SchemeDirectory, ComesFromTheEnvironmentBeforeTheSettings) {
     configuration_.write("vantrel/settings",
                        "# mine\n[x]\nOther=/no\r\n PropertySetStore = /my schemes/a=b \r\n");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <random>
-#include <sstream>
 #include <string>
 #include <utility>
 
@@ -28,15 +27,6 @@ TEST(ITextDocStream, ADifferentCharacterCanBePutBack) {
     EXPECT_EQ(in.rest(), "yxd");
     EXPECT_EQ(before, "ab\nc");
     EXPECT_EQ(document.text(), "ab\ncd");
-}
-
-TEST(ITextDocStream, BytesAboveAsciiAreNoEndOfInput) {
-    ITextDocStream in(std::string("\xff\x00\xc3", 3));
-    EXPECT_EQ(in.get(), 0xff);
-    in.unget();
-    EXPECT_EQ(in.get(), 0xff);
-    EXPECT_EQ(in.get(), 0);
-    EXPECT_EQ(in.get(), 0xc3);
 }
 
 std::string readToByGet(ITextDocStream& in, std::pair<int, int> target) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <limits>
 #include <random>
 #include <sstream>
 #include <string>
@@ -56,23 +54,6 @@ TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
     EXPECT_EQ(target.str(), "   x");
     out.setTabMode(0);
     EXPECT_EQ(target.str(), "   x ");
-}
-
-TEST(OIndentStream, AFailingTargetFailsTheStream) {
-    struct Limited : std::stringbuf {
-        std::streamsize xsputn(const char* text, std::streamsize size) override {
-            return std::stringbuf::xsputn(text,
-                                          std::min(size, 3 - static_cast<std::streamsize>(view().size())));
-        }
-    } limited;
-    std::ostream target(&limited);
-    OIndentStream out(target, "", false, 0, 1, 1, 0);
-    out << "ab";
-    EXPECT_TRUE(out.good());
-    out << "cd";
-    EXPECT_TRUE(out.bad());
-    EXPECT_TRUE(out.buffer().failed());
-    EXPECT_EQ(out.column(), 3);
 }
 
 // A tab of one column never stands for spaces, which would be a run of one.

@@ -43,10 +43,10 @@ TEST(IgnoreRules, MatchAsGitignoreDoes) {
     EXPECT_FALSE(Tool::matchesGlob("**a**a**a**a**a*a*a*a*a*b", std::string(20000, 'a')));
 }
 
-class Files : public ::testing::Test {
+class FileList : public ::testing::Test {
 protected:
-    Files() { std::filesystem::current_path(folder.path()); }
-    ~Files() override { std::filesystem::current_path(former_); }
+    FileList() { std::filesystem::current_path(folder.path()); }
+    ~FileList() override { std::filesystem::current_path(former_); }
 
     TemporaryFolder folder;
 
@@ -54,7 +54,7 @@ private:
     std::filesystem::path former_ = std::filesystem::current_path();
 };
 
-TEST_F(Files, FoldersAreWalkedWithoutWhatIsLeftOut) {
+TEST_F(FileList, FoldersAreWalkedWithoutWhatIsLeftOut) {
     for (const char* name : {"b.cpp", "a.h", "notes.txt", "kernel.cu", "build/x.c", ".git/y.c", "sub/deep/z.cc",
                              "sub/gen/skip.c", "sub/gen/own.c", "sub/old.c", "sub/build/q.c"}) {
         folder.write(name, "");
