@@ -37,8 +37,9 @@ int protectedRegionStep(const Trn::Token& token) {
 }
 
 // C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`, `for (try = 0; …)`. Whether
-// a keyword is one of these is told by the token behind it.
-bool isNameBefore(int word, int following) {
+// a keyword is one of these is told by the token behind it; in front of a ";", by the end of a type before it.
+bool isNameBefore(int word, int ahead, int following) {
+    const bool endsDeclaration = following == Semicolon && (ahead == Identifier || ahead == Asterisk);
     if (following < Semicolon || following > ArrowAsterisk || following == OpenBrace) return false;
     switch (word) {
         case KeywordPublic:
@@ -46,8 +47,8 @@ bool isNameBefore(int word, int following) {
         case KeywordPrivate: return following != Colon && following != CloseBrace;
         case KeywordTry: return following != Colon;
         case KeywordCatch: return following != OpenParen;
-        case KeywordNamespace: return following != OpenBracket && following != Semicolon;
-        case KeywordTemplate: return following != Less && following != Semicolon;
+        case KeywordNamespace: return following != OpenBracket && (following != Semicolon || endsDeclaration);
+        case KeywordTemplate: return following != Less && (following != Semicolon || endsDeclaration);
         case KeywordFriend:
         case KeywordUsing:
         case KeywordVirtual: return following != OpenBracket && following != Tilde;
@@ -79,13 +80,17 @@ Trn::TokenList readTokens(Lexer& lexer) {
     Trn::TokenList tokens(lexer.text());
     tokens.reserve(lexer.text().size() / charactersToToken + 1);
     std::size_t previous = 0;  // the last token that is no comment
+    int ahead = Trn::kEndKind;  // the kind of the one in front of it
     Trn::Token token;
     do {
         token = lexer.nextToken();
-        if (previous < tokens.size() && isNameBefore(tokens.kind(previous), token.kind)) {
+        if (previous < tokens.size() && isNameBefore(tokens.kind(previous), ahead, token.kind)) {
             tokens.setKind(previous, Identifier);
         }
-        if (!isTrivia(token.kind)) previous = tokens.size();
+        if (!isTrivia(token.kind)) {
+            ahead = previous < tokens.size() ? tokens.kind(previous) : Trn::kEndKind;
+            previous = tokens.size();
+        }
         if (opensUnusedBlock(token)) {
             takeRegion(lexer, token, UnreadBlock, unusedBlockStep);
         } else if (opensProtectedRegion(token)) {
