@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "engine/equal_text.h"
 #include "engine/gap.h"
 
 namespace Tessel {
@@ -14,9 +15,12 @@ public:
 
     // Behind the last character in front of `offset` of the source that is no white space; never back.
     void passUpTo(std::size_t offset) {
+        const std::size_t start = resultPlace_;
         while (sourcePlace_ < offset) {
-            if (!isWhitespace(source_[sourcePlace_++])) passCharacterOfResult();
+            passEqual(offset);
+            if (sourcePlace_ < offset && !isWhitespace(source_[sourcePlace_++])) passCharacterOfResult();
         }
+        while (resultPlace_ > start && isWhitespace(result_[resultPlace_ - 1])) --resultPlace_;
     }
     // Up to the token at `offset` of the source.
     void goTo(std::size_t offset) {
@@ -30,6 +34,14 @@ public:
 protected:
     void skipWhitespaceOfResult() {
         while (resultPlace_ < result_.size() && isWhitespace(result_[resultPlace_])) ++resultPlace_;
+    }
+
+    // What is the same in both, white space too.
+    void passEqual(std::size_t offset) {
+        const std::size_t length =
+            equalLength(source_.substr(sourcePlace_, offset - sourcePlace_), result_.substr(resultPlace_));
+        sourcePlace_ += length;
+        resultPlace_ += length;
     }
 
     void passCharacterOfResult() {

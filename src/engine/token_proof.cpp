@@ -81,17 +81,21 @@ private:
         }
     }
 
-    // What is the same without white space in front of it, and no literal, as most of a text is.
+    // What is the same with the same white space in it, and holds no literal, as most of a text is.
     void skipPlain(std::size_t end) {
-        constexpr char lastQuote = '\'';  // white space and quotes are not behind it
         const char* source = source_.text.data() + source_.place;
         const char* result = result_.text.data() + result_.place;
         const std::size_t limit = std::min(end - source_.place, result_.text.size() - result_.place);
         std::size_t count = 0;
-        while (count < limit && source[count] == result[count] && source[count] > lastQuote) ++count;
+        while (count < limit && source[count] == result[count] && !endsPlain(source[count])) ++count;
+        // The gap in front of what differs is compared as a whole.
+        while (count > 0 && isWhitespace(source[count - 1])) --count;
         source_.place += count;
         result_.place += count;
     }
+
+    // White space may end a directive.
+    bool endsPlain(char c) const { return Cpp::isQuote(c) || c == '\\' || (isInDirective_ && isWhitespace(c)); }
 
     bool compareUnit() {
         const std::size_t length = unitLength();
