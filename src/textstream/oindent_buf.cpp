@@ -37,6 +37,12 @@ OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLead
     : OTextDocBuf(target, layout), indent_(std::move(indent)), keepLeadingSpace_(keepLeadingSpace) {}
 
 std::size_t OIndentBuf::write(std::string_view text) {
+    if (text.empty()) return 0;
+    if (column_ > 0 && isPlain(text)) {
+        lineHasText_ = lineHasText_ || holdsText(text);
+        if (textColumn_ < 0) findTextColumn(text);
+        return putPlain(text);
+    }
     std::size_t taken = 0;
     while (taken < text.size()) {
         if (column_ == 0 && text[taken] != '\n') {

@@ -19,6 +19,10 @@ std::int64_t widthAt(std::int64_t column, char c, std::int64_t tabSize) {
     return c == '\t' ? tabSize - column % tabSize : 1;
 }
 
+constexpr bool isPlainCharacter(char c) {
+    return c != '\n' && c != '\t' && c != '"' && c != '\'';
+}
+
 }  // namespace
 
 OTextDocBuf::OTextDocBuf(TextLayout layout)
@@ -87,12 +91,20 @@ std::size_t OTextDocBuf::putAsGiven(std::string_view text) {
     return sent;
 }
 
+bool OTextDocBuf::isPlain(std::string_view text) const {
+    return (tabMode_ == KeepTabs || tabMode_ == TabsToSpaces) && std::all_of(text.begin(), text.end(), isPlainCharacter);
+}
+
+std::size_t OTextDocBuf::putPlain(std::string_view text) {
+    if (text.empty()) return 0;
+    const std::size_t sent = send(text);
+    column_ = clampToInt(std::int64_t{column_} + static_cast<std::int64_t>(sent));
+    previousChar_ = traits_type::to_int_type(text.back());
+    return sent;
+}
+
 std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
-    const auto concernsTabs = [](char c) { return c == '\t' || c == '"' || c == '\''; };
-    if (!text.empty() && !insideLiteral() && std::none_of(text.begin(), text.end(), concernsTabs)) {
-        previousChar_ = traits_type::to_int_type(text.back());
-        return putAsGiven(text);
-    }
+    if (isPlain(text)) return putPlain(text);
     std::size_t taken = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         trackLiteral(text[i]);
@@ -145,22 +157,18 @@ std::size_t OTextDocBuf::send(std::string_view text) {
 }
 
 void OTextDocBuf::advance(std::string_view text) {
-    const std::int64_t tabSize = std::max(tabSize_, 1);
-    std::int64_t column = column_;
-    for (const char c : text) {
-        if (c == '\n') {
-            ++line_;
-            column = 0;
-        } else {
-            column += widthAt(column, c, tabSize);
-        }
+    for (auto lineFeed = text.find('\n'); lineFeed != text.npos; lineFeed = text.find('\n')) {
+        ++line_;
+        column_ = 0;
+        text.remove_prefix(lineFeed + 1);
     }
-    column_ = clampToInt(column);
+    column_ = columnBehind(text);
 }
 
 int OTextDocBuf::columnBehind(std::string_view piece) const {
-    const std::int64_t tabSize = std::max(tabSize_, 1);
     std::int64_t column = column_;
+    if (piece.find('\t') == piece.npos) return clampToInt(column + static_cast<std::int64_t>(piece.size()));
+    const std::int64_t tabSize = std::max(tabSize_, 1);
     for (const char c : piece) column += widthAt(column, c, tabSize);
     return clampToInt(column);
 }

@@ -62,6 +62,9 @@ protected:
     int sync() override;
     // Where a piece of a line that is written next would end.
     int columnBehind(std::string_view piece) const;
+    // Whether the text is written as it is, each character a column wide: most are.
+    bool isPlain(std::string_view text) const;
+    std::size_t putPlain(std::string_view text);
 
     int column_;
 
