@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <istream>
 #include <optional>
-#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -39,6 +37,8 @@ constexpr const char* kStrayBackslash = "Unexpected \"\\\" in front of this.";
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
     explicit ParsedText(std::string content) : text(std::move(content)) {}
+    // Borrows the content.
+    explicit ParsedText(std::string_view content) : text(Zelmor::TextDocument::borrowing(content)) {}
 
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
@@ -132,48 +132,46 @@ std::string formatParsed(ParsedText& source, const KeptRegions& regions, const F
 
 }  // namespace
 
-int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
+int FormatJob::format(const FormatOptions& options, std::string_view text, std::string& result,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
     CppPreFormatter preFormatter(options.markers);
     const ExtensionSettings extensions(options.scheme);
     Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
-    ParsedText source(Zelmor::readAll(in));
+    ParsedText source(text);
     if (!progress(kAnalyzing)) return cancel(diagnostics);
-    // Only a text that has been read in full can be gone through again from its start.
-    if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
     if (auto messages = parse(parser, source); !messages.empty())
         return moveTo(diagnostics, std::move(messages));
     source.root.accept(preFormatter);
     const KeptRegions regions = keptRegions(source, preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
 
-    std::string result = formatParsed(source, regions, options, passes_);
+    std::string formattedText = formatParsed(source, regions, options, passes_);
     const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
     // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
     // they are to.
     int rounds = extensions.keepsLineBreaks ? kWrappingRounds : 1;
     for (bool isSettled = !wraps; !isSettled && rounds > 0; --rounds) {
-        ParsedText formatted(std::move(result));
+        ParsedText formatted(std::move(formattedText));
         if (auto messages = parse(parser, formatted); !messages.empty()) {
             return moveTo(diagnostics, std::move(messages));
         }
         formatted.root.accept(preFormatter);
         std::ostringstream wrapped;
         passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
-        result = withLineEnds(formatted, keptRegions(formatted, preFormatter), options, std::move(wrapped).str());
-        isSettled = result == formatted.text.text();
+        formattedText =
+            withLineEnds(formatted, keptRegions(formatted, preFormatter), options, std::move(wrapped).str());
+        isSettled = formattedText == formatted.text.text();
         if (isSettled || rounds == 1) break;
-        ParsedText again(std::move(result));
+        ParsedText again(std::move(formattedText));
         if (auto messages = parse(parser, again); !messages.empty()) {
             return moveTo(diagnostics, std::move(messages));
         }
         again.root.accept(preFormatter);
-        result = formatParsed(again, keptRegions(again, preFormatter), options, passes_);
+        formattedText = formatParsed(again, keptRegions(again, preFormatter), options, passes_);
     }
-    if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
-    proveRegions(source, regions, result);
-    out.write(result.data(), static_cast<std::streamsize>(result.size()));
-    out.flush();
+    if (auto message = prove(source, formattedText)) return moveTo(diagnostics, {std::move(*message)});
+    proveRegions(source, regions, formattedText);
+    result = std::move(formattedText);
     return 0;
 }
 

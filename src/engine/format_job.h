@@ -1,7 +1,8 @@
 #pragma once
 
-#include <iosfwd>
 #include <list>
+#include <string>
+#include <string_view>
 
 #include "engine/format_options.h"
 #include "engine/layout_passes.h"
@@ -17,10 +18,10 @@ public:
     // `passes` is borrowed: the passes of the layer above that take part in a job.
     explicit FormatJob(const LayoutPasses& passes) : passes_(passes) {}
 
-    // Returns 0 on success: then the formatted text, its lines ended by line feeds, stands in `out` and
-    // `diagnostics` is unchanged. Otherwise nothing has been written, and the result is the number of messages
-    // appended to `diagnostics`. Exceptions of the passes go through to the caller.
-    int format(const FormatOptions& options, std::istream& in, std::ostream& out,
+    // Returns 0 on success: then `result` is the formatted text, its lines ended by line feeds, and `diagnostics` is
+    // unchanged. Otherwise `result` is, and what is returned is the number of messages appended to `diagnostics`.
+    // Exceptions of the passes go through to the caller.
+    int format(const FormatOptions& options, std::string_view text, std::string& result,
                std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const;
 
 private:

@@ -26,16 +26,27 @@ void normalizeLineEnds(std::string& text) {
 
 }  // namespace
 
-TextDocument::TextDocument(std::string text) : text_(std::move(text)) {
-    normalizeLineEnds(text_);
+TextDocument::TextDocument(std::string text) : own_(std::move(text)) {
+    normalizeLineEnds(own_);
+    text_ = own_;
     findLineStarts();
+}
+
+TextDocument::TextDocument(Borrowed borrowed) : text_(borrowed.text) {
+    findLineStarts();
+}
+
+TextDocument TextDocument::borrowing(std::string_view text) {
+    if (text.find('\r') != text.npos) return TextDocument(std::string(text));
+    return TextDocument(Borrowed{text});
 }
 
 void TextDocument::findLineStarts() {
     lineStarts_.assign(1, 0);
+    lineStarts_.reserve(static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n')) + 1);
     for (std::size_t lineFeed = text_.find('\n'); lineFeed != std::string::npos;
          lineFeed = text_.find('\n', lineFeed + 1)) {
-        lineStarts_.push_back(lineFeed + 1);
+        lineStarts_.push_back(static_cast<std::uint32_t>(lineFeed + 1));
     }
 }
 
@@ -54,8 +65,8 @@ TextPosition TextDocument::positionOf(std::size_t offset) const {
 }
 
 void TextDocument::replaceCharacter(std::size_t offset, char c) {
-    const bool changesLines = (text_[offset] == '\n') != (c == '\n');
-    text_[offset] = c;
+    const bool changesLines = (own_[offset] == '\n') != (c == '\n');
+    own_[offset] = c;
     if (changesLines) findLineStarts();
 }
 

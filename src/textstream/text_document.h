@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -20,6 +21,8 @@ class TextDocument {
 public:
     // CR LF and a lone CR each become one LF.
     explicit TextDocument(std::string text);
+    // Borrows the text; of one with carriage returns it makes a copy.
+    static TextDocument borrowing(std::string_view text);
     TextDocument(const TextDocument&) = delete;
     TextDocument& operator=(const TextDocument&) = delete;
 
@@ -39,10 +42,15 @@ public:
     void replaceCharacter(std::size_t offset, char c);
 
 private:
+    struct Borrowed {
+        std::string_view text;
+    };
+    explicit TextDocument(Borrowed borrowed);
     void findLineStarts();
 
-    std::string text_;
-    std::vector<std::size_t> lineStarts_;
+    std::string own_;  // empty when the text is borrowed
+    std::string_view text_;
+    std::vector<std::uint32_t> lineStarts_;
 };
 
 // Reads everything that remains, in big blocks. A failure to read sets the stream's badbit.

@@ -27,6 +27,7 @@ std::size_t countOf(std::string_view text, char character) {
 }  // namespace
 
 TextEncoding detectEncoding(std::string_view text) {
+    if (text.find('\r') == text.npos) return {text.starts_with(BYTE_ORDER_MARK), false};
     const std::size_t both = countCarriageReturnLineFeeds(text);
     const std::size_t lineEnds = countOf(text, '\n') + countOf(text, '\r') - both;
     return {text.starts_with(BYTE_ORDER_MARK), both > lineEnds - both};

@@ -26,17 +26,15 @@ public:
 
 Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text) {
     const Tessel::Passes passes;
-    std::istringstream in(text);
-    std::ostringstream out;
+    Formatted result;
     std::list<Tessel::Diagnostic> diagnostics;
     GoesOn progress;
     try {
         const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
-        Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
+        Tessel::FormatJob(passes).format(options, text, result.text, diagnostics, progress);
     } catch (const Trn::Exception& fault) {
         return {{}, fault.message() + '\n', true};
     }
-    Formatted result{out.str(), {}, false};
     for (const Tessel::Diagnostic& message : diagnostics) {
         result.refusal += '(' + std::to_string(message.position.line) + ", " +
                           std::to_string(message.position.column) + ") " + message.text + '\n';
