@@ -26,6 +26,8 @@ public:
     // Calls the emitter's visit for the node's class.
     virtual void accept(Emitter& emitter) = 0;
     virtual std::unique_ptr<SyntaxNode> clone() const = 0;
+    // Whether the node is of that class or of one that derives from it.
+    virtual bool isOfClass(const void*) const { return false; }
 
 protected:
     SyntaxNode() = default;
@@ -38,7 +40,7 @@ private:
     const InteriorNode* list_ = nullptr;  // that the node is a child of
 };
 
-// Gives a concrete node class its accept and clone.
+// Gives a concrete node class its accept and clone, and an address to tell it by.
 template <typename Derived, typename Base>
 class VisitableNode : public Base {
 public:
@@ -48,6 +50,22 @@ public:
     std::unique_ptr<SyntaxNode> clone() const override {
         return std::make_unique<Derived>(static_cast<const Derived&>(*this));
     }
+
+    static const void* classId() {
+        static constexpr char place = 0;
+        return &place;
+    }
+    bool isOfClass(const void* id) const override { return id == classId() || Base::isOfClass(id); }
 };
+
+// What dynamic_cast gives, in a fraction of its time.
+template <typename Node>
+const Node* as(const SyntaxNode* node) {
+    return node && node->isOfClass(Node::classId()) ? static_cast<const Node*>(node) : nullptr;
+}
+template <typename Node>
+Node* as(SyntaxNode* node) {
+    return const_cast<Node*>(as<Node>(static_cast<const SyntaxNode*>(node)));
+}
 
 }  // namespace Cpp

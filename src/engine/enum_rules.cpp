@@ -18,7 +18,7 @@ using Zelmor::OIndentBuf;
 
 namespace {
 
-bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node); }
+bool isDirective(const Cpp::SyntaxNode& node) { return Cpp::as<Cpp::PreprocDirectiveNode>(&node); }
 
 }  // namespace
 
@@ -33,7 +33,7 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
     applyPendingWhitespace(*body);
     const bool hasEnumerators =
         std::any_of(body->childBegin(), body->childEnd(), [](const auto& child) {
-            return dynamic_cast<const Cpp::ExprNode*>(child.get()) != nullptr;
+            return Cpp::as<Cpp::ExprNode>(child.get()) != nullptr;
         });
     if (!hasEnumerators) {
         formatBlock(*body, settings_.enums);
@@ -75,7 +75,7 @@ void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
 // Enumerators on lines of their own stand below the first one; where a comment or directive comes before that,
 // at the indentation.
 void CppFormatter::formatEnumeratorList(Cpp::EnumBodyNode& body, const CommaTexts& commas) {
-    if (dynamic_cast<const Cpp::ExprNode*>(body.childBegin()->get())) {
+    if (Cpp::as<Cpp::ExprNode>(body.childBegin()->get())) {
         formatSeparatedList(body, commas);
     } else {
         formatElements(body, commas);

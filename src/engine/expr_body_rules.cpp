@@ -19,7 +19,7 @@ namespace Tessel {
 namespace {
 
 bool isSimple(const Cpp::SyntaxNode& statement) {
-    return dynamic_cast<const Cpp::ExprNode*>(&statement) || dynamic_cast<const Cpp::DataDeclNode*>(&statement);
+    return Cpp::as<Cpp::ExprNode>(&statement) || Cpp::as<Cpp::DataDeclNode>(&statement);
 }
 
 // The line wrapper leaves such a body alone, so that it has to fit from the start.

@@ -35,19 +35,19 @@ Zelmor::IndentState initialState(const PropertySet& scheme) {
 }
 
 bool endsLine(const Cpp::SyntaxNode& node) {
-    if (dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node)) return true;
-    const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
+    if (Cpp::as<Cpp::PreprocDirectiveNode>(&node)) return true;
+    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
     return comment && comment->isLineComment();
 }
 
 // What stands behind a "}" and belongs to what that ends: the declarators of a class or enumeration, and handlers.
 bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& node) {
-    if (dynamic_cast<const Cpp::ClassDeclNode*>(&previous) || dynamic_cast<const Cpp::EnumDeclNode*>(&previous)) {
+    if (Cpp::as<Cpp::ClassDeclNode>(&previous) || Cpp::as<Cpp::EnumDeclNode>(&previous)) {
         return true;
     }
-    const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(&node);
+    const auto* statement = Cpp::as<Cpp::CtrlStmtNode>(&node);
     if (!statement || statement->size() == 0) return false;
-    const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement->childBegin()->get());
+    const auto* part = Cpp::as<Cpp::CtrlSubStmtNode>(statement->childBegin()->get());
     const Cpp::KeywordNode* keyword = part && part->head() ? part->head()->keyword() : nullptr;
     return keyword && keyword->keyword() == Cpp::KeywordCatch;
 }
@@ -154,7 +154,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         isCaseBlock = false;
         if (lastLabel_ == child->get()) {
             child = formatBehindLabel(child, node.childEnd());
-            isCaseBlock = dynamic_cast<const Cpp::BlockNode*>(child->get());
+            isCaseBlock = Cpp::as<Cpp::BlockNode>(child->get());
         }
         previous = child->get();
     }
@@ -166,7 +166,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
 // Between two statements, or declarations, on one line: `a();b();`.
 void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next) {
     const auto isTrivia = [](const Cpp::SyntaxNode& node) {
-        return dynamic_cast<const Cpp::CommentNode*>(&node) || dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
+        return Cpp::as<Cpp::CommentNode>(&node) || Cpp::as<Cpp::PreprocDirectiveNode>(&node);
     };
     if (isTrivia(previous) || isTrivia(next)) return;
     const std::string_view gap = gapBefore(next);
@@ -284,7 +284,7 @@ bool CppFormatter::staysBehindBrace(const Cpp::SyntaxNode& first, const Optional
 
 // Whether the node is a comment behind which nothing stands on its line.
 bool CppFormatter::isCommentAtLineEnd(const Cpp::SyntaxNode& node) const {
-    const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
+    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
     if (!comment || comment->protectedRegion()) return false;
     const std::string_view behind = source_.text().substr(offsetOf(source_, comment->end()));
     const std::size_t next = behind.find_first_not_of(kBlanks);

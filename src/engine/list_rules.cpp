@@ -18,11 +18,11 @@ using Zelmor::LeadingSpaceScope;
 namespace {
 
 bool isLineComment(const Cpp::SyntaxNode& node) {
-    const auto* comment = dynamic_cast<const Cpp::CommentNode*>(&node);
+    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
     return comment && comment->isLineComment();
 }
 
-bool isDirective(const Cpp::SyntaxNode& node) { return dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node); }
+bool isDirective(const Cpp::SyntaxNode& node) { return Cpp::as<Cpp::PreprocDirectiveNode>(&node); }
 
 // Whether the gap's last token is a comma that ends its line, or begins it.
 bool partsLines(std::string_view gap) {

@@ -51,7 +51,7 @@ bool CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
 // Of several parts: `if (a) b(); else c();`.
 bool CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
     const auto isUnbraced = [](const auto& child) {
-        const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(child.get());
+        const auto* part = Cpp::as<Cpp::CtrlSubStmtNode>(child.get());
         return part && part->body() && !part->body()->hasBrackets();
     };
     const bool isAnyUnbraced = std::any_of(statement.childBegin(), statement.childEnd(), isUnbraced);

@@ -22,11 +22,11 @@ using Zelmor::LeadingSpaceScope;
 namespace {
 
 bool isTrivia(const Cpp::SyntaxNode& node) {
-    return dynamic_cast<const Cpp::CommentNode*>(&node) || dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
+    return Cpp::as<Cpp::CommentNode>(&node) || Cpp::as<Cpp::PreprocDirectiveNode>(&node);
 }
 
 const Cpp::CtrlSubStmtNode* firstPart(const Cpp::CtrlStmtNode& statement) {
-    return statement.size() == 0 ? nullptr : dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement.childBegin()->get());
+    return statement.size() == 0 ? nullptr : Cpp::as<Cpp::CtrlSubStmtNode>(statement.childBegin()->get());
 }
 
 int keywordOf(const Cpp::CtrlSubStmtNode* part) {
@@ -37,7 +37,7 @@ int keywordOf(const Cpp::CtrlSubStmtNode* part) {
 // An "else" whose body is an "if" and nothing else.
 bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
     if (keywordOf(&part) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
-    const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(part.body()->childBegin()->get());
+    const auto* statement = Cpp::as<Cpp::CtrlStmtNode>(part.body()->childBegin()->get());
     if (!statement) return false;
     const Cpp::CtrlSubStmtNode* first = firstPart(*statement);
     return keywordOf(first) == Cpp::KeywordIf && first->start() == part.body()->start();
@@ -46,7 +46,7 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 // The handlers of a function whose body is a "try" block.
 bool followsTryBlock(const Cpp::SyntaxNode* previous, const Cpp::CtrlStmtNode& statement) {
     return previous && keywordOf(firstPart(statement)) == Cpp::KeywordCatch &&
-           (dynamic_cast<const Cpp::FunctionDeclNode*>(previous) || dynamic_cast<const Cpp::CtrlStmtNode*>(previous));
+           (Cpp::as<Cpp::FunctionDeclNode>(previous) || Cpp::as<Cpp::CtrlStmtNode>(previous));
 }
 
 // The places of the first and the last ";" outside all brackets; the same when there are fewer than two.
@@ -161,7 +161,7 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     // if (a) { b(); } else {   is neither on one line nor in lines
     // for (;;) if (a) b();    hides what governs what
     const bool isNested = !hasBraces && body->size() == 1 && keywordOf(part) != Cpp::KeywordElse &&
-                          dynamic_cast<const Cpp::CtrlStmtNode*>(body->childBegin()->get());
+                          Cpp::as<Cpp::CtrlStmtNode>(body->childBegin()->get());
     const bool mayStay = part->head() && isKept && !isNested && !(hasBraces && joinsNextPart);
     formatBody(*body, part->head() ? ahead : kAsInInput, mayStay,
                [&] { formatBlock(*body, braces, indent); });
@@ -303,19 +303,19 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     const std::uint32_t line = (*label)->end().line;
     auto next = label + 1;
     for (; next != end && (*next)->start().line == line; label = next++) {
-        if (!dynamic_cast<Cpp::CommentNode*>(next->get())) break;
+        if (!Cpp::as<Cpp::CommentNode>(next->get())) break;
         (*next)->accept(*this);
     }
     if (next != end && settings_.beforeCaseOpen.present) {
-        if (auto* block = dynamic_cast<Cpp::BlockNode*>(next->get()); block && block->hasBrackets()) {
+        if (auto* block = Cpp::as<Cpp::BlockNode>(next->get()); block && block->hasBrackets()) {
             formatCaseBlock(*block);
             return next;
         }
     }
     if (next != end && settings_.keepsOneLineStatements && (*next)->start().line == line) {
-        if (dynamic_cast<Cpp::CaseNode*>(next->get())) return label;
+        if (Cpp::as<Cpp::CaseNode>(next->get())) return label;
         const bool placesItself =
-            settings_.global.beforeOpen.present && dynamic_cast<const Cpp::BlockNode*>(next->get());
+            settings_.global.beforeOpen.present && Cpp::as<Cpp::BlockNode>(next->get());
         const auto format = [&] {
             if (!placesItself) writer_.writeMerged(writer_.readGap((*next)->start()), " ");
             (*next)->accept(*this);

@@ -135,8 +135,8 @@ void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& c
     for (const auto& child : node.children()) {
         // A block behind a label goes by the label's column.
         const bool isCaseBlock = settings_.beforeCaseOpen.present &&
-                                 dynamic_cast<Cpp::BlockNode*>(child.get()) &&
-                                 dynamic_cast<const Cpp::CaseNode*>(previous);
+                                 Cpp::as<Cpp::BlockNode>(child.get()) &&
+                                 Cpp::as<Cpp::CaseNode>(previous);
         IndentScope caseIndent(
             out_, isCaseBlock ? indentAt(baseColumn()) + settings_.caseIndent.text : out_.indent());
         child->accept(*this);

@@ -69,7 +69,7 @@ void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     if (copyUnlessLong(*body)) return;
     const CommaTexts& commas = settings_.commas.enumerators;
     const bool hasEnumerators = std::any_of(body->childBegin(), body->childEnd(), [](const auto& child) {
-        return dynamic_cast<const Cpp::ExprNode*>(child.get()) != nullptr;
+        return Cpp::as<Cpp::ExprNode>(child.get()) != nullptr;
     });
     if (!hasEnumerators || commas.breaksLines() || wrapper_.settings().style == WrapStyle::AtIndent) {
         copyThrough(*body);

@@ -25,7 +25,7 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& com
                                   bool isInParentheses) {
     if (list.size() == 0) return;
     // Nothing hangs under a directive.
-    if (commas.breaksLines() || dynamic_cast<const Cpp::PreprocDirectiveNode*>(list.children().front().get())) {
+    if (commas.breaksLines() || Cpp::as<Cpp::PreprocDirectiveNode>(list.children().front().get())) {
         for (const auto& element : list.children()) element->accept(*this);
         return;
     }
@@ -58,7 +58,7 @@ void CppLineWrapper::visit(Cpp::BaseClauseListNode* list) {
 void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
     if (copyUnlessLong(*list)) return;
     const bool hasBodies = std::any_of(list->childBegin(), list->childEnd(), [](const auto& child) {
-        const auto* initializer = dynamic_cast<const Cpp::InitializerNode*>(child.get());
+        const auto* initializer = Cpp::as<Cpp::InitializerNode>(child.get());
         return initializer && !initializer->bodies().empty();
     });
     if (hasBodies) {

@@ -22,9 +22,9 @@ int keywordOf(const Cpp::CtrlSubStmtHeadNode* head) {
 // An "else" whose body is an "if" and nothing else.
 bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
     if (keywordOf(part.head()) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
-    const auto* statement = dynamic_cast<const Cpp::CtrlStmtNode*>(part.body()->childBegin()->get());
+    const auto* statement = Cpp::as<Cpp::CtrlStmtNode>(part.body()->childBegin()->get());
     if (!statement || statement->size() == 0 || statement->start() != part.body()->start()) return false;
-    const auto* first = dynamic_cast<const Cpp::CtrlSubStmtNode*>(statement->childBegin()->get());
+    const auto* first = Cpp::as<Cpp::CtrlSubStmtNode>(statement->childBegin()->get());
     return first && keywordOf(first->head()) == Cpp::KeywordIf;
 }
 
