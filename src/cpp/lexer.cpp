@@ -72,27 +72,32 @@ bool Lexer::skipWhitespace() {
     return false;
 }
 
-bool Lexer::startsDestructor(std::size_t place) const {
-    return charAt(place) == '~' && isLetter(charAt(place + 1));
-}
-
-bool Lexer::startsName() const {
-    const char c = text_[place_];
-    return isNameStart(c) || (c == ':' && charAt(place_ + 1) == ':') || startsDestructor(place_);
-}
-
 Trn::Token Lexer::nextToken() {
     if (pending_.kind != Trn::kEndKind) return std::exchange(pending_, Token{});
     while (skipWhitespace()) {
         const char c = text_[place_];
-        if (startsName()) return scanName();
+        if (isNameStart(c)) return scanName();
         if (isDigit(c)) return scanNumber();
-        if (c == '"') return scanString(place_);
-        if (c == '\'') return scanCharacter(place_);
-        if (c == '#') return scanDirective();
-        if (c == '/' && charAt(place_ + 1) == '/') return scanLineComment();
-        if (c == '/' && charAt(place_ + 1) == '*') return scanBlockComment();
-        if (c == '\\' && startsSplice(place_)) return scanSplice();
+        const char second = charAt(place_ + 1);
+        switch (c) {
+            case ':':
+                if (second == ':') return scanQualifiedName();
+                break;
+            case '~':
+                if (isLetter(second)) return scanQualifiedName();
+                break;
+            case '"': return scanString(place_);
+            case '\'': return scanCharacter(place_);
+            case '#': return scanDirective();
+            case '/':
+                if (second == '/') return scanLineComment();
+                if (second == '*') return scanBlockComment();
+                break;
+            case '\\':
+                if (startsSplice(place_)) return scanSplice();
+                break;
+            default: break;
+        }
         const Operator found = matchOperator(text_.substr(place_, 3));
         if (found.length > 0) return scanOperator(found.kind, found.length);
         ++place_;
@@ -106,7 +111,7 @@ Trn::Token Lexer::nextToken() {
 Trn::Token Lexer::scanOperator(int kind, std::size_t length) {
     const Token token = begin();
     place_ += length;
-    return finish(token, kind);
+    return finishPlain(token, kind);
 }
 
 OpaqueTokens opaqueTokensOf(std::string_view text) {

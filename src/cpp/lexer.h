@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <forward_list>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -48,9 +48,8 @@ private:
 
     // Names (lexer_names.cpp), numbers and literals (lexer_literals.cpp), and what the ends of lines end
     // (lexer_lines.cpp): comments, directives and splices. The rest is in lexer.cpp.
-    bool startsName() const;
-    bool startsDestructor(std::size_t place) const;
     bool skipWhitespace();
+    std::size_t behindWord(std::size_t place) const;
     // A token that begins here; its first character is not a line feed.
     Token begin() const {
         Token token;
@@ -60,16 +59,22 @@ private:
     }
     // Ends the token at the current place. The lines that it runs over have been counted.
     Token finish(Token token, int kind) {
+        token = finishPlain(token, kind);
+        if (opaque_) recordOpaque(token);
+        return token;
+    }
+    // The same for one that is not opaque.
+    Token finishPlain(Token token, int kind) {
         token.kind = kind;
         token.length = static_cast<std::uint32_t>(place_ - token.offset);
         token.text = text_.substr(token.offset, token.length);
         token.end = positionOf(place_);
-        if (opaque_) recordOpaque(token);
         return token;
     }
     void recordOpaque(const Token& token);
 
     Token scanName();
+    Token scanQualifiedName();
     Token scanPrefixedLiteral(std::size_t quote, bool isRaw);
     Token splitScopedOperator(Token name, std::size_t scope);
     Token scanNumber();
@@ -94,7 +99,7 @@ private:
     std::size_t lineStart_ = 0;
     std::size_t previousLineStart_ = 0;
     Token pending_;                     // kEndKind when there is none
-    std::deque<std::string> ownTexts_;  // of tokens whose text differs from the source
+    std::forward_list<std::string> ownTexts_;  // of tokens whose text differs from the source
     OpaqueTokens* opaque_ = nullptr;
 };
 

@@ -45,7 +45,7 @@ Trn::Token Lexer::scanNumber() {
             break;
         }
     }
-    return finish(token, Number);
+    return finishPlain(token, Number);
 }
 
 Trn::Token Lexer::scanString(std::size_t quote) {

@@ -22,24 +22,38 @@ constexpr bool isLiteralPrefix(std::string_view word) {
 
 }  // namespace
 
-// Names, with their qualification where no white space stands in front of a "::".
+std::size_t Lexer::behindWord(std::size_t place) const {
+    while (place < text_.size() && isNamePart(text_[place])) ++place;
+    return place;
+}
+
+// Most names are one word.
 Trn::Token Lexer::scanName() {
+    constexpr std::string_view goesOn = ":\\\"'";
+    const std::size_t end = behindWord(place_);
+    if (end < text_.size() && goesOn.find(text_[end]) != std::string_view::npos) return scanQualifiedName();
+    Token token = begin();
+    place_ = end;
+    token = finishPlain(token, keywordKind(text_.substr(token.offset, end - token.offset)));
+    if (token.kind == Identifier) token.valueType = Trn::ValueType::String;
+    return token;
+}
+
+// Names, with their qualification where no white space stands in front of a "::".
+Trn::Token Lexer::scanQualifiedName() {
     Token token = begin();
     std::string joined;          // the text, once white space behind a "::" has been dropped from it
     std::size_t taken = place_;  // up to where `joined` holds the text
     std::size_t lastScope = std::string_view::npos;
     if (text_[place_] == '~') ++place_;
     while (place_ < text_.size()) {
-        if (isNamePart(text_[place_])) {
-            ++place_;
-            continue;
-        }
-        if (text_[place_] == '\\' && charAt(place_ + 1) == '\n' && isNamePart(charAt(place_ + 2))) {
+        place_ = behindWord(place_);
+        if (charAt(place_) == '\\' && charAt(place_ + 1) == '\n' && isNamePart(charAt(place_ + 2))) {
             place_ += 2;
             startLine(place_);
             continue;
         }
-        if (text_[place_] != ':' || charAt(place_ + 1) != ':') break;
+        if (charAt(place_) != ':' || charAt(place_ + 1) != ':') break;
         lastScope = place_;
         place_ += kScopeLength;
         std::size_t next = place_;
@@ -67,7 +81,7 @@ Trn::Token Lexer::scanName() {
     }
     if (taken != token.offset) {
         joined += text_.substr(taken, place_ - taken);
-        token.text = ownTexts_.emplace_back(std::move(joined));
+        token.text = ownTexts_.emplace_front(std::move(joined));
     }
     if (token.kind == Identifier) token.valueType = Trn::ValueType::String;
     return token;
@@ -83,7 +97,7 @@ Trn::Token Lexer::splitScopedOperator(Token name, std::size_t scope) {
     pending_.text = text_.substr(scope, pending_.length);
     if (component != scope + kScopeLength) {
         pending_.text =
-            ownTexts_.emplace_back("::" + std::string(text_.substr(component, place_ - component)));
+            ownTexts_.emplace_front("::" + std::string(text_.substr(component, place_ - component)));
     }
     // The "::" stands on the line of its last component, or on an earlier one when white space follows it.
     const auto breaks = std::count(text_.begin() + static_cast<std::ptrdiff_t>(scope),
@@ -100,7 +114,7 @@ Trn::Token Lexer::splitScopedOperator(Token name, std::size_t scope) {
     if (std::any_of(name.text.begin(), name.text.end(), isSpace)) {
         std::string joined(name.text);
         joined.erase(std::remove_if(joined.begin(), joined.end(), isSpace), joined.end());
-        name.text = ownTexts_.emplace_back(std::move(joined));
+        name.text = ownTexts_.emplace_front(std::move(joined));
     }
     name.valueType = Trn::ValueType::String;
     return name;

@@ -11,8 +11,6 @@ namespace Tessel {
 
 namespace {
 
-constexpr std::string_view kWhitespace = " \t\n\v\f\r";
-
 bool isLineEndKind(int kind) { return kind == Cpp::Directive || kind == Cpp::LineComment; }
 
 // Nothing but a "/" or a "#" begins a comment or a directive, and a "\" the splice of two lines, which goes for a
@@ -34,16 +32,23 @@ std::size_t firstLineEndTokenEnd(std::string_view text) {
 bool isAllWhitespace(std::string_view text) { return std::all_of(text.begin(), text.end(), isWhitespace); }
 
 bool isLineBreak(std::string_view text) {
-    return text.find('\n') != std::string_view::npos && isAllWhitespace(text);
+    bool hasLineFeed = false;
+    for (const char c : text) {
+        if (!isWhitespace(c)) return false;
+        hasLineFeed = hasLineFeed || c == '\n';
+    }
+    return hasLineFeed;
 }
 
 std::string_view trimLeft(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kWhitespace);
-    return first == std::string_view::npos ? std::string_view() : text.substr(first);
+    std::size_t first = 0;
+    while (first < text.size() && isWhitespace(text[first])) ++first;
+    return text.substr(first);
 }
 
 std::string_view trimRight(std::string_view text) {
-    std::size_t size = text.find_last_not_of(kWhitespace) + 1;
+    std::size_t size = text.size();
+    while (size > 0 && isWhitespace(text[size - 1])) --size;
     if (size > 0 && text[size - 1] == '\\') size = std::max(size, text.find('\n', size) + 1);
     return text.substr(0, size);
 }

@@ -85,17 +85,17 @@ private:
     void skipPlain(std::size_t end) {
         const char* source = source_.text.data() + source_.place;
         const char* result = result_.text.data() + result_.place;
-        const std::size_t limit = std::min(end - source_.place, result_.text.size() - result_.place);
+        // White space may end a directive.
+        const std::size_t limit = isInDirective_ ? 0 : std::min(end - source_.place, result_.text.size() - result_.place);
         std::size_t count = 0;
-        while (count < limit && source[count] == result[count] && !endsPlain(source[count])) ++count;
+        while (count < limit && source[count] == result[count] && isPlain(source[count])) ++count;
         // The gap in front of what differs is compared as a whole.
         while (count > 0 && isWhitespace(source[count - 1])) --count;
         source_.place += count;
         result_.place += count;
     }
 
-    // White space may end a directive.
-    bool endsPlain(char c) const { return Cpp::isQuote(c) || c == '\\' || (isInDirective_ && isWhitespace(c)); }
+    static constexpr bool isPlain(char c) { return c != '"' && c != '\'' && c != '\\'; }
 
     bool compareUnit() {
         const std::size_t length = unitLength();

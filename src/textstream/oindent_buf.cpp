@@ -8,11 +8,14 @@ namespace Zelmor {
 
 namespace {
 
-constexpr std::string_view kLeadingSpace = " \t\v\f\r";
+constexpr bool isLeadingSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r' && c != '\n'); }
 
-bool holdsText(std::string_view line) {
-    return line.back() > ' ' || line.find_first_not_of(kLeadingSpace) != std::string_view::npos;
+std::size_t behindLeadingSpace(std::string_view line, std::size_t place = 0) {
+    while (place < line.size() && isLeadingSpace(line[place])) ++place;
+    return place;
 }
+
+bool holdsText(std::string_view line) { return line.back() > ' ' || behindLeadingSpace(line) < line.size(); }
 
 }  // namespace
 
@@ -47,7 +50,7 @@ std::size_t OIndentBuf::write(std::string_view text) {
     while (taken < text.size()) {
         if (column_ == 0 && text[taken] != '\n') {
             if (!keepLeadingSpace_) {
-                taken = std::min(text.find_first_not_of(kLeadingSpace, taken), text.size());
+                taken = behindLeadingSpace(text, taken);
                 if (taken == text.size() || text[taken] == '\n') continue;
             }
             if (put(indent_) != indent_.size()) break;
@@ -66,8 +69,8 @@ std::size_t OIndentBuf::write(std::string_view text) {
 
 // The piece of a line that is written next may have the line's first text.
 void OIndentBuf::findTextColumn(std::string_view line) {
-    const std::size_t first = line.find_first_not_of(kLeadingSpace);
-    if (first == std::string_view::npos || line[first] == '\n') return;
+    const std::size_t first = behindLeadingSpace(line);
+    if (first == line.size() || line[first] == '\n') return;
     textColumn_ = columnBehind(line.substr(0, first));
 }
 
