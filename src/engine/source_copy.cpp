@@ -11,12 +11,8 @@ std::string_view readThrough(Zelmor::ITextDocStream& in, Trn::Position position)
 }
 
 std::string_view readGap(Zelmor::ITextDocStream& in, Trn::Position start) {
-    const std::string_view read = readThrough(in, start);
-    const bool tookTokenStart = !read.empty() && in.line() == static_cast<int>(start.line) &&
-                                in.column() == static_cast<int>(start.column);
-    if (!tookTokenStart) return read;
-    in.unget();
-    return read.substr(0, read.size() - 1);
+    // The position is that behind the first character.
+    return in.readTo(start.line, start.column > 0 ? start.column - 1 : 0);
 }
 
 bool copyGap(Zelmor::ITextDocStream& in, Zelmor::OIndentBuf& out, Trn::Position start) {
