@@ -118,7 +118,7 @@ std::string withLineEnds(const ParsedText& source, const KeptRegions& regions, c
     const ExtensionSettings settings(options.scheme);
     if (!LineEnds::areWanted(settings)) return result;
     const TrailingComments::Columns columns{readTabSize(options.scheme), readTabMode(options.scheme)};
-    return LineEnds(settings, columns, source.text.text(), source.opaque, regions, result).takeText();
+    return LineEnds(settings, columns, source.text.text(), source.opaque, regions, std::move(result)).takeText();
 }
 
 // The formatted text; its tree is gone when this returns.

@@ -22,12 +22,13 @@ bool isSplice(std::string_view comment) { return comment.starts_with('\\'); }
 
 LineEnds::LineEnds(const ExtensionSettings& settings, const TrailingComments::Columns& columns,
                    std::string_view source, const Cpp::OpaqueTokens& opaque, const KeptRegions& regions,
-                   std::string_view result)
+                   std::string result)
     : settings_(settings),
       source_(source),
       opaque_(opaque),
-      result_(result),
-      sides_(source, result),
+      given_(std::move(result)),
+      result_(given_),
+      sides_(source, result_),
       region_(regions.begin()),
       regionsEnd_(regions.end()) {
     if (settings.beforeLineComment.present) comments_.emplace(columns, source, settings);
@@ -41,6 +42,7 @@ std::string LineEnds::takeText() {
     }
     passRegions(source_.size());
     writeCode(result_.size());
+    std::string().swap(given_);  // three texts need not be there at once
     if (comments_) comments_->place(out_);
     return std::move(out_);
 }

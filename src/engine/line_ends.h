@@ -29,11 +29,13 @@ public:
                settings.beforeLineComment.present;
     }
 
-    // All are borrowed; `opaque` and `regions` are those of `source`, `result` is the source with other white space.
+    // All but `result`, the source with other white space, are borrowed; `opaque` and `regions` are those of `source`.
     LineEnds(const ExtensionSettings& settings, const TrailingComments::Columns& columns, std::string_view source,
-             const Cpp::OpaqueTokens& opaque, const KeptRegions& regions, std::string_view result);
+             const Cpp::OpaqueTokens& opaque, const KeptRegions& regions, std::string result);
 
     std::string takeText();
+    LineEnds(const LineEnds&) = delete;
+    LineEnds& operator=(const LineEnds&) = delete;
 
 private:
     void passRegions(std::size_t offset);
@@ -46,6 +48,7 @@ private:
     const ExtensionSettings& settings_;
     std::string_view source_;
     const Cpp::OpaqueTokens& opaque_;
+    std::string given_;
     std::string_view result_;
     SideBySide sides_;
     KeptRegions::const_iterator region_;
