@@ -3,6 +3,7 @@
 import argparse
 import os
 import random
+import shutil
 import signal
 import statistics
 import subprocess
@@ -10,12 +11,13 @@ import sys
 import threading
 import time
 
-ROUNDS = 7
+ROUNDS = 15
 SHAPE_ROUNDS = 21  # they are short, and the fastest of them counts
 SIZES = [0.1, 1, 4, 16]  # in MB
 MB = 1_000_000
 CELL_BUDGET = 12.0  # seconds for all rounds of one program on one input
 RUN_LIMIT = 60.0  # seconds for one run
+NOISE = 0.03  # what two runs of one program may differ by
 SUFFIXES = (".h", ".H", ".hpp", ".hh", ".c", ".cc", ".cpp", ".cxx")
 
 
@@ -27,10 +29,13 @@ class Program:
 
 
 class Bench:
-    def __init__(self, root):
+    def __init__(self, root, reference):
         self.folder = os.path.join(root, "build", "bench")
         os.makedirs(self.folder, exist_ok=True)
         self.vantrel = os.path.join(root, "build", "VantrelCmd")
+        self.reference = os.path.join(self.folder, "reference")
+        if reference:
+            shutil.copy(reference, self.reference)
         self.output = os.path.join(self.folder, "output")
         self.config = self.write("uncrustify.cfg", "indent_columns = 4\nindent_with_tabs = 0\n")
         os.environ["VANTREL_SCHEMES"] = os.path.join(root, "schemes")
@@ -41,18 +46,28 @@ class Bench:
             file.write(text)
         return path
 
-    def with_scheme(self, scheme):
-        return Program("VantrelCmd " + scheme, lambda path: [self.vantrel, "-s", scheme, path, "-"])
+    def with_scheme(self, scheme, program=None):
+        program = program or self.vantrel
+        return Program("VantrelCmd " + scheme, lambda path: [program, "-s", scheme, path, "-"])
 
     def programs(self):
         return [
             self.with_scheme("allman"),
             self.with_scheme("aligned"),
             self.with_scheme("allman-100"),
-            Program("astyle", lambda path: ["astyle", "--style=allman", "--stdin=" + path], True),
+            self.astyle(),
             Program("clang-format", lambda path: ["clang-format", "--style=LLVM", path]),
             Program("uncrustify", lambda path: ["uncrustify", "-q", "-l", "CPP", "-c", self.config, "-f", path]),
         ]
+
+    def c_programs(self):
+        return [self.with_scheme("allman"), self.with_scheme("allman-100"), self.astyle(), self.indent()]
+
+    def astyle(self):
+        return Program("astyle", lambda path: ["astyle", "--style=allman", "--stdin=" + path], True)
+
+    def indent(self):
+        return Program("GNU indent", lambda path: ["indent", "-st", path])
 
     def run(self, arguments):
         """The seconds that one run takes; None when it fails or takes too long."""
@@ -78,8 +93,8 @@ class Bench:
         with open(report, encoding="ascii") as file:
             return int(file.read().split()[-1]) * 1024
 
-    def accepts(self, path):
-        return self.run([self.vantrel, "-s", "allman", path, "-"]) is not None
+    def accepts(self, programs, path):
+        return all(self.run(program.arguments(path)) is not None for program in programs)
 
     def times(self, programs, path, expected, rounds=ROUNDS):
         """The times of each program, run in turns; `expected` says what to expect of one run."""
@@ -110,10 +125,8 @@ def progress(text):
         sys.stderr.flush()
 
 
-def source_files(packages, root):
+def source_files(packages):
     listed = subprocess.run(["dpkg", "-L"] + packages, capture_output=True, text=True, check=True).stdout.split("\n")
-    real = os.path.join(root, "tests", "real")
-    listed += [os.path.join(real, name) for name in os.listdir(real) if name != "real_files_test.cpp"]
     return sorted(path for path in set(listed) if path.endswith(SUFFIXES) and os.path.isfile(path))
 
 
@@ -133,19 +146,20 @@ def fill(pieces, length):
     return "".join(chosen)
 
 
-def build_inputs(bench, files, sizes):
+def build_inputs(bench, files, sizes, suffix, programs):
+    """Of the files that all of the programs accept."""
     accepted = []
     for path in files:
         progress("Looking for sources: %d" % len(accepted))
-        if bench.accepts(path):
+        if bench.accepts(programs, path):
             with open(path, encoding="latin-1") as file:
                 accepted.append(file.read() + "\n")
     random.Random(1).shuffle(accepted)
     inputs = []
     for size in sizes:
         text = fill(accepted, int(size * MB))
-        path = bench.write("input-%g.cpp" % size, text)
-        if not bench.accepts(path):
+        path = bench.write("input-%g%s" % (size, suffix), text)
+        if not bench.accepts(programs[:1], path):
             sys.exit("The sources are not accepted in one file: " + path)
         inputs.append((size, path))
     print("%d files, %.1f MB, of which the inputs are made." % (len(accepted), sum(map(len, accepted)) / MB))
@@ -169,8 +183,7 @@ def print_table(rows):
             print("  ".join("-" * width for width in widths))
 
 
-def compare_programs(bench, inputs):
-    programs = bench.programs()
+def compare_programs(bench, programs, inputs):
     per_mb = {}  # of 1 MB, what growth is relative to
     expected = {}
     rows = [["", "size", "median", "to astyle", "peak memory", "to input", "time per MB to that of 1 MB"]]
@@ -207,6 +220,36 @@ def compare_programs(bench, inputs):
                 ]
             )
     progress("")
+    print_table(rows)
+
+
+def compare_to_reference(bench, inputs):
+    rows = [["", "size", "reference", "now", "", "memory of it", "now"]]
+    for scheme in ("allman", "aligned", "allman-100"):
+        pair = [bench.with_scheme(scheme, bench.reference), bench.with_scheme(scheme)]
+        for size, path in inputs:
+            progress("%s, %g MB, and the reference" % (scheme, size))
+            times = bench.times(pair, path, {})
+            if len(times) < len(pair):
+                rows.append([scheme, "%g MB" % size, "failed", "", "", "", ""])
+                continue
+            before, now = (min(times[program]) for program in pair)
+            change = now / before - 1
+            memory = [bench.peak_memory(program.arguments(path)) for program in pair]
+            verdict = "%.0f %% %s" % (abs(change) * 100, "SLOWER" if change > 0 else "faster")
+            rows.append(
+                [
+                    scheme,
+                    "%g MB" % size,
+                    shown_time(before),
+                    shown_time(now),
+                    verdict if abs(change) > NOISE else "the same",
+                    "%.1f MB" % (memory[0] / MB),
+                    "%.1f MB" % (memory[1] / MB),
+                ]
+            )
+    progress("")
+    print("\nThe fastest runs, and those of %s.\n" % bench.reference)
     print_table(rows)
 
 
@@ -282,16 +325,25 @@ def compare_shapes(bench):
 
 def main():
     parser = argparse.ArgumentParser()
-    parser.add_argument("root")
-    parser.add_argument("--sizes", nargs="*", type=float)
-    parser.add_argument("--packages", nargs="+")
+    parser.add_argument("root", help=argparse.SUPPRESS)
+    parser.add_argument("sizes", nargs="*", type=float, help="in MB")
+    parser.add_argument("--large", type=float, help="one size more, in MB")
+    parser.add_argument("--reference", help="an earlier VantrelCmd")
+    parser.add_argument("--packages", nargs="+", help=argparse.SUPPRESS)
+    parser.add_argument("--c-packages", nargs="+", help=argparse.SUPPRESS)
     arguments = parser.parse_args()
-    bench = Bench(arguments.root)
-    files = source_files(arguments.packages, arguments.root)
-    sizes = sorted(arguments.sizes) if arguments.sizes else SIZES
-    inputs = build_inputs(bench, files, sizes)
-    print("Median of up to %d runs of whole processes, in turns.\n" % ROUNDS)
-    compare_programs(bench, inputs)
+    bench = Bench(arguments.root, arguments.reference)
+    sizes = sorted((arguments.sizes or SIZES) + ([arguments.large] if arguments.large else []))
+    vantrel = bench.with_scheme("allman")
+    files = source_files(arguments.packages)
+    inputs = build_inputs(bench, files, sizes, ".cpp", [vantrel])
+    c_inputs = build_inputs(bench, source_files(arguments.c_packages), sizes, ".c", [vantrel, bench.indent()])
+    print("Median of up to %d runs of whole processes, in turns. C++, then C.\n" % ROUNDS)
+    compare_programs(bench, bench.programs(), inputs)
+    print()
+    compare_programs(bench, bench.c_programs(), c_inputs)
+    if os.path.exists(bench.reference):
+        compare_to_reference(bench, inputs)
     compare_shapes(bench)
 
 
