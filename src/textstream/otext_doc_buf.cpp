@@ -99,7 +99,7 @@ std::size_t OTextDocBuf::putPlain(std::string_view text) {
     if (text.empty()) return 0;
     const std::size_t sent = send(text);
     column_ = clampToInt(std::int64_t{column_} + static_cast<std::int64_t>(sent));
-    previousChar_ = traits_type::to_int_type(text.back());
+    if (tabMode_ == TabsToSpaces) previousChar_ = traits_type::to_int_type(text.back());
     return sent;
 }
 
