@@ -74,8 +74,9 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
 // What no token is that goes its own way.
 void LineEnds::writeCode(std::size_t end) {
     while (copied_ < end) {
-        const std::size_t lineFeed = result_.find('\n', copied_);
-        if (lineFeed >= end) break;
+        // What stands behind the end is looked at when its time comes: the line may be long.
+        const std::size_t lineFeed = result_.substr(0, end).find('\n', copied_);
+        if (lineFeed == std::string_view::npos) break;
         std::size_t gapStart = lineFeed;
         while (gapStart > copied_ && isWhitespace(result_[gapStart - 1])) --gapStart;
         std::size_t gapEnd = lineFeed + 1;
