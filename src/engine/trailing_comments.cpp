@@ -22,8 +22,11 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 }  // namespace
 
 void TrailingComments::add(std::string_view written, std::size_t offset) {
-    const std::string_view added = written.substr(countedTo_);
-    line_ += static_cast<int>(std::count(added.begin(), added.end(), '\n'));
+    for (auto lineFeed = written.find('\n', countedTo_); lineFeed != written.npos;
+         lineFeed = written.find('\n', countedTo_)) {
+        ++line_;
+        countedTo_ = lineFeed + 1;
+    }
     countedTo_ = written.size();
     const std::size_t lineStart = lineStartOf(written, written.size());
     Comment comment;

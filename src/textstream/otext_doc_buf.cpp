@@ -19,10 +19,6 @@ std::int64_t widthAt(std::int64_t column, char c, std::int64_t tabSize) {
     return c == '\t' ? tabSize - column % tabSize : 1;
 }
 
-constexpr bool isPlainCharacter(char c) {
-    return c != '\n' && c != '\t' && c != '"' && c != '\'';
-}
-
 }  // namespace
 
 OTextDocBuf::OTextDocBuf(TextLayout layout)
@@ -89,10 +85,6 @@ std::size_t OTextDocBuf::putAsGiven(std::string_view text) {
     const std::size_t sent = send(text);
     advance(text.substr(0, sent));
     return sent;
-}
-
-bool OTextDocBuf::isPlain(std::string_view text) const {
-    return (tabMode_ == KeepTabs || tabMode_ == TabsToSpaces) && std::all_of(text.begin(), text.end(), isPlainCharacter);
 }
 
 std::size_t OTextDocBuf::putPlain(std::string_view text) {

@@ -63,7 +63,13 @@ protected:
     // Where a piece of a line that is written next would end.
     int columnBehind(std::string_view piece) const;
     // Whether the text is written as it is, each character a column wide: most are.
-    bool isPlain(std::string_view text) const;
+    bool isPlain(std::string_view text) const {
+        if (tabMode_ != KeepTabs && tabMode_ != TabsToSpaces) return false;
+        for (const char c : text) {
+            if (c == '\n' || c == '\t' || c == '"' || c == '\'') return false;
+        }
+        return true;
+    }
     std::size_t putPlain(std::string_view text);
 
     int column_;

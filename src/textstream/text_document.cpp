@@ -43,7 +43,6 @@ TextDocument TextDocument::borrowing(std::string_view text) {
 
 void TextDocument::findLineStarts() {
     lineStarts_.assign(1, 0);
-    lineStarts_.reserve(static_cast<std::size_t>(std::count(text_.begin(), text_.end(), '\n')) + 1);
     for (std::size_t lineFeed = text_.find('\n'); lineFeed != std::string::npos;
          lineFeed = text_.find('\n', lineFeed + 1)) {
         lineStarts_.push_back(static_cast<std::uint32_t>(lineFeed + 1));
