@@ -150,6 +150,7 @@ int FormatJob::format(const FormatOptions& options, std::string_view text, std::
     // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
     // they are to.
     int rounds = extensions.keepsLineBreaks ? kWrappingRounds : 1;
+    std::string wrappedBefore;
     for (bool isSettled = !wraps; !isSettled && rounds > 0; --rounds) {
         ParsedText formatted(std::move(formattedText));
         if (auto messages = parse(parser, formatted); !messages.empty()) {
@@ -160,14 +161,20 @@ int FormatJob::format(const FormatOptions& options, std::string_view text, std::
         passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
         formattedText =
             withLineEnds(formatted, keptRegions(formatted, preFormatter), options, std::move(wrapped).str());
-        isSettled = formattedText == formatted.text.text();
+        isSettled = formattedText == formatted.text.text() || formattedText == wrappedBefore;
         if (isSettled || rounds == 1) break;
+        wrappedBefore = formattedText;
         ParsedText again(std::move(formattedText));
         if (auto messages = parse(parser, again); !messages.empty()) {
             return moveTo(diagnostics, std::move(messages));
         }
         again.root.accept(preFormatter);
         formattedText = formatParsed(again, keptRegions(again, preFormatter), options, passes_);
+        if (formattedText == formatted.text.text()) {
+            // All further rounds would end where this one did.
+            formattedText = std::move(wrappedBefore);
+            break;
+        }
     }
     if (auto message = prove(source, formattedText)) return moveTo(diagnostics, {std::move(*message)});
     proveRegions(source, regions, formattedText);
