@@ -86,7 +86,8 @@ private:
         const char* source = source_.text.data() + source_.place;
         const char* result = result_.text.data() + result_.place;
         // White space may end a directive.
-        const std::size_t limit = isInDirective_ ? 0 : std::min(end - source_.place, result_.text.size() - result_.place);
+        if (isInDirective_) return;
+        const std::size_t limit = std::min(end - source_.place, result_.text.size() - result_.place);
         std::size_t count = 0;
         while (count < limit && source[count] == result[count] && isPlain(source[count])) ++count;
         // The gap in front of what differs is compared as a whole.
