@@ -16,6 +16,7 @@
 #include "engine/cpp_pre_formatter.h"
 #include "engine/extension_settings.h"
 #include "engine/gap.h"
+#include "engine/layout_observer.h"
 #include "engine/line_ends.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
@@ -146,6 +147,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     source.root.accept(preFormatter);
     const KeptRegions regions = keptRegions(source, preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
+    if (observer_) observer_->begin(source.text);
 
     std::string result = formatParsed(source, regions, options, passes_);
     const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);

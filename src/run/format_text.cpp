@@ -31,7 +31,8 @@ public:
 
 }  // namespace
 
-FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text) {
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text,
+                         Tessel::LayoutObserver* observer) {
     const Zelmor::TextEncoding encoding = Zelmor::detectEncoding(text);
     if (encoding.hasByteOrderMark) text.remove_prefix(Zelmor::BYTE_ORDER_MARK.size());
     ViewBuffer buffer(text);
@@ -41,7 +42,7 @@ FormattedText formatText(const Tessel::FormatOptions& options, std::string_view 
     const Tessel::Passes passes;
     NeverCancels progress;
     FormattedText result;
-    Tessel::FormatJob(passes).format(options, in, out, result.messages, progress);
+    Tessel::FormatJob(passes, observer).format(options, in, out, result.messages, progress);
     if (!result.messages.empty()) return result;
     result.text = encoding.hasCarriageReturns ? Zelmor::addCarriageReturns(out.view()) : std::move(out).str();
     if (encoding.hasByteOrderMark) result.text.insert(0, Zelmor::BYTE_ORDER_MARK);
