@@ -9,8 +9,7 @@ namespace {
 
 constexpr int kAsInInput = -1;
 
-MarkSettings readMark(const PropertySet& scheme, std::string_view anchor, std::string_view hanging,
-                      std::string_view gap) {
+MarkSettings readMark(const PropertySet& scheme, KeyId anchor, KeyId hanging, KeyId gap) {
     return {readInt(scheme, anchor, kAsInInput), readSwitch(scheme, hanging), readText(scheme, gap)};
 }
 

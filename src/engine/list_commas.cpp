@@ -1,7 +1,5 @@
 #include "engine/list_commas.h"
 
-#include <string_view>
-
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
 
@@ -10,8 +8,8 @@ namespace Tessel {
 namespace {
 
 // The switches that line elements up have each begin a line.
-OptionalText behindComma(const PropertySet& scheme, std::string_view alignment, std::string_view key) {
-    return readSwitch(scheme, alignment) ? kLineFeed : readText(scheme, key);
+OptionalText behindComma(const PropertySet& scheme, KeyId alignment, KeyId key) {
+    return readSwitch(scheme, alignment) ? OptionalText{true, "\n", alignment} : readText(scheme, key);
 }
 
 OptionalText either(const OptionalText& first, const OptionalText& second) {

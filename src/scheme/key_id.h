@@ -51,4 +51,11 @@ private:
     std::uint16_t index_ = kNone;
 };
 
+// One whose values have that type.
+template <PropertyType valueType>
+class TypedKeyId : public KeyId {
+public:
+    consteval TypedKeyId(ExtensionKey<valueType> key) : KeyId(key) {}
+};
+
 }  // namespace Tessel
