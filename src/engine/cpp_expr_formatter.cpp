@@ -22,8 +22,9 @@ bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_w
 
 }  // namespace
 
-CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source)
-    : CppExprFormatterBase(scheme, source),
+CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source,
+                                   LayoutLog* log)
+    : CppExprFormatterBase(scheme, source, log),
       settings_(CppExprFormatterBase::scheme()),
       keptIndent_(settings_.keepsLineIndent, tabSize()) {}
 
@@ -33,12 +34,12 @@ std::string CppExprFormatter::formatExpression(std::string_view text, const Inde
 }
 
 std::string CppExprFormatter::formatDeclarationText(std::string_view text, const IndentState& state,
-                                                    const OptionalText& typeWhitespace) {
+                                                    const WantedText& typeWhitespace) {
     return format(text, state, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
 }
 
 std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
-                                             const OptionalText& typeWhitespace) {
+                                             const WantedText& typeWhitespace) {
     return format(text, state, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
 }
 
@@ -48,14 +49,14 @@ std::string CppExprFormatter::formatDeclarators(std::string_view text, const Ind
 }
 
 std::string CppExprFormatter::format(std::string_view text, const IndentState& state, ExprMode mode,
-                                     const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
+                                     const WantedText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
                                      HangingLines::Text hanging) {
     OIndentBuf out(state);
     // The blocks hold expressions of their own.
     std::vector<ExprToken> ownTokens;
     std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
-    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns());
+    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && text.find('\n') != std::string_view::npos;
     if (run.keepsLines && !state.keepLeadingSpace) {
@@ -87,14 +88,14 @@ void CppExprFormatter::writeBlock(Run& run) {
         run.out.startLine();
     } else if (isAllWhitespace(run.sweep.gap())) {
         const bool isPlaced = run.previousKind() == Cpp::OpenParen || followsSpacedComma(run);
-        run.sweep.writeGapWith(isPlaced ? run.sweep.gap() : kBlank.text);
+        run.sweep.writeGapWith(isPlaced ? WantedText(run.sweep.gap()) : kBlank);
     } else {
         run.sweep.writeGap();
     }
     passToken(run);
     run.blocks->write(run.blocksWritten++, run.out);
     run.previous = run.sweep.place();
-    run.after = nullptr;
+    run.after = {};
     run.sweep.passToken();
 }
 
@@ -104,14 +105,14 @@ void CppExprFormatter::writeCurrent(Run& run) {
         // Operators keep the gap in front of a block comment; brackets do not.
         if (token.token.kind == Cpp::BlockComment) {
             const bool endsLineOfOpen =
-                run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
-            if (run.after && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
-                run.sweep.writeGapWith(run.after->text);
-            } else if (wrapsLines() && !endsLine(run) && joinedLine(run)) {
-                run.sweep.writeGapWith(" ");
+                run.after.hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
+            if (run.after.present && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
+                run.sweep.writeGapWith(run.after);
+            } else if (wrapsLines() && !endsLine(run) && joinedLine(run).present) {
+                run.sweep.writeGapWith(kBlank);
             }
         }
-        run.after = nullptr;
+        run.after = {};
         if (token.token.kind != Cpp::Directive && keepsLine(run)) keepLine(run);
         passToken(run);
         writeTrivia(run.sweep, run.out);
@@ -150,18 +151,30 @@ void CppExprFormatter::writeCurrent(Run& run) {
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
-const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
+WantedText CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
     const int kind = run.kindAt(place);
-    if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
+    if (introducesWidth(run, place)) return settings_.aroundBitFieldColon;
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     // a ?: b
     if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
-        return &kNothing;
+        return kNothing;
     }
-    if (isOperator) return ifPresent(settings_.afterOperator);
-    if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
-    return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;
+    if (isOperator) return settings_.afterOperator;
+    if (kind == Cpp::Comma) return absentCommaOf(run, place).after;
+    if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return {};
+    return run.kindFrom(place + 1) == Cpp::StringLiteral ? kBlank : kAsInInput;
+}
+
+// The keys of a comma that the scheme has nothing for.
+CppExprFormatterBase::SeparatorSpacing CppExprFormatter::absentCommaOf(const Run& run, std::size_t place) const {
+    if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return {};
+    const bool isOfDeclarators = run.groups.empty() && run.mode == ExprMode::Declarators;
+    const CommaTexts* const commas = isOfDeclarators       ? &settings_.commas.declarators
+                                     : run.groups.empty() ? nullptr
+                                                          : commasOf(run.groups.back());
+    if (!commas || !commas->areAbsent()) return {};
+    return {commas->before, commas->behind};
 }
 
 // Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
@@ -173,17 +186,15 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
-    const OptionalText* wanted = wantedBefore(run, run.sweep.place());
-    if (!wanted) wanted = run.after;
-    if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
-    if (isStacked(run)) return startLiteralLine(run);
-    if (wanted && wanted->present) {
-        run.sweep.writeGapWith(wanted->text);
-    } else if (const OptionalText* joined = wrapsLines() ? joinedLine(run) : nullptr) {
-        run.sweep.writeGapWith(joined->text);
-    } else {
-        run.sweep.writeGap();
+    const std::size_t place = run.sweep.place();
+    WantedText wanted = wantedBefore(run, place);
+    if (run.roleAt(place) != ExprRole::BraceOpen && !wanted.present && (run.after.present || !wanted.key)) {
+        wanted = run.after;
     }
+    if (keepsLine(run) && !wanted.hasLineFeed()) return keepLine(run);
+    if (isStacked(run)) return startLiteralLine(run);
+    if (!wanted.present && wrapsLines()) wanted = firstPresent(wanted, joinedLine(run));
+    run.sweep.writeGapWith(wanted);
 }
 
 // Tells where the current token stands, the gap in front of it written.
@@ -206,34 +217,43 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
 }
 
 // What the next token that is no comment or directive, which stands at `place`, wants in front of itself;
-// null when that is for the token before it to say.
-const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
-    if (run.previous == kNoToken) return nullptr;
-    if (settings_.afterCast.present && startsCastOperand(run.tokens, run.previous, place)) return &settings_.afterCast;
-    if (settings_.afterDeleteBrackets.present && endsDelete(run.tokens, run.previous)) {
-        return &settings_.afterDeleteBrackets;
-    }
-    if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
+// absent when that is for the token before it to say.
+WantedText CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
+    if (run.previous == kNoToken) return {};
+    const WantedText special = wantedBehindPrevious(run, place);
+    if (special.present) return special;
+    if (introducesWidth(run, place)) return settings_.aroundBitFieldColon;
     switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
-                return nullptr;
+                return special;
             }
-            return ifPresent(settings_.beforeOperator);
+            return settings_.beforeOperator;
         case ExprRole::GroupOpen:
-            return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : nullptr;
-        case ExprRole::BraceOpen:
-            return settings_.beforeDataBrace.present ? &settings_.beforeDataBrace : &kAsInInput;
-        case ExprRole::Name: return ifPresent(run.typeWhitespace);
-        default: return nullptr;
+            return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : special;
+        case ExprRole::BraceOpen: return settings_.beforeDataBrace;
+        case ExprRole::Name:
+            if (!run.typeWhitespace.present && run.previousRole() == ExprRole::Mark) return special;
+            return run.typeWhitespace;
+        case ExprRole::Separator: return absentCommaOf(run, place).before;
+        default: return special;
     }
 }
 
-const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
+// Of what the previous token ends: a cast, or "delete[]".
+WantedText CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
+    if (isAsked(settings_.afterCast) && startsCastOperand(run.tokens, run.previous, place)) return settings_.afterCast;
+    if (isAsked(settings_.afterDeleteBrackets) && endsDelete(run.tokens, run.previous)) {
+        return settings_.afterDeleteBrackets;
+    }
+    return {};
+}
+
+WantedText CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
-        if (!isCastKeyword(run.kindBefore(open))) return nullptr;
-        return ifPresent(settings_.beforeCastParen.present ? settings_.beforeCastParen : settings_.afterOperator);
+        if (!isCastKeyword(run.kindBefore(open))) return {};
+        return firstPresent(settings_.beforeCastParen, settings_.afterOperator);
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
@@ -241,14 +261,13 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
             const bool opensDeclarator = run.mode == ExprMode::Declaration &&
                                          run.kindAt(place + 1) == Cpp::Asterisk &&
                                          run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
-            if (opensDeclarator) return nullptr;
-            const bool isShort = isShortName(run.tokens[run.previous].token.text);
-            return ifPresent(isShort && settings_.afterShortCallName.present ? settings_.afterShortCallName
-                                                                             : settings_.afterCallName);
+            if (opensDeclarator) return {};
+            if (!isShortName(run.tokens[run.previous].token.text)) return settings_.afterCallName;
+            return firstPresent(settings_.afterShortCallName, settings_.afterCallName);
         }
         case Cpp::KeywordSizeof:
-        case Cpp::KeywordThrow: return ifPresent(settings_.afterCallName);
-        default: return nullptr;
+        case Cpp::KeywordThrow: return settings_.afterCallName;
+        default: return {};
     }
 }
 

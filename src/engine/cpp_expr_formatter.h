@@ -33,7 +33,8 @@ public:
 // the indentation of its lines already (see writeRendered).
 class CppExprFormatter : public CppExprFormatterBase {
 public:
-    explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
+    explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
+                              LayoutLog* log = nullptr);
 
     // A text in parentheses is a list: lines hang under its start.
     std::string formatExpression(std::string_view text, const Zelmor::IndentState& state,
@@ -41,11 +42,11 @@ public:
                                  HangingLines::Text hanging = HangingLines::Text::Statement);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
     std::string formatDeclarationText(std::string_view text, const Zelmor::IndentState& state,
-                                      const OptionalText& typeWhitespace);
+                                      const WantedText& typeWhitespace);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the
     // two.
     std::string formatTypeText(std::string_view text, const Zelmor::IndentState& state,
-                               const OptionalText& typeWhitespace);
+                               const WantedText& typeWhitespace);
     // What follows the type of a data declaration.
     std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state,
                                   BlocksInText* blocks = nullptr);
@@ -76,7 +77,7 @@ private:
     struct Run;
 
     std::string format(std::string_view text, const Zelmor::IndentState& state, ExprMode mode,
-                       const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr,
+                       const WantedText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr,
                        HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
@@ -90,13 +91,16 @@ private:
     void writeBlock(Run& run);
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);
-    const OptionalText* joinedLine(const Run& run) const;
+    WantedText joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;
-    const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
+    WantedText wantedBefore(const Run& run, std::size_t place) const;
+    WantedText wantedBehindPrevious(const Run& run, std::size_t place) const;
+    bool isAsked(const OptionalText& setting) const { return setting.present || log(); }
     static bool introducesWidth(const Run& run, std::size_t place);
-    const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
+    WantedText wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
+    void logMarks(Run& run, const MarkSettings& marks, std::size_t end);
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);
@@ -106,13 +110,14 @@ private:
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
+    SeparatorSpacing absentCommaOf(const Run& run, std::size_t place) const;
     SeparatorSpacing spacingOf(const Group& group) const;
     const CommaTexts* commasOf(const Group& group) const;
-    const OptionalText* afterOpen(const Group& group) const;
-    const OptionalText* beforeClose(const Group& group) const;
+    WantedText afterOpen(const Group& group) const;
+    WantedText beforeClose(const Group& group) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;
     const MarkSettings& markSettings(int kind) const;
-    const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
+    WantedText wantedAfter(const Run& run, std::size_t place) const;
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;

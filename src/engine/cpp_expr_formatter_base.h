@@ -23,14 +23,16 @@ class CppExprFormatterBase {
 public:
     // `source`, when given, is borrowed: the document that the texts are views of. It tells the columns at which
     // comments over several lines began; in other texts their lines count from the text's start.
-    explicit CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
+    // The log may be null.
+    explicit CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
+                                  LayoutLog* log = nullptr);
 
     // The elements of a list stay aligned: an element or separator that starts a line puts the elements into
     // the column of the first one.
-    virtual std::string respaceListSeparator(std::string_view text, int kind, const OptionalText& before,
-                                             const OptionalText& after, const Zelmor::IndentState& state);
-    virtual std::string respaceSeparator(std::string_view text, int kind, const OptionalText& before,
-                                         const OptionalText& after, const Zelmor::IndentState& state);
+    virtual std::string respaceListSeparator(std::string_view text, int kind, const WantedText& before,
+                                             const WantedText& after, const Zelmor::IndentState& state);
+    virtual std::string respaceSeparator(std::string_view text, int kind, const WantedText& before,
+                                         const WantedText& after, const Zelmor::IndentState& state);
     // Copies from where the input stands through `end`; a comment's further lines keep their place relative to
     // its first character.
     virtual void formatCommentLines(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
@@ -60,15 +62,15 @@ protected:
 
     // White space around one kind of separator. A setting that is not present leaves the input's.
     struct SeparatorSpacing {
-        const OptionalText& before;
-        const OptionalText& after;
+        WantedText before;
+        WantedText after;
 
         bool breaksLines() const { return before.hasLineFeed() || after.hasLineFeed(); }
     };
 
     // At a separator in `sweep`: writes it with the white space around it, up to the token that follows.
     // `listColumn` is that of the list's elements, or null where they need not be aligned.
-    void writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
+    void writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
@@ -79,13 +81,14 @@ protected:
     const PropertySet& scheme() const { return scheme_; }
     const SourceColumns& sourceColumns() const { return columns_; }
     int tabSize() const { return tabSize_; }
+    LayoutLog* log() const { return log_; }
 
 private:
     void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
-    std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
+    std::string respace(std::string_view text, int kind, const SeparatorSpacing& spacing, bool isList,
                         const Zelmor::IndentState& state);
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
-    void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
+    void writeAfterSeparator(TextSweep& sweep, const WantedText& after, Zelmor::OIndentBuf& out);
     PropertySet scheme_;
     int tabSize_;
     SourceColumns columns_;
@@ -95,6 +98,7 @@ private:
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;
     std::vector<ExprToken> tokens_;
+    LayoutLog* log_;
 };
 
 }  // namespace Tessel

@@ -47,8 +47,11 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
         ContentScope content(*this, settings_.enums.indent);
         const std::string_view blanks =
             settings_.enums.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writer_.writePrepended(gap, withBlankLines(afterOpen.text, blanks));
+        writer_.writePrepended(gap, WantedText(afterOpen).with(withBlankLines(afterOpen.text, blanks)));
     } else {
+        WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
+        absent.isOnOneLine = standsOnOneLine(*body);
+        writer_.leave(leadingBlanks(gap), absent);
         writer_.write(gap);
     }
     formatEnumerators(*body);

@@ -6,13 +6,14 @@
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
 namespace {
 
-const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
-    return isOnOneLine && wanted.hasLineFeed() ? kBlank : wanted;
+WantedText onLine(const OptionalText& wanted, bool isOnOneLine) {
+    return isOnOneLine && wanted.hasLineFeed() ? WantedText(kBlank.text, Keys::KEEP_ONE_LINE_LISTS) : wanted;
 }
 
 }  // namespace
@@ -84,26 +85,23 @@ void CppExprFormatter::closeGroup(Run& run) {
     group.elements.reset();
     writeClosingGap(run, group);
     run.previous = run.sweep.place();
-    run.after = nullptr;
+    run.after = {};
     writeToken(run);
     // ">>" ends the list around this one too.
     if (!run.groups.empty() && run.groups.back().close == run.previous) run.groups.pop_back();
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
-    const OptionalText* wanted = beforeClose(group);
-    if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
-    if (!group.hasElements && (run.after || wanted)) {
-        run.sweep.writeGapWith("");
-        return;
-    }
-    if (!wanted) {
-        run.sweep.writeGap();
+    WantedText wanted = beforeClose(group);
+    if (group.hasElements && keepsLine(run) && !wanted.hasLineFeed()) return keepLine(run);
+    if (!group.hasElements) {
+        run.sweep.writeGapWith(run.after.present || wanted.present ? kNothing : kAsInInput);
         return;
     }
     const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
-    const bool wouldShift = closesAngle && wanted->text.empty() && run.previousKind() == Cpp::Greater;
-    run.sweep.writeGapWith(wouldShift ? kBlank.text : wanted->text);
+    const bool wouldShift = closesAngle && wanted.text.empty() && run.previousKind() == Cpp::Greater;
+    if (wanted.present && wouldShift) wanted = kBlank;
+    run.sweep.writeGapWith(wanted);
 }
 
 // Whether the author's line ends between a group's elements stay.
@@ -114,13 +112,9 @@ bool CppExprFormatter::isRow(const Group& group) const {
 
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
-    if (run.groups.empty()) {
-        if (run.mode != ExprMode::Declarators) return false;
-        const SeparatorSpacing spacing = SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind};
-        return !spacing.after.hasLineFeed() && !spacing.before.hasLineFeed();
-    }
-    const SeparatorSpacing spacing = spacingOf(run.groups.back());
-    return spacing.before.present || spacing.after.present;
+    if (run.groups.empty()) return run.mode == ExprMode::Declarators && !settings_.commas.declarators.breaksLines();
+    const CommaTexts* const commas = commasOf(run.groups.back());
+    return commas && !commas->areAbsent();
 }
 
 void CppExprFormatter::writeComma(Run& run) {
@@ -128,7 +122,9 @@ void CppExprFormatter::writeComma(Run& run) {
     declarators.kind = Group::Kind::Braces;
     Group& group = run.groups.empty() ? declarators : run.groups.back();
     startElements(run, group);
-    const SeparatorSpacing spacing = run.groups.empty() ? SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind} : spacingOf(group);
+    const SeparatorSpacing spacing =
+        run.groups.empty() ? SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind}
+                           : spacingOf(group);
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
     const bool keepsRows = !run.groups.empty() && isRow(group) && (group.holdsRows || !wrapsLines());
     const bool keepsLines = run.keepsLines || keepsRows;
@@ -137,10 +133,10 @@ void CppExprFormatter::writeComma(Run& run) {
                              (keepsRows && settings_.betweenRowElements.present && isColumnGap(behind));
     if (keepsFront) keepLine(run);
     passToken(run);
-    const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
+    const WantedText joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : WantedText();
     run.previous = run.sweep.place();
-    run.after = nullptr;
-    const OptionalText& before = joined ? *joined : spacing.before;
+    run.after = {};
+    const WantedText before = firstPresent(spacing.before, joined);
     writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
                    group.isList ? &group.listColumn : nullptr, run.out);
 }
@@ -163,25 +159,23 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
     return nullptr;
 }
 
-const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
+WantedText CppExprFormatter::afterOpen(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return ifPresent(settings_.afterOpenParen);
-        case Group::Kind::Brackets: return ifPresent(settings_.afterOpenBracket);
-        case Group::Kind::Braces:
-            return ifPresent(onLine(settings_.afterDataBrace, group.isOnOneLine));
-        case Group::Kind::InnerBraces: return nullptr;
-        default: return ifPresent(settings_.afterOpenAngle);
+        case Group::Kind::Parentheses: return settings_.afterOpenParen;
+        case Group::Kind::Brackets: return settings_.afterOpenBracket;
+        case Group::Kind::Braces: return onLine(settings_.afterDataBrace, group.isOnOneLine);
+        case Group::Kind::InnerBraces: return {};
+        default: return settings_.afterOpenAngle;
     }
 }
 
-const OptionalText* CppExprFormatter::beforeClose(const Group& group) const {
+WantedText CppExprFormatter::beforeClose(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return ifPresent(settings_.beforeCloseParen);
-        case Group::Kind::Brackets: return ifPresent(settings_.beforeCloseBracket);
-        case Group::Kind::Braces:
-            return ifPresent(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
-        case Group::Kind::InnerBraces: return nullptr;
-        default: return ifPresent(settings_.beforeCloseAngle);
+        case Group::Kind::Parentheses: return settings_.beforeCloseParen;
+        case Group::Kind::Brackets: return settings_.beforeCloseBracket;
+        case Group::Kind::Braces: return onLine(settings_.beforeDataCloseBrace, group.isOnOneLine);
+        case Group::Kind::InnerBraces: return {};
+        default: return settings_.beforeCloseAngle;
     }
 }
 

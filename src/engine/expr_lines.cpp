@@ -6,6 +6,7 @@
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "scheme/property_keys.h"
 
 namespace Tessel {
 
@@ -13,8 +14,8 @@ using Zelmor::IndentScope;
 
 // Whether the comment ends its line, and will: the next token may have to stand behind it.
 bool CppExprFormatter::endsLine(const Run& run) const {
-    const OptionalText* behind = wantedBefore(run, run.sweep.place() + 1);
-    return run.sweep.endsItsLine() && !(behind && behind->present && !behind->hasLineFeed());
+    const WantedText behind = wantedBefore(run, run.sweep.place() + 1);
+    return run.sweep.endsItsLine() && !(behind.present && !behind.hasLineFeed());
 }
 
 // Whether the current token begins a line that is kept.
@@ -29,6 +30,7 @@ bool CppExprFormatter::keepsLine(const Run& run) const {
 void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
+    run.sweep.leave(gap, WantedText(gap, Keys::KEEP_LINE_BREAKS));
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
     run.out.write(std::string(lineFeeds, '\n'));
@@ -72,30 +74,32 @@ void CppExprFormatter::startLiteralLine(Run& run) {
     const std::string_view gap = run.sweep.gap();
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
-    run.sweep.writeGapWith(std::string(lineFeeds, '\n'));
+    run.sweep.writeGapWith(WantedText(std::string(lineFeeds, '\n')));
     run.out.startLine();
 }
 
 // What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an
 // operator or a comma that begins its line. Wrapping again would else start from lines that it does not see
-// as one. Rows of an initializer are kept, by the wrapper too. Null where the gap is to stay.
-const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
+// as one. Rows of an initializer are kept, by the wrapper too. Absent where the gap is to stay.
+WantedText CppExprFormatter::joinedLine(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
     const bool isRow = !run.groups.empty() && run.groups.back().holdsRows;
-    if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
+    if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return {};
     const ExprToken& token = run.current();
+    const WantedText nothing(kNothing.text, Keys::LINE_WRAP);
+    const WantedText blank(kBlank.text, Keys::LINE_WRAP);
     if (isLineBreak(gap) && settings_.breaksAsLastResort) {
-        if (run.previousKind() == Cpp::OpenParen) return &kNothing;
-        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return &kBlank;
+        if (run.previousKind() == Cpp::OpenParen) return nothing;
+        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return blank;
     }
-    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
-    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
+    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return nothing;
+    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return blank;
     const bool followsComment = run.previous + 1 != run.sweep.place();
-    if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return nullptr;
-    if (!isJoinable(gap)) return nullptr;
-    if (run.previousKind() == Cpp::Comma) return &kBlank;
-    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kBlank;
-    return followsCast(run) ? &kBlank : nullptr;
+    if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return {};
+    if (!isJoinable(gap)) return {};
+    if (run.previousKind() == Cpp::Comma) return blank;
+    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return blank;
+    return followsCast(run) ? blank : WantedText();
 }
 
 // Whether the current token is the operand of a cast, as far as the line wrapper knows one.

@@ -1,6 +1,7 @@
 // char*p        char *p        by the anchor of the mark, in declarations and in casts
 #include "cpp/token_sets.h"
 #include "engine/expr_run.h"
+#include "engine/gap.h"
 
 namespace Tessel {
 
@@ -30,42 +31,54 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
-    const OptionalText& fallback = run.typeWhitespace.present ? run.typeWhitespace : kBlank;
-    const OptionalText& apart = marks.gap.present ? marks.gap : fallback;
+    const WantedText fallback = firstPresent(run.typeWhitespace, kBlank);
+    const WantedText apart = firstPresent(marks.gap, fallback);
+    const WantedText against(std::string_view(), marks.anchor.key);
 
+    if (log()) logMarks(run, marks, end);
     if (keepsLine(run)) {
         keepLine(run);
     } else if (!isAnchored || isBehindComma) {
         writeGapBefore(run);
     } else if (marks.anchor == kAnchoredToType) {
-        run.sweep.writeGapWith("");
+        run.sweep.writeGapWith(against);
     } else if (isNamed || marks.gap.present) {
-        run.sweep.writeGapWith(apart.text);
+        run.sweep.writeGapWith(apart);
     } else {
         run.sweep.writeGap();
     }
     if (!run.groups.empty()) startElements(run, run.groups.back());
     writeToken(run);
     while (run.sweep.place() < end) {
-        if (isAnchored) {
-            run.sweep.writeGapWith("");
-        } else {
-            run.sweep.writeGap();
-        }
+        run.sweep.writeGapWith(isAnchored ? against : kAsInInput);
         writeToken(run);
     }
     run.previous = end - 1;
     run.sawMark = run.sawMark || run.groups.empty();
-    run.after = nullptr;
-    if (isAnchored && isNamed) run.after = toName ? &kNothing : &apart;
+    run.after = {};
+    if (isAnchored && isNamed) run.after = toName ? against : apart;
+}
+
+// The side on which the marks stand in the source, where a blank tells it, and the white space on the other.
+void CppExprFormatter::logMarks(Run& run, const MarkSettings& marks, std::size_t end) {
+    const Trn::Token& last = run.tokens[end - 1].token;
+    const std::size_t behindMarks = last.offset + last.length;
+    const std::string_view front = run.sweep.gap();
+    const std::string_view behind = leadingBlanks(run.text.substr(behindMarks));
+    if (!isAllWhitespace(front) || front.empty() == behind.empty()) return;
+    const std::string_view piece = run.text.substr(run.current().token.offset);
+    log()->measured(marks.anchor.key, piece, front.empty() ? kAnchoredToType : kAnchoredToName);
+    if (!marks.gap.present) log()->measured(marks.gap.key, piece, front.empty() ? behind : front);
 }
 
 // The white space between the type and the name that follows the text.
 void CppExprFormatter::writeTypeEnd(Run& run) {
     if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && !run.sawMark)) {
-        run.sweep.writeGapWith(run.typeWhitespace.text);
-    } else if (run.after && run.previousRole() == ExprRole::Mark) {
-        run.sweep.writeGapWith(run.after->text);
+        run.sweep.writeGapWith(run.typeWhitespace);
+    } else if (run.previousRole() == ExprRole::Mark) {
+        run.sweep.writeGapWith(run.after);
+    } else if (!run.sawMark) {
+        run.sweep.writeGapWith(run.typeWhitespace);
     }
 }
 

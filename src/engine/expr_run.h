@@ -16,8 +16,6 @@
 // that are kept or joined (expr_lines.cpp).
 namespace Tessel {
 
-inline const OptionalText* ifPresent(const OptionalText& setting) { return setting.present ? &setting : nullptr; }
-
 // The indentation of the elements of a group that break lines.
 struct CppExprFormatter::Group::ElementScope {
     ElementScope(Zelmor::OIndentBuf& out, std::string indent, bool keepLeadingSpace)
@@ -30,9 +28,9 @@ struct CppExprFormatter::Group::ElementScope {
 // One sweep over a text.
 struct CppExprFormatter::Run {
     Run(std::string_view wholeText, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output,
-        ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns)
+        ExprMode textMode, const WantedText& whitespace, bool isNameFollowing, bool keepsColumns, LayoutLog* log)
         : text(wholeText),
-          sweep(wholeText, tokensOfText, output, keepsColumns),
+          sweep(wholeText, tokensOfText, output, keepsColumns, log),
           tokens(tokensOfText),
           out(output),
           mode(textMode),
@@ -62,7 +60,7 @@ struct CppExprFormatter::Run {
     const std::vector<ExprToken>& tokens;
     Zelmor::OIndentBuf& out;
     ExprMode mode;
-    const OptionalText& typeWhitespace;
+    const WantedText& typeWhitespace;
     bool nameFollows;
     bool keepsLines = false;                // those that begin inside the text, if there are any
     std::optional<HangingLines> hanging;    // of lines that are kept
@@ -70,7 +68,7 @@ struct CppExprFormatter::Run {
     FirstLine firstLine;
     std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
-    const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
+    WantedText after;                       // what it wants behind itself, before any comment
     bool sawMark = false;
     int literalColumn = 0;  // of the first of the literals that follow each other
     std::vector<Group> groups;

@@ -124,8 +124,8 @@ std::string withLineEnds(const ParsedText& source, const KeptRegions& regions, c
 
 // The formatted text; its tree is gone when this returns.
 std::string formatParsed(ParsedText& source, const KeptRegions& regions, const FormatOptions& options,
-                         const LayoutPasses& passes) {
-    CppFormatter formatter(source.text, source.opaque, options, passes);
+                         const LayoutPasses& passes, LayoutObserver* observer) {
+    CppFormatter formatter(source.text, source.opaque, options, passes, observer);
     source.root.accept(formatter);
     Cpp::RootNode().swap(source.root);
     return withLineEnds(source, regions, options, formatter.takeText());
@@ -149,7 +149,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
     if (!progress(kFormatting)) return cancel(diagnostics);
     if (observer_) observer_->begin(source.text);
 
-    std::string result = formatParsed(source, regions, options, passes_);
+    std::string result = formatParsed(source, regions, options, passes_, observer_);
     const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
     // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
     // they are to.
@@ -170,7 +170,7 @@ int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostre
             return moveTo(diagnostics, std::move(messages));
         }
         again.root.accept(preFormatter);
-        result = formatParsed(again, keptRegions(again, preFormatter), options, passes_);
+        result = formatParsed(again, keptRegions(again, preFormatter), options, passes_, nullptr);
     }
     if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
     proveRegions(source, regions, result);

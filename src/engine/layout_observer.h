@@ -28,6 +28,10 @@ struct DecidedGap {
     // where the scheme has no value.
     std::string_view written;
     bool hasValue = false;  // the scheme has one for the key
+    KeyId indentKey;        // of the indentation of the line that what is written begins; none elsewhere
+    // The construct around the gap stands on one line in the source, so that it may stay there whatever the scheme has
+    // for this gap: an empty body, `{ return; }`, `if (a) b();`.
+    bool isOnOneLine = false;
     // The column in the source of the first text on the line that the construct around the gap begins on, from which
     // its further lines are indented; negative where it is not known.
     int baseColumn = -1;

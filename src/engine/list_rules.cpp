@@ -77,7 +77,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     }
     const bool breaksLines = before.hasLineFeed() || between.hasLineFeed();
     const OptionalText* after = &between;
-    if (before.hasLineFeed()) before.text = asOutputStands(before.text);
+    if (before.hasLineFeed()) before.text = std::string(asOutputStands(before).text);
     if (!between.hasLineFeed()) {
         if (keepsLines() && isCommentAtLineEnd(next)) after = &kAsInInput;
         if (startsDirective) after = &kLineFeed;
@@ -116,15 +116,16 @@ void CppFormatter::startKeptLine(std::string_view gap) {
 }
 
 // A comma with blanks around it, as nearly every gap is.
-void CppFormatter::writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after) {
+void CppFormatter::writeComma(std::string_view gap, const WantedText& before, const WantedText& after) {
     const std::string_view blanks = leadingBlanks(gap);
     if (before.present) {
-        out().writeVerbatim(before.text);
+        writer_.replace(blanks, before);
     } else if (!exprFormatter_.wrapsLines() || keepsLines() || !isLineBreak(blanks)) {
+        writer_.leave(blanks, before);
         out().write(blanks);
     }
     out().write(",");
-    out().writeVerbatim(after.text);
+    writer_.replace(trailingBlanks(gap), after);
 }
 
 // A list with its brackets. An empty one loses the white space between them when the scheme places any there.
@@ -135,6 +136,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
     if (list.size() == 0) {
         const std::string_view gap = writer_.readGap(list.end());
         if (afterOpen.present || beforeClose.present) {
+            writer_.leave(leadingBlanks(gap), kNothing);
             writer_.writeWithoutLeading(gap);
         } else {
             writer_.write(gap);
@@ -155,12 +157,9 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {
         writeKeptBreak(gap);
-    } else if (afterOpen.present) {
-        writer_.writeMerged(gap, afterOpen.text);
-    } else if (isJoined) {
-        writer_.writeMerged(gap, {});
     } else {
-        writer_.write(gap);
+        const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
+        writer_.writeMerged(gap, isJoined ? firstPresent(afterOpen, joined) : afterOpen);
     }
     return isKept;
 }
@@ -175,11 +174,7 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
     }
     // A ">>" that ends two lists is one token.
     const bool isInsideToken = closing.empty() && writer_.peek() == '>' && writer_.peekBehind() == '>';
-    if (beforeClose.present && !isInsideToken) {
-        writer_.writeMerged(closing, beforeClose.text);
-    } else {
-        writer_.write(closing);
-    }
+    writer_.writeMerged(closing, isInsideToken ? kAsInInput : beforeClose);
 }
 
 void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {

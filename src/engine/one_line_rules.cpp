@@ -34,18 +34,29 @@ std::string_view CppFormatter::gapBefore(const Cpp::SyntaxNode& node) {
     return source_.text().substr(start, end - start);
 }
 
-bool CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
-    enum { Never, WhenEmpty, InClasses, Always };
-    switch (settings_.oneLineFunctions) {
-        case Never:
-            return false;
-        case WhenEmpty:
-            return body.size() == 0;
-        case InClasses:
-            return body.size() == 0 || inClassBody_;
-        default:
-            return true;
+// Of functions: what may have a body on one line.
+enum { Never, WhenEmpty, InClasses, Always };
+
+Keyed<bool> CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
+    const Keyed<int>& setting = settings_.oneLineFunctions;
+    switch (setting) {
+        case Never: return {false, setting.key};
+        case WhenEmpty: return {body.size() == 0, setting.key};
+        case InClasses: return {body.size() == 0 || inClassBody_, setting.key};
+        default: return {true, setting.key};
     }
+}
+
+// Whether the body stands on the line of its head in the source; of functions, what would have to be set for that.
+void CppFormatter::logOneLine(const Cpp::BracketedNode& body, KeyId key) {
+    if (!key) return;
+    const bool hasBraces = body.hasBrackets();
+    const bool isOnOneLine = standsOnOneLine(body) && (hasBraces || gapBefore(body).find('\n') == std::string_view::npos);
+    int level = isOnOneLine ? 1 : 0;
+    if (key == settings_.oneLineFunctions.key && isOnOneLine) {
+        level = body.size() == 0 ? WhenEmpty : inClassBody_ ? InClasses : Always;
+    }
+    log_->measured(key, writer_.ahead(), level);
 }
 
 // Of several parts: `if (a) b(); else c();`.

@@ -33,7 +33,7 @@ struct CppFormatter::Place {
     }
 
     std::size_t offset;
-    std::vector<std::string_view> pending;
+    std::vector<WantedText> pending;
     std::optional<int> templateColumn;
     const Cpp::SyntaxNode* previousSibling;
     const Cpp::SyntaxNode* lastClosedClass;
@@ -85,8 +85,9 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& forma
 
 // Formats a body with `ahead`, which may ask for line ends, in front of it.
 template <typename Format>
-void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, bool isKept,
+void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
                               const Format& format) {
+    if (log_) logOneLine(body, isKept.key);
     const std::string_view gap = isKept ? gapBefore(body) : std::string_view();
     if (isKept && isAllWhitespace(gap)) {
         const char first = writer_.peek(gap.size());

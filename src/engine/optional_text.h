@@ -32,6 +32,8 @@ struct Keyed {
     operator const Value&() const { return value; }
 };
 
+inline const Keyed<bool> kNeverKept;
+
 // What is wanted in place of the white space in a gap: a setting, or what has become of one. A view.
 struct WantedText {
     WantedText() = default;

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/layout_log.h"
+#include "engine/optional_text.h"
 #include "textstream/oindent_stream.h"
 
 namespace Tessel {
@@ -13,10 +15,11 @@ namespace Tessel {
 // nothing.
 class TextSweep {
 public:
-    // With `keepsColumns`, blanks that make a column stay where one blank is wanted.
+    // With `keepsColumns`, blanks that make a column stay where one blank is wanted. All are borrowed; the log may be
+    // null.
     TextSweep(std::string_view text, const std::vector<ExprToken>& tokens, Zelmor::OIndentBuf& out,
-              bool keepsColumns)
-        : text_(text), tokens_(tokens), out_(out), keepsColumns_(keepsColumns) {}
+              bool keepsColumns, LayoutLog* log)
+        : text_(text), tokens_(tokens), out_(out), keepsColumns_(keepsColumns), log_(log) {}
 
     bool atEnd() const { return place_ >= tokens_.size(); }
     std::size_t place() const { return place_; }
@@ -28,11 +31,14 @@ public:
     std::string_view gap() const;
     // The same, taken as written.
     std::string_view takeGap();
-    void writeGap() { out_.write(takeGap()); }
+    void writeGap();
     // The gap with its trailing white space replaced. The line end of a comment or directive that has just been
     // written stays; `wanted` then only counts as far as it asks for more line feeds. Two tokens that would be
     // read as one stay apart by a blank.
-    void writeGapWith(std::string_view wanted);
+    // Where nothing is wanted, the gap stands as it is.
+    void writeGapWith(WantedText wanted);
+    // The gap, which has been taken, has been written by others.
+    void leave(std::string_view gap, const WantedText& wanted);
 
     // The white space behind the current token.
     std::string_view blanksBehind() const;
@@ -53,6 +59,7 @@ private:
     const std::vector<ExprToken>& tokens_;
     Zelmor::OIndentBuf& out_;
     bool keepsColumns_;
+    LayoutLog* log_;
     std::size_t place_ = 0;
     std::size_t written_ = 0;
     bool endedLine_ = false;  // the token written last ended its line

@@ -1,0 +1,55 @@
+#include "engine/layout_log.h"
+
+#include <functional>
+
+#include "engine/gap.h"
+
+namespace Tessel {
+
+bool LayoutLog::isOfSource(std::string_view piece) const {
+    const std::less<const char*> isBefore;
+    return piece.data() && !isBefore(piece.data(), source_.data()) &&
+           !isBefore(source_.data() + source_.size(), piece.data() + piece.size());
+}
+
+void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
+    if (!isOfSource(found)) return;
+    DecidedGap gap;
+    gap.key = wanted.key;
+    gap.offset = offsetOf(found);
+    gap.found = found;
+    gap.written = wanted.present ? wanted.text : found;
+    gap.hasValue = wanted.present && wanted.key;
+    gap.baseColumn = place_.baseColumn;
+    gap.isOnOneLine = wanted.isOnOneLine;
+    if (gap.written.find('\n') != std::string_view::npos) gap.indentKey = place_.indent;
+    observer_.decided(gap);
+}
+
+void LayoutLog::left(std::string_view found, const WantedText& wanted) {
+    decided(found, wanted);
+    left_ = wanted;
+    leftEnd_ = found.data() + found.size();
+}
+
+void LayoutLog::copied(std::string_view piece) {
+    for (std::size_t lineFeed = piece.find('\n'); lineFeed != std::string_view::npos;
+         lineFeed = piece.find('\n', lineFeed)) {
+        std::size_t start = lineFeed;
+        while (start > 0 && isWhitespace(piece[start - 1])) --start;
+        while (lineFeed < piece.size() && isWhitespace(piece[lineFeed])) ++lineFeed;
+        const std::string_view blanks = piece.substr(start, lineFeed - start);
+        const bool isLeft = leftEnd_ == blanks.data() + blanks.size() && !left_.present;
+        decided(blanks, isLeft ? left_ : WantedText());
+    }
+}
+
+void LayoutLog::measured(KeyId key, std::string_view piece, int value) {
+    if (isOfSource(piece)) observer_.measured({key, offsetOf(piece), value});
+}
+
+void LayoutLog::measured(KeyId key, std::string_view piece, std::string_view value) {
+    if (isOfSource(piece)) observer_.measured({key, offsetOf(piece), std::string(value)});
+}
+
+}  // namespace Tessel

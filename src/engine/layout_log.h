@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string_view>
+
+#include "engine/layout_observer.h"
+#include "engine/optional_text.h"
+
+namespace Tessel {
+
+// What the writers tell of one text to an observer, with what only those know who called them: the construct in which
+// they write. There is none where nobody listens.
+class LayoutLog {
+public:
+    // Both are borrowed; the views given later are views of the source, and those that are not go unheard.
+    LayoutLog(LayoutObserver& observer, std::string_view source) : observer_(observer), source_(source) {}
+
+    // `found`, white space of the source, has been replaced as wanted; by the white space itself where that is absent.
+    void decided(std::string_view found, const WantedText& wanted);
+    // The same for white space that somebody else is about to write, or to copy.
+    void left(std::string_view found, const WantedText& wanted);
+    // A piece that is copied with its white space, in which lines may begin.
+    void copied(std::string_view piece);
+    // What the source does at the piece.
+    void measured(KeyId key, std::string_view piece, int value);
+    void measured(KeyId key, std::string_view piece, std::string_view value);
+
+    // Where the construct that is being written begins, and what indents its lines.
+    struct Place {
+        int baseColumn = -1;
+        KeyId indent;
+    };
+    Place& place() { return place_; }
+
+private:
+    bool isOfSource(std::string_view piece) const;
+    std::size_t offsetOf(std::string_view piece) const {
+        return static_cast<std::size_t>(piece.data() - source_.data());
+    }
+
+    LayoutObserver& observer_;
+    std::string_view source_;
+    Place place_;
+    WantedText left_;
+    const char* leftEnd_ = nullptr;  // behind the white space that it is for
+};
+
+}  // namespace Tessel
