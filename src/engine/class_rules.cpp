@@ -78,36 +78,24 @@ void CppFormatter::visit(Cpp::ClassBodyNode* body) {
 }
 
 void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
-    const WantedText before = takePending();
+    const OptionalText before = asSetting(takePending());
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeBaseClauses);
     formatSeparatedList(*list, settings_.commas.baseClauses);
 }
 
 // The ":" in front of a list, which the gap holds.
-void CppFormatter::writeColon(std::string_view gap, const WantedText& before, const WantedText& after) {
+void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after) {
     const bool joinsScope = writer_.peek() == ':' && after.present && after.text.empty();
     const bool startsDirective = !after.hasLineFeed() && writer_.startsDirectiveBehind(gap);
-    const WantedText apart = joinsScope ? kBlank : after;
+    const OptionalText& apart = joinsScope ? kBlank : after;
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
     const std::string_view front = leadingBlanks(rest);
-    OptionalText keptAhead;
-    OptionalText keptBehind;
-    WantedText ahead = before;
-    if (rest.size() < gap.size()) {
-        ahead = kNothing;
-    } else if (keepsBreak(front, before)) {
-        keptAhead = keptBreak(front);
-        ahead = keptAhead;
-    }
-    WantedText behind = apart;
-    if (startsDirective) {
-        behind = kLineFeed;
-    } else if (keepsBreak(rest, apart)) {
-        keptBehind = keptBreak(rest);
-        behind = keptBehind;
-    }
-    writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon, ahead, behind, state()));
+    const OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
+    const OptionalText behind = keepsBreak(rest, apart) ? keptBreak(rest) : apart;
+    writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon,
+                                                  rest.size() < gap.size() ? kNothing : ahead,
+                                                  startsDirective ? kLineFeed : behind, state()));
 }
 
 void CppFormatter::visit(Cpp::BaseClauseNode* clause) {

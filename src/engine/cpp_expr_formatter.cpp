@@ -34,12 +34,12 @@ std::string CppExprFormatter::formatExpression(std::string_view text, const Inde
 }
 
 std::string CppExprFormatter::formatDeclarationText(std::string_view text, const IndentState& state,
-                                                    const WantedText& typeWhitespace) {
+                                                    const OptionalText& typeWhitespace) {
     return format(text, state, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
 }
 
 std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
-                                             const WantedText& typeWhitespace) {
+                                             const OptionalText& typeWhitespace) {
     return format(text, state, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
 }
 
@@ -49,7 +49,7 @@ std::string CppExprFormatter::formatDeclarators(std::string_view text, const Ind
 }
 
 std::string CppExprFormatter::format(std::string_view text, const IndentState& state, ExprMode mode,
-                                     const WantedText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
+                                     const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
                                      HangingLines::Text hanging) {
     OIndentBuf out(state);
     // The blocks hold expressions of their own.
@@ -95,7 +95,7 @@ void CppExprFormatter::writeBlock(Run& run) {
     passToken(run);
     run.blocks->write(run.blocksWritten++, run.out);
     run.previous = run.sweep.place();
-    run.after = {};
+    run.after = nullptr;
     run.sweep.passToken();
 }
 
@@ -105,14 +105,14 @@ void CppExprFormatter::writeCurrent(Run& run) {
         // Operators keep the gap in front of a block comment; brackets do not.
         if (token.token.kind == Cpp::BlockComment) {
             const bool endsLineOfOpen =
-                run.after.hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
-            if (run.after.present && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
+                run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
+            if (isPresent(run.after) && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
                 run.sweep.writeGapWith(run.after);
-            } else if (wrapsLines() && !endsLine(run) && joinedLine(run).present) {
+            } else if (wrapsLines() && !endsLine(run) && joinedLine(run)) {
                 run.sweep.writeGapWith(kBlank);
             }
         }
-        run.after = {};
+        run.after = nullptr;
         if (token.token.kind != Cpp::Directive && keepsLine(run)) keepLine(run);
         passToken(run);
         writeTrivia(run.sweep, run.out);
@@ -151,30 +151,34 @@ void CppExprFormatter::writeCurrent(Run& run) {
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
-WantedText CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
+const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
     const int kind = run.kindAt(place);
-    if (introducesWidth(run, place)) return settings_.aroundBitFieldColon;
+    if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     // a ?: b
     if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
-        return kNothing;
+        return &kNothing;
     }
-    if (isOperator) return settings_.afterOperator;
-    if (kind == Cpp::Comma) return absentCommaOf(run, place).after;
-    if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return {};
-    return run.kindFrom(place + 1) == Cpp::StringLiteral ? kBlank : kAsInInput;
+    if (isOperator) return asked(settings_.afterOperator);
+    if (kind == Cpp::Comma && log()) {
+        const CommaTexts* const commas = absentCommaOf(run, place);
+        return commas ? &commas->behind : nullptr;
+    }
+    if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
+    return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;
 }
 
-// The keys of a comma that the scheme has nothing for.
-CppExprFormatterBase::SeparatorSpacing CppExprFormatter::absentCommaOf(const Run& run, std::size_t place) const {
-    if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return {};
-    const bool isOfDeclarators = run.groups.empty() && run.mode == ExprMode::Declarators;
-    const CommaTexts* const commas = isOfDeclarators       ? &settings_.commas.declarators
-                                     : run.groups.empty() ? nullptr
-                                                          : commasOf(run.groups.back());
-    if (!commas || !commas->areAbsent()) return {};
-    return {commas->before, commas->behind};
+// The comma that the scheme has nothing for; null for others.
+const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t place) const {
+    if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return nullptr;
+    const CommaTexts* commas = nullptr;
+    if (!run.groups.empty()) {
+        commas = commasOf(run.groups.back());
+    } else if (run.mode == ExprMode::Declarators) {
+        commas = &settings_.commas.declarators;
+    }
+    return commas && commas->areAbsent() ? commas : nullptr;
 }
 
 // Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
@@ -187,13 +191,14 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 
 void CppExprFormatter::writeGapBefore(Run& run) {
     const std::size_t place = run.sweep.place();
-    WantedText wanted = wantedBefore(run, place);
-    if (run.roleAt(place) != ExprRole::BraceOpen && !wanted.present && (run.after.present || !wanted.key)) {
-        wanted = run.after;
-    }
-    if (keepsLine(run) && !wanted.hasLineFeed()) return keepLine(run);
+    const OptionalText* wanted = wantedBefore(run, place);
+    const bool isForPrevious = !wanted || (isPresent(run.after) && !wanted->present);
+    if (isForPrevious && run.roleAt(place) != ExprRole::BraceOpen) wanted = run.after;
+    if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (isStacked(run)) return startLiteralLine(run);
-    if (!wanted.present && wrapsLines()) wanted = firstPresent(wanted, joinedLine(run));
+    if (wrapsLines() && !isPresent(wanted)) {
+        if (const OptionalText* const joined = joinedLine(run)) wanted = joined;
+    }
     run.sweep.writeGapWith(wanted);
 }
 
@@ -217,43 +222,44 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
 }
 
 // What the next token that is no comment or directive, which stands at `place`, wants in front of itself;
-// absent when that is for the token before it to say.
-WantedText CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
-    if (run.previous == kNoToken) return {};
-    const WantedText special = wantedBehindPrevious(run, place);
-    if (special.present) return special;
-    if (introducesWidth(run, place)) return settings_.aroundBitFieldColon;
+// null when that is for the token before it to say.
+const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
+    if (run.previous == kNoToken) return nullptr;
+    const OptionalText* const behind = wantedBehindPrevious(run, place);
+    if (isPresent(behind)) return behind;
+    if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
     switch (run.roleAt(place)) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
-                return special;
+                return behind;
             }
-            return settings_.beforeOperator;
+            return asked(settings_.beforeOperator);
         case ExprRole::GroupOpen:
-            return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : special;
-        case ExprRole::BraceOpen: return settings_.beforeDataBrace;
+            return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
+        case ExprRole::BraceOpen: return asked(settings_.beforeDataBrace);
         case ExprRole::Name:
-            if (!run.typeWhitespace.present && run.previousRole() == ExprRole::Mark) return special;
-            return run.typeWhitespace;
-        case ExprRole::Separator: return absentCommaOf(run, place).before;
-        default: return special;
+            return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? asked(run.typeWhitespace)
+                                                                                      : behind;
+        case ExprRole::Separator:
+            if (const CommaTexts* const commas = log() ? absentCommaOf(run, place) : nullptr) return &commas->before;
+            return behind;
+        default: return behind;
     }
 }
 
 // Of what the previous token ends: a cast, or "delete[]".
-WantedText CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
-    if (isAsked(settings_.afterCast) && startsCastOperand(run.tokens, run.previous, place)) return settings_.afterCast;
-    if (isAsked(settings_.afterDeleteBrackets) && endsDelete(run.tokens, run.previous)) {
-        return settings_.afterDeleteBrackets;
-    }
-    return {};
+const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
+    const OptionalText* const afterCast = asked(settings_.afterCast);
+    if (afterCast && startsCastOperand(run.tokens, run.previous, place)) return afterCast;
+    const OptionalText* const afterDelete = asked(settings_.afterDeleteBrackets);
+    return afterDelete && endsDelete(run.tokens, run.previous) ? afterDelete : nullptr;
 }
 
-WantedText CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
+const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
-        if (!isCastKeyword(run.kindBefore(open))) return {};
-        return firstPresent(settings_.beforeCastParen, settings_.afterOperator);
+        if (!isCastKeyword(run.kindBefore(open))) return nullptr;
+        return asked(firstPresent(settings_.beforeCastParen, settings_.afterOperator));
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
@@ -261,13 +267,13 @@ WantedText CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place
             const bool opensDeclarator = run.mode == ExprMode::Declaration &&
                                          run.kindAt(place + 1) == Cpp::Asterisk &&
                                          run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
-            if (opensDeclarator) return {};
-            if (!isShortName(run.tokens[run.previous].token.text)) return settings_.afterCallName;
-            return firstPresent(settings_.afterShortCallName, settings_.afterCallName);
+            if (opensDeclarator) return nullptr;
+            if (!isShortName(run.tokens[run.previous].token.text)) return asked(settings_.afterCallName);
+            return asked(firstPresent(settings_.afterShortCallName, settings_.afterCallName));
         }
         case Cpp::KeywordSizeof:
-        case Cpp::KeywordThrow: return settings_.afterCallName;
-        default: return {};
+        case Cpp::KeywordThrow: return asked(settings_.afterCallName);
+        default: return nullptr;
     }
 }
 

@@ -42,11 +42,11 @@ public:
                                  HangingLines::Text hanging = HangingLines::Text::Statement);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
     std::string formatDeclarationText(std::string_view text, const Zelmor::IndentState& state,
-                                      const WantedText& typeWhitespace);
+                                      const OptionalText& typeWhitespace);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the
     // two.
     std::string formatTypeText(std::string_view text, const Zelmor::IndentState& state,
-                               const WantedText& typeWhitespace);
+                               const OptionalText& typeWhitespace);
     // What follows the type of a data declaration.
     std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state,
                                   BlocksInText* blocks = nullptr);
@@ -77,7 +77,7 @@ private:
     struct Run;
 
     std::string format(std::string_view text, const Zelmor::IndentState& state, ExprMode mode,
-                       const WantedText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr,
+                       const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr,
                        HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
@@ -91,14 +91,18 @@ private:
     void writeBlock(Run& run);
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);
-    WantedText joinedLine(const Run& run) const;
+    const OptionalText* joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;
-    WantedText wantedBefore(const Run& run, std::size_t place) const;
-    WantedText wantedBehindPrevious(const Run& run, std::size_t place) const;
-    bool isAsked(const OptionalText& setting) const { return setting.present || log(); }
+    const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
+    const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
+    const OptionalText* wantedAtRole(const Run& run, std::size_t place) const;
+    // Null where nobody asks for what is absent.
+    const OptionalText* asked(const OptionalText& setting) const {
+        return setting.present || log() ? &setting : nullptr;
+    }
     static bool introducesWidth(const Run& run, std::size_t place);
-    WantedText wantedBeforeParen(const Run& run, std::size_t place) const;
+    const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
     void logMarks(Run& run, const MarkSettings& marks, std::size_t end);
     void writeTypeEnd(Run& run);
@@ -110,14 +114,14 @@ private:
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
-    SeparatorSpacing absentCommaOf(const Run& run, std::size_t place) const;
+    const CommaTexts* absentCommaOf(const Run& run, std::size_t place) const;
     SeparatorSpacing spacingOf(const Group& group) const;
     const CommaTexts* commasOf(const Group& group) const;
-    WantedText afterOpen(const Group& group) const;
-    WantedText beforeClose(const Group& group) const;
+    const OptionalText* afterOpen(const Group& group) const;
+    const OptionalText* beforeClose(const Group& group) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;
     const MarkSettings& markSettings(int kind) const;
-    WantedText wantedAfter(const Run& run, std::size_t place) const;
+    const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;

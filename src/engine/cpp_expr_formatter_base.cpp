@@ -55,17 +55,17 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
 }
 
 std::string CppExprFormatterBase::respaceListSeparator(std::string_view text, int kind,
-                                                       const WantedText& before, const WantedText& after,
+                                                       const OptionalText& before, const OptionalText& after,
                                                        const IndentState& state) {
     return respace(text, kind, {before, after}, true, state);
 }
 
-std::string CppExprFormatterBase::respaceSeparator(std::string_view text, int kind, const WantedText& before,
-                                                   const WantedText& after, const IndentState& state) {
+std::string CppExprFormatterBase::respaceSeparator(std::string_view text, int kind, const OptionalText& before,
+                                                   const OptionalText& after, const IndentState& state) {
     return respace(text, kind, {before, after}, false, state);
 }
 
-std::string CppExprFormatterBase::respace(std::string_view text, int kind, const SeparatorSpacing& spacing, bool isList,
+std::string CppExprFormatterBase::respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                                           const IndentState& state) {
     OIndentBuf out(state);
     readExprTokens(text, ExprMode::Declaration, tokens_);
@@ -101,7 +101,7 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, const
     return out.takeText();
 }
 
-void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
+void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
                                           OIndentBuf& out) {
     const std::string_view before = spacing.before.text;
     if (listColumn && spacing.before.hasLineFeed()) {
@@ -109,8 +109,8 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpaci
         const std::size_t lineStart = before.rfind('\n') + 1;
         std::string front(before.substr(lineStart));
         front += sweep.currentText();
-        if (!spacing.after.hasLineFeed()) front += spacing.after.present ? spacing.after.text : sweep.blanksBehind();
-        sweep.writeGapWith(spacing.before.with(before.substr(0, lineStart)));
+        if (!spacing.after.hasLineFeed()) front += spacing.after.present ? std::string_view(spacing.after.text) : sweep.blanksBehind();
+        sweep.writeGapWith(WantedText(spacing.before).with(before.substr(0, lineStart)));
         IndentScope indent(out, indentToColumn(out, columnBefore(front, *listColumn, tabSize_)));
         out.writeVerbatim(before.substr(lineStart));
         sweep.writeToken();
@@ -121,7 +121,7 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpaci
     writeAfterSeparator(sweep, spacing.after, out);
 }
 
-void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const WantedText& after, OIndentBuf& out) {
+void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalText& after, OIndentBuf& out) {
     if (!after.present) {
         // Whoever comes next copies it.
         if (after.key) sweep.leave(sweep.gap(), after);

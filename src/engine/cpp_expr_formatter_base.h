@@ -29,10 +29,10 @@ public:
 
     // The elements of a list stay aligned: an element or separator that starts a line puts the elements into
     // the column of the first one.
-    virtual std::string respaceListSeparator(std::string_view text, int kind, const WantedText& before,
-                                             const WantedText& after, const Zelmor::IndentState& state);
-    virtual std::string respaceSeparator(std::string_view text, int kind, const WantedText& before,
-                                         const WantedText& after, const Zelmor::IndentState& state);
+    virtual std::string respaceListSeparator(std::string_view text, int kind, const OptionalText& before,
+                                             const OptionalText& after, const Zelmor::IndentState& state);
+    virtual std::string respaceSeparator(std::string_view text, int kind, const OptionalText& before,
+                                         const OptionalText& after, const Zelmor::IndentState& state);
     // Copies from where the input stands through `end`; a comment's further lines keep their place relative to
     // its first character.
     virtual void formatCommentLines(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
@@ -62,15 +62,15 @@ protected:
 
     // White space around one kind of separator. A setting that is not present leaves the input's.
     struct SeparatorSpacing {
-        WantedText before;
-        WantedText after;
+        const OptionalText& before;
+        const OptionalText& after;
 
         bool breaksLines() const { return before.hasLineFeed() || after.hasLineFeed(); }
     };
 
     // At a separator in `sweep`: writes it with the white space around it, up to the token that follows.
     // `listColumn` is that of the list's elements, or null where they need not be aligned.
-    void writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
+    void writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
@@ -85,10 +85,10 @@ protected:
 
 private:
     void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
-    std::string respace(std::string_view text, int kind, const SeparatorSpacing& spacing, bool isList,
+    std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
-    void writeAfterSeparator(TextSweep& sweep, const WantedText& after, Zelmor::OIndentBuf& out);
+    void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
     PropertySet scheme_;
     int tabSize_;
     SourceColumns columns_;

@@ -173,7 +173,7 @@ private:
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              const CommaTexts& commas, const OptionalText& beforeClose);
     void formatParenList(Cpp::ParameterListNode& list);
-    void writeColon(std::string_view gap, const WantedText& before, const WantedText& after);
+    void writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after);
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
@@ -186,7 +186,7 @@ private:
     std::optional<int> takeTemplateColumn();
 
     // Types in front of names (declared_type_rules.cpp).
-    void writeType(std::string_view type, const WantedText& whitespace, bool formatsMarks);
+    void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks);
     void writeAlignedType(std::string_view type, KeyId alignment, int offset);
     void writeOnOneLine(std::string_view text);
     void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);

@@ -153,11 +153,11 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const auto replace = [&](WantedText wanted) {
         if (!wanted.present) return writer_.writeMerged(gap, wanted);
         wanted = asOutputStands(wanted);
-        if (settings_.keepsColumns && wanted.text == " " && isColumnGap(gap)) {
+        if (settings_.keepsColumns && wanted.text() == " " && isColumnGap(gap)) {
             wanted = WantedText(gap, settings_.keepsColumns.key);
         }
         const bool joins = out().column() != 0 && Cpp::wouldJoin(name, tail);
-        writer_.replace(gap, wanted.text.empty() && !gap.empty() && joins ? kBlank : wanted);
+        writer_.replace(gap, wanted.text().empty() && !gap.empty() && joins ? kBlank : wanted);
     };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, gap, column->second, name, isAligned);

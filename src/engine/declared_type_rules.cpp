@@ -36,7 +36,7 @@ std::string marksWithoutBlanks(std::string_view marks) {
 }  // namespace
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
-void CppFormatter::writeType(std::string_view type, const WantedText& whitespace, bool formatsMarks) {
+void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
     const bool formatsArguments =
         settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
     if (formatsMarks && (formatsArguments || endsWithMarks(type))) {

@@ -12,8 +12,10 @@ namespace Tessel {
 
 namespace {
 
-WantedText onLine(const OptionalText& wanted, bool isOnOneLine) {
-    return isOnOneLine && wanted.hasLineFeed() ? WantedText(kBlank.text, Keys::KEEP_ONE_LINE_LISTS) : wanted;
+const OptionalText kBlankOnLine{true, " ", Keys::KEEP_ONE_LINE_LISTS};
+
+const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
+    return isOnOneLine && wanted.hasLineFeed() ? kBlankOnLine : wanted;
 }
 
 }  // namespace
@@ -85,23 +87,21 @@ void CppExprFormatter::closeGroup(Run& run) {
     group.elements.reset();
     writeClosingGap(run, group);
     run.previous = run.sweep.place();
-    run.after = {};
+    run.after = nullptr;
     writeToken(run);
     // ">>" ends the list around this one too.
     if (!run.groups.empty() && run.groups.back().close == run.previous) run.groups.pop_back();
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
-    WantedText wanted = beforeClose(group);
-    if (group.hasElements && keepsLine(run) && !wanted.hasLineFeed()) return keepLine(run);
+    const OptionalText* wanted = beforeClose(group);
+    if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!group.hasElements) {
-        run.sweep.writeGapWith(run.after.present || wanted.present ? kNothing : kAsInInput);
-        return;
+        return run.sweep.writeGapWith(isPresent(run.after) || isPresent(wanted) ? &kNothing : nullptr);
     }
     const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
-    const bool wouldShift = closesAngle && wanted.text.empty() && run.previousKind() == Cpp::Greater;
-    if (wanted.present && wouldShift) wanted = kBlank;
-    run.sweep.writeGapWith(wanted);
+    const bool wouldShift = closesAngle && isPresent(wanted) && wanted->text.empty();
+    run.sweep.writeGapWith(wouldShift && run.previousKind() == Cpp::Greater ? &kBlank : wanted);
 }
 
 // Whether the author's line ends between a group's elements stay.
@@ -133,10 +133,10 @@ void CppExprFormatter::writeComma(Run& run) {
                              (keepsRows && settings_.betweenRowElements.present && isColumnGap(behind));
     if (keepsFront) keepLine(run);
     passToken(run);
-    const WantedText joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : WantedText();
+    const OptionalText* const joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
     run.previous = run.sweep.place();
-    run.after = {};
-    const WantedText before = firstPresent(spacing.before, joined);
+    run.after = nullptr;
+    const OptionalText& before = joined ? *joined : spacing.before;
     writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
                    group.isList ? &group.listColumn : nullptr, run.out);
 }
@@ -159,23 +159,23 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
     return nullptr;
 }
 
-WantedText CppExprFormatter::afterOpen(const Group& group) const {
+const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return settings_.afterOpenParen;
-        case Group::Kind::Brackets: return settings_.afterOpenBracket;
-        case Group::Kind::Braces: return onLine(settings_.afterDataBrace, group.isOnOneLine);
-        case Group::Kind::InnerBraces: return {};
-        default: return settings_.afterOpenAngle;
+        case Group::Kind::Parentheses: return asked(settings_.afterOpenParen);
+        case Group::Kind::Brackets: return asked(settings_.afterOpenBracket);
+        case Group::Kind::Braces: return asked(onLine(settings_.afterDataBrace, group.isOnOneLine));
+        case Group::Kind::InnerBraces: return nullptr;
+        default: return asked(settings_.afterOpenAngle);
     }
 }
 
-WantedText CppExprFormatter::beforeClose(const Group& group) const {
+const OptionalText* CppExprFormatter::beforeClose(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return settings_.beforeCloseParen;
-        case Group::Kind::Brackets: return settings_.beforeCloseBracket;
-        case Group::Kind::Braces: return onLine(settings_.beforeDataCloseBrace, group.isOnOneLine);
-        case Group::Kind::InnerBraces: return {};
-        default: return settings_.beforeCloseAngle;
+        case Group::Kind::Parentheses: return asked(settings_.beforeCloseParen);
+        case Group::Kind::Brackets: return asked(settings_.beforeCloseBracket);
+        case Group::Kind::Braces: return asked(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
+        case Group::Kind::InnerBraces: return nullptr;
+        default: return asked(settings_.beforeCloseAngle);
     }
 }
 

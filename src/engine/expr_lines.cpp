@@ -12,10 +12,17 @@ namespace Tessel {
 
 using Zelmor::IndentScope;
 
+namespace {
+
+const OptionalText kJoined{true, "", Keys::LINE_WRAP};
+const OptionalText kJoinedByBlank{true, " ", Keys::LINE_WRAP};
+
+}  // namespace
+
 // Whether the comment ends its line, and will: the next token may have to stand behind it.
 bool CppExprFormatter::endsLine(const Run& run) const {
-    const WantedText behind = wantedBefore(run, run.sweep.place() + 1);
-    return run.sweep.endsItsLine() && !(behind.present && !behind.hasLineFeed());
+    const OptionalText* behind = wantedBefore(run, run.sweep.place() + 1);
+    return run.sweep.endsItsLine() && !(isPresent(behind) && !behind->hasLineFeed());
 }
 
 // Whether the current token begins a line that is kept.
@@ -80,26 +87,24 @@ void CppExprFormatter::startLiteralLine(Run& run) {
 
 // What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an
 // operator or a comma that begins its line. Wrapping again would else start from lines that it does not see
-// as one. Rows of an initializer are kept, by the wrapper too. Absent where the gap is to stay.
-WantedText CppExprFormatter::joinedLine(const Run& run) const {
+// as one. Rows of an initializer are kept, by the wrapper too. Null where the gap is to stay.
+const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
     const bool isRow = !run.groups.empty() && run.groups.back().holdsRows;
-    if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return {};
+    if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
     const ExprToken& token = run.current();
-    const WantedText nothing(kNothing.text, Keys::LINE_WRAP);
-    const WantedText blank(kBlank.text, Keys::LINE_WRAP);
     if (isLineBreak(gap) && settings_.breaksAsLastResort) {
-        if (run.previousKind() == Cpp::OpenParen) return nothing;
-        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return blank;
+        if (run.previousKind() == Cpp::OpenParen) return &kJoined;
+        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return &kJoinedByBlank;
     }
-    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return nothing;
-    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return blank;
+    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kJoined;
+    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kJoinedByBlank;
     const bool followsComment = run.previous + 1 != run.sweep.place();
-    if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return {};
-    if (!isJoinable(gap)) return {};
-    if (run.previousKind() == Cpp::Comma) return blank;
-    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return blank;
-    return followsCast(run) ? blank : WantedText();
+    if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return nullptr;
+    if (!isJoinable(gap)) return nullptr;
+    if (run.previousKind() == Cpp::Comma) return &kJoinedByBlank;
+    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kJoinedByBlank;
+    return followsCast(run) ? &kJoinedByBlank : nullptr;
 }
 
 // Whether the current token is the operand of a cast, as far as the line wrapper knows one.

@@ -31,9 +31,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
-    const WantedText fallback = firstPresent(run.typeWhitespace, kBlank);
-    const WantedText apart = firstPresent(marks.gap, fallback);
-    const WantedText against(std::string_view(), marks.anchor.key);
+    const OptionalText& apart = firstPresent(marks.gap, firstPresent(run.typeWhitespace, kBlank));
 
     if (log()) logMarks(run, marks, end);
     if (keepsLine(run)) {
@@ -41,7 +39,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     } else if (!isAnchored || isBehindComma) {
         writeGapBefore(run);
     } else if (marks.anchor == kAnchoredToType) {
-        run.sweep.writeGapWith(against);
+        run.sweep.writeGapWith(marks.against);
     } else if (isNamed || marks.gap.present) {
         run.sweep.writeGapWith(apart);
     } else {
@@ -50,13 +48,13 @@ void CppExprFormatter::writeMarks(Run& run) {
     if (!run.groups.empty()) startElements(run, run.groups.back());
     writeToken(run);
     while (run.sweep.place() < end) {
-        run.sweep.writeGapWith(isAnchored ? against : kAsInInput);
+        run.sweep.writeGapWith(isAnchored ? marks.against : kAsInInput);
         writeToken(run);
     }
     run.previous = end - 1;
     run.sawMark = run.sawMark || run.groups.empty();
-    run.after = {};
-    if (isAnchored && isNamed) run.after = toName ? against : apart;
+    run.after = nullptr;
+    if (isAnchored && isNamed) run.after = toName ? &marks.against : &apart;
 }
 
 // The side on which the marks stand in the source, where a blank tells it, and the white space on the other.

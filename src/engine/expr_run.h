@@ -16,6 +16,8 @@
 // that are kept or joined (expr_lines.cpp).
 namespace Tessel {
 
+inline bool isPresent(const OptionalText* setting) { return setting && setting->present; }
+
 // The indentation of the elements of a group that break lines.
 struct CppExprFormatter::Group::ElementScope {
     ElementScope(Zelmor::OIndentBuf& out, std::string indent, bool keepLeadingSpace)
@@ -28,7 +30,7 @@ struct CppExprFormatter::Group::ElementScope {
 // One sweep over a text.
 struct CppExprFormatter::Run {
     Run(std::string_view wholeText, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output,
-        ExprMode textMode, const WantedText& whitespace, bool isNameFollowing, bool keepsColumns, LayoutLog* log)
+        ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns, LayoutLog* log)
         : text(wholeText),
           sweep(wholeText, tokensOfText, output, keepsColumns, log),
           tokens(tokensOfText),
@@ -60,7 +62,7 @@ struct CppExprFormatter::Run {
     const std::vector<ExprToken>& tokens;
     Zelmor::OIndentBuf& out;
     ExprMode mode;
-    const WantedText& typeWhitespace;
+    const OptionalText& typeWhitespace;
     bool nameFollows;
     bool keepsLines = false;                // those that begin inside the text, if there are any
     std::optional<HangingLines> hanging;    // of lines that are kept
@@ -68,7 +70,7 @@ struct CppExprFormatter::Run {
     FirstLine firstLine;
     std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
-    WantedText after;                       // what it wants behind itself, before any comment
+    const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
     bool sawMark = false;
     int literalColumn = 0;  // of the first of the literals that follow each other
     std::vector<Group> groups;

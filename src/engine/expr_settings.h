@@ -14,6 +14,8 @@ struct MarkSettings {
     Keyed<bool> isHanging;
     // Between the type and the marks, or between the marks and the name, on the side that is not anchored.
     OptionalText gap;
+    // On the side that is.
+    OptionalText against;
 };
 
 // The scheme's values for expressions and declaration texts.

@@ -118,8 +118,8 @@ WantedText CppFormatter::takePending() {
 // Where a comment or directive has just ended its line, only further line ends are left to be written.
 WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
     if (out().column() != 0) return wanted;
-    const std::size_t lineFeed = wanted.text.find('\n');
-    return wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text.substr(lineFeed + 1));
+    const std::size_t lineFeed = wanted.text().find('\n');
+    return wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text().substr(lineFeed + 1));
 }
 
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
@@ -216,7 +216,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         const std::string_view gap = writer_.readGap(node.start());
         if (writer_.holdsOnlyComments(gap)) {
             // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.
-            const MergedGap merged = mergedGap(gap, wanted.text);
+            const MergedGap merged = mergedGap(gap, wanted.text());
             const bool endsLine = merged.kept.ends_with('\n') || merged.added.find('\n') != std::string_view::npos;
             {
                 std::optional<ContentScope> content;
@@ -448,7 +448,7 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
     BaseColumnScope base(*this, column, block);
     IndentScope indent(out(), indentToColumn(out(), column));
     if (WantedText wanted = settings_.global.beforeOpen; wanted.present) {
-        if (wanted.text.starts_with('\n') && out().column() == 0) wanted.text.remove_prefix(1);
+        if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
         writer_.writeMerged(writer_.readGap(block->start()), wanted);
     } else {
         leaveBefore(*block, wanted);

@@ -101,7 +101,7 @@ void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const Option
 }
 
 void CppFormatter::visit(Cpp::InitializerListNode* list) {
-    const WantedText before = takePending();
+    const OptionalText before = asSetting(takePending());
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeInitializers);
     formatSeparatedList(*list, settings_.commas.initializers);
@@ -132,7 +132,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const WantedText afterName = settings_.afterFunctionName;
         if (afterName.present && !startsLine) {
             writer_.replace(leadingBlanks(gap), afterName);
-            writer_.write(strippedGap(afterName.text.empty() ? gap : trimLeft(gap)));
+            writer_.write(strippedGap(afterName.text().empty() ? gap : trimLeft(gap)));
         } else {
             writer_.writeMerged(gap, afterName.present ? kAsInInput : afterName);
         }
@@ -202,10 +202,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
         if (log_) log_->measured(breakKey, type, isLineBreak(trailingBlanks(type)));
-        const WantedText between = isKept        ? WantedText(kLineFeed.text, breakKey)
-                                   : isSpecifier ? WantedText(kBlank.text, breakKey)
-                                   : staysOnLine ? kAsInInput
-                                                 : wanted;
+        const OptionalText decidedByBreak{true, isKept ? "\n" : " ", breakKey};
+        const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
     }
     return column;

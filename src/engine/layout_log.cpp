@@ -18,7 +18,7 @@ void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
     gap.key = wanted.key;
     gap.offset = offsetOf(found);
     gap.found = found;
-    gap.written = wanted.present ? wanted.text : found;
+    gap.written = wanted.present ? wanted.text() : found;
     gap.hasValue = wanted.present && wanted.key;
     gap.baseColumn = place_.baseColumn;
     gap.isOnOneLine = wanted.isOnOneLine;

@@ -77,7 +77,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     }
     const bool breaksLines = before.hasLineFeed() || between.hasLineFeed();
     const OptionalText* after = &between;
-    if (before.hasLineFeed()) before.text = std::string(asOutputStands(before).text);
+    if (before.hasLineFeed()) before.text = std::string(asOutputStands(before).text());
     if (!between.hasLineFeed()) {
         if (keepsLines() && isCommentAtLineEnd(next)) after = &kAsInInput;
         if (startsDirective) after = &kLineFeed;
@@ -159,7 +159,7 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
         writeKeptBreak(gap);
     } else {
         const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
-        writer_.writeMerged(gap, isJoined ? firstPresent(afterOpen, joined) : afterOpen);
+        writer_.writeMerged(gap, isJoined && !afterOpen.present ? joined : afterOpen);
     }
     return isKept;
 }

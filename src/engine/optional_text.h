@@ -35,28 +35,37 @@ struct Keyed {
 inline const Keyed<bool> kNeverKept;
 
 // What is wanted in place of the white space in a gap: a setting, or what has become of one. A view.
-struct WantedText {
+class WantedText {
+public:
     WantedText() = default;
-    WantedText(const OptionalText& setting) : present(setting.present), text(setting.text), key(setting.key) {}
+    WantedText(const OptionalText& setting) : text_(setting.text), key(setting.key), present(setting.present) {}
+    WantedText(std::string_view wanted, KeyId decidedBy) : text_(wanted), key(decidedBy), present(true) {}
     // Wanted whatever the scheme says.
-    explicit WantedText(std::string_view needed) : present(true), text(needed) {}
-    WantedText(std::string_view wanted, KeyId decidedBy) : present(true), text(wanted), key(decidedBy) {}
+    explicit WantedText(std::string_view needed) : WantedText(needed, KeyId()) {}
 
+    std::string_view text() const { return text_; }
+    bool hasLineFeed() const { return present && text_.find('\n') != std::string_view::npos; }
     // Another text by the same key.
     WantedText with(std::string_view other) const {
         WantedText result = *this;
-        result.text = other;
+        result.text_ = other;
         return result;
     }
-    bool hasLineFeed() const { return present && text.find('\n') != std::string_view::npos; }
 
-    bool present = false;
-    std::string_view text;
+private:
+    std::string_view text_;
+
+public:
     KeyId key;
+    bool present = false;
     bool isOnOneLine = false;  // in the source the construct around the gap is, for which other keys may count
 };
 
-inline WantedText firstPresent(const WantedText& first, const WantedText& second) {
+inline OptionalText asSetting(const WantedText& wanted) {
+    return {wanted.present, std::string(wanted.text()), wanted.key};
+}
+
+inline const OptionalText& firstPresent(const OptionalText& first, const OptionalText& second) {
     return first.present || !second.present ? first : second;
 }
 

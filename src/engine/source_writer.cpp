@@ -217,7 +217,7 @@ bool SourceWriter::isBeforeDirective() const {
 // What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
 // that a directive needs.
 WantedText SourceWriter::asNextNeeds(std::string_view gap, const WantedText& wanted) const {
-    if (wanted.text.empty() && !gap.empty() && wouldJoin(gap)) return kBlank;
+    if (wanted.text().empty() && !gap.empty() && wouldJoin(gap)) return kBlank;
     const bool losesLineEnd = gap.find('\n') != std::string_view::npos && !wanted.hasLineFeed();
     if (!losesLineEnd || !isBeforeDirective()) return wanted;
     return out_->lineHasText() ? kLineFeed : kNothing;
@@ -244,7 +244,7 @@ void SourceWriter::leave(std::string_view whitespace, const WantedText& wanted) 
 
 void SourceWriter::replace(std::string_view whitespace, const WantedText& wanted) {
     if (log_) log_->decided(whitespace, wanted);
-    out_->writeVerbatim(wanted.present ? wanted.text : whitespace);
+    out_->writeVerbatim(wanted.present ? wanted.text() : whitespace);
 }
 
 void SourceWriter::writeMerged(std::string_view gap, WantedText wanted) {
@@ -254,7 +254,7 @@ void SourceWriter::writeMerged(std::string_view gap, WantedText wanted) {
         leave(blanks, wanted.present ? kAsInInput : wanted);
         return;
     }
-    if (trivia_.keepsColumns() && wanted.text == " " && isColumnGap(blanks)) {
+    if (trivia_.keepsColumns() && wanted.text() == " " && isColumnGap(blanks)) {
         wanted = WantedText(blanks, Keys::KEEP_COLUMNS);
     }
     wanted = asLastNeeds(gap, blanks, wanted);
@@ -263,7 +263,7 @@ void SourceWriter::writeMerged(std::string_view gap, WantedText wanted) {
         keepDirectivePlace(gap);
         return;
     }
-    const MergedGap merged = mergedGap(gap, wanted.text);
+    const MergedGap merged = mergedGap(gap, wanted.text());
     write(merged.kept);
     replace(blanks, wanted.with(merged.added));
 }
@@ -276,13 +276,13 @@ void SourceWriter::writePrepended(std::string_view gap, const WantedText& wanted
 void SourceWriter::putPrepended(std::string_view gap, const WantedText& asked) {
     const WantedText wanted = asLastNeeds(gap, leadingBlanks(gap), asked);
     if (isAllWhitespace(gap)) {
-        out_->write(asNextNeeds(gap, wanted).text);
+        out_->write(asNextNeeds(gap, wanted).text());
         keepDirectivePlace(gap);
         return;
     }
     const PrependedGap prepended = prependedGap(gap);
     write(prepended.ahead);
-    out_->write(wanted.text);
+    out_->write(wanted.text());
     write(prepended.behind);
 }
 

@@ -218,7 +218,7 @@ void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprN
                                 : writeCondition(inside, keyword, condition.bodies());
     }
     writer_.leave(blanks, closing);
-    out().writeVerbatim(closing.text);
+    out().writeVerbatim(closing.text());
     writer_.copyThrough(condition.end());
 }
 

@@ -42,36 +42,30 @@ bool TextSweep::joinsTokens() const {
     return Cpp::wouldJoin(textOf(tokens_[place_ - 1].token), currentText());
 }
 
-void TextSweep::writeGap() {
-    const std::string_view whole = takeGap();
-    if (log_) log_->copied(whole);
-    out_.write(whole);
-}
-
 void TextSweep::leave(std::string_view gap, const WantedText& wanted) {
     if (log_) log_->left(trailingBlanks(gap), wanted);
 }
 
-void TextSweep::writeGapWith(WantedText wanted) {
-    if (!wanted.present) {
-        const std::string_view copied = gap();
-        writeGap();
-        if (wanted.key) leave(copied, wanted);
-        return;
-    }
+void TextSweep::copyGap(const WantedText& absent) {
+    const std::string_view copied = gap();
+    writeGap();
+    leave(copied, absent);
+}
+
+void TextSweep::replaceGap(WantedText wanted) {
     const bool needsLineEnd = isLineBreak(gap()) && (isInDirective_ || isBeforeDirective());
     if (needsLineEnd && !wanted.hasLineFeed()) wanted = kLineFeed;
     const std::string_view whole = takeGap();
     const std::string_view kept = trimRight(whole);
-    if (wanted.text.empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = kBlank;
-    if (keepsColumns_ && wanted.text == " " && isColumnGap(whole)) wanted = WantedText(whole, Keys::KEEP_COLUMNS);
+    if (wanted.text().empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = kBlank;
+    if (keepsColumns_ && wanted.text() == " " && isColumnGap(whole)) wanted = WantedText(whole, Keys::KEEP_COLUMNS);
     out_.write(kept);
     if (endedLine_ && kept.empty()) {
-        const std::size_t lineFeed = wanted.text.find('\n');
-        wanted.text = lineFeed == std::string_view::npos ? std::string_view() : wanted.text.substr(lineFeed + 1);
+        const std::size_t lineFeed = wanted.text().find('\n');
+        wanted = wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text().substr(lineFeed + 1));
     }
     if (log_) log_->decided(trailingBlanks(whole), wanted);
-    out_.writeVerbatim(wanted.text);
+    out_.writeVerbatim(wanted.text());
 }
 
 std::string_view TextSweep::blanksBehind() const {

@@ -31,12 +31,32 @@ public:
     std::string_view gap() const;
     // The same, taken as written.
     std::string_view takeGap();
-    void writeGap();
+    void writeGap() {
+        const std::string_view taken = takeGap();
+        if (log_) log_->copied(taken);
+        out_.write(taken);
+    }
     // The gap with its trailing white space replaced. The line end of a comment or directive that has just been
     // written stays; `wanted` then only counts as far as it asks for more line feeds. Two tokens that would be
     // read as one stay apart by a blank.
     // Where nothing is wanted, the gap stands as it is.
-    void writeGapWith(WantedText wanted);
+    void writeGapWith(const WantedText& wanted) {
+        if (wanted.present) {
+            replaceGap(wanted);
+        } else if (log_ && wanted.key) {
+            copyGap(wanted);
+        } else {
+            writeGap();
+        }
+    }
+    // The same where it may be null.
+    void writeGapWith(const OptionalText* wanted) {
+        if (wanted) {
+            writeGapWith(WantedText(*wanted));
+        } else {
+            writeGap();
+        }
+    }
     // The gap, which has been taken, has been written by others.
     void leave(std::string_view gap, const WantedText& wanted);
 
@@ -52,6 +72,8 @@ public:
 
 private:
     std::string_view textOf(const Trn::Token& token) const { return text_.substr(token.offset, token.length); }
+    void replaceGap(WantedText wanted);
+    void copyGap(const WantedText& absent);
     bool joinsTokens() const;
     bool isBeforeDirective() const;
 

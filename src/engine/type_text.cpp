@@ -17,7 +17,7 @@ bool isMark(char c) {
 
 MarkSettings readMarks(const PropertySet& scheme, KeyId anchor, KeyId hanging, KeyId gap) {
     constexpr int asInInput = -1;
-    return {readInt(scheme, anchor, asInInput), readSwitch(scheme, hanging), readText(scheme, gap)};
+    return {readInt(scheme, anchor, asInInput), readSwitch(scheme, hanging), readText(scheme, gap), {true, "", anchor}};
 }
 
 }  // namespace
