@@ -26,6 +26,7 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
                                    LayoutLog* log)
     : CppExprFormatterBase(scheme, source, log),
       settings_(CppExprFormatterBase::scheme()),
+      looksBehind_(asked(settings_.afterCast) || asked(settings_.afterDeleteBrackets)),
       keptIndent_(settings_.keepsLineIndent, tabSize()) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
@@ -225,10 +226,17 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
 // null when that is for the token before it to say.
 const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
     if (run.previous == kNoToken) return nullptr;
-    const OptionalText* const behind = wantedBehindPrevious(run, place);
+    // Nearly all tokens are operands, which want nothing.
+    const ExprRole role = run.roleAt(place);
+    if (role == ExprRole::Operand && run.mode != ExprMode::Declarators && !looksBehind_) return nullptr;
+    return wantedAtRole(run, place, role);
+}
+
+const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t place, ExprRole role) const {
+    const OptionalText* const behind = looksBehind_ ? wantedBehindPrevious(run, place) : nullptr;
     if (isPresent(behind)) return behind;
     if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
-    switch (run.roleAt(place)) {
+    switch (role) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
                 return behind;

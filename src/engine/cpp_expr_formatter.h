@@ -96,7 +96,7 @@ private:
     bool endsLine(const Run& run) const;
     const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
     const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
-    const OptionalText* wantedAtRole(const Run& run, std::size_t place) const;
+    const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
     // Null where nobody asks for what is absent.
     const OptionalText* asked(const OptionalText& setting) const {
         return setting.present || log() ? &setting : nullptr;
@@ -125,6 +125,7 @@ private:
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;
+    bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;
     std::vector<ExprToken> exprTokens_;
 };

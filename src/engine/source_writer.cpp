@@ -248,6 +248,7 @@ void SourceWriter::replace(std::string_view whitespace, const WantedText& wanted
 }
 
 void SourceWriter::writeMerged(std::string_view gap, WantedText wanted) {
+    if (!wanted.present && !log_) return write(gap);
     const std::string_view blanks = trailingBlanks(gap);
     if (!wanted.present || followsJoinedLiteral()) {
         write(gap);

@@ -117,7 +117,7 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
     const Cpp::SyntaxNode* previous = nullptr;
     for (auto place = statement.childBegin(); place != statement.childEnd(); ++place) {
         const auto& child = *place;
-        if (previous && !isTrivia(*child) && !isTrivia(*previous)) {
+        if (previous && (between.present || log_) && !isTrivia(*child) && !isTrivia(*previous)) {
             if (between.present) {
                 writer_.writeMerged(writer_.readGap(child->start()), between);
             } else {

@@ -31,8 +31,7 @@ std::string_view TextSweep::gap() const {
 
 std::string_view TextSweep::takeGap() {
     const std::string_view taken = gap();
-    if (isLineBreak(taken)) isInDirective_ = false;
-    written_ += taken.size();
+    take(taken);
     return taken;
 }
 
@@ -53,9 +52,10 @@ void TextSweep::copyGap(const WantedText& absent) {
 }
 
 void TextSweep::replaceGap(WantedText wanted) {
-    const bool needsLineEnd = isLineBreak(gap()) && (isInDirective_ || isBeforeDirective());
-    if (needsLineEnd && !wanted.hasLineFeed()) wanted = kLineFeed;
-    const std::string_view whole = takeGap();
+    const std::string_view whole = gap();
+    const bool losesLineEnd = !wanted.hasLineFeed() && isLineBreak(whole);
+    if (losesLineEnd && (isInDirective_ || isBeforeDirective())) wanted = kLineFeed;
+    take(whole);
     const std::string_view kept = trimRight(whole);
     if (wanted.text().empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = kBlank;
     if (keepsColumns_ && wanted.text() == " " && isColumnGap(whole)) wanted = WantedText(whole, Keys::KEEP_COLUMNS);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/gap.h"
 #include "engine/layout_log.h"
 #include "engine/optional_text.h"
 #include "textstream/oindent_stream.h"
@@ -72,6 +73,10 @@ public:
 
 private:
     std::string_view textOf(const Trn::Token& token) const { return text_.substr(token.offset, token.length); }
+    void take(std::string_view gap) {
+        if (isInDirective_ && isLineBreak(gap)) isInDirective_ = false;
+        written_ += gap.size();
+    }
     void replaceGap(WantedText wanted);
     void copyGap(const WantedText& absent);
     bool joinsTokens() const;
