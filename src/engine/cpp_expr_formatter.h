@@ -57,6 +57,8 @@ public:
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
+    // Both are views of the source: a line that continues a list, and the first element of that.
+    void logContinuation(std::string_view piece, std::string_view firstElement) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
@@ -104,7 +106,9 @@ private:
     static bool introducesWidth(const Run& run, std::size_t place);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
-    void logMarks(Run& run, const MarkSettings& marks, std::size_t end);
+    // What the log is told (expr_measures.cpp).
+    void logMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
+    void logLine(const Run& run) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);

@@ -106,8 +106,6 @@ private:
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
-    void logIndent(const Cpp::SyntaxNode& node, KeyId key);
-    void logContent(const Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
@@ -135,7 +133,6 @@ private:
     bool mayFitOnLine(const Cpp::SyntaxNode& node) const;
     int widthBehind();
     std::string_view gapBefore(const Cpp::SyntaxNode& node);
-    void logOneLine(const Cpp::BracketedNode& body, KeyId key);
     Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
     bool keepsStatement(const Cpp::CtrlStmtNode& statement) const;
     template <typename Format>
@@ -197,7 +194,6 @@ private:
     char lastCharacterOf(const Cpp::SyntaxNode& node) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned);
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
-    void logBrackets(std::string_view name);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);
     void padInitializer(const Cpp::DataDeclNode& declaration, std::string_view gap, int offset,
@@ -220,6 +216,17 @@ private:
     WantedText writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
     Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                   Cpp::InteriorNode::iterator end);
+
+    // What the log is told beside gaps (measured_layout.cpp).
+    class MeasuredRun;
+    std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
+    void logIndent(const Cpp::SyntaxNode& node, KeyId key);
+    void logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
+    void logEnumerators(const Cpp::EnumBodyNode& body);
+    void logOneLine(const Cpp::BracketedNode& body, KeyId key);
+    void logBrackets(std::string_view name);
+    void logForClauses(std::string_view inside);
+    void logListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next);
 
     PropertySet scheme_;
     FormatterSettings settings_;

@@ -124,21 +124,11 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
     std::string text = exprFormatter_.formatDeclarators(name, state());
     if (!isAligned) {
-        logBrackets(name);
+        if (log_) logBrackets(name);
         spaceBrackets(text, settings_.afterDataName, settings_.afterDataBracket);
         if (hasTail && !endsWithLineEndToken(text)) text.erase(trimRight(text).size());
     }
     writeRendered(text);
-}
-
-void CppFormatter::logBrackets(std::string_view name) {
-    if (!log_) return;
-    const std::string_view afterName = gapBehindName(name);
-    const bool isInFrontOfBracket = afterName.data() && afterName.data() + afterName.size() < name.data() + name.size();
-    if (isInFrontOfBracket) writer_.leave(afterName, settings_.afterDataName);
-    if (const std::string_view behind = gapBehindBracket(name); behind.data()) {
-        writer_.leave(behind, settings_.afterDataBracket);
-    }
 }
 
 // The white space between the declarator and its initializer or width. `name` is the declarator's text

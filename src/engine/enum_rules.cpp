@@ -61,6 +61,7 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
 void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     const CommaTexts& commas = settings_.commas.enumerators;
     ContentScope content(*this, settings_.enums.indent);
+    if (log_) logEnumerators(body);
     if (!settings_.alignsEnumInitializers || !commas.breaksLines() || body.size() < 2) {
         formatEnumeratorList(body, commas);
         return;

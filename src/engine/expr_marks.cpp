@@ -1,7 +1,6 @@
 // char*p        char *p        by the anchor of the mark, in declarations and in casts
 #include "cpp/token_sets.h"
 #include "engine/expr_run.h"
-#include "engine/gap.h"
 
 namespace Tessel {
 
@@ -55,18 +54,6 @@ void CppExprFormatter::writeMarks(Run& run) {
     run.sawMark = run.sawMark || run.groups.empty();
     run.after = nullptr;
     if (isAnchored && isNamed) run.after = toName ? &marks.against : &apart;
-}
-
-// The side on which the marks stand in the source, where a blank tells it, and the white space on the other.
-void CppExprFormatter::logMarks(Run& run, const MarkSettings& marks, std::size_t end) {
-    const Trn::Token& last = run.tokens[end - 1].token;
-    const std::size_t behindMarks = last.offset + last.length;
-    const std::string_view front = run.sweep.gap();
-    const std::string_view behind = leadingBlanks(run.text.substr(behindMarks));
-    if (!isAllWhitespace(front) || front.empty() == behind.empty()) return;
-    const std::string_view piece = run.text.substr(run.current().token.offset);
-    log()->measured(marks.anchor.key, piece, front.empty() ? kAnchoredToType : kAnchoredToName);
-    if (!marks.gap.present) log()->measured(marks.gap.key, piece, front.empty() ? behind : front);
 }
 
 // The white space between the type and the name that follows the text.

@@ -26,7 +26,7 @@ public:
 
     // Where the construct that is being written begins, and what indents its lines.
     struct Place {
-        int baseColumn = -1;
+        int baseColumn = 0;
         KeyId indent;
     };
     Place& place() { return place_; }

@@ -11,7 +11,6 @@ std::string valueFound(const DecidedGap& gap, int tabSize) {
     if (lineFeed == std::string_view::npos) return std::string(gap.found);
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.found.begin(), gap.found.end(), '\n'));
     std::string value(lineFeeds, '\n');
-    if (gap.baseColumn < 0) return value;
     const std::string_view indent = gap.found.substr(lineFeed + 1);
     std::size_t base = 0;
     while (base < indent.size() && columnAfter(indent.substr(0, base), 0, tabSize) < gap.baseColumn) ++base;

@@ -33,8 +33,8 @@ struct DecidedGap {
     // for this gap: an empty body, `{ return; }`, `if (a) b();`.
     bool isOnOneLine = false;
     // The column in the source of the first text on the line that the construct around the gap begins on, from which
-    // its further lines are indented; negative where it is not known.
-    int baseColumn = -1;
+    // its further lines are indented.
+    int baseColumn = 0;
 
     std::size_t end() const { return offset + found.size(); }
 };

@@ -58,7 +58,11 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
 void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
     for (const auto& child : list.children()) {
-        if (previous) writeListSeparator(writer_.readGap(child->start()), *previous, *child, commas);
+        if (previous) {
+            const std::string_view gap = writer_.readGap(child->start());
+            if (log_) logListBreak(gap, *list.children().front(), *child);
+            writeListSeparator(gap, *previous, *child, commas);
+        }
         ValueScope<FirstLine> ofLists(listLine_, {});
         child->accept(*this);
         previous = child.get();

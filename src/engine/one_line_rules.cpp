@@ -47,18 +47,6 @@ Keyed<bool> CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
     }
 }
 
-// Whether the body stands on the line of its head in the source; of functions, what would have to be set for that.
-void CppFormatter::logOneLine(const Cpp::BracketedNode& body, KeyId key) {
-    if (!key) return;
-    const bool hasBraces = body.hasBrackets();
-    const bool isOnOneLine = standsOnOneLine(body) && (hasBraces || gapBefore(body).find('\n') == std::string_view::npos);
-    int level = isOnOneLine ? 1 : 0;
-    if (key == settings_.oneLineFunctions.key && isOnOneLine) {
-        level = body.size() == 0 ? WhenEmpty : inClassBody_ ? InClasses : Always;
-    }
-    log_->measured(key, writer_.ahead(), level);
-}
-
 // Of several parts: `if (a) b(); else c();`.
 bool CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
     const auto isUnbraced = [](const auto& child) {

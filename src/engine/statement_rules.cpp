@@ -214,6 +214,7 @@ void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprN
         const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present &&
                                     condition.bodies().empty();
         const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
+        if (log_ && keyword == Cpp::KeywordFor && !settings_.betweenForClauses.present) logForClauses(inside);
         closing = ends.areTwo() ? writeForClauses(inside, ends.first, ends.last)
                                 : writeCondition(inside, keyword, condition.bodies());
     }

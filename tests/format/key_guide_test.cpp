@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "engine/layout_observer.h"
 #include "scheme/key_guide.h"
 #include "scheme/known_keys.h"
 #include "support/format_text.h"
@@ -30,6 +33,35 @@ TEST(KeyGuide, EveryKeyHasARowWhoseExampleShowsWhatItDoes) {
         EXPECT_NE(formatted(*guide, true), formatted(*guide, false)) << key << " shows no difference";
         if (key == Tessel::Keys::KEEP_UNRECOGNIZED.name) continue;
         EXPECT_EQ(formatted(*guide, false).find("Unexpected"), std::string::npos) << key;
+    }
+}
+
+class KeysTold : public Tessel::LayoutObserver {
+public:
+    void begin(const Zelmor::TextDocument&) override {}
+    void decided(const Tessel::DecidedGap& gap) override {
+        keys_.insert(gap.key.name());
+        keys_.insert(gap.indentKey.name());
+    }
+    void measured(const Tessel::Measured& measure) override { keys_.insert(measure.key.name()); }
+    bool hold(std::string_view key) const { return keys_.contains(key); }
+
+private:
+    std::set<std::string_view> keys_;
+};
+
+TEST(KeyGuide, EveryKeyIsToldToAnObserverOfItsExample) {
+    for (const KeyGuide& guide : Tessel::keyGuides()) {
+        if (guide.group == KeyGroup::WithoutEffect) continue;
+        for (const bool withKey : {false, true}) {
+            Tessel::PropertySet scheme("example");
+            for (const Tessel::Property& property : guide.base) scheme.set(property);
+            if (withKey) scheme.set(guide.shown);
+            KeysTold told;
+            const std::string text = TestSupport::formatText(scheme, guide.source, &told).text;
+            EXPECT_EQ(text, TestSupport::formatText(scheme, guide.source).text) << guide.key();
+            EXPECT_TRUE(told.hold(guide.key())) << guide.key() << (withKey ? "" : ", absent");
+        }
     }
 }
 

@@ -24,7 +24,7 @@ public:
 
 }  // namespace
 
-Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text) {
+Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text, Tessel::LayoutObserver* observer) {
     const Tessel::Passes passes;
     std::istringstream in(text);
     std::ostringstream out;
@@ -32,7 +32,7 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text)
     GoesOn progress;
     try {
         const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
-        Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
+        Tessel::FormatJob(passes, observer).format(options, in, out, diagnostics, progress);
     } catch (const Trn::Exception& fault) {
         return {{}, fault.message() + '\n', true};
     }
