@@ -176,7 +176,8 @@ const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t pl
     if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return nullptr;
     const CommaTexts* commas = nullptr;
     if (!run.groups.empty()) {
-        commas = commasOf(run.groups.back());
+        const bool isInitializer = run.groups.back().kind == Group::Kind::Braces;
+        commas = isInitializer ? &settings_.commas.elements : commasOf(run.groups.back());
     } else if (run.mode == ExprMode::Declarators) {
         commas = &settings_.commas.declarators;
     }

@@ -109,6 +109,7 @@ private:
     // What the log is told (expr_measures.cpp).
     void logMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
     void logLine(const Run& run) const;
+    void logRow(const Run& run, std::string_view row) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);

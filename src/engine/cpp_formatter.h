@@ -116,6 +116,7 @@ private:
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
                             const BraceSettings& braces, const OptionalText& indent);
+    void writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept);
     static bool standsOnOneLine(const Cpp::BracketedNode& body);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void copyStray(std::string_view gap);
@@ -223,6 +224,7 @@ private:
     void logIndent(const Cpp::SyntaxNode& node, KeyId key);
     void logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
     void logEnumerators(const Cpp::EnumBodyNode& body);
+    void logBlankLines(std::string_view blanks, const BraceSettings& braces);
     void logOneLine(const Cpp::BracketedNode& body, KeyId key);
     void logBrackets(std::string_view name);
     void logForClauses(std::string_view inside);

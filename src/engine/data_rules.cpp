@@ -70,6 +70,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             writeAlignedType(type, alignment.key, columns_.dataNames.at(declaration));
         } else if (settings_.keepsData) {
             writer_.write(type);
+            writer_.leave(trailingBlanks(type), WantedText(trailingBlanks(type), settings_.keepsData.key));
         } else if (exprFormatter_.settings().asterisk.anchor >= 0 && trim(type).find_first_not_of('*') == type.npos) {
             writer_.write(trim(type));  // struct { … } *p;
         } else {

@@ -47,7 +47,7 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
         ContentScope content(*this, settings_.enums.indent);
         const std::string_view blanks =
             settings_.enums.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writer_.writePrepended(gap, WantedText(afterOpen).with(withBlankLines(afterOpen.text, blanks)));
+        writeWithBlankLines(gap, afterOpen, blanks);
     } else {
         WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
         absent.isOnOneLine = standsOnOneLine(*body);

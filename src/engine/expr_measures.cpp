@@ -43,12 +43,22 @@ void CppExprFormatter::logLine(const Run& run) const {
                             leads ? kStartsLine : kEndsLine);
         }
     }
+    log()->measured(Keys::KEEP_LINE_BREAKS, piece, 1);
+    if (previous.role == ExprRole::BraceOpen) logRow(run, piece);
     const bool leadsByComma = token.token.kind == Cpp::Comma;
     const bool isInList = !run.groups.empty() && run.groups.back().kind == Group::Kind::Parentheses;
     if (!isInList || (!leadsByComma && previous.token.kind != Cpp::Comma)) return;
     log()->measured(Keys::COMMA_WRAP_STYLE, piece, leadsByComma ? kStartsLine : kEndsLine);
     const std::size_t open = run.tokens[run.groups.back().close].partner;
     logContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset));
+}
+
+// The first row of an initialiser, by the line of its "{".
+void CppExprFormatter::logRow(const Run& run, std::string_view row) const {
+    const std::string_view open = run.text.substr(run.tokens[run.previous].token.offset);
+    const int columns = sourceColumns().nearColumnOf(row) - sourceColumns().columnOfLine(open);
+    if (columns < 0) return;
+    log()->measured(settings_.dataIndent.key, row, std::string(static_cast<std::size_t>(columns), ' '));
 }
 
 // How a line begins that continues a list: below the first element, or how far behind the line of that.

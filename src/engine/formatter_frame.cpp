@@ -267,13 +267,22 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
         ContentScope content(*this, indent);
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writer_.writePrepended(gap, WantedText(afterOpen).with(withBlankLines(afterOpen.text, blanks)));
+        writeWithBlankLines(gap, afterOpen, blanks);
     } else if (log_) {
         ContentScope content(*this, indent);
         WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
         absent.isOnOneLine = standsOnOneLine(node);
-        writer_.leave(leadingBlanks(gapBefore(first)), absent);
+        const std::string_view blanks = leadingBlanks(gapBefore(first));
+        writer_.leave(blanks, absent);
+        logBlankLines(blanks, braces);
     }
+}
+
+// Empty lines in front of what stands in a body stay where they are asked for.
+void CppFormatter::writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept) {
+    const std::string text = withBlankLines(afterOpen.text, kept);
+    const bool isKept = text.size() > afterOpen.text.size();
+    writer_.writePrepended(gap, WantedText(text, isKept ? settings_.blankLines.key : afterOpen.key));
 }
 
 bool CppFormatter::standsOnOneLine(const Cpp::BracketedNode& body) {
@@ -451,7 +460,8 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
         if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
         writer_.writeMerged(writer_.readGap(block->start()), wanted);
     } else {
-        leaveBefore(*block, wanted);
+        const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
+        leaveBefore(*block, followsLabel ? settings_.beforeCaseOpen : wanted);
     }
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {

@@ -19,8 +19,8 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
     global = {text(Keys::GLOBAL_WS_BEFORE_OPEN_BRACE), text(Keys::GLOBAL_WS_AFTER_OPEN_BRACE),
               indent(Keys::GLOBAL_INDENT_CONTENT), text(Keys::GLOBAL_WS_BEFORE_CLOSE_BRACE)};
     linkage = global;
-    if (beforeLinkageOpen.present) linkage.beforeOpen = beforeLinkageOpen;
-    if (linkageIndent.present) linkage.indent = linkageIndent;
+    linkage.beforeOpen = firstPresent(beforeLinkageOpen, global.beforeOpen);
+    linkage.indent = firstPresent(linkageIndent, global.indent);
     namespaces = {text(Keys::WS_BEFORE_NS_OPEN_BRACE), text(Keys::WS_AFTER_NS_OPEN_BRACE),
                   indent(Keys::INDENT_NS_CONTENT), text(Keys::WS_BEFORE_NS_CLOSE_BRACE)};
     classes = {text(Keys::WS_BEFORE_CLASS_OPEN_BRACE), text(Keys::WS_AFTER_CLASS_OPEN_BRACE),

@@ -20,7 +20,7 @@ struct FormatterSettings : ExtensionSettings {
     explicit FormatterSettings(const PropertySet& scheme);
 
     const OptionalText& indentOfBody(bool isBraced) const {
-        return isBraced || !singleIndent.present ? statements.indent : singleIndent;
+        return isBraced ? statements.indent : firstPresent(singleIndent, statements.indent);
     }
 
     // Whether the scheme has anything to say about the lines that control statements are made of.

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "engine/gap.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -24,6 +25,8 @@ void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
     gap.isOnOneLine = wanted.isOnOneLine;
     if (gap.written.find('\n') != std::string_view::npos) gap.indentKey = place_.indent;
     observer_.decided(gap);
+    const bool isColumn = isColumnGap(found);
+    if (gap.key && (isColumn || found == " ")) observer_.measured({Keys::KEEP_COLUMNS, gap.offset, isColumn});
 }
 
 void LayoutLog::left(std::string_view found, const WantedText& wanted) {

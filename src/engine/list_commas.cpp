@@ -12,10 +12,6 @@ OptionalText behindComma(const PropertySet& scheme, KeyId alignment, KeyId key) 
     return readSwitch(scheme, alignment) ? OptionalText{true, "\n", alignment} : readText(scheme, key);
 }
 
-OptionalText either(const OptionalText& first, const OptionalText& second) {
-    return first.present ? first : second;
-}
-
 }  // namespace
 
 ListCommas::ListCommas(const PropertySet& scheme, const ExtensionSettings& extensions)
@@ -33,7 +29,7 @@ ListCommas::ListCommas(const PropertySet& scheme, const ExtensionSettings& exten
       elements{readText(scheme, Keys::WS_BEFORE_DD_COMMA), readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)},
       rowElements{elements.before, extensions.betweenRowElements},
       innerElements{kAsInInput, rowElements.behind},
-      declarators{either(extensions.beforeDeclaratorComma, elements.before),
-                  either(extensions.betweenDeclarators, elements.behind)} {}
+      declarators{firstPresent(extensions.beforeDeclaratorComma, elements.before),
+                  firstPresent(extensions.betweenDeclarators, elements.behind)} {}
 
 }  // namespace Tessel

@@ -81,7 +81,9 @@ public:
 
 private:
     void addName(std::vector<Stop>& stops, const Cpp::SyntaxNode& type, const Cpp::SyntaxNode& name) {
-        if (type.start().line == name.start().line) add(stops, formatter_.sourceFrom(name));
+        if (type.start().line != name.start().line) return;
+        add(stops, formatter_.sourceFrom(name));
+        add(memberNames_, formatter_.sourceFrom(name));
     }
     void addInitializer(const Cpp::SyntaxNode& tail) { add(initializers_, formatter_.sourceFrom(tail)); }
     void add(std::vector<Stop>& stops, std::string_view piece) {
@@ -95,11 +97,13 @@ private:
 
     void end() {
         tell(names_, Keys::ALIGN_DD_NAMES_LEFT);
-        if (formatter_.inClassBody_) tell(names_, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT);
+        if (formatter_.inClassBody_) tell(memberNames_, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT);
         tell(functionNames_, Keys::ALIGN_FN_DECL_NAMES_LEFT);
         tell(initializers_, Keys::ALIGN_DD_INITIALIZERS);
         tell(enumerators_, Keys::ALIGN_ENUM_INITIALIZERS);
-        for (std::vector<Stop>* stops : {&names_, &functionNames_, &initializers_, &enumerators_}) stops->clear();
+        for (std::vector<Stop>* stops : {&names_, &functionNames_, &memberNames_, &initializers_, &enumerators_}) {
+            stops->clear();
+        }
         first_ = {};
     }
     void tell(const std::vector<Stop>& stops, KeyId key) {
@@ -110,6 +114,7 @@ private:
     CppFormatter& formatter_;
     std::vector<Stop> names_;
     std::vector<Stop> functionNames_;
+    std::vector<Stop> memberNames_;  // of both
     std::vector<Stop> initializers_;
     std::vector<Stop> enumerators_;
     std::string_view first_;  // the source from the first of them on
@@ -151,6 +156,15 @@ void CppFormatter::logEnumerators(const Cpp::EnumBodyNode& body) {
     }
 }
 
+// Behind a "{".
+void CppFormatter::logBlankLines(std::string_view blanks, const BraceSettings& braces) {
+    const bool isOfStatements =
+        &braces == &settings_.global || &braces == &settings_.functions || &braces == &settings_.statements;
+    const bool hasBlankLine = std::count(blanks.begin(), blanks.end(), '\n') > 1;
+    const int level = isOfStatements ? 2 : 1;
+    if (isLineBreak(blanks)) log_->measured(settings_.blankLines.key, blanks, hasBlankLine ? level : 0);
+}
+
 // Whether the body stands on the line of its head; of functions, what would have to be set for that.
 void CppFormatter::logOneLine(const Cpp::BracketedNode& body, KeyId key) {
     if (!key) return;
@@ -189,6 +203,7 @@ void CppFormatter::logListBreak(std::string_view gap, const Cpp::SyntaxNode& fir
     constexpr int endsLine = 2;
     if (!isLineBreak(trailingBlanks(gap)) && !isLineBreak(leadingBlanks(gap))) return;
     const std::string_view piece = sourceFrom(next);
+    log_->measured(settings_.keepsLineBreaks.key, piece, 1);
     log_->measured(Keys::COMMA_WRAP_STYLE, piece, isLineBreak(trailingBlanks(gap)) ? endsLine : startsLine);
     exprFormatter_.logContinuation(piece, sourceFrom(first));
 }

@@ -65,6 +65,7 @@ inline OptionalText asSetting(const WantedText& wanted) {
     return {wanted.present, std::string(wanted.text()), wanted.key};
 }
 
+// The first where neither is.
 inline const OptionalText& firstPresent(const OptionalText& first, const OptionalText& second) {
     return first.present || !second.present ? first : second;
 }

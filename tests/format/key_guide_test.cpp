@@ -50,18 +50,40 @@ private:
     std::set<std::string_view> keys_;
 };
 
-TEST(KeyGuide, EveryKeyIsToldToAnObserverOfItsExample) {
+// What says how other keys count, or what is not laid out at all, decides no gap by itself; and no example has lines that
+// are too long in its source, or marks and columns that tell what their author had in mind.
+bool isNeverTold(std::string_view key) {
+    for (const std::string_view part : {"_VERSION", "TAB_SIZE", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
+                                        "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "HANGING_",
+                                        "KEEP_UNRECOGNIZED", "KEEP_REGION_INDENT", "KEEP_LINE_INDENT", "DATA_ONLY", "CONVERT_WS"}) {
+        if (key.find(part) != std::string_view::npos) return true;
+    }
+    return false;
+}
+
+// Another key is told of the same gaps where these are absent.
+bool isToldAsAnother(std::string_view key) {
+    const bool breaksLists = key.starts_with("ALIGN_") && key.ends_with("S_LEFT") && !key.ends_with("NAMES_LEFT");
+    return breaksLists || key == Tessel::Keys::DATA_DO_NOT_FORMAT || key == Tessel::Keys::RIGHT_MARGIN;
+}
+
+TEST(KeyGuide, EveryKeyIsToldToAnObserverWhetherTheSchemeHasItOrNot) {
+    KeysTold absent;
     for (const KeyGuide& guide : Tessel::keyGuides()) {
-        if (guide.group == KeyGroup::WithoutEffect) continue;
-        for (const bool withKey : {false, true}) {
-            Tessel::PropertySet scheme("example");
-            for (const Tessel::Property& property : guide.base) scheme.set(property);
-            if (withKey) scheme.set(guide.shown);
-            KeysTold told;
-            const std::string text = TestSupport::formatText(scheme, guide.source, &told).text;
-            EXPECT_EQ(text, TestSupport::formatText(scheme, guide.source).text) << guide.key();
-            EXPECT_TRUE(told.hold(guide.key())) << guide.key() << (withKey ? "" : ", absent");
-        }
+        Tessel::PropertySet scheme("example");
+        TestSupport::formatText(scheme, guide.source, &absent);
+        for (const Tessel::Property& property : guide.base) scheme.set(property);
+        scheme.set(guide.shown);
+        KeysTold told;
+        const std::string text = TestSupport::formatText(scheme, guide.source, &told).text;
+        EXPECT_EQ(text, TestSupport::formatText(scheme, guide.source).text) << guide.key();
+        if (guide.group == KeyGroup::WithoutEffect || isNeverTold(guide.key())) continue;
+        EXPECT_TRUE(told.hold(guide.key())) << guide.key() << " of a scheme";
+    }
+    for (const KeyGuide& guide : Tessel::keyGuides()) {
+        if (guide.group == KeyGroup::WithoutEffect || isNeverTold(guide.key())) continue;
+        if (isToldAsAnother(guide.key())) continue;
+        EXPECT_TRUE(absent.hold(guide.key())) << guide.key() << " of none";
     }
 }
 
