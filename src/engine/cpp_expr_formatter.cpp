@@ -176,8 +176,12 @@ const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t pl
     if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return nullptr;
     const CommaTexts* commas = nullptr;
     if (!run.groups.empty()) {
-        const bool isInitializer = run.groups.back().kind == Group::Kind::Braces;
-        commas = isInitializer ? &settings_.commas.elements : commasOf(run.groups.back());
+        // Of an initialiser, those in rows that are kept go by another key.
+        const Group& group = run.groups.back();
+        const Trn::Token& close = run.tokens[group.close].token;
+        const bool isInRow = run.tokens[run.tokens[group.close].partner].token.start.line < close.start.line &&
+                             !isLineBreak(run.sweep.blanksBehind());
+        commas = group.kind == Group::Kind::Braces && !isInRow ? &settings_.commas.elements : commasOf(group);
     } else if (run.mode == ExprMode::Declarators) {
         commas = &settings_.commas.declarators;
     }
