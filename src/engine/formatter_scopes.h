@@ -74,7 +74,9 @@ public:
           indent_(formatter.out(), std::move(indentation)),
           log_(formatter) {
         log_.setIndent(setting.key);
-        if (formatter.log_) formatter.logIndent(label, setting.key);
+        if (!formatter.log_) return;
+        formatter.logIndent(label, setting.key);
+        formatter.log_->indented(formatter.sourceFrom(label), setting.key);
     }
 
 private:

@@ -23,10 +23,18 @@ void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
     gap.hasValue = wanted.present && wanted.key;
     gap.baseColumn = place_.baseColumn;
     gap.isOnOneLine = wanted.isOnOneLine;
-    if (gap.written.find('\n') != std::string_view::npos) gap.indentKey = place_.indent;
+    const bool isHanging = gap.key == KeyId(Keys::KEEP_LINE_BREAKS);
+    if (gap.written.find('\n') != std::string_view::npos && !isHanging) gap.indentKey = place_.indent;
+    last_ = gap;
     observer_.decided(gap);
     const bool isColumn = isColumnGap(found);
     if (gap.key && (isColumn || found == " ")) observer_.measured({Keys::KEEP_COLUMNS, gap.offset, isColumn});
+}
+
+void LayoutLog::indented(std::string_view piece, KeyId key) {
+    if (!last_.indentKey || !isOfSource(piece) || last_.end() != offsetOf(piece)) return;
+    last_.indentKey = key;
+    observer_.decided(last_);
 }
 
 void LayoutLog::left(std::string_view found, const WantedText& wanted) {

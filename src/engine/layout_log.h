@@ -20,6 +20,8 @@ public:
     void left(std::string_view found, const WantedText& wanted);
     // A piece that is copied with its white space, in which lines may begin.
     void copied(std::string_view piece);
+    // The line that begins with the piece, whose gap has been told of, is indented by this key.
+    void indented(std::string_view piece, KeyId key);
     // What the source does at the piece.
     void measured(KeyId key, std::string_view piece, int value);
     void measured(KeyId key, std::string_view piece, std::string_view value);
@@ -40,6 +42,7 @@ private:
     LayoutObserver& observer_;
     std::string_view source_;
     Place place_;
+    DecidedGap last_;
     WantedText left_;
     const char* leftEnd_ = nullptr;  // behind the white space that it is for
 };

@@ -224,6 +224,18 @@ private:
         why->footer("Example: vantrel why -s knr main.cpp\nStatus 3 when the file is refused.");
         addFile(why);
         why->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        CLI::App* const explain =
+            addCommand(app_, "explain", "Tell which key decides each gap that changes", Command::Explain);
+        explain->footer("Examples:\n  vantrel explain main.cpp                 each gap that changes\n"
+                        "  vantrel explain -s knr main.cpp:12       all gaps of a line\n"
+                        "  vantrel explain main.cpp:12:8            the gap at a column\n"
+                        "  vantrel explain --summary src            the keys, by the gaps that they change\n");
+        explain->add_option("FILE[:LINE[:COLUMN]]", options_.arguments, "The place; files and folders for --summary")
+            ->required()
+            ->type_name("");
+        explain->add_flag("--summary", options_.isSummary, "Count the gaps that each key changes");
+        explain->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        explain->add_option("--format", options_.format, "text, json")->type_name("FORMAT")->transform(oneOf(formats));
         addCommand(app_, "lsp", "Run as a language server over standard input and output", Command::Lsp)
             ->add_option("-s,--scheme", options_.scheme, "The scheme of files without one: a name, or a file")
             ->type_name("NAME|FILE");

@@ -17,12 +17,14 @@ enum class MessageFormat { Text, Gcc, Json, Github, Sarif, Checkstyle };
 enum class OnRefusal { Default, Fail, Skip, Echo };
 enum class Color { Auto, Always, Never };
 enum class KeyPage { None, Markdown, Html };
-enum class Command { Format, Schemes, Keys, SchemeShow, SchemeCheck, SchemeUpgrade, Why, Lsp, Completion, Manual };
+enum class Command { Format, Schemes, Keys, SchemeShow, SchemeCheck, SchemeUpgrade, Why, Explain, Lsp, Completion, Manual };
 
 // What the command line says.
 struct Options {
     Command command = Command::Format;
     std::string argument;  // of a command: a key, a scheme, a file, a shell
+    std::vector<std::string> arguments;  // of one that takes several
+    bool isSummary = false;              // of explanations
     KeyPage keyPage = KeyPage::None;
 
     std::vector<std::string> paths;
