@@ -109,7 +109,9 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spa
         const std::size_t lineStart = before.rfind('\n') + 1;
         std::string front(before.substr(lineStart));
         front += sweep.currentText();
-        if (!spacing.after.hasLineFeed()) front += spacing.after.present ? std::string_view(spacing.after.text) : sweep.blanksBehind();
+        if (!spacing.after.hasLineFeed()) {
+            front += spacing.after.present ? std::string_view(spacing.after.text) : sweep.blanksBehind();
+        }
         sweep.writeGapWith(WantedText(spacing.before).with(before.substr(0, lineStart)));
         IndentScope indent(out, indentToColumn(out, columnBefore(front, *listColumn, tabSize_)));
         out.writeVerbatim(before.substr(lineStart));
@@ -193,6 +195,8 @@ void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) 
 // A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.
 void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out,
                                           InnerBlanks inner) {
+    const std::string_view ahead = directivesLeftMostSet_ ? std::string_view("\n") : gap;
+    if (log_) log_->decided(gap, WantedText(ahead, Keys::ALIGN_PPD_LEFT_MOST));
     if (!directivesLeftMostSet_) {
         IndentScope indent(out, {});
         LeadingSpaceScope keepSpace(out, true);

@@ -135,9 +135,9 @@ private:
     int widthBehind();
     std::string_view gapBefore(const Cpp::SyntaxNode& node);
     Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
-    bool keepsStatement(const Cpp::CtrlStmtNode& statement) const;
+    const Keyed<bool>& keepsStatement(const Cpp::CtrlStmtNode& statement) const;
     template <typename Format>
-    bool tryOnOneLine(const Cpp::SyntaxNode& node, const Format& format);
+    bool tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format);
     template <typename Format>
     void formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
                     const Format& format);

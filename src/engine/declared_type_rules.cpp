@@ -71,8 +71,8 @@ void CppFormatter::writeAlignedType(std::string_view type, KeyId alignment, int 
         return;
     }
     writer_.leave(blanks, WantedText({}, marks.anchor.key));
-    const std::string_view behindHead = text.text.substr(text.head.size());
-    pad(leadingBlanks(behindHead), alignment, offset, text.head, marks.isHanging ? static_cast<int>(markText.size()) : 0);
+    const int hanging = marks.isHanging ? static_cast<int>(markText.size()) : 0;
+    pad(leadingBlanks(text.text.substr(text.head.size())), alignment, offset, text.head, hanging);
     out().write(markText);
 }
 

@@ -95,7 +95,8 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     const ExprToken& token = run.current();
     if (isLineBreak(gap) && settings_.breaksAsLastResort) {
         if (run.previousKind() == Cpp::OpenParen) return &kJoined;
-        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return &kJoinedByBlank;
+        const bool followsOperator = run.previousRole() == ExprRole::BinaryOperator;
+        if (followsOperator && isAssignmentKind(run.previousKind())) return &kJoinedByBlank;
     }
     if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kJoined;
     if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kJoinedByBlank;

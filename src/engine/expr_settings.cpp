@@ -10,7 +10,10 @@ namespace {
 constexpr int kAsInInput = -1;
 
 MarkSettings readMark(const PropertySet& scheme, KeyId anchor, KeyId hanging, KeyId gap) {
-    return {readInt(scheme, anchor, kAsInInput), readSwitch(scheme, hanging), readText(scheme, gap), {true, "", anchor}};
+    return {readInt(scheme, anchor, kAsInInput),
+            readSwitch(scheme, hanging),
+            readText(scheme, gap),
+            {true, "", anchor}};
 }
 
 }  // namespace

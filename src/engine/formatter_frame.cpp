@@ -68,7 +68,7 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
       oneLineSettings_(withoutLineEnds(scheme_)),
       passes_(passes),
       source_(source),
-      log_(observer ? std::optional<LayoutLog>(std::in_place, *observer, source.text()) : std::nullopt),
+      log_(observer ? std::optional<LayoutLog>(std::in_place, *observer, scheme_, source.text()) : std::nullopt),
       result_(initialState(scheme_)),
       exprFormatter_(scheme_, &source, log_ ? &*log_ : nullptr),
       writer_(source, opaque, result_, exprFormatter_, log_ ? &*log_ : nullptr),
@@ -466,7 +466,7 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
         writer_.copyGap(block->start());
-        if (tryOnOneLine(*block, format)) return;
+        if (tryOnOneLine(*block, settings_.keepsOneLineBlocks.key, format)) return;
     }
     format();
 }

@@ -22,6 +22,9 @@ public:
     void setIndent(KeyId key) {
         if (log_) log_->place().indent = key;
     }
+    void setOneLine(KeyId key) {
+        if (log_) log_->place().oneLine = key;
+    }
     void setConstruct(const CppFormatter& formatter, const Cpp::SyntaxNode* node) {
         if (log_ && node) log_->place().baseColumn = formatter.sourceColumnOf(*node);
     }

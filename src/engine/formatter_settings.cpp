@@ -71,7 +71,8 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
     beforeControlCloseParen = text(Keys::WS_BEFORE_CS_CLOSE_PAREN);
     betweenControlParts = text(Keys::WS_BETWEEN_CS);
     alignsForClauses = isOn(Keys::ALIGN_CS_FOR_CLAUSES_LEFT);
-    betweenForClauses = alignsForClauses ? OptionalText{true, "\n", alignsForClauses.key} : text(Keys::WS_BETWEEN_CS_FOR_CLAUSES);
+    betweenForClauses = alignsForClauses ? OptionalText{true, "\n", alignsForClauses.key}
+                                         : text(Keys::WS_BETWEEN_CS_FOR_CLAUSES);
     caseIndent = indent(Keys::INDENT_CS_CASE_LABELS);
     caseContentIndent = indent(Keys::INDENT_CS_CASE_CONTENT);
     afterCaseLabel = text(Keys::WS_AFTER_CS_CASE_LABELS);

@@ -87,7 +87,7 @@ void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
     const bool standsOnLine = gapBefore(list).find('\n') == std::string_view::npos;
     if (log_) log_->measured(settings_.keepsOneLineInits.key, writer_.ahead(), standsOnLine);
     const bool isKept = settings_.keepsOneLineInits && standsOnLine;
-    if (!isKept || !tryOnOneLine(list, format)) format();
+    if (!isKept || !tryOnOneLine(list, settings_.keepsOneLineInits.key, format)) format();
 }
 
 // Not through the block's own visit, for the settings of functions count here.

@@ -13,10 +13,17 @@ bool LayoutLog::isOfSource(std::string_view piece) const {
            !isBefore(source_.data() + source_.size(), piece.data() + piece.size());
 }
 
+KeyId LayoutLog::decider(const WantedText& wanted) const {
+    if (!place_.oneLine || !wanted.present || wanted.hasLineFeed()) return wanted.key;
+    std::string value;
+    const bool losesLineEnd = wanted.key && scheme_.getString(wanted.key.name(), value) && value.find('\n') != value.npos;
+    return losesLineEnd ? place_.oneLine : wanted.key;
+}
+
 void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
     if (!isOfSource(found)) return;
     DecidedGap gap;
-    gap.key = wanted.key;
+    gap.key = decider(wanted);
     gap.offset = offsetOf(found);
     gap.found = found;
     gap.written = wanted.present ? wanted.text() : found;

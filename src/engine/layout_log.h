@@ -4,6 +4,7 @@
 
 #include "engine/layout_observer.h"
 #include "engine/optional_text.h"
+#include "scheme/property_set.h"
 
 namespace Tessel {
 
@@ -11,8 +12,9 @@ namespace Tessel {
 // they write. There is none where nobody listens.
 class LayoutLog {
 public:
-    // Both are borrowed; the views given later are views of the source, and those that are not go unheard.
-    LayoutLog(LayoutObserver& observer, std::string_view source) : observer_(observer), source_(source) {}
+    // All are borrowed; the views given later are views of the source, and those that are not go unheard.
+    LayoutLog(LayoutObserver& observer, const PropertySet& scheme, std::string_view source)
+        : observer_(observer), scheme_(scheme), source_(source) {}
 
     // `found`, white space of the source, has been replaced as wanted; by the white space itself where that is absent.
     void decided(std::string_view found, const WantedText& wanted);
@@ -30,6 +32,7 @@ public:
     struct Place {
         int baseColumn = 0;
         KeyId indent;
+        KeyId oneLine;  // by which it stays on one line, so that the line ends of the scheme do not count
     };
     Place& place() { return place_; }
 
@@ -39,7 +42,10 @@ private:
         return static_cast<std::size_t>(piece.data() - source_.data());
     }
 
+    KeyId decider(const WantedText& wanted) const;
+
     LayoutObserver& observer_;
+    const PropertySet& scheme_;
     std::string_view source_;
     Place place_;
     DecidedGap last_;

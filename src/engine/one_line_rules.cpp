@@ -48,14 +48,14 @@ Keyed<bool> CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
 }
 
 // Of several parts: `if (a) b(); else c();`.
-bool CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
+const Keyed<bool>& CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
     const auto isUnbraced = [](const auto& child) {
         const auto* part = dynamic_cast<const Cpp::CtrlSubStmtNode*>(child.get());
         return part && part->body() && !part->body()->hasBrackets();
     };
     const bool isAnyUnbraced = std::any_of(statement.childBegin(), statement.childEnd(), isUnbraced);
-    return statement.size() > 1 &&
-           (isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks);
+    if (statement.size() < 2) return kNeverKept;
+    return isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks;
 }
 
 }  // namespace Tessel

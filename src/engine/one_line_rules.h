@@ -57,7 +57,7 @@ private:
 // Where the node stands on one line, `format` writes it, and what it finds in front, without line ends. Says
 // whether it did; nothing has been written otherwise.
 template <typename Format>
-bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& format) {
+bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format) {
     if (node.start().line != node.end().line) return false;
     if (isOnOneLine_) {
         format();
@@ -70,6 +70,8 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& forma
         SourceWriter::OutputScope scratch(writer_, line);
         ValueScope<bool> oneLine(isOnOneLine_, true);
         OneLineSettingsScope settings(*this);
+        LogScope log(*this);
+        log.setOneLine(keptBy);
         format();
     }
     const int end = line.column() + widthBehind();
@@ -97,11 +99,11 @@ void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahea
                 if (!isEmptyStatement) pend(ahead);
                 format();
             };
-            if (tryOnOneLine(body, formatWithGap)) return;
+            if (tryOnOneLine(body, isKept.key, formatWithGap)) return;
         } else if (first == '{') {
             pend(ahead);
             applyPendingWhitespace(body);
-            if (!tryOnOneLine(body, format)) format();
+            if (!tryOnOneLine(body, isKept.key, format)) format();
             return;
         }
     }

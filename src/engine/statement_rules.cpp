@@ -96,7 +96,8 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     }
     BaseColumnScope scope(*this, base, chainingElseIf_ ? nullptr : statement);
     const auto format = [&] { formatParts(*statement); };
-    if (!keepsStatement(*statement) || !tryOnOneLine(*statement, format)) format();
+    const Keyed<bool>& kept = keepsStatement(*statement);
+    if (!kept || !tryOnOneLine(*statement, kept.key, format)) format();
 }
 
 // What stands between the parts of a statement.
@@ -338,7 +339,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
         // Where statements have a line each, only a single one stays behind its label.
         const bool isSingle = next + 1 == end || (*(next + 1))->start().line != line || isTrivia(**(next + 1));
         const bool staysOnLine = isSingle || !settings_.betweenStatements.hasLineFeed();
-        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, format)) return next;
+        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, settings_.keepsOneLineStatements.key, format)) return next;
     }
     if (!settings_.afterCaseLabel.present) {
         if (next != end) leaveBefore(**next, settings_.afterCaseLabel);

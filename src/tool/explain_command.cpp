@@ -65,21 +65,16 @@ std::string readSource(const std::string& file) {
     }
 }
 
-// Those that the place is about: of a file what changes, of a line all, of a column the gap there or in front of what
-// stands there.
-std::vector<ExplainedGap> gapsAt(const Place& place, std::vector<ExplainedGap> gaps) {
+// Those that the place is about: of a file what changes, of a line all, of a column the gap there.
+std::vector<ExplainedGap> gapsOf(const Place& place, std::vector<ExplainedGap> gaps) {
+    if (place.column > 0) {
+        const ExplainedGap* const gap = gapAt(gaps, place.line, place.column);
+        return gap ? std::vector<ExplainedGap>{*gap} : std::vector<ExplainedGap>();
+    }
     std::erase_if(gaps, [&place](const ExplainedGap& gap) {
-        if (place.line == 0) return !gap.isChanged();
-        return place.line < gap.firstLine || place.line > gap.line;
+        return place.line == 0 ? !gap.isChanged() : place.line < gap.firstLine || place.line > gap.line;
     });
-    if (place.column == 0) return gaps;
-    const auto position = std::pair(place.line, place.column);
-    const auto isBehind = [&position](const ExplainedGap& gap) {
-        return std::pair(gap.firstLine, gap.firstColumn) > position;
-    };
-    const auto behind = std::find_if(gaps.begin(), gaps.end(), isBehind);
-    if (behind != gaps.begin()) return {*(behind - 1)};
-    return gaps.empty() ? gaps : std::vector<ExplainedGap>{gaps.front()};
+    return gaps;
 }
 
 std::string dumped(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n'; }
@@ -103,7 +98,7 @@ int explainPlace(const Options& options, const Streams& streams) {
     }
     const Tessel::PropertySet& keys = scheme->options.scheme;
     std::string text;
-    for (const ExplainedGap& gap : gapsAt(place, std::move(explained.gaps))) {
+    for (const ExplainedGap& gap : gapsOf(place, std::move(explained.gaps))) {
         if (options.format == MessageFormat::Json) {
             text += dumped(json(place.file, gap, keys));
         } else {
@@ -175,7 +170,8 @@ private:
         for (std::size_t key = 0; key < gaps_.size(); ++key) {
             if (gaps_[key] > 0) keys.push_back(key);
         }
-        std::stable_sort(keys.begin(), keys.end(), [this](auto left, auto right) { return gaps_[left] > gaps_[right]; });
+        const auto comesFirst = [this](auto left, auto right) { return gaps_[left] > gaps_[right]; };
+        std::stable_sort(keys.begin(), keys.end(), comesFirst);
         return keys;
     }
 

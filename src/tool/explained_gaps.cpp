@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
+#include "cpp/lexer.h"
+#include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/layout_observer.h"
@@ -44,7 +47,8 @@ class Walk {
 public:
     Walk(const Tessel::PropertySet& scheme, const Decisions& decisions, const Zelmor::TextDocument& source,
          std::string_view result)
-        : tabSize_(Tessel::readTabSize(scheme)), decisions_(decisions), source_(source), result_(result) {}
+        : tabSize_(Tessel::readTabSize(scheme)), decisions_(decisions), source_(source), result_(result),
+          opaque_(Cpp::opaqueTokensOf(source.text())) {}
 
     std::vector<ExplainedGap> gaps() && {
         const std::string_view text = source_.text();
@@ -65,7 +69,7 @@ private:
     void add(std::size_t offset, std::string_view before, std::string_view after) {
         const Decisions::Decision decision = decisions_.at(offset + before.size());
         const KeyId key = cause(decision, before, after);
-        if (!key && before == after) return;
+        if ((!key && before == after) || (!decision.key && isInComment(offset))) return;
         const Zelmor::TextPosition start = source_.positionOf(offset);
         const Zelmor::TextPosition end = source_.positionOf(offset + before.size());
         const auto number = [](int position) { return static_cast<std::size_t>(position); };
@@ -73,24 +77,34 @@ private:
                          std::string(before), std::string(after), key});
     }
 
-    // Where only the indentation changes, what indents the line is the cause; where that only looks the same, how tabs
+    // Where only the indentation changes, what indents the line is the cause; where that only looks otherwise, how tabs
     // are written.
     KeyId cause(const Decisions::Decision& decision, std::string_view before, std::string_view after) const {
-        const std::size_t lineFeed = before.rfind('\n');
-        const std::size_t lineFeedAfter = after.rfind('\n');
-        if (lineFeed == std::string_view::npos || lineFeedAfter == std::string_view::npos) return decision.key;
-        const std::string_view front = before.substr(0, lineFeed + 1);
-        if (front != after.substr(0, lineFeedAfter + 1) || !decision.indentKey) return decision.key;
-        if (before == after && decision.key) return decision.key;
-        const int column = Tessel::columnAfter(before.substr(lineFeed + 1), 0, tabSize_);
-        const bool looksSame = Tessel::columnAfter(after.substr(lineFeedAfter + 1), 0, tabSize_) == column;
-        return looksSame && before != after ? KeyId(Tessel::Keys::CONVERT_WS) : decision.indentKey;
+        if (before == after) return decision.key ? decision.key : decision.indentKey;
+        const std::size_t indent = before.rfind('\n') + 1;
+        const std::size_t indentAfter = after.rfind('\n') + 1;
+        const bool losesTabs = before.find('\t') != before.npos && after.find('\t') == after.npos;
+        if (indent == 0 && !decision.key && losesTabs) return Tessel::Keys::CONVERT_WS;
+        if (indent == 0 || before.substr(0, indent) != after.substr(0, indentAfter)) return decision.key;
+        const int column = Tessel::columnAfter(before.substr(indent), 0, tabSize_);
+        const bool looksSame = Tessel::columnAfter(after.substr(indentAfter), 0, tabSize_) == column;
+        if (looksSame) return Tessel::Keys::CONVERT_WS;
+        return decision.indentKey ? decision.indentKey : decision.key;
+    }
+
+    // Inside a comment, whose lines move as one.
+    bool isInComment(std::size_t offset) {
+        while (comment_ < opaque_.size() && opaque_[comment_].offset + opaque_[comment_].length <= offset) ++comment_;
+        return comment_ < opaque_.size() && opaque_[comment_].offset < offset &&
+               Cpp::isComment(opaque_[comment_].kind);
     }
 
     int tabSize_;
     const Decisions& decisions_;
     const Zelmor::TextDocument& source_;
     std::string_view result_;
+    Cpp::OpaqueTokens opaque_;
+    std::size_t comment_ = 0;  // the first of these that ends behind the place
     std::vector<ExplainedGap> gaps_;
 };
 
@@ -108,6 +122,16 @@ ExplainedText explainText(const Tessel::FormatOptions& options, std::string_view
     const Zelmor::TextDocument source{std::string(withoutMark(text))};
     const Zelmor::TextDocument result{std::string(withoutMark(formatted.text))};
     return {Walk(options.scheme, decisions, source, result.text()).gaps(), {}};
+}
+
+const ExplainedGap* gapAt(const std::vector<ExplainedGap>& gaps, std::size_t line, std::size_t column) {
+    const auto position = std::pair(line, column);
+    const auto isBehind = [&position](const ExplainedGap& gap) {
+        return std::pair(gap.firstLine, gap.firstColumn) > position;
+    };
+    const auto behind = std::find_if(gaps.begin(), gaps.end(), isBehind);
+    if (behind == gaps.begin() || (behind - 1)->line < line) return nullptr;
+    return &*(behind - 1);
 }
 
 std::string keyWithValue(KeyId key, const Tessel::PropertySet& scheme) {

@@ -34,6 +34,9 @@ struct ExplainedText {
 // Exceptions of the engine go through to the caller.
 ExplainedText explainText(const Tessel::FormatOptions& options, std::string_view text);
 
+// The gap at a place, or in front of what stands there; null where there is none. Line and column count from 1.
+const ExplainedGap* gapAt(const std::vector<ExplainedGap>& gaps, std::size_t line, std::size_t column);
+
 // The key with its value in the scheme: `WS_AFTER_CS_KEY " "`.
 std::string keyWithValue(Tessel::KeyId key, const Tessel::PropertySet& scheme);
 // White space drawn: `·` a blank, `→` a tab, `↵` a line end.
