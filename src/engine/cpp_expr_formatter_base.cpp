@@ -196,7 +196,9 @@ void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) 
 void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out,
                                           InnerBlanks inner) {
     const std::string_view ahead = directivesLeftMostSet_ ? std::string_view("\n") : gap;
-    if (log_) log_->decided(gap, WantedText(ahead, Keys::ALIGN_PPD_LEFT_MOST));
+    // Where lines are not indented, it stands in the first column anyway.
+    const KeyId key = out.indent().empty() ? KeyId() : KeyId(Keys::ALIGN_PPD_LEFT_MOST);
+    if (log_) log_->decided(gap, WantedText(ahead, key));
     if (!directivesLeftMostSet_) {
         IndentScope indent(out, {});
         LeadingSpaceScope keepSpace(out, true);

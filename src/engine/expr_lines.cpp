@@ -37,7 +37,9 @@ bool CppExprFormatter::keepsLine(const Run& run) const {
 void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
-    run.sweep.leave(gap, WantedText(gap, Keys::KEEP_LINE_BREAKS));
+    // The rows of an initialiser are kept anyway.
+    const bool isRow = !run.groups.empty() && run.groups.back().isBraced();
+    run.sweep.leave(gap, WantedText(gap, isRow ? settings_.dataIndent.key : settings_.keepsLineBreaks.key));
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
     run.out.write(std::string(lineFeeds, '\n'));

@@ -47,7 +47,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     if (!run.groups.empty()) startElements(run, run.groups.back());
     writeToken(run);
     while (run.sweep.place() < end) {
-        run.sweep.writeGapWith(isAnchored ? marks.against : kAsInInput);
+        run.sweep.writeGapWith(isAnchored ? kNothing : kAsInInput);
         writeToken(run);
     }
     run.previous = end - 1;

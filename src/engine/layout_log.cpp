@@ -50,7 +50,18 @@ void LayoutLog::left(std::string_view found, const WantedText& wanted) {
     leftEnd_ = found.data() + found.size();
 }
 
+// The line end in front of the piece, which a directive or comment has brought, begins its gap.
+void LayoutLog::copiedBehindLineEnd(std::string_view piece) {
+    const std::string_view front = source_.substr(0, offsetOf(piece));
+    if (piece.empty() || !front.ends_with('\n')) return;
+    const std::size_t start = offsetOf(piece) - trailingBlanks(front).size();
+    const std::size_t end = offsetOf(piece) + leadingBlanks(piece).size();
+    if (last_.end() != end) decided(source_.substr(start, end - start), {});
+}
+
 void LayoutLog::copied(std::string_view piece) {
+    if (!isOfSource(piece)) return;
+    copiedBehindLineEnd(piece);
     for (std::size_t lineFeed = piece.find('\n'); lineFeed != std::string_view::npos;
          lineFeed = piece.find('\n', lineFeed)) {
         std::size_t start = lineFeed;

@@ -37,6 +37,7 @@ public:
     Place& place() { return place_; }
 
 private:
+    void copiedBehindLineEnd(std::string_view piece);
     bool isOfSource(std::string_view piece) const;
     std::size_t offsetOf(std::string_view piece) const {
         return static_cast<std::size_t>(piece.data() - source_.data());

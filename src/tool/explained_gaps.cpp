@@ -85,7 +85,9 @@ private:
         const std::size_t indentAfter = after.rfind('\n') + 1;
         const bool losesTabs = before.find('\t') != before.npos && after.find('\t') == after.npos;
         if (indent == 0 && !decision.key && losesTabs) return Tessel::Keys::CONVERT_WS;
-        if (indent == 0 || before.substr(0, indent) != after.substr(0, indentAfter)) return decision.key;
+        if (indent == 0 || indentAfter == 0) return decision.key;
+        const bool breaksAlike = before.substr(0, indent) == after.substr(0, indentAfter);
+        if (!breaksAlike) return decision.key ? decision.key : decision.indentKey;
         const int column = Tessel::columnAfter(before.substr(indent), 0, tabSize_);
         const bool looksSame = Tessel::columnAfter(after.substr(indentAfter), 0, tabSize_) == column;
         if (looksSame) return Tessel::Keys::CONVERT_WS;
