@@ -57,7 +57,9 @@ public:
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
-    // Both are views of the source: a line that continues a list, and the first element of that.
+    // What the log is told of lines, which are views of the source, by what stands in front of them, or the first element
+    // of the list that they continue.
+    void logLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
     void logContinuation(std::string_view piece, std::string_view firstElement) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
@@ -109,7 +111,6 @@ private:
     // What the log is told (expr_measures.cpp).
     void logMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
     void logLine(const Run& run) const;
-    void logRow(const Run& run, std::string_view row) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);

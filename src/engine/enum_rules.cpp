@@ -51,6 +51,8 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
     } else {
         WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
         absent.isOnOneLine = standsOnOneLine(*body);
+        LogScope log(*this);
+        log.setConstruct(*this, &first);
         writer_.leave(leadingBlanks(gap), absent);
         writer_.write(gap);
     }

@@ -44,7 +44,10 @@ void CppExprFormatter::logLine(const Run& run) const {
         }
     }
     log()->measured(Keys::KEEP_LINE_BREAKS, piece, 1);
-    if (previous.role == ExprRole::BraceOpen) logRow(run, piece);
+    const std::string_view before = run.text.substr(previous.token.offset);
+    const bool followsAssignment = previous.role == ExprRole::BinaryOperator && isAssignmentKind(previous.token.kind);
+    if (previous.role == ExprRole::BraceOpen) logLineIndent(settings_.dataIndent.key, piece, before);
+    if (previous.role == ExprRole::GroupOpen || followsAssignment) logLineIndent(Keys::WRAP_INDENT, piece, before);
     const bool leadsByComma = token.token.kind == Cpp::Comma;
     const bool isInList = !run.groups.empty() && run.groups.back().kind == Group::Kind::Parentheses;
     if (!isInList || (!leadsByComma && previous.token.kind != Cpp::Comma)) return;
@@ -53,12 +56,11 @@ void CppExprFormatter::logLine(const Run& run) const {
     logContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset));
 }
 
-// The first row of an initialiser, by the line of its "{".
-void CppExprFormatter::logRow(const Run& run, std::string_view row) const {
-    const std::string_view open = run.text.substr(run.tokens[run.previous].token.offset);
-    const int columns = sourceColumns().nearColumnOf(row) - sourceColumns().columnOfLine(open);
-    if (columns < 0) return;
-    log()->measured(settings_.dataIndent.key, row, std::string(static_cast<std::size_t>(columns), ' '));
+// How far the piece, which begins a line, stands behind the line of what is in front of it: the first row of an
+// initialiser behind its "{", an argument behind "(".
+void CppExprFormatter::logLineIndent(KeyId key, std::string_view piece, std::string_view before) const {
+    const int columns = sourceColumns().nearColumnOf(piece) - sourceColumns().columnOfLine(before);
+    if (columns >= 0) log()->measured(key, piece, std::string(static_cast<std::size_t>(columns), ' '));
 }
 
 // How a line begins that continues a list: below the first element, or how far behind the line of that.

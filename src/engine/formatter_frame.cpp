@@ -270,6 +270,7 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
         writeWithBlankLines(gap, afterOpen, blanks);
     } else if (log_) {
         ContentScope content(*this, indent);
+        log_->place().lineColumn = sourceColumnOf(first);
         WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
         absent.isOnOneLine = standsOnOneLine(node);
         const std::string_view blanks = leadingBlanks(gapBefore(first));

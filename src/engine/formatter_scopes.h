@@ -26,7 +26,9 @@ public:
         if (log_) log_->place().oneLine = key;
     }
     void setConstruct(const CppFormatter& formatter, const Cpp::SyntaxNode* node) {
-        if (log_ && node) log_->place().baseColumn = formatter.sourceColumnOf(*node);
+        if (!log_ || !node) return;
+        log_->place().baseColumn = formatter.sourceColumnOf(*node);
+        log_->place().lineColumn = log_->place().baseColumn;
     }
 
 private:

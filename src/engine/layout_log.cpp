@@ -28,7 +28,7 @@ void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
     gap.found = found;
     gap.written = wanted.present ? wanted.text() : found;
     gap.hasValue = wanted.present && wanted.key;
-    gap.baseColumn = place_.baseColumn;
+    gap.baseColumn = place_.lineColumn;
     gap.isOnOneLine = wanted.isOnOneLine;
     const bool isHanging = gap.key == KeyId(Keys::KEEP_LINE_BREAKS);
     if (gap.written.find('\n') != std::string_view::npos && !isHanging) gap.indentKey = place_.indent;

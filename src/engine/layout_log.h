@@ -31,6 +31,7 @@ public:
     // Where the construct that is being written begins, and what indents its lines.
     struct Place {
         int baseColumn = 0;
+        int lineColumn = 0;  // where its lines begin: there, or at the indentation of its contents
         KeyId indent;
         KeyId oneLine;  // by which it stays on one line, so that the line ends of the scheme do not count
     };

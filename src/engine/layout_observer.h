@@ -32,8 +32,8 @@ struct DecidedGap {
     // The construct around the gap stands on one line in the source, so that it may stay there whatever the scheme has
     // for this gap: an empty body, `{ return; }`, `if (a) b();`.
     bool isOnOneLine = false;
-    // The column in the source of the first text on the line that the construct around the gap begins on, from which
-    // its further lines are indented.
+    // The column in the source from which the scheme's value would count, should it begin a line: where the construct
+    // around the gap begins its first line; among the contents of a body, where the first of these begins one.
     int baseColumn = 0;
 
     std::size_t end() const { return offset + found.size(); }

@@ -9,6 +9,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "scheme/property_keys.h"
 
 namespace Tessel {
 
@@ -157,6 +158,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
 bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen) {
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
+    if (log_ && isLineBreak(gap)) exprFormatter_.logLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {

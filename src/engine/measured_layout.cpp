@@ -141,7 +141,10 @@ void CppFormatter::logIndent(const Cpp::SyntaxNode& node, KeyId key) {
 void CppFormatter::logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent) {
     const auto tells = [](const auto& child) { return !isIndentedByItself(*child); };
     const auto end = node.childEnd();
-    if (const auto place = std::find_if(first, end, tells); place != end) logIndent(**place, indent);
+    if (const auto place = std::find_if(first, end, tells); place != end) {
+        logIndent(**place, indent);
+        log_->place().lineColumn = sourceColumnOf(**place);
+    }
     MeasuredRun run(*this);
     for (auto child = first; child != end; ++child) run.add(**child);
 }
@@ -149,7 +152,9 @@ void CppFormatter::logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterat
 void CppFormatter::logEnumerators(const Cpp::EnumBodyNode& body) {
     const auto isEnumerator = [](const auto& child) { return dynamic_cast<const Cpp::ExprNode*>(child.get()); };
     const auto first = std::find_if(body.childBegin(), body.childEnd(), isEnumerator);
-    if (first != body.childEnd()) logIndent(**first, settings_.enums.indent.key);
+    if (first == body.childEnd()) return;
+    logIndent(**first, settings_.enums.indent.key);
+    log_->place().lineColumn = sourceColumnOf(**first);
     MeasuredRun run(*this);
     for (auto child = first; child != body.childEnd(); ++child) {
         if (isEnumerator(*child)) run.addEnumerator(static_cast<const Cpp::ExprNode&>(**child));
