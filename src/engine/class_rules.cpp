@@ -17,9 +17,6 @@
 
 namespace Tessel {
 
-using Zelmor::IndentScope;
-using Zelmor::LeadingSpaceScope;
-
 namespace {
 
 // Behind the last token of a gap that is no comment or directive: a ";" that ended what stands in front.
@@ -58,10 +55,10 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
     }
     if (!declaration->body()) return;
     {
-        BaseColumnScope scope(*this, base);
+        BaseColumnScope scope(*this, base, declaration);
         const bool hasHead = declaration->head();
         formatBody(*declaration->body(), hasHead ? settings_.classes.beforeOpen : kAsInInput,
-                   hasHead && settings_.keepsOneLineLists, [&] { declaration->body()->accept(*this); });
+                   hasHead ? settings_.keepsOneLineLists : kNeverKept, [&] { declaration->body()->accept(*this); });
     }
     const bool endsWithBody = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
     lastClosedClass_ = endsWithBody ? declaration : nullptr;
@@ -81,8 +78,7 @@ void CppFormatter::visit(Cpp::ClassBodyNode* body) {
 }
 
 void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
-    OptionalText before;
-    if (const auto wanted = takePending()) before = {true, std::string(*wanted)};
+    const OptionalText before = asSetting(takePending());
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeBaseClauses);
     formatSeparatedList(*list, settings_.commas.baseClauses);
@@ -110,18 +106,17 @@ void CppFormatter::visit(Cpp::BaseClauseNode* clause) {
 // Labels are indented from the column of their class.
 void CppFormatter::visit(Cpp::AccessSpecNode* label) {
     std::string_view gap = writer_.readGap(label->start());
-    if (settings_.beforeAccessLabel.present && !isOnOneLine_) {
+    const WantedText ahead = settings_.beforeAccessLabel;
+    if (ahead.present && !isOnOneLine_) {
         const std::size_t start = separatorEnd(gap);
         writer_.write(gap.substr(0, start));
         gap.remove_prefix(start);
-        out().writeVerbatim(asOutputStands(settings_.beforeAccessLabel.text));
+        writer_.replace(leadingBlanks(gap), asOutputStands(ahead));
         writer_.writeWithoutLeading(gap);
     } else {
-        writer_.write(gap);
+        writer_.writeMerged(gap, ahead.present ? kAsInInput : ahead);
     }
-    LeadingSpaceScope leadingSpace(out(),
-                                   settings_.accessLabelIndent.present ? false : out().keepLeadingSpace());
-    IndentScope indent(out(), labelIndent(settings_.accessLabelIndent));
+    LabelScope scope(*this, *label, settings_.accessLabelIndent, labelIndent(settings_.accessLabelIndent));
     writer_.copyThrough(label->end());
 }
 

@@ -22,9 +22,11 @@ bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_w
 
 }  // namespace
 
-CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source)
-    : CppExprFormatterBase(scheme, source),
+CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source,
+                                   LayoutLog* log)
+    : CppExprFormatterBase(scheme, source, log),
       settings_(CppExprFormatterBase::scheme()),
+      looksBehind_(asked(settings_.afterCast) || asked(settings_.afterDeleteBrackets)),
       keptIndent_(settings_.keepsLineIndent, tabSize()) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
@@ -55,7 +57,7 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     std::vector<ExprToken> ownTokens;
     std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
-    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns());
+    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && text.find('\n') != std::string_view::npos;
     if (run.keepsLines && !state.keepLeadingSpace) {
@@ -87,7 +89,7 @@ void CppExprFormatter::writeBlock(Run& run) {
         run.out.startLine();
     } else if (isAllWhitespace(run.sweep.gap())) {
         const bool isPlaced = run.previousKind() == Cpp::OpenParen || followsSpacedComma(run);
-        run.sweep.writeGapWith(isPlaced ? run.sweep.gap() : kBlank.text);
+        run.sweep.writeGapWith(isPlaced ? WantedText(run.sweep.gap()) : kBlank);
     } else {
         run.sweep.writeGap();
     }
@@ -100,15 +102,16 @@ void CppExprFormatter::writeBlock(Run& run) {
 
 void CppExprFormatter::writeCurrent(Run& run) {
     const ExprToken& token = run.current();
+    if (log()) logLine(run);
     if (token.role == ExprRole::Trivia) {
         // Operators keep the gap in front of a block comment; brackets do not.
         if (token.token.kind == Cpp::BlockComment) {
             const bool endsLineOfOpen =
                 run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
-            if (run.after && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
-                run.sweep.writeGapWith(run.after->text);
+            if (isPresent(run.after) && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
+                run.sweep.writeGapWith(run.after);
             } else if (wrapsLines() && !endsLine(run) && joinedLine(run)) {
-                run.sweep.writeGapWith(" ");
+                run.sweep.writeGapWith(kBlank);
             }
         }
         run.after = nullptr;
@@ -152,16 +155,37 @@ void CppExprFormatter::writeCurrent(Run& run) {
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
 const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
     const int kind = run.kindAt(place);
-    if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
+    if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     // a ?: b
     if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
         return &kNothing;
     }
-    if (isOperator) return ifPresent(settings_.afterOperator);
+    if (isOperator) return asked(settings_.afterOperator);
+    if (kind == Cpp::Comma && log()) {
+        const CommaTexts* const commas = absentCommaOf(run, place);
+        return commas ? &commas->behind : nullptr;
+    }
     if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
     return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;
+}
+
+// The comma that the scheme has nothing for; null for others.
+const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t place) const {
+    if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return nullptr;
+    const CommaTexts* commas = nullptr;
+    if (!run.groups.empty()) {
+        // Of an initialiser, those in rows that are kept go by another key.
+        const Group& group = run.groups.back();
+        const Trn::Token& close = run.tokens[group.close].token;
+        const bool isInRow = run.tokens[run.tokens[group.close].partner].token.start.line < close.start.line &&
+                             !isLineBreak(run.sweep.blanksBehind());
+        commas = group.kind == Group::Kind::Braces && !isInRow ? &settings_.commas.elements : commasOf(group);
+    } else if (run.mode == ExprMode::Declarators) {
+        commas = &settings_.commas.declarators;
+    }
+    return commas && commas->areAbsent() ? commas : nullptr;
 }
 
 // Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
@@ -173,17 +197,16 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 }
 
 void CppExprFormatter::writeGapBefore(Run& run) {
-    const OptionalText* wanted = wantedBefore(run, run.sweep.place());
-    if (!wanted) wanted = run.after;
+    const std::size_t place = run.sweep.place();
+    const OptionalText* wanted = wantedBefore(run, place);
+    const bool isForPrevious = !wanted || (isPresent(run.after) && !wanted->present);
+    if (isForPrevious && run.roleAt(place) != ExprRole::BraceOpen) wanted = run.after;
     if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (isStacked(run)) return startLiteralLine(run);
-    if (wanted && wanted->present) {
-        run.sweep.writeGapWith(wanted->text);
-    } else if (const OptionalText* joined = wrapsLines() ? joinedLine(run) : nullptr) {
-        run.sweep.writeGapWith(joined->text);
-    } else {
-        run.sweep.writeGap();
+    if (wrapsLines() && !isPresent(wanted)) {
+        if (const OptionalText* const joined = joinedLine(run)) wanted = joined;
     }
+    run.sweep.writeGapWith(wanted);
 }
 
 // Tells where the current token stands, the gap in front of it written.
@@ -209,31 +232,48 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
 // null when that is for the token before it to say.
 const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
     if (run.previous == kNoToken) return nullptr;
-    if (settings_.afterCast.present && startsCastOperand(run.tokens, run.previous, place)) return &settings_.afterCast;
-    if (settings_.afterDeleteBrackets.present && endsDelete(run.tokens, run.previous)) {
-        return &settings_.afterDeleteBrackets;
-    }
-    if (introducesWidth(run, place)) return ifPresent(settings_.aroundBitFieldColon);
-    switch (run.roleAt(place)) {
+    // Nearly all tokens are operands, which want nothing.
+    const ExprRole role = run.roleAt(place);
+    if (role == ExprRole::Operand && run.mode != ExprMode::Declarators && !looksBehind_) return nullptr;
+    return wantedAtRole(run, place, role);
+}
+
+const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t place, ExprRole role) const {
+    const OptionalText* const behind = looksBehind_ ? wantedBehindPrevious(run, place) : nullptr;
+    if (isPresent(behind)) return behind;
+    if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
+    switch (role) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
-                return nullptr;
+                return behind;
             }
-            return ifPresent(settings_.beforeOperator);
+            return asked(settings_.beforeOperator);
         case ExprRole::GroupOpen:
-            return run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : nullptr;
-        case ExprRole::BraceOpen:
-            return settings_.beforeDataBrace.present ? &settings_.beforeDataBrace : &kAsInInput;
-        case ExprRole::Name: return ifPresent(run.typeWhitespace);
-        default: return nullptr;
+            return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
+        case ExprRole::BraceOpen: return asked(settings_.beforeDataBrace);
+        case ExprRole::Name:
+            return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? asked(run.typeWhitespace)
+                                                                                      : behind;
+        case ExprRole::Separator:
+            if (const CommaTexts* const commas = log() ? absentCommaOf(run, place) : nullptr) return &commas->before;
+            return behind;
+        default: return behind;
     }
+}
+
+// Of what the previous token ends: a cast, or "delete[]".
+const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
+    const OptionalText* const afterCast = asked(settings_.afterCast);
+    if (afterCast && startsCastOperand(run.tokens, run.previous, place)) return afterCast;
+    const OptionalText* const afterDelete = asked(settings_.afterDeleteBrackets);
+    return afterDelete && endsDelete(run.tokens, run.previous) ? afterDelete : nullptr;
 }
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
         if (!isCastKeyword(run.kindBefore(open))) return nullptr;
-        return ifPresent(settings_.beforeCastParen.present ? settings_.beforeCastParen : settings_.afterOperator);
+        return asked(firstPresent(settings_.beforeCastParen, settings_.afterOperator));
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
@@ -242,12 +282,11 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
                                          run.kindAt(place + 1) == Cpp::Asterisk &&
                                          run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
             if (opensDeclarator) return nullptr;
-            const bool isShort = isShortName(run.tokens[run.previous].token.text);
-            return ifPresent(isShort && settings_.afterShortCallName.present ? settings_.afterShortCallName
-                                                                             : settings_.afterCallName);
+            if (!isShortName(run.tokens[run.previous].token.text)) return asked(settings_.afterCallName);
+            return asked(firstPresent(settings_.afterShortCallName, settings_.afterCallName));
         }
         case Cpp::KeywordSizeof:
-        case Cpp::KeywordThrow: return ifPresent(settings_.afterCallName);
+        case Cpp::KeywordThrow: return asked(settings_.afterCallName);
         default: return nullptr;
     }
 }

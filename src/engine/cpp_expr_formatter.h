@@ -33,7 +33,8 @@ public:
 // the indentation of its lines already (see writeRendered).
 class CppExprFormatter : public CppExprFormatterBase {
 public:
-    explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
+    explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
+                              LayoutLog* log = nullptr);
 
     // A text in parentheses is a list: lines hang under its start.
     std::string formatExpression(std::string_view text, const Zelmor::IndentState& state,
@@ -56,6 +57,10 @@ public:
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
+    // What the log is told of lines, which are views of the source, by what stands in front of them, or the first element
+    // of the list that they continue.
+    void logLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
+    void logContinuation(std::string_view piece, std::string_view firstElement) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
@@ -94,9 +99,18 @@ private:
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;
     const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
+    const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
+    const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
+    // Null where nobody asks for what is absent.
+    const OptionalText* asked(const OptionalText& setting) const {
+        return setting.present || log() ? &setting : nullptr;
+    }
     static bool introducesWidth(const Run& run, std::size_t place);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
+    // What the log is told (expr_measures.cpp).
+    void logMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
+    void logLine(const Run& run) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);
@@ -106,6 +120,7 @@ private:
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
     void writeComma(Run& run);
+    const CommaTexts* absentCommaOf(const Run& run, std::size_t place) const;
     SeparatorSpacing spacingOf(const Group& group) const;
     const CommaTexts* commasOf(const Group& group) const;
     const OptionalText* afterOpen(const Group& group) const;
@@ -116,6 +131,7 @@ private:
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
     ExprSettings settings_;
+    bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;
     std::vector<ExprToken> exprTokens_;
 };

@@ -41,12 +41,14 @@ int nestingStep(const ExprToken& token) {
 
 }  // namespace
 
-CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source)
+CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source,
+                                           LayoutLog* log)
     : scheme_(scheme),
       tabSize_(readTabSize(scheme)),
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)),
-      extensions_(scheme) {
+      extensions_(scheme),
+      log_(log) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);
     directivesLeftMostSet_ = scheme_.getBool(std::string(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
@@ -67,7 +69,7 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, Separ
                                           const IndentState& state) {
     OIndentBuf out(state);
     readExprTokens(text, ExprMode::Declaration, tokens_);
-    TextSweep sweep(text, tokens_, out, keepsColumns());
+    TextSweep sweep(text, tokens_, out, keepsColumns(), log_);
     int depth = 0;
     std::optional<int> listColumn;
     std::optional<IndentScope> elementIndent;
@@ -101,34 +103,40 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, Separ
 
 void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
                                           OIndentBuf& out) {
-    const std::string& before = spacing.before.text;
+    const std::string_view before = spacing.before.text;
     if (listColumn && spacing.before.hasLineFeed()) {
         // The separator leads its line, so far to the left that the element behind it stands below the first.
         const std::size_t lineStart = before.rfind('\n') + 1;
-        std::string front = before.substr(lineStart);
+        std::string front(before.substr(lineStart));
         front += sweep.currentText();
-        if (!spacing.after.hasLineFeed()) front += spacing.after.present ? spacing.after.text : sweep.blanksBehind();
-        sweep.writeGapWith(std::string_view(before).substr(0, lineStart));
+        if (!spacing.after.hasLineFeed()) {
+            front += spacing.after.present ? std::string_view(spacing.after.text) : sweep.blanksBehind();
+        }
+        sweep.writeGapWith(WantedText(spacing.before).with(before.substr(0, lineStart)));
         IndentScope indent(out, indentToColumn(out, columnBefore(front, *listColumn, tabSize_)));
-        out.writeVerbatim(std::string_view(before).substr(lineStart));
+        out.writeVerbatim(before.substr(lineStart));
         sweep.writeToken();
     } else {
-        if (spacing.before.present) sweep.writeGapWith(before);
-        sweep.writeGap();
+        sweep.writeGapWith(spacing.before);
         sweep.writeToken();
     }
-    if (spacing.after.present) writeAfterSeparator(sweep, spacing.after, out);
+    writeAfterSeparator(sweep, spacing.after, out);
 }
 
 void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalText& after, OIndentBuf& out) {
+    if (!after.present) {
+        // Whoever comes next copies it.
+        if (after.key) sweep.leave(sweep.gap(), after);
+        return;
+    }
     switch (sweep.currentKind()) {
-        case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after.text : std::string("\n")); break;
+        case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after : kLineFeed); break;
         case Cpp::BlockComment:
             if (wrapsLines_ && isJoinable(sweep.gap()) && !sweep.endsItsLine())
-                sweep.writeGapWith(after.text);
+                sweep.writeGapWith(after);
             [[fallthrough]];
         case Cpp::LineComment: writeTrivia(sweep, out); break;
-        default: sweep.writeGapWith(after.text);
+        default: sweep.writeGapWith(after);
     }
 }
 
@@ -187,6 +195,10 @@ void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) 
 // A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.
 void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out,
                                           InnerBlanks inner) {
+    const std::string_view ahead = directivesLeftMostSet_ ? std::string_view("\n") : gap;
+    // Where lines are not indented, it stands in the first column anyway.
+    const KeyId key = out.indent().empty() ? KeyId() : KeyId(Keys::ALIGN_PPD_LEFT_MOST);
+    if (log_) log_->decided(gap, WantedText(ahead, key));
     if (!directivesLeftMostSet_) {
         IndentScope indent(out, {});
         LeadingSpaceScope keepSpace(out, true);

@@ -23,7 +23,9 @@ class CppExprFormatterBase {
 public:
     // `source`, when given, is borrowed: the document that the texts are views of. It tells the columns at which
     // comments over several lines began; in other texts their lines count from the text's start.
-    explicit CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr);
+    // The log may be null.
+    explicit CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
+                                  LayoutLog* log = nullptr);
 
     // The elements of a list stay aligned: an element or separator that starts a line puts the elements into
     // the column of the first one.
@@ -79,6 +81,7 @@ protected:
     const PropertySet& scheme() const { return scheme_; }
     const SourceColumns& sourceColumns() const { return columns_; }
     int tabSize() const { return tabSize_; }
+    LayoutLog* log() const { return log_; }
 
 private:
     void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
@@ -95,6 +98,7 @@ private:
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;
     std::vector<ExprToken> tokens_;
+    LayoutLog* log_;
 };
 
 }  // namespace Tessel

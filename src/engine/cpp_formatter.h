@@ -28,9 +28,9 @@ namespace Tessel {
 // One object formats one tree, once. The rules stand in a file for each family of constructs: *_rules.cpp.
 class CppFormatter : public Cpp::Emitter {
 public:
-    // `source`, with its opaque tokens, is borrowed, as is `passes`.
+    // `source`, with its opaque tokens, is borrowed, as are `passes`, and `observer`, which may be null.
     CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, const FormatOptions& options,
-                 const LayoutPasses& passes);
+                 const LayoutPasses& passes, LayoutObserver* observer);
 
     // The result, once the root has been visited.
     std::string takeText();
@@ -83,8 +83,10 @@ public:
 
 private:
     using Position = Trn::Position;
+    class LogScope;
     class BaseColumnScope;
     class ContentScope;
+    class LabelScope;
     class BodiesInText;
     class BodyState;
     // The frame.
@@ -97,11 +99,13 @@ private:
     // Copies up to the node and tells the column at which its first character will stand.
     int copyUpTo(const Cpp::SyntaxNode& node);
     int copyUpToConstruct(const Cpp::SyntaxNode& node);
-    void pend(const OptionalText& whitespace);
-    std::optional<std::string_view> takePending();
-    std::string_view asOutputStands(std::string_view wanted);
+    void pend(const WantedText& whitespace);
+    WantedText takePending();
+    WantedText asOutputStands(const WantedText& wanted);
+    void leaveBefore(const Cpp::SyntaxNode& node, const WantedText& wanted);
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
+    int sourceColumnOf(const Cpp::SyntaxNode& node) const;
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
@@ -110,6 +114,10 @@ private:
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
+    void writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
+                            const BraceSettings& braces, const OptionalText& indent);
+    void writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept);
+    static bool standsOnOneLine(const Cpp::BracketedNode& body);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
@@ -118,7 +126,7 @@ private:
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
     void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     void formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body, const OptionalText& beforeOpen,
-                           bool isKept);
+                           const Keyed<bool>& isKept);
 
     // What stays on one line (one_line_rules.cpp).
     struct Place;
@@ -126,12 +134,13 @@ private:
     bool mayFitOnLine(const Cpp::SyntaxNode& node) const;
     int widthBehind();
     std::string_view gapBefore(const Cpp::SyntaxNode& node);
-    bool keepsFunction(const Cpp::BracketedNode& body) const;
-    bool keepsStatement(const Cpp::CtrlStmtNode& statement) const;
+    Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
+    const Keyed<bool>& keepsStatement(const Cpp::CtrlStmtNode& statement) const;
     template <typename Format>
-    bool tryOnOneLine(const Cpp::SyntaxNode& node, const Format& format);
+    bool tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format);
     template <typename Format>
-    void formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, bool isKept, const Format& format);
+    void formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
+                    const Format& format);
 
     // Bodies in expressions (expr_body_rules.cpp).
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
@@ -142,7 +151,7 @@ private:
     // Lines that are kept (kept_lines.cpp).
     bool keepsLines() const { return settings_.keepsLineBreaks; }
     bool hangsLines() { return keepsLines() && !out().keepLeadingSpace(); }
-    bool keepsBreak(std::string_view gap, const OptionalText& wanted) const;
+    bool keepsBreak(std::string_view gap, const WantedText& wanted) const;
     OptionalText keptBreak(std::string_view gap);
     FirstLine lineInFront();
     FirstLine lineOf(std::string_view piece);
@@ -156,7 +165,7 @@ private:
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);
-    void writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after);
+    void writeComma(std::string_view gap, const WantedText& before, const WantedText& after);
     bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen);
     void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
@@ -168,6 +177,7 @@ private:
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
+    KeyId nameAlignment() const;
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
     void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen);
@@ -175,9 +185,9 @@ private:
 
     // Types in front of names (declared_type_rules.cpp).
     void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks);
-    void writeAlignedType(std::string_view type, int offset);
+    void writeAlignedType(std::string_view type, KeyId alignment, int offset);
     void writeOnOneLine(std::string_view text);
-    void pad(int offset, std::string_view before, int hanging = 0);
+    void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);
     void writeDeclaratorOpening(std::string_view opening, const Cpp::FunctionPtrDeclNode& declaration);
 
     // Data.
@@ -187,8 +197,8 @@ private:
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);
-    void padInitializer(const Cpp::DataDeclNode& declaration, int offset, std::string_view name,
-                        bool isAligned);
+    void padInitializer(const Cpp::DataDeclNode& declaration, std::string_view gap, int offset,
+                        std::string_view name, bool isAligned);
 
     // Templates and enums.
     void formatTemplateParameters(Cpp::ParameterListNode& list);
@@ -203,21 +213,35 @@ private:
     void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
-    std::string_view writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies);
-    std::string_view writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
+    WantedText writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies);
+    WantedText writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
     Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                   Cpp::InteriorNode::iterator end);
+
+    // What the log is told beside gaps (measured_layout.cpp).
+    class MeasuredRun;
+    std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
+    void logIndent(const Cpp::SyntaxNode& node, KeyId key);
+    void logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
+    void logEnumerators(const Cpp::EnumBodyNode& body);
+    void logBlankLines(std::string_view blanks, const BraceSettings& braces);
+    void logOneLine(const Cpp::BracketedNode& body, KeyId key);
+    void logBrackets(std::string_view name);
+    void logForClauses(std::string_view inside);
+    void logListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next);
 
     PropertySet scheme_;
     FormatterSettings settings_;
     FormatterSettings oneLineSettings_;  // without line ends
     const LayoutPasses& passes_;
     const Zelmor::TextDocument& source_;
+    std::optional<LayoutLog> log_;
     Zelmor::OIndentBuf result_;
     CppExprFormatter exprFormatter_;
     SourceWriter writer_;
 
-    std::vector<std::string_view> pendingWhitespace_;
+    std::vector<WantedText> pendingWhitespace_;
+    WantedText absentPending_;  // what was asked for last, if the scheme has nothing for it
     std::vector<int> baseColumns_;
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it

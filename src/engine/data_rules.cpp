@@ -58,16 +58,19 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     const int column = copyUpToConstruct(*declaration);
     const int base = templateColumn.value_or(column);
-    BaseColumnScope scope(*this, base);
+    BaseColumnScope scope(*this, base, declaration);
     bool isAligned = false;
     if (declaration->type() && declaration->name()) {
         const std::string_view type = writer_.readGap(declaration->name()->start());
         const bool isQualified = declaration->name()->text().starts_with("::");
         isAligned = !followsClassBody && !isQualified && alignsName(*declaration, type);
         if (isAligned) {
-            writeAlignedType(type, columns_.dataNames.at(declaration));
+            const Keyed<bool>& alignment =
+                settings_.alignsDataNames ? settings_.alignsDataNames : settings_.alignsMemberNames;
+            writeAlignedType(type, alignment.key, columns_.dataNames.at(declaration));
         } else if (settings_.keepsData) {
             writer_.write(type);
+            writer_.leave(trailingBlanks(type), WantedText(trailingBlanks(type), settings_.keepsData.key));
         } else if (exprFormatter_.settings().asterisk.anchor >= 0 && trim(type).find_first_not_of('*') == type.npos) {
             writer_.write(trim(type));  // struct { … } *p;
         } else {
@@ -122,6 +125,7 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
     std::string text = exprFormatter_.formatDeclarators(name, state());
     if (!isAligned) {
+        if (log_) logBrackets(name);
         spaceBrackets(text, settings_.afterDataName, settings_.afterDataBracket);
         if (hasTail && !endsWithLineEndToken(text)) text.erase(trimRight(text).size());
     }
@@ -137,40 +141,42 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const bool isArray = name.find('[') != std::string_view::npos;
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
     // The ">" of a template's arguments may stand in front of a "=".
-    const auto replace = [&](std::string_view wanted) {
-        if (settings_.keepsColumns && wanted == " " && isColumnGap(gap)) wanted = gap;
+    const auto replace = [&](WantedText wanted) {
+        if (!wanted.present) return writer_.writeMerged(gap, wanted);
+        wanted = asOutputStands(wanted);
+        if (settings_.keepsColumns && wanted.text() == " " && isColumnGap(gap)) {
+            wanted = WantedText(gap, settings_.keepsColumns.key);
+        }
         const bool joins = out().column() != 0 && Cpp::wouldJoin(name, tail);
-        out().writeVerbatim(wanted.empty() && !gap.empty() && joins ? " " : wanted);
+        writer_.replace(gap, wanted.text().empty() && !gap.empty() && joins ? kBlank : wanted);
     };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
-        padInitializer(declaration, column->second, name, isAligned);
+        padInitializer(declaration, gap, column->second, name, isAligned);
     } else if (keepsBreak(gap, kAsInInput)) {
         writeKeptBreak(gap);
-    } else if (tail.starts_with(':') && settings_.aroundBitFieldColon.present) {
-        replace(asOutputStands(settings_.aroundBitFieldColon.text));
+    } else if (tail.starts_with(':')) {
+        replace(settings_.aroundBitFieldColon);
     } else if (tail.starts_with('(') && settings_.afterCallName.present) {
-        out().writeVerbatim(asOutputStands(settings_.afterCallName.text));
+        writer_.replace(gap, asOutputStands(settings_.afterCallName));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
-        replace(asOutputStands(settings_.beforeOperator.text));
-    } else if (isInitializer(tail) && !isAligned && isArray && endsWithBracket &&
-               settings_.afterDataBracket.present) {
-        replace(asOutputStands(settings_.afterDataBracket.text));
-    } else if (isInitializer(tail) && !isAligned && !isArray && settings_.afterDataName.present) {
-        replace(asOutputStands(settings_.afterDataName.text));
-    } else {
+        replace(settings_.beforeOperator);
+    } else if (!isInitializer(tail) || isAligned || (isArray && !endsWithBracket)) {
         writer_.write(gap);
+    } else {
+        const OptionalText& wanted = isArray ? settings_.afterDataBracket : settings_.afterDataName;
+        replace(tail.starts_with('(') ? firstPresent(settings_.afterCallName, wanted) : wanted);
     }
 }
 
 // An initializer stands as far behind the names as the widest of them asks for, where these are aligned; else
 // behind the declaration's first character.
-void CppFormatter::padInitializer(const Cpp::DataDeclNode& declaration, int offset, std::string_view name,
-                                  bool isAligned) {
+void CppFormatter::padInitializer(const Cpp::DataDeclNode& declaration, std::string_view gap, int offset,
+                                  std::string_view name, bool isAligned) {
     if (isAligned) offset += columns_.dataNames.at(&declaration);
     if (settings_.beforeOperator.present) {
         offset = columnAfter(settings_.beforeOperator.text, offset, out().tabSize());
     }
-    pad(offset, name);
+    pad(gap, settings_.alignsDataInitializers.key, offset, name);
 }
 
 }  // namespace Tessel

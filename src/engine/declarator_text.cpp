@@ -15,7 +15,7 @@ constexpr const char* kBlanks = " \t\n";
 // A comment, a directive or a splice, which keeps the white space in front of it.
 bool beginsTrivia(char c) { return c == '/' || c == '#' || c == '\\'; }
 
-std::size_t skipBlanks(const std::string& text, std::size_t place) {
+std::size_t skipBlanks(std::string_view text, std::size_t place) {
     return std::min(text.find_first_not_of(kBlanks, place), text.size());
 }
 
@@ -31,18 +31,27 @@ std::size_t firstBracketEnd(std::string_view text) {
 
 }  // namespace
 
-void spaceBrackets(std::string& declarator, const OptionalText& afterName, const OptionalText& afterBracket) {
-    if (afterName.present) {
-        const std::size_t nameEnd = std::min(declarator.find_first_of("[,( \t\n/#\\"), declarator.size());
-        const std::size_t next = skipBlanks(declarator, nameEnd);
-        const bool isWanted = next == declarator.size() || declarator[next] == '[';
-        if (isWanted) declarator.replace(nameEnd, next - nameEnd, afterName.text);
-    }
-    if (!afterBracket.present) return;
+std::string_view gapBehindName(std::string_view declarator) {
+    const std::size_t nameEnd = std::min(declarator.find_first_of("[,( \t\n/#\\"), declarator.size());
+    const std::size_t next = skipBlanks(declarator, nameEnd);
+    const bool isPlace = next == declarator.size() || declarator[next] == '[';
+    return isPlace ? declarator.substr(nameEnd, next - nameEnd) : std::string_view();
+}
+
+std::string_view gapBehindBracket(std::string_view declarator) {
     const std::size_t end = firstBracketEnd(declarator);
     const std::size_t next = skipBlanks(declarator, end);
-    if (end == 0 || (next < declarator.size() && beginsTrivia(declarator[next]))) return;
-    declarator.replace(end, next - end, afterBracket.text);
+    if (end == 0 || (next < declarator.size() && beginsTrivia(declarator[next]))) return {};
+    return declarator.substr(end, next - end);
+}
+
+void spaceBrackets(std::string& declarator, const OptionalText& afterName, const OptionalText& afterBracket) {
+    const auto replace = [&declarator](std::string_view gap, const OptionalText& wanted) {
+        if (!gap.data()) return;
+        declarator.replace(static_cast<std::size_t>(gap.data() - declarator.data()), gap.size(), wanted.text);
+    };
+    if (afterName.present) replace(gapBehindName(declarator), afterName);
+    if (afterBracket.present) replace(gapBehindBracket(declarator), afterBracket);
 }
 
 }  // namespace Tessel

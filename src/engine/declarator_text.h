@@ -1,13 +1,19 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "engine/optional_text.h"
 
 namespace Tessel {
 
-// Replaces the white space in front of a "[" behind the declared name, or of the name's end when there is none, and
-// that behind the first "]".
+// The white space, or the place for it, behind the name that the declarator begins with, where a "[" or nothing
+// follows; and that behind the first "]", unless a comment does. Without data elsewhere.
+std::string_view gapBehindName(std::string_view declarator);
+std::string_view gapBehindBracket(std::string_view declarator);
+
+// Replaces both.
+
 void spaceBrackets(std::string& declarator, const OptionalText& afterName, const OptionalText& afterBracket);
 
 }  // namespace Tessel

@@ -2,6 +2,7 @@
 //
 // char*p;         char *p;            by the anchor of the mark
 // unsigned n;     unsigned    n;      in columns
+#include <algorithm>
 #include <string>
 
 #include "cpp/token_joining.h"
@@ -40,20 +41,19 @@ void CppFormatter::writeType(std::string_view type, const OptionalText& whitespa
         settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
     if (formatsMarks && (formatsArguments || endsWithMarks(type))) {
         writeRendered(exprFormatter_.formatTypeText(type, state(), whitespace));
-    } else if (whitespace.present) {
-        writer_.writeMerged(type, whitespace.text);
     } else {
-        writer_.write(type);
+        writer_.writeMerged(type, whitespace);
     }
 }
 
 // Writes the type, and padding up to the column in which the names of a run stand. Marks that belong to the name
 // start there, or end there when they hang.
-void CppFormatter::writeAlignedType(std::string_view type, int offset) {
+void CppFormatter::writeAlignedType(std::string_view type, KeyId alignment, int offset) {
+    const std::string_view blanks = trailingBlanks(type);
     const TypeText text(type);
     if (!text.hasMarks()) {
         writeOnOneLine(text.text);
-        pad(offset, text.text);
+        pad(blanks, alignment, offset, text.text);
         return;
     }
     const ExprSettings& settings = exprFormatter_.settings();
@@ -61,16 +61,18 @@ void CppFormatter::writeAlignedType(std::string_view type, int offset) {
     const std::string markText = marksWithoutBlanks(text.text.substr(text.head.size()));
     if (marks.anchor != kAnchoredToType && marks.anchor != kAnchoredToName) {
         writeOnOneLine(text.text);
-        pad(offset, text.text);
+        pad(blanks, alignment, offset, text.text);
         return;
     }
     writeOnOneLine(text.head);
     if (marks.anchor == kAnchoredToType) {
         out().write(markText);
-        pad(offset, markText);
+        pad(blanks, alignment, offset, markText);
         return;
     }
-    pad(offset, text.head, marks.isHanging ? static_cast<int>(markText.size()) : 0);
+    writer_.leave(blanks, WantedText({}, marks.anchor.key));
+    const int hanging = marks.isHanging ? static_cast<int>(markText.size()) : 0;
+    pad(leadingBlanks(text.text.substr(text.head.size())), alignment, offset, text.head, hanging);
     out().write(markText);
 }
 
@@ -83,11 +85,15 @@ void CppFormatter::writeOnOneLine(std::string_view text) {
 
 // Pads up to `offset` columns behind the indentation, or behind where the line begins if it keeps its own, less those
 // that are to hang in front of that column. What stands before never runs into what follows.
-void CppFormatter::pad(int offset, std::string_view before, int hanging) {
+void CppFormatter::pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging) {
     const int indentWidth = out().keepLeadingSpace() ? textColumnOf(out()) : indentColumn();
     int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;
     const char next[] = {writer_.peek(), writer_.peek(1)};
     if (padding < 1 && Cpp::wouldJoin(before, {next, sizeof next})) padding = 1;
+    if (log_) {
+        const std::string blanks(static_cast<std::size_t>(std::max(padding, 0)), ' ');
+        writer_.leave(found, WantedText(blanks, alignment));
+    }
     LeadingSpaceScope keepSpace(out(), true);
     padColumns(out(), padding);
 }

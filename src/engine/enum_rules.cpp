@@ -47,8 +47,13 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
         ContentScope content(*this, settings_.enums.indent);
         const std::string_view blanks =
             settings_.enums.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writer_.writePrepended(gap, withBlankLines(afterOpen.text, blanks));
+        writeWithBlankLines(gap, afterOpen, blanks);
     } else {
+        WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
+        absent.isOnOneLine = standsOnOneLine(*body);
+        LogScope log(*this);
+        log.setConstruct(*this, &first);
+        writer_.leave(leadingBlanks(gap), absent);
         writer_.write(gap);
     }
     formatEnumerators(*body);
@@ -58,6 +63,7 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
 void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     const CommaTexts& commas = settings_.commas.enumerators;
     ContentScope content(*this, settings_.enums.indent);
+    if (log_) logEnumerators(body);
     if (!settings_.alignsEnumInitializers || !commas.breaksLines() || body.size() < 2) {
         formatEnumeratorList(body, commas);
         return;

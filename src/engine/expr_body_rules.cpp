@@ -36,6 +36,7 @@ class CppFormatter::BodyState {
 public:
     explicit BodyState(CppFormatter& formatter)
         : pending_(formatter.pendingWhitespace_, {}),
+          absentPending_(formatter.absentPending_, {}),
           templateColumn_(formatter.templateColumn_, std::nullopt),
           inClassBody_(formatter.inClassBody_, false),
           previousSibling_(formatter.previousSibling_, nullptr),
@@ -44,7 +45,8 @@ public:
           chainingElseIf_(formatter.chainingElseIf_, false) {}
 
 private:
-    ValueScope<std::vector<std::string_view>> pending_;
+    ValueScope<std::vector<WantedText>> pending_;
+    ValueScope<WantedText> absentPending_;
     ValueScope<std::optional<int>> templateColumn_;
     ValueScope<bool> inClassBody_;
     ValueScope<const Cpp::SyntaxNode*> previousSibling_;
@@ -100,7 +102,7 @@ void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& targ
     SourceWriter::OutputScope output(writer_, target);
     BodyState saved(*this);
     const int column = target.textColumn();
-    BaseColumnScope base(*this, column);
+    BaseColumnScope base(*this, column, &body);
     const bool keepsIndent = target.keepLeadingSpace();
     Zelmor::IndentScope indent(target, keepsIndent ? target.indent() : indentToColumn(target, column));
     if (staysOnLine(body, rightMargin_ - target.column())) {

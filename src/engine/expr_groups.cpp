@@ -6,13 +6,16 @@
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
 namespace {
 
+const OptionalText kBlankOnLine{true, " ", Keys::KEEP_ONE_LINE_LISTS};
+
 const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
-    return isOnOneLine && wanted.hasLineFeed() ? kBlank : wanted;
+    return isOnOneLine && wanted.hasLineFeed() ? kBlankOnLine : wanted;
 }
 
 }  // namespace
@@ -93,17 +96,12 @@ void CppExprFormatter::closeGroup(Run& run) {
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     const OptionalText* wanted = beforeClose(group);
     if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
-    if (!group.hasElements && (run.after || wanted)) {
-        run.sweep.writeGapWith("");
-        return;
-    }
-    if (!wanted) {
-        run.sweep.writeGap();
-        return;
+    if (!group.hasElements) {
+        return run.sweep.writeGapWith(isPresent(run.after) || isPresent(wanted) ? &kNothing : nullptr);
     }
     const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
-    const bool wouldShift = closesAngle && wanted->text.empty() && run.previousKind() == Cpp::Greater;
-    run.sweep.writeGapWith(wouldShift ? kBlank.text : wanted->text);
+    const bool wouldShift = closesAngle && isPresent(wanted) && wanted->text.empty();
+    run.sweep.writeGapWith(wouldShift && run.previousKind() == Cpp::Greater ? &kBlank : wanted);
 }
 
 // Whether the author's line ends between a group's elements stay.
@@ -114,13 +112,9 @@ bool CppExprFormatter::isRow(const Group& group) const {
 
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
-    if (run.groups.empty()) {
-        if (run.mode != ExprMode::Declarators) return false;
-        const SeparatorSpacing spacing = SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind};
-        return !spacing.after.hasLineFeed() && !spacing.before.hasLineFeed();
-    }
-    const SeparatorSpacing spacing = spacingOf(run.groups.back());
-    return spacing.before.present || spacing.after.present;
+    if (run.groups.empty()) return run.mode == ExprMode::Declarators && !settings_.commas.declarators.breaksLines();
+    const CommaTexts* const commas = commasOf(run.groups.back());
+    return commas && !commas->areAbsent();
 }
 
 void CppExprFormatter::writeComma(Run& run) {
@@ -128,7 +122,9 @@ void CppExprFormatter::writeComma(Run& run) {
     declarators.kind = Group::Kind::Braces;
     Group& group = run.groups.empty() ? declarators : run.groups.back();
     startElements(run, group);
-    const SeparatorSpacing spacing = run.groups.empty() ? SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind} : spacingOf(group);
+    const SeparatorSpacing spacing =
+        run.groups.empty() ? SeparatorSpacing{settings_.commas.declarators.before, settings_.commas.declarators.behind}
+                           : spacingOf(group);
     const bool keepsFront = keepsLine(run) && !spacing.before.hasLineFeed();
     const bool keepsRows = !run.groups.empty() && isRow(group) && (group.holdsRows || !wrapsLines());
     const bool keepsLines = run.keepsLines || keepsRows;
@@ -137,7 +133,7 @@ void CppExprFormatter::writeComma(Run& run) {
                              (keepsRows && settings_.betweenRowElements.present && isColumnGap(behind));
     if (keepsFront) keepLine(run);
     passToken(run);
-    const OptionalText* joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
+    const OptionalText* const joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
     run.previous = run.sweep.place();
     run.after = nullptr;
     const OptionalText& before = joined ? *joined : spacing.before;
@@ -165,23 +161,21 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 
 const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return ifPresent(settings_.afterOpenParen);
-        case Group::Kind::Brackets: return ifPresent(settings_.afterOpenBracket);
-        case Group::Kind::Braces:
-            return ifPresent(onLine(settings_.afterDataBrace, group.isOnOneLine));
+        case Group::Kind::Parentheses: return asked(settings_.afterOpenParen);
+        case Group::Kind::Brackets: return asked(settings_.afterOpenBracket);
+        case Group::Kind::Braces: return asked(onLine(settings_.afterDataBrace, group.isOnOneLine));
         case Group::Kind::InnerBraces: return nullptr;
-        default: return ifPresent(settings_.afterOpenAngle);
+        default: return asked(settings_.afterOpenAngle);
     }
 }
 
 const OptionalText* CppExprFormatter::beforeClose(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return ifPresent(settings_.beforeCloseParen);
-        case Group::Kind::Brackets: return ifPresent(settings_.beforeCloseBracket);
-        case Group::Kind::Braces:
-            return ifPresent(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
+        case Group::Kind::Parentheses: return asked(settings_.beforeCloseParen);
+        case Group::Kind::Brackets: return asked(settings_.beforeCloseBracket);
+        case Group::Kind::Braces: return asked(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
         case Group::Kind::InnerBraces: return nullptr;
-        default: return ifPresent(settings_.beforeCloseAngle);
+        default: return asked(settings_.beforeCloseAngle);
     }
 }
 

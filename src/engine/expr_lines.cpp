@@ -6,15 +6,23 @@
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "scheme/property_keys.h"
 
 namespace Tessel {
 
 using Zelmor::IndentScope;
 
+namespace {
+
+const OptionalText kJoined{true, "", Keys::LINE_WRAP};
+const OptionalText kJoinedByBlank{true, " ", Keys::LINE_WRAP};
+
+}  // namespace
+
 // Whether the comment ends its line, and will: the next token may have to stand behind it.
 bool CppExprFormatter::endsLine(const Run& run) const {
     const OptionalText* behind = wantedBefore(run, run.sweep.place() + 1);
-    return run.sweep.endsItsLine() && !(behind && behind->present && !behind->hasLineFeed());
+    return run.sweep.endsItsLine() && !(isPresent(behind) && !behind->hasLineFeed());
 }
 
 // Whether the current token begins a line that is kept.
@@ -29,6 +37,9 @@ bool CppExprFormatter::keepsLine(const Run& run) const {
 void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
+    // The rows of an initialiser are kept anyway.
+    const bool isRow = !run.groups.empty() && run.groups.back().isBraced();
+    run.sweep.leave(gap, WantedText(gap, isRow ? settings_.dataIndent.key : settings_.keepsLineBreaks.key));
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
     run.out.write(std::string(lineFeeds, '\n'));
@@ -72,7 +83,7 @@ void CppExprFormatter::startLiteralLine(Run& run) {
     const std::string_view gap = run.sweep.gap();
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
-    run.sweep.writeGapWith(std::string(lineFeeds, '\n'));
+    run.sweep.writeGapWith(WantedText(std::string(lineFeeds, '\n')));
     run.out.startLine();
 }
 
@@ -85,17 +96,18 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
     if (run.previous == kNoToken || !isAllWhitespace(gap) || isRow) return nullptr;
     const ExprToken& token = run.current();
     if (isLineBreak(gap) && settings_.breaksAsLastResort) {
-        if (run.previousKind() == Cpp::OpenParen) return &kNothing;
-        if (run.previousRole() == ExprRole::BinaryOperator && isAssignmentKind(run.previousKind())) return &kBlank;
+        if (run.previousKind() == Cpp::OpenParen) return &kJoined;
+        const bool followsOperator = run.previousRole() == ExprRole::BinaryOperator;
+        if (followsOperator && isAssignmentKind(run.previousKind())) return &kJoinedByBlank;
     }
-    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kNothing;
-    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kBlank;
+    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kJoined;
+    if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kJoinedByBlank;
     const bool followsComment = run.previous + 1 != run.sweep.place();
     if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return nullptr;
     if (!isJoinable(gap)) return nullptr;
-    if (run.previousKind() == Cpp::Comma) return &kBlank;
-    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kBlank;
-    return followsCast(run) ? &kBlank : nullptr;
+    if (run.previousKind() == Cpp::Comma) return &kJoinedByBlank;
+    if (token.role == ExprRole::Trivia && run.previousRole() == ExprRole::BinaryOperator) return &kJoinedByBlank;
+    return followsCast(run) ? &kJoinedByBlank : nullptr;
 }
 
 // Whether the current token is the operand of a cast, as far as the line wrapper knows one.

@@ -30,42 +30,40 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
-    const OptionalText& fallback = run.typeWhitespace.present ? run.typeWhitespace : kBlank;
-    const OptionalText& apart = marks.gap.present ? marks.gap : fallback;
+    const OptionalText& apart = firstPresent(marks.gap, firstPresent(run.typeWhitespace, kBlank));
 
+    if (log()) logMarks(run, marks, end);
     if (keepsLine(run)) {
         keepLine(run);
     } else if (!isAnchored || isBehindComma) {
         writeGapBefore(run);
     } else if (marks.anchor == kAnchoredToType) {
-        run.sweep.writeGapWith("");
+        run.sweep.writeGapWith(marks.against);
     } else if (isNamed || marks.gap.present) {
-        run.sweep.writeGapWith(apart.text);
+        run.sweep.writeGapWith(apart);
     } else {
         run.sweep.writeGap();
     }
     if (!run.groups.empty()) startElements(run, run.groups.back());
     writeToken(run);
     while (run.sweep.place() < end) {
-        if (isAnchored) {
-            run.sweep.writeGapWith("");
-        } else {
-            run.sweep.writeGap();
-        }
+        run.sweep.writeGapWith(isAnchored ? kNothing : kAsInInput);
         writeToken(run);
     }
     run.previous = end - 1;
     run.sawMark = run.sawMark || run.groups.empty();
     run.after = nullptr;
-    if (isAnchored && isNamed) run.after = toName ? &kNothing : &apart;
+    if (isAnchored && isNamed) run.after = toName ? &marks.against : &apart;
 }
 
 // The white space between the type and the name that follows the text.
 void CppExprFormatter::writeTypeEnd(Run& run) {
     if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && !run.sawMark)) {
-        run.sweep.writeGapWith(run.typeWhitespace.text);
-    } else if (run.after && run.previousRole() == ExprRole::Mark) {
-        run.sweep.writeGapWith(run.after->text);
+        run.sweep.writeGapWith(run.typeWhitespace);
+    } else if (run.previousRole() == ExprRole::Mark) {
+        run.sweep.writeGapWith(run.after);
+    } else if (!run.sawMark) {
+        run.sweep.writeGapWith(run.typeWhitespace);
     }
 }
 

@@ -16,7 +16,7 @@
 // that are kept or joined (expr_lines.cpp).
 namespace Tessel {
 
-inline const OptionalText* ifPresent(const OptionalText& setting) { return setting.present ? &setting : nullptr; }
+inline bool isPresent(const OptionalText* setting) { return setting && setting->present; }
 
 // The indentation of the elements of a group that break lines.
 struct CppExprFormatter::Group::ElementScope {
@@ -30,9 +30,9 @@ struct CppExprFormatter::Group::ElementScope {
 // One sweep over a text.
 struct CppExprFormatter::Run {
     Run(std::string_view wholeText, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output,
-        ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns)
+        ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns, LayoutLog* log)
         : text(wholeText),
-          sweep(wholeText, tokensOfText, output, keepsColumns),
+          sweep(wholeText, tokensOfText, output, keepsColumns, log),
           tokens(tokensOfText),
           out(output),
           mode(textMode),

@@ -9,9 +9,11 @@ namespace {
 
 constexpr int kNoAnchor = -1;
 
-MarkSettings readMark(const PropertySet& scheme, std::string_view anchor, std::string_view hanging,
-                      std::string_view gap) {
-    return {readInt(scheme, anchor, kNoAnchor), readSwitch(scheme, hanging), readText(scheme, gap)};
+MarkSettings readMark(const PropertySet& scheme, KeyId anchor, KeyId hanging, KeyId gap) {
+    return {readInt(scheme, anchor, kNoAnchor),
+            readSwitch(scheme, hanging),
+            readText(scheme, gap),
+            {true, "", anchor}};
 }
 
 }  // namespace

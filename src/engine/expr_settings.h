@@ -10,10 +10,12 @@ namespace Tessel {
 // What the scheme says about one kind of pointer mark, "*" or "&".
 struct MarkSettings {
     // 0: the mark stands against the type; 1: against the name; anything else: as in the input.
-    int anchor = -1;
-    bool isHanging = false;
+    Keyed<int> anchor{-1};
+    Keyed<bool> isHanging;
     // Between the type and the marks, or between the marks and the name, on the side that is not anchored.
     OptionalText gap;
+    // On the side that is.
+    OptionalText against;
 };
 
 // The scheme's values for expressions and declaration texts.

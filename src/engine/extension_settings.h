@@ -21,21 +21,22 @@ private:
     public:
         explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
 
-        bool isOn(ExtensionKey<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key.name); }
-        int number(ExtensionKey<PropertyType::Integer> key, int whenAbsent = 0) const {
-            return readInt(*scheme_, key.name, whenAbsent);
+        Keyed<bool> isOn(TypedKeyId<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key); }
+        Keyed<int> number(TypedKeyId<PropertyType::Integer> key, int whenAbsent = 0) const {
+            return readInt(*scheme_, key, whenAbsent);
         }
-        OptionalText text(ExtensionKey<PropertyType::String> key) const {
-            return readText(*scheme_, key.name);
+        // As the least where it is absent, or below that.
+        Keyed<int> atLeast(TypedKeyId<PropertyType::Integer> key, int least) const {
+            const Keyed<int> value = number(key, least);
+            return {std::max(value.value, least), key};
         }
+        OptionalText text(TypedKeyId<PropertyType::String> key) const { return readText(*scheme_, key); }
         // Absent where it would end the line.
-        OptionalText lineText(ExtensionKey<PropertyType::String> key) const {
+        OptionalText lineText(TypedKeyId<PropertyType::String> key) const {
             const OptionalText value = text(key);
-            return value.hasLineFeed() ? OptionalText() : value;
+            return value.hasLineFeed() ? OptionalText{false, {}, key} : value;
         }
-        OptionalText indent(ExtensionKey<PropertyType::String> key) const {
-            return readIndent(*scheme_, key.name);
-        }
+        OptionalText indent(TypedKeyId<PropertyType::String> key) const { return readIndent(*scheme_, key); }
 
     private:
         const PropertySet* scheme_;
@@ -44,7 +45,7 @@ private:
     Reader from_;  // for the members below, while they are set; not used later
 
 public:
-    bool keepsUnrecognized = from_.isOn(Keys::KEEP_UNRECOGNIZED);
+    Keyed<bool> keepsUnrecognized = from_.isOn(Keys::KEEP_UNRECOGNIZED);
 
     OptionalText beforeLinkageOpen = from_.text(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE);
     OptionalText linkageIndent = from_.indent(Keys::INDENT_LINKAGE_CONTENT);
@@ -52,45 +53,45 @@ public:
 
     OptionalText beforeCaseOpen = from_.text(Keys::WS_BEFORE_CASE_OPEN_BRACE);
 
-    int oneLineFunctions = from_.number(Keys::KEEP_ONE_LINE_FUNCTIONS);
-    bool keepsOneLineInits = from_.isOn(Keys::KEEP_ONE_LINE_INITS);
-    bool keepsOneLineStatements = from_.isOn(Keys::KEEP_ONE_LINE_STATEMENTS);
-    bool keepsOneLineBlocks = from_.isOn(Keys::KEEP_ONE_LINE_BLOCKS);
-    bool keepsOneLineLists = from_.isOn(Keys::KEEP_ONE_LINE_LISTS);
+    Keyed<int> oneLineFunctions = from_.number(Keys::KEEP_ONE_LINE_FUNCTIONS);
+    Keyed<bool> keepsOneLineInits = from_.isOn(Keys::KEEP_ONE_LINE_INITS);
+    Keyed<bool> keepsOneLineStatements = from_.isOn(Keys::KEEP_ONE_LINE_STATEMENTS);
+    Keyed<bool> keepsOneLineBlocks = from_.isOn(Keys::KEEP_ONE_LINE_BLOCKS);
+    Keyed<bool> keepsOneLineLists = from_.isOn(Keys::KEEP_ONE_LINE_LISTS);
 
-    bool keepsLineBreaks = from_.isOn(Keys::KEEP_LINE_BREAKS);
+    Keyed<bool> keepsLineBreaks = from_.isOn(Keys::KEEP_LINE_BREAKS);
 
     OptionalText operandIndent = from_.indent(Keys::HANGING_OPERAND_INDENT);
-    bool keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
-    int blankLines = from_.number(Keys::KEEP_BLANK_LINES);
-    bool keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
-    bool keepsReturnTypeBreak = from_.isOn(Keys::KEEP_FN_RETURN_TYPE_BREAK);
+    Keyed<bool> keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
+    Keyed<int> blankLines = from_.number(Keys::KEEP_BLANK_LINES);
+    Keyed<bool> keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
+    Keyed<bool> keepsReturnTypeBreak = from_.isOn(Keys::KEEP_FN_RETURN_TYPE_BREAK);
     OptionalText labelIndent = from_.indent(Keys::INDENT_LABEL);
     OptionalText beforeDoWhile = from_.text(Keys::WS_BEFORE_DO_WHILE);
     OptionalText betweenEmptyForClauses = from_.text(Keys::WS_BETWEEN_EMPTY_FOR_CLAUSES);
-    bool keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
+    Keyed<bool> keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);
 
-    int mostBlankLines = std::max(from_.number(Keys::MAX_BLANK_LINES, kAnyNumber), kAnyNumber);
-    bool stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
+    Keyed<int> mostBlankLines = from_.atLeast(Keys::MAX_BLANK_LINES, kAnyNumber);
+    Keyed<bool> stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
     OptionalText beforeLineComment = from_.lineText(Keys::WS_BEFORE_LINE_COMMENT);
 
-    bool indentsFromLine = from_.isOn(Keys::INDENT_FROM_LINE);
+    Keyed<bool> indentsFromLine = from_.isOn(Keys::INDENT_FROM_LINE);
     OptionalText betweenStatements = from_.text(Keys::WS_BETWEEN_STATEMENTS);
     OptionalText beforeDeclaratorComma = from_.lineText(Keys::WS_BEFORE_DECLARATOR_COMMA);
     OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
     OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
-    bool formatsTypeArguments = from_.isOn(Keys::FORMAT_TYPE_ARGUMENTS);
+    Keyed<bool> formatsTypeArguments = from_.isOn(Keys::FORMAT_TYPE_ARGUMENTS);
     OptionalText afterDeleteBrackets = from_.lineText(Keys::WS_AFTER_DELETE_BRACKETS);
-    bool alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
+    Keyed<bool> alignsDataOnly = from_.isOn(Keys::ALIGN_DATA_ONLY);
 
-    int callArgumentStrategy = from_.number(Keys::CALL_ARGS_WRAP_STRATEGY, kAnyNumber);
-    int expressionStrategy = from_.number(Keys::EXPR_WRAP_STRATEGY, kAnyNumber);
-    bool breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
+    Keyed<int> callArgumentStrategy = from_.number(Keys::CALL_ARGS_WRAP_STRATEGY, kAnyNumber);
+    Keyed<int> expressionStrategy = from_.number(Keys::EXPR_WRAP_STRATEGY, kAnyNumber);
+    Keyed<bool> breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };

@@ -14,9 +14,11 @@
 #include "engine/cpp_pre_formatter.h"
 #include "engine/extension_settings.h"
 #include "engine/gap.h"
+#include "engine/layout_observer.h"
 #include "engine/line_ends.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
+#include "engine/stage_log.h"
 #include "engine/source_copy.h"
 #include "engine/token_proof.h"
 #include "scheme/property_keys.h"
@@ -121,13 +123,32 @@ std::string withLineEnds(const ParsedText& source, const KeptRegions& regions, c
     return LineEnds(settings, columns, source.text.text(), source.opaque, regions, std::move(result)).takeText();
 }
 
+// Who is told of a job, and of which source.
+struct Listener {
+    LayoutObserver* observer = nullptr;
+    const ParsedText* source = nullptr;
+
+    void begin() const {
+        if (!observer) return;
+        observer->begin(source->text);
+        tellLines(*observer, source->text, source->opaque);
+    }
+    void hearStage(std::string_view before, std::string_view after, bool isWrapping) const {
+        if (observer) tellStage(*observer, source->text, before, after, isWrapping);
+    }
+};
+
 // The formatted text; its tree is gone when this returns.
 std::string formatParsed(ParsedText& source, const KeptRegions& regions, const FormatOptions& options,
-                         const LayoutPasses& passes) {
-    CppFormatter formatter(source.text, source.opaque, options, passes);
+                         const LayoutPasses& passes, const Listener& listener) {
+    CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
     source.root.accept(formatter);
     Cpp::RootNode().swap(source.root);
-    return withLineEnds(source, regions, options, formatter.takeText());
+    std::string text = formatter.takeText();
+    if (!listener.observer) return withLineEnds(source, regions, options, std::move(text));
+    std::string result = withLineEnds(source, regions, options, text);
+    listener.hearStage(text, result, false);
+    return result;
 }
 
 }  // namespace
@@ -144,8 +165,11 @@ int FormatJob::format(const FormatOptions& options, std::string_view text, std::
     source.root.accept(preFormatter);
     const KeptRegions regions = keptRegions(source, preFormatter);
     if (!progress(kFormatting)) return cancel(diagnostics);
+    const Listener listener{observer_, &source};
+    listener.begin();
 
-    std::string formattedText = formatParsed(source, regions, options, passes_);
+    std::string formattedText = formatParsed(source, regions, options, passes_, listener);
+    const std::string formattedOnce = observer_ ? formattedText : std::string();
     const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
     // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
     // they are to.
@@ -169,13 +193,14 @@ int FormatJob::format(const FormatOptions& options, std::string_view text, std::
             return moveTo(diagnostics, std::move(messages));
         }
         again.root.accept(preFormatter);
-        formattedText = formatParsed(again, keptRegions(again, preFormatter), options, passes_);
+        formattedText = formatParsed(again, keptRegions(again, preFormatter), options, passes_, {});
         if (formattedText == formatted.text.text()) {
             // All further rounds would end where this one did.
             formattedText = std::move(wrappedBefore);
             break;
         }
     }
+    if (wraps) listener.hearStage(formattedOnce, formattedText, true);
     if (auto message = prove(source, formattedText)) return moveTo(diagnostics, {std::move(*message)});
     proveRegions(source, regions, formattedText);
     result = std::move(formattedText);

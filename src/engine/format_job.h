@@ -11,12 +11,16 @@
 
 namespace Tessel {
 
+class LayoutObserver;
+
 // Runs the whole pipeline over one source text: parse, close protected regions, format and, when the scheme
 // asks for it, parse the result again and wrap its long lines. Has no state between calls.
 class FormatJob {
 public:
-    // `passes` is borrowed: the passes of the layer above that take part in a job.
-    explicit FormatJob(const LayoutPasses& passes) : passes_(passes) {}
+    // Both are borrowed: the passes of the layer above that take part in a job, and who is told what decided the
+    // layout, or null.
+    explicit FormatJob(const LayoutPasses& passes, LayoutObserver* observer = nullptr)
+        : passes_(passes), observer_(observer) {}
 
     // Returns 0 on success: then `result` is the formatted text, its lines ended by line feeds, and `diagnostics` is
     // unchanged. Otherwise `result` is, and what is returned is the number of messages appended to `diagnostics`.
@@ -26,6 +30,7 @@ public:
 
 private:
     const LayoutPasses& passes_;
+    LayoutObserver* observer_;
 };
 
 }  // namespace Tessel

@@ -62,15 +62,16 @@ std::string withoutLineFeeds(std::string text) {
 }  // namespace
 
 CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque,
-                           const FormatOptions& options, const LayoutPasses& passes)
+                           const FormatOptions& options, const LayoutPasses& passes, LayoutObserver* observer)
     : scheme_(completed(options.scheme)),
       settings_(scheme_),
       oneLineSettings_(withoutLineEnds(scheme_)),
       passes_(passes),
       source_(source),
+      log_(observer ? std::optional<LayoutLog>(std::in_place, *observer, scheme_, source.text()) : std::nullopt),
       result_(initialState(scheme_)),
-      exprFormatter_(scheme_, &source),
-      writer_(source, opaque, result_, exprFormatter_),
+      exprFormatter_(scheme_, &source, log_ ? &*log_ : nullptr),
+      writer_(source, opaque, result_, exprFormatter_, log_ ? &*log_ : nullptr),
       rightMargin_(readRightMargin(scheme_)) {
     // Formatted text is seldom much longer than its source.
     result_.reserve(source.size() + source.size() / 8);
@@ -98,36 +99,46 @@ int CppFormatter::copyUpToConstruct(const Cpp::SyntaxNode& node) {
     return settings_.indentsFromLine ? textColumnOf(out()) : column;
 }
 
-void CppFormatter::pend(const OptionalText& whitespace) {
-    if (whitespace.present) pendingWhitespace_.push_back(whitespace.text);
+void CppFormatter::pend(const WantedText& whitespace) {
+    if (whitespace.present) {
+        pendingWhitespace_.push_back(whitespace);
+    } else {
+        absentPending_ = whitespace;
+    }
 }
 
-std::optional<std::string_view> CppFormatter::takePending() {
-    if (pendingWhitespace_.empty()) return std::nullopt;
-    const std::string_view wanted = pendingWhitespace_.back();
+WantedText CppFormatter::takePending() {
+    const WantedText absent = std::exchange(absentPending_, {});
+    if (pendingWhitespace_.empty()) return absent;
+    const WantedText wanted = pendingWhitespace_.back();
     pendingWhitespace_.pop_back();
     return asOutputStands(wanted);
 }
 
 // Where a comment or directive has just ended its line, only further line ends are left to be written.
-std::string_view CppFormatter::asOutputStands(std::string_view wanted) {
+WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
     if (out().column() != 0) return wanted;
-    const std::size_t lineFeed = wanted.find('\n');
-    return lineFeed == std::string_view::npos ? std::string_view() : wanted.substr(lineFeed + 1);
+    const std::size_t lineFeed = wanted.text().find('\n');
+    return wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text().substr(lineFeed + 1));
 }
 
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
-    if (const auto wanted = takePending()) writer_.writeMerged(writer_.readGap(node.start()), *wanted);
+    const WantedText wanted = takePending();
+    if (wanted.present) {
+        writer_.writeMerged(writer_.readGap(node.start()), wanted);
+    } else {
+        leaveBefore(node, wanted);
+    }
+}
+
+// White space in front of the node that its own rule copies.
+void CppFormatter::leaveBefore(const Cpp::SyntaxNode& node, const WantedText& wanted) {
+    if (log_ && wanted.key) writer_.leave(trailingBlanks(gapBefore(node)), wanted);
 }
 
 // The gap in front of the node, its trailing white space replaced when the scheme says by what.
 void CppFormatter::writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted) {
-    const std::string_view gap = writer_.readGap(node.start());
-    if (wanted.present) {
-        writer_.writeMerged(gap, wanted.text);
-    } else {
-        writer_.write(gap);
-    }
+    writer_.writeMerged(writer_.readGap(node.start()), wanted);
 }
 
 std::string CppFormatter::contentIndent(const OptionalText& indent) {
@@ -137,6 +148,11 @@ std::string CppFormatter::contentIndent(const OptionalText& indent) {
 
 int CppFormatter::indentColumn() { return columnAfter(out().indent(), 0, out().tabSize()); }
 
+// Of the first text on the line of the source that the node begins on.
+int CppFormatter::sourceColumnOf(const Cpp::SyntaxNode& node) const {
+    return exprFormatter_.columnOfSourceLine(source_.text().substr(offsetOf(source_, node.start()) - 1));
+}
+
 void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& indent) {
     formatContent(node, node.childBegin(), indent);
 }
@@ -144,12 +160,15 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& in
 void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first,
                                  const OptionalText& indent) {
     ContentScope content(*this, indent);
+    if (log_) logContent(node, first, indent.key);
     const std::size_t pendingOutside = pendingWhitespace_.size();
     const Cpp::SyntaxNode* previous = nullptr;
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
-        if (previous && !isCaseBlock && settings_.betweenStatements.present) writeStatementGap(*previous, **child);
+        if (previous && !isCaseBlock && (settings_.betweenStatements.present || log_)) {
+            writeStatementGap(*previous, **child);
+        }
         (*child)->accept(*this);
         isCaseBlock = false;
         if (lastLabel_ == child->get()) {
@@ -160,6 +179,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     }
     // What a template header left for a declaration that never came is not for the next one outside.
     templateColumn_.reset();
+    absentPending_ = {};
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
 }
 
@@ -171,14 +191,19 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     if (isTrivia(previous) || isTrivia(next)) return;
     const std::string_view gap = gapBefore(next);
     const std::string_view blanks = trailingBlanks(gap);
-    if (writer_.holdsOpaque(gap) || blanks.find('\n') != std::string_view::npos) return;
+    if (writer_.holdsOpaque(gap)) return;
+    if (blanks.find('\n') != std::string_view::npos) {
+        if (!settings_.betweenStatements.present) leaveBefore(next, settings_.betweenStatements);
+        return;
+    }
     // A stray ";" is no node.
     const char last = blanks.size() < gap.size() ? gap[gap.size() - blanks.size() - 1] : writer_.peekBehind();
     const bool isEnd = last == ';' || last == '}';
     if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
     const bool staysOnLine = isOnOneLine_ && settings_.betweenStatements.hasLineFeed();
     const OptionalText& wanted = staysOnLine ? kBlank : settings_.betweenStatements;
-    writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(wanted.text));
+    if (!wanted.present) return leaveBefore(next, wanted);
+    writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(wanted));
 }
 
 void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
@@ -187,23 +212,26 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
 
 void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
                                const OptionalText& indent) {
-    if (const auto wanted = takePending()) {
+    if (WantedText wanted = takePending(); wanted.present) {
         const std::string_view gap = writer_.readGap(node.start());
         if (writer_.holdsOnlyComments(gap)) {
             // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.
-            const MergedGap merged = mergedGap(gap, *wanted);
+            const MergedGap merged = mergedGap(gap, wanted.text());
             const bool endsLine = merged.kept.ends_with('\n') || merged.added.find('\n') != std::string_view::npos;
             {
                 std::optional<ContentScope> content;
                 if (endsLine) content.emplace(*this, indent);
                 writer_.write(merged.kept);
             }
-            out().writeVerbatim(merged.added);
+            writer_.replace(trailingBlanks(gap), wanted.with(merged.added));
         } else {
             std::optional<ContentScope> content;
             if (writer_.holdsLineComment(gap)) content.emplace(*this, indent);
-            writer_.writeMerged(gap, *wanted);
+            writer_.writeMerged(gap, wanted);
         }
+    } else {
+        wanted.isOnOneLine = standsOnOneLine(node);
+        leaveBefore(node, wanted);
     }
     const bool isEmpty = node.size() == 0;
     if (!node.hasBrackets()) {
@@ -226,16 +254,40 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     writer_.copyThrough(node.start());
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
+    writeGapBehindOpen(node, first, braces, indent);
+    formatContent(node, indent);
+    writeClosingGap(node, braces, indent);
+    copyThrough(node);
+}
+
+void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
+                                      const BraceSettings& braces, const OptionalText& indent) {
     const OptionalText& afterOpen = afterOpenOf(braces);
     if (afterOpen.present && !staysBehindBrace(first, afterOpen)) {
         ContentScope content(*this, indent);
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writer_.writePrepended(gap, withBlankLines(afterOpen.text, blanks));
+        writeWithBlankLines(gap, afterOpen, blanks);
+    } else if (log_) {
+        ContentScope content(*this, indent);
+        log_->place().lineColumn = sourceColumnOf(first);
+        WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
+        absent.isOnOneLine = standsOnOneLine(node);
+        const std::string_view blanks = leadingBlanks(gapBefore(first));
+        writer_.leave(blanks, absent);
+        logBlankLines(blanks, braces);
     }
-    formatContent(node, indent);
-    writeClosingGap(node, braces, indent);
-    copyThrough(node);
+}
+
+// Empty lines in front of what stands in a body stay where they are asked for.
+void CppFormatter::writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept) {
+    const std::string text = withBlankLines(afterOpen.text, kept);
+    const bool isKept = text.size() > afterOpen.text.size();
+    writer_.writePrepended(gap, WantedText(text, isKept ? settings_.blankLines.key : afterOpen.key));
+}
+
+bool CppFormatter::standsOnOneLine(const Cpp::BracketedNode& body) {
+    return body.start().line == body.end().line;
 }
 
 // Where a protected region holds the "{", what is behind the region stays.
@@ -253,24 +305,30 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     const OptionalText& beforeClose = braces.beforeClose;
     std::string_view gap = writer_.readGap(node.end());
     if (isOnOneLine_ && isAllWhitespace(gap)) {
+        writer_.leave(gap, kAsInInput);
         out().write(gap.empty() ? std::string_view() : " ");
         copyThrough(node);
         return;
     }
+    const std::string_view whole = gap;
     if (afterOpen.present) {
-        out().writeVerbatim(afterOpen.text);
+        writer_.replace(leadingBlanks(gap), afterOpen);
         gap = trimLeft(gap);
     }
     if (isAllWhitespace(gap)) {
         const bool breaksTwice = out().column() == 0 && beforeClose.hasLineFeed();
         if (!beforeClose.present) out().write(gap);
+        const bool isByFirst = afterOpen.present && (breaksTwice || beforeClose.text.empty());
+        if (!isByFirst) writer_.leave(whole, beforeClose.present ? beforeClose : kAsInInput);
         out().writeVerbatim(breaksTwice ? withoutLineFeeds(beforeClose.text) : beforeClose.text);
     } else {
         {
             ContentScope content(*this, indent);
             writer_.write(beforeClose.present ? mergedGap(gap, beforeClose.text).kept : gap);
         }
-        if (beforeClose.present) out().writeVerbatim(mergedGap(gap, beforeClose.text).added);
+        if (beforeClose.present) {
+            writer_.replace(trailingBlanks(gap), WantedText(beforeClose).with(mergedGap(gap, beforeClose.text).added));
+        }
     }
     copyThrough(node);
 }
@@ -302,7 +360,9 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
         gap = trailingBlanks(gap);
     }
     if (!beforeClose.present) {
-        writer_.write(gap);
+        WantedText absent = beforeClose;
+        absent.isOnOneLine = standsOnOneLine(node);
+        writer_.writeMerged(gap, absent);
         return;
     }
     const Cpp::SyntaxNode& last = **(node.childEnd() - 1);
@@ -311,16 +371,17 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
     const bool needsNoLineEnd = (endsLine(last) || endsWithLabel) && lineHasEnded;
     const std::string wanted = needsNoLineEnd ? withoutLineFeeds(beforeClose.text) : beforeClose.text;
     const bool keepsLines = braces.keepsBlankLines && beforeClose.hasLineFeed();
-    writer_.writeMerged(gap, withBlankLines(wanted, keepsLines ? trailingBlanks(gap) : std::string_view()));
+    const std::string text = withBlankLines(wanted, keepsLines ? trailingBlanks(gap) : std::string_view());
+    writer_.writeMerged(gap, WantedText(beforeClose).with(text));
 }
 
 // A head, and a body whose contents are indented from the column at which the head began.
 void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body,
-                                     const OptionalText& beforeOpen, bool isKept) {
-    BaseColumnScope base(*this, head ? copyUpToConstruct(*head) : indentColumn());
+                                     const OptionalText& beforeOpen, const Keyed<bool>& isKept) {
+    BaseColumnScope base(*this, head ? copyUpToConstruct(*head) : indentColumn(), head);
     if (head) head->accept(*this);
     if (!body) return;
-    formatBody(*body, head ? beforeOpen : kAsInInput, isKept && head, [&] { body->accept(*this); });
+    formatBody(*body, head ? beforeOpen : kAsInInput, head ? isKept : kNeverKept, [&] { body->accept(*this); });
 }
 
 // The white space in front of a node that begins a line of the source.
@@ -394,17 +455,19 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
 
 void CppFormatter::visit(Cpp::BlockNode* block) {
     const int column = indentColumn();
-    BaseColumnScope base(*this, column);
+    BaseColumnScope base(*this, column, block);
     IndentScope indent(out(), indentToColumn(out(), column));
-    if (settings_.global.beforeOpen.present) {
-        std::string_view wanted = settings_.global.beforeOpen.text;
-        if (wanted.starts_with('\n') && out().column() == 0) wanted.remove_prefix(1);
+    if (WantedText wanted = settings_.global.beforeOpen; wanted.present) {
+        if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
         writer_.writeMerged(writer_.readGap(block->start()), wanted);
+    } else {
+        const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
+        leaveBefore(*block, followsLabel ? settings_.beforeCaseOpen : wanted);
     }
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
         writer_.copyGap(block->start());
-        if (tryOnOneLine(*block, format)) return;
+        if (tryOnOneLine(*block, settings_.keepsOneLineBlocks.key, format)) return;
     }
     format();
 }
@@ -421,8 +484,7 @@ void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
 
 void CppFormatter::visit(Cpp::LabelNode* label) {
     const OptionalText& wanted = settings_.labelIndent;
-    LeadingSpaceScope leadingSpace(out(), wanted.present ? false : out().keepLeadingSpace());
-    IndentScope indent(out(), wanted.present ? labelIndent(wanted) : out().indent());
+    LabelScope scope(*this, *label, wanted, wanted.present ? labelIndent(wanted) : out().indent());
     copyThrough(*label);
 }
 

@@ -10,17 +10,17 @@ namespace Tessel {
 
 FormatterSettings::FormatterSettings(const PropertySet& scheme)
     : ExtensionSettings(scheme), commas(scheme, *this) {
-    const auto text = [&scheme](std::string_view key) { return readText(scheme, key); };
-    const auto indent = [&scheme](std::string_view key) { return readIndent(scheme, key); };
-    const auto isOn = [&scheme](std::string_view key) { return readSwitch(scheme, key); };
+    const auto text = [&scheme](KeyId key) { return readText(scheme, key); };
+    const auto indent = [&scheme](KeyId key) { return readIndent(scheme, key); };
+    const auto isOn = [&scheme](KeyId key) { return readSwitch(scheme, key); };
 
     leftMargin = indent(Keys::LEFT_MARGIN);
 
     global = {text(Keys::GLOBAL_WS_BEFORE_OPEN_BRACE), text(Keys::GLOBAL_WS_AFTER_OPEN_BRACE),
               indent(Keys::GLOBAL_INDENT_CONTENT), text(Keys::GLOBAL_WS_BEFORE_CLOSE_BRACE)};
     linkage = global;
-    if (beforeLinkageOpen.present) linkage.beforeOpen = beforeLinkageOpen;
-    if (linkageIndent.present) linkage.indent = linkageIndent;
+    linkage.beforeOpen = firstPresent(beforeLinkageOpen, global.beforeOpen);
+    linkage.indent = firstPresent(linkageIndent, global.indent);
     namespaces = {text(Keys::WS_BEFORE_NS_OPEN_BRACE), text(Keys::WS_AFTER_NS_OPEN_BRACE),
                   indent(Keys::INDENT_NS_CONTENT), text(Keys::WS_BEFORE_NS_CLOSE_BRACE)};
     classes = {text(Keys::WS_BEFORE_CLASS_OPEN_BRACE), text(Keys::WS_AFTER_CLASS_OPEN_BRACE),
@@ -71,7 +71,8 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
     beforeControlCloseParen = text(Keys::WS_BEFORE_CS_CLOSE_PAREN);
     betweenControlParts = text(Keys::WS_BETWEEN_CS);
     alignsForClauses = isOn(Keys::ALIGN_CS_FOR_CLAUSES_LEFT);
-    betweenForClauses = alignsForClauses ? kLineFeed : text(Keys::WS_BETWEEN_CS_FOR_CLAUSES);
+    betweenForClauses = alignsForClauses ? OptionalText{true, "\n", alignsForClauses.key}
+                                         : text(Keys::WS_BETWEEN_CS_FOR_CLAUSES);
     caseIndent = indent(Keys::INDENT_CS_CASE_LABELS);
     caseContentIndent = indent(Keys::INDENT_CS_CASE_CONTENT);
     afterCaseLabel = text(Keys::WS_AFTER_CS_CASE_LABELS);

@@ -20,7 +20,7 @@ struct FormatterSettings : ExtensionSettings {
     explicit FormatterSettings(const PropertySet& scheme);
 
     const OptionalText& indentOfBody(bool isBraced) const {
-        return isBraced || !singleIndent.present ? statements.indent : singleIndent;
+        return isBraced ? statements.indent : firstPresent(singleIndent, statements.indent);
     }
 
     // Whether the scheme has anything to say about the lines that control statements are made of.
@@ -72,14 +72,14 @@ struct FormatterSettings : ExtensionSettings {
     OptionalText afterCaseLabel;
 
     int wrapMargin;  // 0 where no line is too long
-    bool alignsForClauses;
-    bool alignsDataNames;
-    bool alignsDataInitializers;
-    bool alignsFunctionNames;
-    bool alignsMemberNames;
-    bool alignsEnumInitializers;
-    bool keepsData;       // DATA_DO_NOT_FORMAT
-    bool keepsFunctions;  // FN_DO_NOT_FORMAT
+    Keyed<bool> alignsForClauses;
+    Keyed<bool> alignsDataNames;
+    Keyed<bool> alignsDataInitializers;
+    Keyed<bool> alignsFunctionNames;
+    Keyed<bool> alignsMemberNames;
+    Keyed<bool> alignsEnumInitializers;
+    Keyed<bool> keepsData;       // DATA_DO_NOT_FORMAT
+    Keyed<bool> keepsFunctions;  // FN_DO_NOT_FORMAT
 };
 
 }  // namespace Tessel

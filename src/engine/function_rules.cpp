@@ -61,7 +61,7 @@ bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
 }  // namespace
 
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
-    BaseColumnScope base(*this, formatFunctionHead(*declaration));
+    BaseColumnScope base(*this, formatFunctionHead(*declaration), declaration);
     // Old-style declarations in front of the body have lines of their own.
     const bool hasOldParameters = declaration->head() && declaration->head()->oldParameters();
     const OptionalText& beforeOpen = settings_.functions.beforeOpen;
@@ -69,7 +69,7 @@ void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
 }
 
 void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
-    BaseColumnScope base(*this, formatFunctionHead(*declaration));
+    BaseColumnScope base(*this, formatFunctionHead(*declaration), declaration);
     Cpp::InitializerListNode* initializers = declaration->initializers();
     if (initializers) formatInitializers(*initializers);
     formatBodyOf(*declaration,
@@ -79,12 +79,15 @@ void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
 // Without a setting of its own the ":" of the initializers is placed as an opening brace would be.
 void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
     const auto format = [&] {
-        pend(settings_.beforeInitializerList.present ? settings_.beforeInitializerList
-                                                     : settings_.functions.beforeOpen);
+        pend(settings_.beforeInitializerList.present || !settings_.functions.beforeOpen.present
+                 ? settings_.beforeInitializerList
+                 : settings_.functions.beforeOpen);
         list.accept(*this);
     };
-    const bool isKept = settings_.keepsOneLineInits && gapBefore(list).find('\n') == std::string_view::npos;
-    if (!isKept || !tryOnOneLine(list, format)) format();
+    const bool standsOnLine = gapBefore(list).find('\n') == std::string_view::npos;
+    if (log_) log_->measured(settings_.keepsOneLineInits.key, writer_.ahead(), standsOnLine);
+    const bool isKept = settings_.keepsOneLineInits && standsOnLine;
+    if (!isKept || !tryOnOneLine(list, settings_.keepsOneLineInits.key, format)) format();
 }
 
 // Not through the block's own visit, for the settings of functions count here.
@@ -98,8 +101,7 @@ void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const Option
 }
 
 void CppFormatter::visit(Cpp::InitializerListNode* list) {
-    OptionalText before;
-    if (const auto wanted = takePending()) before = {true, std::string(*wanted)};
+    const OptionalText before = asSetting(takePending());
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeInitializers);
     formatSeparatedList(*list, settings_.commas.initializers);
@@ -122,16 +124,17 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         if (!templateColumn) base = column;
         writer_.copyThrough(head->name()->end());
     }
-    BaseColumnScope scope(*this, base);
+    BaseColumnScope scope(*this, base, &declaration);
     if (head->parameters()) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         // A comment or directive on a line of its own stays there.
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
-        if (settings_.afterFunctionName.present && !startsLine) {
-            out().writeVerbatim(settings_.afterFunctionName.text);
-            writer_.write(strippedGap(settings_.afterFunctionName.text.empty() ? gap : trimLeft(gap)));
+        const WantedText afterName = settings_.afterFunctionName;
+        if (afterName.present && !startsLine) {
+            writer_.replace(leadingBlanks(gap), afterName);
+            writer_.write(strippedGap(afterName.text().empty() ? gap : trimLeft(gap)));
         } else {
-            writer_.write(gap);
+            writer_.writeMerged(gap, afterName.present ? kAsInInput : afterName);
         }
         formatParenList(*head->parameters());
     }
@@ -158,15 +161,19 @@ std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadN
         out().write(")");
         return rest.substr(1);
     }
-    if (!wanted.present || !startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    if (!wanted.present) {
+        writer_.leave(blanks, wanted);
+        return rest;
+    }
     out().write(")");
-    out().writeVerbatim(wanted.text);
+    writer_.replace(blanks, wanted);
     if (!tail.starts_with("->")) return tail;
     out().write("->");
     const std::string_view type = tail.substr(2);
     const OptionalText& apart = exprFormatter_.settings().afterOperator;
     if (!apart.present || isLineBreak(leadingBlanks(type))) return type;
-    out().writeVerbatim(apart.text);
+    writer_.replace(leadingBlanks(type), apart);
     return trimLeft(type);
 }
 
@@ -176,13 +183,13 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (!head.returnType()) {
         const int column = copyUpToConstruct(*head.name());
         if (!alignsName(declaration, {})) return column;
-        pad(columns_.functionNames.at(&declaration), {});
+        pad({}, nameAlignment(), columns_.functionNames.at(&declaration), {});
         return out().column() > 0 ? writer_.nextColumn() : column;
     }
     const int column = copyUpToConstruct(*head.returnType());
     const std::string_view type = writer_.readGap(head.name()->start());
     if (alignsName(declaration, type)) {
-        writeAlignedType(type, columns_.functionNames.at(&declaration));
+        writeAlignedType(type, nameAlignment(), columns_.functionNames.at(&declaration));
     } else {
         const std::string& words = head.returnType()->text();
         const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
@@ -193,10 +200,18 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const bool isSpecifier =
             settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(words);
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
-        const OptionalText& between = isKept ? kLineFeed : isSpecifier ? kBlank : staysOnLine ? kAsInInput : wanted;
+        const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
+        if (log_) log_->measured(breakKey, type, isLineBreak(trailingBlanks(type)));
+        const OptionalText decidedByBreak{true, isKept ? "\n" : " ", breakKey};
+        const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
     }
     return column;
+}
+
+// What puts the names of declarations into columns here.
+KeyId CppFormatter::nameAlignment() const {
+    return settings_.alignsFunctionNames ? settings_.alignsFunctionNames.key : settings_.alignsMemberNames.key;
 }
 
 bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const {
@@ -215,7 +230,7 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
     const int column = copyUpToConstruct(*declaration);
-    BaseColumnScope base(*this, templateColumn.value_or(column));
+    BaseColumnScope base(*this, templateColumn.value_or(column), declaration);
     if (declaration->returnType()) copyThrough(*declaration->returnType());
     if (declaration->name()) {
         writeDeclaratorOpening(writer_.readGap(declaration->name()->start()), *declaration);
@@ -238,7 +253,7 @@ void CppFormatter::writeDeclaratorOpening(std::string_view opening,
     const bool spacesType = wanted.present && !isNamed && declaration.returnType() && declarator.starts_with('(') &&
                             !TypeText(declaration.returnType()->text()).hasMarks();
     if (spacesType) {
-        out().writeVerbatim(wanted.text);
+        writer_.replace(leadingBlanks(opening), wanted);
         writer_.write(declarator);
     } else {
         writer_.write(opening);

@@ -4,11 +4,13 @@
 //
 // Line ends of the author's that no other white space takes the place of.
 #include <algorithm>
+#include <utility>
 
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
 #include "engine/kept_indent.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -24,7 +26,7 @@ std::string lineFeedsOf(std::string_view blanks) {
 
 // Whether the white space at the gap's end, for which the scheme wants something else, begins a line that is
 // kept.
-bool CppFormatter::keepsBreak(std::string_view gap, const OptionalText& wanted) const {
+bool CppFormatter::keepsBreak(std::string_view gap, const WantedText& wanted) const {
     return keepsLines() && !wanted.hasLineFeed() && isLineBreak(trailingBlanks(gap));
 }
 
@@ -36,9 +38,9 @@ OptionalText CppFormatter::keptBreak(std::string_view gap) {
     const int width = indentColumn();
     const int hanging = columnAfter(wrapIndent, width, out().tabSize());
     const int column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, hanging);
-    if (column == hanging || column < width) return {true, lineFeedsOf(trailingBlanks(gap)) + wrapIndent};
-    return {true,
-            lineFeedsOf(trailingBlanks(gap)) + indentToColumn(out(), column).substr(out().indent().size())};
+    const bool hangs = column == hanging || column < width;
+    const std::string indent = hangs ? wrapIndent : indentToColumn(out(), column).substr(out().indent().size());
+    return {true, lineFeedsOf(trailingBlanks(gap)) + indent, Keys::KEEP_LINE_BREAKS};
 }
 
 // The line that the piece of the source begins on, which is the one that is being written.
@@ -61,21 +63,25 @@ FirstLine CppFormatter::lineOf(std::string_view piece) {
 // The same for a gap that holds a separator, in front of it and behind it; lines stand at the indentation.
 void CppFormatter::keepBreaks(std::string_view gap, OptionalText& before, OptionalText& behind) {
     const bool leadsLine = isLineBreak(leadingBlanks(gap)) && trimLeft(gap).starts_with(',');
-    if (keepsLines() && leadsLine && !before.hasLineFeed()) before = hangsLines() ? kLineFeed : kAsInInput;
-    if (!keepsBreak(gap, behind)) return;
-    behind = hangsLines() ? OptionalText{true, lineFeedsOf(trailingBlanks(gap))} : kAsInInput;
+    const KeyId key = Keys::KEEP_LINE_BREAKS;
+    const auto kept = [&](std::string lineFeeds) {
+        return hangsLines() ? OptionalText{true, std::move(lineFeeds), key} : kAsInInput;
+    };
+    if (keepsLines() && leadsLine && !before.hasLineFeed()) before = kept("\n");
+    if (keepsBreak(gap, behind)) behind = kept(lineFeedsOf(trailingBlanks(gap)));
 }
 
 // The line end of a gap that is nothing but white space.
 void CppFormatter::writeKeptBreak(std::string_view gap) {
     if (!hangsLines()) return writer_.write(gap);
-    out().writeVerbatim(keptBreak(gap).text);
+    writer_.replace(gap, keptBreak(gap));
 }
 
 void CppFormatter::writeKeptBreakAt(std::string_view gap, int column) {
     if (!hangsLines()) return writer_.write(gap);
     column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, column);
     IndentScope indent(out(), indentToColumn(out(), column));
+    writer_.leave(gap, WantedText(gap, Keys::KEEP_LINE_BREAKS));
     out().write(lineFeedsOf(gap));
     out().startLine();
 }

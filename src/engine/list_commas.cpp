@@ -1,7 +1,5 @@
 #include "engine/list_commas.h"
 
-#include <string_view>
-
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
 
@@ -10,12 +8,8 @@ namespace Tessel {
 namespace {
 
 // The switches that line elements up have each begin a line.
-OptionalText behindComma(const PropertySet& scheme, std::string_view alignment, std::string_view key) {
-    return readSwitch(scheme, alignment) ? kLineFeed : readText(scheme, key);
-}
-
-OptionalText either(const OptionalText& first, const OptionalText& second) {
-    return first.present ? first : second;
+OptionalText behindComma(const PropertySet& scheme, KeyId alignment, KeyId key) {
+    return readSwitch(scheme, alignment) ? OptionalText{true, "\n", alignment} : readText(scheme, key);
 }
 
 }  // namespace
@@ -35,7 +29,7 @@ ListCommas::ListCommas(const PropertySet& scheme, const ExtensionSettings& exten
       elements{readText(scheme, Keys::WS_BEFORE_DD_COMMA), readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)},
       rowElements{elements.before, extensions.betweenRowElements},
       innerElements{kAsInInput, rowElements.behind},
-      declarators{either(extensions.beforeDeclaratorComma, elements.before),
-                  either(extensions.betweenDeclarators, elements.behind)} {}
+      declarators{firstPresent(extensions.beforeDeclaratorComma, elements.before),
+                  firstPresent(extensions.betweenDeclarators, elements.behind)} {}
 
 }  // namespace Tessel

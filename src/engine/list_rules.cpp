@@ -9,6 +9,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "scheme/property_keys.h"
 
 namespace Tessel {
 
@@ -58,7 +59,11 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
 void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
     for (const auto& child : list.children()) {
-        if (previous) writeListSeparator(writer_.readGap(child->start()), *previous, *child, commas);
+        if (previous) {
+            const std::string_view gap = writer_.readGap(child->start());
+            if (log_) logListBreak(gap, *list.children().front(), *child);
+            writeListSeparator(gap, *previous, *child, commas);
+        }
         ValueScope<FirstLine> ofLists(listLine_, {});
         child->accept(*this);
         previous = child.get();
@@ -77,7 +82,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     }
     const bool breaksLines = before.hasLineFeed() || between.hasLineFeed();
     const OptionalText* after = &between;
-    if (before.hasLineFeed()) before.text = asOutputStands(before.text);
+    if (before.hasLineFeed()) before.text = std::string(asOutputStands(before).text());
     if (!between.hasLineFeed()) {
         if (keepsLines() && isCommentAtLineEnd(next)) after = &kAsInInput;
         if (startsDirective) after = &kLineFeed;
@@ -116,15 +121,16 @@ void CppFormatter::startKeptLine(std::string_view gap) {
 }
 
 // A comma with blanks around it, as nearly every gap is.
-void CppFormatter::writeComma(std::string_view gap, const OptionalText& before, const OptionalText& after) {
+void CppFormatter::writeComma(std::string_view gap, const WantedText& before, const WantedText& after) {
     const std::string_view blanks = leadingBlanks(gap);
     if (before.present) {
-        out().writeVerbatim(before.text);
+        writer_.replace(blanks, before);
     } else if (!exprFormatter_.wrapsLines() || keepsLines() || !isLineBreak(blanks)) {
+        writer_.leave(blanks, before);
         out().write(blanks);
     }
     out().write(",");
-    out().writeVerbatim(after.text);
+    writer_.replace(trailingBlanks(gap), after);
 }
 
 // A list with its brackets. An empty one loses the white space between them when the scheme places any there.
@@ -135,6 +141,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
     if (list.size() == 0) {
         const std::string_view gap = writer_.readGap(list.end());
         if (afterOpen.present || beforeClose.present) {
+            writer_.leave(leadingBlanks(gap), kNothing);
             writer_.writeWithoutLeading(gap);
         } else {
             writer_.write(gap);
@@ -151,16 +158,14 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
 bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen) {
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
+    if (log_ && isLineBreak(gap)) exprFormatter_.logLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {
         writeKeptBreak(gap);
-    } else if (afterOpen.present) {
-        writer_.writeMerged(gap, afterOpen.text);
-    } else if (isJoined) {
-        writer_.writeMerged(gap, {});
     } else {
-        writer_.write(gap);
+        const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
+        writer_.writeMerged(gap, isJoined && !afterOpen.present ? joined : afterOpen);
     }
     return isKept;
 }
@@ -175,11 +180,7 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
     }
     // A ">>" that ends two lists is one token.
     const bool isInsideToken = closing.empty() && writer_.peek() == '>' && writer_.peekBehind() == '>';
-    if (beforeClose.present && !isInsideToken) {
-        writer_.writeMerged(closing, beforeClose.text);
-    } else {
-        writer_.write(closing);
-    }
+    writer_.writeMerged(closing, isInsideToken ? kAsInInput : beforeClose);
 }
 
 void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {

@@ -34,29 +34,28 @@ std::string_view CppFormatter::gapBefore(const Cpp::SyntaxNode& node) {
     return source_.text().substr(start, end - start);
 }
 
-bool CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
-    enum { Never, WhenEmpty, InClasses, Always };
-    switch (settings_.oneLineFunctions) {
-        case Never:
-            return false;
-        case WhenEmpty:
-            return body.size() == 0;
-        case InClasses:
-            return body.size() == 0 || inClassBody_;
-        default:
-            return true;
+// Of functions: what may have a body on one line.
+enum { Never, WhenEmpty, InClasses, Always };
+
+Keyed<bool> CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
+    const Keyed<int>& setting = settings_.oneLineFunctions;
+    switch (setting) {
+        case Never: return {false, setting.key};
+        case WhenEmpty: return {body.size() == 0, setting.key};
+        case InClasses: return {body.size() == 0 || inClassBody_, setting.key};
+        default: return {true, setting.key};
     }
 }
 
 // Of several parts: `if (a) b(); else c();`.
-bool CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
+const Keyed<bool>& CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& statement) const {
     const auto isUnbraced = [](const auto& child) {
         const auto* part = Cpp::as<Cpp::CtrlSubStmtNode>(child.get());
         return part && part->body() && !part->body()->hasBrackets();
     };
     const bool isAnyUnbraced = std::any_of(statement.childBegin(), statement.childEnd(), isUnbraced);
-    return statement.size() > 1 &&
-           (isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks);
+    if (statement.size() < 2) return kNeverKept;
+    return isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks;
 }
 
 }  // namespace Tessel

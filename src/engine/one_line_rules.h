@@ -33,7 +33,7 @@ struct CppFormatter::Place {
     }
 
     std::size_t offset;
-    std::vector<std::string_view> pending;
+    std::vector<WantedText> pending;
     std::optional<int> templateColumn;
     const Cpp::SyntaxNode* previousSibling;
     const Cpp::SyntaxNode* lastClosedClass;
@@ -57,7 +57,7 @@ private:
 // Where the node stands on one line, `format` writes it, and what it finds in front, without line ends. Says
 // whether it did; nothing has been written otherwise.
 template <typename Format>
-bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& format) {
+bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format) {
     if (node.start().line != node.end().line) return false;
     if (isOnOneLine_) {
         format();
@@ -70,6 +70,8 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& forma
         SourceWriter::OutputScope scratch(writer_, line);
         ValueScope<bool> oneLine(isOnOneLine_, true);
         OneLineSettingsScope settings(*this);
+        LogScope log(*this);
+        log.setOneLine(keptBy);
         format();
     }
     const int end = line.column() + widthBehind();
@@ -85,8 +87,9 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, const Format& forma
 
 // Formats a body with `ahead`, which may ask for line ends, in front of it.
 template <typename Format>
-void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, bool isKept,
+void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
                               const Format& format) {
+    if (log_) logOneLine(body, isKept.key);
     const std::string_view gap = isKept ? gapBefore(body) : std::string_view();
     if (isKept && isAllWhitespace(gap)) {
         const char first = writer_.peek(gap.size());
@@ -96,11 +99,11 @@ void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahea
                 if (!isEmptyStatement) pend(ahead);
                 format();
             };
-            if (tryOnOneLine(body, formatWithGap)) return;
+            if (tryOnOneLine(body, isKept.key, formatWithGap)) return;
         } else if (first == '{') {
             pend(ahead);
             applyPendingWhitespace(body);
-            if (!tryOnOneLine(body, format)) format();
+            if (!tryOnOneLine(body, isKept.key, format)) format();
             return;
         }
     }

@@ -1,6 +1,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <utility>
+
+#include "scheme/key_id.h"
 
 namespace Tessel {
 
@@ -9,6 +13,7 @@ namespace Tessel {
 struct OptionalText {
     bool present = false;
     std::string text;
+    KeyId key = {};  // that it has been read from; none for texts that are not the scheme's
 
     bool hasLineFeed() const { return present && text.find('\n') != std::string::npos; }
 };
@@ -17,5 +22,52 @@ inline const OptionalText kAsInInput;
 inline const OptionalText kNothing{true, ""};
 inline const OptionalText kBlank{true, " "};
 inline const OptionalText kLineFeed{true, "\n"};
+
+// A switch or a number of the scheme, with its key.
+template <typename Value>
+struct Keyed {
+    Value value{};
+    KeyId key = {};
+
+    operator const Value&() const { return value; }
+};
+
+inline const Keyed<bool> kNeverKept;
+
+// What is wanted in place of the white space in a gap: a setting, or what has become of one. A view.
+class WantedText {
+public:
+    WantedText() = default;
+    WantedText(const OptionalText& setting) : text_(setting.text), key(setting.key), present(setting.present) {}
+    WantedText(std::string_view wanted, KeyId decidedBy) : text_(wanted), key(decidedBy), present(true) {}
+    // Wanted whatever the scheme says.
+    explicit WantedText(std::string_view needed) : WantedText(needed, KeyId()) {}
+
+    std::string_view text() const { return text_; }
+    bool hasLineFeed() const { return present && text_.find('\n') != std::string_view::npos; }
+    // Another text by the same key.
+    WantedText with(std::string_view other) const {
+        WantedText result = *this;
+        result.text_ = other;
+        return result;
+    }
+
+private:
+    std::string_view text_;
+
+public:
+    KeyId key;
+    bool present = false;
+    bool isOnOneLine = false;  // in the source the construct around the gap is, for which other keys may count
+};
+
+inline OptionalText asSetting(const WantedText& wanted) {
+    return {wanted.present, std::string(wanted.text()), wanted.key};
+}
+
+// The first where neither is.
+inline const OptionalText& firstPresent(const OptionalText& first, const OptionalText& second) {
+    return first.present || !second.present ? first : second;
+}
 
 }  // namespace Tessel

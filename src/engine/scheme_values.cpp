@@ -28,36 +28,37 @@ void setWhenMissing(PropertySet& scheme, std::string_view key, std::string_view 
 
 }  // namespace
 
-OptionalText readText(const PropertySet& scheme, std::string_view key) {
+OptionalText readText(const PropertySet& scheme, KeyId key) {
     OptionalText value;
-    value.present = scheme.getString(key, value.text);
+    value.key = key;
+    value.present = scheme.getString(key.name(), value.text);
     return value;
 }
 
-OptionalText readIndent(const PropertySet& scheme, std::string_view key) {
+OptionalText readIndent(const PropertySet& scheme, KeyId key) {
     OptionalText value = readText(scheme, key);
     value.text.erase(0, value.text.rfind('\n') + 1);
     return value;
 }
 
-bool readSwitch(const PropertySet& scheme, std::string_view key) {
-    bool value = false;
-    scheme.getBool(key, value);
+Keyed<bool> readSwitch(const PropertySet& scheme, KeyId key) {
+    Keyed<bool> value{false, key};
+    scheme.getBool(key.name(), value.value);
     return value;
 }
 
-int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent) {
-    int value = whenAbsent;
-    scheme.getInt(key, value);
+Keyed<int> readInt(const PropertySet& scheme, KeyId key, int whenAbsent) {
+    Keyed<int> value{whenAbsent, key};
+    scheme.getInt(key.name(), value.value);
     return value;
 }
 
 int readTabSize(const PropertySet& scheme) {
-    return std::clamp(readInt(scheme, Keys::TAB_SIZE, 1), 0, kWidestTab);
+    return std::clamp(readInt(scheme, Keys::TAB_SIZE, 1).value, 0, kWidestTab);
 }
 
 int readWrapMargin(const PropertySet& scheme) {
-    return readSwitch(scheme, Keys::LINE_WRAP) ? std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0) : 0;
+    return readSwitch(scheme, Keys::LINE_WRAP) ? std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0).value, 0) : 0;
 }
 
 int readTabMode(const PropertySet& scheme) {
@@ -66,7 +67,7 @@ int readTabMode(const PropertySet& scheme) {
 }
 
 int readRightMargin(const PropertySet& scheme) {
-    const int margin = readSwitch(scheme, Keys::LINE_WRAP) ? readInt(scheme, Keys::RIGHT_MARGIN, 0) : 0;
+    const int margin = readSwitch(scheme, Keys::LINE_WRAP) ? readInt(scheme, Keys::RIGHT_MARGIN, 0).value : 0;
     return margin > 0 ? margin : std::numeric_limits<int>::max();
 }
 

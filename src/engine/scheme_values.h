@@ -1,19 +1,17 @@
 #pragma once
 
-#include <string_view>
-
 #include "engine/optional_text.h"
 #include "scheme/property_set.h"
 
 // Reading a scheme's values into the settings of a pass.
 namespace Tessel {
 
-OptionalText readText(const PropertySet& scheme, std::string_view key);
+OptionalText readText(const PropertySet& scheme, KeyId key);
 // Indentation. It stands in front of every line, those of comments too: of a text with line feeds the last line.
-OptionalText readIndent(const PropertySet& scheme, std::string_view key);
+OptionalText readIndent(const PropertySet& scheme, KeyId key);
 // False when the key is absent.
-bool readSwitch(const PropertySet& scheme, std::string_view key);
-int readInt(const PropertySet& scheme, std::string_view key, int whenAbsent);
+Keyed<bool> readSwitch(const PropertySet& scheme, KeyId key);
+Keyed<int> readInt(const PropertySet& scheme, KeyId key, int whenAbsent);
 // TAB_SIZE; never negative.
 int readTabSize(const PropertySet& scheme);
 // The columns that a line may have; 0 where none is too long.

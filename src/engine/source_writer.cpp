@@ -10,6 +10,7 @@
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/source_copy.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -25,8 +26,8 @@ bool isContinued(char last, char first) {
 }  // namespace
 
 SourceWriter::SourceWriter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque,
-                           Zelmor::OIndentBuf& out, CppExprFormatterBase& trivia)
-    : text_(source.text()), in_(source), out_(&out), opaque_(opaque), trivia_(trivia) {}
+                           Zelmor::OIndentBuf& out, CppExprFormatterBase& trivia, LayoutLog* log)
+    : text_(source.text()), in_(source), out_(&out), opaque_(opaque), trivia_(trivia), log_(log) {}
 
 std::string_view SourceWriter::readGap(Trn::Position start) { return Tessel::readGap(in_, start); }
 
@@ -105,6 +106,7 @@ void SourceWriter::write(std::string_view piece) {
 // A text without opaque tokens. Where lines are kept, a line that goes on with what stands on the one in front of it
 // stays as far behind that as it is.
 void SourceWriter::writeText(std::string_view text) {
+    if (log_) log_->copied(text);
     const bool movesLines = trivia_.keepsLines() && !out_->keepLeadingSpace();
     for (std::size_t start = 0; movesLines && text.size() > 1;) {
         const std::size_t lineFeed = text.find('\n', start);
@@ -164,12 +166,12 @@ bool SourceWriter::wouldJoin(std::string_view gap) const {
 
 // What is written in place of `whitespace`, the start or the end of a gap: a line end, if what stands in
 // front of it would go on behind any other white space.
-std::string_view SourceWriter::asLastNeeds(std::string_view gap, std::string_view whitespace,
-                                           std::string_view wanted) const {
-    if (gap.empty() || wanted.find('\n') != std::string_view::npos) return wanted;
+WantedText SourceWriter::asLastNeeds(std::string_view gap, std::string_view whitespace,
+                                     const WantedText& wanted) const {
+    if (gap.empty() || wanted.hasLineFeed()) return wanted;
     const bool keepsAnyLineEnd = offsetOf(gap) == lineEndPlace_;
     if ((keepsAnyLineEnd ? gap : whitespace).find('\n') == std::string_view::npos) return wanted;
-    return keepsAnyLineEnd || isInDirective(offsetOf(whitespace)) ? "\n" : wanted;
+    return keepsAnyLineEnd || isInDirective(offsetOf(whitespace)) ? kLineFeed : wanted;
 }
 
 std::string_view SourceWriter::writeDirectiveEnd(std::string_view gap) {
@@ -214,12 +216,11 @@ bool SourceWriter::isBeforeDirective() const {
 
 // What is written in place of a gap of white space: two tokens stay apart, and nothing stands in front of a line end
 // that a directive needs.
-std::string_view SourceWriter::asNextNeeds(std::string_view gap, std::string_view wanted) const {
-    if (wanted.empty() && !gap.empty() && wouldJoin(gap)) return " ";
-    const bool losesLineEnd =
-        gap.find('\n') != std::string_view::npos && wanted.find('\n') == std::string_view::npos;
+WantedText SourceWriter::asNextNeeds(std::string_view gap, const WantedText& wanted) const {
+    if (wanted.text().empty() && !gap.empty() && wouldJoin(gap)) return kBlank;
+    const bool losesLineEnd = gap.find('\n') != std::string_view::npos && !wanted.hasLineFeed();
     if (!losesLineEnd || !isBeforeDirective()) return wanted;
-    return out_->lineHasText() ? "\n" : "";
+    return out_->lineHasText() ? kLineFeed : kNothing;
 }
 
 // Where the gap, whose white space has been replaced, ends at a directive that keeps its place: the white space in
@@ -237,30 +238,52 @@ bool SourceWriter::followsJoinedLiteral() const {
     return (last == '"' || last == '\'') && !isWhitespace(next) && Cpp::wouldJoin({&last, 1}, {&next, 1});
 }
 
-void SourceWriter::writeMerged(std::string_view gap, std::string_view wanted) {
-    if (followsJoinedLiteral()) return write(gap);
-    if (trivia_.keepsColumns() && wanted == " " && isColumnGap(trailingBlanks(gap))) wanted = trailingBlanks(gap);
-    wanted = asLastNeeds(gap, trailingBlanks(gap), wanted);
+void SourceWriter::leave(std::string_view whitespace, const WantedText& wanted) {
+    if (log_) log_->left(whitespace, wanted);
+}
+
+void SourceWriter::replace(std::string_view whitespace, const WantedText& wanted) {
+    if (log_) log_->decided(whitespace, wanted);
+    out_->writeVerbatim(wanted.present ? wanted.text() : whitespace);
+}
+
+void SourceWriter::writeMerged(std::string_view gap, WantedText wanted) {
+    if (!wanted.present && !log_) return write(gap);
+    const std::string_view blanks = trailingBlanks(gap);
+    if (!wanted.present || followsJoinedLiteral()) {
+        write(gap);
+        leave(blanks, wanted.present ? kAsInInput : wanted);
+        return;
+    }
+    if (trivia_.keepsColumns() && wanted.text() == " " && isColumnGap(blanks)) {
+        wanted = WantedText(blanks, Keys::KEEP_COLUMNS);
+    }
+    wanted = asLastNeeds(gap, blanks, wanted);
     if (isAllWhitespace(gap)) {
-        out_->writeVerbatim(asNextNeeds(gap, wanted));
+        replace(gap, asNextNeeds(gap, wanted));
         keepDirectivePlace(gap);
         return;
     }
-    const MergedGap merged = mergedGap(gap, wanted);
+    const MergedGap merged = mergedGap(gap, wanted.text());
     write(merged.kept);
-    out_->writeVerbatim(merged.added);
+    replace(blanks, wanted.with(merged.added));
 }
 
-void SourceWriter::writePrepended(std::string_view gap, std::string_view wanted) {
-    wanted = asLastNeeds(gap, leadingBlanks(gap), wanted);
+void SourceWriter::writePrepended(std::string_view gap, const WantedText& wanted) {
+    leave(leadingBlanks(gap), wanted);
+    putPrepended(gap, wanted);
+}
+
+void SourceWriter::putPrepended(std::string_view gap, const WantedText& asked) {
+    const WantedText wanted = asLastNeeds(gap, leadingBlanks(gap), asked);
     if (isAllWhitespace(gap)) {
-        out_->write(asNextNeeds(gap, wanted));
+        out_->write(asNextNeeds(gap, wanted).text());
         keepDirectivePlace(gap);
         return;
     }
     const PrependedGap prepended = prependedGap(gap);
     write(prepended.ahead);
-    out_->write(wanted);
+    out_->write(wanted.text());
     write(prepended.behind);
 }
 

@@ -5,6 +5,8 @@
 
 #include "cpp/opaque_tokens.h"
 #include "engine/cpp_expr_formatter_base.h"
+#include "engine/layout_log.h"
+#include "engine/optional_text.h"
 #include "textstream/itext_doc_stream.h"
 #include "textstream/oindent_stream.h"
 
@@ -18,9 +20,9 @@ namespace Tessel {
 // tokens that nothing would hold apart any more stay apart by a blank.
 class SourceWriter {
 public:
-    // All are borrowed; `opaque` are the opaque tokens of `source`.
+    // All are borrowed; the log may be null; `opaque` are the opaque tokens of `source`.
     SourceWriter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, Zelmor::OIndentBuf& out,
-                 CppExprFormatterBase& trivia);
+                 CppExprFormatterBase& trivia, LayoutLog* log);
 
     Zelmor::ITextDocStream& in() { return in_; }
     Zelmor::OIndentBuf& out() { return *out_; }
@@ -46,11 +48,16 @@ public:
     // A piece of which nothing changes but the white space at the start of its lines.
     void writeProtected(std::string_view piece);
 
-    // The gap's trailing white space becomes `wanted`.
-    void writeMerged(std::string_view gap, std::string_view wanted);
-    // Its leading white space does.
-    void writePrepended(std::string_view gap, std::string_view wanted);
-    void writeWithoutLeading(std::string_view gap) { writePrepended(gap, {}); }
+    // The gap's trailing white space becomes what is wanted; it stays where that is absent.
+    void writeMerged(std::string_view gap, WantedText wanted);
+    // Its leading white space does, which it has to.
+    void writePrepended(std::string_view gap, const WantedText& wanted);
+    // What is to stand in place of the leading white space has been written.
+    void writeWithoutLeading(std::string_view gap) { putPrepended(gap, WantedText(std::string_view())); }
+    // White space that has been read, and nothing else: what is wanted in its place.
+    void replace(std::string_view whitespace, const WantedText& wanted);
+    // White space that others write: what was looked up for it.
+    void leave(std::string_view whitespace, const WantedText& wanted);
     // The start of a gap up to the line end of a directive, where there are only comments in front of that.
     // Returns the rest.
     std::string_view writeDirectiveEnd(std::string_view gap);
@@ -105,11 +112,11 @@ private:
     }
     Cpp::OpaqueTokens::const_iterator firstOpaque(std::size_t offset) const;
     bool wouldJoin(std::string_view gap) const;
-    std::string_view asLastNeeds(std::string_view gap, std::string_view whitespace,
-                                 std::string_view wanted) const;
+    WantedText asLastNeeds(std::string_view gap, std::string_view whitespace, const WantedText& wanted) const;
     bool isInDirective(std::size_t place) const;
     bool isBeforeDirective() const;
-    std::string_view asNextNeeds(std::string_view gap, std::string_view wanted) const;
+    WantedText asNextNeeds(std::string_view gap, const WantedText& wanted) const;
+    void putPrepended(std::string_view gap, const WantedText& wanted);
     void keepDirectivePlace(std::string_view gap);
     void writeText(std::string_view text);
     void writeProtectedLine(std::string_view line);
@@ -123,6 +130,7 @@ private:
     mutable std::size_t opaquePlace_ = 0;  // where the search for the next opaque token begins
     std::size_t lineEndPlace_ = std::string_view::npos;  // where the gap begins that has to keep a line end
     CppExprFormatterBase& trivia_;
+    LayoutLog* log_;
 };
 
 }  // namespace Tessel

@@ -13,6 +13,7 @@
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
 #include "engine/one_line_rules.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -86,16 +87,17 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     if (statement->size() == 0) return;
     int base = baseColumn();
     if (followsTryBlock(previousSibling_, *statement) && settings_.betweenControlParts.present) {
-        writer_.writeMerged(writer_.readGap(statement->start()), settings_.betweenControlParts.text);
+        writer_.writeMerged(writer_.readGap(statement->start()), settings_.betweenControlParts);
         base = writer_.nextColumn();
     } else if (chainingElseIf_) {
         writeElseIfGap(writer_.readGap(statement->start()));
     } else {
         base = copyUpToConstruct(*statement);
     }
-    BaseColumnScope scope(*this, base);
+    BaseColumnScope scope(*this, base, chainingElseIf_ ? nullptr : statement);
     const auto format = [&] { formatParts(*statement); };
-    if (!keepsStatement(*statement) || !tryOnOneLine(*statement, format)) format();
+    const Keyed<bool>& kept = keepsStatement(*statement);
+    if (!kept || !tryOnOneLine(*statement, kept.key, format)) format();
 }
 
 // What stands between the parts of a statement.
@@ -103,9 +105,11 @@ OptionalText CppFormatter::betweenParts(const Cpp::CtrlStmtNode& statement) cons
     const Cpp::CtrlSubStmtNode* first = firstPart(statement);
     const bool isUnbraced = first && first->body() && !first->body()->hasBrackets();
     const bool endsWithWhile = keywordOf(first) == Cpp::KeywordDo && !isUnbraced;
-    if (endsWithWhile && settings_.beforeDoWhile.present) return settings_.beforeDoWhile;
-    const bool breaksLine = settings_.betweenControlParts.present && isUnbraced && !isOnOneLine_;
-    return breaksLine ? kLineFeed : settings_.betweenControlParts;
+    const OptionalText& between = settings_.betweenControlParts;
+    if (endsWithWhile && (settings_.beforeDoWhile.present || !between.present)) return settings_.beforeDoWhile;
+    const bool breaksLine = between.present && isUnbraced && !isOnOneLine_;
+    if (!between.present && isUnbraced) return kAsInInput;
+    return breaksLine ? OptionalText{true, "\n", between.key} : between;
 }
 
 void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
@@ -114,8 +118,12 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
     const Cpp::SyntaxNode* previous = nullptr;
     for (auto place = statement.childBegin(); place != statement.childEnd(); ++place) {
         const auto& child = *place;
-        if (previous && between.present && !isTrivia(*child) && !isTrivia(*previous)) {
-            writer_.writeMerged(writer_.readGap(child->start()), between.text);
+        if (previous && (between.present || log_) && !isTrivia(*child) && !isTrivia(*previous)) {
+            if (between.present) {
+                writer_.writeMerged(writer_.readGap(child->start()), between);
+            } else {
+                leaveBefore(*child, between);
+            }
         }
         joinsNextPart_ = joinsParts && place + 1 != statement.childEnd();
         child->accept(*this);
@@ -127,15 +135,16 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
 void CppFormatter::writeElseIfGap(std::string_view gap) {
     if (!settings_.laysOutStatements()) return writer_.write(gap);
     if (isAllWhitespace(gap)) {
-        out().write(" ");
+        writer_.leave(gap, kBlank);
+        out().write(kBlank.text);
         return;
     }
     if (startsWithLineEndToken(gap)) {
-        writer_.writeMerged(gap, " ");
+        writer_.writeMerged(gap, kBlank);
         return;
     }
-    out().write(" ");
-    writer_.writeMerged(trimLeft(gap), " ");
+    out().write(kBlank.text);
+    writer_.writeMerged(trimLeft(gap), kBlank);
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
@@ -157,13 +166,13 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     const OptionalText& indent = indentOfBody(keywordOf(part), hasBraces);
     const bool isGovernedBelow = keywordOf(part) == Cpp::Identifier && part->head()->end().line < body->start().line;
     const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
-    const bool isKept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
+    const Keyed<bool>& kept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
     // if (a) { b(); } else {   is neither on one line nor in lines
     // for (;;) if (a) b();    hides what governs what
     const bool isNested = !hasBraces && body->size() == 1 && keywordOf(part) != Cpp::KeywordElse &&
                           Cpp::as<Cpp::CtrlStmtNode>(body->childBegin()->get());
-    const bool mayStay = part->head() && isKept && !isNested && !(hasBraces && joinsNextPart);
-    formatBody(*body, part->head() ? ahead : kAsInInput, mayStay,
+    const bool mayStay = part->head() && !isNested && !(hasBraces && joinsNextPart);
+    formatBody(*body, part->head() ? ahead : kAsInInput, mayStay ? kept : kNeverKept,
                [&] { formatBlock(*body, braces, indent); });
 }
 
@@ -171,7 +180,7 @@ const OptionalText& CppFormatter::indentOfBody(int keyword, bool hasBraces) cons
     if (keyword == Cpp::KeywordSwitch) return settings_.caseContentIndent;
     const OptionalText& indent = settings_.indentOfBody(hasBraces);
     // By its place alone a statement shows that the macro in the line before governs it.
-    static const OptionalText leastIndent{true, " "};
+    static const OptionalText leastIndent{true, " ", {}};
     return keyword == Cpp::Identifier && !hasBraces && indent.text.empty() ? leastIndent : indent;
 }
 
@@ -182,9 +191,9 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
         const bool isMacro = head->keyword() && head->keyword()->keyword() == Cpp::Identifier;
         if (settings_.afterControlKeyword.present && !isMacro) {
             const std::string_view kept = startsWithLineEndToken(gap) || isAllWhitespace(gap) ? gap : trimLeft(gap);
-            writer_.writeMerged(kept, settings_.afterControlKeyword.text);
+            writer_.writeMerged(kept, settings_.afterControlKeyword);
         } else {
-            writer_.write(gap);
+            writer_.writeMerged(gap, isMacro ? kAsInInput : settings_.afterControlKeyword);
         }
         writer_.copyThrough(head->condition()->start());
         const Position end = head->condition()->end();
@@ -197,7 +206,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
 
 // What stands between the parentheses, and the ")". Further lines start in the column behind the "(".
 void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword) {
-    std::string_view closing;
+    WantedText closing;
+    const std::string_view blanks = trailingBlanks(inside);
     {
         const bool movesLines = settings_.laysOutStatements();
         IndentScope indent(out(), movesLines ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
@@ -205,15 +215,17 @@ void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprN
         const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present &&
                                     condition.bodies().empty();
         const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
+        if (log_ && keyword == Cpp::KeywordFor && !settings_.betweenForClauses.present) logForClauses(inside);
         closing = ends.areTwo() ? writeForClauses(inside, ends.first, ends.last)
                                 : writeCondition(inside, keyword, condition.bodies());
     }
-    out().writeVerbatim(closing);
+    writer_.leave(blanks, closing);
+    out().writeVerbatim(closing.text());
     writer_.copyThrough(condition.end());
 }
 
-// Returns the white space that is to follow in front of the ")".
-std::string_view CppFormatter::writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies) {
+// Returns the white space that is to follow in front of the ")"; absent where it has been written.
+WantedText CppFormatter::writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies) {
     const OptionalText& afterOpen = settings_.afterControlOpenParen;
     const OptionalText& beforeClose = settings_.beforeControlCloseParen;
     if (const std::string_view blanks = leadingBlanks(inside); keepsBreak(blanks, afterOpen)) {
@@ -221,8 +233,10 @@ std::string_view CppFormatter::writeCondition(std::string_view inside, int keywo
         writeKeptBreakAt(blanks, columnAfter(wrapIndent, baseColumn(), out().tabSize()));
         inside.remove_prefix(blanks.size());
     } else if (afterOpen.present && !startsWithLineEndToken(inside)) {
-        out().writeVerbatim(afterOpen.text);
+        writer_.replace(leadingBlanks(inside), afterOpen);
         inside = trimLeft(inside);
+    } else if (!afterOpen.present) {
+        writer_.leave(leadingBlanks(inside), afterOpen);
     }
     const std::string_view condition = beforeClose.present ? trimRight(inside) : inside;
     const std::string_view closing = inside.substr(condition.size());
@@ -231,14 +245,13 @@ std::string_view CppFormatter::writeCondition(std::string_view inside, int keywo
     } else {
         writeExpression(condition, bodies, HangingLines::Text::List);
     }
-    if (!beforeClose.present) return {};
-    if (keepsBreak(closing, beforeClose)) return kLineFeed.text;
-    return endsWithLineEndToken(condition) ? closing.substr(0, closing.find('\n') + 1)
-                                           : std::string_view(beforeClose.text);
+    if (!beforeClose.present) return beforeClose;
+    if (keepsBreak(closing, beforeClose)) return WantedText(kLineFeed.text, Keys::KEEP_LINE_BREAKS);
+    return endsWithLineEndToken(condition) ? WantedText(closing.substr(0, closing.find('\n') + 1)) : beforeClose;
 }
 
 // The clauses end at the first and at the last ";". Returns what writeCondition does.
-std::string_view CppFormatter::writeForClauses(std::string_view inside, std::size_t first, std::size_t last) {
+WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t first, std::size_t last) {
     const std::string_view clauses[] = {inside.substr(0, first + 1), inside.substr(first + 1, last - first),
                                         inside.substr(last + 1)};
     const auto write = [&](std::string_view clause) {
@@ -246,6 +259,7 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
         const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
         writeRendered(exprFormatter_.formatDeclarationText(text, state(), kAsInInput));
     };
+    writer_.leave(leadingBlanks(inside), settings_.afterControlOpenParen);
     out().writeVerbatim(settings_.afterControlOpenParen.text);
     const bool hangsUnderFirst = settings_.alignsForClauses || hangsLines();
     IndentScope indent(out(), hangsUnderFirst ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
@@ -255,28 +269,29 @@ std::string_view CppFormatter::writeForClauses(std::string_view inside, std::siz
             writer_.write(comment);
             clause.remove_prefix(comment.size());
             if (trimLeft(clause).empty()) continue;
-            out().writeVerbatim(kLineFeed.text);
+            writer_.replace(leadingBlanks(clause), kLineFeed);
             write(clause);
             continue;
         }
         if (trimLeft(clause).empty()) continue;
         const bool isEmpty = trim(clause) == ";" && settings_.betweenEmptyForClauses.present;
         const OptionalText& between = isEmpty ? settings_.betweenEmptyForClauses : settings_.betweenForClauses;
-        const bool isKept = keepsBreak(leadingBlanks(clause), between);
-        out().writeVerbatim(asOutputStands(isKept ? kLineFeed.text : between.text));
+        const std::string_view blanks = leadingBlanks(clause);
+        const WantedText kept(kLineFeed.text, Keys::KEEP_LINE_BREAKS);
+        writer_.replace(blanks, asOutputStands(keepsBreak(blanks, between) ? kept : between));
         write(clause);
     }
-    return asOutputStands(settings_.beforeControlCloseParen.text);
+    return asOutputStands(settings_.beforeControlCloseParen);
 }
 
 // Labels are indented from the column of their switch.
 void CppFormatter::visit(Cpp::CaseNode* label) {
-    LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
-    IndentScope indent(out(), labelIndent(settings_.caseIndent));
+    LabelScope scope(*this, *label, settings_.caseIndent, labelIndent(settings_.caseIndent));
     const std::string_view gap = writer_.readGap(label->start());
     const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
     if (followsText && settings_.afterCaseLabel.hasLineFeed()) {
-        writer_.writeMerged(gap, settings_.keepsOneLineStatements ? " " : "\n");
+        const KeyId key = settings_.keepsOneLineStatements ? settings_.keepsOneLineStatements.key : settings_.afterCaseLabel.key;
+        writer_.writeMerged(gap, WantedText(settings_.keepsOneLineStatements ? " " : "\n", key));
     } else {
         writer_.write(gap);
     }
@@ -289,7 +304,7 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
 // }
 void CppFormatter::formatCaseBlock(Cpp::BlockNode& block) {
     const std::string labelIndentation = labelIndent(settings_.caseIndent);
-    BaseColumnScope base(*this, columnAfter(labelIndentation, 0, out().tabSize()));
+    BaseColumnScope base(*this, columnAfter(labelIndentation, 0, out().tabSize()), &block);
     LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
     IndentScope indent(out(), labelIndentation);
     formatBody(block, settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
@@ -317,20 +332,26 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
         const bool placesItself =
             settings_.global.beforeOpen.present && Cpp::as<Cpp::BlockNode>(next->get());
         const auto format = [&] {
-            if (!placesItself) writer_.writeMerged(writer_.readGap((*next)->start()), " ");
+            const WantedText blank(kBlank.text, settings_.keepsOneLineStatements.key);
+            if (!placesItself) writer_.writeMerged(writer_.readGap((*next)->start()), blank);
             (*next)->accept(*this);
         };
         // Where statements have a line each, only a single one stays behind its label.
         const bool isSingle = next + 1 == end || (*(next + 1))->start().line != line || isTrivia(**(next + 1));
         const bool staysOnLine = isSingle || !settings_.betweenStatements.hasLineFeed();
-        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, format)) return next;
+        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, settings_.keepsOneLineStatements.key, format)) return next;
     }
-    if (!settings_.afterCaseLabel.present) return label;
+    if (!settings_.afterCaseLabel.present) {
+        if (next != end) leaveBefore(**next, settings_.afterCaseLabel);
+        return label;
+    }
     if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;
-    out().writeVerbatim(asOutputStands(settings_.afterCaseLabel.text));
     if (next != end) {
-        writer_.writeWithoutLeading(writer_.readGap((*next)->start()));
+        const std::string_view gap = writer_.readGap((*next)->start());
+        writer_.replace(leadingBlanks(gap), asOutputStands(settings_.afterCaseLabel));
+        writer_.writeWithoutLeading(gap);
     } else {
+        writer_.replace(leadingBlanks(writer_.ahead()), asOutputStands(settings_.afterCaseLabel));
         writer_.skipBlanks();
     }
     return label;

@@ -5,6 +5,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -19,7 +20,7 @@ void CppFormatter::visit(Cpp::TemplateNode* header) {
     if (header->parameters()) formatTemplateParameters(*header->parameters());
     copyThrough(*header);
     const bool isKept = keepsBreak(leadingBlanks(writer_.ahead()), settings_.afterTemplateClose);
-    pend(isKept ? kLineFeed : settings_.afterTemplateClose);
+    pend(isKept ? WantedText(kLineFeed.text, Keys::KEEP_LINE_BREAKS) : settings_.afterTemplateClose);
 }
 
 void CppFormatter::formatTemplateParameters(Cpp::ParameterListNode& list) {

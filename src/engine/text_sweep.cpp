@@ -5,6 +5,7 @@
 #include "engine/directive_ahead.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -30,8 +31,7 @@ std::string_view TextSweep::gap() const {
 
 std::string_view TextSweep::takeGap() {
     const std::string_view taken = gap();
-    if (isLineBreak(taken)) isInDirective_ = false;
-    written_ += taken.size();
+    take(taken);
     return taken;
 }
 
@@ -41,19 +41,31 @@ bool TextSweep::joinsTokens() const {
     return Cpp::wouldJoin(textOf(tokens_[place_ - 1].token), currentText());
 }
 
-void TextSweep::writeGapWith(std::string_view wanted) {
-    const bool needsLineEnd = isLineBreak(gap()) && (isInDirective_ || isBeforeDirective());
-    if (needsLineEnd && wanted.find('\n') == std::string_view::npos) wanted = "\n";
-    const std::string_view whole = takeGap();
+void TextSweep::leave(std::string_view gap, const WantedText& wanted) {
+    if (log_) log_->left(trailingBlanks(gap), wanted);
+}
+
+void TextSweep::copyGap(const WantedText& absent) {
+    const std::string_view copied = gap();
+    writeGap();
+    leave(copied, absent);
+}
+
+void TextSweep::replaceGap(WantedText wanted) {
+    const std::string_view whole = gap();
+    const bool losesLineEnd = !wanted.hasLineFeed() && isLineBreak(whole);
+    if (losesLineEnd && (isInDirective_ || isBeforeDirective())) wanted = kLineFeed;
+    take(whole);
     const std::string_view kept = trimRight(whole);
-    if (wanted.empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = " ";
-    if (keepsColumns_ && wanted == " " && isColumnGap(whole)) wanted = whole;
+    if (wanted.text().empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = kBlank;
+    if (keepsColumns_ && wanted.text() == " " && isColumnGap(whole)) wanted = WantedText(whole, Keys::KEEP_COLUMNS);
     out_.write(kept);
     if (endedLine_ && kept.empty()) {
-        const std::size_t lineFeed = wanted.find('\n');
-        wanted = lineFeed == std::string_view::npos ? std::string_view() : wanted.substr(lineFeed + 1);
+        const std::size_t lineFeed = wanted.text().find('\n');
+        wanted = wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text().substr(lineFeed + 1));
     }
-    out_.writeVerbatim(wanted);
+    if (log_) log_->decided(trailingBlanks(whole), wanted);
+    out_.writeVerbatim(wanted.text());
 }
 
 std::string_view TextSweep::blanksBehind() const {

@@ -4,6 +4,9 @@
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/gap.h"
+#include "engine/layout_log.h"
+#include "engine/optional_text.h"
 #include "textstream/oindent_stream.h"
 
 namespace Tessel {
@@ -13,10 +16,11 @@ namespace Tessel {
 // nothing.
 class TextSweep {
 public:
-    // With `keepsColumns`, blanks that make a column stay where one blank is wanted.
+    // With `keepsColumns`, blanks that make a column stay where one blank is wanted. All are borrowed; the log may be
+    // null.
     TextSweep(std::string_view text, const std::vector<ExprToken>& tokens, Zelmor::OIndentBuf& out,
-              bool keepsColumns)
-        : text_(text), tokens_(tokens), out_(out), keepsColumns_(keepsColumns) {}
+              bool keepsColumns, LayoutLog* log)
+        : text_(text), tokens_(tokens), out_(out), keepsColumns_(keepsColumns), log_(log) {}
 
     bool atEnd() const { return place_ >= tokens_.size(); }
     std::size_t place() const { return place_; }
@@ -28,11 +32,34 @@ public:
     std::string_view gap() const;
     // The same, taken as written.
     std::string_view takeGap();
-    void writeGap() { out_.write(takeGap()); }
+    void writeGap() {
+        const std::string_view taken = takeGap();
+        if (log_) log_->copied(taken);
+        out_.write(taken);
+    }
     // The gap with its trailing white space replaced. The line end of a comment or directive that has just been
     // written stays; `wanted` then only counts as far as it asks for more line feeds. Two tokens that would be
     // read as one stay apart by a blank.
-    void writeGapWith(std::string_view wanted);
+    // Where nothing is wanted, the gap stands as it is.
+    void writeGapWith(const WantedText& wanted) {
+        if (wanted.present) {
+            replaceGap(wanted);
+        } else if (log_ && wanted.key) {
+            copyGap(wanted);
+        } else {
+            writeGap();
+        }
+    }
+    // The same where it may be null.
+    void writeGapWith(const OptionalText* wanted) {
+        if (wanted) {
+            writeGapWith(WantedText(*wanted));
+        } else {
+            writeGap();
+        }
+    }
+    // The gap, which has been taken, has been written by others.
+    void leave(std::string_view gap, const WantedText& wanted);
 
     // The white space behind the current token.
     std::string_view blanksBehind() const;
@@ -46,6 +73,12 @@ public:
 
 private:
     std::string_view textOf(const Trn::Token& token) const { return text_.substr(token.offset, token.length); }
+    void take(std::string_view gap) {
+        if (isInDirective_ && isLineBreak(gap)) isInDirective_ = false;
+        written_ += gap.size();
+    }
+    void replaceGap(WantedText wanted);
+    void copyGap(const WantedText& absent);
     bool joinsTokens() const;
     bool isBeforeDirective() const;
 
@@ -53,6 +86,7 @@ private:
     const std::vector<ExprToken>& tokens_;
     Zelmor::OIndentBuf& out_;
     bool keepsColumns_;
+    LayoutLog* log_;
     std::size_t place_ = 0;
     std::size_t written_ = 0;
     bool endedLine_ = false;  // the token written last ended its line

@@ -15,10 +15,9 @@ bool isMark(char c) {
     return c == '*' || c == '&';
 }
 
-MarkSettings readMarks(const PropertySet& scheme, std::string_view anchor, std::string_view hanging,
-                       std::string_view gap) {
+MarkSettings readMarks(const PropertySet& scheme, KeyId anchor, KeyId hanging, KeyId gap) {
     constexpr int asInInput = -1;
-    return {readInt(scheme, anchor, asInInput), readSwitch(scheme, hanging), readText(scheme, gap)};
+    return {readInt(scheme, anchor, asInInput), readSwitch(scheme, hanging), readText(scheme, gap), {true, "", anchor}};
 }
 
 }  // namespace

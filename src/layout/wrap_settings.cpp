@@ -11,7 +11,7 @@ namespace {
 
 // One of the values 0 to 2 of a style key.
 template <typename Style>
-Style readStyle(const PropertySet& scheme, std::string_view key, Style whenAbsent) {
+Style readStyle(const PropertySet& scheme, KeyId key, Style whenAbsent) {
     constexpr int last = 2;
     const int value = readInt(scheme, key, -1);
     return value < 0 || value > last ? whenAbsent : static_cast<Style>(value);
@@ -21,7 +21,7 @@ Style readStyle(const PropertySet& scheme, std::string_view key, Style whenAbsen
 
 WrapSettings::WrapSettings(const PropertySet& scheme)
     : ExtensionSettings(scheme),
-      rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0), 0)),
+      rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0).value, 0)),
       lineWrap(readSwitch(scheme, Keys::LINE_WRAP)),
       tabSize(std::max(readTabSize(scheme), 1)),
       tabMode(readTabMode(scheme)),

@@ -147,6 +147,7 @@ Json Server::handle(const std::string& method, const Json& parameters) {
     }
     if (method == "textDocument/formatting") return format(parameters, false);
     if (method == "textDocument/rangeFormatting") return format(parameters, true);
+    if (method == "textDocument/hover") return hover(parameters);
     throw Failure{methodNotFound, "there is no method " + method};
 }
 
@@ -177,15 +178,14 @@ Json Server::initialize() const {
              {{"positionEncoding", "utf-16"},
               {"textDocumentSync", {{"openClose", true}, {"change", incrementalChanges}}},
               {"documentFormattingProvider", true},
-              {"documentRangeFormattingProvider", true}}},
+              {"documentRangeFormattingProvider", true},
+              {"hoverProvider", true}}},
             {"serverInfo", {{"name", "vantrel"}, {"version", TesselUI::CURRENT_VERSION}}}};
 }
 
 Json Server::format(const Json& parameters, bool isRange) {
     const std::string& uri = uriOf(parameters);
-    const auto document = texts_.find(uri);
-    if (document == texts_.end()) throw Failure{invalidParameters, uri + " is not open"};
-    const std::string& text = document->second;
+    const std::string& text = openText(uri);
     std::optional<Edits::LineSet> lines;
     if (isRange) lines = linesOf(text, parameters.at("range"));
     try {
@@ -196,6 +196,27 @@ Json Server::format(const Json& parameters, bool isRange) {
         throw Failure{requestFailed, place + first.text};
     } catch (const std::runtime_error& fault) {
         throw Failure{requestFailed, fault.what()};
+    }
+}
+
+const std::string& Server::openText(const std::string& uri) const {
+    const auto document = texts_.find(uri);
+    if (document == texts_.end()) throw Failure{invalidParameters, uri + " is not open"};
+    return document->second;
+}
+
+Json Server::hover(const Json& parameters) {
+    const std::string& uri = uriOf(parameters);
+    const std::string& text = openText(uri);
+    const Position position = positionFrom(parameters.at("position"));
+    const std::size_t place = offsetOf(text, position);
+    const std::size_t lineStart = offsetOf(text, {position.line, 0});
+    try {
+        const std::string said = formatter_.explain(pathOf(uri), text, position.line + 1, place - lineStart + 1);
+        if (said.empty()) return nullptr;
+        return {{"contents", {{"kind", "plaintext"}, {"value", said}}}};
+    } catch (const std::runtime_error&) {
+        return nullptr;  // formatting tells of it, when somebody asks
     }
 }
 

@@ -31,9 +31,14 @@ public:
     // Throws std::runtime_error where nothing can be formatted, for the want of a scheme.
     virtual Result format(const std::string& path, const std::string& text,
                           const std::optional<Edits::LineSet>& lines) = 0;
+    // What is said of the white space at a place, or in front of what stands there; empty where there is nothing to say.
+    // The line and the column, in bytes, count from 1. Throws as format() does.
+    virtual std::string explain(const std::string& path, const std::string& text, std::size_t line,
+                                std::size_t column) = 0;
 };
 
-// A language server: formatting of documents and ranges, and diagnostics for what is refused.
+// A language server: formatting of documents and ranges, diagnostics for what is refused, and, where the pointer hovers,
+// which key decides the white space there.
 class Server {
 public:
     // Both are borrowed.
@@ -58,6 +63,8 @@ private:
 
     Json initialize() const;
     Json format(const Json& parameters, bool isRange);
+    Json hover(const Json& parameters);
+    const std::string& openText(const std::string& uri) const;
     void change(const Json& parameters);
     void publishDiagnostics();
     Json diagnosticsOf(const std::string& uri, const std::string& text);

@@ -19,13 +19,14 @@ public:
 
 }  // namespace
 
-FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text) {
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text,
+                         Tessel::LayoutObserver* observer) {
     const Zelmor::TextEncoding encoding = Zelmor::detectEncoding(text);
     if (encoding.hasByteOrderMark) text.remove_prefix(Zelmor::BYTE_ORDER_MARK.size());
     const Tessel::Passes passes;
     NeverCancels progress;
     FormattedText result;
-    Tessel::FormatJob(passes).format(options, text, result.text, result.messages, progress);
+    Tessel::FormatJob(passes, observer).format(options, text, result.text, result.messages, progress);
     if (!result.messages.empty()) return result;
     if (encoding.hasCarriageReturns) result.text = Zelmor::addCarriageReturns(result.text);
     if (encoding.hasByteOrderMark) result.text.insert(0, Zelmor::BYTE_ORDER_MARK);

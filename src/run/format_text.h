@@ -7,6 +7,10 @@
 #include "engine/format_options.h"
 #include "trn/diagnostic.h"
 
+namespace Tessel {
+class LayoutObserver;
+}
+
 namespace Run {
 
 struct FormattedText {
@@ -16,6 +20,8 @@ struct FormattedText {
 
 // Formats a text as it stands in a file, UTF-16 excepted. May run in several threads at once. Exceptions of the
 // engine go through to the caller.
-FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text);
+// The observer, borrowed, is told what decided the layout.
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text,
+                         Tessel::LayoutObserver* observer = nullptr);
 
 }  // namespace Run

@@ -5,9 +5,11 @@
 #include <utility>
 
 #include "lsp/server.h"
+#include "tool/explained_gaps.h"
 #include "tool/failure.h"
 #include "tool/file_job.h"
 #include "tool/scheme_finder.h"
+#include "trn/exception.h"
 
 namespace Tool {
 
@@ -28,6 +30,20 @@ public:
             result.problems.push_back({message.line, message.column, std::move(message.text)});
         }
         return result;
+    }
+
+    std::string explain(const std::string& path, const std::string& text, std::size_t line,
+                        std::size_t column) override {
+        SchemeFinder ofProject("");
+        SchemeFinder chosen(scheme_);
+        const Tessel::FormatOptions& options = *optionsFor(path, ofProject, chosen);
+        try {
+            const ExplainedText explained = explainText(options, text);
+            const ExplainedGap* const gap = gapAt(explained.gaps, line, column);
+            return gap ? explanation(*gap, options.scheme) : std::string();
+        } catch (const Trn::Exception&) {
+            return {};  // diagnostics tell of it
+        }
     }
 
 private:

@@ -137,11 +137,15 @@ private:
             ->type_name("");
         app_.add_option("--files", options_.filesFrom, "Read paths from a file, one a line")->type_name("LIST");
         app_.add_flag("-0,--null", options_.hasNullSeparators, "Paths in that file end in a NUL");
-        app_.add_option("--ext", options_.endings, "Take files with this ending from folders, too")
+        addEndings(app_);
+    }
+
+    void addEndings(CLI::App& app) {
+        app.add_option("--ext", options_.endings, "Take files with this ending from folders, too")
             ->type_name("EXT")
             ->delimiter(',')
             ->allow_extra_args(false);
-        app_.add_option("--exclude", options_.excluded, "Leave these files and folders out")
+        app.add_option("--exclude", options_.excluded, "Leave these files and folders out")
             ->type_name("GLOB")
             ->allow_extra_args(false);
     }
@@ -224,6 +228,19 @@ private:
         why->footer("Example: vantrel why -s knr main.cpp\nStatus 3 when the file is refused.");
         addFile(why);
         why->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        CLI::App* const explain =
+            addCommand(app_, "explain", "Tell which key decides each gap that changes", Command::Explain);
+        explain->footer("Examples:\n  vantrel explain main.cpp                 each gap that changes\n"
+                        "  vantrel explain -s knr main.cpp:12       all gaps of a line\n"
+                        "  vantrel explain main.cpp:12:8            the gap at a column\n"
+                        "  vantrel explain --summary src            the keys, by the gaps that they change\n");
+        explain->add_option("FILE[:LINE[:COLUMN]]", options_.arguments, "The place; files and folders for --summary")
+            ->required()
+            ->type_name("");
+        explain->add_flag("--summary", options_.isSummary, "Count the gaps that each key changes");
+        explain->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        explain->add_option("--format", options_.format, "text, json")->type_name("FORMAT")->transform(oneOf(formats));
+        addLearn();
         addCommand(app_, "lsp", "Run as a language server over standard input and output", Command::Lsp)
             ->add_option("-s,--scheme", options_.scheme, "The scheme of files without one: a name, or a file")
             ->type_name("NAME|FILE");
@@ -233,6 +250,26 @@ private:
             ->type_name("")
             ->check(CLI::IsMember({"bash", "zsh", "fish"}));
         addCommand(app_, "manual", "Print the source of the manual page", Command::Manual)->group("");
+    }
+
+    void addLearn() {
+        CLI::App* const learn =
+            addCommand(app_, "learn", "Make a scheme of what sources do already", Command::Learn);
+        learn->footer("Examples:\n  vantrel learn -o .vantrel.vts src        a scheme for a project\n"
+                      "  vantrel learn --html style.html src      a page to look at\n");
+        learn->add_option("PATH", options_.paths, "Files and folders")->required()->type_name("");
+        learn->add_option("-o,--output", options_.outputFile, "Where the scheme goes; else standard output")
+            ->type_name("FILE");
+        learn->add_option("--html", options_.htmlFile, "Write a page that shows what was found")->type_name("FILE");
+        learn->add_option("--min-agreement", options_.minAgreement, "The share of places that have to agree (0.8)")
+            ->type_name("SHARE");
+        learn->add_option("--from", options_.from, "A scheme for what the sources do not tell")
+            ->type_name("NAME|FILE");
+        addEndings(*learn);
+        learn->add_option("-j,--jobs", options_.jobs, "How many files at once")
+            ->type_name("N")
+            ->check(CLI::Range(1, 1024).description(""));
+        learn->add_flag("-q,--quiet", options_.isQuiet, "Nothing but errors");
     }
 
     CLI::App* addCommand(CLI::App& parent, const std::string& name, const std::string& description, Command command) {

@@ -17,12 +17,27 @@ enum class MessageFormat { Text, Gcc, Json, Github, Sarif, Checkstyle };
 enum class OnRefusal { Default, Fail, Skip, Echo };
 enum class Color { Auto, Always, Never };
 enum class KeyPage { None, Markdown, Html };
-enum class Command { Format, Schemes, Keys, SchemeShow, SchemeCheck, SchemeUpgrade, Why, Lsp, Completion, Manual };
+enum class Command {
+    Format,
+    Schemes,
+    Keys,
+    SchemeShow,
+    SchemeCheck,
+    SchemeUpgrade,
+    Why,
+    Explain,
+    Learn,
+    Lsp,
+    Completion,
+    Manual
+};
 
 // What the command line says.
 struct Options {
     Command command = Command::Format;
     std::string argument;  // of a command: a key, a scheme, a file, a shell
+    std::vector<std::string> arguments;  // of one that takes several
+    bool isSummary = false;              // of explanations
     KeyPage keyPage = KeyPage::None;
 
     std::vector<std::string> paths;
@@ -37,6 +52,11 @@ struct Options {
     std::vector<Edits::LineSet::Range> lines;
     std::optional<std::string> changedSince;  // a revision
     bool onlyStaged = false;
+
+    std::string outputFile;     // of learn; empty: standard output
+    std::string from;           // a scheme that learn takes what it does not find from
+    double minAgreement = 0.8;  // of the places that learn finds
+    std::string htmlFile;
 
     int jobs = 0;  // 0: as many as there are processors
     MessageFormat format = MessageFormat::Text;

@@ -5,8 +5,10 @@
 #include <ostream>
 #include <sstream>
 
+#include "tool/explain_command.h"
 #include "tool/failure.h"
 #include "tool/format_command.h"
+#include "tool/learn_command.h"
 #include "tool/lsp_command.h"
 #include "tool/option_pages.h"
 #include "tool/options.h"
@@ -27,6 +29,8 @@ int runCommand(const Options& options, const Streams& streams) {
         case Command::SchemeCheck: return checkSchemeCommand(options, streams);
         case Command::SchemeUpgrade: return upgradeSchemeCommand(options, streams);
         case Command::Why: return whyCommand(options, streams);
+        case Command::Explain: return explainCommand(options, streams);
+        case Command::Learn: return learnCommand(options, streams);
         case Command::Lsp: return lspCommand(options, streams);
         case Command::Completion: return say(completionScript(options.argument), streams);
         case Command::Manual: return say(manualSource(), streams);

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "engine/layout_observer.h"
 #include "scheme/key_guide.h"
 #include "scheme/known_keys.h"
 #include "support/format_text.h"
@@ -30,6 +33,57 @@ TEST(KeyGuide, EveryKeyHasARowWhoseExampleShowsWhatItDoes) {
         EXPECT_NE(formatted(*guide, true), formatted(*guide, false)) << key << " shows no difference";
         if (key == Tessel::Keys::KEEP_UNRECOGNIZED.name) continue;
         EXPECT_EQ(formatted(*guide, false).find("Unexpected"), std::string::npos) << key;
+    }
+}
+
+class KeysTold : public Tessel::LayoutObserver {
+public:
+    void begin(const Zelmor::TextDocument&) override {}
+    void decided(const Tessel::DecidedGap& gap) override {
+        keys_.insert(gap.key.name());
+        keys_.insert(gap.indentKey.name());
+    }
+    void measured(const Tessel::Measured& measure) override { keys_.insert(measure.key.name()); }
+    bool hold(std::string_view key) const { return keys_.contains(key); }
+
+private:
+    std::set<std::string_view> keys_;
+};
+
+// What says how other keys count, or what is not laid out at all, decides no gap by itself; and no example has lines that
+// are too long in its source, or marks and columns that tell what their author had in mind.
+bool isNeverTold(std::string_view key) {
+    for (const std::string_view part : {"_VERSION", "TAB_SIZE", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
+                                        "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "HANGING_",
+                                        "KEEP_UNRECOGNIZED", "KEEP_REGION_INDENT", "KEEP_LINE_INDENT", "DATA_ONLY", "CONVERT_WS"}) {
+        if (key.find(part) != std::string_view::npos) return true;
+    }
+    return false;
+}
+
+// Another key is told of the same gaps where these are absent.
+bool isToldAsAnother(std::string_view key) {
+    const bool breaksLists = key.starts_with("ALIGN_") && key.ends_with("S_LEFT") && !key.ends_with("NAMES_LEFT");
+    return breaksLists || key == Tessel::Keys::DATA_DO_NOT_FORMAT || key == Tessel::Keys::RIGHT_MARGIN;
+}
+
+TEST(KeyGuide, EveryKeyIsToldToAnObserverWhetherTheSchemeHasItOrNot) {
+    KeysTold absent;
+    for (const KeyGuide& guide : Tessel::keyGuides()) {
+        Tessel::PropertySet scheme("example");
+        TestSupport::formatText(scheme, guide.source, &absent);
+        for (const Tessel::Property& property : guide.base) scheme.set(property);
+        scheme.set(guide.shown);
+        KeysTold told;
+        const std::string text = TestSupport::formatText(scheme, guide.source, &told).text;
+        EXPECT_EQ(text, TestSupport::formatText(scheme, guide.source).text) << guide.key();
+        if (guide.group == KeyGroup::WithoutEffect || isNeverTold(guide.key())) continue;
+        EXPECT_TRUE(told.hold(guide.key())) << guide.key() << " of a scheme";
+    }
+    for (const KeyGuide& guide : Tessel::keyGuides()) {
+        if (guide.group == KeyGroup::WithoutEffect || isNeverTold(guide.key())) continue;
+        if (isToldAsAnother(guide.key())) continue;
+        EXPECT_TRUE(absent.hold(guide.key())) << guide.key() << " of none";
     }
 }
 

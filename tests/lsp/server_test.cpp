@@ -28,6 +28,10 @@ public:
         for (std::size_t at; (at = after.find(" b")) != std::string::npos;) after.erase(at, 1);
         return {lines ? Edits::replacementsInLines(text, after, *lines) : Edits::replacementsBetween(text, after), {}};
     }
+    std::string explain(const std::string&, const std::string& text, std::size_t line, std::size_t column) override {
+        if (text.find('?') != std::string::npos) throw std::runtime_error("no scheme");
+        return column > 1 ? std::to_string(line) + ':' + std::to_string(column) : "";
+    }
 };
 
 class ServerTest : public ::testing::Test {
@@ -79,6 +83,9 @@ TEST_F(ServerTest, PositionsAreInUnitsOfUtf16) {
     request(1, "initialize", Json::object());
     open("file:///a%20a.c", text);
     request(2, "textDocument/formatting", a_);
+    Json place = a_;
+    place["position"] = {{"line", 0}, {"character", 4}};
+    request(5, "textDocument/hover", place);
     Json change = a_;
     change["contentChanges"] = {{{"range", range(0, 1, 0, 4)}, {"text", "-"}},
                                 {{"range", range(1, 99, 99, 0)}, {"text", "\n b\n"}}};
@@ -89,11 +96,12 @@ TEST_F(ServerTest, PositionsAreInUnitsOfUtf16) {
     request(4, "shutdown", nullptr);
     notify("exit", nullptr);
     const std::vector<Json> answers = run();
-    ASSERT_EQ(answers.size(), 4u);
+    ASSERT_EQ(answers.size(), 5u);
     EXPECT_EQ(answers[0]["result"]["capabilities"]["textDocumentSync"]["change"], 2);
     EXPECT_EQ(answers[1]["result"], (Json::array({{{"range", range(0, 4, 0, 6)}, {"newText", ""}},
                                                   {{"range", range(1, 0, 1, 2)}, {"newText", ""}}})));
-    EXPECT_EQ(answers[2]["result"], (Json::array({{{"range", range(1, 0, 1, 2)}, {"newText", ""}}})));
+    EXPECT_EQ(answers[2]["result"]["contents"]["value"], "1:8");
+    EXPECT_EQ(answers[3]["result"], (Json::array({{{"range", range(1, 0, 1, 2)}, {"newText", ""}}})));
     EXPECT_EQ(status_, 0);
 }
 

@@ -24,14 +24,14 @@ public:
 
 }  // namespace
 
-Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text) {
+Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text, Tessel::LayoutObserver* observer) {
     const Tessel::Passes passes;
     Formatted result;
     std::list<Tessel::Diagnostic> diagnostics;
     GoesOn progress;
     try {
         const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
-        Tessel::FormatJob(passes).format(options, text, result.text, diagnostics, progress);
+        Tessel::FormatJob(passes, observer).format(options, text, result.text, diagnostics, progress);
     } catch (const Trn::Exception& fault) {
         return {{}, fault.message() + '\n', true};
     }

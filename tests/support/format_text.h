@@ -5,6 +5,10 @@
 #include "cpp/parser.h"
 #include "scheme/property_set.h"
 
+namespace Tessel {
+class LayoutObserver;
+}
+
 namespace TestSupport {
 
 // What one run of the format job gave.
@@ -16,7 +20,8 @@ struct Formatted {
     bool accepted() const { return refusal.empty(); }
 };
 
-Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text);
+Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text,
+                     Tessel::LayoutObserver* observer = nullptr);
 
 // What the scheme says of text that no rule recognises.
 Cpp::Unrecognized unrecognizedIn(const Tessel::PropertySet& scheme);

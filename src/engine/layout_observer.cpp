@@ -1,0 +1,20 @@
+#include "engine/layout_observer.h"
+
+#include <algorithm>
+
+#include "engine/columns.h"
+
+namespace Tessel {
+
+std::string valueFound(const DecidedGap& gap, int tabSize) {
+    const std::size_t lineFeed = gap.found.rfind('\n');
+    if (lineFeed == std::string_view::npos) return std::string(gap.found);
+    const auto lineFeeds = static_cast<std::size_t>(std::count(gap.found.begin(), gap.found.end(), '\n'));
+    std::string value(lineFeeds, '\n');
+    const std::string_view indent = gap.found.substr(lineFeed + 1);
+    std::size_t base = 0;
+    while (base < indent.size() && columnAfter(indent.substr(0, base), 0, tabSize) < gap.baseColumn) ++base;
+    return value.append(indent.substr(base));
+}
+
+}  // namespace Tessel

@@ -1,0 +1,216 @@
+// What the source does where a key is not about one gap, for the log:
+//
+//     while (a)
+//         b();        "    " for INDENT_CS_CONTENT: relative to the column from which the scheme's would count
+//     int     a;
+//     long    b;      1 for ALIGN_DD_NAMES_LEFT
+#include <algorithm>
+#include <vector>
+
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/declarator_text.h"
+#include "engine/gap.h"
+#include "engine/source_copy.h"
+#include "scheme/property_keys.h"
+
+namespace Tessel {
+
+namespace {
+
+// What goes by other keys than the contents around it.
+bool isIndentedByItself(const Cpp::SyntaxNode& node) {
+    return dynamic_cast<const Cpp::CaseNode*>(&node) || dynamic_cast<const Cpp::AccessSpecNode*>(&node) ||
+           dynamic_cast<const Cpp::LabelNode*>(&node) || dynamic_cast<const Cpp::CommentNode*>(&node) ||
+           dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
+}
+
+// Where something stands in a line, and where what is in front of it ends.
+struct Stop {
+    int column;
+    int before;
+};
+
+enum class InColumn { CannotTell, No, Yes };
+
+InColumn standInColumn(const std::vector<Stop>& stops) {
+    if (stops.size() < 2) return InColumn::CannotTell;
+    const Stop& first = stops.front();
+    const auto differs = [&first](const Stop& stop) { return stop.before != first.before; };
+    if (std::none_of(stops.begin(), stops.end(), differs)) return InColumn::CannotTell;
+    const auto isInColumn = [&first](const Stop& stop) { return stop.column == first.column; };
+    return std::all_of(stops.begin(), stops.end(), isInColumn) ? InColumn::Yes : InColumn::No;
+}
+
+}  // namespace
+
+// Declarations on lines that follow each other.
+class CppFormatter::MeasuredRun {
+public:
+    explicit MeasuredRun(CppFormatter& formatter) : formatter_(formatter) {}
+    ~MeasuredRun() { end(); }
+    MeasuredRun(const MeasuredRun&) = delete;
+    MeasuredRun& operator=(const MeasuredRun&) = delete;
+
+    void add(const Cpp::SyntaxNode& node) {
+        const auto* data = dynamic_cast<const Cpp::DataDeclNode*>(&node);
+        const auto* function = dynamic_cast<const Cpp::FunctionDeclNode*>(&node);
+        const bool isPrototype = function && function->head() && !function->body();
+        if (dynamic_cast<const Cpp::CommentNode*>(&node)) return;
+        if (node.start().line != lastLine_ + 1 || (!data && !isPrototype)) end();
+        if (data && data->type() && data->name()) {
+            addName(names_, *data->type(), *data->name());
+            if (data->tail() && data->tail()->text().starts_with('=')) addInitializer(*data->tail());
+        } else if (isPrototype && function->head()->returnType() && function->head()->name()) {
+            addName(functionNames_, *function->head()->returnType(), *function->head()->name());
+        }
+        if (first_.empty()) first_ = formatter_.sourceFrom(node);
+        lastLine_ = node.end().line;
+    }
+    void addEnumerator(const Cpp::ExprNode& enumerator) {
+        if (enumerator.start().line != lastLine_ + 1) end();
+        const std::size_t assign = enumerator.text().find('=');
+        if (first_.empty()) first_ = formatter_.sourceFrom(enumerator);
+        lastLine_ = enumerator.end().line;
+        if (assign == std::string::npos || enumerator.start().line != enumerator.end().line) return;
+        const std::string_view text = formatter_.sourceFrom(enumerator);
+        add(enumerators_, text.substr(text.find('=')));
+    }
+
+private:
+    void addName(std::vector<Stop>& stops, const Cpp::SyntaxNode& type, const Cpp::SyntaxNode& name) {
+        if (type.start().line != name.start().line) return;
+        add(stops, formatter_.sourceFrom(name));
+        add(memberNames_, formatter_.sourceFrom(name));
+    }
+    void addInitializer(const Cpp::SyntaxNode& tail) { add(initializers_, formatter_.sourceFrom(tail)); }
+    void add(std::vector<Stop>& stops, std::string_view piece) {
+        const std::string_view source = formatter_.source_.text();
+        const std::string_view front = source.substr(0, static_cast<std::size_t>(piece.data() - source.data()));
+        std::size_t end = front.find_last_not_of(" \t*&") + 1;
+        end = std::max(end, front.rfind('\n') + 1);
+        const int column = formatter_.exprFormatter_.sourceColumnOf(piece);
+        if (column >= 0) stops.push_back({column, formatter_.exprFormatter_.sourceColumnOf(source.substr(end))});
+    }
+
+    void end() {
+        tell(names_, Keys::ALIGN_DD_NAMES_LEFT);
+        if (formatter_.inClassBody_) tell(memberNames_, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT);
+        tell(functionNames_, Keys::ALIGN_FN_DECL_NAMES_LEFT);
+        tell(initializers_, Keys::ALIGN_DD_INITIALIZERS);
+        tell(enumerators_, Keys::ALIGN_ENUM_INITIALIZERS);
+        for (std::vector<Stop>* stops : {&names_, &functionNames_, &memberNames_, &initializers_, &enumerators_}) {
+            stops->clear();
+        }
+        first_ = {};
+    }
+    void tell(const std::vector<Stop>& stops, KeyId key) {
+        const InColumn inColumn = standInColumn(stops);
+        if (inColumn != InColumn::CannotTell) formatter_.log_->measured(key, first_, inColumn == InColumn::Yes);
+    }
+
+    CppFormatter& formatter_;
+    std::vector<Stop> names_;
+    std::vector<Stop> functionNames_;
+    std::vector<Stop> memberNames_;  // of both
+    std::vector<Stop> initializers_;
+    std::vector<Stop> enumerators_;
+    std::string_view first_;  // the source from the first of them on
+    std::uint32_t lastLine_ = 0;
+};
+
+std::string_view CppFormatter::sourceFrom(const Cpp::SyntaxNode& node) const {
+    return source_.text().substr(offsetOf(source_, node.start()) - 1);
+}
+
+// Where the node begins a line.
+void CppFormatter::logIndent(const Cpp::SyntaxNode& node, KeyId key) {
+    const int base = log_->place().baseColumn;
+    const std::string_view text = sourceFrom(node);
+    const std::string_view before = source_.text().substr(0, source_.size() - text.size());
+    const std::string_view indent = before.substr(before.rfind('\n') + 1);
+    if (!key || !isAllWhitespace(indent)) return;
+    std::size_t shared = 0;
+    while (shared < indent.size() && columnAfter(indent.substr(0, shared), 0, out().tabSize()) < base) ++shared;
+    log_->measured(key, text, indent.substr(shared));
+}
+
+// The indentation by the first of the contents that tells it, and columns by all of them.
+void CppFormatter::logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent) {
+    const auto tells = [](const auto& child) { return !isIndentedByItself(*child); };
+    const auto end = node.childEnd();
+    if (const auto place = std::find_if(first, end, tells); place != end) {
+        logIndent(**place, indent);
+        log_->place().lineColumn = sourceColumnOf(**place);
+    }
+    MeasuredRun run(*this);
+    for (auto child = first; child != end; ++child) run.add(**child);
+}
+
+void CppFormatter::logEnumerators(const Cpp::EnumBodyNode& body) {
+    const auto isEnumerator = [](const auto& child) { return dynamic_cast<const Cpp::ExprNode*>(child.get()); };
+    const auto first = std::find_if(body.childBegin(), body.childEnd(), isEnumerator);
+    if (first == body.childEnd()) return;
+    logIndent(**first, settings_.enums.indent.key);
+    log_->place().lineColumn = sourceColumnOf(**first);
+    MeasuredRun run(*this);
+    for (auto child = first; child != body.childEnd(); ++child) {
+        if (isEnumerator(*child)) run.addEnumerator(static_cast<const Cpp::ExprNode&>(**child));
+    }
+}
+
+// Behind a "{".
+void CppFormatter::logBlankLines(std::string_view blanks, const BraceSettings& braces) {
+    const bool isOfStatements =
+        &braces == &settings_.global || &braces == &settings_.functions || &braces == &settings_.statements;
+    const bool hasBlankLine = std::count(blanks.begin(), blanks.end(), '\n') > 1;
+    const int level = isOfStatements ? 2 : 1;
+    if (isLineBreak(blanks)) log_->measured(settings_.blankLines.key, blanks, hasBlankLine ? level : 0);
+}
+
+// Whether the body stands on the line of its head; of functions, what would have to be set for that.
+void CppFormatter::logOneLine(const Cpp::BracketedNode& body, KeyId key) {
+    if (!key) return;
+    const bool hasHead = body.hasBrackets() || gapBefore(body).find('\n') == std::string_view::npos;
+    int level = standsOnOneLine(body) && hasHead ? 1 : 0;
+    if (level > 0 && key == settings_.oneLineFunctions.key && body.size() > 0) level = inClassBody_ ? 2 : 3;
+    log_->measured(key, writer_.ahead(), level);
+}
+
+// In a declarator that is a view of the source.
+void CppFormatter::logBrackets(std::string_view name) {
+    const std::string_view afterName = gapBehindName(name);
+    const bool isInFrontOfBracket = afterName.data() && afterName.data() + afterName.size() < name.data() + name.size();
+    if (isInFrontOfBracket) writer_.leave(afterName, settings_.afterDataName);
+    const std::string_view afterBracket = gapBehindBracket(name);
+    if (afterBracket.data()) writer_.leave(afterBracket, settings_.afterDataBracket);
+}
+
+// Behind each ";" of a for, where the scheme has nothing for it.
+void CppFormatter::logForClauses(std::string_view inside) {
+    Cpp::Lexer lexer(inside);
+    std::size_t end = 0;
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (end > 0) {
+            const bool isEmpty = token.kind == Cpp::Semicolon;
+            writer_.leave(inside.substr(end, token.offset - end),
+                          isEmpty ? settings_.betweenEmptyForClauses : settings_.betweenForClauses);
+        }
+        end = token.kind == Cpp::Semicolon ? std::size_t{token.offset} + 1 : 0;
+    }
+}
+
+// At a gap that holds a comma of a list, of which a line ends or begins in it.
+void CppFormatter::logListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next) {
+    constexpr int startsLine = 1;
+    constexpr int endsLine = 2;
+    if (!isLineBreak(trailingBlanks(gap)) && !isLineBreak(leadingBlanks(gap))) return;
+    const std::string_view piece = sourceFrom(next);
+    log_->measured(settings_.keepsLineBreaks.key, piece, 1);
+    log_->measured(Keys::COMMA_WRAP_STYLE, piece, isLineBreak(trailingBlanks(gap)) ? endsLine : startsLine);
+    exprFormatter_.logContinuation(piece, sourceFrom(first));
+}
+
+}  // namespace Tessel

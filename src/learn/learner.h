@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "learn/decision.h"
+#include "learn/scheme_trial.h"
+#include "learn/text_habits.h"
+#include "scheme/property_set.h"
+
+namespace Learn {
+
+struct Learned {
+    Tessel::PropertySet scheme;
+    std::vector<Decision> decisions;  // one for each key, in their order
+    std::size_t triedLines = 0;       // of the sample
+    std::size_t changedLines = 0;     // of these, with the scheme
+};
+
+// The scheme with which files are formatted to see what they do: it wants nothing of them.
+Tessel::PropertySet observingScheme(int tabSize);
+
+// The columns to a tab stop, as far as the lines tell by themselves.
+int guessTabSize(const TextHabits& habits);
+
+Learned learnScheme(const std::string& name, const Tally& tally, const TextHabits& habits, const DecisionRules& rules,
+                    SchemeTrial& trial);
+
+}  // namespace Learn

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+
+#include "scheme/property_set.h"
+
+namespace Learn {
+
+// What formatting a sample of sources with a scheme comes to.
+class SchemeTrial {
+public:
+    virtual ~SchemeTrial() = default;
+
+    virtual std::size_t lines() const = 0;  // of the sample
+    // The lines that change. Once they are more than `limit`, some number above that.
+    virtual std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) = 0;
+};
+
+}  // namespace Learn

@@ -1,0 +1,283 @@
+#include "learn/search.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+#include "learn/key_families.h"
+
+namespace Learn {
+
+namespace {
+
+using namespace Tessel::Keys;
+using Tessel::KeyId;
+
+constexpr std::size_t kLinesToAWorth = 5000;  // one line in so many is worth a value that is not the usual one
+constexpr double kAlone = 0.95;               // of the places, where a value needs no other key beside it
+constexpr double kRespectedBy = 0.995;        // of the lines, where there is a right margin
+constexpr std::size_t kLinesToAHand = 300;    // of which one tells that lines were indented by hand
+constexpr std::size_t kLinesToAWrap = 1000;   // of which one may change where lines are wrapped
+constexpr double kCannotBeBroken = 0.02;      // of the lines, at most
+
+std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
+    std::string text;
+    scheme.getString(key, text);
+    return text;
+}
+
+// Whether a value needs no other key that keeps what is not so.
+bool isAlone(const Decision& decision) {
+    const std::size_t all = natureOf(decision.key) == Nature::Inline ? decision.places : decision.sightingCount();
+    return static_cast<double>(decision.exact) >= kAlone * static_cast<double>(all);
+}
+
+constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
+
+// Whether a switch is on in nearly all places that tell.
+bool isUsual(const Decision& decision) {
+    constexpr std::size_t few = 3;
+    constexpr std::size_t onePlaceOf = 10;
+    if (decision.sightings.empty() || decision.sightings.front().value != Value(true)) return false;
+    const std::size_t on = decision.sightings.front().found.count;
+    return on >= few && (decision.places - on) * onePlaceOf <= decision.places;
+}
+
+// The highest value that more than a few places have.
+Value highestOf(const Decision& decision) {
+    constexpr std::size_t few = 3;
+    constexpr std::size_t onePlaceOf = 200;
+    Value highest = decision.key.type() == Tessel::PropertyType::Boolean ? Value(false) : Value(0);
+    for (const Sighting& sighting : decision.sightings) {
+        if (sighting.found.count < few || sighting.found.count * onePlaceOf < decision.places) continue;
+        highest = std::max(highest, sighting.value);
+    }
+    return highest;
+}
+
+// How many lines there are on both sides of a margin.
+struct MarginLines {
+    MarginLines(int margin, const TextHabits& habits) {
+        constexpr std::size_t near = 8;
+        const auto first = habits.widths.begin() + margin + 1;
+        justWithin = std::accumulate(first - near, first, std::size_t{0});
+        justBeyond = std::accumulate(first, first + near, std::size_t{0});
+        beyond = static_cast<double>(std::accumulate(first, habits.widths.end(), std::size_t{0})) /
+                 static_cast<double>(habits.lines);
+    }
+
+    // Nearly all respect it, or all but a few that could not be broken.
+    bool isRespected() const { return beyond <= 1 - kRespectedBy || (beyond <= kCannotBeBroken && isEdge()); }
+    // Many end just within it, and hardly any just beyond.
+    bool isEdge() const { return justWithin > 8 * justBeyond + 4; }
+
+    std::size_t justWithin = 0;
+    std::size_t justBeyond = 0;
+    double beyond = 0;  // a share of all
+};
+
+}  // namespace
+
+Search::Search(SchemeTrial& trial, Tessel::PropertySet scheme)
+    : trial_(trial), scheme_(std::move(scheme)), worth_(1 + trial.lines() / kLinesToAWorth) {}
+
+Tessel::PropertySet Search::with(const Answer& answer) const {
+    Tessel::PropertySet scheme = scheme_;
+    for (const Setting& setting : answer) {
+        scheme.erase(setting.key);
+        if (setting.value) scheme.set({std::string(setting.key), *setting.value});
+    }
+    return scheme;
+}
+
+// Which of the answers changes the fewest lines. The first one is the usual one: another has to be worth it.
+std::size_t Search::ask(const std::vector<Answer>& answers, std::size_t worth) {
+    std::size_t fewest = std::numeric_limits<std::size_t>::max();
+    std::size_t chosen = 0;
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        const std::size_t needed = i == 0 ? 0 : std::max(worth, worth_);
+        if (fewest < needed) break;
+        const std::size_t limit = fewest - needed;
+        const Tessel::PropertySet scheme = with(answers[i]);
+        const std::size_t changed = scheme == scheme_ && i > 0 ? changed_ : trial_.changedLines(scheme, limit);
+        if (changed > limit) continue;
+        fewest = changed;
+        chosen = i;
+    }
+    scheme_ = with(answers[chosen]);
+    changed_ = fewest;
+    return chosen;
+}
+
+void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
+    askTabs(habits);
+    askIndentation(decisions);
+    askKeptLayout();
+    askUnseen(decisions);
+    askRunnersUp(decisions);
+    askAlignment(decisions);
+    dropKept(decisions);
+    askKeptLayout();
+    askWrapping(habits);
+}
+
+void Search::askTabs(const TextHabits& habits) {
+    if (habits.withTabs * 500 < habits.lines) {
+        ask({{{CONVERT_WS, 1}}});
+        return;
+    }
+    std::vector<Answer> answers;
+    for (const int size : {8, 4, 2, 3}) {
+        for (const int converted : {2, 0, 1}) answers.push_back({{TAB_SIZE, size}, {CONVERT_WS, converted}});
+    }
+    ask(answers);
+}
+
+void Search::askIndentation(const std::vector<Decision>& decisions) {
+    for (const Decision& decision : decisions) {
+        if (natureOf(decision.key) != Nature::Indentation || decision.places == 0) continue;
+        std::vector<Answer> answers = {{{decision.key.name(), decision.value}}};
+        for (const Sighting& sighting : decision.sightings) {
+            if (answers.size() > 3) break;
+            if (sighting.value != decision.value) answers.push_back({{decision.key.name(), sighting.value}});
+        }
+        ask(answers);
+    }
+}
+
+void Search::askKeptLayout() {
+    const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
+    ask({{{INDENT_FROM_LINE.name, true}}, {{INDENT_FROM_LINE.name, std::nullopt}}});
+    ask({{{WS_BETWEEN_DD_ELEMENTS, std::nullopt}}, {{WS_BETWEEN_DD_ELEMENTS, " "}}, {{WS_BETWEEN_DD_ELEMENTS, "\n"}}});
+    ask({{{WRAP_INDENT, unit}}, {{WRAP_INDENT, unit + unit}}, {{WRAP_INDENT, "    "}}, {{WRAP_INDENT, "        "}}});
+    const std::string wrapIndent = textOf(scheme_, WRAP_INDENT);
+    std::vector<Answer> hanging;
+    for (const bool keepsIndent : {false, true}) {
+        hanging.push_back({{KEEP_LINE_INDENT.name, keepsIndent}, {HANGING_OPERAND_INDENT.name, std::nullopt}});
+        for (const std::string& text : {wrapIndent, std::string(), unit}) {
+            hanging.push_back({{KEEP_LINE_INDENT.name, keepsIndent}, {HANGING_OPERAND_INDENT.name, text}});
+        }
+    }
+    ask(hanging, trial_.lines() / kLinesToAHand);
+    ask({{{ALIGN_PPD_LEFT_MOST, true}}, {{ALIGN_PPD_LEFT_MOST, false}}, {{ALIGN_PPD_LEFT_MOST, std::nullopt}}});
+}
+
+// Keys that no place was told of, in the order in which their values are usual.
+void Search::askUnseen(const std::vector<Decision>& decisions) {
+    const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
+    const std::vector<std::pair<std::string_view, std::vector<std::string>>> usual = {
+        {WS_BEFORE_LINE_COMMENT.name, {" ", "  ", "\t"}},
+        {INDENT_DD_CONTENT, {unit, textOf(scheme_, WRAP_INDENT)}},
+        {INDENT_LABEL.name, {"", " "}},
+        {INDENT_CS_SINGLE.name, {}},
+    };
+    for (const auto& [key, texts] : usual) {
+        if (decisions[KeyId::find(key).place()].origin != Origin::Unseen) continue;
+        std::vector<Answer> answers;
+        for (const std::string& text : texts) answers.push_back({{key, text}});
+        answers.push_back({{key, std::nullopt}});
+        if (texts.empty()) answers.push_back({{key, unit}});
+        ask(answers);
+    }
+}
+
+void Search::askAlignment(const std::vector<Decision>& decisions) {
+    ask({{{KEEP_COLUMNS.name, std::nullopt}}});
+    for (const KeyId key : {KeyId(ALIGN_ENUM_INITIALIZERS), KeyId(ALIGN_DD_INITIALIZERS)}) {
+        ask({{{key.name(), isUsual(decisions[key.place()])}}, {{key.name(), false}}, {{key.name(), true}}});
+    }
+    for (const KeyId key :
+         {KeyId(ALIGN_DD_NAMES_LEFT), KeyId(ALIGN_CLASS_MEMBER_NAMES_LEFT), KeyId(ALIGN_FN_DECL_NAMES_LEFT)}) {
+        ask({{{key.name(), isUsual(decisions[key.place()])}},
+             {{key.name(), false}},
+             {{key.name(), true}},
+             {{key.name(), true}, {ALIGN_DATA_ONLY.name, true}},
+             {{key.name(), true}, {HANGING_ASTERISK, true}, {HANGING_AMPERSAND, true}}});
+    }
+    ask({{{KEEP_COLUMNS.name, std::nullopt}}, {{KEEP_COLUMNS.name, true}}});
+}
+
+// Values that other places contradict: the next most frequent one may do less harm, or none at all.
+void Search::askRunnersUp(std::vector<Decision>& decisions) {
+    for (Decision& decision : decisions) {
+        if (decision.origin != Origin::Found || natureOf(decision.key) == Nature::Indentation) continue;
+        if ((decision.places - decision.exact) * 1000 < decision.places) continue;
+        std::vector<Answer> answers = {{{decision.key.name(), decision.value}}};
+        for (const Sighting& sighting : decision.sightings) {
+            if (sighting.value == decision.value) continue;
+            answers.push_back({{decision.key.name(), sighting.value}});
+            break;
+        }
+        // What is wider than the value counts for it, as what other keys keep: unless they do not.
+        if (!isAlone(decision)) answers.push_back({{decision.key.name(), std::nullopt}});
+        const std::size_t chosen = ask(answers);
+        if (chosen == 0) continue;
+        decision.value = answers[chosen].front().value;
+        decision.origin = decision.value ? Origin::Tried : Origin::Disputed;
+        decision.places = decision.sightingCount();
+        decision.agreeing = decision.sightings.front().found.count;
+    }
+}
+
+// What is kept for nothing is rather not kept.
+void Search::dropKept(const std::vector<Decision>& decisions) {
+    for (const KeyId key : {KeyId(KEEP_ONE_LINE_FUNCTIONS), KeyId(KEEP_ONE_LINE_STATEMENTS), KeyId(KEEP_ONE_LINE_BLOCKS),
+                            KeyId(KEEP_ONE_LINE_LISTS), KeyId(KEEP_ONE_LINE_INITS), KeyId(KEEP_FN_RETURN_TYPE_BREAK),
+                            KeyId(KEEP_BLANK_LINES)}) {
+        std::vector<Answer> answers = {{{key.name(), highestOf(decisions[key.place()])}}};
+        if (key.type() == Tessel::PropertyType::Boolean) {
+            for (const bool isOn : {false, true}) answers.push_back({{key.name(), isOn}});
+        } else {
+            const int highest = key == KeyId(KEEP_BLANK_LINES) ? 2 : 3;
+            for (int level = 0; level <= highest; ++level) answers.push_back({{key.name(), level}});
+        }
+        ask(answers);
+    }
+    keepsLineBreaks_ = ask({{{KEEP_LINE_BREAKS.name, false}}, {{KEEP_LINE_BREAKS.name, true}}}) == 1;
+}
+
+// The margin is the narrowest usual one that the lines respect, or a wider one that they end at. They are wrapped where
+// that changes next to nothing.
+void Search::askWrapping(const TextHabits& habits) {
+    const auto found = std::find_if(std::begin(kUsualMargins), std::end(kUsualMargins),
+                                    [&](int margin) { return MarginLines(margin, habits).isRespected(); });
+    if (found == std::end(kUsualMargins)) {
+        scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
+        return;
+    }
+    askWrapStyles(*found);
+    const std::size_t limit = changed_ + std::max(2 * worth_, trial_.lines() / kLinesToAWrap);
+    for (auto margin = found; margin != std::end(kUsualMargins); ++margin) {
+        if (margin != found && !MarginLines(*margin, habits).isEdge()) continue;
+        // Where lines go a column or two further, the margin does.
+        const auto next = margin + 1;
+        const bool isClose = next != std::end(kUsualMargins) && *next <= *margin + 2;
+        if (isClose && habits.widths[static_cast<std::size_t>(*next)] > 0) continue;
+        const Answer wrapping = {{LINE_WRAP, true}, {RIGHT_MARGIN, *margin}};
+        if (trial_.changedLines(with(wrapping), limit) > limit) continue;
+        ask({wrapping});
+        return;
+    }
+    scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, *found}});
+}
+
+// How lines are broken shows where they are joined first.
+void Search::askWrapStyles(int margin) {
+    const std::size_t changed = changed_;
+    ask({{{KEEP_LINE_BREAKS.name, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}}});
+    const std::vector<std::vector<Answer>> questions = {
+        {{{WRAP_STYLE, 1}}, {{WRAP_STYLE, 2}}, {{WRAP_STYLE, 0}}},
+        {{{LIST_WRAP_STRATEGY, 1}}, {{LIST_WRAP_STRATEGY, 2}}},
+        {{{CALL_ARGS_WRAP_STRATEGY.name, 1}}, {{CALL_ARGS_WRAP_STRATEGY.name, 2}}},
+        {{{EXPR_WRAP_STYLE, 2}}, {{EXPR_WRAP_STYLE, 1}}},
+        {{{EXPR_WRAP_STRATEGY.name, 1}}, {{EXPR_WRAP_STRATEGY.name, 2}}},
+        {{{COMMA_WRAP_STYLE, 2}}, {{COMMA_WRAP_STYLE, 1}}},
+        {{{SHIFT_WRAP_STYLE, 1}}, {{SHIFT_WRAP_STYLE, 2}}},
+    };
+    for (const std::vector<Answer>& question : questions) ask(question);
+    scheme_ = with({{KEEP_LINE_BREAKS.name, keepsLineBreaks_}, {LINE_WRAP, false}});
+    changed_ = changed;
+}
+
+}  // namespace Learn

@@ -1,0 +1,211 @@
+#include "tool/learn_command.h"
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <thread>
+#include <utility>
+
+#include "files/descriptor.h"
+#include "files/read_file.h"
+#include "files/write_file.h"
+#include "learn/learner.h"
+#include "run/format_text.h"
+#include "run/process.h"
+#include "textstream/text_encoding.h"
+#include "tool/failure.h"
+#include "tool/file_list.h"
+#include "tool/learn_page.h"
+#include "tool/learn_report.h"
+#include "tool/ordered_pool.h"
+#include "tool/output.h"
+#include "tool/progress.h"
+#include "tool/sample_trial.h"
+#include "tool/scheme_finder.h"
+
+namespace Tool {
+
+namespace {
+
+constexpr std::size_t sampleSize = 320'000;  // bytes
+constexpr std::size_t largestInSample = sampleSize / 6;
+
+struct Observed {
+    std::unique_ptr<Learn::Tally> tally;  // none for a file that cannot be used
+    Learn::TextHabits habits;
+    std::string problem;
+};
+
+std::size_t sizeOf(const std::string& file) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    return error ? 0 : static_cast<std::size_t>(size);
+}
+
+// Files from all over the list, as many as make up a sample. Where all are large, the smallest.
+std::vector<std::size_t> sampleOf(const std::vector<std::string>& files) {
+    std::vector<std::pair<std::size_t, std::size_t>> sizes;
+    std::size_t sum = 0;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        const std::size_t size = sizeOf(files[i]);
+        if (size == 0 || size > largestInSample) continue;
+        sizes.emplace_back(i, size);
+        sum += size;
+    }
+    std::vector<std::size_t> sample;
+    // Each file is taken when the share that the sample has of all bytes passes a whole number of bytes' worth.
+    std::size_t passed = 0;
+    std::size_t taken = 0;
+    for (const auto& [index, size] : sizes) {
+        passed += size;
+        if (sum > sampleSize && taken * sum > passed * sampleSize) continue;
+        sample.push_back(index);
+        taken += size;
+    }
+    if (sample.empty() && !files.empty()) {
+        const auto smallest = std::min_element(files.begin(), files.end(), [](const auto& left, const auto& right) {
+            return sizeOf(left) < sizeOf(right);
+        });
+        sample.push_back(static_cast<std::size_t>(smallest - files.begin()));
+    }
+    return sample;
+}
+
+std::string readSource(const std::string& file) {
+    std::string text = Files::readFile(file).text;
+    if (Zelmor::isUtf16(text)) throw Failure(file + " is stored as UTF-16; convert it to UTF-8");
+    return text;
+}
+
+Observed observe(const std::string& file, std::size_t index, const Tessel::FormatOptions& options, int tabSize) {
+    Observed observed;
+    try {
+        const std::string text = readSource(file);
+        observed.habits = Learn::habitsOf(text, tabSize);
+        Learn::TallyObserver observer(index, tabSize);
+        const Run::FormattedText formatted = Run::formatText(options, text, &observer);
+        if (formatted.messages.empty()) {
+            observed.tally = std::make_unique<Learn::Tally>(observer.tally());
+        } else {
+            observed.problem = "is refused";
+        }
+    } catch (const Files::ReadFailure& failure) {
+        observed.problem = "cannot be read: " + Files::errorText(failure.error);
+    } catch (const std::exception& fault) {
+        observed.problem = fault.what();
+    }
+    return observed;
+}
+
+class LearnRun {
+public:
+    LearnRun(const Options& options, const Streams& streams) : options_(options), streams_(streams) {
+        if (options.minAgreement <= 0.5 || options.minAgreement > 1) {
+            throw Failure("--min-agreement is a share of the places, above 0.5 and up to 1");
+        }
+        if (!options.from.empty()) given_ = SchemeFinder(options.from).schemeFor("")->options.scheme;
+        list_ = findFiles({options.paths, options.endings, options.excluded});
+        for (const std::string& problem : list_.missing) streams.errors << "vantrel: " << problem << '\n';
+        if (list_.files.empty()) throw Failure("there is no C or C++ source to learn from");
+        const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
+        threads_ = options.jobs > 0 ? static_cast<std::size_t>(options.jobs) : processors;
+        Run::prepareThreads();
+    }
+
+    int run() {
+        std::vector<std::string> sample = readSample();
+        const int tabSize = Learn::guessTabSize(sampleHabits_);
+        count(tabSize);
+        if (report_.files == 0) throw Failure("no source that could be learned from is accepted");
+        SampleTrial trial(std::move(sample), threads_);
+        const Learn::DecisionRules rules{.minAgreement = options_.minAgreement, .given = given_ ? &*given_ : nullptr};
+        report_.learned = Learn::learnScheme(name(), tally_, habits_, rules, trial);
+        report_.fileNames = &list_.files;
+        write();
+        return list_.missing.empty() ? Fine : CannotWork;
+    }
+
+private:
+    std::string name() const {
+        const std::string stem = std::filesystem::path(options_.outputFile).stem().string();
+        return stem.empty() || stem.starts_with('.') ? "learned" : stem;
+    }
+
+    // What is refused, or cannot be read, tells nothing: the pass over all files counts it.
+    std::vector<std::string> readSample() {
+        std::vector<std::string> texts;
+        for (const std::size_t index : sampleOf(list_.files)) {
+            try {
+                texts.push_back(readSource(list_.files[index]));
+            } catch (const Files::ReadFailure&) {
+                continue;
+            } catch (const Failure&) {
+                continue;
+            }
+            sampleHabits_.add(Learn::habitsOf(texts.back(), 1));
+        }
+        return texts;
+    }
+
+    void count(int tabSize) {
+        const Tessel::FormatOptions options{Learn::observingScheme(tabSize), Tessel::protectedRegionMarkers()};
+        Progress progress(streams_.errors, streams_.errorsAreTerminal && !options_.isQuiet, list_.files.size());
+        OrderedPool<Observed> pool(std::min(threads_, list_.files.size()));
+        pool.run(
+            list_.files.size(),
+            [&](std::size_t index) { return observe(list_.files[index], index, options, tabSize); },
+            [&](std::size_t, Observed observed) {
+                take(observed);
+                progress.countFile();
+            });
+    }
+
+    void take(const Observed& observed) {
+        if (!observed.tally) {
+            ++report_.refused;
+            return;
+        }
+        ++report_.files;
+        tally_.add(*observed.tally);
+        habits_.add(observed.habits);
+    }
+
+    void write() {
+        report_.lines = habits_.lines;
+        const std::string text = learnedSchemeText(report_);
+        if (!options_.outputFile.empty()) {
+            writeFile(options_.outputFile, text);
+        } else if (options_.htmlFile.empty()) {
+            say(text, streams_);
+        }
+        if (!options_.htmlFile.empty()) writeFile(options_.htmlFile, learnPage(report_));
+        if (!options_.isQuiet) streams_.errors << learnSummary(report_);
+    }
+
+    static void writeFile(const std::string& file, const std::string& text) try {
+        Files::writeFile(file, text);
+    } catch (const Files::WriteFailure& failure) {
+        throw Failure(file + " cannot be written" + (failure.error ? ": " + Files::errorText(failure.error) : ""));
+    }
+
+    const Options& options_;
+    const Streams& streams_;
+    std::optional<Tessel::PropertySet> given_;
+    FileList list_;
+    std::size_t threads_ = 1;
+    Learn::TextHabits sampleHabits_;
+    Learn::TextHabits habits_;
+    Learn::Tally tally_;
+    LearnReport report_;
+};
+
+}  // namespace
+
+int learnCommand(const Options& options, const Streams& streams) {
+    return LearnRun(options, streams).run();
+}
+
+}  // namespace Tool

@@ -1,0 +1,104 @@
+// What is decided from made-up tallies, and what is tried on a made-up sample.
+
+#include <gtest/gtest.h>
+
+#include "learn/decision.h"
+#include "learn/search.h"
+
+namespace {
+
+using namespace Tessel::Keys;
+using Learn::Decision;
+using Learn::Origin;
+using Learn::Value;
+using Tessel::KeyId;
+
+class Decisions : public ::testing::Test {
+protected:
+    void found(KeyId key, const std::string& value, std::size_t count) {
+        tally.of(key).values[value] = {count, {0, 1}};
+    }
+
+    Decision decided(KeyId key) { return Learn::decide(tally, rules)[key.place()]; }
+    std::string textOf(KeyId key) {
+        const Decision decision = decided(key);
+        return decision.value ? std::get<std::string>(*decision.value) : "open";
+    }
+
+    Learn::Tally tally;
+    Learn::DecisionRules rules;
+};
+
+TEST_F(Decisions, WhatEnoughPlacesAgreeOnIsTakenAndTheRestIsLeftOpen) {
+    found(WS_AFTER_CS_KEY, " ", 8);
+    found(WS_AFTER_CS_KEY, "", 2);
+    EXPECT_EQ(textOf(WS_AFTER_CS_KEY), " ");
+    found(WS_AFTER_CS_KEY, "", 3);
+    const Decision disputed = decided(WS_AFTER_CS_KEY);
+    EXPECT_EQ(disputed.origin, Origin::Disputed);
+    EXPECT_FALSE(disputed.value);
+    EXPECT_EQ(disputed.sightings.front().value, Value(" "));
+}
+
+TEST_F(Decisions, BreaksColumnsAndEmptyLinesMadeByHandDoNotCountAgainstAValue) {
+    found(WS_BETWEEN_FN_CALL_ARGS, " ", 60);
+    found(WS_BETWEEN_FN_CALL_ARGS, "\n", 40);
+    EXPECT_EQ(textOf(WS_BETWEEN_FN_CALL_ARGS), " ");
+    found(WS_AFTER_DD_TYPE_ID, " ", 50);
+    found(WS_AFTER_DD_TYPE_ID, "     ", 60);
+    EXPECT_EQ(textOf(WS_AFTER_DD_TYPE_ID), " ");
+    found(WS_AFTER_FN_OPEN_BRACE, "\n", 50);
+    found(WS_AFTER_FN_OPEN_BRACE, "\n\n", 50);
+    tally.of(KeyId(WS_AFTER_FN_OPEN_BRACE)).onOneLine[" "] = {200, {0, 1}};
+    EXPECT_EQ(textOf(WS_AFTER_FN_OPEN_BRACE), "\n");
+}
+
+TEST_F(Decisions, KeysOfTooFewPlacesGoByAGivenSchemeOrByTheirKin) {
+    found(WS_BEFORE_ENUM_OPEN_BRACE, " ", 1);
+    found(WS_BEFORE_FN_OPEN_BRACE, "\n", 90);
+    const Decision kin = decided(WS_BEFORE_ENUM_OPEN_BRACE);
+    EXPECT_EQ(kin.origin, Origin::Kin);
+    EXPECT_EQ(kin.value, Value("\n"));
+    EXPECT_EQ(kin.kin, KeyId(WS_BEFORE_FN_OPEN_BRACE));
+    Tessel::PropertySet given;
+    given.setString(WS_BEFORE_ENUM_OPEN_BRACE, " ");
+    rules.given = &given;
+    EXPECT_EQ(textOf(WS_BEFORE_ENUM_OPEN_BRACE), " ");
+    EXPECT_EQ(textOf(WS_BEFORE_FN_OPEN_BRACE), "\n");
+}
+
+// A sample in which so many lines change for each key that has not the value given here.
+class MadeUpTrial : public Learn::SchemeTrial {
+public:
+    std::size_t lines() const override { return 10000; }
+    std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t) override {
+        int functions = 0;
+        bool keepsBreaks = false;
+        std::string indent;
+        scheme.getInt(KEEP_ONE_LINE_FUNCTIONS.name, functions);
+        scheme.getBool(KEEP_LINE_BREAKS.name, keepsBreaks);
+        scheme.getString(INDENT_LABEL.name, indent);
+        return (functions < 2 ? 50 : 0) + (keepsBreaks ? 0 : 300) + (indent == " " ? 0 : 30);
+    }
+};
+
+TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
+    MadeUpTrial trial;
+    Tessel::PropertySet start("made up");
+    start.setBool(KEEP_ONE_LINE_STATEMENTS.name, true);
+    std::vector<Decision> decisions = Learn::decide({}, {});
+    Learn::Search search(trial, start);
+    search.run({}, decisions);
+    int functions = 0;
+    bool isKept = false;
+    EXPECT_TRUE(search.scheme().getInt(KEEP_ONE_LINE_FUNCTIONS.name, functions));
+    EXPECT_EQ(functions, 2);
+    EXPECT_TRUE(search.scheme().getBool(KEEP_LINE_BREAKS.name, isKept) && isKept);
+    EXPECT_TRUE(search.scheme().getBool(KEEP_ONE_LINE_STATEMENTS.name, isKept) && !isKept);
+    std::string indent;
+    EXPECT_TRUE(search.scheme().getString(INDENT_LABEL.name, indent));
+    EXPECT_EQ(indent, " ");
+    EXPECT_EQ(search.changedLines(), 0);
+}
+
+}  // namespace
