@@ -132,9 +132,4 @@ TEST(TokenProof, SeesDirectivesThatDoNotEndBehindTheirComments) {
     EXPECT_TRUE(accepts("#if A /* x\n y */\n", "#if A /* x\n y */"));
 }
 
-TEST(TokenProof, TellsWhereTheFirstDifferenceIs) {
-    Cpp::OpaqueTokens opaque;
-    EXPECT_EQ(Tessel::findLostToken("a;\nb;", opaque, "a;\nc;"), 3u);
-}
-
 }  // namespace

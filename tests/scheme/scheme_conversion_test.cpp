@@ -13,66 +13,31 @@ using TesselUI::PropertySetStore;
 
 TEST(SchemeConversion, BringsAnOldSchemeToTheCurrentKeys) {
     TemporaryFolder directory;
-    directory.write("old.vts", schemeText("old",
-                                        "1 ALIGN_CS_FOR_CLAUSES_LEFT 0\n"
-                                        "1 ALIGN_CS_FOR_CLAUSES_LEFT_ON_WRAP 1\n"
-                                        "1 ALIGN_FN_PARAMS_LEFT 1\n"
-                                        "1 ALIGN_FN_PARAMS_LEFT_ON_WRAP 1\n"
-                                        "1 UNKNOWN 1\n"
-                                        "2 SPACES_PER_TAB 4\n"
-                                        "2 WRAP_INDENT 0\n"
-                                        "3 GLOBAL_INDENT_CONTENT \"    \"\n"
-                                        "3 GLOBAL_WS_AFTER_OPEN_BRACE \"\\t\"\n"
-                                        "3 GLOBAL_WS_BEFORE_OPEN_BRACE \"\\n\"\n"
-                                        "3 WS_AFTER_CLASS_HEAD \"class\"\n"
-                                        "3 WS_AFTER_CS_HEAD \"cs\"\n"
-                                        "3 WS_AFTER_DD_NAME \" \"\n"
-                                        "3 WS_AFTER_ENUM_HEAD \"enum\"\n"
-                                        "3 WS_AFTER_FN_HEAD \"fn\"\n"
-                                        "3 WS_AFTER_FN_NAME \" \"\n"
-                                        "3 WS_AFTER_NS_HEAD \"ns\"\n"
-                                        "3 WS_BEFORE_FN_COMMA \" \"\n"));
+    directory.write("old.vts", schemeText(
+        "old",
+        "1 ALIGN_CS_FOR_CLAUSES_LEFT 0\n1 ALIGN_CS_FOR_CLAUSES_LEFT_ON_WRAP 1\n1 ALIGN_FN_PARAMS_LEFT 1\n"
+        "1 ALIGN_FN_PARAMS_LEFT_ON_WRAP 1\n1 UNKNOWN 1\n2 SPACES_PER_TAB 4\n2 WRAP_INDENT 0\n"
+        "3 GLOBAL_INDENT_CONTENT \"    \"\n3 GLOBAL_WS_AFTER_OPEN_BRACE \"\\t\"\n"
+        "3 GLOBAL_WS_BEFORE_OPEN_BRACE \"\\n\"\n3 WS_AFTER_CLASS_HEAD \"class\"\n3 WS_AFTER_CS_HEAD \"cs\"\n"
+        "3 WS_AFTER_DD_NAME \" \"\n3 WS_AFTER_ENUM_HEAD \"enum\"\n3 WS_AFTER_FN_HEAD \"fn\"\n"
+        "3 WS_AFTER_FN_NAME \" \"\n3 WS_AFTER_NS_HEAD \"ns\"\n3 WS_BEFORE_FN_COMMA \" \"\n"));
     PropertySetStore store = readStore(directory);
     EXPECT_EQ(convertSchemes(store), "");
-    EXPECT_EQ(directory.read("old.vts"), schemeText("old",
-                                                   "1 DATA_DO_NOT_FORMAT 0\n"
-                                                   "1 LINE_WRAP 0\n"
-                                                   "1 UNKNOWN 1\n"
-                                                   "2 COMMA_WRAP_STYLE 2\n"
-                                                   "2 EXPR_WRAP_STYLE 2\n"
-                                                   "2 LINE_WRAP_DO_NOT_FORMAT 0\n"
-                                                   "2 LIST_WRAP_STRATEGY 1\n"
-                                                   "2 RIGHT_MARGIN 78\n"
-                                                   "2 SHIFT_WRAP_STYLE 1\n"
-                                                   "2 TAB_SIZE 4\n"
-                                                   "2 WRAP_STYLE 1\n"
-                                                   "3 GLOBAL_INDENT_CONTENT \"    \"\n"
-                                                   "3 GLOBAL_WS_AFTER_OPEN_BRACE \"\\t\"\n"
-                                                   "3 GLOBAL_WS_BEFORE_COMMA \"\"\n"
-                                                   "3 GLOBAL_WS_BEFORE_OPEN_BRACE \"\\n\"\n"
-                                                   "3 INDENT_DD_CONTENT \"    \"\n"
-                                                   "3 VANTREL_VERSION \"1.2.1\"\n"
-                                                   "3 WRAP_INDENT \"    \"\n"
-                                                   "3 WS_AFTER_DD_OPEN_BRACE \"\\t\"\n"
-                                                   "3 WS_AFTER_FN_CALL_NAME \" \"\n"
-                                                   "3 WS_AFTER_FN_NAME \" \"\n"
-                                                   "3 WS_BEFORE_BASE_CLAUSES_COMMA \"\"\n"
-                                                   "3 WS_BEFORE_CLASS_INITS_COMMA \"\"\n"
-                                                   "3 WS_BEFORE_CLASS_OPEN_BRACE \"class\"\n"
-                                                   "3 WS_BEFORE_CS_OPEN_BRACE \"cs\"\n"
-                                                   "3 WS_BEFORE_DD_CLOSE_BRACE \"\"\n"
-                                                   "3 WS_BEFORE_DD_COMMA \"\"\n"
-                                                   "3 WS_BEFORE_DD_OPEN_BRACE \"\\n\"\n"
-                                                   "3 WS_BEFORE_ENUM_COMMA \"\"\n"
-                                                   "3 WS_BEFORE_ENUM_OPEN_BRACE \"enum\"\n"
-                                                   "3 WS_BEFORE_FN_CALL_COMMA \"\"\n"
-                                                   "3 WS_BEFORE_FN_COMMA \"\"\n"
-                                                   "3 WS_BEFORE_FN_OPEN_BRACE \"fn\"\n"
-                                                   "3 WS_BEFORE_NS_OPEN_BRACE \"ns\"\n"
-                                                   "3 WS_BEFORE_TP_COMMA \"\"\n"
-                                                   "3 WS_BETWEEN_DD_ELEMENTS \" \"\n"
-                                                   "3 WS_BETWEEN_FN_CALL_ARGS \"\\n\"\n"
-                                                   "3 WS_BETWEEN_FN_PARAMS \"\\n\"\n"));
+    EXPECT_EQ(directory.read("old.vts"), schemeText(
+        "old",
+        "1 DATA_DO_NOT_FORMAT 0\n1 LINE_WRAP 0\n1 UNKNOWN 1\n2 COMMA_WRAP_STYLE 2\n2 EXPR_WRAP_STYLE 2\n"
+        "2 LINE_WRAP_DO_NOT_FORMAT 0\n2 LIST_WRAP_STRATEGY 1\n2 RIGHT_MARGIN 78\n2 SHIFT_WRAP_STYLE 1\n"
+        "2 TAB_SIZE 4\n2 WRAP_STYLE 1\n3 GLOBAL_INDENT_CONTENT \"    \"\n"
+        "3 GLOBAL_WS_AFTER_OPEN_BRACE \"\\t\"\n3 GLOBAL_WS_BEFORE_COMMA \"\"\n"
+        "3 GLOBAL_WS_BEFORE_OPEN_BRACE \"\\n\"\n3 INDENT_DD_CONTENT \"    \"\n3 VANTREL_VERSION \"1.2.1\"\n"
+        "3 WRAP_INDENT \"    \"\n3 WS_AFTER_DD_OPEN_BRACE \"\\t\"\n3 WS_AFTER_FN_CALL_NAME \" \"\n"
+        "3 WS_AFTER_FN_NAME \" \"\n3 WS_BEFORE_BASE_CLAUSES_COMMA \"\"\n3 WS_BEFORE_CLASS_INITS_COMMA \"\"\n"
+        "3 WS_BEFORE_CLASS_OPEN_BRACE \"class\"\n3 WS_BEFORE_CS_OPEN_BRACE \"cs\"\n"
+        "3 WS_BEFORE_DD_CLOSE_BRACE \"\"\n3 WS_BEFORE_DD_COMMA \"\"\n3 WS_BEFORE_DD_OPEN_BRACE \"\\n\"\n"
+        "3 WS_BEFORE_ENUM_COMMA \"\"\n3 WS_BEFORE_ENUM_OPEN_BRACE \"enum\"\n3 WS_BEFORE_FN_CALL_COMMA \"\"\n"
+        "3 WS_BEFORE_FN_COMMA \"\"\n3 WS_BEFORE_FN_OPEN_BRACE \"fn\"\n3 WS_BEFORE_NS_OPEN_BRACE \"ns\"\n"
+        "3 WS_BEFORE_TP_COMMA \"\"\n3 WS_BETWEEN_DD_ELEMENTS \" \"\n3 WS_BETWEEN_FN_CALL_ARGS \"\\n\"\n"
+        "3 WS_BETWEEN_FN_PARAMS \"\\n\"\n"));
 }
 
 TEST(SchemeConversion, NamesTheOldSchemesThatItMayNotConvert) {
