@@ -68,7 +68,7 @@ std::string_view ITextDocBuf::readTo(std::uint32_t line, std::uint32_t column) {
 }
 
 std::string_view ITextDocBuf::readToOffset(std::size_t end) {
-    if (end <= offset_) return {};
+    if (end <= offset_) return document_->text().substr(offset_, 0);  // where it stands
     const std::string_view read = document_->text().substr(offset_, end - offset_);
     offset_ = end;
     putBackRoom_ = std::min(putBackRoom_ + read.size(), kPutBackLimit);
