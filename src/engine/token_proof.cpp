@@ -83,10 +83,9 @@ private:
 
     // What is the same with the same white space in it, and holds no literal, as most of a text is.
     void skipPlain(std::size_t end) {
+        if (isInDirective_) return;  // the next white space may end it
         const char* source = source_.text.data() + source_.place;
         const char* result = result_.text.data() + result_.place;
-        // White space may end a directive.
-        if (isInDirective_) return;
         const std::size_t limit = std::min(end - source_.place, result_.text.size() - result_.place);
         std::size_t count = 0;
         while (count < limit && source[count] == result[count] && isPlain(source[count])) ++count;
