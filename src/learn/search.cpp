@@ -118,6 +118,7 @@ void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
     askRunnersUp(decisions);
     askAlignment(decisions);
     dropKept(decisions);
+    askTabs(habits);
     askKeptLayout();
     askWrapping(habits);
 }
@@ -127,11 +128,10 @@ void Search::askTabs(const TextHabits& habits) {
         ask({{{CONVERT_WS, 1}}});
         return;
     }
-    std::vector<Answer> answers;
-    for (const int size : {8, 4, 2, 3}) {
-        for (const int converted : {2, 0, 1}) answers.push_back({{TAB_SIZE, size}, {CONVERT_WS, converted}});
-    }
-    ask(answers);
+    ask({{{CONVERT_WS, 0}}, {{CONVERT_WS, 2}}, {{CONVERT_WS, 1}}});
+    std::vector<Answer> sizes;
+    for (const int size : {8, 4, 2, 3}) sizes.push_back({{TAB_SIZE, size}});
+    ask(sizes, trial_.lines() / kLinesToAHand);
 }
 
 void Search::askIndentation(const std::vector<Decision>& decisions) {
