@@ -222,9 +222,10 @@ void Search::askRunnersUp(std::vector<Decision>& decisions) {
 
 // What is kept for nothing is rather not kept.
 void Search::dropKept(const std::vector<Decision>& decisions) {
-    for (const KeyId key : {KeyId(KEEP_ONE_LINE_FUNCTIONS), KeyId(KEEP_ONE_LINE_STATEMENTS), KeyId(KEEP_ONE_LINE_BLOCKS),
-                            KeyId(KEEP_ONE_LINE_LISTS), KeyId(KEEP_ONE_LINE_INITS), KeyId(KEEP_FN_RETURN_TYPE_BREAK),
-                            KeyId(KEEP_BLANK_LINES)}) {
+    constexpr KeyId keys[] = {KEEP_ONE_LINE_FUNCTIONS, KEEP_ONE_LINE_STATEMENTS,  KEEP_ONE_LINE_BLOCKS,
+                              KEEP_ONE_LINE_LISTS,     KEEP_ONE_LINE_INITS,       KEEP_FN_RETURN_TYPE_BREAK,
+                              KEEP_BLANK_LINES};
+    for (const KeyId key : keys) {
         std::vector<Answer> answers = {{{key.name(), highestOf(decisions[key.place()])}}};
         if (key.type() == Tessel::PropertyType::Boolean) {
             for (const bool isOn : {false, true}) answers.push_back({{key.name(), isOn}});
