@@ -116,7 +116,8 @@ private:
         const std::vector<Sighting> all = decision.sightings;
         switch (natureOf(decision.key)) {
             case Nature::Inline:
-                return findAmong(decision, false, kFewestOf) || (decision.places >= kFewestBreaks && findValue(decision, all));
+                return findAmong(decision, false, kFewestOf) ||
+                       (decision.places >= kFewestBreaks && findValue(decision, all));
             case Nature::Breakable: return findValue(decision, all) || findAmong(decision, false, kFewestOf);
             case Nature::Together: return findAmong(decision, false, kHardlyOneOf) || findValue(decision, all);
             case Nature::Structural:
@@ -162,7 +163,8 @@ std::optional<Value> valueOf(const Tessel::PropertySet& scheme, KeyId key) {
     int number = 0;
     std::string text;
     switch (key.type()) {
-        case Tessel::PropertyType::Boolean: return scheme.getBool(name, isOn) ? std::optional<Value>(isOn) : std::nullopt;
+        case Tessel::PropertyType::Boolean:
+            return scheme.getBool(name, isOn) ? std::optional<Value>(isOn) : std::nullopt;
         case Tessel::PropertyType::Integer:
             return scheme.getInt(name, number) ? std::optional<Value>(number) : std::nullopt;
         case Tessel::PropertyType::String: break;

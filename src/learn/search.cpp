@@ -118,6 +118,7 @@ void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
     askRunnersUp(decisions);
     askAlignment(decisions);
     dropKept(decisions);
+    askTabs(habits);
     askKeptLayout();
     askWrapping(habits);
 }
@@ -127,11 +128,10 @@ void Search::askTabs(const TextHabits& habits) {
         ask({{{CONVERT_WS, 1}}});
         return;
     }
-    std::vector<Answer> answers;
-    for (const int size : {8, 4, 2, 3}) {
-        for (const int converted : {2, 0, 1}) answers.push_back({{TAB_SIZE, size}, {CONVERT_WS, converted}});
-    }
-    ask(answers);
+    ask({{{CONVERT_WS, 0}}, {{CONVERT_WS, 2}}, {{CONVERT_WS, 1}}});
+    std::vector<Answer> sizes;
+    for (const int size : {8, 4, 2, 3}) sizes.push_back({{TAB_SIZE, size}});
+    ask(sizes, trial_.lines() / kLinesToAHand);
 }
 
 void Search::askIndentation(const std::vector<Decision>& decisions) {
@@ -222,9 +222,10 @@ void Search::askRunnersUp(std::vector<Decision>& decisions) {
 
 // What is kept for nothing is rather not kept.
 void Search::dropKept(const std::vector<Decision>& decisions) {
-    for (const KeyId key : {KeyId(KEEP_ONE_LINE_FUNCTIONS), KeyId(KEEP_ONE_LINE_STATEMENTS), KeyId(KEEP_ONE_LINE_BLOCKS),
-                            KeyId(KEEP_ONE_LINE_LISTS), KeyId(KEEP_ONE_LINE_INITS), KeyId(KEEP_FN_RETURN_TYPE_BREAK),
-                            KeyId(KEEP_BLANK_LINES)}) {
+    constexpr KeyId keys[] = {KEEP_ONE_LINE_FUNCTIONS, KEEP_ONE_LINE_STATEMENTS,  KEEP_ONE_LINE_BLOCKS,
+                              KEEP_ONE_LINE_LISTS,     KEEP_ONE_LINE_INITS,       KEEP_FN_RETURN_TYPE_BREAK,
+                              KEEP_BLANK_LINES};
+    for (const KeyId key : keys) {
         std::vector<Answer> answers = {{{key.name(), highestOf(decisions[key.place()])}}};
         if (key.type() == Tessel::PropertyType::Boolean) {
             for (const bool isOn : {false, true}) answers.push_back({{key.name(), isOn}});

@@ -64,8 +64,8 @@ void TallyObserver::measured(const Tessel::Measured& measure) {
 }
 
 void TallyObserver::record(Tessel::KeyId key, std::size_t end, Value value, bool isOnOneLine, bool isMeasured) {
-    const Zelmor::TextDocument& source = *source_;
-    records_.push_back({key, isOnOneLine, isMeasured, static_cast<std::uint32_t>(source.positionOf(end).line), end, std::move(value)});
+    const auto line = static_cast<std::uint32_t>(source_->positionOf(end).line);
+    records_.push_back({key, isOnOneLine, isMeasured, line, end, std::move(value)});
 }
 
 // Of gaps that end at one place the last report counts, of measures at one place the last for each key.

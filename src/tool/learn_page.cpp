@@ -74,8 +74,8 @@ public:
     explicit Page(const LearnReport& report) : report_(report), lines_(*report.fileNames) {}
 
     std::string text() && {
-        text_ = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>A style, learned</title>\n"
-                "<style>\n" +
+        text_ = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+                "<title>A style, learned</title>\n<style>\n" +
                 std::string(kStyle) + "</style>\n</head>\n<body>\n<h1>A style, learned</h1>\n<p>From " +
                 withThousands(report_.files) + " files, " + withThousands(report_.lines) +
                 " lines. The scheme would still change " + changedPerHundred(report_) + " lines of 100.</p>\n";
@@ -92,7 +92,8 @@ private:
     }
 
     void addOpen() {
-        text_ += "<h2>Left open</h2>\n<p>The places of these keys do not agree, so that the scheme leaves them alone.</p>\n";
+        text_ += "<h2>Left open</h2>\n"
+                 "<p>The places of these keys do not agree, so that the scheme leaves them alone.</p>\n";
         for (const Decision& decision : report_.learned.decisions) {
             if (isOpen(report_, decision)) addSides(decision);
         }
@@ -101,7 +102,8 @@ private:
     void addSides(const Decision& decision) {
         constexpr std::size_t sides = 3;
         const Tessel::KeyGuide* const guide = Tessel::findKeyGuide(decision.key.name());
-        text_ += "<h3>" + std::string(decision.key.name()) + "</h3>\n<p>" + markup(guide ? guide->meaning : "") + "</p>\n";
+        text_ += "<h3>" + std::string(decision.key.name()) + "</h3>\n<p>" + markup(guide ? guide->meaning : "") +
+                 "</p>\n";
         for (std::size_t i = 0; i < std::min(decision.sightings.size(), sides); ++i) {
             const Learn::Sighting& sighting = decision.sightings[i];
             const Learn::Place& place = sighting.found.first;
@@ -133,8 +135,8 @@ private:
                                              "%\"></div></div>"
                                        : std::string();
         return std::string("<tr") + (isOpen(report_, decision) ? " class=\"open\"" : "") + "><td title=\"" +
-               markup(guide.meaning) + "\">" + guide.key() + "</td><td><code>" + markup(value.empty() ? "open" : value) +
-               "</code></td><td>" + bar + "</td><td class=\"number\">" + (isTold ? share : "") + "</td><td>" +
+               markup(guide.meaning) + "\">" + guide.key() + "</td><td><code>" +
+               markup(value.empty() ? "open" : value) + "</code></td><td>" + bar + "</td><td class=\"number\">" + (isTold ? share : "") + "</td><td>" +
                (isTold ? withThousands(decision.places) + " places" : markup(reasonText(decision))) + "</td></tr>\n";
     }
 
