@@ -14,20 +14,22 @@ class TextDocument;
 // Telling which key decided what, while a text is formatted.
 //
 // Offsets are those of the source as the job sees it: without a byte-order mark, every line end one line feed. The
-// document handed to `begin` is that text; its positionOf() makes lines and columns of them.
+// document handed to `begin` is that text; its positionOf() makes lines and columns of them. Where columns are told, tabs
+// count as the scheme's TAB_SIZE says.
 namespace Tessel {
 
-// White space, of which a rule has looked up what the scheme wants there. It may be empty.
+// White space, of which a rule has looked up what the scheme wants there. It may be empty. What is written there lives
+// for the call alone.
 struct DecidedGap {
-    // What decided. None where nothing of the scheme did: the proof that two tokens stay apart, or a line end that
-    // a comment needs.
+    // What decided, or would if the scheme had a value. None where nothing of the scheme did: the proof that two tokens
+    // stay apart, or a line end that a comment needs.
     KeyId key;
     std::size_t offset = 0;  // of the white space that was found; what follows it stands at its end
     std::string_view found;  // a view of the source
     // What the rule asks for there. The indentation of the line that it begins is put behind it by others. As found
     // where the scheme has no value.
     std::string_view written;
-    bool hasValue = false;  // the scheme has one for the key
+    bool hasValue = false;  // the scheme has one for the key, or there is one by default
     KeyId indentKey;        // of the indentation of the line that what is written begins; none elsewhere
     // The construct around the gap stands on one line in the source, so that it may stay there whatever the scheme has
     // for this gap: an empty body, `{ return; }`, `if (a) b();`.
@@ -43,8 +45,8 @@ struct DecidedGap {
 struct Measured {
     KeyId key;
     std::size_t offset = 0;  // of the token that was looked at
-    // A text for keys of texts, the white space of an indentation relative to what it is indented from; else a number,
-    // 0 and 1 for switches.
+    // A text for keys of texts, the white space of an indentation relative to what it is indented from, that of
+    // continuation lines and rows in blanks; else a number, 0 and 1 for switches.
     std::variant<int, std::string> value;
 };
 

@@ -77,6 +77,15 @@ std::vector<ExplainedGap> gapsOf(const Place& place, std::vector<ExplainedGap> g
     return gaps;
 }
 
+ExplainedText explainFile(const std::string& file, const Tessel::FormatOptions& options) {
+    const std::string source = readSource(file);
+    try {
+        return explainText(options, source);
+    } catch (const Trn::Exception& fault) {
+        throw Failure(file + ": " + fault.message());
+    }
+}
+
 std::string dumped(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n'; }
 
 Json json(const std::string& file, const ExplainedGap& gap, const Tessel::PropertySet& scheme) {
@@ -92,9 +101,10 @@ int explainPlace(const Options& options, const Streams& streams) {
     SchemeFinder schemes(options.scheme);
     const LoadedScheme* const scheme = schemes.schemeFor(place.file);
     if (!scheme) throw Failure(noSchemeMessage(place.file));
-    ExplainedText explained = explainText(scheme->options, readSource(place.file));
+    ExplainedText explained = explainFile(place.file, scheme->options);
     if (!explained.messages.empty()) {
-        throw Failure(place.file + " is refused; \"vantrel why " + place.file + "\" tells more");
+        streams.errors << "vantrel: " << place.file << " is refused; \"vantrel why " << place.file << "\" tells more\n";
+        return WasRefused;
     }
     const Tessel::PropertySet& keys = scheme->options.scheme;
     std::string text;
@@ -120,13 +130,11 @@ struct FileCounts {
 FileCounts countIn(const std::string& file, const Tessel::FormatOptions& options) {
     FileCounts counts;
     try {
-        const ExplainedText explained = explainText(options, readSource(file));
+        const ExplainedText explained = explainFile(file, options);
         if (!explained.messages.empty()) counts.problem = file + " is refused";
         for (const ExplainedGap& gap : explained.gaps) counts.changed[gap.key.place()] += gap.isChanged();
     } catch (const Failure& failure) {
         counts.problem = failure.message();
-    } catch (const Trn::Exception& fault) {
-        counts.problem = file + ": " + fault.message();
     }
     return counts;
 }
