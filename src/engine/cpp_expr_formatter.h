@@ -57,8 +57,8 @@ public:
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
-    // What the log is told of lines, which are views of the source, by what stands in front of them, or the first element
-    // of the list that they continue.
+    // What the log is told of lines, which are views of the source, by what stands in front of them, or the first
+    // element of the list that they continue.
     void logLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
     void logContinuation(std::string_view piece, std::string_view firstElement) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }

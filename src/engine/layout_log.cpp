@@ -16,8 +16,8 @@ bool LayoutLog::isOfSource(std::string_view piece) const {
 KeyId LayoutLog::decider(const WantedText& wanted) const {
     if (!place_.oneLine || !wanted.present || wanted.hasLineFeed()) return wanted.key;
     std::string value;
-    const bool losesLineEnd = wanted.key && scheme_.getString(wanted.key.name(), value) && value.find('\n') != value.npos;
-    return losesLineEnd ? place_.oneLine : wanted.key;
+    const bool isSet = wanted.key && scheme_.getString(wanted.key.name(), value);
+    return isSet && value.find('\n') != value.npos ? place_.oneLine : wanted.key;
 }
 
 void LayoutLog::decided(std::string_view found, const WantedText& wanted) {

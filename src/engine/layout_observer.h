@@ -14,8 +14,8 @@ class TextDocument;
 // Telling which key decided what, while a text is formatted.
 //
 // Offsets are those of the source as the job sees it: without a byte-order mark, every line end one line feed. The
-// document handed to `begin` is that text; its positionOf() makes lines and columns of them. Where columns are told, tabs
-// count as the scheme's TAB_SIZE says.
+// document handed to `begin` is that text; its positionOf() makes lines and columns of them. Where columns are told,
+// tabs count as the scheme's TAB_SIZE says.
 namespace Tessel {
 
 // White space, of which a rule has looked up what the scheme wants there. It may be empty. What is written there lives

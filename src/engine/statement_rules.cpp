@@ -290,8 +290,8 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
     const std::string_view gap = writer_.readGap(label->start());
     const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
     if (followsText && settings_.afterCaseLabel.hasLineFeed()) {
-        const KeyId key = settings_.keepsOneLineStatements ? settings_.keepsOneLineStatements.key : settings_.afterCaseLabel.key;
-        writer_.writeMerged(gap, WantedText(settings_.keepsOneLineStatements ? " " : "\n", key));
+        const Keyed<bool>& kept = settings_.keepsOneLineStatements;
+        writer_.writeMerged(gap, kept ? WantedText(" ", kept.key) : WantedText("\n", settings_.afterCaseLabel.key));
     } else {
         writer_.write(gap);
     }
@@ -339,7 +339,8 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
         // Where statements have a line each, only a single one stays behind its label.
         const bool isSingle = next + 1 == end || (*(next + 1))->start().line != line || isTrivia(**(next + 1));
         const bool staysOnLine = isSingle || !settings_.betweenStatements.hasLineFeed();
-        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, settings_.keepsOneLineStatements.key, format)) return next;
+        const KeyId keptBy = settings_.keepsOneLineStatements.key;
+        if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, keptBy, format)) return next;
     }
     if (!settings_.afterCaseLabel.present) {
         if (next != end) leaveBefore(**next, settings_.afterCaseLabel);

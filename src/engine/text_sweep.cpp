@@ -61,8 +61,9 @@ void TextSweep::replaceGap(WantedText wanted) {
     if (keepsColumns_ && wanted.text() == " " && isColumnGap(whole)) wanted = WantedText(whole, Keys::KEEP_COLUMNS);
     out_.write(kept);
     if (endedLine_ && kept.empty()) {
-        const std::size_t lineFeed = wanted.text().find('\n');
-        wanted = wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text().substr(lineFeed + 1));
+        const std::string_view text = wanted.text();
+        const std::size_t lineFeed = text.find('\n');
+        wanted = wanted.with(lineFeed == text.npos ? std::string_view() : text.substr(lineFeed + 1));
     }
     if (log_) log_->decided(trailingBlanks(whole), wanted);
     out_.writeVerbatim(wanted.text());

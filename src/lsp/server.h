@@ -31,14 +31,14 @@ public:
     // Throws std::runtime_error where nothing can be formatted, for the want of a scheme.
     virtual Result format(const std::string& path, const std::string& text,
                           const std::optional<Edits::LineSet>& lines) = 0;
-    // What is said of the white space at a place, or in front of what stands there; empty where there is nothing to say.
-    // The line and the column, in bytes, count from 1. Throws as format() does.
+    // What is said of the white space at a place, or in front of what stands there; empty where there is nothing to
+    // say. The line and the column, in bytes, count from 1. Throws as format() does.
     virtual std::string explain(const std::string& path, const std::string& text, std::size_t line,
                                 std::size_t column) = 0;
 };
 
-// A language server: formatting of documents and ranges, diagnostics for what is refused, and, where the pointer hovers,
-// which key decides the white space there.
+// A language server: formatting of documents and ranges, diagnostics for what is refused, and, where the pointer
+// hovers, which key decides the white space there.
 class Server {
 public:
     // Both are borrowed.

@@ -50,12 +50,13 @@ private:
     std::set<std::string_view> keys_;
 };
 
-// What says how other keys count, or what is not laid out at all, decides no gap by itself; and no example has lines that
-// are too long in its source, or marks and columns that tell what their author had in mind.
+// What says how other keys count, or what is not laid out at all, decides no gap by itself; and no example has lines
+// that are too long in its source.
 bool isNeverTold(std::string_view key) {
-    for (const std::string_view part : {"_VERSION", "TAB_SIZE", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
-                                        "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "HANGING_",
-                                        "KEEP_UNRECOGNIZED", "KEEP_REGION_INDENT", "KEEP_LINE_INDENT", "DATA_ONLY", "CONVERT_WS"}) {
+    for (const std::string_view part :
+         {"_VERSION", "TAB_SIZE", "CONVERT_WS", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
+          "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "HANGING_", "KEEP_UNRECOGNIZED",
+          "KEEP_REGION_INDENT", "KEEP_LINE_INDENT", "DATA_ONLY"}) {
         if (key.find(part) != std::string_view::npos) return true;
     }
     return false;
