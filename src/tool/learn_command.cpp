@@ -116,11 +116,11 @@ public:
     }
 
     int run() {
-        std::vector<std::string> sample = readSample();
+        Sample sample = readSample();
         const int tabSize = Learn::guessTabSize(sampleHabits_);
         count(tabSize);
         if (report_.files == 0) throw Failure("no source that could be learned from is accepted");
-        SampleTrial trial(std::move(sample), threads_);
+        SampleTrial trial(acceptedOf(std::move(sample)), threads_);
         const Learn::DecisionRules rules{.minAgreement = options_.minAgreement, .given = given_ ? &*given_ : nullptr};
         report_.learned = Learn::learnScheme(name(), tally_, habits_, rules, trial);
         report_.fileNames = &list_.files;
@@ -129,23 +129,33 @@ public:
     }
 
 private:
+    using Sample = std::vector<std::pair<std::size_t, std::string>>;  // with the places of the files in the list
+
     std::string name() const {
         const std::string stem = std::filesystem::path(options_.outputFile).stem().string();
         return stem.empty() || stem.starts_with('.') ? "learned" : stem;
     }
 
     // What is refused, or cannot be read, tells nothing: the pass over all files counts it.
-    std::vector<std::string> readSample() {
-        std::vector<std::string> texts;
+    Sample readSample() {
+        Sample sample;
         for (const std::size_t index : sampleOf(list_.files)) {
             try {
-                texts.push_back(readSource(list_.files[index]));
+                sample.emplace_back(index, readSource(list_.files[index]));
             } catch (const Files::ReadFailure&) {
                 continue;
             } catch (const Failure&) {
                 continue;
             }
-            sampleHabits_.add(Learn::habitsOf(texts.back(), 1));
+            sampleHabits_.add(Learn::habitsOf(sample.back().second, 1));
+        }
+        return sample;
+    }
+
+    std::vector<std::string> acceptedOf(Sample sample) const {
+        std::vector<std::string> texts;
+        for (auto& [index, text] : sample) {
+            if (!isRefused_[index]) texts.push_back(std::move(text));
         }
         return texts;
     }
@@ -157,7 +167,8 @@ private:
         pool.run(
             list_.files.size(),
             [&](std::size_t index) { return observe(list_.files[index], index, options, tabSize); },
-            [&](std::size_t, Observed observed) {
+            [&](std::size_t, const Observed& observed) {
+                isRefused_.push_back(!observed.tally);
                 take(observed);
                 progress.countFile();
             });
@@ -195,6 +206,7 @@ private:
     const Streams& streams_;
     std::optional<Tessel::PropertySet> given_;
     FileList list_;
+    std::vector<bool> isRefused_;  // as the list
     std::size_t threads_ = 1;
     Learn::TextHabits sampleHabits_;
     Learn::TextHabits habits_;

@@ -288,6 +288,25 @@ TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     EXPECT_EQ(run({"why", "b.c"}).status, 0);
 }
 
+TEST_F(Vantrel, ExplainsGaps) {
+    folder.write("s.vts", "Tessel::PropertySet\n1\n\"s\"\n3 VANTREL_VERSION \"1.2.1\"\n"
+                          "2 RIGHT_MARGIN 20\n1 LINE_WRAP 1\n"
+                          "3 WS_AFTER_CS_KEY \" \"\n3 INDENT_FN_CONTENT \"\\t\"\n3 WS_BEFORE_FN_OPEN_BRACE \"\\n\"\n");
+    folder.write("a.c", "void f() {\n  if(a) b();\n  call(first, second);\n}\n");
+    const auto explain = [this](std::vector<std::string> words) {
+        words.insert(words.begin(), {"explain", "-s", "s.vts"});
+        return run(words).output;
+    };
+    const std::string changes = explain({"a.c"});
+    for (const char* part :
+         {"a.c:1:10: WS_BEFORE_FN_OPEN_BRACE \"\\n\"\n    White space before", "\n    · becomes ↵\n",
+          "a.c:2:3: INDENT_FN_CONTENT \"\\t\"", "↵·· becomes ↵→", "a.c:3:15: RIGHT_MARGIN 20, WRAP_STYLE"}) {
+        EXPECT_THAT(changes, HasSubstr(part));
+    }
+    EXPECT_THAT(explain({"a.c:2"}), HasSubstr("WS_AFTER_CS_OPEN_PAREN, which the scheme lacks"));
+    EXPECT_THAT(explain({"a.c:2:5"}), StartsWith("a.c:2:5: WS_AFTER_CS_KEY \" \"\n"));
+    EXPECT_THAT(explain({"--format", "json", "a.c:2:5"}), HasSubstr(R"("key":"WS_AFTER_CS_KEY")"));
+    EXPECT_THAT(explain({"--summary", "."}), HasSubstr("2         1  INDENT_FN_CONTENT\n"));
     folder.write("b.c", "void f( {");
     EXPECT_EQ(run({"explain", "-s", "s.vts", "b.c"}).status, 3);
 }
