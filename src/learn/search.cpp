@@ -160,6 +160,12 @@ void Search::askKeptLayout() {
         }
     }
     ask(hanging, trial_.lines() / kLinesToAHand);
+    // By itself, where operands hang keeps nothing that was done by hand: less speaks for it.
+    std::vector<Answer> operands = {{}};
+    for (const std::string& text : {wrapIndent, std::string(), unit}) {
+        operands.push_back({{HANGING_OPERAND_INDENT.name, text}});
+    }
+    ask(operands);
     ask({{{ALIGN_PPD_LEFT_MOST, true}}, {{ALIGN_PPD_LEFT_MOST, false}}, {{ALIGN_PPD_LEFT_MOST, std::nullopt}}});
 }
 

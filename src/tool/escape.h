@@ -31,4 +31,6 @@ constexpr std::string_view markupCode(char c) {
     }
 }
 
+inline std::string markup(std::string_view text) { return escaped(text, markupCode); }
+
 }  // namespace Tool

@@ -9,16 +9,14 @@
 #include <thread>
 #include <utility>
 
-#include "files/descriptor.h"
-#include "files/read_file.h"
 #include "scheme/known_keys.h"
-#include "textstream/text_encoding.h"
 #include "tool/explained_gaps.h"
 #include "tool/failure.h"
 #include "tool/file_list.h"
 #include "tool/ordered_pool.h"
 #include "tool/output.h"
 #include "tool/scheme_finder.h"
+#include "tool/source_text.h"
 #include "trn/exception.h"
 
 namespace Tool {
@@ -53,16 +51,6 @@ Place placeOf(const std::string& argument) {
     place.line = first > 0 ? first : last;
     place.column = first > 0 ? last : 0;
     return place;
-}
-
-std::string readSource(const std::string& file) {
-    try {
-        std::string text = Files::readFile(file).text;
-        if (Zelmor::isUtf16(text)) throw Failure(file + " is stored as UTF-16; convert it to UTF-8");
-        return text;
-    } catch (const Files::ReadFailure& failure) {
-        throw Failure(file + ": " + Files::errorText(failure.error));
-    }
 }
 
 // Those that the place is about: of a file what changes, of a line all, of a column the gap there.

@@ -103,10 +103,6 @@ std::string wrapped(const std::string& text, std::size_t indent, std::size_t wid
     return result;
 }
 
-std::string markup(std::string_view text) {
-    return escaped(text, markupCode);
-}
-
 // Calls back for each group and for each key in it.
 template <typename ForGroup, typename ForKey>
 void walkKeys(ForGroup forGroup, ForKey forKey) {

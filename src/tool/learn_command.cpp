@@ -10,12 +10,10 @@
 #include <utility>
 
 #include "files/descriptor.h"
-#include "files/read_file.h"
 #include "files/write_file.h"
 #include "learn/learner.h"
 #include "run/format_text.h"
 #include "run/process.h"
-#include "textstream/text_encoding.h"
 #include "tool/failure.h"
 #include "tool/file_list.h"
 #include "tool/learn_page.h"
@@ -25,6 +23,7 @@
 #include "tool/progress.h"
 #include "tool/sample_trial.h"
 #include "tool/scheme_finder.h"
+#include "tool/source_text.h"
 
 namespace Tool {
 
@@ -74,12 +73,6 @@ std::vector<std::size_t> sampleOf(const std::vector<std::string>& files) {
     return sample;
 }
 
-std::string readSource(const std::string& file) {
-    std::string text = Files::readFile(file).text;
-    if (Zelmor::isUtf16(text)) throw Failure(file + " is stored as UTF-16; convert it to UTF-8");
-    return text;
-}
-
 Observed observe(const std::string& file, std::size_t index, const Tessel::FormatOptions& options, int tabSize) {
     Observed observed;
     try {
@@ -90,12 +83,12 @@ Observed observe(const std::string& file, std::size_t index, const Tessel::Forma
         if (formatted.messages.empty()) {
             observed.tally = std::make_unique<Learn::Tally>(observer.tally());
         } else {
-            observed.problem = "is refused";
+            observed.problem = file + " is refused";
         }
-    } catch (const Files::ReadFailure& failure) {
-        observed.problem = "cannot be read: " + Files::errorText(failure.error);
+    } catch (const Failure& failure) {
+        observed.problem = failure.message();
     } catch (const std::exception& fault) {
-        observed.problem = fault.what();
+        observed.problem = file + ": " + fault.what();
     }
     return observed;
 }
@@ -142,8 +135,6 @@ private:
         for (const std::size_t index : sampleOf(list_.files)) {
             try {
                 sample.emplace_back(index, readSource(list_.files[index]));
-            } catch (const Files::ReadFailure&) {
-                continue;
             } catch (const Failure&) {
                 continue;
             }
@@ -172,11 +163,13 @@ private:
                 take(observed);
                 progress.countFile();
             });
+        streams_.errors << problems_;
     }
 
     void take(const Observed& observed) {
         if (!observed.tally) {
             ++report_.refused;
+            problems_ += "vantrel: " + observed.problem + '\n';
             return;
         }
         ++report_.files;
@@ -209,6 +202,7 @@ private:
     std::vector<bool> isRefused_;  // as the list
     std::size_t threads_ = 1;
     Learn::TextHabits sampleHabits_;
+    std::string problems_;  // of the files that could not be used, a line each
     Learn::TextHabits habits_;
     Learn::Tally tally_;
     LearnReport report_;

@@ -29,10 +29,6 @@ constexpr std::string_view kCopy =
     "<button onclick=\"getSelection().selectAllChildren(document.getElementById('scheme'));"
     "navigator.clipboard.writeText(document.getElementById('scheme').textContent)\">Copy</button>\n";
 
-std::string markup(std::string_view text) {
-    return escaped(text, markupCode);
-}
-
 // Lines of the files that were learned from, each file read once.
 class SourceLines {
 public:

@@ -60,7 +60,7 @@ std::string reasonText(const Decision& decision) {
         case Origin::Disputed:
         case Origin::Unseen: break;
     }
-    return "changes the fewest lines";
+    return "no other value that was tried changes fewer lines";
 }
 
 bool isOpen(const LearnReport& report, const Decision& decision) {
