@@ -234,4 +234,6 @@ private:
     int access_;
 };
 
+inline bool isDirective(const SyntaxNode& node) { return as<PreprocDirectiveNode>(&node) != nullptr; }
+
 }  // namespace Cpp

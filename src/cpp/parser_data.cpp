@@ -16,12 +16,12 @@ namespace Cpp {
 namespace {
 
 using Trn::Token;
-using Tokens = std::span<const Token>;
+using TokenSpan = std::span<const Token>;
 
 // The parts of a declarator: `int a[10], *p` has the type "int" and the name "a[10], *p".
 struct Declarator {
-    Tokens type;
-    Tokens name;
+    TokenSpan type;
+    TokenSpan name;
 };
 
 // Counts brackets, forwards or backwards. Angle brackets inside the others compare.
@@ -33,7 +33,7 @@ struct DeclaratorDepth {
 };
 
 // The place of the first "," outside all brackets, or the number of tokens.
-std::size_t firstSeparator(Tokens tokens) {
+std::size_t firstSeparator(TokenSpan tokens) {
     DeclaratorDepth depth;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
         switch (tokens[place].kind) {
@@ -65,7 +65,7 @@ std::size_t firstSeparator(Tokens tokens) {
 }
 
 // The place of the "(" of the group that ends at `close`.
-std::size_t openingParen(Tokens tokens, std::size_t close) {
+std::size_t openingParen(TokenSpan tokens, std::size_t close) {
     int depth = 0;
     for (std::size_t place = close;; --place) {
         if (tokens[place].kind == CloseParen) ++depth;
@@ -76,7 +76,7 @@ std::size_t openingParen(Tokens tokens, std::size_t close) {
 
 // The first declared name is the last identifier outside brackets in front of the first ",", but for words with
 // arguments, which are attributes and macros.
-Declarator splitDeclarator(Tokens tokens) {
+Declarator splitDeclarator(TokenSpan tokens) {
     DeclaratorDepth depth;
     for (std::size_t place = firstSeparator(tokens); place-- > 0;) {
         switch (tokens[place].kind) {
@@ -110,7 +110,7 @@ Declarator splitDeclarator(Tokens tokens) {
     return {{}, tokens};
 }
 
-Declarator splitBitField(Tokens tokens) {
+Declarator splitBitField(TokenSpan tokens) {
     std::size_t typeSize = 0;
     while (typeSize < tokens.size() &&
            (isIntegralTypeKeyword(tokens[typeSize].kind) || isTypeModifierKeyword(tokens[typeSize].kind))) {
@@ -123,7 +123,7 @@ Declarator splitBitField(Tokens tokens) {
 }
 
 template <typename Node>
-std::unique_ptr<Node> makeNode(Tokens tokens) {
+std::unique_ptr<Node> makeNode(TokenSpan tokens) {
     if (tokens.empty()) return nullptr;
     return std::make_unique<Node>(typeText(tokens), tokens.front().start, tokens.back().end);
 }

@@ -12,7 +12,7 @@ namespace {
 
 // A link holds a place, or none, and what else is known of its token.
 constexpr std::uint32_t kPlaceMask = 0x3fffffff;
-constexpr std::uint32_t kNoPlace = kPlaceMask;
+constexpr std::uint32_t kNoLink = kPlaceMask;
 constexpr std::uint32_t kIsTrivia = 0x80000000;
 constexpr std::uint32_t kHoldsStatements = 0x40000000;
 
@@ -29,7 +29,7 @@ public:
         : tokens_(tokens), links_(result.links_), mismatches_(result.mismatches_) {}
 
     void run() {
-        links_.assign(tokens_.size(), kNoPlace);
+        links_.assign(tokens_.size(), kNoLink);
         Place firstTrivia = 0;
         Place triviaCount = 0;
         for (Place place = 0; place < tokens_.size(); ++place) {
@@ -166,7 +166,7 @@ TokenLinks::TokenLinks(const Trn::TokenList& tokens) { LinkFinder(tokens, *this)
 TokenLinks::Index TokenLinks::closing(Index open) const {
     if (open >= links_.size()) return kNone;
     const std::uint32_t place = links_[open] & kPlaceMask;
-    return place == kNoPlace || (links_[open] & kIsTrivia) != 0 ? kNone : place;
+    return place == kNoLink || (links_[open] & kIsTrivia) != 0 ? kNone : place;
 }
 
 TokenLinks::Index TokenLinks::significant(Index place) const {

@@ -10,13 +10,13 @@ namespace Tessel {
 
 namespace {
 
-constexpr const char* kBlanks = " \t\n";
+constexpr const char* kGapCharacters = " \t\n";
 
 // A comment, a directive or a splice, which keeps the white space in front of it.
 bool beginsTrivia(char c) { return c == '/' || c == '#' || c == '\\'; }
 
 std::size_t skipBlanks(std::string_view text, std::size_t place) {
-    return std::min(text.find_first_not_of(kBlanks, place), text.size());
+    return std::min(text.find_first_not_of(kGapCharacters, place), text.size());
 }
 
 // Behind the first "]", or 0 when there is none.

@@ -18,9 +18,6 @@ using Zelmor::LeadingSpaceScope;
 
 namespace {
 
-constexpr int kAnchoredToType = 0;
-constexpr int kAnchoredToName = 1;
-
 // Two "&" that stand apart are not the operator "&&".
 std::string marksWithoutBlanks(std::string_view marks) {
     std::string result;

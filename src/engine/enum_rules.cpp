@@ -18,8 +18,6 @@ using Zelmor::OIndentBuf;
 
 namespace {
 
-bool isDirective(const Cpp::SyntaxNode& node) { return Cpp::as<Cpp::PreprocDirectiveNode>(&node); }
-
 }  // namespace
 
 void CppFormatter::visit(Cpp::EnumDeclNode* declaration) {

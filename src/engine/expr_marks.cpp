@@ -6,9 +6,6 @@ namespace Tessel {
 
 namespace {
 
-constexpr int kAnchoredToType = 0;
-constexpr int kAnchoredToName = 1;
-
 // A name, or a qualifier in front of one.
 bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
 

@@ -7,9 +7,12 @@
 
 namespace Tessel {
 
+// Where a mark stands; with any other value as in the input.
+inline constexpr int kAnchoredToType = 0;
+inline constexpr int kAnchoredToName = 1;
+
 // What the scheme says about one kind of pointer mark, "*" or "&".
 struct MarkSettings {
-    // 0: the mark stands against the type; 1: against the name; anything else: as in the input.
     Keyed<int> anchor{-1};
     Keyed<bool> isHanging;
     // Between the type and the marks, or between the marks and the name, on the side that is not anchored.

@@ -1,4 +1,4 @@
-// What all rules stand on: the root, bodies in braces, comments, directives, expressions, and everything that
+// What all rules stand on: the root, comments, directives, expressions, and everything that
 // no rule claims.
 #include <algorithm>
 
@@ -34,12 +34,6 @@ Zelmor::IndentState initialState(const PropertySet& scheme) {
     return state;
 }
 
-bool endsLine(const Cpp::SyntaxNode& node) {
-    if (Cpp::as<Cpp::PreprocDirectiveNode>(&node)) return true;
-    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
-    return comment && comment->isLineComment();
-}
-
 // What stands behind a "}" and belongs to what that ends: the declarators of a class or enumeration, and handlers.
 bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& node) {
     if (Cpp::as<Cpp::ClassDeclNode>(&previous) || Cpp::as<Cpp::EnumDeclNode>(&previous)) {
@@ -50,13 +44,6 @@ bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& n
     const auto* part = Cpp::as<Cpp::CtrlSubStmtNode>(statement->childBegin()->get());
     const Cpp::KeywordNode* keyword = part && part->head() ? part->head()->keyword() : nullptr;
     return keyword && keyword->keyword() == Cpp::KeywordCatch;
-}
-
-constexpr std::string_view kBlanks = " \t";
-
-std::string withoutLineFeeds(std::string text) {
-    text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
-    return text;
 }
 
 }  // namespace
@@ -204,184 +191,6 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     const OptionalText& wanted = staysOnLine ? kBlank : settings_.betweenStatements;
     if (!wanted.present) return leaveBefore(next, wanted);
     writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(wanted));
-}
-
-void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
-    formatBlock(node, braces, braces.indent);
-}
-
-void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
-                               const OptionalText& indent) {
-    if (WantedText wanted = takePending(); wanted.present) {
-        const std::string_view gap = writer_.readGap(node.start());
-        if (writer_.holdsOnlyComments(gap)) {
-            // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.
-            const MergedGap merged = mergedGap(gap, wanted.text());
-            const bool endsLine = merged.kept.ends_with('\n') || merged.added.find('\n') != std::string_view::npos;
-            {
-                std::optional<ContentScope> content;
-                if (endsLine) content.emplace(*this, indent);
-                writer_.write(merged.kept);
-            }
-            writer_.replace(trailingBlanks(gap), wanted.with(merged.added));
-        } else {
-            std::optional<ContentScope> content;
-            if (writer_.holdsLineComment(gap)) content.emplace(*this, indent);
-            writer_.writeMerged(gap, wanted);
-        }
-    } else {
-        wanted.isOnOneLine = standsOnOneLine(node);
-        leaveBefore(node, wanted);
-    }
-    const bool isEmpty = node.size() == 0;
-    if (!node.hasBrackets()) {
-        if (isEmpty) {
-            ContentScope content(*this, indent);
-            copyThrough(node);
-        } else if (Trn::isSet(node.open())) {
-            // A protected region that holds the "{" stands where the head would, which it holds too.
-            (*node.childBegin())->accept(*this);
-            formatContent(node, node.childBegin() + 1, indent);
-        } else {
-            formatContent(node, indent);
-        }
-        return;
-    }
-    if (isEmpty) {
-        formatEmptyBlock(node, braces, indent);
-        return;
-    }
-    writer_.copyThrough(node.start());
-    // Where nothing is wanted the first child copies the gap in front of itself.
-    const Cpp::SyntaxNode& first = **node.childBegin();
-    writeGapBehindOpen(node, first, braces, indent);
-    formatContent(node, indent);
-    writeClosingGap(node, braces, indent);
-    copyThrough(node);
-}
-
-void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
-                                      const BraceSettings& braces, const OptionalText& indent) {
-    const OptionalText& afterOpen = afterOpenOf(braces);
-    if (afterOpen.present && !staysBehindBrace(first, afterOpen)) {
-        ContentScope content(*this, indent);
-        const std::string_view gap = writer_.readGap(first.start());
-        const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
-        writeWithBlankLines(gap, afterOpen, blanks);
-    } else if (log_) {
-        ContentScope content(*this, indent);
-        log_->place().lineColumn = sourceColumnOf(first);
-        WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
-        absent.isOnOneLine = standsOnOneLine(node);
-        const std::string_view blanks = leadingBlanks(gapBefore(first));
-        writer_.leave(blanks, absent);
-        logBlankLines(blanks, braces);
-    }
-}
-
-// Empty lines in front of what stands in a body stay where they are asked for.
-void CppFormatter::writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept) {
-    const std::string text = withBlankLines(afterOpen.text, kept);
-    const bool isKept = text.size() > afterOpen.text.size();
-    writer_.writePrepended(gap, WantedText(text, isKept ? settings_.blankLines.key : afterOpen.key));
-}
-
-bool CppFormatter::standsOnOneLine(const Cpp::BracketedNode& body) {
-    return body.start().line == body.end().line;
-}
-
-// Where a protected region holds the "{", what is behind the region stays.
-const OptionalText& CppFormatter::afterOpenOf(const BraceSettings& braces) {
-    const bool isBehindRegion = !keptParts_.empty() && keptParts_.back().end == out().text().size();
-    return isBehindRegion ? kAsInInput : braces.afterOpen;
-}
-
-// "{" and "}" with nothing but white space, or what is no node, between them. They never stand apart by an empty
-// line.
-void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
-                                    const OptionalText& indent) {
-    writer_.copyThrough(node.start());
-    const OptionalText& afterOpen = afterOpenOf(braces);
-    const OptionalText& beforeClose = braces.beforeClose;
-    std::string_view gap = writer_.readGap(node.end());
-    if (isOnOneLine_ && isAllWhitespace(gap)) {
-        writer_.leave(gap, kAsInInput);
-        out().write(gap.empty() ? std::string_view() : " ");
-        copyThrough(node);
-        return;
-    }
-    const std::string_view whole = gap;
-    if (afterOpen.present) {
-        writer_.replace(leadingBlanks(gap), afterOpen);
-        gap = trimLeft(gap);
-    }
-    if (isAllWhitespace(gap)) {
-        const bool breaksTwice = out().column() == 0 && beforeClose.hasLineFeed();
-        if (!beforeClose.present) out().write(gap);
-        const bool isByFirst = afterOpen.present && (breaksTwice || beforeClose.text.empty());
-        if (!isByFirst) writer_.leave(whole, beforeClose.present ? beforeClose : kAsInInput);
-        out().writeVerbatim(breaksTwice ? withoutLineFeeds(beforeClose.text) : beforeClose.text);
-    } else {
-        {
-            ContentScope content(*this, indent);
-            writer_.write(beforeClose.present ? mergedGap(gap, beforeClose.text).kept : gap);
-        }
-        if (beforeClose.present) {
-            writer_.replace(trailingBlanks(gap), WantedText(beforeClose).with(mergedGap(gap, beforeClose.text).added));
-        }
-    }
-    copyThrough(node);
-}
-
-// Whether the first node of a body is a comment that ends the line of the "{".
-bool CppFormatter::staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const {
-    if (!afterOpen.hasLineFeed() || !isCommentAtLineEnd(first)) return false;
-    const std::string_view text = source_.text().substr(0, offsetOf(source_, first.start()) - 1);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1).ends_with('{');
-}
-
-// Whether the node is a comment behind which nothing stands on its line.
-bool CppFormatter::isCommentAtLineEnd(const Cpp::SyntaxNode& node) const {
-    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
-    if (!comment || comment->protectedRegion()) return false;
-    const std::string_view behind = source_.text().substr(offsetOf(source_, comment->end()));
-    const std::size_t next = behind.find_first_not_of(kBlanks);
-    return comment->isLineComment() || (next != std::string_view::npos && behind[next] == '\n');
-}
-
-void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces,
-                                   const OptionalText& indent) {
-    const OptionalText& beforeClose = braces.beforeClose;
-    std::string_view gap = writer_.readGap(node.end());
-    // What is no node stands like the rest.
-    if (!isAllWhitespace(gap) && !writer_.holdsOpaque(gap)) {
-        ContentScope content(*this, indent);
-        writer_.write(trimRight(gap));
-        gap = trailingBlanks(gap);
-    }
-    if (!beforeClose.present) {
-        WantedText absent = beforeClose;
-        absent.isOnOneLine = standsOnOneLine(node);
-        writer_.writeMerged(gap, absent);
-        return;
-    }
-    const Cpp::SyntaxNode& last = **(node.childEnd() - 1);
-    const bool lineHasEnded = out().column() == 0 && isAllWhitespace(gap);
-    const bool endsWithLabel = lastLabel_ == &last && settings_.afterCaseLabel.hasLineFeed();
-    const bool needsNoLineEnd = (endsLine(last) || endsWithLabel) && lineHasEnded;
-    const std::string wanted = needsNoLineEnd ? withoutLineFeeds(beforeClose.text) : beforeClose.text;
-    const bool keepsLines = braces.keepsBlankLines && beforeClose.hasLineFeed();
-    const std::string text = withBlankLines(wanted, keepsLines ? trailingBlanks(gap) : std::string_view());
-    writer_.writeMerged(gap, WantedText(beforeClose).with(text));
-}
-
-// A head, and a body whose contents are indented from the column at which the head began.
-void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body,
-                                     const OptionalText& beforeOpen, const Keyed<bool>& isKept) {
-    BaseColumnScope base(*this, head ? copyUpToConstruct(*head) : indentColumn(), head);
-    if (head) head->accept(*this);
-    if (!body) return;
-    formatBody(*body, head ? beforeOpen : kAsInInput, head ? isKept : kNeverKept, [&] { body->accept(*this); });
 }
 
 // The white space in front of a node that begins a line of the source.

@@ -7,6 +7,9 @@
 // but white space. The edits never take away the line end that a line comment or a directive needs.
 namespace Tessel {
 
+// What is white space within a line.
+inline constexpr std::string_view kBlanks = " \t";
+
 // What isspace accepts in the C locale.
 constexpr bool isWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isAllWhitespace(std::string_view text);

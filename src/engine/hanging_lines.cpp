@@ -18,7 +18,7 @@ bool isMemberAccess(int kind) {
 }
 
 // Whether an operand follows that lines hang under.
-bool awaitsOperand(const ExprToken& token) {
+bool awaitsValue(const ExprToken& token) {
     const int kind = token.token.kind;
     return kind == Cpp::KeywordReturn || (token.role == ExprRole::BinaryOperator && isAssignmentKind(kind));
 }
@@ -151,7 +151,7 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     if (level.first == kNone) level.first = column;
     if (startsElement) level.element = column;
     if (level.awaitsOperand) level.operand = column;
-    level.awaitsOperand = awaitsOperand(token);
+    level.awaitsOperand = awaitsValue(token);
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
         level.operand = level.chain = level.shift = level.question = kNone;

@@ -10,8 +10,6 @@ namespace Tessel {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
-
 std::string_view withoutBlanksAtEnd(std::string_view text) {
     return text.substr(0, text.find_last_not_of(kBlanks) + 1);
 }

@@ -23,8 +23,6 @@ bool isLineComment(const Cpp::SyntaxNode& node) {
     return comment && comment->isLineComment();
 }
 
-bool isDirective(const Cpp::SyntaxNode& node) { return Cpp::as<Cpp::PreprocDirectiveNode>(&node); }
-
 // Whether the gap's last token is a comma that ends its line, or begins it.
 bool partsLines(std::string_view gap) {
     const std::string_view separator = trimRight(gap);

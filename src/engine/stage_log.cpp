@@ -13,8 +13,6 @@ namespace Tessel {
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
-
 std::ptrdiff_t lineFeedsIn(std::string_view text) { return std::count(text.begin(), text.end(), '\n'); }
 
 // The white space at the place, and the place behind it.
