@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <istream>
 #include <optional>
+#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -18,8 +20,8 @@
 #include "engine/line_ends.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
-#include "engine/stage_log.h"
 #include "engine/source_copy.h"
+#include "engine/stage_log.h"
 #include "engine/token_proof.h"
 #include "scheme/property_keys.h"
 #include "textstream/text_document.h"
@@ -39,8 +41,6 @@ constexpr const char* kStrayBackslash = "Unexpected \"\\\" in front of this.";
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
     explicit ParsedText(std::string content) : text(std::move(content)) {}
-    // Borrows the content.
-    explicit ParsedText(std::string_view content) : text(Zelmor::TextDocument::borrowing(content)) {}
 
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
@@ -151,59 +151,72 @@ std::string formatParsed(ParsedText& source, const KeptRegions& regions, const F
     return result;
 }
 
+// What the stages of a job have in common.
+struct Stages {
+    // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
+    std::list<Diagnostic> read(ParsedText& source) {
+        std::list<Diagnostic> messages = parse(parser, source);
+        if (messages.empty()) source.root.accept(preFormatter);
+        return messages;
+    }
+    KeptRegions regionsOf(const ParsedText& source) const { return keptRegions(source, preFormatter); }
+
+    const FormatOptions& options;
+    const LayoutPasses& passes;
+    Cpp::Parser parser;
+    CppPreFormatter preFormatter;
+};
+
+// Wraps the lines of the text. Where lines are kept, those that the wrapper begins come to hang as any others, until
+// all stand where they are to, or come to stand where they were. Returns what is wrong with a text on the way.
+std::list<Diagnostic> wrap(Stages& stages, int rounds, std::string& text) {
+    for (std::string wrappedBefore;; --rounds) {
+        ParsedText formatted(std::move(text));
+        if (auto messages = stages.read(formatted); !messages.empty()) return messages;
+        std::ostringstream wrapped;
+        stages.passes.wrapLines(stages.options, formatted.text, formatted.root, wrapped);
+        text = withLineEnds(formatted, stages.regionsOf(formatted), stages.options, std::move(wrapped).str());
+        if (rounds == 1 || text == formatted.text.text() || text == wrappedBefore) return {};
+        wrappedBefore = text;
+        ParsedText again(std::move(text));
+        if (auto messages = stages.read(again); !messages.empty()) return messages;
+        text = formatParsed(again, stages.regionsOf(again), stages.options, stages.passes, {});
+        if (text == formatted.text.text()) {
+            text = std::move(wrappedBefore);
+            return {};
+        }
+    }
+}
+
 }  // namespace
 
-int FormatJob::format(const FormatOptions& options, std::string_view text, std::string& result,
+int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
-    CppPreFormatter preFormatter(options.markers);
     const ExtensionSettings extensions(options.scheme);
-    Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
-    ParsedText source(text);
+    Stages stages{options, passes_,
+                  Cpp::Parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported),
+                  CppPreFormatter(options.markers)};
+    ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);
-    if (auto messages = parse(parser, source); !messages.empty())
-        return moveTo(diagnostics, std::move(messages));
-    source.root.accept(preFormatter);
-    const KeptRegions regions = keptRegions(source, preFormatter);
+    // Only a text that has been read in full can be gone through again from its start.
+    if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
+    if (auto messages = stages.read(source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
+    const KeptRegions regions = stages.regionsOf(source);
     if (!progress(kFormatting)) return cancel(diagnostics);
     const Listener listener{observer_, &source};
     listener.begin();
 
-    std::string formattedText = formatParsed(source, regions, options, passes_, listener);
-    const std::string formattedOnce = observer_ ? formattedText : std::string();
-    const bool wraps = readSwitch(options.scheme, Keys::LINE_WRAP);
-    // Where lines are kept, those that the wrapper begins come to hang as any others, until all stand where
-    // they are to.
-    int rounds = extensions.keepsLineBreaks ? kWrappingRounds : 1;
-    std::string wrappedBefore;
-    for (bool isSettled = !wraps; !isSettled && rounds > 0; --rounds) {
-        ParsedText formatted(std::move(formattedText));
-        if (auto messages = parse(parser, formatted); !messages.empty()) {
-            return moveTo(diagnostics, std::move(messages));
-        }
-        formatted.root.accept(preFormatter);
-        std::ostringstream wrapped;
-        passes_.wrapLines(options, formatted.text, formatted.root, wrapped);
-        formattedText =
-            withLineEnds(formatted, keptRegions(formatted, preFormatter), options, std::move(wrapped).str());
-        isSettled = formattedText == formatted.text.text() || formattedText == wrappedBefore;
-        if (isSettled || rounds == 1) break;
-        wrappedBefore = formattedText;
-        ParsedText again(std::move(formattedText));
-        if (auto messages = parse(parser, again); !messages.empty()) {
-            return moveTo(diagnostics, std::move(messages));
-        }
-        again.root.accept(preFormatter);
-        formattedText = formatParsed(again, keptRegions(again, preFormatter), options, passes_, {});
-        if (formattedText == formatted.text.text()) {
-            // All further rounds would end where this one did.
-            formattedText = std::move(wrappedBefore);
-            break;
-        }
+    std::string result = formatParsed(source, regions, options, passes_, listener);
+    if (readSwitch(options.scheme, Keys::LINE_WRAP)) {
+        const std::string unwrapped = observer_ ? result : std::string();
+        auto messages = wrap(stages, extensions.keepsLineBreaks ? kWrappingRounds : 1, result);
+        if (!messages.empty()) return moveTo(diagnostics, std::move(messages));
+        listener.hearStage(unwrapped, result, true);
     }
-    if (wraps) listener.hearStage(formattedOnce, formattedText, true);
-    if (auto message = prove(source, formattedText)) return moveTo(diagnostics, {std::move(*message)});
-    proveRegions(source, regions, formattedText);
-    result = std::move(formattedText);
+    if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
+    proveRegions(source, regions, result);
+    out.write(result.data(), static_cast<std::streamsize>(result.size()));
+    out.flush();
     return 0;
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
+#include <iosfwd>
 #include <list>
-#include <string>
-#include <string_view>
 
 #include "engine/format_options.h"
 #include "engine/layout_passes.h"
@@ -22,10 +21,10 @@ public:
     explicit FormatJob(const LayoutPasses& passes, LayoutObserver* observer = nullptr)
         : passes_(passes), observer_(observer) {}
 
-    // Returns 0 on success: then `result` is the formatted text, its lines ended by line feeds, and `diagnostics` is
-    // unchanged. Otherwise `result` is, and what is returned is the number of messages appended to `diagnostics`.
-    // Exceptions of the passes go through to the caller.
-    int format(const FormatOptions& options, std::string_view text, std::string& result,
+    // Returns 0 on success: then the formatted text, its lines ended by line feeds, stands in `out` and
+    // `diagnostics` is unchanged. Otherwise nothing has been written, and the result is the number of messages
+    // appended to `diagnostics`. Exceptions of the passes go through to the caller.
+    int format(const FormatOptions& options, std::istream& in, std::ostream& out,
                std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const;
 
 private:

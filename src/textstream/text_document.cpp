@@ -26,19 +26,9 @@ void normalizeLineEnds(std::string& text) {
 
 }  // namespace
 
-TextDocument::TextDocument(std::string text) : own_(std::move(text)) {
-    normalizeLineEnds(own_);
-    text_ = own_;
+TextDocument::TextDocument(std::string text) : text_(std::move(text)) {
+    normalizeLineEnds(text_);
     findLineStarts();
-}
-
-TextDocument::TextDocument(Borrowed borrowed) : text_(borrowed.text) {
-    findLineStarts();
-}
-
-TextDocument TextDocument::borrowing(std::string_view text) {
-    if (text.find('\r') != text.npos) return TextDocument(std::string(text));
-    return TextDocument(Borrowed{text});
 }
 
 void TextDocument::findLineStarts() {
@@ -64,8 +54,8 @@ TextPosition TextDocument::positionOf(std::size_t offset) const {
 }
 
 void TextDocument::replaceCharacter(std::size_t offset, char c) {
-    const bool changesLines = (own_[offset] == '\n') != (c == '\n');
-    own_[offset] = c;
+    const bool changesLines = (text_[offset] == '\n') != (c == '\n');
+    text_[offset] = c;
     if (changesLines) findLineStarts();
 }
 

@@ -21,8 +21,6 @@ class TextDocument {
 public:
     // CR LF and a lone CR each become one LF.
     explicit TextDocument(std::string text);
-    // Borrows the text; of one with carriage returns it makes a copy.
-    static TextDocument borrowing(std::string_view text);
     TextDocument(const TextDocument&) = delete;
     TextDocument& operator=(const TextDocument&) = delete;
 
@@ -42,14 +40,9 @@ public:
     void replaceCharacter(std::size_t offset, char c);
 
 private:
-    struct Borrowed {
-        std::string_view text;
-    };
-    explicit TextDocument(Borrowed borrowed);
     void findLineStarts();
 
-    std::string own_;  // empty when the text is borrowed
-    std::string_view text_;
+    std::string text_;
     std::vector<std::uint32_t> lineStarts_;
 };
 

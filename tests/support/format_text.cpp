@@ -26,15 +26,17 @@ public:
 
 Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text, Tessel::LayoutObserver* observer) {
     const Tessel::Passes passes;
-    Formatted result;
+    std::istringstream in(text);
+    std::ostringstream out;
     std::list<Tessel::Diagnostic> diagnostics;
     GoesOn progress;
     try {
         const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
-        Tessel::FormatJob(passes, observer).format(options, text, result.text, diagnostics, progress);
+        Tessel::FormatJob(passes, observer).format(options, in, out, diagnostics, progress);
     } catch (const Trn::Exception& fault) {
         return {{}, fault.message() + '\n', true};
     }
+    Formatted result{out.str(), {}, false};
     for (const Tessel::Diagnostic& message : diagnostics) {
         result.refusal += '(' + std::to_string(message.position.line) + ", " +
                           std::to_string(message.position.column) + ") " + message.text + '\n';
