@@ -88,6 +88,24 @@ TEST_F(OutputFile, SymbolicLinksStayAndTheirTargetIsWritten) {
     EXPECT_EQ(write(folder.path("circle"), "x"), cannotOpen);
 }
 
+TEST_F(OutputFile, FilesOfSeveralNamesStayOneFile) {
+    folder.write("a.cpp", lines(100));
+    std::filesystem::create_hard_link(folder.path("a.cpp"), folder.path("b.cpp"));
+    for (const std::string& text : {std::string("short"), lines(1000)}) {
+        EXPECT_EQ(write(folder.path("a.cpp"), text), "");
+        EXPECT_EQ(folder.read("b.cpp"), text);
+    }
+}
+
+TEST_F(OutputFile, AnOpenFileThatALinkStandsForIsWrittenInPlace) {
+    folder.write("log", "a longer text");
+    const int descriptor = ::open(folder.path("log").c_str(), O_RDWR);
+    EXPECT_EQ(write("/proc/self/fd/" + std::to_string(descriptor), "new"), "");
+    char seen[16];
+    EXPECT_EQ(::read(descriptor, seen, sizeof seen), 3);
+    ::close(descriptor);
+}
+
 TEST_F(OutputFile, PipesAndDevices) {
     const std::string pipe = folder.path("pipe");
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -163,6 +181,21 @@ TEST_F(OutputFile, TheTemporaryFileGoesWithTheSignalThatEndsTheProgram) {
         EXPECT_EQ(WTERMSIG(status), signal);
         EXPECT_EQ(folder.names(), std::set<std::string>{}) << signal;
     }
+}
+
+TEST_F(OutputFile, IgnoredSignalsStayIgnoredAndOthersComeBack) {
+    const int status = statusOfChild([&] {
+        ::signal(SIGHUP, SIG_IGN);
+        {
+            Files::TemporaryFile temporary(folder.path("a.cpp"), 0600);
+            ::raise(SIGHUP);
+            if (temporary.replaceTarget() != 0) ::_exit(1);
+        }
+        ::raise(SIGTERM);
+    });
+    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(WTERMSIG(status), SIGTERM);
+    EXPECT_EQ(folder.names(), std::set<std::string>{"a.cpp"}) << "what has taken its place stays";
 }
 
 }  // namespace

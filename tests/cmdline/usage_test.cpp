@@ -63,6 +63,15 @@ TEST_F(Usage, LevelComesFromTheEnvironment) {
     ::unsetenv("USAGE_LEVEL");
 }
 
+TEST_F(Usage, ASyntaxWiderThanItsColumnHasTheLineForItself) {
+    const std::string name(60, 'k');
+    CmdArgBool wide(0, name.c_str(), "explained");
+    commandLine.append(wide);
+    const std::string indent(8 + 45, ' ');
+    EXPECT_THAT(usageOf(commandLine, 2),
+                ::testing::HasSubstr("        --" + name + "\n" + indent + "explained\n"));
+}
+
 TEST_F(Usage, ParagraphsAreWrapped) {
     const std::string word(200, 'w');
     commandLine.setDescription(("one\ttwo   " + word + " end   ").c_str());

@@ -15,6 +15,14 @@ std::string inLines(const std::string& before, const std::string& after, std::ve
     return replaced(before, replacementsInLines(before, after, LineSet(std::move(lines))));
 }
 
+TEST(Replacements, AreTheSmallestPieces) {
+    EXPECT_EQ(Edits::replacementsBetween("int  a;  \n\n\nb; \nc", "int a;\n\n    b;\nc"), (Edits::Replacements{
+                  {4, 1, ""}, {7, 2, ""}, {11, 1, ""}, {12, 0, "    "}, {14, 1, ""}}));
+    EXPECT_THROW(Edits::replacementsBetween("a b", "a c"), std::invalid_argument);
+    EXPECT_THROW(Edits::replacementsBetween("a b", "a b c"), std::invalid_argument);
+    EXPECT_THROW(Edits::replacementsBetween("a b c", "a b"), std::invalid_argument);
+}
+
 TEST(Replacements, LinesThatAreNotNamedStay) {
     const std::string before = "if(a) { \nb( ); }\n\n\n\n  c( );\n";
     const std::string after = "if (a)\n{\n    b();\n}\n\nc();\n";

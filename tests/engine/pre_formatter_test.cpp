@@ -47,4 +47,22 @@ data int | c | -
 )");
 }
 
+// Where the marks stand in other constructs, these become the region's as a whole.
+TEST(PreFormatter, TakesInAConstructThatARegionEndsIn) {
+    EXPECT_EQ(closed("A() : /*{{AFX_MSG*/ a(1), /*AFX_MSG}}*/ b(2) /* VT-FORMAT-OFF */ { { /* VT-FORMAT-ON "
+                     "*/ } } int c;\n// VT-FORMAT-OFF\nint d; // VT-FORMAT-ON\n",
+                     TreeDump::Positions::Shown),
+              R"(
+region @1:1-1:91
+data int | c | - @1:93-1:98
+region @2:1-4:0
+)");
+    EXPECT_EQ(closed("void f() { if (a) { /* VT-FORMAT-OFF */ } else { b(); /* VT-FORMAT-ON */ } c(); }"), R"(
+function void | f ()
+  block
+    region
+    expr c;
+)");
+}
+
 }  // namespace

@@ -132,4 +132,9 @@ TEST(TokenProof, SeesDirectivesThatDoNotEndBehindTheirComments) {
     EXPECT_TRUE(accepts("#if A /* x\n y */\n", "#if A /* x\n y */"));
 }
 
+TEST(TokenProof, TellsWhereTheFirstDifferenceIs) {
+    Cpp::OpaqueTokens opaque;
+    EXPECT_EQ(Tessel::findLostToken("a;\nb;", opaque, "a;\nc;"), 3u);
+}
+
 }  // namespace

@@ -40,6 +40,21 @@ TEST(PropertySetStore, ReadsNothingButFiles) {
     EXPECT_TRUE(directory.has("pipe.vts"));
 }
 
+TEST(PropertySetStore, KeepsItsContentWhenAFileIsBroken) {
+    TemporaryFolder directory;
+    directory.write("a.vts", schemeText("a"));
+    PropertySetStore store = readStore(directory);
+    directory.write("a.vts", schemeText("other"));
+    directory.write("b.vts", schemeText("b", "9 KEY 1\n"));
+    try {
+        store.read();
+        ADD_FAILURE() << "read a broken scheme";
+    } catch (const PropertySetStore::ReadError& error) {
+        EXPECT_EQ(error.path(), directory.path("b.vts"));
+    }
+    EXPECT_THAT(names(store), ElementsAre("a"));
+}
+
 TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
     TemporaryFolder directory;
     const std::string byHand = schemeText("by hand", "# a comment\n3 A x");
@@ -75,6 +90,23 @@ TEST(PropertySetStore, WriteMakesTheDirectoryMatch) {
     EXPECT_FALSE(directory.has("stray.vts"));
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), {}), 4);
     EXPECT_THAT(names(readStore(directory)), ElementsAre("a/b", "by hand", "changed"));
+}
+
+TEST(PropertySetStore, LeavesReadOnlyFilesAlone) {
+    TemporaryFolder directory;
+    const std::string text = schemeText("kept", "# by hand\n2  N  1\n");
+    directory.write("kept.vts", text);
+    directory.makeReadOnly("kept.vts");
+    PropertySetStore store = readStore(directory);
+    ASSERT_TRUE(store.find("kept")->readOnly);
+    store.erase("kept");
+    EXPECT_EQ(store.count("kept"), 1);
+    store.find("kept")->scheme.setInt("N", 2);
+    store.write();
+    EXPECT_EQ(directory.read("kept.vts"), text);
+
+    PropertySetStore(directory.path()).write();
+    EXPECT_EQ(directory.read("kept.vts"), text);
 }
 
 TEST(PropertySetStore, KeepsPermissionsAndLinksAndReportsWhatItCannotWrite) {

@@ -11,6 +11,8 @@ namespace {
 using Tessel::PropertySet;
 using testing::ElementsAre;
 
+const std::string HEAD = "Tessel::PropertySet\n1\n\"s\"\n";
+
 std::string written(const PropertySet& set) {
     std::ostringstream out;
     set.write(out);
@@ -28,6 +30,18 @@ PropertySet parsed(const std::string& text) {
     PropertySet set(in);
     EXPECT_FALSE(in.fail()) << text;
     return set;
+}
+
+// The set is not to change when the text is refused.
+bool isRefused(const std::string& text) {
+    std::istringstream in(text);
+    PropertySet set("kept");
+    set.setInt("OLD", 7);
+    set.read(in);
+    if (!in.fail()) return false;
+    EXPECT_EQ(set.getName(), "kept");
+    EXPECT_THAT(set.names(), ElementsAre("OLD"));
+    return true;
 }
 
 TEST(PropertySet, ReadsBackWhateverItWrites) {
@@ -66,6 +80,20 @@ TEST(PropertySet, ReadsFilesEditedByHand) {
     EXPECT_EQ(textOf(set, "ESCAPED"), "a\"b\\");
     EXPECT_EQ(textOf(set, "NONE"), "");
     EXPECT_EQ(textOf(set, "LAST"), "no line end");
+}
+
+TEST(PropertySet, RefusesWhatIsNoPropertySet) {
+    EXPECT_TRUE(isRefused(""));
+    EXPECT_TRUE(isRefused("\xEF\xBBTessel::PropertySet\n1\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySets\n1\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet\n2\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet\n0\n\"s\"\n"));
+    EXPECT_TRUE(isRefused("Tessel::PropertySet\n99999999999\n\"s\"\n"));
+    EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n4 KEY 1\n"));
+    EXPECT_TRUE(isRefused(HEAD + "0 KEY 1\n"));
+    EXPECT_TRUE(isRefused(HEAD + "KEY 1"));
+    EXPECT_TRUE(isRefused(HEAD + "1 ON 1\n99999999999 KEY 1\n1 OFF 0\n"));
 }
 
 }  // namespace

@@ -8,6 +8,20 @@ namespace {
 
 using namespace std::string_literals;
 
+TEST(SchemeCheck, WhitespaceTextsHoldNothingElse) {
+    for (const char* key : {"WS_AFTER_FN_NAME", "GLOBAL_WS_BEFORE_COMMA", "INDENT_FN_CONTENT",
+                            "GLOBAL_INDENT_CONTENT", "LEFT_MARGIN", "WRAP_INDENT", "WS_BEFORE_EXPR_OP"}) {
+        for (const std::string& bad : {"x"s, " \r\n"s, "\f"s, "\v"s, "\0"s, " /**/"s, "\xC2\xA0"s}) {
+            Tessel::PropertySet scheme("s");
+            scheme.setString("AAA", "text");
+            scheme.setString(key, bad);
+            const auto unusable = TesselUI::findUnusableText(scheme);
+            ASSERT_TRUE(unusable) << key << bad;
+            EXPECT_EQ(unusable->key, key);
+        }
+    }
+}
+
 TEST(SchemeCheck, OtherTextsAndTypesAreNotConcerned) {
     Tessel::PropertySet scheme("s");
     scheme.setString("WS_AFTER_FN_NAME", " \t\n\n");

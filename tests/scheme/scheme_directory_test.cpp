@@ -25,6 +25,14 @@ protected:
     const std::string executables_ = fs::canonical(program_invocation_name).parent_path().string() + "/";
 };
 
+TEST_F(SchemeDirectory, ComesFromTheEnvironmentBeforeTheSettings) {
+    configuration_.write("vantrel/settings",
+                       "# mine\n[x]\nOther=/no\r\n PropertySetStore = /my schemes/a=b \r\n");
+    EXPECT_EQ(TesselUI::schemeDirectory(), "/my schemes/a=b");
+    ::setenv("VANTREL_SCHEMES", "relative", 1);
+    EXPECT_EQ(TesselUI::schemeDirectory(), "relative");
+}
+
 TEST_F(SchemeDirectory, FindsTheSettingsInTheHomeDirectory) {
     ::setenv("XDG_CONFIG_HOME", "not/absolute", 1);
     ::setenv("HOME", configuration_.path().c_str(), 1);
