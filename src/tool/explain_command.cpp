@@ -6,18 +6,17 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <thread>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "scheme/known_keys.h"
 #include "tool/explained_gaps.h"
 #include "tool/failure.h"
-#include "tool/file_list.h"
-#include "tool/ordered_pool.h"
 #include "tool/output.h"
 #include "tool/scheme_finder.h"
+#include "tool/source_pass.h"
 #include "tool/source_text.h"
-#include "trn/exception.h"
 
 namespace Tool {
 
@@ -66,12 +65,10 @@ std::vector<ExplainedGap> gapsOf(const Place& place, std::vector<ExplainedGap> g
 }
 
 ExplainedText explainFile(const std::string& file, const Tessel::FormatOptions& options) {
-    const std::string source = readSource(file);
-    try {
-        return explainText(options, source);
-    } catch (const Trn::Exception& fault) {
-        throw Failure(file + ": " + fault.message());
-    }
+    ExplainedText explained;
+    const std::string problem = problemWith(file, [&] { explained = explainText(options, readSource(file)); });
+    if (!problem.empty()) throw Failure(problem);
+    return explained;
 }
 
 std::string dumped(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n'; }
@@ -84,8 +81,8 @@ Json json(const std::string& file, const ExplainedGap& gap, const Tessel::Proper
 }
 
 int explainPlace(const Options& options, const Streams& streams) {
-    if (options.arguments.size() > 1) throw Failure("several files can be explained with --summary only");
-    const Place place = placeOf(options.arguments.front());
+    if (options.paths.size() > 1) throw Failure("several files can be explained with --summary only");
+    const Place place = placeOf(options.paths.front());
     SchemeFinder schemes(options.scheme);
     const LoadedScheme* const scheme = schemes.schemeFor(place.file);
     if (!scheme) throw Failure(noSchemeMessage(place.file));
@@ -117,13 +114,11 @@ struct FileCounts {
 
 FileCounts countIn(const std::string& file, const Tessel::FormatOptions& options) {
     FileCounts counts;
-    try {
-        const ExplainedText explained = explainFile(file, options);
-        if (!explained.messages.empty()) counts.problem = file + " is refused";
+    counts.problem = problemWith(file, [&] {
+        const ExplainedText explained = explainText(options, readSource(file));
+        if (!explained.messages.empty()) throw Failure(file + " is refused");
         for (const ExplainedGap& gap : explained.gaps) counts.changed[gap.key.place()] += gap.isChanged();
-    } catch (const Failure& failure) {
-        counts.problem = failure.message();
-    }
+    });
     return counts;
 }
 
@@ -177,27 +172,26 @@ private:
 };
 
 int summarize(const Options& options, const Streams& streams) {
-    const FileList list = findFiles({options.arguments, options.endings, options.excluded});
-    for (const std::string& missing : list.missing) throw Failure(missing);
+    const FileList list = findSources(options.paths, options, streams);
     SchemeFinder schemes(options.scheme);
-    std::vector<std::pair<std::string, const Tessel::FormatOptions*>> jobs;
+    std::vector<const Tessel::FormatOptions*> schemeOf;  // as the files
     for (const std::string& file : list.files) {
         const LoadedScheme* const scheme = schemes.schemeFor(file);
         if (!scheme) throw Failure(noSchemeMessage(file));
-        jobs.emplace_back(file, &scheme->options);
+        schemeOf.push_back(&scheme->options);
     }
     Summary summary;
-    bool isAnyRefused = false;
-    OrderedPool<FileCounts> pool(std::min<std::size_t>(std::max(std::thread::hardware_concurrency(), 1U), jobs.size()));
-    pool.run(
-        jobs.size(), [&jobs](std::size_t index) { return countIn(jobs[index].first, *jobs[index].second); },
+    bool hasProblems = false;
+    passOver<FileCounts>(
+        list.files.size(), options, streams,
+        [&](std::size_t index) { return countIn(list.files[index], *schemeOf[index]); },
         [&](std::size_t, const FileCounts& counts) {
             if (counts.problem.empty()) return summary.add(counts);
-            isAnyRefused = true;
-            streams.errors << "vantrel: " << counts.problem << '\n';
+            hasProblems = true;
         });
     say(options.format == MessageFormat::Json ? summary.lines() : summary.text(), streams);
-    return isAnyRefused ? WasRefused : Fine;
+    if (!list.missing.empty()) return CannotWork;
+    return hasProblems ? WasRefused : Fine;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <ostream>
 #include <set>
 #include <string_view>
 #include <system_error>
@@ -189,6 +190,14 @@ FileList findFiles(const FileQuery& query) {
     Search search(query);
     for (const std::string& path : query.paths) search.take(path);
     return search.result();
+}
+
+void tellOf(const FileList& list, bool isQuiet, std::ostream& errors) {
+    for (const std::string& problem : list.missing) errors << "vantrel: " << problem << '\n';
+    if (isQuiet) return;
+    for (const std::string& file : list.leftOut) {
+        errors << "vantrel: " << file << ": left out by .vantrelignore or --exclude\n";
+    }
 }
 
 std::vector<std::string> splitPaths(const std::string& text, bool hasNullSeparators) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,9 @@ struct FileList {
 // .gitignore and .vantrelignore do not leave them out. Files that are named count whatever they are called, unless
 // .vantrelignore or the query leaves them out.
 FileList findFiles(const FileQuery& query);
+
+// Tells of what is missing and, unless that is too much, of what is left out.
+void tellOf(const FileList& list, bool isQuiet, std::ostream& errors);
 
 // The paths in a list, separated by line ends or NULs.
 std::vector<std::string> splitPaths(const std::string& text, bool hasNullSeparators);

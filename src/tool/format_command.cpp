@@ -9,13 +9,11 @@
 #include <optional>
 #include <ostream>
 #include <string_view>
-#include <thread>
 #include <utility>
 
 #include "files/descriptor.h"
 #include "files/read_file.h"
 #include "files/write_file.h"
-#include "run/process.h"
 #include "tool/failure.h"
 #include "tool/file_job.h"
 #include "tool/file_list.h"
@@ -231,16 +229,11 @@ public:
 
 private:
     void reportProblems() {
-        for (const std::vector<std::string>* const problems : {&jobs_.list().missing, &jobs_.problems()}) {
-            for (const std::string& problem : *problems) streams_.errors << "vantrel: " << problem << '\n';
-            failed_ += problems->size();
-        }
-        if (!options_.isQuiet) {
-            for (const std::string& file : jobs_.list().leftOut) {
-                streams_.errors << "vantrel: " << file << ": left out by .vantrelignore or --exclude\n";
-            }
-            for (const LoadedScheme* scheme : jobs_.schemes().loaded()) reportFaults(*scheme);
-        }
+        tellOf(jobs_.list(), options_.isQuiet, streams_.errors);
+        for (const std::string& problem : jobs_.problems()) streams_.errors << "vantrel: " << problem << '\n';
+        failed_ += jobs_.list().missing.size() + jobs_.problems().size();
+        if (options_.isQuiet) return;
+        for (const LoadedScheme* scheme : jobs_.schemes().loaded()) reportFaults(*scheme);
     }
 
     void reportFaults(const LoadedScheme& scheme) {
@@ -257,10 +250,7 @@ private:
 
     void formatFiles() {
         const std::vector<FileJob>& jobs = jobs_.jobs();
-        const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
-        const std::size_t threads = options_.jobs > 0 ? static_cast<std::size_t>(options_.jobs) : processors;
-        Run::prepareThreads();
-        OrderedPool<FileResult> pool(std::min(threads, jobs.size()));
+        OrderedPool<FileResult> pool(threadsFor(options_));
         pool.run(
             jobs.size(), [&jobs](std::size_t index) { return formatFile(jobs[index]); },
             [this](std::size_t, FileResult result) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <map>
 #include <ostream>
+#include <thread>
 
 #include "scheme/scheme_conversion.h"
 #include "tool/failure.h"
@@ -176,9 +177,7 @@ private:
             ->transform(oneOf(colors));
         app_.add_flag("-q,--quiet", options_.isQuiet, "Nothing but errors");
         app_.add_flag("-v,--verbose", options_.isVerbose, "Each file, with what became of it");
-        app_.add_option("-j,--jobs", options_.jobs, "How many files at once")
-            ->type_name("N")
-            ->check(CLI::Range(1, 1024).description(""));
+        addJobs(app_);
     }
 
     void addOthers() {
@@ -234,10 +233,11 @@ private:
                         "  vantrel explain -s knr main.cpp:12       all gaps of a line\n"
                         "  vantrel explain main.cpp:12:8            the gap at a column\n"
                         "  vantrel explain --summary src            the keys, by the gaps that they change\n");
-        explain->add_option("FILE[:LINE[:COLUMN]]", options_.arguments, "The place; files and folders for --summary")
+        explain->add_option("FILE[:LINE[:COLUMN]]", options_.paths, "The place; files and folders for --summary")
             ->required()
             ->type_name("");
         explain->add_flag("--summary", options_.isSummary, "Count the gaps that each key changes");
+        addPass(*explain);
         explain->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
         explain->add_option("--format", options_.format, "text, json")->type_name("FORMAT")->transform(oneOf(formats));
         addLearn();
@@ -265,11 +265,20 @@ private:
             ->type_name("SHARE");
         learn->add_option("--from", options_.from, "A scheme for what the sources do not tell")
             ->type_name("NAME|FILE");
-        addEndings(*learn);
-        learn->add_option("-j,--jobs", options_.jobs, "How many files at once")
+        addPass(*learn);
+    }
+
+    // What those commands take that read many files.
+    void addPass(CLI::App& command) {
+        addEndings(command);
+        addJobs(command);
+        command.add_flag("-q,--quiet", options_.isQuiet, "Nothing but errors");
+    }
+
+    void addJobs(CLI::App& app) {
+        app.add_option("-j,--jobs", options_.jobs, "How many files at once")
             ->type_name("N")
             ->check(CLI::Range(1, 1024).description(""));
-        learn->add_flag("-q,--quiet", options_.isQuiet, "Nothing but errors");
     }
 
     CLI::App* addCommand(CLI::App& parent, const std::string& name, const std::string& description, Command command) {
@@ -321,6 +330,11 @@ std::optional<Options> parseOptions(int count, const char* const* arguments, std
         throw Failure(message + "\n\"vantrel --help\" shows all options.");
     }
     return std::nullopt;
+}
+
+std::size_t threadsFor(const Options& options) {
+    if (options.jobs > 0) return static_cast<std::size_t>(options.jobs);
+    return std::max(std::thread::hardware_concurrency(), 1U);
 }
 
 std::vector<OptionEntry> optionTable() {

@@ -9,7 +9,6 @@
 
 #include "edits/line_set.h"
 
-
 namespace Tool {
 
 enum class Mode { Print, InPlace, Check, Diff, List };
@@ -36,8 +35,7 @@ enum class Command {
 struct Options {
     Command command = Command::Format;
     std::string argument;  // of a command: a key, a scheme, a file, a shell
-    std::vector<std::string> arguments;  // of one that takes several
-    bool isSummary = false;              // of explanations
+    bool isSummary = false;  // of explanations
     KeyPage keyPage = KeyPage::None;
 
     std::vector<std::string> paths;
@@ -74,6 +72,9 @@ struct Options {
 
 // Throws Failure for a faulty command line. Nothing when all has been said: help, the version.
 std::optional<Options> parseOptions(int count, const char* const* arguments, std::ostream& out);
+
+// How many files are read at once.
+std::size_t threadsFor(const Options& options);
 
 // An option, for what is made of all of them: completion, the manual.
 struct OptionEntry {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstddef>
 #include <mutex>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "files/ending_signals.h"
+#include "run/process.h"
 
 namespace Tool {
 
@@ -17,6 +19,7 @@ namespace Tool {
 template <typename Result>
 class OrderedPool {
 public:
+    // At most so many threads.
     explicit OrderedPool(std::size_t threads) : threadCount_(threads), slots_(2 * threads) {}
 
     // `job(index)` runs in the threads and throws nothing; `consume(index, result)` runs in the caller's. When that
@@ -48,7 +51,8 @@ private:
     template <typename Job>
     void startThreads(std::vector<std::jthread>& threads, Job& job) {
         const Files::HoldEndingSignals inTheThreads;
-        for (std::size_t thread = 0; thread < threadCount_; ++thread) {
+        Run::prepareThreads();
+        for (std::size_t thread = 0; thread < std::min(threadCount_, count_); ++thread) {
             threads.emplace_back([this, &job] { work(job); });
         }
     }

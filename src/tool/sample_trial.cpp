@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <atomic>
-#include <exception>
 #include <utility>
 
 #include "edits/changed_lines.h"
+#include "edits/line_feeds.h"
 #include "edits/replacement.h"
 #include "run/format_text.h"
 #include "tool/ordered_pool.h"
+#include "tool/source_text.h"
 
 namespace Tool {
 
@@ -24,27 +25,26 @@ std::size_t countChanged(std::string_view before, std::string_view after) {
 }
 
 // A text that a scheme cannot be used for counts as if all its lines changed.
-std::size_t changedBy(const Tessel::FormatOptions& options, const std::string& text) try {
-    const Run::FormattedText formatted = Run::formatText(options, text);
-    if (formatted.messages.empty()) return countChanged(text, formatted.text);
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-} catch (const std::exception&) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+std::size_t changedBy(const Tessel::FormatOptions& options, const std::string& text) {
+    std::size_t changed = Edits::countLineFeeds(text);
+    problemWith("", [&] {
+        const Run::FormattedText formatted = Run::formatText(options, text);
+        if (formatted.messages.empty()) changed = countChanged(text, formatted.text);
+    });
+    return changed;
 }
 
 }  // namespace
 
 SampleTrial::SampleTrial(std::vector<std::string> texts, std::size_t threads)
     : texts_(std::move(texts)), threads_(threads) {
-    for (const std::string& text : texts_) {
-        lines_ += static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
-    }
+    for (const std::string& text : texts_) lines_ += Edits::countLineFeeds(text);
 }
 
 std::size_t SampleTrial::changedLines(const Tessel::PropertySet& scheme, std::size_t limit) {
     const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
     std::atomic<std::size_t> changed = 0;
-    OrderedPool<char> pool(std::min(threads_, texts_.size()));
+    OrderedPool<char> pool(threads_);
     pool.run(
         texts_.size(),
         [&](std::size_t index) {

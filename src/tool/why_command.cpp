@@ -9,17 +9,15 @@
 #include "cpp/parser_messages.h"
 #include "cpp/token_kind.h"
 #include "engine/extension_settings.h"
-#include "files/descriptor.h"
-#include "files/read_file.h"
 #include "run/format_text.h"
 #include "textstream/byte_order_mark.h"
 #include "textstream/text_document.h"
-#include "textstream/text_encoding.h"
 #include "tool/failure.h"
 #include "tool/fences.h"
 #include "tool/output.h"
 #include "tool/reporter.h"
 #include "tool/scheme_finder.h"
+#include "tool/source_text.h"
 #include "trn/exception.h"
 
 namespace Tool {
@@ -188,13 +186,7 @@ int whyCommand(const Options& options, const Streams& streams) {
     SchemeFinder schemes(options.scheme);
     const LoadedScheme* const scheme = schemes.schemeFor(options.argument);
     if (!scheme) throw Failure(noSchemeMessage(options.argument));
-    std::string source;
-    try {
-        source = Files::readFile(options.argument).text;
-    } catch (const Files::ReadFailure& failure) {
-        throw Failure(options.argument + ": " + Files::errorText(failure.error));
-    }
-    if (Zelmor::isUtf16(source)) throw Failure(options.argument + " is stored as UTF-16; convert it to UTF-8");
+    std::string source = readSource(options.argument);
     if (source.starts_with(Zelmor::BYTE_ORDER_MARK)) source.erase(0, Zelmor::BYTE_ORDER_MARK.size());
     Explanation explanation(options.argument, scheme->options, std::move(source));
     const bool isAccepted = explanation.tell();
