@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "learn/key_families.h"
+#include "scheme/key_value.h"
 
 namespace Learn {
 
@@ -157,24 +158,9 @@ private:
     const DecisionRules& rules_;
 };
 
-std::optional<Value> valueOf(const Tessel::PropertySet& scheme, KeyId key) {
-    const std::string_view name = key.name();
-    bool isOn = false;
-    int number = 0;
-    std::string text;
-    switch (key.type()) {
-        case Tessel::PropertyType::Boolean:
-            return scheme.getBool(name, isOn) ? std::optional<Value>(isOn) : std::nullopt;
-        case Tessel::PropertyType::Integer:
-            return scheme.getInt(name, number) ? std::optional<Value>(number) : std::nullopt;
-        case Tessel::PropertyType::String: break;
-    }
-    return scheme.getString(name, text) ? std::optional<Value>(text) : std::nullopt;
-}
-
 // A key that too few places tell of goes by the given scheme, else by the nearest of its kin that was found.
 void takeOver(Decision& decision, const std::vector<Decision>& all, const Tessel::PropertySet* given) {
-    if (given) decision.value = valueOf(*given, decision.key);
+    if (given) decision.value = Tessel::valueOf(*given, decision.key);
     if (decision.value) {
         decision.origin = Origin::Given;
         return;

@@ -15,6 +15,8 @@ enum class Origin {
     Kin,       // too few places: what a key like it has
     Given,     // too few places: what the scheme has that was given to start from
     Tried,     // what changes the fewest lines
+    Lines,     // what lines tell, whatever stands in them
+    Preset,    // what suits any source
     Unseen,    // too few places, and nothing to go by
 };
 
@@ -35,7 +37,6 @@ struct Decision {
     std::vector<Sighting> sightings;  // what was found, the most frequent first
 
     std::size_t sightingCount() const;  // of all that was found, what does not count as a place among it
-    double agreement() const { return places == 0 ? 0 : static_cast<double>(agreeing) / static_cast<double>(places); }
 };
 
 struct DecisionRules {

@@ -40,16 +40,25 @@ Tessel::PropertySet keepingScheme(const std::string& name) {
     return scheme;
 }
 
-void setLineHabits(Tessel::PropertySet& scheme, const TextHabits& habits) {
-    scheme.setInt(TAB_SIZE, guessTabSize(habits));
-    if (habits.withTrailingBlanks * kSeldomWanted / 10 <= habits.lines) scheme.setBool(STRIP_TRAILING_WS.name, true);
+// A scheme that was given comes first.
+void note(std::vector<Decision>& decisions, Tessel::KeyId key, Value value) {
+    Decision& decision = decisions[key.place()];
+    if (decision.origin == Origin::Given) return;
+    decision.origin = Origin::Lines;
+    decision.value = std::move(value);
+}
+
+void noteLineHabits(std::vector<Decision>& decisions, const Observations& seen) {
+    const TextHabits& habits = seen.habits;
+    note(decisions, TAB_SIZE, seen.tabSize);
+    if (habits.withTrailingBlanks * kSeldomWanted / 10 <= habits.lines) note(decisions, STRIP_TRAILING_WS, true);
     std::size_t runs = 0;
     std::size_t most = 0;
     for (std::size_t length = habits.emptyRuns.size() - 1; length > 0 && most == 0; --length) {
         runs += habits.emptyRuns[length];
         if (runs * kSeldomWanted > habits.lines) most = length;
     }
-    if (most > 0 && most < TextHabits::kMostEmpty) scheme.setInt(MAX_BLANK_LINES.name, static_cast<int>(most));
+    if (most > 0 && most < TextHabits::kMostEmpty) note(decisions, MAX_BLANK_LINES, static_cast<int>(most));
 }
 
 // Where the bodies of functions are indented by tabs, so is all that is as wide as some.
@@ -88,18 +97,17 @@ int guessTabSize(const TextHabits& habits) {
     return hasTabs ? kUsualTab : kTabOfBlanks;
 }
 
-Learned learnScheme(const std::string& name, const Tally& tally, const TextHabits& habits, const DecisionRules& rules,
-                    SchemeTrial& trial) {
+Learned learnScheme(const std::string& name, const Observations& seen, const DecisionRules& rules, SchemeTrial& trial) {
     Learned learned;
-    learned.decisions = decide(tally, rules);
-    useTabs(learned.decisions, guessTabSize(habits));
+    learned.decisions = decide(seen.tally, rules);
+    useTabs(learned.decisions, seen.tabSize);
+    noteLineHabits(learned.decisions, seen);
     Tessel::PropertySet start = keepingScheme(name);
-    setLineHabits(start, habits);
     for (const Decision& decision : learned.decisions) {
         if (decision.value) start.set({std::string(decision.key.name()), *decision.value});
     }
     Search search(trial, std::move(start));
-    search.run(habits, learned.decisions);
+    search.run(seen.habits, learned.decisions);
     learned.scheme = search.scheme();
     learned.triedLines = trial.lines();
     learned.changedLines = search.changedLines();

@@ -17,13 +17,19 @@ struct Learned {
     std::size_t changedLines = 0;     // of these, with the scheme
 };
 
+// What sources were seen to do.
+struct Observations {
+    int tabSize = 0;  // with which they were looked at
+    Tally tally;
+    TextHabits habits;
+};
+
 // The scheme with which files are formatted to see what they do: it wants nothing of them.
 Tessel::PropertySet observingScheme(int tabSize);
 
 // The columns to a tab stop, as far as the lines tell by themselves.
 int guessTabSize(const TextHabits& habits);
 
-Learned learnScheme(const std::string& name, const Tally& tally, const TextHabits& habits, const DecisionRules& rules,
-                    SchemeTrial& trial);
+Learned learnScheme(const std::string& name, const Observations& seen, const DecisionRules& rules, SchemeTrial& trial);
 
 }  // namespace Learn

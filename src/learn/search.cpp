@@ -1,11 +1,13 @@
 #include "learn/search.h"
 
 #include <algorithm>
-#include <limits>
 #include <numeric>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "learn/key_families.h"
+#include "scheme/key_value.h"
 
 namespace Learn {
 
@@ -85,22 +87,30 @@ Search::Search(SchemeTrial& trial, Tessel::PropertySet scheme)
 Tessel::PropertySet Search::with(const Answer& answer) const {
     Tessel::PropertySet scheme = scheme_;
     for (const Setting& setting : answer) {
-        scheme.erase(setting.key);
-        if (setting.value) scheme.set({std::string(setting.key), *setting.value});
+        scheme.erase(setting.key.name());
+        if (setting.value) scheme.set({std::string(setting.key.name()), *setting.value});
     }
     return scheme;
 }
 
+// Without a question.
+void Search::set(const Answer& answer) {
+    scheme_ = with(answer);
+    changed_ = trial_.changedLines(scheme_, kUnknown);
+}
+
 // Which of the answers changes the fewest lines. The first one is the usual one: another has to be worth it.
 std::size_t Search::ask(const std::vector<Answer>& answers, std::size_t worth) {
-    std::size_t fewest = std::numeric_limits<std::size_t>::max();
+    std::size_t fewest = kUnknown;
     std::size_t chosen = 0;
     for (std::size_t i = 0; i < answers.size(); ++i) {
+        for (const Setting& setting : answers[i]) reasons_[setting.key] = Origin::Tried;
         const std::size_t needed = i == 0 ? 0 : std::max(worth, worth_);
-        if (fewest < needed) break;
+        if (fewest < needed) continue;
         const std::size_t limit = fewest - needed;
         const Tessel::PropertySet scheme = with(answers[i]);
-        const std::size_t changed = scheme == scheme_ && i > 0 ? changed_ : trial_.changedLines(scheme, limit);
+        const bool isKnown = scheme == scheme_ && changed_ != kUnknown;
+        const std::size_t changed = isKnown ? changed_ : trial_.changedLines(scheme, limit);
         if (changed > limit) continue;
         fewest = changed;
         chosen = i;
@@ -108,6 +118,12 @@ std::size_t Search::ask(const std::vector<Answer>& answers, std::size_t worth) {
     scheme_ = with(answers[chosen]);
     changed_ = fewest;
     return chosen;
+}
+
+std::size_t Search::ask(KeyId key, const Values& values, std::size_t worth) {
+    std::vector<Answer> answers;
+    for (const std::optional<Value>& value : values) answers.push_back({{key, value}});
+    return ask(answers, worth);
 }
 
 void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
@@ -121,108 +137,96 @@ void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
     askTabs(habits);
     askKeptLayout();
     askWrapping(habits);
+    note(decisions);
 }
 
 void Search::askTabs(const TextHabits& habits) {
     if (habits.withTabs * 500 < habits.lines) {
-        ask({{{CONVERT_WS, 1}}});
+        reasons_[CONVERT_WS] = Origin::Lines;
+        set({{CONVERT_WS, 1}});
         return;
     }
-    ask({{{CONVERT_WS, 0}}, {{CONVERT_WS, 2}}, {{CONVERT_WS, 1}}});
-    std::vector<Answer> sizes;
-    for (const int size : {8, 4, 2, 3}) sizes.push_back({{TAB_SIZE, size}});
-    ask(sizes, trial_.lines() / kLinesToAHand);
+    ask(CONVERT_WS, {0, 2, 1});
+    ask(TAB_SIZE, {8, 4, 2, 3}, trial_.lines() / kLinesToAHand);
 }
 
 void Search::askIndentation(const std::vector<Decision>& decisions) {
+    constexpr std::size_t mostValues = 4;
     for (const Decision& decision : decisions) {
         if (natureOf(decision.key) != Nature::Indentation || decision.places == 0) continue;
-        std::vector<Answer> answers = {{{decision.key.name(), decision.value}}};
+        Values values = {decision.value};
         for (const Sighting& sighting : decision.sightings) {
-            if (answers.size() > 3) break;
-            if (sighting.value != decision.value) answers.push_back({{decision.key.name(), sighting.value}});
+            if (values.size() == mostValues) break;
+            if (sighting.value != decision.value) values.push_back(sighting.value);
         }
-        ask(answers);
+        ask(decision.key, values);
     }
 }
 
 void Search::askKeptLayout() {
     const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
-    ask({{{INDENT_FROM_LINE.name, true}}, {{INDENT_FROM_LINE.name, std::nullopt}}});
-    ask({{{WS_BETWEEN_DD_ELEMENTS, std::nullopt}}, {{WS_BETWEEN_DD_ELEMENTS, " "}}, {{WS_BETWEEN_DD_ELEMENTS, "\n"}}});
-    ask({{{WRAP_INDENT, unit}}, {{WRAP_INDENT, unit + unit}}, {{WRAP_INDENT, "    "}}, {{WRAP_INDENT, "        "}}});
-    const std::string wrapIndent = textOf(scheme_, WRAP_INDENT);
+    ask(INDENT_FROM_LINE, {true, std::nullopt});
+    ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
+    ask(WRAP_INDENT, {unit, unit + unit, "    ", "        "});
+    const Values hangs = {std::nullopt, textOf(scheme_, WRAP_INDENT), "", unit};
     std::vector<Answer> hanging;
     for (const bool keepsIndent : {false, true}) {
-        hanging.push_back({{KEEP_LINE_INDENT.name, keepsIndent}, {HANGING_OPERAND_INDENT.name, std::nullopt}});
-        for (const std::string& text : {wrapIndent, std::string(), unit}) {
-            hanging.push_back({{KEEP_LINE_INDENT.name, keepsIndent}, {HANGING_OPERAND_INDENT.name, text}});
+        for (const std::optional<Value>& hang : hangs) {
+            hanging.push_back({{KEEP_LINE_INDENT, keepsIndent}, {HANGING_OPERAND_INDENT, hang}});
         }
     }
     ask(hanging, trial_.lines() / kLinesToAHand);
     // By itself, where operands hang keeps nothing that was done by hand: less speaks for it.
-    std::vector<Answer> operands = {{}};
-    for (const std::string& text : {wrapIndent, std::string(), unit}) {
-        operands.push_back({{HANGING_OPERAND_INDENT.name, text}});
-    }
-    ask(operands);
-    ask({{{ALIGN_PPD_LEFT_MOST, true}}, {{ALIGN_PPD_LEFT_MOST, false}}, {{ALIGN_PPD_LEFT_MOST, std::nullopt}}});
+    Values operands = hangs;
+    operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
+    ask(HANGING_OPERAND_INDENT, operands);
+    ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
 }
 
 // Keys that no place was told of, in the order in which their values are usual.
 void Search::askUnseen(const std::vector<Decision>& decisions) {
     const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
-    const std::vector<std::pair<std::string_view, std::vector<std::string>>> usual = {
-        {WS_BEFORE_LINE_COMMENT.name, {" ", "  ", "\t"}},
-        {INDENT_DD_CONTENT, {unit, textOf(scheme_, WRAP_INDENT)}},
-        {INDENT_LABEL.name, {"", " "}},
-        {INDENT_CS_SINGLE.name, {}},
+    const std::vector<std::pair<KeyId, Values>> usual = {
+        {WS_BEFORE_LINE_COMMENT, {" ", "  ", "\t", std::nullopt}},
+        {INDENT_DD_CONTENT, {unit, textOf(scheme_, WRAP_INDENT), std::nullopt}},
+        {INDENT_LABEL, {"", " ", std::nullopt}},
+        {INDENT_CS_SINGLE, {std::nullopt, unit}},
     };
-    for (const auto& [key, texts] : usual) {
-        if (decisions[KeyId::find(key).place()].origin != Origin::Unseen) continue;
-        std::vector<Answer> answers;
-        for (const std::string& text : texts) answers.push_back({{key, text}});
-        answers.push_back({{key, std::nullopt}});
-        if (texts.empty()) answers.push_back({{key, unit}});
-        ask(answers);
+    for (const auto& [key, values] : usual) {
+        if (decisions[key.place()].origin == Origin::Unseen) ask(key, values);
     }
 }
 
 void Search::askAlignment(const std::vector<Decision>& decisions) {
-    ask({{{KEEP_COLUMNS.name, std::nullopt}}});
+    set({{KEEP_COLUMNS, std::nullopt}});
     for (const KeyId key : {KeyId(ALIGN_ENUM_INITIALIZERS), KeyId(ALIGN_DD_INITIALIZERS)}) {
-        ask({{{key.name(), isUsual(decisions[key.place()])}}, {{key.name(), false}}, {{key.name(), true}}});
+        ask(key, {isUsual(decisions[key.place()]), false, true});
     }
     for (const KeyId key :
          {KeyId(ALIGN_DD_NAMES_LEFT), KeyId(ALIGN_CLASS_MEMBER_NAMES_LEFT), KeyId(ALIGN_FN_DECL_NAMES_LEFT)}) {
-        ask({{{key.name(), isUsual(decisions[key.place()])}},
-             {{key.name(), false}},
-             {{key.name(), true}},
-             {{key.name(), true}, {ALIGN_DATA_ONLY.name, true}},
-             {{key.name(), true}, {HANGING_ASTERISK, true}, {HANGING_AMPERSAND, true}}});
+        ask({{{key, isUsual(decisions[key.place()])}},
+             {{key, false}},
+             {{key, true}},
+             {{key, true}, {ALIGN_DATA_ONLY, true}},
+             {{key, true}, {HANGING_ASTERISK, true}, {HANGING_AMPERSAND, true}}});
     }
-    ask({{{KEEP_COLUMNS.name, std::nullopt}}, {{KEEP_COLUMNS.name, true}}});
+    ask(KEEP_COLUMNS, {std::nullopt, true});
 }
 
 // Values that other places contradict: the next most frequent one may do less harm, or none at all.
-void Search::askRunnersUp(std::vector<Decision>& decisions) {
-    for (Decision& decision : decisions) {
+void Search::askRunnersUp(const std::vector<Decision>& decisions) {
+    for (const Decision& decision : decisions) {
         if (decision.origin != Origin::Found || natureOf(decision.key) == Nature::Indentation) continue;
         if ((decision.places - decision.exact) * 1000 < decision.places) continue;
-        std::vector<Answer> answers = {{{decision.key.name(), decision.value}}};
+        Values values = {decision.value};
         for (const Sighting& sighting : decision.sightings) {
             if (sighting.value == decision.value) continue;
-            answers.push_back({{decision.key.name(), sighting.value}});
+            values.push_back(sighting.value);
             break;
         }
         // What is wider than the value counts for it, as what other keys keep: unless they do not.
-        if (!isAlone(decision)) answers.push_back({{decision.key.name(), std::nullopt}});
-        const std::size_t chosen = ask(answers);
-        if (chosen == 0) continue;
-        decision.value = answers[chosen].front().value;
-        decision.origin = decision.value ? Origin::Tried : Origin::Disputed;
-        decision.places = decision.sightingCount();
-        decision.agreeing = decision.sightings.front().found.count;
+        if (!isAlone(decision)) values.push_back(std::nullopt);
+        ask(decision.key, values);
     }
 }
 
@@ -232,16 +236,16 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
                               KEEP_ONE_LINE_LISTS,     KEEP_ONE_LINE_INITS,       KEEP_FN_RETURN_TYPE_BREAK,
                               KEEP_BLANK_LINES};
     for (const KeyId key : keys) {
-        std::vector<Answer> answers = {{{key.name(), highestOf(decisions[key.place()])}}};
+        Values values = {highestOf(decisions[key.place()])};
         if (key.type() == Tessel::PropertyType::Boolean) {
-            for (const bool isOn : {false, true}) answers.push_back({{key.name(), isOn}});
+            for (const bool isOn : {false, true}) values.push_back(isOn);
         } else {
             const int highest = key == KeyId(KEEP_BLANK_LINES) ? 2 : 3;
-            for (int level = 0; level <= highest; ++level) answers.push_back({{key.name(), level}});
+            for (int level = 0; level <= highest; ++level) values.push_back(level);
         }
-        ask(answers);
+        ask(key, values);
     }
-    keepsLineBreaks_ = ask({{{KEEP_LINE_BREAKS.name, false}}, {{KEEP_LINE_BREAKS.name, true}}}) == 1;
+    keepsLineBreaks_ = ask(KEEP_LINE_BREAKS, {false, true}) == 1;
 }
 
 // The margin is the narrowest usual one that the lines respect, or a wider one that they end at. They are wrapped where
@@ -249,10 +253,13 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
 void Search::askWrapping(const TextHabits& habits) {
     const auto found = std::find_if(std::begin(kUsualMargins), std::end(kUsualMargins),
                                     [&](int margin) { return MarginLines(margin, habits).isRespected(); });
+    reasons_[RIGHT_MARGIN] = Origin::Lines;
     if (found == std::end(kUsualMargins)) {
+        reasons_[LINE_WRAP] = Origin::Lines;
         scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
         return;
     }
+    reasons_[LINE_WRAP] = Origin::Tried;
     askWrapStyles(*found);
     const std::size_t limit = changed_ + std::max(2 * worth_, trial_.lines() / kLinesToAWrap);
     for (auto margin = found; margin != std::end(kUsualMargins); ++margin) {
@@ -263,7 +270,7 @@ void Search::askWrapping(const TextHabits& habits) {
         if (isClose && habits.widths[static_cast<std::size_t>(*next)] > 0) continue;
         const Answer wrapping = {{LINE_WRAP, true}, {RIGHT_MARGIN, *margin}};
         if (trial_.changedLines(with(wrapping), limit) > limit) continue;
-        ask({wrapping});
+        set(wrapping);
         return;
     }
     scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, *found}});
@@ -272,19 +279,36 @@ void Search::askWrapping(const TextHabits& habits) {
 // How lines are broken shows where they are joined first.
 void Search::askWrapStyles(int margin) {
     const std::size_t changed = changed_;
-    ask({{{KEEP_LINE_BREAKS.name, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}}});
-    const std::vector<std::vector<Answer>> questions = {
-        {{{WRAP_STYLE, 1}}, {{WRAP_STYLE, 2}}, {{WRAP_STYLE, 0}}},
-        {{{LIST_WRAP_STRATEGY, 1}}, {{LIST_WRAP_STRATEGY, 2}}},
-        {{{CALL_ARGS_WRAP_STRATEGY.name, 1}}, {{CALL_ARGS_WRAP_STRATEGY.name, 2}}},
-        {{{EXPR_WRAP_STYLE, 2}}, {{EXPR_WRAP_STYLE, 1}}},
-        {{{EXPR_WRAP_STRATEGY.name, 1}}, {{EXPR_WRAP_STRATEGY.name, 2}}},
-        {{{COMMA_WRAP_STYLE, 2}}, {{COMMA_WRAP_STYLE, 1}}},
-        {{{SHIFT_WRAP_STYLE, 1}}, {{SHIFT_WRAP_STYLE, 2}}},
-    };
-    for (const std::vector<Answer>& question : questions) ask(question);
-    scheme_ = with({{KEEP_LINE_BREAKS.name, keepsLineBreaks_}, {LINE_WRAP, false}});
+    set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
+    ask(WRAP_STYLE, {1, 2, 0});
+    ask(LIST_WRAP_STRATEGY, {1, 2});
+    ask(CALL_ARGS_WRAP_STRATEGY, {1, 2});
+    ask(EXPR_WRAP_STYLE, {2, 1});
+    ask(EXPR_WRAP_STRATEGY, {1, 2});
+    ask(COMMA_WRAP_STYLE, {2, 1});
+    ask(SHIFT_WRAP_STYLE, {1, 2});
+    // While nothing is wrapped, none of these changes a line.
+    scheme_ = with({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {LINE_WRAP, false}});
     changed_ = changed;
+}
+
+// A key that places told of, and that is better left alone, is disputed after all.
+void Search::note(std::vector<Decision>& decisions) const {
+    for (Decision& decision : decisions) {
+        const std::optional<Value> value = Tessel::valueOf(scheme_, decision.key);
+        if (value == decision.value) continue;
+        const bool wasFound = decision.origin == Origin::Found;
+        decision.value = value;
+        if (value) {
+            const auto reason = reasons_.find(decision.key);
+            decision.origin = reason == reasons_.end() ? Origin::Preset : reason->second;
+        } else {
+            decision.origin = wasFound ? Origin::Disputed : Origin::Unseen;
+        }
+        if (!wasFound || value) continue;
+        decision.places = decision.sightingCount();
+        decision.agreeing = decision.sightings.front().found.count;
+    }
 }
 
 }  // namespace Learn

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
+#include <limits>
+#include <map>
 #include <optional>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "learn/decision.h"
@@ -19,36 +18,43 @@ public:
     // The trial is borrowed. The scheme is what the search starts from.
     Search(SchemeTrial& trial, Tessel::PropertySet scheme);
 
-    // Goes on from what was decided, and notes there what the trials have changed.
+    // Goes on from what was decided, and notes there what the scheme has in the end, and why.
     void run(const TextHabits& habits, std::vector<Decision>& decisions);
 
     const Tessel::PropertySet& scheme() const { return scheme_; }
     std::size_t changedLines() const { return changed_; }
 
 private:
+    using Values = std::vector<std::optional<Value>>;  // none: the key is absent
     struct Setting {
-        std::string_view key;
-        std::optional<Value> value;  // none: the key is absent
+        Tessel::KeyId key;
+        std::optional<Value> value;
     };
     using Answer = std::vector<Setting>;
 
+    static constexpr std::size_t kUnknown = std::numeric_limits<std::size_t>::max();
+
     Tessel::PropertySet with(const Answer& answer) const;
+    void set(const Answer& answer);
     std::size_t ask(const std::vector<Answer>& answers, std::size_t worth = 0);
+    std::size_t ask(Tessel::KeyId key, const Values& values, std::size_t worth = 0);
 
     void askIndentation(const std::vector<Decision>& decisions);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
     void askUnseen(const std::vector<Decision>& decisions);
     void askAlignment(const std::vector<Decision>& decisions);
-    void askRunnersUp(std::vector<Decision>& decisions);
+    void askRunnersUp(const std::vector<Decision>& decisions);
     void askWrapping(const TextHabits& habits);
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
+    void note(std::vector<Decision>& decisions) const;
 
     SchemeTrial& trial_;
     Tessel::PropertySet scheme_;
-    std::size_t changed_ = 0;
+    std::size_t changed_ = kUnknown;  // lines, with the scheme
     bool keepsLineBreaks_ = true;
+    std::map<Tessel::KeyId, Origin> reasons_;  // of keys that were asked for, or that the lines tell
     std::size_t worth_ = 0;  // lines that a value that is not the usual one has to save
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <tuple>
 #include <utility>
+#include <variant>
 
 #include "learn/key_families.h"
 #include "textstream/text_document.h"
@@ -29,12 +30,6 @@ Value typedValue(Tessel::KeyId key, const std::variant<int, std::string>& measur
 
 void add(Values& values, const Values& others) {
     for (const auto& [value, found] : others) add(values, value, found);
-}
-
-std::size_t countOf(const Values& values) {
-    std::size_t sum = 0;
-    for (const auto& [value, found] : values) sum += found.count;
-    return sum;
 }
 
 void Tally::add(const Tally& other) {

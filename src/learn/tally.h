@@ -5,16 +5,16 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "engine/layout_observer.h"
 #include "scheme/key_id.h"
+#include "scheme/property_line.h"
 
 // What sources do where a scheme could have a value.
 namespace Learn {
 
-using Value = std::variant<bool, int, std::string>;  // as a property's
+using Value = Tessel::PropertyValue;
 
 struct Place {
     std::size_t file = 0;  // in the order in which they were counted
@@ -27,8 +27,6 @@ struct Found {
 };
 
 using Values = std::map<Value, Found>;
-
-std::size_t countOf(const Values& values);
 
 // Those of the others come behind those that are there.
 void add(Values& values, const Values& others);

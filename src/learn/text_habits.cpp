@@ -20,8 +20,6 @@ void addLine(TextHabits& habits, std::string_view line, int tabSize) {
     const std::size_t width = static_cast<std::size_t>(Tessel::shownColumnAfter(line, 0, tabSize));
     ++habits.widths[std::min(width, TextHabits::kWidest)];
     if (hasTabs) ++habits.withTabs;
-    if (line.starts_with('\t')) ++habits.indentedByTabs;
-    if (line.starts_with("  ")) ++habits.indentedByBlanks;
     if (line.ends_with(' ') || line.ends_with('\t')) ++habits.withTrailingBlanks;
 }
 
@@ -32,19 +30,7 @@ void TextHabits::add(const TextHabits& other) {
     addEach(widths, other.widths);
     addEach(emptyRuns, other.emptyRuns);
     withTabs += other.withTabs;
-    indentedByTabs += other.indentedByTabs;
-    indentedByBlanks += other.indentedByBlanks;
     withTrailingBlanks += other.withTrailingBlanks;
-}
-
-std::size_t TextHabits::widthOf(double share) const {
-    const double wanted = share * static_cast<double>(lines);
-    double seen = 0;
-    for (std::size_t width = 0; width < widths.size(); ++width) {
-        seen += static_cast<double>(widths[width]);
-        if (seen >= wanted) return width;
-    }
-    return kWidest;
 }
 
 TextHabits habitsOf(std::string_view text, int tabSize) {

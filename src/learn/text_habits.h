@@ -15,13 +15,9 @@ struct TextHabits {
     std::array<std::size_t, kWidest + 1> widths{};            // lines by the columns that they take
     std::array<std::size_t, kMostEmpty + 1> emptyRuns{};      // how many empty lines follow each other
     std::size_t withTabs = 0;                                 // lines that have any
-    std::size_t indentedByTabs = 0;                           // lines that begin with one
-    std::size_t indentedByBlanks = 0;                         // lines that begin with two blanks or more
     std::size_t withTrailingBlanks = 0;
 
     void add(const TextHabits& other);
-    // The columns that so large a share of the lines respects.
-    std::size_t widthOf(double share) const;
 };
 
 TextHabits habitsOf(std::string_view text, int tabSize);

@@ -106,13 +106,16 @@ PropertyLine readPropertyLine(std::string_view text) {
 }
 
 std::string propertyLine(const Property& property) {
+    return std::to_string(static_cast<int>(property.type())) + ' ' + property.key + ' ' + valueText(property.value);
+}
+
+std::string valueText(const PropertyValue& value) {
     struct ValueText {
-        std::string operator()(bool value) const { return value ? "1" : "0"; }
-        std::string operator()(int value) const { return std::to_string(value); }
-        std::string operator()(const std::string& value) const { return quoted(value); }
+        std::string operator()(bool isOn) const { return isOn ? "1" : "0"; }
+        std::string operator()(int number) const { return std::to_string(number); }
+        std::string operator()(const std::string& text) const { return quoted(text); }
     };
-    return std::to_string(static_cast<int>(property.type())) + ' ' + property.key + ' ' +
-           std::visit(ValueText(), property.value);
+    return std::visit(ValueText(), value);
 }
 
 std::optional<int> leadingInteger(std::string_view line) {

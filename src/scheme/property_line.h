@@ -13,9 +13,11 @@ namespace Tessel {
 // What separates the parts of a line, and what no key may hold.
 inline constexpr std::string_view BLANKS = " \t\n\v\f\r";
 
+using PropertyValue = std::variant<bool, int, std::string>;  // in the order of the types
+
 struct Property {
     std::string key;
-    std::variant<bool, int, std::string> value;  // in the order of the types
+    PropertyValue value;
 
     PropertyType type() const { return static_cast<PropertyType>(value.index() + 1); }
     bool operator==(const Property&) const = default;
@@ -34,6 +36,8 @@ PropertyLine readPropertyLine(std::string_view text);
 
 // The line, without a line end.
 std::string propertyLine(const Property& property);
+// What it has behind its type and key: `" "`.
+std::string valueText(const PropertyValue& value);
 
 std::optional<int> leadingInteger(std::string_view line);
 

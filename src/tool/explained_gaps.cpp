@@ -1,6 +1,7 @@
 #include "tool/explained_gaps.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -12,6 +13,7 @@
 #include "engine/scheme_values.h"
 #include "run/format_text.h"
 #include "scheme/key_guide.h"
+#include "scheme/key_value.h"
 #include "scheme/property_keys.h"
 #include "textstream/byte_order_mark.h"
 #include "textstream/text_document.h"
@@ -137,21 +139,8 @@ const ExplainedGap* gapAt(const std::vector<ExplainedGap>& gaps, std::size_t lin
 }
 
 std::string keyWithValue(KeyId key, const Tessel::PropertySet& scheme) {
-    const std::string name(key.name());
-    bool isOn = false;
-    int number = 0;
-    std::string text;
-    Tessel::Property property{name, {}};
-    if (scheme.getString(name, text)) {
-        property.value = text;
-    } else if (scheme.getInt(name, number)) {
-        property.value = number;
-    } else if (scheme.getBool(name, isOn)) {
-        property.value = isOn;
-    } else {
-        return name + ", which the scheme lacks";
-    }
-    return Tessel::propertyLine(property).substr(2);  // without its type
+    const std::optional<Tessel::PropertyValue> value = Tessel::valueOf(scheme, key);
+    return std::string(key.name()) + (value ? ' ' + Tessel::valueText(*value) : ", which the scheme lacks");
 }
 
 std::string drawn(std::string_view blanks) {

@@ -1,28 +1,25 @@
 #include "tool/learn_command.h"
 
 #include <algorithm>
-#include <exception>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <thread>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "files/descriptor.h"
 #include "files/write_file.h"
 #include "learn/learner.h"
 #include "run/format_text.h"
-#include "run/process.h"
 #include "tool/failure.h"
-#include "tool/file_list.h"
 #include "tool/learn_page.h"
 #include "tool/learn_report.h"
-#include "tool/ordered_pool.h"
 #include "tool/output.h"
-#include "tool/progress.h"
 #include "tool/sample_trial.h"
 #include "tool/scheme_finder.h"
+#include "tool/source_pass.h"
 #include "tool/source_text.h"
 
 namespace Tool {
@@ -33,7 +30,7 @@ constexpr std::size_t sampleSize = 320'000;  // bytes
 constexpr std::size_t largestInSample = sampleSize / 6;
 
 struct Observed {
-    std::unique_ptr<Learn::Tally> tally;  // none for a file that cannot be used
+    std::unique_ptr<Learn::Tally> tally;  // none where there is a problem
     Learn::TextHabits habits;
     std::string problem;
 };
@@ -75,21 +72,14 @@ std::vector<std::size_t> sampleOf(const std::vector<std::string>& files) {
 
 Observed observe(const std::string& file, std::size_t index, const Tessel::FormatOptions& options, int tabSize) {
     Observed observed;
-    try {
+    observed.problem = problemWith(file, [&] {
         const std::string text = readSource(file);
         observed.habits = Learn::habitsOf(text, tabSize);
         Learn::TallyObserver observer(index, tabSize);
         const Run::FormattedText formatted = Run::formatText(options, text, &observer);
-        if (formatted.messages.empty()) {
-            observed.tally = std::make_unique<Learn::Tally>(observer.tally());
-        } else {
-            observed.problem = file + " is refused";
-        }
-    } catch (const Failure& failure) {
-        observed.problem = failure.message();
-    } catch (const std::exception& fault) {
-        observed.problem = file + ": " + fault.what();
-    }
+        if (!formatted.messages.empty()) throw Failure(file + " is refused");
+        observed.tally = std::make_unique<Learn::Tally>(observer.tally());
+    });
     return observed;
 }
 
@@ -100,22 +90,17 @@ public:
             throw Failure("--min-agreement is a share of the places, above 0.5 and up to 1");
         }
         if (!options.from.empty()) given_ = SchemeFinder(options.from).schemeFor("")->options.scheme;
-        list_ = findFiles({options.paths, options.endings, options.excluded});
-        for (const std::string& problem : list_.missing) streams.errors << "vantrel: " << problem << '\n';
-        if (list_.files.empty()) throw Failure("there is no C or C++ source to learn from");
-        const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
-        threads_ = options.jobs > 0 ? static_cast<std::size_t>(options.jobs) : processors;
-        Run::prepareThreads();
+        list_ = findSources(options.paths, options, streams);
     }
 
     int run() {
         Sample sample = readSample();
-        const int tabSize = Learn::guessTabSize(sampleHabits_);
-        count(tabSize);
+        seen_.tabSize = Learn::guessTabSize(sampleHabits_);
+        observeAll();
         if (report_.files == 0) throw Failure("no source that could be learned from is accepted");
-        SampleTrial trial(acceptedOf(std::move(sample)), threads_);
+        SampleTrial trial(acceptedOf(std::move(sample)), threadsFor(options_));
         const Learn::DecisionRules rules{.minAgreement = options_.minAgreement, .given = given_ ? &*given_ : nullptr};
-        report_.learned = Learn::learnScheme(name(), tally_, habits_, rules, trial);
+        report_.learned = Learn::learnScheme(name(), seen_, rules, trial);
         report_.fileNames = &list_.files;
         write();
         return list_.missing.empty() ? Fine : CannotWork;
@@ -151,34 +136,27 @@ private:
         return texts;
     }
 
-    void count(int tabSize) {
-        const Tessel::FormatOptions options{Learn::observingScheme(tabSize), Tessel::protectedRegionMarkers()};
-        Progress progress(streams_.errors, streams_.errorsAreTerminal && !options_.isQuiet, list_.files.size());
-        OrderedPool<Observed> pool(std::min(threads_, list_.files.size()));
-        pool.run(
-            list_.files.size(),
-            [&](std::size_t index) { return observe(list_.files[index], index, options, tabSize); },
-            [&](std::size_t, const Observed& observed) {
-                isRefused_.push_back(!observed.tally);
-                take(observed);
-                progress.countFile();
-            });
-        streams_.errors << problems_;
+    void observeAll() {
+        const Tessel::FormatOptions options{Learn::observingScheme(seen_.tabSize), Tessel::protectedRegionMarkers()};
+        passOver<Observed>(
+            list_.files.size(), options_, streams_,
+            [&](std::size_t index) { return observe(list_.files[index], index, options, seen_.tabSize); },
+            [this](std::size_t, const Observed& observed) { take(observed); });
     }
 
     void take(const Observed& observed) {
+        isRefused_.push_back(!observed.tally);
         if (!observed.tally) {
             ++report_.refused;
-            problems_ += "vantrel: " + observed.problem + '\n';
             return;
         }
         ++report_.files;
-        tally_.add(*observed.tally);
-        habits_.add(observed.habits);
+        seen_.tally.add(*observed.tally);
+        seen_.habits.add(observed.habits);
     }
 
     void write() {
-        report_.lines = habits_.lines;
+        report_.lines = seen_.habits.lines;
         const std::string text = learnedSchemeText(report_);
         if (!options_.outputFile.empty()) {
             writeFile(options_.outputFile, text);
@@ -200,11 +178,8 @@ private:
     std::optional<Tessel::PropertySet> given_;
     FileList list_;
     std::vector<bool> isRefused_;  // as the list
-    std::size_t threads_ = 1;
     Learn::TextHabits sampleHabits_;
-    std::string problems_;  // of the files that could not be used, a line each
-    Learn::TextHabits habits_;
-    Learn::Tally tally_;
+    Learn::Observations seen_;
     LearnReport report_;
 };
 

@@ -91,7 +91,7 @@ private:
         text_ += "<h2>Left open</h2>\n"
                  "<p>The places of these keys do not agree, so that the scheme leaves them alone.</p>\n";
         for (const Decision& decision : report_.learned.decisions) {
-            if (isOpen(report_, decision)) addSides(decision);
+            if (decision.origin == Learn::Origin::Disputed) addSides(decision);
         }
     }
 
@@ -103,7 +103,7 @@ private:
         for (std::size_t i = 0; i < std::min(decision.sightings.size(), sides); ++i) {
             const Learn::Sighting& sighting = decision.sightings[i];
             const Learn::Place& place = sighting.found.first;
-            text_ += "<div><code>" + markup(valueText(decision.key, sighting.value)) + "</code> in " +
+            text_ += "<div><code>" + markup(Tessel::valueText(sighting.value)) + "</code> in " +
                      percentText(sighting.found.count, decision.sightingCount()) + " of " +
                      withThousands(decision.sightingCount()) + ", as in " +
                      markup((*report_.fileNames)[place.file]) + ':' + std::to_string(place.line) + "</div>\n<pre>" +
@@ -123,25 +123,18 @@ private:
     }
 
     std::string row(const Tessel::KeyGuide& guide, const Decision& decision) const {
-        const std::string value = schemeValue(decision.key);
-        const bool isTold = decision.origin == Learn::Origin::Found || decision.origin == Learn::Origin::Disputed;
-        if (value.empty() && !isTold) return {};
+        const bool isOpen = decision.origin == Learn::Origin::Disputed;
+        const bool isTold = isOpen || decision.origin == Learn::Origin::Found;
+        if (!isOpen && !decision.value) return {};
+        const std::string value = decision.value ? Tessel::valueText(*decision.value) : "open";
         const std::string share = percentText(decision.agreeing, decision.places);
         const std::string bar = isTold ? "<div class=\"bar\"><div style=\"width: " + share.substr(0, share.find(' ')) +
                                              "%\"></div></div>"
                                        : std::string();
-        return std::string("<tr") + (isOpen(report_, decision) ? " class=\"open\"" : "") + "><td title=\"" +
-               markup(guide.meaning) + "\">" + guide.key() + "</td><td><code>" +
-               markup(value.empty() ? "open" : value) + "</code></td><td>" + bar + "</td><td class=\"number\">" + (isTold ? share : "") + "</td><td>" +
+        return std::string("<tr") + (isOpen ? " class=\"open\"" : "") + "><td title=\"" + markup(guide.meaning) +
+               "\">" + guide.key() + "</td><td><code>" + markup(value) + "</code></td><td>" + bar +
+               "</td><td class=\"number\">" + (isTold ? share : "") + "</td><td>" +
                (isTold ? withThousands(decision.places) + " places" : markup(reasonText(decision))) + "</td></tr>\n";
-    }
-
-    // As the scheme has it; empty when it does not.
-    std::string schemeValue(Tessel::KeyId key) const {
-        for (const Tessel::Property& property : report_.learned.scheme.properties()) {
-            if (property.key == key.name()) return valueText(key, property.value);
-        }
-        return {};
     }
 
     const LearnReport& report_;

@@ -23,7 +23,7 @@ std::string sidesText(const LearnReport& report, const Decision& decision) {
     for (std::size_t i = 0; i < std::min(decision.sightings.size(), sides); ++i) {
         const Learn::Sighting& sighting = decision.sightings[i];
         if (i > 0) text += ", ";
-        text += valueText(decision.key, sighting.value) + ' ' +
+        text += Tessel::valueText(sighting.value) + ' ' +
                 percentText(sighting.found.count, decision.sightingCount()) + " (" +
                 placeText(report, sighting.found.first) + ')';
     }
@@ -45,26 +45,19 @@ std::string percentText(std::size_t part, std::size_t whole) {
     return std::to_string(whole == 0 ? 0 : part * 100 / whole) + " %";
 }
 
-std::string valueText(Tessel::KeyId key, const Learn::Value& value) {
-    constexpr std::size_t typeWidth = 2;
-    return Tessel::propertyLine({std::string(key.name()), value}).substr(typeWidth + key.name().size() + 1);
-}
-
 std::string reasonText(const Decision& decision) {
     switch (decision.origin) {
         case Origin::Found:
             return percentText(decision.agreeing, decision.places) + " of " + withThousands(decision.places);
         case Origin::Kin: return "as " + std::string(decision.kin.name());
         case Origin::Given: return "as in the scheme that was given";
-        case Origin::Tried:
+        case Origin::Tried: return "no other value that was tried changes clearly fewer lines";
+        case Origin::Lines: return "as all lines are, whatever stands in them";
+        case Origin::Preset: return "suits any source";
         case Origin::Disputed:
         case Origin::Unseen: break;
     }
-    return "no other value that was tried changes fewer lines";
-}
-
-bool isOpen(const LearnReport& report, const Decision& decision) {
-    return decision.origin == Origin::Disputed && !report.learned.scheme.contains(decision.key.name());
+    return {};
 }
 
 std::string changedPerHundred(const LearnReport& report) {
@@ -79,15 +72,14 @@ std::string learnedSchemeText(const LearnReport& report) {
     std::string text = "Tessel::PropertySet\n1\n\"" + scheme.getName() + "\"\n# Learned from " +
                        withThousands(report.files) + " files, " + withThousands(report.lines) + " lines\n";
     for (const Tessel::Property& property : scheme.properties()) {
-        const Tessel::KeyId key = Tessel::KeyId::find(property.key);
         if (property.key != Tessel::Keys::VANTREL_VERSION) {
-            text += "# " + property.key + ' ' + valueText(key, property.value) + ' ' +
-                    reasonText(report.learned.decisions[key.place()]) + '\n';
+            const Decision& decision = report.learned.decisions[Tessel::KeyId::find(property.key).place()];
+            text += "# " + property.key + ' ' + Tessel::valueText(property.value) + ' ' + reasonText(decision) + '\n';
         }
         text += Tessel::propertyLine(property) + '\n';
     }
     for (const Decision& decision : report.learned.decisions) {
-        if (!isOpen(report, decision)) continue;
+        if (decision.origin != Origin::Disputed) continue;
         text += "# " + std::string(decision.key.name()) + " is open: " + sidesText(report, decision) + ", of " +
                 withThousands(decision.places) + '\n';
     }
@@ -103,7 +95,7 @@ std::string learnSummary(const LearnReport& report) {
             places += decision.places;
             agreeing += decision.agreeing;
         }
-        if (!isOpen(report, decision)) continue;
+        if (decision.origin != Origin::Disputed) continue;
         open += "  " + std::string(decision.key.name()) + ": " + sidesText(report, decision) + '\n';
     }
     std::string text = withThousands(report.files) + " files, " + withThousands(report.lines) + " lines, " +

@@ -20,9 +20,7 @@ struct LearnReport {
 // Words of both the texts below and the page.
 std::string withThousands(std::size_t number);             // 1,953
 std::string percentText(std::size_t part, std::size_t whole);  // "97 %", rounded down
-std::string valueText(Tessel::KeyId key, const Learn::Value& value);  // as a line of a scheme has it
 std::string reasonText(const Learn::Decision& decision);
-bool isOpen(const LearnReport& report, const Learn::Decision& decision);
 std::string changedPerHundred(const LearnReport& report);
 
 // The scheme, each line under a comment that tells what speaks for it.

@@ -309,6 +309,10 @@ TEST_F(Vantrel, ExplainsGaps) {
     EXPECT_THAT(explain({"--summary", "."}), HasSubstr("2         1  INDENT_FN_CONTENT\n"));
     folder.write("b.c", "void f( {");
     EXPECT_EQ(run({"explain", "-s", "s.vts", "b.c"}).status, 3);
+    const ProgramResult some = run({"explain", "-s", "s.vts", "--summary", "b.c", "missing.c", "a.c"});
+    EXPECT_EQ(some.status, 2);
+    EXPECT_THAT(some.errors, AllOf(HasSubstr("missing.c: "), HasSubstr("b.c is refused")));
+    EXPECT_THAT(some.output, EndsWith("of 1 files\n"));
 }
 
 TEST_F(Vantrel, LearnsAScheme) {
@@ -328,6 +332,7 @@ TEST_F(Vantrel, LearnsAScheme) {
     const std::string text = folder.read("own.vts");
     EXPECT_THAT(text, StartsWith("Tessel::PropertySet\n1\n\"own\"\n"));
     EXPECT_THAT(text, HasSubstr("# WS_BEFORE_CS_OPEN_BRACE \" \" 100 % of 8\n3 WS_BEFORE_CS_OPEN_BRACE \" \"\n"));
+    EXPECT_THAT(text, HasSubstr("\n# KEEP_UNRECOGNIZED 1 suits any source\n"));
     EXPECT_THAT(text, HasSubstr("\n3 WS_BEFORE_FN_OPEN_BRACE \"\\n\"\n"));
     EXPECT_THAT(text, HasSubstr("\n3 INDENT_FN_CONTENT \"\\t\"\n"));
     EXPECT_THAT(text, HasSubstr("\n2 ASTERISK_ANCHOR 1\n"));
