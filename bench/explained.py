@@ -11,7 +11,6 @@ import tempfile
 import time
 
 RUN_LIMIT = 60.0  # seconds for one run
-PROPERTY = re.compile(r"^([123]) (\w+) (.*)$")
 TEXTS = ['" "', '""', '"\\n"', '"   "', '"\\n\\n"', '"\\t\\t\\t"']
 NUMBERS = ["0", "1", "2", "3", "8", "30", "60", "400"]
 
@@ -44,11 +43,6 @@ class Scheme:
     def __init__(self, file):
         with open(file, encoding="utf-8") as scheme:
             self.lines = scheme.read().splitlines()
-        self.types = {}
-        for line in self.lines:
-            match = PROPERTY.match(line)
-            if match:
-                self.types[match[2]] = match[1]
 
     def changed(self, key, value, kind):
         lines = [line for line in self.lines if not re.match(rf"[123] {key} ", line)]
@@ -57,21 +51,15 @@ class Scheme:
         return "\n".join(lines + [f"{kind} {key} {value}"]) + "\n"
 
     def changes(self, key, kinds):
-        kind = self.types.get(key) or kinds.get(key, "3")
+        kind = kinds[key]
         values = {"1": ["0", "1"], "2": NUMBERS, "3": TEXTS}[kind]
         return [self.changed(key, value, kind) for value in values]
 
 
-def key_types(root):
-    """Of the keys, as the table of keys has them."""
-    names = {"Boolean": "1", "Integer": "2", "String": "3"}
-    types = {}
-    with open(os.path.join(root, "src/scheme/extension_keys.def"), encoding="utf-8") as table:
-        for key, kind in re.findall(r"VANTREL_EXTENSION_KEY\((\w+), (\w+)\)", table.read()):
-            types[key] = names[kind]
-    for key in ("ASTERISK_ANCHOR", "AMPERSAND_ANCHOR", "RIGHT_MARGIN", "WRAP_STYLE", "CONVERT_WS"):
-        types[key] = "2"
-    return types
+def key_types(program):
+    """Of the keys, as the guide to them has them."""
+    guide = run(program, "keys", "--markdown").stdout.decode()
+    return dict(re.findall(r"^### (\w+)$.*?^Type: \w+ \((\d)\)", guide, re.MULTILINE | re.DOTALL))
 
 
 class Check:
@@ -80,7 +68,7 @@ class Check:
         self.scheme_file = scheme_file
         self.scheme = Scheme(scheme_file)
         self.folder = folder
-        self.kinds = key_types(root)
+        self.kinds = key_types(self.program)
 
     def gaps(self, file, line):
         found = run(self.program, "explain", "-s", self.scheme_file, "--format", "json", f"{file}:{line}")
