@@ -255,7 +255,7 @@ private:
             jobs.size(), [&jobs](std::size_t index) { return formatFile(jobs[index]); },
             [this](std::size_t, FileResult result) {
                 take(std::move(result));
-                progress_.countFile();
+                progress_.countOne();
             });
     }
 

@@ -17,6 +17,7 @@
 #include "tool/learn_page.h"
 #include "tool/learn_report.h"
 #include "tool/output.h"
+#include "tool/progress.h"
 #include "tool/sample_trial.h"
 #include "tool/scheme_finder.h"
 #include "tool/source_pass.h"
@@ -98,10 +99,7 @@ public:
         seen_.tabSize = Learn::guessTabSize(sampleHabits_);
         observeAll();
         if (report_.files == 0) throw Failure("no source that could be learned from is accepted");
-        SampleTrial trial(acceptedOf(std::move(sample)), threadsFor(options_));
-        const Learn::DecisionRules rules{.minAgreement = options_.minAgreement, .given = given_ ? &*given_ : nullptr};
-        report_.learned = Learn::learnScheme(name(), seen_, rules, trial);
-        report_.fileNames = &list_.files;
+        learn(acceptedOf(std::move(sample)));
         write();
         return list_.missing.empty() ? Fine : CannotWork;
     }
@@ -153,6 +151,15 @@ private:
         ++report_.files;
         seen_.tally.add(*observed.tally);
         seen_.habits.add(observed.habits);
+    }
+
+    void learn(std::vector<std::string> sample) {
+        constexpr std::size_t unknown = 0;
+        Progress progress(streams_.errors, streams_.errorsAreTerminal && !options_.isQuiet, unknown, "schemes tried");
+        SampleTrial trial(std::move(sample), threadsFor(options_), progress);
+        const Learn::DecisionRules rules{.minAgreement = options_.minAgreement, .given = given_ ? &*given_ : nullptr};
+        report_.learned = Learn::learnScheme(name(), seen_, rules, trial);
+        report_.fileNames = &list_.files;
     }
 
     void write() {

@@ -9,7 +9,7 @@
 #include "tool/failure.h"
 #include "tool/file_job.h"
 #include "tool/scheme_finder.h"
-#include "trn/exception.h"
+#include "tool/source_text.h"
 
 namespace Tool {
 
@@ -37,13 +37,13 @@ public:
         SchemeFinder ofProject("");
         SchemeFinder chosen(scheme_);
         const Tessel::FormatOptions& options = *optionsFor(path, ofProject, chosen);
-        try {
+        std::string said;
+        problemWith(path, [&] {  // diagnostics tell of one
             const ExplainedText explained = explainText(options, text);
             const ExplainedGap* const gap = gapAt(explained.gaps, line, column);
-            return gap ? explanation(*gap, options.scheme) : std::string();
-        } catch (const Trn::Exception&) {
-            return {};  // diagnostics tell of it
-        }
+            if (gap) said = explanation(*gap, options.scheme);
+        });
+        return said;
     }
 
 private:

@@ -152,7 +152,7 @@ private:
     }
 
     void addModes() {
-        app_.add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        addScheme(app_);
         app_.add_flag("-i,--in-place", inPlace_, "Write the files that change");
         app_.add_flag("--check", check_, "Write nothing, name what would change");
         app_.add_flag("--diff", diff_, "Write nothing, print a unified diff");
@@ -226,7 +226,7 @@ private:
             addCommand(app_, "why", "Tell why a file is refused, or what is kept of it", Command::Why);
         why->footer("Example: vantrel why -s knr main.cpp\nStatus 3 when the file is refused.");
         addFile(why);
-        why->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        addScheme(*why);
         CLI::App* const explain =
             addCommand(app_, "explain", "Tell which key decides each gap that changes", Command::Explain);
         explain->footer("Examples:\n  vantrel explain main.cpp                 each gap that changes\n"
@@ -238,7 +238,7 @@ private:
             ->type_name("");
         explain->add_flag("--summary", options_.isSummary, "Count the gaps that each key changes");
         addPass(*explain);
-        explain->add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
+        addScheme(*explain);
         explain->add_option("--format", options_.format, "text, json")->type_name("FORMAT")->transform(oneOf(formats));
         addLearn();
         addCommand(app_, "lsp", "Run as a language server over standard input and output", Command::Lsp)
@@ -285,6 +285,10 @@ private:
         CLI::App* const added = parent.add_subcommand(name, description);
         added->callback([this, command] { options_.command = command; });
         return added;
+    }
+
+    void addScheme(CLI::App& command) {
+        command.add_option("-s,--scheme", options_.scheme, "The scheme: a name, or a file")->type_name("NAME|FILE");
     }
 
     void addFile(CLI::App* command) {

@@ -11,17 +11,19 @@ constexpr double shownEvery = 0.1;  // seconds
 
 }  // namespace
 
-Progress::Progress(std::ostream& errors, bool isShown, std::size_t total)
-    : errors_(errors), isShown_(isShown && total > 1), total_(total) {}
+Progress::Progress(std::ostream& errors, bool isShown, std::size_t total, const char* unit)
+    : errors_(errors), isShown_(isShown && total != 1), total_(total), unit_(unit) {}
 
-void Progress::countFile() {
+void Progress::countOne() {
     ++done_;
     if (!isShown_) return;
     const Clock::time_point now = Clock::now();
     const double passed = std::chrono::duration<double>(now - shownAt_).count();
     if (passed < shownEvery) return;
     const double rate = static_cast<double>(done_ - doneWhenShown_) / passed;
-    errors_ << "\r\033[K" << done_ << " of " << total_ << " files, " << std::lround(rate) << " a second" << std::flush;
+    errors_ << "\r\033[K" << done_;
+    if (total_ > 0) errors_ << " of " << total_;
+    errors_ << ' ' << unit_ << ", " << std::lround(rate) << " a second" << std::flush;
     shownAt_ = now;
     doneWhenShown_ = done_;
     isOnLine_ = true;

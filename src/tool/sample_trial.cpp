@@ -36,8 +36,8 @@ std::size_t changedBy(const Tessel::FormatOptions& options, const std::string& t
 
 }  // namespace
 
-SampleTrial::SampleTrial(std::vector<std::string> texts, std::size_t threads)
-    : texts_(std::move(texts)), threads_(threads) {
+SampleTrial::SampleTrial(std::vector<std::string> texts, std::size_t threads, Progress& progress)
+    : texts_(std::move(texts)), threads_(threads), progress_(progress) {
     for (const std::string& text : texts_) lines_ += Edits::countLineFeeds(text);
 }
 
@@ -52,6 +52,7 @@ std::size_t SampleTrial::changedLines(const Tessel::PropertySet& scheme, std::si
             return char{};
         },
         [](std::size_t, char) {});
+    progress_.countOne();
     return changed;
 }
 

@@ -5,13 +5,15 @@
 #include <vector>
 
 #include "learn/scheme_trial.h"
+#include "tool/progress.h"
 
 namespace Tool {
 
 // Texts that are formatted again and again, in several threads.
 class SampleTrial : public Learn::SchemeTrial {
 public:
-    SampleTrial(std::vector<std::string> texts, std::size_t threads);
+    // The progress is borrowed; it counts the schemes.
+    SampleTrial(std::vector<std::string> texts, std::size_t threads, Progress& progress);
 
     std::size_t lines() const override { return lines_; }
     std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) override;
@@ -19,6 +21,7 @@ public:
 private:
     std::vector<std::string> texts_;
     std::size_t threads_;
+    Progress& progress_;
     std::size_t lines_ = 0;
 };
 

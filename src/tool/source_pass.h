@@ -30,7 +30,7 @@ void passOver(std::size_t sources, const Options& options, const Streams& stream
             streams.errors << "vantrel: " << result.problem << '\n';
         }
         consume(index, result);
-        progress.countFile();
+        progress.countOne();
     });
 }
 
