@@ -10,6 +10,7 @@
 #include "scheme/extension_keys.h"
 #include "scheme/property_set.h"
 #include "tool/escape.h"
+#include "tool/html_page.h"
 
 namespace Tool {
 
@@ -163,14 +164,11 @@ std::string keyPageMarkdown() {
 }
 
 std::string keyPageHtml() {
-    std::string text =
-        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>The keys of "
-        "schemes</title>\n<style>\n"
+    constexpr std::string_view style =
         "body { font: 16px/1.5 sans-serif; max-width: 60em; margin: 2em auto; padding: 0 1em; }\n"
         "pre { background: #f4f4f4; padding: 0.6em; overflow-x: auto; }\n"
-        ".pair { display: grid; grid-template-columns: 1fr 1fr; gap: 1em; }\n"
-        "</style>\n</head>\n<body>\n<h1>The keys of schemes</h1>\n<p>" +
-        markup(introduction) + "</p>\n";
+        ".pair { display: grid; grid-template-columns: 1fr 1fr; gap: 1em; }\n";
+    std::string text = "<p>" + markup(introduction) + "</p>\n";
     const auto addTitle = [&text](const std::string& title, const std::string& about) {
         text += "<h2>" + markup(title) + "</h2>\n<p>" + markup(about) + "</p>\n";
     };
@@ -184,7 +182,7 @@ std::string keyPageHtml() {
                          markup(example.without) + "</pre></div>\n<div>with<pre>" + markup(example.with) +
                          "</pre></div>\n</div>\n";
              });
-    return text + "</body>\n</html>\n";
+    return htmlPage("The keys of schemes", style, text);
 }
 
 }  // namespace Tool

@@ -7,6 +7,7 @@
 #include "files/read_file.h"
 #include "scheme/key_guide.h"
 #include "tool/escape.h"
+#include "tool/html_page.h"
 
 namespace Tool {
 
@@ -70,16 +71,13 @@ public:
     explicit Page(const LearnReport& report) : report_(report), lines_(*report.fileNames) {}
 
     std::string text() && {
-        text_ = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
-                "<title>A style, learned</title>\n<style>\n" +
-                std::string(kStyle) + "</style>\n</head>\n<body>\n<h1>A style, learned</h1>\n<p>From " +
-                withThousands(report_.files) + " files, " + withThousands(report_.lines) +
+        text_ = "<p>From " + withThousands(report_.files) + " files, " + withThousands(report_.lines) +
                 " lines. The scheme would still change " + changedPerHundred(report_) + " lines of 100.</p>\n";
         addOpen();
         for (const Tessel::KeyGroup group : Tessel::keyGroups()) addGroup(group);
         text_ += "<h2>The scheme</h2>\n" + std::string(kCopy) + "<pre id=\"scheme\">" +
-                 markup(learnedSchemeText(report_)) + "</pre>\n</body>\n</html>\n";
-        return std::move(text_);
+                 markup(learnedSchemeText(report_)) + "</pre>\n";
+        return htmlPage("A style, learned", kStyle, text_);
     }
 
 private:
