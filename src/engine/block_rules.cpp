@@ -37,7 +37,8 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
 
 void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces,
                                const OptionalText& indent) {
-    if (WantedText wanted = takePending(); wanted.present) {
+    const OptionalText pending = takePending();
+    if (WantedText wanted = pending; wanted.present) {
         const std::string_view gap = writer_.readGap(node.start());
         if (writer_.holdsOnlyComments(gap)) {
             // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.

@@ -78,7 +78,7 @@ void CppFormatter::visit(Cpp::ClassBodyNode* body) {
 }
 
 void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
-    const OptionalText before = asSetting(takePending());
+    const OptionalText before = takePending();
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeBaseClauses);
     formatSeparatedList(*list, settings_.commas.baseClauses);

@@ -99,8 +99,8 @@ private:
     // Copies up to the node and tells the column at which its first character will stand.
     int copyUpTo(const Cpp::SyntaxNode& node);
     int copyUpToConstruct(const Cpp::SyntaxNode& node);
-    void pend(const WantedText& whitespace);
-    WantedText takePending();
+    void pend(const OptionalText& whitespace);
+    OptionalText takePending();
     WantedText asOutputStands(const WantedText& wanted);
     void leaveBefore(const Cpp::SyntaxNode& node, const WantedText& wanted);
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
@@ -240,8 +240,9 @@ private:
     CppExprFormatter exprFormatter_;
     SourceWriter writer_;
 
-    std::vector<WantedText> pendingWhitespace_;
-    WantedText absentPending_;  // what was asked for last, if the scheme has nothing for it
+    // Copies: the settings that these come from may be exchanged for those of one line before they are taken.
+    std::vector<OptionalText> pendingWhitespace_;
+    KeyId absentPending_;  // of what was asked for last, if the scheme has nothing for it
     std::vector<int> baseColumns_;
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it

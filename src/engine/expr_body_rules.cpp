@@ -45,8 +45,8 @@ public:
           chainingElseIf_(formatter.chainingElseIf_, false) {}
 
 private:
-    ValueScope<std::vector<WantedText>> pending_;
-    ValueScope<WantedText> absentPending_;
+    ValueScope<std::vector<OptionalText>> pending_;
+    ValueScope<KeyId> absentPending_;
     ValueScope<std::optional<int>> templateColumn_;
     ValueScope<bool> inClassBody_;
     ValueScope<const Cpp::SyntaxNode*> previousSibling_;

@@ -1,6 +1,7 @@
 // What all rules stand on: the root, comments, directives, expressions, and everything that
 // no rule claims.
 #include <algorithm>
+#include <utility>
 
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -86,20 +87,21 @@ int CppFormatter::copyUpToConstruct(const Cpp::SyntaxNode& node) {
     return settings_.indentsFromLine ? textColumnOf(out()) : column;
 }
 
-void CppFormatter::pend(const WantedText& whitespace) {
+void CppFormatter::pend(const OptionalText& whitespace) {
     if (whitespace.present) {
         pendingWhitespace_.push_back(whitespace);
     } else {
-        absentPending_ = whitespace;
+        absentPending_ = whitespace.key;
     }
 }
 
-WantedText CppFormatter::takePending() {
-    const WantedText absent = std::exchange(absentPending_, {});
-    if (pendingWhitespace_.empty()) return absent;
-    const WantedText wanted = pendingWhitespace_.back();
+OptionalText CppFormatter::takePending() {
+    const KeyId absent = std::exchange(absentPending_, {});
+    if (pendingWhitespace_.empty()) return {false, {}, absent};
+    OptionalText wanted = std::move(pendingWhitespace_.back());
     pendingWhitespace_.pop_back();
-    return asOutputStands(wanted);
+    if (out().column() == 0) wanted.text = std::string(asOutputStands(wanted).text());
+    return wanted;
 }
 
 // Where a comment or directive has just ended its line, only further line ends are left to be written.
@@ -110,7 +112,7 @@ WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
 }
 
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
-    const WantedText wanted = takePending();
+    const OptionalText wanted = takePending();
     if (wanted.present) {
         writer_.writeMerged(writer_.readGap(node.start()), wanted);
     } else {

@@ -101,7 +101,7 @@ void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const Option
 }
 
 void CppFormatter::visit(Cpp::InitializerListNode* list) {
-    const OptionalText before = asSetting(takePending());
+    const OptionalText before = takePending();
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeInitializers);
     formatSeparatedList(*list, settings_.commas.initializers);

@@ -33,7 +33,7 @@ struct CppFormatter::Place {
     }
 
     std::size_t offset;
-    std::vector<WantedText> pending;
+    std::vector<OptionalText> pending;
     std::optional<int> templateColumn;
     const Cpp::SyntaxNode* previousSibling;
     const Cpp::SyntaxNode* lastClosedClass;

@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "scheme/key_id.h"
 
@@ -60,10 +59,6 @@ public:
     bool present = false;
     bool isOnOneLine = false;  // in the source the construct around the gap is, for which other keys may count
 };
-
-inline OptionalText asSetting(const WantedText& wanted) {
-    return {wanted.present, std::string(wanted.text()), wanted.key};
-}
 
 // The first where neither is.
 inline const OptionalText& firstPresent(const OptionalText& first, const OptionalText& second) {

@@ -20,7 +20,7 @@ void CppFormatter::visit(Cpp::TemplateNode* header) {
     if (header->parameters()) formatTemplateParameters(*header->parameters());
     copyThrough(*header);
     const bool isKept = keepsBreak(leadingBlanks(writer_.ahead()), settings_.afterTemplateClose);
-    pend(isKept ? WantedText(kLineFeed.text, Keys::KEEP_LINE_BREAKS) : settings_.afterTemplateClose);
+    pend(isKept ? OptionalText{true, "\n", Keys::KEEP_LINE_BREAKS} : settings_.afterTemplateClose);
 }
 
 void CppFormatter::formatTemplateParameters(Cpp::ParameterListNode& list) {
