@@ -32,7 +32,9 @@ void LayoutLog::decided(std::string_view found, const WantedText& wanted) {
     gap.isOnOneLine = wanted.isOnOneLine;
     const bool isHanging = gap.key == KeyId(Keys::KEEP_LINE_BREAKS);
     if (gap.written.find('\n') != std::string_view::npos && !isHanging) gap.indentKey = place_.indent;
+    lastWritten_ = gap.written;
     last_ = gap;
+    last_.written = lastWritten_;
     observer_.decided(gap);
     const bool isColumn = isColumnGap(found);
     if (gap.key && (isColumn || found == " ")) observer_.measured({Keys::KEEP_COLUMNS, gap.offset, isColumn});

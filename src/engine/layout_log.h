@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "engine/layout_observer.h"
@@ -51,6 +52,7 @@ private:
     std::string_view source_;
     Place place_;
     DecidedGap last_;
+    std::string lastWritten_;  // there, which may be told of once more when the text it was is gone
     WantedText left_;
     const char* leftEnd_ = nullptr;  // behind the white space that it is for
 };

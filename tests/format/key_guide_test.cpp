@@ -42,6 +42,7 @@ public:
     void decided(const Tessel::DecidedGap& gap) override {
         keys_.insert(gap.key.name());
         keys_.insert(gap.indentKey.name());
+        EXPECT_EQ(gap.written.find_first_not_of(" \t\n"), gap.written.npos) << gap.key.name();
     }
     void measured(const Tessel::Measured& measure) override { keys_.insert(measure.key.name()); }
     bool hold(std::string_view key) const { return keys_.contains(key); }
