@@ -1,7 +1,6 @@
 #include "engine/columns.h"
 
 #include <algorithm>
-#include <cstddef>
 
 #include "textstream/oindent_stream.h"
 
@@ -30,6 +29,14 @@ int columnAfter(std::string_view text, int column, int tabSize) {
     if (tabSize < 1 || column < 0) return static_cast<int>(text.size());
     for (const char c : text) column += charWidth(c, column, tabSize);
     return column;
+}
+
+std::size_t lengthUpTo(int column, std::string_view text, int tabSize) {
+    std::size_t length = 0;
+    for (int reached = 0; length < text.size() && reached < column; ++length) {
+        reached += charWidth(text[length], reached, tabSize);
+    }
+    return length;
 }
 
 int columnBefore(std::string_view text, int column, int tabSize) {

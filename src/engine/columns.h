@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,10 @@ int charWidth(char c, int column, int tabSize);
 // The column reached after writing `text` from `column`; the length of `text` when the tab size is below 1 or
 // the column negative.
 int columnAfter(std::string_view text, int column, int tabSize);
+
+// How much of `text`, written from the first column, comes in front of `column`; all of it where that is further to the
+// right.
+std::size_t lengthUpTo(int column, std::string_view text, int tabSize);
 
 // The column from which `text` has to be written to end at `column`; at least 0.
 int columnBefore(std::string_view text, int column, int tabSize);

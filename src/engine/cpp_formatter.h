@@ -106,6 +106,8 @@ private:
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
+    std::string_view lineBefore(const Cpp::SyntaxNode& node) const;
+    std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
@@ -121,7 +123,6 @@ private:
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
-    std::string_view indentInSource(const Cpp::SyntaxNode& node) const;
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
     void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
@@ -220,7 +221,6 @@ private:
 
     // What the log is told beside gaps (measured_layout.cpp).
     class MeasuredRun;
-    std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
     void logIndent(const Cpp::SyntaxNode& node, KeyId key);
     void logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
     void logEnumerators(const Cpp::EnumBodyNode& body);

@@ -139,7 +139,17 @@ int CppFormatter::indentColumn() { return columnAfter(out().indent(), 0, out().t
 
 // Of the first text on the line of the source that the node begins on.
 int CppFormatter::sourceColumnOf(const Cpp::SyntaxNode& node) const {
-    return exprFormatter_.columnOfSourceLine(source_.text().substr(offsetOf(source_, node.start()) - 1));
+    return exprFormatter_.columnOfSourceLine(sourceFrom(node));
+}
+
+std::string_view CppFormatter::sourceFrom(const Cpp::SyntaxNode& node) const {
+    return source_.text().substr(offsetOf(source_, node.start()) - 1);
+}
+
+// What stands in front of the node on its line.
+std::string_view CppFormatter::lineBefore(const Cpp::SyntaxNode& node) const {
+    const std::size_t lineStart = source_.offsetOf(static_cast<int>(node.start().line), 0);
+    return source_.text().substr(lineStart, offsetOf(source_, node.start()) - 1 - lineStart);
 }
 
 void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& indent) {
@@ -195,12 +205,6 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(wanted));
 }
 
-// The white space in front of a node that begins a line of the source.
-std::string_view CppFormatter::indentInSource(const Cpp::SyntaxNode& node) const {
-    const std::string_view before = source_.text().substr(0, offsetOf(source_, node.start()) - 1);
-    return trailingBlanks(before.substr(before.rfind('\n') + 1));
-}
-
 void CppFormatter::visit(Cpp::CommentNode* comment) {
     // A protected region is kept as it is, but for the white space at the start of its lines.
     if (comment->protectedRegion()) {
@@ -208,7 +212,7 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         const std::size_t start = out().text().size();
         const std::string_view region = writer_.readThrough(comment->end());
         if (settings_.keepsRegionIndent) {
-            if (out().column() == 0) Tessel::writeRendered(indentInSource(*comment), out());
+            if (out().column() == 0) Tessel::writeRendered(trailingBlanks(lineBefore(*comment)), out());
             Tessel::writeRendered(region, out());
         } else {
             writer_.writeProtected(region);

@@ -12,9 +12,7 @@ std::string valueFound(const DecidedGap& gap, int tabSize) {
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.found.begin(), gap.found.end(), '\n'));
     std::string value(lineFeeds, '\n');
     const std::string_view indent = gap.found.substr(lineFeed + 1);
-    std::size_t base = 0;
-    while (base < indent.size() && columnAfter(indent.substr(0, base), 0, tabSize) < gap.baseColumn) ++base;
-    return value.append(indent.substr(base));
+    return value.append(indent.substr(lengthUpTo(gap.baseColumn, indent, tabSize)));
 }
 
 }  // namespace Tessel

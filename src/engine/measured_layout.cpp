@@ -62,7 +62,7 @@ public:
         if (node.start().line != lastLine_ + 1 || (!data && !isPrototype)) end();
         if (data && data->type() && data->name()) {
             addName(names_, *data->type(), *data->name());
-            if (data->tail() && data->tail()->text().starts_with('=')) addInitializer(*data->tail());
+            if (data->tail() && data->tail()->text().starts_with('=')) add(initializers_, *data->tail());
         } else if (isPrototype && function->head()->returnType() && function->head()->name()) {
             addName(functionNames_, *function->head()->returnType(), *function->head()->name());
         }
@@ -76,23 +76,25 @@ public:
         lastLine_ = enumerator.end().line;
         if (assign == std::string::npos || enumerator.start().line != enumerator.end().line) return;
         const std::string_view text = formatter_.sourceFrom(enumerator);
-        add(enumerators_, text.substr(text.find('=')));
+        add(enumerators_, text.substr(text.find('=')), formatter_.lineBefore(enumerator));
     }
 
 private:
     void addName(std::vector<Stop>& stops, const Cpp::SyntaxNode& type, const Cpp::SyntaxNode& name) {
         if (type.start().line != name.start().line) return;
-        add(stops, formatter_.sourceFrom(name));
-        add(memberNames_, formatter_.sourceFrom(name));
+        add(stops, name);
+        add(memberNames_, name);
     }
-    void addInitializer(const Cpp::SyntaxNode& tail) { add(initializers_, formatter_.sourceFrom(tail)); }
-    void add(std::vector<Stop>& stops, std::string_view piece) {
-        const std::string_view source = formatter_.source_.text();
-        const std::string_view front = source.substr(0, static_cast<std::size_t>(piece.data() - source.data()));
-        std::size_t end = front.find_last_not_of(" \t*&") + 1;
-        end = std::max(end, front.rfind('\n') + 1);
+    void add(std::vector<Stop>& stops, const Cpp::SyntaxNode& node) {
+        add(stops, formatter_.sourceFrom(node), formatter_.lineBefore(node));
+    }
+    // Of a piece on the line that starts where `line` does.
+    void add(std::vector<Stop>& stops, std::string_view piece, std::string_view line) {
         const int column = formatter_.exprFormatter_.sourceColumnOf(piece);
-        if (column >= 0) stops.push_back({column, formatter_.exprFormatter_.sourceColumnOf(source.substr(end))});
+        if (column < 0) return;
+        const std::string_view front(line.data(), static_cast<std::size_t>(piece.data() - line.data()));
+        const std::size_t end = front.find_last_not_of(" \t*&") + 1;
+        stops.push_back({column, columnAfter(front.substr(0, end), 0, formatter_.out().tabSize())});
     }
 
     void end() {
@@ -121,20 +123,12 @@ private:
     std::uint32_t lastLine_ = 0;
 };
 
-std::string_view CppFormatter::sourceFrom(const Cpp::SyntaxNode& node) const {
-    return source_.text().substr(offsetOf(source_, node.start()) - 1);
-}
-
 // Where the node begins a line.
 void CppFormatter::logIndent(const Cpp::SyntaxNode& node, KeyId key) {
-    const int base = log_->place().baseColumn;
-    const std::string_view text = sourceFrom(node);
-    const std::string_view before = source_.text().substr(0, source_.size() - text.size());
-    const std::string_view indent = before.substr(before.rfind('\n') + 1);
+    const std::string_view indent = lineBefore(node);
     if (!key || !isAllWhitespace(indent)) return;
-    std::size_t shared = 0;
-    while (shared < indent.size() && columnAfter(indent.substr(0, shared), 0, out().tabSize()) < base) ++shared;
-    log_->measured(key, text, indent.substr(shared));
+    const std::size_t shared = lengthUpTo(log_->place().baseColumn, indent, out().tabSize());
+    log_->measured(key, sourceFrom(node), indent.substr(shared));
 }
 
 // The indentation by the first of the contents that tells it, and columns by all of them.
