@@ -235,5 +235,6 @@ private:
 };
 
 inline bool isDirective(const SyntaxNode& node) { return as<PreprocDirectiveNode>(&node) != nullptr; }
+inline bool isTrivia(const SyntaxNode& node) { return as<CommentNode>(&node) || isDirective(node); }
 
 }  // namespace Cpp

@@ -57,7 +57,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
         }
     } else {
         wanted.isOnOneLine = standsOnOneLine(node);
-        leaveBefore(node, wanted);
+        placeBefore(node, wanted);
     }
     const bool isEmpty = node.size() == 0;
     if (!node.hasBrackets()) {
@@ -94,14 +94,8 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
         writeWithBlankLines(gap, afterOpen, blanks);
-    } else if (log_) {
-        ContentScope content(*this, indent);
-        log_->place().lineColumn = sourceColumnOf(first);
-        WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
-        absent.isOnOneLine = standsOnOneLine(node);
-        const std::string_view blanks = leadingBlanks(gapBefore(first));
-        writer_.leave(blanks, absent);
-        logBlankLines(blanks, braces);
+    } else {
+        leaveGapBehindOpen(node, first, braces, indent);
     }
 }
 

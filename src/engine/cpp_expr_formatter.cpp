@@ -102,7 +102,7 @@ void CppExprFormatter::writeBlock(Run& run) {
 
 void CppExprFormatter::writeCurrent(Run& run) {
     const ExprToken& token = run.current();
-    if (log()) logLine(run);
+    measureLine(run);
     if (token.role == ExprRole::Trivia) {
         // Operators keep the gap in front of a block comment; brackets do not.
         if (token.token.kind == Cpp::BlockComment) {

@@ -57,10 +57,10 @@ public:
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
-    // What the log is told of lines, which are views of the source, by what stands in front of them, or the first
-    // element of the list that they continue.
-    void logLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
-    void logContinuation(std::string_view piece, std::string_view firstElement) const;
+    // What the source does at lines, which are views of it, by what stands in front of them, or the first element of
+    // the list that they continue. For a listener, as all that measures.
+    void measureLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
+    void measureContinuation(std::string_view piece, std::string_view firstElement) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
@@ -108,9 +108,9 @@ private:
     static bool introducesWidth(const Run& run, std::size_t place);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
-    // What the log is told (expr_measures.cpp).
-    void logMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
-    void logLine(const Run& run) const;
+    // What the source does beside gaps (expr_measures.cpp).
+    void measureMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
+    void measureLine(const Run& run) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);

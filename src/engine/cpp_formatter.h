@@ -102,7 +102,7 @@ private:
     void pend(const OptionalText& whitespace);
     OptionalText takePending();
     WantedText asOutputStands(const WantedText& wanted);
-    void leaveBefore(const Cpp::SyntaxNode& node, const WantedText& wanted);
+    void placeBefore(const Cpp::SyntaxNode& node, const WantedText& wanted);
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
@@ -208,7 +208,7 @@ private:
     void writeEnumEnd(Cpp::EnumBodyNode& body);
 
     // Statements.
-    OptionalText betweenParts(const Cpp::CtrlStmtNode& statement) const;
+    WantedText betweenParts(const Cpp::CtrlStmtNode& statement) const;
     void formatParts(Cpp::CtrlStmtNode& statement);
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
     void formatCaseBlock(Cpp::BlockNode& block);
@@ -219,16 +219,19 @@ private:
     Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                   Cpp::InteriorNode::iterator end);
 
-    // What the log is told beside gaps (measured_layout.cpp).
+    // What the source does beside gaps, and gaps that no rule writes (measured_layout.cpp). Without a listener they do
+    // nothing.
     class MeasuredRun;
-    void logIndent(const Cpp::SyntaxNode& node, KeyId key);
-    void logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
-    void logEnumerators(const Cpp::EnumBodyNode& body);
-    void logBlankLines(std::string_view blanks, const BraceSettings& braces);
-    void logOneLine(const Cpp::BracketedNode& body, KeyId key);
-    void logBrackets(std::string_view name);
-    void logForClauses(std::string_view inside);
-    void logListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next);
+    void leaveGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
+                            const BraceSettings& braces, const OptionalText& indent);
+    void measureIndent(const Cpp::SyntaxNode& node, KeyId key);
+    void measureContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
+    void measureEnumerators(const Cpp::EnumBodyNode& body);
+    void measureBlankLines(std::string_view blanks, const BraceSettings& braces);
+    void measureOneLine(const Cpp::BracketedNode& body, KeyId key);
+    void leaveBrackets(std::string_view name);
+    void leaveForClauses(std::string_view inside);
+    void measureListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next);
 
     PropertySet scheme_;
     FormatterSettings settings_;

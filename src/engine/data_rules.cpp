@@ -125,7 +125,7 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
     std::string text = exprFormatter_.formatDeclarators(name, state());
     if (!isAligned) {
-        if (log_) logBrackets(name);
+        leaveBrackets(name);
         spaceBrackets(text, settings_.afterDataName, settings_.afterDataBracket);
         if (hasTail && !endsWithLineEndToken(text)) text.erase(trimRight(text).size());
     }

@@ -87,10 +87,8 @@ void CppFormatter::pad(std::string_view found, KeyId alignment, int offset, std:
     int padding = alignmentPadding(offset, out().column(), indentWidth, out().tabSize()) - hanging;
     const char next[] = {writer_.peek(), writer_.peek(1)};
     if (padding < 1 && Cpp::wouldJoin(before, {next, sizeof next})) padding = 1;
-    if (log_) {
-        const std::string blanks(static_cast<std::size_t>(std::max(padding, 0)), ' ');
-        writer_.leave(found, WantedText(blanks, alignment));
-    }
+    const std::string blanks(static_cast<std::size_t>(std::max(padding, 0)), ' ');
+    writer_.leave(found, WantedText(blanks, alignment));
     LeadingSpaceScope keepSpace(out(), true);
     padColumns(out(), padding);
 }

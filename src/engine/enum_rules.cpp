@@ -16,10 +16,6 @@ namespace Tessel {
 
 using Zelmor::OIndentBuf;
 
-namespace {
-
-}  // namespace
-
 void CppFormatter::visit(Cpp::EnumDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     takeTemplateColumn();
@@ -61,7 +57,7 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
 void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     const CommaTexts& commas = settings_.commas.enumerators;
     ContentScope content(*this, settings_.enums.indent);
-    if (log_) logEnumerators(body);
+    measureEnumerators(body);
     if (!settings_.alignsEnumInitializers || !commas.breaksLines() || body.size() < 2) {
         formatEnumeratorList(body, commas);
         return;

@@ -29,7 +29,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
     const OptionalText& apart = firstPresent(marks.gap, firstPresent(run.typeWhitespace, kBlank));
 
-    if (log()) logMarks(run, marks, end);
+    measureMarks(run, marks, end);
     if (keepsLine(run)) {
         keepLine(run);
     } else if (!isAnchored || isBehindComma) {

@@ -16,9 +16,10 @@ constexpr int kEndsLine = 2;
 }  // namespace
 
 // The side on which the marks stand in the source, where a blank tells it, and the white space on the other.
-void CppExprFormatter::logMarks(const Run& run, const MarkSettings& marks, std::size_t end) const {
+void CppExprFormatter::measureMarks(const Run& run, const MarkSettings& marks, std::size_t end) const {
     constexpr int toType = 0;
     constexpr int toName = 1;
+    if (!log()) return;
     const Trn::Token& last = run.tokens[end - 1].token;
     const std::string_view front = run.sweep.gap();
     const std::string_view behind = leadingBlanks(run.text.substr(last.offset + last.length));
@@ -29,8 +30,8 @@ void CppExprFormatter::logMarks(const Run& run, const MarkSettings& marks, std::
 }
 
 // At a token of the sweep that begins a line in the source.
-void CppExprFormatter::logLine(const Run& run) const {
-    if (run.previous == kNoToken || !isLineBreak(run.sweep.gap())) return;
+void CppExprFormatter::measureLine(const Run& run) const {
+    if (!log() || run.previous == kNoToken || !isLineBreak(run.sweep.gap())) return;
     const ExprToken& token = run.current();
     const std::string_view piece = run.text.substr(token.token.offset);
     const ExprToken& previous = run.tokens[run.previous];
@@ -46,25 +47,26 @@ void CppExprFormatter::logLine(const Run& run) const {
     log()->measured(Keys::KEEP_LINE_BREAKS, piece, 1);
     const std::string_view before = run.text.substr(previous.token.offset);
     const bool followsAssignment = previous.role == ExprRole::BinaryOperator && isAssignmentKind(previous.token.kind);
-    if (previous.role == ExprRole::BraceOpen) logLineIndent(settings_.dataIndent.key, piece, before);
-    if (previous.role == ExprRole::GroupOpen || followsAssignment) logLineIndent(Keys::WRAP_INDENT, piece, before);
+    if (previous.role == ExprRole::BraceOpen) measureLineIndent(settings_.dataIndent.key, piece, before);
+    if (previous.role == ExprRole::GroupOpen || followsAssignment) measureLineIndent(Keys::WRAP_INDENT, piece, before);
     const bool leadsByComma = token.token.kind == Cpp::Comma;
     const bool isInList = !run.groups.empty() && run.groups.back().kind == Group::Kind::Parentheses;
     if (!isInList || (!leadsByComma && previous.token.kind != Cpp::Comma)) return;
     log()->measured(Keys::COMMA_WRAP_STYLE, piece, leadsByComma ? kStartsLine : kEndsLine);
     const std::size_t open = run.tokens[run.groups.back().close].partner;
-    logContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset));
+    measureContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset));
 }
 
 // How far the piece, which begins a line, stands behind the line of what is in front of it: the first row of an
 // initialiser behind its "{", an argument behind "(".
-void CppExprFormatter::logLineIndent(KeyId key, std::string_view piece, std::string_view before) const {
+void CppExprFormatter::measureLineIndent(KeyId key, std::string_view piece, std::string_view before) const {
+    if (!log()) return;
     const int columns = sourceColumns().nearColumnOf(piece) - sourceColumns().columnOfLine(before);
     if (columns >= 0) log()->measured(key, piece, std::string(static_cast<std::size_t>(columns), ' '));
 }
 
 // How a line begins that continues a list: below the first element, or how far behind the line of that.
-void CppExprFormatter::logContinuation(std::string_view piece, std::string_view firstElement) const {
+void CppExprFormatter::measureContinuation(std::string_view piece, std::string_view firstElement) const {
     constexpr int aligned = 1;
     constexpr int indented = 2;
     const int column = sourceColumns().nearColumnOf(piece);

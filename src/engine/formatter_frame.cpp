@@ -112,17 +112,16 @@ WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
 }
 
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
-    const OptionalText wanted = takePending();
-    if (wanted.present) {
-        writer_.writeMerged(writer_.readGap(node.start()), wanted);
-    } else {
-        leaveBefore(node, wanted);
-    }
+    placeBefore(node, takePending());
 }
 
-// White space in front of the node that its own rule copies.
-void CppFormatter::leaveBefore(const Cpp::SyntaxNode& node, const WantedText& wanted) {
-    if (log_ && wanted.key) writer_.leave(trailingBlanks(gapBefore(node)), wanted);
+// What is wanted in front of the node. Where that is absent, the rule of the node copies the white space.
+void CppFormatter::placeBefore(const Cpp::SyntaxNode& node, const WantedText& wanted) {
+    if (wanted.present) {
+        writer_.writeMerged(writer_.readGap(node.start()), wanted);
+    } else if (log_ && wanted.key) {
+        writer_.leave(trailingBlanks(gapBefore(node)), wanted);
+    }
 }
 
 // The gap in front of the node, its trailing white space replaced when the scheme says by what.
@@ -159,15 +158,13 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, const OptionalText& in
 void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first,
                                  const OptionalText& indent) {
     ContentScope content(*this, indent);
-    if (log_) logContent(node, first, indent.key);
+    measureContent(node, first, indent.key);
     const std::size_t pendingOutside = pendingWhitespace_.size();
     const Cpp::SyntaxNode* previous = nullptr;
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
-        if (previous && !isCaseBlock && (settings_.betweenStatements.present || log_)) {
-            writeStatementGap(*previous, **child);
-        }
+        if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
         (*child)->accept(*this);
         isCaseBlock = false;
         if (lastLabel_ == child->get()) {
@@ -184,15 +181,13 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
 
 // Between two statements, or declarations, on one line: `a();b();`.
 void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next) {
-    const auto isTrivia = [](const Cpp::SyntaxNode& node) {
-        return Cpp::as<Cpp::CommentNode>(&node) || Cpp::as<Cpp::PreprocDirectiveNode>(&node);
-    };
-    if (isTrivia(previous) || isTrivia(next)) return;
+    const bool isAsked = settings_.betweenStatements.present || log_;
+    if (!isAsked || Cpp::isTrivia(previous) || Cpp::isTrivia(next)) return;
     const std::string_view gap = gapBefore(next);
     const std::string_view blanks = trailingBlanks(gap);
     if (writer_.holdsOpaque(gap)) return;
     if (blanks.find('\n') != std::string_view::npos) {
-        if (!settings_.betweenStatements.present) leaveBefore(next, settings_.betweenStatements);
+        if (!settings_.betweenStatements.present) placeBefore(next, settings_.betweenStatements);
         return;
     }
     // A stray ";" is no node.
@@ -201,8 +196,7 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
     const bool staysOnLine = isOnOneLine_ && settings_.betweenStatements.hasLineFeed();
     const OptionalText& wanted = staysOnLine ? kBlank : settings_.betweenStatements;
-    if (!wanted.present) return leaveBefore(next, wanted);
-    writer_.writeMerged(writer_.readGap(next.start()), asOutputStands(wanted));
+    placeBefore(next, asOutputStands(wanted));
 }
 
 void CppFormatter::visit(Cpp::CommentNode* comment) {
@@ -272,13 +266,10 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
     const int column = indentColumn();
     BaseColumnScope base(*this, column, block);
     IndentScope indent(out(), indentToColumn(out(), column));
-    if (WantedText wanted = settings_.global.beforeOpen; wanted.present) {
-        if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
-        writer_.writeMerged(writer_.readGap(block->start()), wanted);
-    } else {
-        const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
-        leaveBefore(*block, followsLabel ? settings_.beforeCaseOpen : wanted);
-    }
+    WantedText wanted = settings_.global.beforeOpen;
+    if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
+    const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
+    placeBefore(*block, !wanted.present && followsLabel ? settings_.beforeCaseOpen : wanted);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
         writer_.copyGap(block->start());

@@ -80,7 +80,7 @@ public:
           log_(formatter) {
         log_.setIndent(setting.key);
         if (!formatter.log_) return;
-        formatter.logIndent(label, setting.key);
+        formatter.measureIndent(label, setting.key);
         formatter.log_->indented(formatter.sourceFrom(label), setting.key);
     }
 

@@ -85,7 +85,7 @@ void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
         list.accept(*this);
     };
     const bool standsOnLine = gapBefore(list).find('\n') == std::string_view::npos;
-    if (log_) log_->measured(settings_.keepsOneLineInits.key, writer_.ahead(), standsOnLine);
+    writer_.measure(settings_.keepsOneLineInits.key, writer_.ahead(), standsOnLine);
     const bool isKept = settings_.keepsOneLineInits && standsOnLine;
     if (!isKept || !tryOnOneLine(list, settings_.keepsOneLineInits.key, format)) format();
 }
@@ -193,7 +193,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     } else {
         const std::string& words = head.returnType()->text();
         const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
-        const bool isKept = settings_.keepsReturnTypeBreak && isLineBreak(trailingBlanks(type));
+        const bool startsLine = isLineBreak(trailingBlanks(type));
+        const bool isKept = settings_.keepsReturnTypeBreak && startsLine;
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
         // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
@@ -201,7 +202,7 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
             settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(words);
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
-        if (log_) log_->measured(breakKey, type, isLineBreak(trailingBlanks(type)));
+        writer_.measure(breakKey, type, startsLine);
         const OptionalText decidedByBreak{true, isKept ? "\n" : " ", breakKey};
         const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);

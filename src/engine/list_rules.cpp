@@ -59,7 +59,7 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
     for (const auto& child : list.children()) {
         if (previous) {
             const std::string_view gap = writer_.readGap(child->start());
-            if (log_) logListBreak(gap, *list.children().front(), *child);
+            measureListBreak(gap, *list.children().front(), *child);
             writeListSeparator(gap, *previous, *child, commas);
         }
         ValueScope<FirstLine> ofLists(listLine_, {});
@@ -156,7 +156,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
 bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen) {
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
-    if (log_ && isLineBreak(gap)) exprFormatter_.logLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
+    if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {

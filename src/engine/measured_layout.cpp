@@ -12,6 +12,7 @@
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/declarator_text.h"
+#include "engine/formatter_scopes.h"
 #include "engine/gap.h"
 #include "engine/source_copy.h"
 #include "scheme/property_keys.h"
@@ -22,9 +23,8 @@ namespace {
 
 // What goes by other keys than the contents around it.
 bool isIndentedByItself(const Cpp::SyntaxNode& node) {
-    return dynamic_cast<const Cpp::CaseNode*>(&node) || dynamic_cast<const Cpp::AccessSpecNode*>(&node) ||
-           dynamic_cast<const Cpp::LabelNode*>(&node) || dynamic_cast<const Cpp::CommentNode*>(&node) ||
-           dynamic_cast<const Cpp::PreprocDirectiveNode*>(&node);
+    return Cpp::as<Cpp::CaseNode>(&node) || Cpp::as<Cpp::AccessSpecNode>(&node) || Cpp::as<Cpp::LabelNode>(&node) ||
+           Cpp::isTrivia(node);
 }
 
 // Where something stands in a line, and where what is in front of it ends.
@@ -55,10 +55,10 @@ public:
     MeasuredRun& operator=(const MeasuredRun&) = delete;
 
     void add(const Cpp::SyntaxNode& node) {
-        const auto* data = dynamic_cast<const Cpp::DataDeclNode*>(&node);
-        const auto* function = dynamic_cast<const Cpp::FunctionDeclNode*>(&node);
+        const auto* data = Cpp::as<Cpp::DataDeclNode>(&node);
+        const auto* function = Cpp::as<Cpp::FunctionDeclNode>(&node);
         const bool isPrototype = function && function->head() && !function->body();
-        if (dynamic_cast<const Cpp::CommentNode*>(&node)) return;
+        if (Cpp::as<Cpp::CommentNode>(&node)) return;
         if (node.start().line != lastLine_ + 1 || (!data && !isPrototype)) end();
         if (data && data->type() && data->name()) {
             addName(names_, *data->type(), *data->name());
@@ -124,7 +124,8 @@ private:
 };
 
 // Where the node begins a line.
-void CppFormatter::logIndent(const Cpp::SyntaxNode& node, KeyId key) {
+void CppFormatter::measureIndent(const Cpp::SyntaxNode& node, KeyId key) {
+    if (!log_) return;
     const std::string_view indent = lineBefore(node);
     if (!key || !isAllWhitespace(indent)) return;
     const std::size_t shared = lengthUpTo(log_->place().baseColumn, indent, out().tabSize());
@@ -132,22 +133,24 @@ void CppFormatter::logIndent(const Cpp::SyntaxNode& node, KeyId key) {
 }
 
 // The indentation by the first of the contents that tells it, and columns by all of them.
-void CppFormatter::logContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent) {
+void CppFormatter::measureContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent) {
+    if (!log_) return;
     const auto tells = [](const auto& child) { return !isIndentedByItself(*child); };
     const auto end = node.childEnd();
     if (const auto place = std::find_if(first, end, tells); place != end) {
-        logIndent(**place, indent);
+        measureIndent(**place, indent);
         log_->place().lineColumn = sourceColumnOf(**place);
     }
     MeasuredRun run(*this);
     for (auto child = first; child != end; ++child) run.add(**child);
 }
 
-void CppFormatter::logEnumerators(const Cpp::EnumBodyNode& body) {
-    const auto isEnumerator = [](const auto& child) { return dynamic_cast<const Cpp::ExprNode*>(child.get()); };
+void CppFormatter::measureEnumerators(const Cpp::EnumBodyNode& body) {
+    if (!log_) return;
+    const auto isEnumerator = [](const auto& child) { return Cpp::as<Cpp::ExprNode>(child.get()); };
     const auto first = std::find_if(body.childBegin(), body.childEnd(), isEnumerator);
     if (first == body.childEnd()) return;
-    logIndent(**first, settings_.enums.indent.key);
+    measureIndent(**first, settings_.enums.indent.key);
     log_->place().lineColumn = sourceColumnOf(**first);
     MeasuredRun run(*this);
     for (auto child = first; child != body.childEnd(); ++child) {
@@ -155,8 +158,22 @@ void CppFormatter::logEnumerators(const Cpp::EnumBodyNode& body) {
     }
 }
 
+// The gap behind a "{" that the first node copies.
+void CppFormatter::leaveGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
+                                      const BraceSettings& braces, const OptionalText& indent) {
+    if (!log_) return;
+    ContentScope content(*this, indent);
+    log_->place().lineColumn = sourceColumnOf(first);
+    const OptionalText& afterOpen = afterOpenOf(braces);
+    WantedText absent = afterOpen.present ? kAsInInput : afterOpen;
+    absent.isOnOneLine = standsOnOneLine(node);
+    const std::string_view blanks = leadingBlanks(gapBefore(first));
+    writer_.leave(blanks, absent);
+    measureBlankLines(blanks, braces);
+}
+
 // Behind a "{".
-void CppFormatter::logBlankLines(std::string_view blanks, const BraceSettings& braces) {
+void CppFormatter::measureBlankLines(std::string_view blanks, const BraceSettings& braces) {
     const bool isOfStatements =
         &braces == &settings_.global || &braces == &settings_.functions || &braces == &settings_.statements;
     const bool hasBlankLine = std::count(blanks.begin(), blanks.end(), '\n') > 1;
@@ -165,8 +182,8 @@ void CppFormatter::logBlankLines(std::string_view blanks, const BraceSettings& b
 }
 
 // Whether the body stands on the line of its head; of functions, what would have to be set for that.
-void CppFormatter::logOneLine(const Cpp::BracketedNode& body, KeyId key) {
-    if (!key) return;
+void CppFormatter::measureOneLine(const Cpp::BracketedNode& body, KeyId key) {
+    if (!log_ || !key) return;
     const bool hasHead = body.hasBrackets() || gapBefore(body).find('\n') == std::string_view::npos;
     int level = standsOnOneLine(body) && hasHead ? 1 : 0;
     if (level > 0 && key == settings_.oneLineFunctions.key && body.size() > 0) level = inClassBody_ ? 2 : 3;
@@ -174,7 +191,8 @@ void CppFormatter::logOneLine(const Cpp::BracketedNode& body, KeyId key) {
 }
 
 // In a declarator that is a view of the source.
-void CppFormatter::logBrackets(std::string_view name) {
+void CppFormatter::leaveBrackets(std::string_view name) {
+    if (!log_) return;
     const std::string_view afterName = gapBehindName(name);
     const bool isInFrontOfBracket = afterName.data() && afterName.data() + afterName.size() < name.data() + name.size();
     if (isInFrontOfBracket) writer_.leave(afterName, settings_.afterDataName);
@@ -183,7 +201,8 @@ void CppFormatter::logBrackets(std::string_view name) {
 }
 
 // Behind each ";" of a for, where the scheme has nothing for it.
-void CppFormatter::logForClauses(std::string_view inside) {
+void CppFormatter::leaveForClauses(std::string_view inside) {
+    if (!log_) return;
     Cpp::Lexer lexer(inside);
     std::size_t end = 0;
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
@@ -197,14 +216,15 @@ void CppFormatter::logForClauses(std::string_view inside) {
 }
 
 // At a gap that holds a comma of a list, of which a line ends or begins in it.
-void CppFormatter::logListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next) {
+void CppFormatter::measureListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next) {
     constexpr int startsLine = 1;
     constexpr int endsLine = 2;
+    if (!log_) return;
     if (!isLineBreak(trailingBlanks(gap)) && !isLineBreak(leadingBlanks(gap))) return;
     const std::string_view piece = sourceFrom(next);
     log_->measured(settings_.keepsLineBreaks.key, piece, 1);
     log_->measured(Keys::COMMA_WRAP_STYLE, piece, isLineBreak(trailingBlanks(gap)) ? endsLine : startsLine);
-    exprFormatter_.logContinuation(piece, sourceFrom(first));
+    exprFormatter_.measureContinuation(piece, sourceFrom(first));
 }
 
 }  // namespace Tessel

@@ -89,7 +89,7 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const
 template <typename Format>
 void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
                               const Format& format) {
-    if (log_) logOneLine(body, isKept.key);
+    measureOneLine(body, isKept.key);
     const std::string_view gap = isKept ? gapBefore(body) : std::string_view();
     if (isKept && isAllWhitespace(gap)) {
         const char first = writer_.peek(gap.size());

@@ -242,6 +242,10 @@ void SourceWriter::leave(std::string_view whitespace, const WantedText& wanted) 
     if (log_) log_->left(whitespace, wanted);
 }
 
+void SourceWriter::measure(KeyId key, std::string_view piece, int value) {
+    if (log_) log_->measured(key, piece, value);
+}
+
 void SourceWriter::replace(std::string_view whitespace, const WantedText& wanted) {
     if (log_) log_->decided(whitespace, wanted);
     out_->writeVerbatim(wanted.present ? wanted.text() : whitespace);

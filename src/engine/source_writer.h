@@ -58,6 +58,8 @@ public:
     void replace(std::string_view whitespace, const WantedText& wanted);
     // White space that others write: what was looked up for it.
     void leave(std::string_view whitespace, const WantedText& wanted);
+    // What the source does at the piece, where a key is not about its white space.
+    void measure(KeyId key, std::string_view piece, int value);
     // The start of a gap up to the line end of a directive, where there are only comments in front of that.
     // Returns the rest.
     std::string_view writeDirectiveEnd(std::string_view gap);

@@ -22,10 +22,6 @@ using Zelmor::LeadingSpaceScope;
 
 namespace {
 
-bool isTrivia(const Cpp::SyntaxNode& node) {
-    return Cpp::as<Cpp::CommentNode>(&node) || Cpp::as<Cpp::PreprocDirectiveNode>(&node);
-}
-
 const Cpp::CtrlSubStmtNode* firstPart(const Cpp::CtrlStmtNode& statement) {
     return statement.size() == 0 ? nullptr : Cpp::as<Cpp::CtrlSubStmtNode>(statement.childBegin()->get());
 }
@@ -101,7 +97,7 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
 }
 
 // What stands between the parts of a statement.
-OptionalText CppFormatter::betweenParts(const Cpp::CtrlStmtNode& statement) const {
+WantedText CppFormatter::betweenParts(const Cpp::CtrlStmtNode& statement) const {
     const Cpp::CtrlSubStmtNode* first = firstPart(statement);
     const bool isUnbraced = first && first->body() && !first->body()->hasBrackets();
     const bool endsWithWhile = keywordOf(first) == Cpp::KeywordDo && !isUnbraced;
@@ -109,22 +105,16 @@ OptionalText CppFormatter::betweenParts(const Cpp::CtrlStmtNode& statement) cons
     if (endsWithWhile && (settings_.beforeDoWhile.present || !between.present)) return settings_.beforeDoWhile;
     const bool breaksLine = between.present && isUnbraced && !isOnOneLine_;
     if (!between.present && isUnbraced) return kAsInInput;
-    return breaksLine ? OptionalText{true, "\n", between.key} : between;
+    return breaksLine ? WantedText(kLineFeed.text, between.key) : between;
 }
 
 void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
-    const OptionalText between = betweenParts(statement);
+    const WantedText between = betweenParts(statement);
     const bool joinsParts = between.present && !between.hasLineFeed() && !isOnOneLine_;
     const Cpp::SyntaxNode* previous = nullptr;
     for (auto place = statement.childBegin(); place != statement.childEnd(); ++place) {
         const auto& child = *place;
-        if (previous && (between.present || log_) && !isTrivia(*child) && !isTrivia(*previous)) {
-            if (between.present) {
-                writer_.writeMerged(writer_.readGap(child->start()), between);
-            } else {
-                leaveBefore(*child, between);
-            }
-        }
+        if (previous && !isTrivia(*child) && !isTrivia(*previous)) placeBefore(*child, between);
         joinsNextPart_ = joinsParts && place + 1 != statement.childEnd();
         child->accept(*this);
         previous = child.get();
@@ -215,7 +205,7 @@ void CppFormatter::formatParenthesised(std::string_view inside, const Cpp::ExprN
         const bool mayHoldClauses = keyword == Cpp::KeywordFor && settings_.betweenForClauses.present &&
                                     condition.bodies().empty();
         const ClauseEnds ends = mayHoldClauses ? findClauseEnds(inside) : ClauseEnds{};
-        if (log_ && keyword == Cpp::KeywordFor && !settings_.betweenForClauses.present) logForClauses(inside);
+        if (keyword == Cpp::KeywordFor && !settings_.betweenForClauses.present) leaveForClauses(inside);
         closing = ends.areTwo() ? writeForClauses(inside, ends.first, ends.last)
                                 : writeCondition(inside, keyword, condition.bodies());
     }
@@ -343,7 +333,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
         if (!isTrivia(**next) && staysOnLine && tryOnOneLine(**next, keptBy, format)) return next;
     }
     if (!settings_.afterCaseLabel.present) {
-        if (next != end) leaveBefore(**next, settings_.afterCaseLabel);
+        if (next != end) placeBefore(**next, settings_.afterCaseLabel);
         return label;
     }
     if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;
