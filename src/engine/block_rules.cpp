@@ -106,9 +106,7 @@ void CppFormatter::writeWithBlankLines(std::string_view gap, const OptionalText&
     writer_.writePrepended(gap, WantedText(text, isKept ? settings_.blankLines.key : afterOpen.key));
 }
 
-bool CppFormatter::standsOnOneLine(const Cpp::BracketedNode& body) {
-    return body.start().line == body.end().line;
-}
+bool CppFormatter::standsOnOneLine(const Cpp::SyntaxNode& node) { return node.start().line == node.end().line; }
 
 // Where a protected region holds the "{", what is behind the region stays.
 const OptionalText& CppFormatter::afterOpenOf(const BraceSettings& braces) {

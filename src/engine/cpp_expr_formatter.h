@@ -60,7 +60,7 @@ public:
     // What the source does at lines, which are views of it, by what stands in front of them, or the first element of
     // the list that they continue. For a listener, as all that measures.
     void measureLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
-    void measureContinuation(std::string_view piece, std::string_view firstElement) const;
+    void measureContinuation(std::string_view piece, std::string_view firstElement, bool leadsByComma) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:

@@ -119,7 +119,7 @@ private:
     void writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp::SyntaxNode& first,
                             const BraceSettings& braces, const OptionalText& indent);
     void writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept);
-    static bool standsOnOneLine(const Cpp::BracketedNode& body);
+    static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);

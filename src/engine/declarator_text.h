@@ -13,7 +13,6 @@ std::string_view gapBehindName(std::string_view declarator);
 std::string_view gapBehindBracket(std::string_view declarator);
 
 // Replaces both.
-
 void spaceBrackets(std::string& declarator, const OptionalText& afterName, const OptionalText& afterBracket);
 
 }  // namespace Tessel

@@ -52,9 +52,8 @@ void CppExprFormatter::measureLine(const Run& run) const {
     const bool leadsByComma = token.token.kind == Cpp::Comma;
     const bool isInList = !run.groups.empty() && run.groups.back().kind == Group::Kind::Parentheses;
     if (!isInList || (!leadsByComma && previous.token.kind != Cpp::Comma)) return;
-    log()->measured(Keys::COMMA_WRAP_STYLE, piece, leadsByComma ? kStartsLine : kEndsLine);
     const std::size_t open = run.tokens[run.groups.back().close].partner;
-    measureContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset));
+    measureContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset), leadsByComma);
 }
 
 // How far the piece, which begins a line, stands behind the line of what is in front of it: the first row of an
@@ -65,10 +64,14 @@ void CppExprFormatter::measureLineIndent(KeyId key, std::string_view piece, std:
     if (columns >= 0) log()->measured(key, piece, std::string(static_cast<std::size_t>(columns), ' '));
 }
 
-// How a line begins that continues a list: below the first element, or how far behind the line of that.
-void CppExprFormatter::measureContinuation(std::string_view piece, std::string_view firstElement) const {
+// How a line begins that continues a list: by its comma or behind that, below the first element, or how far behind the
+// line of that.
+void CppExprFormatter::measureContinuation(std::string_view piece, std::string_view firstElement,
+                                           bool leadsByComma) const {
     constexpr int aligned = 1;
     constexpr int indented = 2;
+    if (!log()) return;
+    log()->measured(Keys::COMMA_WRAP_STYLE, piece, leadsByComma ? kStartsLine : kEndsLine);
     const int column = sourceColumns().nearColumnOf(piece);
     const int first = sourceColumns().nearColumnOf(firstElement);
     if (column < 0 || first < 0 || sourceColumns().startsLine(firstElement)) return;

@@ -43,7 +43,6 @@ OptionalText CppFormatter::keptBreak(std::string_view gap) {
     return {true, lineFeedsOf(trailingBlanks(gap)) + indent, Keys::KEEP_LINE_BREAKS};
 }
 
-// The line that the piece of the source begins on, which is the one that is being written.
 // The line of the text in front of a directive.
 FirstLine CppFormatter::lineInFront() {
     const std::string_view source = source_.text();
@@ -55,6 +54,7 @@ FirstLine CppFormatter::lineInFront() {
             columnAfter(indent, 0, out().tabSize()), -1};
 }
 
+// The line that the piece of the source begins on, which is the one that is being written.
 FirstLine CppFormatter::lineOf(std::string_view piece) {
     if (!exprFormatter_.keptIndent().isWanted()) return {};
     return {exprFormatter_.columnOfSourceLine(piece), textColumnOf(out()), -1};

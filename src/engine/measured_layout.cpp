@@ -217,14 +217,11 @@ void CppFormatter::leaveForClauses(std::string_view inside) {
 
 // At a gap that holds a comma of a list, of which a line ends or begins in it.
 void CppFormatter::measureListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next) {
-    constexpr int startsLine = 1;
-    constexpr int endsLine = 2;
-    if (!log_) return;
-    if (!isLineBreak(trailingBlanks(gap)) && !isLineBreak(leadingBlanks(gap))) return;
+    const bool endsLine = isLineBreak(trailingBlanks(gap));
+    if (!log_ || (!endsLine && !isLineBreak(leadingBlanks(gap)))) return;
     const std::string_view piece = sourceFrom(next);
     log_->measured(settings_.keepsLineBreaks.key, piece, 1);
-    log_->measured(Keys::COMMA_WRAP_STYLE, piece, isLineBreak(trailingBlanks(gap)) ? endsLine : startsLine);
-    exprFormatter_.measureContinuation(piece, sourceFrom(first));
+    exprFormatter_.measureContinuation(piece, sourceFrom(first), !endsLine);
 }
 
 }  // namespace Tessel

@@ -58,7 +58,7 @@ private:
 // whether it did; nothing has been written otherwise.
 template <typename Format>
 bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format) {
-    if (node.start().line != node.end().line) return false;
+    if (!standsOnOneLine(node)) return false;
     if (isOnOneLine_) {
         format();
         return true;

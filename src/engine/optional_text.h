@@ -37,8 +37,8 @@ inline const Keyed<bool> kNeverKept;
 class WantedText {
 public:
     WantedText() = default;
-    WantedText(const OptionalText& setting) : text_(setting.text), key(setting.key), present(setting.present) {}
-    WantedText(std::string_view wanted, KeyId decidedBy) : text_(wanted), key(decidedBy), present(true) {}
+    WantedText(const OptionalText& setting) : key(setting.key), present(setting.present), text_(setting.text) {}
+    WantedText(std::string_view wanted, KeyId decidedBy) : key(decidedBy), present(true), text_(wanted) {}
     // Wanted whatever the scheme says.
     explicit WantedText(std::string_view needed) : WantedText(needed, KeyId()) {}
 
@@ -51,13 +51,12 @@ public:
         return result;
     }
 
-private:
-    std::string_view text_;
-
-public:
     KeyId key;
     bool present = false;
     bool isOnOneLine = false;  // in the source the construct around the gap is, for which other keys may count
+
+private:
+    std::string_view text_;
 };
 
 // The first where neither is.

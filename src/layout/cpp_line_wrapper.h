@@ -70,8 +70,6 @@ private:
     using Position = Trn::Position;
     class BaseColumnScope;
 
-    // White space around the commas of a list.
-
     // Long lines.
     void findLongLines();
     bool needsWrapping(Position start, Position end) const;
