@@ -140,16 +140,7 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     const auto column = columns_.initializers.find(&declaration);
     const bool isArray = name.find('[') != std::string_view::npos;
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
-    // The ">" of a template's arguments may stand in front of a "=".
-    const auto replace = [&](WantedText wanted) {
-        if (!wanted.present) return writer_.writeMerged(gap, wanted);
-        wanted = asOutputStands(wanted);
-        if (settings_.keepsColumns && wanted.text() == " " && isColumnGap(gap)) {
-            wanted = WantedText(gap, settings_.keepsColumns.key);
-        }
-        const bool joins = out().column() != 0 && Cpp::wouldJoin(name, tail);
-        writer_.replace(gap, wanted.text().empty() && !gap.empty() && joins ? kBlank : wanted);
-    };
+    const auto replace = [&](const WantedText& wanted) { writer_.writeMerged(gap, asOutputStands(wanted)); };
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, gap, column->second, name, isAligned);
     } else if (keepsBreak(gap, kAsInInput)) {
