@@ -272,6 +272,7 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
     placeBefore(*block, !wanted.present && followsLabel ? settings_.beforeCaseOpen : wanted);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
+        applyPendingWhitespace(*block);
         writer_.copyGap(block->start());
         if (tryOnOneLine(*block, settings_.keepsOneLineBlocks.key, format)) return;
     }
