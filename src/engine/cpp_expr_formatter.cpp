@@ -26,7 +26,7 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
                                    LayoutLog* log)
     : CppExprFormatterBase(scheme, source, log),
       settings_(CppExprFormatterBase::scheme()),
-      looksBehind_(asked(settings_.afterCast) || asked(settings_.afterDeleteBrackets)),
+      looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present || log),
       keptIndent_(settings_.keepsLineIndent, tabSize()) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
@@ -155,15 +155,15 @@ void CppExprFormatter::writeCurrent(Run& run) {
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
 const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
     const int kind = run.kindAt(place);
-    if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
+    if (introducesWidth(run, place)) return &settings_.aroundBitFieldColon;
     const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
                             (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
     // a ?: b
     if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
         return &kNothing;
     }
-    if (isOperator) return asked(settings_.afterOperator);
-    if (kind == Cpp::Comma && log()) {
+    if (isOperator) return &settings_.afterOperator;
+    if (kind == Cpp::Comma) {
         const CommaTexts* const commas = absentCommaOf(run, place);
         return commas ? &commas->behind : nullptr;
     }
@@ -241,21 +241,21 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t p
 const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t place, ExprRole role) const {
     const OptionalText* const behind = looksBehind_ ? wantedBehindPrevious(run, place) : nullptr;
     if (isPresent(behind)) return behind;
-    if (introducesWidth(run, place)) return asked(settings_.aroundBitFieldColon);
+    if (introducesWidth(run, place)) return &settings_.aroundBitFieldColon;
     switch (role) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
                 return behind;
             }
-            return asked(settings_.beforeOperator);
+            return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
-        case ExprRole::BraceOpen: return asked(settings_.beforeDataBrace);
+        case ExprRole::BraceOpen: return &settings_.beforeDataBrace;
         case ExprRole::Name:
-            return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? asked(run.typeWhitespace)
+            return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace
                                                                                       : behind;
         case ExprRole::Separator:
-            if (const CommaTexts* const commas = log() ? absentCommaOf(run, place) : nullptr) return &commas->before;
+            if (const CommaTexts* const commas = absentCommaOf(run, place)) return &commas->before;
             return behind;
         default: return behind;
     }
@@ -263,17 +263,19 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
 
 // Of what the previous token ends: a cast, or "delete[]".
 const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
-    const OptionalText* const afterCast = asked(settings_.afterCast);
-    if (afterCast && startsCastOperand(run.tokens, run.previous, place)) return afterCast;
-    const OptionalText* const afterDelete = asked(settings_.afterDeleteBrackets);
-    return afterDelete && endsDelete(run.tokens, run.previous) ? afterDelete : nullptr;
+    switch (run.previousKind()) {
+        case Cpp::CloseParen:
+            return startsCastOperand(run.tokens, run.previous, place) ? &settings_.afterCast : nullptr;
+        case Cpp::CloseBracket: return endsDelete(run.tokens, run.previous) ? &settings_.afterDeleteBrackets : nullptr;
+        default: return nullptr;
+    }
 }
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
         if (!isCastKeyword(run.kindBefore(open))) return nullptr;
-        return asked(firstPresent(settings_.beforeCastParen, settings_.afterOperator));
+        return &firstPresent(settings_.beforeCastParen, settings_.afterOperator);
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
@@ -282,11 +284,11 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
                                          run.kindAt(place + 1) == Cpp::Asterisk &&
                                          run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
             if (opensDeclarator) return nullptr;
-            if (!isShortName(run.tokens[run.previous].token.text)) return asked(settings_.afterCallName);
-            return asked(firstPresent(settings_.afterShortCallName, settings_.afterCallName));
+            if (!isShortName(run.tokens[run.previous].token.text)) return &settings_.afterCallName;
+            return &firstPresent(settings_.afterShortCallName, settings_.afterCallName);
         }
         case Cpp::KeywordSizeof:
-        case Cpp::KeywordThrow: return asked(settings_.afterCallName);
+        case Cpp::KeywordThrow: return &settings_.afterCallName;
         default: return nullptr;
     }
 }

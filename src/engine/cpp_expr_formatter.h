@@ -101,10 +101,6 @@ private:
     const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
     const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
     const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
-    // Null where nobody asks for what is absent.
-    const OptionalText* asked(const OptionalText& setting) const {
-        return setting.present || log() ? &setting : nullptr;
-    }
     static bool introducesWidth(const Run& run, std::size_t place);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);

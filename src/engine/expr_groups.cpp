@@ -161,21 +161,21 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 
 const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return asked(settings_.afterOpenParen);
-        case Group::Kind::Brackets: return asked(settings_.afterOpenBracket);
-        case Group::Kind::Braces: return asked(onLine(settings_.afterDataBrace, group.isOnOneLine));
+        case Group::Kind::Parentheses: return &settings_.afterOpenParen;
+        case Group::Kind::Brackets: return &settings_.afterOpenBracket;
+        case Group::Kind::Braces: return &onLine(settings_.afterDataBrace, group.isOnOneLine);
         case Group::Kind::InnerBraces: return nullptr;
-        default: return asked(settings_.afterOpenAngle);
+        default: return &settings_.afterOpenAngle;
     }
 }
 
 const OptionalText* CppExprFormatter::beforeClose(const Group& group) const {
     switch (group.kind) {
-        case Group::Kind::Parentheses: return asked(settings_.beforeCloseParen);
-        case Group::Kind::Brackets: return asked(settings_.beforeCloseBracket);
-        case Group::Kind::Braces: return asked(onLine(settings_.beforeDataCloseBrace, group.isOnOneLine));
+        case Group::Kind::Parentheses: return &settings_.beforeCloseParen;
+        case Group::Kind::Brackets: return &settings_.beforeCloseBracket;
+        case Group::Kind::Braces: return &onLine(settings_.beforeDataCloseBrace, group.isOnOneLine);
         case Group::Kind::InnerBraces: return nullptr;
-        default: return asked(settings_.beforeCloseAngle);
+        default: return &settings_.beforeCloseAngle;
     }
 }
 

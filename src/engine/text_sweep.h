@@ -52,7 +52,7 @@ public:
     }
     // The same where it may be null.
     void writeGapWith(const OptionalText* wanted) {
-        if (wanted) {
+        if (wanted && (wanted->present || log_)) {
             writeGapWith(WantedText(*wanted));
         } else {
             writeGap();
