@@ -14,7 +14,6 @@
 #include "engine/declarator_text.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
-#include "engine/source_copy.h"
 #include "scheme/property_keys.h"
 
 namespace Tessel {
