@@ -1,13 +1,14 @@
 #include "run/process.h"
 
 #include <fcntl.h>
-#include <malloc.h>
 #include <pthread.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+
+#include "run/heap.h"
 
 namespace Run {
 
@@ -24,24 +25,6 @@ void allowDeepStack() {
     ::setrlimit(RLIMIT_STACK, &limit);
 }
 
-// The largest block that is taken from the heap; more the allocator does not allow.
-constexpr int largestHeapBlock = 32 << 20;
-// What the heap grows by, and what may lie free at its end.
-constexpr int heapStep = 1 << 20;
-constexpr int keptAtHeapEnd = 256 << 20;
-
-// A syntax tree is many small nodes that go all at once. Without the allocator's fast bins they are merged as they
-// go, which takes a tenth less time in all. A page that is new costs as much as formatting a hundred characters: what
-// has been given back, by the tokens for one, is to hold what comes next.
-void tuneAllocator() {
-#ifdef M_MXFAST
-    ::mallopt(M_MXFAST, 0);
-    ::mallopt(M_MMAP_THRESHOLD, largestHeapBlock);
-    ::mallopt(M_TOP_PAD, heapStep);
-    ::mallopt(M_TRIM_THRESHOLD, keptAtHeapEnd);
-#endif
-}
-
 // Opens the lowest free descriptor so that what the stream is for fails on it.
 void occupyIfClosed(int descriptor, int mode) {
     if (::fcntl(descriptor, F_GETFD) >= 0) return;
@@ -53,7 +36,7 @@ void occupyIfClosed(int descriptor, int mode) {
 
 void prepareProcess() {
     allowDeepStack();
-    tuneAllocator();
+    prepareHeap(Thread::Main);
     ::signal(SIGPIPE, SIG_IGN);
     ::signal(SIGXFSZ, SIG_IGN);
     occupyIfClosed(STDIN_FILENO, O_WRONLY);

@@ -31,7 +31,7 @@ public:
     // A run of non-blank characters.
     std::string_view word() {
         skipWhiteSpace();
-        return take(std::min(rest_.find_first_of(BLANKS), rest_.size()));
+        return takeUntil(std::find_if(rest_.begin(), rest_.end(), isBlank));
     }
 
     // A text between quotes, which it keeps, or a word.
@@ -41,7 +41,11 @@ public:
     }
 
 private:
-    void skipWhiteSpace() { take(std::min(rest_.find_first_not_of(BLANKS), rest_.size())); }
+    void skipWhiteSpace() { takeUntil(std::find_if_not(rest_.begin(), rest_.end(), isBlank)); }
+
+    std::string_view takeUntil(std::string_view::const_iterator end) {
+        return take(static_cast<std::size_t>(end - rest_.begin()));
+    }
 
     std::string_view take(std::size_t length) {
         const std::string_view part = rest_.substr(0, length);
@@ -123,9 +127,9 @@ std::optional<int> leadingInteger(std::string_view line) {
 }
 
 std::string_view significantPart(std::string_view line) {
-    const std::size_t first = line.find_first_not_of(BLANKS);
-    if (first == std::string_view::npos || line[first] == '#') return {};
-    return line.substr(first, line.find_last_not_of(BLANKS) - first + 1);
+    const auto first = std::find_if_not(line.begin(), line.end(), isBlank);
+    if (first == line.end() || *first == '#') return {};
+    return {first, std::find_if_not(line.rbegin(), line.rend(), isBlank).base()};
 }
 
 std::string_view withoutQuotes(std::string_view text) {

@@ -11,7 +11,9 @@
 namespace Tessel {
 
 // What separates the parts of a line, and what no key may hold.
-inline constexpr std::string_view BLANKS = " \t\n\v\f\r";
+constexpr bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 using PropertyValue = std::variant<bool, int, std::string>;  // in the order of the types
 

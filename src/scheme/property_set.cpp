@@ -1,5 +1,6 @@
 #include "scheme/property_set.h"
 
+#include <algorithm>
 #include <istream>
 #include <ostream>
 #include <utility>
@@ -15,7 +16,7 @@ constexpr std::string_view HEADER = "Tessel::PropertySet";
 constexpr int FORM_VERSION = 1;
 
 void requireValid(std::string_view key) {
-    if (key.empty() || key.find_first_of(BLANKS) != std::string_view::npos) throw InvalidPropertyName();
+    if (key.empty() || std::any_of(key.begin(), key.end(), isBlank)) throw InvalidPropertyName();
 }
 
 template <typename Map, typename Value>
@@ -47,9 +48,8 @@ public:
     // Takes the next one. False, with an empty line, at the end of the input, which then is all that the
     // stream reports.
     bool next(std::string& line) {
-        std::string raw;
-        while (std::getline(in_, raw)) {
-            std::string_view content = raw;
+        while (std::getline(in_, raw_)) {
+            std::string_view content = raw_;
             if (isFirst_ && content.starts_with(Zelmor::BYTE_ORDER_MARK)) {
                 content.remove_prefix(Zelmor::BYTE_ORDER_MARK.size());
             }
@@ -64,6 +64,7 @@ public:
 
 private:
     std::istream& in_;
+    std::string raw_;
     bool isFirst_ = true;
 };
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "files/ending_signals.h"
+#include "run/heap.h"
 #include "run/process.h"
 
 namespace Tool {
@@ -59,6 +60,7 @@ private:
 
     template <typename Job>
     void work(Job& job) {
+        Run::prepareHeap(Run::Thread::Other);
         while (const std::optional<std::size_t> index = nextIndex()) {
             Result result = job(*index);
             const std::lock_guard lock(mutex_);
