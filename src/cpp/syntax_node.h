@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 
 #include "cpp/emitter.h"
+#include "cpp/node_pool.h"
 #include "trn/exception.h"
 #include "trn/syntax_node.h"
 
@@ -28,6 +30,9 @@ public:
     virtual std::unique_ptr<SyntaxNode> clone() const = 0;
     // Whether the node is of that class or of one that derives from it.
     virtual bool isOfClass(const void*) const { return false; }
+
+    static void* operator new(std::size_t size) { return NodePool::ofThread().allocate(size); }
+    static void operator delete(void* node, std::size_t size) { NodePool::ofThread().release(node, size); }
 
 protected:
     SyntaxNode() = default;

@@ -71,17 +71,20 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
 
 // What no token is that goes its own way.
 void LineEnds::writeCode(std::size_t end) {
-    while (copied_ < end) {
+    for (std::size_t place = copied_; place < end;) {
         // What stands behind the end is looked at when its time comes: the line may be long.
-        const std::size_t lineFeed = result_.substr(0, end).find('\n', copied_);
+        const std::size_t lineFeed = result_.substr(0, end).find('\n', place);
         if (lineFeed == std::string_view::npos) break;
         std::size_t gapStart = lineFeed;
-        while (gapStart > copied_ && isWhitespace(result_[gapStart - 1])) --gapStart;
-        std::size_t gapEnd = lineFeed + 1;
-        while (gapEnd < end && isWhitespace(result_[gapEnd])) ++gapEnd;
+        while (gapStart > place && isWhitespace(result_[gapStart - 1])) --gapStart;
+        bool isInOrder = gapStart == lineFeed && gapStart > 0;
+        for (place = lineFeed + 1; place < end && isWhitespace(result_[place]); ++place) {
+            isInOrder &= result_[place] != '\n';
+        }
+        if (isInOrder) continue;
         copyTo(gapStart);
-        writeGap(result_.substr(gapStart, gapEnd - gapStart), gapStart > 0 && result_[gapStart - 1] == '\\');
-        copied_ = gapEnd;
+        writeGap(result_.substr(gapStart, place - gapStart), gapStart > 0 && result_[gapStart - 1] == '\\');
+        copied_ = place;
     }
     copyTo(end);
 }
@@ -109,15 +112,19 @@ void LineEnds::writeGap(std::string_view gap, bool isSpliced) {
 }
 
 void LineEnds::writeComment(std::string_view comment) {
-    for (std::size_t lineFeed = comment.find('\n'); lineFeed != std::string_view::npos;
-         lineFeed = comment.find('\n')) {
-        const std::string_view line = comment.substr(0, lineFeed);
+    std::size_t copied = 0;
+    for (std::size_t place = 0; settings_.stripsLineEnds; ++place) {
+        const std::size_t lineFeed = comment.find('\n', place);
+        if (lineFeed == std::string_view::npos) break;
+        const std::string_view line = comment.substr(place, lineFeed - place);
         const std::string_view kept = withoutBlanksAtEnd(line);
-        out_ += settings_.stripsLineEnds && !kept.ends_with('\\') ? kept : line;
-        out_ += '\n';
-        comment.remove_prefix(lineFeed + 1);
+        if (kept.size() < line.size() && !kept.ends_with('\\')) {
+            out_ += comment.substr(copied, place + kept.size() - copied);
+            copied = lineFeed;
+        }
+        place = lineFeed;
     }
-    out_ += comment;
+    out_ += comment.substr(copied);
 }
 
 void LineEnds::copyTo(std::size_t end) {
