@@ -11,6 +11,13 @@ Trn::Position CtorDeclNode::end() const {
     return Trn::isSet(storedEnd_) ? storedEnd_ : initializers_.get()->end();
 }
 
+void CtorDeclNode::move(PositionMap& map) {
+    if (head()) head()->move(map);
+    if (initializers_) initializers_.get()->move(map);
+    if (body()) body()->move(map);
+    storedEnd_ = map.moved(storedEnd_);
+}
+
 void CtorDeclNode::setEnd(Trn::Position position) {
     if (body() || !initializers_) {
         FunctionDeclNode::setEnd(position);

@@ -57,6 +57,12 @@ public:
         return node ? node->end() : Trn::Position{};
     }
 
+    void move(PositionMap& map) override {
+        for (SyntaxNode* node : children()) {
+            if (node) node->move(map);
+        }
+    }
+
     std::array<SyntaxNode*, sizeof...(Nodes)> children() const {
         return std::apply([](const auto&... slot) { return std::array<SyntaxNode*, sizeof...(Nodes)>{slot.get()...}; },
                           slots_);
@@ -121,6 +127,10 @@ public:
         return Trn::isSet(storedEnd_) ? storedEnd_ : CompositeNode<Derived, Base, Nodes...>::end();
     }
     Trn::Position storedEnd() const { return storedEnd_; }
+    void move(PositionMap& map) override {
+        CompositeNode<Derived, Base, Nodes...>::move(map);
+        storedEnd_ = map.moved(storedEnd_);
+    }
 
 private:
     Trn::Position storedEnd_;
@@ -280,6 +290,7 @@ public:
     // Body, what ends the declaration without one, initializers, head.
     Trn::Position end() const override;
     void setEnd(Trn::Position position) override;
+    void move(PositionMap& map) override;
 
     InitializerListNode* initializers() const { return initializers_.get(); }
 
@@ -305,6 +316,10 @@ public:
     // The blocks of lambdas among the arguments.
     const ExprBodies& bodies() const { return bodies_; }
     void setBodies(ExprBodies bodies) { bodies_ = std::move(bodies); }
+    void move(PositionMap& map) override {
+        CompositeNode::move(map);
+        bodies_.move(map);
+    }
 
 private:
     ExprBodies bodies_;

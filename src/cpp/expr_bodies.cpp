@@ -24,6 +24,10 @@ void ExprBodies::add(std::unique_ptr<BlockNode> block) {
     blocks_->push_back(std::move(block));
 }
 
+void ExprBodies::move(PositionMap& map) {
+    for (const auto& block : blocks()) block->move(map);
+}
+
 std::span<const std::unique_ptr<BlockNode>> ExprBodies::blocks() const {
     return blocks_ ? std::span<const std::unique_ptr<BlockNode>>(*blocks_)
                    : std::span<const std::unique_ptr<BlockNode>>();

@@ -47,6 +47,10 @@ void InteriorNode::accept(Emitter& emitter) {
     emitter.visit(static_cast<SyntaxNode*>(this));
 }
 
+void InteriorNode::move(PositionMap& map) {
+    for (const auto& child : children_) child->move(map);
+}
+
 void InteriorNode::add(std::unique_ptr<SyntaxNode> child) {
     if (!child) return;
     if (child->list_ == this) {
@@ -61,6 +65,12 @@ void InteriorNode::add(std::unique_ptr<SyntaxNode> child) {
 void InteriorNode::replace(iterator place, std::unique_ptr<SyntaxNode> child) {
     child->list_ = this;
     *place = std::move(child);
+}
+
+void BracketedNode::move(PositionMap& map) {
+    open_ = map.moved(open_);
+    InteriorNode::move(map);
+    close_ = map.moved(close_);
 }
 
 bool BracketedNode::hasBrackets() const {

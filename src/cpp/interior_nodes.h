@@ -27,6 +27,7 @@ public:
     Trn::Position end() const override;
 
     void accept(Emitter& emitter) override;
+    void move(PositionMap& map) override;
 
     virtual const_iterator childBegin() const { return children_.begin(); }
     virtual iterator childBegin() { return children_.begin(); }
@@ -63,6 +64,7 @@ public:
     Trn::Position start() const override { return open_; }
     void setEnd(Trn::Position position) override { close_ = position; }
     Trn::Position end() const override { return close_; }
+    void move(PositionMap& map) override;
 
     // Whether there are brackets: an empty statement carries the positions of its ";", and a body that begins with a
     // protected region those of its items.

@@ -18,6 +18,10 @@ public:
     Trn::Position start() const override { return start_; }
     void setEnd(Trn::Position position) override { end_ = position; }
     Trn::Position end() const override { return end_; }
+    void move(PositionMap& map) override {
+        start_ = map.moved(start_);
+        end_ = map.moved(end_);
+    }
 
 protected:
     LeafNode() = default;
@@ -104,6 +108,7 @@ public:
     void add(std::unique_ptr<BlockNode> block);
     std::span<const std::unique_ptr<BlockNode>> blocks() const;
     bool empty() const { return blocks().empty(); }
+    void move(PositionMap& map);
 
 private:
     // Hardly any expression has a body.
@@ -119,6 +124,10 @@ public:
 
     const ExprBodies& bodies() const { return bodies_; }
     void setBodies(ExprBodies bodies) { bodies_ = std::move(bodies); }
+    void move(PositionMap& map) override {
+        VisitableNode::move(map);
+        bodies_.move(map);
+    }
 
 private:
     ExprBodies bodies_;

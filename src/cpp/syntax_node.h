@@ -5,6 +5,7 @@
 
 #include "cpp/emitter.h"
 #include "cpp/node_pool.h"
+#include "cpp/position_map.h"
 #include "trn/exception.h"
 #include "trn/syntax_node.h"
 
@@ -28,6 +29,8 @@ public:
     // Calls the emitter's visit for the node's class.
     virtual void accept(Emitter& emitter) = 0;
     virtual std::unique_ptr<SyntaxNode> clone() const = 0;
+    // Gives the node, and all below it, the positions that the map says.
+    virtual void move(PositionMap& map) = 0;
     // Whether the node is of that class or of one that derives from it.
     virtual bool isOfClass(const void*) const { return false; }
 

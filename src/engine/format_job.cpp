@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <istream>
+#include <memory>
 #include <optional>
 #include <ostream>
 #include <sstream>
@@ -18,6 +19,7 @@
 #include "engine/gap.h"
 #include "engine/layout_observer.h"
 #include "engine/line_ends.h"
+#include "engine/moved_positions.h"
 #include "engine/region_proof.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
@@ -41,10 +43,25 @@ constexpr const char* kStrayBackslash = "Unexpected \"\\\" in front of this.";
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
     explicit ParsedText(std::string content) : text(std::move(content)) {}
+    // What has become of another, whose tree goes along: only white space differs.
+    ParsedText(ParsedText& former, std::string content) : text(std::move(content)) {
+        root.swap(former.root);
+        MovedPositions positions(former.text, text);
+        root.move(positions);
+        for (const Cpp::OpaqueToken& token : former.opaque) {
+            const std::size_t start = positions.movedStart(token.offset);
+            const std::size_t end = positions.movedEnd(std::size_t{token.offset} + token.length);
+            opaque.push_back({static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(end - start), token.kind});
+        }
+        for (const KeptRegion& region : former.regions) {
+            regions.push_back({positions.movedStart(region.start), positions.movedEnd(region.end)});
+        }
+    }
 
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
     Cpp::RootNode root;
+    KeptRegions regions;
 };
 
 // Parses the text. Returns the messages that are more than warnings.
@@ -101,26 +118,17 @@ std::optional<Diagnostic> prove(const ParsedText& source, std::string_view resul
     failProof("in more than white space", place);
 }
 
-KeptRegions keptRegions(const ParsedText& source, const CppPreFormatter& preFormatter) {
-    KeptRegions result;
-    for (const CppPreFormatter::Region& region : preFormatter.regions()) {
-        result.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
-    }
-    return result;
-}
-
-void proveRegions(const ParsedText& source, const KeptRegions& regions, std::string_view result) {
-    const auto changed = findChangedLine(source.text.text(), regions, result);
+void proveRegions(const ParsedText& source, std::string_view result) {
+    const auto changed = findChangedLine(source.text.text(), source.regions, result);
     if (changed) failProof("inside of what is to be kept as it is", source.text.positionOf(*changed));
 }
 
 // The source with other white space, its line ends put in order.
-std::string withLineEnds(const ParsedText& source, const KeptRegions& regions, const FormatOptions& options,
-                         std::string result) {
+std::string withLineEnds(const ParsedText& source, const FormatOptions& options, std::string result) {
     const ExtensionSettings settings(options.scheme);
     if (!LineEnds::areWanted(settings)) return result;
     const TrailingComments::Columns columns{readTabSize(options.scheme), readTabMode(options.scheme)};
-    return LineEnds(settings, columns, source.text.text(), source.opaque, regions, std::move(result)).takeText();
+    return LineEnds(settings, columns, source.text.text(), source.opaque, source.regions, std::move(result)).takeText();
 }
 
 // Who is told of a job, and of which source.
@@ -138,53 +146,58 @@ struct Listener {
     }
 };
 
-// The formatted text; its tree is gone when this returns.
-std::string formatParsed(ParsedText& source, const KeptRegions& regions, const FormatOptions& options,
-                         const LayoutPasses& passes, const Listener& listener) {
-    CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
-    source.root.accept(formatter);
-    Cpp::RootNode().swap(source.root);
-    std::string text = formatter.takeText();
-    if (!listener.observer) return withLineEnds(source, regions, options, std::move(text));
-    std::string result = withLineEnds(source, regions, options, text);
-    listener.hearStage(text, result, false);
-    return result;
-}
-
 // What the stages of a job have in common.
 struct Stages {
     // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
-    std::list<Diagnostic> read(ParsedText& source) {
+    std::list<Diagnostic> read(ParsedText& source) const {
+        Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
-        if (messages.empty()) source.root.accept(preFormatter);
+        if (!messages.empty()) return messages;
+        CppPreFormatter preFormatter(options.markers);
+        source.root.accept(preFormatter);
+        for (const CppPreFormatter::Region& region : preFormatter.regions()) {
+            source.regions.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
+        }
         return messages;
     }
-    KeptRegions regionsOf(const ParsedText& source) const { return keptRegions(source, preFormatter); }
+
+    // The formatted text. A tree that nobody needs is gone when this returns.
+    std::string format(ParsedText& source, const Listener& listener) const {
+        CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
+        source.root.accept(formatter);
+        if (!wrapsLines) Cpp::RootNode().swap(source.root);
+        std::string text = formatter.takeText();
+        if (!listener.observer) return withLineEnds(source, options, std::move(text));
+        std::string result = withLineEnds(source, options, text);
+        listener.hearStage(text, result, false);
+        return result;
+    }
+
+    std::string wrap(ParsedText& formatted) const {
+        std::ostringstream wrapped;
+        passes.wrapLines(options, formatted.text, formatted.root, wrapped);
+        return withLineEnds(formatted, options, std::move(wrapped).str());
+    }
 
     const FormatOptions& options;
     const LayoutPasses& passes;
-    Cpp::Parser parser;
-    CppPreFormatter preFormatter;
+    ExtensionSettings extensions{options.scheme};
+    bool wrapsLines = readSwitch(options.scheme, Keys::LINE_WRAP);
 };
 
-// Wraps the lines of the text. Where lines are kept, those that the wrapper begins come to hang as any others, until
-// all stand where they are to, or come to stand where they were. Returns what is wrong with a text on the way.
-std::list<Diagnostic> wrap(Stages& stages, int rounds, std::string& text) {
-    for (std::string wrappedBefore;; --rounds) {
-        ParsedText formatted(std::move(text));
-        if (auto messages = stages.read(formatted); !messages.empty()) return messages;
-        std::ostringstream wrapped;
-        stages.passes.wrapLines(stages.options, formatted.text, formatted.root, wrapped);
-        text = withLineEnds(formatted, stages.regionsOf(formatted), stages.options, std::move(wrapped).str());
-        if (rounds == 1 || text == formatted.text.text() || text == wrappedBefore) return {};
-        wrappedBefore = text;
-        ParsedText again(std::move(text));
-        if (auto messages = stages.read(again); !messages.empty()) return messages;
-        text = formatParsed(again, stages.regionsOf(again), stages.options, stages.passes, {});
-        if (text == formatted.text.text()) {
-            text = std::move(wrappedBefore);
-            return {};
-        }
+// The text with its lines wrapped, which the source has become. Where lines are kept, those that the wrapper begins come
+// to hang as any others, until all stand where they are to, or come to stand where they were.
+std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::string text) {
+    std::string wrappedBefore;
+    auto formatted = std::make_unique<ParsedText>(source, std::move(text));
+    for (int rounds = stages.extensions.keepsLineBreaks ? kWrappingRounds : 1;; --rounds) {
+        std::string wrapped = stages.wrap(*formatted);
+        if (rounds == 1 || wrapped == formatted->text.text() || wrapped == wrappedBefore) return wrapped;
+        ParsedText again(*formatted, wrapped);
+        std::string formattedAgain = stages.format(again, {});
+        if (formattedAgain == formatted->text.text()) return wrapped;
+        wrappedBefore = std::move(wrapped);
+        formatted = std::make_unique<ParsedText>(again, std::move(formattedAgain));
     }
 }
 
@@ -192,29 +205,24 @@ std::list<Diagnostic> wrap(Stages& stages, int rounds, std::string& text) {
 
 int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
-    const ExtensionSettings extensions(options.scheme);
-    Stages stages{options, passes_,
-                  Cpp::Parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported),
-                  CppPreFormatter(options.markers)};
+    const Stages stages{options, passes_};
     ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
     if (auto messages = stages.read(source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
-    const KeptRegions regions = stages.regionsOf(source);
     if (!progress(kFormatting)) return cancel(diagnostics);
     const Listener listener{observer_, &source};
     listener.begin();
 
-    std::string result = formatParsed(source, regions, options, passes_, listener);
-    if (readSwitch(options.scheme, Keys::LINE_WRAP)) {
+    std::string result = stages.format(source, listener);
+    if (stages.wrapsLines) {
         const std::string unwrapped = observer_ ? result : std::string();
-        auto messages = wrap(stages, extensions.keepsLineBreaks ? kWrappingRounds : 1, result);
-        if (!messages.empty()) return moveTo(diagnostics, std::move(messages));
+        result = withLinesWrapped(stages, source, std::move(result));
         listener.hearStage(unwrapped, result, true);
     }
     if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
-    proveRegions(source, regions, result);
+    proveRegions(source, result);
     out.write(result.data(), static_cast<std::streamsize>(result.size()));
     out.flush();
     return 0;

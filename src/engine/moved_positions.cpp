@@ -1,0 +1,47 @@
+#include "engine/moved_positions.h"
+
+#include <algorithm>
+
+#include "engine/source_copy.h"
+
+namespace Tessel {
+
+namespace {
+
+// How far it is, in characters, from a state that is remembered to the next one.
+constexpr std::size_t kStride = 2048;
+
+}  // namespace
+
+MovedPositions::MovedPositions(const Zelmor::TextDocument& source, const Zelmor::TextDocument& result)
+    : source_(source), result_(result), sides_(source.text(), result.text()), passed_{sides_} {}
+
+Trn::Position MovedPositions::moved(Trn::Position position) {
+    if (!Trn::isSet(position)) return position;
+    const std::size_t offset = movedEnd(offsetOf(source_, position));
+    while (line_ < result_.lineCount() && result_.offsetOf(line_ + 1, 0) <= offset) ++line_;
+    while (result_.offsetOf(line_, 0) > offset) --line_;
+    const std::size_t column = offset - result_.offsetOf(line_, 0);
+    return {static_cast<std::uint32_t>(line_), static_cast<std::uint32_t>(column)};
+}
+
+std::size_t MovedPositions::movedEnd(std::size_t end) {
+    SideBySide& sides = sidesBefore(end);
+    sides.passUpTo(end);
+    const std::size_t place = sides.resultPlace();
+    const bool endsLine = end > 0 && source_.text()[end - 1] == '\n';
+    return endsLine ? std::min(result_.text().find('\n', place), result_.size() - 1) + 1 : place;
+}
+
+// Places are asked for in their order, but for a few.
+SideBySide& MovedPositions::sidesBefore(std::size_t offset) {
+    if (offset < sides_.sourcePlace()) {
+        while (passed_.size() > 1 && passed_.back().sourcePlace() > offset) passed_.pop_back();
+        sides_ = passed_.back();
+    } else if (sides_.sourcePlace() >= passed_.back().sourcePlace() + kStride) {
+        passed_.push_back(sides_);
+    }
+    return sides_;
+}
+
+}  // namespace Tessel
