@@ -13,6 +13,7 @@
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/layout_passes.h"
+#include "engine/settled_lines.h"
 #include "engine/source_writer.h"
 
 namespace Tessel {
@@ -31,6 +32,9 @@ public:
     // `source`, with its opaque tokens, is borrowed, as are `passes`, and `observer`, which may be null.
     CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, const FormatOptions& options,
                  const LayoutPasses& passes, LayoutObserver* observer);
+
+    // What need not be formatted: it is copied. Borrowed.
+    void setSettledLines(const SettledLines& lines) { settledLines_ = &lines; }
 
     // The result, once the root has been visited.
     std::string takeText();
@@ -179,6 +183,7 @@ private:
     std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     KeyId nameAlignment() const;
+    bool copySettled(Cpp::FunctionDeclNode& declaration);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
     void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen);
@@ -238,6 +243,7 @@ private:
     FormatterSettings oneLineSettings_;  // without line ends
     const LayoutPasses& passes_;
     const Zelmor::TextDocument& source_;
+    const SettledLines* settledLines_ = nullptr;
     std::optional<LayoutLog> log_;
     Zelmor::OIndentBuf result_;
     CppExprFormatter exprFormatter_;

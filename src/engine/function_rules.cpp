@@ -61,6 +61,7 @@ bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
 }  // namespace
 
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
+    if (copySettled(*declaration)) return;
     BaseColumnScope base(*this, formatFunctionHead(*declaration), declaration);
     // Old-style declarations in front of the body have lines of their own.
     const bool hasOldParameters = declaration->head() && declaration->head()->oldParameters();
@@ -69,11 +70,25 @@ void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
 }
 
 void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
+    if (copySettled(*declaration)) return;
     BaseColumnScope base(*this, formatFunctionHead(*declaration), declaration);
     Cpp::InitializerListNode* initializers = declaration->initializers();
     if (initializers) formatInitializers(*initializers);
     formatBodyOf(*declaration,
                  initializers ? settings_.afterInitializerList : settings_.functions.beforeOpen);
+}
+
+// Says false where the declaration has to be formatted: what is in columns with others depends on these.
+bool CppFormatter::copySettled(Cpp::FunctionDeclNode& declaration) {
+    const bool isInColumns = settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
+    if (!settledLines_ || isInColumns || isOnOneLine_) return false;
+    if (!settledLines_->contain(declaration.start(), declaration.end())) return false;
+    applyPendingWhitespace(declaration);
+    if (copyUpTo(declaration) != sourceColumnOf(declaration)) return false;
+    takeTemplateColumn();
+    out().startLine();
+    writeRendered(std::string(writer_.readThrough(declaration.end())));
+    return true;
 }
 
 // Without a setting of its own the ":" of the initializers is placed as an opening brace would be.

@@ -5,6 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "cpp/parse_text.h"
+#include "cpp/tree_dump.h"
+#include "engine/moved_positions.h"
 #include "support/format_text.h"
 
 // Files that nobody wrote for a test, the program's own and its examples: accepted, with the same tokens and tree, and
@@ -50,6 +53,26 @@ TEST(RealFiles, SourcesOfTheProgram) {
     std::size_t count = 0;
     for (const fs::path& source : filesIn(VANTREL_REAL_FILES "/src", isSource)) {
         expectKept(source, all[count++ % all.size()]);
+    }
+}
+
+// What wrapping relies on: a tree that goes along with its text is the one that reading the text would give.
+TEST(RealFiles, TreesMoveWithTheirTexts) {
+    using CppTest::TreeDump;
+    constexpr auto shown = TreeDump::Positions::Shown;
+    const Tessel::PropertySet scheme = shippedScheme("gnu");
+    for (const fs::path& file : filesIn(VANTREL_REAL_FILES "/src", isSource)) {
+        SCOPED_TRACE(file.string());
+        const Zelmor::TextDocument source(contentOfFile(file.string()));
+        const Zelmor::TextDocument result(formatText(scheme, std::string(source.text())).text);
+        Cpp::RootNode moved;
+        Cpp::RootNode read;
+        CppTest::parse(source.text(), moved, Cpp::Unrecognized::Kept);
+        CppTest::parse(result.text(), read, Cpp::Unrecognized::Kept);
+        Tessel::MovedPositions positions(source, result);
+        moved.move(positions);
+        EXPECT_EQ(TreeDump::of(moved, shown, TreeDump::Texts::Squeezed),
+                  TreeDump::of(read, shown, TreeDump::Texts::Squeezed));
     }
 }
 
