@@ -13,7 +13,7 @@
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/layout_passes.h"
-#include "engine/settled_lines.h"
+#include "engine/same_lines.h"
 #include "engine/source_writer.h"
 
 namespace Tessel {
@@ -34,7 +34,7 @@ public:
                  const LayoutPasses& passes, LayoutObserver* observer);
 
     // What need not be formatted: it is copied. Borrowed.
-    void setSettledLines(const SettledLines& lines) { settledLines_ = &lines; }
+    void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
 
     // The result, once the root has been visited.
     std::string takeText();
@@ -184,6 +184,7 @@ private:
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     KeyId nameAlignment() const;
     bool copySettled(Cpp::FunctionDeclNode& declaration);
+    bool copySettledNode(const Cpp::SyntaxNode& node);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
     void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen);
@@ -243,7 +244,7 @@ private:
     FormatterSettings oneLineSettings_;  // without line ends
     const LayoutPasses& passes_;
     const Zelmor::TextDocument& source_;
-    const SettledLines* settledLines_ = nullptr;
+    const SameLines* settledLines_ = nullptr;
     std::optional<LayoutLog> log_;
     Zelmor::OIndentBuf result_;
     CppExprFormatter exprFormatter_;

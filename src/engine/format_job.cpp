@@ -21,8 +21,8 @@
 #include "engine/line_ends.h"
 #include "engine/moved_positions.h"
 #include "engine/region_proof.h"
+#include "engine/same_lines.h"
 #include "engine/scheme_values.h"
-#include "engine/settled_lines.h"
 #include "engine/source_copy.h"
 #include "engine/stage_log.h"
 #include "engine/token_proof.h"
@@ -57,13 +57,14 @@ struct ParsedText {
         for (const KeptRegion& region : former.regions) {
             regions.push_back({positions.movedStart(region.start), positions.movedEnd(region.end)});
         }
+        sameLines = positions.takeSameLines();
     }
 
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
     Cpp::RootNode root;
     KeptRegions regions;
-    SettledLines settled;
+    SameLines sameLines;  // as in the text that it has come from
 };
 
 // Parses the text. Returns the messages that are more than warnings.
@@ -166,7 +167,7 @@ struct Stages {
     // The formatted text. A tree that nobody needs is gone when this returns.
     std::string format(ParsedText& source, const Listener& listener) const {
         CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
-        formatter.setSettledLines(source.settled);
+        formatter.setSettledLines(source.sameLines);
         source.root.accept(formatter);
         if (!wrapsLines) Cpp::RootNode().swap(source.root);
         std::string text = formatter.takeText();
@@ -197,7 +198,6 @@ std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::stri
         std::string wrapped = stages.wrap(*formatted);
         if (rounds == 1 || wrapped == formatted->text.text() || wrapped == wrappedBefore) return wrapped;
         ParsedText again(*formatted, wrapped);
-        again.settled = SettledLines(formatted->text.text(), wrapped);
         std::string formattedAgain = stages.format(again, {});
         if (formattedAgain == formatted->text.text()) return wrapped;
         wrappedBefore = std::move(wrapped);

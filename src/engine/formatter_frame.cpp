@@ -215,7 +215,16 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         return;
     }
     writer_.copyGap(comment->start());
-    exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
+    if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
+}
+
+// The gap in front of the node has been written. Says false where the node may come to stand otherwise.
+bool CppFormatter::copySettledNode(const Cpp::SyntaxNode& node) {
+    if (!settledLines_ || !settledLines_->contain(node.start(), node.end())) return false;
+    if (writer_.nextColumn() != sourceColumnOf(node)) return false;
+    out().startLine();
+    writeRendered(std::string(writer_.readThrough(node.end())));
+    return true;
 }
 
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {

@@ -84,10 +84,9 @@ bool CppFormatter::copySettled(Cpp::FunctionDeclNode& declaration) {
     if (!settledLines_ || isInColumns || isOnOneLine_) return false;
     if (!settledLines_->contain(declaration.start(), declaration.end())) return false;
     applyPendingWhitespace(declaration);
-    if (copyUpTo(declaration) != sourceColumnOf(declaration)) return false;
+    writer_.copyGap(declaration.start());
+    if (!copySettledNode(declaration)) return false;
     takeTemplateColumn();
-    out().startLine();
-    writeRendered(std::string(writer_.readThrough(declaration.end())));
     return true;
 }
 

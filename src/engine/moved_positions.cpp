@@ -14,10 +14,17 @@ constexpr std::size_t kStride = 2048;
 }  // namespace
 
 MovedPositions::MovedPositions(const Zelmor::TextDocument& source, const Zelmor::TextDocument& result)
-    : source_(source), result_(result), sides_(source.text(), result.text()), passed_{sides_} {}
+    : source_(source),
+      result_(result),
+      sameLines_(source.text(), result.text()),
+      sides_(source.text(), result.text()),
+      passed_{sides_} {}
 
 Trn::Position MovedPositions::moved(Trn::Position position) {
     if (!Trn::isSet(position)) return position;
+    const std::uint32_t beyondLineFeed = position.column == 0 ? 1 : 0;
+    const std::uint32_t line = sameLines_.lineAfter(position.line - beyondLineFeed);
+    if (line > 0) return {line + beyondLineFeed, position.column};
     const std::size_t offset = movedEnd(offsetOf(source_, position));
     while (line_ < result_.lineCount() && result_.offsetOf(line_ + 1, 0) <= offset) ++line_;
     while (result_.offsetOf(line_, 0) > offset) --line_;

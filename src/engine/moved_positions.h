@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "cpp/position_map.h"
+#include "engine/same_lines.h"
 #include "engine/side_by_side.h"
 #include "textstream/text_document.h"
 
@@ -17,6 +19,8 @@ public:
     MovedPositions(const Zelmor::TextDocument& source, const Zelmor::TextDocument& result);
 
     Trn::Position moved(Trn::Position position) override;
+    // The lines that have stayed as they were.
+    SameLines takeSameLines() { return std::move(sameLines_); }
     // An offset behind a character.
     std::size_t movedEnd(std::size_t end);
     // That of a character which is no white space.
@@ -27,6 +31,7 @@ private:
 
     const Zelmor::TextDocument& source_;
     const Zelmor::TextDocument& result_;
+    SameLines sameLines_;  // in which only the line is another
     SideBySide sides_;
     std::vector<SideBySide> passed_;  // some of the states that `sides_` had, in order
     int line_ = 1;                    // of the result, where the search for the next place starts

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "trn/position.h"
+
+namespace Tessel {
+
+// The lines that two texts have in common, where all that differs is white space: those with the same content between
+// the same characters.
+class SameLines {
+public:
+    // None.
+    SameLines() = default;
+    SameLines(std::string_view before, std::string_view after);
+
+    // What has become of a line of the first text; 0 when there is none like it.
+    std::uint32_t lineAfter(std::uint32_t line) const { return line < linesAfter_.size() ? linesAfter_[line] : 0; }
+    // Whether all lines of the second text from that of one position to that of the other stood in the first.
+    bool contain(Trn::Position start, Trn::Position end) const;
+
+private:
+    std::vector<std::uint32_t> linesAfter_;  // of each line
+    std::vector<std::uint32_t> others_;      // of each line of the second text, the number of new ones in front of it
+};
+
+}  // namespace Tessel
