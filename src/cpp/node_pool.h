@@ -7,9 +7,9 @@
 
 namespace Cpp {
 
-// The memory of the nodes that a thread makes. They are many, of few sizes, and go all at once: each is cut from a large
-// chunk, or takes the place of one that is gone, and the last to go gives all chunks back. A node is destroyed in the
-// thread that made it.
+// The memory of the nodes that a thread makes. They are many, of few sizes, and go all at once: each is cut from a
+// large chunk, or takes the place of one that is gone, and the last to go gives all chunks back. A node is destroyed
+// in the thread that made it.
 class NodePool {
 public:
     // That of this thread.

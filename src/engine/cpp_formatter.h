@@ -184,6 +184,7 @@ private:
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     KeyId nameAlignment() const;
     bool copySettled(Cpp::FunctionDeclNode& declaration);
+    bool isSettled(const Cpp::SyntaxNode& node) const;
     bool copySettledNode(const Cpp::SyntaxNode& node);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);

@@ -189,8 +189,8 @@ struct Stages {
     bool wrapsLines = readSwitch(options.scheme, Keys::LINE_WRAP);
 };
 
-// The text with its lines wrapped, which the source has become. Where lines are kept, those that the wrapper begins come
-// to hang as any others, until all stand where they are to, or come to stand where they were.
+// The text with its lines wrapped, which the source has become. Where lines are kept, those that the wrapper begins
+// come to hang as any others, until all stand where they are to, or come to stand where they were.
 std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::string text) {
     std::string wrappedBefore;
     auto formatted = std::make_unique<ParsedText>(source, std::move(text));

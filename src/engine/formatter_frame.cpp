@@ -218,10 +218,13 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
 }
 
+bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {
+    return settledLines_ && settledLines_->contain(node.start(), node.end());
+}
+
 // The gap in front of the node has been written. Says false where the node may come to stand otherwise.
 bool CppFormatter::copySettledNode(const Cpp::SyntaxNode& node) {
-    if (!settledLines_ || !settledLines_->contain(node.start(), node.end())) return false;
-    if (writer_.nextColumn() != sourceColumnOf(node)) return false;
+    if (!isSettled(node) || writer_.nextColumn() != sourceColumnOf(node)) return false;
     out().startLine();
     writeRendered(std::string(writer_.readThrough(node.end())));
     return true;

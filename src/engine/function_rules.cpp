@@ -78,11 +78,9 @@ void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
                  initializers ? settings_.afterInitializerList : settings_.functions.beforeOpen);
 }
 
-// Says false where the declaration has to be formatted: what is in columns with others depends on these.
+// Says false where the declaration has to be formatted.
 bool CppFormatter::copySettled(Cpp::FunctionDeclNode& declaration) {
-    const bool isInColumns = settings_.alignsFunctionNames || (settings_.alignsMemberNames && inClassBody_);
-    if (!settledLines_ || isInColumns || isOnOneLine_) return false;
-    if (!settledLines_->contain(declaration.start(), declaration.end())) return false;
+    if (!isSettled(declaration)) return false;
     applyPendingWhitespace(declaration);
     writer_.copyGap(declaration.start());
     if (!copySettledNode(declaration)) return false;

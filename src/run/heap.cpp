@@ -32,8 +32,8 @@ Block allocate(std::size_t size) { return Block(std::malloc(size)); }
 
 std::uintptr_t addressOf(const Block& block) { return reinterpret_cast<std::uintptr_t>(block.get()); }
 
-// A syntax tree is many small nodes that go all at once. Without the allocator's fast bins they are merged as they
-// go, which takes a tenth less time in all. What has been given back, by the tokens for one, is to hold what comes next.
+// Without the allocator's fast bins, what is small is merged as it goes, which takes a tenth less time in all. What has
+// been given back, by the tokens for one, is to hold what comes next.
 void tuneAllocator() {
     ::mallopt(M_MXFAST, 0);
     ::mallopt(M_MMAP_THRESHOLD, largestHeapBlock);
@@ -51,8 +51,8 @@ void growInHugePages(int blocks) {
     growInHugePages(blocks - 1);
 }
 
-// A page that is new costs as much as formatting a hundred characters, whether it is small or huge. Huge ones are whole:
-// a filler takes what lies in front of the first.
+// A page that is new costs as much as formatting a hundred characters, whether it is small or huge. Huge ones are
+// whole: a filler takes what lies in front of the first.
 void takeHugePages(int blocks) {
     static thread_local const Block end = allocate(1);
     static thread_local const Block filler = allocate(hugePage - addressOf(end) % hugePage);
