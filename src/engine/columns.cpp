@@ -27,8 +27,12 @@ int charWidth(char c, int column, int tabSize) {
 
 int columnAfter(std::string_view text, int column, int tabSize) {
     if (tabSize < 1 || column < 0) return static_cast<int>(text.size());
-    for (const char c : text) column += charWidth(c, column, tabSize);
-    return column;
+    for (std::size_t tab = text.find('\t'); tab != text.npos; tab = text.find('\t')) {
+        column += static_cast<int>(tab);
+        column += charWidth('\t', column, tabSize);
+        text.remove_prefix(tab + 1);
+    }
+    return column + static_cast<int>(text.size());
 }
 
 std::size_t lengthUpTo(int column, std::string_view text, int tabSize) {
