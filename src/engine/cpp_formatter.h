@@ -152,6 +152,7 @@ private:
                          HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies);
     void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
+    bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
 
     // Lines that are kept (kept_lines.cpp).
     bool keepsLines() const { return settings_.keepsLineBreaks; }

@@ -12,6 +12,8 @@
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
+#include "engine/one_line_rules.h"
+#include "engine/opaque_text.h"
 #include "engine/source_copy.h"
 
 namespace Tessel {
@@ -22,10 +24,8 @@ bool isSimple(const Cpp::SyntaxNode& statement) {
     return Cpp::as<Cpp::ExprNode>(&statement) || Cpp::as<Cpp::DataDeclNode>(&statement);
 }
 
-// The line wrapper leaves such a body alone, so that it has to fit from the start.
-bool staysOnLine(const Cpp::BlockNode& body, int room) {
-    const int width = static_cast<int>(body.end().column - body.start().column) + 1;
-    return body.start().line == body.end().line && width <= room &&
+bool mayStayOnLine(const Cpp::BlockNode& body) {
+    return body.start().line == body.end().line &&
            std::all_of(body.childBegin(), body.childEnd(), [](const auto& child) { return isSimple(*child); });
 }
 
@@ -105,14 +105,32 @@ void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& targ
     BaseColumnScope base(*this, column, &body);
     const bool keepsIndent = target.keepLeadingSpace();
     Zelmor::IndentScope indent(target, keepsIndent ? target.indent() : indentToColumn(target, column));
-    if (staysOnLine(body, rightMargin_ - target.column())) {
-        static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
-        static const BraceSettings kEmpty;
-        ValueScope<bool> oneLine(isOnOneLine_, body.size() > 0);
-        formatBlock(body, body.size() == 0 ? kEmpty : kOnLine);
-    } else {
-        formatBlock(body, settings_.functions);
+    if (!mayStayOnLine(body) || !formatOnLine(body, target)) formatBlock(body, settings_.functions);
+}
+
+// The line wrapper leaves such a body alone, so that it has to fit from the start: says false where it does not. Inside
+// of another one that one has to.
+bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target) {
+    static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
+    static const BraceSettings kEmpty;
+    const BraceSettings& braces = body.size() == 0 ? kEmpty : kOnLine;
+    if (isOnOneLine_) {
+        formatBlock(body, braces);
+        return true;
     }
+    Place place(*this);
+    Zelmor::OIndentBuf line{Zelmor::IndentState(target)};
+    {
+        SourceWriter::OutputScope scratch(writer_, line);
+        ValueScope<bool> oneLine(isOnOneLine_, body.size() > 0);
+        formatBlock(body, braces);
+    }
+    if (line.line() == target.line() && line.column() > rightMargin_) {
+        place.restore(*this);
+        return false;
+    }
+    Tessel::writeRendered(line.takeText(), target);
+    return true;
 }
 
 }  // namespace Tessel

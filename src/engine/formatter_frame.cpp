@@ -218,15 +218,8 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
 }
 
-// A line that the wrapper could not bring within the margin may be too long for what has been on one line so far.
 bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {
-    if (!settledLines_ || !settledLines_->contain(node.start(), node.end())) return false;
-    for (int line = static_cast<int>(node.start().line); line <= static_cast<int>(node.end().line); ++line) {
-        const std::size_t start = source_.offsetOf(line, 0);
-        const std::string_view text = source_.text().substr(start, source_.offsetOf(line + 1, 0) - start);
-        if (columnAfter(trimRight(text), 0, result_.tabSize()) > rightMargin_) return false;
-    }
-    return true;
+    return settledLines_ && settledLines_->contain(node.start(), node.end());
 }
 
 // The gap in front of the node has been written. Says false where the node may come to stand otherwise.
