@@ -25,8 +25,11 @@ private:
     std::string_view rest_;
 };
 
-std::ptrdiff_t charactersIn(std::string_view line) {
-    return std::count_if(line.begin(), line.end(), [](char c) { return !isWhitespace(c); });
+// Without a branch, so that many are counted at once.
+int charactersIn(std::string_view line) {
+    int count = 0;
+    for (const char c : line) count += isWhitespace(c) ? 0 : 1;
+    return count;
 }
 
 }  // namespace
@@ -34,7 +37,7 @@ std::ptrdiff_t charactersIn(std::string_view line) {
 SameLines::SameLines(std::string_view before, std::string_view after) : linesAfter_{0}, others_{0} {
     LineReader linesBefore(before);
     LineReader linesAfter(after);
-    std::ptrdiff_t ahead = 0;  // the characters that have been taken of the second text, and not of the first
+    std::int64_t ahead = 0;  // the characters that have been taken of the second text, and not of the first
     while (!linesBefore.atEnd() || !linesAfter.atEnd()) {
         const bool takesBefore = !linesBefore.atEnd() && (ahead >= 0 || linesAfter.atEnd());
         const bool takesAfter = !linesAfter.atEnd() && (ahead <= 0 || linesBefore.atEnd());
