@@ -95,10 +95,9 @@ void CppExprFormatter::closeGroup(Run& run) {
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     const OptionalText* wanted = beforeClose(group);
-    if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
-    if (!group.hasElements) {
-        return run.sweep.writeGapWith(isPresent(run.after) || isPresent(wanted) ? &kNothing : nullptr);
-    }
+    const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
+    if (!losesGap && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
+    if (!group.hasElements) return run.sweep.writeGapWith(losesGap ? &kNothing : nullptr);
     const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
     const bool wouldShift = closesAngle && isPresent(wanted) && wanted->text.empty();
     run.sweep.writeGapWith(wouldShift && run.previousKind() == Cpp::Greater ? &kBlank : wanted);
