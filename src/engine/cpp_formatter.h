@@ -167,6 +167,7 @@ private:
 
     // Lists (list_rules.cpp).
     void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas);
+    void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas);
     void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);

@@ -111,7 +111,11 @@ bool CppExprFormatter::isRow(const Group& group) const {
 
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
-    if (run.groups.empty()) return run.mode == ExprMode::Declarators && !settings_.commas.declarators.breaksLines();
+    if (run.groups.empty()) {
+        // a = 1, b = 2;
+        const bool areSpaced = settings_.betweenDeclarators.present || settings_.beforeDeclaratorComma.present;
+        return (run.mode == ExprMode::Declarators || areSpaced) && !settings_.commas.declarators.breaksLines();
+    }
     const CommaTexts* const commas = commasOf(run.groups.back());
     return commas && !commas->areAbsent();
 }

@@ -132,8 +132,9 @@ private:
         const bool standsAlone = previousKind() == Cpp::OpenParen && kindAt(tokens_, place + 1) == Cpp::CloseParen;
         if (followsParameters_ || standsAlone) return ExprRole::Operand;
         if (isMark(place)) return ExprRole::Mark;
-        // `T (&&a)[2]`
-        if (isLogical && previousRole() == ExprRole::GroupOpen) return ExprRole::UnaryOperator;
+        // `T (&&a)[2]`, `a = &&label`
+        const bool isByItself = previousRole() == ExprRole::GroupOpen || previousKind() == Cpp::Assign;
+        if (isLogical && isByItself) return ExprRole::UnaryOperator;
         return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     }
 
