@@ -114,7 +114,8 @@ bool CppExprFormatter::isComma(const Run& run) const {
     if (run.groups.empty()) {
         // a = 1, b = 2;
         const bool areSpaced = settings_.betweenDeclarators.present || settings_.beforeDeclaratorComma.present;
-        return (run.mode == ExprMode::Declarators || areSpaced) && !settings_.commas.declarators.breaksLines();
+        const bool parts = run.mode == ExprMode::Declarators || (areSpaced && run.previous != kNoToken);
+        return parts && !settings_.commas.declarators.breaksLines();
     }
     const CommaTexts* const commas = commasOf(run.groups.back());
     return commas && !commas->areAbsent();
