@@ -73,6 +73,9 @@ struct Group {
 // More comments and directives in a row than stand between a head and its body; the look for a token ends there.
 constexpr Place kMaximumTrivia = 32;
 
+// Tokens; longer ones are not looked into.
+constexpr Place kLongestHead = 256;
+
 // Whether a token that ends a branch may be the last one of a head, whose body is to come.
 bool mayEndHead(int kind) {
     return kind == Identifier || kind >= KeywordClass || kind == CloseParen || kind == CloseBracket ||
@@ -144,21 +147,39 @@ private:
         if (last_ != kNoPlace && last_ > branch.first) branch.last = last_;
     }
 
-    // `#ifdef A`, a head, `#else`, another head, `#endif`, and the body of both.
+    // `#ifdef A`, a head, `#else`, another head, `#endif`, and the body, bases or initialisers of both.
     bool splitsHead(const Group& group, Place end) const {
         std::size_t count = 0;
         bool hasHead = false;
+        bool endWithColons = true;
         for (const Branch& branch : group.branches) {
             if (branch.last == kNoPlace) continue;
             if (kindBehind(branch.first) == Comma) return false;
             ++count;
             hasHead |= endsHead(branch);
+            endWithColons &= endsWithColon(branch);
         }
-        return hasHead && count > 1 && kindBehind(end) == OpenBrace;
+        if (!hasHead || count <= 1) return false;
+        const int following = kindBehind(end);
+        return following == OpenBrace || following == Colon || endWithColons;
     }
 
     bool endsHead(const Branch& branch) const {
-        return branch.last != kNoPlace && mayEndHead(tokens_.kind(branch.last));
+        if (branch.last == kNoPlace) return false;
+        return mayEndHead(tokens_.kind(branch.last)) || endsWithColon(branch);
+    }
+
+    // Whether the branch is nothing but the head of a constructor and the ":" of its initialisers.
+    bool endsWithColon(const Branch& branch) const {
+        if (tokens_.kind(branch.last) != Colon || branch.last - branch.first > kLongestHead) return false;
+        int before = Trn::kEndKind;
+        for (Place place = branch.first + 1; place < branch.last; ++place) {
+            const int kind = tokens_.kind(place);
+            if (isTrivia(kind)) continue;
+            if (kind == Semicolon || kind == OpenBrace || kind == Question || kind == KeywordCase) return false;
+            before = kind;
+        }
+        return before == CloseParen || before == Identifier;
     }
 
     // Of the token behind a directive, whatever stands between; none where a branch ends first.

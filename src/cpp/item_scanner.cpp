@@ -172,6 +172,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     }
     const bool namesMacro = followsWord && isUpperCase(name.text);
     const Trn::Token word = tokens_.at(following);
+    const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
+    if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
     if (namesMacro && !isLater &&
         (isTypeWord(word.kind) || (word.kind == Identifier && !isUpperCase(word.text)))) {
         const bool isTailWord = isQualifier(word.kind) || word.text == "noexcept" ||

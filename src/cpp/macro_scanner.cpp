@@ -60,9 +60,11 @@ Item MacroScanner::scanStatement(Index start) const {
     return beginsItem ? Item{Shape::Macro, close + 1, 0} : Item{};
 }
 
-// The head of the block whose "{" is at the place, unless values stand in it.
+// The head of the block whose "{" is at the place, unless values stand in it: a ";" is behind these in the end.
 Item MacroScanner::scanHead(Index openBrace) const {
-    const bool isBlock = links_.holdsStatements(openBrace) || !followsValue(kind(behind(openBrace)));
+    const int following = kind(behind(openBrace));
+    const bool isBlock =
+        links_.holdsStatements(openBrace) || following == CloseBrace || !followsValue(following);
     return isBlock ? Item{Item::Shape::MacroHead, openBrace, 0} : Item{};
 }
 

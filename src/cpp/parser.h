@@ -175,6 +175,7 @@ private:
     bool takeBody(TokenBuffer& tokens, Expression& expression);
     void noteLambda(const TokenBuffer& tokens, Expression& expression);
     std::unique_ptr<ExprNode> parseExprStmt(TokenBuffer& tokens);
+    bool goesOn(const TokenBuffer& tokens, const Expression& statement) const;
     bool endsExpression(const TokenBuffer& tokens, const Expression& expression) const;
     std::unique_ptr<ExprNode> parseCondition(TokenBuffer& tokens);
 

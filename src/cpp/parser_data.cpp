@@ -147,6 +147,8 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
             return nullptr;
         }
         if (kind == CloseBrace) return nullptr;
+        // A<B>::c->d(e);
+        if ((kind == Arrow || kind == Dot) && scope == Scope::Block) return nullptr;
         if (kind == OpenParen && opensInitializer(tokens, declarator, previous)) break;
         if (kind == Colon && scope == Scope::Class) break;
         if (kind == OpenBrace) {

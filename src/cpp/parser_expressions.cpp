@@ -34,6 +34,43 @@ bool endsOperand(int kind) {
     }
 }
 
+// Behind which no statement ends. A "*" or "&" may be the mark of a type, a ">" its end.
+bool awaitsOperand(int kind) {
+    switch (kind) {
+        case Increment:
+        case Decrement:
+        case Asterisk:
+        case Ampersand:
+        case OpenBracket:
+        case CloseBracket:
+        case Greater:
+        case ShiftRight: return false;
+        case Comma:
+        case Dot:
+        case Arrow:
+        case KeywordReturn: return true;
+        default: return kind >= Assign && kind <= ArrowAsterisk;
+    }
+}
+
+// With which no statement begins, but for signs that nobody begins one with.
+bool onlyContinues(int kind) {
+    switch (kind) {
+        case Increment:
+        case Decrement:
+        case Asterisk:
+        case Ampersand:
+        case OpenBracket:
+        case CloseBracket:
+        case Exclamation:
+        case Tilde: return false;
+        case Semicolon:
+        case Dot:
+        case Arrow: return true;
+        default: return kind >= Assign && kind <= ArrowAsterisk;
+    }
+}
+
 // A token that cannot stand inside the parentheses of a control statement's head.
 bool breaksCondition(int kind) {
     switch (kind) {
@@ -106,7 +143,8 @@ std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
     skipTrivia(tokens);
     Expression statement(Expression::Form::Statement);
     while (true) {
-        if (isTrivia(tokens.peekKind()) && tokens.peekKind() != Directive && tokens.peekKind() != UnreadBlock) {
+        const bool mayEnd = tokens.peekKind() == Directive || tokens.peekKind() == UnreadBlock;
+        if (isTrivia(tokens.peekKind()) && (!mayEnd || goesOn(tokens, statement))) {
             isComplete(tokens.next());
             continue;
         }
@@ -126,6 +164,14 @@ std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
         if (token.kind == OpenBrace && takeBody(tokens, statement)) continue;
         takeToken(tokens, statement);
     }
+}
+
+// At a directive outside of brackets: whether the statement goes on behind it, for an operand is to come, or an operator
+// that no statement begins with.
+bool Parser::goesOn(const TokenBuffer& tokens, const Expression& statement) const {
+    if (statement.previous == TokenLinks::kNone) return false;
+    if (awaitsOperand(tokens.kindAt(statement.previous))) return true;
+    return onlyContinues(tokens.kindAt(links_.significant(tokens.place())));
 }
 
 // Whether the next token, outside of brackets, belongs to another statement.

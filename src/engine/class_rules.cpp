@@ -92,7 +92,9 @@ void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, 
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
     const std::string_view front = leadingBlanks(rest);
     const OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
-    const OptionalText behind = keepsBreak(rest, apart) ? keptBreak(rest) : apart;
+    // A ":" that the scheme puts at the start of a line takes what follows it along.
+    const bool isMoved = before.hasLineFeed() && apart.present && trimRight(rest).ends_with(':');
+    const OptionalText behind = keepsBreak(rest, apart) && !isMoved ? keptBreak(rest) : apart;
     writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon,
                                                   rest.size() < gap.size() ? kNothing : ahead,
                                                   startsDirective ? kLineFeed : behind, state()));

@@ -20,6 +20,17 @@ using Zelmor::OIndentBuf;
 // `_` and `N_`, the marks of texts to be translated.
 bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_with('_'); }
 
+// `T (*f)(int)`, `T (&a)[2]`, `T (A::*m)(int)`: whether the "(" at `open`, which has a partner, stands around a mark
+// and a name.
+bool opensDeclarator(const std::vector<ExprToken>& tokens, std::size_t open) {
+    std::size_t inside = nextPlace(tokens, open);
+    if (inside < tokens.size() && tokens[inside].token.text.ends_with("::")) inside = nextPlace(tokens, inside);
+    const int mark = kindAt(tokens, inside);
+    const int behind = kindAt(tokens, nextPlace(tokens, tokens[open].partner));
+    return (isPointerMark(mark) || mark == Cpp::LogicalAnd) &&
+           (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
+}
+
 }  // namespace
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source,
@@ -279,11 +290,8 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
-            // `T (*f)(int)`: the name in front is a type.
-            const bool opensDeclarator = run.mode == ExprMode::Declaration &&
-                                         run.kindAt(place + 1) == Cpp::Asterisk &&
-                                         run.kindAt(run.tokens[place].partner + 1) == Cpp::OpenParen;
-            if (opensDeclarator) return nullptr;
+            // The name in front is a type.
+            if (run.mode == ExprMode::Declaration && opensDeclarator(run.tokens, place)) return nullptr;
             if (!isShortName(run.tokens[run.previous].token.text)) return &settings_.afterCallName;
             return &firstPresent(settings_.afterShortCallName, settings_.afterCallName);
         }

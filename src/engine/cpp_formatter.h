@@ -117,6 +117,7 @@ private:
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
+    bool placesItself(const Cpp::SyntaxNode& node) const;
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
     // With contents indented by `indent` instead.
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
@@ -167,6 +168,7 @@ private:
 
     // Lists (list_rules.cpp).
     void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas);
+    void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas);
     void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);

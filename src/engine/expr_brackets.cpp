@@ -117,6 +117,7 @@ public:
                     closeTwoAngles(place);
                     break;
                 default:
+                    sawValue_ |= kind == Cpp::Assign || kind == Cpp::Semicolon;
                     if (isConditionOperator(kind)) {
                         if (!endsArgument(place)) doubtAngles();
                     } else if (endsTemplateSearch(kind)) {
@@ -152,6 +153,13 @@ private:
         return kindAt(tokens_, place) == Cpp::LogicalAnd && endsOperand(kindAt(tokens_, nextPlace(tokens_, place)));
     }
 
+    // `enable_if_t<!A> *p`, or, where a value may stand too, `enable_if_t<!A> * = nullptr`: nothing that multiplies.
+    bool isMark(std::size_t place) const {
+        if (!isPointerMark(kindAt(tokens_, place))) return false;
+        const bool isInType = mode_ == ExprMode::Declaration && !sawValue_;
+        return isInType || endsOperand(kindAt(tokens_, nextPlace(tokens_, place)));
+    }
+
     void join(std::size_t openPlace, std::size_t closePlace) {
         tokens_[openPlace].partner = closePlace;
         tokens_[closePlace].partner = openPlace;
@@ -168,7 +176,7 @@ private:
     bool canEndTemplateArguments(std::size_t place) const {
         if (open_.back().isDoubted) {
             const std::size_t next = nextPlace(tokens_, place);
-            return endsOperand(kindAt(tokens_, next)) ||
+            return endsOperand(kindAt(tokens_, next)) || isMark(next) ||
                    (next < tokens_.size() && tokens_[next].token.text.starts_with("::"));
         }
         if (mode_ == ExprMode::Declaration) return true;
@@ -205,6 +213,7 @@ private:
     Tokens& tokens_;
     ExprMode mode_;
     std::vector<Open> open_;
+    bool sawValue_ = false;  // or a clause, in front of which a declaration's type ends
 };
 
 }  // namespace

@@ -95,10 +95,9 @@ void CppExprFormatter::closeGroup(Run& run) {
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     const OptionalText* wanted = beforeClose(group);
-    if (group.hasElements && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
-    if (!group.hasElements) {
-        return run.sweep.writeGapWith(isPresent(run.after) || isPresent(wanted) ? &kNothing : nullptr);
-    }
+    const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
+    if (!losesGap && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
+    if (!group.hasElements) return run.sweep.writeGapWith(losesGap ? &kNothing : nullptr);
     const bool closesAngle = group.kind == Group::Kind::Template || group.kind == Group::Kind::Cast;
     const bool wouldShift = closesAngle && isPresent(wanted) && wanted->text.empty();
     run.sweep.writeGapWith(wouldShift && run.previousKind() == Cpp::Greater ? &kBlank : wanted);
@@ -112,7 +111,12 @@ bool CppExprFormatter::isRow(const Group& group) const {
 
 bool CppExprFormatter::isComma(const Run& run) const {
     if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
-    if (run.groups.empty()) return run.mode == ExprMode::Declarators && !settings_.commas.declarators.breaksLines();
+    if (run.groups.empty()) {
+        // a = 1, b = 2;
+        const bool areSpaced = settings_.betweenDeclarators.present || settings_.beforeDeclaratorComma.present;
+        const bool parts = run.mode == ExprMode::Declarators || (areSpaced && run.previous != kNoToken);
+        return parts && !settings_.commas.declarators.breaksLines();
+    }
     const CommaTexts* const commas = commasOf(run.groups.back());
     return commas && !commas->areAbsent();
 }

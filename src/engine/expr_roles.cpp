@@ -37,6 +37,7 @@ private:
         bool atTextStart = true;  // begins the text or a clause of it
         bool sawQuestion = false;
         bool isParameter = false;   // of a lambda
+        bool isArgument = false;    // of a template
         bool sawQualifier = false;  // "const" or "struct", which only types have
         bool followsNew = false;
     };
@@ -131,6 +132,9 @@ private:
         const bool standsAlone = previousKind() == Cpp::OpenParen && kindAt(tokens_, place + 1) == Cpp::CloseParen;
         if (followsParameters_ || standsAlone) return ExprRole::Operand;
         if (isMark(place)) return ExprRole::Mark;
+        // `T (&&a)[2]`, `a = &&label`
+        const bool isByItself = previousRole() == ExprRole::GroupOpen || previousKind() == Cpp::Assign;
+        if (isLogical && isByItself) return ExprRole::UnaryOperator;
         return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     }
 
@@ -148,6 +152,7 @@ private:
         while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
             next = nextPlace(tokens_, next);
         }
+        if (segment_.isArgument && segment_.isTypeSoFar && opensParameters(next)) return true;
         const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && (isInDeclaration() || segment_.followsNew);
         if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar))
             return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
@@ -161,6 +166,16 @@ private:
         if (isInDeclaration()) return endsDeclaredName(behindName);
         const int behind = kindAt(tokens_, behindName);
         return segment_.atTextStart && (behind == Cpp::Assign || behind == Cpp::Colon);
+    }
+
+    // `function<A *(B &)>`: whether types stand in the parentheses, which end a template's argument.
+    bool opensParameters(std::size_t open) const {
+        if (kindAt(tokens_, open) != Cpp::OpenParen || tokens_[open].partner == kNoToken) return false;
+        const std::size_t close = tokens_[open].partner;
+        const int last = kindAt(tokens_, close - 1);
+        const bool holdsType = close == open + 1 || isPointerMark(last) || last == Cpp::LogicalAnd ||
+                               isBuiltinTypeKeyword(last) || Cpp::isQualifier(last);
+        return holdsType && endsDeclarator(nextPlace(tokens_, close));
     }
 
     // Where no operand can follow, a "*" or "&" multiplies nothing.
@@ -279,6 +294,7 @@ private:
             segment_ = {};
             segment_.atTextStart = false;
             segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture();
+            segment_.isArgument = token.role == ExprRole::TemplateOpen;
         } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
                    !outer_.empty()) {
             const bool closesTwo = token.token.kind == Cpp::ShiftRight && outer_.size() > 1;
@@ -288,10 +304,11 @@ private:
             if (token.role == ExprRole::GroupClose) segment_.isTypeSoFar = false;
         } else if (token.role == ExprRole::Separator) {
             const bool isClause = token.token.kind == Cpp::Semicolon && outer_.empty();
-            const bool isParameter = segment_.isParameter;
+            const Segment before = segment_;
             segment_ = {};
             segment_.atTextStart = isClause;
-            segment_.isParameter = isParameter;
+            segment_.isParameter = before.isParameter;
+            segment_.isArgument = before.isArgument;
         } else {
             extendSegment(token);
         }

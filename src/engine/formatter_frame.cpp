@@ -196,7 +196,14 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
     const bool staysOnLine = isOnOneLine_ && settings_.betweenStatements.hasLineFeed();
     const OptionalText& wanted = staysOnLine ? kBlank : settings_.betweenStatements;
+    if (!wanted.hasLineFeed() && placesItself(next)) return;
     placeBefore(next, asOutputStands(wanted));
+}
+
+// Whether the rule of the node writes what stands between it and the statement in front on its line.
+bool CppFormatter::placesItself(const Cpp::SyntaxNode& node) const {
+    if (Cpp::as<Cpp::CaseNode>(&node)) return settings_.afterCaseLabel.hasLineFeed();
+    return Cpp::as<Cpp::BlockNode>(&node) && settings_.global.beforeOpen.present;
 }
 
 void CppFormatter::visit(Cpp::CommentNode* comment) {

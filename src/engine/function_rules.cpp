@@ -116,7 +116,7 @@ void CppFormatter::visit(Cpp::InitializerListNode* list) {
     const OptionalText before = takePending();
     if (list->size() == 0) return;
     writeColon(writer_.readGap(list->start()), before, settings_.beforeInitializers);
-    formatSeparatedList(*list, settings_.commas.initializers);
+    formatHangingList(*list, settings_.commas.initializers);
 }
 
 void CppFormatter::visit(Cpp::InitializerNode* initializer) {

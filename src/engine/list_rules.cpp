@@ -131,6 +131,14 @@ void CppFormatter::writeComma(std::string_view gap, const WantedText& before, co
     writer_.replace(trailingBlanks(gap), after);
 }
 
+// One whose first element hangs behind a directive or a comment, as it would without.
+void CppFormatter::formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas) {
+    const bool hangs = hangsLines() && out().column() == 0;
+    const int hanging = columnAfter(exprFormatter_.settings().hanging.wrap.text, indentColumn(), out().tabSize());
+    IndentScope indent(out(), hangs ? indentToColumn(out(), hanging) : out().indent());
+    formatSeparatedList(list, commas);
+}
+
 // A list with its brackets. An empty one loses the white space between them when the scheme places any there.
 void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                                        const CommaTexts& commas, const OptionalText& beforeClose) {
@@ -148,7 +156,7 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
     }
     const bool startsLine = writeListStart(list, afterOpen);
     const int column = startsLine ? indentColumn() : writer_.nextColumn();
-    formatSeparatedList(list, commas);
+    formatHangingList(list, commas);
     writeListEnd(list, beforeClose, column);
 }
 

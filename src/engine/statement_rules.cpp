@@ -319,11 +319,10 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     }
     if (next != end && settings_.keepsOneLineStatements && (*next)->start().line == line) {
         if (Cpp::as<Cpp::CaseNode>(next->get())) return label;
-        const bool placesItself =
-            settings_.global.beforeOpen.present && Cpp::as<Cpp::BlockNode>(next->get());
+        const bool isPlaced = placesItself(**next);
         const auto format = [&] {
             const WantedText blank(kBlank.text, settings_.keepsOneLineStatements.key);
-            if (!placesItself) writer_.writeMerged(writer_.readGap((*next)->start()), blank);
+            if (!isPlaced) writer_.writeMerged(writer_.readGap((*next)->start()), blank);
             (*next)->accept(*this);
         };
         // Where statements have a line each, only a single one stays behind its label.

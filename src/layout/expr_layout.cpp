@@ -67,11 +67,15 @@ int ExprLayout::layRegion(Region region, int column) {
     if (text_.fits(range, column, tailBehind(region, range.last), Literals::Joined)) {
         return text_.measure(range, column).column;
     }
-    region.alignment = region.depth == 0 ? alignment_.value_or(column) : column;
+    region.alignment = alignmentOf(region, column);
     if (!canBreak(region)) return measured(range, column);
     alignOwnLines(region);
     if (const auto end = breakElements(region, column)) return *end;
     return layPiece(region, range, column, Class::Conditional);
+}
+
+int ExprLayout::alignmentOf(const Region& region, int column) const {
+    return region.depth == 0 ? alignment_.value_or(column) : column;
 }
 
 // At the commas of a region.
@@ -325,7 +329,8 @@ std::optional<int> ExprLayout::layCalls(const Region& region, int column) {
     return std::nullopt;
 }
 
-int ExprLayout::layCallsOrRegion(const Region& region, int column) {
+int ExprLayout::layCallsOrRegion(Region region, int column) {
+    region.alignment = alignmentOf(region, column);
     const int tail = tailBehind(region, region.range.last);
     if (text_.fits(region.range, column, tail, Literals::Joined)) {
         return text_.measure(region.range, column).column;
@@ -384,9 +389,9 @@ bool ExprLayout::fits(const Region& region, TokenRange piece, int column) const 
     return text_.fits(piece, column, tailBehind(region, piece.last));
 }
 
-// Whether a line that begins with the piece would be too long all the same.
+// Whether a line that begins with the piece would be too long all the same, and the author began none there.
 bool ExprLayout::servesNothing(const Region& region, TokenRange piece, LineStart start) const {
-    if (!settings_.weighsBreaks() || text_.startsOwnLine(piece.first)) return false;
+    if (!settings_.weighsBreaks() || text_.startsOwnLine(piece.first) || text_.beganLine(piece.first)) return false;
     const bool isBreakable = chances_[piece.last] > chances_[piece.first + 1];
     return !isBreakable && !fits(region, piece, start.column);
 }

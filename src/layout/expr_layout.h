@@ -73,10 +73,11 @@ private:
     };
 
     int layRegion(Region region, int column);
+    int alignmentOf(const Region& region, int column) const;
     int layParentheses(const Region& inside, const Region& around, int column);
     LineStart indentedStart(int column) const;
     std::optional<int> layCalls(const Region& region, int column);
-    int layCallsOrRegion(const Region& region, int column);
+    int layCallsOrRegion(Region region, int column);
     int layPiece(const Region& region, TokenRange piece, int column, Class from);
     std::optional<int> breakElements(const Region& region, int column);
     std::optional<int> breakAtFirst(const Region& region, TokenRange piece, int column, Class from, Class last);

@@ -59,6 +59,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     holdsUnknownText_ |= !isAllWhitespace(gaps_.back());
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
+    joined_.assign(tokens_.size(), false);
     startsLine_ = source.startsLine(text);
     readTraits();
     readComments(source);
@@ -177,8 +178,17 @@ void WrapText::joinLines() {
         const bool isTight = isJoinedTightly(before, tokens_[place]) &&
                              !Cpp::wouldJoin(tokenText(place - 1), tokenText(place));
         gaps_[place] = isTight ? "" : " ";
+        joined_[place] = true;
     }
     measureGaps();
+    std::erase_if(elements_, [this](const Element& element) { return !startsOwnLine(element.place); });
+}
+
+bool WrapText::beganLine(std::size_t place) const {
+    if (joined_[place]) return true;
+    if (place == 0 || !joined_[place - 1]) return false;
+    const ExprRole role = tokens_[place - 1].role;
+    return role == ExprRole::BinaryOperator || role == ExprRole::Separator;
 }
 
 void WrapText::measureGaps() {

@@ -65,6 +65,8 @@ public:
 
     // Puts the lines of the text, but for those in braces, onto one, as far as comments let it.
     void joinLines();
+    // Whether a line that has been joined began with the token, or with a separator in front of it.
+    bool beganLine(std::size_t place) const;
 
     // Whether the token stands on another line than the one before, whatever the wrapper does.
     bool startsOwnLine(std::size_t place) const { return has(place, OwnLine); }
@@ -147,6 +149,7 @@ private:
     // Of the comments of several lines, in their order, the columns from their start to that of their last
     // line.
     std::vector<std::pair<std::size_t, int>> lastLines_;
+    std::vector<bool> joined_;         // to the line in front
     std::vector<Element> elements_;    // in the order of their places
     std::vector<int>
         bracketColumns_;  // of every token, where there are elements; kNone for those not placed yet

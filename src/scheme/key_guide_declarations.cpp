@@ -89,11 +89,11 @@ void addData(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\".", "int a[2];\n"});
     rows.push_back({set(Keys::WS_AFTER_DD_RBRACKET, " "), group, "After the first \"]\".", "int a[2][3];\n"});
     rows.push_back({set(Keys::WS_BETWEEN_DECLARATORS, " "), group,
-                    "Behind the commas between the names of one declaration; absent, as in an initialiser, unless that "
-                    "breaks lines.", "int a,b;\n"});
+                    "Behind the commas between the names of one declaration, and between expressions; absent, those of "
+                    "names as in an initialiser, unless that breaks lines.", "int a,b;\n"});
     rows.push_back({set(Keys::WS_BEFORE_DECLARATOR_COMMA, " "), group,
-                    "Before the commas between the names of one declaration; absent, as in an initialiser, unless that "
-                    "breaks lines.", "int a,b;\n"});
+                    "Before the commas between the names of one declaration, and between expressions; absent, those of "
+                    "names as in an initialiser, unless that breaks lines.", "int a,b;\n"});
     rows.push_back({set(Keys::WS_AROUND_BITFIELD_COLON, " "), group, "On both sides of the \":\" of a bit field.",
                     "struct A\n{\n    int bits:3;\n};\n"});
     rows.push_back(
