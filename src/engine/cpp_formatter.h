@@ -226,6 +226,7 @@ private:
                             const BraceSettings& braces, const OptionalText& indent);
     void measureIndent(const Cpp::SyntaxNode& node, KeyId key);
     void measureContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
+    void measureNamespace(const Cpp::NamespaceBodyNode& body);
     void measureEnumerators(const Cpp::EnumBodyNode& body);
     void measureBlankLines(std::string_view blanks, const BraceSettings& braces);
     void measureOneLine(const Cpp::BracketedNode& body, KeyId key);

@@ -49,6 +49,7 @@ public:
 
     OptionalText beforeLinkageOpen = from_.text(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE);
     OptionalText linkageIndent = from_.indent(Keys::INDENT_LINKAGE_CONTENT);
+    Keyed<bool> keepsNamespaceIndent = from_.isOn(Keys::KEEP_NS_INDENT);
     OptionalText singleIndent = from_.indent(Keys::INDENT_CS_SINGLE);
 
     OptionalText beforeCaseOpen = from_.text(Keys::WS_BEFORE_CASE_OPEN_BRACE);

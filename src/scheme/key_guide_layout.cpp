@@ -156,6 +156,10 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "construct as they are.", "void f()\n{\n    go(\n            first);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  ")}});
+    rows.push_back({set(Keys::KEEP_NS_INDENT, true), group,
+                    "The contents of a namespace stay in its column where the first of them stands there; others are "
+                    "indented by INDENT_NS_CONTENT.", "namespace a {\nnamespace b {\n  int i;\n}\n}\n",
+                    {set(Keys::INDENT_NS_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_FN_RETURN_TYPE_BREAK, true), group,
                     "The name of a function stays on the line below its return type.", "int\nf();\n",
                     {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
