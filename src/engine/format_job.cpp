@@ -188,14 +188,21 @@ std::list<Diagnostic> wrap(Stages& stages, int rounds, std::string& text) {
     }
 }
 
+// Other formatters leave alone what nothing closes.
+CppPreFormatter::OpenRegions openRegionsOf(const PropertySet& scheme) {
+    using OpenRegions = CppPreFormatter::OpenRegions;
+    return readSwitch(scheme, Keys::KEEP_FOREIGN_REGIONS) ? OpenRegions::Kept : OpenRegions::Forgotten;
+}
+
 }  // namespace
 
-int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
+int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
+    const FormatOptions options = withMarkersOfScheme(given);
     const ExtensionSettings extensions(options.scheme);
     Stages stages{options, passes_,
                   Cpp::Parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported),
-                  CppPreFormatter(options.markers)};
+                  CppPreFormatter(options.markers, openRegionsOf(options.scheme))};
     ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.

@@ -171,6 +171,15 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "The lines of protected regions keep the white space at their start.",
                     "void f()\n{\n        // VT-FORMAT-OFF\n            a  =  b;\n        // VT-FORMAT-ON\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::KEEP_DIRECTIVE_COMMENTS, true), group,
+                    "Comments in the first column in front of a directive that stands there, too, stay in it.",
+                    "void f()\n{\n// not everywhere\n#ifdef fast\n    go();\n#endif\n}\n",
+                    {set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::KEEP_FOREIGN_REGIONS, true), group,
+                    "What stands between comments that fence it off from other formatters, `clang-format off` and "
+                    "`clang-format on`, or `*INDENT-OFF*` and `*INDENT-ON*`, is a protected region too.",
+                    "// clang-format off\nint   a;\n// clang-format on\nint   b;\n",
+                    {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
     rows.push_back({set(Keys::KEEP_COLUMNS, true),
                     group,
                     "A tab, or several blanks, stays where the scheme asks for one blank.",
