@@ -16,6 +16,8 @@
 
 namespace Tessel {
 
+using Zelmor::IndentScope;
+
 namespace {
 
 bool endsLine(const Cpp::SyntaxNode& node) {
@@ -40,7 +42,14 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     const OptionalText pending = takePending();
     if (WantedText wanted = pending; wanted.present) {
         const std::string_view gap = writer_.readGap(node.start());
-        if (writer_.holdsOnlyComments(gap)) {
+        const bool areOnOwnLines = isLineBreak(leadingBlanks(gap)) && isLineBreak(trailingBlanks(gap));
+        if (keepsLines() && node.hasBrackets() && areOnOwnLines && writer_.holdsOnlyComments(gap)) {
+            // They go with the head, and the "{" stands on its own line as it does without them, or below the head.
+            writer_.write(trimRight(gap));
+            const std::size_t lineStart = wanted.text().rfind('\n');
+            writer_.replace(trailingBlanks(gap),
+                            wanted.with(wanted.hasLineFeed() ? wanted.text().substr(lineStart) : "\n"));
+        } else if (writer_.holdsOnlyComments(gap)) {
             // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.
             const MergedGap merged = mergedGap(gap, wanted.text());
             const bool endsLine = merged.kept.ends_with('\n') || merged.added.find('\n') != std::string_view::npos;
@@ -80,6 +89,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     writer_.copyThrough(node.start());
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
+    findDirectiveBehind(node.childBegin(), node.childEnd());
     writeGapBehindOpen(node, first, braces, indent);
     formatContent(node, indent);
     writeClosingGap(node, braces, indent);
@@ -91,6 +101,7 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
     const OptionalText& afterOpen = afterOpenOf(braces);
     if (afterOpen.present && !staysBehindBrace(first, afterOpen)) {
         ContentScope content(*this, indent);
+        IndentScope firstColumn(out(), staysInFirstColumn(first) ? std::string() : out().indent());
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
         writeWithBlankLines(gap, afterOpen, blanks);

@@ -13,6 +13,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/namespace_indent.h"
 #include "engine/one_line_rules.h"
 
 namespace Tessel {
@@ -41,7 +42,9 @@ void CppFormatter::visit(Cpp::NamespaceDeclNode* declaration) {
 void CppFormatter::visit(Cpp::NamespaceBodyNode* body) {
     applyPendingWhitespace(*body);
     ValueScope<bool> outsideClass(inClassBody_, false);
-    formatBlock(*body, settings_.namespaces);
+    const BraceSettings& braces = settings_.namespaces;
+    measureNamespace(*body);
+    formatBlock(*body, braces, namespaceIndent(*body, braces.indent, settings_, source_, out().tabSize()));
 }
 
 void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {

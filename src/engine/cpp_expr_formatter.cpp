@@ -38,7 +38,7 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
     : CppExprFormatterBase(scheme, source, log),
       settings_(CppExprFormatterBase::scheme()),
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present || log),
-      keptIndent_(settings_.keepsLineIndent, tabSize()) {}
+      keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())) {}
 
 std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
                                                BlocksInText* blocks, HangingLines::Text hanging) {

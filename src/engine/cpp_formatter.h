@@ -116,6 +116,9 @@ private:
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    Cpp::InteriorNode::iterator findDirectiveBehind(Cpp::InteriorNode::iterator child,
+                                                    Cpp::InteriorNode::iterator end);
+    bool staysInFirstColumn(const Cpp::SyntaxNode& node);
     void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
     bool placesItself(const Cpp::SyntaxNode& node) const;
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
@@ -138,6 +141,7 @@ private:
     struct Place;
     class OneLineSettingsScope;
     bool mayFitOnLine(const Cpp::SyntaxNode& node) const;
+    bool runsOver(int end, std::string_view text);
     int widthBehind();
     std::string_view gapBefore(const Cpp::SyntaxNode& node);
     Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
@@ -236,6 +240,7 @@ private:
                             const BraceSettings& braces, const OptionalText& indent);
     void measureIndent(const Cpp::SyntaxNode& node, KeyId key);
     void measureContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, KeyId indent);
+    void measureNamespace(const Cpp::NamespaceBodyNode& body);
     void measureEnumerators(const Cpp::EnumBodyNode& body);
     void measureBlankLines(std::string_view blanks, const BraceSettings& braces);
     void measureOneLine(const Cpp::BracketedNode& body, KeyId key);
@@ -264,6 +269,7 @@ private:
     FirstLine listLine_;  // on which the innermost list begins
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
+    bool isByDirective_ = false;                        // the comments that are being written end in front of one
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
     bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next

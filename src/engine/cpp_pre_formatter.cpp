@@ -14,6 +14,7 @@ namespace Tessel {
 
 namespace {
 
+constexpr int kDepthOfRoot = 1;
 constexpr int kDepthOfBody = 2;  // a declaration, and its body
 
 }  // namespace
@@ -31,6 +32,19 @@ void CppPreFormatter::visit(Cpp::RootNode* node) {
     Cpp::NodeRangeRemover remover(std::exchange(closedRegions_, {}));
     node->accept(remover);
     for (const NestedRegion& region : std::exchange(nestedRegions_, {})) moveOut(region);
+}
+
+void CppPreFormatter::closeAtEnd(Cpp::InteriorNode& root) {
+    if (openRegions_ == OpenRegions::Forgotten || !opening_) return;
+    const auto last = root.childEnd() - 1;
+    auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*last)->end());
+    region->setProtectedRegion(true);
+    regions_.push_back({region->start(), region->end()});
+    if (opening_ != last->get()) {
+        closedRegions_.emplace_back(opening_, region.get());
+        root.replace(last, std::move(region));
+    }
+    forgetRegion();
 }
 
 // All "{" from the outer body's to the inner one's lie in the region.
@@ -64,6 +78,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         node->replace(item, std::move(region));
         forgetRegion();
     }
+    if (depth_ == kDepthOfRoot) closeAtEnd(*node);
     leave(*node, openingBefore);
 }
 

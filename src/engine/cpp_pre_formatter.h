@@ -31,7 +31,11 @@ namespace Tessel {
 // The pass also finds the regions that the parser has closed, `#if 0` among them.
 class CppPreFormatter : public Cpp::Emitter {
 public:
-    explicit CppPreFormatter(MarkerPairs markers) : markers_(std::move(markers)) {}
+    // Regions that nothing closes are none, or reach to the end of the text.
+    enum class OpenRegions { Forgotten, Kept };
+
+    explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten)
+        : markers_(std::move(markers)), openRegions_(openRegions) {}
 
     // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,
     // and one may lie inside another.
@@ -90,6 +94,7 @@ private:
     void visitParts(Node* node, Parts*... parts);
     void enter() { ++depth_; }
     void leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore);
+    void closeAtEnd(Cpp::InteriorNode& root);
     void open(Cpp::CommentNode* comment, std::string_view body);
     void close(Cpp::CommentNode* comment);
     std::span<const Body> bodiesEntered() const;
@@ -97,6 +102,7 @@ private:
     void forgetRegion();
 
     MarkerPairs markers_;
+    OpenRegions openRegions_;
     int depth_ = 0;                        // of constructs around the walk
     Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
     Trn::Position regionStart_;

@@ -49,6 +49,7 @@ public:
 
     OptionalText beforeLinkageOpen = from_.text(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE);
     OptionalText linkageIndent = from_.indent(Keys::INDENT_LINKAGE_CONTENT);
+    Keyed<bool> keepsNamespaceIndent = from_.isOn(Keys::KEEP_NS_INDENT);
     OptionalText singleIndent = from_.indent(Keys::INDENT_CS_SINGLE);
 
     OptionalText beforeCaseOpen = from_.text(Keys::WS_BEFORE_CASE_OPEN_BRACE);
@@ -70,6 +71,7 @@ public:
     OptionalText beforeDoWhile = from_.text(Keys::WS_BEFORE_DO_WHILE);
     OptionalText betweenEmptyForClauses = from_.text(Keys::WS_BETWEEN_EMPTY_FOR_CLAUSES);
     Keyed<bool> keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
+    Keyed<bool> keepsDirectiveComments = from_.isOn(Keys::KEEP_DIRECTIVE_COMMENTS);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);

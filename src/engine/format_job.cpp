@@ -149,6 +149,12 @@ struct Listener {
     }
 };
 
+// Other formatters leave alone what nothing closes.
+CppPreFormatter::OpenRegions openRegionsOf(const PropertySet& scheme) {
+    using OpenRegions = CppPreFormatter::OpenRegions;
+    return readSwitch(scheme, Keys::KEEP_FOREIGN_REGIONS) ? OpenRegions::Kept : OpenRegions::Forgotten;
+}
+
 // What the stages of a job have in common.
 struct Stages {
     // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
@@ -156,7 +162,7 @@ struct Stages {
         Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
         if (!messages.empty()) return messages;
-        CppPreFormatter preFormatter(options.markers);
+        CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme));
         source.root.accept(preFormatter);
         for (const CppPreFormatter::Region& region : preFormatter.regions()) {
             source.regions.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
@@ -207,8 +213,9 @@ std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::stri
 
 }  // namespace
 
-int FormatJob::format(const FormatOptions& options, std::istream& in, std::ostream& out,
+int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
+    const FormatOptions options = withMarkersOfScheme(given);
     const Stages stages{options, passes_};
     ParsedText source(Zelmor::readAll(in));
     if (!progress(kAnalyzing)) return cancel(diagnostics);

@@ -1,5 +1,8 @@
 #include "engine/format_options.h"
 
+#include "engine/scheme_values.h"
+#include "scheme/extension_keys.h"
+
 namespace Tessel {
 
 const MarkerPairs& protectedRegionMarkers() {
@@ -19,6 +22,17 @@ const MarkerPairs& protectedRegionMarkers() {
         {"{{{AFX_DISP_MAP", "AFX_DISP_MAP}}}"},
     };
     return markers;
+}
+
+FormatOptions withMarkersOfScheme(FormatOptions options) {
+    static const MarkerPairs foreign{
+        {"clang-format off", "clang-format on"},
+        {"*INDENT-OFF*", "*INDENT-ON*"},
+    };
+    if (readSwitch(options.scheme, Keys::KEEP_FOREIGN_REGIONS)) {
+        options.markers.insert(options.markers.end(), foreign.begin(), foreign.end());
+    }
+    return options;
 }
 
 }  // namespace Tessel

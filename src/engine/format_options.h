@@ -20,4 +20,7 @@ struct FormatOptions {
     MarkerPairs markers;
 };
 
+// With the marker pairs that the scheme asks for beside them.
+FormatOptions withMarkersOfScheme(FormatOptions options);
+
 }  // namespace Tessel

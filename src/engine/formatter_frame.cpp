@@ -162,8 +162,10 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     const std::size_t pendingOutside = pendingWhitespace_.size();
     const Cpp::SyntaxNode* previous = nullptr;
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
+    auto commentsEnd = first;
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
+        if (child >= commentsEnd) commentsEnd = findDirectiveBehind(child, node.childEnd());
         if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
         (*child)->accept(*this);
         isCaseBlock = false;
@@ -173,10 +175,33 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         }
         previous = child->get();
     }
+    isByDirective_ = false;
     // What a template header left for a declaration that never came is not for the next one outside.
     templateColumn_.reset();
     absentPending_ = {};
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+// Sets whether the comments that begin at `child`, on lines that follow each other, end in front of a directive that has
+// nothing in front of it. Returns where they end.
+Cpp::InteriorNode::iterator CppFormatter::findDirectiveBehind(Cpp::InteriorNode::iterator child,
+                                                              Cpp::InteriorNode::iterator end) {
+    isByDirective_ = false;
+    while (child != end) {
+        const auto* comment = Cpp::as<Cpp::CommentNode>(child->get());
+        if (!comment) break;
+        const std::uint32_t next = comment->end().line + (comment->isLineComment() ? 0 : 1);
+        if (++child == end || (*child)->start().line != next) break;
+        isByDirective_ = Cpp::isDirective(**child) && lineBefore(**child).empty();
+    }
+    return child;
+}
+
+bool CppFormatter::staysInFirstColumn(const Cpp::SyntaxNode& node) {
+    if (!isByDirective_ || !Cpp::as<Cpp::CommentNode>(&node)) return false;
+    const bool stands = lineBefore(node).empty();
+    writer_.measure(settings_.keepsDirectiveComments.key, sourceFrom(node), stands);
+    return stands && settings_.keepsDirectiveComments;
 }
 
 // Between two statements, or declarations, on one line: `a();b();`.
@@ -221,6 +246,7 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         keptParts_.push_back({start, out().text().size()});
         return;
     }
+    IndentScope indent(out(), staysInFirstColumn(*comment) ? std::string() : out().indent());
     writer_.copyGap(comment->start());
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
 }

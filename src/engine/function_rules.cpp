@@ -171,7 +171,9 @@ std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadN
     const std::string_view tail = rest.substr(1 + blanks.size());
     if (callsMember(head, tail)) {
         out().write(")");
-        return rest.substr(1);
+        if (!keepsBreak(blanks, kAsInInput)) return rest.substr(1);
+        writeKeptBreak(blanks);
+        return tail;
     }
     if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
     if (!wanted.present) {

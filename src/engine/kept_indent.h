@@ -19,9 +19,11 @@ struct FirstLine {
 //
 //     total = first +
 //         second;
+//
+// Less than `least` blanks are no indentation of the style that is wanted.
 class KeptIndent {
 public:
-    KeptIndent(bool isWanted, int tabSize) : isWanted_(isWanted), tabSize_(tabSize) {}
+    KeptIndent(bool isWanted, int tabSize, int least) : isWanted_(isWanted), tabSize_(tabSize), least_(least) {}
 
     bool isWanted() const { return isWanted_; }
 
@@ -29,7 +31,7 @@ public:
     int columnFor(const FirstLine& first, std::string_view gap, int hanging) const {
         if (!isWanted_ || first.source < 0) return hanging;
         const int column = sourceColumn(gap);
-        if (column <= first.source || column == first.hanging) return hanging;
+        if (column <= first.source || column - first.source < least_ || column == first.hanging) return hanging;
         return std::min(first.output + column - first.source, kRightmostIndent);
     }
     // A closing bracket may stand below the first line's first text, too.
@@ -45,6 +47,7 @@ private:
 
     bool isWanted_;
     int tabSize_;
+    int least_;
 };
 
 }  // namespace Tessel

@@ -14,6 +14,7 @@
 #include "engine/declarator_text.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/namespace_indent.h"
 #include "scheme/property_keys.h"
 
 namespace Tessel {
@@ -142,6 +143,12 @@ void CppFormatter::measureContent(Cpp::InteriorNode& node, Cpp::InteriorNode::it
     }
     MeasuredRun run(*this);
     for (auto child = first; child != end; ++child) run.add(**child);
+}
+
+void CppFormatter::measureNamespace(const Cpp::NamespaceBodyNode& body) {
+    if (!log_) return;
+    const std::optional<bool> inColumn = standsInNamespaceColumn(body, source_, out().tabSize());
+    if (inColumn) log_->measured(settings_.keepsNamespaceIndent.key, sourceFrom(body), *inColumn);
 }
 
 void CppFormatter::measureEnumerators(const Cpp::EnumBodyNode& body) {

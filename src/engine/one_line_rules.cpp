@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "engine/columns.h"
+#include "engine/shown_width.h"
 #include "engine/source_copy.h"
+#include "engine/weighed_breaks.h"
 
 namespace Tessel {
 
@@ -19,6 +22,18 @@ bool CppFormatter::mayFitOnLine(const Cpp::SyntaxNode& node) const {
     const std::size_t length = node.end().column - node.start().column;
     const auto margin = static_cast<std::size_t>(settings_.wrapMargin);
     return length < (margin > 0 ? widestSpacing * margin : kLongestLine);
+}
+
+// Whether a line is too long that `text` would be written to, and reach up to `end` with as many columns as bytes.
+bool CppFormatter::runsOver(int end, std::string_view text) {
+    constexpr int longestCharacter = 4;
+    if (settings_.wrapMargin <= 0 || end <= settings_.wrapMargin) return false;
+    if (end > longestCharacter * settings_.wrapMargin || !weighsBreaks(settings_)) return true;
+    const std::string_view written = out().text();
+    const auto hidden = [this](std::string_view piece) {
+        return columnAfter(piece, 0, out().tabSize()) - shownColumnAfter(piece, 0, out().tabSize());
+    };
+    return end - hidden(written.substr(written.rfind('\n') + 1)) - hidden(text) > settings_.wrapMargin;
 }
 
 // The columns of what cannot leave the line: brackets and separators.

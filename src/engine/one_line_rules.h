@@ -76,8 +76,7 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const
     }
     const int end = line.column() + widthBehind();
     const std::string text = line.takeText();
-    const bool isTooLong = settings_.wrapMargin > 0 && end > settings_.wrapMargin;
-    if (isTooLong || text.find('\n') != std::string::npos) {
+    if (runsOver(end, text) || text.find('\n') != std::string::npos) {
         place.restore(*this);
         return false;
     }

@@ -5,6 +5,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/gap.h"
+#include "engine/namespace_indent.h"
 #include "engine/scheme_values.h"
 #include "engine/shown_width.h"
 #include "layout/protected_text.h"
@@ -152,7 +153,9 @@ void CppLineWrapper::wrapBraced(Cpp::BracketedNode& node, const OptionalText& co
 }
 
 void CppLineWrapper::visit(Cpp::NamespaceBodyNode* body) {
-    if (!copyUnlessLong(*body)) wrapBraced(*body, settings_.namespaces.indent);
+    if (copyUnlessLong(*body)) return;
+    const OptionalText& indent = settings_.namespaces.indent;
+    wrapBraced(*body, namespaceIndent(*body, indent, settings_, in_.document(), out_.tabSize()));
 }
 
 void CppLineWrapper::visit(Cpp::ClassBodyNode* body) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/extension_settings.h"
+#include "engine/weighed_breaks.h"
 #include "scheme/property_set.h"
 
 namespace Tessel {
@@ -32,9 +32,7 @@ struct WrapSettings : ExtensionSettings {
     bool wrapsLines() const { return lineWrap && rightMargin > 0; }
     // Whether breaks that serve little are not made: those that leave their line beyond the margin, and those inside
     // "[ ]", behind casts and at comparisons while there are other places.
-    bool weighsBreaks() const {
-        return callArgumentStrategy != kAnyNumber || expressionStrategy != kAnyNumber || breaksAsLastResort;
-    }
+    bool weighsBreaks() const { return Tessel::weighsBreaks(*this); }
     bool fillsOperands() const { return expressionStrategy == static_cast<int>(ListStrategy::Pack); }
     ListStrategy callArguments() const {
         switch (callArgumentStrategy) {

@@ -156,6 +156,10 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "construct as they are.", "void f()\n{\n    go(\n            first);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  ")}});
+    rows.push_back({set(Keys::KEEP_NS_INDENT, true), group,
+                    "The contents of a namespace stay in its column where the first of them stands there; others are "
+                    "indented by INDENT_NS_CONTENT.", "namespace a {\nnamespace b {\n  int i;\n}\n}\n",
+                    {set(Keys::INDENT_NS_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_FN_RETURN_TYPE_BREAK, true), group,
                     "The name of a function stays on the line below its return type.", "int\nf();\n",
                     {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
@@ -167,6 +171,15 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "The lines of protected regions keep the white space at their start.",
                     "void f()\n{\n        // VT-FORMAT-OFF\n            a  =  b;\n        // VT-FORMAT-ON\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::KEEP_DIRECTIVE_COMMENTS, true), group,
+                    "Comments in the first column in front of a directive that stands there, too, stay in it.",
+                    "void f()\n{\n// not everywhere\n#ifdef fast\n    go();\n#endif\n}\n",
+                    {set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::KEEP_FOREIGN_REGIONS, true), group,
+                    "What stands between comments that fence it off from other formatters, `clang-format off` and "
+                    "`clang-format on`, or `*INDENT-OFF*` and `*INDENT-ON*`, is a protected region too.",
+                    "// clang-format off\nint   a;\n// clang-format on\nint   b;\n",
+                    {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
     rows.push_back({set(Keys::KEEP_COLUMNS, true),
                     group,
                     "A tab, or several blanks, stays where the scheme asks for one blank.",
