@@ -26,6 +26,13 @@ std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
     return text;
 }
 
+// How lines are wrapped: the usual value of each key, and another.
+constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
+    {WRAP_STYLE, {1, 2}},         {LIST_WRAP_STRATEGY, {1, 2}}, {CALL_ARGS_WRAP_STRATEGY, {1, 2}},
+    {EXPR_WRAP_STYLE, {2, 1}},    {EXPR_WRAP_STRATEGY, {1, 2}}, {COMMA_WRAP_STYLE, {2, 1}},
+    {SHIFT_WRAP_STYLE, {1, 2}},
+};
+
 constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
 
 // Whether a switch is on in nearly all places that tell.
@@ -244,6 +251,7 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
         }
         ask(key, values);
     }
+    ask(KEEP_COLUMNS, {std::nullopt, true});
     keepsLineBreaks_ = ask(KEEP_LINE_BREAKS, {false, true}) == 1;
 }
 
@@ -252,10 +260,8 @@ void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
     const std::size_t limit = changed_ + std::max(2 * worth_, trial_.lines() / kLinesToAWrap);
     const int margin = findMargin(habits, limit);
-    scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, margin}});
-    if (margin == 0) return;
+    if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
     askWrapStyles(margin);
-    set({{LINE_WRAP, true}});
     ask(LINE_WRAP, {true, false});
 }
 
@@ -283,20 +289,16 @@ int Search::findMargin(const TextHabits& habits, std::size_t limit) const {
     return found;
 }
 
-// How lines are broken shows where they are joined first.
+// How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
+// it best.
 void Search::askWrapStyles(int margin) {
-    const std::size_t changed = changed_;
     set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
-    ask(WRAP_STYLE, {1, 2, 0});
-    ask(LIST_WRAP_STRATEGY, {1, 2});
-    ask(CALL_ARGS_WRAP_STRATEGY, {1, 2});
-    ask(EXPR_WRAP_STYLE, {2, 1});
-    ask(EXPR_WRAP_STRATEGY, {1, 2});
-    ask(COMMA_WRAP_STYLE, {2, 1});
-    ask(SHIFT_WRAP_STYLE, {1, 2});
-    // While nothing is wrapped, none of these changes a line.
-    scheme_ = with({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {LINE_WRAP, false}});
-    changed_ = changed;
+    for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second});
+    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}});
+    for (const auto& [key, values] : kWrapStyles) {
+        const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
+        ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
+    }
 }
 
 // A key that places told of, and that is better left alone, is disputed after all.
