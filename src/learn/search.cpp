@@ -145,7 +145,19 @@ void Search::askKeptLayout() {
     const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
     ask(INDENT_FROM_LINE, {true, std::nullopt});
     ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
-    ask(WRAP_INDENT, {unit, unit + unit, "    ", "        "});
+    // It shows where lines do not stay as far behind as they are.
+    std::vector<Answer> wraps;
+    for (const std::string& wrap : {unit, unit + unit, std::string("    "), std::string("        ")}) {
+        wraps.push_back({{WRAP_INDENT, wrap}, {KEEP_LINE_INDENT, false}});
+    }
+    ask(wraps);
+    askHanging();
+    ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
+}
+
+// Where lines that are kept hang, unless they stay as far behind as they are.
+void Search::askHanging() {
+    const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
     const Values hangs = {std::nullopt, textOf(scheme_, WRAP_INDENT), "", unit};
     std::vector<Answer> hanging;
     for (const bool keepsIndent : {false, true}) {
@@ -158,7 +170,6 @@ void Search::askKeptLayout() {
     Values operands = hangs;
     operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
     ask(HANGING_OPERAND_INDENT, operands);
-    ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
 }
 
 // Keys that no place was told of, in the order in which their values are usual.
@@ -188,7 +199,16 @@ void Search::askAlignment(const std::vector<Decision>& decisions) {
              {{key, true}, {ALIGN_DATA_ONLY, true}},
              {{key, true}, {HANGING_ASTERISK, true}, {HANGING_AMPERSAND, true}}});
     }
-    ask(KEEP_COLUMNS, {std::nullopt, true});
+    askColumns();
+}
+
+// Where comments alone stand in columns, these are left to themselves, and no other columns kept.
+void Search::askColumns() {
+    const std::optional<Value> comment = Tessel::valueOf(scheme_, WS_BEFORE_LINE_COMMENT);
+    const Setting dropped{KEEP_COLUMNS, {}};
+    ask({{dropped, {WS_BEFORE_LINE_COMMENT, comment}},
+         {dropped, {WS_BEFORE_LINE_COMMENT, {}}},
+         {{KEEP_COLUMNS, true}, {WS_BEFORE_LINE_COMMENT, comment}}});
 }
 
 // Rows and columns may have been laid out by hand.
@@ -251,7 +271,7 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
         }
         ask(key, values);
     }
-    ask(KEEP_COLUMNS, {std::nullopt, true});
+    askColumns();
     keepsLineBreaks_ = ask(KEEP_LINE_BREAKS, {false, true}) == 1;
 }
 
@@ -262,7 +282,9 @@ void Search::askWrapping(const TextHabits& habits) {
     const int margin = findMargin(habits, limit);
     if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
     askWrapStyles(margin);
-    ask(LINE_WRAP, {true, false});
+    const bool isWrapped = ask(LINE_WRAP, {true, false}) == 0;
+    // What has been wrapped hangs as wrapped lines do.
+    if (isWrapped && Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and

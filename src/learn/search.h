@@ -42,8 +42,10 @@ private:
     void askIndentation(const std::vector<Decision>& decisions);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
+    void askHanging();
     void askUnseen(const std::vector<Decision>& decisions);
     void askAlignment(const std::vector<Decision>& decisions);
+    void askColumns();
     void askTables(const std::vector<Decision>& decisions);
     void askCauses(const std::vector<Decision>& decisions);
     std::vector<Tessel::KeyId> keysByHarm() const;
