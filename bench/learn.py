@@ -94,7 +94,7 @@ def round_trip(bench):
                 laid_out.append(bench.path(name, "%03d-%s" % (number, os.path.basename(path))))
                 with open(laid_out[-1], "wb") as file:
                     file.write(text)
-        learned = bench.learn(laid_out, name, ["--min-agreement", "0.9"])  # a scheme leaves no place out
+        learned = bench.learn(laid_out, name)
         results = bench.formatted(bench.ours(learned), texts)
         differing = differing_keys(shipped, learned)
         rows.append([name, "%.2f" % (100 - bench.per_hundred(wanted, results)), str(len(differing))])

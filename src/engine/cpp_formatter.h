@@ -110,6 +110,7 @@ private:
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
+    bool goesByLabel(const Cpp::BlockNode& block) const;
     std::string_view lineBefore(const Cpp::SyntaxNode& node) const;
     std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
     std::string contentIndent(const OptionalText& indent);
@@ -244,7 +245,7 @@ private:
     void measureEnumerators(const Cpp::EnumBodyNode& body);
     void measureBlankLines(std::string_view blanks, const BraceSettings& braces);
     void measureOneLine(const Cpp::BracketedNode& body, KeyId key);
-    void leaveBrackets(std::string_view name);
+    void leaveDeclarator(std::string_view name, bool hasTail);
     void leaveForClauses(std::string_view inside);
     void measureListBreak(std::string_view gap, const Cpp::SyntaxNode& first, const Cpp::SyntaxNode& next);
 

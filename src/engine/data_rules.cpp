@@ -125,7 +125,7 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
     std::string text = exprFormatter_.formatDeclarators(name, state());
     if (!isAligned) {
-        leaveBrackets(name);
+        leaveDeclarator(name, hasTail);
         spaceBrackets(text, settings_.afterDataName, settings_.afterDataBracket);
         if (hasTail && !endsWithLineEndToken(text)) text.erase(trimRight(text).size());
     }
@@ -155,7 +155,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         writer_.write(gap);
     } else {
         const OptionalText& wanted = isArray ? settings_.afterDataBracket : settings_.afterDataName;
-        replace(tail.starts_with('(') ? firstPresent(settings_.afterCallName, wanted) : wanted);
+        if (tail.starts_with('(')) return replace(firstPresent(settings_.afterCallName, wanted));
+        replace(tail.starts_with('=') ? firstPresent(settings_.beforeOperator, wanted) : wanted);
     }
 }
 

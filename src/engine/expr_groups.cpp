@@ -47,7 +47,7 @@ void CppExprFormatter::openGroup(Run& run) {
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
                 run.out, run.out.indent() + settings_.dataIndent.text,
-                settings_.dataIndent.present ? false : run.out.keepLeadingSpace());
+                settings_.dataIndent.present ? false : run.out.keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
@@ -78,7 +78,8 @@ void CppExprFormatter::startElements(Run& run, Group& group) {
     group.hasElements = true;
     if (!group.isList || !spacingOf(group).breaksLines()) return;
     group.listColumn = columnToIndentFrom(run.out);
-    group.elements = std::make_unique<Group::ElementScope>(run.out, indentToColumn(run.out, group.listColumn), false);
+    group.elements = std::make_unique<Group::ElementScope>(run.out, indentToColumn(run.out, group.listColumn), false,
+                                                           log(), KeyId());
 }
 
 void CppExprFormatter::closeGroup(Run& run) {

@@ -20,11 +20,12 @@ inline bool isPresent(const OptionalText* setting) { return setting && setting->
 
 // The indentation of the elements of a group that break lines.
 struct CppExprFormatter::Group::ElementScope {
-    ElementScope(Zelmor::OIndentBuf& out, std::string indent, bool keepLeadingSpace)
-        : indentScope(out, std::move(indent)), leadingSpace(out, keepLeadingSpace) {}
+    ElementScope(Zelmor::OIndentBuf& out, std::string indent, bool keepLeadingSpace, LayoutLog* log, KeyId indentKey)
+        : indentScope(out, std::move(indent)), leadingSpace(out, keepLeadingSpace), told(log, indentKey) {}
 
     Zelmor::IndentScope indentScope;
     Zelmor::LeadingSpaceScope leadingSpace;
+    LayoutLog::IndentKeyScope told;
 };
 
 // One sweep over a text.

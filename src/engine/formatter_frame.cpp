@@ -307,14 +307,20 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
     if (last != ';' && last != '}') writer_.keepLineEndBehind();
 }
 
+// Whether the block stands where it would be put behind a case label: one that is indented further is a statement like
+// any other.
+bool CppFormatter::goesByLabel(const Cpp::BlockNode& block) const {
+    const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
+    return followsLabel && sourceColumnOf(block) <= sourceColumnOf(*lastLabel_);
+}
+
 void CppFormatter::visit(Cpp::BlockNode* block) {
     const int column = indentColumn();
     BaseColumnScope base(*this, column, block);
     IndentScope indent(out(), indentToColumn(out(), column));
     WantedText wanted = settings_.global.beforeOpen;
     if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
-    const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
-    placeBefore(*block, !wanted.present && followsLabel ? settings_.beforeCaseOpen : wanted);
+    placeBefore(*block, !wanted.present && goesByLabel(*block) ? settings_.beforeCaseOpen : wanted);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
         applyPendingWhitespace(*block);

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "engine/layout_observer.h"
 #include "engine/optional_text.h"
@@ -37,6 +38,23 @@ public:
         KeyId oneLine;  // by which it stays on one line, so that the line ends of the scheme do not count
     };
     Place& place() { return place_; }
+
+    // While it lives, lines that begin are indented by the key. The log may be null.
+    class IndentKeyScope {
+    public:
+        IndentKeyScope(LayoutLog* log, KeyId key) : log_(log) {
+            if (log_) saved_ = std::exchange(log_->place_.indent, key);
+        }
+        IndentKeyScope(const IndentKeyScope&) = delete;
+        IndentKeyScope& operator=(const IndentKeyScope&) = delete;
+        ~IndentKeyScope() {
+            if (log_) log_->place_.indent = saved_;
+        }
+
+    private:
+        LayoutLog* log_;
+        KeyId saved_;
+    };
 
 private:
     void copiedBehindLineEnd(std::string_view piece);

@@ -196,12 +196,12 @@ void CppFormatter::measureOneLine(const Cpp::BracketedNode& body, KeyId key) {
     log_->measured(key, writer_.ahead(), level);
 }
 
-// In a declarator that is a view of the source.
-void CppFormatter::leaveBrackets(std::string_view name) {
+// In a declarator that is a view of the source. Another rule tells of the gap in front of a tail.
+void CppFormatter::leaveDeclarator(std::string_view name, bool hasTail) {
     if (!log_) return;
     const std::string_view afterName = gapBehindName(name);
-    const bool isInFrontOfBracket = afterName.data() && afterName.data() + afterName.size() < name.data() + name.size();
-    if (isInFrontOfBracket) writer_.leave(afterName, settings_.afterDataName);
+    const bool isAtEnd = afterName.data() + afterName.size() == name.data() + name.size();
+    if (afterName.data() && !(hasTail && isAtEnd)) writer_.leave(afterName, settings_.afterDataName);
     const std::string_view afterBracket = gapBehindBracket(name);
     if (afterBracket.data()) writer_.leave(afterBracket, settings_.afterDataBracket);
 }

@@ -65,11 +65,6 @@ std::size_t countAgreeing(const std::vector<Sighting>& sightings, const Value& v
     return sum;
 }
 
-// Switches and numbers are about more than one place each: trials tell what suits.
-bool isDecidedByPlaces(KeyId key) {
-    return key.type() == Tessel::PropertyType::String || !kinOf(key).empty();
-}
-
 class Judge {
 public:
     Judge(const Tally& tally, const DecisionRules& rules) : tally_(tally), rules_(rules) {}
@@ -176,6 +171,10 @@ void takeOver(Decision& decision, const std::vector<Decision>& all, const Tessel
 }
 
 }  // namespace
+
+bool isDecidedByPlaces(KeyId key) {
+    return key.type() == Tessel::PropertyType::String || !kinOf(key).empty();
+}
 
 std::size_t Decision::sightingCount() const {
     return countOf(sightings);

@@ -39,6 +39,9 @@ struct Decision {
     std::size_t sightingCount() const;  // of all that was found, what does not count as a place among it
 };
 
+// Switches and numbers are about more than one place each: trials tell what suits.
+bool isDecidedByPlaces(Tessel::KeyId key);
+
 struct DecisionRules {
     double minAgreement = 0.8;
     std::size_t minPlaces = 3;

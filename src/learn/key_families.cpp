@@ -76,6 +76,7 @@ Nature findNature(KeyId key) {
     }
     const std::string_view name = key.name();
     if (name.find("INDENT_") != name.npos) return Nature::Indentation;
+    if (name.find("WS_BEFORE_") != name.npos && name.ends_with("_COMMA")) return Nature::Breakable;
     if (!name.ends_with("_BRACE")) return Nature::Inline;
     return name.find("WS_BEFORE_") != name.npos ? Nature::Hanging : Nature::Structural;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 
+#include "scheme/key_id.h"
 #include "scheme/property_set.h"
 
 namespace Learn {
@@ -14,6 +16,8 @@ public:
     virtual std::size_t lines() const = 0;  // of the sample
     // The lines that change. Once they are more than `limit`, some number above that.
     virtual std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) = 0;
+    // How many gaps change because of each key.
+    virtual std::map<Tessel::KeyId, std::size_t> causes(const Tessel::PropertySet& scheme) = 0;
 };
 
 }  // namespace Learn

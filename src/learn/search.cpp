@@ -17,11 +17,8 @@ using namespace Tessel::Keys;
 using Tessel::KeyId;
 
 constexpr std::size_t kLinesToAWorth = 5000;  // one line in so many is worth a value that is not the usual one
-constexpr double kAlone = 0.95;               // of the places, where a value needs no other key beside it
-constexpr double kRespectedBy = 0.995;        // of the lines, where there is a right margin
 constexpr std::size_t kLinesToAHand = 300;    // of which one tells that lines were indented by hand
 constexpr std::size_t kLinesToAWrap = 1000;   // of which one may change where lines are wrapped
-constexpr double kCannotBeBroken = 0.02;      // of the lines, at most
 
 std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
     std::string text;
@@ -29,11 +26,12 @@ std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
     return text;
 }
 
-// Whether a value needs no other key that keeps what is not so.
-bool isAlone(const Decision& decision) {
-    const std::size_t all = natureOf(decision.key) == Nature::Inline ? decision.places : decision.sightingCount();
-    return static_cast<double>(decision.exact) >= kAlone * static_cast<double>(all);
-}
+// How lines are wrapped: the usual value of each key, and another.
+constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
+    {WRAP_STYLE, {1, 2}},         {LIST_WRAP_STRATEGY, {1, 2}}, {CALL_ARGS_WRAP_STRATEGY, {1, 2}},
+    {EXPR_WRAP_STYLE, {2, 1}},    {EXPR_WRAP_STRATEGY, {1, 2}}, {COMMA_WRAP_STYLE, {2, 1}},
+    {SHIFT_WRAP_STYLE, {1, 2}},
+};
 
 constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
 
@@ -57,27 +55,6 @@ Value highestOf(const Decision& decision) {
     }
     return highest;
 }
-
-// How many lines there are on both sides of a margin.
-struct MarginLines {
-    MarginLines(int margin, const TextHabits& habits) {
-        constexpr std::size_t near = 8;
-        const auto first = habits.widths.begin() + margin + 1;
-        justWithin = std::accumulate(first - near, first, std::size_t{0});
-        justBeyond = std::accumulate(first, first + near, std::size_t{0});
-        beyond = static_cast<double>(std::accumulate(first, habits.widths.end(), std::size_t{0})) /
-                 static_cast<double>(habits.lines);
-    }
-
-    // Nearly all respect it, or all but a few that could not be broken.
-    bool isRespected() const { return beyond <= 1 - kRespectedBy || (beyond <= kCannotBeBroken && isEdge()); }
-    // Many end just within it, and hardly any just beyond.
-    bool isEdge() const { return justWithin > 8 * justBeyond + 4; }
-
-    std::size_t justWithin = 0;
-    std::size_t justBeyond = 0;
-    double beyond = 0;  // a share of all
-};
 
 }  // namespace
 
@@ -131,8 +108,9 @@ void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
     askIndentation(decisions);
     askKeptLayout();
     askUnseen(decisions);
-    askRunnersUp(decisions);
+    askTables(decisions);
     askAlignment(decisions);
+    askCauses(decisions);
     dropKept(decisions);
     askTabs(habits);
     askKeptLayout();
@@ -167,7 +145,19 @@ void Search::askKeptLayout() {
     const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
     ask(INDENT_FROM_LINE, {true, std::nullopt});
     ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
-    ask(WRAP_INDENT, {unit, unit + unit, "    ", "        "});
+    // It shows where lines do not stay as far behind as they are.
+    std::vector<Answer> wraps;
+    for (const std::string& wrap : {unit, unit + unit, std::string("    "), std::string("        ")}) {
+        wraps.push_back({{WRAP_INDENT, wrap}, {KEEP_LINE_INDENT, false}});
+    }
+    ask(wraps);
+    askHanging();
+    ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
+}
+
+// Where lines that are kept hang, unless they stay as far behind as they are.
+void Search::askHanging() {
+    const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
     const Values hangs = {std::nullopt, textOf(scheme_, WRAP_INDENT), "", unit};
     std::vector<Answer> hanging;
     for (const bool keepsIndent : {false, true}) {
@@ -180,7 +170,6 @@ void Search::askKeptLayout() {
     Values operands = hangs;
     operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
     ask(HANGING_OPERAND_INDENT, operands);
-    ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
 }
 
 // Keys that no place was told of, in the order in which their values are usual.
@@ -210,24 +199,61 @@ void Search::askAlignment(const std::vector<Decision>& decisions) {
              {{key, true}, {ALIGN_DATA_ONLY, true}},
              {{key, true}, {HANGING_ASTERISK, true}, {HANGING_AMPERSAND, true}}});
     }
-    ask(KEEP_COLUMNS, {std::nullopt, true});
+    askColumns();
 }
 
-// Values that other places contradict: the next most frequent one may do less harm, or none at all.
-void Search::askRunnersUp(const std::vector<Decision>& decisions) {
+// Where comments alone stand in columns, these are left to themselves, and no other columns kept.
+void Search::askColumns() {
+    const std::optional<Value> comment = Tessel::valueOf(scheme_, WS_BEFORE_LINE_COMMENT);
+    const Setting dropped{KEEP_COLUMNS, {}};
+    ask({{dropped, {WS_BEFORE_LINE_COMMENT, comment}},
+         {dropped, {WS_BEFORE_LINE_COMMENT, {}}},
+         {{KEEP_COLUMNS, true}, {WS_BEFORE_LINE_COMMENT, comment}}});
+}
+
+// Rows and columns may have been laid out by hand.
+void Search::askTables(const std::vector<Decision>& decisions) {
+    Answer asDecided;
     for (const Decision& decision : decisions) {
-        if (decision.origin != Origin::Found || natureOf(decision.key) == Nature::Indentation) continue;
-        if ((decision.places - decision.exact) * 1000 < decision.places) continue;
-        Values values = {decision.value};
-        for (const Sighting& sighting : decision.sightings) {
-            if (sighting.value == decision.value) continue;
-            values.push_back(sighting.value);
-            break;
-        }
-        // What is wider than the value counts for it, as what other keys keep: unless they do not.
-        if (!isAlone(decision)) values.push_back(std::nullopt);
-        ask(decision.key, values);
+        if (natureOf(decision.key) == Nature::Table) asDecided.push_back({decision.key, decision.value});
     }
+    Answer leftAlone = asDecided;
+    for (Setting& setting : leftAlone) setting.value.reset();
+    ask({asDecided, leftAlone});
+}
+
+// Of keys that change much, the next most frequent values may do less harm, or none at all.
+void Search::askCauses(const std::vector<Decision>& decisions) {
+    constexpr int mostRounds = 3;
+    std::size_t before = kUnknown;
+    for (int round = 0; round < mostRounds && changed_ + worth_ <= before; ++round) {
+        before = changed_;
+        for (const KeyId key : keysByHarm()) askOther(decisions[key.place()]);
+    }
+}
+
+// Those that change enough gaps for another value to be worth it, most first.
+std::vector<KeyId> Search::keysByHarm() const {
+    const std::map<KeyId, std::size_t> causes = trial_.causes(scheme_);
+    std::vector<KeyId> keys;
+    for (const auto& [key, gaps] : causes) {
+        if (gaps >= worth_ && isDecidedByPlaces(key)) keys.push_back(key);
+    }
+    std::stable_sort(keys.begin(), keys.end(),
+                     [&causes](KeyId left, KeyId right) { return causes.at(left) > causes.at(right); });
+    return keys;
+}
+
+void Search::askOther(const Decision& decision) {
+    constexpr std::size_t mostValues = 4;
+    const std::optional<Value> current = Tessel::valueOf(scheme_, decision.key);
+    Values values = {current};
+    for (const Sighting& sighting : decision.sightings) {
+        if (values.size() == mostValues) break;
+        if (sighting.value != current) values.push_back(sighting.value);
+    }
+    if (current) values.emplace_back();
+    ask(decision.key, values);
 }
 
 // What is kept for nothing is rather not kept.
@@ -245,51 +271,56 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
         }
         ask(key, values);
     }
+    askColumns();
     keepsLineBreaks_ = ask(KEEP_LINE_BREAKS, {false, true}) == 1;
 }
 
-// The margin is the narrowest usual one that the lines respect, or a wider one that they end at. They are wrapped where
-// that changes next to nothing.
+// Lines are wrapped where that changes next to nothing.
 void Search::askWrapping(const TextHabits& habits) {
-    const auto found = std::find_if(std::begin(kUsualMargins), std::end(kUsualMargins),
-                                    [&](int margin) { return MarginLines(margin, habits).isRespected(); });
-    reasons_[RIGHT_MARGIN] = Origin::Lines;
-    if (found == std::end(kUsualMargins)) {
-        reasons_[LINE_WRAP] = Origin::Lines;
-        scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
-        return;
-    }
-    reasons_[LINE_WRAP] = Origin::Tried;
-    askWrapStyles(*found);
+    for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
     const std::size_t limit = changed_ + std::max(2 * worth_, trial_.lines() / kLinesToAWrap);
-    for (auto margin = found; margin != std::end(kUsualMargins); ++margin) {
-        if (margin != found && !MarginLines(*margin, habits).isEdge()) continue;
-        // Where lines go a column or two further, the margin does.
-        const auto next = margin + 1;
-        const bool isClose = next != std::end(kUsualMargins) && *next <= *margin + 2;
-        if (isClose && habits.widths[static_cast<std::size_t>(*next)] > 0) continue;
-        const Answer wrapping = {{LINE_WRAP, true}, {RIGHT_MARGIN, *margin}};
-        if (trial_.changedLines(with(wrapping), limit) > limit) continue;
-        set(wrapping);
-        return;
-    }
-    scheme_ = with({{LINE_WRAP, false}, {RIGHT_MARGIN, *found}});
+    const int margin = findMargin(habits, limit);
+    if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
+    askWrapStyles(margin);
+    const bool isWrapped = ask(LINE_WRAP, {true, false}) == 0;
+    // What has been wrapped hangs as wrapped lines do.
+    if (isWrapped && Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
 }
 
-// How lines are broken shows where they are joined first.
+// Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
+// broken once more, they are as they were for the margin that they were broken at. 0 when there is none.
+int Search::findMargin(const TextHabits& habits, std::size_t limit) const {
+    constexpr std::size_t weightOfLongLines = 4;
+    const Answer usual = {{LINE_WRAP, true},          {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
+                                  {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+    int found = 0;
+    std::size_t least = kUnknown - worth_;
+    for (const int margin : kUsualMargins) {
+        Tessel::PropertySet scheme = with(usual);
+        scheme.setInt(RIGHT_MARGIN, margin);
+        const std::size_t broken = trial_.changedLines(scheme, limit);
+        if (broken > limit) continue;
+        scheme.erase(KEEP_LINE_BREAKS.name);
+        const std::size_t against = trial_.changedLines(scheme, kUnknown) + weightOfLongLines * broken;
+        if (against > least + worth_) break;
+        // Lines of just that width are what tells margins apart that are a column from each other.
+        const bool isReached = habits.widths[static_cast<std::size_t>(margin)] > 0;
+        if (against < least || (against == least && isReached && margin <= found + 2)) found = margin;
+        least = std::min(least, against);
+    }
+    return found;
+}
+
+// How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
+// it best.
 void Search::askWrapStyles(int margin) {
-    const std::size_t changed = changed_;
     set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
-    ask(WRAP_STYLE, {1, 2, 0});
-    ask(LIST_WRAP_STRATEGY, {1, 2});
-    ask(CALL_ARGS_WRAP_STRATEGY, {1, 2});
-    ask(EXPR_WRAP_STYLE, {2, 1});
-    ask(EXPR_WRAP_STRATEGY, {1, 2});
-    ask(COMMA_WRAP_STYLE, {2, 1});
-    ask(SHIFT_WRAP_STYLE, {1, 2});
-    // While nothing is wrapped, none of these changes a line.
-    scheme_ = with({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {LINE_WRAP, false}});
-    changed_ = changed;
+    for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second});
+    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}});
+    for (const auto& [key, values] : kWrapStyles) {
+        const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
+        ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
+    }
 }
 
 // A key that places told of, and that is better left alone, is disputed after all.

@@ -42,10 +42,16 @@ private:
     void askIndentation(const std::vector<Decision>& decisions);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
+    void askHanging();
     void askUnseen(const std::vector<Decision>& decisions);
     void askAlignment(const std::vector<Decision>& decisions);
-    void askRunnersUp(const std::vector<Decision>& decisions);
+    void askColumns();
+    void askTables(const std::vector<Decision>& decisions);
+    void askCauses(const std::vector<Decision>& decisions);
+    std::vector<Tessel::KeyId> keysByHarm() const;
+    void askOther(const Decision& decision);
     void askWrapping(const TextHabits& habits);
+    int findMargin(const TextHabits& habits, std::size_t limit) const;
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
     void note(std::vector<Decision>& decisions) const;

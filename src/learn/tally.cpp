@@ -1,11 +1,13 @@
 #include "learn/tally.h"
 
 #include <algorithm>
+#include <string_view>
 #include <tuple>
 #include <utility>
 #include <variant>
 
 #include "learn/key_families.h"
+#include "scheme/property_keys.h"
 #include "textstream/text_document.h"
 
 namespace Learn {
@@ -40,7 +42,7 @@ void Tally::add(const Tally& other) {
 }
 
 void TallyObserver::decided(const Tessel::DecidedGap& gap) {
-    if (!gap.key || isBehindComment(gap)) return;
+    if (!gap.key || isBehindComment(gap) || isBeforeLastComment(gap)) return;
     std::string value = Tessel::valueFound(gap, tabSize_);
     // Where the line stands is told by keys of indentations, and by rules.
     const Nature nature = natureOf(gap.key);
@@ -52,6 +54,18 @@ void TallyObserver::decided(const Tessel::DecidedGap& gap) {
 // Whether the line end in front of the gap is one that a comment needs, whatever the scheme says.
 bool TallyObserver::isBehindComment(const Tessel::DecidedGap& gap) const {
     return gap.offset > 0 && source_->text()[gap.offset - 1] == '\n';
+}
+
+// Whether a comment that ends its line follows on the same one: the line end that is wanted here comes behind that.
+bool TallyObserver::isBeforeLastComment(const Tessel::DecidedGap& gap) const {
+    const bool isForComments = gap.key == Tessel::KeyId(Tessel::Keys::WS_BEFORE_LINE_COMMENT);
+    if (isForComments || gap.found.find('\n') != std::string_view::npos) return false;
+    const std::string_view next = std::string_view(source_->text()).substr(gap.end());
+    if (next.starts_with("//")) return true;
+    const std::size_t end = next.starts_with("/*") ? next.find("*/", 2) : std::string_view::npos;
+    if (end == std::string_view::npos) return false;
+    const std::size_t behind = next.find_first_not_of(" \t", end + 2);
+    return behind == std::string_view::npos || next[behind] == '\n';
 }
 
 void TallyObserver::measured(const Tessel::Measured& measure) {

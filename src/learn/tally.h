@@ -73,6 +73,7 @@ private:
     };
 
     bool isBehindComment(const Tessel::DecidedGap& gap) const;
+    bool isBeforeLastComment(const Tessel::DecidedGap& gap) const;
     void record(Tessel::KeyId key, std::size_t end, Value value, bool isOnOneLine, bool isMeasured);
 
     std::size_t file_;

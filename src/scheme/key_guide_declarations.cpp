@@ -86,7 +86,7 @@ void addData(std::vector<KeyGuide>& rows) {
                     "others are.",
                     "map<int,char *> a;\n",
                     {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
-    rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\".", "int a[2];\n"});
+    rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\" or \";\".", "int a[2];\n"});
     rows.push_back({set(Keys::WS_AFTER_DD_RBRACKET, " "), group, "After the first \"]\".", "int a[2][3];\n"});
     rows.push_back({set(Keys::WS_BETWEEN_DECLARATORS, " "), group,
                     "Behind the commas between the names of one declaration, and between expressions; absent, those of "

@@ -8,6 +8,7 @@
 #include "edits/line_feeds.h"
 #include "edits/replacement.h"
 #include "run/format_text.h"
+#include "tool/explained_gaps.h"
 #include "tool/ordered_pool.h"
 #include "tool/source_text.h"
 
@@ -34,6 +35,18 @@ std::size_t changedBy(const Tessel::FormatOptions& options, const std::string& t
     return changed;
 }
 
+using Causes = std::map<Tessel::KeyId, std::size_t>;
+
+Causes causesIn(const Tessel::FormatOptions& options, const std::string& text) {
+    Causes causes;
+    problemWith("", [&] {
+        for (const ExplainedGap& gap : explainText(options, text).gaps) {
+            if (gap.key && gap.isChanged()) ++causes[gap.key];
+        }
+    });
+    return causes;
+}
+
 }  // namespace
 
 SampleTrial::SampleTrial(std::vector<std::string> texts, std::size_t threads, Progress& progress)
@@ -54,6 +67,19 @@ std::size_t SampleTrial::changedLines(const Tessel::PropertySet& scheme, std::si
         [](std::size_t, char) {});
     progress_.countOne();
     return changed;
+}
+
+std::map<Tessel::KeyId, std::size_t> SampleTrial::causes(const Tessel::PropertySet& scheme) {
+    const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
+    Causes sum;
+    OrderedPool<Causes> pool(threads_);
+    pool.run(
+        texts_.size(), [&](std::size_t index) { return causesIn(options, texts_[index]); },
+        [&sum](std::size_t, const Causes& causes) {
+            for (const auto& [key, count] : causes) sum[key] += count;
+        });
+    progress_.countOne();
+    return sum;
 }
 
 }  // namespace Tool

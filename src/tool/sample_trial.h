@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ public:
 
     std::size_t lines() const override { return lines_; }
     std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) override;
+    std::map<Tessel::KeyId, std::size_t> causes(const Tessel::PropertySet& scheme) override;
 
 private:
     std::vector<std::string> texts_;

@@ -80,6 +80,7 @@ public:
         scheme.getString(INDENT_LABEL.name, indent);
         return (functions < 2 ? 50 : 0) + (keepsBreaks ? 0 : 300) + (indent == " " ? 0 : 30);
     }
+    std::map<KeyId, std::size_t> causes(const Tessel::PropertySet&) override { return {}; }
 };
 
 TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
