@@ -1,5 +1,8 @@
 // What is decided from made-up tallies, and what is tried on a made-up sample.
 
+#include <cstdlib>
+#include <map>
+
 #include <gtest/gtest.h>
 
 #include "learn/decision.h"
@@ -100,6 +103,39 @@ TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
     EXPECT_TRUE(search.scheme().getString(INDENT_LABEL.name, indent));
     EXPECT_EQ(indent, " ");
     EXPECT_EQ(search.changedLines(), 0);
+}
+
+// Lines that were broken at 100, some of which cannot be, and a key that disagrees with the sample.
+class WrappedTrial : public MadeUpTrial {
+public:
+    std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) override {
+        int margin = 0;
+        bool isOn = false;
+        std::string afterKey;
+        std::size_t changed = scheme.getString(WS_AFTER_CS_KEY, afterKey) && afterKey == " " ? 40 : 0;
+        scheme.getInt(RIGHT_MARGIN, margin);
+        if (!scheme.getBool(LINE_WRAP, isOn) || !isOn) return changed + MadeUpTrial::changedLines(scheme, limit);
+        changed += margin < 100 ? 1 + 3 * static_cast<std::size_t>(100 - margin) : 1;
+        const bool keeps = scheme.getBool(KEEP_LINE_BREAKS.name, isOn) && isOn;
+        return changed + (keeps ? 0 : 500 + 5 * static_cast<std::size_t>(std::abs(margin - 100)));
+    }
+    std::map<KeyId, std::size_t> causes(const Tessel::PropertySet&) override { return {{KeyId(WS_AFTER_CS_KEY), 40}}; }
+};
+
+TEST(Search, FindsTheMarginThatLinesWereBrokenAtAndLeavesAloneWhatDoesHarm) {
+    WrappedTrial trial;
+    Tessel::PropertySet start("made up");
+    start.setString(WS_AFTER_CS_KEY, " ");
+    std::vector<Decision> decisions = Learn::decide({}, {});
+    Learn::Search search(trial, start);
+    search.run({}, decisions);
+    int margin = 0;
+    bool isOn = false;
+    std::string text;
+    EXPECT_TRUE(search.scheme().getInt(RIGHT_MARGIN, margin));
+    EXPECT_EQ(margin, 100);
+    EXPECT_TRUE(search.scheme().getBool(LINE_WRAP, isOn) && isOn);
+    EXPECT_FALSE(search.scheme().getString(WS_AFTER_CS_KEY, text));
 }
 
 }  // namespace

@@ -307,6 +307,16 @@ TEST_F(Vantrel, ExplainsGaps) {
     EXPECT_THAT(explain({"a.c:2:5"}), StartsWith("a.c:2:5: WS_AFTER_CS_KEY \" \"\n"));
     EXPECT_THAT(explain({"--format", "json", "a.c:2:5"}), HasSubstr(R"("key":"WS_AFTER_CS_KEY")"));
     EXPECT_THAT(explain({"--summary", "."}), HasSubstr("2         1  INDENT_FN_CONTENT\n"));
+    folder.write("t.vts", "Tessel::PropertySet\n1\n\"t\"\n3 VANTREL_VERSION \"1.2.1\"\n"
+                          "3 WS_AFTER_DD_OPEN_BRACE \"\\n\"\n3 INDENT_DD_CONTENT \"\\t\"\n3 WS_AFTER_DD_NAME \" \"\n");
+    folder.write("d.c", "int a[] = {\n  1,\n  2\n};\nint b = 1;\nint c;\nvoid f() {\n  switch (a) {\n  case 1:\n    {\n"
+                        "    }\n  case 2:\n  {\n  }\n  }\n}\n");
+    const auto explainOther = [this](const char* place) { return run({"explain", "-s", "t.vts", place}).output; };
+    EXPECT_THAT(explainOther("d.c"),
+                AllOf(HasSubstr("d.c:3:3: INDENT_DD_CONTENT"), HasSubstr("d.c:6:6: WS_AFTER_DD_NAME")));
+    EXPECT_THAT(explainOther("d.c:10"), HasSubstr("d.c:10:5: GLOBAL_WS_BEFORE_OPEN_BRACE"))
+        << "a block that is indented as any other statement";
+    EXPECT_THAT(explainOther("d.c:13"), HasSubstr("d.c:13:3: WS_BEFORE_CASE_OPEN_BRACE"));
     folder.write("b.c", "void f( {");
     EXPECT_EQ(run({"explain", "-s", "s.vts", "b.c"}).status, 3);
     const ProgramResult some = run({"explain", "-s", "s.vts", "--summary", "b.c", "missing.c", "a.c"});
@@ -316,7 +326,10 @@ TEST_F(Vantrel, ExplainsGaps) {
 }
 
 TEST_F(Vantrel, LearnsAScheme) {
-    std::string source;
+    // A line end behind a comment is one between enumerators.
+    std::string source = "enum e {\n";
+    for (int i = 0; i < 30; ++i) source += "\tA" + std::to_string(i) + (i < 5 ? ", // a\n" : i < 8 ? ", /* a */\n" : ",\n");
+    source += "\tB\n};\n\n";
     for (int i = 0; i < 8; ++i) {
         const std::string number = std::to_string(i);
         source += "int f" + number + "(int *a, int b)\n{\n\tint c = a[0]+ b;\n\n\tif (c < b) {\n\t\tgo" +
@@ -328,11 +341,12 @@ TEST_F(Vantrel, LearnsAScheme) {
     EXPECT_EQ(learned.status, 0);
     EXPECT_THAT(learned.errors,
                 AllOf(HasSubstr("files that could not be used: 1"), HasSubstr("change 0.00 lines of 100"),
-                      HasSubstr("WS_AFTER_FN_CALL_NAME: \"\" 50 % (src/a.c:16), \" \" 50 % (src/a.c:6)")));
+                      HasSubstr("WS_AFTER_FN_CALL_NAME: \"\" 50 % (src/a.c:50), \" \" 50 % (src/a.c:40)")));
     const std::string text = folder.read("own.vts");
     EXPECT_THAT(text, StartsWith("Tessel::PropertySet\n1\n\"own\"\n"));
     EXPECT_THAT(text, HasSubstr("# WS_BEFORE_CS_OPEN_BRACE \" \" 100 % of 8\n3 WS_BEFORE_CS_OPEN_BRACE \" \"\n"));
     EXPECT_THAT(text, HasSubstr("\n# KEEP_UNRECOGNIZED 1 suits any source\n"));
+    EXPECT_THAT(text, HasSubstr("\n3 WS_BETWEEN_ENUM_ELEMENTS \"\\n\"\n"));
     EXPECT_THAT(text, HasSubstr("\n3 WS_BEFORE_FN_OPEN_BRACE \"\\n\"\n"));
     EXPECT_THAT(text, HasSubstr("\n3 INDENT_FN_CONTENT \"\\t\"\n"));
     EXPECT_THAT(text, HasSubstr("\n2 ASTERISK_ANCHOR 1\n"));
