@@ -33,7 +33,7 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 
 void CppLineWrapper::visit(Cpp::ExprNode* expression) {
     if (copyUnlessLong(*expression)) return;
-    if (!settings_.formatsTypeArguments && givesTypeName(expression->text())) return copyThrough(*expression);
+    if (givesTypeName(expression->text())) return copyThrough(*expression);  // types have no operands to break at
     copyUpTo(*expression);
     if (!expression->bodies().empty()) {
         wrapBodies(expression->bodies());
