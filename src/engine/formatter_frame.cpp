@@ -271,7 +271,11 @@ void CppFormatter::copyStray(std::string_view gap) {
 }
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
-    if (!settings_.formatsTypeArguments && givesTypeName(expression->text())) return writeAsBlock(*expression);
+    if (givesTypeName(expression->text())) {
+        if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
+        applyPendingWhitespace(*expression);
+        writer_.copyGap(expression->start());
+    }
     if (keepsLines()) copyStray(gapBefore(*expression));
     writeExpression(writer_.readThrough(expression->end()), expression->bodies());
 }
