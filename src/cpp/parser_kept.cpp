@@ -89,7 +89,10 @@ void Parser::addAlias(TokenBuffer& tokens, InteriorNode& list, InteriorNode* com
         return kind == Semicolon || kind == CloseBrace || endsTokens(kind);
     };
     while (!ends()) place = view(tokens).behind(place);
-    if (keepsUnrecognized_ && tokens.kindAt(place) == Semicolon) {
+    const bool isWhole = keepsUnrecognized_ && tokens.kindAt(place) == Semicolon;
+    if (isWhole && tokens.kindAt(start) == KeywordUsing && isNamespaceAlias(tokens)) {
+        list.add(parseExprStmt(tokens));
+    } else if (isWhole) {
         list.add(makeVerbatimNode(tokens, start, place + 1));
     } else {
         skipStatement(tokens, Semicolon, comments);

@@ -130,6 +130,7 @@ private:
     void writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept);
     static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
+    void writeAsBlock(const Cpp::SyntaxNode& node);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;

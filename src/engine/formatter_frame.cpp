@@ -12,6 +12,7 @@
 #include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
+#include "engine/type_text.h"
 #include "scheme/property_keys.h"
 #include "scheme/single_line.h"
 
@@ -182,7 +183,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
 }
 
-// Sets whether the comments that begin at `child`, on lines that follow each other, end in front of a directive that has
+// Sets whether the comments from `child` on, on lines that follow each other, end in front of a directive that has
 // nothing in front of it. Returns where they end.
 Cpp::InteriorNode::iterator CppFormatter::findDirectiveBehind(Cpp::InteriorNode::iterator child,
                                                               Cpp::InteriorNode::iterator end) {
@@ -271,11 +272,13 @@ void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 
+void CppFormatter::visit(Cpp::KeptNode* item) { writeAsBlock(*item); }
+
 // Its lines move as one block.
-void CppFormatter::visit(Cpp::KeptNode* item) {
-    applyPendingWhitespace(*item);
-    writer_.copyGap(item->start());
-    exprFormatter_.writeComment(writer_.readThrough(item->end()), out());
+void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {
+    applyPendingWhitespace(node);
+    writer_.copyGap(node.start());
+    exprFormatter_.writeComment(writer_.readThrough(node.end()), out());
 }
 
 // Nothing hangs under a stray ";" in front of a statement: it is no node.
@@ -287,6 +290,11 @@ void CppFormatter::copyStray(std::string_view gap) {
 }
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
+    if (givesTypeName(expression->text())) {
+        if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
+        applyPendingWhitespace(*expression);
+        writer_.copyGap(expression->start());
+    }
     if (keepsLines()) copyStray(gapBefore(*expression));
     writeExpression(writer_.readThrough(expression->end()), expression->bodies());
 }

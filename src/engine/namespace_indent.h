@@ -9,7 +9,7 @@
 
 namespace Tessel {
 
-// Whether the contents of a namespace stand in its column in the source, and not behind it; nothing where no line tells.
+// Whether the contents of a namespace stand in its column in the source, not behind it; nothing where no line tells.
 //
 //     namespace a {
 //     namespace b {

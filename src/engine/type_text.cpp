@@ -89,4 +89,10 @@ int MarkPlacement::width(std::string_view text) const {
     return columnAfter(text, 0, tabSize_);
 }
 
+bool givesTypeName(std::string_view statement) {
+    constexpr std::string_view keyword = "using";
+    return statement.starts_with(keyword) && statement.size() > keyword.size() &&
+           isAllWhitespace(statement.substr(keyword.size(), 1));
+}
+
 }  // namespace Tessel

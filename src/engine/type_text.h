@@ -47,4 +47,7 @@ private:
     MarkSettings ampersand_;
 };
 
+// Of an expression statement: `using A = B;`.
+bool givesTypeName(std::string_view statement);
+
 }  // namespace Tessel

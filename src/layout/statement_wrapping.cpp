@@ -4,6 +4,7 @@
 //     second) {
 #include "cpp/nodes.h"
 #include "cpp/token_kind.h"
+#include "engine/type_text.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
 
@@ -32,6 +33,7 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 
 void CppLineWrapper::visit(Cpp::ExprNode* expression) {
     if (copyUnlessLong(*expression)) return;
+    if (givesTypeName(expression->text())) return copyThrough(*expression);  // types have no operands to break at
     copyUpTo(*expression);
     if (!expression->bodies().empty()) {
         wrapBodies(expression->bodies());
