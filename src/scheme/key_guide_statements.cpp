@@ -45,7 +45,7 @@ void addControl(std::vector<KeyGuide>& rows) {
     rows.push_back(
         {set(Keys::WS_BEFORE_CASE_OPEN_BRACE, " "), group,
          "Between a case label and the \"{\" behind it; the block then goes by the column of the label.",
-         "void f()\n{\n    switch (key)\n    {\n    case 1:\n        {\n            go();\n        }\n    }\n}\n"});
+         "void f()\n{\n    switch (key)\n    {\n    case 1:\n    {\n        go();\n    }\n    }\n}\n"});
 }
 
 void addExpressions(std::vector<KeyGuide>& rows) {
