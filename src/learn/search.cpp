@@ -315,7 +315,9 @@ int Search::findMargin(const TextHabits& habits, std::size_t limit) const {
 // it best.
 void Search::askWrapStyles(int margin) {
     set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
-    for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second});
+    // Some of these lines were broken by hand: a style has to show in many.
+    const std::size_t many = trial_.lines() / kLinesToAHand;
+    for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
     set({{KEEP_LINE_BREAKS, keepsLineBreaks_}});
     for (const auto& [key, values] : kWrapStyles) {
         const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
