@@ -20,10 +20,11 @@ using Zelmor::IndentScope;
 
 namespace {
 
+// Whether the node may take the end of its line along.
 bool endsLine(const Cpp::SyntaxNode& node) {
     if (Cpp::as<Cpp::PreprocDirectiveNode>(&node)) return true;
     const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
-    return comment && comment->isLineComment();
+    return comment && (comment->isLineComment() || comment->protectedRegion());
 }
 
 std::string withoutLineFeeds(std::string text) {

@@ -67,7 +67,8 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     // The blocks hold expressions of their own.
     std::vector<ExprToken> ownTokens;
     std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
-    readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>());
+    readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(),
+                   &markers());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && text.find('\n') != std::string_view::npos;

@@ -6,6 +6,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
+#include "engine/format_options.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
@@ -48,6 +49,7 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)),
       extensions_(scheme),
+      markers_(withMarkersOfScheme({scheme, protectedRegionMarkers()}).markers),
       log_(log) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);
@@ -68,7 +70,7 @@ std::string CppExprFormatterBase::respaceSeparator(std::string_view text, int ki
 std::string CppExprFormatterBase::respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                                           const IndentState& state) {
     OIndentBuf out(state);
-    readExprTokens(text, ExprMode::Declaration, tokens_);
+    readExprTokens(text, ExprMode::Declaration, tokens_, {}, &markers_);
     TextSweep sweep(text, tokens_, out, keepsColumns(), log_);
     int depth = 0;
     std::optional<int> listColumn;
@@ -145,11 +147,29 @@ bool CppExprFormatterBase::isJoinable(std::string_view gap) {
 }
 
 void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
+    if (sweep.current().isRegion) return writeRegion(sweep, out);
     if (sweep.currentKind() == Cpp::Directive) {
         writeDirective(sweep.takeGap(), sweep.currentText(), out);
     } else {
         sweep.writeGap();
         writeLines(sweep.currentText(), columns_, InnerBlanks::Convert, out);
+    }
+    sweep.passToken();
+}
+
+void CppExprFormatterBase::writeRegion(TextSweep& sweep, OIndentBuf& out) {
+    const std::string_view region = sweep.currentText();
+    if (const auto offset = columns_.offsetInDocument(region)) keptRegions_.push_back({*offset, *offset + region.size()});
+    if (sweep.currentKind() == Cpp::Directive) {
+        writeDirective(sweep.takeGap(), region, out, InnerBlanks::Keep);
+    } else if (extensions_.keepsRegionIndent) {
+        const std::string_view gap = sweep.gap();
+        sweep.writeGap();
+        if (out.column() == 0) writeRendered(gap.substr(gap.rfind('\n') + 1), out);
+        writeRendered(region, out);
+    } else {
+        sweep.writeGap();
+        writeLines(region, columns_, InnerBlanks::Keep, out);
     }
     sweep.passToken();
 }

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "engine/expr_tokens.h"
+#include "engine/format_options.h"
+#include "engine/kept_region.h"
 #include "engine/opaque_text.h"
 #include "engine/optional_text.h"
 #include "engine/source_columns.h"
@@ -57,6 +59,9 @@ public:
     void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out,
                         InnerBlanks inner = InnerBlanks::Convert);
 
+    // Where in the source regions have been kept so far.
+    const KeptRegions& keptRegions() const { return keptRegions_; }
+
 protected:
     ~CppExprFormatterBase() = default;
 
@@ -74,6 +79,8 @@ protected:
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
+    // Between these, what comes in a text is kept.
+    const MarkerPairs& markers() const { return markers_; }
     // White space that is not one blank: where lines are wrapped it becomes one, as it would after parting
     // and joining.
     static bool isJoinable(std::string_view gap);
@@ -85,6 +92,7 @@ protected:
 
 private:
     void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
+    void writeRegion(TextSweep& sweep, Zelmor::OIndentBuf& out);
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
@@ -95,6 +103,8 @@ private:
     OptionalText leftMargin_;
     bool wrapsLines_;
     ExtensionSettings extensions_;
+    MarkerPairs markers_;
+    KeptRegions keptRegions_;
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;
     std::vector<ExprToken> tokens_;

@@ -36,6 +36,9 @@ public:
     // What need not be formatted: it is copied. Borrowed.
     void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
 
+    // The regions that have been kept inside of expressions and declarators; some more than once.
+    const KeptRegions& regionsInExpressions() const { return exprFormatter_.keptRegions(); }
+
     // The result, once the root has been visited.
     std::string takeText();
 

@@ -3,6 +3,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_sets.h"
 #include "engine/expr_brackets.h"
+#include "engine/expr_regions.h"
 #include "engine/expr_roles.h"
 
 namespace Tessel {
@@ -41,7 +42,7 @@ bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open) {
 }
 
 void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens,
-                    std::span<const TextExtent> blocks) {
+                    std::span<const TextExtent> blocks, const MarkerPairs* markers) {
     tokens.clear();
     std::size_t place = 0;
     for (const TextExtent& block : blocks) {
@@ -55,6 +56,7 @@ void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>
         place = block.offset + block.length;
     }
     lexPiece(text, place, text.size(), tokens);
+    if (markers) mergeRegions(*markers, tokens);
     matchBrackets(tokens, mode);
     findRoles(tokens, mode);
 }

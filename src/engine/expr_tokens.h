@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/format_options.h"
 #include "trn/token.h"
 
 namespace Tessel {
@@ -34,6 +35,7 @@ inline constexpr std::size_t kNoToken = std::numeric_limits<std::size_t>::max();
 struct ExprToken {
     Trn::Token token;
     ExprRole role = ExprRole::Operand;
+    bool isRegion = false;         // kept as it is
     bool followsCall = false;      // a GroupOpen behind a name, "sizeof", "throw" or a cast's ">"
     std::size_t partner = kNoToken;  // of an open or close role
 };
@@ -61,9 +63,10 @@ struct TextExtent {
 };
 
 // Lexes a text into `tokens` (which is cleared first) and finds every token's role. The blocks, in order, are not
-// looked into. One pass over the text and two over the tokens, whatever the nesting.
+// looked into, nor are regions between the markers, which may be null. One pass over the text and three over the tokens,
+// whatever the nesting.
 void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens,
-                    std::span<const TextExtent> blocks = {});
+                    std::span<const TextExtent> blocks = {}, const MarkerPairs* markers = nullptr);
 
 // Whether the "{" at `open` begins statements, as those of a lambda do.
 bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open);

@@ -60,10 +60,17 @@ struct ParsedText {
         sameLines = positions.takeSameLines();
     }
 
+    void addRegions(const KeptRegions& added) {
+        regions.insert(regions.end(), added.begin(), added.end());
+        std::ranges::sort(regions, {}, [](const KeptRegion& region) { return std::pair(region.start, region.end); });
+        const auto doubles = std::ranges::unique(regions);
+        regions.erase(doubles.begin(), doubles.end());
+    }
+
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
     Cpp::RootNode root;
-    KeptRegions regions;
+    KeptRegions regions;  // in order; one may lie in another
     SameLines sameLines;  // as in the text that it has come from
 };
 
@@ -176,6 +183,7 @@ struct Stages {
         formatter.setSettledLines(source.sameLines);
         source.root.accept(formatter);
         if (!wrapsLines) Cpp::RootNode().swap(source.root);
+        source.addRegions(formatter.regionsInExpressions());
         std::string text = formatter.takeText();
         if (!listener.observer) return withLineEnds(source, options, std::move(text));
         std::string result = withLineEnds(source, options, text);

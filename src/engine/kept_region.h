@@ -9,6 +9,8 @@ namespace Tessel {
 struct KeptRegion {
     std::size_t start = 0;
     std::size_t end = 0;
+
+    bool operator==(const KeptRegion&) const = default;
 };
 
 using KeptRegions = std::vector<KeptRegion>;

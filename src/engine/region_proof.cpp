@@ -47,8 +47,8 @@ std::optional<std::size_t> findChangedLine(std::string_view source, const KeptRe
                                            std::string_view result) {
     Sides sides(source, result);
     for (const KeptRegion& region : regions) {
-        // One that lies in a region that has been compared is behind.
-        sides.goTo(region.start);
+        // One that lies in a region that has been compared is behind; what goes on from there is compared from there.
+        if (region.start >= sides.sourcePlace()) sides.goTo(region.start);
         if (!sides.compareLines(region.end)) return sides.sourcePlace();
     }
     return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "engine/columns.h"
@@ -46,6 +47,11 @@ public:
         const std::string_view before = document_->text().substr(0, offsetOf(piece));
         const std::size_t last = before.find_last_not_of(" \t\v\f\r");
         return last == std::string_view::npos || before[last] == '\n';
+    }
+
+    // Where a view of the document starts.
+    std::optional<std::size_t> offsetInDocument(std::string_view piece) const {
+        return isPartOfDocument(piece) ? std::optional(offsetOf(piece)) : std::nullopt;
     }
 
 private:

@@ -29,6 +29,9 @@ TEST(RegionProof, ComparesEveryRegionAndTellsWhere) {
     const Tessel::KeptRegions regions{{0, 6}, {2, 4}, {12, source.size()}};
     EXPECT_EQ(Tessel::findChangedLine(source, regions, "<a  b>\nc\nd\n<e\nf  g>"), std::nullopt);
     EXPECT_EQ(Tessel::findChangedLine(source, regions, "<a  b>\nc\nd\n<e\nf g>"), source.find('f'));
+    const Tessel::KeptRegions inOneAnother{{0, 6}, {0, 11}};
+    EXPECT_EQ(Tessel::findChangedLine(source, inOneAnother, "<a  b>\nc d\n<e f g>"), std::nullopt);
+    EXPECT_EQ(Tessel::findChangedLine(source, inOneAnother, "<a  b>\nc  d\n<e f g>"), source.find('c'));
 }
 
 }  // namespace

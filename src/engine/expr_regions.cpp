@@ -1,0 +1,94 @@
+#include "engine/expr_regions.h"
+
+#include <algorithm>
+
+#include "cpp/comment_text.h"
+#include "cpp/directive_text.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Tessel {
+
+namespace {
+
+// The markers that the parser knows; they nest.
+constexpr std::string_view kRegionOff = "VANTREL-OFF";
+constexpr std::string_view kRegionOn = "VANTREL-ON";
+
+// Goes through the tokens once, with the region that is open.
+class RegionFinder {
+public:
+    RegionFinder(const MarkerPairs& markers, std::vector<ExprToken>& tokens) : markers_(markers), tokens_(tokens) {}
+
+    void run() {
+        std::size_t kept = 0;
+        for (std::size_t place = 0; place < tokens_.size(); ++place, ++kept) {
+            if (kept < place) tokens_[kept] = tokens_[place];
+            const ExprToken& token = tokens_[kept];
+            if (token.role == ExprRole::Block) holdsBlock_ = true;
+            if (token.role != ExprRole::Trivia) continue;
+            if (depth_ == 0) {
+                open(kept);
+            } else if (depth_ += step(token.token); depth_ == 0 && !holdsBlock_) {
+                merge(kept);
+                kept = first_;
+            }
+        }
+        tokens_.resize(kept);
+    }
+
+private:
+    void open(std::size_t place) {
+        const Trn::Token& token = tokens_[place].token;
+        isUnread_ = token.kind == Cpp::Directive && Cpp::directiveStartsWith(token.text, "#if0");
+        closing_ = token.kind == Cpp::Directive ? std::string_view() : closingOf(Cpp::trimmedCommentBody(token.text));
+        if (!isUnread_ && closing_.empty()) return;
+        depth_ = 1;
+        first_ = place;
+        holdsBlock_ = false;
+    }
+
+    std::string_view closingOf(std::string_view body) const {
+        if (body == kRegionOff) return kRegionOn;
+        const auto pair = std::ranges::find(markers_, body, &MarkerPairs::value_type::first);
+        return pair == markers_.end() ? std::string_view() : std::string_view(pair->second);
+    }
+
+    // How the token changes the number of regions that are open.
+    int step(const Trn::Token& token) const {
+        if (isUnread_) {
+            if (token.kind != Cpp::Directive) return 0;
+            if (Cpp::directiveStartsWith(token.text, "#if")) return 1;
+            return Cpp::directiveStartsWith(token.text, "#endif") ? -1 : 0;
+        }
+        if (!Cpp::isComment(token.kind)) return 0;
+        const std::string_view body = Cpp::trimmedCommentBody(token.text);
+        if (closing_ == kRegionOn && body.starts_with(kRegionOff)) return 1;
+        return body == closing_ ? -1 : 0;
+    }
+
+    // The token at the place ends the region.
+    void merge(std::size_t place) {
+        Trn::Token& region = tokens_[first_].token;
+        const Trn::Token& last = tokens_[place].token;
+        region.length = last.offset + last.length - region.offset;
+        region.end = last.end;
+        region.text = {region.text.data(), region.length};
+        if (!isUnread_) region.kind = region.text.ends_with('\n') ? Cpp::LineComment : Cpp::BlockComment;
+        tokens_[first_].isRegion = true;
+    }
+
+    const MarkerPairs& markers_;
+    std::vector<ExprToken>& tokens_;
+    int depth_ = 0;
+    std::size_t first_ = 0;  // of the region
+    bool isUnread_ = false;
+    bool holdsBlock_ = false;
+    std::string_view closing_;
+};
+
+}  // namespace
+
+void mergeRegions(const MarkerPairs& markers, std::vector<ExprToken>& tokens) { RegionFinder(markers, tokens).run(); }
+
+}  // namespace Tessel
