@@ -93,10 +93,14 @@ void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, 
     const bool startsDirective = !after.hasLineFeed() && writer_.startsDirectiveBehind(gap);
     const OptionalText& apart = joinsScope ? kBlank : after;
     const std::string_view rest = writer_.writeDirectiveEnd(gap);
-    const std::string_view front = leadingBlanks(rest);
+    const std::string_view throughLast = trimRight(rest);
+    const bool endsWithColon = throughLast.ends_with(':');
+    // A comment in front of the ":" does not stand for it.
+    const std::string_view front =
+        endsWithColon ? trailingBlanks(throughLast.substr(0, throughLast.size() - 1)) : leadingBlanks(rest);
     const OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
     // A ":" that the scheme puts at the start of a line takes what follows it along.
-    const bool isMoved = before.hasLineFeed() && apart.present && trimRight(rest).ends_with(':');
+    const bool isMoved = before.hasLineFeed() && apart.present && endsWithColon;
     const OptionalText behind = keepsBreak(rest, apart) && !isMoved ? keptBreak(rest) : apart;
     writeRendered(exprFormatter_.respaceSeparator(rest, Cpp::Colon,
                                                   rest.size() < gap.size() ? kNothing : ahead,
