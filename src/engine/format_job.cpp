@@ -60,17 +60,24 @@ struct ParsedText {
         sameLines = positions.takeSameLines();
     }
 
+    // Regions that have places in common are one.
     void addRegions(const KeptRegions& added) {
-        regions.insert(regions.end(), added.begin(), added.end());
-        std::ranges::sort(regions, {}, [](const KeptRegion& region) { return std::pair(region.start, region.end); });
-        const auto doubles = std::ranges::unique(regions);
-        regions.erase(doubles.begin(), doubles.end());
+        KeptRegions all = std::exchange(regions, {});
+        all.insert(all.end(), added.begin(), added.end());
+        std::ranges::sort(all, {}, &KeptRegion::start);
+        for (const KeptRegion& region : all) {
+            if (regions.empty() || region.start >= regions.back().end) {
+                regions.push_back(region);
+            } else {
+                regions.back().end = std::max(regions.back().end, region.end);
+            }
+        }
     }
 
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
     Cpp::RootNode root;
-    KeptRegions regions;  // in order; one may lie in another
+    KeptRegions regions;  // in order
     SameLines sameLines;  // as in the text that it has come from
 };
 
@@ -171,9 +178,11 @@ struct Stages {
         if (!messages.empty()) return messages;
         CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme));
         source.root.accept(preFormatter);
+        KeptRegions regions;
         for (const CppPreFormatter::Region& region : preFormatter.regions()) {
-            source.regions.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
+            regions.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
         }
+        source.addRegions(regions);
         return messages;
     }
 

@@ -9,8 +9,6 @@ namespace Tessel {
 struct KeptRegion {
     std::size_t start = 0;
     std::size_t end = 0;
-
-    bool operator==(const KeptRegion&) const = default;
 };
 
 using KeptRegions = std::vector<KeptRegion>;
