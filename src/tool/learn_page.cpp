@@ -42,7 +42,7 @@ public:
         std::size_t start = 0;
         for (std::uint32_t line = 1; line <= place.line && start < text.size(); ++line) {
             const std::size_t end = std::min(text.find('\n', start), text.size());
-            if (line + 1 >= place.line) lines += text.substr(start, std::min(end - start, kWidest)) + '\n';
+            if (line + 1 >= place.line) lines += cut(text.substr(start, end - start)) + '\n';
             start = end + 1;
         }
         return lines;
@@ -50,6 +50,16 @@ public:
 
 private:
     static constexpr std::size_t kWidest = 160;
+
+    // Not within a character of UTF-8.
+    static std::string cut(std::string line) {
+        constexpr unsigned char continues = 0x80, continuesMask = 0xC0;
+        if (line.size() <= kWidest) return line;
+        std::size_t length = kWidest;
+        while (length > 0 && (static_cast<unsigned char>(line[length]) & continuesMask) == continues) --length;
+        line.resize(length);
+        return line;
+    }
 
     const std::string& textOf(std::size_t file) {
         const auto [entry, isNew] = texts_.try_emplace(file);
