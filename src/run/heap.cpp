@@ -26,11 +26,6 @@ constexpr std::size_t blockSize = 16 << 20;
 struct Free {
     void operator()(void* block) const { std::free(block); }
 };
-using Block = std::unique_ptr<void, Free>;
-
-Block allocate(std::size_t size) { return Block(std::malloc(size)); }
-
-std::uintptr_t addressOf(const Block& block) { return reinterpret_cast<std::uintptr_t>(block.get()); }
 
 // Without the allocator's fast bins, what is small is merged as it goes, which takes a tenth less time in all. What has
 // been given back, by the tokens for one, is to hold what comes next.
@@ -41,22 +36,17 @@ void tuneAllocator() {
     ::mallopt(M_TRIM_THRESHOLD, keptAtHeapEnd);
 }
 
-// The blocks lie at the end of the heap, which has them when they are given back: what is allocated next takes them.
+// A page that is new costs as much as formatting a hundred characters, whether it is small or huge: the heap is to go
+// on in huge ones. What lies in front of the first is for small files, which need less than one. The blocks lie at the
+// end of the heap, which has them when they are given back: what is allocated next takes them.
 void growInHugePages(int blocks) {
     if (blocks == 0) return;
-    const Block block = allocate(blockSize);
+    const std::unique_ptr<void, Free> block(std::malloc(blockSize));
     if (!block) return;
-    const std::uintptr_t page = addressOf(block) / hugePage * hugePage;
-    ::madvise(reinterpret_cast<void*>(page), blockSize, MADV_HUGEPAGE);
+    const auto address = reinterpret_cast<std::uintptr_t>(block.get());
+    const std::uintptr_t first = (address + hugePage - 1) / hugePage * hugePage;
+    ::madvise(reinterpret_cast<void*>(first), blockSize, MADV_HUGEPAGE);
     growInHugePages(blocks - 1);
-}
-
-// A page that is new costs as much as formatting a hundred characters, whether it is small or huge. Huge ones are
-// whole: a filler takes what lies in front of the first.
-void takeHugePages(int blocks) {
-    static thread_local const Block end = allocate(1);
-    static thread_local const Block filler = allocate(hugePage - addressOf(end) % hugePage);
-    if (filler) growInHugePages(blocks);
 }
 
 #endif
@@ -69,7 +59,7 @@ void prepareHeap(Thread thread) {
     constexpr int mainBlocks = 8;
     constexpr int otherBlocks = 2;
     if (thread == Thread::Main) tuneAllocator();
-    takeHugePages(thread == Thread::Main ? mainBlocks : otherBlocks);
+    growInHugePages(thread == Thread::Main ? mainBlocks : otherBlocks);
 #endif
 }
 
