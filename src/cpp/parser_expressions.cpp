@@ -34,41 +34,27 @@ bool endsOperand(int kind) {
     }
 }
 
-// Behind which no statement ends. A "*" or "&" may be the mark of a type, a ">" its end.
-bool awaitsOperand(int kind) {
+// An operator, but those that may also be the mark of a type, or of one operand, or brackets.
+bool joinsOperands(int kind) {
     switch (kind) {
         case Increment:
         case Decrement:
         case Asterisk:
         case Ampersand:
         case OpenBracket:
-        case CloseBracket:
-        case Greater:
-        case ShiftRight: return false;
-        case Comma:
-        case Dot:
-        case Arrow:
-        case KeywordReturn: return true;
+        case CloseBracket: return false;
         default: return kind >= Assign && kind <= ArrowAsterisk;
     }
 }
 
+// Behind which no statement ends. A ">" may be the end of a type.
+bool awaitsOperand(int kind) {
+    return kind == Comma || kind == KeywordReturn || (joinsOperands(kind) && kind != Greater && kind != ShiftRight);
+}
+
 // With which no statement begins, but for signs that nobody begins one with.
 bool onlyContinues(int kind) {
-    switch (kind) {
-        case Increment:
-        case Decrement:
-        case Asterisk:
-        case Ampersand:
-        case OpenBracket:
-        case CloseBracket:
-        case Exclamation:
-        case Tilde: return false;
-        case Semicolon:
-        case Dot:
-        case Arrow: return true;
-        default: return kind >= Assign && kind <= ArrowAsterisk;
-    }
+    return kind == Semicolon || (joinsOperands(kind) && kind != Exclamation && kind != Tilde);
 }
 
 // A token that cannot stand inside the parentheses of a control statement's head.

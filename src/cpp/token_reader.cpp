@@ -1,40 +1,12 @@
 #include "cpp/token_reader.h"
 
-#include <string_view>
-
-#include "cpp/comment_text.h"
-#include "cpp/directive_text.h"
+#include "cpp/region_markers.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 
 namespace Cpp {
 
 namespace {
-
-constexpr std::string_view kRegionOff = "VANTREL-OFF";
-constexpr std::string_view kRegionOn = "VANTREL-ON";
-
-bool opensUnusedBlock(const Trn::Token& token) {
-    return token.kind == Directive && directiveStartsWith(token.text, "#if0");
-}
-
-bool opensProtectedRegion(const Trn::Token& token) {
-    return isComment(token.kind) && trimmedCommentBody(token.text) == kRegionOff;
-}
-
-// How a token inside a `#if 0` block changes the depth of conditionals.
-int unusedBlockStep(const Trn::Token& token) {
-    if (token.kind != Directive) return 0;
-    if (directiveStartsWith(token.text, "#if")) return 1;
-    return directiveStartsWith(token.text, "#endif") ? -1 : 0;
-}
-
-int protectedRegionStep(const Trn::Token& token) {
-    if (!isComment(token.kind)) return 0;
-    const std::string_view body = trimmedCommentBody(token.text);
-    if (body.starts_with(kRegionOff)) return 1;
-    return body == kRegionOn ? -1 : 0;
-}
 
 // C uses words as names that are keywords in C++: `int private = 1;`, `template.next = 0;`, `for (try = 0; …)`. Whether
 // a keyword is one of these is told by the token behind it; in front of a ";", by the end of a type before it.

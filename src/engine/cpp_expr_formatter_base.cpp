@@ -159,7 +159,8 @@ void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
 
 void CppExprFormatterBase::writeRegion(TextSweep& sweep, OIndentBuf& out) {
     const std::string_view region = sweep.currentText();
-    if (const auto offset = columns_.offsetInDocument(region)) keptRegions_.push_back({*offset, *offset + region.size()});
+    const auto offset = columns_.offsetInDocument(region);
+    if (offset) keptRegions_.push_back({*offset, *offset + region.size()});
     if (sweep.currentKind() == Cpp::Directive) {
         writeDirective(sweep.takeGap(), region, out, InnerBlanks::Keep);
     } else if (extensions_.keepsRegionIndent) {

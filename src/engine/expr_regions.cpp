@@ -3,17 +3,13 @@
 #include <algorithm>
 
 #include "cpp/comment_text.h"
-#include "cpp/directive_text.h"
+#include "cpp/region_markers.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 
 namespace Tessel {
 
 namespace {
-
-// The markers that the parser knows; they nest.
-constexpr std::string_view kRegionOff = "VANTREL-OFF";
-constexpr std::string_view kRegionOn = "VANTREL-ON";
 
 // Goes through the tokens once, with the region that is open.
 class RegionFinder {
@@ -40,8 +36,8 @@ public:
 private:
     void open(std::size_t place) {
         const Trn::Token& token = tokens_[place].token;
-        isUnread_ = token.kind == Cpp::Directive && Cpp::directiveStartsWith(token.text, "#if0");
-        closing_ = token.kind == Cpp::Directive ? std::string_view() : closingOf(Cpp::trimmedCommentBody(token.text));
+        isUnread_ = Cpp::opensUnusedBlock(token);
+        closing_ = Cpp::isComment(token.kind) ? closingOf(Cpp::trimmedCommentBody(token.text)) : std::string_view();
         if (!isUnread_ && closing_.empty()) return;
         depth_ = 1;
         first_ = place;
@@ -49,22 +45,16 @@ private:
     }
 
     std::string_view closingOf(std::string_view body) const {
-        if (body == kRegionOff) return kRegionOn;
+        if (body == Cpp::kRegionOff) return Cpp::kRegionOn;
         const auto pair = std::ranges::find(markers_, body, &MarkerPairs::value_type::first);
         return pair == markers_.end() ? std::string_view() : std::string_view(pair->second);
     }
 
     // How the token changes the number of regions that are open.
     int step(const Trn::Token& token) const {
-        if (isUnread_) {
-            if (token.kind != Cpp::Directive) return 0;
-            if (Cpp::directiveStartsWith(token.text, "#if")) return 1;
-            return Cpp::directiveStartsWith(token.text, "#endif") ? -1 : 0;
-        }
-        if (!Cpp::isComment(token.kind)) return 0;
-        const std::string_view body = Cpp::trimmedCommentBody(token.text);
-        if (closing_ == kRegionOn && body.starts_with(kRegionOff)) return 1;
-        return body == closing_ ? -1 : 0;
+        if (isUnread_) return Cpp::unusedBlockStep(token);
+        if (closing_ == Cpp::kRegionOn) return Cpp::protectedRegionStep(token);
+        return Cpp::isComment(token.kind) && Cpp::trimmedCommentBody(token.text) == closing_ ? -1 : 0;
     }
 
     // The token at the place ends the region.

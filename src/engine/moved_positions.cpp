@@ -33,22 +33,21 @@ Trn::Position MovedPositions::moved(Trn::Position position) {
 }
 
 std::size_t MovedPositions::movedEnd(std::size_t end) {
-    SideBySide& sides = sidesBefore(end);
-    sides.passUpTo(end);
-    const std::size_t place = sides.resultPlace();
+    goBackFor(end);
+    sides_.passUpTo(end);
+    const std::size_t place = sides_.resultPlace();
     const bool endsLine = end > 0 && source_.text()[end - 1] == '\n';
     return endsLine ? std::min(result_.text().find('\n', place), result_.size() - 1) + 1 : place;
 }
 
 // Places are asked for in their order, but for a few.
-SideBySide& MovedPositions::sidesBefore(std::size_t offset) {
+void MovedPositions::goBackFor(std::size_t offset) {
     if (offset < sides_.sourcePlace()) {
         while (passed_.size() > 1 && passed_.back().sourcePlace() > offset) passed_.pop_back();
         sides_ = passed_.back();
     } else if (sides_.sourcePlace() >= passed_.back().sourcePlace() + kStride) {
         passed_.push_back(sides_);
     }
-    return sides_;
 }
 
 }  // namespace Tessel

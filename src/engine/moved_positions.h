@@ -27,7 +27,7 @@ public:
     std::size_t movedStart(std::size_t start) { return movedEnd(start + 1) - 1; }
 
 private:
-    SideBySide& sidesBefore(std::size_t offset);
+    void goBackFor(std::size_t offset);
 
     const Zelmor::TextDocument& source_;
     const Zelmor::TextDocument& result_;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <string_view>
 
 namespace Learn {
 
@@ -46,39 +45,43 @@ const std::vector<Family>& families() {
     return table;
 }
 
-struct KeyNature {
-    KeyId key;
+struct NatureOfKeys {
     Nature nature;
+    std::vector<KeyId> keys;
 };
 
-// What names do not tell.
-constexpr KeyNature kNatures[] = {
-    {WS_BEFORE_CLASS_INIT_LIST, Nature::Hanging},
-    {WS_AFTER_CLASS_INIT_LIST, Nature::Hanging},
-    {GLOBAL_WS_BEFORE_OPEN_BRACE, Nature::Structural},
-    {WS_AFTER_CS_CASE_LABELS, Nature::Structural},
-    {WS_BETWEEN_CS, Nature::Structural},
-    {WS_BEFORE_DO_WHILE, Nature::Structural},
-    {WS_BEFORE_ACCESS_SPECS, Nature::Structural},
-    {WS_BETWEEN_STATEMENTS, Nature::Together},
-    {WS_AFTER_FN_DECL_RETURN_TYPE, Nature::Breakable},
-    {WS_AFTER_FN_DEFN_RETURN_TYPE, Nature::Breakable},
-    {WS_BEFORE_DD_OPEN_BRACE, Nature::Inline},
-    {WS_AFTER_DD_OPEN_BRACE, Nature::Table},
-    {WS_BEFORE_DD_CLOSE_BRACE, Nature::Table},
-    {WS_BETWEEN_DD_ELEMENTS, Nature::Table},
-};
+// Those of the keys whose values are texts. What is not listed stands within a line.
+const std::vector<NatureOfKeys>& naturesOfTexts() {
+    static const std::vector<NatureOfKeys> table = {
+        {Nature::Breakable,
+         {GLOBAL_WS_BEFORE_COMMA, WS_BEFORE_BASE_CLAUSES_COMMA, WS_BEFORE_CLASS_INITS_COMMA, WS_BEFORE_TP_COMMA,
+          WS_AFTER_FN_DECL_RETURN_TYPE, WS_AFTER_FN_DEFN_RETURN_TYPE, WS_BEFORE_FN_COMMA, WS_BEFORE_DD_COMMA,
+          WS_BEFORE_ENUM_COMMA, WS_BEFORE_FN_CALL_COMMA, WS_BEFORE_DECLARATOR_COMMA}},
+        {Nature::Together, {WS_BETWEEN_STATEMENTS}},
+        {Nature::Structural,
+         {GLOBAL_WS_BEFORE_OPEN_BRACE, GLOBAL_WS_AFTER_OPEN_BRACE, WS_AFTER_NS_OPEN_BRACE, WS_AFTER_CLASS_OPEN_BRACE,
+          WS_BEFORE_ACCESS_SPECS, WS_AFTER_FN_OPEN_BRACE, WS_AFTER_CS_OPEN_BRACE, WS_BETWEEN_CS,
+          WS_AFTER_CS_CASE_LABELS, WS_AFTER_ENUM_OPEN_BRACE, WS_BEFORE_DO_WHILE}},
+        {Nature::Hanging,
+         {GLOBAL_WS_BEFORE_CLOSE_BRACE, WS_BEFORE_NS_OPEN_BRACE, WS_BEFORE_NS_CLOSE_BRACE, WS_BEFORE_CLASS_OPEN_BRACE,
+          WS_BEFORE_CLASS_CLOSE_BRACE, WS_BEFORE_CLASS_INIT_LIST, WS_AFTER_CLASS_INIT_LIST, WS_BEFORE_FN_OPEN_BRACE,
+          WS_BEFORE_FN_CLOSE_BRACE, WS_BEFORE_CS_OPEN_BRACE, WS_BEFORE_CS_CLOSE_BRACE, WS_BEFORE_ENUM_OPEN_BRACE,
+          WS_BEFORE_ENUM_CLOSE_BRACE, WS_BEFORE_LINKAGE_OPEN_BRACE, WS_BEFORE_CASE_OPEN_BRACE}},
+        {Nature::Table, {WS_BETWEEN_DD_ELEMENTS, WS_AFTER_DD_OPEN_BRACE, WS_BEFORE_DD_CLOSE_BRACE}},
+        {Nature::Indentation,
+         {GLOBAL_INDENT_CONTENT, INDENT_NS_CONTENT, INDENT_ACCESS_SPEC_LABEL, INDENT_CLASS_CONTENT, INDENT_CLASS_INITS,
+          INDENT_FN_PARAMS, INDENT_FN_CONTENT, INDENT_DD_CONTENT, INDENT_CS_CONTENT, INDENT_CS_CASE_LABELS,
+          INDENT_CS_CASE_CONTENT, INDENT_ENUM_CONTENT, INDENT_LINKAGE_CONTENT, INDENT_CS_SINGLE, INDENT_LABEL}},
+    };
+    return table;
+}
 
 Nature findNature(KeyId key) {
     if (key.type() != Tessel::PropertyType::String) return Nature::Other;
-    for (const auto& [known, nature] : kNatures) {
-        if (known == key) return nature;
+    for (const auto& [nature, keys] : naturesOfTexts()) {
+        if (std::find(keys.begin(), keys.end(), key) != keys.end()) return nature;
     }
-    const std::string_view name = key.name();
-    if (name.find("INDENT_") != name.npos) return Nature::Indentation;
-    if (name.find("WS_BEFORE_") != name.npos && name.ends_with("_COMMA")) return Nature::Breakable;
-    if (!name.ends_with("_BRACE")) return Nature::Inline;
-    return name.find("WS_BEFORE_") != name.npos ? Nature::Hanging : Nature::Structural;
+    return Nature::Inline;
 }
 
 }  // namespace

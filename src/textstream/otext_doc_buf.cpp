@@ -96,13 +96,7 @@ std::size_t OTextDocBuf::putPlain(std::string_view text) {
 }
 
 std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
-    const unsigned kinds = kindsIn(text);
-    if (kinds == 0) return putPlain(text);
-    if (kinds == LineFeed) {
-        openQuote_ = traits_type::eof();
-        previousChar_ = traits_type::to_int_type(text.back());
-        return putAsGiven(text);
-    }
+    if (isPlain(text)) return putPlain(text);
     std::size_t taken = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         trackLiteral(text[i]);

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <streambuf>
 #include <string>
@@ -68,7 +66,7 @@ protected:
     bool isPlain(std::string_view text) const {
         if (tabMode_ != KeepTabs && tabMode_ != TabsToSpaces) return false;
         for (const char c : text) {
-            if (kindOf(c) != 0) return false;
+            if (c == '\n' || c == '\t' || c == '"' || c == '\'') return false;
         }
         return true;
     }
@@ -77,26 +75,6 @@ protected:
     int column_;
 
 private:
-    // Characters that are more than one column wide, or change how others are written.
-    enum Kind : std::uint8_t { LineFeed = 1, Tab = 2, Quote = 4 };
-    static constexpr std::array<std::uint8_t, 256> makeKinds() {
-        std::array<std::uint8_t, 256> kinds{};
-        kinds['\n'] = LineFeed;
-        kinds['\t'] = Tab;
-        kinds['"'] = kinds['\''] = Quote;
-        return kinds;
-    }
-    // Those that occur in the text, together.
-    static unsigned kindsIn(std::string_view text) {
-        unsigned found = 0;
-        for (const char c : text) found |= kindOf(c);
-        return found;
-    }
-    static unsigned kindOf(char c) {
-        static constexpr std::array<std::uint8_t, 256> kinds = makeKinds();
-        return kinds[static_cast<unsigned char>(c)];
-    }
-
     std::size_t putAsGiven(std::string_view text);
     std::size_t putTabsAsSpaces(std::string_view text);
     std::size_t putSpacesAsTabs(std::string_view text);
