@@ -152,10 +152,10 @@ std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
     }
 }
 
-// At a directive outside of brackets: whether the statement goes on behind it, for an operand is to come, or an operator
-// that no statement begins with.
+// At a directive outside of brackets, which ends a statement: whether the statement goes on behind it all the same, for
+// an operand is to come, or an operator that no statement begins with.
 bool Parser::goesOn(const TokenBuffer& tokens, const Expression& statement) const {
-    if (statement.previous == TokenLinks::kNone) return false;
+    if (!keepsUnrecognized_ || statement.previous == TokenLinks::kNone) return false;
     if (awaitsOperand(tokens.kindAt(statement.previous))) return true;
     return onlyContinues(tokens.kindAt(links_.significant(tokens.place())));
 }

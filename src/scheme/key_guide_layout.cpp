@@ -59,7 +59,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
     rows.push_back({set(Keys::KEEP_UNRECOGNIZED, true), group,
                     "Macros that stand by themselves without \";\", and what no rule recognises but whose brackets "
-                    "match, are kept as written. Off or absent: such a source is refused.",
+                    "match, are kept as written; statements go on behind directives where they cannot have ended. Off or "
+                    "absent: such a source is refused, and a directive ends the statement in front of it.",
                     "MODULE(app)\nif (ready) go();\n"});
 }
 

@@ -73,6 +73,7 @@ data - | a | -
 expr x = y ?
 expr throw 1 : 2;
 )");
+    EXPECT_EQ(itemsOf("x =\n#if Y\nf(a);"), "\nexpr x =\ndirective #if Y\nexpr f a;\n") << "unless it is kept";
 }
 
 }  // namespace
