@@ -19,13 +19,16 @@ public:
     void setEnd(Trn::Position position) override { end_ = position; }
     Trn::Position end() const override { return end_; }
     void move(PositionMap& map) override {
-        start_ = map.moved(start_);
-        end_ = map.moved(end_);
+        moveStart(map);
+        moveEnd(map);
     }
 
 protected:
     LeafNode() = default;
     LeafNode(Trn::Position start, Trn::Position end) : start_(start), end_(end) {}
+
+    void moveStart(PositionMap& map) { start_ = map.moved(start_); }
+    void moveEnd(PositionMap& map) { end_ = map.moved(end_); }
 
 private:
     Trn::Position start_;
@@ -125,8 +128,9 @@ public:
     const ExprBodies& bodies() const { return bodies_; }
     void setBodies(ExprBodies bodies) { bodies_ = std::move(bodies); }
     void move(PositionMap& map) override {
-        VisitableNode::move(map);
+        moveStart(map);
         bodies_.move(map);
+        moveEnd(map);
     }
 
 private:

@@ -29,6 +29,15 @@ bool mayStayOnLine(const Cpp::BlockNode& body) {
            std::all_of(body.childBegin(), body.childEnd(), [](const auto& child) { return isSimple(*child); });
 }
 
+// Whether a text cannot fit in that many columns however it is laid out.
+bool exceeds(int columns, std::string_view text) {
+    int count = 0;
+    for (const char c : text) {
+        if (c != ' ' && c != '\t' && ++count > columns) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 // What is known of the construct that is being written, set aside for the time that a body in it is.
@@ -118,6 +127,9 @@ bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target
         formatBlock(body, braces);
         return true;
     }
+    const std::size_t start = offsetOf(source_, body.start()) - 1;
+    const std::string_view text = source_.text().substr(start, offsetOf(source_, body.end()) - start);
+    if (exceeds(rightMargin_ - target.column(), text)) return false;
     Place place(*this);
     Zelmor::OIndentBuf line{Zelmor::IndentState(target)};
     {

@@ -46,7 +46,9 @@ std::size_t OIndentBuf::write(std::string_view text) {
         if (textColumn_ < 0) findTextColumn(text);
         return putPlain(text);
     }
-    std::size_t taken = 0;
+    const std::size_t asTheyStand = keepLeadingSpace_ && indent_.empty() ? text.rfind('\n') + 1 : 0;
+    std::size_t taken = asTheyStand > 0 ? putLines(text.substr(0, asTheyStand)) : 0;
+    if (taken < asTheyStand) return taken;
     while (taken < text.size()) {
         if (column_ == 0 && text[taken] != '\n') {
             if (!keepLeadingSpace_) {
@@ -65,6 +67,13 @@ std::size_t OIndentBuf::write(std::string_view text) {
         if (taken != end) break;
     }
     return taken;
+}
+
+// Writes whole lines to which nothing is added.
+std::size_t OIndentBuf::putLines(std::string_view lines) {
+    lineHasText_ = false;
+    textColumn_ = -1;
+    return put(lines);
 }
 
 // The piece of a line that is written next may have the line's first text.

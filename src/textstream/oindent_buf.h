@@ -65,6 +65,7 @@ private:
     friend class IndentScope;
     friend struct IndentState;
 
+    std::size_t putLines(std::string_view lines);
     void findTextColumn(std::string_view line);
 
     std::string indent_;

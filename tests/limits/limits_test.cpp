@@ -1,9 +1,8 @@
 // Texts that are deep, long or many, through the whole job: each is formatted, or refused with a message that
-// says where, in time that grows with its length.
+// says where. One whose time grew with the square of its length would run into ctest's timeout.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -20,10 +19,6 @@ constexpr int kVeryDeep = 200'000 / kShare;
 constexpr int kMany = 100'000 / kShare;
 
 constexpr const char* kTooDeep = "The source is nested too deeply here.";
-
-// More than any of these texts takes under sanitizers on a slow machine, and nothing to what they would take
-// if the time grew with the square of their length.
-constexpr double kMostSeconds = 60;
 
 // Of the calls that the deepest accepted text takes, sanitizers make the stack's usual size too little; the
 // program sees to that itself.
@@ -49,9 +44,7 @@ std::string repeated(std::string_view text, int count) {
 
 // Formats the text, and checks that the tokens stay as they are. Says why it was refused.
 std::string refusalOf(const std::string& scheme, const std::string& text) {
-    const std::clock_t start = std::clock();
     const Formatted result = formatText(shippedScheme(scheme), text);
-    EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, kMostSeconds);
     if (result.accepted()) {
         EXPECT_EQ(brokenPromise({}, text, result, false), "");
     }
