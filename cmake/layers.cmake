@@ -23,3 +23,20 @@ function(vantrel_layer name)
   list(TRANSFORM ARGN PREPEND vantrel_)
   target_link_libraries(vantrel_${name} PUBLIC ${ARGN} PRIVATE vantrel_flags)
 endfunction()
+
+include(CheckCXXSourceCompiles)
+
+# vantrel_link_quick_start(PROGRAM): finding the many symbols of shared libraries, and moving a program to wherever it
+# has been loaded, takes longer than formatting a small file. Where the system has no static C library, that of C++ is.
+set(CMAKE_REQUIRED_LINK_OPTIONS -static)
+check_cxx_source_compiles("#include <iostream>\nint main() { return 0; }" VANTREL_HAS_STATIC_LIBRARIES)
+unset(CMAKE_REQUIRED_LINK_OPTIONS)
+function(vantrel_link_quick_start program)
+  if(VANTREL_SANITIZE)
+    return()
+  elseif(VANTREL_HAS_STATIC_LIBRARIES)
+    target_link_options(${program} PRIVATE -static -Wl,--gc-sections)
+  else()
+    target_link_options(${program} PRIVATE -static-libstdc++ -static-libgcc)
+  endif()
+endfunction()

@@ -5,6 +5,7 @@ add_custom_command(OUTPUT ${changelog} DEPENDS ${PROJECT_SOURCE_DIR}/packaging/c
                    COMMAND sh -c "gzip -9nc \"$1\" > \"$2\"" sh ${PROJECT_SOURCE_DIR}/packaging/changelog ${changelog})
 add_custom_target(changelog ALL DEPENDS ${changelog})
 install(FILES ${changelog} packaging/copyright DESTINATION share/doc/vantrel)
+install(FILES packaging/lintian-overrides DESTINATION share/lintian/overrides RENAME vantrel)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vantrel)

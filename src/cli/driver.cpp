@@ -15,6 +15,7 @@
 #include "cli/output_file.h"
 #include "engine/format_options.h"
 #include "run/format_text.h"
+#include "scheme/named_scheme.h"
 #include "scheme/property_set_store.h"
 #include "scheme/scheme_check.h"
 #include "scheme/scheme_conversion.h"
@@ -42,7 +43,12 @@ void checkScheme(const Tessel::PropertySet& scheme, const std::string& directory
     throw Failure(message);
 }
 
+// Of many schemes only the one that is wanted is read where its file has its name.
 Tessel::PropertySet loadScheme(const std::string& name, const std::string& directory, std::ostream& errors) {
+    if (std::optional<Tessel::PropertySet> named = TesselUI::readNamedScheme(directory, name)) {
+        checkScheme(*named, directory);
+        return *std::move(named);
+    }
     TesselUI::PropertySetStore store(directory);
     store.read();
     const std::string notice = TesselUI::convertSchemes(store);

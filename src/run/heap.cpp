@@ -21,7 +21,10 @@ constexpr int heapStep = 1 << 20;
 constexpr int keptAtHeapEnd = 256 << 20;
 
 constexpr std::size_t hugePage = 2 << 20;
-constexpr std::size_t blockSize = 16 << 20;
+// What is asked for at once: not all that may be, so that it is taken from the heap for certain.
+constexpr std::size_t blockSize = largestHeapBlock - hugePage;
+// How far jobs on a few megabytes reach; the heap of a thread's own is smaller.
+constexpr int mainReach = 128 << 20;
 
 struct Free {
     void operator()(void* block) const { std::free(block); }
@@ -37,16 +40,22 @@ void tuneAllocator() {
 }
 
 // A page that is new costs as much as formatting a hundred characters, whether it is small or huge: the heap is to go
-// on in huge ones. What lies in front of the first is for small files, which need less than one. The blocks lie at the
-// end of the heap, which has them when they are given back: what is allocated next takes them.
-void growInHugePages(int blocks) {
-    if (blocks == 0) return;
+// on in huge ones, as far as `reach` behind its start. What lies in front of the first is for small files, which need
+// less than one. The block lies at the end of the heap, which has it when it is given back: what is allocated next
+// takes it. The allocator writes behind the block, and what it has written to stays a small page: so it is a large one.
+void growInHugePages(std::size_t reach) {
     const std::unique_ptr<void, Free> block(std::malloc(blockSize));
     if (!block) return;
     const auto address = reinterpret_cast<std::uintptr_t>(block.get());
     const std::uintptr_t first = (address + hugePage - 1) / hugePage * hugePage;
-    ::madvise(reinterpret_cast<void*>(first), blockSize, MADV_HUGEPAGE);
-    growInHugePages(blocks - 1);
+    ::madvise(reinterpret_cast<void*>(first), reach, MADV_HUGEPAGE);
+}
+
+// The heap grows by what is asked for and the pad.
+void growMainHeap() {
+    ::mallopt(M_TOP_PAD, mainReach - static_cast<int>(blockSize));
+    growInHugePages(mainReach - hugePage);
+    ::mallopt(M_TOP_PAD, heapStep);
 }
 
 #endif
@@ -55,11 +64,12 @@ void growInHugePages(int blocks) {
 
 void prepareHeap(Thread thread) {
 #ifdef M_MXFAST
-    // What jobs on a few megabytes take; a heap of a thread's own is smaller.
-    constexpr int mainBlocks = 8;
-    constexpr int otherBlocks = 2;
-    if (thread == Thread::Main) tuneAllocator();
-    growInHugePages(thread == Thread::Main ? mainBlocks : otherBlocks);
+    if (thread == Thread::Main) {
+        tuneAllocator();
+        growMainHeap();
+    } else {
+        growInHugePages(blockSize - hugePage);
+    }
 #endif
 }
 

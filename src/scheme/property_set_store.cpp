@@ -36,11 +36,10 @@ auto findEntry(Entries& entries, std::string_view name) {
 }
 
 // A link that leads nowhere is not there. What cannot be examined counts as a file, so that reading it
-// reports the problem.
+// reports the problem. Most file systems tell of what kind a file is with its name.
 bool mayHoldScheme(const fs::directory_entry& entry) {
     std::error_code error;
-    const fs::file_type type = entry.status(error).type();
-    return type == fs::file_type::regular || type == fs::file_type::none;
+    return entry.is_regular_file(error) || entry.status(error).type() == fs::file_type::none;
 }
 
 Tessel::PropertySet readScheme(const std::string& path) {

@@ -248,10 +248,20 @@ TEST_F(Program, SchemesThatCannotBeUsed) {
     EXPECT_EQ(runOn("a.cpp", "-").status, 0) << "another scheme is not concerned";
 
     schemes.write("broken.vts", "no scheme\n");
-    result = runOn("a.cpp", "-");
+    EXPECT_EQ(runOn("a.cpp", "-").status, 0) << "its file has its name, so that no other is read";
+    result = run({"-s", "with letters", "a.cpp", "-"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.errors,
                 HasSubstr("trying to read the scheme file \"" + schemes.path("broken.vts") + "\"."));
+}
+
+TEST_F(Program, OfTwoSchemesWithOneNameTheFirstFileCounts) {
+    folder.write("a.cpp", "f(a);\n");
+    schemes.write("b.vts", schemeText("b", "3 WS_AFTER_FN_NAME \"\"\n"));
+    schemes.write("c.vts", "# Not its file.\n" + schemeText("b", "3 WS_AFTER_FN_NAME \"  \"\n"));
+    EXPECT_EQ(run({"-s", "b", "a.cpp", "-"}).output, "f(a);\n");
+    schemes.write("a.vts", "# Not its file.\n" + schemeText("b", "3 WS_AFTER_FN_NAME \" \"\n"));
+    EXPECT_EQ(run({"-s", "b", "a.cpp", "-"}).output, "f (a);\n");
 }
 
 TEST_F(Program, RunsAtOnceConvertTheSameSchemes) {
