@@ -9,6 +9,7 @@
 #include "cpp/parser_scopes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 
 namespace Cpp {
 
@@ -34,11 +35,6 @@ bool startsDeclarationInBlock(int kind) {
 // A token behind a name that makes the two the start of a declaration.
 bool continuesDeclaration(int kind) {
     return kind == Asterisk || kind == Ampersand || kind == Less || kind == Identifier;
-}
-
-// A word of a coroutine, when what it stands in front of is no declarator.
-bool isCoroutineWord(std::string_view word) {
-    return word == "co_return" || word == "co_await" || word == "co_yield";
 }
 
 bool startsAssembler(const Trn::Token& token) {

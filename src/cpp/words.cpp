@@ -1,7 +1,7 @@
 #include "cpp/words.h"
 
 #include <algorithm>
-#include <iterator>
+#include <span>
 
 namespace Cpp {
 
@@ -11,13 +11,27 @@ constexpr std::string_view kArgumentWords[] = {
     "_Alignas", "_Atomic",    "_BitInt",  "__assume",   "__attribute",  "__attribute__",
     "__based",  "__declspec", "__typeof", "__typeof__", "_based",       "_declspec",
     "alignas",  "decltype",   "noexcept", "typeof",     "typeof_unqual"};
+constexpr std::string_view kTypeWords[] = {"_Atomic",    "_BitInt",  "__typeof",     "__typeof__",
+                                           "decltype", "typeof", "typeof_unqual"};
+constexpr std::string_view kOperatorWords[] = {"and",    "and_eq", "bitand", "bitor", "compl", "not",
+                                               "not_eq", "or",     "or_eq",  "xor",   "xor_eq"};
+
+bool isAmong(std::span<const std::string_view> words, std::string_view word) {
+    return std::ranges::find(words, word) != words.end();
+}
 
 }  // namespace
 
 bool takesArgument(const Trn::Token& word) {
     if (word.kind == KeywordExplicit) return true;
     if (word.kind != Identifier) return false;
-    return std::ranges::find(kArgumentWords, word.text) != std::end(kArgumentWords);
+    return isAmong(kArgumentWords, word.text);
+}
+
+bool namesType(const Trn::Token& word) { return word.kind == Identifier && isAmong(kTypeWords, word.text); }
+
+bool isOperatorWord(std::string_view word) {
+    return isCoroutineWord(word) || isAmong(kOperatorWords, word);
 }
 
 bool isUpperCase(std::string_view word) {

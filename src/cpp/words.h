@@ -40,6 +40,17 @@ constexpr bool isStorageWord(int kind) {
 // noexcept, …
 bool takesArgument(const Trn::Token& word);
 
+// One of these that makes a type of its argument.
+bool namesType(const Trn::Token& word);
+
+// A word of a coroutine, when what it stands in front of is no declarator.
+constexpr bool isCoroutineWord(std::string_view word) {
+    return word == "co_return" || word == "co_await" || word == "co_yield";
+}
+
+// A word that stands for an operator, or works as one: an operand follows.
+bool isOperatorWord(std::string_view word);
+
 // Whether no letter of the word is a small one, as in the names of macros.
 bool isUpperCase(std::string_view word);
 

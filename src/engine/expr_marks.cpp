@@ -20,7 +20,9 @@ const MarkSettings& CppExprFormatter::markSettings(int kind) const {
 void CppExprFormatter::writeMarks(Run& run) {
     std::size_t end = run.sweep.place();
     while (run.roleAt(end) == ExprRole::Mark) ++end;
-    const MarkSettings& marks = markSettings(run.kindAt(end - 1));
+    const std::size_t marksEnd = end;
+    const MarkSettings& marks = markSettings(run.kindAt(marksEnd - 1));
+    if (isPack(run.tokens, end)) end += kDotsOfPack;  // go with the marks
     const bool endsText = end >= run.tokens.size();
     const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames;

@@ -8,6 +8,7 @@
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/expr_casts.h"
 #include "engine/operator_kinds.h"
 
@@ -40,6 +41,7 @@ private:
         bool isArgument = false;    // of a template
         bool sawQualifier = false;  // "const" or "struct", which only types have
         bool followsNew = false;
+        bool isOperand = false;  // of an operator, in parentheses
     };
 
     int previousKind() const { return kindAt(tokens_, previous_); }
@@ -120,7 +122,9 @@ private:
                (kindAt(tokens_, place + 1) == Cpp::CloseBracket || kindAt(tokens_, place + 1) == Cpp::Comma);
     }
 
-    bool isInDeclaration() const { return mode_ == ExprMode::Declaration || segment_.isParameter; }
+    bool isInDeclaration() const {
+        return (mode_ == ExprMode::Declaration && !segment_.isOperand) || segment_.isParameter;
+    }
 
     ExprRole roleOfStar(std::size_t place) const {
         const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
@@ -131,31 +135,54 @@ private:
         // `f() const &&`, `ref(&&)`
         const bool standsAlone = previousKind() == Cpp::OpenParen && kindAt(tokens_, place + 1) == Cpp::CloseParen;
         if (followsParameters_ || standsAlone) return ExprRole::Operand;
+        if (isFold(place)) return ExprRole::BinaryOperator;
         if (isMark(place)) return ExprRole::Mark;
+        // `int (A::*a)(int)`
+        if (tokens_[previous_].token.text.ends_with("::")) return ExprRole::UnaryOperator;
         // `T (&&a)[2]`, `a = &&label`
         const bool isByItself = previousRole() == ExprRole::GroupOpen || previousKind() == Cpp::Assign;
         if (isLogical && isByItself) return ExprRole::UnaryOperator;
         return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     }
 
+    // `(a && ...)`, as opposed to the parameters of a template's argument: `function<void(A&&...)>`
+    bool isFold(std::size_t place) const {
+        const std::size_t dots = nextPlace(tokens_, place);
+        if (!isPack(tokens_, dots) || isInDeclaration() || outer_.empty() || outer_.back().isArgument)
+            return false;
+        const std::size_t behind = dots + kDotsOfPack;
+        return kindAt(tokens_, behind) == Cpp::CloseParen || kindAt(tokens_, behind) == kindAt(tokens_, place);
+    }
+
     bool followsType() const {
         const int kind = previousKind();
-        return kind == Cpp::Identifier || previousRole() == ExprRole::TemplateClose ||
-               isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) || kind == Cpp::KeywordUnsigned ||
-               kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto;
+        if (kind == Cpp::Identifier) return !Cpp::isOperatorWord(tokens_[previous_].token.text);
+        return previousRole() == ExprRole::TemplateClose || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
+               kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto ||
+               closesTypeWord(previous_);
+    }
+
+    // The ")" of `decltype(a)`.
+    bool closesTypeWord(std::size_t place) const {
+        if (tokens_[place].role != ExprRole::GroupClose) return false;
+        const std::size_t open = tokens_[place].partner;
+        return open > 0 && Cpp::namesType(tokens_[open - 1].token);
     }
 
     bool isMark(std::size_t place) const {
         if (!followsType()) return false;
-        if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto) return true;
+        if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto || closesTypeWord(previous_))
+            return true;
+        // `new T *(a)`
+        const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
+        if (segment_.followsNew && segment_.isTypeSoFar && !isLogical) return true;
         std::size_t next = nextPlace(tokens_, place);
         while (isPointerMark(kindAt(tokens_, next)) || Cpp::isQualifier(kindAt(tokens_, next))) {
             next = nextPlace(tokens_, next);
         }
         if (segment_.isArgument && segment_.isTypeSoFar && opensParameters(next)) return true;
-        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && (isInDeclaration() || segment_.followsNew);
-        if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar))
-            return segment_.isTypeSoFar || kindAt(tokens_, place) != Cpp::LogicalAnd;
+        const bool isArray = kindAt(tokens_, next) == Cpp::OpenBracket && isInDeclaration();
+        if (endsDeclarator(next) || (isArray && segment_.isTypeSoFar)) return segment_.isTypeSoFar || !isLogical;
         if (!segment_.isTypeSoFar || !segment_.sawType) return false;
         if (segment_.sawQualifier) return true;
         const int kind = kindAt(tokens_, next);
@@ -181,11 +208,11 @@ private:
     // Where no operand can follow, a "*" or "&" multiplies nothing.
     bool endsDeclarator(std::size_t place) const {
         if (place < tokens_.size() && tokens_[place].role == ExprRole::Block) return true;
+        if (isPack(tokens_, place)) return true;
         switch (kindAt(tokens_, place)) {
             case Trn::kEndKind:
             case Cpp::CloseParen:
             case Cpp::Comma:
-            case Cpp::Dot:  // of "..."
             case Cpp::Semicolon:
                 return true;
             case Cpp::Greater:
@@ -233,6 +260,7 @@ private:
         }
         switch (previousKind()) {
             case Cpp::Identifier:
+                return !Cpp::isOperatorWord(tokens_[previous_].token.text);
             case Cpp::Number:
             case Cpp::CharLiteral:
             case Cpp::StringLiteral:
@@ -292,6 +320,7 @@ private:
         if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
             outer_.push_back(segment_);
             segment_ = {};
+            segment_.isOperand = outer_.back().isOperand || followsOperator();
             segment_.atTextStart = false;
             segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture();
             segment_.isArgument = token.role == ExprRole::TemplateOpen;
@@ -301,7 +330,8 @@ private:
             if (closesTwo) outer_.pop_back();
             segment_ = outer_.back();
             outer_.pop_back();
-            if (token.role == ExprRole::GroupClose) segment_.isTypeSoFar = false;
+            if (token.role == ExprRole::GroupClose && !closesTypeWord(place) && !closesPlacement(token.partner))
+                segment_.isTypeSoFar = false;
         } else if (token.role == ExprRole::Separator) {
             const bool isClause = token.token.kind == Cpp::Semicolon && outer_.empty();
             const Segment before = segment_;
@@ -309,6 +339,7 @@ private:
             segment_.atTextStart = isClause;
             segment_.isParameter = before.isParameter;
             segment_.isArgument = before.isArgument;
+            segment_.isOperand = before.isOperand;
         } else {
             extendSegment(token);
         }
@@ -316,6 +347,13 @@ private:
         followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
         previous_ = place;
     }
+
+    bool followsOperator() const {
+        return previous_ != kNoToken && previousRole() == ExprRole::BinaryOperator && previousKind() != Cpp::Arrow;
+    }
+
+    // `new (p)`
+    bool closesPlacement(std::size_t open) const { return open > 0 && kindAt(tokens_, open - 1) == Cpp::KeywordNew; }
 
     // The ")" of a lambda's parameters, or that of a function whose head has begun in front of the text.
     bool endsParameters(std::size_t place) const {
@@ -359,7 +397,7 @@ private:
         segment_.sawQualifier |= Cpp::isQualifier(kind) || Cpp::isClassKey(kind);
         segment_.followsNew |= kind == Cpp::KeywordNew;
         if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
-            kind == Cpp::KeywordSigned) {
+            kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto) {
             segment_.sawType = true;
             return;
         }

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cpp/token_kind.h"
 #include "engine/format_options.h"
 #include "trn/token.h"
 
@@ -50,6 +51,14 @@ inline std::size_t nextPlace(const std::vector<ExprToken>& tokens, std::size_t p
     do ++place;
     while (place < tokens.size() && tokens[place].role == ExprRole::Trivia);
     return place;
+}
+
+// The tokens of "...".
+inline constexpr std::size_t kDotsOfPack = 3;
+
+inline bool isPack(const std::vector<ExprToken>& tokens, std::size_t place) {
+    return kindAt(tokens, place) == Cpp::Dot && kindAt(tokens, place + 1) == Cpp::Dot &&
+           kindAt(tokens, place + 2) == Cpp::Dot;
 }
 
 // How a text is read: as an expression; as a declaration in which marks and names stand behind types; or as the
