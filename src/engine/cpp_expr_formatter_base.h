@@ -52,6 +52,7 @@ public:
     int columnOfSourceLine(std::string_view piece) const { return columns_.columnOfLine(piece); }
     // KEEP_COLUMNS: blanks that make a column stay where one blank is wanted.
     bool keepsColumns() const { return extensions_.keepsColumns; }
+    bool formatsTypeArguments() const { return extensions_.formatsTypeArguments; }
     // Directives are not moved, so that the white space in front of them is theirs.
     bool keepsDirectivePlaces() const { return !directivesLeftMostSet_; }
     // The same for a comment that the output has reached, and for a directive with the white space in front.

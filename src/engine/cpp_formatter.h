@@ -208,7 +208,7 @@ private:
     void writeAlignedType(std::string_view type, KeyId alignment, int offset);
     void writeOnOneLine(std::string_view text);
     void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);
-    void writeDeclaratorOpening(std::string_view opening, const Cpp::FunctionPtrDeclNode& declaration);
+    void writeDeclaratorOpening(std::string_view type, std::string_view opening);
 
     // Data.
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;

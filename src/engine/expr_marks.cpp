@@ -25,7 +25,9 @@ void CppExprFormatter::writeMarks(Run& run) {
     if (isPack(run.tokens, end)) end += kDotsOfPack;  // go with the marks
     const bool endsText = end >= run.tokens.size();
     const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
-    const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames;
+    const bool opensDeclarator = formatsTypeArguments() && run.kindAt(end) == Cpp::OpenParen &&
+                                 run.mode == ExprMode::Declaration && run.roleAt(end + 1) == ExprRole::UnaryOperator;
+    const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;

@@ -246,10 +246,13 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     const int column = copyUpToConstruct(*declaration);
     BaseColumnScope base(*this, templateColumn.value_or(column), declaration);
-    if (declaration->returnType()) copyThrough(*declaration->returnType());
+    const Cpp::TypeNode* type = declaration->returnType();
+    const std::string_view typeText = type ? writer_.readThrough(type->end()) : std::string_view();
     if (declaration->name()) {
-        writeDeclaratorOpening(writer_.readGap(declaration->name()->start()), *declaration);
+        writeDeclaratorOpening(typeText, writer_.readGap(declaration->name()->start()));
         copyThrough(*declaration->name());
+    } else {
+        writer_.write(typeText);
     }
     if (declaration->parameters()) {
         writer_.copyGap(declaration->parameters()->start());
@@ -258,19 +261,23 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     copyThrough(*declaration);
 }
 
-// What stands between the return type and the name of a pointer to function: white space, "(" and marks.
-void CppFormatter::writeDeclaratorOpening(std::string_view opening,
-                                          const Cpp::FunctionPtrDeclNode& declaration) {
+// The return type of a pointer to function, and what stands between it and the name: white space, "(" and marks.
+void CppFormatter::writeDeclaratorOpening(std::string_view type, std::string_view opening) {
     const OptionalText& wanted = settings_.afterDeclarationReturnType;
+    const std::string_view blanks = leadingBlanks(opening);
     const std::string_view declarator = trimLeft(opening);
-    const bool isNamed = settings_.keepsUnrecognized &&
-                         declaration.returnType() && isNamedByMacro(declaration.returnType()->text(), opening);
-    const bool spacesType = wanted.present && !isNamed && declaration.returnType() && declarator.starts_with('(') &&
-                            !TypeText(declaration.returnType()->text()).hasMarks();
-    if (spacesType) {
-        writer_.replace(leadingBlanks(opening), wanted);
+    const bool followsType = !type.empty() && declarator.starts_with('(');
+    const bool isNamed = settings_.keepsUnrecognized && followsType && isNamedByMacro(type, opening);
+    const bool hasMarks = TypeText(type).hasMarks();
+    if (followsType && hasMarks && settings_.formatsTypeArguments && !writer_.holdsOpaque(type)) {
+        writeType({type.data(), type.size() + blanks.size()}, wanted, true);
+        writer_.write(declarator);
+    } else if (followsType && !hasMarks && wanted.present && !isNamed) {
+        writer_.write(type);
+        writer_.replace(blanks, wanted);
         writer_.write(declarator);
     } else {
+        writer_.write(type);
         writer_.write(opening);
     }
 }
