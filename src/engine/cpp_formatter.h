@@ -100,6 +100,7 @@ private:
     Zelmor::OIndentBuf& out() { return writer_.out(); }
     Zelmor::IndentState state() { return Zelmor::IndentState(writer_.out()); }
     void writeRendered(const std::string& text);
+    void writeName(const Cpp::SyntaxNode& name);
     void copyThrough(const Cpp::SyntaxNode& node) { writer_.copyThrough(node.end()); }
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
     int indentColumn();
@@ -204,6 +205,7 @@ private:
     std::optional<int> takeTemplateColumn();
 
     // Types in front of names (declared_type_rules.cpp).
+    bool formatsArgumentsOf(std::string_view type) const;
     void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks);
     void writeAlignedType(std::string_view type, KeyId alignment, int offset);
     void writeOnOneLine(std::string_view text);

@@ -32,11 +32,13 @@ std::string marksWithoutBlanks(std::string_view marks) {
 
 }  // namespace
 
+bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
+    return settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
+}
+
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
-    const bool formatsArguments =
-        settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
-    if (formatsMarks && (formatsArguments || endsWithMarks(type))) {
+    if (formatsMarks && (formatsArgumentsOf(type) || endsWithMarks(type))) {
         writeRendered(exprFormatter_.formatTypeText(type, state(), whitespace));
     } else {
         writer_.writeMerged(type, whitespace);

@@ -358,8 +358,19 @@ void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
 void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
 void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
 void CppFormatter::visit(Cpp::TypeNode* type) { copyThrough(*type); }
-void CppFormatter::visit(Cpp::IdNode* name) { copyThrough(*name); }
+void CppFormatter::visit(Cpp::IdNode* name) { writeName(*name); }
 void CppFormatter::visit(Cpp::NamespaceHeadNode* head) { copyThrough(*head); }
-void CppFormatter::visit(Cpp::ClassNameNode* name) { copyThrough(*name); }
+void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
+
+// A name may have template arguments. The "<" of an operator's begins none.
+void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
+    const std::string_view text = writer_.readThrough(name.end());
+    const bool isOperator = text.find("operator") != std::string_view::npos;
+    if (!isOperator && formatsArgumentsOf(text)) {
+        writeRendered(exprFormatter_.formatTypeText(text, state(), kAsInInput));
+    } else {
+        writer_.write(text);
+    }
+}
 
 }  // namespace Tessel

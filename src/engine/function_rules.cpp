@@ -134,7 +134,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     if (head->name()) {
         const int column = formatReturnType(declaration);
         if (!templateColumn) base = column;
-        writer_.copyThrough(head->name()->end());
+        writeName(*head->name());
     }
     BaseColumnScope scope(*this, base, &declaration);
     if (head->parameters()) {

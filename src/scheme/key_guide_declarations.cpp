@@ -82,8 +82,9 @@ void addData(std::vector<KeyGuide>& rows) {
     constexpr KeyGroup group = KeyGroup::Data;
     rows.push_back({set(Keys::WS_AFTER_DD_TYPE_ID, " "), group, "Between type and name.", "int    size;\n"});
     rows.push_back({set(Keys::FORMAT_TYPE_ARGUMENTS, true), group,
-                    "Template arguments in the types of data, and in those that functions return, are laid out as "
-                    "others are, and so are types behind `using A =` and those that pointers to functions return.",
+                    "Template arguments in the types of data, in those that functions return, and in the names of "
+                    "classes and functions, are laid out as others are, and so are types behind `using A =` and those "
+                    "that pointers to functions return.",
                     "map<int,char *> a;\n",
                     {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\" or \";\".", "int a[2];\n"});
