@@ -43,7 +43,7 @@ constexpr const char* kStrayBackslash = "Unexpected \"\\\" in front of this.";
 
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
-    explicit ParsedText(std::string content) : text(std::move(content)) {}
+    explicit ParsedText(std::istream& in) : text(in) {}
     // What has become of another, whose tree goes along: only white space differs.
     ParsedText(ParsedText& former, std::string content) : text(std::move(content)) {
         root.swap(former.root);
@@ -234,7 +234,7 @@ int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
     const FormatOptions options = withMarkersOfScheme(given);
     const Stages stages{options, passes_};
-    ParsedText source(Zelmor::readAll(in));
+    ParsedText source(in);
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");

@@ -1,14 +1,15 @@
 #include "run/format_text.h"
 
-#include <istream>
-#include <sstream>
+#include <ostream>
 #include <streambuf>
-#include <utility>
+#include <string>
+#include <string_view>
 
 #include "engine/format_job.h"
 #include "layout/passes.h"
 #include "textstream/byte_order_mark.h"
 #include "textstream/text_encoding.h"
+#include "textstream/view_stream.h"
 
 namespace Run {
 
@@ -20,13 +21,23 @@ public:
     bool operator()(const std::string&) override { return true; }
 };
 
-// Reads a text where it stands.
-class ViewBuffer : public std::streambuf {
+// Adds what is written to a text.
+class StringBuffer : public std::streambuf {
 public:
-    explicit ViewBuffer(std::string_view text) {
-        char* const start = const_cast<char*>(text.data());  // the interface's type; nothing is put back or written
-        setg(start, start, start + text.size());
+    explicit StringBuffer(std::string& text) : text_(text) {}
+
+protected:
+    std::streamsize xsputn(const char* text, std::streamsize size) override {
+        text_.append(text, static_cast<std::size_t>(size));
+        return size;
     }
+    int_type overflow(int_type c) override {
+        if (!traits_type::eq_int_type(c, traits_type::eof())) text_ += traits_type::to_char_type(c);
+        return traits_type::not_eof(c);
+    }
+
+private:
+    std::string& text_;
 };
 
 }  // namespace
@@ -35,16 +46,16 @@ FormattedText formatText(const Tessel::FormatOptions& options, std::string_view 
                          Tessel::LayoutObserver* observer) {
     const Zelmor::TextEncoding encoding = Zelmor::detectEncoding(text);
     if (encoding.hasByteOrderMark) text.remove_prefix(Zelmor::BYTE_ORDER_MARK.size());
-    ViewBuffer buffer(text);
-    std::istream in(&buffer);
-    std::ostringstream out;
+    Zelmor::ViewStream in(text);
+    FormattedText result;
+    StringBuffer buffer(result.text);
+    std::ostream out(&buffer);
     out.exceptions(std::ios::badbit);  // want of memory must not pass for a short text
     const Tessel::Passes passes;
     NeverCancels progress;
-    FormattedText result;
     Tessel::FormatJob(passes, observer).format(options, in, out, result.messages, progress);
     if (!result.messages.empty()) return result;
-    result.text = encoding.hasCarriageReturns ? Zelmor::addCarriageReturns(out.view()) : std::move(out).str();
+    if (encoding.hasCarriageReturns) result.text = Zelmor::addCarriageReturns(result.text);
     if (encoding.hasByteOrderMark) result.text.insert(0, Zelmor::BYTE_ORDER_MARK);
     return result;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <istream>
 
+#include "textstream/view_stream.h"
+
 namespace Zelmor {
 
 namespace {
@@ -26,8 +28,20 @@ void normalizeLineEnds(std::string& text) {
 
 }  // namespace
 
-TextDocument::TextDocument(std::string text) : text_(std::move(text)) {
-    normalizeLineEnds(text_);
+TextDocument::TextDocument(std::string text) : own_(std::move(text)) {
+    normalizeLineEnds(own_);
+    text_ = own_;
+    findLineStarts();
+}
+
+TextDocument::TextDocument(std::istream& in) {
+    auto* const view = dynamic_cast<ViewStream*>(&in);
+    if (view) text_ = view->takeRest();
+    if (!view || text_.find('\r') != std::string_view::npos) {
+        own_ = view ? std::string(text_) : readAll(in);
+        normalizeLineEnds(own_);
+        text_ = own_;
+    }
     findLineStarts();
 }
 
@@ -55,7 +69,9 @@ TextPosition TextDocument::positionOf(std::size_t offset) const {
 
 void TextDocument::replaceCharacter(std::size_t offset, char c) {
     const bool changesLines = (text_[offset] == '\n') != (c == '\n');
-    text_[offset] = c;
+    if (own_.empty()) own_ = text_;
+    own_[offset] = c;
+    text_ = own_;
     if (changesLines) findLineStarts();
 }
 

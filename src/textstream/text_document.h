@@ -21,6 +21,8 @@ class TextDocument {
 public:
     // CR LF and a lone CR each become one LF.
     explicit TextDocument(std::string text);
+    // All that remains in the stream. The text of a ViewStream is borrowed where it has no CR.
+    explicit TextDocument(std::istream& in);
     TextDocument(const TextDocument&) = delete;
     TextDocument& operator=(const TextDocument&) = delete;
 
@@ -42,7 +44,8 @@ public:
 private:
     void findLineStarts();
 
-    std::string text_;
+    std::string own_;  // nothing while another's text is borrowed
+    std::string_view text_;
     std::vector<std::uint32_t> lineStarts_;
 };
 

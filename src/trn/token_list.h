@@ -22,7 +22,7 @@ public:
 
     Index size() const { return entries_.size(); }
     int kind(Index place) const { return entries_[place].kind; }
-    void setKind(Index place, int kind) { entries_[place].kind = static_cast<std::int16_t>(kind); }
+    void setKind(Index place, int kind) { entries_[place].kind = static_cast<std::int8_t>(kind); }
     Token operator[](Index place) const;
 
     // Puts the token at `from` into `to`, whatever stands there.
@@ -33,16 +33,16 @@ public:
     void truncate(Index count) { entries_.resize(count); }
 
 private:
-    // Most tokens are the characters of one line.
+    // Most tokens are the characters of one line, few of them, and stand where the first token of the line says.
     struct Entry {
-        Position start;
+        std::uint32_t line;  // of a special one: its place among these
         std::uint32_t offset;
-        std::uint32_t length;  // of one in special_: its place there
-        std::int16_t kind;
+        std::uint16_t length;  // 0 for special ones
+        std::int8_t kind;
         ValueType valueType;
-        bool isSpecial;
     };
     struct Special {
+        Position start;
         Position end;
         std::uint32_t length;
         std::string_view text;
@@ -52,31 +52,25 @@ private:
     static Position endInLine(Position start, std::uint32_t length) {
         return {start.line, start.column + length - 1};
     }
-    bool isPlain(const Token& token) const {
-        return token.text.data() == source_.data() + token.offset && token.text.size() == token.length &&
-               token.end == endInLine(token.start, token.length);
-    }
-    static Entry packPlain(const Token& token) {
-        return {token.start, token.offset, token.length, static_cast<std::int16_t>(token.kind), token.valueType, false};
-    }
-    Entry packSpecial(const Token& token);
-    Entry pack(const Token& token) { return isPlain(token) ? packPlain(token) : packSpecial(token); }
+    Entry pack(const Token& token);
+    bool isPlain(const Token& token);
 
     std::string_view source_;
     std::vector<Entry> entries_;
     std::vector<Special> special_;
+    std::vector<std::uint32_t> lineStarts_;  // of the lines up to that of the last token, where they have any
 };
 
 inline Token TokenList::operator[](Index place) const {
     const Entry& entry = entries_[place];
-    if (entry.isSpecial) {
-        const Special& special = special_[entry.length];
-        return {entry.kind, entry.start, special.end, entry.offset, special.length, entry.valueType, special.text};
+    if (entry.length == 0) {
+        const Special& special = special_[entry.line];
+        return {entry.kind,     special.start,   special.end, entry.offset,
+                special.length, entry.valueType, special.text};
     }
+    const Position start{entry.line, entry.offset + 1 - lineStarts_[entry.line]};
     const std::string_view text(source_.data() + entry.offset, entry.length);
-    return {entry.kind,   entry.start,  endInLine(entry.start, entry.length),
-            entry.offset, entry.length, entry.valueType,
-            text};
+    return {entry.kind, start, endInLine(start, entry.length), entry.offset, entry.length, entry.valueType, text};
 }
 
 }  // namespace Trn
