@@ -109,7 +109,7 @@ void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, 
 
 void CppFormatter::visit(Cpp::BaseClauseNode* clause) {
     const std::string_view text = writer_.readThrough(clause->end());
-    writeRendered(exprFormatter_.formatDeclarationText(text, state(), settings_.afterParameterType));
+    exprFormatter_.formatDeclarationText(text, out(), settings_.afterParameterType);
 }
 
 // Labels are indented from the column of their class.

@@ -40,30 +40,27 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present || log),
       keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())) {}
 
-std::string CppExprFormatter::formatExpression(std::string_view text, const IndentState& state,
-                                               BlocksInText* blocks, HangingLines::Text hanging) {
-    return format(text, state, ExprMode::Expression, kAsInInput, false, blocks, hanging);
+void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
+                                        HangingLines::Text hanging) {
+    format(text, out, ExprMode::Expression, kAsInInput, false, blocks, hanging);
 }
 
-std::string CppExprFormatter::formatDeclarationText(std::string_view text, const IndentState& state,
-                                                    const OptionalText& typeWhitespace) {
-    return format(text, state, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
-}
-
-std::string CppExprFormatter::formatTypeText(std::string_view text, const IndentState& state,
+void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& out,
                                              const OptionalText& typeWhitespace) {
-    return format(text, state, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
+    format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
 }
 
-std::string CppExprFormatter::formatDeclarators(std::string_view text, const IndentState& state,
-                                                BlocksInText* blocks) {
-    return format(text, state, ExprMode::Declarators, kAsInInput, false, blocks);
+void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, const OptionalText& typeWhitespace) {
+    format(text, out, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
 }
 
-std::string CppExprFormatter::format(std::string_view text, const IndentState& state, ExprMode mode,
-                                     const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
-                                     HangingLines::Text hanging) {
-    OIndentBuf out(state);
+void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks) {
+    format(text, out, ExprMode::Declarators, kAsInInput, false, blocks);
+}
+
+void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
+                              const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
+                              HangingLines::Text hanging) {
     // The blocks hold expressions of their own.
     std::vector<ExprToken> ownTokens;
     std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
@@ -72,8 +69,8 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && text.find('\n') != std::string_view::npos;
-    if (run.keepsLines && !state.keepLeadingSpace) {
-        const int indentColumn = columnAfter(state.indent, 0, state.tabSize);
+    if (run.keepsLines && !out.keepLeadingSpace()) {
+        const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
         run.hangingText = hanging;
     }
@@ -81,7 +78,6 @@ std::string CppExprFormatter::format(std::string_view text, const IndentState& s
     if (nameFollows) writeTypeEnd(run);
     run.sweep.writeGap();
     run.groups.clear();
-    return out.takeText();
 }
 
 // Whether the white space behind the comma in front has been written.

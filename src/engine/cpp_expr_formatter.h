@@ -29,27 +29,22 @@ public:
 //     char*p            char *p             marks, by their anchor
 //     int a[]={1,2}     int a[] = {1, 2}    brace initializers
 //
-// Each operation takes a text and the state of the output at which its result will be written. The result holds
-// the indentation of its lines already (see writeRendered).
+// Each operation takes a text, a view of the source, and writes it to the output.
 class CppExprFormatter : public CppExprFormatterBase {
 public:
     explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
                               LayoutLog* log = nullptr);
 
     // A text in parentheses is a list: lines hang under its start.
-    std::string formatExpression(std::string_view text, const Zelmor::IndentState& state,
-                                 BlocksInText* blocks = nullptr,
-                                 HangingLines::Text hanging = HangingLines::Text::Statement);
+    void formatExpression(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
+                          HangingLines::Text hanging = HangingLines::Text::Statement);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
-    std::string formatDeclarationText(std::string_view text, const Zelmor::IndentState& state,
-                                      const OptionalText& typeWhitespace);
+    void formatDeclarationText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the
     // two.
-    std::string formatTypeText(std::string_view text, const Zelmor::IndentState& state,
-                               const OptionalText& typeWhitespace);
+    void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace);
     // What follows the type of a data declaration.
-    std::string formatDeclarators(std::string_view text, const Zelmor::IndentState& state,
-                                  BlocksInText* blocks = nullptr);
+    void formatDeclarators(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr);
 
     // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
     std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,
@@ -80,9 +75,9 @@ private:
     };
     struct Run;
 
-    std::string format(std::string_view text, const Zelmor::IndentState& state, ExprMode mode,
-                       const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks = nullptr,
-                       HangingLines::Text hanging = HangingLines::Text::Statement);
+    void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
+                bool nameFollows, BlocksInText* blocks = nullptr,
+                HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;

@@ -123,7 +123,9 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 
 // `name` ends in the white space in front of a ";" unless a tail follows.
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
-    std::string text = exprFormatter_.formatDeclarators(name, state());
+    Zelmor::OIndentBuf written(state());
+    exprFormatter_.formatDeclarators(name, written);
+    std::string text = written.takeText();
     if (!isAligned) {
         leaveDeclarator(name, hasTail);
         spaceBrackets(text, settings_.afterDataName, settings_.afterDataBracket);

@@ -39,7 +39,7 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
     if (formatsMarks && (formatsArgumentsOf(type) || endsWithMarks(type))) {
-        writeRendered(exprFormatter_.formatTypeText(type, state(), whitespace));
+        exprFormatter_.formatTypeText(type, out(), whitespace);
     } else {
         writer_.writeMerged(type, whitespace);
     }

@@ -90,20 +90,20 @@ private:
 void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                                    HangingLines::Text hanging) {
     if (bodies.empty()) {
-        writeRendered(exprFormatter_.formatExpression(text, state(), nullptr, hanging));
+        exprFormatter_.formatExpression(text, out(), nullptr, hanging);
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    writeRendered(exprFormatter_.formatExpression(text, state(), &blocks, hanging));
+    exprFormatter_.formatExpression(text, out(), &blocks, hanging);
 }
 
 void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies) {
     if (bodies.empty()) {
-        writeRendered(exprFormatter_.formatDeclarators(text, state()));
+        exprFormatter_.formatDeclarators(text, out());
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    writeRendered(exprFormatter_.formatDeclarators(text, state(), &blocks));
+    exprFormatter_.formatDeclarators(text, out(), &blocks);
 }
 
 void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target) {

@@ -367,7 +367,7 @@ void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     const std::string_view text = writer_.readThrough(name.end());
     const bool isOperator = text.find("operator") != std::string_view::npos;
     if (!isOperator && formatsArgumentsOf(text)) {
-        writeRendered(exprFormatter_.formatTypeText(text, state(), kAsInInput));
+        exprFormatter_.formatTypeText(text, out(), kAsInInput);
     } else {
         writer_.write(text);
     }

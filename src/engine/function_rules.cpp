@@ -157,7 +157,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         rest.remove_prefix(blanks.size());
     }
     rest = writeGapBehindParameters(*head, rest);
-    if (!rest.empty()) writeRendered(exprFormatter_.formatExpression(rest, state()));
+    if (!rest.empty()) exprFormatter_.formatExpression(rest, out());
     if (oldParameters) oldParameters->accept(*this);
     return base;
 }
@@ -237,7 +237,7 @@ bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::str
 
 void CppFormatter::visit(Cpp::ParameterNode* parameter) {
     const std::string_view text = writer_.readThrough(parameter->end());
-    writeRendered(exprFormatter_.formatDeclarationText(text, state(), settings_.afterParameterType));
+    exprFormatter_.formatDeclarationText(text, out(), settings_.afterParameterType);
 }
 
 // The declarator in parentheses stays as it is.

@@ -231,7 +231,7 @@ WantedText CppFormatter::writeCondition(std::string_view inside, int keyword, co
     const std::string_view condition = beforeClose.present ? trimRight(inside) : inside;
     const std::string_view closing = inside.substr(condition.size());
     if (keyword == Cpp::KeywordCatch) {
-        writeRendered(exprFormatter_.formatDeclarationText(condition, state(), settings_.afterParameterType));
+        exprFormatter_.formatDeclarationText(condition, out(), settings_.afterParameterType);
     } else {
         writeExpression(condition, bodies, HangingLines::Text::List);
     }
@@ -247,7 +247,7 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
     const auto write = [&](std::string_view clause) {
         clause = trimLeft(clause);
         const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
-        writeRendered(exprFormatter_.formatDeclarationText(text, state(), kAsInInput));
+        exprFormatter_.formatDeclarationText(text, out(), kAsInInput);
     };
     writer_.leave(leadingBlanks(inside), settings_.afterControlOpenParen);
     out().writeVerbatim(settings_.afterControlOpenParen.text);

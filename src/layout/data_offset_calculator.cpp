@@ -77,7 +77,9 @@ std::optional<int> DataOffsetCalculator::measure(const Cpp::DataDeclNode& declar
 // `type` reaches up to the name, which is not aligned.
 std::string DataOffsetCalculator::writtenType(std::string_view type) {
     if (!keepsData_ && endsWithMarks(type)) {
-        return exprFormatter_.formatTypeText(type, lineStart(), afterType_);
+        Zelmor::OIndentBuf out(lineStart());
+        exprFormatter_.formatTypeText(type, out, afterType_);
+        return out.takeText();
     }
     std::string written(type);
     if (!keepsData_ && afterType_.present) mergeWhitespace(written, afterType_.text);
@@ -86,7 +88,9 @@ std::string DataOffsetCalculator::writtenType(std::string_view type) {
 
 std::string DataOffsetCalculator::writtenName(std::string_view name, bool isAligned) {
     if (isPlainName(name)) return std::string(name);
-    std::string written = exprFormatter_.formatDeclarators(name, lineStart());
+    Zelmor::OIndentBuf out(lineStart());
+    exprFormatter_.formatDeclarators(name, out);
+    std::string written = out.takeText();
     if (!isAligned) {
         spaceBrackets(written, afterName_, afterBracket_);
         written.erase(trimRight(written).size());
