@@ -91,11 +91,14 @@ int NameOffsetCalculator::offsetBehind(int widest) const {
     return widest > 0 ? roundUpToMultiple(widest + 1, tabSize()) : 0;
 }
 
-// Nothing when the declaration cannot be aligned. The lines of a type are joined where its name is aligned.
+// Nothing when the declaration cannot be aligned. The lines of a type are joined where its name is aligned, which those
+// of `A<\n B>::c` are not.
 std::optional<int> NameOffsetCalculator::measure(const Cpp::TypeNode* type, const Cpp::IdNode* name) const {
     if (!type) return 0;
     const Trn::Position nameStart = name ? name->start() : type->end();
-    if (!maySpace(textBetween(type->start(), nameStart))) return std::nullopt;
+    const std::string_view typeText = textBetween(type->start(), nameStart);
+    const bool isQualified = name && name->text().starts_with("::");
+    if (!maySpace(typeText) || (isQualified && typeText.find('\n') != std::string_view::npos)) return std::nullopt;
     return marks_.measure(TypeText(textOf(*type)));
 }
 
