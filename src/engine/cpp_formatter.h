@@ -257,7 +257,7 @@ private:
 
     PropertySet scheme_;
     FormatterSettings settings_;
-    FormatterSettings oneLineSettings_;  // without line ends
+    std::optional<FormatterSettings> oneLineSettings_;  // without line ends; made when they are needed first
     const LayoutPasses& passes_;
     const Zelmor::TextDocument& source_;
     const SameLines* settledLines_ = nullptr;

@@ -14,7 +14,6 @@
 #include "engine/source_copy.h"
 #include "engine/type_text.h"
 #include "scheme/property_keys.h"
-#include "scheme/single_line.h"
 
 namespace Tessel {
 
@@ -54,7 +53,6 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
                            const FormatOptions& options, const LayoutPasses& passes, LayoutObserver* observer)
     : scheme_(completed(options.scheme)),
       settings_(scheme_),
-      oneLineSettings_(withoutLineEnds(scheme_)),
       passes_(passes),
       source_(source),
       log_(observer ? std::optional<LayoutLog>(std::in_place, *observer, scheme_, source.text()) : std::nullopt),

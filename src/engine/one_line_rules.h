@@ -5,6 +5,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "scheme/single_line.h"
 
 // void f() { return; }    stays so, whatever the scheme puts behind "{" and in front of "}"
 //
@@ -43,13 +44,16 @@ struct CppFormatter::Place {
 
 class CppFormatter::OneLineSettingsScope {
 public:
-    explicit OneLineSettingsScope(CppFormatter& formatter) : formatter_(formatter) { exchange(); }
+    explicit OneLineSettingsScope(CppFormatter& formatter) : formatter_(formatter) {
+        if (!formatter.oneLineSettings_) formatter.oneLineSettings_.emplace(withoutLineEnds(formatter.scheme_));
+        exchange();
+    }
     OneLineSettingsScope(const OneLineSettingsScope&) = delete;
     OneLineSettingsScope& operator=(const OneLineSettingsScope&) = delete;
     ~OneLineSettingsScope() { exchange(); }
 
 private:
-    void exchange() { std::swap(formatter_.settings_, formatter_.oneLineSettings_); }
+    void exchange() { std::swap(formatter_.settings_, *formatter_.oneLineSettings_); }
 
     CppFormatter& formatter_;
 };

@@ -71,7 +71,7 @@ private:
 }  // namespace
 
 unsigned PropertySet::size() const {
-    return static_cast<unsigned>(booleans_.size() + integers_.size() + strings_.size());
+    return static_cast<unsigned>(values_->booleans.size() + values_->integers.size() + values_->strings.size());
 }
 
 std::vector<std::string> PropertySet::names() const {
@@ -83,26 +83,26 @@ std::vector<std::string> PropertySet::names() const {
 std::vector<Property> PropertySet::properties() const {
     std::vector<Property> all;
     all.reserve(size());
-    append(booleans_, all);
-    append(integers_, all);
-    append(strings_, all);
+    append(values_->booleans, all);
+    append(values_->integers, all);
+    append(values_->strings, all);
     return all;
 }
 
 bool PropertySet::contains(std::string_view key) const {
-    return booleans_.contains(key) || integers_.contains(key) || strings_.contains(key);
+    return values_->booleans.contains(key) || values_->integers.contains(key) || values_->strings.contains(key);
 }
 
 bool PropertySet::getBool(std::string_view key, bool& value) const {
-    return lookUp(booleans_, key, value);
+    return lookUp(values_->booleans, key, value);
 }
 
 bool PropertySet::getInt(std::string_view key, int& value) const {
-    return lookUp(integers_, key, value);
+    return lookUp(values_->integers, key, value);
 }
 
 bool PropertySet::getString(std::string_view key, std::string& value) const {
-    return lookUp(strings_, key, value);
+    return lookUp(values_->strings, key, value);
 }
 
 void PropertySet::setBool(std::string_view key, bool value) {
@@ -119,23 +119,26 @@ void PropertySet::setString(std::string_view key, std::string_view value) {
 
 void PropertySet::set(Property property) {
     requireValid(property.key);
+    Values& values = ownValues();
     switch (property.type()) {
         case PropertyType::Boolean:
-            booleans_.insert_or_assign(std::move(property.key), std::get<bool>(property.value));
+            values.booleans.insert_or_assign(std::move(property.key), std::get<bool>(property.value));
             break;
         case PropertyType::Integer:
-            integers_.insert_or_assign(std::move(property.key), std::get<int>(property.value));
+            values.integers.insert_or_assign(std::move(property.key), std::get<int>(property.value));
             break;
         case PropertyType::String:
-            strings_.insert_or_assign(std::move(property.key),
-                                      std::get<std::string>(std::move(property.value)));
+            values.strings.insert_or_assign(std::move(property.key),
+                                            std::get<std::string>(std::move(property.value)));
             break;
     }
 }
 
 bool PropertySet::erase(std::string_view key) {
     requireValid(key);
-    return eraseFrom(strings_, key) || eraseFrom(integers_, key) || eraseFrom(booleans_, key);
+    if (!contains(key)) return false;
+    Values& values = ownValues();
+    return eraseFrom(values.strings, key) || eraseFrom(values.integers, key) || eraseFrom(values.booleans, key);
 }
 
 void PropertySet::write(std::ostream& out) const {
@@ -172,9 +175,22 @@ void PropertySet::read(std::istream& in) {
 void PropertySet::swap(PropertySet& other) noexcept {
     name_.swap(other.name_);
     std::swap(version_, other.version_);
-    booleans_.swap(other.booleans_);
-    integers_.swap(other.integers_);
-    strings_.swap(other.strings_);
+    values_.swap(other.values_);
+}
+
+bool PropertySet::operator==(const PropertySet& other) const {
+    return name_ == other.name_ && version_ == other.version_ &&
+           (values_ == other.values_ || *values_ == *other.values_);
+}
+
+std::shared_ptr<PropertySet::Values> PropertySet::noValues() {
+    static const auto none = std::make_shared<Values>();
+    return none;
+}
+
+PropertySet::Values& PropertySet::ownValues() {
+    if (values_.use_count() > 1) values_ = std::make_shared<Values>(*values_);
+    return *values_;
 }
 
 }  // namespace Tessel

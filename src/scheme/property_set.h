@@ -3,6 +3,7 @@
 #include <functional>
 #include <iosfwd>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,10 @@ public:
 class PropertySet {
 public:
     PropertySet() = default;
+    // To move is to copy, which costs little: a set always has its values.
+    PropertySet(const PropertySet&) = default;
+    PropertySet& operator=(const PropertySet&) = default;
+    ~PropertySet() = default;
     explicit PropertySet(const std::string& name) : name_(name) {}
     // Reads the set from its text form; failure shows in the stream's state, and leaves the set empty.
     explicit PropertySet(std::istream& in) { read(in); }
@@ -68,17 +73,28 @@ public:
     void read(std::istream& in);
 
     void swap(PropertySet& other) noexcept;
-    bool operator==(const PropertySet&) const = default;
+    bool operator==(const PropertySet& other) const;
 
 private:
     template <typename Value>
     using ValueMap = std::map<std::string, Value, std::less<>>;
 
+    struct Values {
+        ValueMap<bool> booleans;
+        ValueMap<int> integers;
+        ValueMap<std::string> strings;
+
+        bool operator==(const Values&) const = default;
+    };
+
+    static std::shared_ptr<Values> noValues();
+    // Those of this set alone.
+    Values& ownValues();
+
     std::string name_;
     int version_ = 1;
-    ValueMap<bool> booleans_;
-    ValueMap<int> integers_;
-    ValueMap<std::string> strings_;
+    // Copies have them in common until one is changed.
+    std::shared_ptr<Values> values_ = noValues();
 };
 
 }  // namespace Tessel

@@ -1,6 +1,7 @@
 #include "scheme/single_line.h"
 
 #include <string>
+#include <variant>
 
 namespace Tessel {
 
@@ -19,12 +20,11 @@ bool isAlignment(const std::string& key) {
 }  // namespace
 
 PropertySet withoutLineEnds(PropertySet scheme) {
-    std::string text;
-    bool isOn = false;
-    for (const std::string& key : scheme.names()) {
-        const bool endsLine = scheme.getString(key, text) && text.find('\n') != std::string::npos;
-        if (endsLine) scheme.setString(key, isBeforeComma(key) ? "" : " ");
-        if (isAlignment(key) && scheme.getBool(key, isOn)) scheme.setBool(key, false);
+    for (const auto& [key, value] : scheme.properties()) {
+        const auto* text = std::get_if<std::string>(&value);
+        const auto* isOn = std::get_if<bool>(&value);
+        if (text && text->find('\n') != std::string::npos) scheme.setString(key, isBeforeComma(key) ? "" : " ");
+        if (isOn && *isOn && isAlignment(key)) scheme.setBool(key, false);
     }
     return scheme;
 }
