@@ -156,7 +156,10 @@ void HangingLines::passInLevel(std::size_t place, int column) {
         level.isReturned = kind == Cpp::KeywordReturn;
         level.operand = level.chain = level.shift = level.question = kNone;
     } else if (token.role == ExprRole::Separator) {
+        // What follows the comma in `return a, b` is returned too.
+        const int returned = level.isReturned ? level.operand : kNone;
         level.startElement();
+        level.operand = returned;
     } else if (isMemberAccess(kind) && !startsElement && level.chain == kNone) {
         level.chain = column;
     } else if (isShift(token) && level.shift == kNone) {
