@@ -62,7 +62,12 @@ private:
     // Most texts show at a glance that there is nothing to convert.
     bool mayConvert(std::string_view text) const {
         if (text.starts_with('#')) return isConcerned(text) && !continuesLiteral(text);
-        return text.starts_with('/') && lineLength(text) < text.size() && isConcerned(text);
+        return startsComment(text) && lineLength(text) < text.size() && isConcerned(text);
+    }
+
+    // A backslash may splice its two characters. What is kept unread may begin with a "/" too.
+    static bool startsComment(std::string_view text) {
+        return text.starts_with("/*") || text.starts_with("//") || text.starts_with("/\\");
     }
 
     // Whether it holds what the output converts: a tab, or blanks that may fill a tab stop.
