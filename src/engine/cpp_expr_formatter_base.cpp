@@ -147,8 +147,9 @@ bool CppExprFormatterBase::isJoinable(std::string_view gap) {
 }
 
 void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
-    if (sweep.current().isRegion) return writeRegion(sweep, out);
-    if (sweep.currentKind() == Cpp::Directive) {
+    if (sweep.current().isRegion) {
+        writeRegion(sweep.takeGap(), sweep.currentText(), sweep.currentKind(), out);
+    } else if (sweep.currentKind() == Cpp::Directive) {
         writeDirective(sweep.takeGap(), sweep.currentText(), out);
     } else {
         sweep.writeGap();
@@ -157,22 +158,18 @@ void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
     sweep.passToken();
 }
 
-void CppExprFormatterBase::writeRegion(TextSweep& sweep, OIndentBuf& out) {
-    const std::string_view region = sweep.currentText();
+void CppExprFormatterBase::writeRegion(std::string_view gap, std::string_view region, int kind, OIndentBuf& out) {
     const auto offset = columns_.offsetInDocument(region);
     if (offset) keptRegions_.push_back({*offset, *offset + region.size()});
-    if (sweep.currentKind() == Cpp::Directive) {
-        writeDirective(sweep.takeGap(), region, out, InnerBlanks::Keep);
-    } else if (extensions_.keepsRegionIndent) {
-        const std::string_view gap = sweep.gap();
-        sweep.writeGap();
+    if (kind == Cpp::Directive) return writeDirective(gap, region, out, InnerBlanks::Keep);
+    if (log_) log_->copied(gap);
+    out.write(gap);
+    if (extensions_.keepsRegionIndent) {
         if (out.column() == 0) writeRendered(gap.substr(gap.rfind('\n') + 1), out);
         writeRendered(region, out);
     } else {
-        sweep.writeGap();
         writeLines(region, columns_, InnerBlanks::Keep, out);
     }
-    sweep.passToken();
 }
 
 void CppExprFormatterBase::formatCommentLines(Trn::Position start, Trn::Position end, ITextDocStream& in,

@@ -60,6 +60,11 @@ public:
     void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out,
                         InnerBlanks inner = InnerBlanks::Convert);
 
+    // Between these, what comes in a text is kept.
+    const MarkerPairs& markers() const { return markers_; }
+    // A region, a view of the source, with the gap in front of it: a comment or a directive by its first token.
+    void writeRegion(std::string_view gap, std::string_view region, int kind, Zelmor::OIndentBuf& out);
+
     // Where in the source regions have been kept so far.
     const KeptRegions& keptRegions() const { return keptRegions_; }
 
@@ -80,8 +85,6 @@ protected:
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
-    // Between these, what comes in a text is kept.
-    const MarkerPairs& markers() const { return markers_; }
     // White space that is not one blank: where lines are wrapped it becomes one, as it would after parting
     // and joining.
     static bool isJoinable(std::string_view gap);
@@ -93,7 +96,6 @@ protected:
 
 private:
     void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
-    void writeRegion(TextSweep& sweep, Zelmor::OIndentBuf& out);
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;

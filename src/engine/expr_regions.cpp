@@ -9,6 +9,22 @@
 
 namespace Tessel {
 
+std::optional<OpenRegion> OpenRegion::openedBy(const Trn::Token& token, const MarkerPairs& markers) {
+    if (Cpp::opensUnusedBlock(token)) return OpenRegion({});
+    if (!Cpp::isComment(token.kind)) return {};
+    const std::string_view body = Cpp::trimmedCommentBody(token.text);
+    if (body == Cpp::kRegionOff) return OpenRegion(Cpp::kRegionOn);
+    const auto pair = std::ranges::find(markers, body, &MarkerPairs::value_type::first);
+    if (pair == markers.end()) return {};
+    return OpenRegion(pair->second);
+}
+
+int OpenRegion::step(const Trn::Token& token) const {
+    if (isUnread()) return Cpp::unusedBlockStep(token);
+    if (closing_ == Cpp::kRegionOn) return Cpp::protectedRegionStep(token);
+    return Cpp::isComment(token.kind) && Cpp::trimmedCommentBody(token.text) == closing_ ? -1 : 0;
+}
+
 namespace {
 
 // Goes through the tokens once, with the region that is open.
@@ -25,7 +41,7 @@ public:
             if (token.role != ExprRole::Trivia) continue;
             if (depth_ == 0) {
                 open(kept);
-            } else if (depth_ += step(token.token); depth_ == 0 && !holdsBlock_) {
+            } else if (depth_ += region_->step(token.token); depth_ == 0 && !holdsBlock_) {
                 merge(kept);
                 kept = first_;
             }
@@ -35,26 +51,11 @@ public:
 
 private:
     void open(std::size_t place) {
-        const Trn::Token& token = tokens_[place].token;
-        isUnread_ = Cpp::opensUnusedBlock(token);
-        closing_ = Cpp::isComment(token.kind) ? closingOf(Cpp::trimmedCommentBody(token.text)) : std::string_view();
-        if (!isUnread_ && closing_.empty()) return;
+        region_ = OpenRegion::openedBy(tokens_[place].token, markers_);
+        if (!region_) return;
         depth_ = 1;
         first_ = place;
         holdsBlock_ = false;
-    }
-
-    std::string_view closingOf(std::string_view body) const {
-        if (body == Cpp::kRegionOff) return Cpp::kRegionOn;
-        const auto pair = std::ranges::find(markers_, body, &MarkerPairs::value_type::first);
-        return pair == markers_.end() ? std::string_view() : std::string_view(pair->second);
-    }
-
-    // How the token changes the number of regions that are open.
-    int step(const Trn::Token& token) const {
-        if (isUnread_) return Cpp::unusedBlockStep(token);
-        if (closing_ == Cpp::kRegionOn) return Cpp::protectedRegionStep(token);
-        return Cpp::isComment(token.kind) && Cpp::trimmedCommentBody(token.text) == closing_ ? -1 : 0;
     }
 
     // The token at the place ends the region.
@@ -64,7 +65,7 @@ private:
         region.length = last.offset + last.length - region.offset;
         region.end = last.end;
         region.text = {region.text.data(), region.length};
-        if (!isUnread_) region.kind = region.text.ends_with('\n') ? Cpp::LineComment : Cpp::BlockComment;
+        if (!region_->isUnread()) region.kind = region.text.ends_with('\n') ? Cpp::LineComment : Cpp::BlockComment;
         tokens_[first_].isRegion = true;
     }
 
@@ -72,9 +73,8 @@ private:
     std::vector<ExprToken>& tokens_;
     int depth_ = 0;
     std::size_t first_ = 0;  // of the region
-    bool isUnread_ = false;
     bool holdsBlock_ = false;
-    std::string_view closing_;
+    std::optional<OpenRegion> region_;
 };
 
 }  // namespace

@@ -81,11 +81,22 @@ void SourceWriter::write(std::string_view piece) {
     if (piece.empty()) return;
     std::size_t place = offsetOf(piece);
     const std::size_t end = place + piece.size();
+    bool mayOpenRegion = true;
     for (auto token = firstOpaque(place); token != opaque_.end() && token->offset < end; ++token) {
         const std::size_t tokenStart = std::max<std::size_t>(token->offset, place);
         const std::size_t tokenEnd = std::min<std::size_t>(std::size_t{token->offset} + token->length, end);
         const std::string_view before = text_.substr(place, tokenStart - place);
         const std::string_view text = text_.substr(tokenStart, tokenEnd - tokenStart);
+        if (mayOpenRegion && tokenStart == token->offset) {
+            const std::optional<OpenRegion> region = OpenRegion::openedBy(tokenAt(*token), trivia_.markers());
+            if (const std::size_t regionEnd = region ? endOfRegion(*region, token, end) : 0) {
+                trivia_.writeRegion(before, text_.substr(tokenStart, regionEnd - tokenStart), token->kind, *out_);
+                while (token + 1 != opaque_.end() && token[1].offset < regionEnd) ++token;
+                place = regionEnd;
+                continue;
+            }
+            mayOpenRegion = !region;  // nor does another end where one does not
+        }
         if (token->kind == Cpp::Directive && tokenStart == token->offset) {
             const std::string_view ahead = trimRight(before);
             out_->write(ahead);
@@ -101,6 +112,24 @@ void SourceWriter::write(std::string_view piece) {
         place = tokenEnd;
     }
     writeText(text_.substr(place, end - place));
+}
+
+// Of the region that the token opens, where another in front of `end` closes it; else 0.
+std::size_t SourceWriter::endOfRegion(const OpenRegion& region, Cpp::OpaqueTokens::const_iterator first,
+                                      std::size_t end) const {
+    int depth = 1;
+    for (auto token = first + 1; token != opaque_.end() && token->offset < end; ++token) {
+        depth += region.step(tokenAt(*token));
+        if (depth == 0) return std::min<std::size_t>(std::size_t{token->offset} + token->length, end);
+    }
+    return 0;
+}
+
+Trn::Token SourceWriter::tokenAt(const Cpp::OpaqueToken& opaque) const {
+    Trn::Token token;
+    token.kind = opaque.kind;
+    token.text = text_.substr(opaque.offset, opaque.length);
+    return token;
 }
 
 // A text without opaque tokens. Where lines are kept, a line that goes on with what stands on the one in front of it

@@ -5,6 +5,7 @@
 
 #include "cpp/opaque_tokens.h"
 #include "engine/cpp_expr_formatter_base.h"
+#include "engine/expr_regions.h"
 #include "engine/layout_log.h"
 #include "engine/optional_text.h"
 #include "textstream/itext_doc_stream.h"
@@ -121,6 +122,8 @@ private:
     void putPrepended(std::string_view gap, const WantedText& wanted);
     void keepDirectivePlace(std::string_view gap);
     void writeText(std::string_view text);
+    std::size_t endOfRegion(const OpenRegion& region, Cpp::OpaqueTokens::const_iterator first, std::size_t end) const;
+    Trn::Token tokenAt(const Cpp::OpaqueToken& opaque) const;
     void writeProtectedLine(std::string_view line);
     template <typename Test>
     bool anyOpaque(std::string_view piece, Test isWanted) const;
