@@ -3,6 +3,7 @@
 
 #include "cpp/token_joining.h"
 #include "engine/columns.h"
+#include "engine/directive_parts.h"
 #include "engine/expr_casts.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
@@ -30,6 +31,13 @@ bool opensDeclarator(const std::vector<ExprToken>& tokens, std::size_t open) {
     return (isPointerMark(mark) || mark == Cpp::LogicalAnd) &&
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
 }
+
+// Of a directive, which may stand in an expression.
+class NoBlocks : public BlocksInText {
+public:
+    std::span<const TextExtent> extents() const override { return {}; }
+    void write(std::size_t, OIndentBuf&) override {}
+};
 
 }  // namespace
 
@@ -78,6 +86,32 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (nameFollows) writeTypeEnd(run);
     run.sweep.writeGap();
     run.groups.clear();
+}
+
+bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& out) {
+    if (!settings_.formatsDirectives) return false;
+    const DirectiveParts parts = partsOf(directive);
+    if (parts.areNone()) return false;
+    NoBlocks noBlocks;
+    std::size_t written = 0;
+    const auto writeBetween = [&](std::size_t end) {
+        const std::string_view piece = directive.substr(written, end - written);
+        if (isAllWhitespace(piece)) {
+            out.writeVerbatim(piece);
+        } else {
+            writeInPlace(piece, InnerBlanks::Convert, out);
+        }
+    };
+    for (const TextExtent& part : {parts.parameters, parts.expression}) {
+        if (part.length == 0) continue;
+        writeBetween(part.offset);
+        IndentScope indent(out, indentToColumn(out, out.column()));
+        const std::string_view text = directive.substr(part.offset, part.length);
+        writeRendered(formatExpression(text, IndentState(out), &noBlocks, HangingLines::Text::List), out);
+        written = part.offset + part.length;
+    }
+    writeBetween(directive.size());
+    return true;
 }
 
 // Whether the white space behind the comma in front has been written.

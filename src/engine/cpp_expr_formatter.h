@@ -59,6 +59,7 @@ public:
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
+    bool layOutDirective(std::string_view directive, Zelmor::OIndentBuf& out) override;
     // A bracket that is open. Its close place is that of the token that closes it.
     struct Group {
         enum class Kind { Parentheses, Brackets, Template, Cast, Braces, InnerBraces } kind = Kind::Parentheses;

@@ -213,6 +213,9 @@ void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) 
 // A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.
 void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out,
                                           InnerBlanks inner) {
+    const auto isLaidOut = [&](std::string_view text) {
+        return inner == InnerBlanks::Convert && layOutDirective(text, out);
+    };
     const std::string_view ahead = directivesLeftMostSet_ ? std::string_view("\n") : gap;
     // Where lines are not indented, it stands in the first column anyway.
     const KeyId key = out.indent().empty() ? KeyId() : KeyId(Keys::ALIGN_PPD_LEFT_MOST);
@@ -222,13 +225,14 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
         LeadingSpaceScope keepSpace(out, true);
         out.write(gap);
         startDirectiveLine(directive, out);
-        writeInPlace(directive, inner, out);
+        if (!isLaidOut(directive)) writeInPlace(directive, inner, out);
         return;
     }
     std::optional<IndentScope> margin;
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, leftMargin_.text);
     out.write(gap);
     startDirectiveLine(directive, out);
+    if (isLaidOut(directive)) return;
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
     } else {

@@ -71,6 +71,9 @@ public:
 protected:
     ~CppExprFormatterBase() = default;
 
+    // Writes a directive where the output stands, if there is anything in it to lay out.
+    virtual bool layOutDirective(std::string_view, Zelmor::OIndentBuf&) { return false; }
+
     // White space around one kind of separator. A setting that is not present leaves the input's.
     struct SeparatorSpacing {
         const OptionalText& before;

@@ -72,6 +72,7 @@ public:
     OptionalText betweenEmptyForClauses = from_.text(Keys::WS_BETWEEN_EMPTY_FOR_CLAUSES);
     Keyed<bool> keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
     Keyed<bool> keepsDirectiveComments = from_.isOn(Keys::KEEP_DIRECTIVE_COMMENTS);
+    Keyed<bool> formatsDirectives = from_.isOn(Keys::FORMAT_DIRECTIVES);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);

@@ -6,6 +6,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/convertible_blanks.h"
+#include "engine/directive_proof.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/token_boundary.h"
@@ -169,7 +170,19 @@ private:
         const std::size_t start = result_.place;
         if (compareLines(kind, text)) return true;
         result_.place = start;
-        return kind == Cpp::Directive && compareConverted(text);
+        if (kind != Cpp::Directive) return false;
+        if (compareConverted(text)) return true;
+        result_.place = start;
+        return compareRespaced(text);
+    }
+
+    // A directive whose tokens have been laid out.
+    bool compareRespaced(std::string_view text) {
+        const std::string_view rest = result_.text.substr(result_.place);
+        const Trn::Token found = Cpp::Lexer(rest).nextToken();
+        if (found.kind != Cpp::Directive || found.offset > 0) return false;
+        result_.place += found.length;
+        return holdSameDirective(text, rest.substr(0, found.length));
     }
 
     // Comments and directives, but for splices.

@@ -38,6 +38,14 @@ void addWholeText(std::vector<KeyGuide>& rows) {
         {set(Keys::MAX_BLANK_LINES, 1), group,
          "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
          "int a;\n\n\n\nint b;\n"});
+    rows.push_back({set(Keys::FORMAT_DIRECTIVES, true), group,
+                    "The conditions of #if and #elif, and what #define has a name stand for, where that cannot be "
+                    "anything but an expression, are laid out as other expressions are, as are the commas between a "
+                    "macro's parameters. Kept are bodies that hold statements, \"#\" or types at their start, and what "
+                    "may be the name of a file.",
+                    "#if (A)&&B\n#define sum(a,b) ((a)+(b))\n#endif\n",
+                    {set(Keys::WS_BEFORE_EXPR_OP, " "), set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "),
+                     set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::STRIP_TRAILING_WS, true), group,
                     "Blanks and tabs at line ends go, those of comments too; those of literals, directives of several "
                     "lines, splices and protected regions stay.", "int a;  // why   \nint b;   \n"});

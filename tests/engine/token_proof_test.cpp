@@ -103,12 +103,24 @@ TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
     EXPECT_FALSE(accepts("c = ' ';", "c = '\t';"));
     EXPECT_FALSE(accepts("/* a  b */", "/* a b */"));
     EXPECT_FALSE(accepts("/* a\n\nb */", "/* a\nb */"));
-    EXPECT_FALSE(accepts("#define A(x)  x\n", "#define A(x) x\n"));
+    EXPECT_FALSE(accepts("#error A(x)  x\n", "#error A(x) x\n"));
     EXPECT_TRUE(accepts("#define A\tx \\\n\ty\t// b\n", "#define A   x \\\n    y    // b\n"));
     EXPECT_FALSE(accepts("#define A\t(x)\n", "#define A(x)\n"));
     EXPECT_FALSE(accepts("#define A\t\"\t\"\n", "#define A   \" \"\n"));
     EXPECT_FALSE(accepts("#define A \\\n1\n", "#define A 1\n"));
     EXPECT_FALSE(accepts("#define A \"a\\\n  b\"\n", "#define A \"a\\\nb\"\n"));
+}
+
+TEST(TokenProof, TakesWhiteSpaceBetweenTheTokensOfConditionsAndMacros) {
+    EXPECT_TRUE(accepts("#if ( A )&&!B \\\n||C\n", "#if (A) && !B \\\n    || C\n"));
+    EXPECT_TRUE(accepts("#define A(x,y) ( x )+y\n", "#define A(x, y) (x) + y\n"));
+    EXPECT_FALSE(accepts("#if A- -B\n", "#if A--B\n"));
+    EXPECT_FALSE(accepts("#if A&&B\n", "#if A && C\n"));
+    EXPECT_FALSE(accepts("#define A(x)\n", "#define A (x)\n"));
+    EXPECT_FALSE(accepts("#define A (x)\n", "#define A(x)\n"));
+    EXPECT_FALSE(accepts("#define A(x) x+1\nb;", "#define A(x) x + 1 b;"));
+    EXPECT_FALSE(accepts("#define A(x) f(\" \"+x)\n", "#define A(x) f(\"\" + x)\n"));
+    EXPECT_FALSE(accepts("#include <a  b>\n", "#include <a b>\n"));
 }
 
 TEST(TokenProof, SeesLinesThatDoNotEndOrBegin) {

@@ -56,7 +56,8 @@ private:
 bool isNeverTold(std::string_view key) {
     for (const std::string_view part :
          {"_VERSION", "TAB_SIZE", "CONVERT_WS", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
-          "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "HANGING_", "KEEP_UNRECOGNIZED",
+          "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "FORMAT_DIRECTIVES",
+          "HANGING_", "KEEP_UNRECOGNIZED",
           "KEEP_REGION_INDENT", "KEEP_FOREIGN_REGIONS", "KEEP_LINE_INDENT", "DATA_ONLY"}) {
         if (key.find(part) != std::string_view::npos) return true;
     }

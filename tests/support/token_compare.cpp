@@ -59,6 +59,28 @@ std::string withSingleBlanks(std::string_view text) {
     return kept;
 }
 
+// The tokens behind the "#" with a blank in front of each, but for the "(" of a macro that takes parameters.
+std::string withBlanksBetweenTokens(std::string_view directive) {
+    constexpr int behindMacroName = 2;
+    std::string kept;
+    Cpp::Lexer lexer(directive.substr(1));
+    std::size_t end = 0;
+    int place = 0;
+    for (Trn::Token token = lexer.nextToken(); token.kind != Cpp::End; token = lexer.nextToken()) {
+        const bool opensParameters = place++ == behindMacroName && kept.starts_with(" define") &&
+                                     token.kind == Cpp::OpenParen && token.offset == end;
+        if (!opensParameters) kept += ' ';
+        kept += token.text;
+        end = token.offset + token.length;
+    }
+    return kept;
+}
+
+bool holdsCode(std::string_view directive) {
+    const std::string text = withoutWhite(directive);
+    return text.starts_with("#if") || text.starts_with("#elif") || text.starts_with("#define");
+}
+
 bool mayMoveItsLines(const Trn::Token& token) {
     return token.kind == Cpp::Directive || token.kind == Cpp::LineComment || token.kind == Cpp::BlockComment;
 }
@@ -80,7 +102,9 @@ public:
         isFirst_ =
             (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
         content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
-        if (token_.kind == Cpp::Directive) content_ = withSingleBlanks(content_);
+        if (token_.kind == Cpp::Directive) {
+            content_ = withSingleBlanks(holdsCode(content_) ? withBlanksBetweenTokens(content_) : content_);
+        }
     }
 
     bool atEnd() const { return token_.kind == Cpp::End; }

@@ -1,0 +1,185 @@
+#include "engine/directive_parts.h"
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+
+namespace Tessel {
+
+namespace {
+
+using Tokens = std::span<const Trn::Token>;
+
+std::size_t endOf(const Trn::Token& token) { return std::size_t{token.offset} + token.length; }
+
+bool hasParts(std::string_view word) { return word == "if" || word == "elif" || word == "define"; }
+
+// All tokens behind the "#", at the places that they have in the directive; the first alone where nothing else counts.
+std::vector<Trn::Token> tokensOf(std::string_view directive) {
+    std::vector<Trn::Token> tokens;
+    Cpp::Lexer lexer(directive.substr(1));
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        ++token.offset;
+        token.text = directive.substr(token.offset, token.length);
+        tokens.push_back(token);
+        if (tokens.size() == 1 && !hasParts(token.text)) break;
+    }
+    return tokens;
+}
+
+TextExtent extentOf(Tokens tokens) {
+    if (tokens.empty()) return {};
+    return {tokens.front().offset, endOf(tokens.back()) - tokens.front().offset};
+}
+
+bool isSplice(const Trn::Token& token) { return token.kind == Cpp::LineComment && token.text.starts_with('\\'); }
+
+// Behind the last token that is no comment.
+Tokens withoutTrailingTrivia(Tokens tokens) {
+    while (!tokens.empty() && Cpp::isTrivia(tokens.back().kind)) tokens = tokens.first(tokens.size() - 1);
+    return tokens;
+}
+
+constexpr int nestingStep(int kind) {
+    switch (kind) {
+        case Cpp::OpenParen:
+        case Cpp::OpenBracket: return 1;
+        case Cpp::CloseParen:
+        case Cpp::CloseBracket: return -1;
+        default: return 0;
+    }
+}
+
+// A word or a literal that stands for a value.
+constexpr bool isValue(int kind) {
+    switch (kind) {
+        case Cpp::Identifier:
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral:
+        case Cpp::KeywordThis:
+        case Cpp::KeywordTrue:
+        case Cpp::KeywordFalse: return true;
+        default: return false;
+    }
+}
+
+constexpr bool isExprKeyword(int kind) {
+    return kind == Cpp::KeywordSizeof || kind == Cpp::KeywordTypeid ||
+           (kind >= Cpp::KeywordStaticCast && kind <= Cpp::KeywordReinterpretCast);
+}
+
+constexpr bool isOperatorOrBracket(int kind) {
+    return kind >= Cpp::Colon && kind <= Cpp::ArrowAsterisk && kind != Cpp::OpenBrace && kind != Cpp::CloseBrace;
+}
+
+constexpr bool isTypeWord(int kind) { return Cpp::startsData(kind) || Cpp::isClassKey(kind) || kind == Cpp::KeywordEnum; }
+
+constexpr bool mayStartExpression(int kind) {
+    switch (kind) {
+        case Cpp::OpenParen:
+        case Cpp::Exclamation:
+        case Cpp::Tilde:
+        case Cpp::Plus:
+        case Cpp::Minus:
+        case Cpp::Asterisk:
+        case Cpp::Ampersand:
+        case Cpp::Increment:
+        case Cpp::Decrement: return true;
+        default: return isValue(kind) || isExprKeyword(kind);
+    }
+}
+
+constexpr bool mayEndExpression(int kind) {
+    return isValue(kind) || kind == Cpp::CloseParen || kind == Cpp::CloseBracket || kind == Cpp::Increment ||
+           kind == Cpp::Decrement;
+}
+
+// `T *p` at the start, which may declare something.
+bool mayDeclare(Tokens tokens) {
+    constexpr std::size_t length = 3;
+    if (tokens.size() < length || tokens[0].kind != Cpp::Identifier) return false;
+    const int mark = tokens[1].kind;
+    const bool isMark = mark == Cpp::Asterisk || mark == Cpp::Ampersand || mark == Cpp::LogicalAnd;
+    return isMark && tokens[2].kind != Cpp::Number && tokens[2].kind != Cpp::OpenParen;
+}
+
+// Whether the tokens cannot be anything but an expression, with brackets that match.
+bool isExpression(Tokens tokens) {
+    if (tokens.empty() || !mayStartExpression(tokens.front().kind) || !mayEndExpression(tokens.back().kind)) {
+        return false;
+    }
+    int depth = 0;
+    bool sawQuestion = false;
+    for (const Trn::Token& token : tokens) {
+        const int kind = token.kind;
+        depth += nestingStep(kind);
+        sawQuestion = sawQuestion || kind == Cpp::Question;
+        const bool fits = isValue(kind) || isExprKeyword(kind) || isOperatorOrBracket(kind) ||
+                          (kind == Cpp::BlockComment && token.start.line == token.end.line) || isSplice(token) ||
+                          (isTypeWord(kind) && depth > 0);
+        if (!fits || depth < 0 || (kind == Cpp::Colon && !sawQuestion)) return false;
+    }
+    return depth == 0;
+}
+
+// `lib/some-file.h`: what may become text or the name of a file, in which no blanks may come to stand.
+bool mayBeName(Tokens tokens) {
+    int depth = 0;
+    for (std::size_t place = 1; place + 1 < tokens.size(); ++place) {
+        const Trn::Token& token = tokens[place];
+        depth += nestingStep(token.kind);
+        const bool joinsWords = token.kind == Cpp::Minus || token.kind == Cpp::Slash || token.kind == Cpp::Dot;
+        const bool isJoined =
+            endOf(tokens[place - 1]) == token.offset && endOf(token) == std::size_t{tokens[place + 1].offset};
+        if (depth == 0 && joinsWords && isJoined && isValue(tokens[place - 1].kind)) return true;
+    }
+    return false;
+}
+
+bool namesHeader(const Trn::Token& token) {
+    return token.text.starts_with("__has_include") || token.text.starts_with("__has_embed");
+}
+
+// Behind "#if".
+DirectiveParts partsOfCondition(Tokens tokens) {
+    const Tokens condition = withoutTrailingTrivia(tokens);
+    if (!isExpression(condition) || std::any_of(condition.begin(), condition.end(), namesHeader)) return {};
+    return {{}, extentOf(condition)};
+}
+
+// Behind "#define".
+DirectiveParts partsOfMacro(Tokens tokens) {
+    const auto isBlankOrColon = [](char c) { return c == ':' || c == ' ' || c == '\t' || c == '\\' || c == '\n'; };
+    if (tokens.empty() || std::any_of(tokens[0].text.begin(), tokens[0].text.end(), isBlankOrColon)) return {};
+    DirectiveParts parts;
+    std::size_t body = 1;
+    const bool takesParameters =
+        tokens.size() > 1 && tokens[1].kind == Cpp::OpenParen && tokens[1].offset == endOf(tokens[0]);
+    if (takesParameters) {
+        while (body < tokens.size() && tokens[body].kind != Cpp::CloseParen) ++body;
+        if (body == tokens.size()) return {};
+        const Tokens parameters = tokens.subspan(1, body++);
+        if (std::any_of(parameters.begin(), parameters.end(), isSplice)) return {};
+        parts.parameters = extentOf(parameters);
+    }
+    const Tokens expression = withoutTrailingTrivia(tokens.subspan(body));
+    if (!isExpression(expression) || mayDeclare(expression) || (!takesParameters && mayBeName(expression))) return parts;
+    parts.expression = extentOf(expression);
+    return parts;
+}
+
+}  // namespace
+
+DirectiveParts partsOf(std::string_view directive) {
+    const std::vector<Trn::Token> all = tokensOf(directive);
+    if (all.size() < 2) return {};
+    const Tokens rest = Tokens(all).subspan(1);
+    return all.front().text == "define" ? partsOfMacro(rest) : partsOfCondition(rest);
+}
+
+}  // namespace Tessel

@@ -1,0 +1,49 @@
+#include "engine/directive_proof.h"
+
+#include "cpp/lexer.h"
+#include "engine/directive_parts.h"
+
+namespace Tessel {
+
+namespace {
+
+// The tokens behind the "#", one after the other.
+class DirectiveTokens {
+public:
+    explicit DirectiveTokens(std::string_view directive) : text_(directive.substr(1)), lexer_(text_) {}
+
+    bool next() {
+        const std::size_t end = std::size_t{token_.offset} + token_.length;
+        token_ = lexer_.nextToken();
+        isApart_ = token_.offset > end;
+        return token_.kind != Trn::kEndKind;
+    }
+    std::string_view text() const { return text_.substr(token_.offset, token_.length); }
+    bool isApart() const { return isApart_; }
+
+private:
+    std::string_view text_;
+    Cpp::Lexer lexer_;
+    Trn::Token token_;
+    bool isApart_ = false;
+};
+
+}  // namespace
+
+bool holdSameDirective(std::string_view source, std::string_view result) {
+    constexpr int behindMacroName = 2;
+    if (partsOf(source).areNone()) return false;
+    DirectiveTokens left(source);
+    DirectiveTokens right(result);
+    bool isMacro = false;
+    for (int place = 0;; ++place) {
+        const bool goesOn = left.next();
+        if (right.next() != goesOn) return false;
+        if (!goesOn) return source.ends_with('\n') == result.ends_with('\n');
+        if (left.text() != right.text()) return false;
+        if (place == 0) isMacro = left.text() == "define";
+        if (isMacro && place == behindMacroName && left.isApart() != right.isApart()) return false;
+    }
+}
+
+}  // namespace Tessel
