@@ -19,6 +19,7 @@ using Tessel::KeyId;
 constexpr std::size_t kLinesToAWorth = 5000;  // one line in so many is worth a value that is not the usual one
 constexpr std::size_t kLinesToAHand = 300;    // of which one tells that lines were indented by hand
 constexpr std::size_t kLinesToAWrap = 1000;   // of which one may change where lines are wrapped
+constexpr std::size_t kFewestTold = 3;        // places that tell what is done at them
 
 std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
     std::string text;
@@ -103,7 +104,8 @@ std::size_t Search::ask(KeyId key, const Values& values, std::size_t worth) {
     return ask(answers, worth);
 }
 
-void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
+void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet>& known,
+                 std::vector<Decision>& decisions) {
     askTabs(habits);
     askIndentation(decisions);
     askKeptLayout();
@@ -115,6 +117,7 @@ void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
     askTabs(habits);
     askKeptLayout();
     askWrapping(habits);
+    askNearest(known, decisions);
     note(decisions);
 }
 
@@ -323,6 +326,60 @@ void Search::askWrapStyles(int margin) {
         const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
         ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
     }
+}
+
+// The one that changes the fewest lines by itself; null when there is none.
+const Tessel::PropertySet* Search::nearestOf(const std::vector<Tessel::PropertySet>& known) {
+    const Tessel::PropertySet* nearest = nullptr;
+    std::size_t fewest = kUnknown;
+    for (const Tessel::PropertySet& scheme : known) {
+        const std::size_t changed = trial_.changedLines(scheme, fewest);
+        if (changed >= fewest) continue;
+        fewest = changed;
+        nearest = &scheme;
+    }
+    return nearest;
+}
+
+// Who wrote a known scheme has seen more than one project: where it is as good, it has what nothing here tells of. All
+// of that at once first, for keys depend on each other.
+void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions) {
+    const Tessel::PropertySet* const nearest = nearestOf(known);
+    if (!nearest) return;
+    const auto isTold = [&decisions](KeyId key) { return decisions[key.place()].places >= kFewestTold; };
+    Answer own;
+    Answer theirs;
+    Answer theirsUntold;
+    for (const Decision& decision : decisions) {
+        const std::optional<Value> value = Tessel::valueOf(*nearest, decision.key);
+        const std::optional<Value> ownValue = Tessel::valueOf(scheme_, decision.key);
+        if (value == ownValue || decision.origin == Origin::Lines) continue;
+        own.push_back({decision.key, ownValue});
+        theirs.push_back({decision.key, value});
+        if (!isTold(decision.key)) theirsUntold.push_back(theirs.back());
+    }
+    const std::map<KeyId, Origin> reasons = reasons_;
+    for (const Setting& setting : theirs) reasons_[setting.key] = Origin::Nearest;
+    isBetter(theirsUntold, 0) || isBetter(theirs, worth_);
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        const KeyId key = own[i].key;
+        const bool isOwn = Tessel::valueOf(scheme_, key) == own[i].value;
+        const bool isTheirs = isOwn ? isBetter({theirs[i]}, isTold(key) ? worth_ : 0) : !isBetter({own[i]}, worth_);
+        if (!isTheirs && reasons.contains(key)) reasons_[key] = reasons.at(key);
+        if (!isTheirs && !reasons.contains(key)) reasons_.erase(key);
+    }
+}
+
+// Takes the answer where it saves so many lines.
+bool Search::isBetter(const Answer& answer, std::size_t worth) {
+    if (changed_ < worth) return false;
+    const std::size_t limit = changed_ - worth;
+    Tessel::PropertySet scheme = with(answer);
+    const std::size_t changed = trial_.changedLines(scheme, limit);
+    if (changed > limit) return false;
+    scheme_ = std::move(scheme);
+    changed_ = changed;
+    return true;
 }
 
 // A key that places told of, and that is better left alone, is disputed after all.

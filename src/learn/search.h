@@ -18,8 +18,9 @@ public:
     // The trial is borrowed. The scheme is what the search starts from.
     Search(SchemeTrial& trial, Tessel::PropertySet scheme);
 
-    // Goes on from what was decided, and notes there what the scheme has in the end, and why.
-    void run(const TextHabits& habits, std::vector<Decision>& decisions);
+    // Goes on from what was decided, and notes there what the scheme has in the end, and why. What remains open goes by
+    // the nearest of the known schemes.
+    void run(const TextHabits& habits, const std::vector<Tessel::PropertySet>& known, std::vector<Decision>& decisions);
 
     const Tessel::PropertySet& scheme() const { return scheme_; }
     std::size_t changedLines() const { return changed_; }
@@ -54,6 +55,9 @@ private:
     int findMargin(const TextHabits& habits, std::size_t limit) const;
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
+    const Tessel::PropertySet* nearestOf(const std::vector<Tessel::PropertySet>& known);
+    void askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions);
+    bool isBetter(const Answer& answer, std::size_t worth);
     void note(std::vector<Decision>& decisions) const;
 
     SchemeTrial& trial_;
