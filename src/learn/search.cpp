@@ -57,6 +57,11 @@ Value highestOf(const Decision& decision) {
     return highest;
 }
 
+// Many constructs agree on it, so that it is no matter of lines: one that is long would outvote them.
+bool isSettled(const Decision& decision) {
+    return natureOf(decision.key) == Nature::Indentation && decision.origin == Origin::Found;
+}
+
 }  // namespace
 
 Search::Search(SchemeTrial& trial, Tessel::PropertySet scheme)
@@ -134,7 +139,7 @@ void Search::askTabs(const TextHabits& habits) {
 void Search::askIndentation(const std::vector<Decision>& decisions) {
     constexpr std::size_t mostValues = 4;
     for (const Decision& decision : decisions) {
-        if (natureOf(decision.key) != Nature::Indentation || decision.places == 0) continue;
+        if (natureOf(decision.key) != Nature::Indentation || decision.places == 0 || isSettled(decision)) continue;
         Values values = {decision.value};
         for (const Sighting& sighting : decision.sightings) {
             if (values.size() == mostValues) break;
@@ -147,6 +152,7 @@ void Search::askIndentation(const std::vector<Decision>& decisions) {
 void Search::askKeptLayout() {
     const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
     ask(INDENT_FROM_LINE, {true, std::nullopt});
+    ask(KEEP_NS_INDENT, {std::nullopt, true});
     ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
     // It shows where lines do not stay as far behind as they are.
     std::vector<Answer> wraps;
@@ -231,16 +237,16 @@ void Search::askCauses(const std::vector<Decision>& decisions) {
     std::size_t before = kUnknown;
     for (int round = 0; round < mostRounds && changed_ + worth_ <= before; ++round) {
         before = changed_;
-        for (const KeyId key : keysByHarm()) askOther(decisions[key.place()]);
+        for (const KeyId key : keysByHarm(decisions)) askOther(decisions[key.place()]);
     }
 }
 
 // Those that change enough gaps for another value to be worth it, most first.
-std::vector<KeyId> Search::keysByHarm() const {
+std::vector<KeyId> Search::keysByHarm(const std::vector<Decision>& decisions) const {
     const std::map<KeyId, std::size_t> causes = trial_.causes(scheme_);
     std::vector<KeyId> keys;
     for (const auto& [key, gaps] : causes) {
-        if (gaps >= worth_ && isDecidedByPlaces(key)) keys.push_back(key);
+        if (gaps >= worth_ && isDecidedByPlaces(key) && !isSettled(decisions[key.place()])) keys.push_back(key);
     }
     std::stable_sort(keys.begin(), keys.end(),
                      [&causes](KeyId left, KeyId right) { return causes.at(left) > causes.at(right); });
@@ -364,7 +370,8 @@ void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std
     for (std::size_t i = 0; i < own.size(); ++i) {
         const KeyId key = own[i].key;
         const bool isOwn = Tessel::valueOf(scheme_, key) == own[i].value;
-        const bool isTheirs = isOwn ? isBetter({theirs[i]}, isTold(key) ? worth_ : 0) : !isBetter({own[i]}, worth_);
+        const bool isTheirs = isOwn ? isBetter({theirs[i]}, isTold(key) ? worth_ : 0)
+                                   : !isBetter({own[i]}, isTold(key) ? 0 : worth_);
         if (!isTheirs && reasons.contains(key)) reasons_[key] = reasons.at(key);
         if (!isTheirs && !reasons.contains(key)) reasons_.erase(key);
     }

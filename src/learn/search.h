@@ -49,7 +49,7 @@ private:
     void askColumns();
     void askTables(const std::vector<Decision>& decisions);
     void askCauses(const std::vector<Decision>& decisions);
-    std::vector<Tessel::KeyId> keysByHarm() const;
+    std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
     void askOther(const Decision& decision);
     void askWrapping(const TextHabits& habits);
     int findMargin(const TextHabits& habits, std::size_t limit) const;
