@@ -18,7 +18,7 @@ using Tessel::KeyId;
 
 constexpr std::size_t kLinesToAWorth = 5000;  // one line in so many is worth a value that is not the usual one
 constexpr std::size_t kLinesToAHand = 300;    // of which one tells that lines were indented by hand
-constexpr std::size_t kLinesToAWrap = 1000;   // of which one may change where lines are wrapped
+constexpr std::size_t kLinesToAMargin = 100;  // of which one may go beyond a margin that the others keep
 constexpr std::size_t kFewestTold = 3;        // places that tell what is done at them
 
 std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
@@ -113,6 +113,7 @@ void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet
                  std::vector<Decision>& decisions) {
     askTabs(habits);
     askIndentation(decisions);
+    askNamespaces(decisions[KeyId(INDENT_NS_CONTENT).place()]);
     askKeptLayout();
     askUnseen(decisions);
     askTables(decisions);
@@ -149,10 +150,22 @@ void Search::askIndentation(const std::vector<Decision>& decisions) {
     }
 }
 
+// Where some namespaces are indented and others are not, each stays as it is.
+void Search::askNamespaces(const Decision& indents) {
+    constexpr std::size_t few = 3;
+    constexpr std::size_t onePlaceOf = 50;
+    const Answer alike = {{indents.key, Tessel::valueOf(scheme_, indents.key)}, {KEEP_NS_INDENT, {}}};
+    const auto isOther = [](const Sighting& sighting) { return sighting.value != Value(""); };
+    const auto other = std::find_if(indents.sightings.begin(), indents.sightings.end(), isOther);
+    if (other == indents.sightings.end() || indents.sightings.size() == 1) return;
+    const bool isUsual = other->found.count >= std::max(few, indents.sightingCount() / onePlaceOf);
+    const Answer asTheyAre = {{indents.key, other->value}, {KEEP_NS_INDENT, true}};
+    ask(isUsual ? std::vector{asTheyAre, alike} : std::vector{alike, asTheyAre});
+}
+
 void Search::askKeptLayout() {
     const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
     ask(INDENT_FROM_LINE, {true, std::nullopt});
-    ask(KEEP_NS_INDENT, {std::nullopt, true});
     ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
     // It shows where lines do not stay as far behind as they are.
     std::vector<Answer> wraps;
@@ -287,8 +300,7 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
 // Lines are wrapped where that changes next to nothing.
 void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
-    const std::size_t limit = changed_ + std::max(2 * worth_, trial_.lines() / kLinesToAWrap);
-    const int margin = findMargin(habits, limit);
+    const int margin = findMargin(habits);
     if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
     askWrapStyles(margin);
     const bool isWrapped = ask(LINE_WRAP, {true, false}) == 0;
@@ -297,27 +309,33 @@ void Search::askWrapping(const TextHabits& habits) {
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
-// broken once more, they are as they were for the margin that they were broken at. 0 when there is none.
-int Search::findMargin(const TextHabits& habits, std::size_t limit) const {
+// broken once more, they are as they were for the margin that they were broken at. 0 when there is none, or where more
+// than a few lines go beyond it.
+int Search::findMargin(const TextHabits& habits) const {
     constexpr std::size_t weightOfLongLines = 4;
-    const Answer usual = {{LINE_WRAP, true},          {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
-                                  {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+    const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
+                          {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+    const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
     int found = 0;
+    std::size_t beyond = 0;
     std::size_t least = kUnknown - worth_;
     for (const int margin : kUsualMargins) {
         Tessel::PropertySet scheme = with(usual);
         scheme.setInt(RIGHT_MARGIN, margin);
-        const std::size_t broken = trial_.changedLines(scheme, limit);
-        if (broken > limit) continue;
+        const std::size_t broken = trial_.changedLines(scheme, most);
+        if (broken > most) continue;
         scheme.erase(KEEP_LINE_BREAKS.name);
         const std::size_t against = trial_.changedLines(scheme, kUnknown) + weightOfLongLines * broken;
         if (against > least + worth_) break;
         // Lines of just that width are what tells margins apart that are a column from each other.
         const bool isReached = habits.widths[static_cast<std::size_t>(margin)] > 0;
-        if (against < least || (against == least && isReached && margin <= found + 2)) found = margin;
+        const bool isLikelier = against < least || (against == least && isReached && margin <= found + 2);
         least = std::min(least, against);
+        if (!isLikelier) continue;
+        found = margin;
+        beyond = broken;
     }
-    return found;
+    return beyond <= changed_ + 2 * worth_ ? found : 0;
 }
 
 // How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
@@ -347,33 +365,31 @@ const Tessel::PropertySet* Search::nearestOf(const std::vector<Tessel::PropertyS
     return nearest;
 }
 
-// Who wrote a known scheme has seen more than one project: where it is as good, it has what nothing here tells of. All
-// of that at once first, for keys depend on each other.
+// Who wrote a known scheme has seen more than one project: where it is as good, it has what neither places nor trials
+// tell of. All of that at once first, for keys depend on each other. Whether lines are wrapped has been asked for.
 void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions) {
     const Tessel::PropertySet* const nearest = nearestOf(known);
     if (!nearest) return;
-    const auto isTold = [&decisions](KeyId key) { return decisions[key.place()].places >= kFewestTold; };
+    const std::map<KeyId, Origin> reasons = reasons_;
+    const auto isTold = [&](KeyId key) { return decisions[key.place()].places >= kFewestTold || reasons.contains(key); };
     Answer own;
     Answer theirs;
     Answer theirsUntold;
     for (const Decision& decision : decisions) {
         const std::optional<Value> value = Tessel::valueOf(*nearest, decision.key);
         const std::optional<Value> ownValue = Tessel::valueOf(scheme_, decision.key);
-        if (value == ownValue || decision.origin == Origin::Lines) continue;
+        const bool isOfWrapping = decision.key == KeyId(LINE_WRAP) || decision.key == KeyId(RIGHT_MARGIN);
+        if (value == ownValue || isOfWrapping || decision.origin == Origin::Lines) continue;
         own.push_back({decision.key, ownValue});
         theirs.push_back({decision.key, value});
         if (!isTold(decision.key)) theirsUntold.push_back(theirs.back());
     }
-    const std::map<KeyId, Origin> reasons = reasons_;
-    for (const Setting& setting : theirs) reasons_[setting.key] = Origin::Nearest;
     isBetter(theirsUntold, 0) || isBetter(theirs, worth_);
     for (std::size_t i = 0; i < own.size(); ++i) {
         const KeyId key = own[i].key;
+        const std::size_t worth = isTold(key) ? worth_ : 0;
         const bool isOwn = Tessel::valueOf(scheme_, key) == own[i].value;
-        const bool isTheirs = isOwn ? isBetter({theirs[i]}, isTold(key) ? worth_ : 0)
-                                   : !isBetter({own[i]}, isTold(key) ? 0 : worth_);
-        if (!isTheirs && reasons.contains(key)) reasons_[key] = reasons.at(key);
-        if (!isTheirs && !reasons.contains(key)) reasons_.erase(key);
+        if (isOwn ? isBetter({theirs[i]}, worth) : !isBetter({own[i]}, worth_ - worth)) reasons_[key] = Origin::Nearest;
     }
 }
 

@@ -41,6 +41,7 @@ private:
     std::size_t ask(Tessel::KeyId key, const Values& values, std::size_t worth = 0);
 
     void askIndentation(const std::vector<Decision>& decisions);
+    void askNamespaces(const Decision& indents);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
     void askHanging();
@@ -52,7 +53,7 @@ private:
     std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
     void askOther(const Decision& decision);
     void askWrapping(const TextHabits& habits);
-    int findMargin(const TextHabits& habits, std::size_t limit) const;
+    int findMargin(const TextHabits& habits) const;
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
     const Tessel::PropertySet* nearestOf(const std::vector<Tessel::PropertySet>& known);

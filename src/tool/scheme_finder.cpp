@@ -141,7 +141,7 @@ std::vector<SchemeSummary> listSchemes() {
 }
 
 std::vector<Tessel::PropertySet> shippedSchemes() {
-    const std::string directory = TesselUI::shippedSchemeDirectory() + '/';
+    const std::string directory = TesselUI::shippedSchemeDirectory();
     std::vector<Tessel::PropertySet> schemes;
     for (const std::string& fileName : TesselUI::PropertySetStore::findPSFiles(directory)) {
         std::istringstream in(readTextIfAny(directory + fileName));
