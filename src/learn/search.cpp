@@ -379,7 +379,7 @@ void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std
         const std::optional<Value> value = Tessel::valueOf(*nearest, decision.key);
         const std::optional<Value> ownValue = Tessel::valueOf(scheme_, decision.key);
         const bool isOfWrapping = decision.key == KeyId(LINE_WRAP) || decision.key == KeyId(RIGHT_MARGIN);
-        if (value == ownValue || isOfWrapping || decision.origin == Origin::Lines) continue;
+        if (!value || value == ownValue || isOfWrapping || decision.origin == Origin::Lines) continue;
         own.push_back({decision.key, ownValue});
         theirs.push_back({decision.key, value});
         if (!isTold(decision.key)) theirsUntold.push_back(theirs.back());
