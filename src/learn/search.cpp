@@ -339,17 +339,19 @@ int Search::findMargin(const TextHabits& habits) const {
 }
 
 // How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
-// it best.
+// it best, and where lines do not stay as far behind as they are.
 void Search::askWrapStyles(int margin) {
     set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
     // Some of these lines were broken by hand: a style has to show in many.
     const std::size_t many = trial_.lines() / kLinesToAHand;
     for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
-    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}});
+    const std::optional<Value> keepsIndent = Tessel::valueOf(scheme_, KEEP_LINE_INDENT);
+    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {KEEP_LINE_INDENT, false}});
     for (const auto& [key, values] : kWrapStyles) {
         const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
         ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
     }
+    ask(KEEP_LINE_INDENT, {false, keepsIndent});
 }
 
 // The one that changes the fewest lines by itself; null when there is none.
