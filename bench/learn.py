@@ -3,6 +3,7 @@
 import argparse
 import glob
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -45,10 +46,19 @@ class Bench:
         """By path, what the program makes of the texts; None where it refuses one."""
         return dict(zip(texts, self.pool.map(program.format, texts.values())))
 
-    def learn(self, paths, name, arguments=()):
+    def learner(self, unknown):
+        """The program with all shipped schemes beside it but one, to learn that from what it has laid out alone."""
+        program = self.path("without-" + unknown, "vantrel")
+        shutil.copy(self.vantrel, program)
+        for name in self.shipped:
+            if name != unknown:
+                shutil.copy(os.path.join(self.root, "schemes", name + ".vts"), os.path.dirname(program))
+        return program
+
+    def learn(self, paths, name, learner=None):
         scheme = self.path(name + ".vts")
         done = subprocess.run(
-            [self.vantrel, "learn", "-o", scheme, *arguments, *self.options.learn, *paths],
+            [learner or self.vantrel, "learn", "-o", scheme, *self.options.learn, *paths],
             capture_output=True,
             check=False,
         )
@@ -94,7 +104,7 @@ def round_trip(bench):
                 laid_out.append(bench.path(name, "%03d-%s" % (number, os.path.basename(path))))
                 with open(laid_out[-1], "wb") as file:
                     file.write(text)
-        learned = bench.learn(laid_out, name)
+        learned = bench.learn(laid_out, name, bench.learner(name))
         results = bench.formatted(bench.ours(learned), texts)
         differing = differing_keys(shipped, learned)
         rows.append([name, "%.2f" % (100 - bench.per_hundred(wanted, results)), str(len(differing))])

@@ -15,6 +15,7 @@ enum class Origin {
     Kin,       // too few places: what a key like it has
     Given,     // too few places: what the scheme has that was given to start from
     Tried,     // what changes the fewest lines
+    Nearest,   // too few places, or places that do not tell: what the nearest of the known schemes has
     Lines,     // what lines tell, whatever stands in them
     Preset,    // what suits any source
     Unseen,    // too few places, and nothing to go by

@@ -97,7 +97,8 @@ int guessTabSize(const TextHabits& habits) {
     return hasTabs ? kUsualTab : kTabOfBlanks;
 }
 
-Learned learnScheme(const std::string& name, const Observations& seen, const DecisionRules& rules, SchemeTrial& trial) {
+Learned learnScheme(const std::string& name, const Observations& seen, const DecisionRules& rules,
+                    const std::vector<Tessel::PropertySet>& known, SchemeTrial& trial) {
     Learned learned;
     learned.decisions = decide(seen.tally, rules);
     useTabs(learned.decisions, seen.tabSize);
@@ -107,7 +108,7 @@ Learned learnScheme(const std::string& name, const Observations& seen, const Dec
         if (decision.value) start.set({std::string(decision.key.name()), *decision.value});
     }
     Search search(trial, std::move(start));
-    search.run(seen.habits, learned.decisions);
+    search.run(seen.habits, known, learned.decisions);
     learned.scheme = search.scheme();
     learned.triedLines = trial.lines();
     learned.changedLines = search.changedLines();

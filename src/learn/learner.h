@@ -30,6 +30,8 @@ Tessel::PropertySet observingScheme(int tabSize);
 // The columns to a tab stop, as far as the lines tell by themselves.
 int guessTabSize(const TextHabits& habits);
 
-Learned learnScheme(const std::string& name, const Observations& seen, const DecisionRules& rules, SchemeTrial& trial);
+// The known schemes tell what the sources do not.
+Learned learnScheme(const std::string& name, const Observations& seen, const DecisionRules& rules,
+                    const std::vector<Tessel::PropertySet>& known, SchemeTrial& trial);
 
 }  // namespace Learn

@@ -18,7 +18,8 @@ using Tessel::KeyId;
 
 constexpr std::size_t kLinesToAWorth = 5000;  // one line in so many is worth a value that is not the usual one
 constexpr std::size_t kLinesToAHand = 300;    // of which one tells that lines were indented by hand
-constexpr std::size_t kLinesToAWrap = 1000;   // of which one may change where lines are wrapped
+constexpr std::size_t kLinesToAMargin = 100;  // of which one may go beyond a margin that the others keep
+constexpr std::size_t kFewestTold = 3;        // places that tell what is done at them
 
 std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
     std::string text;
@@ -54,6 +55,11 @@ Value highestOf(const Decision& decision) {
         highest = std::max(highest, sighting.value);
     }
     return highest;
+}
+
+// Many constructs agree on it, so that it is no matter of lines: one that is long would outvote them.
+bool isSettled(const Decision& decision) {
+    return natureOf(decision.key) == Nature::Indentation && decision.origin == Origin::Found;
 }
 
 }  // namespace
@@ -103,9 +109,11 @@ std::size_t Search::ask(KeyId key, const Values& values, std::size_t worth) {
     return ask(answers, worth);
 }
 
-void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
+void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet>& known,
+                 std::vector<Decision>& decisions) {
     askTabs(habits);
     askIndentation(decisions);
+    askNamespaces(decisions[KeyId(INDENT_NS_CONTENT).place()]);
     askKeptLayout();
     askUnseen(decisions);
     askTables(decisions);
@@ -115,6 +123,7 @@ void Search::run(const TextHabits& habits, std::vector<Decision>& decisions) {
     askTabs(habits);
     askKeptLayout();
     askWrapping(habits);
+    askNearest(known, decisions);
     note(decisions);
 }
 
@@ -131,7 +140,7 @@ void Search::askTabs(const TextHabits& habits) {
 void Search::askIndentation(const std::vector<Decision>& decisions) {
     constexpr std::size_t mostValues = 4;
     for (const Decision& decision : decisions) {
-        if (natureOf(decision.key) != Nature::Indentation || decision.places == 0) continue;
+        if (natureOf(decision.key) != Nature::Indentation || decision.places == 0 || isSettled(decision)) continue;
         Values values = {decision.value};
         for (const Sighting& sighting : decision.sightings) {
             if (values.size() == mostValues) break;
@@ -139,6 +148,19 @@ void Search::askIndentation(const std::vector<Decision>& decisions) {
         }
         ask(decision.key, values);
     }
+}
+
+// Where some namespaces are indented and others are not, each stays as it is.
+void Search::askNamespaces(const Decision& indents) {
+    constexpr std::size_t few = 3;
+    constexpr std::size_t onePlaceOf = 50;
+    const Answer alike = {{indents.key, Tessel::valueOf(scheme_, indents.key)}, {KEEP_NS_INDENT, {}}};
+    const auto isOther = [](const Sighting& sighting) { return sighting.value != Value(""); };
+    const auto other = std::find_if(indents.sightings.begin(), indents.sightings.end(), isOther);
+    if (other == indents.sightings.end() || indents.sightings.size() == 1) return;
+    const bool isUsual = other->found.count >= std::max(few, indents.sightingCount() / onePlaceOf);
+    const Answer asTheyAre = {{indents.key, other->value}, {KEEP_NS_INDENT, true}};
+    ask(isUsual ? std::vector{asTheyAre, alike} : std::vector{alike, asTheyAre});
 }
 
 void Search::askKeptLayout() {
@@ -228,16 +250,16 @@ void Search::askCauses(const std::vector<Decision>& decisions) {
     std::size_t before = kUnknown;
     for (int round = 0; round < mostRounds && changed_ + worth_ <= before; ++round) {
         before = changed_;
-        for (const KeyId key : keysByHarm()) askOther(decisions[key.place()]);
+        for (const KeyId key : keysByHarm(decisions)) askOther(decisions[key.place()]);
     }
 }
 
 // Those that change enough gaps for another value to be worth it, most first.
-std::vector<KeyId> Search::keysByHarm() const {
+std::vector<KeyId> Search::keysByHarm(const std::vector<Decision>& decisions) const {
     const std::map<KeyId, std::size_t> causes = trial_.causes(scheme_);
     std::vector<KeyId> keys;
     for (const auto& [key, gaps] : causes) {
-        if (gaps >= worth_ && isDecidedByPlaces(key)) keys.push_back(key);
+        if (gaps >= worth_ && isDecidedByPlaces(key) && !isSettled(decisions[key.place()])) keys.push_back(key);
     }
     std::stable_sort(keys.begin(), keys.end(),
                      [&causes](KeyId left, KeyId right) { return causes.at(left) > causes.at(right); });
@@ -278,8 +300,7 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
 // Lines are wrapped where that changes next to nothing.
 void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
-    const std::size_t limit = changed_ + std::max(2 * worth_, trial_.lines() / kLinesToAWrap);
-    const int margin = findMargin(habits, limit);
+    const int margin = findMargin(habits);
     if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
     askWrapStyles(margin);
     const bool isWrapped = ask(LINE_WRAP, {true, false}) == 0;
@@ -288,41 +309,102 @@ void Search::askWrapping(const TextHabits& habits) {
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
-// broken once more, they are as they were for the margin that they were broken at. 0 when there is none.
-int Search::findMargin(const TextHabits& habits, std::size_t limit) const {
+// broken once more, they are as they were for the margin that they were broken at. 0 when there is none, or where more
+// than a few lines go beyond it.
+int Search::findMargin(const TextHabits& habits) const {
     constexpr std::size_t weightOfLongLines = 4;
-    const Answer usual = {{LINE_WRAP, true},          {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
-                                  {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+    const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
+                          {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+    const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
     int found = 0;
+    std::size_t beyond = 0;
     std::size_t least = kUnknown - worth_;
     for (const int margin : kUsualMargins) {
         Tessel::PropertySet scheme = with(usual);
         scheme.setInt(RIGHT_MARGIN, margin);
-        const std::size_t broken = trial_.changedLines(scheme, limit);
-        if (broken > limit) continue;
+        const std::size_t broken = trial_.changedLines(scheme, most);
+        if (broken > most) continue;
         scheme.erase(KEEP_LINE_BREAKS.name);
         const std::size_t against = trial_.changedLines(scheme, kUnknown) + weightOfLongLines * broken;
         if (against > least + worth_) break;
         // Lines of just that width are what tells margins apart that are a column from each other.
         const bool isReached = habits.widths[static_cast<std::size_t>(margin)] > 0;
-        if (against < least || (against == least && isReached && margin <= found + 2)) found = margin;
+        const bool isLikelier = against < least || (against == least && isReached && margin <= found + 2);
         least = std::min(least, against);
+        if (!isLikelier) continue;
+        found = margin;
+        beyond = broken;
     }
-    return found;
+    return beyond <= changed_ + 2 * worth_ ? found : 0;
 }
 
 // How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
-// it best.
+// it best, and where lines do not stay as far behind as they are.
 void Search::askWrapStyles(int margin) {
     set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
     // Some of these lines were broken by hand: a style has to show in many.
     const std::size_t many = trial_.lines() / kLinesToAHand;
     for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
-    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}});
+    const std::optional<Value> keepsIndent = Tessel::valueOf(scheme_, KEEP_LINE_INDENT);
+    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {KEEP_LINE_INDENT, false}});
     for (const auto& [key, values] : kWrapStyles) {
         const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
         ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
     }
+    ask(KEEP_LINE_INDENT, {false, keepsIndent});
+}
+
+// The one that changes the fewest lines by itself; null when there is none.
+const Tessel::PropertySet* Search::nearestOf(const std::vector<Tessel::PropertySet>& known) {
+    const Tessel::PropertySet* nearest = nullptr;
+    std::size_t fewest = kUnknown;
+    for (const Tessel::PropertySet& scheme : known) {
+        const std::size_t changed = trial_.changedLines(scheme, fewest);
+        if (changed >= fewest) continue;
+        fewest = changed;
+        nearest = &scheme;
+    }
+    return nearest;
+}
+
+// Who wrote a known scheme has seen more than one project: where it is as good, it has what neither places nor trials
+// tell of. All of that at once first, for keys depend on each other. Whether lines are wrapped has been asked for.
+void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions) {
+    const Tessel::PropertySet* const nearest = nearestOf(known);
+    if (!nearest) return;
+    const std::map<KeyId, Origin> reasons = reasons_;
+    const auto isTold = [&](KeyId key) { return decisions[key.place()].places >= kFewestTold || reasons.contains(key); };
+    Answer own;
+    Answer theirs;
+    Answer theirsUntold;
+    for (const Decision& decision : decisions) {
+        const std::optional<Value> value = Tessel::valueOf(*nearest, decision.key);
+        const std::optional<Value> ownValue = Tessel::valueOf(scheme_, decision.key);
+        const bool isOfWrapping = decision.key == KeyId(LINE_WRAP) || decision.key == KeyId(RIGHT_MARGIN);
+        if (!value || value == ownValue || isOfWrapping || decision.origin == Origin::Lines) continue;
+        own.push_back({decision.key, ownValue});
+        theirs.push_back({decision.key, value});
+        if (!isTold(decision.key)) theirsUntold.push_back(theirs.back());
+    }
+    isBetter(theirsUntold, 0) || isBetter(theirs, worth_);
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        const KeyId key = own[i].key;
+        const std::size_t worth = isTold(key) ? worth_ : 0;
+        const bool isOwn = Tessel::valueOf(scheme_, key) == own[i].value;
+        if (isOwn ? isBetter({theirs[i]}, worth) : !isBetter({own[i]}, worth_ - worth)) reasons_[key] = Origin::Nearest;
+    }
+}
+
+// Takes the answer where it saves so many lines.
+bool Search::isBetter(const Answer& answer, std::size_t worth) {
+    if (changed_ < worth) return false;
+    const std::size_t limit = changed_ - worth;
+    Tessel::PropertySet scheme = with(answer);
+    const std::size_t changed = trial_.changedLines(scheme, limit);
+    if (changed > limit) return false;
+    scheme_ = std::move(scheme);
+    changed_ = changed;
+    return true;
 }
 
 // A key that places told of, and that is better left alone, is disputed after all.

@@ -18,8 +18,9 @@ public:
     // The trial is borrowed. The scheme is what the search starts from.
     Search(SchemeTrial& trial, Tessel::PropertySet scheme);
 
-    // Goes on from what was decided, and notes there what the scheme has in the end, and why.
-    void run(const TextHabits& habits, std::vector<Decision>& decisions);
+    // Goes on from what was decided, and notes there what the scheme has in the end, and why. What remains open goes by
+    // the nearest of the known schemes.
+    void run(const TextHabits& habits, const std::vector<Tessel::PropertySet>& known, std::vector<Decision>& decisions);
 
     const Tessel::PropertySet& scheme() const { return scheme_; }
     std::size_t changedLines() const { return changed_; }
@@ -40,6 +41,7 @@ private:
     std::size_t ask(Tessel::KeyId key, const Values& values, std::size_t worth = 0);
 
     void askIndentation(const std::vector<Decision>& decisions);
+    void askNamespaces(const Decision& indents);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
     void askHanging();
@@ -48,12 +50,15 @@ private:
     void askColumns();
     void askTables(const std::vector<Decision>& decisions);
     void askCauses(const std::vector<Decision>& decisions);
-    std::vector<Tessel::KeyId> keysByHarm() const;
+    std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
     void askOther(const Decision& decision);
     void askWrapping(const TextHabits& habits);
-    int findMargin(const TextHabits& habits, std::size_t limit) const;
+    int findMargin(const TextHabits& habits) const;
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
+    const Tessel::PropertySet* nearestOf(const std::vector<Tessel::PropertySet>& known);
+    void askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions);
+    bool isBetter(const Answer& answer, std::size_t worth);
     void note(std::vector<Decision>& decisions) const;
 
     SchemeTrial& trial_;

@@ -158,7 +158,8 @@ private:
         Progress progress(streams_.errors, streams_.errorsAreTerminal && !options_.isQuiet, unknown, "schemes tried");
         SampleTrial trial(std::move(sample), threadsFor(options_), progress);
         const Learn::DecisionRules rules{.minAgreement = options_.minAgreement, .given = given_ ? &*given_ : nullptr};
-        report_.learned = Learn::learnScheme(name(), seen_, rules, trial);
+        const std::vector<Tessel::PropertySet> known = given_ ? std::vector{*given_} : shippedSchemes();
+        report_.learned = Learn::learnScheme(name(), seen_, rules, known, trial);
         report_.fileNames = &list_.files;
     }
 

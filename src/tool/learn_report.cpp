@@ -52,6 +52,7 @@ std::string reasonText(const Decision& decision) {
         case Origin::Kin: return "as " + std::string(decision.kin.name());
         case Origin::Given: return "as in the scheme that was given";
         case Origin::Tried: return "no other value that was tried changes clearly fewer lines";
+        case Origin::Nearest: return "as in the nearest of the known schemes";
         case Origin::Lines: return "as all lines are, whatever stands in them";
         case Origin::Preset: return "suits any source";
         case Origin::Disputed:

@@ -140,6 +140,17 @@ std::vector<SchemeSummary> listSchemes() {
     return schemes;
 }
 
+std::vector<Tessel::PropertySet> shippedSchemes() {
+    const std::string directory = TesselUI::shippedSchemeDirectory();
+    std::vector<Tessel::PropertySet> schemes;
+    for (const std::string& fileName : TesselUI::PropertySetStore::findPSFiles(directory)) {
+        std::istringstream in(readTextIfAny(directory + fileName));
+        Tessel::PropertySet scheme(in);
+        if (!in.fail() && !TesselUI::findUnusableText(scheme)) schemes.push_back(std::move(scheme));
+    }
+    return schemes;
+}
+
 std::string schemeFile(const std::string& nameOrFile) {
     if (isFile(nameOrFile)) return nameOrFile;
     for (const SchemeSummary& scheme : listSchemes()) {

@@ -51,6 +51,9 @@ private:
 // All schemes that have a name, the user's own before shipped ones.
 std::vector<SchemeSummary> listSchemes();
 
+// The shipped ones that can be used.
+std::vector<Tessel::PropertySet> shippedSchemes();
+
 // The file of a scheme that is given by its name, or as a file. Throws Failure when there is none of that name.
 std::string schemeFile(const std::string& nameOrFile);
 

@@ -92,7 +92,7 @@ TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
     start.setBool(KEEP_ONE_LINE_STATEMENTS.name, true);
     std::vector<Decision> decisions = Learn::decide({}, {});
     Learn::Search search(trial, start);
-    search.run({}, decisions);
+    search.run({}, {}, decisions);
     int functions = 0;
     bool isKept = false;
     EXPECT_TRUE(search.scheme().getInt(KEEP_ONE_LINE_FUNCTIONS.name, functions));
@@ -103,6 +103,32 @@ TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
     EXPECT_TRUE(search.scheme().getString(INDENT_LABEL.name, indent));
     EXPECT_EQ(indent, " ");
     EXPECT_EQ(search.changedLines(), 0);
+}
+
+// No place and no line tells of casts; of what stands behind keywords, places do.
+TEST(Search, TakesFromTheNearestKnownSchemeWhatNothingTellsAndWhatSavesLines) {
+    MadeUpTrial trial;
+    Tessel::PropertySet start("made up");
+    start.setString(WS_AFTER_CS_KEY, " ");
+    Tessel::PropertySet nearest("nearest");
+    nearest.setString(WS_AFTER_CS_KEY, "");
+    nearest.setString(WS_AFTER_CAST.name, " ");
+    nearest.setBool(KEEP_LINE_BREAKS.name, true);
+    Tessel::PropertySet far("far");
+    far.setString(WS_AFTER_CAST.name, "");
+    std::vector<Decision> decisions = Learn::decide({}, {});
+    Decision& told = decisions[KeyId(WS_AFTER_CS_KEY).place()];
+    told.origin = Origin::Found;
+    told.value = Value(" ");
+    told.places = 50;
+    Learn::Search search(trial, start);
+    search.run({}, {far, nearest}, decisions);
+    std::string text;
+    EXPECT_TRUE(search.scheme().getString(WS_AFTER_CAST.name, text) && text == " ");
+    EXPECT_EQ(decisions[KeyId(WS_AFTER_CAST).place()].origin, Origin::Nearest);
+    EXPECT_TRUE(search.scheme().getString(WS_AFTER_CS_KEY, text) && text == " ");
+    EXPECT_EQ(told.origin, Origin::Found);
+    EXPECT_TRUE(search.scheme().getString(INDENT_LABEL.name, text) && text == " ");
 }
 
 // Lines that were broken at 100, some of which cannot be, and a key that disagrees with the sample.
@@ -128,7 +154,7 @@ TEST(Search, FindsTheMarginThatLinesWereBrokenAtAndLeavesAloneWhatDoesHarm) {
     start.setString(WS_AFTER_CS_KEY, " ");
     std::vector<Decision> decisions = Learn::decide({}, {});
     Learn::Search search(trial, start);
-    search.run({}, decisions);
+    search.run({}, {}, decisions);
     int margin = 0;
     bool isOn = false;
     std::string text;
