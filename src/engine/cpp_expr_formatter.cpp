@@ -107,7 +107,7 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
         writeBetween(part.offset);
         IndentScope indent(out, indentToColumn(out, out.column()));
         const std::string_view text = directive.substr(part.offset, part.length);
-        writeRendered(formatExpression(text, IndentState(out), &noBlocks, HangingLines::Text::List), out);
+        formatExpression(text, out, &noBlocks, HangingLines::Text::List);
         written = part.offset + part.length;
     }
     writeBetween(directive.size());
