@@ -94,13 +94,11 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
     if (parts.areNone()) return false;
     NoBlocks noBlocks;
     std::size_t written = 0;
+    OpaqueWriter rest(directive, InnerBlanks::Convert, out);
     const auto writeBetween = [&](std::size_t end) {
-        const std::string_view piece = directive.substr(written, end - written);
-        if (isAllWhitespace(piece)) {
-            out.writeVerbatim(piece);
-        } else {
-            writeInPlace(piece, InnerBlanks::Convert, out);
-        }
+        out.startLine();
+        IndentScope noIndent(out, {});
+        rest.write(directive.substr(written, end - written));
     };
     for (const TextExtent& part : {parts.parameters, parts.expression}) {
         if (part.length == 0) continue;

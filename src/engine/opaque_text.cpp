@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "engine/columns.h"
-#include "engine/convertible_blanks.h"
 #include "engine/gap.h"
 
 namespace Tessel {
@@ -34,57 +33,10 @@ int leadingWidth(std::string_view line, int tabSize) {
     return column;
 }
 
-// Writes a comment or directive piece by piece. Where the output converts tabs or blanks, so are those that
-// may be.
-class OpaqueWriter {
-public:
-    OpaqueWriter(std::string_view text, InnerBlanks inner, OIndentBuf& out) : out_(out) {
-        if (inner == InnerBlanks::Keep || out.tabMode() == Zelmor::KeepTabs || !mayConvert(text)) return;
-        blanks_ = ConvertibleBlanks(text);
-        findRun();
-    }
-
-    // The pieces come in order.
-    void write(std::string_view piece) {
-        while (!run_.empty() && run_.data() < piece.data() + piece.size()) {
-            if (run_.data() >= piece.data()) {
-                const auto ahead = static_cast<std::size_t>(run_.data() - piece.data());
-                writeRaw(piece.substr(0, ahead), out_);
-                piece.remove_prefix(ahead + run_.size());
-                out_.writeVerbatim(run_);
-            }
-            findRun();
-        }
-        writeRaw(piece, out_);
-    }
-
-private:
-    // Most texts show at a glance that there is nothing to convert.
-    bool mayConvert(std::string_view text) const {
-        if (text.starts_with('#')) return isConcerned(text) && !continuesLiteral(text);
-        return startsComment(text) && lineLength(text) < text.size() && isConcerned(text);
-    }
-
-    // A backslash may splice its two characters. What is kept unread may begin with a "/" too.
-    static bool startsComment(std::string_view text) {
-        return text.starts_with("/*") || text.starts_with("//") || text.starts_with("/\\");
-    }
-
-    // Whether it holds what the output converts: a tab, or blanks that may fill a tab stop.
-    bool isConcerned(std::string_view text) const {
-        return text.find(out_.tabMode() == Zelmor::TabsToSpaces ? "\t" : "  ") != std::string_view::npos;
-    }
-
-    void findRun() {
-        do {
-            run_ = blanks_.next();
-        } while (!run_.empty() && !isConcerned(run_));
-    }
-
-    OIndentBuf& out_;
-    ConvertibleBlanks blanks_;
-    std::string_view run_;  // the next one
-};
+// A backslash may splice its two characters. What is kept unread may begin with a "/" too.
+bool startsComment(std::string_view text) {
+    return text.starts_with("/*") || text.starts_with("//") || text.starts_with("/\\");
+}
 
 // Writes a line whose text stands `extra` columns, or none, behind the indentation.
 void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OIndentBuf& out) {
@@ -99,6 +51,42 @@ void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OI
 }
 
 }  // namespace
+
+OpaqueWriter::OpaqueWriter(std::string_view text, InnerBlanks inner, OIndentBuf& out) : out_(out) {
+    if (inner == InnerBlanks::Keep || out.tabMode() == Zelmor::KeepTabs || !mayConvert(text)) return;
+    blanks_ = ConvertibleBlanks(text);
+    findRun();
+}
+
+void OpaqueWriter::write(std::string_view piece) {
+    while (!run_.empty() && run_.data() < piece.data() + piece.size()) {
+        if (run_.data() >= piece.data()) {
+            const auto ahead = static_cast<std::size_t>(run_.data() - piece.data());
+            writeRaw(piece.substr(0, ahead), out_);
+            piece.remove_prefix(ahead + run_.size());
+            out_.writeVerbatim(run_);
+        }
+        findRun();
+    }
+    writeRaw(piece, out_);
+}
+
+// Most texts show at a glance that there is nothing to convert.
+bool OpaqueWriter::mayConvert(std::string_view text) const {
+    if (text.starts_with('#')) return isConcerned(text) && !continuesLiteral(text);
+    return startsComment(text) && lineLength(text) < text.size() && isConcerned(text);
+}
+
+// Whether it holds what the output converts: a tab, or blanks that may fill a tab stop.
+bool OpaqueWriter::isConcerned(std::string_view text) const {
+    return text.find(out_.tabMode() == Zelmor::TabsToSpaces ? "\t" : "  ") != std::string_view::npos;
+}
+
+void OpaqueWriter::findRun() {
+    do {
+        run_ = blanks_.next();
+    } while (!run_.empty() && !isConcerned(run_));
+}
 
 void writeLiteral(std::string_view text, OIndentBuf& out) {
     out.startLine();

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "engine/convertible_blanks.h"
 #include "engine/source_columns.h"
 #include "textstream/oindent_stream.h"
 
@@ -33,6 +34,26 @@ void writeRendered(std::string_view text, Zelmor::OIndentBuf& out);
 
 // What becomes of the tabs and blanks in a comment or directive that the output could convert.
 enum class InnerBlanks { Convert, Keep };
+
+// Writes a comment or directive piece by piece. Where the output converts tabs or blanks, so are those that
+// may be.
+class OpaqueWriter {
+public:
+    // Of a text, which is borrowed.
+    OpaqueWriter(std::string_view text, InnerBlanks inner, Zelmor::OIndentBuf& out);
+
+    // The pieces come in order. Others may write what stands between them.
+    void write(std::string_view piece);
+
+private:
+    bool mayConvert(std::string_view text) const;
+    bool isConcerned(std::string_view text) const;
+    void findRun();
+
+    Zelmor::OIndentBuf& out_;
+    ConvertibleBlanks blanks_;
+    std::string_view run_;  // the next one
+};
 
 // A comment or directive, line for line as it is.
 void writeInPlace(std::string_view text, InnerBlanks inner, Zelmor::OIndentBuf& out);
