@@ -136,7 +136,7 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     std::string_view gap = writer_.readGap(node.end());
     if (isOnOneLine_ && isAllWhitespace(gap)) {
         writer_.leave(gap, kAsInInput);
-        out().write(gap.empty() ? std::string_view() : " ");
+        out().write(gap.empty() || isLineBreak(gap) ? std::string_view() : " ");
         copyThrough(node);
         return;
     }

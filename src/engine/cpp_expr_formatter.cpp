@@ -45,7 +45,8 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
                                    LayoutLog* log)
     : CppExprFormatterBase(scheme, source, log),
       settings_(CppExprFormatterBase::scheme()),
-      looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present || log),
+      looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present ||
+                   settings_.beforeEllipsis.present || log),
       keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())) {}
 
 void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
@@ -268,6 +269,28 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
            run.roleAt(place) == ExprRole::Operand;
 }
 
+// The "..." behind what is a pack, or is made one: `class... T`, `T... args`, `f(args...)`. Those of ranges, `case a ... b`,
+// and those that fold stand between operands.
+bool CppExprFormatter::startsEllipsis(const Run& run, std::size_t place) {
+    if (!isPack(run.tokens, place)) return false;
+    const int before = run.previousKind();
+    const bool followsType = before == Cpp::KeywordTypename || before == Cpp::KeywordClass ||
+                             before == Cpp::KeywordAuto || before == Cpp::KeywordSizeof ||
+                             (before >= Cpp::KeywordChar && before <= Cpp::KeywordVoid);
+    const bool followsOperand =
+        before == Cpp::Identifier || before == Cpp::CloseParen || run.previousRole() == ExprRole::TemplateClose;
+    switch (run.kindFrom(place + kDotsOfPack)) {
+        case Cpp::Comma:
+        case Cpp::CloseParen:
+        case Cpp::CloseBracket:
+        case Cpp::CloseBrace:
+        case Cpp::Greater:
+        case Cpp::ShiftRight:
+        case Trn::kEndKind: return followsType || followsOperand;
+        default: return followsType || (followsOperand && run.mode == ExprMode::Declaration);
+    }
+}
+
 // What the next token that is no comment or directive, which stands at `place`, wants in front of itself;
 // null when that is for the token before it to say.
 const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
@@ -282,6 +305,7 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
     const OptionalText* const behind = looksBehind_ ? wantedBehindPrevious(run, place) : nullptr;
     if (isPresent(behind)) return behind;
     if (introducesWidth(run, place)) return &settings_.aroundBitFieldColon;
+    if (startsEllipsis(run, place)) return &settings_.beforeEllipsis;
     switch (role) {
         case ExprRole::BinaryOperator:
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {

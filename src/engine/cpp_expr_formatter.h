@@ -98,6 +98,7 @@ private:
     const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
     const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
     static bool introducesWidth(const Run& run, std::size_t place);
+    static bool startsEllipsis(const Run& run, std::size_t place);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
     // What the source does beside gaps (expr_measures.cpp).

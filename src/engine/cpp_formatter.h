@@ -147,13 +147,18 @@ private:
     struct Place;
     class OneLineSettingsScope;
     bool mayFitOnLine(const Cpp::SyntaxNode& node) const;
-    bool runsOver(int end, std::string_view text);
+    bool runsOver(int margin, int end, std::string_view text);
     int widthBehind();
     std::string_view gapBefore(const Cpp::SyntaxNode& node);
     Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
+    Keyed<bool> standsOnLine(const Cpp::BracketedNode& body, const Keyed<int>& setting) const;
+    bool joinsFunction(const Cpp::BracketedNode& body);
+    bool tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen);
     const Keyed<bool>& keepsStatement(const Cpp::CtrlStmtNode& statement) const;
     template <typename Format>
     bool tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format);
+    template <typename Format>
+    bool tryLine(int margin, KeyId keptBy, const Format& format);
     template <typename Format>
     void formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
                     const Format& format);

@@ -9,6 +9,7 @@
 
 #include "cpp/comment_text.h"
 #include "cpp/nodes.h"
+#include "engine/macro_call.h"
 
 namespace Tessel {
 
@@ -214,6 +215,7 @@ void CppPreFormatter::visit(Cpp::PreprocDirectiveNode* node) {
 }
 
 void CppPreFormatter::visit(Cpp::KeptNode* node) {
+    if (macroCalls_ == MacroCalls::LaidOut && isMacroCall(*node)) return;
     regions_.push_back({node->start(), node->end()});
 }
 

@@ -34,8 +34,12 @@ public:
     // Regions that nothing closes are none, or reach to the end of the text.
     enum class OpenRegions { Forgotten, Kept };
 
-    explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten)
-        : markers_(std::move(markers)), openRegions_(openRegions) {}
+    // Macros that stand by themselves are kept, or laid out where they read like calls.
+    enum class MacroCalls { Kept, LaidOut };
+
+    explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten,
+                             MacroCalls macroCalls = MacroCalls::Kept)
+        : markers_(std::move(markers)), openRegions_(openRegions), macroCalls_(macroCalls) {}
 
     // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,
     // and one may lie inside another.
@@ -103,6 +107,7 @@ private:
 
     MarkerPairs markers_;
     OpenRegions openRegions_;
+    MacroCalls macroCalls_;
     int depth_ = 0;                        // of constructs around the walk
     Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
     Trn::Position regionStart_;

@@ -159,7 +159,7 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
         case Group::Kind::Template: return &settings_.commas.templateArguments;
         case Group::Kind::Braces: return isRow(group) ? &settings_.commas.rowElements : &settings_.commas.elements;
         case Group::Kind::InnerBraces: return &settings_.commas.innerElements;
-        case Group::Kind::Brackets: break;
+        case Group::Kind::Brackets: return &settings_.commas.captures;
     }
     return nullptr;
 }

@@ -55,6 +55,7 @@ public:
     OptionalText beforeCaseOpen = from_.text(Keys::WS_BEFORE_CASE_OPEN_BRACE);
 
     Keyed<int> oneLineFunctions = from_.number(Keys::KEEP_ONE_LINE_FUNCTIONS);
+    Keyed<int> joinedFunctions = from_.number(Keys::JOIN_SHORT_FUNCTIONS);
     Keyed<bool> keepsOneLineInits = from_.isOn(Keys::KEEP_ONE_LINE_INITS);
     Keyed<bool> keepsOneLineStatements = from_.isOn(Keys::KEEP_ONE_LINE_STATEMENTS);
     Keyed<bool> keepsOneLineBlocks = from_.isOn(Keys::KEEP_ONE_LINE_BLOCKS);
@@ -86,6 +87,9 @@ public:
     OptionalText betweenStatements = from_.text(Keys::WS_BETWEEN_STATEMENTS);
     OptionalText beforeDeclaratorComma = from_.lineText(Keys::WS_BEFORE_DECLARATOR_COMMA);
     OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
+    OptionalText betweenCaptures = from_.lineText(Keys::WS_BETWEEN_CAPTURES);
+    OptionalText beforeEllipsis = from_.lineText(Keys::WS_BEFORE_ELLIPSIS);
+    Keyed<bool> formatsMacroCalls = from_.isOn(Keys::FORMAT_MACRO_CALLS);
     OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
     Keyed<bool> formatsTypeArguments = from_.isOn(Keys::FORMAT_TYPE_ARGUMENTS);

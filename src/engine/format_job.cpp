@@ -176,7 +176,9 @@ struct Stages {
         Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
         if (!messages.empty()) return messages;
-        CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme));
+        const auto macroCalls = extensions.formatsMacroCalls ? CppPreFormatter::MacroCalls::LaidOut
+                                                             : CppPreFormatter::MacroCalls::Kept;
+        CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), macroCalls);
         source.root.accept(preFormatter);
         KeptRegions regions;
         for (const CppPreFormatter::Region& region : preFormatter.regions()) {

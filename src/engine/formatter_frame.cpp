@@ -8,6 +8,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/macro_call.h"
 #include "engine/one_line_rules.h"
 #include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
@@ -270,7 +271,12 @@ void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 
-void CppFormatter::visit(Cpp::KeptNode* item) { writeAsBlock(*item); }
+void CppFormatter::visit(Cpp::KeptNode* item) {
+    if (!settings_.formatsMacroCalls || !isMacroCall(*item)) return writeAsBlock(*item);
+    applyPendingWhitespace(*item);
+    writer_.copyGap(item->start());
+    writeExpression(writer_.readThrough(item->end()), {});
+}
 
 // Its lines move as one block.
 void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {

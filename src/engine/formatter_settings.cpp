@@ -78,6 +78,7 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
     afterCaseLabel = text(Keys::WS_AFTER_CS_CASE_LABELS);
 
     wrapMargin = readWrapMargin(scheme);
+    joiningMargin = readJoiningMargin(scheme);
     alignsDataNames = isOn(Keys::ALIGN_DD_NAMES_LEFT);
     alignsDataInitializers = isOn(Keys::ALIGN_DD_INITIALIZERS);
     alignsFunctionNames = isOn(Keys::ALIGN_FN_DECL_NAMES_LEFT);

@@ -71,7 +71,8 @@ struct FormatterSettings : ExtensionSettings {
     OptionalText caseContentIndent;
     OptionalText afterCaseLabel;
 
-    int wrapMargin;  // 0 where no line is too long
+    int wrapMargin;     // 0 where no line is too long
+    int joiningMargin;  // of lines that come of several
     Keyed<bool> alignsForClauses;
     Keyed<bool> alignsDataNames;
     Keyed<bool> alignsDataInitializers;

@@ -106,9 +106,22 @@ void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
 void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen) {
     Cpp::BracketedNode* body = declaration.body();
     if (!body) return;
+    if (joinsFunction(*body) && tryJoined(*body, beforeOpen)) return;
     formatBody(*body, beforeOpen, keepsFunction(*body), [&] {
         ValueScope<bool> outsideClass(inClassBody_, false);
         formatBlock(*body, settings_.functions);
+    });
+}
+
+// Says whether the body fits on one line, and has been written there.
+bool CppFormatter::tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen) {
+    const OptionalText blank{true, " ", settings_.joinedFunctions.key};
+    return tryLine(settings_.joiningMargin, blank.key, [&] {
+        BraceSettings braces = settings_.functions;
+        braces.afterOpen = braces.beforeClose = blank;
+        braces.keepsBlankLines = false;
+        pend(firstPresent(beforeOpen, blank));
+        formatBlock(body, braces);
     });
 }
 

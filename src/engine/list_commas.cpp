@@ -29,6 +29,7 @@ ListCommas::ListCommas(const PropertySet& scheme, const ExtensionSettings& exten
       elements{readText(scheme, Keys::WS_BEFORE_DD_COMMA), readText(scheme, Keys::WS_BETWEEN_DD_ELEMENTS)},
       rowElements{elements.before, extensions.betweenRowElements},
       innerElements{kAsInInput, rowElements.behind},
+      captures{kAsInInput, extensions.betweenCaptures},
       declarators{firstPresent(extensions.beforeDeclaratorComma, elements.before),
                   firstPresent(extensions.betweenDeclarators, elements.behind)} {}
 

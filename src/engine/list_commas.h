@@ -30,6 +30,7 @@ struct ListCommas {
     CommaTexts elements;       // of braces behind "="
     CommaTexts rowElements;    // of a row that is kept
     CommaTexts innerElements;  // of other braces in expressions
+    CommaTexts captures;       // and others in square brackets
     CommaTexts declarators;
 };
 

@@ -25,15 +25,15 @@ bool CppFormatter::mayFitOnLine(const Cpp::SyntaxNode& node) const {
 }
 
 // Whether a line is too long that `text` would be written to, and reach up to `end` with as many columns as bytes.
-bool CppFormatter::runsOver(int end, std::string_view text) {
+bool CppFormatter::runsOver(int margin, int end, std::string_view text) {
     constexpr int longestCharacter = 4;
-    if (settings_.wrapMargin <= 0 || end <= settings_.wrapMargin) return false;
-    if (end > longestCharacter * settings_.wrapMargin || !weighsBreaks(settings_)) return true;
+    if (margin <= 0 || end <= margin) return false;
+    if (end > longestCharacter * margin || !weighsBreaks(settings_)) return true;
     const std::string_view written = out().text();
     const auto hidden = [this](std::string_view piece) {
         return columnAfter(piece, 0, out().tabSize()) - shownColumnAfter(piece, 0, out().tabSize());
     };
-    return end - hidden(written.substr(written.rfind('\n') + 1)) - hidden(text) > settings_.wrapMargin;
+    return end - hidden(written.substr(written.rfind('\n') + 1)) - hidden(text) > margin;
 }
 
 // The columns of what cannot leave the line: brackets and separators.
@@ -53,13 +53,29 @@ std::string_view CppFormatter::gapBefore(const Cpp::SyntaxNode& node) {
 enum { Never, WhenEmpty, InClasses, Always };
 
 Keyed<bool> CppFormatter::keepsFunction(const Cpp::BracketedNode& body) const {
-    const Keyed<int>& setting = settings_.oneLineFunctions;
+    return standsOnLine(body, settings_.oneLineFunctions);
+}
+
+Keyed<bool> CppFormatter::standsOnLine(const Cpp::BracketedNode& body, const Keyed<int>& setting) const {
     switch (setting) {
         case Never: return {false, setting.key};
         case WhenEmpty: return {body.size() == 0, setting.key};
         case InClasses: return {body.size() == 0 || inClassBody_, setting.key};
         default: return {true, setting.key};
     }
+}
+
+// Whether a body is to be put on one line, or stays there: it holds a statement without blocks at most.
+bool CppFormatter::joinsFunction(const Cpp::BracketedNode& body) {
+    constexpr std::size_t mostStatements = 1;
+    if (settings_.joinedFunctions == Never || !standsOnLine(body, settings_.joinedFunctions)) return false;
+    if (!body.hasBrackets() || body.size() > mostStatements) return false;
+    const std::string_view gap = gapBefore(body);
+    if (!isAllWhitespace(gap) || writer_.peek(gap.size()) != '{') return false;
+    const std::size_t start = offsetOf(source_, body.start());
+    if (offsetOf(source_, body.end()) - start > kLongestLine) return false;
+    const auto* statement = body.size() == 0 ? nullptr : Cpp::as<Cpp::ExprNode>((*body.childBegin()).get());
+    return body.size() == 0 || (statement && statement->bodies().empty());
 }
 
 // Of several parts: `if (a) b(); else c();`.

@@ -67,7 +67,12 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const
         format();
         return true;
     }
-    if (!mayFitOnLine(node)) return false;
+    return mayFitOnLine(node) && tryLine(settings_.wrapMargin, keptBy, format);
+}
+
+// The same for what may stand on several lines, up to the margin, where there is one.
+template <typename Format>
+bool CppFormatter::tryLine(int margin, KeyId keptBy, const Format& format) {
     Place place(*this);
     Zelmor::OIndentBuf line(state());
     {
@@ -80,7 +85,7 @@ bool CppFormatter::tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const
     }
     const int end = line.column() + widthBehind();
     const std::string text = line.takeText();
-    if (runsOver(end, text) || text.find('\n') != std::string::npos) {
+    if (runsOver(margin, end, text) || text.find('\n') != std::string::npos) {
         place.restore(*this);
         return false;
     }

@@ -61,6 +61,12 @@ int readWrapMargin(const PropertySet& scheme) {
     return readSwitch(scheme, Keys::LINE_WRAP) ? std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0).value, 0) : 0;
 }
 
+int readJoiningMargin(const PropertySet& scheme) {
+    constexpr int whenAbsent = 80;
+    const int margin = readInt(scheme, Keys::RIGHT_MARGIN, whenAbsent).value;
+    return margin > 0 ? margin : whenAbsent;
+}
+
 int readTabMode(const PropertySet& scheme) {
     const int mode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
     return mode == Zelmor::TabsToSpaces || mode == Zelmor::SpacesToTabs ? mode : Zelmor::KeepTabs;

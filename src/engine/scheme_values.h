@@ -16,6 +16,8 @@ Keyed<int> readInt(const PropertySet& scheme, KeyId key, int whenAbsent);
 int readTabSize(const PropertySet& scheme);
 // The columns that a line may have; 0 where none is too long.
 int readWrapMargin(const PropertySet& scheme);
+// The columns that a line may have that is made of several.
+int readJoiningMargin(const PropertySet& scheme);
 // CONVERT_WS as one of Zelmor::TabMode; a value that is none counts as absent.
 int readTabMode(const PropertySet& scheme);
 // Columns that a line may have where lines are wrapped; else more than any line has.

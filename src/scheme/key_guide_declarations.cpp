@@ -52,6 +52,15 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BEFORE_FN_QUALIFIER, " "), group,
                     "Between the parameters and the word behind them: const, noexcept, override, ->.",
                     "class A\n{\n    int size()const;\n};\n"});
+    rows.push_back({set(Keys::WS_BEFORE_ELLIPSIS, ""), group,
+                    "Between a type, or an expression, and the \"...\" that makes a pack of it.",
+                    "template<class ... T>\nvoid f(T ... a)\n{\n    g(a ...);\n}\n"});
+    rows.push_back({set(Keys::FORMAT_MACRO_CALLS, true), group,
+                    "Macros that stand by themselves, without a \";\", are laid out as calls are, where they stand on one "
+                    "line, and their parentheses hold no marks, angles and braces.",
+                    "class A\n{\n    NO_COPY (A,B)\n};\n",
+                    {set(Keys::KEEP_UNRECOGNIZED, true), set(Keys::WS_BETWEEN_FN_CALL_ARGS, " "),
+                     set(Keys::WS_AFTER_FN_CALL_NAME, "")}});
     rows.push_back({set(Keys::WS_AFTER_PARAM_TYPE_ID, "  "), group,
                     "Between a parameter's type and its name; a blank when absent.", declaration});
     rows.push_back({set(Keys::ALIGN_FN_PARAMS_LEFT, true), group, "One parameter to a line.", declaration});
@@ -104,6 +113,9 @@ void addData(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BETWEEN_ROW_ELEMENTS, " "), group,
                     "After the commas within kept rows, and in other braces of expressions (`T{a, b}`); what stands in "
                     "columns stays there.", "int sizes[] = {\n    1,2,\n    3,4,\n};\n"});
+    rows.push_back({set(Keys::WS_BETWEEN_CAPTURES, " "), group,
+                    "After the commas in [ ]: of what a lambda captures, and of names that take a value apart.",
+                    "auto [a,b] = f([a,b] { return a; });\n"});
     rows.push_back(
         {set(Keys::WS_BEFORE_ENUM_COMMA, " "), group, "Before the commas between enumerators.", enumeration});
     rows.push_back({set(Keys::WS_BETWEEN_ENUM_ELEMENTS, " "), group, "After the commas between enumerators.",

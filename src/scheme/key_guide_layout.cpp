@@ -127,6 +127,12 @@ void addOneLine(std::vector<KeyGuide>& rows) {
                     "Bodies of functions that stay on one line: 0 none, 1 empty ones, 2 those in class bodies too, 3 "
                     "all.", "int f() { return 1; }\n",
                     {set(Keys::WS_BEFORE_FN_OPEN_BRACE, "\n"), set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n")}});
+    rows.push_back({set(Keys::JOIN_SHORT_FUNCTIONS, 3), group,
+                    "Bodies of functions that come to stand on one line where they fit up to the right margin, and up to "
+                    "80 columns without one: 0 none, 1 empty ones, 2 those of one statement in class bodies too, 3 all "
+                    "of one statement. Not those with comments or with blocks.", "int f()\n{\n    return 1;\n}\n",
+                    {set(Keys::WS_BEFORE_FN_OPEN_BRACE, " "), set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n"),
+                     set(Keys::WS_BEFORE_FN_CLOSE_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_ONE_LINE_STATEMENTS, true), group,
                     "Bodies without braces stay on the line of their if, else or loop, statements on that of their "
                     "label.", "void f()\n{\n    if (ready) go();\n}\n", {set(Keys::WS_AFTER_CS_OPEN_BRACE, "\n")}});

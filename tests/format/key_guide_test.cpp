@@ -57,6 +57,7 @@ bool isNeverTold(std::string_view key) {
     for (const std::string_view part :
          {"_VERSION", "TAB_SIZE", "CONVERT_WS", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
           "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "FORMAT_DIRECTIVES",
+          "FORMAT_MACRO_CALLS",
           "HANGING_", "KEEP_UNRECOGNIZED",
           "KEEP_REGION_INDENT", "KEEP_FOREIGN_REGIONS", "KEEP_LINE_INDENT", "DATA_ONLY"}) {
         if (key.find(part) != std::string_view::npos) return true;
@@ -67,7 +68,8 @@ bool isNeverTold(std::string_view key) {
 // Another key is told of the same gaps where these are absent.
 bool isToldAsAnother(std::string_view key) {
     const bool breaksLists = key.starts_with("ALIGN_") && key.ends_with("S_LEFT") && !key.ends_with("NAMES_LEFT");
-    return breaksLists || key == Tessel::Keys::DATA_DO_NOT_FORMAT || key == Tessel::Keys::RIGHT_MARGIN;
+    return breaksLists || key == Tessel::Keys::DATA_DO_NOT_FORMAT || key == Tessel::Keys::RIGHT_MARGIN ||
+           key.starts_with("JOIN_");
 }
 
 TEST(KeyGuide, EveryKeyIsToldToAnObserverWhetherTheSchemeHasItOrNot) {

@@ -1,0 +1,45 @@
+#include "engine/macro_call.h"
+
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+
+namespace Tessel {
+
+namespace {
+
+// Of a declaration as much as of an expression, or of neither.
+constexpr bool isDoubtful(int kind) {
+    switch (kind) {
+        case Cpp::Unknown:
+        case Cpp::Directive:
+        case Cpp::LineComment:
+        case Cpp::BlockComment:
+        case Cpp::Semicolon:
+        case Cpp::OpenBrace:
+        case Cpp::CloseBrace:
+        case Cpp::Asterisk:
+        case Cpp::Ampersand:
+        case Cpp::LogicalAnd:
+        case Cpp::Less:
+        case Cpp::Greater: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+bool isMacroCall(const Cpp::KeptNode& item) {
+    if (item.start().line != item.end().line) return false;
+    Cpp::Lexer lexer{std::string_view(item.text())};
+    if (lexer.nextToken().kind != Cpp::Identifier || lexer.nextToken().kind != Cpp::OpenParen) return false;
+    int depth = 1;
+    while (depth > 0) {
+        const int kind = lexer.nextToken().kind;
+        if (kind == Trn::kEndKind || isDoubtful(kind)) return false;
+        if (kind == Cpp::OpenParen) ++depth;
+        if (kind == Cpp::CloseParen) --depth;
+    }
+    return lexer.nextToken().kind == Trn::kEndKind;
+}
+
+}  // namespace Tessel
