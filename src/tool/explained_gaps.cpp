@@ -17,6 +17,7 @@
 #include "scheme/property_keys.h"
 #include "textstream/byte_order_mark.h"
 #include "textstream/text_document.h"
+#include "tool/wrap_keys.h"
 
 namespace Tool {
 
@@ -32,8 +33,16 @@ public:
         KeyId indentKey;
     };
 
-    void begin(const Zelmor::TextDocument&) override { decisions_.clear(); }
-    void decided(const Tessel::DecidedGap& gap) override { decisions_[gap.end()] = {gap.key, gap.indentKey}; }
+    explicit Decisions(const Tessel::PropertySet& scheme) : scheme_(scheme) {}
+
+    void begin(const Zelmor::TextDocument& source) override {
+        source_ = &source;
+        decisions_.clear();
+    }
+    void decided(const Tessel::DecidedGap& gap) override {
+        Decision& decision = decisions_[gap.end()];
+        decision = {causeOf(gap, decision.key), gap.indentKey};
+    }
     void measured(const Tessel::Measured&) override {}
 
     Decision at(std::size_t end) const {
@@ -42,6 +51,17 @@ public:
     }
 
 private:
+    // Where the margin breaks a line, the key before it tells between what, and so which key says how.
+    KeyId causeOf(const Tessel::DecidedGap& gap, KeyId earlier) const {
+        const bool breaksLine = gap.written.find('\n') != std::string_view::npos;
+        if (gap.key != KeyId(Tessel::Keys::RIGHT_MARGIN) || !breaksLine) return gap.key;
+        const std::string_view text = source_->text();
+        const KeyId key = wrapKeyOf(earlier, text.substr(0, gap.offset), text.substr(gap.end()));
+        return key && Tessel::valueOf(scheme_, key) ? key : gap.key;
+    }
+
+    const Tessel::PropertySet& scheme_;
+    const Zelmor::TextDocument* source_ = nullptr;
     std::unordered_map<std::size_t, Decision> decisions_;
 };
 
@@ -120,7 +140,7 @@ std::string_view withoutMark(std::string_view text) {
 }  // namespace
 
 ExplainedText explainText(const Tessel::FormatOptions& options, std::string_view text) {
-    Decisions decisions;
+    Decisions decisions(options.scheme);
     Run::FormattedText formatted = Run::formatText(options, text, &decisions);
     if (!formatted.messages.empty()) return {{}, std::move(formatted.messages)};
     const Zelmor::TextDocument source{std::string(withoutMark(text))};
@@ -152,7 +172,10 @@ std::string drawn(std::string_view blanks) {
 
 std::string explanation(const ExplainedGap& gap, const Tessel::PropertySet& scheme) {
     std::string text = gap.key ? keyWithValue(gap.key, scheme) : "no key";
-    if (gap.key == KeyId(Tessel::Keys::RIGHT_MARGIN)) {
+    if (isOfWrapping(gap.key)) {
+        if (gap.key != KeyId(Tessel::Keys::RIGHT_MARGIN)) {
+            text += ", " + keyWithValue(Tessel::Keys::RIGHT_MARGIN, scheme);
+        }
         text += ", " + keyWithValue(Tessel::Keys::WRAP_STYLE, scheme);
     }
     text += '\n';

@@ -164,4 +164,33 @@ TEST(Search, FindsTheMarginThatLinesWereBrokenAtAndLeavesAloneWhatDoesHarm) {
     EXPECT_FALSE(search.scheme().getString(WS_AFTER_CS_KEY, text));
 }
 
+// Hardly any lines of the sample are in namespaces, and some are too long for the margin that the others keep.
+class MixedTrial : public MadeUpTrial {
+public:
+    std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) override {
+        bool isOn = false;
+        int margin = 0;
+        std::size_t changed = MadeUpTrial::changedLines(scheme, limit);
+        if (!scheme.getBool(LINE_WRAP, isOn) || !isOn || !scheme.getInt(RIGHT_MARGIN, margin)) return changed;
+        const bool keeps = scheme.getBool(KEEP_LINE_BREAKS.name, isOn) && isOn;
+        return changed + (margin <= 80 ? 40 : 0) + (keeps ? 0 : 50 * static_cast<std::size_t>(std::abs(margin - 80)));
+    }
+};
+
+TEST(Search, LeavesNamespacesAsTheyAreWhereSomeAreIndentedAndLinesWhereSomeBreakTheMargin) {
+    MixedTrial trial;
+    Tessel::PropertySet start("made up");
+    start.setString(INDENT_NS_CONTENT, "");
+    Learn::Tally tally;
+    tally.of(KeyId(INDENT_NS_CONTENT)).values = {{"", {90, {0, 1}}}, {"  ", {10, {0, 2}}}};
+    std::vector<Decision> decisions = Learn::decide(tally, {});
+    Learn::Search search(trial, start);
+    search.run({}, {}, decisions);
+    std::string indent;
+    bool isOn = false;
+    EXPECT_TRUE(search.scheme().getString(INDENT_NS_CONTENT, indent) && indent == "  ");
+    EXPECT_TRUE(search.scheme().getBool(KEEP_NS_INDENT.name, isOn) && isOn);
+    EXPECT_TRUE(search.scheme().getBool(LINE_WRAP, isOn) && !isOn);
+}
+
 }  // namespace

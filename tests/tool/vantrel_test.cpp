@@ -288,6 +288,21 @@ TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     EXPECT_EQ(run({"why", "b.c"}).status, 0);
 }
 
+TEST_F(Vantrel, ExplainsByWhichKeyALineIsBroken) {
+    folder.write("w.vts",
+                 "Tessel::PropertySet\n1\n\"w\"\n3 VANTREL_VERSION \"1.2.1\"\n2 RIGHT_MARGIN 20\n1 LINE_WRAP 1\n"
+                 "2 CALL_ARGS_WRAP_STRATEGY 1\n2 EXPR_WRAP_STYLE 2\n2 SHIFT_WRAP_STYLE 1\n1 WRAP_LAST_RESORT 1\n"
+                 "3 WS_BETWEEN_FN_CALL_ARGS \" \"\n");
+    folder.write("w.c", "void f() {\n  call(first, second);\n  a = first + second_one;\n  first << second << third;\n"
+                        "  first = second_one_too;\n  a = b ? second_one : c;\n}\n");
+    const std::string wrapped = run({"explain", "-s", "w.vts", "w.c"}).output;
+    for (const char* part : {"w.c:2:15: CALL_ARGS_WRAP_STRATEGY 1, RIGHT_MARGIN 20, WRAP_STYLE",
+                             "w.c:3:15: EXPR_WRAP_STYLE 2", "w.c:4:19: SHIFT_WRAP_STYLE 1",
+                             "w.c:5:11: WRAP_LAST_RESORT 1", "w.c:6:9: RIGHT_MARGIN 20, WRAP_STYLE"}) {
+        EXPECT_THAT(wrapped, HasSubstr(part));
+    }
+}
+
 TEST_F(Vantrel, ExplainsGaps) {
     folder.write("s.vts", "Tessel::PropertySet\n1\n\"s\"\n3 VANTREL_VERSION \"1.2.1\"\n"
                           "2 RIGHT_MARGIN 20\n1 LINE_WRAP 1\n"
