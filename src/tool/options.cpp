@@ -263,7 +263,7 @@ private:
         learn->add_option("--html", options_.htmlFile, "Write a page that shows what was found")->type_name("FILE");
         learn->add_option("--min-agreement", options_.minAgreement, "The share of places that have to agree (0.8)")
             ->type_name("SHARE");
-        learn->add_option("--from", options_.from, "What tells where the sources do not; else the nearest shipped scheme")
+        learn->add_option("--from", options_.from, "A scheme that tells what the sources do not")
             ->type_name("NAME|FILE");
         addPass(*learn);
     }
