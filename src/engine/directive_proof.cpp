@@ -1,5 +1,8 @@
 #include "engine/directive_proof.h"
 
+#include <algorithm>
+#include <string>
+
 #include "cpp/lexer.h"
 #include "engine/directive_parts.h"
 
@@ -7,10 +10,19 @@ namespace Tessel {
 
 namespace {
 
+// A "#" in a directive begins none, as it would for the lexer. A "+" is read as it is: two are one token if they stand
+// together.
+std::string withoutDirectives(std::string_view text) {
+    std::string result(text);
+    std::ranges::replace(result, '#', '+');
+    return result;
+}
+
 // The tokens behind the "#", one after the other.
 class DirectiveTokens {
 public:
-    explicit DirectiveTokens(std::string_view directive) : text_(directive.substr(1)), lexer_(text_) {}
+    explicit DirectiveTokens(std::string_view directive)
+        : text_(withoutDirectives(directive.substr(1))), lexer_(text_) {}
 
     bool next() {
         const std::size_t end = std::size_t{token_.offset} + token_.length;
@@ -18,11 +30,11 @@ public:
         isApart_ = token_.offset > end;
         return token_.kind != Trn::kEndKind;
     }
-    std::string_view text() const { return text_.substr(token_.offset, token_.length); }
+    std::string_view text() const { return std::string_view(text_).substr(token_.offset, token_.length); }
     bool isApart() const { return isApart_; }
 
 private:
-    std::string_view text_;
+    std::string text_;
     Cpp::Lexer lexer_;
     Trn::Token token_;
     bool isApart_ = false;
