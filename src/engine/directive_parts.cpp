@@ -7,6 +7,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/operator_kinds.h"
 
 namespace Tessel {
 
@@ -54,20 +55,6 @@ constexpr int nestingStep(int kind) {
     }
 }
 
-// A word or a literal that stands for a value.
-constexpr bool isValue(int kind) {
-    switch (kind) {
-        case Cpp::Identifier:
-        case Cpp::Number:
-        case Cpp::CharLiteral:
-        case Cpp::StringLiteral:
-        case Cpp::KeywordThis:
-        case Cpp::KeywordTrue:
-        case Cpp::KeywordFalse: return true;
-        default: return false;
-    }
-}
-
 constexpr bool isExprKeyword(int kind) {
     return kind == Cpp::KeywordSizeof || kind == Cpp::KeywordTypeid ||
            (kind >= Cpp::KeywordStaticCast && kind <= Cpp::KeywordReinterpretCast);
@@ -90,12 +77,12 @@ constexpr bool mayStartExpression(int kind) {
         case Cpp::Ampersand:
         case Cpp::Increment:
         case Cpp::Decrement: return true;
-        default: return isValue(kind) || isExprKeyword(kind);
+        default: return isValueKind(kind) || isExprKeyword(kind);
     }
 }
 
 constexpr bool mayEndExpression(int kind) {
-    return isValue(kind) || kind == Cpp::CloseParen || kind == Cpp::CloseBracket || kind == Cpp::Increment ||
+    return isValueKind(kind) || kind == Cpp::CloseParen || kind == Cpp::CloseBracket || kind == Cpp::Increment ||
            kind == Cpp::Decrement;
 }
 
@@ -119,7 +106,7 @@ bool isExpression(Tokens tokens) {
         const int kind = token.kind;
         depth += nestingStep(kind);
         sawQuestion = sawQuestion || kind == Cpp::Question;
-        const bool fits = isValue(kind) || isExprKeyword(kind) || isOperatorOrBracket(kind) ||
+        const bool fits = isValueKind(kind) || isExprKeyword(kind) || isOperatorOrBracket(kind) ||
                           (kind == Cpp::BlockComment && token.start.line == token.end.line) || isSplice(token) ||
                           (isTypeWord(kind) && depth > 0);
         if (!fits || depth < 0 || (kind == Cpp::Colon && !sawQuestion)) return false;
@@ -136,7 +123,7 @@ bool mayBeName(Tokens tokens) {
         const bool joinsWords = token.kind == Cpp::Minus || token.kind == Cpp::Slash || token.kind == Cpp::Dot;
         const bool isJoined =
             endOf(tokens[place - 1]) == token.offset && endOf(token) == std::size_t{tokens[place + 1].offset};
-        if (depth == 0 && joinsWords && isJoined && isValue(tokens[place - 1].kind)) return true;
+        if (depth == 0 && joinsWords && isJoined && isValueKind(tokens[place - 1].kind)) return true;
     }
     return false;
 }

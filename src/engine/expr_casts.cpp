@@ -39,17 +39,7 @@ bool awaitsOperand(const ExprToken& token) {
 }
 
 bool startsOperand(int kind) {
-    switch (kind) {
-        case Cpp::Identifier:
-        case Cpp::Number:
-        case Cpp::CharLiteral:
-        case Cpp::StringLiteral:
-        case Cpp::KeywordThis:
-        case Cpp::KeywordTrue:
-        case Cpp::KeywordFalse:
-        case Cpp::KeywordSizeof: return true;
-        default: return isCastKeyword(kind);
-    }
+    return isValueKind(kind) || kind == Cpp::KeywordSizeof || isCastKeyword(kind);
 }
 
 }  // namespace

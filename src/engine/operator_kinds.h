@@ -26,6 +26,20 @@ constexpr bool isLogicalAndOr(int kind) { return kind == Cpp::LogicalAnd || kind
 
 constexpr bool isBuiltinTypeKeyword(int kind) { return kind >= Cpp::KeywordChar && kind <= Cpp::KeywordVoid; }
 
+// Of a word or a literal that stands for a value.
+constexpr bool isValueKind(int kind) {
+    switch (kind) {
+        case Cpp::Identifier:
+        case Cpp::Number:
+        case Cpp::CharLiteral:
+        case Cpp::StringLiteral:
+        case Cpp::KeywordThis:
+        case Cpp::KeywordTrue:
+        case Cpp::KeywordFalse: return true;
+        default: return false;
+    }
+}
+
 constexpr bool isAssignmentKind(int kind) {
     return kind == Trn::kEndKind || kind == Cpp::Assign ||
            (kind >= Cpp::AsteriskAssign && kind <= Cpp::BarAssign);
