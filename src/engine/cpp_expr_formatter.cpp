@@ -8,6 +8,7 @@
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "scheme/single_line.h"
 
 namespace Tessel {
 
@@ -32,18 +33,12 @@ bool opensDeclarator(const std::vector<ExprToken>& tokens, std::size_t open) {
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
 }
 
-// Of a directive, which may stand in an expression.
-class NoBlocks : public BlocksInText {
-public:
-    std::span<const TextExtent> extents() const override { return {}; }
-    void write(std::size_t, OIndentBuf&) override {}
-};
-
 }  // namespace
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source,
                                    LayoutLog* log)
     : CppExprFormatterBase(scheme, source, log),
+      source_(source),
       settings_(CppExprFormatterBase::scheme()),
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present ||
                    settings_.beforeEllipsis.present || log),
@@ -93,7 +88,8 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
     if (!settings_.formatsDirectives) return false;
     const DirectiveParts parts = partsOf(directive);
     if (parts.areNone()) return false;
-    NoBlocks noBlocks;
+    // A directive's line goes on only where a splice stands. It may stand in an expression, whose tokens stay.
+    if (!inDirectives_) inDirectives_ = std::make_unique<CppExprFormatter>(withoutLineEnds(scheme()), source_, log());
     std::size_t written = 0;
     OpaqueWriter rest(directive, InnerBlanks::Convert, out);
     const auto writeBetween = [&](std::size_t end) {
@@ -106,7 +102,7 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
         writeBetween(part.offset);
         IndentScope indent(out, indentToColumn(out, out.column()));
         const std::string_view text = directive.substr(part.offset, part.length);
-        formatExpression(text, out, &noBlocks, HangingLines::Text::List);
+        inDirectives_->formatExpression(text, out, nullptr, HangingLines::Text::List);
         written = part.offset + part.length;
     }
     writeBetween(directive.size());

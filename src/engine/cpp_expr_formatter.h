@@ -123,9 +123,11 @@ private:
     const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
     static bool isJoinedToNext(const Run& run, std::size_t place);
 
+    const Zelmor::TextDocument* source_;
     ExprSettings settings_;
     bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;
+    std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
     std::vector<ExprToken> exprTokens_;
 };
 

@@ -144,7 +144,8 @@ void proveRegions(const ParsedText& source, std::string_view result) {
 std::string withLineEnds(const ParsedText& source, const FormatOptions& options, std::string result) {
     const ExtensionSettings settings(options.scheme);
     if (!LineEnds::areWanted(settings)) return result;
-    const TrailingComments::Columns columns{readTabSize(options.scheme), readTabMode(options.scheme)};
+    // No tab size counts as one, as in all that is written.
+    const TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme)};
     return LineEnds(settings, columns, source.text.text(), source.opaque, source.regions, std::move(result)).takeText();
 }
 
