@@ -30,7 +30,7 @@ public:
 //     int a[]={1,2}     int a[] = {1, 2}    brace initializers
 //
 // Each operation takes a text, a view of the source, and writes it to the output.
-class CppExprFormatter : public CppExprFormatterBase {
+class CppExprFormatter final : public CppExprFormatterBase {
 public:
     explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
                               LayoutLog* log = nullptr);
