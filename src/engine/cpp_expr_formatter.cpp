@@ -272,7 +272,7 @@ bool CppExprFormatter::startsEllipsis(const Run& run, std::size_t place) {
     const int before = run.previousKind();
     const bool followsType = before == Cpp::KeywordTypename || before == Cpp::KeywordClass ||
                              before == Cpp::KeywordAuto || before == Cpp::KeywordSizeof ||
-                             (before >= Cpp::KeywordChar && before <= Cpp::KeywordVoid);
+                             isBuiltinTypeKeyword(before);
     const bool followsOperand =
         before == Cpp::Identifier || before == Cpp::CloseParen || run.previousRole() == ExprRole::TemplateClose;
     switch (run.kindFrom(place + kDotsOfPack)) {

@@ -7,6 +7,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -56,15 +57,12 @@ constexpr int nestingStep(int kind) {
 }
 
 constexpr bool isExprKeyword(int kind) {
-    return kind == Cpp::KeywordSizeof || kind == Cpp::KeywordTypeid ||
-           (kind >= Cpp::KeywordStaticCast && kind <= Cpp::KeywordReinterpretCast);
+    return kind == Cpp::KeywordSizeof || kind == Cpp::KeywordTypeid || isCastKeyword(kind);
 }
 
 constexpr bool isOperatorOrBracket(int kind) {
     return kind >= Cpp::Colon && kind <= Cpp::ArrowAsterisk && kind != Cpp::OpenBrace && kind != Cpp::CloseBrace;
 }
-
-constexpr bool isTypeWord(int kind) { return Cpp::startsData(kind) || Cpp::isClassKey(kind) || kind == Cpp::KeywordEnum; }
 
 constexpr bool mayStartExpression(int kind) {
     switch (kind) {
@@ -108,7 +106,7 @@ bool isExpression(Tokens tokens) {
         sawQuestion = sawQuestion || kind == Cpp::Question;
         const bool fits = isValueKind(kind) || isExprKeyword(kind) || isOperatorOrBracket(kind) ||
                           (kind == Cpp::BlockComment && token.start.line == token.end.line) || isSplice(token) ||
-                          (isTypeWord(kind) && depth > 0);
+                          (Cpp::isTypeWord(kind) && depth > 0);
         if (!fits || depth < 0 || (kind == Cpp::Colon && !sawQuestion)) return false;
     }
     return depth == 0;

@@ -1,5 +1,6 @@
 #include "scheme/named_scheme.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -10,12 +11,14 @@ namespace TesselUI {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 // The lines of a scheme's text in front of its properties, but for comments.
 constexpr int headLines = 3;
 
 // The name that a file's scheme has, without a look at the scheme: some are long, and there may be many. Empty where
 // the file does not begin like one.
-std::string nameIn(const std::string& path) {
+std::string nameIn(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     std::string head;
     std::string line;
@@ -28,21 +31,17 @@ std::string nameIn(const std::string& path) {
     return Tessel::PropertySet(lines).getName();
 }
 
-std::string inDirectory(const std::string& directory, const std::string& fileName) {
-    return directory.ends_with('/') ? directory + fileName : directory + '/' + fileName;
-}
-
 }  // namespace
 
 std::optional<Tessel::PropertySet> readNamedScheme(const std::string& directory, std::string_view name) {
     if (directory.empty()) return {};
     const std::string usualName = PropertySetStore(directory).validFilename(name);
-    std::ifstream in(inDirectory(directory, usualName), std::ios::binary);
+    std::ifstream in(fs::path(directory) / usualName, std::ios::binary);
     Tessel::PropertySet scheme(in);
     if (in.fail() || scheme.getName() != name || isOldScheme(scheme)) return {};
     for (const std::string& fileName : PropertySetStore::findPSFiles(directory)) {
         if (fileName >= usualName) break;
-        if (nameIn(inDirectory(directory, fileName)) == name) return {};
+        if (nameIn(fs::path(directory) / fileName) == name) return {};
     }
     return scheme;
 }
