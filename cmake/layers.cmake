@@ -4,6 +4,10 @@
 
 add_library(vantrel_flags INTERFACE)
 target_compile_options(vantrel_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+  # A layer that is compiled as one file is no larger a program for it: as much is to be inlined as otherwise.
+  target_compile_options(vantrel_flags INTERFACE --param=large-unit-insns=1000000)
+endif()
 if(VANTREL_SANITIZE)
   target_compile_options(vantrel_flags INTERFACE -fsanitize=${VANTREL_SANITIZE} -fno-sanitize-recover=all
                                                  -fno-omit-frame-pointer)

@@ -24,7 +24,7 @@ bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_w
 
 // `T (*f)(int)`, `T (&a)[2]`, `T (A::*m)(int)`: whether the "(" at `open`, which has a partner, stands around a mark
 // and a name.
-bool opensDeclarator(const std::vector<ExprToken>& tokens, std::size_t open) {
+bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
     std::size_t inside = nextPlace(tokens, open);
     if (inside < tokens.size() && tokens[inside].token.text.ends_with("::")) inside = nextPlace(tokens, inside);
     const int mark = kindAt(tokens, inside);
@@ -66,8 +66,8 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                               const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
                               HangingLines::Text hanging) {
     // The blocks hold expressions of their own.
-    std::vector<ExprToken> ownTokens;
-    std::vector<ExprToken>& tokens = blocks ? ownTokens : exprTokens_;
+    ExprTokens ownTokens;
+    ExprTokens& tokens = blocks ? ownTokens : exprTokens_;
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(),
                    &markers());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());

@@ -128,7 +128,7 @@ private:
     bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
-    std::vector<ExprToken> exprTokens_;
+    ExprTokens exprTokens_;
 };
 
 }  // namespace Tessel

@@ -113,7 +113,7 @@ private:
     KeptRegions keptRegions_;
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;
-    std::vector<ExprToken> tokens_;
+    ExprTokens tokens_;
     LayoutLog* log_;
 };
 

@@ -24,7 +24,7 @@ bool isInitializer(std::string_view tail) {
 
 // Where the name begins whose last part, "::b" of `A<T>::b`, follows the text: at the "A".
 std::size_t qualifiedNameStart(std::string_view type) {
-    std::vector<ExprToken> tokens;
+    ExprTokens tokens;
     readExprTokens(type, ExprMode::Declaration, tokens);
     std::size_t place = tokens.size();
     std::size_t start = type.size();

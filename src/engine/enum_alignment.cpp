@@ -30,7 +30,7 @@ int columnBehind(std::string_view text, int column, int tabSize) {
 
 // Whether every enumerator starts on a line of its own. A text that stands so because the scheme breaks its
 // lines counts as one that stood so in the input, or formatting it again would align it.
-bool standOneToALine(std::string_view text, const std::vector<ExprToken>& tokens) {
+bool standOneToALine(std::string_view text, const ExprTokens& tokens) {
     int depth = 0;
     std::size_t separator = std::string_view::npos;  // the last "," that no enumerator has followed
     for (const ExprToken& token : tokens) {
@@ -58,7 +58,7 @@ bool standOneToALine(std::string_view text, const std::vector<ExprToken>& tokens
 
 // The "=" of each enumerator that has one. One without a name in front of it is not moved, nor one whose name stands
 // behind a comment: what that is as wide as is no matter of the others.
-std::vector<Initializer> findInitializers(std::string_view text, const std::vector<ExprToken>& tokens, int column,
+std::vector<Initializer> findInitializers(std::string_view text, const ExprTokens& tokens, int column,
                                           int tabSize) {
     std::vector<Initializer> found;
     std::size_t measured = 0;
@@ -132,7 +132,7 @@ void writeMoved(std::string_view text, int column, int tabSize, Zelmor::OIndentB
 }
 
 // Tokens in parts that are kept are no enumerators. The parts are in order.
-void takeAsDirectives(const KeptRegions& kept, std::vector<ExprToken>& tokens) {
+void takeAsDirectives(const KeptRegions& kept, ExprTokens& tokens) {
     auto token = tokens.begin();
     for (const KeptRegion& part : kept) {
         while (token != tokens.end() && token->token.offset < part.start) ++token;

@@ -8,8 +8,6 @@ namespace Tessel {
 
 namespace {
 
-using Tokens = std::vector<ExprToken>;
-
 int closingKind(int kind) {
     switch (kind) {
         case Cpp::OpenParen:
@@ -88,7 +86,7 @@ bool canPrecedeTemplateArguments(int kind) {
 
 class BracketMatcher {
 public:
-    BracketMatcher(Tokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+    BracketMatcher(ExprTokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
 
     void run() {
         int previousKind = Trn::kEndKind;
@@ -210,7 +208,7 @@ private:
         open_.pop_back();
     }
 
-    Tokens& tokens_;
+    ExprTokens& tokens_;
     ExprMode mode_;
     std::vector<Open> open_;
     bool sawValue_ = false;  // or a clause, in front of which a declaration's type ends
@@ -218,7 +216,7 @@ private:
 
 }  // namespace
 
-void matchBrackets(std::vector<ExprToken>& tokens, ExprMode mode) {
+void matchBrackets(ExprTokens& tokens, ExprMode mode) {
     BracketMatcher(tokens, mode).run();
 }
 

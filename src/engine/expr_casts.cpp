@@ -17,7 +17,7 @@ bool isTypeWord(const ExprToken& token) {
            kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind);
 }
 
-std::size_t placeBefore(const std::vector<ExprToken>& tokens, std::size_t place) {
+std::size_t placeBefore(const ExprTokens& tokens, std::size_t place) {
     while (place > 0) {
         if (tokens[--place].role != ExprRole::Trivia) return place;
     }
@@ -44,7 +44,7 @@ bool startsOperand(int kind) {
 
 }  // namespace
 
-Parenthesised contentsOf(const std::vector<ExprToken>& tokens, std::size_t open) {
+Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
     const std::size_t close = tokens[open].partner;
     bool isNames = true;
     bool sawTypeWord = false;
@@ -67,13 +67,13 @@ Parenthesised contentsOf(const std::vector<ExprToken>& tokens, std::size_t open)
     return count == 1 ? Parenthesised::Name : Parenthesised::Names;
 }
 
-bool endsDelete(const std::vector<ExprToken>& tokens, std::size_t place) {
+bool endsDelete(const ExprTokens& tokens, std::size_t place) {
     if (kindAt(tokens, place) != Cpp::CloseBracket) return false;
     const std::size_t open = tokens[place].partner;
     return open + 1 == place && open > 0 && kindAt(tokens, open - 1) == Cpp::KeywordDelete;
 }
 
-bool startsCastOperand(const std::vector<ExprToken>& tokens, std::size_t previous, std::size_t place) {
+bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size_t place) {
     if (place >= tokens.size() || kindAt(tokens, previous) != Cpp::CloseParen) return false;
     const std::size_t open = tokens[previous].partner;
     if (open == kNoToken) return false;

@@ -13,12 +13,12 @@ namespace Tessel {
 enum class Parenthesised { Type, Name, Names, Expression };
 
 // `open` is the place of the "(", which has a partner. The roles of what is inside are known.
-Parenthesised contentsOf(const std::vector<ExprToken>& tokens, std::size_t open);
+Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open);
 
 // Whether the token at `place` is the "]" of "delete[]".
-bool endsDelete(const std::vector<ExprToken>& tokens, std::size_t place);
+bool endsDelete(const ExprTokens& tokens, std::size_t place);
 
 // Whether the token at `place` begins the operand of the cast that the one at `previous` ends. All roles are known.
-bool startsCastOperand(const std::vector<ExprToken>& tokens, std::size_t previous, std::size_t place);
+bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size_t place);
 
 }  // namespace Tessel

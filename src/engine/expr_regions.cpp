@@ -30,7 +30,7 @@ namespace {
 // Goes through the tokens once, with the region that is open.
 class RegionFinder {
 public:
-    RegionFinder(const MarkerPairs& markers, std::vector<ExprToken>& tokens) : markers_(markers), tokens_(tokens) {}
+    RegionFinder(const MarkerPairs& markers, ExprTokens& tokens) : markers_(markers), tokens_(tokens) {}
 
     void run() {
         std::size_t kept = 0;
@@ -70,7 +70,7 @@ private:
     }
 
     const MarkerPairs& markers_;
-    std::vector<ExprToken>& tokens_;
+    ExprTokens& tokens_;
     int depth_ = 0;
     std::size_t first_ = 0;  // of the region
     bool holdsBlock_ = false;
@@ -79,6 +79,6 @@ private:
 
 }  // namespace
 
-void mergeRegions(const MarkerPairs& markers, std::vector<ExprToken>& tokens) { RegionFinder(markers, tokens).run(); }
+void mergeRegions(const MarkerPairs& markers, ExprTokens& tokens) { RegionFinder(markers, tokens).run(); }
 
 }  // namespace Tessel

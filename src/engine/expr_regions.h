@@ -29,6 +29,6 @@ private:
 // Makes one token of each region among the tokens that is to be kept as it is, a comment or a directive by its kind: of
 // an `#if 0` up to its `#endif`, and of what stands between two marker comments. One that is not closed is none, nor is
 // one around a block that somebody else lays out.
-void mergeRegions(const MarkerPairs& markers, std::vector<ExprToken>& tokens);
+void mergeRegions(const MarkerPairs& markers, ExprTokens& tokens);
 
 }  // namespace Tessel

@@ -16,11 +16,9 @@ namespace Tessel {
 
 namespace {
 
-using Tokens = std::vector<ExprToken>;
-
 class RoleFinder {
 public:
-    RoleFinder(Tokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+    RoleFinder(ExprTokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
 
     void run() {
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
@@ -410,7 +408,7 @@ private:
         }
     }
 
-    Tokens& tokens_;
+    ExprTokens& tokens_;
     ExprMode mode_;
     std::size_t previous_ = kNoToken;
     bool followsParameters_ = false;  // or what qualifies the function whose they are
@@ -421,7 +419,7 @@ private:
 
 }  // namespace
 
-void findRoles(std::vector<ExprToken>& tokens, ExprMode mode) {
+void findRoles(ExprTokens& tokens, ExprMode mode) {
     RoleFinder(tokens, mode).run();
 }
 

@@ -30,7 +30,7 @@ struct CppExprFormatter::Group::ElementScope {
 
 // One sweep over a text.
 struct CppExprFormatter::Run {
-    Run(std::string_view wholeText, const std::vector<ExprToken>& tokensOfText, Zelmor::OIndentBuf& output,
+    Run(std::string_view wholeText, const ExprTokens& tokensOfText, Zelmor::OIndentBuf& output,
         ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns, LayoutLog* log)
         : text(wholeText),
           sweep(wholeText, tokensOfText, output, keepsColumns, log),
@@ -60,7 +60,7 @@ struct CppExprFormatter::Run {
 
     std::string_view text;
     TextSweep sweep;
-    const std::vector<ExprToken>& tokens;
+    const ExprTokens& tokens;
     Zelmor::OIndentBuf& out;
     ExprMode mode;
     const OptionalText& typeWhitespace;

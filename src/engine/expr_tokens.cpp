@@ -10,9 +10,7 @@ namespace Tessel {
 
 namespace {
 
-using Tokens = std::vector<ExprToken>;
-
-void lexPiece(std::string_view text, std::size_t first, std::size_t last, Tokens& tokens) {
+void lexPiece(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens) {
     Cpp::Lexer lexer(text.substr(first, last - first));
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         ExprToken& added = tokens.emplace_back();
@@ -26,7 +24,7 @@ void lexPiece(std::string_view text, std::size_t first, std::size_t last, Tokens
 
 }  // namespace
 
-bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open) {
+bool opensBlock(const ExprTokens& tokens, std::size_t open) {
     while (open > 0 && tokens[open - 1].role == ExprRole::Trivia) --open;
     switch (open > 0 ? tokens[open - 1].token.kind : Trn::kEndKind) {
         case Cpp::CloseParen:
@@ -41,7 +39,7 @@ bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open) {
     }
 }
 
-void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens,
+void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
                     std::span<const TextExtent> blocks, const MarkerPairs* markers) {
     tokens.clear();
     std::size_t place = 0;

@@ -41,13 +41,15 @@ struct ExprToken {
     std::size_t partner = kNoToken;  // of an open or close role
 };
 
+using ExprTokens = std::vector<ExprToken>;
+
 // kEndKind behind the last token, and for kNoToken.
-inline int kindAt(const std::vector<ExprToken>& tokens, std::size_t place) {
+inline int kindAt(const ExprTokens& tokens, std::size_t place) {
     return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
 }
 
 // The place of the next token that is no comment or directive.
-inline std::size_t nextPlace(const std::vector<ExprToken>& tokens, std::size_t place) {
+inline std::size_t nextPlace(const ExprTokens& tokens, std::size_t place) {
     do ++place;
     while (place < tokens.size() && tokens[place].role == ExprRole::Trivia);
     return place;
@@ -56,7 +58,7 @@ inline std::size_t nextPlace(const std::vector<ExprToken>& tokens, std::size_t p
 // The tokens of "...".
 inline constexpr std::size_t kDotsOfPack = 3;
 
-inline bool isPack(const std::vector<ExprToken>& tokens, std::size_t place) {
+inline bool isPack(const ExprTokens& tokens, std::size_t place) {
     return kindAt(tokens, place) == Cpp::Dot && kindAt(tokens, place + 1) == Cpp::Dot &&
            kindAt(tokens, place + 2) == Cpp::Dot;
 }
@@ -74,10 +76,10 @@ struct TextExtent {
 // Lexes a text into `tokens` (which is cleared first) and finds every token's role. The blocks, in order, are not
 // looked into, nor are regions between the markers, which may be null. One pass over the text and three over the tokens,
 // whatever the nesting.
-void readExprTokens(std::string_view text, ExprMode mode, std::vector<ExprToken>& tokens,
+void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
                     std::span<const TextExtent> blocks = {}, const MarkerPairs* markers = nullptr);
 
 // Whether the "{" at `open` begins statements, as those of a lambda do.
-bool opensBlock(const std::vector<ExprToken>& tokens, std::size_t open);
+bool opensBlock(const ExprTokens& tokens, std::size_t open);
 
 }  // namespace Tessel

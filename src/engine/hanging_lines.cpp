@@ -25,7 +25,7 @@ bool awaitsValue(const ExprToken& token) {
 
 }  // namespace
 
-HangingLines::HangingLines(const std::vector<ExprToken>& tokens, Text text, int indentColumn,
+HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                            const HangingIndents& indents, int tabSize)
     : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();

@@ -36,7 +36,7 @@ public:
     enum class Text { Statement, List };
 
     // `indentColumn` is that of the statement, or of the list, that the text is part of. All are borrowed.
-    HangingLines(const std::vector<ExprToken>& tokens, Text text, int indentColumn,
+    HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                  const HangingIndents& indents, int tabSize);
 
     // The column of a token, not passed yet, that begins a line.
@@ -81,7 +81,7 @@ private:
     void passInLevel(std::size_t place, int column);
     void open(std::size_t place);
 
-    const std::vector<ExprToken>& tokens_;
+    const ExprTokens& tokens_;
     const HangingIndents& indents_;
     int tabSize_;
     std::vector<Level> levels_;

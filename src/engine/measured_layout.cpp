@@ -27,23 +27,6 @@ bool isIndentedByItself(const Cpp::SyntaxNode& node) {
            Cpp::isTrivia(node);
 }
 
-// Where something stands in a line, and where what is in front of it ends.
-struct Stop {
-    int column;
-    int before;
-};
-
-enum class InColumn { CannotTell, No, Yes };
-
-InColumn standInColumn(const std::vector<Stop>& stops) {
-    if (stops.size() < 2) return InColumn::CannotTell;
-    const Stop& first = stops.front();
-    const auto differs = [&first](const Stop& stop) { return stop.before != first.before; };
-    if (std::none_of(stops.begin(), stops.end(), differs)) return InColumn::CannotTell;
-    const auto isInColumn = [&first](const Stop& stop) { return stop.column == first.column; };
-    return std::all_of(stops.begin(), stops.end(), isInColumn) ? InColumn::Yes : InColumn::No;
-}
-
 }  // namespace
 
 // Declarations on lines that follow each other.
@@ -80,6 +63,13 @@ public:
     }
 
 private:
+    // Where something stands in a line, and where what is in front of it ends.
+    struct Stop {
+        int column;
+        int before;
+    };
+    enum class InColumn { CannotTell, No, Yes };
+
     void addName(std::vector<Stop>& stops, const Cpp::SyntaxNode& type, const Cpp::SyntaxNode& name) {
         if (type.start().line != name.start().line) return;
         add(stops, name);
@@ -107,6 +97,14 @@ private:
             stops->clear();
         }
         first_ = {};
+    }
+    static InColumn standInColumn(const std::vector<Stop>& stops) {
+        if (stops.size() < 2) return InColumn::CannotTell;
+        const Stop& first = stops.front();
+        const auto differs = [&first](const Stop& stop) { return stop.before != first.before; };
+        if (std::none_of(stops.begin(), stops.end(), differs)) return InColumn::CannotTell;
+        const auto isInColumn = [&first](const Stop& stop) { return stop.column == first.column; };
+        return std::all_of(stops.begin(), stops.end(), isInColumn) ? InColumn::Yes : InColumn::No;
     }
     void tell(const std::vector<Stop>& stops, KeyId key) {
         const InColumn inColumn = standInColumn(stops);

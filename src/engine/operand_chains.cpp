@@ -39,7 +39,7 @@ int rankOf(int kind) {
 
 }  // namespace
 
-OperandChains::OperandChains(const std::vector<ExprToken>& tokens, bool isList)
+OperandChains::OperandChains(const ExprTokens& tokens, bool isList)
     : tokens_(tokens), chainOf_(tokens.size(), kNoToken) {
     levels_.emplace_back().place = isList ? Place::BehindOpen : Place::AmongOthers;
     for (std::size_t place = 0; place < tokens.size(); ++place) {

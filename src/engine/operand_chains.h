@@ -19,7 +19,7 @@ public:
     };
 
     // The tokens are borrowed. `isList`: the text stands in brackets.
-    OperandChains(const std::vector<ExprToken>& tokens, bool isList);
+    OperandChains(const ExprTokens& tokens, bool isList);
 
     // That of the operator at `place`; null where there is none.
     const Chain* of(std::size_t place) const {
@@ -52,7 +52,7 @@ private:
     void endLevel();
     void startElement(Level& level, Place place);
 
-    const std::vector<ExprToken>& tokens_;
+    const ExprTokens& tokens_;
     std::vector<Chain> chains_;
     std::vector<std::size_t> chainOf_;
     std::vector<Level> levels_;

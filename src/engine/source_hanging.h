@@ -18,7 +18,7 @@ public:
     };
 
     // All are borrowed; the text begins with its first token, or with white space.
-    SourceHanging(std::string_view text, const std::vector<ExprToken>& tokens, HangingLines::Text kind, Start start,
+    SourceHanging(std::string_view text, const ExprTokens& tokens, HangingLines::Text kind, Start start,
                   const HangingIndents& indents, int tabSize)
         : text_(text),
           tokens_(tokens),
@@ -33,7 +33,7 @@ private:
     void pass();
 
     std::string_view text_;
-    const std::vector<ExprToken>& tokens_;
+    const ExprTokens& tokens_;
     HangingLines hanging_;
     int tabSize_;
     std::size_t place_ = 0;  // the next token,

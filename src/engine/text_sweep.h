@@ -18,7 +18,7 @@ class TextSweep {
 public:
     // With `keepsColumns`, blanks that make a column stay where one blank is wanted. All are borrowed; the log may be
     // null.
-    TextSweep(std::string_view text, const std::vector<ExprToken>& tokens, Zelmor::OIndentBuf& out,
+    TextSweep(std::string_view text, const ExprTokens& tokens, Zelmor::OIndentBuf& out,
               bool keepsColumns, LayoutLog* log)
         : text_(text), tokens_(tokens), out_(out), keepsColumns_(keepsColumns), log_(log) {}
 
@@ -83,7 +83,7 @@ private:
     bool isBeforeDirective() const;
 
     std::string_view text_;
-    const std::vector<ExprToken>& tokens_;
+    const ExprTokens& tokens_;
     Zelmor::OIndentBuf& out_;
     bool keepsColumns_;
     LayoutLog* log_;

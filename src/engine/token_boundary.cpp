@@ -56,7 +56,7 @@ bool areApart(const TokenBoundary& boundary) {
 }
 
 // The texts of the tokens of a few characters. The lexer owns some of what it returns.
-std::vector<std::string> tokensOf(std::string_view text) {
+std::vector<std::string> tokenTexts(std::string_view text) {
     std::vector<std::string> tokens;
     Cpp::Lexer lexer(text);
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
@@ -113,7 +113,7 @@ bool areSameTokens(const TokenBoundary& boundary) {
     const std::string left = leftOf(boundary);
     const std::string right = rightOf(boundary);
     if (left.empty() || right.empty()) return false;
-    return tokensOf(left + right) == tokensOf(left + ' ' + right);
+    return tokenTexts(left + right) == tokenTexts(left + ' ' + right);
 }
 
 }  // namespace

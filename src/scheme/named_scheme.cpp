@@ -13,16 +13,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The lines of a scheme's text in front of its properties, but for comments.
-constexpr int headLines = 3;
-
 // The name that a file's scheme has, without a look at the scheme: some are long, and there may be many. Empty where
 // the file does not begin like one.
 std::string nameIn(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     std::string head;
     std::string line;
-    for (int count = 0; count < headLines && std::getline(in, line);) {
+    for (int count = 0; count < Tessel::kSchemeHeadLines && std::getline(in, line);) {
         if (line.empty() || line.starts_with('#')) continue;
         head += line + '\n';
         ++count;

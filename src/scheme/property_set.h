@@ -19,6 +19,9 @@ public:
     InvalidPropertyName() : Exception("Invalid name for a Property.") {}
 };
 
+// The lines of a scheme's text in front of its properties, but for what means nothing.
+inline constexpr int kSchemeHeadLines = 3;
+
 // One formatting scheme: a name, and values by key. Booleans, integers and strings are kept apart: a key may
 // be present in more than one type, and each getter sees only its own.
 //

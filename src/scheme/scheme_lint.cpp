@@ -19,8 +19,6 @@ using Tessel::Property;
 using Tessel::PropertyType;
 namespace Keys = Tessel::Keys;
 
-constexpr std::size_t headLines = 3;
-
 const char* typeName(PropertyType type) {
     switch (type) {
         case PropertyType::Boolean: return "1 (switch)";
@@ -58,7 +56,7 @@ std::string faultOf(const Property& property) {
 class SchemeReader {
 public:
     void take(std::size_t line, std::string_view text) {
-        if (++lines_ <= headLines) return;
+        if (++lines_ <= Tessel::kSchemeHeadLines) return;
         const Tessel::PropertyLine content = Tessel::readPropertyLine(text);
         if (!content.property) return add(line, "neither a comment nor a property: type, key, value");
         const Property& property = *content.property;
@@ -79,7 +77,7 @@ public:
 private:
     void add(std::size_t line, std::string text) { faults_.push_back({line, std::move(text)}); }
 
-    std::size_t lines_ = 0;
+    int lines_ = 0;
     std::map<std::string, std::size_t, std::less<>> lineOf_;
     std::vector<SchemeFault> faults_;
 };
