@@ -34,6 +34,7 @@ struct FileResult {
     std::vector<Message> messages = {};
     std::optional<Files::FileStamp> stamp = {};  // none for standard input
 
+    std::size_t heldBytes() const { return source.size(); }
     std::string formatted() const { return Edits::replaced(source, replacements); }
 };
 

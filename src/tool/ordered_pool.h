@@ -15,13 +15,13 @@
 
 namespace Tool {
 
-// Runs jobs in several threads, and hands their results on in order. No more results are in memory than two for each
-// thread.
+// Runs jobs in several threads, and hands their results on in order. Threads go ahead of a long job by many short ones;
+// of results that say how large they are, by heldBytes(), no more than two a thread wait once they hold much.
 template <typename Result>
 class OrderedPool {
 public:
     // At most so many threads.
-    explicit OrderedPool(std::size_t threads) : threadCount_(threads), slots_(2 * threads) {}
+    explicit OrderedPool(std::size_t threads) : threadCount_(threads), slots_(slotsPerThread * threads) {}
 
     // `job(index)` runs in the threads and throws nothing; `consume(index, result)` runs in the caller's. When that
     // throws, no further job begins.
@@ -39,6 +39,10 @@ public:
     }
 
 private:
+    static constexpr std::size_t slotsPerThread = 32;
+    static constexpr std::size_t leastPerThread = 2;
+    static constexpr std::size_t mostBytesHeld = std::size_t{16} << 20;
+
     struct StopAtEnd {
         OrderedPool& pool;
         ~StopAtEnd() {
@@ -64,6 +68,7 @@ private:
         while (const std::optional<std::size_t> index = nextIndex()) {
             Result result = job(*index);
             const std::lock_guard lock(mutex_);
+            bytesHeld_ += bytesOf(result);
             slots_[*index % slots_.size()] = std::move(result);
             hasResult_.notify_one();
         }
@@ -71,9 +76,19 @@ private:
 
     std::optional<std::size_t> nextIndex() {
         std::unique_lock lock(mutex_);
-        hasRoom_.wait(lock, [this] { return isStopped_ || next_ == count_ || next_ < taken_ + slots_.size(); });
+        hasRoom_.wait(lock, [this] { return isStopped_ || next_ == count_ || hasRoom(); });
         if (isStopped_ || next_ == count_) return std::nullopt;
         return next_++;
+    }
+
+    bool hasRoom() const {
+        const std::size_t mostAhead = bytesHeld_ > mostBytesHeld ? leastPerThread * threadCount_ : slots_.size();
+        return next_ < taken_ + mostAhead;
+    }
+
+    static std::size_t bytesOf(const Result& result) {
+        if constexpr (requires { result.heldBytes(); }) return result.heldBytes();
+        return 0;
     }
 
     Result take(std::size_t index) {
@@ -83,6 +98,7 @@ private:
         Result result = std::move(*slot);
         slot.reset();
         ++taken_;
+        bytesHeld_ -= bytesOf(result);
         hasRoom_.notify_one();
         return result;
     }
@@ -95,6 +111,7 @@ private:
     std::size_t count_ = 0;
     std::size_t next_ = 0;
     std::size_t taken_ = 0;
+    std::size_t bytesHeld_ = 0;  // by what waits to be taken
     bool isStopped_ = false;
 };
 
