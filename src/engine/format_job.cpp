@@ -140,15 +140,6 @@ void proveRegions(const ParsedText& source, std::string_view result) {
     if (changed) failProof("inside of what is to be kept as it is", source.text.positionOf(*changed));
 }
 
-// The source with other white space, its line ends put in order.
-std::string withLineEnds(const ParsedText& source, const FormatOptions& options, std::string result) {
-    const ExtensionSettings settings(options.scheme);
-    if (!LineEnds::areWanted(settings)) return result;
-    // No tab size counts as one, as in all that is written.
-    const TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme)};
-    return LineEnds(settings, columns, source.text.text(), source.opaque, source.regions, std::move(result)).takeText();
-}
-
 // Who is told of a job, and of which source.
 struct Listener {
     LayoutObserver* observer = nullptr;
@@ -200,27 +191,39 @@ struct Stages {
         if (!wrapsLines) Cpp::RootNode().swap(source.root);
         source.addRegions(formatter.regionsInExpressions());
         std::string text = formatter.takeText();
-        if (!listener.observer) return withLineEnds(source, options, std::move(text));
-        std::string result = withLineEnds(source, options, text);
+        if (!listener.observer) return withLineEnds(source, std::move(text));
+        std::string result = withLineEnds(source, text);
         listener.hearStage(text, result, false);
         return result;
     }
 
+    // The source with other white space, its line ends put in order.
+    std::string withLineEnds(const ParsedText& source, std::string result) const {
+        if (!LineEnds::areWanted(extensions)) return result;
+        return LineEnds(extensions, columns, source.text.text(), source.opaque, source.regions, std::move(result))
+            .takeText();
+    }
+
+    bool hasLongLines(std::string_view text) const { return passes.hasLongLines(options, text); }
+
     std::string wrap(ParsedText& formatted) const {
         std::ostringstream wrapped;
         passes.wrapLines(options, formatted.text, formatted.root, wrapped);
-        return withLineEnds(formatted, options, std::move(wrapped).str());
+        return withLineEnds(formatted, std::move(wrapped).str());
     }
 
     const FormatOptions& options;
     const LayoutPasses& passes;
     ExtensionSettings extensions{options.scheme};
+    // No tab size counts as one, as in all that is written.
+    TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme)};
     bool wrapsLines = readSwitch(options.scheme, Keys::LINE_WRAP);
 };
 
 // The text with its lines wrapped, which the source has become. Where lines are kept, those that the wrapper begins
 // come to hang as any others, until all stand where they are to, or come to stand where they were.
 std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::string text) {
+    if (!stages.hasLongLines(text)) return text;
     std::string wrappedBefore;
     auto formatted = std::make_unique<ParsedText>(source, std::move(text));
     for (int rounds = stages.extensions.keepsLineBreaks ? kWrappingRounds : 1;; --rounds) {
@@ -229,6 +232,7 @@ std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::stri
         ParsedText again(*formatted, wrapped);
         std::string formattedAgain = stages.format(again, {});
         if (formattedAgain == formatted->text.text()) return wrapped;
+        if (!stages.hasLongLines(formattedAgain)) return formattedAgain;
         wrappedBefore = std::move(wrapped);
         formatted = std::make_unique<ParsedText>(again, std::move(formattedAgain));
     }

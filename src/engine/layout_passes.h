@@ -26,6 +26,9 @@ public:
     virtual DeclarationColumns measure(const PropertySet& scheme, const Zelmor::TextDocument& source,
                                        Cpp::RootNode& root) const = 0;
 
+    // Whether wrapLines() would change the text. Most have no line beyond the right margin.
+    virtual bool hasLongLines(const FormatOptions& options, std::string_view formatted) const = 0;
+
     // Writes `formatted`, which `root` is the tree of, with every line beyond the right margin laid out anew.
     virtual void wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
                            Cpp::RootNode& root, std::ostream& out) const = 0;

@@ -4,10 +4,12 @@
 
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/namespace_indent.h"
 #include "engine/scheme_values.h"
 #include "engine/shown_width.h"
+#include "layout/long_lines.h"
 #include "layout/protected_text.h"
 #include "layout/wrap_scopes.h"
 #include "scheme/property_keys.h"
@@ -38,21 +40,8 @@ CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextD
     in_.setTabSize(wrapper_.settings().tabSize);
     out_.setTabSize(wrapper_.settings().tabSize);
     out_.setTabMode(wrapper_.settings().tabMode);
-    if (wrapper_.settings().wrapsLines()) findLongLines();
-}
-
-void CppLineWrapper::findLongLines() {
-    const WrapSettings& wrap = wrapper_.settings();
-    std::string_view rest = source();
-    for (int line = 1; !rest.empty(); ++line) {
-        const std::size_t length = std::min(rest.find('\n'), rest.size());
-        const std::string_view text = rest.substr(0, length);
-        const int bytes = columnAfter(text, 0, wrap.tabSize);
-        const bool mayBeLong = bytes > wrap.rightMargin;
-        if (mayBeLong && (!wrap.weighsBreaks() || shownColumnAfter(text, 0, wrap.tabSize) > wrap.rightMargin))
-            longLines_.push_back(line);
-        rest.remove_prefix(std::min(length + 1, rest.size()));
-    }
+    LongLines lines(source(), wrapper_.settings());
+    while (const int line = lines.next()) longLines_.push_back(line);
 }
 
 bool CppLineWrapper::needsWrapping(Position start, Position end) const {

@@ -71,7 +71,6 @@ private:
     class BaseColumnScope;
 
     // Long lines.
-    void findLongLines();
     bool needsWrapping(Position start, Position end) const;
     bool needsWrapping(const Cpp::SyntaxNode& node) const { return needsWrapping(node.start(), node.end()); }
 

@@ -3,6 +3,7 @@
 #include "engine/scheme_values.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/data_offset_calculator.h"
+#include "layout/long_lines.h"
 #include "layout/name_offset_calculator.h"
 #include "scheme/property_keys.h"
 
@@ -24,6 +25,11 @@ DeclarationColumns Passes::measure(const PropertySet& scheme, const Zelmor::Text
         columns.initializers = calculator.takeOffsets();
     }
     return columns;
+}
+
+bool Passes::hasLongLines(const FormatOptions& options, std::string_view formatted) const {
+    const WrapSettings settings(options.scheme);
+    return LongLines(formatted, settings).next() != 0;
 }
 
 void Passes::wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,

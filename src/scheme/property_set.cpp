@@ -35,11 +35,6 @@ bool eraseFrom(Map& map, std::string_view key) {
     return true;
 }
 
-template <typename Map>
-void append(const Map& map, std::vector<Property>& properties) {
-    for (const auto& [key, value] : map) properties.push_back({key, value});
-}
-
 // The lines of a text that are neither blank nor comments, without the white space around them.
 class SignificantLines {
 public:
@@ -83,9 +78,10 @@ std::vector<std::string> PropertySet::names() const {
 std::vector<Property> PropertySet::properties() const {
     std::vector<Property> all;
     all.reserve(size());
-    append(values_->booleans, all);
-    append(values_->integers, all);
-    append(values_->strings, all);
+    forEach([&all](const std::string& key, const auto& value) { all.push_back({key, value}); });
+    std::ranges::sort(all, [](const Property& one, const Property& other) {
+        return one.type() != other.type() ? one.type() < other.type() : one.key < other.key;
+    });
     return all;
 }
 

@@ -2,10 +2,10 @@
 
 #include <functional>
 #include <iosfwd>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "scheme/property_line.h"
@@ -53,6 +53,13 @@ public:
     // Every key: those of booleans, of integers, of strings, each group sorted.
     std::vector<std::string> names() const;
     std::vector<Property> properties() const;  // in the same order
+    // In no order: visitor(key, value), where a value is a bool, an int or a string.
+    template <typename Visitor>
+    void forEach(const Visitor& visitor) const {
+        for (const auto& [key, value] : values_->booleans) visitor(key, value);
+        for (const auto& [key, value] : values_->integers) visitor(key, value);
+        for (const auto& [key, value] : values_->strings) visitor(key, value);
+    }
     bool contains(std::string_view key) const;
 
     // True when the key has a value of that type, which is then stored in `value`.
@@ -79,8 +86,13 @@ public:
     bool operator==(const PropertySet& other) const;
 
 private:
+    struct KeyHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
+    };
+    // A formatter asks for each key that there is, many times.
     template <typename Value>
-    using ValueMap = std::map<std::string, Value, std::less<>>;
+    using ValueMap = std::unordered_map<std::string, Value, KeyHash, std::equal_to<>>;
 
     struct Values {
         ValueMap<bool> booleans;

@@ -1,7 +1,7 @@
 #include "scheme/single_line.h"
 
 #include <string>
-#include <variant>
+#include <type_traits>
 
 namespace Tessel {
 
@@ -20,12 +20,15 @@ bool isAlignment(const std::string& key) {
 }  // namespace
 
 PropertySet withoutLineEnds(PropertySet scheme) {
-    for (const auto& [key, value] : scheme.properties()) {
-        const auto* text = std::get_if<std::string>(&value);
-        const auto* isOn = std::get_if<bool>(&value);
-        if (text && text->find('\n') != std::string::npos) scheme.setString(key, isBeforeComma(key) ? "" : " ");
-        if (isOn && *isOn && isAlignment(key)) scheme.setBool(key, false);
-    }
+    const PropertySet given = scheme;
+    given.forEach([&scheme](const std::string& key, const auto& value) {
+        using Value = std::decay_t<decltype(value)>;
+        if constexpr (std::is_same_v<Value, std::string>) {
+            if (value.find('\n') != std::string::npos) scheme.setString(key, isBeforeComma(key) ? "" : " ");
+        } else if constexpr (std::is_same_v<Value, bool>) {
+            if (value && isAlignment(key)) scheme.setBool(key, false);
+        }
+    });
     return scheme;
 }
 

@@ -79,15 +79,22 @@ std::vector<Edits::LineSet::Range> partlyWanted(const std::string& source, const
     return ranges;
 }
 
+void change(FileResult& result, std::string text) {
+    if (text == result.source) return;
+    result.outcome = Outcome::Changed;
+    result.changed = std::move(text);
+}
+
 // A text of which only some gaps have changed is none that the engine has proved.
 void replaceLines(FileResult& result, const std::string& formatted, const Edits::LineSet& lines) {
     const std::string source = withLineFeeds(result.source);
     const Cpp::OpaqueTokens opaque = Cpp::opaqueTokensOf(source);
     const Edits::LineSet whole = lines.without(partlyWanted(source, opaque, lines));
-    result.replacements = Edits::replacementsInLines(result.source, formatted, whole);
-    if (!Tessel::findLostToken(source, opaque, withLineFeeds(result.formatted()))) return;
-    result.replacements.clear();
-    end(result, Outcome::Refused, "these lines cannot be formatted without the others");
+    std::string changed = Edits::replaced(result.source, Edits::replacementsInLines(result.source, formatted, whole));
+    if (Tessel::findLostToken(source, opaque, withLineFeeds(changed))) {
+        return end(result, Outcome::Refused, "these lines cannot be formatted without the others");
+    }
+    change(result, std::move(changed));
 }
 
 void format(const FileJob& job, FileResult& result) {
@@ -97,20 +104,18 @@ void format(const FileJob& job, FileResult& result) {
     if (std::string fault = faultOfLines(job, result.source); !fault.empty()) {
         return end(result, Outcome::Failed, std::move(fault));
     }
-    const Run::FormattedText formatted = Run::formatText(*job.options, result.source);
+    Run::FormattedText formatted = Run::formatText(*job.options, result.source);
     if (!formatted.messages.empty()) {
         result.outcome = Outcome::Refused;
         for (const Tessel::Diagnostic& diagnostic : formatted.messages)
             result.messages.push_back(messageFrom(diagnostic));
         return;
     }
-    if (formatted.text == result.source) return;
     if (const std::optional<Edits::LineSet> lines = wantedLines(job, result.source)) {
         replaceLines(result, formatted.text, *lines);
     } else {
-        result.replacements = Edits::replacementsBetween(result.source, formatted.text);
+        change(result, std::move(formatted.text));
     }
-    if (!result.replacements.empty()) result.outcome = Outcome::Changed;
 }
 
 template <typename Action>

@@ -30,12 +30,13 @@ struct FileResult {
     std::string name;
     Outcome outcome = Outcome::Unchanged;
     std::string source = {};                     // as it is in the file
-    Edits::Replacements replacements = {};       // of an outcome Changed
+    std::string changed = {};                    // what is to become of it, with an outcome Changed
     std::vector<Message> messages = {};
     std::optional<Files::FileStamp> stamp = {};  // none for standard input
 
-    std::size_t heldBytes() const { return source.size(); }
-    std::string formatted() const { return Edits::replaced(source, replacements); }
+    const std::string& formatted() const { return outcome == Outcome::Changed ? changed : source; }
+    Edits::Replacements replacements() const { return Edits::replacementsBetween(source, formatted()); }
+    std::size_t heldBytes() const { return source.size() + changed.size(); }
 };
 
 }  // namespace Tool

@@ -283,9 +283,9 @@ private:
         const bool isRefused = result.outcome == Outcome::Refused;
         const bool echoes = options_.onRefusal == OnRefusal::Echo ||
                             (options_.onRefusal == OnRefusal::Default && jobs_.isStandardInput());
-        if (options_.printsReplacements) return output_.write(replacementXml(result.replacements));
+        if (options_.printsReplacements) return output_.write(replacementXml(result.replacements()));
         if (isRefused && !echoes) return;
-        if (options_.cursor) output_.write(cursorLine(*options_.cursor, result.replacements));
+        if (options_.cursor) output_.write(cursorLine(*options_.cursor, result.replacements()));
         output_.write(result.formatted());
     }
 

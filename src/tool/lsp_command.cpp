@@ -25,7 +25,7 @@ public:
         SchemeFinder ofProject("");
         SchemeFinder chosen(scheme_);
         FileResult formatted = formatSource({path, optionsFor(path, ofProject, chosen), lines}, text);
-        Result result{std::move(formatted.replacements), {}};
+        Result result{formatted.replacements(), {}};
         for (Message& message : formatted.messages) {
             result.problems.push_back({message.line, message.column, std::move(message.text)});
         }

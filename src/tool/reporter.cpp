@@ -84,7 +84,7 @@ std::string diffName(const std::string& name) {
 // What would change, a message for each run of lines.
 std::vector<Message> changeMessages(const FileResult& result) {
     std::vector<Message> messages;
-    for (const Edits::ChangedLines& lines : Edits::changedLines(result.source, result.replacements)) {
+    for (const Edits::ChangedLines& lines : Edits::changedLines(result.source, result.replacements())) {
         std::string text = notFormatted;
         if (lines.end > lines.first + 1) {
             text += " (lines " + std::to_string(lines.first + 1) + '-' + std::to_string(lines.end) + ')';
@@ -128,7 +128,7 @@ private:
     void reportChange(const FileResult& result) {
         if (options_.mode == Mode::List) place_.output.write(result.name + '\n');
         if (options_.mode == Mode::Diff)
-            place_.output.write(Edits::unifiedDiff(diffName(result.name), result.source, result.replacements));
+            place_.output.write(Edits::unifiedDiff(diffName(result.name), result.source, result.replacements()));
         if (options_.mode != Mode::Check) return;
         if (isGcc()) {
             for (const Message& message : changeMessages(result)) place_.output.write(text(result.name, message, {}));
@@ -186,7 +186,7 @@ public:
         Json messages = Json::array();
         for (const Message& message : result.messages) messages.push_back(json(message));
         Json replacements = Json::array();
-        for (const Edits::Replacement& one : result.replacements) {
+        for (const Edits::Replacement& one : result.replacements()) {
             replacements.push_back({{"offset", one.offset}, {"length", one.length}, {"text", one.text}});
         }
         write(dump({{"file", result.name},
