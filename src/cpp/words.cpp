@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "cpp/characters.h"
+
 namespace Cpp {
 
 namespace {
@@ -32,6 +34,18 @@ bool namesType(const Trn::Token& word) { return word.kind == Identifier && isAmo
 
 bool isOperatorWord(std::string_view word) {
     return isCoroutineWord(word) || isAmong(kOperatorWords, word);
+}
+
+std::size_t operatorSymbol(std::string_view name) {
+    constexpr std::string_view keyword = "operator";
+    const std::size_t start = name.rfind(keyword);
+    if (start == std::string_view::npos || (start > 0 && isNamePart(name[start - 1]))) return name.size();
+    const std::size_t next = name.find_first_not_of(" \t", start + keyword.size());
+    if (next == std::string_view::npos) return name.size();
+    const std::string_view rest = name.substr(next);
+    const bool isComment = rest.starts_with("/*") || rest.starts_with("//");
+    const bool isSymbol = std::string_view("+-*/%^&|~!=<>([,").find(rest.front()) != std::string_view::npos;
+    return isSymbol && !isComment ? next : name.size();
 }
 
 bool isUpperCase(std::string_view word) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "cpp/token_kind.h"
@@ -50,6 +51,9 @@ constexpr bool isCoroutineWord(std::string_view word) {
 
 // A word that stands for an operator, or works as one: an operand follows.
 bool isOperatorWord(std::string_view word);
+
+// The place in a function's name of what stands behind "operator" and is no word; the name's length where nothing does.
+std::size_t operatorSymbol(std::string_view name);
 
 // Whether no letter of the word is a small one, as in the names of macros.
 bool isUpperCase(std::string_view word);

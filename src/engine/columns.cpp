@@ -10,6 +10,7 @@ namespace {
 
 using Zelmor::KeepTabs;
 using Zelmor::SpacesToTabs;
+using Zelmor::SpacesToTabsInIndent;
 
 std::string blanks(int count) { return std::string(static_cast<std::size_t>(std::max(count, 0)), ' '); }
 
@@ -81,8 +82,8 @@ std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
     if (column < 1) return {};
     const int mode = out.tabMode();
     const int tabSize = out.tabSize();
-    const bool usesTabs = mode == SpacesToTabs && tabSize >= 1;
-    if (mode < KeepTabs || mode > SpacesToTabs) return {};
+    const bool usesTabs = mode >= SpacesToTabs && tabSize >= 1;
+    if (mode < KeepTabs || mode > SpacesToTabsInIndent) return {};
     const int width = columnAfter(out.indent(), 0, tabSize);
     if (column == width) return out.indent();
     if (column < width) return usesTabs ? tabsAndBlanks(column, tabSize) : blanks(column);

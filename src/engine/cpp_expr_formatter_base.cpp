@@ -207,7 +207,8 @@ void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) 
 }
 
 void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {
-    writeLines(text, columns_, InnerBlanks::Convert, out);
+    const OuterLines outer = extensions_.keepsLineIndent ? OuterLines::AsTheyWere : OuterLines::BelowStart;
+    writeLines(text, columns_, InnerBlanks::Convert, out, outer);
 }
 
 // A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.

@@ -236,6 +236,7 @@ private:
     // Statements.
     WantedText betweenParts(const Cpp::CtrlStmtNode& statement) const;
     void formatParts(Cpp::CtrlStmtNode& statement);
+    void placePart(const Cpp::SyntaxNode& part, const WantedText& between);
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
     void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);

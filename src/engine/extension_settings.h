@@ -64,6 +64,7 @@ public:
     Keyed<bool> keepsLineBreaks = from_.isOn(Keys::KEEP_LINE_BREAKS);
 
     OptionalText operandIndent = from_.indent(Keys::HANGING_OPERAND_INDENT);
+    Keyed<bool> hangsFromStatement = from_.isOn(Keys::HANGING_FROM_STATEMENT);
     Keyed<bool> keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
     Keyed<int> blankLines = from_.number(Keys::KEEP_BLANK_LINES);
     Keyed<bool> keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
@@ -75,6 +76,8 @@ public:
     Keyed<bool> keepsDirectiveComments = from_.isOn(Keys::KEEP_DIRECTIVE_COMMENTS);
     Keyed<bool> formatsDirectives = from_.isOn(Keys::FORMAT_DIRECTIVES);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
+    OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
+    OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
@@ -332,6 +333,10 @@ void CppFormatter::visit(Cpp::BlockNode* block) {
     IndentScope indent(out(), indentToColumn(out(), column));
     WantedText wanted = settings_.global.beforeOpen;
     if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
+    const bool keepsBlankLines = settings_.global.keepsBlankLines && settings_.global.beforeOpen.hasLineFeed();
+    const std::string below =
+        withBlankLines(wanted.text(), keepsBlankLines ? trailingBlanks(gapBefore(*block)) : std::string_view());
+    if (below.size() > wanted.text().size()) wanted = {below, settings_.blankLines.key};
     placeBefore(*block, !wanted.present && goesByLabel(*block) ? settings_.beforeCaseOpen : wanted);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
@@ -370,7 +375,12 @@ void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
 void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     const std::string_view text = writer_.readThrough(name.end());
     const bool isOperator = text.find("operator") != std::string_view::npos;
-    if (!isOperator && formatsArgumentsOf(text)) {
+    if (const std::size_t symbol = Cpp::operatorSymbol(text); symbol < text.size()) {
+        const std::string_view words = trimRight(text.substr(0, symbol));
+        writer_.write(words);
+        writer_.replace(text.substr(words.size(), symbol - words.size()), settings_.afterOperatorKeyword);
+        writer_.write(text.substr(symbol));
+    } else if (!isOperator && formatsArgumentsOf(text)) {
         exprFormatter_.formatTypeText(text, out(), kAsInInput);
     } else {
         writer_.write(text);

@@ -34,12 +34,14 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
 
     constexpr int inDeclarations = 1;
     constexpr int everywhere = 2;
+    constexpr int betweenParts = 3;
     for (BraceSettings* braces : {&linkage, &namespaces, &classes, &enums}) {
         braces->keepsBlankLines = blankLines >= inDeclarations;
     }
     for (BraceSettings* braces : {&global, &functions, &statements}) {
         braces->keepsBlankLines = blankLines >= everywhere;
     }
+    keepsBlankLinesBetweenParts = blankLines >= betweenParts;
 
     afterClassName = text(Keys::WS_AFTER_CLASS_NAME);
     beforeBaseClauses = text(Keys::WS_BEFORE_BASE_CLAUSES);

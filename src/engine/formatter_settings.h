@@ -47,6 +47,7 @@ struct FormatterSettings : ExtensionSettings {
 
     OptionalText afterDeclarationReturnType;
     OptionalText afterDefinitionReturnType;
+    bool keepsBlankLinesBetweenParts = false;
     OptionalText afterFunctionName;
     OptionalText afterParameterOpen;
     OptionalText beforeParameterClose;

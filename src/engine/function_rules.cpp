@@ -154,7 +154,10 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         // A comment or directive on a line of its own stays there.
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
-        const WantedText afterName = settings_.afterFunctionName;
+        const std::string& name = head->name()->text();
+        const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
+        const WantedText afterName =
+            firstPresent(isSymbol ? settings_.afterOperatorName : kAsInInput, settings_.afterFunctionName);
         if (afterName.present && !startsLine) {
             writer_.replace(leadingBlanks(gap), afterName);
             writer_.write(strippedGap(afterName.text().empty() ? gap : trimLeft(gap)));

@@ -54,8 +54,8 @@ int HangingLines::columnFor(std::size_t place) const {
         return columnOfMember(level);
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
-    if (const int column = columnInChain(next); column != kNone) return column;
     if (kind == Cpp::Colon && level.question != kNone) return level.question;
+    if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
     return columnInLevel(level);
@@ -76,6 +76,8 @@ int HangingLines::columnInChain(std::size_t place) const {
     const OperandChains::Chain* chain = chains_->of(place);
     if (!chain && previous_ != kNoToken) chain = chains_->of(previous_);
     if (!chain || columns_[chain->start] == kNone) return kNone;
+    const Level& level = levels_.back();
+    if (indents_.fromStatement && level.kind == Level::Kind::Statement) return wrapped(level.base);
     const int column = columns_[chain->start];
     return chain->isIndented ? columnAfter(indents_.operand.text, column, tabSize_) : column;
 }

@@ -15,6 +15,7 @@ struct HangingIndents {
     OptionalText wrap;  // WRAP_INDENT
     OptionalText data;  // INDENT_DD_CONTENT, for those behind a "{"
     OptionalText operand;  // HANGING_OPERAND_INDENT
+    bool fromStatement = false;  // HANGING_FROM_STATEMENT
 };
 
 // Where the lines hang that the author has begun inside a text, one sweep over its tokens:

@@ -1,6 +1,7 @@
 #include "engine/opaque_text.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -128,12 +129,13 @@ bool continuesLiteral(std::string_view directive) {
     return false;
 }
 
-void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner, OIndentBuf& out) {
+void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner, OIndentBuf& out,
+                OuterLines outer) {
     const bool isOneLine = lineLength(text) == text.size();
-    writeLines(text, isOneLine ? 0 : source.columnOf(text), inner, out);
+    writeLines(text, isOneLine ? 0 : source.columnOf(text), inner, out, outer);
 }
 
-void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OIndentBuf& out) {
+void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OIndentBuf& out, OuterLines outer) {
     out.startLine();
     std::size_t length = lineLength(text);
     const int column = out.column();
@@ -149,6 +151,9 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
     for (text.remove_prefix(length); !text.empty(); text.remove_prefix(length)) {
         length = lineLength(text);
         const std::string_view line = text.substr(0, length);
+        const int ahead = outer == OuterLines::AsTheyWere ? inputColumn - leadingWidth(line, out.tabSize()) : 0;
+        std::optional<IndentScope> inFront;
+        if (ahead > 0) inFront.emplace(out, indentToColumn(out, column - ahead));
         writeFurtherLine(line, columnsBehindStart(line, inputColumn, out.tabSize()), writer, out);
     }
 }

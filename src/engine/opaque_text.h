@@ -66,11 +66,16 @@ bool continuesLiteral(std::string_view directive);
 // may be a directive, a line that is spliced to the next, or a raw literal.
 bool mayIndentLines(std::string_view text);
 
+// Where the further lines of a text come to stand that are less indented than its first character: below that, or as
+// far in front of it as they were.
+enum class OuterLines { BelowStart, AsTheyWere };
+
 // A comment or directive. Its further lines keep their place relative to its first character, whose column in
 // the input `source` tells.
-void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner,
-                Zelmor::OIndentBuf& out);
-void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, Zelmor::OIndentBuf& out);
+void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner, Zelmor::OIndentBuf& out,
+                OuterLines outer = OuterLines::BelowStart);
+void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, Zelmor::OIndentBuf& out,
+                OuterLines outer = OuterLines::BelowStart);
 // How far behind its first character the text of a further line comes to stand.
 int columnsBehindStart(std::string_view line, int inputColumn, int tabSize);
 

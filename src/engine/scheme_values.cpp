@@ -69,7 +69,12 @@ int readJoiningMargin(const PropertySet& scheme) {
 
 int readTabMode(const PropertySet& scheme) {
     const int mode = readInt(scheme, Keys::CONVERT_WS, Zelmor::KeepTabs);
-    return mode == Zelmor::TabsToSpaces || mode == Zelmor::SpacesToTabs ? mode : Zelmor::KeepTabs;
+    const bool isInIndentOnly = readSwitch(scheme, Keys::TABS_IN_INDENT_ONLY);
+    switch (mode) {
+        case Zelmor::TabsToSpaces: return mode;
+        case Zelmor::SpacesToTabs: return isInIndentOnly ? Zelmor::SpacesToTabsInIndent : mode;
+        default: return Zelmor::KeepTabs;
+    }
 }
 
 int readRightMargin(const PropertySet& scheme) {

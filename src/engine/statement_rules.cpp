@@ -4,6 +4,8 @@
 //     b();
 // } else if (c)
 //     d();
+#include <algorithm>
+#include <string>
 #include <utility>
 
 #include "cpp/lexer.h"
@@ -114,11 +116,19 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
     const Cpp::SyntaxNode* previous = nullptr;
     for (auto place = statement.childBegin(); place != statement.childEnd(); ++place) {
         const auto& child = *place;
-        if (previous && !isTrivia(*child) && !isTrivia(*previous)) placeBefore(*child, between);
+        if (previous && !isTrivia(*child) && !isTrivia(*previous)) placePart(*child, between);
         joinsNextPart_ = joinsParts && place + 1 != statement.childEnd();
         child->accept(*this);
         previous = child.get();
     }
+}
+
+// An empty line in front of `else` stays where that is asked for.
+void CppFormatter::placePart(const Cpp::SyntaxNode& part, const WantedText& between) {
+    const std::string_view blanks = settings_.keepsBlankLinesBetweenParts ? gapBefore(part) : std::string_view();
+    const bool hasBlankLine = isAllWhitespace(blanks) && std::count(blanks.begin(), blanks.end(), '\n') > 1;
+    if (!hasBlankLine) return placeBefore(part, between);
+    placeBefore(part, WantedText(withBlankLines({}, blanks), settings_.blankLines.key));
 }
 
 // "if" follows "else" on its line.

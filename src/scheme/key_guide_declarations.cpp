@@ -49,6 +49,11 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BETWEEN_FN_PARAMS, " "), group,
                     "After the commas between parameters; with a line break they line up under the first.",
                     declaration});
+    rows.push_back({set(Keys::WS_AFTER_OPERATOR_KEY, ""), group, "Between operator and what it is that is no word.",
+                    "bool operator ==(T a, T b);\n"});
+    rows.push_back({set(Keys::WS_AFTER_OPERATOR_NAME, " "), group,
+                    "Between such an operator and the \"(\" of its parameters; absent, as behind other names.",
+                    "bool operator==(T a, T b);\n", {set(Keys::WS_AFTER_FN_NAME, "")}});
     rows.push_back({set(Keys::WS_BEFORE_FN_QUALIFIER, " "), group,
                     "Between the parameters and the word behind them: const, noexcept, override, ->.",
                     "class A\n{\n    int size()const;\n};\n"});

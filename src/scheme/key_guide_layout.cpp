@@ -34,6 +34,10 @@ void addWholeText(std::vector<KeyGuide>& rows) {
          "raw string, or a literal that goes on in the next line.",
          "int\ta;\n",
          {set(Keys::TAB_SIZE, 8)}});
+    rows.push_back({set(Keys::TABS_IN_INDENT_ONLY, true), group,
+                    "Where CONVERT_WS turns blanks into tabs, it does so in front of the first text of a line only.",
+                    "void f()\n{\n    int  a;        // why\n}\n",
+                    {set(Keys::CONVERT_WS, 2), set(Keys::TAB_SIZE, 4)}});
     rows.push_back(
         {set(Keys::MAX_BLANK_LINES, 1), group,
          "So many empty lines may follow each other; those of literals, comments and protected regions stay.",
@@ -166,9 +170,16 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "expression's first operand.",
                     "void f()\n{\n    call(first, second +\n    third);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::HANGING_FROM_STATEMENT, true), group,
+                    "Operators and operands that begin kept lines outside all brackets hang from their statement, by "
+                    "WRAP_INDENT, where HANGING_OPERAND_INDENT is present; else behind what they go on with.",
+                    "void f()\n{\n    total = first +\n    second;\n}\n",
+                    {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
+                     set(Keys::WRAP_INDENT, "  "), set(Keys::HANGING_OPERAND_INDENT, "  ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
                     "Lines that are kept, and that hang under nothing, stay as far behind the first line of their "
-                    "construct as they are.", "void f()\n{\n    go(\n            first);\n}\n",
+                    "construct as they are. Lines of a comment that begin in front of it stay there.",
+                    "void f()\n{\n    go(\n            first);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  ")}});
     rows.push_back({set(Keys::KEEP_NS_INDENT, true), group,
@@ -180,7 +191,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
     rows.push_back({set(Keys::KEEP_BLANK_LINES, 2), group,
                     "Empty lines that stay where the scheme asks for a line end: 1 behind { and in front of } of "
-                    "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies.",
+                    "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies and in "
+                    "front of blocks; 3 in front of else and its kin, too.",
                     "int f()\n{\n\n    return 1;\n}\n", {set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_REGION_INDENT, true), group,
                     "The lines of protected regions keep the white space at their start.",

@@ -34,7 +34,9 @@ OIndentBuf::OIndentBuf(IndentState state)
     : OTextDocBuf({state.tabMode, state.tabSize, state.line, state.column}),
       indent_(std::move(state.indent)),
       keepLeadingSpace_(state.keepLeadingSpace),
-      textColumn_(state.textColumn) {}
+      textColumn_(state.textColumn) {
+    if (textColumn_ < 0) startIndent();
+}
 
 OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLeadingSpace, TextLayout layout)
     : OTextDocBuf(target, layout), indent_(std::move(indent)), keepLeadingSpace_(keepLeadingSpace) {}

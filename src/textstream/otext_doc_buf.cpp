@@ -14,6 +14,8 @@ int clampToInt(std::int64_t column) {
     return static_cast<int>(std::min<std::int64_t>(column, std::numeric_limits<int>::max()));
 }
 
+bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\n") == std::string_view::npos; }
+
 // The columns of a character that stands in that column.
 std::int64_t widthAt(std::int64_t column, char c, std::int64_t tabSize) {
     return c == '\t' ? tabSize - column % tabSize : 1;
@@ -25,7 +27,8 @@ OTextDocBuf::OTextDocBuf(TextLayout layout)
     : column_(std::max(layout.firstColumn, 0)),
       line_(std::max(layout.firstLine, 1)),
       tabMode_(layout.tabMode),
-      tabSize_(std::max(layout.tabSize, 1)) {}
+      tabSize_(std::max(layout.tabSize, 1)),
+      isInIndent_(column_ == 0) {}
 
 OTextDocBuf::OTextDocBuf(std::streambuf* target, TextLayout layout) : OTextDocBuf(layout) {
     sink_ = std::make_unique<LineBuf>(target, LineBuf::LineFeed);
@@ -74,6 +77,7 @@ std::size_t OTextDocBuf::put(std::string_view text) {
         case TabsToSpaces:
             return putTabsAsSpaces(text);
         case SpacesToTabs:
+        case SpacesToTabsInIndent:
             return putSpacesAsTabs(text);
         default:
             failed_ = true;
@@ -91,6 +95,7 @@ std::size_t OTextDocBuf::putPlain(std::string_view text) {
     if (text.empty()) return 0;
     const std::size_t sent = send(text);
     column_ = clampToInt(std::int64_t{column_} + static_cast<std::int64_t>(sent));
+    isInIndent_ = isInIndent_ && isBlank(text);
     if (tabMode_ == TabsToSpaces) previousChar_ = traits_type::to_int_type(text.back());
     return sent;
 }
@@ -110,9 +115,12 @@ std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
 
 std::size_t OTextDocBuf::putSpacesAsTabs(std::string_view text) {
     std::size_t taken = 0;
+    bool isInIndent = isInIndent_;
     for (std::size_t i = 0; i < text.size(); ++i) {
         trackLiteral(text[i]);
-        if (text[i] != ' ' || insideLiteral()) {
+        isInIndent = text[i] == '\n' || (isInIndent && isBlank(text.substr(i, 1)));
+        const bool mayConvert = tabMode_ == SpacesToTabs || isInIndent;
+        if (text[i] != ' ' || insideLiteral() || !mayConvert) {
             if (!flushSpaces()) return taken;
             continue;
         }
@@ -152,9 +160,11 @@ void OTextDocBuf::advance(std::string_view text) {
     for (auto lineFeed = text.find('\n'); lineFeed != text.npos; lineFeed = text.find('\n')) {
         ++line_;
         column_ = 0;
+        isInIndent_ = true;
         text.remove_prefix(lineFeed + 1);
     }
     column_ = columnBehind(text);
+    isInIndent_ = isInIndent_ && isBlank(text);
 }
 
 int OTextDocBuf::columnBehind(std::string_view piece) const {

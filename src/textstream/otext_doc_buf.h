@@ -10,7 +10,12 @@
 
 namespace Zelmor {
 
-enum TabMode : int { KeepTabs = 0, TabsToSpaces = 1, SpacesToTabs = 2 };
+enum TabMode : int {
+    KeepTabs = 0,
+    TabsToSpaces = 1,
+    SpacesToTabs = 2,
+    SpacesToTabsInIndent = 3,  // in front of the first text of a line only
+};
 
 // Where text is to be written and how tabs are treated. Out of range, the tab size and the first line become
 // 1, the first column 0.
@@ -23,7 +28,8 @@ struct TextLayout {
 
 // Collects text in a string of its own, or passes it on to a borrowed buffer; counts the lines (from 1) and
 // columns (from 0, a tab reaching to the next multiple of the tab size) of the text as its reader will see
-// it; and turns tabs into spaces or runs of spaces into tabs, outside of literals.
+// it; and turns tabs into spaces or runs of spaces into tabs, outside of literals. Text that starts at a column other
+// than 0 stands behind other text of its line.
 class OTextDocBuf : public std::streambuf {
 public:
     explicit OTextDocBuf(TextLayout layout);
@@ -71,6 +77,8 @@ protected:
         return true;
     }
     std::size_t putPlain(std::string_view text);
+    // What has been written to the line so far is its indentation.
+    void startIndent() { isInIndent_ = true; }
 
     int column_;
 
@@ -89,6 +97,7 @@ private:
     int line_;
     int tabMode_;
     int tabSize_;
+    bool isInIndent_;        // nothing but white space stands on the line
     int pendingSpaces_ = 0;  // counted already, written when no tab can stand for them
     int_type previousChar_ = traits_type::eof();
     int_type openQuote_ = traits_type::eof();
