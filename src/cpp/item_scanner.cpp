@@ -180,7 +180,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool namesMacro = followsWord && isUpperCase(name.text);
     const Trn::Token word = tokens_.at(following);
     const bool endsData = followingKind == Semicolon || (word.kind == Identifier && isUpperCase(word.text));
-    if (findsMacros_ && endsData && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
+    const bool holdsParameters = kind(next(open)) == OpenParen;
+    if (findsMacros_ && endsData && !holdsParameters && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
     if (namesMacro && !isLater &&
