@@ -18,6 +18,8 @@ namespace Cpp {
 // What has been read of a declaration.
 struct ItemScanner::Progress {
     Index previous = kNone;  // the last token that is no comment
+    Index second = kNone;    // the one in front of that, but for what stands in brackets
+    Index third = kNone;     // and the one in front of the second
     int typeWords = 0;       // words in front of the last one that are no specifiers
     int lastWords = 0;       // 1 when the last word may be the name, or a part of the type
     int wordsBehindKey = 0;  // since the class key
@@ -35,6 +37,11 @@ struct ItemScanner::Progress {
     }
     // The last word and its argument are a specifier.
     void takeSpecifier() { lastWords = 0; }
+    void pass(Index place) {
+        third = second;
+        second = previous;
+        previous = place;
+    }
     // Only specifiers stand in front of the name.
     bool isAlone() const { return typeWords == 0 && !sawOperator; }
 };
@@ -100,7 +107,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                     seen.takeWord(kindHere);
                 }
         }
-        seen.previous = place;
+        seen.pass(place);
         place = following;
     }
 }
@@ -172,6 +179,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     }
     const bool namesMacro = followsWord && isUpperCase(name.text);
     const Trn::Token word = tokens_.at(following);
+    const bool endsData = followingKind == Semicolon || (word.kind == Identifier && isUpperCase(word.text));
+    const bool holdsParameters = kind(next(open)) == OpenParen;
+    if (findsMacros_ && endsData && !holdsParameters && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
     if (namesMacro && !isLater &&
@@ -181,6 +191,12 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         if (!isTailWord) return std::nullopt;
     }
     return function;
+}
+
+// `int size GUARDED_BY(lock);`: whether the last word stands behind a name and its type.
+bool ItemScanner::followsDeclaredName(const Progress& seen) const {
+    return seen.third != kNone &&
+           isMacroBehindName(tokens_.at(seen.third), tokens_.at(seen.second), tokens_.at(seen.previous));
 }
 
 // `ALIGNED(class) A {`: whether a class key is all that stands in the parentheses.

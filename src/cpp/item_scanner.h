@@ -44,6 +44,7 @@ private:
     std::optional<Item> scanParenthesis(Index open, const Progress& seen, const ItemContext& context) const;
     bool opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const;
     bool declaresFunction(Index open) const;
+    bool followsDeclaredName(const Progress& seen) const;
     bool holdsClassKey(Index open) const;
     bool isListOfPointers(Index inside) const;
     bool beginsBases(Index name) const;

@@ -10,6 +10,7 @@
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 
 namespace Cpp {
 
@@ -122,6 +123,15 @@ Declarator splitBitField(TokenSpan tokens) {
     return {tokens.first(tokens.size() - 1), tokens.last(1)};
 }
 
+// `int size GUARDED_BY(lock) ORDERED(other);`: whether the last word is a macro's, behind the declared name or another
+// macro.
+bool endsWithMacro(TokenSpan declarator, bool hasMacros) {
+    if (declarator.size() < 3) return false;
+    const auto last = declarator.last(3);
+    if (hasMacros && last[1].kind == CloseParen) return last[2].kind == Identifier && isUpperCase(last[2].text);
+    return isMacroBehindName(last[0], last[1], last[2]);
+}
+
 template <typename Node>
 std::unique_ptr<Node> makeNode(TokenSpan tokens) {
     if (tokens.empty()) return nullptr;
@@ -136,6 +146,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
     Token ending;
     Index previous = TokenLinks::kNone;
     bool isBraced = false;
+    bool hasMacros = false;
     while (true) {
         ending = peekSignificant(tokens);
         skipTrivia(tokens);
@@ -149,7 +160,10 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
         if (kind == CloseBrace) return nullptr;
         // A<B>::c->d(e);
         if ((kind == Arrow || kind == Dot) && scope == Scope::Block) return nullptr;
-        if (kind == OpenParen && opensInitializer(tokens, declarator, previous)) break;
+        if (kind == OpenParen) {
+            hasMacros = keepsUnrecognized_ && endsWithMacro(declarator, hasMacros);
+            if (!hasMacros && opensInitializer(tokens, declarator, previous)) break;
+        }
         if (kind == Colon && scope == Scope::Class) break;
         if (kind == OpenBrace) {
             isBraced = declarator.size() > 1 && items(tokens).holdsValues(here, previous);

@@ -52,4 +52,16 @@ bool isUpperCase(std::string_view word) {
     return std::ranges::none_of(word, [](char c) { return c >= 'a' && c <= 'z'; });
 }
 
+bool isMacroBehindName(const Trn::Token& type, const Trn::Token& name, const Trn::Token& macro) {
+    const auto isName = [](const Trn::Token& word) { return word.kind == Identifier && !isUpperCase(word.text); };
+    if (!isName(name) || macro.kind != Identifier || !isUpperCase(macro.text)) return false;
+    switch (type.kind) {
+        case Less:
+        case Greater:
+        case Asterisk:
+        case Ampersand: return true;
+        default: return isName(type) || (type.kind >= KeywordChar && type.kind <= KeywordVoid);
+    }
+}
+
 }  // namespace Cpp

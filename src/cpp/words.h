@@ -58,4 +58,8 @@ std::size_t operatorSymbol(std::string_view name);
 // Whether no letter of the word is a small one, as in the names of macros.
 bool isUpperCase(std::string_view word);
 
+// `int size GUARDED_BY(lock);`: whether a macro's name stands behind one that is declared. `type` is what that stands
+// behind.
+bool isMacroBehindName(const Trn::Token& type, const Trn::Token& name, const Trn::Token& macro);
+
 }  // namespace Cpp

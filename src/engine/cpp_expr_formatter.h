@@ -83,6 +83,7 @@ private:
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
+    KeyId keyOfKeptLine(const Run& run) const;
     int columnOfKeptLine(Run& run, std::string_view gap) const;
     void startSourceHanging(Run& run) const;
     static void passToken(Run& run);

@@ -37,13 +37,18 @@ bool CppExprFormatter::keepsLine(const Run& run) const {
 void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
-    // The rows of an initialiser are kept anyway.
-    const bool isRow = !run.groups.empty() && run.groups.back().isBraced();
-    run.sweep.leave(gap, WantedText(gap, isRow ? settings_.dataIndent.key : settings_.keepsLineBreaks.key));
+    run.sweep.leave(gap, WantedText(gap, keyOfKeptLine(run)));
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
     run.out.write(std::string(lineFeeds, '\n'));
     run.out.startLine();
+}
+
+// The rows of an initialiser are kept anyway.
+KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
+    if (run.groups.empty() || !run.groups.back().isBraced()) return settings_.keepsLineBreaks.key;
+    const bool isElement = run.groups.back().kind == Group::Kind::Braces && run.previousKind() == Cpp::Comma;
+    return isElement && keptIndent_.isWanted() ? settings_.commas.elements.behind.key : settings_.dataIndent.key;
 }
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {

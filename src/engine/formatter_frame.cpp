@@ -327,17 +327,22 @@ bool CppFormatter::goesByLabel(const Cpp::BlockNode& block) const {
     return followsLabel && sourceColumnOf(block) <= sourceColumnOf(*lastLabel_);
 }
 
+// Empty lines in front of it stay where they are asked for.
+void CppFormatter::placeBlock(const Cpp::BlockNode& block) {
+    const bool keepsLines = settings_.global.keepsBlankLines && settings_.global.beforeOpen.hasLineFeed();
+    WantedText wanted = settings_.global.beforeOpen;
+    if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
+    const std::string_view kept = keepsLines ? trailingBlanks(gapBefore(block)) : std::string_view();
+    const std::string text = withBlankLines(wanted.text(), kept);
+    if (text.size() > wanted.text().size()) wanted = WantedText(text, settings_.blankLines.key);
+    placeBefore(block, !wanted.present && goesByLabel(block) ? settings_.beforeCaseOpen : wanted);
+}
+
 void CppFormatter::visit(Cpp::BlockNode* block) {
     const int column = indentColumn();
     BaseColumnScope base(*this, column, block);
     IndentScope indent(out(), indentToColumn(out(), column));
-    WantedText wanted = settings_.global.beforeOpen;
-    if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
-    const bool keepsBlankLines = settings_.global.keepsBlankLines && settings_.global.beforeOpen.hasLineFeed();
-    const std::string below =
-        withBlankLines(wanted.text(), keepsBlankLines ? trailingBlanks(gapBefore(*block)) : std::string_view());
-    if (below.size() > wanted.text().size()) wanted = {below, settings_.blankLines.key};
-    placeBefore(*block, !wanted.present && goesByLabel(*block) ? settings_.beforeCaseOpen : wanted);
+    placeBlock(*block);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {
         applyPendingWhitespace(*block);

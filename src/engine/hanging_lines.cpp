@@ -64,7 +64,10 @@ int HangingLines::columnFor(std::size_t place) const {
 // Of a "." or "->".
 int HangingLines::columnOfMember(const Level& level) const {
     const bool isAssigned = level.operand != kNone && !level.isReturned;
-    if (!chains_) return level.chain != kNone ? level.chain : wrapped(columnOfElement(level));
+    if (!chains_ && level.chain != kNone) return level.chain;
+    const OptionalText& hang = chains_ ? indents_.operand : indents_.wrap;
+    if (level.later != kNone) return columnAfter(hang.text, level.later, tabSize_);
+    if (!chains_) return wrapped(columnOfElement(level));
     if (isAssigned) return columnAfter(indents_.operand.text, level.operand, tabSize_);
     if (level.kind == Level::Kind::Statement) return wrapped(level.base);
     return columnAfter(indents_.operand.text, level.element, tabSize_);
@@ -153,10 +156,13 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     if (level.first == kNone) level.first = column;
     if (startsElement) level.element = column;
     if (level.awaitsOperand) level.operand = column;
+    if (level.awaitsLater) level.later = column;
     level.awaitsOperand = awaitsValue(token);
+    level.awaitsLater = token.role == ExprRole::BinaryOperator && !level.awaitsOperand && !isMemberAccess(kind);
+    if (level.awaitsLater) level.later = level.chain = kNone;
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
-        level.operand = level.chain = level.shift = level.question = kNone;
+        level.operand = level.later = level.chain = level.shift = level.question = kNone;
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
         const int returned = level.isReturned ? level.operand : kNone;

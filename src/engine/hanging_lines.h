@@ -26,7 +26,7 @@ struct HangingIndents {
 //                     third),  from the element, by WRAP_INDENT
 //          fourth);            under the first element
 //     builder.add(1)
-//            .add(2);          at the first "." of a chain; the same for "<<", "?:" and literals
+//            .add(2);          at the first "." of an operand's chain; the same for "<<", "?:" and literals
 //     call(
 //         first);              from the line, by WRAP_INDENT
 //     return first ||
@@ -52,7 +52,7 @@ private:
     struct Level {
         enum class Kind { Statement, List, Braces };
 
-        void startElement() { element = operand = chain = shift = question = kNone; }
+        void startElement() { element = operand = later = chain = shift = question = kNone; }
 
         Kind kind = Kind::Statement;
         std::size_t close = kNoToken;
@@ -64,6 +64,8 @@ private:
         int operand = kNone;  // the first behind "=" or "return"
         bool awaitsOperand = false;
         bool isReturned = false;  // it stands behind "return"
+        int later = kNone;         // the last operand that stands behind an operator
+        bool awaitsLater = false;
         int chain = kNone;
         int shift = kNone;
         int question = kNone;

@@ -26,7 +26,8 @@ Tessel::PropertySet keepingScheme(const std::string& name) {
     scheme.setBool(DATA_DO_NOT_FORMAT, false);
     scheme.setBool(KEEP_UNRECOGNIZED.name, true);
     scheme.setBool(KEEP_REGION_INDENT.name, true);
-    scheme.setBool(FORMAT_TYPE_ARGUMENTS.name, true);
+    scheme.setBool(KEEP_FOREIGN_REGIONS.name, true);
+    scheme.setBool(KEEP_DIRECTIVE_COMMENTS.name, true);
     scheme.setBool(KEEP_LINE_BREAKS.name, true);
     scheme.setBool(KEEP_COLUMNS.name, true);
     scheme.setBool(WRAP_LAST_RESORT.name, true);

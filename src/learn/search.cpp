@@ -1,7 +1,8 @@
 #include "learn/search.h"
 
 #include <algorithm>
-#include <numeric>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -119,11 +120,16 @@ void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet
     askTables(decisions);
     askAlignment(decisions);
     askCauses(decisions);
+    askLaidOut();
     dropKept(decisions);
+    askJoining(decisions[KeyId(KEEP_ONE_LINE_FUNCTIONS).place()]);
     askTabs(habits);
     askKeptLayout();
+    // What lines are left that change is what speaks against a margin.
+    const Tessel::PropertySet* const nearest = nearestOf(known);
+    askNearest(nearest, decisions);
     askWrapping(habits);
-    askNearest(known, decisions);
+    askNearest(nearest, decisions);
     note(decisions);
 }
 
@@ -297,6 +303,30 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
     keepsLineBreaks_ = ask(KEEP_LINE_BREAKS, {false, true}) == 1;
 }
 
+// What may be left as it is, is laid out as all else where that changes next to nothing.
+void Search::askLaidOut() {
+    for (const KeyId key : {KeyId(FORMAT_TYPE_ARGUMENTS), KeyId(FORMAT_DIRECTIVES), KeyId(FORMAT_MACRO_CALLS)}) {
+        ask(key, {true, std::nullopt});
+    }
+}
+
+// Where many short functions stand on one line, and hardly any on several, that is the style.
+void Search::askJoining(const Decision& oneLine) {
+    constexpr std::size_t many = 20;
+    const std::optional<Value> kept = Tessel::valueOf(scheme_, KEEP_ONE_LINE_FUNCTIONS);
+    std::set<Value, std::greater<>> levels;
+    for (const Sighting& sighting : oneLine.sightings) {
+        if (sighting.found.count >= many && sighting.value > Value(0)) levels.insert(sighting.value);
+    }
+    Values values;
+    for (const Value& level : levels) {
+        if (kept >= level) values.emplace_back(level);
+    }
+    if (values.empty()) return;
+    values.emplace_back();
+    ask(JOIN_SHORT_FUNCTIONS, values);
+}
+
 // Lines are wrapped where that changes next to nothing.
 void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
@@ -369,8 +399,7 @@ const Tessel::PropertySet* Search::nearestOf(const std::vector<Tessel::PropertyS
 
 // Who wrote a known scheme has seen more than one project: where it is as good, it has what neither places nor trials
 // tell of. All of that at once first, for keys depend on each other. Whether lines are wrapped has been asked for.
-void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions) {
-    const Tessel::PropertySet* const nearest = nearestOf(known);
+void Search::askNearest(const Tessel::PropertySet* nearest, const std::vector<Decision>& decisions) {
     if (!nearest) return;
     const std::map<KeyId, Origin> reasons = reasons_;
     const auto isTold = [&](KeyId key) { return decisions[key.place()].places >= kFewestTold || reasons.contains(key); };
@@ -387,11 +416,20 @@ void Search::askNearest(const std::vector<Tessel::PropertySet>& known, const std
         if (!isTold(decision.key)) theirsUntold.push_back(theirs.back());
     }
     isBetter(theirsUntold, 0) || isBetter(theirs, worth_);
-    for (std::size_t i = 0; i < own.size(); ++i) {
-        const KeyId key = own[i].key;
-        const std::size_t worth = isTold(key) ? worth_ : 0;
-        const bool isOwn = Tessel::valueOf(scheme_, key) == own[i].value;
-        if (isOwn ? isBetter({theirs[i]}, worth) : !isBetter({own[i]}, worth_ - worth)) reasons_[key] = Origin::Nearest;
+    // What is better may change with the keys that come behind.
+    for (int round = 0; round < 2; ++round) {
+        for (std::size_t i = 0; i < own.size(); ++i) {
+            const std::size_t worth = isTold(own[i].key) ? worth_ : 0;
+            const bool isOwn = Tessel::valueOf(scheme_, own[i].key) == own[i].value;
+            if (isOwn) {
+                isBetter({theirs[i]}, worth);
+            } else {
+                isBetter({own[i]}, worth_ - worth);
+            }
+        }
+    }
+    for (const Setting& setting : theirs) {
+        if (Tessel::valueOf(scheme_, setting.key) == setting.value) reasons_[setting.key] = Origin::Nearest;
     }
 }
 

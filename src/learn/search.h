@@ -52,12 +52,14 @@ private:
     void askCauses(const std::vector<Decision>& decisions);
     std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
     void askOther(const Decision& decision);
+    void askLaidOut();
+    void askJoining(const Decision& oneLine);
     void askWrapping(const TextHabits& habits);
     int findMargin(const TextHabits& habits) const;
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
     const Tessel::PropertySet* nearestOf(const std::vector<Tessel::PropertySet>& known);
-    void askNearest(const std::vector<Tessel::PropertySet>& known, const std::vector<Decision>& decisions);
+    void askNearest(const Tessel::PropertySet* nearest, const std::vector<Decision>& decisions);
     bool isBetter(const Answer& answer, std::size_t worth);
     void note(std::vector<Decision>& decisions) const;
 

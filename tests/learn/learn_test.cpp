@@ -77,11 +77,13 @@ public:
     std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t) override {
         int functions = 0;
         bool keepsBreaks = false;
+        bool formatsCalls = false;
         std::string indent;
+        scheme.getBool(FORMAT_MACRO_CALLS.name, formatsCalls);
         scheme.getInt(KEEP_ONE_LINE_FUNCTIONS.name, functions);
         scheme.getBool(KEEP_LINE_BREAKS.name, keepsBreaks);
         scheme.getString(INDENT_LABEL.name, indent);
-        return (functions < 2 ? 50 : 0) + (keepsBreaks ? 0 : 300) + (indent == " " ? 0 : 30);
+        return (functions < 2 ? 50 : 0) + (keepsBreaks ? 0 : 300) + (indent == " " ? 0 : 30) + (formatsCalls ? 40 : 0);
     }
     std::map<KeyId, std::size_t> causes(const Tessel::PropertySet&) override { return {}; }
 };
@@ -91,12 +93,16 @@ TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
     Tessel::PropertySet start("made up");
     start.setBool(KEEP_ONE_LINE_STATEMENTS.name, true);
     std::vector<Decision> decisions = Learn::decide({}, {});
+    decisions[KeyId(KEEP_ONE_LINE_FUNCTIONS).place()].sightings = {{2, {30, {}}}, {3, {2, {}}}};
     Learn::Search search(trial, start);
     search.run({}, {}, decisions);
     int functions = 0;
     bool isKept = false;
     EXPECT_TRUE(search.scheme().getInt(KEEP_ONE_LINE_FUNCTIONS.name, functions));
     EXPECT_EQ(functions, 2);
+    EXPECT_TRUE(search.scheme().getInt(JOIN_SHORT_FUNCTIONS.name, functions) && functions == 2);
+    EXPECT_TRUE(search.scheme().getBool(FORMAT_DIRECTIVES.name, isKept) && isKept);
+    EXPECT_FALSE(search.scheme().getBool(FORMAT_MACRO_CALLS.name, isKept));
     EXPECT_TRUE(search.scheme().getBool(KEEP_LINE_BREAKS.name, isKept) && isKept);
     EXPECT_TRUE(search.scheme().getBool(KEEP_ONE_LINE_STATEMENTS.name, isKept) && !isKept);
     std::string indent;
