@@ -156,8 +156,8 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
         const std::string& name = head->name()->text();
         const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
-        const WantedText afterName =
-            firstPresent(isSymbol ? settings_.afterOperatorName : kAsInInput, settings_.afterFunctionName);
+        const bool goesByOperator = isSymbol && settings_.afterOperatorName.present;
+        const WantedText afterName = goesByOperator ? settings_.afterOperatorName : settings_.afterFunctionName;
         if (afterName.present && !startsLine) {
             writer_.replace(leadingBlanks(gap), afterName);
             writer_.write(strippedGap(afterName.text().empty() ? gap : trimLeft(gap)));

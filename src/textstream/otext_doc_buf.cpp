@@ -14,7 +14,11 @@ int clampToInt(std::int64_t column) {
     return static_cast<int>(std::min<std::int64_t>(column, std::numeric_limits<int>::max()));
 }
 
-bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\n") == std::string_view::npos; }
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n'; }
+
+bool isBlank(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return isBlank(c); });
+}
 
 // The columns of a character that stands in that column.
 std::int64_t widthAt(std::int64_t column, char c, std::int64_t tabSize) {
@@ -118,7 +122,7 @@ std::size_t OTextDocBuf::putSpacesAsTabs(std::string_view text) {
     bool isInIndent = isInIndent_;
     for (std::size_t i = 0; i < text.size(); ++i) {
         trackLiteral(text[i]);
-        isInIndent = text[i] == '\n' || (isInIndent && isBlank(text.substr(i, 1)));
+        isInIndent = text[i] == '\n' || (isInIndent && isBlank(text[i]));
         const bool mayConvert = tabMode_ == SpacesToTabs || isInIndent;
         if (text[i] != ' ' || insideLiteral() || !mayConvert) {
             if (!flushSpaces()) return taken;
