@@ -156,8 +156,9 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
         const std::string& name = head->name()->text();
         const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
-        const bool goesByOperator = isSymbol && settings_.afterOperatorName.present;
-        const WantedText afterName = goesByOperator ? settings_.afterOperatorName : settings_.afterFunctionName;
+        const WantedText afterName = isSymbol
+                                         ? firstPresent(settings_.afterOperatorName, settings_.afterFunctionName)
+                                         : settings_.afterFunctionName;
         if (afterName.present && !startsLine) {
             writer_.replace(leadingBlanks(gap), afterName);
             writer_.write(strippedGap(afterName.text().empty() ? gap : trimLeft(gap)));
