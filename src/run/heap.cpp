@@ -35,7 +35,6 @@ struct Free {
 void tuneAllocator() {
     ::mallopt(M_MXFAST, 0);
     ::mallopt(M_MMAP_THRESHOLD, largestHeapBlock);
-    ::mallopt(M_TOP_PAD, heapStep);
     ::mallopt(M_TRIM_THRESHOLD, keptAtHeapEnd);
 }
 
