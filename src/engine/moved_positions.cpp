@@ -1,6 +1,7 @@
 #include "engine/moved_positions.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "engine/source_copy.h"
 
@@ -8,8 +9,14 @@ namespace Tessel {
 
 namespace {
 
-// How far it is, in characters, from a state that is remembered to the next one.
+// How far it is about, in characters of either text, from a state that is remembered to the next one: there may be much
+// white space between two words of the result.
 constexpr std::size_t kStride = 2048;
+constexpr std::size_t kStep = 512;
+
+bool isFarBehind(const SideBySide& state, const SideBySide& other) {
+    return state.sourcePlace() + kStride < other.sourcePlace() || state.resultPlace() + kStride < other.resultPlace();
+}
 
 }  // namespace
 
@@ -33,20 +40,22 @@ Trn::Position MovedPositions::moved(Trn::Position position) {
 }
 
 std::size_t MovedPositions::movedEnd(std::size_t end) {
-    goBackFor(end);
-    sides_.passUpTo(end);
+    passUpTo(end);
     const std::size_t place = sides_.resultPlace();
     const bool endsLine = end > 0 && source_.text()[end - 1] == '\n';
     return endsLine ? std::min(result_.text().find('\n', place), result_.size() - 1) + 1 : place;
 }
 
-// Places are asked for in their order, but for a few.
-void MovedPositions::goBackFor(std::size_t offset) {
-    if (offset < sides_.sourcePlace()) {
-        while (passed_.size() > 1 && passed_.back().sourcePlace() > offset) passed_.pop_back();
-        sides_ = passed_.back();
-    } else if (sides_.sourcePlace() >= passed_.back().sourcePlace() + kStride) {
-        passed_.push_back(sides_);
+// Places are asked for in their order, but for a few: those of the bodies in an argument come behind its end.
+void MovedPositions::passUpTo(std::size_t offset) {
+    if (offset < sides_.sourcePlace() || passed_.back().sourcePlace() > sides_.sourcePlace()) {
+        const auto isBehind = [](std::size_t place, const SideBySide& state) { return place < state.sourcePlace(); };
+        const SideBySide& state = *std::prev(std::upper_bound(passed_.begin(), passed_.end(), offset, isBehind));
+        if (offset < sides_.sourcePlace() || state.sourcePlace() > sides_.sourcePlace()) sides_ = state;
+    }
+    while (sides_.sourcePlace() < offset) {
+        sides_.passUpTo(std::min(offset, sides_.sourcePlace() + kStep));
+        if (isFarBehind(passed_.back(), sides_)) passed_.push_back(sides_);
     }
 }
 

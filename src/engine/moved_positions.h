@@ -27,13 +27,13 @@ public:
     std::size_t movedStart(std::size_t start) { return movedEnd(start + 1) - 1; }
 
 private:
-    void goBackFor(std::size_t offset);
+    void passUpTo(std::size_t offset);
 
     const Zelmor::TextDocument& source_;
     const Zelmor::TextDocument& result_;
     SameLines sameLines_;  // in which only the line is another
     SideBySide sides_;
-    std::vector<SideBySide> passed_;  // some of the states that `sides_` had, in order
+    std::vector<SideBySide> passed_;  // the states that `sides_` had every so often, in order
     int line_ = 1;                    // of the result, where the search for the next place starts
 };
 
