@@ -174,13 +174,15 @@ void Search::askKeptLayout() {
     ask(INDENT_FROM_LINE, {true, std::nullopt});
     ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
     // It shows where lines do not stay as far behind as they are.
-    std::vector<Answer> wraps;
-    for (const std::string& wrap : {unit, unit + unit, std::string("    "), std::string("        ")}) {
-        wraps.push_back({{WRAP_INDENT, wrap}, {KEEP_LINE_INDENT, false}});
-    }
-    ask(wraps);
+    set({{WRAP_INDENT, unit}, {KEEP_LINE_INDENT, false}});
+    askWrapIndent();
     askHanging();
     ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
+}
+
+void Search::askWrapIndent() {
+    const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
+    ask(WRAP_INDENT, {Tessel::valueOf(scheme_, WRAP_INDENT), unit, unit + unit, "    ", "        "});
 }
 
 // Where lines that are kept hang, unless they stay as far behind as they are.
@@ -330,24 +332,29 @@ void Search::askJoining(const Decision& oneLine) {
 // Lines are wrapped where that changes next to nothing.
 void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
+    set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
     const int margin = findMargin(habits);
-    if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
+    if (margin == 0) return;
+    Tessel::PropertySet unwrapped = scheme_;
+    const std::size_t changedUnwrapped = changed_;
     askWrapStyles(margin);
-    const bool isWrapped = ask(LINE_WRAP, {true, false}) == 0;
+    if (changed_ > changedUnwrapped + 2 * worth_) {
+        scheme_ = std::move(unwrapped);
+        changed_ = changedUnwrapped;
+        return;
+    }
     // What has been wrapped hangs as wrapped lines do.
-    if (isWrapped && Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
+    if (Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
-// broken once more, they are as they were for the margin that they were broken at. 0 when there is none, or where more
-// than a few lines go beyond it.
+// broken once more, they are as they were for the margin that they were broken at. 0 when there is none.
 int Search::findMargin(const TextHabits& habits) const {
     constexpr std::size_t weightOfLongLines = 4;
     const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
                           {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
     const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
     int found = 0;
-    std::size_t beyond = 0;
     std::size_t least = kUnknown - worth_;
     for (const int margin : kUsualMargins) {
         Tessel::PropertySet scheme = with(usual);
@@ -355,17 +362,15 @@ int Search::findMargin(const TextHabits& habits) const {
         const std::size_t broken = trial_.changedLines(scheme, most);
         if (broken > most) continue;
         scheme.erase(KEEP_LINE_BREAKS.name);
-        const std::size_t against = trial_.changedLines(scheme, kUnknown) + weightOfLongLines * broken;
-        if (against > least + worth_) break;
+        const std::size_t against = trial_.changedLines(scheme, least) + weightOfLongLines * broken;
         // Lines of just that width are what tells margins apart that are a column from each other.
         const bool isReached = habits.widths[static_cast<std::size_t>(margin)] > 0;
         const bool isLikelier = against < least || (against == least && isReached && margin <= found + 2);
         least = std::min(least, against);
         if (!isLikelier) continue;
         found = margin;
-        beyond = broken;
     }
-    return beyond <= changed_ + 2 * worth_ ? found : 0;
+    return found;
 }
 
 // How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
@@ -382,6 +387,7 @@ void Search::askWrapStyles(int margin) {
         ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
     }
     ask(KEEP_LINE_INDENT, {false, keepsIndent});
+    askWrapIndent();
 }
 
 // The one that changes the fewest lines by itself; null when there is none.

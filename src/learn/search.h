@@ -44,6 +44,7 @@ private:
     void askNamespaces(const Decision& indents);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
+    void askWrapIndent();
     void askHanging();
     void askUnseen(const std::vector<Decision>& decisions);
     void askAlignment(const std::vector<Decision>& decisions);
