@@ -37,6 +37,12 @@ constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
 
 constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
 
+// Margins that so many lines speak against are as likely as one that so few do.
+std::size_t likelyUpTo(std::size_t against) {
+    constexpr std::size_t oneOf = 50;
+    return against + against / oneOf;
+}
+
 // Whether a switch is on in nearly all places that tell.
 bool isUsual(const Decision& decision) {
     constexpr std::size_t few = 3;
@@ -348,29 +354,44 @@ void Search::askWrapping(const TextHabits& habits) {
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
-// broken once more, they are as they were for the margin that they were broken at. 0 when there is none.
+// broken once more, they are as they were for the margin that they were broken at: of those that are as likely, it is
+// the one that the fewest lines go beyond. 0 when there is none.
 int Search::findMargin(const TextHabits& habits) const {
+    std::vector<Margin> margins = likelyMargins();
+    if (margins.empty()) return 0;
+    const auto against = [](const Margin& margin) { return margin.against; };
+    const std::size_t most = likelyUpTo(std::ranges::min(margins, {}, against).against);
+    std::erase_if(margins, [most](const Margin& margin) { return margin.against > most; });
+    const auto worth = [](const Margin& margin) { return std::pair(margin.broken, margin.against); };
+    const Margin best = std::ranges::min(margins, {}, worth);
+    // Lines of just that width are what tells margins apart that are a column from each other.
+    int found = best.column;
+    for (const Margin& margin : margins) {
+        const bool isReached = habits.widths[static_cast<std::size_t>(margin.column)] > 0;
+        if (worth(margin) == worth(best) && isReached && margin.column <= found + 2) found = margin.column;
+    }
+    return found;
+}
+
+// Those that hardly any lines go beyond.
+std::vector<Search::Margin> Search::likelyMargins() const {
     constexpr std::size_t weightOfLongLines = 4;
     const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
                           {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
     const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
-    int found = 0;
-    std::size_t least = kUnknown - worth_;
-    for (const int margin : kUsualMargins) {
+    std::vector<Margin> margins;
+    std::size_t limit = kUnknown;
+    for (const int column : kUsualMargins) {
         Tessel::PropertySet scheme = with(usual);
-        scheme.setInt(RIGHT_MARGIN, margin);
+        scheme.setInt(RIGHT_MARGIN, column);
         const std::size_t broken = trial_.changedLines(scheme, most);
         if (broken > most) continue;
         scheme.erase(KEEP_LINE_BREAKS.name);
-        const std::size_t against = trial_.changedLines(scheme, least) + weightOfLongLines * broken;
-        // Lines of just that width are what tells margins apart that are a column from each other.
-        const bool isReached = habits.widths[static_cast<std::size_t>(margin)] > 0;
-        const bool isLikelier = against < least || (against == least && isReached && margin <= found + 2);
-        least = std::min(least, against);
-        if (!isLikelier) continue;
-        found = margin;
+        const std::size_t against = trial_.changedLines(scheme, limit) + weightOfLongLines * broken;
+        limit = std::min(limit, likelyUpTo(against));
+        margins.push_back({column, broken, against});
     }
-    return found;
+    return margins;
 }
 
 // How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
