@@ -98,6 +98,7 @@ int HangingLines::columnInLevel(const Level& level) const {
 }
 
 int HangingLines::columnOfContents(const Level& level) const {
+    if (level.contents != kNone && level.element == kNone) return level.contents;
     if (level.kind != Level::Kind::Braces) return wrapped(columnOfElement(level));
     return columnAfter(indents_.data.text, level.lineColumn, tabSize_);
 }
@@ -191,7 +192,16 @@ void HangingLines::open(std::size_t place) {
     const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine;
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn_;
     level.lineColumn = lineColumn_;
+    level.contents = columnInCall(outer, place);
     levels_.push_back(level);
+}
+
+// Where the arguments hang of a call that a "." or "->" follows: from the operand that begins with it. kNone for others.
+int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
+    const int following = kindAt(tokens_, nextPlace(tokens_, tokens_[open].partner));
+    if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMemberAccess(following)) return kNone;
+    const int operand = outer.later != kNone ? outer.later : outer.operand != kNone ? outer.operand : outer.element;
+    return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);
 }
 
 }  // namespace Tessel

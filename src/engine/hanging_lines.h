@@ -31,7 +31,7 @@ struct HangingIndents {
 //         first);              from the line, by WRAP_INDENT
 //     return first ||
 //            second &&         behind the operand, by HANGING_OPERAND_INDENT, where that is part of another one, or one
-//                third;        of several elements, or in front of "?"
+//                third;        of several elements, or in front of "?", or goes on behind the ")" with a "."
 class HangingLines {
 public:
     enum class Text { Statement, List };
@@ -69,6 +69,7 @@ private:
         int chain = kNone;
         int shift = kNone;
         int question = kNone;
+        int contents = kNone;        // where lines hang as long as there is no element
     };
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
@@ -83,6 +84,7 @@ private:
     void passComment(std::size_t place, int column);
     void passInLevel(std::size_t place, int column);
     void open(std::size_t place);
+    int columnInCall(const Level& outer, std::size_t open) const;
 
     const ExprTokens& tokens_;
     const HangingIndents& indents_;

@@ -61,6 +61,10 @@ void OperandChains::pass(std::size_t place) {
         startElement(level, Place::ByItself);
         return;
     }
+    if (token.role == ExprRole::BinaryOperator && isColonOfLoop(level, kind)) {
+        startElement(level, Place::ByItself);
+        return;
+    }
     if (token.role == ExprRole::BinaryOperator && rankOf(kind) != kNoRank) {
         passOperator(place, rankOf(kind));
         return;
@@ -71,6 +75,12 @@ void OperandChains::pass(std::size_t place) {
     inside.close = token.partner;
     if (token.token.kind != Cpp::OpenBrace) inside.place = Place::BehindOpen;
     levels_.push_back(std::move(inside));
+}
+
+// `for (auto a : list)`: one that no "?" is for.
+bool OperandChains::isColonOfLoop(Level& level, int kind) {
+    if (kind == Cpp::Question) ++level.questions;
+    return kind == Cpp::Colon && level.questions-- <= 0;
 }
 
 void OperandChains::passOperator(std::size_t place, int rank) {

@@ -44,10 +44,12 @@ private:
         Place place = Place::AmongOthers;
         std::vector<Open> open;             // chains, the weakest first
         std::size_t firstOuter = kNoToken;  // of a first element: the chain that is part of no other
+        int questions = 0;                  // that no ":" has been read for
     };
 
     void pass(std::size_t place);
     void passOperator(std::size_t place, int rank);
+    static bool isColonOfLoop(Level& level, int kind);
     void endElement(Level& level);
     void endLevel();
     void startElement(Level& level, Place place);

@@ -37,6 +37,12 @@ constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
 
 constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
 
+// Margins that so many lines speak against are as likely as one that so few do.
+std::size_t likelyUpTo(std::size_t against) {
+    constexpr std::size_t oneOf = 50;
+    return against + against / oneOf;
+}
+
 // Whether a switch is on in nearly all places that tell.
 bool isUsual(const Decision& decision) {
     constexpr std::size_t few = 3;
@@ -174,13 +180,15 @@ void Search::askKeptLayout() {
     ask(INDENT_FROM_LINE, {true, std::nullopt});
     ask(WS_BETWEEN_DD_ELEMENTS, {std::nullopt, " ", "\n"});
     // It shows where lines do not stay as far behind as they are.
-    std::vector<Answer> wraps;
-    for (const std::string& wrap : {unit, unit + unit, std::string("    "), std::string("        ")}) {
-        wraps.push_back({{WRAP_INDENT, wrap}, {KEEP_LINE_INDENT, false}});
-    }
-    ask(wraps);
+    set({{WRAP_INDENT, unit}, {KEEP_LINE_INDENT, false}});
+    askWrapIndent();
     askHanging();
     ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
+}
+
+void Search::askWrapIndent() {
+    const std::string unit = textOf(scheme_, INDENT_FN_CONTENT);
+    ask(WRAP_INDENT, {Tessel::valueOf(scheme_, WRAP_INDENT), unit, unit + unit, "    ", "        "});
 }
 
 // Where lines that are kept hang, unless they stay as far behind as they are.
@@ -330,42 +338,60 @@ void Search::askJoining(const Decision& oneLine) {
 // Lines are wrapped where that changes next to nothing.
 void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
+    set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
     const int margin = findMargin(habits);
-    if (margin == 0) return set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
+    if (margin == 0) return;
+    Tessel::PropertySet unwrapped = scheme_;
+    const std::size_t changedUnwrapped = changed_;
     askWrapStyles(margin);
-    const bool isWrapped = ask(LINE_WRAP, {true, false}) == 0;
+    if (changed_ > changedUnwrapped + 2 * worth_) {
+        scheme_ = std::move(unwrapped);
+        changed_ = changedUnwrapped;
+        return;
+    }
     // What has been wrapped hangs as wrapped lines do.
-    if (isWrapped && Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
+    if (Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
-// broken once more, they are as they were for the margin that they were broken at. 0 when there is none, or where more
-// than a few lines go beyond it.
+// broken once more, they are as they were for the margin that they were broken at: of those that are as likely, it is
+// the one that the fewest lines go beyond. 0 when there is none.
 int Search::findMargin(const TextHabits& habits) const {
+    std::vector<Margin> margins = likelyMargins();
+    if (margins.empty()) return 0;
+    const auto against = [](const Margin& margin) { return margin.against; };
+    const std::size_t most = likelyUpTo(std::ranges::min(margins, {}, against).against);
+    std::erase_if(margins, [most](const Margin& margin) { return margin.against > most; });
+    const auto worth = [](const Margin& margin) { return std::pair(margin.broken, margin.against); };
+    const Margin best = std::ranges::min(margins, {}, worth);
+    // Lines of just that width are what tells margins apart that are a column from each other.
+    int found = best.column;
+    for (const Margin& margin : margins) {
+        const bool isReached = habits.widths[static_cast<std::size_t>(margin.column)] > 0;
+        if (worth(margin) == worth(best) && isReached && margin.column <= found + 2) found = margin.column;
+    }
+    return found;
+}
+
+// Those that hardly any lines go beyond.
+std::vector<Search::Margin> Search::likelyMargins() const {
     constexpr std::size_t weightOfLongLines = 4;
     const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
                           {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
     const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
-    int found = 0;
-    std::size_t beyond = 0;
-    std::size_t least = kUnknown - worth_;
-    for (const int margin : kUsualMargins) {
+    std::vector<Margin> margins;
+    std::size_t limit = kUnknown;
+    for (const int column : kUsualMargins) {
         Tessel::PropertySet scheme = with(usual);
-        scheme.setInt(RIGHT_MARGIN, margin);
+        scheme.setInt(RIGHT_MARGIN, column);
         const std::size_t broken = trial_.changedLines(scheme, most);
         if (broken > most) continue;
         scheme.erase(KEEP_LINE_BREAKS.name);
-        const std::size_t against = trial_.changedLines(scheme, kUnknown) + weightOfLongLines * broken;
-        if (against > least + worth_) break;
-        // Lines of just that width are what tells margins apart that are a column from each other.
-        const bool isReached = habits.widths[static_cast<std::size_t>(margin)] > 0;
-        const bool isLikelier = against < least || (against == least && isReached && margin <= found + 2);
-        least = std::min(least, against);
-        if (!isLikelier) continue;
-        found = margin;
-        beyond = broken;
+        const std::size_t against = trial_.changedLines(scheme, limit) + weightOfLongLines * broken;
+        limit = std::min(limit, likelyUpTo(against));
+        margins.push_back({column, broken, against});
     }
-    return beyond <= changed_ + 2 * worth_ ? found : 0;
+    return margins;
 }
 
 // How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
@@ -382,6 +408,7 @@ void Search::askWrapStyles(int margin) {
         ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
     }
     ask(KEEP_LINE_INDENT, {false, keepsIndent});
+    askWrapIndent();
 }
 
 // The one that changes the fewest lines by itself; null when there is none.

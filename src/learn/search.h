@@ -32,6 +32,11 @@ private:
         std::optional<Value> value;
     };
     using Answer = std::vector<Setting>;
+    struct Margin {
+        int column;
+        std::size_t broken;   // lines, where all others are kept
+        std::size_t against;  // lines that speak against it
+    };
 
     static constexpr std::size_t kUnknown = std::numeric_limits<std::size_t>::max();
 
@@ -44,6 +49,7 @@ private:
     void askNamespaces(const Decision& indents);
     void askTabs(const TextHabits& habits);
     void askKeptLayout();
+    void askWrapIndent();
     void askHanging();
     void askUnseen(const std::vector<Decision>& decisions);
     void askAlignment(const std::vector<Decision>& decisions);
@@ -55,6 +61,7 @@ private:
     void askLaidOut();
     void askJoining(const Decision& oneLine);
     void askWrapping(const TextHabits& habits);
+    std::vector<Margin> likelyMargins() const;
     int findMargin(const TextHabits& habits) const;
     void askWrapStyles(int margin);
     void dropKept(const std::vector<Decision>& decisions);
