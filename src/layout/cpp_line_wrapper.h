@@ -62,6 +62,7 @@ public:
     void visit(Cpp::InitializerNode* initializer) override;
     // Statements (statement_wrapping.cpp).
     void visit(Cpp::ExprNode* expression) override;
+    void visit(Cpp::KeptNode* item) override;
     void visit(Cpp::CtrlStmtNode* statement) override;
     void visit(Cpp::CtrlSubStmtNode* part) override;
     void visit(Cpp::CtrlSubStmtHeadNode* head) override;

@@ -4,6 +4,7 @@
 //     second) {
 #include "cpp/nodes.h"
 #include "cpp/token_kind.h"
+#include "engine/macro_call.h"
 #include "engine/type_text.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
@@ -41,6 +42,12 @@ void CppLineWrapper::visit(Cpp::ExprNode* expression) {
         return;
     }
     writeWrapped(readThrough(in_, expression->end()), TextForm::Expression, {});
+}
+
+void CppLineWrapper::visit(Cpp::KeptNode* item) {
+    if (!settings_.formatsMacroCalls || !isMacroCall(*item) || copyUnlessLong(*item)) return;
+    copyUpTo(*item);
+    writeWrapped(readThrough(in_, item->end()), TextForm::Expression, {});
 }
 
 // What stands around the blocks of an expression stays as it is, and so does a block on one line: parted, it would be
