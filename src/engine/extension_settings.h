@@ -102,6 +102,7 @@ public:
     Keyed<int> callArgumentStrategy = from_.number(Keys::CALL_ARGS_WRAP_STRATEGY, kAnyNumber);
     Keyed<int> expressionStrategy = from_.number(Keys::EXPR_WRAP_STRATEGY, kAnyNumber);
     Keyed<bool> breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
+    Keyed<bool> keepsPartsWhole = from_.isOn(Keys::WRAP_WHOLE_PARTS);
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };

@@ -64,9 +64,7 @@ void ExprLayout::breakForClauses(TokenRange range, int column) {
 int ExprLayout::layRegion(Region region, int column) {
     const TokenRange range = region.range;
     if (range.empty()) return column;
-    if (text_.fits(range, column, tailBehind(region, range.last), Literals::Joined)) {
-        return text_.measure(range, column).column;
-    }
+    if (fitsWhole(region, column)) return text_.measure(range, column).column;
     region.alignment = alignmentOf(region, column);
     if (!canBreak(region)) return measured(range, column);
     alignOwnLines(region);
@@ -278,6 +276,11 @@ LineStart ExprLayout::indentedStart(int column) const {
 // The ways to bring a text within the margin, the next one where one does not: to break it as any; to begin a line
 // behind the "=" in front of it, behind parentheses, or both; to break it behind casts, too.
 void ExprLayout::breakWithLastResort(TokenRange range, int column, bool followsAssignment) {
+    const Region behindAssignment{range, indentColumn_, indentedStart(indentColumn_).column};
+    if (settings_.keepsPartsWhole && followsAssignment && fitsWhole(behindAssignment, behindAssignment.alignment)) {
+        begin(range.first, indentedStart(indentColumn_));
+        return;
+    }
     breaksCasts_ = !settings_.breaksAsLastResort;
     breakExpression(range, column);
     if (!settings_.breaksAsLastResort || !overflows_) return;
@@ -310,6 +313,23 @@ void ExprLayout::packWithLastResort(TokenRange range, int column) {
     packList(range, column);
 }
 
+// Breaks nothing but the operators of the region itself, when that makes everything fit.
+std::optional<int> ExprLayout::layOperands(const Region& region, int column) {
+    if (!canBreak(region) || !text_.isEven(region.range)) return std::nullopt;
+    const std::size_t undoCount = text_.lineStartCount();
+    const bool overflowedBefore = std::exchange(overflows_, false);
+    const int attempts = std::exchange(attempts_, 0);
+    callsOnly_ = true;
+    const auto end = breakAtFirst(region, region.range, column, Class::Conditional, Class::Comparison);
+    callsOnly_ = false;
+    attempts_ = attempts;
+    const bool works = end && !overflows_;
+    overflows_ = overflowedBefore;
+    if (works) return end;
+    text_.undoLineStarts(undoCount);
+    return std::nullopt;
+}
+
 // Breaks nothing but the calls that stand in the region itself, when that makes everything fit.
 std::optional<int> ExprLayout::layCalls(const Region& region, int column) {
     const std::size_t undoCount = text_.lineStartCount();
@@ -331,9 +351,9 @@ std::optional<int> ExprLayout::layCalls(const Region& region, int column) {
 
 int ExprLayout::layCallsOrRegion(Region region, int column) {
     region.alignment = alignmentOf(region, column);
-    const int tail = tailBehind(region, region.range.last);
-    if (text_.fits(region.range, column, tail, Literals::Joined)) {
-        return text_.measure(region.range, column).column;
+    if (fitsWhole(region, column)) return text_.measure(region.range, column).column;
+    if (settings_.keepsPartsWhole) {
+        if (const auto end = layOperands(region, column)) return *end;
     }
     if (const auto end = layCalls(region, column)) return *end;
     return layRegion(region, column);
@@ -387,6 +407,11 @@ int ExprLayout::tailBehind(const Region& region, std::size_t place) const {
 
 bool ExprLayout::fits(const Region& region, TokenRange piece, int column) const {
     return text_.fits(piece, column, tailBehind(region, piece.last));
+}
+
+// A region on one line, its literals joined.
+bool ExprLayout::fitsWhole(const Region& region, int column) const {
+    return text_.fits(region.range, column, tailBehind(region, region.range.last), Literals::Joined);
 }
 
 // Whether a line that begins with the piece would be too long all the same, and the author began none there.

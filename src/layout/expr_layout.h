@@ -22,7 +22,7 @@ namespace Tessel {
 //          + inner(fourth,                the region inside
 //                  fifth))
 //
-// Calls come first: where the arguments of the calls in a region can be broken so that everything fits, the
+// Calls come first, but with WRAP_WHOLE_PARTS: where the arguments of the calls in a region can be broken so that everything fits, the
 // region itself stays in one piece.
 //
 // What cannot leave the line that a piece ends on (closing brackets, a separator, ";") is measured with it.
@@ -50,7 +50,7 @@ public:
     bool holdsElements(TokenRange range);
     void breakExpression(TokenRange range, int column);
     void packList(TokenRange range, int column);
-    // With WRAP_LAST_RESORT.
+    // With WRAP_LAST_RESORT, and, behind an assignment, WRAP_WHOLE_PARTS.
     void breakWithLastResort(TokenRange range, int column, bool followsAssignment);
     void packWithLastResort(TokenRange range, int column);
     void breakForClauses(TokenRange range, int column);
@@ -76,6 +76,7 @@ private:
     int alignmentOf(const Region& region, int column) const;
     int layParentheses(const Region& inside, const Region& around, int column);
     LineStart indentedStart(int column) const;
+    std::optional<int> layOperands(const Region& region, int column);
     std::optional<int> layCalls(const Region& region, int column);
     int layCallsOrRegion(Region region, int column);
     int layPiece(const Region& region, TokenRange piece, int column, Class from);
@@ -96,6 +97,7 @@ private:
     int begin(std::size_t place, LineStart start);
     int tailBehind(const Region& region, std::size_t place) const;
     bool fits(const Region& region, TokenRange piece, int column) const;
+    bool fitsWhole(const Region& region, int column) const;
     bool servesNothing(const Region& region, TokenRange piece, LineStart start) const;
     int measured(TokenRange range, int column);
     bool isCall(std::size_t open, std::size_t from) const;
@@ -111,7 +113,7 @@ private:
     bool contentIndented_ = false;
     bool atIndent_ = false;
     std::optional<int> alignment_;
-    bool callsOnly_ = false;  // finding out what breaking the calls of a region comes to
+    bool callsOnly_ = false;  // finding out what breaking the calls, or the operators, of a region comes to
     bool overflows_ = false;  // some line came out too long
     bool breaksCasts_ = true;
     bool opensLines_ = false;  // lines may begin behind parentheses

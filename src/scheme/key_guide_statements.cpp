@@ -102,6 +102,10 @@ void addLongLines(std::vector<KeyGuide>& rows) {
                     "Where nothing else brings a line within the margin, one begins behind `=` or `(`, WRAP_INDENT "
                     "behind the indentation.", "a_long_name_of_a_type a_long_name = a_function_with_a_name();\n",
                     wrapping({set(Keys::WRAP_INDENT, "    ")})});
+    rows.push_back({set(Keys::WRAP_WHOLE_PARTS, true), group,
+                    "What fits on a line of its own stays whole: lines begin behind `=`, and at operators, before they "
+                    "begin in the arguments of calls.", "int x = a_function(its_first, its_second);\n",
+                    wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2)})});
 }
 
 void addWithoutEffect(std::vector<KeyGuide>& rows) {

@@ -55,7 +55,7 @@ private:
 // that are too long in its source.
 bool isNeverTold(std::string_view key) {
     for (const std::string_view part :
-         {"_VERSION", "TAB_SIZE", "CONVERT_WS", "TABS_IN_", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
+         {"_VERSION", "TAB_SIZE", "CONVERT_WS", "TABS_IN_", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT", "WRAP_WHOLE",
           "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "FORMAT_DIRECTIVES",
           "FORMAT_MACRO_CALLS",
           "HANGING_", "KEEP_UNRECOGNIZED",
