@@ -7,6 +7,7 @@
 #include "engine/expr_casts.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
+#include "engine/macro_bodies.h"
 #include "engine/operator_kinds.h"
 #include "scheme/single_line.h"
 
@@ -42,7 +43,8 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
       settings_(CppExprFormatterBase::scheme()),
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present ||
                    settings_.beforeEllipsis.present || log),
-      keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())) {}
+      keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())),
+      splices_(CppExprFormatterBase::scheme()) {}
 
 void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
                                         HangingLines::Text hanging) {
@@ -88,6 +90,23 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
     if (!settings_.formatsDirectives) return false;
     const DirectiveParts parts = partsOf(directive);
     if (parts.areNone()) return false;
+    const bool isOneLine = directive.find('\n') >= directive.size() - 1;
+    const bool placesSplices = !isOneLine && (macroBodies_ || splices_.areAligned());
+    if (!placesSplices) return writeParts(directive, parts, out);
+    OIndentBuf lines{IndentState(out)};
+    if (!writeParts(directive, parts, lines)) {
+        if (!splices_.areAligned()) return false;
+        writeRendered(directive, lines);
+    }
+    writeRendered(splices_.placed(directive, lines.takeText(), out.column()), out);
+    return true;
+}
+
+// Says false where nothing in the directive is laid out; then nothing has been written.
+bool CppExprFormatter::writeParts(std::string_view directive, const DirectiveParts& parts, OIndentBuf& out) {
+    std::optional<std::string> body;
+    if (macroBodies_ && parts.body.length > 0) body = macroBodies_->laidOut(directive, parts, out.column());
+    if (!body && parts.parameters.length == 0 && parts.expression.length == 0) return false;
     // A directive's line goes on only where a splice stands. It may stand in an expression, whose tokens stay.
     if (!inDirectives_) inDirectives_ = std::make_unique<CppExprFormatter>(withoutLineEnds(scheme()), source_, log());
     std::size_t written = 0;
@@ -104,6 +123,11 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
         const std::string_view text = directive.substr(part.offset, part.length);
         inDirectives_->formatExpression(text, out, nullptr, HangingLines::Text::List);
         written = part.offset + part.length;
+    }
+    if (body) {
+        writeBetween(parts.body.offset);
+        writeRendered(*body, out);
+        written = parts.body.offset + parts.body.length;
     }
     writeBetween(directive.size());
     return true;

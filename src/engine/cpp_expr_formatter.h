@@ -10,8 +10,12 @@
 #include "engine/expr_settings.h"
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
+#include "engine/line_splices.h"
 
 namespace Tessel {
+
+class MacroBodies;
+struct DirectiveParts;
 
 // The blocks that stand in an expression, which are laid out elsewhere.
 class BlocksInText {
@@ -49,6 +53,9 @@ public:
     // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
     std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,
                                       const Zelmor::IndentState& state);
+
+    // What lays out the statements that macros stand for, borrowed; without it they are kept.
+    void setMacroBodies(const MacroBodies& bodies) { macroBodies_ = &bodies; }
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
@@ -113,6 +120,7 @@ private:
     void writeClosingGap(Run& run, const Group& group);
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
+    bool writeParts(std::string_view directive, const DirectiveParts& parts, Zelmor::OIndentBuf& out);
     void writeComma(Run& run);
     const CommaTexts* absentCommaOf(const Run& run, std::size_t place) const;
     SeparatorSpacing spacingOf(const Group& group) const;
@@ -128,6 +136,8 @@ private:
     ExprSettings settings_;
     bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;
+    LineSplices splices_;
+    const MacroBodies* macroBodies_ = nullptr;
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
     ExprTokens exprTokens_;
 };

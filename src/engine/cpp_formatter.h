@@ -13,6 +13,7 @@
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/layout_passes.h"
+#include "engine/macro_bodies.h"
 #include "engine/same_lines.h"
 #include "engine/source_writer.h"
 
@@ -154,7 +155,7 @@ private:
     Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
     Keyed<bool> standsOnLine(const Cpp::BracketedNode& body, const Keyed<int>& setting) const;
     bool joinsFunction(const Cpp::BracketedNode& body);
-    bool tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen);
+    bool tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen, std::size_t start);
     const Keyed<bool>& keepsStatement(const Cpp::CtrlStmtNode& statement) const;
     template <typename Format>
     bool tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format);
@@ -207,7 +208,7 @@ private:
     bool copySettledNode(const Cpp::SyntaxNode& node);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
-    void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen);
+    void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen, std::size_t start);
     std::optional<int> takeTemplateColumn();
 
     // Types in front of names (declared_type_rules.cpp).
@@ -270,6 +271,7 @@ private:
     const SameLines* settledLines_ = nullptr;
     std::optional<LayoutLog> log_;
     Zelmor::OIndentBuf result_;
+    std::optional<MacroBodies> macroBodies_;
     CppExprFormatter exprFormatter_;
     SourceWriter writer_;
 
@@ -277,7 +279,9 @@ private:
     std::vector<OptionalText> pendingWhitespace_;
     KeyId absentPending_;  // of what was asked for last, if the scheme has nothing for it
     std::vector<int> baseColumns_;
-    std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
+    std::optional<int> templateColumn_;  // of the header whose declaration has not come yet,
+    std::size_t templateStart_ = 0;      // and its place in the output
+    std::size_t headStart_ = 0;          // the place of the function in it whose head has been written last
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it
     bool inClassBody_ = false;
     FirstLine listLine_;  // on which the innermost list begins

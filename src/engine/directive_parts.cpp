@@ -40,6 +40,9 @@ TextExtent extentOf(Tokens tokens) {
 
 bool isSplice(const Trn::Token& token) { return token.kind == Cpp::LineComment && token.text.starts_with('\\'); }
 
+// What begins with a "#" inside a macro, which the lexer takes for a directive.
+bool isHash(const Trn::Token& token) { return token.kind == Cpp::Directive; }
+
 // Behind the last token that is no comment.
 Tokens withoutTrailingTrivia(Tokens tokens) {
     while (!tokens.empty() && Cpp::isTrivia(tokens.back().kind)) tokens = tokens.first(tokens.size() - 1);
@@ -126,6 +129,31 @@ bool mayBeName(Tokens tokens) {
     return false;
 }
 
+// Whether a ";" or "{" is among the tokens, and they are neither what a list holds nor cases of a switch.
+bool holdsStatements(Tokens tokens) {
+    const auto isSemicolon = [](const Trn::Token& token) {
+        return token.kind == Cpp::Semicolon || (isHash(token) && token.text.find(';') != std::string_view::npos);
+    };
+    const auto isBrace = [](const Trn::Token& token) { return token.kind == Cpp::OpenBrace; };
+    const auto first = std::find_if_not(tokens.begin(), tokens.end(), isSplice);
+    if (first == tokens.end() || first->kind == Cpp::KeywordCase || first->kind == Cpp::KeywordDefault) return false;
+    if (std::any_of(first, tokens.end(), isSemicolon)) return true;
+    return first->kind != Cpp::OpenBrace && std::any_of(first, tokens.end(), isBrace);
+}
+
+// Calls that follow each other: `X(a) X(b)`.
+bool isSequence(Tokens tokens) {
+    int depth = 0;
+    int previous = Trn::kEndKind;
+    for (const Trn::Token& token : tokens) {
+        if (Cpp::isTrivia(token.kind)) continue;
+        if (depth == 0 && previous == Cpp::CloseParen && token.kind == Cpp::Identifier) return true;
+        depth += nestingStep(token.kind);
+        previous = token.kind;
+    }
+    return false;
+}
+
 bool namesHeader(const Trn::Token& token) {
     return token.text.starts_with("__has_include") || token.text.starts_with("__has_embed");
 }
@@ -134,7 +162,7 @@ bool namesHeader(const Trn::Token& token) {
 DirectiveParts partsOfCondition(Tokens tokens) {
     const Tokens condition = withoutTrailingTrivia(tokens);
     if (!isExpression(condition) || std::any_of(condition.begin(), condition.end(), namesHeader)) return {};
-    return {{}, extentOf(condition)};
+    return {{}, extentOf(condition), {}};
 }
 
 // Behind "#define".
@@ -153,12 +181,44 @@ DirectiveParts partsOfMacro(Tokens tokens) {
         parts.parameters = extentOf(parameters);
     }
     const Tokens expression = withoutTrailingTrivia(tokens.subspan(body));
-    if (!isExpression(expression) || mayDeclare(expression) || (!takesParameters && mayBeName(expression))) return parts;
-    parts.expression = extentOf(expression);
+    const Tokens rest = tokens.subspan(body);
+    const std::size_t start = endOf(tokens[body - 1]);
+    if (std::any_of(rest.begin(), rest.end(), isHash)) {
+        const std::size_t end = rest.back().offset + rest.back().text.find_last_not_of(" \t\n") + 1;
+        if (holdsStatements(rest)) parts.body = {start, end - start};
+        return parts;
+    }
+    if (expression.empty() || (!takesParameters && mayBeName(expression))) return parts;
+    if (isExpression(expression) && !mayDeclare(expression)) {
+        parts.expression = extentOf(expression);
+        return parts;
+    }
+    const auto first = std::find_if_not(expression.begin(), expression.end(), isSplice);
+    const Tokens below = expression.subspan(static_cast<std::size_t>(first - expression.begin()));
+    if (holdsStatements(below) || (isExpression(below) && !mayDeclare(below) && !isSequence(below))) {
+        parts.body = {start, endOf(expression.back()) - start};
+    }
     return parts;
 }
 
 }  // namespace
+
+std::string withoutHashes(std::string_view text) {
+    constexpr char letter = '_';
+    const auto isBlank = [&](std::size_t place) {
+        return place < text.size() && (text[place] == ' ' || text[place] == '\t');
+    };
+    std::string names(text);
+    for (std::size_t place = names.find('#'); place != std::string::npos; place = names.find('#', place)) {
+        names[place] = letter;
+        const bool isJoining = place + 1 < names.size() && names[place + 1] == '#';
+        if (!isJoining) continue;
+        names[place + 1] = letter;
+        for (std::size_t before = place; before > 0 && isBlank(before - 1); --before) names[before - 1] = letter;
+        for (std::size_t behind = place + 2; isBlank(behind); ++behind) names[behind] = letter;
+    }
+    return names;
+}
 
 DirectiveParts partsOf(std::string_view directive) {
     const std::vector<Trn::Token> all = tokensOf(directive);

@@ -75,6 +75,7 @@ public:
     Keyed<bool> keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
     Keyed<bool> keepsDirectiveComments = from_.isOn(Keys::KEEP_DIRECTIVE_COMMENTS);
     Keyed<bool> formatsDirectives = from_.isOn(Keys::FORMAT_DIRECTIVES);
+    Keyed<bool> formatsMacroBodies = from_.isOn(Keys::FORMAT_MACRO_BODIES);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
     OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
     OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);

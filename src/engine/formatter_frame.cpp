@@ -64,6 +64,7 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
       rightMargin_(readRightMargin(scheme_)) {
     // Formatted text is seldom much longer than its source.
     result_.reserve(source.size() + source.size() / 8);
+    if (settings_.formatsMacroBodies) exprFormatter_.setMacroBodies(macroBodies_.emplace(scheme_, passes_));
 }
 
 void CppFormatter::visit(Cpp::RootNode* root) {

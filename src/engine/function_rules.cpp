@@ -63,19 +63,21 @@ bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
 void CppFormatter::visit(Cpp::FunctionDeclNode* declaration) {
     if (copySettled(*declaration)) return;
     BaseColumnScope base(*this, formatFunctionHead(*declaration), declaration);
+    const std::size_t start = headStart_;
     // Old-style declarations in front of the body have lines of their own.
     const bool hasOldParameters = declaration->head() && declaration->head()->oldParameters();
     const OptionalText& beforeOpen = settings_.functions.beforeOpen;
-    formatBodyOf(*declaration, hasOldParameters && beforeOpen.present ? kLineFeed : beforeOpen);
+    formatBodyOf(*declaration, hasOldParameters && beforeOpen.present ? kLineFeed : beforeOpen, start);
 }
 
 void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
     if (copySettled(*declaration)) return;
     BaseColumnScope base(*this, formatFunctionHead(*declaration), declaration);
+    const std::size_t start = headStart_;
     Cpp::InitializerListNode* initializers = declaration->initializers();
     if (initializers) formatInitializers(*initializers);
     formatBodyOf(*declaration,
-                 initializers ? settings_.afterInitializerList : settings_.functions.beforeOpen);
+                 initializers ? settings_.afterInitializerList : settings_.functions.beforeOpen, start);
 }
 
 // Says false where the declaration has to be formatted.
@@ -102,21 +104,24 @@ void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
     if (!isKept || !tryOnOneLine(list, settings_.keepsOneLineInits.key, format)) format();
 }
 
-// Not through the block's own visit, for the settings of functions count here.
-void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen) {
+// Not through the block's own visit, for the settings of functions count here. What has been written of the declaration
+// begins at `start`.
+void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen, std::size_t start) {
     Cpp::BracketedNode* body = declaration.body();
     if (!body) return;
-    if (joinsFunction(*body) && tryJoined(*body, beforeOpen)) return;
+    if (joinsFunction(*body) && tryJoined(*body, beforeOpen, start)) return;
     formatBody(*body, beforeOpen, keepsFunction(*body), [&] {
         ValueScope<bool> outsideClass(inClassBody_, false);
         formatBlock(*body, settings_.functions);
     });
 }
 
-// Says whether the body fits on one line, and has been written there.
-bool CppFormatter::tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen) {
+// Says whether the body fits on the line of its head, and has been written there.
+bool CppFormatter::tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen, std::size_t start) {
     const OptionalText blank{true, " ", settings_.joinedFunctions.key};
-    return tryLine(settings_.joiningMargin, blank.key, [&] {
+    const std::string_view written = out().text();
+    const bool isOneLine = trimLeft(written.substr(std::min(start, written.size()))).find('\n') == written.npos;
+    return isOneLine && tryLine(settings_.joiningMargin, blank.key, [&] {
         BraceSettings braces = settings_.functions;
         braces.afterOpen = braces.beforeClose = blank;
         braces.keepsBlankLines = false;
@@ -139,6 +144,8 @@ void CppFormatter::visit(Cpp::InitializerNode* initializer) {
 // Returns the column from which the contents of the body are indented.
 int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     applyPendingWhitespace(declaration);
+    writer_.copyGap(declaration.start());
+    headStart_ = templateColumn_ ? templateStart_ : out().text().size();
     const std::optional<int> templateColumn = takeTemplateColumn();
     Cpp::FunctionHeadNode* head = declaration.head();
     if (!head) return templateColumn.value_or(baseColumn());
@@ -156,9 +163,8 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
         const std::string& name = head->name()->text();
         const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
-        const WantedText afterName = isSymbol
-                                         ? firstPresent(settings_.afterOperatorName, settings_.afterFunctionName)
-                                         : settings_.afterFunctionName;
+        const OptionalText& afterAny = settings_.afterFunctionName;
+        const WantedText afterName = isSymbol ? firstPresent(settings_.afterOperatorName, afterAny) : afterAny;
         if (afterName.present && !startsLine) {
             writer_.replace(leadingBlanks(gap), afterName);
             writer_.write(strippedGap(afterName.text().empty() ? gap : trimLeft(gap)));

@@ -54,7 +54,7 @@ int HangingLines::columnFor(std::size_t place) const {
         return columnOfMember(level);
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
-    if (kind == Cpp::Colon && level.question != kNone) return level.question;
+    if (kind == Cpp::Colon && !level.questions.empty()) return level.questions.back();
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
@@ -163,7 +163,8 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     if (level.awaitsLater) level.later = level.chain = kNone;
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
-        level.operand = level.later = level.chain = level.shift = level.question = kNone;
+        level.operand = level.later = level.chain = level.shift = kNone;
+        level.questions.clear();
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
         const int returned = level.isReturned ? level.operand : kNone;
@@ -174,7 +175,9 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     } else if (isShift(token) && level.shift == kNone) {
         level.shift = column;
     } else if (kind == Cpp::Question) {
-        level.question = column;
+        level.questions.push_back(column);
+    } else if (kind == Cpp::Colon && !level.questions.empty()) {
+        level.questions.pop_back();
     }
     if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
         literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;

@@ -52,7 +52,10 @@ private:
     struct Level {
         enum class Kind { Statement, List, Braces };
 
-        void startElement() { element = operand = later = chain = shift = question = kNone; }
+        void startElement() {
+            element = operand = later = chain = shift = kNone;
+            questions.clear();
+        }
 
         Kind kind = Kind::Statement;
         std::size_t close = kNoToken;
@@ -68,8 +71,8 @@ private:
         bool awaitsLater = false;
         int chain = kNone;
         int shift = kNone;
-        int question = kNone;
         int contents = kNone;        // where lines hang as long as there is no element
+        std::vector<int> questions;  // the columns of each "?" whose ":" has not come
     };
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }

@@ -92,10 +92,19 @@ void OperandChains::passOperator(std::size_t place, int rank) {
         start = inner.start;
         level.open.pop_back();
     }
-    if (level.open.empty() || level.open.back().rank < rank) {
-        level.open.push_back({rank, chains_.size()});
+    // a ? b ? c : d : e
+    const bool isQuestion = tokens_[place].token.kind == Cpp::Question;
+    const auto isOver = [&level] {
+        return level.open.size() > 1 && level.open[level.open.size() - 2].rank == kConditional &&
+               !level.open.back().awaitsColon;
+    };
+    while (rank == kConditional && !isQuestion && isOver()) level.open.pop_back();
+    const bool isNested = isQuestion && !level.open.empty() && level.open.back().awaitsColon;
+    if (level.open.empty() || level.open.back().rank < rank || isNested) {
+        level.open.push_back({rank, chains_.size(), false});
         chains_.push_back({start, rank == kConditional});
     }
+    level.open.back().awaitsColon = isQuestion;
     chainOf_[place] = level.open.back().chain;
     level.operand = kNoToken;
 }

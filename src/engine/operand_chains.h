@@ -31,6 +31,7 @@ private:
     struct Open {
         int rank;
         std::size_t chain;
+        bool awaitsColon;  // a "?" came last
     };
 
     // Where what is being read stands: behind a bracket, where it is alone unless a comma follows; behind "=", "return"

@@ -15,7 +15,10 @@ std::optional<int> CppFormatter::takeTemplateColumn() { return std::exchange(tem
 void CppFormatter::visit(Cpp::TemplateNode* header) {
     applyPendingWhitespace(*header);
     const int column = copyUpToConstruct(*header);
-    if (!templateColumn_) templateColumn_ = column;
+    if (!templateColumn_) {
+        templateColumn_ = column;
+        templateStart_ = out().text().size();
+    }
     if (header->keyword()) copyThrough(*header->keyword());
     if (header->parameters()) formatTemplateParameters(*header->parameters());
     copyThrough(*header);

@@ -50,6 +50,21 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "#if (A)&&B\n#define sum(a,b) ((a)+(b))\n#endif\n",
                     {set(Keys::WS_BEFORE_EXPR_OP, " "), set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "),
                      set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
+    rows.push_back({set(Keys::FORMAT_MACRO_BODIES, true), group,
+                    "With FORMAT_DIRECTIVES, statements and members of classes that a macro stands for are laid out as "
+                    "others are, in the lines that they stand in. A body is indented as that of a function is, but "
+                    "where it begins in the line of the directive, or in the first column. Kept are bodies that cannot "
+                    "be read, or would stand in other lines.",
+                    "#define swap(a,b) \\\n  do { \\\n  t=a; \\\n  a=b; \\\n  } while(0)\n",
+                    {set(Keys::FORMAT_DIRECTIVES, true), set(Keys::WS_BEFORE_EXPR_OP, " "),
+                     set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "), set(Keys::INDENT_FN_CONTENT, "    "),
+                     set(Keys::INDENT_CS_CONTENT, "    "), set(Keys::WS_AFTER_CS_KEY, " ")}});
+    rows.push_back({set(Keys::ALIGN_LINE_SPLICES, 1), group,
+                    "With FORMAT_DIRECTIVES, where the backslashes stand that go on with a macro in the next line: 0 a "
+                    "blank behind the text, 1 behind the longest line, 2 at the right margin. Absent, they stay; where "
+                    "bodies are laid out, in the column that they have in common.",
+                    "#define swap(a, b) \\\n    t = a; \\\n    a = b;\n",
+                    {set(Keys::FORMAT_DIRECTIVES, true)}});
     rows.push_back({set(Keys::STRIP_TRAILING_WS, true), group,
                     "Blanks and tabs at line ends go, those of comments too; those of literals, directives of several "
                     "lines, splices and protected regions stay.", "int a;  // why   \nint b;   \n"});

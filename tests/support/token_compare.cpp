@@ -1,5 +1,6 @@
 #include "token_compare.h"
 
+#include <algorithm>
 #include <cctype>
 
 #include "cpp/lexer.h"
@@ -59,11 +60,14 @@ std::string withSingleBlanks(std::string_view text) {
     return kept;
 }
 
-// The tokens behind the "#" with a blank in front of each, but for the "(" of a macro that takes parameters.
+// The tokens behind the "#" with a blank in front of each, but for the "(" of a macro that takes parameters. A further
+// "#" begins no directive there.
 std::string withBlanksBetweenTokens(std::string_view directive) {
     constexpr int behindMacroName = 2;
     std::string kept;
-    Cpp::Lexer lexer(directive.substr(1));
+    std::string text(directive.substr(1));
+    std::ranges::replace(text, '#', '+');
+    Cpp::Lexer lexer(text);
     std::size_t end = 0;
     int place = 0;
     for (Trn::Token token = lexer.nextToken(); token.kind != Cpp::End; token = lexer.nextToken()) {

@@ -1,0 +1,121 @@
+#include "engine/line_splices.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/directive_parts.h"
+#include "engine/gap.h"
+#include "engine/scheme_values.h"
+#include "scheme/extension_keys.h"
+#include "textstream/otext_doc_buf.h"
+
+namespace Tessel {
+
+namespace {
+
+constexpr int kNoColumn = -1;
+
+// A line that goes on in the next: what stands in front of its backslash, and the blanks there.
+struct SplicedLine {
+    std::string_view text;
+    std::string_view blanks;
+    bool isFirst = false;
+};
+
+// Those of a directive; none where a comment or literal goes on in the next line.
+std::vector<SplicedLine> splicedLinesOf(std::string_view directive) {
+    std::vector<SplicedLine> lines;
+    std::size_t start = 0;
+    const std::size_t end = directive.ends_with('\n') ? directive.size() - 1 : directive.size();
+    for (std::size_t lineFeed = directive.find('\n'); lineFeed < end; lineFeed = directive.find('\n', start)) {
+        std::string_view line = directive.substr(start, lineFeed - start);
+        if (!line.ends_with('\\')) return {};
+        line.remove_suffix(1);
+        const std::string_view text = trimRight(line);
+        lines.push_back({text, line.substr(text.size()), start == 0});
+        start = lineFeed + 1;
+    }
+    return lines;
+}
+
+bool areSplices(std::string_view directive, std::size_t count) {
+    std::size_t splices = 0;
+    const std::string text = withoutHashes(directive.substr(1));
+    Cpp::Lexer lexer(text);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        splices += token.kind == Cpp::LineComment && token.text.starts_with('\\') ? 1U : 0U;
+    }
+    return splices == count;
+}
+
+}  // namespace
+
+LineSplices::LineSplices(const PropertySet& scheme)
+    : alignment_(readInt(scheme, Keys::ALIGN_LINE_SPLICES, kAsTheyAre)),
+      margin_(readJoiningMargin(scheme)),
+      tabSize_(std::max(readTabSize(scheme), 1)),
+      tabMode_(readTabMode(scheme)) {}
+
+std::string LineSplices::placed(std::string_view directive, std::string_view text, int firstColumn) const {
+    const std::vector<SplicedLine> before = splicedLinesOf(directive);
+    const std::vector<SplicedLine> lines = splicedLinesOf(text);
+    const bool haveSplices = !lines.empty() && before.size() == lines.size() && areSplices(directive, lines.size());
+    if (!haveSplices) return std::string(text);
+    const auto endOf = [&](const SplicedLine& line) {
+        return columnAfter(line.text, line.isFirst ? firstColumn : 0, tabSize_);
+    };
+    const auto spliceOf = [&](const SplicedLine& line) { return columnAfter(line.blanks, endOf(line), tabSize_); };
+    int widest = 0;
+    int common = spliceOf(before.front());
+    bool areBehindText = true;
+    bool takesTabs = false;
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        widest = std::max(widest, endOf(lines[line]));
+        if (spliceOf(before[line]) != common) common = kNoColumn;
+        areBehindText = areBehindText && before[line].blanks == " ";
+        takesTabs = takesTabs || before[line].blanks.find('\t') != std::string_view::npos;
+    }
+    if (!areAligned() && !areBehindText && common == kNoColumn) return std::string(text);
+    const bool isBehindText = areAligned() ? alignment_ == BehindText : areBehindText;
+    int column = common;
+    if (alignment_ == AtMargin) column = margin_ - 1;
+    if (alignment_ == BehindLongest || column <= widest) {
+        column = takesTabs ? roundUpToMultiple(widest + 1, tabSize_) : widest + 1;
+    }
+    std::string result;
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        const int end = endOf(lines[line]);
+        const bool stands = column == spliceOf(before[line]) && end == endOf(before[line]);
+        result.append(lines[line].text);
+        if (isBehindText) {
+            result.append(" ");
+        } else if (stands) {
+            result.append(before[line].blanks);
+        } else {
+            result.append(blanksTo(column, end, takesTabs));
+        }
+        result.append("\\\n");
+    }
+    const auto behind = static_cast<std::size_t>(lines.back().text.data() - text.data());
+    return result.append(text.substr(text.find('\n', behind) + 1));
+}
+
+std::string LineSplices::blanksTo(int column, int from, bool takesTabs) const {
+    if (takesTabs && tabMode_ != Zelmor::TabsToSpaces) {
+        std::string tabs;
+        while (from / tabSize_ < column / tabSize_) {
+            tabs += '\t';
+            from = (from / tabSize_ + 1) * tabSize_;
+        }
+        return tabs + std::string(static_cast<std::size_t>(column - from), ' ');
+    }
+    Zelmor::OTextDocBuf out({tabMode_, tabSize_, 1, from});
+    const std::string blanks(static_cast<std::size_t>(column - from), ' ');
+    out.sputn(blanks.data(), column - from);
+    return out.takeText();
+}
+
+}  // namespace Tessel

@@ -1,0 +1,214 @@
+#include "engine/macro_bodies.h"
+
+#include <algorithm>
+#include <list>
+#include <vector>
+
+#include "cpp/lexer.h"
+#include "cpp/nodes.h"
+#include "cpp/parser.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
+#include "engine/cpp_formatter.h"
+#include "engine/gap.h"
+#include "engine/scheme_values.h"
+#include "scheme/extension_keys.h"
+#include "scheme/property_keys.h"
+#include "textstream/text_document.h"
+
+namespace Tessel {
+
+namespace {
+
+// What stands in lines stays in them: nothing in the scheme ends one, and no line that the author began is joined to
+// another.
+PropertySet inLinesOfAuthor(PropertySet scheme) {
+    for (const auto& [key, value] : PropertySet(scheme).properties()) {
+        const auto* text = std::get_if<std::string>(&value);
+        const auto* isOn = std::get_if<bool>(&value);
+        if (text && text->find('\n') != std::string::npos) scheme.erase(key);
+        if (isOn && *isOn && key.starts_with("ALIGN_")) scheme.setBool(key, false);
+    }
+    scheme.erase(Keys::JOIN_SHORT_FUNCTIONS.name);
+    scheme.erase(Keys::FORMAT_MACRO_BODIES.name);
+    scheme.erase(Keys::ALIGN_LINE_SPLICES.name);
+    scheme.setBool(Keys::KEEP_LINE_BREAKS.name, true);
+    scheme.setBool(Keys::LINE_WRAP, false);
+    return scheme;
+}
+
+std::string indentOf(const PropertySet& scheme) {
+    const OptionalText indent = readIndent(scheme, Keys::INDENT_FN_CONTENT);
+    return firstPresent(indent, readIndent(scheme, Keys::GLOBAL_INDENT_CONTENT)).text;
+}
+
+// The body without splices, a blank for each.
+std::string withoutSplices(std::string body) {
+    for (std::size_t place = body.find("\\\n"); place != std::string::npos; place = body.find("\\\n", place)) {
+        body[place] = ' ';
+    }
+    return body;
+}
+
+// Whether each line but the last ends with a splice, none of them in a comment or literal, no comment would take
+// what follows the splices in, and each brace has its partner.
+bool isInPlainLines(std::string_view body) {
+    std::size_t splices = 0;
+    int depth = 0;
+    Cpp::Lexer lexer(body);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        const bool isSplice = token.kind == Cpp::LineComment && token.text.starts_with('\\');
+        if (token.kind == Cpp::LineComment && !isSplice) return false;
+        if (token.kind == Cpp::StringLiteral && token.text.find('\n') != std::string_view::npos) return false;
+        splices += isSplice ? 1 : 0;
+        depth += token.kind == Cpp::OpenBrace ? 1 : token.kind == Cpp::CloseBrace ? -1 : 0;
+        if (depth < 0) return false;
+    }
+    return depth == 0 && splices == static_cast<std::size_t>(std::count(body.begin(), body.end(), '\n'));
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        lines.push_back(trimRight(text.substr(start, end - start)));
+        start = end + 1;
+    }
+    return lines;
+}
+
+// The laid out line with what the source has in place of the characters that have been read; nothing where it holds
+// others.
+std::optional<std::string> withCharactersOf(std::string_view source, std::string_view read, std::string_view laidOut) {
+    std::string line(laidOut);
+    std::size_t next = 0;
+    const auto skip = [&] { while (next < read.size() && isWhitespace(read[next])) ++next; };
+    for (char& c : line) {
+        if (isWhitespace(c)) continue;
+        skip();
+        if (next == read.size() || read[next] != c) return std::nullopt;
+        c = source[next++];
+    }
+    skip();
+    if (next < read.size()) return std::nullopt;
+    return line;
+}
+
+// The lines of a body as they are written, from those of the source, of what has been read of these, and of what has
+// been laid out, which begins `ahead` lines later; nothing where it does not stand in the same lines.
+std::optional<std::string> withLinesOf(const std::vector<std::string_view>& source,
+                                       const std::vector<std::string_view>& read,
+                                       const std::vector<std::string_view>& written, std::size_t ahead) {
+    if (written.size() + ahead != source.size()) return std::nullopt;
+    std::string all;
+    for (std::size_t line = 0; line < source.size(); ++line) {
+        const bool isLast = line + 1 == source.size();
+        const std::string_view text = isLast ? source[line] : source[line].substr(0, source[line].size() - 1);
+        if (line < ahead) {
+            all += text;
+        } else {
+            const auto laidOut = withCharactersOf(text, read[line], written[line - ahead]);
+            if (!laidOut) return std::nullopt;
+            const bool followsName = line == 0;
+            all += followsName ? leadingBlanks(text) : std::string_view();
+            all += followsName ? trimLeft(*laidOut) : std::string_view(*laidOut);
+            all += isLast ? std::string_view() : trailingBlanks(text);
+        }
+        all += isLast ? "" : "\\\n";
+    }
+    return all;
+}
+
+// Whether a function is defined first, which statements do not do.
+bool startsWithFunction(std::string_view body) {
+    Cpp::Lexer lexer(body);
+    int depth = 0;
+    std::size_t words = 0;  // in front of the first bracket
+    bool sawParameters = false;
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (Cpp::isTrivia(token.kind)) continue;
+        if (words == 0 && Cpp::isControlKeyword(token.kind)) return false;
+        if (depth == 0 && token.kind == Cpp::OpenBrace) return sawParameters && words > 1;
+        if (depth == 0 && token.kind == Cpp::Semicolon) return false;
+        if (token.kind == Cpp::OpenParen) ++depth;
+        if (token.kind == Cpp::CloseParen) --depth;
+        sawParameters = sawParameters || token.kind == Cpp::CloseParen;
+        words += depth == 0 && !sawParameters ? 1 : 0;
+    }
+    return false;
+}
+
+// What goes on in the next line hangs behind what stands in front of it, which is not in the text that is laid out.
+bool endsStatement(std::string_view line) {
+    return line.ends_with('{') || line.ends_with('}') || line.ends_with(';') || line.ends_with(':');
+}
+
+}  // namespace
+
+// What a body is read in.
+struct MacroBodies::Frame {
+    std::string_view open;
+    std::string_view close;
+};
+
+MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
+    : scheme_(inLinesOfAuthor(scheme)), indent_(indentOf(scheme)), passes_(passes) {}
+
+std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
+                                                int column) const {
+    const std::string_view body = directive.substr(parts.body.offset, parts.body.length);
+    const std::string names = withoutHashes(body);
+    if (!isInPlainLines(names)) return std::nullopt;
+    const std::string text = withoutSplices(names);
+    const std::vector<std::string_view> lines = linesOf(text);
+    const auto first = std::ranges::find_if_not(lines, [](std::string_view line) { return line.empty(); });
+    if (first == lines.end()) return std::nullopt;
+    const bool startsOnLine = first == lines.begin();
+    if (startsOnLine && lines.size() > 1 && !endsStatement(*first)) return std::nullopt;
+    const bool isIndented = !startsOnLine && isWhitespace(first->front());
+    const std::string start(first->begin(), lines.back().end());
+    const auto result = formatted(start, isIndented ? indent_ : std::string(), column);
+    if (!result) return std::nullopt;
+
+    return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
+}
+
+std::optional<std::string> MacroBodies::formatted(const std::string& body, const std::string& indent,
+                                                  int column) const {
+    static constexpr Frame function{"void f() {\n", "\n;}\n"};
+    static constexpr Frame classBody{"class C {\n", "\n;};\n"};
+    const bool isFunction = startsWithFunction(body);
+    auto text = formatted(body, isFunction ? classBody : function, indent, column);
+    return text ? text : formatted(body, isFunction ? function : classBody, indent, column);
+}
+
+std::optional<std::string> MacroBodies::formatted(const std::string& body, const Frame& frame,
+                                                  const std::string& indent, int column) const {
+    const Zelmor::TextDocument source(std::string(frame.open) + body + std::string(frame.close));
+    Cpp::OpaqueTokens opaque;
+    Cpp::RootNode root;
+    std::list<Diagnostic> messages;
+    Cpp::Lexer lexer(source.text(), opaque);
+    Cpp::Parser().parse(lexer, root, messages);
+    const auto isError = [](const Diagnostic& message) { return message.severity != Warning; };
+    if (std::ranges::any_of(messages, isError)) return std::nullopt;
+
+    FormatOptions options{scheme_, {}};
+    options.scheme.setString(Keys::LEFT_MARGIN, std::string(static_cast<std::size_t>(column), ' '));
+    options.scheme.setString(Keys::INDENT_FN_CONTENT, indent);
+    options.scheme.setString(Keys::INDENT_CLASS_CONTENT, indent);
+    CppFormatter formatter(source, opaque, options, passes_, nullptr);
+    root.accept(formatter);
+    const std::string text = formatter.takeText();
+
+    const std::size_t start = text.find("{\n");
+    if (start == std::string::npos) return std::nullopt;
+    std::string_view inside = trimRight(std::string_view(text).substr(start + 2));
+    const auto isClosing = [](char c) { return !isWhitespace(c); };
+    for (auto left = std::ranges::count_if(frame.close, isClosing); left > 0; --left) {
+        inside = trimRight(inside.substr(0, inside.size() - std::min<std::size_t>(inside.size(), 1)));
+    }
+    return std::string(inside);
+}
+
+}  // namespace Tessel

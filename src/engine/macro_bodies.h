@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "engine/directive_parts.h"
+#include "engine/format_options.h"
+#include "engine/layout_passes.h"
+
+namespace Tessel {
+
+// Lays out the statements that a macro stands for, or the members of a class:
+//
+//     #define swap(a,b) do{      #define swap(a, b) do {        a splice at the end of each line but the last
+//         t=a;                       t = a;
+//       a=b; } while(0)              a = b; } while (0)
+//
+// The lines stay what they are, for each but the last ends with a splice. What begins in the line of the directive
+// is indented from it, as is what its author began in the first column; other bodies as that of a function is.
+class MacroBodies {
+public:
+    // The passes are borrowed.
+    MacroBodies(const PropertySet& scheme, const LayoutPasses& passes);
+
+    // The part of the directive that is `parts.body`, of which the lines are indented from `column`; nothing where it
+    // is to be kept, for it cannot be read, or would stand in other lines.
+    std::optional<std::string> laidOut(std::string_view directive, const DirectiveParts& parts, int column) const;
+
+private:
+    struct Frame;
+
+    std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
+    std::optional<std::string> formatted(const std::string& body, const Frame& frame, const std::string& indent,
+                                         int column) const;
+
+    PropertySet scheme_;
+    std::string indent_;
+    const LayoutPasses& passes_;
+};
+
+}  // namespace Tessel
