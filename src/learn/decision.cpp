@@ -23,10 +23,6 @@ std::string_view textOf(const Value& value) {
     return text ? std::string_view(*text) : std::string_view();
 }
 
-bool breaksLine(const Value& value) {
-    return textOf(value).find('\n') != std::string_view::npos;
-}
-
 // Whether it brings what follows into a column, rather than apart.
 bool isColumn(const Value& value) {
     constexpr std::size_t widest = 2;
@@ -171,6 +167,10 @@ void takeOver(Decision& decision, const std::vector<Decision>& all, const Tessel
 }
 
 }  // namespace
+
+bool breaksLine(const Value& value) {
+    return textOf(value).find('\n') != std::string_view::npos;
+}
 
 bool isDecidedByPlaces(KeyId key) {
     return key.type() == Tessel::PropertyType::String || !kinOf(key).empty();

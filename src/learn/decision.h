@@ -21,6 +21,8 @@ enum class Origin {
     Unseen,    // too few places, and nothing to go by
 };
 
+bool breaksLine(const Value& value);
+
 struct Sighting {
     Value value;
     Found found;

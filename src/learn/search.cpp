@@ -131,9 +131,10 @@ void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet
     askJoining(decisions[KeyId(KEEP_ONE_LINE_FUNCTIONS).place()]);
     askTabs(habits);
     askKeptLayout();
-    // What lines are left that change is what speaks against a margin.
+    // What is asked behind that needs most lines to be as they were.
     const Tessel::PropertySet* const nearest = nearestOf(known);
     askNearest(nearest, decisions);
+    askHandmadeColumns();
     askWrapping(habits);
     askNearest(nearest, decisions);
     note(decisions);
@@ -238,6 +239,19 @@ void Search::askAlignment(const std::vector<Decision>& decisions) {
     askColumns();
 }
 
+// Names may stand in columns that are none of those that can be made.
+void Search::askHandmadeColumns() {
+    const Answer kept = {{ALIGN_DD_NAMES_LEFT, false},      {ALIGN_CLASS_MEMBER_NAMES_LEFT, false},
+                         {ALIGN_FN_DECL_NAMES_LEFT, false}, {ALIGN_DD_INITIALIZERS, false},
+                         {WS_AFTER_DD_TYPE_ID, {}},         {WS_AFTER_PARAM_TYPE_ID, {}},
+                         {WS_AFTER_DD_NAME, {}},            {KEEP_COLUMNS, true}};
+    Answer made;
+    for (const Setting& setting : kept) made.push_back({setting.key, Tessel::valueOf(scheme_, setting.key)});
+    if (ask({made, kept}, trial_.lines() / kLinesToAHand) == 0) return;
+    // A blank is no column, so that these can stay beside it.
+    for (const KeyId key : {KeyId(WS_AFTER_DD_TYPE_ID), KeyId(WS_AFTER_PARAM_TYPE_ID)}) ask(key, {" ", std::nullopt});
+}
+
 // Where comments alone stand in columns, these are left to themselves, and no other columns kept.
 void Search::askColumns() {
     const std::optional<Value> comment = Tessel::valueOf(scheme_, WS_BEFORE_LINE_COMMENT);
@@ -286,7 +300,8 @@ void Search::askOther(const Decision& decision) {
     Values values = {current};
     for (const Sighting& sighting : decision.sightings) {
         if (values.size() == mostValues) break;
-        if (sighting.value != current) values.push_back(sighting.value);
+        const bool isByHand = natureOf(decision.key) == Nature::Inline && breaksLine(sighting.value);
+        if (sighting.value != current && !isByHand) values.push_back(sighting.value);
     }
     if (current) values.emplace_back();
     ask(decision.key, values);

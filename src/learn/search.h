@@ -54,6 +54,7 @@ private:
     void askUnseen(const std::vector<Decision>& decisions);
     void askAlignment(const std::vector<Decision>& decisions);
     void askColumns();
+    void askHandmadeColumns();
     void askTables(const std::vector<Decision>& decisions);
     void askCauses(const std::vector<Decision>& decisions);
     std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
