@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <list>
+#include <utility>
 #include <vector>
 
 #include "cpp/lexer.h"
@@ -14,6 +15,7 @@
 #include "engine/scheme_values.h"
 #include "scheme/extension_keys.h"
 #include "scheme/property_keys.h"
+#include "scheme/single_line.h"
 #include "textstream/text_document.h"
 
 namespace Tessel {
@@ -23,12 +25,7 @@ namespace {
 // What stands in lines stays in them: nothing in the scheme ends one, and no line that the author began is joined to
 // another.
 PropertySet inLinesOfAuthor(PropertySet scheme) {
-    for (const auto& [key, value] : PropertySet(scheme).properties()) {
-        const auto* text = std::get_if<std::string>(&value);
-        const auto* isOn = std::get_if<bool>(&value);
-        if (text && text->find('\n') != std::string::npos) scheme.erase(key);
-        if (isOn && *isOn && key.starts_with("ALIGN_")) scheme.setBool(key, false);
-    }
+    scheme = withoutLineEnds(std::move(scheme), LineEndTexts::Absent);
     scheme.erase(Keys::JOIN_SHORT_FUNCTIONS.name);
     scheme.erase(Keys::FORMAT_MACRO_BODIES.name);
     scheme.erase(Keys::ALIGN_LINE_SPLICES.name);
@@ -173,6 +170,18 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
 }
 
+// Most bodies in a source are indented alike.
+const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column) const {
+    const std::string margin(static_cast<std::size_t>(column), ' ');
+    if (!options_ || margin_ != margin || bodyIndent_ != indent) {
+        options_.emplace(FormatOptions{scheme_, {}});
+        options_->scheme.setString(Keys::LEFT_MARGIN, margin_ = margin);
+        options_->scheme.setString(Keys::INDENT_FN_CONTENT, bodyIndent_ = indent);
+        options_->scheme.setString(Keys::INDENT_CLASS_CONTENT, indent);
+    }
+    return *options_;
+}
+
 std::optional<std::string> MacroBodies::formatted(const std::string& body, const std::string& indent,
                                                   int column) const {
     static constexpr Frame function{"void f() {\n", "\n;}\n"};
@@ -193,11 +202,7 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
     const auto isError = [](const Diagnostic& message) { return message.severity != Warning; };
     if (std::ranges::any_of(messages, isError)) return std::nullopt;
 
-    FormatOptions options{scheme_, {}};
-    options.scheme.setString(Keys::LEFT_MARGIN, std::string(static_cast<std::size_t>(column), ' '));
-    options.scheme.setString(Keys::INDENT_FN_CONTENT, indent);
-    options.scheme.setString(Keys::INDENT_CLASS_CONTENT, indent);
-    CppFormatter formatter(source, opaque, options, passes_, nullptr);
+    CppFormatter formatter(source, opaque, optionsFor(indent, column), passes_, nullptr);
     root.accept(formatter);
     const std::string text = formatter.takeText();
 

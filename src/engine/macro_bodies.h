@@ -30,6 +30,8 @@ public:
 private:
     struct Frame;
 
+    const FormatOptions& optionsFor(const std::string& indent, int column) const;
+
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
     std::optional<std::string> formatted(const std::string& body, const Frame& frame, const std::string& indent,
                                          int column) const;
@@ -37,6 +39,9 @@ private:
     PropertySet scheme_;
     std::string indent_;
     const LayoutPasses& passes_;
+    mutable std::optional<FormatOptions> options_;  // those of the last body
+    mutable std::string margin_;
+    mutable std::string bodyIndent_;
 };
 
 }  // namespace Tessel

@@ -19,12 +19,17 @@ bool isAlignment(const std::string& key) {
 
 }  // namespace
 
-PropertySet withoutLineEnds(PropertySet scheme) {
+PropertySet withoutLineEnds(PropertySet scheme, LineEndTexts become) {
     const PropertySet given = scheme;
-    given.forEach([&scheme](const std::string& key, const auto& value) {
+    given.forEach([&scheme, become](const std::string& key, const auto& value) {
         using Value = std::decay_t<decltype(value)>;
         if constexpr (std::is_same_v<Value, std::string>) {
-            if (value.find('\n') != std::string::npos) scheme.setString(key, isBeforeComma(key) ? "" : " ");
+            if (value.find('\n') == std::string::npos) return;
+            if (become == LineEndTexts::Absent) {
+                scheme.erase(key);
+            } else {
+                scheme.setString(key, isBeforeComma(key) ? "" : " ");
+            }
         } else if constexpr (std::is_same_v<Value, bool>) {
             if (value && isAlignment(key)) scheme.setBool(key, false);
         }

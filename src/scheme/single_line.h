@@ -4,7 +4,10 @@
 
 namespace Tessel {
 
+// What becomes of the texts that end lines.
+enum class LineEndTexts { Blanks, Absent };
+
 // The scheme for what stays on one line: no text of it ends a line, and no switch does.
-PropertySet withoutLineEnds(PropertySet scheme);
+PropertySet withoutLineEnds(PropertySet scheme, LineEndTexts become = LineEndTexts::Blanks);
 
 }  // namespace Tessel
