@@ -71,12 +71,13 @@ std::string LineSplices::placed(std::string_view directive, std::string_view tex
     int widest = 0;
     int common = spliceOf(before.front());
     bool areBehindText = true;
+    const bool keepsTabs = tabMode_ != Zelmor::TabsToSpaces;
     bool takesTabs = false;
     for (std::size_t line = 0; line < lines.size(); ++line) {
         widest = std::max(widest, endOf(lines[line]));
         if (spliceOf(before[line]) != common) common = kNoColumn;
         areBehindText = areBehindText && before[line].blanks == " ";
-        takesTabs = takesTabs || before[line].blanks.find('\t') != std::string_view::npos;
+        takesTabs = takesTabs || (keepsTabs && before[line].blanks.find('\t') != std::string_view::npos);
     }
     if (!areAligned() && !areBehindText && common == kNoColumn) return std::string(text);
     const bool isBehindText = areAligned() ? alignment_ == BehindText : areBehindText;
@@ -104,7 +105,7 @@ std::string LineSplices::placed(std::string_view directive, std::string_view tex
 }
 
 std::string LineSplices::blanksTo(int column, int from, bool takesTabs) const {
-    if (takesTabs && tabMode_ != Zelmor::TabsToSpaces) {
+    if (takesTabs) {
         std::string tabs;
         while (from / tabSize_ < column / tabSize_) {
             tabs += '\t';
