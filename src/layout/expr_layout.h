@@ -60,7 +60,7 @@ private:
     using Separators = LinePlaces::Separators;
 
     // So many parts of a text are laid out anew, in another way, where the first does not serve.
-    static constexpr int kMostAttempts = 8;
+    static constexpr int kMostAttempts = 32;
 
     struct Region {
         TokenRange range;
