@@ -22,15 +22,15 @@ bool isAlignment(const std::string& key) {
 PropertySet withoutLineEnds(PropertySet scheme, LineEndTexts become) {
     const PropertySet given = scheme;
     given.forEach([&scheme, become](const std::string& key, const auto& value) {
-        using Value = std::decay_t<decltype(value)>;
-        if constexpr (std::is_same_v<Value, std::string>) {
+        using Held = std::decay_t<decltype(value)>;
+        if constexpr (std::is_same_v<Held, std::string>) {
             if (value.find('\n') == std::string::npos) return;
             if (become == LineEndTexts::Absent) {
                 scheme.erase(key);
             } else {
                 scheme.setString(key, isBeforeComma(key) ? "" : " ");
             }
-        } else if constexpr (std::is_same_v<Value, bool>) {
+        } else if constexpr (std::is_same_v<Held, bool>) {
             if (value && isAlignment(key)) scheme.setBool(key, false);
         }
     });
