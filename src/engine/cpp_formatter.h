@@ -237,6 +237,7 @@ private:
 
     // Statements.
     WantedText betweenParts(const Cpp::CtrlStmtNode& statement) const;
+    void writeTypeName(std::string_view statement);
     void formatParts(Cpp::CtrlStmtNode& statement);
     void placePart(const Cpp::SyntaxNode& part, const WantedText& between);
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;

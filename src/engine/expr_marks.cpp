@@ -31,7 +31,11 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
-    const OptionalText& apart = firstPresent(marks.gap, firstPresent(run.typeWhitespace, kBlank));
+    // int A::*member
+    const bool isOfMember = formatsTypeArguments() && isAnchored && run.previous != kNoToken &&
+                            run.tokens[run.previous].token.text.ends_with("::");
+    const OptionalText& apart =
+        isOfMember ? marks.against : firstPresent(marks.gap, firstPresent(run.typeWhitespace, kBlank));
 
     measureMarks(run, marks, end);
     if (keepsLine(run)) {

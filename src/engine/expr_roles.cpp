@@ -321,7 +321,7 @@ private:
         if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
             outer_.push_back(segment_);
             segment_ = {};
-            segment_.isOperand = outer_.back().isOperand || followsOperator();
+            segment_.isOperand = outer_.back().isOperand || followsOperator() || followsArgumentWord();
             segment_.atTextStart = false;
             segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture();
             segment_.isArgument = token.role == ExprRole::TemplateOpen;
@@ -351,6 +351,12 @@ private:
 
     bool followsOperator() const {
         return previous_ != kNoToken && previousRole() == ExprRole::BinaryOperator && previousKind() != Cpp::Arrow;
+    }
+
+    // `sizeof(a * b)`, `decltype(a * b)`
+    bool followsArgumentWord() const {
+        return previous_ != kNoToken &&
+               (previousKind() == Cpp::KeywordSizeof || Cpp::takesArgument(tokens_[previous_].token));
     }
 
     // `new (p)`

@@ -300,9 +300,27 @@ void CppFormatter::visit(Cpp::ExprNode* expression) {
         if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
         applyPendingWhitespace(*expression);
         writer_.copyGap(expression->start());
+        if (expression->bodies().empty()) return writeTypeName(writer_.readThrough(expression->end()));
     }
     if (keepsLines()) copyStray(gapBefore(*expression));
     writeExpression(writer_.readThrough(expression->end()), expression->bodies());
+}
+
+// `using A = T *`: a type stands behind the "=".
+void CppFormatter::writeTypeName(std::string_view statement) {
+    const std::size_t assignment = statement.find('=');
+    const bool isAlias = assignment != std::string_view::npos && !writer_.holdsOpaque(statement);
+    if (!isAlias) return writeExpression(statement, {});
+    writeExpression(statement.substr(0, assignment + 1), {});
+    const std::string_view type = trimLeft(statement.substr(assignment + 1));
+    const std::string_view blanks = statement.substr(assignment + 1, statement.size() - assignment - 1 - type.size());
+    const OptionalText& apart = exprFormatter_.settings().afterOperator;
+    if (keepsBreak(blanks, apart)) {
+        writeKeptBreak(blanks);
+    } else {
+        writer_.replace(blanks, apart);
+    }
+    exprFormatter_.formatDeclarationText(type, out(), kAsInInput);
 }
 
 // Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as

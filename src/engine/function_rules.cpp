@@ -49,7 +49,7 @@ bool isSpecifiers(std::string_view type) {
 
 // What stands behind parameters begins with a word, or with the type that is returned.
 bool startsWithQualifier(std::string_view tail) {
-    return tail.starts_with("->") || (!tail.empty() && Cpp::isNameStart(tail.front()));
+    return tail.starts_with("->") || (!tail.empty() && (Cpp::isNameStart(tail.front()) || tail.front() == '&'));
 }
 
 // `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
@@ -205,6 +205,11 @@ std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadN
     }
     out().write(")");
     writer_.replace(blanks, wanted);
+    if (tail.starts_with('&')) {
+        const std::size_t length = tail.starts_with("&&") ? 2 : 1;
+        out().write(tail.substr(0, length));
+        return tail.substr(length);
+    }
     if (!tail.starts_with("->")) return tail;
     out().write("->");
     const std::string_view type = tail.substr(2);
