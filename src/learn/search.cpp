@@ -148,6 +148,7 @@ void Search::askTabs(const TextHabits& habits) {
     }
     ask(CONVERT_WS, {0, 2, 1});
     ask(TAB_SIZE, {8, 4, 2, 3}, trial_.lines() / kLinesToAHand);
+    ask(KEEP_TABS, {std::nullopt, true}, trial_.lines() / kLinesToAHand);
 }
 
 void Search::askIndentation(const std::vector<Decision>& decisions) {
