@@ -68,6 +68,7 @@ public:
     Keyed<bool> keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
     Keyed<int> blankLines = from_.number(Keys::KEEP_BLANK_LINES);
     Keyed<bool> keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
+    Keyed<bool> keepsTabs = from_.isOn(Keys::KEEP_TABS);
     Keyed<bool> keepsReturnTypeBreak = from_.isOn(Keys::KEEP_FN_RETURN_TYPE_BREAK);
     OptionalText labelIndent = from_.indent(Keys::INDENT_LABEL);
     OptionalText beforeDoWhile = from_.text(Keys::WS_BEFORE_DO_WHILE);

@@ -24,6 +24,7 @@
 #include "engine/same_lines.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
+#include "engine/source_indents.h"
 #include "engine/stage_log.h"
 #include "engine/token_proof.h"
 #include "scheme/property_keys.h"
@@ -258,6 +259,10 @@ int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream
         const std::string unwrapped = observer_ ? result : std::string();
         result = withLinesWrapped(stages, source, std::move(result));
         listener.hearStage(unwrapped, result, true);
+    }
+    if (stages.extensions.keepsTabs) {
+        const int tabSize = std::max(readTabSize(options.scheme), 1);
+        result = withIndentsOfSource(source.text.text(), result, tabSize);
     }
     if (auto message = prove(source, result)) return moveTo(diagnostics, {std::move(*message)});
     proveRegions(source, result);

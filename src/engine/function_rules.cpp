@@ -236,12 +236,12 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const std::string& words = head.returnType()->text();
         const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
         const bool startsLine = isLineBreak(trailingBlanks(type));
-        const bool isKept = settings_.keepsReturnTypeBreak && startsLine;
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
+        const bool isKept = settings_.keepsReturnTypeBreak && startsLine && !wanted.hasLineFeed();
         // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
         const bool isSpecifier =
-            settings_.keepsReturnTypeBreak && !isKept && wanted.hasLineFeed() && isSpecifiers(words);
+            settings_.keepsReturnTypeBreak && !startsLine && wanted.hasLineFeed() && isSpecifiers(words);
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
         writer_.measure(breakKey, type, startsLine);

@@ -199,7 +199,7 @@ void HangingLines::open(std::size_t place) {
     levels_.push_back(level);
 }
 
-// Where the arguments hang of a call that a "." or "->" follows: from the operand that begins with it. kNone for others.
+// Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.
 int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
     const int following = kindAt(tokens_, nextPlace(tokens_, tokens_[open].partner));
     if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMemberAccess(following)) return kNone;

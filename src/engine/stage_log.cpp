@@ -44,6 +44,7 @@ void tellLine(LayoutObserver& observer, const Zelmor::TextDocument& source, std:
         if (!front.starts_with('\t')) return;
     }
     const bool hasTabs = front.find('\t') != std::string_view::npos;
+    tell(observer, Keys::KEEP_TABS, source, start, hasTabs);
     tell(observer, Keys::CONVERT_WS, source, start, hasTabs ? Zelmor::SpacesToTabs : Zelmor::TabsToSpaces);
 }
 

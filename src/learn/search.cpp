@@ -148,6 +148,7 @@ void Search::askTabs(const TextHabits& habits) {
     }
     ask(CONVERT_WS, {0, 2, 1});
     ask(TAB_SIZE, {8, 4, 2, 3}, trial_.lines() / kLinesToAHand);
+    ask(KEEP_TABS, {std::nullopt, true}, trial_.lines() / kLinesToAHand);
 }
 
 void Search::askIndentation(const std::vector<Decision>& decisions) {
@@ -359,7 +360,7 @@ void Search::askWrapping(const TextHabits& habits) {
     Tessel::PropertySet unwrapped = scheme_;
     const std::size_t changedUnwrapped = changed_;
     askWrapStyles(margin);
-    if (changed_ > changedUnwrapped + 2 * worth_) {
+    if (changed_ >= changedUnwrapped + worth_) {
         scheme_ = std::move(unwrapped);
         changed_ = changedUnwrapped;
         return;
@@ -444,7 +445,9 @@ const Tessel::PropertySet* Search::nearestOf(const std::vector<Tessel::PropertyS
 void Search::askNearest(const Tessel::PropertySet* nearest, const std::vector<Decision>& decisions) {
     if (!nearest) return;
     const std::map<KeyId, Origin> reasons = reasons_;
-    const auto isTold = [&](KeyId key) { return decisions[key.place()].places >= kFewestTold || reasons.contains(key); };
+    const auto isTold = [&](KeyId key) {
+        return decisions[key.place()].places >= kFewestTold || reasons.contains(key);
+    };
     Answer own;
     Answer theirs;
     Answer theirsUntold;

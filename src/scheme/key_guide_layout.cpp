@@ -227,6 +227,12 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "A tab, or several blanks, stays where the scheme asks for one blank.",
                     "int    size;\nchar*  name;\n",
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
+    rows.push_back({set(Keys::KEEP_TABS, true),
+                    group,
+                    "The tabs and blanks in front of a line stay as they are where they end in the column that is "
+                    "wanted.",
+                    "void f()\n{\n\tg();\n}\n",
+                    {set(Keys::INDENT_FN_CONTENT, "        "), set(Keys::TAB_SIZE, 8), set(Keys::CONVERT_WS, 1)}});
     rows.push_back(
         {set(Keys::INDENT_FROM_LINE, true),
          group,

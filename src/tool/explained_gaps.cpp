@@ -69,7 +69,8 @@ class Walk {
 public:
     Walk(const Tessel::PropertySet& scheme, const Decisions& decisions, const Zelmor::TextDocument& source,
          std::string_view result)
-        : tabSize_(Tessel::readTabSize(scheme)), decisions_(decisions), source_(source), result_(result),
+        : tabSize_(Tessel::readTabSize(scheme)),
+          placesDirectives_(Tessel::valueOf(scheme, Tessel::Keys::ALIGN_PPD_LEFT_MOST).has_value()), decisions_(decisions), source_(source), result_(result),
           opaque_(Cpp::opaqueTokensOf(source.text())) {}
 
     std::vector<ExplainedGap> gaps() && {
@@ -89,7 +90,9 @@ public:
 
 private:
     void add(std::size_t offset, std::string_view before, std::string_view after) {
-        const Decisions::Decision decision = decisions_.at(offset + before.size());
+        Decisions::Decision decision = decisions_.at(offset + before.size());
+        const bool isDirective = source_.text().substr(offset + before.size()).starts_with('#');
+        if (isDirective && placesDirectives_) decision.indentKey = Tessel::Keys::ALIGN_PPD_LEFT_MOST;
         const KeyId key = cause(decision, before, after);
         if ((!key && before == after) || (!decision.key && isInComment(offset))) return;
         const Zelmor::TextPosition start = source_.positionOf(offset);
@@ -124,6 +127,7 @@ private:
     }
 
     int tabSize_;
+    bool placesDirectives_;
     const Decisions& decisions_;
     const Zelmor::TextDocument& source_;
     std::string_view result_;

@@ -332,6 +332,10 @@ TEST_F(Vantrel, ExplainsGaps) {
     EXPECT_THAT(explainOther("d.c:10"), HasSubstr("d.c:10:5: GLOBAL_WS_BEFORE_OPEN_BRACE"))
         << "a block that is indented as any other statement";
     EXPECT_THAT(explainOther("d.c:13"), HasSubstr("d.c:13:3: WS_BEFORE_CASE_OPEN_BRACE"));
+    folder.write("p.vts", "Tessel::PropertySet\n1\n\"p\"\n3 VANTREL_VERSION \"1.2.1\"\n3 LEFT_MARGIN \"\"\n"
+                          "1 ALIGN_PPD_LEFT_MOST 1\n");
+    folder.write("p.c", "int a;\n  #if A\n#endif\n");
+    EXPECT_THAT(run({"explain", "-s", "p.vts", "p.c"}).output, StartsWith("p.c:2:3: ALIGN_PPD_LEFT_MOST 1\n"));
     folder.write("b.c", "void f( {");
     EXPECT_EQ(run({"explain", "-s", "s.vts", "b.c"}).status, 3);
     const ProgramResult some = run({"explain", "-s", "s.vts", "--summary", "b.c", "missing.c", "a.c"});
