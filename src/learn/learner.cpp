@@ -31,7 +31,7 @@ Tessel::PropertySet keepingScheme(const std::string& name) {
     scheme.setBool(KEEP_LINE_BREAKS.name, true);
     scheme.setBool(KEEP_COLUMNS.name, true);
     scheme.setBool(WRAP_LAST_RESORT.name, true);
-    scheme.setInt(KEEP_BLANK_LINES.name, 2);
+    scheme.setInt(KEEP_BLANK_LINES.name, 3);
     scheme.setInt(KEEP_ONE_LINE_FUNCTIONS.name, 3);
     scheme.setBool(KEEP_ONE_LINE_STATEMENTS.name, true);
     scheme.setBool(KEEP_ONE_LINE_BLOCKS.name, true);

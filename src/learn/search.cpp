@@ -148,6 +148,7 @@ void Search::askTabs(const TextHabits& habits) {
     }
     ask(CONVERT_WS, {0, 2, 1});
     ask(TAB_SIZE, {8, 4, 2, 3}, trial_.lines() / kLinesToAHand);
+    ask(TABS_IN_INDENT_ONLY, {std::nullopt, true});
     ask(KEEP_TABS, {std::nullopt, true}, trial_.lines() / kLinesToAHand);
 }
 
@@ -208,6 +209,7 @@ void Search::askHanging() {
     Values operands = hangs;
     operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
     ask(HANGING_OPERAND_INDENT, operands);
+    ask(HANGING_FROM_STATEMENT, {std::nullopt, true});
 }
 
 // Keys that no place was told of, in the order in which their values are usual.
@@ -318,7 +320,7 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
         if (key.type() == Tessel::PropertyType::Boolean) {
             for (const bool isOn : {false, true}) values.push_back(isOn);
         } else {
-            const int highest = key == KeyId(KEEP_BLANK_LINES) ? 2 : 3;
+            constexpr int highest = 3;
             for (int level = 0; level <= highest; ++level) values.push_back(level);
         }
         ask(key, values);
@@ -329,9 +331,11 @@ void Search::dropKept(const std::vector<Decision>& decisions) {
 
 // What may be left as it is, is laid out as all else where that changes next to nothing.
 void Search::askLaidOut() {
-    for (const KeyId key : {KeyId(FORMAT_TYPE_ARGUMENTS), KeyId(FORMAT_DIRECTIVES), KeyId(FORMAT_MACRO_CALLS)}) {
+    for (const KeyId key : {KeyId(FORMAT_TYPE_ARGUMENTS), KeyId(FORMAT_DIRECTIVES), KeyId(FORMAT_MACRO_BODIES),
+                            KeyId(FORMAT_MACRO_CALLS)}) {
         ask(key, {true, std::nullopt});
     }
+    ask(ALIGN_LINE_SPLICES, {std::nullopt, 0, 1, 2});
 }
 
 // Where many short functions stand on one line, and hardly any on several, that is the style.
@@ -417,6 +421,7 @@ void Search::askWrapStyles(int margin) {
     // Some of these lines were broken by hand: a style has to show in many.
     const std::size_t many = trial_.lines() / kLinesToAHand;
     for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
+    ask(WRAP_WHOLE_PARTS, {std::nullopt, true}, many);
     const std::optional<Value> keepsIndent = Tessel::valueOf(scheme_, KEEP_LINE_INDENT);
     set({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {KEEP_LINE_INDENT, false}});
     for (const auto& [key, values] : kWrapStyles) {
