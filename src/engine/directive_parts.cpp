@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -208,14 +209,20 @@ std::string withoutHashes(std::string_view text) {
     const auto isBlank = [&](std::size_t place) {
         return place < text.size() && (text[place] == ' ' || text[place] == '\t');
     };
+    const auto isNameAt = [&](std::size_t place) { return place < text.size() && Cpp::isNamePart(text[place]); };
     std::string names(text);
     for (std::size_t place = names.find('#'); place != std::string::npos; place = names.find('#', place)) {
         names[place] = letter;
         const bool isJoining = place + 1 < names.size() && names[place + 1] == '#';
         if (!isJoining) continue;
         names[place + 1] = letter;
-        for (std::size_t before = place; before > 0 && isBlank(before - 1); --before) names[before - 1] = letter;
-        for (std::size_t behind = place + 2; isBlank(behind); ++behind) names[behind] = letter;
+        std::size_t first = place;
+        while (first > 0 && isBlank(first - 1)) --first;
+        std::size_t last = place + 2;
+        while (isBlank(last)) ++last;
+        const auto nameFrom = names.begin() + static_cast<std::ptrdiff_t>(isNameAt(first - 1) ? first : place);
+        const auto nameTo = names.begin() + static_cast<std::ptrdiff_t>(isNameAt(last) ? last : place + 2);
+        std::fill(nameFrom, nameTo, letter);
     }
     return names;
 }
