@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <list>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -140,6 +141,13 @@ bool endsStatement(std::string_view line) {
     return line.ends_with('{') || line.ends_with('}') || line.ends_with(';') || line.ends_with(':');
 }
 
+// Labels stand in columns of their own.
+std::string_view firstStatementOf(std::span<const std::string_view> lines) {
+    const auto isStatement = [](std::string_view line) { return !line.empty() && !line.ends_with(':'); };
+    const auto found = std::ranges::find_if(lines, isStatement);
+    return found != lines.end() ? *found : lines.front();
+}
+
 }  // namespace
 
 // What a body is read in.
@@ -162,7 +170,7 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     if (first == lines.end()) return std::nullopt;
     const bool startsOnLine = first == lines.begin();
     if (startsOnLine && lines.size() > 1 && !endsStatement(*first)) return std::nullopt;
-    const bool isIndented = !startsOnLine && isWhitespace(first->front());
+    const bool isIndented = !startsOnLine && isWhitespace(firstStatementOf({first, lines.end()}).front());
     const std::string start(first->begin(), lines.back().end());
     const auto result = formatted(start, isIndented ? indent_ : std::string(), column);
     if (!result) return std::nullopt;
