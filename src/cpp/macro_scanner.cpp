@@ -99,8 +99,7 @@ bool MacroScanner::endsInWordMacros(Index place) const {
 bool MacroScanner::isCompleteDeclaration(Index place) const {
     if (isControlKeyword(kind(place)) || isJumpKeyword(kind(place)) || kind(place) == KeywordCase)
         return true;
-    const std::string_view first = tokens_.at(place).text;
-    if (first.starts_with('~') || first.find("::~") != std::string_view::npos) return true;
+    if (tokens_.at(place).text.starts_with('~')) return true;
     int words = 0;
     Index previous = place;
     for (Index here = place;; previous = here, here = behind(here)) {
