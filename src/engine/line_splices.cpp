@@ -62,6 +62,11 @@ LineSplices::LineSplices(const PropertySet& scheme)
       tabMode_(readTabMode(scheme)) {}
 
 std::string LineSplices::placed(std::string_view directive, std::string_view text, int firstColumn) const {
+    const std::string once = place(directive, text, firstColumn);
+    return place(once, once, firstColumn);
+}
+
+std::string LineSplices::place(std::string_view directive, std::string_view text, int firstColumn) const {
     const std::vector<SplicedLine> before = splicedLinesOf(directive);
     const std::vector<SplicedLine> lines = splicedLinesOf(text);
     const bool haveSplices = !lines.empty() && before.size() == lines.size() && areSplices(directive, lines.size());

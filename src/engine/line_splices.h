@@ -23,6 +23,8 @@ private:
     static constexpr int kAsTheyAre = -1;
     enum Alignment { BehindText, BehindLongest, AtMargin };
 
+    // Where the lines have moved, what stood behind them may be a column then, or stand behind the text.
+    std::string place(std::string_view directive, std::string_view text, int firstColumn) const;
     std::string blanksTo(int column, int from, bool takesTabs) const;
 
     Keyed<int> alignment_;
