@@ -39,37 +39,47 @@ private:
     };
 
     static constexpr std::size_t kUnknown = std::numeric_limits<std::size_t>::max();
+    static constexpr std::size_t kLinesToAHand = 300;  // of which one tells that lines were indented by hand
 
+    static bool isSettled(const Decision& decision);
     Tessel::PropertySet with(const Answer& answer) const;
     void set(const Answer& answer);
     std::size_t ask(const std::vector<Answer>& answers, std::size_t worth = 0);
     std::size_t ask(Tessel::KeyId key, const Values& values, std::size_t worth = 0);
 
+    void askCauses(const std::vector<Decision>& decisions);
+    std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
+    void askOther(const Decision& decision);
+    bool isBetter(const Answer& answer, std::size_t worth);
+    void note(std::vector<Decision>& decisions) const;
+
+    // search_layout.cpp
+    void askTabs(const TextHabits& habits);
     void askIndentation(const std::vector<Decision>& decisions);
     void askNamespaces(const Decision& indents);
-    void askTabs(const TextHabits& habits);
     void askKeptLayout();
     void askWrapIndent();
     void askHanging();
     void askUnseen(const std::vector<Decision>& decisions);
-    void askAlignment(const std::vector<Decision>& decisions);
-    void askColumns();
-    void askHandmadeColumns();
-    void askTables(const std::vector<Decision>& decisions);
-    void askCauses(const std::vector<Decision>& decisions);
-    std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
-    void askOther(const Decision& decision);
     void askLaidOut();
     void askJoining(const Decision& oneLine);
+    void dropKept(const std::vector<Decision>& decisions);
+
+    // search_columns.cpp
+    void askAlignment(const std::vector<Decision>& decisions);
+    void askHandmadeColumns();
+    void askColumns();
+    void askTables(const std::vector<Decision>& decisions);
+
+    // search_wrapping.cpp
     void askWrapping(const TextHabits& habits);
     std::vector<Margin> likelyMargins() const;
     int findMargin(const TextHabits& habits) const;
     void askWrapStyles(int margin);
-    void dropKept(const std::vector<Decision>& decisions);
+
+    // search_nearest.cpp
     const Tessel::PropertySet* nearestOf(const std::vector<Tessel::PropertySet>& known);
     void askNearest(const Tessel::PropertySet* nearest, const std::vector<Decision>& decisions);
-    bool isBetter(const Answer& answer, std::size_t worth);
-    void note(std::vector<Decision>& decisions) const;
 
     SchemeTrial& trial_;
     Tessel::PropertySet scheme_;

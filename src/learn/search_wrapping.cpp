@@ -1,0 +1,112 @@
+// Where lines that are too long are broken, and which are.
+#include "learn/search.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "scheme/key_value.h"
+
+namespace Learn {
+
+namespace {
+
+using namespace Tessel::Keys;
+using Tessel::KeyId;
+
+constexpr std::size_t kLinesToAMargin = 100;  // of which one may go beyond a margin that the others keep
+
+// How lines are wrapped: the usual value of each key, and another.
+constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
+    {WRAP_STYLE, {1, 2}},         {LIST_WRAP_STRATEGY, {1, 2}}, {CALL_ARGS_WRAP_STRATEGY, {1, 2}},
+    {EXPR_WRAP_STYLE, {2, 1}},    {EXPR_WRAP_STRATEGY, {1, 2}}, {COMMA_WRAP_STYLE, {2, 1}},
+    {SHIFT_WRAP_STYLE, {1, 2}},
+};
+
+constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
+
+// Margins that so many lines speak against are as likely as one that so few do.
+std::size_t likelyUpTo(std::size_t against) {
+    constexpr std::size_t oneOf = 50;
+    return against + against / oneOf;
+}
+
+}  // namespace
+
+// Lines are wrapped where that changes next to nothing.
+void Search::askWrapping(const TextHabits& habits) {
+    for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
+    set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
+    const int margin = findMargin(habits);
+    if (margin == 0) return;
+    Tessel::PropertySet unwrapped = scheme_;
+    const std::size_t changedUnwrapped = changed_;
+    askWrapStyles(margin);
+    if (changed_ >= changedUnwrapped + worth_) {
+        scheme_ = std::move(unwrapped);
+        changed_ = changedUnwrapped;
+        return;
+    }
+    // What has been wrapped hangs as wrapped lines do.
+    if (Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
+}
+
+// Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
+// broken once more, they are as they were for the margin that they were broken at: of those that are as likely, it is
+// the one that the fewest lines go beyond. 0 when there is none.
+int Search::findMargin(const TextHabits& habits) const {
+    std::vector<Margin> margins = likelyMargins();
+    if (margins.empty()) return 0;
+    const auto against = [](const Margin& margin) { return margin.against; };
+    const std::size_t most = likelyUpTo(std::ranges::min(margins, {}, against).against);
+    std::erase_if(margins, [most](const Margin& margin) { return margin.against > most; });
+    const auto worth = [](const Margin& margin) { return std::pair(margin.broken, margin.against); };
+    const Margin best = std::ranges::min(margins, {}, worth);
+    // Lines of just that width are what tells margins apart that are a column from each other.
+    int found = best.column;
+    for (const Margin& margin : margins) {
+        const bool isReached = habits.widths[static_cast<std::size_t>(margin.column)] > 0;
+        if (worth(margin) == worth(best) && isReached && margin.column <= found + 2) found = margin.column;
+    }
+    return found;
+}
+
+// Those that hardly any lines go beyond.
+std::vector<Search::Margin> Search::likelyMargins() const {
+    constexpr std::size_t weightOfLongLines = 4;
+    const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
+                          {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+    const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
+    std::vector<Margin> margins;
+    std::size_t limit = kUnknown;
+    for (const int column : kUsualMargins) {
+        Tessel::PropertySet scheme = with(usual);
+        scheme.setInt(RIGHT_MARGIN, column);
+        const std::size_t broken = trial_.changedLines(scheme, most);
+        if (broken > most) continue;
+        scheme.erase(KEEP_LINE_BREAKS.name);
+        const std::size_t against = trial_.changedLines(scheme, limit) + weightOfLongLines * broken;
+        limit = std::min(limit, likelyUpTo(against));
+        margins.push_back({column, broken, against});
+    }
+    return margins;
+}
+
+// How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
+// it best, and where lines do not stay as far behind as they are.
+void Search::askWrapStyles(int margin) {
+    set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
+    // Some of these lines were broken by hand: a style has to show in many.
+    const std::size_t many = trial_.lines() / kLinesToAHand;
+    for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
+    ask(WRAP_WHOLE_PARTS, {std::nullopt, true}, many);
+    const std::optional<Value> keepsIndent = Tessel::valueOf(scheme_, KEEP_LINE_INDENT);
+    set({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {KEEP_LINE_INDENT, false}});
+    for (const auto& [key, values] : kWrapStyles) {
+        const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
+        ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
+    }
+    ask(KEEP_LINE_INDENT, {false, keepsIndent});
+    askWrapIndent();
+}
+
+}  // namespace Learn
