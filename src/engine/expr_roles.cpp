@@ -134,12 +134,9 @@ private:
         const bool standsAlone = previousKind() == Cpp::OpenParen && kindAt(tokens_, place + 1) == Cpp::CloseParen;
         if (followsParameters_ || standsAlone) return ExprRole::Operand;
         if (isFold(place)) return ExprRole::BinaryOperator;
-        // `int (A::*a)(int)`: as of `int (*a)(int)`
-        const bool isOfMember = tokens_[previous_].token.text.ends_with("::");
-        if (isOfMember && previous_ > 0 && tokens_[previous_ - 1].role == ExprRole::GroupOpen)
-            return ExprRole::UnaryOperator;
         if (isMark(place)) return ExprRole::Mark;
-        if (isOfMember) return ExprRole::UnaryOperator;
+        // `int (A::*a)(int)`
+        if (tokens_[previous_].token.text.ends_with("::")) return ExprRole::UnaryOperator;
         // `T (&&a)[2]`, `a = &&label`
         const bool isByItself = previousRole() == ExprRole::GroupOpen || previousKind() == Cpp::Assign;
         if (isLogical && isByItself) return ExprRole::UnaryOperator;
