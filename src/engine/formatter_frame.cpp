@@ -280,11 +280,13 @@ void CppFormatter::visit(Cpp::KeptNode* item) {
     writeExpression(writer_.readThrough(item->end()), {});
 }
 
-// Its lines move as one block.
+// Its lines move as one block, unless a literal's are among them.
 void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {
     applyPendingWhitespace(node);
     writer_.copyGap(node.start());
-    exprFormatter_.writeComment(writer_.readThrough(node.end()), out());
+    const std::string_view text = writer_.readThrough(node.end());
+    if (holdsLinesOfLiteral(text)) return writeInPlace(text, InnerBlanks::Keep, out());
+    exprFormatter_.writeComment(text, out());
 }
 
 // Nothing hangs under a stray ";" in front of a statement: it is no node.

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <optional>
 
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
 
@@ -127,6 +130,15 @@ bool continuesLiteral(std::string_view directive) {
         }
     }
     return false;
+}
+
+bool holdsLinesOfLiteral(std::string_view text) {
+    if (lineLength(text) == text.size()) return false;
+    return std::ranges::any_of(Cpp::opaqueTokensOf(text), [text](const Cpp::OpaqueToken& token) {
+        const std::string_view part = text.substr(token.offset, token.length);
+        if (token.kind == Cpp::Directive) return continuesLiteral(part);
+        return !Cpp::isTrivia(token.kind) && lineLength(part) < part.size();
+    });
 }
 
 void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner, OIndentBuf& out,

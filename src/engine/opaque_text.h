@@ -62,6 +62,9 @@ void writeInPlace(std::string_view text, InnerBlanks inner, Zelmor::OIndentBuf& 
 // line is part of it.
 bool continuesLiteral(std::string_view directive);
 
+// The same for any of the literals in a text, those of its directives among them.
+bool holdsLinesOfLiteral(std::string_view text);
+
 // Whether the white space at the start of a text's further lines may be white space between tokens: not where there
 // may be a directive, a line that is spliced to the next, or a raw literal.
 bool mayIndentLines(std::string_view text);
