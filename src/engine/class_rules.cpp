@@ -126,7 +126,7 @@ void CppFormatter::visit(Cpp::AccessSpecNode* label) {
         writer_.writeMerged(gap, ahead.present ? kAsInInput : ahead);
     }
     LabelScope scope(*this, *label, settings_.accessLabelIndent, labelIndent(settings_.accessLabelIndent));
-    writer_.copyThrough(label->end());
+    writeLabel(*label);
 }
 
 // The indentation of a label, from the column of its construct; none where lines keep the one that they have.

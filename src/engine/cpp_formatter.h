@@ -241,6 +241,8 @@ private:
     void formatParts(Cpp::CtrlStmtNode& statement);
     void placePart(const Cpp::SyntaxNode& part, const WantedText& between);
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
+    void writeCaseValue(const Cpp::CaseNode& label);
+    void writeLabel(const Cpp::SyntaxNode& label);
     void formatCaseBlock(Cpp::BlockNode& block);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);

@@ -386,7 +386,8 @@ void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
 void CppFormatter::visit(Cpp::LabelNode* label) {
     const OptionalText& wanted = settings_.labelIndent;
     LabelScope scope(*this, *label, wanted, wanted.present ? labelIndent(wanted) : out().indent());
-    copyThrough(*label);
+    writer_.copyGap(label->start());
+    writeLabel(*label);
 }
 
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }

@@ -295,8 +295,31 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
     } else {
         writer_.write(gap);
     }
-    copyThrough(*label);
+    if (settings_.formatsLabels && label->value()) writeCaseValue(*label);
+    writeLabel(*label);
     lastLabel_ = label;
+}
+
+void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
+    writer_.copyThrough(label.keyword()->end());
+    const std::string_view gap = writer_.readGap(label.value()->start());
+    writer_.writeMerged(gap, isLineBreak(gap) ? kAsInInput : WantedText(" ", settings_.formatsLabels.key));
+    writeExpression(writer_.readThrough(label.value()->end()), label.value()->bodies());
+}
+
+// What has not been written of a label yet, its ":" among it.
+void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
+    std::string_view text = writer_.readThrough(label.end());
+    if (!settings_.formatsLabels || writer_.holdsOpaque(text)) return writer_.write(text);
+    const KeyId key = settings_.formatsLabels.key;
+    while (!text.empty()) {
+        const std::string_view gap = leadingBlanks(text);
+        text.remove_prefix(gap.size());
+        if (!gap.empty()) writer_.replace(gap, WantedText(text.starts_with(':') ? "" : " ", key));
+        const std::string_view word(text.begin(), std::ranges::find_if(text, isWhitespace));
+        writer_.write(word);
+        text.remove_prefix(word.size());
+    }
 }
 
 // case 1: {        goes by the column of its label

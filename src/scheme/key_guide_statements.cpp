@@ -39,6 +39,12 @@ void addControl(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::INDENT_CS_CASE_CONTENT, "        "), group,
                     "Indentation of the statements below case labels, from the switch.", choice,
                     {set(Keys::WS_AFTER_CS_CASE_LABELS, "\n")}});
+    rows.push_back({set(Keys::FORMAT_LABELS, true), group,
+                    "Labels are laid out, those in classes too: a blank between their words, none in front of their "
+                    "\":\", what stands behind case as an expression.",
+                    "void f()\n{\n    switch (x)\n    {\n    case  A|B :\n        g();\n    default :\n        h();\n"
+                    "    }\n}\n",
+                    {set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " ")}});
     rows.push_back({set(Keys::WS_AFTER_CS_CASE_LABELS, "\n"), group,
                     "Between a case label and its first statement; without a line break, comments below the label stay "
                     "there.", choice});
