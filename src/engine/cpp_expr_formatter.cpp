@@ -9,6 +9,7 @@
 #include "engine/gap.h"
 #include "engine/macro_bodies.h"
 #include "engine/operator_kinds.h"
+#include "engine/other_gaps.h"
 #include "scheme/single_line.h"
 
 namespace Tessel {
@@ -263,11 +264,24 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     const bool isForPrevious = !wanted || (isPresent(run.after) && !wanted->present);
     if (isForPrevious && run.roleAt(place) != ExprRole::BraceOpen) wanted = run.after;
     if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
+    if (!wanted && (settings_.otherGaps.none.present || log())) wanted = otherGapOf(run);
     if (isStacked(run)) return startLiteralLine(run);
     if (wrapsLines() && !isPresent(wanted)) {
         if (const OptionalText* const joined = joinedLine(run)) wanted = joined;
     }
     run.sweep.writeGapWith(wanted);
+}
+
+// Of the gap in front of the current token, about which no token has anything to say.
+const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
+    const std::size_t place = run.sweep.place();
+    const std::string_view gap = run.sweep.gap();
+    if (place == 0 || run.previous != place - 1 || gap.find_first_not_of(kBlanks) != gap.npos) return nullptr;
+    switch (otherGap(run.tokens, run.previous, place, gap.empty())) {
+        case OtherGap::Nothing: return &settings_.otherGaps.none;
+        case OtherGap::Blank: return &settings_.otherGaps.blank;
+        default: return nullptr;
+    }
 }
 
 // Tells where the current token stands, the gap in front of it written.

@@ -88,6 +88,7 @@ private:
                 HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
+    const OptionalText* otherGapOf(const Run& run) const;
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
     KeyId keyOfKeptLine(const Run& run) const;

@@ -38,6 +38,7 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
       hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent, operandIndent, hangsFromStatement},
+      otherGaps{{formatsOtherGaps, "", formatsOtherGaps.key}, {formatsOtherGaps, " ", formatsOtherGaps.key}},
       wrapMargin(readWrapMargin(scheme)) {}
 
 }  // namespace Tessel

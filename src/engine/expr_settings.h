@@ -21,6 +21,12 @@ struct MarkSettings {
     OptionalText against;
 };
 
+// What stands between tokens that no other key is about; both absent where that stays as it is.
+struct OtherGapTexts {
+    OptionalText none;
+    OptionalText blank;
+};
+
 // The scheme's values for expressions and declaration texts.
 struct ExprSettings : ExtensionSettings {
     explicit ExprSettings(const PropertySet& scheme);
@@ -41,6 +47,7 @@ struct ExprSettings : ExtensionSettings {
     MarkSettings asterisk;
     MarkSettings ampersand;
     HangingIndents hanging;
+    OtherGapTexts otherGaps;
     int wrapMargin = 0;  // 0 where no line is too long
 };
 

@@ -96,6 +96,7 @@ public:
     OptionalText beforeEllipsis = from_.lineText(Keys::WS_BEFORE_ELLIPSIS);
     Keyed<bool> formatsMacroCalls = from_.isOn(Keys::FORMAT_MACRO_CALLS);
     Keyed<bool> formatsLabels = from_.isOn(Keys::FORMAT_LABELS);
+    Keyed<bool> formatsOtherGaps = from_.isOn(Keys::FORMAT_OTHER_GAPS);
     OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
     Keyed<bool> formatsTypeArguments = from_.isOn(Keys::FORMAT_TYPE_ARGUMENTS);

@@ -310,8 +310,11 @@ void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
 // What has not been written of a label yet, its ":" among it.
 void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
     std::string_view text = writer_.readThrough(label.end());
-    if (!settings_.formatsLabels || writer_.holdsOpaque(text)) return writer_.write(text);
     const KeyId key = settings_.formatsLabels.key;
+    if (!settings_.formatsLabels || writer_.holdsOpaque(text)) {
+        writer_.leave(trailingBlanks(text.substr(0, text.rfind(':'))), OptionalText{false, {}, key});
+        return writer_.write(text);
+    }
     while (!text.empty()) {
         const std::string_view gap = leadingBlanks(text);
         text.remove_prefix(gap.size());

@@ -127,7 +127,7 @@ void Search::askUnseen(const std::vector<Decision>& decisions) {
 // What may be left as it is, is laid out as all else where that changes next to nothing.
 void Search::askLaidOut() {
     for (const KeyId key : {KeyId(FORMAT_TYPE_ARGUMENTS), KeyId(FORMAT_DIRECTIVES), KeyId(FORMAT_MACRO_BODIES),
-                            KeyId(FORMAT_MACRO_CALLS), KeyId(FORMAT_LABELS)}) {
+                            KeyId(FORMAT_MACRO_CALLS), KeyId(FORMAT_LABELS), KeyId(FORMAT_OTHER_GAPS)}) {
         ask(key, {true, std::nullopt});
     }
     ask(ALIGN_LINE_SPLICES, {std::nullopt, 0, 1, 2});

@@ -1,0 +1,53 @@
+#include "engine/other_gaps.h"
+
+#include "cpp/token_sets.h"
+#include "cpp/words.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+// "new" or "delete", but for those that name an operator.
+bool allocates(const ExprTokens& tokens, std::size_t place) {
+    const int kind = kindAt(tokens, place);
+    const bool isName = place > 0 && kindAt(tokens, place - 1) == Cpp::KeywordOperator;
+    return (kind == Cpp::KeywordNew || kind == Cpp::KeywordDelete) && !isName;
+}
+
+bool isAccess(int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; }
+
+// a [i], f() [i], new int [3], delete [] p: no attribute, and no lambda behind a macro.
+bool opensSubscript(const ExprTokens& tokens, std::size_t before, std::size_t open) {
+    if (kindAt(tokens, open) != Cpp::OpenBracket || tokens[open].partner == kNoToken) return false;
+    if (allocates(tokens, before)) return true;
+    if (kindAt(tokens, nextPlace(tokens, open)) == Cpp::OpenBracket) return false;
+    const std::size_t behind = nextPlace(tokens, tokens[open].partner);
+    const int following = kindAt(tokens, behind);
+    const bool mayBeLambda = following == Cpp::OpenParen || following == Cpp::OpenBrace ||
+                             (behind < tokens.size() && tokens[behind].role == ExprRole::Block);
+    if (mayBeLambda) return false;
+    const int kind = kindAt(tokens, before);
+    const ExprRole role = tokens[before].role;
+    return role == ExprRole::GroupClose || role == ExprRole::TemplateClose || kind == Cpp::Identifier ||
+           kind == Cpp::KeywordThis || isBuiltinTypeKeyword(kind);
+}
+
+}  // namespace
+
+OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behind, bool isEmpty) {
+    const int kind = kindAt(tokens, before);
+    const bool takesOperand = kind == Cpp::KeywordReturn || allocates(tokens, before);
+    if (isEmpty && !takesOperand) return OtherGap::AsItIs;
+    const int next = kindAt(tokens, behind);
+    if (opensSubscript(tokens, before, behind)) return OtherGap::Nothing;
+    if (takesOperand) return next == Cpp::Semicolon ? OtherGap::AsItIs : OtherGap::Blank;
+    const bool isPostfix = next == Cpp::Increment || next == Cpp::Decrement;
+    if (tokens[before].role == ExprRole::UnaryOperator || (isPostfix && tokens[behind].role == ExprRole::Operand)) {
+        return OtherGap::Nothing;
+    }
+    if (isAccess(kind) != isAccess(next) && !isPack(tokens, behind)) return OtherGap::Nothing;
+    return Cpp::isWord(kind) && Cpp::isWord(next) ? OtherGap::Blank : OtherGap::AsItIs;
+}
+
+}  // namespace Tessel
