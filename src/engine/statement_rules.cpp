@@ -257,7 +257,7 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
     const auto write = [&](std::string_view clause) {
         clause = trimLeft(clause);
         const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
-        exprFormatter_.formatDeclarationText(text, out(), kAsInInput);
+        exprFormatter_.formatForClause(text, out(), baseColumn());
     };
     writer_.leave(leadingBlanks(inside), settings_.afterControlOpenParen);
     out().writeVerbatim(settings_.afterControlOpenParen.text);
@@ -295,8 +295,23 @@ void CppFormatter::visit(Cpp::CaseNode* label) {
     } else {
         writer_.write(gap);
     }
+    if (settings_.formatsCaseLabels && label->value()) writeCaseValue(*label);
     copyThrough(*label);
     lastLabel_ = label;
+}
+
+// case (a+b) :        case (a + b):
+void CppFormatter::writeCaseValue(Cpp::CaseNode& label) {
+    const KeyId key = settings_.formatsCaseLabels.key;
+    const Cpp::ExprNode& value = *label.value();
+    copyThrough(*label.keyword());
+    writer_.writeMerged(writer_.readGap(value.start()), WantedText(" ", key));
+    writeExpression(trimRight(writer_.readThrough(value.end())), value.bodies(), HangingLines::Text::List);
+    const std::string_view colon = writer_.readThrough(label.end());
+    const std::string_view blanks = leadingBlanks(colon);
+    if (blanks.size() + 1 < colon.size()) return writer_.write(colon);
+    writer_.replace(blanks, WantedText("", key));
+    out().write(":");
 }
 
 // case 1: {        goes by the column of its label

@@ -46,6 +46,9 @@ void addControl(std::vector<KeyGuide>& rows) {
         {set(Keys::WS_BEFORE_CASE_OPEN_BRACE, " "), group,
          "Between a case label and the \"{\" behind it; the block then goes by the column of the label.",
          "void f()\n{\n    switch (key)\n    {\n    case 1:\n    {\n        go();\n    }\n    }\n}\n"});
+    rows.push_back({set(Keys::FORMAT_CASE_LABELS, true), group,
+                    "What stands between `case` and its \":\" is laid out as other expressions are.",
+                    "void f()\n{\n    switch (key)\n    {\n    case  (A+1) : go();\n    }\n}\n"});
 }
 
 void addExpressions(std::vector<KeyGuide>& rows) {
