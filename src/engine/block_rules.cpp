@@ -205,6 +205,14 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
     writer_.writeMerged(gap, WantedText(beforeClose).with(text));
 }
 
+// What goes in front of the body, with the empty lines that stay there.
+OptionalText CppFormatter::withLinesInFront(const Cpp::BracketedNode& body, const OptionalText& ahead) {
+    const bool isAsked = settings_.keepsBlankLinesInFront && ahead.hasLineFeed() && body.hasBrackets();
+    const std::string_view gap = isAsked ? gapBefore(body) : std::string_view();
+    const std::string text = isAllWhitespace(gap) ? withBlankLines(ahead.text, gap) : ahead.text;
+    return text.size() > ahead.text.size() ? OptionalText{true, text, settings_.blankLines.key} : ahead;
+}
+
 // A head, and a body whose contents are indented from the column at which the head began.
 void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* body,
                                      const OptionalText& beforeOpen, const Keyed<bool>& isKept) {

@@ -35,6 +35,17 @@ bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
 }
 
+// Whether the block is the body of a lambda that begins with the "[" at `capture`.
+bool isBodyOf(const ExprTokens& tokens, std::size_t capture, std::size_t block) {
+    for (std::size_t place = block; place-- > capture + 1;) {
+        const ExprToken& token = tokens[place];
+        if (token.role == ExprRole::Separator || token.role == ExprRole::GroupOpen) return false;
+        if (token.partner < place) place = token.partner;
+        if (place == capture) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source,
@@ -57,17 +68,21 @@ void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& 
     format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
 }
 
+void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, int statementColumn) {
+    format(text, out, ExprMode::Declaration, kAsInInput, false, nullptr, HangingLines::Text::List, statementColumn);
+}
+
 void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, const OptionalText& typeWhitespace) {
     format(text, out, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
 }
 
 void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks) {
-    format(text, out, ExprMode::Declarators, kAsInInput, false, blocks);
+    format(text, out, ExprMode::Declarators, kAsInInput, false, blocks, HangingLines::Text::Declarators);
 }
 
 void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
                               const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
-                              HangingLines::Text hanging) {
+                              HangingLines::Text hanging, std::optional<int> statementColumn) {
     // The blocks hold expressions of their own.
     ExprTokens ownTokens;
     ExprTokens& tokens = blocks ? ownTokens : exprTokens_;
@@ -80,6 +95,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
         run.hangingText = hanging;
+        if (statementColumn) run.hanging->hangCommasFrom(*statementColumn);
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (nameFollows) writeTypeEnd(run);
@@ -139,6 +155,13 @@ bool CppExprFormatter::followsSpacedComma(const Run& run) const {
     return run.previousKind() == Cpp::Comma && !run.groups.empty() && spacingOf(run.groups.back()).after.present;
 }
 
+// Of the line from which the block that comes next is indented: a lambda's may begin several lines above its "{".
+int CppExprFormatter::columnOfBlock(const Run& run) const {
+    const bool isBelow = settings_.indentsFromLine && run.out.lineHasText() && run.capture != kNoToken &&
+                         isBodyOf(run.tokens, run.capture, run.sweep.place());
+    return isBelow ? run.captureColumn : run.out.textColumn();
+}
+
 // A block stays on the line, or begins the line, where its author put it.
 void CppExprFormatter::writeBlock(Run& run) {
     if (run.hanging && keepsLine(run)) {
@@ -156,7 +179,7 @@ void CppExprFormatter::writeBlock(Run& run) {
         run.sweep.writeGap();
     }
     passToken(run);
-    run.blocks->write(run.blocksWritten++, run.out);
+    run.blocks->write(run.blocksWritten++, run.out, columnOfBlock(run));
     run.previous = run.sweep.place();
     run.after = nullptr;
     run.sweep.passToken();
@@ -211,7 +234,12 @@ void CppExprFormatter::writeCurrent(Run& run) {
     const bool opens = token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen ||
                        token.token.kind == Cpp::OpenBrace;
     writeToken(run);
-    if (opens && token.partner != kNoToken) openGroup(run);
+    if (!opens || token.partner == kNoToken) return;
+    if (run.blocks && token.token.kind == Cpp::OpenBracket) {
+        run.capture = run.previous;
+        run.captureColumn = run.out.textColumn();
+    }
+    openGroup(run);
 }
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -294,6 +322,12 @@ void CppExprFormatter::passToken(Run& run) {
 
 void CppExprFormatter::writeToken(Run& run) {
     passToken(run);
+    const Trn::Token& token = run.current().token;
+    const bool isNameInLines = token.kind == Cpp::Identifier && token.start.line != token.end.line;
+    const std::optional<int> column =
+        isNameInLines && run.hanging ? run.hanging->columnWithinName() : std::nullopt;
+    std::optional<IndentScope> indent;
+    if (column) indent.emplace(run.out, indentToColumn(run.out, *column));
     run.sweep.writeToken();
 }
 
@@ -369,6 +403,13 @@ const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::
     }
 }
 
+// What is no name may: `T{}(a)`, and a type that a function returns, `function<void(int)>`.
+bool CppExprFormatter::takesArguments(const Run& run, std::size_t open) {
+    if (run.previousKind() == Cpp::CloseBrace) return run.previousRole() == ExprRole::Operand;
+    const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
+    return isArgument && isBuiltinTypeKeyword(run.previousKind()) && !opensDeclarator(run.tokens, open);
+}
+
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
@@ -384,8 +425,9 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
         }
         case Cpp::KeywordSizeof:
         case Cpp::KeywordThrow: return &settings_.afterCallName;
-        default: return nullptr;
+        default: break;
     }
+    return settings_.formatsTypeArguments && takesArguments(run, place) ? &settings_.afterCallName : nullptr;
 }
 
 }  // namespace Tessel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,8 +24,9 @@ public:
     virtual ~BlocksInText() = default;
     // Of each, with its braces, in the text of the expression.
     virtual std::span<const TextExtent> extents() const = 0;
-    // Writes the one at the index, from its "{" on.
-    virtual void write(std::size_t index, Zelmor::OIndentBuf& out) = 0;
+    // Writes the one at the index, from its "{" on. `column` is that of the first text of the line on which what it
+    // is the body of begins.
+    virtual void write(std::size_t index, Zelmor::OIndentBuf& out, int column) = 0;
 };
 
 // Re-spaces expressions and declaration texts, in one sweep over their tokens whatever their nesting:
@@ -44,6 +46,8 @@ public:
                           HangingLines::Text hanging = HangingLines::Text::Statement);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
     void formatDeclarationText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace);
+    // A clause of a `for` in that column.
+    void formatForClause(std::string_view text, Zelmor::OIndentBuf& out, int statementColumn);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the
     // two.
     void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace);
@@ -85,7 +89,7 @@ private:
 
     void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
                 bool nameFollows, BlocksInText* blocks = nullptr,
-                HangingLines::Text hanging = HangingLines::Text::Statement);
+                HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> statementColumn = {});
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
     const OptionalText* otherGapOf(const Run& run) const;
@@ -98,6 +102,7 @@ private:
     static void writeToken(Run& run);
     bool followsSpacedComma(const Run& run) const;
     void writeBlock(Run& run);
+    int columnOfBlock(const Run& run) const;
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);
     const OptionalText* joinedLine(const Run& run) const;
@@ -108,6 +113,7 @@ private:
     const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
     static bool introducesWidth(const Run& run, std::size_t place);
     static bool startsEllipsis(const Run& run, std::size_t place);
+    static bool takesArguments(const Run& run, std::size_t open);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
     // What the source does beside gaps (expr_measures.cpp).

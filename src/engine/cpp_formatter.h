@@ -123,6 +123,7 @@ private:
     std::string labelIndent(const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    void formatByLabel(Cpp::SyntaxNode& statement);
     Cpp::InteriorNode::iterator findDirectiveBehind(Cpp::InteriorNode::iterator child,
                                                     Cpp::InteriorNode::iterator end);
     bool staysInFirstColumn(const Cpp::SyntaxNode& node);
@@ -165,11 +166,13 @@ private:
     void formatBody(Cpp::BracketedNode& body, const OptionalText& ahead, const Keyed<bool>& isKept,
                     const Format& format);
 
+    OptionalText withLinesInFront(const Cpp::BracketedNode& body, const OptionalText& ahead);
+
     // Bodies in expressions (expr_body_rules.cpp).
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                          HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies);
-    void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
+    void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column);
     bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
 
     // Lines that are kept (kept_lines.cpp).
@@ -217,6 +220,7 @@ private:
     void writeAlignedType(std::string_view type, KeyId alignment, int offset);
     void writeOnOneLine(std::string_view text);
     void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);
+    void writeDeclarator(std::string_view declarator);
     void writeDeclaratorOpening(std::string_view type, std::string_view opening);
 
     // Data.

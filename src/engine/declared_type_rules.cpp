@@ -33,7 +33,7 @@ std::string marksWithoutBlanks(std::string_view marks) {
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
-    return settings_.formatsTypeArguments && type.find('<') != std::string_view::npos && !writer_.holdsOpaque(type);
+    return settings_.formatsTypeArguments && type.find_first_of("<(") != type.npos && !writer_.holdsOpaque(type);
 }
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.

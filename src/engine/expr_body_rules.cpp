@@ -6,7 +6,8 @@
 //
 // The blocks in expressions, of lambdas mostly, are laid out as functions are, but for two things: a body of simple
 // statements that stands on one line stays there while it fits in the margin, and the "{" stays on the line where it
-// stands. What is in it is indented from the first text of the line that the "{" stands on, as people write it.
+// stands. What is in it is indented from the first text of the line that the "{" stands on, as people write it, or with
+// INDENT_FROM_LINE that the lambda begins on.
 #include <algorithm>
 
 #include "engine/columns.h"
@@ -77,8 +78,8 @@ public:
     }
 
     std::span<const TextExtent> extents() const override { return extents_; }
-    void write(std::size_t index, Zelmor::OIndentBuf& out) override {
-        formatter_.formatExprBody(*bodies_.blocks()[index], out);
+    void write(std::size_t index, Zelmor::OIndentBuf& out, int column) override {
+        formatter_.formatExprBody(*bodies_.blocks()[index], out, column);
     }
 
 private:
@@ -106,11 +107,11 @@ void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies
     exprFormatter_.formatDeclarators(text, out(), &blocks);
 }
 
-void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target) {
+// Its contents are indented from the column.
+void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column) {
     SourceWriter::InputScope input(writer_, offsetOf(source_, body.start()) - 1);
     SourceWriter::OutputScope output(writer_, target);
     BodyState saved(*this);
-    const int column = target.textColumn();
     BaseColumnScope base(*this, column, &body);
     const bool keepsIndent = target.keepLeadingSpace();
     Zelmor::IndentScope indent(target, keepsIndent ? target.indent() : indentToColumn(target, column));

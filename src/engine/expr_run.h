@@ -76,6 +76,8 @@ struct CppExprFormatter::Run {
     int literalColumn = 0;  // of the first of the literals that follow each other
     std::vector<Group> groups;
     BlocksInText* blocks = nullptr;
+    std::size_t capture = kNoToken;  // the last "[", and the column of the first text of its line
+    int captureColumn = 0;
     std::size_t blocksWritten = 0;
 };
 

@@ -65,6 +65,7 @@ public:
 
     OptionalText operandIndent = from_.indent(Keys::HANGING_OPERAND_INDENT);
     Keyed<bool> hangsFromStatement = from_.isOn(Keys::HANGING_FROM_STATEMENT);
+    Keyed<bool> hangsCommas = from_.isOn(Keys::HANGING_COMMAS);
     Keyed<bool> keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
     Keyed<int> blankLines = from_.number(Keys::KEEP_BLANK_LINES);
     Keyed<bool> keepsColumns = from_.isOn(Keys::KEEP_COLUMNS);
@@ -80,6 +81,7 @@ public:
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
     OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
     OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);
+    OptionalText beforeConvention = from_.lineText(Keys::WS_BEFORE_FN_CONVENTION);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);

@@ -37,6 +37,11 @@ Zelmor::IndentState initialState(const PropertySet& scheme) {
     return state;
 }
 
+bool isBreak(const Cpp::SyntaxNode& node) {
+    const auto* statement = Cpp::as<Cpp::ExprNode>(&node);
+    return statement && (statement->text() == "break" || statement->text() == "break;");
+}
+
 // What stands behind a "}" and belongs to what that ends: the declarators of a class or enumeration, and handlers.
 bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& node) {
     if (Cpp::as<Cpp::ClassDeclNode>(&previous) || Cpp::as<Cpp::EnumDeclNode>(&previous)) {
@@ -169,7 +174,11 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         previousSibling_ = previous;
         if (child >= commentsEnd) commentsEnd = findDirectiveBehind(child, node.childEnd());
         if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
-        (*child)->accept(*this);
+        if (isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child)) {
+            formatByLabel(**child);
+        } else {
+            (*child)->accept(*this);
+        }
         isCaseBlock = false;
         if (lastLabel_ == child->get()) {
             child = formatBehindLabel(child, node.childEnd());
@@ -182,6 +191,13 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     templateColumn_.reset();
     absentPending_ = {};
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+// The `break` behind the block of a case stands in the column of its "}".
+void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
+    LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), labelIndent(settings_.caseIndent));
+    statement.accept(*this);
 }
 
 // Sets whether the comments from `child` on, on lines that follow each other, end in front of a directive that has

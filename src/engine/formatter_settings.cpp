@@ -35,6 +35,7 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
     constexpr int inDeclarations = 1;
     constexpr int everywhere = 2;
     constexpr int betweenParts = 3;
+    constexpr int inFrontOfBraces = 4;
     for (BraceSettings* braces : {&linkage, &namespaces, &classes, &enums}) {
         braces->keepsBlankLines = blankLines >= inDeclarations;
     }
@@ -42,6 +43,7 @@ FormatterSettings::FormatterSettings(const PropertySet& scheme)
         braces->keepsBlankLines = blankLines >= everywhere;
     }
     keepsBlankLinesBetweenParts = blankLines >= betweenParts;
+    keepsBlankLinesInFront = blankLines >= inFrontOfBraces;
 
     afterClassName = text(Keys::WS_AFTER_CLASS_NAME);
     beforeBaseClauses = text(Keys::WS_BEFORE_BASE_CLAUSES);

@@ -48,6 +48,7 @@ struct FormatterSettings : ExtensionSettings {
     OptionalText afterDeclarationReturnType;
     OptionalText afterDefinitionReturnType;
     bool keepsBlankLinesBetweenParts = false;
+    bool keepsBlankLinesInFront = false;
     OptionalText afterFunctionName;
     OptionalText afterParameterOpen;
     OptionalText beforeParameterClose;

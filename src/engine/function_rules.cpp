@@ -47,6 +47,12 @@ bool isSpecifiers(std::string_view type) {
     return true;
 }
 
+// `(WINAPI *f)`, as opposed to `(A::*f)`.
+bool startsWithConvention(std::string_view declarator) {
+    const std::string_view inside = declarator.starts_with('(') ? trimLeft(declarator.substr(1)) : std::string_view();
+    return !inside.empty() && Cpp::isNameStart(inside.front()) && inside.find(':') == inside.npos;
+}
+
 // What stands behind parameters begins with a word, or with the type that is returned.
 bool startsWithQualifier(std::string_view tail) {
     return tail.starts_with("->") || (!tail.empty() && (Cpp::isNameStart(tail.front()) || tail.front() == '&'));
@@ -268,7 +274,7 @@ void CppFormatter::visit(Cpp::ParameterNode* parameter) {
     exprFormatter_.formatDeclarationText(text, out(), settings_.afterParameterType);
 }
 
-// The declarator in parentheses stays as it is.
+// With FORMAT_TYPE_ARGUMENTS the declarator in parentheses is laid out too.
 void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
@@ -283,30 +289,71 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
         writer_.write(typeText);
     }
     if (declaration->parameters()) {
-        writer_.copyGap(declaration->parameters()->start());
+        const std::string_view closing = writer_.readGap(declaration->parameters()->start());
+        const std::string_view bounds = trimRight(closing);
+        if (settings_.formatsTypeArguments && bounds.ends_with(')') && !writer_.holdsOpaque(closing)) {
+            const std::string_view inside = bounds.substr(0, bounds.size() - 1);
+            writer_.write(trimRight(inside));
+            writer_.replace(trailingBlanks(inside), kNothing);
+            out().write(")");
+            writer_.replace(trailingBlanks(closing), kNothing);
+        } else {
+            writer_.write(closing);
+        }
         formatParenList(*declaration->parameters());
     }
     copyThrough(*declaration);
 }
 
+// "(", a calling convention and marks, up to the name.
+void CppFormatter::writeDeclarator(std::string_view declarator) {
+    const bool isPlain = declarator.starts_with('(') && declarator.find_first_of("\n/:<([", 1) == declarator.npos;
+    if (!settings_.formatsTypeArguments || !isPlain || writer_.holdsOpaque(declarator)) {
+        writer_.write(declarator);
+        return;
+    }
+    out().write("(");
+    const std::string_view inside = trimLeft(declarator.substr(1));
+    writer_.replace(leadingBlanks(declarator.substr(1)), kNothing);
+    if (!inside.empty() && Cpp::isNameStart(inside.front())) {
+        exprFormatter_.formatTypeText(inside, out(), kBlank);
+        return;
+    }
+    out().write(trimRight(inside));
+    writer_.replace(trailingBlanks(inside), kNothing);
+}
+
 // The return type of a pointer to function, and what stands between it and the name: white space, "(" and marks.
 void CppFormatter::writeDeclaratorOpening(std::string_view type, std::string_view opening) {
-    const OptionalText& wanted = settings_.afterDeclarationReturnType;
     const std::string_view blanks = leadingBlanks(opening);
     const std::string_view declarator = trimLeft(opening);
+    const OptionalText& afterType = settings_.afterDeclarationReturnType;
+    const bool hasConvention = startsWithConvention(declarator);
+    const OptionalText& wanted =
+        hasConvention ? firstPresent(settings_.beforeConvention, afterType) : afterType;
     const bool followsType = !type.empty() && declarator.starts_with('(');
     const bool isNamed = settings_.keepsUnrecognized && followsType && isNamedByMacro(type, opening);
     const bool hasMarks = TypeText(type).hasMarks();
-    if (followsType && hasMarks && settings_.formatsTypeArguments && !writer_.holdsOpaque(type)) {
+    const bool formatsMarks = followsType && hasMarks && settings_.formatsTypeArguments && !writer_.holdsOpaque(type);
+    if (formatsMarks && hasConvention && settings_.beforeConvention.present) {
+        exprFormatter_.formatDeclarationText(type, out(), wanted);
+        writer_.replace(blanks, wanted);
+        writeDeclarator(declarator);
+    } else if (formatsMarks) {
         writeType({type.data(), type.size() + blanks.size()}, wanted, true);
-        writer_.write(declarator);
+        writeDeclarator(declarator);
     } else if (followsType && !hasMarks && wanted.present && !isNamed) {
         writer_.write(type);
         writer_.replace(blanks, wanted);
-        writer_.write(declarator);
+        writeDeclarator(declarator);
     } else {
+        const bool isCall = isNamed && settings_.formatsMacroCalls;
+        const OptionalText& apart = isCall                         ? exprFormatter_.settings().afterCallName
+                                    : followsType && hasConvention ? settings_.beforeConvention
+                                                                   : kAsInInput;
         writer_.write(type);
-        writer_.write(opening);
+        writer_.writeMerged(blanks, apart);
+        writeDeclarator(declarator);
     }
 }
 

@@ -32,9 +32,14 @@ HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn
     level.kind = text == Text::List ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
+    if (text == Text::Statement) hangCommasFrom(indentColumn);
     if (!indents.operand.present) return;
     chains_.emplace(tokens, text == Text::List);
     columns_.resize(tokens.size(), kNone);
+}
+
+void HangingLines::hangCommasFrom(int statementColumn) {
+    if (indents_.commas) levels_.front().behindComma = wrapped(statementColumn);
 }
 
 int HangingLines::columnFor(std::size_t place) const {
@@ -59,6 +64,16 @@ int HangingLines::columnFor(std::size_t place) const {
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
     return columnInLevel(level);
+}
+
+std::optional<int> HangingLines::columnWithinName() const {
+    if (!chains_) return std::nullopt;
+    return columnAfter(indents_.operand.text, columnOfOperand(levels_.back()), tabSize_);
+}
+
+// From where what goes on with the operand that is being read hangs.
+int HangingLines::columnOfOperand(const Level& level) {
+    return level.later != kNone ? level.later : level.operand != kNone ? level.operand : level.element;
 }
 
 // Of a "." or "->".
@@ -89,6 +104,7 @@ int HangingLines::columnInLevel(const Level& level) const {
     if (level.operand != kNone) return level.operand;
     if (level.first == kNone || level.awaitsOperand) return columnOfContents(level);
     const bool startsElement = level.element == kNone;
+    if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (level.kind == Level::Kind::Statement) {
         // What begins with a "=" continues a list of declarators that began elsewhere.
         const bool showsFirst = tokens_.front().role != ExprRole::BinaryOperator;
@@ -156,6 +172,7 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     const bool startsElement = level.element == kNone;
     if (level.first == kNone) level.first = column;
     if (startsElement) level.element = column;
+    if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
     if (level.awaitsOperand) level.operand = column;
     if (level.awaitsLater) level.later = column;
     level.awaitsOperand = awaitsValue(token);
@@ -203,7 +220,7 @@ void HangingLines::open(std::size_t place) {
 int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
     const int following = kindAt(tokens_, nextPlace(tokens_, tokens_[open].partner));
     if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMemberAccess(following)) return kNone;
-    const int operand = outer.later != kNone ? outer.later : outer.operand != kNone ? outer.operand : outer.element;
+    const int operand = columnOfOperand(outer);
     return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);
 }
 

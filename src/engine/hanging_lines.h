@@ -16,6 +16,7 @@ struct HangingIndents {
     OptionalText data;  // INDENT_DD_CONTENT, for those behind a "{"
     OptionalText operand;  // HANGING_OPERAND_INDENT
     bool fromStatement = false;  // HANGING_FROM_STATEMENT
+    bool commas = false;         // HANGING_COMMAS
 };
 
 // Where the lines hang that the author has begun inside a text, one sweep over its tokens:
@@ -34,14 +35,18 @@ struct HangingIndents {
 //                third;        of several elements, or in front of "?", or goes on behind the ")" with a "."
 class HangingLines {
 public:
-    enum class Text { Statement, List };
+    enum class Text { Statement, Declarators, List };
 
     // `indentColumn` is that of the statement, or of the list, that the text is part of. All are borrowed.
     HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                  const HangingIndents& indents, int tabSize);
 
+    // The text, which nothing has been passed of, is part of a statement in that column, by HANGING_COMMAS.
+    void hangCommasFrom(int statementColumn);
     // The column of a token, not passed yet, that begins a line.
     int columnFor(std::size_t place) const;
+    // Of the lines that begin behind a "::" inside the name passed last; nothing where they hang by no key.
+    std::optional<int> columnWithinName() const;
     // The next token has come to stand at `column`.
     void pass(std::size_t place, int column, bool startsLine);
 
@@ -72,6 +77,7 @@ private:
         int chain = kNone;
         int shift = kNone;
         int contents = kNone;        // where lines hang as long as there is no element
+        int behindComma = kNone;     // or what follows a comma operator
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
     };
 
@@ -81,6 +87,7 @@ private:
     int columnInChain(std::size_t place) const;
     int columnInLevel(const Level& level) const;
     int columnOfElement(const Level& level) const;
+    static int columnOfOperand(const Level& level);
     int columnOfContents(const Level& level) const;
     int wrapped(int column) const;
     bool continuesLiteral(std::size_t place) const;

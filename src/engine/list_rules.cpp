@@ -23,6 +23,14 @@ bool isLineComment(const Cpp::SyntaxNode& node) {
     return comment && comment->isLineComment();
 }
 
+// Where the comments begin that nothing follows: those behind initialisers stand in front of the body.
+std::size_t endOfInitializers(const Cpp::InteriorNode& list) {
+    const auto& children = list.children();
+    std::size_t end = children.size();
+    while (end > 0 && Cpp::as<Cpp::CommentNode>(children[end - 1].get())) --end;
+    return end;
+}
+
 // Whether the gap's last token is a comma that ends its line, or begins it.
 bool partsLines(std::string_view gap) {
     const std::string_view separator = trimRight(gap);
@@ -56,7 +64,13 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
 
 void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
+    const bool hasBodyBehind = keepsLines() && Cpp::as<Cpp::InitializerListNode>(&list);
+    std::size_t left = hasBodyBehind ? endOfInitializers(list) : list.size();
     for (const auto& child : list.children()) {
+        const bool isForBody = left == 0 && isAllWhitespace(lineBefore(*child));
+        std::optional<IndentScope> indent;
+        if (isForBody) indent.emplace(out(), indentToColumn(out(), baseColumn()));
+        if (left > 0) --left;
         if (previous) {
             const std::string_view gap = writer_.readGap(child->start());
             measureListBreak(gap, *list.children().front(), *child);

@@ -157,7 +157,10 @@ struct MacroBodies::Frame {
 };
 
 MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
-    : scheme_(inLinesOfAuthor(scheme)), indent_(indentOf(scheme)), passes_(passes) {}
+    : scheme_(inLinesOfAuthor(scheme)),
+      indent_(indentOf(scheme)),
+      indentsFromWord_(readSwitch(scheme, Keys::INDENT_FROM_DIRECTIVE)),
+      passes_(passes) {}
 
 std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
                                                 int column) const {
@@ -172,10 +175,16 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     if (startsOnLine && lines.size() > 1 && !endsStatement(*first)) return std::nullopt;
     const bool isIndented = !startsOnLine && isWhitespace(firstStatementOf({first, lines.end()}).front());
     const std::string start(first->begin(), lines.back().end());
-    const auto result = formatted(start, isIndented ? indent_ : std::string(), column);
+    const std::string indent = isIndented ? indentBehind(directive) : std::string();
+    const auto result = formatted(start, indent, column);
     if (!result) return std::nullopt;
 
     return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
+}
+
+// #  define f   is itself indented by the blanks behind its "#".
+std::string MacroBodies::indentBehind(std::string_view directive) const {
+    return indentsFromWord_ ? std::string(leadingBlanks(directive.substr(1))) + indent_ : indent_;
 }
 
 // Most bodies in a source are indented alike.

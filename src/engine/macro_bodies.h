@@ -6,6 +6,7 @@
 
 #include "engine/directive_parts.h"
 #include "engine/format_options.h"
+#include "engine/optional_text.h"
 #include "engine/layout_passes.h"
 
 namespace Tessel {
@@ -30,6 +31,7 @@ public:
 private:
     struct Frame;
 
+    std::string indentBehind(std::string_view directive) const;
     const FormatOptions& optionsFor(const std::string& indent, int column) const;
 
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
@@ -38,6 +40,7 @@ private:
 
     PropertySet scheme_;
     std::string indent_;
+    Keyed<bool> indentsFromWord_;
     const LayoutPasses& passes_;
     mutable std::optional<FormatOptions> options_;  // those of the last body
     mutable std::string margin_;

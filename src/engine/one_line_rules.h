@@ -109,13 +109,13 @@ void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahea
             };
             if (tryOnOneLine(body, isKept.key, formatWithGap)) return;
         } else if (first == '{') {
-            pend(ahead);
+            pend(withLinesInFront(body, ahead));
             applyPendingWhitespace(body);
             if (!tryOnOneLine(body, isKept.key, format)) format();
             return;
         }
     }
-    pend(ahead);
+    pend(withLinesInFront(body, ahead));
     format();
 }
 

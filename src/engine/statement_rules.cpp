@@ -257,7 +257,7 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
     const auto write = [&](std::string_view clause) {
         clause = trimLeft(clause);
         const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
-        exprFormatter_.formatDeclarationText(text, out(), kAsInInput);
+        exprFormatter_.formatForClause(text, out(), baseColumn());
     };
     writer_.leave(leadingBlanks(inside), settings_.afterControlOpenParen);
     out().writeVerbatim(settings_.afterControlOpenParen.text);
@@ -304,7 +304,7 @@ void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
     writer_.copyThrough(label.keyword()->end());
     const std::string_view gap = writer_.readGap(label.value()->start());
     writer_.writeMerged(gap, isLineBreak(gap) ? kAsInInput : WantedText(" ", settings_.formatsLabels.key));
-    writeExpression(writer_.readThrough(label.value()->end()), label.value()->bodies());
+    writeExpression(writer_.readThrough(label.value()->end()), label.value()->bodies(), HangingLines::Text::List);
 }
 
 // What has not been written of a label yet, its ":" among it.

@@ -108,6 +108,7 @@ void Search::askHanging() {
     operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
     ask(HANGING_OPERAND_INDENT, operands);
     ask(HANGING_FROM_STATEMENT, {std::nullopt, true});
+    ask(HANGING_COMMAS, {std::nullopt, true});
 }
 
 // Keys that no place was told of, in the order in which their values are usual.
@@ -130,6 +131,7 @@ void Search::askLaidOut() {
                             KeyId(FORMAT_MACRO_CALLS), KeyId(FORMAT_LABELS), KeyId(FORMAT_OTHER_GAPS)}) {
         ask(key, {true, std::nullopt});
     }
+    ask(INDENT_FROM_DIRECTIVE, {std::nullopt, true});
     ask(ALIGN_LINE_SPLICES, {std::nullopt, 0, 1, 2});
 }
 

@@ -112,9 +112,8 @@ NumberRange numberRange(std::string_view key) {
     if (key == Keys::RIGHT_MARGIN || key == Keys::MAX_BLANK_LINES.name) return {0};
     if (key == Keys::LINE_WRAP_DO_NOT_FORMAT) return {};
     if (key == Keys::ASTERISK_ANCHOR || key == Keys::AMPERSAND_ANCHOR) return {-1, 1};
-    for (const auto ofFour : {Keys::KEEP_ONE_LINE_FUNCTIONS, Keys::JOIN_SHORT_FUNCTIONS, Keys::KEEP_BLANK_LINES}) {
-        if (key == ofFour.name) return {0, 3};
-    }
+    if (key == Keys::KEEP_ONE_LINE_FUNCTIONS.name || key == Keys::JOIN_SHORT_FUNCTIONS.name) return {0, 3};
+    if (key == Keys::KEEP_BLANK_LINES.name) return {0, 4};
     return {0, 2};
 }
 

@@ -54,6 +54,10 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_AFTER_OPERATOR_NAME, " "), group,
                     "Between such an operator and the \"(\" of its parameters; absent, as behind other names.",
                     "bool operator==(T a, T b);\n", {set(Keys::WS_AFTER_FN_NAME, "")}});
+    rows.push_back({set(Keys::WS_BEFORE_FN_CONVENTION, ""), group,
+                    "Between a type and the parenthesis of a pointer to function that begins with a calling "
+                    "convention; absent, as where there is none.",
+                    "int (WINAPI *f)(int a);\n", {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
     rows.push_back({set(Keys::WS_BEFORE_FN_QUALIFIER, " "), group,
                     "Between the parameters and the word behind them: const, noexcept, override, ->.",
                     "class A\n{\n    int size()const;\n};\n"});
@@ -98,7 +102,8 @@ void addData(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::FORMAT_TYPE_ARGUMENTS, true), group,
                     "Template arguments in the types of data, in those that functions return, and in the names of "
                     "classes and functions, are laid out as others are, and so are types behind `using A =` and those "
-                    "that pointers to functions return.",
+                    "that pointers to functions return; with them what stands in the parentheses of a declarator and "
+                    "of a type.",
                     "map<int,char *> a;\n",
                     {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\" or \";\".", "int a[2];\n"});

@@ -59,6 +59,12 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     {set(Keys::FORMAT_DIRECTIVES, true), set(Keys::WS_BEFORE_EXPR_OP, " "),
                      set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::INDENT_CS_CONTENT, "    "), set(Keys::WS_AFTER_CS_KEY, " ")}});
+    rows.push_back({set(Keys::INDENT_FROM_DIRECTIVE, true), group,
+                    "What macros stand for is indented from the word behind the #, where blanks stand in front of it; "
+                    "else from the #.",
+                    "#  define swap(a, b) \\\n  do { \\\n    a = b; \\\n  } while (0)\n",
+                    {set(Keys::FORMAT_DIRECTIVES, true), set(Keys::FORMAT_MACRO_BODIES, true),
+                     set(Keys::INDENT_FN_CONTENT, "    "), set(Keys::INDENT_CS_CONTENT, "    ")}});
     rows.push_back({set(Keys::ALIGN_LINE_SPLICES, 1), group,
                     "With FORMAT_DIRECTIVES, where the backslashes stand that go on with a macro in the next line: 0 a "
                     "blank behind the text, 1 behind the longest line, 2 at the right margin. Absent, they stay; where "
@@ -191,6 +197,12 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n    total = first +\n    second;\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  "), set(Keys::HANGING_OPERAND_INDENT, "  ")}});
+    rows.push_back({set(Keys::HANGING_COMMAS, true), group,
+                    "What follows a comma operator in a kept line, in a clause of `for` too, hangs from the statement, "
+                    "by WRAP_INDENT; else it stands below the first operand.",
+                    "void f()\n{\n    for (i = 1,\n    j = 2; i < j; ++i) go();\n}\n",
+                    {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
+                     set(Keys::WRAP_INDENT, "  "), set(Keys::WS_BETWEEN_CS_FOR_CLAUSES, " ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
                     "Lines that are kept, and that hang under nothing, stay as far behind the first line of their "
                     "construct as they are. Lines of a comment that begin in front of it stay there.",
@@ -207,7 +219,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::KEEP_BLANK_LINES, 2), group,
                     "Empty lines that stay where the scheme asks for a line end: 1 behind { and in front of } of "
                     "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies and in "
-                    "front of blocks; 3 in front of else and its kin, too.",
+                    "front of blocks; 3 in front of else and its kin, too; 4 in front of the { of "
+                    "bodies, too.",
                     "int f()\n{\n\n    return 1;\n}\n", {set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_REGION_INDENT, true), group,
                     "The lines of protected regions keep the white space at their start.",
