@@ -7,6 +7,7 @@
 #include "engine/opaque_text.h"
 #include "layout/expr_layout.h"
 #include "layout/first_wrap_token.h"
+#include "layout/line_search.h"
 
 namespace Tessel {
 
@@ -37,6 +38,7 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state));
     const int column = firstColumn(state);
+    if (layout.isTooLong(wholeText(), column) && weigh(state, context)) return render(state);
     if (layout.isTooLong(wholeText(), column)) {
         const bool isDeclaratorList = context.declaratorColumn && layout.holdsElements(wholeText());
         if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
@@ -58,7 +60,9 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
     if (context.contentIndented) layout.setContentIndented();
     if (context.keepsLines) layout.setAtIndent();
     const int column = firstColumn(state);
-    if (settings_.lists != ListStrategy::Keep && layout.isTooLong(wholeText(), column)) {
+    const bool isTooLong = layout.isTooLong(wholeText(), column);
+    if (isTooLong && context.weighed != WeighedText::Statement && weigh(state, context)) return render(state);
+    if (settings_.lists != ListStrategy::Keep && isTooLong) {
         if (settings_.lists == ListStrategy::Pack) {
             if (context.isInParentheses) {
                 layout.packWithLastResort(wholeText(), column);
@@ -77,8 +81,16 @@ std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const Inde
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state), ExprLayout::Clauses::Separate);
     const int column = firstColumn(state);
+    if (layout.isTooLong(wholeText(), column) && weigh(state, context)) return render(state);
     if (layout.isTooLong(wholeText(), column)) layout.breakForClauses(wholeText(), column);
     return render(state);
+}
+
+// Says false where the lines are put in another way.
+bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& context) {
+    if (!settings_.weighsWholes()) return false;
+    LineSearch search(text_, settings_, context.weighed, indentColumn(state));
+    return search.lay(firstColumn(state), text_.tailWidth(text_.size()));
 }
 
 // The column of the first token. What follows a directive stands where the text would begin without it.

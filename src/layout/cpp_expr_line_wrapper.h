@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engine/cpp_expr_formatter_base.h"
+#include "layout/break_weights.h"
 #include "layout/wrap_settings.h"
 #include "layout/wrap_text.h"
 
@@ -17,6 +18,7 @@ struct WrapContext {
     bool contentIndented = false;  // the state's indentation is that of the content already
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
     bool isInParentheses = false;  // the text is all that stands in them
+    WeighedText weighed = WeighedText::Statement;
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };
@@ -50,6 +52,7 @@ private:
     int firstColumn(const Zelmor::IndentState& state) const;
     TokenRange wholeText() const { return {0, text_.size()}; }
     TokenRange withoutPrefixes() const;
+    bool weigh(const Zelmor::IndentState& state, const WrapContext& context);
     std::string render(const Zelmor::IndentState& state);
     void endLine(std::size_t place, Zelmor::OIndentBuf& out) const;
     std::string whitespaceTo(const LineStart& start, const Zelmor::OIndentBuf& indented) const;

@@ -113,6 +113,7 @@ private:
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);
     void wrapFunctionHead(Cpp::FunctionHeadNode& head);
+    bool weighsDeclaration(const Cpp::DataDeclNode& declaration) const;
     void wrapDeclarators(const Cpp::DataDeclNode& declaration);
     void wrapInitializer(std::string_view text, int nameColumn);
     void wrapBraceContents(std::string_view inside);

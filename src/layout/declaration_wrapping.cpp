@@ -130,6 +130,13 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     if (copyUnlessLong(*declaration)) return;
     const int column = declaration->type() ? copyToConstruct(*declaration) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
+    if (weighsDeclaration(*declaration)) {
+        IndentScope indent(out_, indentAt(baseColumn()));
+        WrapContext context;
+        context.mode = ExprMode::Declaration;
+        writeWrapped(readThrough(in_, declaration->end()), TextForm::Expression, context);
+        return;
+    }
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
     if (declaration->tail() && !declaration->tail()->bodies().empty()) {
         wrapBodies(declaration->tail()->bodies());
@@ -140,6 +147,14 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
         wrapInitializer(readThrough(in_, declaration->tail()->end()), nameColumn);
     }
     copyThrough(*declaration);
+}
+
+// Whether its type, name and initialiser are broken as one text.
+bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
+    if (!wrapper_.settings().weighsWholes() || !declaration.type()) return false;
+    if (!declaration.tail()) return true;
+    return declaration.tail()->bodies().empty() && !declaration.tail()->text().starts_with("= {") &&
+           !declaration.tail()->text().starts_with("{");
 }
 
 // first, second, third = 3;

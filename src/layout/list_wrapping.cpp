@@ -34,6 +34,7 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& com
     WrapContext context;
     context.mode = mode;
     context.isInParentheses = isInParentheses;
+    if (isInParentheses) context.weighed = WeighedText::Parameters;
     context.respacesCommas = commas.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
 }

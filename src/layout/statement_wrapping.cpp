@@ -98,8 +98,10 @@ void CppLineWrapper::visit(Cpp::CtrlSubStmtHeadNode* head) {
         WrapContext context;
         if (keywordOf(head) == Cpp::KeywordFor) {
             context.mode = ExprMode::Declaration;
+            context.weighed = WeighedText::Clauses;
             writeWrapped(inside, TextForm::ForClauses, context);
         } else {
+            context.weighed = WeighedText::Condition;
             if (keywordOf(head) == Cpp::KeywordCatch) context.mode = ExprMode::Declaration;
             writeWrapped(inside, TextForm::Expression, context);
         }

@@ -42,6 +42,13 @@ struct WrapSettings : ExtensionSettings {
         }
     }
 
+    // Whether the ways to break a text are weighed against each other as wholes.
+    bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
+
+    static constexpr int kWeightOfOnlyElement = 19;
+    // Of a line that begins in front of the first of several elements.
+    int weightBehindOpen = 1;
+
     int rightMargin = 0;  // columns; the longest line that is not too long
     bool lineWrap = false;
     int tabSize = 1;
