@@ -46,14 +46,15 @@ bool isClose(const ExprTokens& tokens, std::size_t place) {
 }  // namespace
 
 BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes, const WrapSettings& settings,
-                           WeighedText text)
+                           const WeighedExtent& extent)
     : tokens_(tokens),
       scopes_(scopes),
       settings_(settings),
-      text_(text),
+      text_(extent.text),
+      name_(extent.name),
       holdsComma_(tokens.size(), false),
       weights_(tokens.size(), kNoBreak) {
-    const bool isOnItsOwn = text == WeighedText::Statement || text == WeighedText::Head;
+    const bool isOnItsOwn = text_ == WeighedText::Statement || text_ == WeighedText::Head;
     int depth = !isOnItsOwn ? 1 + kParenthesesDepth : 1;
     std::vector<std::size_t> brackets;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
@@ -104,7 +105,10 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
         if (kind == Cpp::OpenBrace) return kBraceBehindAssignment;
         if (kind == Cpp::OpenBracket) return kAssignedLambda;
     }
-    if (token.role == ExprRole::Name) return kDeclaredName;
+    if (place == name_) return settings_.weightOfFunctionName;
+    if (name_ != kNoToken && place < name_ && scopes_.at(place).depth == 0) return kNoBreak;
+    const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
+    if (token.role == ExprRole::Name && !isOuter) return kDeclaredName;
     const bool isCallOperator = token.role == ExprRole::BinaryOperator && kind == Cpp::Arrow;
     if (isCallOperator) return kArrowOfResult;
     if (isOpen(tokens_, left)) return weightBehindOpen(left, place);

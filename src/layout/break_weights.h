@@ -17,6 +17,12 @@ enum class WeighedText {
     Head,       // of a function, from its type on
 };
 
+struct WeighedExtent {
+    WeighedText text = WeighedText::Statement;
+    std::size_t name = kNoToken;  // the place of the name of a function
+    int indentColumn = 0;         // of the statement
+};
+
 // What a line costs that begins with a token: the more, the closer that belongs to the one in front, and the deeper it
 // stands in brackets.
 class BreakWeights {
@@ -24,7 +30,8 @@ public:
     static constexpr int kNoBreak = -1;
 
     // All are borrowed.
-    BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes, const WrapSettings& settings, WeighedText text);
+    BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes, const WrapSettings& settings,
+                 const WeighedExtent& extent);
 
     int at(std::size_t place) const { return weights_[place]; }
     // Whether lines begin with the operator, as opposed to the operand behind it.
@@ -41,6 +48,7 @@ private:
     const OperandScopes& scopes_;
     const WrapSettings& settings_;
     WeighedText text_;
+    std::size_t name_;
     std::vector<bool> holdsComma_;  // of the brackets that open
     std::vector<int> weights_;
 };

@@ -86,11 +86,23 @@ std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const Inde
     return render(state);
 }
 
+std::optional<std::string> CppExprLineWrapper::wrapByWeight(std::string_view text, const IndentState& state,
+                                                            const WrapContext& context) {
+    if (!settings_.weighsWholes() || !read(text, context)) return std::nullopt;
+    const int column = firstColumn(state);
+    const bool isWithinMargin = text_.fits({0, text_.size()}, column, context.trailingWidth, Literals::Joined);
+    if (!isWithinMargin && !weigh(state, context)) return std::nullopt;
+    return render(state);
+}
+
 // Says false where the lines are put in another way.
 bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& context) {
     if (!settings_.weighsWholes()) return false;
-    LineSearch search(text_, settings_, context.weighed, indentColumn(state));
-    return search.lay(firstColumn(state), text_.tailWidth(text_.size()));
+    const std::vector<ExprToken>& tokens = text_.tokens();
+    const auto name = std::ranges::find(tokens, context.nameOffset, [](const ExprToken& token) { return std::size_t{token.token.offset}; });
+    const std::size_t namePlace = name == tokens.end() ? kNoToken : static_cast<std::size_t>(name - tokens.begin());
+    LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state)});
+    return search.lay(firstColumn(state), context.trailingWidth);
 }
 
 // The column of the first token. What follows a directive stands where the text would begin without it.

@@ -19,6 +19,7 @@ struct WrapContext {
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
     bool isInParentheses = false;  // the text is all that stands in them
     WeighedText weighed = WeighedText::Statement;
+    std::size_t nameOffset = std::string_view::npos;  // in the text, of what is declared
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };
@@ -44,6 +45,10 @@ public:
     // The clauses of a "for" head. Lines begin just inside the "(".
     std::string wrapForClauses(std::string_view text, const Zelmor::IndentState& state,
                                const WrapContext& context = {});
+
+    // Any text, where WRAP_BY_WEIGHT is at work and it is too long; else nothing.
+    std::optional<std::string> wrapByWeight(std::string_view text, const Zelmor::IndentState& state,
+                                            const WrapContext& context);
 
     const WrapSettings& settings() const { return settings_; }
 

@@ -87,6 +87,24 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
     }
 }
 
+std::size_t CppLineWrapper::offsetBetween(Position start, Position end) const {
+    return offsetOf(in_.document(), end) - offsetOf(in_.document(), start);
+}
+
+// What begins at the reading position. Says false, with nothing written, where it is not broken by weight.
+bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext context) {
+    if (!wrapper_.settings().weighsWholes() || !needsWrapping(start, end)) return false;
+    const std::string_view text = source().substr(offsetOf(in_.document(), start) - 1, offsetBetween(start, end) + 1);
+    if (holdsProtectedText(text, markers_)) return false;
+    context.trailingWidth = widthBehind(text);
+    IndentScope indent(out_, indentAt(baseColumn()));
+    const std::optional<std::string> wrapped = wrapper_.wrapByWeight(text, IndentState(out_), context);
+    if (!wrapped) return false;
+    readThrough(in_, end);
+    write(*wrapped);
+    return true;
+}
+
 // The columns of what follows a piece of the source and cannot leave the line that the piece ends on:
 // everything up to the next place where a line might end, and the brackets behind that. Another statement is
 // broken by itself.

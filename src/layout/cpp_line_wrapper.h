@@ -94,6 +94,8 @@ private:
     enum class TextForm { Expression, List, ForClauses };
     void writeMoved(std::string_view comment);
     void writeWrapped(std::string_view text, TextForm form, WrapContext context);
+    bool writeByWeight(Position start, Position end, WrapContext context);
+    std::size_t offsetBetween(Position start, Position end) const;
     int widthBehind(std::string_view text) const;
 
     // Bodies.

@@ -106,6 +106,13 @@ void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
 }
 
 void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head) {
+    if (head.parameters() && head.name() && !head.oldParameters()) {
+        WrapContext context;
+        context.mode = ExprMode::Declaration;
+        context.weighed = WeighedText::Head;
+        if (head.returnType()) context.nameOffset = offsetBetween(head.start(), head.name()->start());
+        if (writeByWeight(head.start(), head.end(), context)) return;
+    }
     if (head.parameters()) {
         copyUpTo(*head.parameters());
         wrapBracketedList(*head.parameters(), settings_.commas.parameters);
@@ -131,11 +138,9 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     const int column = declaration->type() ? copyToConstruct(*declaration) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
     if (weighsDeclaration(*declaration)) {
-        IndentScope indent(out_, indentAt(baseColumn()));
         WrapContext context;
         context.mode = ExprMode::Declaration;
-        writeWrapped(readThrough(in_, declaration->end()), TextForm::Expression, context);
-        return;
+        if (writeByWeight(declaration->start(), declaration->end(), context)) return;
     }
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
     if (declaration->tail() && !declaration->tail()->bodies().empty()) {
@@ -151,7 +156,7 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
 
 // Whether its type, name and initialiser are broken as one text.
 bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
-    if (!wrapper_.settings().weighsWholes() || !declaration.type()) return false;
+    if (!declaration.type()) return false;
     if (!declaration.tail()) return true;
     return declaration.tail()->bodies().empty() && !declaration.tail()->text().starts_with("= {") &&
            !declaration.tail()->text().starts_with("{");

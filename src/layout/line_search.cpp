@@ -28,14 +28,15 @@ bool isComparison(OperandRank rank) { return rank == OperandRank::Relation || ra
 
 }  // namespace
 
-LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, WeighedText kind, int indentColumn)
+LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const WeighedExtent& extent)
     : text_(text),
       tokens_(text.tokens()),
       settings_(settings),
-      kind_(kind),
-      indentColumn_(indentColumn),
+      kind_(extent.text),
+      indentColumn_(extent.indentColumn),
+      name_(extent.name),
       scopes_(text.tokens()),
-      weights_(text.tokens(), scopes_, settings, kind) {}
+      weights_(text.tokens(), scopes_, settings, extent) {}
 
 bool LineSearch::isOpen(std::size_t place) const {
     return tokens_[place].partner != kNoToken && tokens_[place].partner > place;
@@ -163,9 +164,8 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
     const bool followsQuestion = left != kNoToken && scopes_.at(left).rank == OperandRank::Conditional;
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
-    if (tokens_[place].role == ExprRole::Name) {
-        return kind_ == WeighedText::Head ? std::max(scope.last, scope.indent) : continuation(scope);
-    }
+    if (place == name_) return std::max(scope.last, scope.indent);
+    if (tokens_[place].role == ExprRole::Name) return continuation(scope);
     if (scopes_.at(left).rank == OperandRank::Assignment) return continuation(scope);
     const bool isOperator = rank != OperandRank::None && rank != OperandRank::Comma;
     if (tokens_[left].token.kind == Cpp::CloseParen && !isOperator) return continuation(scope);
@@ -197,6 +197,8 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
         if (!text_.isWithinMargin(end) && (way.column > lineColumn || isOutside)) return true;
         if (isClose(left) && (scope.member >= 0 || scope.isBroken)) return true;
     }
+    const bool isDeclaredName = tokens_[place].role == ExprRole::Name && tokens_[left].role == ExprRole::TemplateClose;
+    if (isDeclaredName && scope.isBroken) return true;
     if (way.column <= lineColumn) return false;
     const bool startsLiterals = kind == Cpp::StringLiteral && place + 1 < tokens_.size() && text_.continuesLiteral(place + 1);
     if (startsLiterals && leftRank != OperandRank::Shift && scopes_.at(place).depth < 2) return true;
@@ -207,8 +209,7 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
     }
     if (rank == OperandRank::Shift && weights_.leadsLine(place)) return scope.isBroken && scope.shift < 0;
     if (rank >= OperandRank::Or && rank < OperandRank::Member) return scope.isBroken;
-    return tokens_[place].role == ExprRole::Name && kind_ == WeighedText::Head && scope.isBroken &&
-           scopes_.at(place).depth == 0;
+    return place == name_ && scope.isBroken;
 }
 
 bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
@@ -227,7 +228,7 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
     const bool isOperator = rank > OperandRank::Assignment && rank < OperandRank::Member && rank != OperandRank::Conditional;
     if (scope.isOperandWhole && !isOperator) return false;
     if (rank == OperandRank::Member && scope.keepsMembers) return false;
-    if (tokens_[place].role == ExprRole::Name && kind_ == WeighedText::Head && way.column - indentColumn_ < kShortType) return false;
+    if (place == name_ && way.column < kShortType) return false;
     return !scope.isWhole;
 }
 

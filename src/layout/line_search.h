@@ -23,8 +23,8 @@ namespace Tessel {
 // that the time is linear in the length of the text.
 class LineSearch {
 public:
-    // The text and the settings are borrowed. `indentColumn` is that of the statement.
-    LineSearch(WrapText& text, const WrapSettings& settings, WeighedText kind, int indentColumn);
+    // The text and the settings are borrowed.
+    LineSearch(WrapText& text, const WrapSettings& settings, const WeighedExtent& extent);
 
     // Begins the lines of the text, whose first token stands at the column. Returns false, with nothing begun, for a
     // text that is not suited: with lines or tabs in it that stay, or very long.
@@ -98,6 +98,7 @@ private:
     const WrapSettings& settings_;
     WeighedText kind_;
     int indentColumn_;
+    std::size_t name_;
     OperandScopes scopes_;
     BreakWeights weights_;
     std::vector<std::size_t> before_;  // the token in front that is no comment

@@ -34,8 +34,13 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 
 void CppLineWrapper::visit(Cpp::ExprNode* expression) {
     if (copyUnlessLong(*expression)) return;
-    if (givesTypeName(expression->text())) return copyThrough(*expression);  // types have no operands to break at
     copyUpTo(*expression);
+    if (givesTypeName(expression->text())) {  // types have no operands to break at
+        WrapContext context;
+        context.mode = ExprMode::Declaration;
+        if (!writeByWeight(expression->start(), expression->end(), context)) copyThrough(*expression);
+        return;
+    }
     if (!expression->bodies().empty()) {
         wrapBodies(expression->bodies());
         copyThrough(*expression);

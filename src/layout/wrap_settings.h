@@ -48,6 +48,8 @@ struct WrapSettings : ExtensionSettings {
     static constexpr int kWeightOfOnlyElement = 19;
     // Of a line that begins in front of the first of several elements.
     int weightBehindOpen = 1;
+    // Of one that begins with a function's name, below its type.
+    int weightOfFunctionName = 0;
 
     int rightMargin = 0;  // columns; the longest line that is not too long
     bool lineWrap = false;
