@@ -4,6 +4,7 @@
 
 #include "cpp/token_kind.h"
 #include "engine/expr_casts.h"
+#include "engine/gap.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -16,6 +17,8 @@ constexpr int kParenthesesDepth = 1;
 constexpr int kSubscriptDepth = 10;
 constexpr int kTemplateDepth = 12;
 
+constexpr int kShiftWeight = 1;
+constexpr int kBehindLabel = 25;  // "name: " << value
 constexpr int kColonOfLoop = 2;
 constexpr int kAssignedLambda = 35;
 constexpr int kInnerMember = 35;  // "." with another call behind it
@@ -29,6 +32,14 @@ constexpr int kBraceBehindAssignment = 160;
 constexpr int kDeclaredName = 200;
 constexpr int kSubscript = 500;
 constexpr int kBehindComment = 1000;
+
+// A literal that names the value behind it, or ends a value's name.
+bool isLabel(const ExprToken& token) {
+    if (token.token.kind != Cpp::StringLiteral || !token.token.text.starts_with('"')) return false;
+    std::string_view text = std::string_view(token.token.text).substr(1);
+    text = trimLeft(trimRight(text.substr(0, text.size() - (text.ends_with('"') ? 1 : 0))));
+    return text.size() <= 1 || text.ends_with(':') || text.ends_with('=');
+}
 
 int depthOf(const ExprToken& open) {
     if (open.role == ExprRole::TemplateOpen) return kTemplateDepth;
@@ -141,7 +152,9 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
     }
     if (rank != OperandRank::None) {
         if (!leadsLine(place)) return kNoBreak;
-        return tokens_[place].token.kind == Cpp::ShiftLeft ? 1 : static_cast<int>(rank);
+        if (tokens_[place].token.kind != Cpp::ShiftLeft) return static_cast<int>(rank);
+        const bool isOnly = scopes_.at(place).isFirstOperator && scopes_.at(place).nextOperator == kNoToken;
+        return !isOnly && isLabel(tokens_[left]) ? kBehindLabel : kShiftWeight;
     }
     if (tokens_[left].role == ExprRole::BinaryOperator && tokens_[left].token.kind == Cpp::Colon) return kColonOfLoop;
     return startsCastOperand(tokens_, left, place) ? kCastOperand : kNoBreak;

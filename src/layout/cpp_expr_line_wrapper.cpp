@@ -86,13 +86,13 @@ std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const Inde
     return render(state);
 }
 
-std::optional<std::string> CppExprLineWrapper::wrapByWeight(std::string_view text, const IndentState& state,
-                                                            const WrapContext& context) {
-    if (!settings_.weighsWholes() || !read(text, context)) return std::nullopt;
+std::vector<std::string> CppExprLineWrapper::wrapByWeight(std::string_view text, const IndentState& state,
+                                                          const WrapContext& context) {
+    if (!settings_.weighsWholes() || !read(text, context)) return {};
     const int column = firstColumn(state);
     const bool isWithinMargin = text_.fits({0, text_.size()}, column, context.trailingWidth, Literals::Joined);
-    if (!isWithinMargin && !weigh(state, context)) return std::nullopt;
-    return render(state);
+    if (!isWithinMargin && !weigh(state, context)) return {};
+    return renderPieces(state);
 }
 
 // Says false where the lines are put in another way.
@@ -113,7 +113,7 @@ int CppExprLineWrapper::firstColumn(const IndentState& state) const {
 // Says false for a text that is left as it is: without tokens, or with something else between them.
 bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
     if (!settings_.wrapsLines()) return false;
-    text_.read(text, context.mode, context.trailingWidth, sourceColumns());
+    text_.read(text, context.mode, context.trailingWidth, sourceColumns(), context.blocks);
     if (settings_.keepsLineBreaks && !context.keepsLines) text_.joinLines();
     return text_.size() > 0 && !text_.holdsUnknownText();
 }
@@ -143,8 +143,12 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
     return {first, tokens.size()};
 }
 
-// The text with its line breaks. Whatever does not stand at one of these is copied.
-std::string CppExprLineWrapper::render(const IndentState& state) {
+std::string CppExprLineWrapper::render(const IndentState& state) { return std::move(renderPieces(state).front()); }
+
+// The text with its line breaks, in the pieces that stand between blocks of several lines. Whatever does not stand at a
+// line break is copied.
+std::vector<std::string> CppExprLineWrapper::renderPieces(const IndentState& state) {
+    std::vector<std::string> pieces;
     const OIndentBuf indented(state);
     OIndentBuf out(state);
     IndentScope noIndent(out, {});
@@ -167,10 +171,15 @@ std::string CppExprLineWrapper::render(const IndentState& state) {
         }
         text_.placeBracket(place, out.column());
         if (!text_.continuesLiteral(place)) literalColumn = out.column();
-        writeToken(place, out);
+        if (text_.isLongBlock(place)) {
+            pieces.push_back(out.takeText());
+        } else {
+            writeToken(place, out);
+        }
     }
     writeRendered(text_.gap(text_.size()), out);
-    return out.takeText();
+    pieces.push_back(out.takeText());
+    return pieces;
 }
 
 // Ends the line in front of a token, unless a comment has done so. Empty lines stay.

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/cpp_expr_formatter_base.h"
 #include "layout/break_weights.h"
@@ -20,6 +22,7 @@ struct WrapContext {
     bool isInParentheses = false;  // the text is all that stands in them
     WeighedText weighed = WeighedText::Statement;
     std::size_t nameOffset = std::string_view::npos;  // in the text, of what is declared
+    std::span<const TextExtent> blocks;  // that somebody else breaks
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };
@@ -46,8 +49,9 @@ public:
     std::string wrapForClauses(std::string_view text, const Zelmor::IndentState& state,
                                const WrapContext& context = {});
 
-    // Any text, where WRAP_BY_WEIGHT is at work and it is too long; else nothing.
-    std::optional<std::string> wrapByWeight(std::string_view text, const Zelmor::IndentState& state,
+    // Any text, where WRAP_BY_WEIGHT is at work: what stands between its blocks of several lines. Nothing where it is
+    // to be broken in another way.
+    std::vector<std::string> wrapByWeight(std::string_view text, const Zelmor::IndentState& state,
                                             const WrapContext& context);
 
     const WrapSettings& settings() const { return settings_; }
@@ -59,6 +63,7 @@ private:
     TokenRange withoutPrefixes() const;
     bool weigh(const Zelmor::IndentState& state, const WrapContext& context);
     std::string render(const Zelmor::IndentState& state);
+    std::vector<std::string> renderPieces(const Zelmor::IndentState& state);
     void endLine(std::size_t place, Zelmor::OIndentBuf& out) const;
     std::string whitespaceTo(const LineStart& start, const Zelmor::OIndentBuf& indented) const;
     void writeDirectiveAt(std::size_t place, const Zelmor::IndentState& state, Zelmor::OIndentBuf& out);

@@ -94,7 +94,8 @@ private:
     enum class TextForm { Expression, List, ForClauses };
     void writeMoved(std::string_view comment);
     void writeWrapped(std::string_view text, TextForm form, WrapContext context);
-    bool writeByWeight(Position start, Position end, WrapContext context);
+    bool writeByWeight(Position start, Position end, WrapContext context, const Cpp::ExprBodies* bodies = nullptr);
+    bool isLongAround(Position start, Position end, const Cpp::ExprBodies* bodies) const;
     std::size_t offsetBetween(Position start, Position end) const;
     int widthBehind(std::string_view text) const;
 
@@ -107,6 +108,7 @@ private:
     std::optional<int> takeTemplateColumn() { return std::exchange(templateColumn_, std::nullopt); }
 
     void wrapBodies(const Cpp::ExprBodies& bodies);
+    void wrapBody(Cpp::BlockNode& body);
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);

@@ -140,7 +140,8 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     if (weighsDeclaration(*declaration)) {
         WrapContext context;
         context.mode = ExprMode::Declaration;
-        if (writeByWeight(declaration->start(), declaration->end(), context)) return;
+        const Cpp::ExprBodies* bodies = declaration->tail() ? &declaration->tail()->bodies() : nullptr;
+        if (writeByWeight(declaration->start(), declaration->end(), context, bodies)) return;
     }
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
     if (declaration->tail() && !declaration->tail()->bodies().empty()) {
@@ -158,7 +159,7 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
 bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
     if (!declaration.type()) return false;
     if (!declaration.tail()) return true;
-    return declaration.tail()->bodies().empty() && !declaration.tail()->text().starts_with("= {") &&
+    return !declaration.tail()->text().starts_with("= {") &&
            !declaration.tail()->text().starts_with("{");
 }
 

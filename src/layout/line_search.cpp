@@ -50,7 +50,7 @@ bool LineSearch::isSuited() {
     if (tokens_.empty() || tokens_.size() > kMostTokens) return false;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         const bool isEven = text_.isEven({place, place + 1}) && text_.gap(place).find_first_of("\t\n") == std::string_view::npos;
-        if (!isEven && !text_.continuesLiteral(place)) return false;
+        if (!isEven && !text_.continuesLiteral(place) && !text_.isLongBlock(place)) return false;
         if (tokens_[place].token.kind == Cpp::LineComment || tokens_[place].token.kind == Cpp::Directive) return false;
     }
     return true;
@@ -65,7 +65,7 @@ void LineSearch::takeWidths() {
         before_[place] = last;
         if (!isTrivia(place)) last = place;
         gaps_.push_back(lengthOf(text_.gap(place)));
-        widths_.push_back(text_.measure({place, place + 1}, 0).column);
+        widths_.push_back(text_.isLongBlock(place) ? 1 : text_.measure({place, place + 1}, 0).column);
     }
 }
 
@@ -95,7 +95,7 @@ bool LineSearch::lay(int column, int trailingWidth) {
         for (Way& way : ways_) {
             const int lineColumn = columnOfLine(way, place);
             const bool must = mustBegin(way, place, lineColumn);
-            if (must || mayBegin(way, place)) {
+            if (mayBegin(way, place)) {
                 Way& broken = next_.emplace_back(way);
                 beginLine(broken, place, lineColumn);
                 pass(broken, place, true);
@@ -105,7 +105,14 @@ bool LineSearch::lay(int column, int trailingWidth) {
             stayOnLine(whole, place);
             pass(whole, place, false);
         }
-        keepLightest();
+        if (!next_.empty()) {
+            keepLightest();
+            continue;
+        }
+        for (Way& way : ways_) {
+            stayOnLine(way, place);
+            pass(way, place, false);
+        }
     }
     for (Way& way : ways_) {
         const int end = way.column;
@@ -207,12 +214,26 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
         const bool isBinary = left > 0 && scopes_.at(before(left)).closesScope;
         return !isComparison(leftRank) || isBinary;
     }
-    if (rank == OperandRank::Shift && weights_.leadsLine(place)) return scope.isBroken && scope.shift < 0;
+    if (rank == OperandRank::Shift && weights_.leadsLine(place)) {
+        return (scope.isBroken && scope.shift < 0) || endsOutputLine(left) || standsBetweenLiterals(place);
+    }
     if (rank >= OperandRank::Or && rank < OperandRank::Member) return scope.isBroken;
     return place == name_ && scope.isBroken;
 }
 
+// `endl`, "text\n" and '\n'
+bool LineSearch::endsOutputLine(std::size_t place) const {
+    const std::string_view text = text_.tokenText(place);
+    return text == "endl" || text.ends_with("\\n\"") || text == "'\\n'";
+}
+
+bool LineSearch::standsBetweenLiterals(std::size_t place) const {
+    return text_.kindAt(before(place)) == Cpp::StringLiteral && text_.kindAt(place + 1) == Cpp::StringLiteral;
+}
+
 bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
+    if (tokens_[place].token.kind == Cpp::CloseBrace) return way.top.closesOnLine;
+    if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     const Scope& scope = way.top;
     const std::size_t left = before(place);
@@ -335,6 +356,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     }
     way.column = start + widths_[place];
     payOverflow(way, start);
+    if (text_.isLongBlock(place)) way.column = way.lineColumn + 1;
 }
 
 void LineSearch::payOverflow(Way& way, int before) const {

@@ -91,6 +91,8 @@ private:
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t before(std::size_t place) const { return before_[place]; }
     int continuation(const Scope& scope) const;
+    bool endsOutputLine(std::size_t place) const;
+    bool standsBetweenLiterals(std::size_t place) const;
     bool followsOperator(std::size_t place) const;
 
     WrapText& text_;
