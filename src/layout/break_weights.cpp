@@ -27,6 +27,7 @@ constexpr int kCastOperand = 100;
 constexpr int kTemplateArguments = 100;
 constexpr int kParameters = 100;
 constexpr int kDefaultValue = 110;
+constexpr int kSecondName = 110;  // `T MACRO f()`
 constexpr int kArrowOfResult = 110;
 constexpr int kBraceBehindAssignment = 160;
 constexpr int kDeclaredName = 200;
@@ -116,7 +117,7 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
         if (kind == Cpp::OpenBrace) return kBraceBehindAssignment;
         if (kind == Cpp::OpenBracket) return kAssignedLambda;
     }
-    if (place == name_) return settings_.weightOfFunctionName;
+    if (place == name_) return followsWord(left) ? kSecondName : settings_.weightOfFunctionName;
     if (name_ != kNoToken && place < name_ && scopes_.at(place).depth == 0) return kNoBreak;
     const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
     if (token.role == ExprRole::Name && !isOuter) return kDeclaredName;
@@ -126,6 +127,14 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     if (kind == Cpp::OpenBracket && token.followsCall) return kSubscript;
     if (scopes_.at(place).rank == OperandRank::Member) return weightOfMember(place);
     return weightOfOperator(left, place);
+}
+
+// Whether the token is a word behind a type.
+bool BreakWeights::followsWord(std::size_t place) const {
+    if (place == 0 || tokens_[place].token.kind != Cpp::Identifier) return false;
+    const ExprToken& before = tokens_[place - 1];
+    return before.token.kind == Cpp::Identifier || before.role == ExprRole::Mark || before.role == ExprRole::TemplateClose ||
+           isBuiltinTypeKeyword(before.token.kind);
 }
 
 int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {

@@ -39,6 +39,7 @@ public:
 
 private:
     int weightOf(std::size_t left, std::size_t place) const;
+    bool followsWord(std::size_t place) const;
     int weightBehindOpen(std::size_t open, std::size_t place) const;
     int weightOfMember(std::size_t place) const;
     int weightOfOperator(std::size_t left, std::size_t place) const;

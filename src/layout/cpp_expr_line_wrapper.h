@@ -19,6 +19,7 @@ struct WrapContext {
     int trailingWidth = 0;         // of what follows the text and has to stay on its last line
     bool contentIndented = false;  // the state's indentation is that of the content already
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
+    bool isParted = false;         // one element to a line, once they are broken
     bool isInParentheses = false;  // the text is all that stands in them
     WeighedText weighed = WeighedText::Statement;
     std::size_t nameOffset = std::string_view::npos;  // in the text, of what is declared

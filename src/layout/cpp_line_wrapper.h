@@ -112,7 +112,8 @@ private:
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);
-    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false);
+    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false,
+                      bool isParted = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);

@@ -81,6 +81,7 @@ void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     context.respacesCommas = commas.areAbsent();
     context.keepsLines = !commas.behind.present;
     context.contentIndented = settings_.enums.indent.present;
+    context.isParted = wrapper_.settings().weighsWholes();
     writeWrapped(readGap(in_, body->end()), TextForm::List, context);
     copyThrough(*body);
 }

@@ -344,7 +344,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
         if (!isBracket) way.lowestDepth = std::min<int>(way.lowestDepth, scopes_.at(place).depth);
         if (rank == OperandRank::Member) way.top.call = scopes_.at(place).nextOperator == kNoToken ? 0 : start;
         openScopes(way, place);
-        if (isClose(place)) pop(way);
+        for (int count = scopes_.at(place).closesBrackets; count > 0; --count) pop(way);
         if (isOpen(place)) openBracket(way, place);
         for (int count = scopes_.at(place).closes; count > 0; --count) pop(way);
         const int kind = tokens_[place].token.kind;
@@ -356,7 +356,9 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     }
     way.column = start + widths_[place];
     payOverflow(way, start);
-    if (text_.isLongBlock(place)) way.column = way.lineColumn + 1;
+    if (!text_.isLongBlock(place)) return;
+    way.cost += way.lineColumn - indentColumn_;
+    way.column = way.lineColumn + 1;
 }
 
 void LineSearch::payOverflow(Way& way, int before) const {

@@ -55,6 +55,7 @@ void OperandScopes::pass(std::size_t place) {
     while (levels_.size() > 1 && levels_.back().close == place) {
         endElement();
         levels_.pop_back();
+        ++places_[place].closesBrackets;
     }
     if (token.role == ExprRole::Separator && token.token.kind == Cpp::Semicolon) {
         endElement();

@@ -43,6 +43,7 @@ public:
         bool isFirstOperator = false;          // of its scope
         std::uint32_t opens = kNoScope;        // the first of the scopes that begin here
         std::uint16_t closes = 0;              // how many end here, those of brackets not counted
+        std::uint16_t closesBrackets = 0;      // more than one for the ">>" of templates
         std::uint16_t depth = 0;               // how many brackets stand around it
         std::size_t nextOperator = kNoToken;   // of the same scope
         bool closesScope = false;              // with operators, of any rank but Member

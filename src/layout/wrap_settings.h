@@ -45,6 +45,9 @@ struct WrapSettings : ExtensionSettings {
     // Whether the ways to break a text are weighed against each other as wholes.
     bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
 
+    // Whether a constructor's initialisers that do not fit on a line stand one to a line.
+    bool partsInitializers() const { return weighsWholes() && wrapWeighing == 1; }
+
     static constexpr int kWeightOfOnlyElement = 19;
     // Of a line that begins in front of the first of several elements.
     int weightBehindOpen = 1;
