@@ -109,6 +109,7 @@ public:
     Keyed<int> expressionStrategy = from_.number(Keys::EXPR_WRAP_STRATEGY, kAnyNumber);
     Keyed<bool> breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
     Keyed<bool> keepsPartsWhole = from_.isOn(Keys::WRAP_WHOLE_PARTS);
+    Keyed<int> wrapWeighing = from_.number(Keys::WRAP_BY_WEIGHT);
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };

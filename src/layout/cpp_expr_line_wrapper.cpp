@@ -7,6 +7,7 @@
 #include "engine/opaque_text.h"
 #include "layout/expr_layout.h"
 #include "layout/first_wrap_token.h"
+#include "layout/line_search.h"
 
 namespace Tessel {
 
@@ -37,6 +38,7 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state));
     const int column = firstColumn(state);
+    if (layout.isTooLong(wholeText(), column) && weigh(state, context)) return render(state);
     if (layout.isTooLong(wholeText(), column)) {
         const bool isDeclaratorList = context.declaratorColumn && layout.holdsElements(wholeText());
         if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
@@ -58,8 +60,10 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
     if (context.contentIndented) layout.setContentIndented();
     if (context.keepsLines) layout.setAtIndent();
     const int column = firstColumn(state);
-    if (settings_.lists != ListStrategy::Keep && layout.isTooLong(wholeText(), column)) {
-        if (settings_.lists == ListStrategy::Pack) {
+    const bool isTooLong = layout.isTooLong(wholeText(), column);
+    if (isTooLong && context.weighed != WeighedText::Statement && weigh(state, context)) return render(state);
+    if (settings_.lists != ListStrategy::Keep && isTooLong) {
+        if (settings_.lists == ListStrategy::Pack && !context.isParted) {
             if (context.isInParentheses) {
                 layout.packWithLastResort(wholeText(), column);
             } else {
@@ -77,8 +81,28 @@ std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const Inde
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state), ExprLayout::Clauses::Separate);
     const int column = firstColumn(state);
+    if (layout.isTooLong(wholeText(), column) && weigh(state, context)) return render(state);
     if (layout.isTooLong(wholeText(), column)) layout.breakForClauses(wholeText(), column);
     return render(state);
+}
+
+std::vector<std::string> CppExprLineWrapper::wrapByWeight(std::string_view text, const IndentState& state,
+                                                          const WrapContext& context) {
+    if (!settings_.weighsWholes() || !read(text, context)) return {};
+    const int column = firstColumn(state);
+    const bool isWithinMargin = text_.fits({0, text_.size()}, column, context.trailingWidth, Literals::Joined);
+    if (!isWithinMargin && !weigh(state, context)) return {};
+    return renderPieces(state);
+}
+
+// Says false where the lines are put in another way.
+bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& context) {
+    if (!settings_.weighsWholes()) return false;
+    const std::vector<ExprToken>& tokens = text_.tokens();
+    const auto name = std::ranges::find(tokens, context.nameOffset, [](const ExprToken& token) { return std::size_t{token.token.offset}; });
+    const std::size_t namePlace = name == tokens.end() ? kNoToken : static_cast<std::size_t>(name - tokens.begin());
+    LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state)});
+    return search.lay(firstColumn(state), context.trailingWidth);
 }
 
 // The column of the first token. What follows a directive stands where the text would begin without it.
@@ -89,7 +113,7 @@ int CppExprLineWrapper::firstColumn(const IndentState& state) const {
 // Says false for a text that is left as it is: without tokens, or with something else between them.
 bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
     if (!settings_.wrapsLines()) return false;
-    text_.read(text, context.mode, context.trailingWidth, sourceColumns());
+    text_.read(text, context.mode, context.trailingWidth, sourceColumns(), context.blocks);
     if (settings_.keepsLineBreaks && !context.keepsLines) text_.joinLines();
     return text_.size() > 0 && !text_.holdsUnknownText();
 }
@@ -119,8 +143,12 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
     return {first, tokens.size()};
 }
 
-// The text with its line breaks. Whatever does not stand at one of these is copied.
-std::string CppExprLineWrapper::render(const IndentState& state) {
+std::string CppExprLineWrapper::render(const IndentState& state) { return std::move(renderPieces(state).front()); }
+
+// The text with its line breaks, in the pieces that stand between blocks of several lines. Whatever does not stand at a
+// line break is copied.
+std::vector<std::string> CppExprLineWrapper::renderPieces(const IndentState& state) {
+    std::vector<std::string> pieces;
     const OIndentBuf indented(state);
     OIndentBuf out(state);
     IndentScope noIndent(out, {});
@@ -143,10 +171,15 @@ std::string CppExprLineWrapper::render(const IndentState& state) {
         }
         text_.placeBracket(place, out.column());
         if (!text_.continuesLiteral(place)) literalColumn = out.column();
-        writeToken(place, out);
+        if (text_.isLongBlock(place)) {
+            pieces.push_back(out.takeText());
+        } else {
+            writeToken(place, out);
+        }
     }
     writeRendered(text_.gap(text_.size()), out);
-    return out.takeText();
+    pieces.push_back(out.takeText());
+    return pieces;
 }
 
 // Ends the line in front of a token, unless a comment has done so. Empty lines stay.

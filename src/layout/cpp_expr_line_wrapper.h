@@ -1,10 +1,13 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/cpp_expr_formatter_base.h"
+#include "layout/break_weights.h"
 #include "layout/wrap_settings.h"
 #include "layout/wrap_text.h"
 
@@ -16,7 +19,11 @@ struct WrapContext {
     int trailingWidth = 0;         // of what follows the text and has to stay on its last line
     bool contentIndented = false;  // the state's indentation is that of the content already
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
+    bool isParted = false;         // one element to a line, once they are broken
     bool isInParentheses = false;  // the text is all that stands in them
+    WeighedText weighed = WeighedText::Statement;
+    std::size_t nameOffset = std::string_view::npos;  // in the text, of what is declared
+    std::span<const TextExtent> blocks;  // that somebody else breaks
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };
@@ -43,6 +50,11 @@ public:
     std::string wrapForClauses(std::string_view text, const Zelmor::IndentState& state,
                                const WrapContext& context = {});
 
+    // Any text, where WRAP_BY_WEIGHT is at work: what stands between its blocks of several lines. Nothing where it is
+    // to be broken in another way.
+    std::vector<std::string> wrapByWeight(std::string_view text, const Zelmor::IndentState& state,
+                                            const WrapContext& context);
+
     const WrapSettings& settings() const { return settings_; }
 
 private:
@@ -50,7 +62,9 @@ private:
     int firstColumn(const Zelmor::IndentState& state) const;
     TokenRange wholeText() const { return {0, text_.size()}; }
     TokenRange withoutPrefixes() const;
+    bool weigh(const Zelmor::IndentState& state, const WrapContext& context);
     std::string render(const Zelmor::IndentState& state);
+    std::vector<std::string> renderPieces(const Zelmor::IndentState& state);
     void endLine(std::size_t place, Zelmor::OIndentBuf& out) const;
     std::string whitespaceTo(const LineStart& start, const Zelmor::OIndentBuf& indented) const;
     void writeDirectiveAt(std::size_t place, const Zelmor::IndentState& state, Zelmor::OIndentBuf& out);

@@ -87,6 +87,55 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
     }
 }
 
+std::size_t CppLineWrapper::offsetBetween(Position start, Position end) const {
+    return offsetOf(in_.document(), end) - offsetOf(in_.document(), start);
+}
+
+// Whether a long line runs through what stands around the bodies.
+bool CppLineWrapper::isLongAround(Position start, Position end, const Cpp::ExprBodies* bodies) const {
+    Position from = start;
+    if (bodies) {
+        for (const auto& body : bodies->blocks()) {
+            if (body->start().line == body->end().line) continue;
+            if (needsWrapping(from, body->start())) return true;
+            from = body->end();
+        }
+    }
+    return needsWrapping(from, end);
+}
+
+// What begins at the reading position. Says false, with nothing written, where it is not broken by weight.
+bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext context, const Cpp::ExprBodies* bodies) {
+    if (!wrapper_.settings().weighsWholes() || !isLongAround(start, end, bodies)) return false;
+    const std::size_t offset = offsetOf(in_.document(), start) - 1;
+    const std::string_view text = source().substr(offset, offsetBetween(start, end) + 1);
+    if (holdsProtectedText(text, markers_)) return false;
+    std::vector<TextExtent> blocks;
+    if (bodies) {
+        for (const auto& body : bodies->blocks()) {
+            const std::size_t first = offsetOf(in_.document(), body->start()) - 1;
+            blocks.push_back({first - offset, offsetOf(in_.document(), body->end()) - first});
+        }
+    }
+    context.blocks = blocks;
+    context.trailingWidth = widthBehind(text);
+    IndentScope indent(out_, indentAt(baseColumn()));
+    const std::vector<std::string> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
+    if (pieces.empty()) return false;
+    auto piece = pieces.begin();
+    if (bodies) {
+        for (const auto& body : bodies->blocks()) {
+            if (body->start().line == body->end().line) continue;
+            readGap(in_, body->start());
+            write(*piece++);
+            wrapBody(*body);
+        }
+    }
+    readThrough(in_, end);
+    write(*piece);
+    return true;
+}
+
 // The columns of what follows a piece of the source and cannot leave the line that the piece ends on:
 // everything up to the next place where a line might end, and the brackets behind that. Another statement is
 // broken by itself.

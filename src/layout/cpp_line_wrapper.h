@@ -94,6 +94,9 @@ private:
     enum class TextForm { Expression, List, ForClauses };
     void writeMoved(std::string_view comment);
     void writeWrapped(std::string_view text, TextForm form, WrapContext context);
+    bool writeByWeight(Position start, Position end, WrapContext context, const Cpp::ExprBodies* bodies = nullptr);
+    bool isLongAround(Position start, Position end, const Cpp::ExprBodies* bodies) const;
+    std::size_t offsetBetween(Position start, Position end) const;
     int widthBehind(std::string_view text) const;
 
     // Bodies.
@@ -105,14 +108,17 @@ private:
     std::optional<int> takeTemplateColumn() { return std::exchange(templateColumn_, std::nullopt); }
 
     void wrapBodies(const Cpp::ExprBodies& bodies);
+    void wrapBody(Cpp::BlockNode& body);
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);
-    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false);
+    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false,
+                      bool isParted = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);
     void wrapFunctionHead(Cpp::FunctionHeadNode& head);
+    bool weighsDeclaration(const Cpp::DataDeclNode& declaration) const;
     void wrapDeclarators(const Cpp::DataDeclNode& declaration);
     void wrapInitializer(std::string_view text, int nameColumn);
     void wrapBraceContents(std::string_view inside);

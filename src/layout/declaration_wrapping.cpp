@@ -81,6 +81,7 @@ void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     context.respacesCommas = commas.areAbsent();
     context.keepsLines = !commas.behind.present;
     context.contentIndented = settings_.enums.indent.present;
+    context.isParted = wrapper_.settings().weighsWholes();
     writeWrapped(readGap(in_, body->end()), TextForm::List, context);
     copyThrough(*body);
 }
@@ -106,6 +107,13 @@ void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
 }
 
 void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head) {
+    if (head.parameters() && head.name() && !head.oldParameters()) {
+        WrapContext context;
+        context.mode = ExprMode::Declaration;
+        context.weighed = WeighedText::Head;
+        if (head.returnType()) context.nameOffset = offsetBetween(head.start(), head.name()->start());
+        if (writeByWeight(head.start(), head.end(), context)) return;
+    }
     if (head.parameters()) {
         copyUpTo(*head.parameters());
         wrapBracketedList(*head.parameters(), settings_.commas.parameters);
@@ -130,6 +138,12 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
     if (copyUnlessLong(*declaration)) return;
     const int column = declaration->type() ? copyToConstruct(*declaration) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
+    if (weighsDeclaration(*declaration)) {
+        WrapContext context;
+        context.mode = ExprMode::Declaration;
+        const Cpp::ExprBodies* bodies = declaration->tail() ? &declaration->tail()->bodies() : nullptr;
+        if (writeByWeight(declaration->start(), declaration->end(), context, bodies)) return;
+    }
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
     if (declaration->tail() && !declaration->tail()->bodies().empty()) {
         wrapBodies(declaration->tail()->bodies());
@@ -140,6 +154,14 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
         wrapInitializer(readThrough(in_, declaration->tail()->end()), nameColumn);
     }
     copyThrough(*declaration);
+}
+
+// Whether its type, name and initialiser are broken as one text.
+bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
+    if (!declaration.type()) return false;
+    if (!declaration.tail()) return true;
+    return !declaration.tail()->text().starts_with("= {") &&
+           !declaration.tail()->text().starts_with("{");
 }
 
 // first, second, third = 3;

@@ -22,7 +22,7 @@ void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, const CommaText
 }
 
 void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode,
-                                  bool isInParentheses) {
+                                  bool isInParentheses, bool isParted) {
     if (list.size() == 0) return;
     // Nothing hangs under a directive.
     if (commas.breaksLines() || Cpp::as<Cpp::PreprocDirectiveNode>(list.children().front().get())) {
@@ -34,6 +34,8 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& com
     WrapContext context;
     context.mode = mode;
     context.isInParentheses = isInParentheses;
+    context.isParted = isParted;
+    if (isInParentheses) context.weighed = WeighedText::Parameters;
     context.respacesCommas = commas.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
 }
@@ -65,7 +67,7 @@ void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
         for (const auto& initializer : list->children()) initializer->accept(*this);
         return;
     }
-    wrapElements(*list, settings_.commas.initializers, ExprMode::Expression);
+    wrapElements(*list, settings_.commas.initializers, ExprMode::Expression, false, wrapper_.settings().partsInitializers());
 }
 
 // One that stands on a line of its own.

@@ -4,6 +4,7 @@
 //     second) {
 #include "cpp/nodes.h"
 #include "cpp/token_kind.h"
+#include "engine/columns.h"
 #include "engine/macro_call.h"
 #include "engine/type_text.h"
 #include "layout/cpp_line_wrapper.h"
@@ -34,9 +35,19 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 
 void CppLineWrapper::visit(Cpp::ExprNode* expression) {
     if (copyUnlessLong(*expression)) return;
-    if (givesTypeName(expression->text())) return copyThrough(*expression);  // types have no operands to break at
     copyUpTo(*expression);
+    if (givesTypeName(expression->text())) {  // types have no operands to break at
+        WrapContext context;
+        context.mode = ExprMode::Declaration;
+        BaseColumnScope base(*this, columnAfter(out_.indent(), 0, out_.tabSize()));
+        if (!writeByWeight(expression->start(), expression->end(), context)) copyThrough(*expression);
+        return;
+    }
     if (!expression->bodies().empty()) {
+        const Cpp::ExprBodies& bodies = expression->bodies();
+        const int column = columnAfter(out_.indent(), 0, out_.tabSize());
+        BaseColumnScope base(*this, column);
+        if (writeByWeight(expression->start(), expression->end(), {}, &bodies)) return;
         wrapBodies(expression->bodies());
         copyThrough(*expression);
         return;
@@ -56,11 +67,16 @@ void CppLineWrapper::wrapBodies(const Cpp::ExprBodies& bodies) {
     for (const auto& body : bodies.blocks()) {
         if (body->start().line == body->end().line) continue;
         copyUpTo(*body);
-        const int column = out_.textColumn();
-        BaseColumnScope base(*this, column);
-        IndentScope indent(out_, indentAt(column));
-        wrapBraced(*body, settings_.functions.indent);
+        wrapBody(*body);
     }
+}
+
+// One that begins at the reading position.
+void CppLineWrapper::wrapBody(Cpp::BlockNode& body) {
+    const int column = out_.textColumn();
+    BaseColumnScope base(*this, column);
+    IndentScope indent(out_, indentAt(column));
+    wrapBraced(body, settings_.functions.indent);
 }
 
 void CppLineWrapper::visit(Cpp::CtrlStmtNode* statement) {
@@ -98,8 +114,10 @@ void CppLineWrapper::visit(Cpp::CtrlSubStmtHeadNode* head) {
         WrapContext context;
         if (keywordOf(head) == Cpp::KeywordFor) {
             context.mode = ExprMode::Declaration;
+            context.weighed = WeighedText::Clauses;
             writeWrapped(inside, TextForm::ForClauses, context);
         } else {
+            context.weighed = WeighedText::Condition;
             if (keywordOf(head) == Cpp::KeywordCatch) context.mode = ExprMode::Declaration;
             writeWrapped(inside, TextForm::Expression, context);
         }

@@ -21,6 +21,8 @@ Style readStyle(const PropertySet& scheme, KeyId key, Style whenAbsent) {
 
 WrapSettings::WrapSettings(const PropertySet& scheme)
     : ExtensionSettings(scheme),
+      weightBehindOpen(wrapWeighing == 1 ? 1 : kWeightOfOnlyElement),
+      weightOfFunctionName(wrapWeighing == 1 ? 200 : 60),
       rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0).value, 0)),
       lineWrap(readSwitch(scheme, Keys::LINE_WRAP)),
       tabSize(std::max(readTabSize(scheme), 1)),

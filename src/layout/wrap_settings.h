@@ -42,6 +42,18 @@ struct WrapSettings : ExtensionSettings {
         }
     }
 
+    // Whether the ways to break a text are weighed against each other as wholes.
+    bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
+
+    // Whether a constructor's initialisers that do not fit on a line stand one to a line.
+    bool partsInitializers() const { return weighsWholes() && wrapWeighing == 1; }
+
+    static constexpr int kWeightOfOnlyElement = 19;
+    // Of a line that begins in front of the first of several elements.
+    int weightBehindOpen = 1;
+    // Of one that begins with a function's name, below its type.
+    int weightOfFunctionName = 0;
+
     int rightMargin = 0;  // columns; the longest line that is not too long
     bool lineWrap = false;
     int tabSize = 1;

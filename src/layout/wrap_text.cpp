@@ -37,10 +37,11 @@ bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
 
 }  // namespace
 
-void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source) {
+void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source,
+                    std::span<const TextExtent> blocks) {
     text_ = text;
     trailingWidth_ = trailingWidth;
-    readExprTokens(text, mode, tokens_);
+    readExprTokens(text, mode, tokens_, blocks);
     gaps_.clear();
     offsets_.clear();
     holdsUnknownText_ = false;

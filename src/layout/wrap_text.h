@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -47,8 +48,9 @@ public:
         : tabSize_(tabSize), rightMargin_(rightMargin), countsShown_(countsShown) {}
 
     // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text
-    // is borrowed; `source` tells where its comments stand.
-    void read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source);
+    // is borrowed; `source` tells where its comments stand. The blocks, in order, are a token each.
+    void read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source,
+              std::span<const TextExtent> blocks = {});
 
     std::string_view text() const { return text_; }
     const std::vector<ExprToken>& tokens() const { return tokens_; }
@@ -73,6 +75,10 @@ public:
     // Whether nothing but comments stands in front of the token on its line, and does so wherever the line
     // has come to begin.
     bool followsComments(std::size_t place) const;
+    // A block of several lines.
+    bool isLongBlock(std::size_t place) const {
+        return tokens_[place].role == ExprRole::Block && tokenText(place).find('\n') != std::string_view::npos;
+    }
     // A string literal behind another one.
     bool continuesLiteral(std::size_t place) const { return has(place, ContinuesLiteral); }
 

@@ -1,0 +1,172 @@
+#include "layout/break_weights.h"
+
+#include <algorithm>
+
+#include "cpp/token_kind.h"
+#include "engine/expr_casts.h"
+#include "engine/gap.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+// For each bracket that stands around a token, by what stands in it.
+constexpr int kLevelWeight = 20;
+constexpr int kParenthesesDepth = 1;
+constexpr int kSubscriptDepth = 10;
+constexpr int kTemplateDepth = 12;
+
+constexpr int kShiftWeight = 1;
+constexpr int kBehindLabel = 25;  // "name: " << value
+constexpr int kColonOfLoop = 2;
+constexpr int kAssignedLambda = 35;
+constexpr int kInnerMember = 35;  // "." with another call behind it
+constexpr int kLastMember = 150;
+constexpr int kCastOperand = 100;
+constexpr int kTemplateArguments = 100;
+constexpr int kParameters = 100;
+constexpr int kDefaultValue = 110;
+constexpr int kSecondName = 110;  // `T MACRO f()`
+constexpr int kArrowOfResult = 110;
+constexpr int kBraceBehindAssignment = 160;
+constexpr int kDeclaredName = 200;
+constexpr int kSubscript = 500;
+constexpr int kBehindComment = 1000;
+
+// A literal that names the value behind it, or ends a value's name.
+bool isLabel(const ExprToken& token) {
+    if (token.token.kind != Cpp::StringLiteral || !token.token.text.starts_with('"')) return false;
+    std::string_view text = std::string_view(token.token.text).substr(1);
+    text = trimLeft(trimRight(text.substr(0, text.size() - (text.ends_with('"') ? 1 : 0))));
+    return text.size() <= 1 || text.ends_with(':') || text.ends_with('=');
+}
+
+int depthOf(const ExprToken& open) {
+    if (open.role == ExprRole::TemplateOpen) return kTemplateDepth;
+    return open.token.kind == Cpp::OpenBracket ? kSubscriptDepth : kParenthesesDepth;
+}
+
+bool isOpen(const ExprTokens& tokens, std::size_t place) {
+    return tokens[place].partner != kNoToken && tokens[place].partner > place;
+}
+
+bool isClose(const ExprTokens& tokens, std::size_t place) {
+    return tokens[place].partner != kNoToken && tokens[place].partner < place;
+}
+
+}  // namespace
+
+BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes, const WrapSettings& settings,
+                           const WeighedExtent& extent)
+    : tokens_(tokens),
+      scopes_(scopes),
+      settings_(settings),
+      text_(extent.text),
+      name_(extent.name),
+      holdsComma_(tokens.size(), false),
+      weights_(tokens.size(), kNoBreak) {
+    const bool isOnItsOwn = text_ == WeighedText::Statement || text_ == WeighedText::Head;
+    int depth = !isOnItsOwn ? 1 + kParenthesesDepth : 1;
+    std::vector<std::size_t> brackets;
+    for (std::size_t place = 0; place < tokens.size(); ++place) {
+        if (isOpen(tokens, place)) brackets.push_back(place);
+        while (!brackets.empty() && tokens[brackets.back()].partner <= place) brackets.pop_back();
+        if (scopes.at(place).rank == OperandRank::Comma && !brackets.empty()) holdsComma_[brackets.back()] = true;
+    }
+    std::size_t left = kNoToken;
+    for (std::size_t place = 0; place < tokens.size(); ++place) {
+        while (!brackets.empty() && tokens[brackets.back()].partner < place) {
+            depth -= depthOf(tokens[brackets.back()]);
+            brackets.pop_back();
+        }
+        if (left != kNoToken) {
+            const bool followsComment = place > 0 && tokens[place - 1].role == ExprRole::Trivia;
+            const int weight = weightOf(left, place);
+            if (weight != kNoBreak) weights_[place] = weight + kLevelWeight * depth + (followsComment ? kBehindComment : 0);
+        }
+        if (tokens[place].role != ExprRole::Trivia) left = place;
+        if (!isOpen(tokens, place)) continue;
+        brackets.push_back(place);
+        depth += depthOf(tokens[place]);
+    }
+}
+
+bool BreakWeights::leadsLine(std::size_t place) const {
+    switch (scopes_.at(place).rank) {
+        case OperandRank::None:
+        case OperandRank::Comma:
+        case OperandRank::Assignment: return false;
+        case OperandRank::Conditional:
+        case OperandRank::Member: return true;
+        case OperandRank::Shift:
+            if (tokens_[place].token.kind == Cpp::ShiftLeft) return settings_.shift == SeparatorPlace::StartsLine;
+            [[fallthrough]];
+        default: return settings_.operators != SeparatorPlace::EndsLine;
+    }
+}
+
+int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
+    const ExprToken& before = tokens_[left];
+    const ExprToken& token = tokens_[place];
+    const int kind = token.token.kind;
+    if (kind == Cpp::LineComment || kind == Cpp::Directive || isClose(tokens_, place)) return kNoBreak;
+    if (before.token.kind == Cpp::Semicolon) return text_ == WeighedText::Clauses ? 0 : kNoBreak;
+    if (kind == Cpp::Semicolon || token.role == ExprRole::Mark) return kNoBreak;
+    if (before.role == ExprRole::BinaryOperator && before.token.kind == Cpp::Assign) {
+        if (kind == Cpp::OpenBrace) return kBraceBehindAssignment;
+        if (kind == Cpp::OpenBracket) return kAssignedLambda;
+    }
+    if (place == name_) return followsWord(left) ? kSecondName : settings_.weightOfFunctionName;
+    if (name_ != kNoToken && place < name_ && scopes_.at(place).depth == 0) return kNoBreak;
+    const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
+    if (token.role == ExprRole::Name && !isOuter) return kDeclaredName;
+    const bool isCallOperator = token.role == ExprRole::BinaryOperator && kind == Cpp::Arrow;
+    if (isCallOperator) return kArrowOfResult;
+    if (isOpen(tokens_, left)) return weightBehindOpen(left, place);
+    if (kind == Cpp::OpenBracket && token.followsCall) return kSubscript;
+    if (scopes_.at(place).rank == OperandRank::Member) return weightOfMember(place);
+    return weightOfOperator(left, place);
+}
+
+// Whether the token is a word behind a type.
+bool BreakWeights::followsWord(std::size_t place) const {
+    if (place == 0 || tokens_[place].token.kind != Cpp::Identifier) return false;
+    const ExprToken& before = tokens_[place - 1];
+    return before.token.kind == Cpp::Identifier || before.role == ExprRole::Mark || before.role == ExprRole::TemplateClose ||
+           isBuiltinTypeKeyword(before.token.kind);
+}
+
+int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {
+    if (tokens_[open].partner == place || tokens_[open].token.kind == Cpp::OpenBracket) return kNoBreak;
+    if (tokens_[open].role == ExprRole::TemplateOpen) return kTemplateArguments;
+    if (text_ == WeighedText::Head && scopes_.at(open).depth == 0) return kParameters;
+    return holdsElements(open) ? settings_.weightBehindOpen : WrapSettings::kWeightOfOnlyElement;
+}
+
+int BreakWeights::weightOfMember(std::size_t place) const {
+    const std::size_t next = scopes_.at(place).nextOperator;
+    return next != kNoToken && isClose(tokens_, next - 1) ? kInnerMember : kLastMember;
+}
+
+int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
+    const OperandRank before = scopes_.at(left).rank;
+    const OperandRank rank = scopes_.at(place).rank;
+    if (rank == OperandRank::Comma || rank == OperandRank::Assignment) return kNoBreak;
+    const bool isInHead = text_ == WeighedText::Head || text_ == WeighedText::Parameters;
+    if (before != OperandRank::None) {
+        if (leadsLine(left)) return kNoBreak;
+        if (before == OperandRank::Assignment && isInHead) return kDefaultValue;
+        return static_cast<int>(before);
+    }
+    if (rank != OperandRank::None) {
+        if (!leadsLine(place)) return kNoBreak;
+        if (tokens_[place].token.kind != Cpp::ShiftLeft) return static_cast<int>(rank);
+        const bool isOnly = scopes_.at(place).isFirstOperator && scopes_.at(place).nextOperator == kNoToken;
+        return !isOnly && isLabel(tokens_[left]) ? kBehindLabel : kShiftWeight;
+    }
+    if (tokens_[left].role == ExprRole::BinaryOperator && tokens_[left].token.kind == Cpp::Colon) return kColonOfLoop;
+    return startsCastOperand(tokens_, left, place) ? kCastOperand : kNoBreak;
+}
+
+}  // namespace Tessel

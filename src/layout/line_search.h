@@ -1,0 +1,115 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "layout/break_weights.h"
+#include "layout/operand_scopes.h"
+#include "layout/wrap_settings.h"
+#include "layout/wrap_text.h"
+
+namespace Tessel {
+
+// Decides where the lines of one text begin by weighing the ways to lay it out against each other, from its first token
+// to its last: what each line costs that begins (BreakWeights), and, far more, each column beyond the margin.
+//
+//     value = first(a, b).second(
+//         c);                            the lightest of
+//     value =
+//         first(a, b).second(c);         the two is taken
+//
+// Lines hang as kept ones do (HangingLines). Of the ways up to a token, only the kMostWays lightest are gone on with, so
+// that the time is linear in the length of the text.
+class LineSearch {
+public:
+    // The text and the settings are borrowed.
+    LineSearch(WrapText& text, const WrapSettings& settings, const WeighedExtent& extent);
+
+    // Begins the lines of the text, whose first token stands at the column. Returns false, with nothing begun, for a
+    // text that is not suited: with lines or tabs in it that stay, or very long.
+    bool lay(int column, int trailingWidth);
+
+private:
+    static constexpr std::size_t kMostWays = 24;
+    static constexpr std::size_t kMostTokens = 600;
+    static constexpr std::uint32_t kNone = 0xffffffff;
+
+    // What is known of the lines between two brackets, or of the operands of one rank.
+    struct Scope {
+        int indent = 0;         // where its lines begin
+        int last = 0;           // from where lines hang behind the indentation
+        int member = -1;        // the column of the first "." that began a line
+        int shift = -1;         // of the first "<<"
+        int question = -1;      // of the "?"
+        int call = 0;           // of the operand that calls are part of
+        std::uint32_t outer = kNone;
+        std::uint64_t outerHash = 0;
+        bool isBroken = false;       // further elements and operands begin lines
+        bool hasLine = false;        // a line has begun between its elements,
+        bool holdsLine = false;      // or inside them
+        bool isWhole = false;        // no line begins in it,
+        bool isOperandWhole = false; // or in the current operand
+        bool brokeOperator = false;  // the last operator began a line, or stood behind one that did
+        bool closesOnLine = false;   // its "}" begins a line
+        bool keepsMembers = false;   // a call stands behind another one on a line
+    };
+    struct Way {
+        Scope top;
+        int column = 0;      // behind the last token
+        int lineColumn = 0;  // of the line
+        int literal = -1;    // of the first of the literals in a row
+        int lineDepth = 0;   // of the first token of the line
+        int lowestDepth = 0; // of the line
+        std::int64_t cost = 0;
+        std::uint32_t lines = kNone;  // the last of those that have begun
+    };
+    struct Line {
+        std::uint32_t before;
+        std::uint32_t place;
+        int column;
+    };
+
+    bool isSuited();
+    void takeWidths();
+    bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
+    bool mayBegin(const Way& way, std::size_t place) const;
+    int columnOfLine(const Way& way, std::size_t place) const;
+    void beginLine(Way& way, std::size_t place, int column);
+    void stayOnLine(Way& way, std::size_t place);
+    void pass(Way& way, std::size_t place, bool beginsLine);
+    void openScopes(Way& way, std::size_t place);
+    void openBracket(Way& way, std::size_t place);
+    void push(Way& way, Scope inside);
+    void pop(Way& way);
+    void payOverflow(Way& way, int before) const;
+    void keepLightest();
+    void putLines(const Way& way);
+
+    bool isOpen(std::size_t place) const;
+    bool isClose(std::size_t place) const;
+    bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
+    std::size_t before(std::size_t place) const { return before_[place]; }
+    int continuation(const Scope& scope) const;
+    bool endsOutputLine(std::size_t place) const;
+    bool standsBetweenLiterals(std::size_t place) const;
+    bool followsOperator(std::size_t place) const;
+
+    WrapText& text_;
+    const ExprTokens& tokens_;
+    const WrapSettings& settings_;
+    WeighedText kind_;
+    int indentColumn_;
+    std::size_t name_;
+    OperandScopes scopes_;
+    BreakWeights weights_;
+    std::vector<std::size_t> before_;  // the token in front that is no comment
+    std::vector<int> gaps_;            // widths
+    std::vector<int> widths_;
+    std::vector<Scope> outer_;  // scopes that others stand in
+    std::vector<Line> lines_;
+    std::vector<Way> ways_;
+    std::vector<Way> next_;
+};
+
+}  // namespace Tessel
