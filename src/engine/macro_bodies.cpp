@@ -157,7 +157,7 @@ struct MacroBodies::Frame {
 };
 
 MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
-    : scheme_(inLinesOfAuthor(scheme)), indent_(indentOf(scheme)), passes_(passes) {}
+    : scheme_(scheme), indent_(indentOf(scheme)), passes_(passes) {}
 
 std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
                                                 int column) const {
@@ -178,11 +178,11 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
 }
 
-// Most bodies in a source are indented alike.
+// Most sources have no bodies, and most bodies in a source are indented alike.
 const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column) const {
     const std::string margin(static_cast<std::size_t>(column), ' ');
     if (!options_ || margin_ != margin || bodyIndent_ != indent) {
-        options_.emplace(FormatOptions{scheme_, {}});
+        if (!options_) options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
         options_->scheme.setString(Keys::LEFT_MARGIN, margin_ = margin);
         options_->scheme.setString(Keys::INDENT_FN_CONTENT, bodyIndent_ = indent);
         options_->scheme.setString(Keys::INDENT_CLASS_CONTENT, indent);
