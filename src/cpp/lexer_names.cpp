@@ -20,6 +20,9 @@ constexpr bool isLiteralPrefix(std::string_view word) {
     return word == "L" || word == "u" || word == "U" || word == "u8";
 }
 
+// Whether what looks like a name may be more than the word in front of that character.
+constexpr bool mayGoOn(char c) { return c == ':' || c == '\\' || c == '"' || c == '\''; }
+
 }  // namespace
 
 std::size_t Lexer::behindWord(std::size_t place) const {
@@ -29,9 +32,8 @@ std::size_t Lexer::behindWord(std::size_t place) const {
 
 // Most names are one word.
 Trn::Token Lexer::scanName() {
-    constexpr std::string_view goesOn = ":\\\"'";
     const std::size_t end = behindWord(place_);
-    if (end < text_.size() && goesOn.find(text_[end]) != std::string_view::npos) return scanQualifiedName();
+    if (end < text_.size() && mayGoOn(text_[end])) return scanQualifiedName();
     Token token = begin();
     place_ = end;
     token = finishPlain(token, keywordKind(text_.substr(token.offset, end - token.offset)));

@@ -157,7 +157,7 @@ struct MacroBodies::Frame {
 };
 
 MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
-    : scheme_(inLinesOfAuthor(scheme)),
+    : scheme_(scheme),
       indent_(indentOf(scheme)),
       indentsFromWord_(readSwitch(scheme, Keys::INDENT_FROM_DIRECTIVE)),
       passes_(passes) {}
@@ -187,11 +187,11 @@ std::string MacroBodies::indentBehind(std::string_view directive) const {
     return indentsFromWord_ ? std::string(leadingBlanks(directive.substr(1))) + indent_ : indent_;
 }
 
-// Most bodies in a source are indented alike.
+// Most sources have no bodies, and most bodies in a source are indented alike.
 const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column) const {
     const std::string margin(static_cast<std::size_t>(column), ' ');
     if (!options_ || margin_ != margin || bodyIndent_ != indent) {
-        options_.emplace(FormatOptions{scheme_, {}});
+        if (!options_) options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
         options_->scheme.setString(Keys::LEFT_MARGIN, margin_ = margin);
         options_->scheme.setString(Keys::INDENT_FN_CONTENT, bodyIndent_ = indent);
         options_->scheme.setString(Keys::INDENT_CLASS_CONTENT, indent);

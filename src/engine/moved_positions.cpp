@@ -23,7 +23,7 @@ bool isFarBehind(const SideBySide& state, const SideBySide& other) {
 MovedPositions::MovedPositions(const Zelmor::TextDocument& source, const Zelmor::TextDocument& result)
     : source_(source),
       result_(result),
-      sameLines_(source.text(), result.text()),
+      sameLines_(source, result),
       sides_(source.text(), result.text()),
       passed_{sides_} {}
 

@@ -1,6 +1,7 @@
 #include "engine/same_lines.h"
 
-#include <algorithm>
+#include <string_view>
+#include <utility>
 
 #include "engine/gap.h"
 
@@ -11,18 +12,18 @@ namespace {
 // Takes the lines of a text one by one.
 class LineReader {
 public:
-    explicit LineReader(std::string_view text) : rest_(text) {}
+    explicit LineReader(const Zelmor::TextDocument& text) : text_(text) {}
 
-    bool atEnd() const { return rest_.empty(); }
+    bool atEnd() const { return place_ == text_.size(); }
     std::string_view next() {
-        const std::size_t end = std::min(rest_.find('\n'), rest_.size() - 1) + 1;
-        const std::string_view line = rest_.substr(0, end);
-        rest_.remove_prefix(end);
-        return line;
+        const std::size_t start = std::exchange(place_, text_.offsetOf(++line_, 0));
+        return {text_.text().data() + start, place_ - start};
     }
 
 private:
-    std::string_view rest_;
+    const Zelmor::TextDocument& text_;
+    int line_ = 1;
+    std::size_t place_ = 0;
 };
 
 // Without a branch, so that many are counted at once.
@@ -34,7 +35,7 @@ int charactersIn(std::string_view line) {
 
 }  // namespace
 
-SameLines::SameLines(std::string_view before, std::string_view after) : linesAfter_{0}, others_{0} {
+SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after) : linesAfter_{0}, others_{0} {
     LineReader linesBefore(before);
     LineReader linesAfter(after);
     std::int64_t ahead = 0;  // the characters that have been taken of the second text, and not of the first

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
+#include "textstream/text_document.h"
 #include "trn/position.h"
 
 namespace Tessel {
@@ -14,7 +14,7 @@ class SameLines {
 public:
     // None.
     SameLines() = default;
-    SameLines(std::string_view before, std::string_view after);
+    SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after);
 
     // What has become of a line of the first text; 0 when there is none like it.
     std::uint32_t lineAfter(std::uint32_t line) const { return line < linesAfter_.size() ? linesAfter_[line] : 0; }

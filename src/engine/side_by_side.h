@@ -18,7 +18,10 @@ public:
         const std::size_t start = resultPlace_;
         while (sourcePlace_ < offset) {
             passEqual(offset);
-            if (sourcePlace_ < offset && !isWhitespace(source_[sourcePlace_++])) passCharacterOfResult();
+            while (sourcePlace_ < offset && isWhitespace(source_[sourcePlace_])) ++sourcePlace_;
+            if (sourcePlace_ == offset) break;
+            ++sourcePlace_;
+            passCharacterOfResult();
         }
         while (resultPlace_ > start && isWhitespace(result_[resultPlace_ - 1])) --resultPlace_;
     }

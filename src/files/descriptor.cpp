@@ -57,10 +57,10 @@ int writeAll(int descriptor, std::string_view text) {
 
 int readAll(int descriptor, std::string& text, std::size_t expectedSize) {
     std::size_t used = text.size();
-    // One byte more than expected, so that the end shows without another block.
-    text.resize(used + std::max(expectedSize + 1, smallestBlock));
+    // One byte more than expected, so that the end shows without another block. What is not used is filled in vain.
+    text.resize(used + (expectedSize > 0 ? expectedSize + 1 : smallestBlock));
     for (;;) {
-        if (used == text.size()) text.resize(text.size() * 2);
+        if (used == text.size()) text.resize(std::max(text.size() * 2, smallestBlock));
         const std::size_t room = std::min(text.size() - used, largestTransfer);
         const ssize_t count = ::read(descriptor, text.data() + used, room);
         if (count > 0) {

@@ -22,13 +22,17 @@ void removeFileAndEnd(int signal) {
     ::raise(signal);
 }
 
-// Signals that the caller has the program ignore stay ignored.
-void exchangeAction(int signal, void (*from)(int), void (*to)(int)) {
-    struct sigaction action {};
-    if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler != from) return;
-    action.sa_handler = to;
-    action.sa_flags = 0;
-    ::sigaction(signal, &action, nullptr);
+// Without a file, the signals do what they would do anyway, so that the handler stays: many files take turns. Signals
+// that the caller has the program ignore stay ignored.
+bool handleEndingSignals() {
+    for (const int signal : endingSignals) {
+        struct sigaction action {};
+        if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue;
+        action.sa_handler = removeFileAndEnd;
+        action.sa_flags = 0;
+        ::sigaction(signal, &action, nullptr);
+    }
+    return true;
 }
 
 }  // namespace
@@ -45,12 +49,11 @@ HoldEndingSignals::~HoldEndingSignals() {
 }
 
 RemoveFileOnSignal::RemoveFileOnSignal(std::string path) : path_(std::move(path)) {
+    [[maybe_unused]] static const bool areHandled = handleEndingSignals();
     fileToRemove = path_.c_str();
-    for (const int signal : endingSignals) exchangeAction(signal, SIG_DFL, removeFileAndEnd);
 }
 
 RemoveFileOnSignal::~RemoveFileOnSignal() {
-    for (const int signal : endingSignals) exchangeAction(signal, removeFileAndEnd, SIG_DFL);
     fileToRemove = nullptr;
 }
 

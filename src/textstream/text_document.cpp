@@ -53,15 +53,6 @@ void TextDocument::findLineStarts() {
     }
 }
 
-std::size_t TextDocument::offsetOf(int line, int column) const {
-    if (line < 1) return 0;
-    const auto index = static_cast<std::size_t>(line) - 1;
-    if (index >= lineStarts_.size()) return text_.size();
-    const std::size_t start = lineStarts_[index];
-    const std::size_t end = index + 1 < lineStarts_.size() ? lineStarts_[index + 1] : text_.size();
-    return std::min(start + static_cast<std::size_t>(std::max(column, 0)), end);
-}
-
 TextPosition TextDocument::positionOf(std::size_t offset) const {
     const auto next = std::upper_bound(lineStarts_.begin(), lineStarts_.end(), offset);
     return {static_cast<int>(next - lineStarts_.begin()), static_cast<int>(offset - *std::prev(next))};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
@@ -34,7 +35,14 @@ public:
 
     // A place beyond the end of its line is the start of the next one, a line beyond the last is the text's
     // end.
-    std::size_t offsetOf(int line, int column) const;
+    std::size_t offsetOf(int line, int column) const {
+        if (line < 1) return 0;
+        const auto index = static_cast<std::size_t>(line) - 1;
+        if (index >= lineStarts_.size()) return text_.size();
+        const std::size_t start = lineStarts_[index];
+        const std::size_t end = index + 1 < lineStarts_.size() ? lineStarts_[index + 1] : text_.size();
+        return std::min(start + static_cast<std::size_t>(std::max(column, 0)), end);
+    }
     // By binary search in the lines. `offset` is at most the text's size.
     TextPosition positionOf(std::size_t offset) const;
 

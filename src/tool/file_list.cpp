@@ -63,14 +63,24 @@ private:
     using Entry = std::pair<std::string, fs::file_type>;  // its name, links followed to files only
 
     // Of a file that was named: with the rules of all folders above it that belong to it.
-    bool isLeftOut(const std::string& absolute) const {
-        IgnoreRules rules;
-        addRulesAbove(rules, absolute, {ownIgnore});
+    bool isLeftOut(const std::string& absolute) {
+        const IgnoreRules& rules = rulesOfNamed(absolute);
         for (std::size_t end = absolute.find('/', 1); end != std::string::npos; end = absolute.find('/', end + 1)) {
             const std::string folder = absolute.substr(0, end);
             if (rules.leavesOut(folder, true) || excluded_.leavesOut(folder, true)) return true;
         }
         return rules.leavesOut(absolute, false) || excluded_.leavesOut(absolute, false);
+    }
+
+    // Files of one folder are mostly named one behind the other.
+    const IgnoreRules& rulesOfNamed(const std::string& absolute) {
+        std::string folder = absolute.substr(0, absolute.rfind('/') + 1);
+        if (folder != namedIn_) {
+            namedRules_.shrink(0);
+            addRulesAbove(namedRules_, absolute, {ownIgnore});
+            namedIn_ = std::move(folder);
+        }
+        return namedRules_;
     }
 
     // Those of the folders from the one that a repository begins with down to the one around the path.
@@ -180,6 +190,8 @@ private:
     const FileQuery& query_;
     IgnoreRules excluded_;
     IgnoreRules rules_;
+    IgnoreRules namedRules_;
+    std::string namedIn_;  // the folder that they are for
     std::set<std::pair<dev_t, ino_t>> known_;
     FileList list_;
 };

@@ -1,5 +1,8 @@
 #include "tool/ignore_rules.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "files/read_file.h"
 
 namespace Tool {
@@ -112,13 +115,15 @@ void IgnoreRules::addPattern(std::string_view line, const std::string& base) {
 }
 
 void IgnoreRules::addFile(const std::string& path, const std::string& base) try {
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) return;  // most folders have none, and exceptions are slow
     const std::string text = Files::readFile(path).text;
     for (std::size_t start = 0; start < text.size();) {
         const std::size_t end = std::min(text.find('\n', start), text.size());
         addPattern(std::string_view(text).substr(start, end - start), base);
         start = end + 1;
     }
-} catch (const Files::ReadFailure&) {  // most folders have none
+} catch (const Files::ReadFailure&) {  // one that cannot be read counts as none
 }
 
 bool IgnoreRules::applies(const Rule& rule, std::string_view path, bool isFolder) {
