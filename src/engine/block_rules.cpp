@@ -135,8 +135,9 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
     const OptionalText& beforeClose = braces.beforeClose;
     std::string_view gap = writer_.readGap(node.end());
     if (isOnOneLine_ && isAllWhitespace(gap)) {
-        writer_.leave(gap, kAsInInput);
-        out().write(gap.empty() || isLineBreak(gap) ? std::string_view() : " ");
+        const OptionalText& inside = settings_.inEmptyBraces;
+        writer_.leave(gap, inside);
+        out().write(inside.present ? inside.text : gap.empty() || isLineBreak(gap) ? std::string_view() : " ");
         copyThrough(node);
         return;
     }

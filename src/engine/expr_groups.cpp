@@ -50,8 +50,10 @@ void CppExprFormatter::openGroup(Run& run) {
                 settings_.dataIndent.present ? false : run.out.keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }
+    group.isShortList = group.isBraced() && open.token.start.line == run.tokens[group.close].token.end.line &&
+                        !opensBlock(run.tokens, run.previous);
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
-    run.after = afterOpen(group);
+    run.after = group.isShortList ? inListBraces(run, afterOpen(group)) : afterOpen(group);
     run.groups.push_back(std::move(group));
 }
 
@@ -95,7 +97,7 @@ void CppExprFormatter::closeGroup(Run& run) {
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
-    const OptionalText* wanted = beforeClose(group);
+    const OptionalText* wanted = group.isShortList ? inListBraces(run, beforeClose(group)) : beforeClose(group);
     const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
     if (!losesGap && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!group.hasElements) return run.sweep.writeGapWith(losesGap ? &kNothing : nullptr);
@@ -162,6 +164,14 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
         case Group::Kind::Brackets: return &settings_.commas.captures;
     }
     return nullptr;
+}
+
+// { 1, 2 }: what is to stand in the next gap, inside of such braces, for which another key may have something too. Lists
+// below each other may be in columns.
+const OptionalText* CppExprFormatter::inListBraces(const Run& run, const OptionalText* other) const {
+    const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
+    const bool counts = settings_.inListBraces.present ? !isInColumns : !other;
+    return counts ? &settings_.inListBraces : other;
 }
 
 const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {

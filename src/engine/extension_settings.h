@@ -94,6 +94,8 @@ public:
     OptionalText betweenStatements = from_.text(Keys::WS_BETWEEN_STATEMENTS);
     OptionalText beforeDeclaratorComma = from_.lineText(Keys::WS_BEFORE_DECLARATOR_COMMA);
     OptionalText betweenRowElements = from_.lineText(Keys::WS_BETWEEN_ROW_ELEMENTS);
+    OptionalText inEmptyBraces = from_.lineText(Keys::WS_IN_EMPTY_BRACES);
+    OptionalText inListBraces = from_.lineText(Keys::WS_IN_LIST_BRACES);
     OptionalText betweenCaptures = from_.lineText(Keys::WS_BETWEEN_CAPTURES);
     OptionalText beforeEllipsis = from_.lineText(Keys::WS_BEFORE_ELLIPSIS);
     Keyed<bool> formatsMacroCalls = from_.isOn(Keys::FORMAT_MACRO_CALLS);

@@ -33,15 +33,27 @@ bool opensSubscript(const ExprTokens& tokens, std::size_t before, std::size_t op
            kind == Cpp::KeywordThis || isBuiltinTypeKeyword(kind);
 }
 
+// v<int>, but not behind "template".
+bool opensArguments(const ExprTokens& tokens, std::size_t before, std::size_t open) {
+    return tokens[open].role == ExprRole::TemplateOpen && kindAt(tokens, before) == Cpp::Identifier;
+}
+
+// class... T, T... args: `last` is the last of its dots.
+bool endsPack(const ExprTokens& tokens, std::size_t last, int next) {
+    return next == Cpp::Identifier && last + 1 >= kDotsOfPack && isPack(tokens, last + 1 - kDotsOfPack);
+}
+
 }  // namespace
 
 OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behind, bool isEmpty) {
     const int kind = kindAt(tokens, before);
-    const bool takesOperand = kind == Cpp::KeywordReturn || allocates(tokens, before);
-    if (isEmpty && !takesOperand) return OtherGap::AsItIs;
     const int next = kindAt(tokens, behind);
-    if (opensSubscript(tokens, before, behind)) return OtherGap::Nothing;
-    if (takesOperand) return next == Cpp::Semicolon ? OtherGap::AsItIs : OtherGap::Blank;
+    const bool needsBlank = kind == Cpp::KeywordReturn ? next != Cpp::Semicolon : endsPack(tokens, before, next);
+    if (needsBlank) return OtherGap::Blank;
+    if (isEmpty) return OtherGap::AsItIs;
+    if (opensSubscript(tokens, before, behind) || opensArguments(tokens, before, behind)) return OtherGap::Nothing;
+    if (tokens[behind].role == ExprRole::Separator && kind != Cpp::Semicolon) return OtherGap::Nothing;
+    if (allocates(tokens, before) && (next == Cpp::OpenParen || next == Cpp::Identifier)) return OtherGap::Blank;
     const bool isPostfix = next == Cpp::Increment || next == Cpp::Decrement;
     if (tokens[before].role == ExprRole::UnaryOperator || (isPostfix && tokens[behind].role == ExprRole::Operand)) {
         return OtherGap::Nothing;

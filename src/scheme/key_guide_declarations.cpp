@@ -61,6 +61,11 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BEFORE_FN_QUALIFIER, " "), group,
                     "Between the parameters and the word behind them: const, noexcept, override, ->.",
                     "class A\n{\n    int size()const;\n};\n"});
+    rows.push_back({set(Keys::WS_IN_EMPTY_BRACES, ""), group, "Inside braces that hold nothing, and stay on one line.",
+                    "void f() { }\n", {set(Keys::KEEP_ONE_LINE_FUNCTIONS, 1)}});
+    rows.push_back({set(Keys::WS_IN_LIST_BRACES, ""), group,
+                    "Behind the \"{\" and in front of the \"}\" of lists of values that stand on one line.",
+                    "int a[][2] = {{ 1, 2 }, { 3, 4 }};\nT b = f({ a });\n"});
     rows.push_back({set(Keys::WS_BEFORE_ELLIPSIS, ""), group,
                     "Between a type, or an expression, and the \"...\" that makes a pack of it.",
                     "template<class ... T>\nvoid f(T ... a)\n{\n    g(a ...);\n}\n"});
