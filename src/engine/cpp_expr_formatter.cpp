@@ -64,8 +64,8 @@ void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, 
 }
 
 void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& out,
-                                             const OptionalText& typeWhitespace) {
-    format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
+                                             const OptionalText& typeWhitespace, HangingLines::Text hanging) {
+    format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, hanging);
 }
 
 void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, int statementColumn) {

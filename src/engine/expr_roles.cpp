@@ -143,11 +143,12 @@ private:
         return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     }
 
-    // `(a && ...)`, as opposed to the parameters of a template's argument: `function<void(A&&...)>`
+    // `(a && ...)`, `constant<(a && ...)>`, as opposed to the parameters of a template's argument:
+    // `function<void(A&&...)>`
     bool isFold(std::size_t place) const {
         const std::size_t dots = nextPlace(tokens_, place);
-        if (!isPack(tokens_, dots) || isInDeclaration() || outer_.empty() || outer_.back().isArgument)
-            return false;
+        if (!isPack(tokens_, dots) || outer_.empty()) return false;
+        if (outer_.back().isArgument ? outer_.back().sawType : isInDeclaration()) return false;
         const std::size_t behind = dots + kDotsOfPack;
         return kindAt(tokens_, behind) == Cpp::CloseParen || kindAt(tokens_, behind) == kindAt(tokens_, place);
     }
