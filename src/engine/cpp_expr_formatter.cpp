@@ -382,6 +382,9 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
+        case ExprRole::TemplateOpen:
+            if (behind || !settings_.formatsTypeArguments) return behind;
+            return run.previousKind() == Cpp::KeywordTemplate ? &settings_.beforeTemplateOpen : &kNothing;
         case ExprRole::BraceOpen: return &settings_.beforeDataBrace;
         case ExprRole::Name:
             return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace

@@ -187,7 +187,8 @@ private:
         const int kind = kindAt(tokens_, next);
         if (kind == Cpp::Assign) return isInDeclaration();
         if (kind == Cpp::OpenParen) return isInDeclaration() && kindAt(tokens_, next + 1) == Cpp::Asterisk;
-        if (kind != Cpp::Identifier) return false;
+        // A template's argument has no name: `constant<A::a * B::b>`
+        if (kind != Cpp::Identifier || segment_.isArgument) return false;
         const std::size_t behindName = nextPlace(tokens_, next);
         if (isInDeclaration()) return endsDeclaredName(behindName);
         const int behind = kindAt(tokens_, behindName);
