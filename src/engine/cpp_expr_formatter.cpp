@@ -64,8 +64,8 @@ void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, 
 }
 
 void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& out,
-                                             const OptionalText& typeWhitespace) {
-    format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, HangingLines::Text::List);
+                                             const OptionalText& typeWhitespace, HangingLines::Text hanging) {
+    format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, hanging);
 }
 
 void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, int statementColumn) {
@@ -382,6 +382,9 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
+        case ExprRole::TemplateOpen:
+            if (behind || !settings_.formatsTypeArguments) return behind;
+            return run.previousKind() == Cpp::KeywordTemplate ? &settings_.beforeTemplateOpen : &kNothing;
         case ExprRole::BraceOpen: return &settings_.beforeDataBrace;
         case ExprRole::Name:
             return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace

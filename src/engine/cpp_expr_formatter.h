@@ -45,7 +45,8 @@ public:
     void formatExpression(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
                           HangingLines::Text hanging = HangingLines::Text::Statement);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
-    void formatDeclarationText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace);
+    void formatDeclarationText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
+                               HangingLines::Text hanging = HangingLines::Text::List);
     // A clause of a `for` in that column.
     void formatForClause(std::string_view text, Zelmor::OIndentBuf& out, int statementColumn);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the

@@ -292,6 +292,7 @@ private:
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it
     bool inClassBody_ = false;
     FirstLine listLine_;  // on which the innermost list begins
+    bool isAmongElements_ = false;  // of a list of several
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     bool isByDirective_ = false;                        // the comments that are being written end in front of one

@@ -39,7 +39,7 @@ bool awaitsOperand(const ExprToken& token) {
 }
 
 bool startsOperand(int kind) {
-    return isValueKind(kind) || kind == Cpp::KeywordSizeof || isCastKeyword(kind);
+    return isValueKind(kind) || kind == Cpp::KeywordSizeof || kind == Cpp::KeywordNew || isCastKeyword(kind);
 }
 
 }  // namespace

@@ -69,7 +69,7 @@ void CppExprFormatter::startSourceHanging(Run& run) const {
     const int column = sourceColumns().nearColumnOf(first);
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);
-    const bool isList = run.hangingText == HangingLines::Text::List;
+    const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
     run.sourceHanging.emplace(run.text, run.tokens, run.hangingText,
                               SourceHanging::Start{isList ? column : run.firstLine.source, column},
                               settings_.hanging, tabSize());

@@ -143,11 +143,12 @@ private:
         return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     }
 
-    // `(a && ...)`, as opposed to the parameters of a template's argument: `function<void(A&&...)>`
+    // `(a && ...)`, `constant<(a && ...)>`, as opposed to the parameters of a template's argument:
+    // `function<void(A&&...)>`
     bool isFold(std::size_t place) const {
         const std::size_t dots = nextPlace(tokens_, place);
-        if (!isPack(tokens_, dots) || isInDeclaration() || outer_.empty() || outer_.back().isArgument)
-            return false;
+        if (!isPack(tokens_, dots) || outer_.empty()) return false;
+        if (outer_.back().isArgument ? outer_.back().sawType : isInDeclaration()) return false;
         const std::size_t behind = dots + kDotsOfPack;
         return kindAt(tokens_, behind) == Cpp::CloseParen || kindAt(tokens_, behind) == kindAt(tokens_, place);
     }
@@ -186,7 +187,8 @@ private:
         const int kind = kindAt(tokens_, next);
         if (kind == Cpp::Assign) return isInDeclaration();
         if (kind == Cpp::OpenParen) return isInDeclaration() && kindAt(tokens_, next + 1) == Cpp::Asterisk;
-        if (kind != Cpp::Identifier) return false;
+        // A template's argument has no name: `constant<A::a * B::b>`
+        if (kind != Cpp::Identifier || segment_.isArgument) return false;
         const std::size_t behindName = nextPlace(tokens_, next);
         if (isInDeclaration()) return endsDeclaredName(behindName);
         const int behind = kindAt(tokens_, behindName);

@@ -27,6 +27,7 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       beforeCloseParen(readText(scheme, Keys::WS_BEFORE_EXPR_CLOSE_PAREN)),
       afterOpenBracket(readText(scheme, Keys::WS_AFTER_LBRACKET)),
       beforeCloseBracket(readText(scheme, Keys::WS_BEFORE_RBRACKET)),
+      beforeTemplateOpen(readText(scheme, Keys::WS_BEFORE_TP_OPEN_BRACKET)),
       afterOpenAngle(readText(scheme, Keys::WS_AFTER_TP_OPEN_BRACKET)),
       beforeCloseAngle(readText(scheme, Keys::WS_BEFORE_TP_CLOSE_BRACKET)),
       beforeDataBrace(readText(scheme, Keys::WS_BEFORE_DD_OPEN_BRACE)),

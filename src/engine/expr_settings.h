@@ -38,6 +38,7 @@ struct ExprSettings : ExtensionSettings {
     OptionalText beforeCloseParen;
     OptionalText afterOpenBracket;
     OptionalText beforeCloseBracket;
+    OptionalText beforeTemplateOpen;
     OptionalText afterOpenAngle;
     OptionalText beforeCloseAngle;
     OptionalText beforeDataBrace;

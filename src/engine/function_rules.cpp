@@ -271,7 +271,8 @@ bool CppFormatter::alignsName(const Cpp::FunctionDeclNode& declaration, std::str
 
 void CppFormatter::visit(Cpp::ParameterNode* parameter) {
     const std::string_view text = writer_.readThrough(parameter->end());
-    exprFormatter_.formatDeclarationText(text, out(), settings_.afterParameterType);
+    const auto hanging = isAmongElements_ ? HangingLines::Text::Element : HangingLines::Text::List;
+    exprFormatter_.formatDeclarationText(text, out(), settings_.afterParameterType, hanging);
 }
 
 // With FORMAT_TYPE_ARGUMENTS the declarator in parentheses is laid out too.

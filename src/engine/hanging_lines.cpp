@@ -29,7 +29,8 @@ HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn
                            const HangingIndents& indents, int tabSize)
     : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();
-    level.kind = text == Text::List ? Level::Kind::List : Level::Kind::Statement;
+    const bool isInList = text == Text::List || text == Text::Element;
+    level.kind = isInList ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
     if (text == Text::Statement) hangCommasFrom(indentColumn);
@@ -96,8 +97,11 @@ int HangingLines::columnInChain(std::size_t place) const {
     if (!chain || columns_[chain->start] == kNone) return kNone;
     const Level& level = levels_.back();
     if (indents_.fromStatement && level.kind == Level::Kind::Statement) return wrapped(level.base);
-    const int column = columns_[chain->start];
-    return chain->isIndented ? columnAfter(indents_.operand.text, column, tabSize_) : column;
+    int column = columns_[chain->start];
+    for (int depth = chains_->depthOf(*chain); depth > 0; --depth) {
+        column = columnAfter(indents_.operand.text, column, tabSize_);
+    }
+    return column;
 }
 
 int HangingLines::columnInLevel(const Level& level) const {

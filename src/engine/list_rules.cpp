@@ -77,6 +77,7 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
             writeListSeparator(gap, *previous, *child, commas);
         }
         ValueScope<FirstLine> ofLists(listLine_, {});
+        ValueScope<bool> isAmongOthers(isAmongElements_, list.size() > 1);
         child->accept(*this);
         previous = child.get();
     }

@@ -83,8 +83,13 @@ bool CppFormatter::tryLine(int margin, KeyId keptBy, const Format& format) {
         log.setOneLine(keptBy);
         format();
     }
-    const int end = line.column() + widthBehind();
-    const std::string text = line.takeText();
+    int end = line.column() + widthBehind();
+    std::string text = line.takeText();
+    // What is empty needs no blank that it has no room for.
+    if (text.ends_with("{ }") && runsOver(margin, end, text)) {
+        text.erase(text.size() - 2, 1);
+        --end;
+    }
     if (runsOver(margin, end, text) || text.find('\n') != std::string::npos) {
         place.restore(*this);
         return false;

@@ -48,6 +48,15 @@ OperandChains::OperandChains(const ExprTokens& tokens, bool isList)
     while (!levels_.empty()) endLevel();
 }
 
+int OperandChains::depthOf(const Chain& chain) const {
+    int depth = chain.isIndented ? 1 : 0;
+    for (const Chain* inner = &chain; inner->outer != kNoToken;) {
+        inner = &chains_[inner->outer];
+        depth += inner->isIndented ? 1 : 0;
+    }
+    return depth;
+}
+
 void OperandChains::pass(std::size_t place) {
     while (levels_.size() > 1 && levels_.back().close == place) endLevel();
     Level& level = levels_.back();
@@ -86,10 +95,11 @@ bool OperandChains::isColonOfLoop(Level& level, int kind) {
 void OperandChains::passOperator(std::size_t place, int rank) {
     Level& level = levels_.back();
     std::size_t start = level.operand == kNoToken ? place : level.operand;
+    std::size_t first = kNoToken;  // the chain that is its first operand
     while (!level.open.empty() && level.open.back().rank > rank) {
-        Chain& inner = chains_[level.open.back().chain];
-        inner.isIndented = true;
-        start = inner.start;
+        first = level.open.back().chain;
+        chains_[first].isIndented = true;
+        start = chains_[first].start;
         level.open.pop_back();
     }
     // a ? b ? c : d : e
@@ -102,6 +112,7 @@ void OperandChains::passOperator(std::size_t place, int rank) {
     const bool isNested = isQuestion && !level.open.empty() && level.open.back().awaitsColon;
     if (level.open.empty() || level.open.back().rank < rank || isNested) {
         level.open.push_back({rank, chains_.size(), false});
+        if (first != kNoToken && rank != kConditional) chains_[first].outer = chains_.size();
         chains_.push_back({start, rank == kConditional});
     }
     level.open.back().awaitsColon = isQuestion;

@@ -16,11 +16,14 @@ public:
     struct Chain {
         std::size_t start = kNoToken;  // the first token of its first operand
         bool isIndented = false;       // its further lines stand behind that, as opposed to below it
+        std::size_t outer = kNoToken;  // the chain, no conditional, that it is the first operand of
     };
 
     // The tokens are borrowed. `isList`: the text stands in brackets.
     OperandChains(const ExprTokens& tokens, bool isList);
 
+    // By how many indents further lines of the chain stand behind its start.
+    int depthOf(const Chain& chain) const;
     // That of the operator at `place`; null where there is none.
     const Chain* of(std::size_t place) const {
         const std::size_t chain = place < chainOf_.size() ? chainOf_[place] : kNoToken;

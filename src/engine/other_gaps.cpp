@@ -33,11 +33,6 @@ bool opensSubscript(const ExprTokens& tokens, std::size_t before, std::size_t op
            kind == Cpp::KeywordThis || isBuiltinTypeKeyword(kind);
 }
 
-// v<int>, but not behind "template".
-bool opensArguments(const ExprTokens& tokens, std::size_t before, std::size_t open) {
-    return tokens[open].role == ExprRole::TemplateOpen && kindAt(tokens, before) == Cpp::Identifier;
-}
-
 // class... T, T... args: `last` is the last of its dots.
 bool endsPack(const ExprTokens& tokens, std::size_t last, int next) {
     return next == Cpp::Identifier && last + 1 >= kDotsOfPack && isPack(tokens, last + 1 - kDotsOfPack);
@@ -51,7 +46,7 @@ OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behi
     const bool needsBlank = kind == Cpp::KeywordReturn ? next != Cpp::Semicolon : endsPack(tokens, before, next);
     if (needsBlank) return OtherGap::Blank;
     if (isEmpty) return OtherGap::AsItIs;
-    if (opensSubscript(tokens, before, behind) || opensArguments(tokens, before, behind)) return OtherGap::Nothing;
+    if (opensSubscript(tokens, before, behind)) return OtherGap::Nothing;
     if (tokens[behind].role == ExprRole::Separator && kind != Cpp::Semicolon) return OtherGap::Nothing;
     if (allocates(tokens, before) && (next == Cpp::OpenParen || next == Cpp::Identifier)) return OtherGap::Blank;
     const bool isPostfix = next == Cpp::Increment || next == Cpp::Decrement;
