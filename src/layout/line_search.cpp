@@ -73,7 +73,7 @@ bool LineSearch::lay(int column, int trailingWidth) {
     if (!isSuited()) return false;
     takeWidths();
     Way first;
-    const bool hangsFromStatement = kind_ == WeighedText::Statement || kind_ == WeighedText::Head;
+    const bool hangsFromStatement = standsByItself(kind_);
     first.top.indent = hangsFromStatement ? indentColumn_ : column;
     first.top.last = first.top.indent;
     first.top.call = hangsFromStatement ? 0 : column;
@@ -82,8 +82,7 @@ bool LineSearch::lay(int column, int trailingWidth) {
     ways_.assign(1, first);
     pass(ways_.front(), 0, false);
     for (std::size_t place = 1; place < tokens_.size(); ++place) {
-        const bool hasChoice = weights_.at(place) != BreakWeights::kNoBreak || text_.continuesLiteral(place) ||
-                               tokens_[place].token.kind == Cpp::CloseBrace;
+        const bool hasChoice = weights_.at(place) != BreakWeights::kNoBreak || text_.continuesLiteral(place);
         if (!hasChoice) {
             for (Way& way : ways_) {
                 stayOnLine(way, place);
@@ -135,7 +134,7 @@ void LineSearch::keepLightest() {
                    a.last == b.last && a.member == b.member && a.shift == b.shift && a.question == b.question &&
                    a.call == b.call && a.isBroken == b.isBroken && a.hasLine == b.hasLine &&
                    a.holdsLine == b.holdsLine && a.isWhole == b.isWhole && a.isOperandWhole == b.isOperandWhole &&
-                   a.brokeOperator == b.brokeOperator && a.closesOnLine == b.closesOnLine &&
+                   a.brokeOperator == b.brokeOperator && a.isParted == b.isParted &&
                    a.keepsMembers == b.keepsMembers && way.literal == other.literal &&
                    way.lineDepth == other.lineDepth && way.lowestDepth == other.lowestDepth;
         };
@@ -165,7 +164,6 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const Scope& scope = way.top;
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
-    if (tokens_[place].token.kind == Cpp::CloseBrace) return scope.outer == kNone ? scope.indent : outer_[scope.outer].last;
     if (way.literal >= 0 && tokens_[place].token.kind == Cpp::StringLiteral) return way.literal;
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
@@ -176,7 +174,7 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (scopes_.at(left).rank == OperandRank::Assignment) return continuation(scope);
     const bool isOperator = rank != OperandRank::None && rank != OperandRank::Comma;
     if (tokens_[left].token.kind == Cpp::CloseParen && !isOperator) return continuation(scope);
-    const bool isStatement = kind_ == WeighedText::Statement || kind_ == WeighedText::Head;
+    const bool isStatement = standsByItself(kind_);
     if (isStatement && scope.indent == indentColumn_ && tokens_[left].token.kind != Cpp::CloseBrace) {
         return columnAfter(settings_.wrapIndent.text, scope.indent, settings_.tabSize);
     }
@@ -186,7 +184,6 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
 bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) const {
     const Scope& scope = way.top;
     const int kind = tokens_[place].token.kind;
-    if (kind == Cpp::CloseBrace) return scope.closesOnLine;
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     const std::size_t left = before(place);
@@ -232,7 +229,6 @@ bool LineSearch::standsBetweenLiterals(std::size_t place) const {
 }
 
 bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
-    if (tokens_[place].token.kind == Cpp::CloseBrace) return way.top.closesOnLine;
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     const Scope& scope = way.top;
@@ -270,11 +266,10 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     if (tokens_[place].token.kind == Cpp::Question) {
         scope.isBroken = true;
     } else if (followsSeparator || followsBinary || leads) {
-        scope.isBroken = false;
+        scope.isBroken = scope.isParted && followsSeparator;
     } else if (!isOpen(left) && tokens_[left].token.kind != Cpp::Colon) {
         scope.isBroken = true;
     }
-    if (tokens_[left].token.kind == Cpp::OpenBrace) scope.closesOnLine = true;
     scope.last = column + (isShift ? kWidthOfShift : 0);
     way.lineDepth = way.lowestDepth = scopes_.at(place).depth;
     way.column = way.lineColumn = column;
@@ -313,6 +308,7 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
         if ((!leads && !hasTwo) || (leads && !scope.brokeOperator)) scope.isOperandWhole = true;
     }
     way.column = column;
+    if (leftRank == OperandRank::Comma && scope.isParted) scope.isWhole = true;
     if (leftRank == OperandRank::Comma) {
         scope.last = column;
     } else if (followsBinary) {
@@ -375,6 +371,8 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
                                              tokens_[left].token.kind == Cpp::Semicolon ||
                                              tokens_[left].token.kind == Cpp::KeywordReturn);
     if (left == kNoToken && kind_ != WeighedText::Statement) standsBehind = true;
+    const bool followsColon = left != kNoToken && tokens_[left].token.kind == Cpp::Colon && leftRank == OperandRank::None;
+    standsBehind |= followsColon;
     for (std::uint32_t at = scopes_.at(place).opens; at != OperandScopes::kNoScope; at = scopes_.scope(at).next) {
         const OperandRank rank = scopes_.scope(at).rank;
         const Scope& around = way.top;
@@ -388,6 +386,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
                                 (!standsBehind && rank > OperandRank::Assignment && rank != OperandRank::Member);
         if (isIndented) inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
+        inside.isParted = kind_ == WeighedText::Class && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
 }
@@ -416,7 +415,7 @@ void LineSearch::push(Way& way, Scope inside) {
     hash = mixed(hash, static_cast<std::uint64_t>(top.question + 1) << 32 | static_cast<std::uint32_t>(top.call));
     const unsigned flags = (top.isBroken ? 1U : 0U) | (top.hasLine ? 2U : 0U) | (top.holdsLine ? 4U : 0U) |
                            (top.isWhole ? 8U : 0U) | (top.isOperandWhole ? 16U : 0U) | (top.brokeOperator ? 32U : 0U) |
-                           (top.closesOnLine ? 64U : 0U) | (top.keepsMembers ? 128U : 0U);
+                           (top.isParted ? 64U : 0U) | (top.keepsMembers ? 128U : 0U);
     hash = mixed(hash, flags);
     inside.outerHash = hash;
     inside.outer = static_cast<std::uint32_t>(outer_.size());

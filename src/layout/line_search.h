@@ -31,7 +31,7 @@ public:
     bool lay(int column, int trailingWidth);
 
 private:
-    static constexpr std::size_t kMostWays = 24;
+    static constexpr std::size_t kMostWays = 12;
     static constexpr std::size_t kMostTokens = 600;
     static constexpr std::uint32_t kNone = 0xffffffff;
 
@@ -51,7 +51,7 @@ private:
         bool isWhole = false;        // no line begins in it,
         bool isOperandWhole = false; // or in the current operand
         bool brokeOperator = false;  // the last operator began a line, or stood behind one that did
-        bool closesOnLine = false;   // its "}" begins a line
+        bool isParted = false;       // its elements stand on one line, or on one each
         bool keepsMembers = false;   // a call stands behind another one on a line
     };
     struct Way {
