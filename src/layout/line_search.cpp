@@ -124,22 +124,17 @@ bool LineSearch::lay(int column, int trailingWidth) {
 
 // Of ways that go on alike, only the lightest.
 void LineSearch::keepLightest() {
-    std::ranges::stable_sort(next_, {}, &Way::cost);
+    order_.clear();
+    for (const Way& way : next_) order_.push_back(&way);
+    if (order_.size() > 1) std::ranges::stable_sort(order_, {}, &Way::cost);
     ways_.clear();
-    for (const Way& way : next_) {
-        const auto goesOnAlike = [&way](const Way& other) {
-            const Scope& a = way.top;
-            const Scope& b = other.top;
-            return way.column == other.column && a.outerHash == b.outerHash && a.indent == b.indent &&
-                   a.last == b.last && a.member == b.member && a.shift == b.shift && a.question == b.question &&
-                   a.call == b.call && a.isBroken == b.isBroken && a.hasLine == b.hasLine &&
-                   a.holdsLine == b.holdsLine && a.isWhole == b.isWhole && a.isOperandWhole == b.isOperandWhole &&
-                   a.brokeOperator == b.brokeOperator && a.isParted == b.isParted &&
-                   a.keepsMembers == b.keepsMembers && way.literal == other.literal &&
-                   way.lineDepth == other.lineDepth && way.lowestDepth == other.lowestDepth;
+    for (const Way* way : order_) {
+        const auto goesOnAlike = [way](const Way& other) {
+            return way->column == other.column && way->literal == other.literal && way->lineDepth == other.lineDepth &&
+                   way->lowestDepth == other.lowestDepth && way->top == other.top;
         };
         if (std::ranges::any_of(ways_, goesOnAlike)) continue;
-        ways_.push_back(way);
+        ways_.push_back(*way);
         if (ways_.size() == kMostWays) break;
     }
 }
@@ -288,6 +283,11 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
     const bool followsOpen = isOpen(left);
+    const bool goesOn = leftRank == OperandRank::None || leftRank == OperandRank::Member;
+    if (goesOn && !followsOpen && rank != OperandRank::Member) {
+        way.column = column;
+        return;
+    }
     if (followsOpen && !isClose(place)) scope.indent = column;
     if (rank == OperandRank::Member && isClose(left)) {
         if (way.column > columnOfLine(way, place)) scope.keepsMembers = true;
@@ -320,7 +320,7 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     } else if (followsOpen) {
         const std::size_t behind = nextPlace(tokens_, tokens_[left].partner);
         const bool isMember = behind < tokens_.size() && scopes_.at(behind).rank == OperandRank::Member;
-        if (isMember && scope.outer != kNone && outer_[scope.outer].member < 0) scope.last = column;
+        if (isMember && way.outer != kNone && outer_[way.outer].scope.member < 0) scope.last = column;
     }
 }
 
@@ -408,25 +408,33 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     push(way, inside);
 }
 
+std::uint64_t LineSearch::hashOf(const Scope& scope) {
+    const auto pair = [](int first, int second) {
+        return static_cast<std::uint64_t>(first + 1) << 32 | static_cast<std::uint32_t>(second + 1);
+    };
+    std::uint64_t hash = mixed(scope.outerHash, pair(scope.indent, scope.last));
+    hash = mixed(hash, pair(scope.member, scope.shift));
+    hash = mixed(hash, pair(scope.question, scope.call));
+    unsigned flags = 0;
+    for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole, scope.isOperandWhole,
+                            scope.brokeOperator, scope.isParted, scope.keepsMembers}) {
+        flags = flags << 1 | (flag ? 1U : 0U);
+    }
+    return mixed(hash, flags);
+}
+
 void LineSearch::push(Way& way, Scope inside) {
-    const Scope& top = way.top;
-    std::uint64_t hash = mixed(top.outerHash, static_cast<std::uint64_t>(top.indent) << 32 | static_cast<std::uint32_t>(top.last));
-    hash = mixed(hash, static_cast<std::uint64_t>(top.member + 1) << 32 | static_cast<std::uint32_t>(top.shift + 1));
-    hash = mixed(hash, static_cast<std::uint64_t>(top.question + 1) << 32 | static_cast<std::uint32_t>(top.call));
-    const unsigned flags = (top.isBroken ? 1U : 0U) | (top.hasLine ? 2U : 0U) | (top.holdsLine ? 4U : 0U) |
-                           (top.isWhole ? 8U : 0U) | (top.isOperandWhole ? 16U : 0U) | (top.brokeOperator ? 32U : 0U) |
-                           (top.isParted ? 64U : 0U) | (top.keepsMembers ? 128U : 0U);
-    hash = mixed(hash, flags);
-    inside.outerHash = hash;
-    inside.outer = static_cast<std::uint32_t>(outer_.size());
-    outer_.push_back(top);
+    inside.outerHash = hashOf(way.top);
+    outer_.push_back({way.top, way.outer});
+    way.outer = static_cast<std::uint32_t>(outer_.size() - 1);
     way.top = inside;
 }
 
 void LineSearch::pop(Way& way) {
-    if (way.top.outer == kNone) return;
+    if (way.outer == kNone) return;
     const bool holdsLine = way.top.holdsLine;
-    way.top = outer_[way.top.outer];
+    way.top = outer_[way.outer].scope;
+    way.outer = outer_[way.outer].outer;
     way.top.isBroken |= holdsLine;
     way.top.holdsLine |= holdsLine;
 }
