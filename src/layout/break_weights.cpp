@@ -20,6 +20,7 @@ constexpr int kTemplateDepth = 12;
 constexpr int kShiftWeight = 1;
 constexpr int kBehindLabel = 25;  // "name: " << value
 constexpr int kColonOfLoop = 2;
+constexpr int kBaseClauses = 3;
 constexpr int kAssignedLambda = 35;
 constexpr int kInnerMember = 35;  // "." with another call behind it
 constexpr int kLastMember = 150;
@@ -66,8 +67,7 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
       name_(extent.name),
       holdsComma_(tokens.size(), false),
       weights_(tokens.size(), kNoBreak) {
-    const bool isOnItsOwn = text_ == WeighedText::Statement || text_ == WeighedText::Head;
-    int depth = !isOnItsOwn ? 1 + kParenthesesDepth : 1;
+    int depth = standsByItself(text_) ? 1 : 1 + kParenthesesDepth;
     std::vector<std::size_t> brackets;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
         if (isOpen(tokens, place)) brackets.push_back(place);
@@ -165,7 +165,11 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
         const bool isOnly = scopes_.at(place).isFirstOperator && scopes_.at(place).nextOperator == kNoToken;
         return !isOnly && isLabel(tokens_[left]) ? kBehindLabel : kShiftWeight;
     }
-    if (tokens_[left].role == ExprRole::BinaryOperator && tokens_[left].token.kind == Cpp::Colon) return kColonOfLoop;
+    const bool isClass = text_ == WeighedText::Class;
+    const std::size_t colon = isClass ? place : left;
+    if (tokens_[colon].role == ExprRole::BinaryOperator && tokens_[colon].token.kind == Cpp::Colon) {
+        return isClass ? kBaseClauses : kColonOfLoop;
+    }
     return startsCastOperand(tokens_, left, place) ? kCastOperand : kNoBreak;
 }
 

@@ -15,7 +15,13 @@ enum class WeighedText {
     Clauses,    // of a "for"
     Parameters, // of a function
     Head,       // of a function, from its type on
+    Class,      // the head of one
 };
+
+// Whether a text hangs from the statement that it is, not from the brackets around it.
+inline bool standsByItself(WeighedText text) {
+    return text == WeighedText::Statement || text == WeighedText::Head || text == WeighedText::Class;
+}
 
 struct WeighedExtent {
     WeighedText text = WeighedText::Statement;

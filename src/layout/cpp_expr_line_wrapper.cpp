@@ -63,7 +63,9 @@ std::string CppExprLineWrapper::wrapList(std::string_view text, const IndentStat
     const bool isTooLong = layout.isTooLong(wholeText(), column);
     if (isTooLong && context.weighed != WeighedText::Statement && weigh(state, context)) return render(state);
     if (settings_.lists != ListStrategy::Keep && isTooLong) {
-        if (settings_.lists == ListStrategy::Pack && !context.isParted) {
+        if (context.isParted) {
+            layout.partList(wholeText(), column);
+        } else if (settings_.lists == ListStrategy::Pack) {
             if (context.isInParentheses) {
                 layout.packWithLastResort(wholeText(), column);
             } else {

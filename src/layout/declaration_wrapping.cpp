@@ -28,6 +28,12 @@ bool holdsDeclarators(std::string_view name) {
     return false;
 }
 
+// Whether the last element of an initialiser in braces has a comma behind it, so that each is to have a line.
+bool endsWithComma(std::string_view initializer) {
+    const std::string_view elements = initializer.substr(0, initializer.rfind('}'));
+    return trimRight(elements).ends_with(',');
+}
+
 }  // namespace
 
 // A declaration with a body in braces.
@@ -59,6 +65,10 @@ void CppLineWrapper::visit(Cpp::ClassDeclNode* declaration) {
 
 void CppLineWrapper::visit(Cpp::ClassHeadNode* head) {
     if (copyUnlessLong(*head)) return;
+    WrapContext context;
+    context.mode = ExprMode::Declaration;
+    context.weighed = WeighedText::Class;
+    if (head->baseClauses() && writeByWeight(head->start(), head->end(), context)) return;
     if (head->name()) copyThrough(*head->name());
     if (head->baseClauses()) head->baseClauses()->accept(*this);
     copyThrough(*head);
@@ -160,8 +170,11 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
 bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
     if (!declaration.type()) return false;
     if (!declaration.tail()) return true;
-    return !declaration.tail()->text().starts_with("= {") &&
-           !declaration.tail()->text().starts_with("{");
+    // Rows of elements stay as they are.
+    const std::string_view tail = declaration.tail()->text();
+    const std::size_t brace = tail.find('{');
+    const bool isList = brace != std::string_view::npos && tail.find_first_not_of("= \t\n") == brace;
+    return !isList || (tail.find('\n') == std::string_view::npos && !endsWithComma(tail));
 }
 
 // first, second, third = 3;

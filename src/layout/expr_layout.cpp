@@ -44,6 +44,10 @@ void ExprLayout::breakExpression(TokenRange range, int column) {
     layCallsOrRegion(region, column);
 }
 
+void ExprLayout::partList(TokenRange range, int column) {
+    layRegion({range, indentColumn_, column, 0, atIndent_}, column);
+}
+
 void ExprLayout::packList(TokenRange range, int column) {
     if (settings_.comma == SeparatorPlace::None) return;
     const Region region{range, indentColumn_, column, 0, atIndent_};

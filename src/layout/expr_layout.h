@@ -50,6 +50,8 @@ public:
     bool holdsElements(TokenRange range);
     void breakExpression(TokenRange range, int column);
     void packList(TokenRange range, int column);
+    // At all commas of the list itself, before anything else.
+    void partList(TokenRange range, int column);
     // With WRAP_LAST_RESORT, and, behind an assignment, WRAP_WHOLE_PARTS.
     void breakWithLastResort(TokenRange range, int column, bool followsAssignment);
     void packWithLastResort(TokenRange range, int column);

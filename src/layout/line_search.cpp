@@ -73,7 +73,7 @@ bool LineSearch::lay(int column, int trailingWidth) {
     if (!isSuited()) return false;
     takeWidths();
     Way first;
-    const bool hangsFromStatement = kind_ == WeighedText::Statement || kind_ == WeighedText::Head;
+    const bool hangsFromStatement = standsByItself(kind_);
     first.top.indent = hangsFromStatement ? indentColumn_ : column;
     first.top.last = first.top.indent;
     first.top.call = hangsFromStatement ? 0 : column;
@@ -82,8 +82,7 @@ bool LineSearch::lay(int column, int trailingWidth) {
     ways_.assign(1, first);
     pass(ways_.front(), 0, false);
     for (std::size_t place = 1; place < tokens_.size(); ++place) {
-        const bool hasChoice = weights_.at(place) != BreakWeights::kNoBreak || text_.continuesLiteral(place) ||
-                               tokens_[place].token.kind == Cpp::CloseBrace;
+        const bool hasChoice = weights_.at(place) != BreakWeights::kNoBreak || text_.continuesLiteral(place);
         if (!hasChoice) {
             for (Way& way : ways_) {
                 stayOnLine(way, place);
@@ -125,22 +124,17 @@ bool LineSearch::lay(int column, int trailingWidth) {
 
 // Of ways that go on alike, only the lightest.
 void LineSearch::keepLightest() {
-    std::ranges::stable_sort(next_, {}, &Way::cost);
+    order_.clear();
+    for (const Way& way : next_) order_.push_back(&way);
+    if (order_.size() > 1) std::ranges::stable_sort(order_, {}, &Way::cost);
     ways_.clear();
-    for (const Way& way : next_) {
-        const auto goesOnAlike = [&way](const Way& other) {
-            const Scope& a = way.top;
-            const Scope& b = other.top;
-            return way.column == other.column && a.outerHash == b.outerHash && a.indent == b.indent &&
-                   a.last == b.last && a.member == b.member && a.shift == b.shift && a.question == b.question &&
-                   a.call == b.call && a.isBroken == b.isBroken && a.hasLine == b.hasLine &&
-                   a.holdsLine == b.holdsLine && a.isWhole == b.isWhole && a.isOperandWhole == b.isOperandWhole &&
-                   a.brokeOperator == b.brokeOperator && a.closesOnLine == b.closesOnLine &&
-                   a.keepsMembers == b.keepsMembers && way.literal == other.literal &&
-                   way.lineDepth == other.lineDepth && way.lowestDepth == other.lowestDepth;
+    for (const Way* way : order_) {
+        const auto goesOnAlike = [way](const Way& other) {
+            return way->column == other.column && way->literal == other.literal && way->lineDepth == other.lineDepth &&
+                   way->lowestDepth == other.lowestDepth && way->top == other.top;
         };
         if (std::ranges::any_of(ways_, goesOnAlike)) continue;
-        ways_.push_back(way);
+        ways_.push_back(*way);
         if (ways_.size() == kMostWays) break;
     }
 }
@@ -165,7 +159,6 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const Scope& scope = way.top;
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
-    if (tokens_[place].token.kind == Cpp::CloseBrace) return scope.outer == kNone ? scope.indent : outer_[scope.outer].last;
     if (way.literal >= 0 && tokens_[place].token.kind == Cpp::StringLiteral) return way.literal;
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
@@ -176,7 +169,7 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (scopes_.at(left).rank == OperandRank::Assignment) return continuation(scope);
     const bool isOperator = rank != OperandRank::None && rank != OperandRank::Comma;
     if (tokens_[left].token.kind == Cpp::CloseParen && !isOperator) return continuation(scope);
-    const bool isStatement = kind_ == WeighedText::Statement || kind_ == WeighedText::Head;
+    const bool isStatement = standsByItself(kind_);
     if (isStatement && scope.indent == indentColumn_ && tokens_[left].token.kind != Cpp::CloseBrace) {
         return columnAfter(settings_.wrapIndent.text, scope.indent, settings_.tabSize);
     }
@@ -186,7 +179,6 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
 bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) const {
     const Scope& scope = way.top;
     const int kind = tokens_[place].token.kind;
-    if (kind == Cpp::CloseBrace) return scope.closesOnLine;
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     const std::size_t left = before(place);
@@ -232,7 +224,6 @@ bool LineSearch::standsBetweenLiterals(std::size_t place) const {
 }
 
 bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
-    if (tokens_[place].token.kind == Cpp::CloseBrace) return way.top.closesOnLine;
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     const Scope& scope = way.top;
@@ -270,11 +261,10 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     if (tokens_[place].token.kind == Cpp::Question) {
         scope.isBroken = true;
     } else if (followsSeparator || followsBinary || leads) {
-        scope.isBroken = false;
+        scope.isBroken = scope.isParted && followsSeparator;
     } else if (!isOpen(left) && tokens_[left].token.kind != Cpp::Colon) {
         scope.isBroken = true;
     }
-    if (tokens_[left].token.kind == Cpp::OpenBrace) scope.closesOnLine = true;
     scope.last = column + (isShift ? kWidthOfShift : 0);
     way.lineDepth = way.lowestDepth = scopes_.at(place).depth;
     way.column = way.lineColumn = column;
@@ -293,6 +283,11 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
     const bool followsOpen = isOpen(left);
+    const bool goesOn = leftRank == OperandRank::None || leftRank == OperandRank::Member;
+    if (goesOn && !followsOpen && rank != OperandRank::Member) {
+        way.column = column;
+        return;
+    }
     if (followsOpen && !isClose(place)) scope.indent = column;
     if (rank == OperandRank::Member && isClose(left)) {
         if (way.column > columnOfLine(way, place)) scope.keepsMembers = true;
@@ -313,6 +308,7 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
         if ((!leads && !hasTwo) || (leads && !scope.brokeOperator)) scope.isOperandWhole = true;
     }
     way.column = column;
+    if (leftRank == OperandRank::Comma && scope.isParted) scope.isWhole = true;
     if (leftRank == OperandRank::Comma) {
         scope.last = column;
     } else if (followsBinary) {
@@ -324,7 +320,7 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     } else if (followsOpen) {
         const std::size_t behind = nextPlace(tokens_, tokens_[left].partner);
         const bool isMember = behind < tokens_.size() && scopes_.at(behind).rank == OperandRank::Member;
-        if (isMember && scope.outer != kNone && outer_[scope.outer].member < 0) scope.last = column;
+        if (isMember && way.outer != kNone && outer_[way.outer].scope.member < 0) scope.last = column;
     }
 }
 
@@ -375,6 +371,8 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
                                              tokens_[left].token.kind == Cpp::Semicolon ||
                                              tokens_[left].token.kind == Cpp::KeywordReturn);
     if (left == kNoToken && kind_ != WeighedText::Statement) standsBehind = true;
+    const bool followsColon = left != kNoToken && tokens_[left].token.kind == Cpp::Colon && leftRank == OperandRank::None;
+    standsBehind |= followsColon;
     for (std::uint32_t at = scopes_.at(place).opens; at != OperandScopes::kNoScope; at = scopes_.scope(at).next) {
         const OperandRank rank = scopes_.scope(at).rank;
         const Scope& around = way.top;
@@ -388,6 +386,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
                                 (!standsBehind && rank > OperandRank::Assignment && rank != OperandRank::Member);
         if (isIndented) inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
+        inside.isParted = kind_ == WeighedText::Class && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
 }
@@ -409,25 +408,33 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     push(way, inside);
 }
 
+std::uint64_t LineSearch::hashOf(const Scope& scope) {
+    const auto pair = [](int first, int second) {
+        return static_cast<std::uint64_t>(first + 1) << 32 | static_cast<std::uint32_t>(second + 1);
+    };
+    std::uint64_t hash = mixed(scope.outerHash, pair(scope.indent, scope.last));
+    hash = mixed(hash, pair(scope.member, scope.shift));
+    hash = mixed(hash, pair(scope.question, scope.call));
+    unsigned flags = 0;
+    for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole, scope.isOperandWhole,
+                            scope.brokeOperator, scope.isParted, scope.keepsMembers}) {
+        flags = flags << 1 | (flag ? 1U : 0U);
+    }
+    return mixed(hash, flags);
+}
+
 void LineSearch::push(Way& way, Scope inside) {
-    const Scope& top = way.top;
-    std::uint64_t hash = mixed(top.outerHash, static_cast<std::uint64_t>(top.indent) << 32 | static_cast<std::uint32_t>(top.last));
-    hash = mixed(hash, static_cast<std::uint64_t>(top.member + 1) << 32 | static_cast<std::uint32_t>(top.shift + 1));
-    hash = mixed(hash, static_cast<std::uint64_t>(top.question + 1) << 32 | static_cast<std::uint32_t>(top.call));
-    const unsigned flags = (top.isBroken ? 1U : 0U) | (top.hasLine ? 2U : 0U) | (top.holdsLine ? 4U : 0U) |
-                           (top.isWhole ? 8U : 0U) | (top.isOperandWhole ? 16U : 0U) | (top.brokeOperator ? 32U : 0U) |
-                           (top.closesOnLine ? 64U : 0U) | (top.keepsMembers ? 128U : 0U);
-    hash = mixed(hash, flags);
-    inside.outerHash = hash;
-    inside.outer = static_cast<std::uint32_t>(outer_.size());
-    outer_.push_back(top);
+    inside.outerHash = hashOf(way.top);
+    outer_.push_back({way.top, way.outer});
+    way.outer = static_cast<std::uint32_t>(outer_.size() - 1);
     way.top = inside;
 }
 
 void LineSearch::pop(Way& way) {
-    if (way.top.outer == kNone) return;
+    if (way.outer == kNone) return;
     const bool holdsLine = way.top.holdsLine;
-    way.top = outer_[way.top.outer];
+    way.top = outer_[way.outer].scope;
+    way.outer = outer_[way.outer].outer;
     way.top.isBroken |= holdsLine;
     way.top.holdsLine |= holdsLine;
 }

@@ -31,7 +31,7 @@ public:
     bool lay(int column, int trailingWidth);
 
 private:
-    static constexpr std::size_t kMostWays = 24;
+    static constexpr std::size_t kMostWays = 8;
     static constexpr std::size_t kMostTokens = 600;
     static constexpr std::uint32_t kNone = 0xffffffff;
 
@@ -43,7 +43,6 @@ private:
         int shift = -1;         // of the first "<<"
         int question = -1;      // of the "?"
         int call = 0;           // of the operand that calls are part of
-        std::uint32_t outer = kNone;
         std::uint64_t outerHash = 0;
         bool isBroken = false;       // further elements and operands begin lines
         bool hasLine = false;        // a line has begun between its elements,
@@ -51,11 +50,14 @@ private:
         bool isWhole = false;        // no line begins in it,
         bool isOperandWhole = false; // or in the current operand
         bool brokeOperator = false;  // the last operator began a line, or stood behind one that did
-        bool closesOnLine = false;   // its "}" begins a line
+        bool isParted = false;       // its elements stand on one line, or on one each
         bool keepsMembers = false;   // a call stands behind another one on a line
+
+        bool operator==(const Scope&) const = default;
     };
     struct Way {
         Scope top;
+        std::uint32_t outer = kNone;  // what that stands in
         int column = 0;      // behind the last token
         int lineColumn = 0;  // of the line
         int literal = -1;    // of the first of the literals in a row
@@ -63,6 +65,10 @@ private:
         int lowestDepth = 0; // of the line
         std::int64_t cost = 0;
         std::uint32_t lines = kNone;  // the last of those that have begun
+    };
+    struct Outer {
+        Scope scope;
+        std::uint32_t outer;
     };
     struct Line {
         std::uint32_t before;
@@ -80,6 +86,7 @@ private:
     void pass(Way& way, std::size_t place, bool beginsLine);
     void openScopes(Way& way, std::size_t place);
     void openBracket(Way& way, std::size_t place);
+    static std::uint64_t hashOf(const Scope& scope);
     void push(Way& way, Scope inside);
     void pop(Way& way);
     void payOverflow(Way& way, int before) const;
@@ -106,10 +113,11 @@ private:
     std::vector<std::size_t> before_;  // the token in front that is no comment
     std::vector<int> gaps_;            // widths
     std::vector<int> widths_;
-    std::vector<Scope> outer_;  // scopes that others stand in
+    std::vector<Outer> outer_;  // scopes that others stand in
     std::vector<Line> lines_;
     std::vector<Way> ways_;
     std::vector<Way> next_;
+    std::vector<const Way*> order_;
 };
 
 }  // namespace Tessel

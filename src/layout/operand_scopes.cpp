@@ -59,6 +59,8 @@ void OperandScopes::pass(std::size_t place) {
     }
     if (token.role == ExprRole::Separator && token.token.kind == Cpp::Semicolon) {
         endElement();
+    } else if (token.role == ExprRole::BinaryOperator && token.token.kind == Cpp::Colon && levels_.back().questions == 0) {
+        endElement();
     } else if (token.token.kind == Cpp::KeywordReturn) {
         levels_.back().operand = kNoToken;
     } else if (const OperandRank rank = rankOf(place); rank != OperandRank::None) {
@@ -82,7 +84,10 @@ OperandRank OperandScopes::rankOf(std::size_t place) {
     }
     if (token.role != ExprRole::BinaryOperator) return OperandRank::None;
     if (kind == Cpp::Question) ++level.questions;
-    if (kind == Cpp::Colon) return level.questions-- > 0 ? OperandRank::Conditional : OperandRank::None;
+    if (kind == Cpp::Colon) {
+        --level.questions;
+        return OperandRank::Conditional;
+    }
     return rankOfOperator(kind);
 }
 

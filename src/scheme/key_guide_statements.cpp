@@ -116,6 +116,14 @@ void addLongLines(std::vector<KeyGuide>& rows) {
                     "What fits on a line of its own stays whole: lines begin behind `=`, and at operators, before they "
                     "begin in the arguments of calls.", "int x = a_function(its_first, its_second);\n",
                     wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2)})});
+    rows.push_back(
+        {set(Keys::WRAP_BY_WEIGHT, 1), group,
+         "The lines of a statement, a declaration or a head begin where all of them together weigh least: one weighs the "
+         "more, the closer what it parts belongs together and the deeper that stands in brackets. 1: elements stand "
+         "below the name of their list sooner; 2: beside its bracket sooner. With KEEP_LINE_BREAKS and "
+         "HANGING_OPERAND_INDENT.", "a_template<of, two> some_name(argument);\n",
+         wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2), set(Keys::KEEP_LINE_BREAKS, true),
+                   set(Keys::HANGING_OPERAND_INDENT, "    ")})});
 }
 
 void addWithoutEffect(std::vector<KeyGuide>& rows) {
