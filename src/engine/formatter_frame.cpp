@@ -265,6 +265,21 @@ bool CppFormatter::copySettledNode(const Cpp::SyntaxNode& node) {
     return true;
 }
 
+// Whether the node is settled, begins a line, and comes to stand in its column.
+bool CppFormatter::startsSettledLine(const Cpp::SyntaxNode& node) {
+    if (!isSettled(node) || isOnOneLine_ || !pendingWhitespace_.empty() || out().keepLeadingSpace()) return false;
+    const std::string_view gap = gapBefore(node);
+    const bool startsLine = isAllWhitespace(gap) && (out().column() == 0 || gap.find('\n') != std::string_view::npos);
+    return startsLine && isAllWhitespace(lineBefore(node)) && indentColumn() == sourceColumnOf(node);
+}
+
+// Says false, with nothing written, where the statement has to be formatted.
+bool CppFormatter::copySettledStatement(const Cpp::SyntaxNode& node) {
+    if (!startsSettledLine(node)) return false;
+    writer_.copyGap(node.start());
+    return copySettledNode(node);
+}
+
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     const bool isKept = directive->text().empty();
     const std::size_t start = isKept ? out().text().size() : 0;
@@ -296,6 +311,7 @@ void CppFormatter::copyStray(std::string_view gap) {
 }
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
+    if (copySettledStatement(*expression)) return;
     if (givesTypeName(expression->text())) {
         if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
         applyPendingWhitespace(*expression);
