@@ -209,6 +209,8 @@ private:
     bool copySettled(Cpp::FunctionDeclNode& declaration);
     bool isSettled(const Cpp::SyntaxNode& node) const;
     bool copySettledNode(const Cpp::SyntaxNode& node);
+    bool startsSettledLine(const Cpp::SyntaxNode& node);
+    bool copySettledStatement(const Cpp::SyntaxNode& node);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
     void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen, std::size_t start);

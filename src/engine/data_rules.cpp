@@ -54,6 +54,11 @@ OptionalText withoutLineFeeds(OptionalText text) {
 // Declarators behind a class body, in the same declaration, are not aligned.
 void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     const bool followsClassBody = previousSibling_ && previousSibling_ == lastClosedClass_;
+    const bool mayMove = settings_.alignsDataNames || settings_.alignsMemberNames || settings_.alignsDataInitializers;
+    if (!mayMove && copySettledStatement(*declaration)) {
+        takeTemplateColumn();
+        return;
+    }
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
     const int column = copyUpToConstruct(*declaration);

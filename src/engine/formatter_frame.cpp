@@ -281,11 +281,29 @@ bool CppFormatter::copySettledNode(const Cpp::SyntaxNode& node) {
     return true;
 }
 
+// Whether the node is settled, begins a line, and comes to stand in its column.
+bool CppFormatter::startsSettledLine(const Cpp::SyntaxNode& node) {
+    if (!isSettled(node) || isOnOneLine_ || !pendingWhitespace_.empty() || out().keepLeadingSpace()) return false;
+    const std::string_view gap = gapBefore(node);
+    const bool startsLine = isAllWhitespace(gap) && (out().column() == 0 || gap.find('\n') != std::string_view::npos);
+    return startsLine && isAllWhitespace(lineBefore(node)) && indentColumn() == sourceColumnOf(node);
+}
+
+// Says false, with nothing written, where the statement has to be formatted.
+bool CppFormatter::copySettledStatement(const Cpp::SyntaxNode& node) {
+    if (!startsSettledLine(node)) return false;
+    writer_.copyGap(node.start());
+    return copySettledNode(node);
+}
+
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     const bool isKept = directive->text().empty();
+    // Where no line is indented, it stands where it stood.
+    const bool standsInFront = lineBefore(*directive).empty() && out().indent().empty();
+    const bool staysAsItIs = isKept || (standsInFront && isSettled(*directive));
     const std::size_t start = isKept ? out().text().size() : 0;
     exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out(),
-                                   isKept ? InnerBlanks::Keep : InnerBlanks::Convert);
+                                   staysAsItIs ? InnerBlanks::Keep : InnerBlanks::Convert);
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 
@@ -314,6 +332,7 @@ void CppFormatter::copyStray(std::string_view gap) {
 }
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
+    if (copySettledStatement(*expression)) return;
     if (givesTypeName(expression->text())) {
         if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
         applyPendingWhitespace(*expression);

@@ -89,6 +89,8 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
         base = writer_.nextColumn();
     } else if (chainingElseIf_) {
         writeElseIfGap(writer_.readGap(statement->start()));
+    } else if (copySettledStatement(*statement)) {
+        return;
     } else {
         base = copyUpToConstruct(*statement);
     }
