@@ -304,12 +304,12 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const std::size_t place = run.sweep.place();
     const std::string_view gap = run.sweep.gap();
-    if (place == 0 || run.previous != place - 1 || gap.find_first_not_of(kBlanks) != gap.npos) return nullptr;
-    switch (otherGap(run.tokens, run.previous, place, gap.empty())) {
-        case OtherGap::Nothing: return &settings_.otherGaps.none;
-        case OtherGap::Blank: return &settings_.otherGaps.blank;
-        default: return nullptr;
-    }
+    if (place == 0 || run.previous != place - 1 || (gap.empty() && !mayNeedBlank(run.previousKind()))) return nullptr;
+    if (gap.find_first_not_of(kBlanks) != gap.npos) return nullptr;
+    const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
+    const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;
+    const bool isThere = !log() && text.text == gap;
+    return wanted == OtherGap::AsItIs || isThere ? nullptr : &text;
 }
 
 // Tells where the current token stands, the gap in front of it written.

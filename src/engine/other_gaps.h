@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "cpp/token_kind.h"
 #include "engine/expr_tokens.h"
 
 // ! a            !a
@@ -10,6 +11,9 @@
 //
 // White space between two tokens that no other key is about.
 namespace Tessel {
+
+// Whether there are tokens that are to stand apart from one of this kind in front of them.
+constexpr bool mayNeedBlank(int kind) { return kind == Cpp::KeywordReturn || kind == Cpp::Dot; }
 
 enum class OtherGap { AsItIs, Nothing, Blank };
 
