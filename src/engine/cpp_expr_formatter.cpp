@@ -387,6 +387,8 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             return run.previousKind() == Cpp::KeywordTemplate ? &settings_.beforeTemplateOpen : &kNothing;
         case ExprRole::BraceOpen: return &settings_.beforeDataBrace;
         case ExprRole::Name:
+            // Behind the text stands the name that the type is for.
+            if (run.nameFollows && run.groups.empty()) return behind;
             return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace
                                                                                       : behind;
         case ExprRole::Separator:

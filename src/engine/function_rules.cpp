@@ -297,7 +297,7 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
             writer_.write(trimRight(inside));
             writer_.replace(trailingBlanks(inside), kNothing);
             out().write(")");
-            writer_.replace(trailingBlanks(closing), kNothing);
+            writer_.writeMerged(trailingBlanks(closing), settings_.afterFunctionName);
         } else {
             writer_.write(closing);
         }
@@ -308,15 +308,19 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
 
 // "(", a calling convention and marks, up to the name.
 void CppFormatter::writeDeclarator(std::string_view declarator) {
-    const bool isPlain = declarator.starts_with('(') && declarator.find_first_of("\n/:<([", 1) == declarator.npos;
-    if (!settings_.formatsTypeArguments || !isPlain || writer_.holdsOpaque(declarator)) {
+    const bool isFormatted =
+        settings_.formatsTypeArguments && declarator.starts_with('(') && !writer_.holdsOpaque(declarator);
+    const std::string_view bracketed = isFormatted ? declarator.substr(1) : std::string_view();
+    const std::string_view inside = trimLeft(bracketed);
+    const bool holdsMarks = !inside.empty() && trimRight(inside).find_first_not_of("*&^") == inside.npos;
+    const bool holdsConvention = startsWithConvention(declarator) && inside.find_first_of("\n/<([") == inside.npos;
+    if (!isFormatted || !(holdsMarks || holdsConvention)) {
         writer_.write(declarator);
         return;
     }
     out().write("(");
-    const std::string_view inside = trimLeft(declarator.substr(1));
-    writer_.replace(leadingBlanks(declarator.substr(1)), kNothing);
-    if (!inside.empty() && Cpp::isNameStart(inside.front())) {
+    writer_.replace(leadingBlanks(bracketed), kNothing);
+    if (holdsConvention) {
         exprFormatter_.formatTypeText(inside, out(), kBlank);
         return;
     }
