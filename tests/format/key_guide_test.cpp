@@ -56,6 +56,7 @@ private:
 bool isNeverTold(std::string_view key) {
     for (const std::string_view part :
          {"_VERSION", "TAB_SIZE", "CONVERT_WS", "TABS_IN_", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT", "WRAP_WHOLE",
+          "WRAP_BY_WEIGHT",
           "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "FORMAT_DIRECTIVES",
           "FORMAT_MACRO_", "FORMAT_CASE_", "DERIVE_", "FROM_DIRECTIVE", "LINE_SPLICES",
           "HANGING_", "KEEP_UNRECOGNIZED",
