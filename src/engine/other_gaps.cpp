@@ -53,6 +53,8 @@ OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behi
     if (tokens[before].role == ExprRole::UnaryOperator || (isPostfix && tokens[behind].role == ExprRole::Operand)) {
         return OtherGap::Nothing;
     }
+    const bool followsPack = before + 1 >= kDotsOfPack && isPack(tokens, before + 1 - kDotsOfPack);
+    if (followsPack) return OtherGap::AsItIs;
     if (isAccess(kind) != isAccess(next) && !isPack(tokens, behind)) return OtherGap::Nothing;
     return Cpp::isWord(kind) && Cpp::isWord(next) ? OtherGap::Blank : OtherGap::AsItIs;
 }
