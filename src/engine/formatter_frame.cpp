@@ -298,12 +298,9 @@ bool CppFormatter::copySettledStatement(const Cpp::SyntaxNode& node) {
 
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     const bool isKept = directive->text().empty();
-    // Where no line is indented, it stands where it stood.
-    const bool standsInFront = lineBefore(*directive).empty() && out().indent().empty();
-    const bool staysAsItIs = isKept || (standsInFront && isSettled(*directive));
     const std::size_t start = isKept ? out().text().size() : 0;
     exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out(),
-                                   staysAsItIs ? InnerBlanks::Keep : InnerBlanks::Convert);
+                                   isKept ? InnerBlanks::Keep : InnerBlanks::Convert);
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 

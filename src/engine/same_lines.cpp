@@ -35,8 +35,7 @@ int charactersIn(std::string_view line) {
 
 }  // namespace
 
-SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after)
-    : linesAfter_{0}, others_{0} {
+SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after) : linesAfter_{0}, others_{0} {
     LineReader linesBefore(before);
     LineReader linesAfter(after);
     std::int64_t ahead = 0;  // the characters that have been taken of the second text, and not of the first
@@ -53,8 +52,7 @@ SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocum
 }
 
 bool SameLines::contain(Trn::Position start, Trn::Position end) const {
-    const std::uint32_t last = end.column == 0 && end.line > 0 ? end.line - 1 : end.line;  // a line feed ends its line
-    return start.line > 0 && last < others_.size() && others_[start.line - 1] == others_[last];
+    return start.line > 0 && end.line < others_.size() && others_[start.line - 1] == others_[end.line];
 }
 
 }  // namespace Tessel
