@@ -352,8 +352,10 @@ void CppFormatter::writeDeclaratorOpening(std::string_view type, std::string_vie
         writer_.replace(blanks, wanted);
         writeDeclarator(declarator);
     } else {
-        const bool isCall = isNamed && settings_.formatsMacroCalls;
-        const OptionalText& apart = isCall                         ? exprFormatter_.settings().afterCallName
+        // With a blank a name that a macro makes may be read as something else.
+        const OptionalText& afterCallName = exprFormatter_.settings().afterCallName;
+        const bool isCall = isNamed && settings_.formatsMacroCalls && afterCallName.text.empty();
+        const OptionalText& apart = isCall                         ? afterCallName
                                     : followsType && hasConvention ? settings_.beforeConvention
                                                                    : kAsInInput;
         writer_.write(type);
