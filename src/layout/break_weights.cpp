@@ -58,8 +58,8 @@ bool isClose(const ExprTokens& tokens, std::size_t place) {
 
 }  // namespace
 
-BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes, const WrapSettings& settings,
-                           const WeighedExtent& extent)
+BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes,
+                           const WrapSettings& settings, const WeighedExtent& extent)
     : tokens_(tokens),
       scopes_(scopes),
       settings_(settings),
@@ -72,7 +72,8 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
     for (std::size_t place = 0; place < tokens.size(); ++place) {
         if (isOpen(tokens, place)) brackets.push_back(place);
         while (!brackets.empty() && tokens[brackets.back()].partner <= place) brackets.pop_back();
-        if (scopes.at(place).rank == OperandRank::Comma && !brackets.empty()) holdsComma_[brackets.back()] = true;
+        if (scopes.at(place).rank == OperandRank::Comma && !brackets.empty())
+            holdsComma_[brackets.back()] = true;
     }
     std::size_t left = kNoToken;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
@@ -83,7 +84,8 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
         if (left != kNoToken) {
             const bool followsComment = place > 0 && tokens[place - 1].role == ExprRole::Trivia;
             const int weight = weightOf(left, place);
-            if (weight != kNoBreak) weights_[place] = weight + kLevelWeight * depth + (followsComment ? kBehindComment : 0);
+            if (weight != kNoBreak)
+                weights_[place] = weight + kLevelWeight * depth + (followsComment ? kBehindComment : 0);
         }
         if (tokens[place].role != ExprRole::Trivia) left = place;
         if (!isOpen(tokens, place)) continue;
@@ -96,13 +98,17 @@ bool BreakWeights::leadsLine(std::size_t place) const {
     switch (scopes_.at(place).rank) {
         case OperandRank::None:
         case OperandRank::Comma:
-        case OperandRank::Assignment: return false;
+        case OperandRank::Assignment:
+            return false;
         case OperandRank::Conditional:
-        case OperandRank::Member: return true;
+        case OperandRank::Member:
+            return true;
         case OperandRank::Shift:
-            if (tokens_[place].token.kind == Cpp::ShiftLeft) return settings_.shift == SeparatorPlace::StartsLine;
+            if (tokens_[place].token.kind == Cpp::ShiftLeft)
+                return settings_.shift == SeparatorPlace::StartsLine;
             [[fallthrough]];
-        default: return settings_.operators != SeparatorPlace::EndsLine;
+        default:
+            return settings_.operators != SeparatorPlace::EndsLine;
     }
 }
 
@@ -133,8 +139,8 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
 bool BreakWeights::followsWord(std::size_t place) const {
     if (place == 0 || tokens_[place].token.kind != Cpp::Identifier) return false;
     const ExprToken& before = tokens_[place - 1];
-    return before.token.kind == Cpp::Identifier || before.role == ExprRole::Mark || before.role == ExprRole::TemplateClose ||
-           isBuiltinTypeKeyword(before.token.kind);
+    return before.token.kind == Cpp::Identifier || before.role == ExprRole::Mark ||
+           before.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(before.token.kind);
 }
 
 int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {

@@ -101,7 +101,8 @@ std::vector<std::string> CppExprLineWrapper::wrapByWeight(std::string_view text,
 bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& context) {
     if (!settings_.weighsWholes()) return false;
     const std::vector<ExprToken>& tokens = text_.tokens();
-    const auto name = std::ranges::find(tokens, context.nameOffset, [](const ExprToken& token) { return std::size_t{token.token.offset}; });
+    const auto offsetOf = [](const ExprToken& token) { return std::size_t{token.token.offset}; };
+    const auto name = std::ranges::find(tokens, context.nameOffset, offsetOf);
     const std::size_t namePlace = name == tokens.end() ? kNoToken : static_cast<std::size_t>(name - tokens.begin());
     LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state)});
     return search.lay(firstColumn(state), context.trailingWidth);

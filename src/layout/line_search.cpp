@@ -12,10 +12,10 @@ namespace Tessel {
 namespace {
 
 constexpr std::int64_t kColumnBeyondMargin = 1'000'000;
-constexpr int kFirstLineOfScope = 15;     // lines that begin where others do are to be preferred
-constexpr int kFirstShift = 120;          // behind a short operand, or a broken one
-constexpr int kWidthOfShift = 3;          // of "<< "
-constexpr int kLongArguments = 10;        // columns
+constexpr int kFirstLineOfScope = 15;  // lines that begin where others do are to be preferred
+constexpr int kFirstShift = 120;       // behind a short operand, or a broken one
+constexpr int kWidthOfShift = 3;       // of "<< "
+constexpr int kLongArguments = 10;     // columns
 constexpr int kShortType = 6;
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
@@ -23,8 +23,12 @@ std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
     return hash * 0xff51afd7ed558ccdULL;
 }
 
-bool isRelation(OperandRank rank) { return rank == OperandRank::Relation; }
-bool isComparison(OperandRank rank) { return rank == OperandRank::Relation || rank == OperandRank::Equality; }
+bool isRelation(OperandRank rank) {
+    return rank == OperandRank::Relation;
+}
+bool isComparison(OperandRank rank) {
+    return rank == OperandRank::Relation || rank == OperandRank::Equality;
+}
 
 }  // namespace
 
@@ -49,9 +53,11 @@ bool LineSearch::isClose(std::size_t place) const {
 bool LineSearch::isSuited() {
     if (tokens_.empty() || tokens_.size() > kMostTokens) return false;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
-        const bool isEven = text_.isEven({place, place + 1}) && text_.gap(place).find_first_of("\t\n") == std::string_view::npos;
+        const bool isEven = text_.isEven({place, place + 1}) &&
+                            text_.gap(place).find_first_of("\t\n") == std::string_view::npos;
         if (!isEven && !text_.continuesLiteral(place) && !text_.isLongBlock(place)) return false;
-        if (tokens_[place].token.kind == Cpp::LineComment || tokens_[place].token.kind == Cpp::Directive) return false;
+        if (tokens_[place].token.kind == Cpp::LineComment || tokens_[place].token.kind == Cpp::Directive)
+            return false;
     }
     return true;
 }
@@ -130,8 +136,9 @@ void LineSearch::keepLightest() {
     ways_.clear();
     for (const Way* way : order_) {
         const auto goesOnAlike = [way](const Way& other) {
-            return way->column == other.column && way->literal == other.literal && way->lineDepth == other.lineDepth &&
-                   way->lowestDepth == other.lowestDepth && way->top == other.top;
+            return way->column == other.column && way->literal == other.literal &&
+                   way->lineDepth == other.lineDepth && way->lowestDepth == other.lowestDepth &&
+                   way->top == other.top;
         };
         if (std::ranges::any_of(ways_, goesOnAlike)) continue;
         ways_.push_back(*way);
@@ -141,8 +148,10 @@ void LineSearch::keepLightest() {
 
 void LineSearch::putLines(const Way& way) {
     std::vector<Line> lines;
-    for (std::uint32_t line = way.lines; line != kNone; line = lines_[line].before) lines.push_back(lines_[line]);
-    for (auto line = lines.rbegin(); line != lines.rend(); ++line) text_.startLine(line->place, {line->column});
+    for (std::uint32_t line = way.lines; line != kNone; line = lines_[line].before)
+        lines.push_back(lines_[line]);
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line)
+        text_.startLine(line->place, {line->column});
 }
 
 int LineSearch::continuation(const Scope& scope) const {
@@ -196,12 +205,15 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
         if (!text_.isWithinMargin(end) && (way.column > lineColumn || isOutside)) return true;
         if (isClose(left) && (scope.member >= 0 || scope.isBroken)) return true;
     }
-    const bool isDeclaredName = tokens_[place].role == ExprRole::Name && tokens_[left].role == ExprRole::TemplateClose;
+    const bool isDeclaredName =
+        tokens_[place].role == ExprRole::Name && tokens_[left].role == ExprRole::TemplateClose;
     if (isDeclaredName && scope.isBroken) return true;
     if (way.column <= lineColumn) return false;
-    const bool startsLiterals = kind == Cpp::StringLiteral && place + 1 < tokens_.size() && text_.continuesLiteral(place + 1);
+    const bool startsLiterals =
+        kind == Cpp::StringLiteral && place + 1 < tokens_.size() && text_.continuesLiteral(place + 1);
     if (startsLiterals && leftRank != OperandRank::Shift && scopes_.at(place).depth < 2) return true;
-    const bool isOperand = followsOperator(place) && leftRank != OperandRank::Assignment && !weights_.leadsLine(left);
+    const bool isOperand =
+        followsOperator(place) && leftRank != OperandRank::Assignment && !weights_.leadsLine(left);
     if (isOperand && scope.isBroken) {
         const bool isBinary = left > 0 && scopes_.at(before(left)).closesScope;
         return !isComparison(leftRank) || isBinary;
@@ -231,13 +243,15 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
     if (isOpen(left)) {
         const bool isBrace = tokens_[left].token.kind == Cpp::OpenBrace;
         const std::size_t around = before(left);
-        const bool isElement = around != kNoToken && (isOpen(around) || scopes_.at(around).rank == OperandRank::Comma);
+        const bool isElement =
+            around != kNoToken && (isOpen(around) || scopes_.at(around).rank == OperandRank::Comma);
         if (isBrace && isElement) return false;
         const int depth = scopes_.at(place).depth;
         if (!isBrace && way.lowestDepth < way.lineDepth && way.lowestDepth < depth) return false;
     }
     const OperandRank rank = scopes_.at(place).rank;
-    const bool isOperator = rank > OperandRank::Assignment && rank < OperandRank::Member && rank != OperandRank::Conditional;
+    const bool isOperator =
+        rank > OperandRank::Assignment && rank < OperandRank::Member && rank != OperandRank::Conditional;
     if (scope.isOperandWhole && !isOperator) return false;
     if (rank == OperandRank::Member && scope.keepsMembers) return false;
     if (place == name_ && way.column < kShortType) return false;
@@ -253,10 +267,13 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     scope.hasLine = scope.holdsLine = true;
     way.cost += std::max(weights_.at(place), 0);
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
-    if (isShift && scope.shift < 0 && (way.column <= settings_.rightMargin / 3 || scope.isBroken)) way.cost += kFirstShift;
+    if (isShift && scope.shift < 0 && (way.column <= settings_.rightMargin / 3 || scope.isBroken))
+        way.cost += kFirstShift;
     if (rank == OperandRank::Member && scope.member < 0) scope.member = column;
-    const bool leads = rank > OperandRank::Assignment && rank != OperandRank::Member && rank != OperandRank::Conditional;
-    const bool followsSeparator = leftRank == OperandRank::Comma || tokens_[left].token.kind == Cpp::Semicolon;
+    const bool leads =
+        rank > OperandRank::Assignment && rank != OperandRank::Member && rank != OperandRank::Conditional;
+    const bool followsSeparator =
+        leftRank == OperandRank::Comma || tokens_[left].token.kind == Cpp::Semicolon;
     const bool followsBinary = followsOperator(place) && leftRank != OperandRank::Conditional;
     if (tokens_[place].token.kind == Cpp::Question) {
         scope.isBroken = true;
@@ -304,7 +321,8 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     if (isOperandOfMany && leftRank != OperandRank::Assignment && !isRelation(leftRank)) {
         const bool leads = weights_.leadsLine(left);
         const OperandScopes::Place& op = scopes_.at(left);
-        const bool hasTwo = op.isFirstOperator && op.nextOperator == kNoToken && leftRank != OperandRank::Conditional;
+        const bool hasTwo =
+            op.isFirstOperator && op.nextOperator == kNoToken && leftRank != OperandRank::Conditional;
         if ((!leads && !hasTwo) || (leads && !scope.brokeOperator)) scope.isOperandWhole = true;
     }
     way.column = column;
@@ -313,7 +331,8 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
         scope.last = column;
     } else if (followsBinary) {
         const OperandScopes::Place& op = scopes_.at(left);
-        const bool isOnlyShift = leftRank == OperandRank::Shift && op.isFirstOperator && op.nextOperator == kNoToken;
+        const bool isOnlyShift =
+            leftRank == OperandRank::Shift && op.isFirstOperator && op.nextOperator == kNoToken;
         const bool startsScope = scopes_.at(place).opens != OperandScopes::kNoScope &&
                                  scopes_.scope(scopes_.at(place).opens).rank != OperandRank::Member;
         if ((leftRank != OperandRank::Assignment && !isOnlyShift) || startsScope) scope.last = column;
@@ -335,10 +354,12 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
         } else if (rank > OperandRank::Comma && rank < OperandRank::Member) {
             way.top.brokeOperator = beginsLine;
         }
-        if (tokens_[place].token.kind == Cpp::Question && rank == OperandRank::Conditional) way.top.question = start;
+        if (tokens_[place].token.kind == Cpp::Question && rank == OperandRank::Conditional)
+            way.top.question = start;
         const bool isBracket = tokens_[place].partner != kNoToken;
         if (!isBracket) way.lowestDepth = std::min<int>(way.lowestDepth, scopes_.at(place).depth);
-        if (rank == OperandRank::Member) way.top.call = scopes_.at(place).nextOperator == kNoToken ? 0 : start;
+        if (rank == OperandRank::Member)
+            way.top.call = scopes_.at(place).nextOperator == kNoToken ? 0 : start;
         openScopes(way, place);
         for (int count = scopes_.at(place).closesBrackets; count > 0; --count) pop(way);
         if (isOpen(place)) openBracket(way, place);
@@ -371,9 +392,11 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
                                              tokens_[left].token.kind == Cpp::Semicolon ||
                                              tokens_[left].token.kind == Cpp::KeywordReturn);
     if (left == kNoToken && kind_ != WeighedText::Statement) standsBehind = true;
-    const bool followsColon = left != kNoToken && tokens_[left].token.kind == Cpp::Colon && leftRank == OperandRank::None;
+    const bool followsColon =
+        left != kNoToken && tokens_[left].token.kind == Cpp::Colon && leftRank == OperandRank::None;
     standsBehind |= followsColon;
-    for (std::uint32_t at = scopes_.at(place).opens; at != OperandScopes::kNoScope; at = scopes_.scope(at).next) {
+    for (std::uint32_t at = scopes_.at(place).opens; at != OperandScopes::kNoScope;
+         at = scopes_.scope(at).next) {
         const OperandRank rank = scopes_.scope(at).rank;
         const Scope& around = way.top;
         Scope inside;
@@ -381,12 +404,16 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         inside.last = around.last;
         inside.indent = std::max({way.column, around.indent, around.last});
         if (rank != OperandRank::Member) inside.last = std::max(around.last, way.column);
-        if (rank != OperandRank::Conditional && tokens_[place].role != ExprRole::UnaryOperator) inside.call = way.column;
-        const bool isIndented = rank == OperandRank::Conditional ||
-                                (!standsBehind && rank > OperandRank::Assignment && rank != OperandRank::Member);
-        if (isIndented) inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
+        if (rank != OperandRank::Conditional && tokens_[place].role != ExprRole::UnaryOperator)
+            inside.call = way.column;
+        const bool isIndented =
+            rank == OperandRank::Conditional ||
+            (!standsBehind && rank > OperandRank::Assignment && rank != OperandRank::Member);
+        if (isIndented)
+            inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
-        inside.isParted = kind_ == WeighedText::Class && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
+        inside.isParted =
+            kind_ == WeighedText::Class && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
 }
@@ -399,7 +426,8 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     if (tokens_[place].token.kind == Cpp::OpenBrace) {
         inside.indent = columnAfter(settings_.wrapIndent.text, around.last, settings_.tabSize);
     } else {
-        inside.indent = columnAfter(settings_.wrapIndent.text, std::max(around.last, around.call), settings_.tabSize);
+        inside.indent =
+            columnAfter(settings_.wrapIndent.text, std::max(around.last, around.call), settings_.tabSize);
         if (tokens_[place].role == ExprRole::TemplateOpen && scopes_.at(place).depth > 0) {
             inside.indent = std::max(inside.indent, around.indent);
             inside.last = std::max(inside.last, around.indent);
@@ -416,8 +444,8 @@ std::uint64_t LineSearch::hashOf(const Scope& scope) {
     hash = mixed(hash, pair(scope.member, scope.shift));
     hash = mixed(hash, pair(scope.question, scope.call));
     unsigned flags = 0;
-    for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole, scope.isOperandWhole,
-                            scope.brokeOperator, scope.isParted, scope.keepsMembers}) {
+    for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole,
+                            scope.isOperandWhole, scope.brokeOperator, scope.isParted, scope.keepsMembers}) {
         flags = flags << 1 | (flag ? 1U : 0U);
     }
     return mixed(hash, flags);

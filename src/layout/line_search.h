@@ -19,8 +19,8 @@ namespace Tessel {
 //     value =
 //         first(a, b).second(c);         the two is taken
 //
-// Lines hang as kept ones do (HangingLines). Of the ways up to a token, only the kMostWays lightest are gone on with, so
-// that the time is linear in the length of the text.
+// Lines hang as kept ones do (HangingLines). Of the ways up to a token, only the kMostWays lightest are gone on with,
+// so that the time is linear in the length of the text.
 class LineSearch {
 public:
     // The text and the settings are borrowed.

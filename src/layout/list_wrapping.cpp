@@ -67,7 +67,8 @@ void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
         for (const auto& initializer : list->children()) initializer->accept(*this);
         return;
     }
-    wrapElements(*list, settings_.commas.initializers, ExprMode::Expression, false, wrapper_.settings().partsInitializers());
+    const bool isParted = wrapper_.settings().partsInitializers();
+    wrapElements(*list, settings_.commas.initializers, ExprMode::Expression, false, isParted);
 }
 
 // One that stands on a line of its own.

@@ -9,26 +9,38 @@ namespace {
 
 OperandRank rankOfOperator(int kind) {
     switch (kind) {
-        case Cpp::Question: return OperandRank::Conditional;
-        case Cpp::LogicalOr: return OperandRank::Or;
-        case Cpp::LogicalAnd: return OperandRank::And;
-        case Cpp::Bar: return OperandRank::BitOr;
-        case Cpp::Caret: return OperandRank::BitXor;
-        case Cpp::Ampersand: return OperandRank::BitAnd;
+        case Cpp::Question:
+            return OperandRank::Conditional;
+        case Cpp::LogicalOr:
+            return OperandRank::Or;
+        case Cpp::LogicalAnd:
+            return OperandRank::And;
+        case Cpp::Bar:
+            return OperandRank::BitOr;
+        case Cpp::Caret:
+            return OperandRank::BitXor;
+        case Cpp::Ampersand:
+            return OperandRank::BitAnd;
         case Cpp::Equal:
-        case Cpp::NotEqual: return OperandRank::Equality;
+        case Cpp::NotEqual:
+            return OperandRank::Equality;
         case Cpp::Less:
         case Cpp::Greater:
         case Cpp::LessEqual:
-        case Cpp::GreaterEqual: return OperandRank::Relation;
+        case Cpp::GreaterEqual:
+            return OperandRank::Relation;
         case Cpp::ShiftLeft:
-        case Cpp::ShiftRight: return OperandRank::Shift;
+        case Cpp::ShiftRight:
+            return OperandRank::Shift;
         case Cpp::Plus:
-        case Cpp::Minus: return OperandRank::Sum;
+        case Cpp::Minus:
+            return OperandRank::Sum;
         case Cpp::Asterisk:
         case Cpp::Slash:
-        case Cpp::Percent: return OperandRank::Product;
-        default: return isAssignmentKind(kind) ? OperandRank::Assignment : OperandRank::None;
+        case Cpp::Percent:
+            return OperandRank::Product;
+        default:
+            return isAssignmentKind(kind) ? OperandRank::Assignment : OperandRank::None;
     }
 }
 
@@ -59,7 +71,8 @@ void OperandScopes::pass(std::size_t place) {
     }
     if (token.role == ExprRole::Separator && token.token.kind == Cpp::Semicolon) {
         endElement();
-    } else if (token.role == ExprRole::BinaryOperator && token.token.kind == Cpp::Colon && levels_.back().questions == 0) {
+    } else if (token.role == ExprRole::BinaryOperator && token.token.kind == Cpp::Colon &&
+               levels_.back().questions == 0) {
         endElement();
     } else if (token.token.kind == Cpp::KeywordReturn) {
         levels_.back().operand = kNoToken;
@@ -78,8 +91,9 @@ OperandRank OperandScopes::rankOf(std::size_t place) {
     if (token.role == ExprRole::Separator) return OperandRank::Comma;
     Level& level = levels_.back();
     if (token.role == ExprRole::Operand) {
-        const bool isMember = (kind == Cpp::Dot && !isPack(tokens_, place) && kindAt(tokens_, previous_) != Cpp::Dot) ||
-                              kind == Cpp::Arrow;
+        const bool isMember =
+            (kind == Cpp::Dot && !isPack(tokens_, place) && kindAt(tokens_, previous_) != Cpp::Dot) ||
+            kind == Cpp::Arrow;
         return isMember && level.operand != kNoToken ? OperandRank::Member : OperandRank::None;
     }
     if (token.role != ExprRole::BinaryOperator) return OperandRank::None;

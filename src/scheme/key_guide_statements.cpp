@@ -118,10 +118,11 @@ void addLongLines(std::vector<KeyGuide>& rows) {
                     wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2)})});
     rows.push_back(
         {set(Keys::WRAP_BY_WEIGHT, 1), group,
-         "The lines of a statement, a declaration or a head begin where all of them together weigh least: one weighs the "
-         "more, the closer what it parts belongs together and the deeper that stands in brackets. 1: elements stand "
-         "below the name of their list sooner; 2: beside its bracket sooner. With KEEP_LINE_BREAKS and "
-         "HANGING_OPERAND_INDENT.", "a_template<of, three> some_name(its_argument);\n",
+         "The lines of a statement, a declaration or a head begin where all of them together weigh least: one weighs "
+         "the more, the closer what it parts belongs together and the deeper that stands in brackets. 1: elements "
+         "stand below the name of their list sooner; 2: beside its bracket sooner. With KEEP_LINE_BREAKS and "
+         "HANGING_OPERAND_INDENT.",
+         "a_template<of, three> some_name(its_argument);\n",
          wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2), set(Keys::KEEP_LINE_BREAKS, true),
                    set(Keys::HANGING_OPERAND_INDENT, "    ")})});
 }
