@@ -170,7 +170,8 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 // below each other may be in columns.
 const OptionalText* CppExprFormatter::inListBraces(const Run& run, const OptionalText* other) const {
     const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
-    const bool counts = settings_.inListBraces.present ? !isInColumns : !other;
+    const bool isBehindComma = run.previousKind() == Cpp::Comma;
+    const bool counts = settings_.inListBraces.present ? !isInColumns && !isBehindComma : !other;
     return counts ? &settings_.inListBraces : other;
 }
 

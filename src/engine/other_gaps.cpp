@@ -17,6 +17,11 @@ bool allocates(const ExprTokens& tokens, std::size_t place) {
 
 bool isAccess(int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; }
 
+bool endsOperand(const ExprToken& token) {
+    return token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose ||
+           token.token.kind == Cpp::Identifier || token.token.kind == Cpp::KeywordThis;
+}
+
 // a [i], f() [i], new int [3], delete [] p: no attribute, and no lambda behind a macro.
 bool opensSubscript(const ExprTokens& tokens, std::size_t before, std::size_t open) {
     if (kindAt(tokens, open) != Cpp::OpenBracket || tokens[open].partner == kNoToken) return false;
@@ -27,10 +32,7 @@ bool opensSubscript(const ExprTokens& tokens, std::size_t before, std::size_t op
     const bool mayBeLambda = following == Cpp::OpenParen || following == Cpp::OpenBrace ||
                              (behind < tokens.size() && tokens[behind].role == ExprRole::Block);
     if (mayBeLambda) return false;
-    const int kind = kindAt(tokens, before);
-    const ExprRole role = tokens[before].role;
-    return role == ExprRole::GroupClose || role == ExprRole::TemplateClose || kind == Cpp::Identifier ||
-           kind == Cpp::KeywordThis || isBuiltinTypeKeyword(kind);
+    return endsOperand(tokens[before]) || isBuiltinTypeKeyword(kindAt(tokens, before));
 }
 
 // class... T, T... args: `last` is the last of its dots.
@@ -55,7 +57,9 @@ OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behi
     }
     const bool followsPack = before + 1 >= kDotsOfPack && isPack(tokens, before + 1 - kDotsOfPack);
     if (followsPack) return OtherGap::AsItIs;
-    if (isAccess(kind) != isAccess(next) && !isPack(tokens, behind)) return OtherGap::Nothing;
+    // The "." of a designator, `{ .a = 1, .b = 2 }`, follows no operand.
+    const bool isMember = next == Cpp::Dot && endsOperand(tokens[before]) && !isPack(tokens, behind);
+    if (isMember || next == Cpp::Arrow || (isAccess(kind) && Cpp::isWord(next))) return OtherGap::Nothing;
     return Cpp::isWord(kind) && Cpp::isWord(next) ? OtherGap::Blank : OtherGap::AsItIs;
 }
 
