@@ -15,7 +15,6 @@
 #include "cpp/token_kind.h"
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
-#include "engine/derived_anchors.h"
 #include "engine/extension_settings.h"
 #include "engine/gap.h"
 #include "engine/layout_observer.h"
@@ -244,10 +243,9 @@ std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::stri
 
 int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
-    ParsedText source(in);
-    FormatOptions options = withMarkersOfScheme(given);
-    options.scheme = withAnchorsOf(source.text.text(), std::move(options.scheme));
+    const FormatOptions options = withMarkersOfScheme(given);
     const Stages stages{options, passes_};
+    ParsedText source(in);
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");

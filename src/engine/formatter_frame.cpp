@@ -430,16 +430,18 @@ void CppFormatter::visit(Cpp::IdNode* name) { writeName(*name); }
 void CppFormatter::visit(Cpp::NamespaceHeadNode* head) { copyThrough(*head); }
 void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
 
-// A name may have template arguments. The "<" of an operator's begins none.
+// A name may have arguments. The "<" of an operator's begins none; with a blank in front of those of a macro, what it
+// makes would be read as something else.
 void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     const std::string_view text = writer_.readThrough(name.end());
-    const bool isOperator = text.find("operator") != std::string_view::npos;
+    const bool isCall = text.find('(') != text.npos && !exprFormatter_.settings().afterCallName.text.empty();
+    const bool hasArguments = !isCall && text.find("operator") == text.npos;
     if (const std::size_t symbol = Cpp::operatorSymbol(text); symbol < text.size()) {
         const std::string_view words = trimRight(text.substr(0, symbol));
         writer_.write(words);
         writer_.replace(text.substr(words.size(), symbol - words.size()), settings_.afterOperatorKeyword);
         writer_.write(text.substr(symbol));
-    } else if (!isOperator && formatsArgumentsOf(text)) {
+    } else if (hasArguments && formatsArgumentsOf(text)) {
         exprFormatter_.formatTypeText(text, out(), kAsInInput);
     } else {
         writer_.write(text);

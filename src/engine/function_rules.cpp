@@ -313,7 +313,7 @@ void CppFormatter::writeDeclarator(std::string_view declarator) {
     const std::string_view bracketed = isFormatted ? declarator.substr(1) : std::string_view();
     const std::string_view inside = trimLeft(bracketed);
     const bool holdsMarks = !inside.empty() && trimRight(inside).find_first_not_of("*&^") == inside.npos;
-    const bool holdsConvention = startsWithConvention(declarator) && inside.find_first_of("\n/<([") == inside.npos;
+    const bool holdsConvention = startsWithConvention(declarator) && inside.find_first_of("\n/<([,") == inside.npos;
     if (!isFormatted || !(holdsMarks || holdsConvention)) {
         writer_.write(declarator);
         return;
@@ -355,9 +355,10 @@ void CppFormatter::writeDeclaratorOpening(std::string_view type, std::string_vie
         // With a blank a name that a macro makes may be read as something else.
         const OptionalText& afterCallName = exprFormatter_.settings().afterCallName;
         const bool isCall = isNamed && settings_.formatsMacroCalls && afterCallName.text.empty();
-        const OptionalText& apart = isCall                         ? afterCallName
-                                    : followsType && hasConvention ? settings_.beforeConvention
-                                                                   : kAsInInput;
+        const bool takesConvention = followsType && hasConvention && !isNamed;
+        const OptionalText& apart = isCall            ? afterCallName
+                                    : takesConvention ? settings_.beforeConvention
+                                                      : kAsInInput;
         writer_.write(type);
         writer_.writeMerged(blanks, apart);
         writeDeclarator(declarator);

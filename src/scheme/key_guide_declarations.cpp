@@ -149,10 +149,6 @@ void addMarks(std::vector<KeyGuide>& rows) {
                     {set(Keys::ASTERISK_ANCHOR, 1)}});
     rows.push_back({set(Keys::WS_BETWEEN_AMPERSAND_ANCHOR, "  "), group, "On the other side of \"&\".", "int&r = a;\n",
                     {set(Keys::AMPERSAND_ANCHOR, 1)}});
-    rows.push_back({set(Keys::DERIVE_ANCHORS, true), group,
-                    "Marks stand on the side on which most of the file's do, and by the anchors where as many stand on "
-                    "either.",
-                    "int *p, *q;\nint* f(int *a);\n", {set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::HANGING_ASTERISK, true), group,
                     "Among aligned names, \"*\" with anchor 1 stands in the column before the names.",
                     "int *p;\nlong size;\n", {set(Keys::ASTERISK_ANCHOR, 1), set(Keys::ALIGN_DD_NAMES_LEFT, true),
