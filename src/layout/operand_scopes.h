@@ -8,7 +8,8 @@
 
 namespace Tessel {
 
-// How strongly what stands between operands binds them, the weakest first.
+// How strongly what stands between operands binds them, the weakest first. The values are what a line costs that begins
+// there, beside what it costs in brackets (BreakWeights).
 enum class OperandRank : std::uint8_t {
     None,
     Comma,
