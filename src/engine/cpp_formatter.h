@@ -102,7 +102,8 @@ private:
     Zelmor::IndentState state() { return Zelmor::IndentState(writer_.out()); }
     void writeRendered(const std::string& text);
     void writeName(const Cpp::SyntaxNode& name);
-    void copyThrough(const Cpp::SyntaxNode& node) { writer_.copyThrough(node.end()); }
+    void copyThrough(const Cpp::SyntaxNode& node);
+    std::string_view writeGapBeforeEnd(std::string_view text);
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
     int indentColumn();
     // Copies up to the node and tells the column at which its first character will stand.

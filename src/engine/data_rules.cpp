@@ -113,7 +113,15 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     if (!tail) {
         // What an access label ends, as a macro in front of it, has no white space of its own behind it.
         if (lastCharacterOf(declaration) == ';') {
-            writeDataName(writer_.readGap(declaration.end()), isAligned, false);
+            const std::string_view name = writer_.readGap(declaration.end());
+            const std::string_view blanks = trailingBlanks(name);
+            const bool staysApart = blanks.empty() || isLineBreak(blanks) || endsWithLineEndToken(name);
+            if (settings_.formatsOtherGaps && !staysApart) {
+                writeDataName(trimRight(name), isAligned, false);
+                writer_.replace(blanks, WantedText("", settings_.formatsOtherGaps.key));
+            } else {
+                writeDataName(name, isAligned, false);
+            }
         }
         copyThrough(declaration);
         return;

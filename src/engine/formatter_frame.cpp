@@ -422,6 +422,20 @@ void CppFormatter::visit(Cpp::LabelNode* label) {
     writeLabel(*label);
 }
 
+// What has not been written of the node: all of it, or what ends it, like the ";" of a declaration.
+void CppFormatter::copyThrough(const Cpp::SyntaxNode& node) {
+    writer_.write(writeGapBeforeEnd(writer_.readThrough(node.end())));
+}
+
+// Where the text is the blanks in front of a ";", no more than the ";" is left to be written.
+std::string_view CppFormatter::writeGapBeforeEnd(std::string_view text) {
+    const std::size_t blanks = std::min(text.find_first_not_of(kBlanks), text.size());
+    const bool isEnd = blanks > 0 && text.substr(blanks) == ";";
+    if (!settings_.formatsOtherGaps || !isEnd) return text;
+    writer_.replace(text.substr(0, blanks), WantedText("", settings_.formatsOtherGaps.key));
+    return text.substr(blanks);
+}
+
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
 void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
 void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
