@@ -189,8 +189,9 @@ void CppExprFormatter::writeCurrent(Run& run) {
     const ExprToken& token = run.current();
     measureLine(run);
     if (token.role == ExprRole::Trivia) {
+        const bool isKept = token.token.kind != Cpp::Directive && keepsLine(run);
         // Operators keep the gap in front of a block comment; brackets do not.
-        if (token.token.kind == Cpp::BlockComment) {
+        if (token.token.kind == Cpp::BlockComment && !isKept) {
             const bool endsLineOfOpen =
                 run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
             if (isPresent(run.after) && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
@@ -200,7 +201,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
             }
         }
         run.after = nullptr;
-        if (token.token.kind != Cpp::Directive && keepsLine(run)) keepLine(run);
+        if (isKept) keepLine(run);
         passToken(run);
         writeTrivia(run.sweep, run.out);
         return;
