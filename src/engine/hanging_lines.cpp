@@ -162,8 +162,9 @@ void HangingLines::pass(std::size_t place, int column, bool startsLine) {
 void HangingLines::passComment(std::size_t place, int column) {
     Level& level = levels_.back();
     const Trn::Token& comment = tokens_[place].token;
-    const bool leadsElement = comment.kind == Cpp::BlockComment && place + 1 < tokens_.size() &&
-                              tokens_[place + 1].token.start.line == comment.end.line;
+    const std::size_t next = skipTrivia(place + 1);
+    const bool leadsElement = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
+                              tokens_[next].token.start.line == comment.end.line;
     if (!leadsElement) return;
     if (level.first == kNone) level.first = column;
     if (level.element == kNone) level.element = column;
