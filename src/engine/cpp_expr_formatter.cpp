@@ -162,6 +162,17 @@ int CppExprFormatter::columnOfBlock(const Run& run) const {
     return isBelow ? run.captureColumn : run.out.textColumn();
 }
 
+// By how many columns the lambda whose body comes next, an argument behind others, moves to the left where a line begins
+// with it.
+int CppExprFormatter::spareOfBlock(const Run& run) const {
+    const bool wraps = settings_.wrapWeighing > 0 && settings_.wrapMargin > 0 && !run.keepsLines;
+    const bool isArgument = run.capture != kNoToken && run.kindBefore(run.capture) == Cpp::Comma &&
+                            isBodyOf(run.tokens, run.capture, run.sweep.place());
+    if (!wraps || !isArgument) return 0;
+    const int indentColumn = columnAfter(run.out.indent(), 0, run.out.tabSize());
+    return std::max(run.captureStart - columnAfter(settings_.hanging.wrap.text, indentColumn, run.out.tabSize()), 0);
+}
+
 // A block stays on the line, or begins the line, where its author put it.
 void CppExprFormatter::writeBlock(Run& run) {
     if (run.hanging && keepsLine(run)) {
@@ -179,7 +190,7 @@ void CppExprFormatter::writeBlock(Run& run) {
         run.sweep.writeGap();
     }
     passToken(run);
-    run.blocks->write(run.blocksWritten++, run.out, columnOfBlock(run));
+    run.blocks->write(run.blocksWritten++, run.out, columnOfBlock(run), spareOfBlock(run));
     run.previous = run.sweep.place();
     run.after = nullptr;
     run.sweep.passToken();
@@ -239,6 +250,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (run.blocks && token.token.kind == Cpp::OpenBracket) {
         run.capture = run.previous;
         run.captureColumn = run.out.textColumn();
+        run.captureStart = run.out.column() - 1;
     }
     openGroup(run);
 }

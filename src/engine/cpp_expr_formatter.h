@@ -25,8 +25,9 @@ public:
     // Of each, with its braces, in the text of the expression.
     virtual std::span<const TextExtent> extents() const = 0;
     // Writes the one at the index, from its "{" on. `column` is that of the first text of the line on which what it
-    // is the body of begins.
-    virtual void write(std::size_t index, Zelmor::OIndentBuf& out, int column) = 0;
+    // is the body of begins; `spare` is by how many columns it may go beyond the right margin, if it stays on the line,
+    // because the line wrapper will begin a line with that.
+    virtual void write(std::size_t index, Zelmor::OIndentBuf& out, int column, int spare) = 0;
 };
 
 // Re-spaces expressions and declaration texts, in one sweep over their tokens whatever their nesting:
@@ -105,6 +106,7 @@ private:
     bool followsSpacedComma(const Run& run) const;
     void writeBlock(Run& run);
     int columnOfBlock(const Run& run) const;
+    int spareOfBlock(const Run& run) const;
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);
     const OptionalText* joinedLine(const Run& run) const;

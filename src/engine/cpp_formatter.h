@@ -173,8 +173,8 @@ private:
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                          HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies);
-    void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column);
-    bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target);
+    void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column, int spare);
+    bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int spare);
 
     // Lines that are kept (kept_lines.cpp).
     bool keepsLines() const { return settings_.keepsLineBreaks; }

@@ -78,8 +78,8 @@ public:
     }
 
     std::span<const TextExtent> extents() const override { return extents_; }
-    void write(std::size_t index, Zelmor::OIndentBuf& out, int column) override {
-        formatter_.formatExprBody(*bodies_.blocks()[index], out, column);
+    void write(std::size_t index, Zelmor::OIndentBuf& out, int column, int spare) override {
+        formatter_.formatExprBody(*bodies_.blocks()[index], out, column, spare);
     }
 
 private:
@@ -108,19 +108,19 @@ void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies
 }
 
 // Its contents are indented from the column.
-void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column) {
+void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column, int spare) {
     SourceWriter::InputScope input(writer_, offsetOf(source_, body.start()) - 1);
     SourceWriter::OutputScope output(writer_, target);
     BodyState saved(*this);
     BaseColumnScope base(*this, column, &body);
     const bool keepsIndent = target.keepLeadingSpace();
     Zelmor::IndentScope indent(target, keepsIndent ? target.indent() : indentToColumn(target, column));
-    if (!mayStayOnLine(body) || !formatOnLine(body, target)) formatBlock(body, settings_.functions);
+    if (!mayStayOnLine(body) || !formatOnLine(body, target, spare)) formatBlock(body, settings_.functions);
 }
 
-// The line wrapper leaves such a body alone, so that it has to fit from the start: says false where it does not. Inside
-// of another one that one has to.
-bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target) {
+// The line wrapper leaves such a body alone, so that it has to fit from the start, or where the wrapper will put it: says
+// false where it does not. Inside of another one that one has to.
+bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int spare) {
     static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
     static const BraceSettings kEmpty;
     const BraceSettings& braces = body.size() == 0 ? kEmpty : kOnLine;
@@ -130,7 +130,9 @@ bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target
     }
     const std::size_t start = offsetOf(source_, body.start()) - 1;
     const std::string_view text = source_.text().substr(start, offsetOf(source_, body.end()) - start);
-    if (exceeds(rightMargin_ - target.column(), text)) return false;
+    constexpr int widthBehind = 2;  // ");"
+    const int margin = rightMargin_ + std::max(spare - widthBehind, 0);
+    if (exceeds(margin - target.column(), text)) return false;
     Place place(*this);
     Zelmor::OIndentBuf line{Zelmor::IndentState(target)};
     {
@@ -138,7 +140,7 @@ bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target
         ValueScope<bool> oneLine(isOnOneLine_, body.size() > 0);
         formatBlock(body, braces);
     }
-    if (line.line() == target.line() && line.column() > rightMargin_) {
+    if (line.line() == target.line() && line.column() > margin) {
         place.restore(*this);
         return false;
     }

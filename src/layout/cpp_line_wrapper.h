@@ -108,6 +108,7 @@ private:
     std::optional<int> takeTemplateColumn() { return std::exchange(templateColumn_, std::nullopt); }
 
     void wrapBodies(const Cpp::ExprBodies& bodies);
+    void wrapConditionWithBodies(const Cpp::CtrlSubStmtHeadNode& head);
     void wrapBody(Cpp::BlockNode& body);
 
     // Lists.

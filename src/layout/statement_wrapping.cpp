@@ -102,10 +102,23 @@ void CppLineWrapper::visit(Cpp::CtrlSubStmtNode* part) {
     }
 }
 
+void CppLineWrapper::wrapConditionWithBodies(const Cpp::CtrlSubStmtHeadNode& head) {
+    const Cpp::ExprNode& condition = *head.condition();
+    if (keywordOf(&head) != Cpp::KeywordFor) {
+        copyThrough(condition.start());
+        const Position inside{condition.start().line, condition.start().column + 1};
+        WrapContext context;
+        context.weighed = WeighedText::Condition;
+        const Position end{condition.end().line, condition.end().column - 1};
+        if (writeByWeight(inside, end, context, &condition.bodies())) return;
+    }
+    wrapBodies(condition.bodies());
+}
+
 void CppLineWrapper::visit(Cpp::CtrlSubStmtHeadNode* head) {
     if (copyUnlessLong(*head)) return;
     if (head->condition() && !head->condition()->bodies().empty()) {
-        wrapBodies(head->condition()->bodies());
+        wrapConditionWithBodies(*head);
     } else if (head->condition()) {
         copyThrough(head->condition()->start());
         const Position end = head->condition()->end();
