@@ -70,7 +70,10 @@ public:
     Walk(const Tessel::PropertySet& scheme, const Decisions& decisions, const Zelmor::TextDocument& source,
          std::string_view result)
         : tabSize_(Tessel::readTabSize(scheme)),
-          placesDirectives_(Tessel::valueOf(scheme, Tessel::Keys::ALIGN_PPD_LEFT_MOST).has_value()), decisions_(decisions), source_(source), result_(result),
+          placesDirectives_(Tessel::valueOf(scheme, Tessel::Keys::ALIGN_PPD_LEFT_MOST).has_value()),
+          decisions_(decisions),
+          source_(source),
+          result_(result),
           opaque_(Cpp::opaqueTokensOf(source.text())) {}
 
     std::vector<ExplainedGap> gaps() && {
@@ -92,7 +95,9 @@ private:
     void add(std::size_t offset, std::string_view before, std::string_view after) {
         Decisions::Decision decision = decisions_.at(offset + before.size());
         const bool isDirective = source_.text().substr(offset + before.size()).starts_with('#');
-        if (isDirective && placesDirectives_) decision.indentKey = Tessel::Keys::ALIGN_PPD_LEFT_MOST;
+        // At the outermost level a directive stands at the margin whatever that says.
+        const bool isOutermost = decision.indentKey == KeyId(Tessel::Keys::LEFT_MARGIN);
+        if (isDirective && placesDirectives_ && !isOutermost) decision.indentKey = Tessel::Keys::ALIGN_PPD_LEFT_MOST;
         const KeyId key = cause(decision, before, after);
         if ((!key && before == after) || (!decision.key && isInComment(offset))) return;
         const Zelmor::TextPosition start = source_.positionOf(offset);
