@@ -95,9 +95,9 @@ private:
     void add(std::size_t offset, std::string_view before, std::string_view after) {
         Decisions::Decision decision = decisions_.at(offset + before.size());
         const bool isDirective = source_.text().substr(offset + before.size()).starts_with('#');
-        // At the outermost level a directive stands at the margin whatever that says.
-        const bool isOutermost = decision.indentKey == KeyId(Tessel::Keys::LEFT_MARGIN);
-        if (isDirective && placesDirectives_ && !isOutermost) decision.indentKey = Tessel::Keys::ALIGN_PPD_LEFT_MOST;
+        // One of the outermost level that stands at the margin does so whatever the key says.
+        const bool goesByMargin = before == after && decision.indentKey == KeyId(Tessel::Keys::LEFT_MARGIN);
+        if (isDirective && placesDirectives_ && !goesByMargin) decision.indentKey = Tessel::Keys::ALIGN_PPD_LEFT_MOST;
         const KeyId key = cause(decision, before, after);
         if ((!key && before == after) || (!decision.key && isInComment(offset))) return;
         const Zelmor::TextPosition start = source_.positionOf(offset);

@@ -336,6 +336,7 @@ TEST_F(Vantrel, ExplainsGaps) {
                           "1 ALIGN_PPD_LEFT_MOST 1\n");
     folder.write("p.c", "int a;\n  #if A\n#endif\n");
     EXPECT_THAT(run({"explain", "-s", "p.vts", "p.c"}).output, StartsWith("p.c:2:3: ALIGN_PPD_LEFT_MOST 1\n"));
+    EXPECT_THAT(run({"explain", "-s", "p.vts", "p.c:3"}).output, StartsWith("p.c:3:1: LEFT_MARGIN \"\"\n"));
     folder.write("b.c", "void f( {");
     EXPECT_EQ(run({"explain", "-s", "s.vts", "b.c"}).status, 3);
     const ProgramResult some = run({"explain", "-s", "s.vts", "--summary", "b.c", "missing.c", "a.c"});
