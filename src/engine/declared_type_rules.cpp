@@ -5,7 +5,10 @@
 #include <algorithm>
 #include <string>
 
+#include "cpp/characters.h"
 #include "cpp/token_joining.h"
+#include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
@@ -30,6 +33,17 @@ std::string marksWithoutBlanks(std::string_view marks) {
     return result;
 }
 
+// `f (a) b(c);`: a macro with nothing between its name and its arguments may be read as one that stands by itself.
+bool isMadeByMacro(std::string_view type) {
+    const std::size_t open = std::min(type.find_first_of("<("), type.size());
+    if (!type.substr(open).starts_with('(')) return false;
+    const std::string_view front = trimRight(type.substr(0, open));
+    Trn::Token word;
+    word.kind = Cpp::Identifier;
+    word.text = front.substr(std::find_if_not(front.rbegin(), front.rend(), Cpp::isNamePart).base() - front.begin());
+    return !Cpp::takesArgument(word);
+}
+
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
@@ -38,7 +52,8 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
-    if (formatsMarks && (formatsArgumentsOf(type) || endsWithMarks(type))) {
+    const bool formatsArguments = formatsArgumentsOf(type) && !isMadeByMacro(type);
+    if (formatsMarks && (formatsArguments || endsWithMarks(type))) {
         exprFormatter_.formatTypeText(type, out(), whitespace);
     } else {
         writer_.writeMerged(type, whitespace);
