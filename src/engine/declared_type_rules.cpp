@@ -40,7 +40,7 @@ bool isMadeByMacro(std::string_view type) {
     const std::string_view front = trimRight(type.substr(0, open));
     Trn::Token word;
     word.kind = Cpp::Identifier;
-    word.text = front.substr(std::find_if_not(front.rbegin(), front.rend(), Cpp::isNamePart).base() - front.begin());
+    word.text = {std::find_if_not(front.rbegin(), front.rend(), Cpp::isNamePart).base(), front.end()};
     return !Cpp::takesArgument(word);
 }
 
