@@ -230,6 +230,9 @@ std::string withoutHashes(std::string_view text) {
 DirectiveParts partsOf(std::string_view directive) {
     const std::vector<Trn::Token> all = tokensOf(directive);
     if (all.size() < 2) return {};
+    // Behind a character that is no token nothing is known.
+    const std::string_view ahead = directive.substr(1, all.front().offset - 1);
+    if (ahead.find_first_not_of(" \t\\\n") != ahead.npos) return {};
     const Tokens rest = Tokens(all).subspan(1);
     return all.front().text == "define" ? partsOfMacro(rest) : partsOfCondition(rest);
 }
