@@ -165,7 +165,7 @@ int CppExprFormatter::columnOfBlock(const Run& run) const {
 // By how many columns the lambda whose body comes next, an argument behind others, moves to the left where a line begins
 // with it.
 int CppExprFormatter::spareOfBlock(const Run& run) const {
-    const bool wraps = settings_.wrapWeighing > 0 && settings_.wrapMargin > 0 && !run.keepsLines;
+    const bool wraps = settings_.weighsWholes() && settings_.wrapMargin > 0 && !run.keepsLines;
     const bool isArgument = run.capture != kNoToken && run.kindBefore(run.capture) == Cpp::Comma &&
                             isBodyOf(run.tokens, run.capture, run.sweep.place());
     if (!wraps || !isArgument) return 0;

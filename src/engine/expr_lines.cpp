@@ -57,9 +57,8 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
     if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
-    const std::size_t partner = run.tokens[place].partner;
-    const bool closes = partner != kNoToken && partner < place;
-    return closes ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
+    return closesBracket(run.tokens, place)
+                  ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
                   : keptIndent_.columnFor(run.firstLine, gap, hanging);
 }
 

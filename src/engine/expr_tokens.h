@@ -55,6 +55,14 @@ inline std::size_t nextPlace(const ExprTokens& tokens, std::size_t place) {
     return place;
 }
 
+// Whether the token is a bracket whose partner stands behind it, or in front of it.
+inline bool opensBracket(const ExprTokens& tokens, std::size_t place) {
+    return tokens[place].partner != kNoToken && tokens[place].partner > place;
+}
+inline bool closesBracket(const ExprTokens& tokens, std::size_t place) {
+    return tokens[place].partner != kNoToken && tokens[place].partner < place;
+}
+
 // The tokens of "...".
 inline constexpr std::size_t kDotsOfPack = 3;
 

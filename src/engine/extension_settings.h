@@ -112,6 +112,8 @@ public:
     Keyed<bool> breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
     Keyed<bool> keepsPartsWhole = from_.isOn(Keys::WRAP_WHOLE_PARTS);
     Keyed<int> wrapWeighing = from_.number(Keys::WRAP_BY_WEIGHT);
+    // Whether the ways to break a text are weighed against each other as wholes.
+    bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };

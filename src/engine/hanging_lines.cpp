@@ -154,8 +154,7 @@ void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     passInLevel(place, column);
     if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
     previous_ = place;
-    const std::size_t partner = tokens_[place].partner;
-    if (partner != kNoToken && partner > place) open(place);
+    if (opensBracket(tokens_, place)) open(place);
 }
 
 // One in front of an element on its line counts to it.

@@ -48,14 +48,6 @@ int depthOf(const ExprToken& open) {
     return open.token.kind == Cpp::OpenBracket ? kSubscriptDepth : kParenthesesDepth;
 }
 
-bool isOpen(const ExprTokens& tokens, std::size_t place) {
-    return tokens[place].partner != kNoToken && tokens[place].partner > place;
-}
-
-bool isClose(const ExprTokens& tokens, std::size_t place) {
-    return tokens[place].partner != kNoToken && tokens[place].partner < place;
-}
-
 }  // namespace
 
 BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes,
@@ -70,7 +62,7 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
     int depth = standsByItself(text_) ? 1 : 1 + kParenthesesDepth;
     std::vector<std::size_t> brackets;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
-        if (isOpen(tokens, place)) brackets.push_back(place);
+        if (opensBracket(tokens, place)) brackets.push_back(place);
         while (!brackets.empty() && tokens[brackets.back()].partner <= place) brackets.pop_back();
         if (scopes.at(place).rank == OperandRank::Comma && !brackets.empty())
             holdsComma_[brackets.back()] = true;
@@ -88,7 +80,7 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
                 weights_[place] = weight + kLevelWeight * depth + (followsComment ? kBehindComment : 0);
         }
         if (tokens[place].role != ExprRole::Trivia) left = place;
-        if (!isOpen(tokens, place)) continue;
+        if (!opensBracket(tokens, place)) continue;
         brackets.push_back(place);
         depth += depthOf(tokens[place]);
     }
@@ -116,7 +108,7 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     const ExprToken& before = tokens_[left];
     const ExprToken& token = tokens_[place];
     const int kind = token.token.kind;
-    if (kind == Cpp::LineComment || kind == Cpp::Directive || isClose(tokens_, place)) return kNoBreak;
+    if (kind == Cpp::LineComment || kind == Cpp::Directive || closesBracket(tokens_, place)) return kNoBreak;
     if (before.token.kind == Cpp::Semicolon) return text_ == WeighedText::Clauses ? 0 : kNoBreak;
     if (kind == Cpp::Semicolon || token.role == ExprRole::Mark) return kNoBreak;
     if (before.role == ExprRole::BinaryOperator && before.token.kind == Cpp::Assign) {
@@ -129,7 +121,7 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     if (token.role == ExprRole::Name && !isOuter) return kDeclaredName;
     const bool isCallOperator = token.role == ExprRole::BinaryOperator && kind == Cpp::Arrow;
     if (isCallOperator) return kArrowOfResult;
-    if (isOpen(tokens_, left)) return weightBehindOpen(left, place);
+    if (opensBracket(tokens_, left)) return weightBehindOpen(left, place);
     if (kind == Cpp::OpenBracket && token.followsCall) return kSubscript;
     if (scopes_.at(place).rank == OperandRank::Member) return weightOfMember(place);
     return weightOfOperator(left, place);
@@ -152,7 +144,7 @@ int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {
 
 int BreakWeights::weightOfMember(std::size_t place) const {
     const std::size_t next = scopes_.at(place).nextOperator;
-    return next != kNoToken && isClose(tokens_, next - 1) ? kInnerMember : kLastMember;
+    return next != kNoToken && closesBracket(tokens_, next - 1) ? kInnerMember : kLastMember;
 }
 
 int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {

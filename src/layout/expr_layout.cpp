@@ -370,7 +370,7 @@ void ExprLayout::alignOwnLines(const Region& region) {
         const bool isMovable = place != region.range.first && text_.kindAt(place) != Cpp::Directive;
         if (isMovable && text_.startsOwnLine(place)) text_.startLine(place, lineStart(region, place, false));
         const std::size_t partner = text_.tokens()[place].partner;
-        if (partner != kNoToken && partner > place && partner < region.range.last) place = partner;
+        if (opensBracket(text_.tokens(), place) && partner < region.range.last) place = partner;
     }
 }
 

@@ -98,8 +98,7 @@ std::size_t FirstWrapToken::find(const std::vector<ExprToken>& tokens, std::size
     for (std::size_t place = from; place < last; ++place) {
         const ExprToken& token = tokens[place];
         if (token.role == ExprRole::Trivia) continue;
-        const bool opensBracket = token.partner != kNoToken && token.partner > place;
-        if (opensBracket && token.partner < last) place = token.partner;
+        if (opensBracket(tokens, place) && token.partner < last) place = token.partner;
         if (isWrapToken(tokens[place].token.kind) && breaksAt(placeOf(tokens, first, place, last))) return place;
     }
     return kNoToken;

@@ -17,6 +17,8 @@ constexpr int kFirstShift = 120;       // behind a short operand, or a broken on
 constexpr int kWidthOfShift = 3;       // of "<< "
 constexpr int kLongArguments = 10;     // columns
 constexpr int kShortType = 6;
+constexpr int kShortPartOfMargin = 3;  // an operand in front of "<<" is short in the first third of a line
+constexpr int kDeepLiterals = 2;       // brackets around literals in a row, which stay on the line there
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
     hash ^= value + 0x9e3779b97f4a7c15ULL + (hash << 6) + (hash >> 2);
@@ -41,14 +43,6 @@ LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const Weigh
       name_(extent.name),
       scopes_(text.tokens()),
       weights_(text.tokens(), scopes_, settings, extent) {}
-
-bool LineSearch::isOpen(std::size_t place) const {
-    return tokens_[place].partner != kNoToken && tokens_[place].partner > place;
-}
-
-bool LineSearch::isClose(std::size_t place) const {
-    return tokens_[place].partner != kNoToken && tokens_[place].partner < place;
-}
 
 bool LineSearch::isSuited() {
     if (tokens_.empty() || tokens_.size() > kMostTokens) return false;
@@ -89,34 +83,11 @@ bool LineSearch::lay(int column, int trailingWidth) {
     pass(ways_.front(), 0, false);
     for (std::size_t place = 1; place < tokens_.size(); ++place) {
         const bool hasChoice = weights_.at(place) != BreakWeights::kNoBreak || text_.continuesLiteral(place);
-        if (!hasChoice) {
-            for (Way& way : ways_) {
-                stayOnLine(way, place);
-                pass(way, place, false);
-            }
-            continue;
-        }
-        next_.clear();
-        for (Way& way : ways_) {
-            const int lineColumn = columnOfLine(way, place);
-            const bool must = mustBegin(way, place, lineColumn);
-            if (mayBegin(way, place)) {
-                Way& broken = next_.emplace_back(way);
-                beginLine(broken, place, lineColumn);
-                pass(broken, place, true);
-            }
-            if (must) continue;
-            Way& whole = next_.emplace_back(std::move(way));
-            stayOnLine(whole, place);
-            pass(whole, place, false);
-        }
-        if (!next_.empty()) {
+        if (hasChoice) part(place);
+        if (!hasChoice || next_.empty()) {
+            for (Way& way : ways_) goOn(way, place);
+        } else {
             keepLightest();
-            continue;
-        }
-        for (Way& way : ways_) {
-            stayOnLine(way, place);
-            pass(way, place, false);
         }
     }
     for (Way& way : ways_) {
@@ -126,6 +97,26 @@ bool LineSearch::lay(int column, int trailingWidth) {
     }
     putLines(*std::ranges::min_element(ways_, {}, &Way::cost));
     return true;
+}
+
+// The ways to go on from each: with a line that begins at the token, and without.
+void LineSearch::part(std::size_t place) {
+    next_.clear();
+    for (Way& way : ways_) {
+        const int lineColumn = columnOfLine(way, place);
+        const bool must = mustBegin(way, place, lineColumn);
+        if (mayBegin(way, place)) {
+            Way& broken = next_.emplace_back(way);
+            beginLine(broken, place, lineColumn);
+            pass(broken, place, true);
+        }
+        if (!must) goOn(next_.emplace_back(way), place);
+    }
+}
+
+void LineSearch::goOn(Way& way, std::size_t place) {
+    stayOnLine(way, place);
+    pass(way, place, false);
 }
 
 // Of ways that go on alike, only the lightest.
@@ -211,7 +202,7 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
     if (way.column <= lineColumn) return false;
     const bool startsLiterals =
         kind == Cpp::StringLiteral && place + 1 < tokens_.size() && text_.continuesLiteral(place + 1);
-    if (startsLiterals && leftRank != OperandRank::Shift && scopes_.at(place).depth < 2) return true;
+    if (startsLiterals && leftRank != OperandRank::Shift && scopes_.at(place).depth < kDeepLiterals) return true;
     const bool isOperand =
         followsOperator(place) && leftRank != OperandRank::Assignment && !weights_.leadsLine(left);
     if (isOperand && scope.isBroken) {
@@ -267,7 +258,7 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     scope.hasLine = scope.holdsLine = true;
     way.cost += std::max(weights_.at(place), 0);
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
-    if (isShift && scope.shift < 0 && (way.column <= settings_.rightMargin / 3 || scope.isBroken))
+    if (isShift && scope.shift < 0 && (way.column <= settings_.rightMargin / kShortPartOfMargin || scope.isBroken))
         way.cost += kFirstShift;
     if (rank == OperandRank::Member && scope.member < 0) scope.member = column;
     const bool leads =

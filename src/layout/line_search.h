@@ -90,11 +90,13 @@ private:
     void push(Way& way, Scope inside);
     void pop(Way& way);
     void payOverflow(Way& way, int before) const;
+    void part(std::size_t place);
+    void goOn(Way& way, std::size_t place);
     void keepLightest();
     void putLines(const Way& way);
 
-    bool isOpen(std::size_t place) const;
-    bool isClose(std::size_t place) const;
+    bool isOpen(std::size_t place) const { return opensBracket(tokens_, place); }
+    bool isClose(std::size_t place) const { return closesBracket(tokens_, place); }
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t before(std::size_t place) const { return before_[place]; }
     int continuation(const Scope& scope) const;

@@ -80,7 +80,7 @@ void OperandScopes::pass(std::size_t place) {
         passOperator(place, rank);
     } else {
         if (levels_.back().operand == kNoToken) levels_.back().operand = place;
-        if (token.partner != kNoToken && token.partner > place) levels_.emplace_back().close = token.partner;
+        if (opensBracket(tokens_, place)) levels_.emplace_back().close = token.partner;
     }
     previous_ = place;
 }

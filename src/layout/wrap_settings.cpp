@@ -9,6 +9,11 @@ namespace Tessel {
 
 namespace {
 
+// Beside WrapSettings::kWeightOfOnlyElement.
+constexpr int kLightElement = 1;
+constexpr int kLightName = 60;
+constexpr int kHeavyName = 200;
+
 // One of the values 0 to 2 of a style key.
 template <typename Style>
 Style readStyle(const PropertySet& scheme, KeyId key, Style whenAbsent) {
@@ -21,8 +26,8 @@ Style readStyle(const PropertySet& scheme, KeyId key, Style whenAbsent) {
 
 WrapSettings::WrapSettings(const PropertySet& scheme)
     : ExtensionSettings(scheme),
-      weightBehindOpen(wrapWeighing == 1 ? 1 : kWeightOfOnlyElement),
-      weightOfFunctionName(wrapWeighing == 1 ? 200 : 60),
+      weightBehindOpen(wrapWeighing == BelowName ? kLightElement : kWeightOfOnlyElement),
+      weightOfFunctionName(wrapWeighing == BelowName ? kHeavyName : kLightName),
       rightMargin(std::max(readInt(scheme, Keys::RIGHT_MARGIN, 0).value, 0)),
       lineWrap(readSwitch(scheme, Keys::LINE_WRAP)),
       tabSize(std::max(readTabSize(scheme), 1)),

@@ -42,11 +42,11 @@ struct WrapSettings : ExtensionSettings {
         }
     }
 
-    // Whether the ways to break a text are weighed against each other as wholes.
-    bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
+    // Elements stand below the name of their list sooner, or beside its bracket.
+    enum Weighing { BelowName = 1, BesideBracket = 2 };
 
     // Whether a constructor's initialisers that do not fit on a line stand one to a line.
-    bool partsInitializers() const { return weighsWholes() && wrapWeighing == 1; }
+    bool partsInitializers() const { return weighsWholes() && wrapWeighing == BelowName; }
 
     static constexpr int kWeightOfOnlyElement = 19;
     // Of a line that begins in front of the first of several elements.

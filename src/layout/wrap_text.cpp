@@ -116,7 +116,6 @@ void WrapText::readElements(const SourceColumns& source) {
     int column = source.columnOf(text_);
     std::vector<std::pair<std::size_t, int>> brackets;  // around the token, with their columns
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
-        const std::size_t partner = tokens_[place].partner;
         column = columnOf(place, column);
         while (!brackets.empty() && tokens_[brackets.back().first].partner <= place) brackets.pop_back();
         if (!brackets.empty() && place > 0 && startsOwnLine(place)) {
@@ -126,7 +125,7 @@ void WrapText::readElements(const SourceColumns& source) {
                 elements_.push_back({place, bracket, column, offset});
             }
         }
-        if (partner != kNoToken && partner > place) brackets.emplace_back(place, column);
+        if (opensBracket(tokens_, place)) brackets.emplace_back(place, column);
         column = columnBehind(place, column);
     }
 }
@@ -156,7 +155,7 @@ std::string_view WrapText::tokenText(std::size_t place) const {
 void WrapText::respaceCommas(std::string_view before) {
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         const ExprToken& token = tokens_[place];
-        if (token.partner != kNoToken && token.partner > place) {
+        if (opensBracket(tokens_, place)) {
             place = token.partner;
         } else if (token.role == ExprRole::Separator && token.token.kind == Cpp::Comma) {
             const bool isAmongTokens = place > 0 && place + 1 < tokens_.size();
