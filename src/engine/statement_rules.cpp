@@ -314,8 +314,11 @@ void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
     std::string_view text = writer_.readThrough(label.end());
     const KeyId key = settings_.formatsLabels.key;
     if (!settings_.formatsLabels || writer_.holdsOpaque(text)) {
-        writer_.leave(trailingBlanks(text.substr(0, text.rfind(':'))), OptionalText{false, {}, key});
-        return writer_.write(text);
+        const std::string_view front = text.substr(0, text.rfind(':'));
+        const std::string_view gap = trailingBlanks(front);
+        writer_.write(trimRight(front));
+        writer_.leave(gap, OptionalText{false, {}, key});
+        return writer_.write(text.substr(front.size() - gap.size()));
     }
     while (!text.empty()) {
         const std::string_view gap = leadingBlanks(text);

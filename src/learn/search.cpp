@@ -19,7 +19,7 @@ constexpr std::size_t kLinesToAWorth = 5000;  // one line in so many is worth a 
 }  // namespace
 
 Search::Search(SchemeTrial& trial, Tessel::PropertySet scheme)
-    : trial_(trial), scheme_(std::move(scheme)), worth_(1 + trial.lines() / kLinesToAWorth) {}
+    : trial_(&trial), scheme_(std::move(scheme)), worth_(1 + trial.lines() / kLinesToAWorth) {}
 
 // Many constructs agree on it, so that it is no matter of lines: one that is long would outvote them.
 bool Search::isSettled(const Decision& decision) {
@@ -38,7 +38,7 @@ Tessel::PropertySet Search::with(const Answer& answer) const {
 // Without a question.
 void Search::set(const Answer& answer) {
     scheme_ = with(answer);
-    changed_ = trial_.changedLines(scheme_, kUnknown);
+    changed_ = trial_->changedLines(scheme_, kUnknown);
 }
 
 // Which of the answers changes the fewest lines. The first one is the usual one: another has to be worth it.
@@ -52,7 +52,7 @@ std::size_t Search::ask(const std::vector<Answer>& answers, std::size_t worth) {
         const std::size_t limit = fewest - needed;
         const Tessel::PropertySet scheme = with(answers[i]);
         const bool isKnown = scheme == scheme_ && changed_ != kUnknown;
-        const std::size_t changed = isKnown ? changed_ : trial_.changedLines(scheme, limit);
+        const std::size_t changed = isKnown ? changed_ : trial_->changedLines(scheme, limit);
         if (changed > limit) continue;
         fewest = changed;
         chosen = i;
@@ -66,6 +66,15 @@ std::size_t Search::ask(KeyId key, const Values& values, std::size_t worth) {
     std::vector<Answer> answers;
     for (const std::optional<Value>& value : values) answers.push_back({{key, value}});
     return ask(answers, worth);
+}
+
+void Search::unlessWorse(const std::function<void()>& questions, std::size_t cost) {
+    Tessel::PropertySet before = scheme_;
+    const std::size_t changedBefore = changed_;
+    questions();
+    if (changedBefore == kUnknown || changed_ < changedBefore + cost) return;
+    scheme_ = std::move(before);
+    changed_ = changedBefore;
 }
 
 void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet>& known,
@@ -82,12 +91,13 @@ void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet
     dropKept(decisions);
     askJoining(decisions[KeyId(KEEP_ONE_LINE_FUNCTIONS).place()]);
     askTabs(habits);
-    askKeptLayout();
+    unlessWorse([this] { askKeptLayout(); }, 1);
     // What is asked behind that needs most lines to be as they were.
     const Tessel::PropertySet* const nearest = nearestOf(known);
     askNearest(nearest, decisions);
     askHandmadeColumns();
     askWrapping(habits);
+    askMacroBodies();
     askNearest(nearest, decisions);
     note(decisions);
 }
@@ -104,7 +114,7 @@ void Search::askCauses(const std::vector<Decision>& decisions) {
 
 // Those that change enough gaps for another value to be worth it, most first.
 std::vector<KeyId> Search::keysByHarm(const std::vector<Decision>& decisions) const {
-    const std::map<KeyId, std::size_t> causes = trial_.causes(scheme_);
+    const std::map<KeyId, std::size_t> causes = trial_->causes(scheme_);
     std::vector<KeyId> keys;
     for (const auto& [key, gaps] : causes) {
         if (gaps >= worth_ && isDecidedByPlaces(key) && !isSettled(decisions[key.place()])) keys.push_back(key);
@@ -132,7 +142,7 @@ bool Search::isBetter(const Answer& answer, std::size_t worth) {
     if (changed_ < worth) return false;
     const std::size_t limit = changed_ - worth;
     Tessel::PropertySet scheme = with(answer);
-    const std::size_t changed = trial_.changedLines(scheme, limit);
+    const std::size_t changed = trial_->changedLines(scheme, limit);
     if (changed > limit) return false;
     scheme_ = std::move(scheme);
     changed_ = changed;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <map>
 #include <optional>
@@ -46,6 +47,8 @@ private:
     void set(const Answer& answer);
     std::size_t ask(const std::vector<Answer>& answers, std::size_t worth = 0);
     std::size_t ask(Tessel::KeyId key, const Values& values, std::size_t worth = 0);
+    // What these questions come to, unless that costs so many lines.
+    void unlessWorse(const std::function<void()>& questions, std::size_t cost);
 
     void askCauses(const std::vector<Decision>& decisions);
     std::vector<Tessel::KeyId> keysByHarm(const std::vector<Decision>& decisions) const;
@@ -62,6 +65,7 @@ private:
     void askHanging();
     void askUnseen(const std::vector<Decision>& decisions);
     void askLaidOut();
+    void askMacroBodies();
     void askJoining(const Decision& oneLine);
     void dropKept(const std::vector<Decision>& decisions);
 
@@ -73,15 +77,17 @@ private:
 
     // search_wrapping.cpp
     void askWrapping(const TextHabits& habits);
-    std::vector<Margin> likelyMargins() const;
-    int findMargin(const TextHabits& habits) const;
-    void askWrapStyles(int margin);
+    std::vector<Margin> likelyMargins(SchemeTrial& joined) const;
+    int findMargin(const TextHabits& habits, SchemeTrial& joined) const;
+    void askWrapStyles(int margin, SchemeTrial& joined);
+    void askOfJoinedLines(int margin);
 
     // search_nearest.cpp
     const Tessel::PropertySet* nearestOf(const std::vector<Tessel::PropertySet>& known);
     void askNearest(const Tessel::PropertySet* nearest, const std::vector<Decision>& decisions);
 
-    SchemeTrial& trial_;
+    // What the questions are asked of.
+    SchemeTrial* trial_;
     Tessel::PropertySet scheme_;
     std::size_t changed_ = kUnknown;  // lines, with the scheme
     bool keepsLineBreaks_ = true;

@@ -48,7 +48,7 @@ void Search::askHandmadeColumns() {
                          {WS_AFTER_DD_NAME, {}},            {KEEP_COLUMNS, true}};
     Answer made;
     for (const Setting& setting : kept) made.push_back({setting.key, Tessel::valueOf(scheme_, setting.key)});
-    if (ask({made, kept}, trial_.lines() / kLinesToAHand) == 0) return;
+    if (ask({made, kept}, trial_->lines() / kLinesToAHand) == 0) return;
     // A blank is no column, so that these can stay beside it.
     for (const KeyId key : {KeyId(WS_AFTER_DD_TYPE_ID), KeyId(WS_AFTER_PARAM_TYPE_ID)}) ask(key, {" ", std::nullopt});
 }

@@ -45,9 +45,9 @@ void Search::askTabs(const TextHabits& habits) {
         return;
     }
     ask(CONVERT_WS, {0, 2, 1});
-    ask(TAB_SIZE, {8, 4, 2, 3}, trial_.lines() / kLinesToAHand);
+    ask(TAB_SIZE, {8, 4, 2, 3}, trial_->lines() / kLinesToAHand);
     ask(TABS_IN_INDENT_ONLY, {std::nullopt, true});
-    ask(KEEP_TABS, {std::nullopt, true}, trial_.lines() / kLinesToAHand);
+    ask(KEEP_TABS, {std::nullopt, true}, trial_->lines() / kLinesToAHand);
 }
 
 void Search::askIndentation(const std::vector<Decision>& decisions) {
@@ -84,6 +84,7 @@ void Search::askKeptLayout() {
     set({{WRAP_INDENT, unit}, {KEEP_LINE_INDENT, false}});
     askWrapIndent();
     askHanging();
+    askWrapIndent();
     ask(ALIGN_PPD_LEFT_MOST, {true, false, std::nullopt});
 }
 
@@ -102,7 +103,7 @@ void Search::askHanging() {
             hanging.push_back({{KEEP_LINE_INDENT, keepsIndent}, {HANGING_OPERAND_INDENT, hang}});
         }
     }
-    ask(hanging, trial_.lines() / kLinesToAHand);
+    ask(hanging, trial_->lines() / kLinesToAHand);
     // By itself, where operands hang keeps nothing that was done by hand: less speaks for it.
     Values operands = hangs;
     operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
@@ -127,12 +128,27 @@ void Search::askUnseen(const std::vector<Decision>& decisions) {
 
 // What may be left as it is, is laid out as all else where that changes next to nothing.
 void Search::askLaidOut() {
-    for (const KeyId key : {KeyId(FORMAT_TYPE_ARGUMENTS), KeyId(FORMAT_DIRECTIVES), KeyId(FORMAT_MACRO_BODIES),
-                            KeyId(FORMAT_MACRO_CALLS), KeyId(FORMAT_LABELS), KeyId(FORMAT_OTHER_GAPS)}) {
+    for (const KeyId key : {KeyId(FORMAT_TYPE_ARGUMENTS), KeyId(FORMAT_DIRECTIVES), KeyId(FORMAT_MACRO_CALLS),
+                            KeyId(FORMAT_LABELS), KeyId(FORMAT_OTHER_GAPS)}) {
         ask(key, {true, std::nullopt});
     }
-    ask(INDENT_FROM_DIRECTIVE, {std::nullopt, true});
-    ask(ALIGN_LINE_SPLICES, {std::nullopt, 0, 1, 2});
+    askMacroBodies();
+}
+
+// A body that is laid out moves its splices, and moves with its directive, unless other keys see to that.
+void Search::askMacroBodies() {
+    const Values absentOrOn = {std::nullopt, true};
+    std::vector<Answer> answers;
+    for (const bool isLaidOut : {true, false}) {
+        for (const std::optional<Value>& fromDirective : isLaidOut ? absentOrOn : Values{std::nullopt}) {
+            for (const std::optional<Value>& splices : Values{std::nullopt, 0, 1, 2}) {
+                answers.push_back({{FORMAT_MACRO_BODIES, isLaidOut ? std::optional<Value>(true) : std::nullopt},
+                                   {INDENT_FROM_DIRECTIVE, fromDirective},
+                                   {ALIGN_LINE_SPLICES, splices}});
+            }
+        }
+    }
+    ask(answers);
 }
 
 // Where many short functions stand on one line, and hardly any on several, that is the style.

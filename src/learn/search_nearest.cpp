@@ -19,7 +19,7 @@ const Tessel::PropertySet* Search::nearestOf(const std::vector<Tessel::PropertyS
     const Tessel::PropertySet* nearest = nullptr;
     std::size_t fewest = kUnknown;
     for (const Tessel::PropertySet& scheme : known) {
-        const std::size_t changed = trial_.changedLines(scheme, fewest);
+        const std::size_t changed = trial_->changedLines(scheme, fewest);
         if (changed >= fewest) continue;
         fewest = changed;
         nearest = &scheme;

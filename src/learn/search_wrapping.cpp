@@ -2,6 +2,7 @@
 #include "learn/search.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "scheme/key_value.h"
@@ -13,7 +14,7 @@ namespace {
 using namespace Tessel::Keys;
 using Tessel::KeyId;
 
-constexpr std::size_t kLinesToAMargin = 100;  // of which one may go beyond a margin that the others keep
+constexpr std::size_t kLinesToAMargin = 50;  // of which one may go beyond a margin that the others keep
 
 // How lines are wrapped: the usual value of each key, and another.
 constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
@@ -36,25 +37,20 @@ std::size_t likelyUpTo(std::size_t against) {
 void Search::askWrapping(const TextHabits& habits) {
     for (const KeyId key : {KeyId(LINE_WRAP), KeyId(RIGHT_MARGIN)}) reasons_[key] = Origin::Tried;
     set({{LINE_WRAP, false}, {RIGHT_MARGIN, 0}});
-    const int margin = findMargin(habits);
+    const std::unique_ptr<SchemeTrial> joined = trial_->laidOut(with({{KEEP_LINE_BREAKS, std::nullopt}}));
+    const int margin = findMargin(habits, *joined);
     if (margin == 0) return;
-    Tessel::PropertySet unwrapped = scheme_;
-    const std::size_t changedUnwrapped = changed_;
-    askWrapStyles(margin);
-    if (changed_ >= changedUnwrapped + worth_) {
-        scheme_ = std::move(unwrapped);
-        changed_ = changedUnwrapped;
-        return;
-    }
+    unlessWorse([&] { askWrapStyles(margin, *joined); }, worth_);
     // What has been wrapped hangs as wrapped lines do.
-    if (Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
+    const bool isWrapping = Tessel::valueOf(scheme_, LINE_WRAP) == Value(true);
+    if (isWrapping && Tessel::valueOf(scheme_, KEEP_LINE_INDENT) == Value(true)) askHanging();
 }
 
 // Lines that could be broken, and go beyond a margin, speak against it. Where those that end within it are joined and
 // broken once more, they are as they were for the margin that they were broken at: of those that are as likely, it is
 // the one that the fewest lines go beyond. 0 when there is none.
-int Search::findMargin(const TextHabits& habits) const {
-    std::vector<Margin> margins = likelyMargins();
+int Search::findMargin(const TextHabits& habits, SchemeTrial& joined) const {
+    std::vector<Margin> margins = likelyMargins(joined);
     if (margins.empty()) return 0;
     const auto against = [](const Margin& margin) { return margin.against; };
     const std::size_t most = likelyUpTo(std::ranges::min(margins, {}, against).against);
@@ -71,34 +67,43 @@ int Search::findMargin(const TextHabits& habits) const {
 }
 
 // Those that hardly any lines go beyond.
-std::vector<Search::Margin> Search::likelyMargins() const {
+std::vector<Search::Margin> Search::likelyMargins(SchemeTrial& joined) const {
     constexpr std::size_t weightOfLongLines = 4;
     const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
                           {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
-    const std::size_t most = changed_ + trial_.lines() / kLinesToAMargin;
+    const std::size_t most = changed_ + trial_->lines() / kLinesToAMargin;
     std::vector<Margin> margins;
     std::size_t limit = kUnknown;
     for (const int column : kUsualMargins) {
         Tessel::PropertySet scheme = with(usual);
         scheme.setInt(RIGHT_MARGIN, column);
-        const std::size_t broken = trial_.changedLines(scheme, most);
+        const std::size_t broken = trial_->changedLines(scheme, most);
         if (broken > most) continue;
-        scheme.erase(KEEP_LINE_BREAKS.name);
-        const std::size_t against = trial_.changedLines(scheme, limit) + weightOfLongLines * broken;
+        const std::size_t against = joined.changedLines(scheme, limit) + weightOfLongLines * broken;
         limit = std::min(limit, likelyUpTo(against));
         margins.push_back({column, broken, against});
     }
     return margins;
 }
 
-// How lines are broken shows where they are joined first. Where lines are kept, those that are broken all the same show
-// it best, and where lines do not stay as far behind as they are.
-void Search::askWrapStyles(int margin) {
-    set({{KEEP_LINE_BREAKS, std::nullopt}, {LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
+// How lines are broken shows where they were joined before.
+void Search::askOfJoinedLines(int margin) {
+    set({{LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
     // Some of these lines were broken by hand: a style has to show in many.
-    const std::size_t many = trial_.lines() / kLinesToAHand;
+    const std::size_t many = trial_->lines() / kLinesToAHand;
     for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
+    askWrapIndent();
     ask(WRAP_WHOLE_PARTS, {std::nullopt, true}, many);
+    ask(WRAP_LAST_RESORT, {true, std::nullopt});
+    ask(WRAP_BY_WEIGHT, {std::nullopt, 1, 2});
+}
+
+// Where lines are kept, those that are broken all the same show it best, and where lines do not stay as far behind as
+// they are.
+void Search::askWrapStyles(int margin, SchemeTrial& joined) {
+    SchemeTrial* const sample = std::exchange(trial_, &joined);
+    askOfJoinedLines(margin);
+    trial_ = sample;
     const std::optional<Value> keepsIndent = Tessel::valueOf(scheme_, KEEP_LINE_INDENT);
     set({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {KEEP_LINE_INDENT, false}});
     for (const auto& [key, values] : kWrapStyles) {

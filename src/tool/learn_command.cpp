@@ -27,7 +27,7 @@ namespace Tool {
 
 namespace {
 
-constexpr std::size_t sampleSize = 320'000;  // bytes
+constexpr std::size_t sampleSize = 960'000;  // bytes
 constexpr std::size_t largestInSample = sampleSize / 6;
 
 struct Observed {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <optional>
 #include <utility>
 
 #include "edits/changed_lines.h"
@@ -25,14 +26,14 @@ std::size_t countChanged(std::string_view before, std::string_view after) {
     return count;
 }
 
-// A text that a scheme cannot be used for counts as if all its lines changed.
-std::size_t changedBy(const Tessel::FormatOptions& options, const std::string& text) {
-    std::size_t changed = Edits::countLineFeeds(text);
+// None where a scheme cannot be used for the text.
+std::optional<std::string> formatted(const Tessel::FormatOptions& options, const std::string& text) {
+    std::optional<std::string> result;
     problemWith("", [&] {
-        const Run::FormattedText formatted = Run::formatText(options, text);
-        if (formatted.messages.empty()) changed = countChanged(text, formatted.text);
+        Run::FormattedText formatted = Run::formatText(options, text);
+        if (formatted.messages.empty()) result = std::move(formatted.text);
     });
-    return changed;
+    return result;
 }
 
 using Causes = std::map<Tessel::KeyId, std::size_t>;
@@ -50,8 +51,14 @@ Causes causesIn(const Tessel::FormatOptions& options, const std::string& text) {
 }  // namespace
 
 SampleTrial::SampleTrial(std::vector<std::string> texts, std::size_t threads, Progress& progress)
-    : texts_(std::move(texts)), threads_(threads), progress_(progress) {
+    : texts_(std::move(texts)), wanted_(texts_), threads_(threads), progress_(progress) {
     for (const std::string& text : texts_) lines_ += Edits::countLineFeeds(text);
+}
+
+// A text that a scheme cannot be used for counts as if all its lines changed.
+std::size_t SampleTrial::changedBy(const Tessel::FormatOptions& options, std::size_t index) const {
+    const std::optional<std::string> result = formatted(options, texts_[index]);
+    return result ? countChanged(wanted_[index], *result) : Edits::countLineFeeds(wanted_[index]);
 }
 
 std::size_t SampleTrial::changedLines(const Tessel::PropertySet& scheme, std::size_t limit) {
@@ -61,7 +68,7 @@ std::size_t SampleTrial::changedLines(const Tessel::PropertySet& scheme, std::si
     pool.run(
         texts_.size(),
         [&](std::size_t index) {
-            if (changed <= limit) changed += changedBy(options, texts_[index]);
+            if (changed <= limit) changed += changedBy(options, index);
             return char{};
         },
         [](std::size_t, char) {});
@@ -80,6 +87,20 @@ std::map<Tessel::KeyId, std::size_t> SampleTrial::causes(const Tessel::PropertyS
         });
     progress_.countOne();
     return sum;
+}
+
+// A text that it cannot be used for stays as it is.
+std::unique_ptr<Learn::SchemeTrial> SampleTrial::laidOut(const Tessel::PropertySet& scheme) {
+    const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
+    auto other = std::make_unique<SampleTrial>(*this);
+    OrderedPool<std::optional<std::string>> pool(threads_);
+    pool.run(
+        texts_.size(), [&](std::size_t index) { return formatted(options, texts_[index]); },
+        [&other](std::size_t index, std::optional<std::string> result) {
+            if (result) other->texts_[index] = std::move(*result);
+        });
+    progress_.countOne();
+    return other;
 }
 
 }  // namespace Tool

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,13 @@ public:
     std::size_t lines() const override { return lines_; }
     std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t limit) override;
     std::map<Tessel::KeyId, std::size_t> causes(const Tessel::PropertySet& scheme) override;
+    std::unique_ptr<Learn::SchemeTrial> laidOut(const Tessel::PropertySet& scheme) override;
 
 private:
+    std::size_t changedBy(const Tessel::FormatOptions& options, std::size_t index) const;
+
     std::vector<std::string> texts_;
+    std::vector<std::string> wanted_;  // what is to become of them
     std::size_t threads_;
     Progress& progress_;
     std::size_t lines_ = 0;
