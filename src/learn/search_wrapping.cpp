@@ -16,12 +16,22 @@ using Tessel::KeyId;
 
 constexpr std::size_t kLinesToAMargin = 50;  // of which one may go beyond a margin that the others keep
 
-// How lines are wrapped: the usual value of each key, and another.
-constexpr std::pair<KeyId, std::pair<int, int>> kWrapStyles[] = {
-    {WRAP_STYLE, {1, 2}},         {LIST_WRAP_STRATEGY, {1, 2}}, {CALL_ARGS_WRAP_STRATEGY, {1, 2}},
-    {EXPR_WRAP_STYLE, {2, 1}},    {EXPR_WRAP_STRATEGY, {1, 2}}, {COMMA_WRAP_STYLE, {2, 1}},
-    {SHIFT_WRAP_STYLE, {1, 2}},
-};
+// How lines are wrapped: the usual value of each key, and others. None: the key is absent.
+const std::vector<std::pair<KeyId, std::vector<std::optional<Value>>>>& wrapStyles() {
+    static const std::vector<std::pair<KeyId, std::vector<std::optional<Value>>>> table = {
+        {WRAP_STYLE, {1, 2}},
+        {LIST_WRAP_STRATEGY, {1, 2}},
+        {CALL_ARGS_WRAP_STRATEGY, {1, 2}},
+        {EXPR_WRAP_STYLE, {2, 1}},
+        {EXPR_WRAP_STRATEGY, {1, 2}},
+        {COMMA_WRAP_STYLE, {2, 1}},
+        {SHIFT_WRAP_STYLE, {1, 2}},
+        {WRAP_WHOLE_PARTS, {std::nullopt, true}},
+        {WRAP_LAST_RESORT, {true, std::nullopt}},
+        {WRAP_BY_WEIGHT, {std::nullopt, 1, 2}},
+    };
+    return table;
+}
 
 constexpr int kUsualMargins[] = {72, 76, 78, 79, 80, 90, 95, 96, 98, 99, 100, 110, 119, 120, 128, 130, 132, 140};
 
@@ -70,7 +80,8 @@ int Search::findMargin(const TextHabits& habits, SchemeTrial& joined) const {
 std::vector<Search::Margin> Search::likelyMargins(SchemeTrial& joined) const {
     constexpr std::size_t weightOfLongLines = 4;
     const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
-                          {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2}};
+                          {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2},
+                          {WRAP_LAST_RESORT, {}}};
     const std::size_t most = changed_ + trial_->lines() / kLinesToAMargin;
     std::vector<Margin> margins;
     std::size_t limit = kUnknown;
@@ -91,11 +102,8 @@ void Search::askOfJoinedLines(int margin) {
     set({{LINE_WRAP, true}, {RIGHT_MARGIN, margin}});
     // Some of these lines were broken by hand: a style has to show in many.
     const std::size_t many = trial_->lines() / kLinesToAHand;
-    for (const auto& [key, values] : kWrapStyles) ask(key, {values.first, values.second}, many);
+    for (const auto& [key, values] : wrapStyles()) ask(key, values, many);
     askWrapIndent();
-    ask(WRAP_WHOLE_PARTS, {std::nullopt, true}, many);
-    ask(WRAP_LAST_RESORT, {true, std::nullopt});
-    ask(WRAP_BY_WEIGHT, {std::nullopt, 1, 2});
 }
 
 // Where lines are kept, those that are broken all the same show it best, and where lines do not stay as far behind as
@@ -106,9 +114,11 @@ void Search::askWrapStyles(int margin, SchemeTrial& joined) {
     trial_ = sample;
     const std::optional<Value> keepsIndent = Tessel::valueOf(scheme_, KEEP_LINE_INDENT);
     set({{KEEP_LINE_BREAKS, keepsLineBreaks_}, {KEEP_LINE_INDENT, false}});
-    for (const auto& [key, values] : kWrapStyles) {
-        const bool isFirst = Tessel::valueOf(scheme_, key) == Value(values.first);
-        ask(key, {isFirst ? values.first : values.second, isFirst ? values.second : values.first});
+    for (const auto& [key, values] : wrapStyles()) {
+        Values currentFirst = values;
+        const auto current = std::ranges::find(currentFirst, Tessel::valueOf(scheme_, key));
+        std::rotate(currentFirst.begin(), current, current + 1);
+        ask(key, currentFirst);
     }
     ask(KEEP_LINE_INDENT, {false, keepsIndent});
     askWrapIndent();
