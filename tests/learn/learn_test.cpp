@@ -86,6 +86,26 @@ public:
         return (functions < 2 ? 50 : 0) + (keepsBreaks ? 0 : 300) + (indent == " " ? 0 : 30) + (formatsCalls ? 40 : 0);
     }
     std::map<KeyId, std::size_t> causes(const Tessel::PropertySet&) override { return {}; }
+    std::unique_ptr<Learn::SchemeTrial> laidOut(const Tessel::PropertySet&) override {
+        return std::make_unique<MadeUpTrial>(*this);
+    }
+};
+
+// Of a trial, the lines that were joined before they are broken at a margin: how many come back otherwise for each
+// column that it is off.
+class JoinedTrial : public MadeUpTrial {
+public:
+    JoinedTrial(int margin, int linesToAColumn) : margin_(margin), linesToAColumn_(linesToAColumn) {}
+
+    std::size_t changedLines(const Tessel::PropertySet& scheme, std::size_t) override {
+        int margin = 0;
+        scheme.getInt(RIGHT_MARGIN, margin);
+        return 500 + static_cast<std::size_t>(linesToAColumn_ * std::abs(margin - margin_));
+    }
+
+private:
+    int margin_;
+    int linesToAColumn_;
 };
 
 TEST(Search, KeepsWhatSavesLinesAndNothingElse) {
@@ -147,11 +167,12 @@ public:
         std::size_t changed = scheme.getString(WS_AFTER_CS_KEY, afterKey) && afterKey == " " ? 40 : 0;
         scheme.getInt(RIGHT_MARGIN, margin);
         if (!scheme.getBool(LINE_WRAP, isOn) || !isOn) return changed + MadeUpTrial::changedLines(scheme, limit);
-        changed += margin < 100 ? 1 + 3 * static_cast<std::size_t>(100 - margin) : 1;
-        const bool keeps = scheme.getBool(KEEP_LINE_BREAKS.name, isOn) && isOn;
-        return changed + (keeps ? 0 : 500 + 5 * static_cast<std::size_t>(std::abs(margin - 100)));
+        return changed + (margin < 100 ? 1 + 3 * static_cast<std::size_t>(100 - margin) : 1);
     }
     std::map<KeyId, std::size_t> causes(const Tessel::PropertySet&) override { return {{KeyId(WS_AFTER_CS_KEY), 40}}; }
+    std::unique_ptr<Learn::SchemeTrial> laidOut(const Tessel::PropertySet&) override {
+        return std::make_unique<JoinedTrial>(100, 5);
+    }
 };
 
 TEST(Search, FindsTheMarginThatLinesWereBrokenAtAndLeavesAloneWhatDoesHarm) {
@@ -178,8 +199,10 @@ public:
         int margin = 0;
         std::size_t changed = MadeUpTrial::changedLines(scheme, limit);
         if (!scheme.getBool(LINE_WRAP, isOn) || !isOn || !scheme.getInt(RIGHT_MARGIN, margin)) return changed;
-        const bool keeps = scheme.getBool(KEEP_LINE_BREAKS.name, isOn) && isOn;
-        return changed + (margin <= 80 ? 40 : 0) + (keeps ? 0 : 50 * static_cast<std::size_t>(std::abs(margin - 80)));
+        return changed + (margin <= 80 ? 40 : 0);
+    }
+    std::unique_ptr<Learn::SchemeTrial> laidOut(const Tessel::PropertySet&) override {
+        return std::make_unique<JoinedTrial>(80, 50);
     }
 };
 
