@@ -50,6 +50,17 @@ std::string withTrimmedLines(std::string_view text) {
     return kept;
 }
 
+// Parts the tokens around a splice in front of it where they are parted behind it.
+std::string partedBeforeSplices(std::string_view text) {
+    std::string parted;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        const bool isSplice = text.substr(place, 2) == "\\\n";
+        if (isSplice && place + 2 < text.size() && isWhite(text[place + 2])) parted += ' ';
+        parted += text[place];
+    }
+    return parted;
+}
+
 // Makes each run of blanks and tabs one blank.
 std::string withSingleBlanks(std::string_view text) {
     std::string kept;
@@ -107,6 +118,7 @@ public:
             (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
         content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
         if (token_.kind == Cpp::Directive) {
+            content_ = withTrimmedLines(partedBeforeSplices(token_.text));
             content_ = withSingleBlanks(holdsCode(content_) ? withBlanksBetweenTokens(content_) : content_);
         }
     }
