@@ -137,17 +137,17 @@ void Search::askLaidOut() {
 
 // A body that is laid out moves its splices, and moves with its directive, unless other keys see to that.
 void Search::askMacroBodies() {
-    const Values absentOrOn = {std::nullopt, true};
     std::vector<Answer> answers;
-    for (const bool isLaidOut : {true, false}) {
-        for (const std::optional<Value>& fromDirective : isLaidOut ? absentOrOn : Values{std::nullopt}) {
-            for (const std::optional<Value>& splices : Values{std::nullopt, 0, 1, 2}) {
-                answers.push_back({{FORMAT_MACRO_BODIES, isLaidOut ? std::optional<Value>(true) : std::nullopt},
-                                   {INDENT_FROM_DIRECTIVE, fromDirective},
-                                   {ALIGN_LINE_SPLICES, splices}});
-            }
+    const auto addWithSplices = [&answers](std::optional<Value> isLaidOut, std::optional<Value> fromDirective) {
+        for (const std::optional<Value>& splices : Values{std::nullopt, 0, 1, 2}) {
+            answers.push_back({{FORMAT_MACRO_BODIES, isLaidOut},
+                               {INDENT_FROM_DIRECTIVE, fromDirective},
+                               {ALIGN_LINE_SPLICES, splices}});
         }
-    }
+    };
+    addWithSplices(true, std::nullopt);
+    addWithSplices(true, true);
+    addWithSplices(std::nullopt, std::nullopt);
     ask(answers);
 }
 
