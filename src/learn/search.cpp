@@ -68,6 +68,25 @@ std::size_t Search::ask(KeyId key, const Values& values, std::size_t worth) {
     return ask(answers, worth);
 }
 
+// Takes the value that suits the lines where the others do not; none where several do.
+void Search::askSuiting(KeyId key, const Values& values) {
+    reasons_[key] = Origin::Tried;
+    set({{key, std::nullopt}});
+    std::size_t fewest = changed_ + worth_;
+    std::size_t next = fewest;
+    std::optional<Value> suiting;
+    for (const std::optional<Value>& value : values) {
+        const std::size_t changed = trial_->changedLines(with({{key, value}}), next);
+        if (changed < fewest) {
+            next = std::exchange(fewest, changed);
+            suiting = value;
+        } else {
+            next = std::min(next, changed);
+        }
+    }
+    if (suiting && next >= fewest + worth_) set({{key, suiting}});
+}
+
 void Search::unlessWorse(const std::function<void()>& questions, std::size_t cost) {
     Tessel::PropertySet before = scheme_;
     const std::size_t changedBefore = changed_;

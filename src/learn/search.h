@@ -47,6 +47,7 @@ private:
     void set(const Answer& answer);
     std::size_t ask(const std::vector<Answer>& answers, std::size_t worth = 0);
     std::size_t ask(Tessel::KeyId key, const Values& values, std::size_t worth = 0);
+    void askSuiting(Tessel::KeyId key, const Values& values);
     // What these questions come to, unless that costs so many lines.
     void unlessWorse(const std::function<void()>& questions, std::size_t cost);
 
@@ -78,6 +79,7 @@ private:
     // search_wrapping.cpp
     void askWrapping(const TextHabits& habits);
     std::vector<Margin> likelyMargins(SchemeTrial& joined) const;
+    std::vector<Margin> tryMargins(const std::vector<int>& columns, const Answer& wrapping, SchemeTrial& joined) const;
     int findMargin(const TextHabits& habits, SchemeTrial& joined) const;
     void askWrapStyles(int margin, SchemeTrial& joined);
     void askOfJoinedLines(int margin);

@@ -135,20 +135,12 @@ void Search::askLaidOut() {
     askMacroBodies();
 }
 
-// A body that is laid out moves its splices, and moves with its directive, unless other keys see to that.
+// A body that is laid out may move with its directive.
 void Search::askMacroBodies() {
-    std::vector<Answer> answers;
-    const auto addWithSplices = [&answers](std::optional<Value> isLaidOut, std::optional<Value> fromDirective) {
-        for (const std::optional<Value>& splices : Values{std::nullopt, 0, 1, 2}) {
-            answers.push_back({{FORMAT_MACRO_BODIES, isLaidOut},
-                               {INDENT_FROM_DIRECTIVE, fromDirective},
-                               {ALIGN_LINE_SPLICES, splices}});
-        }
-    };
-    addWithSplices(true, std::nullopt);
-    addWithSplices(true, true);
-    addWithSplices(std::nullopt, std::nullopt);
-    ask(answers);
+    ask({{{FORMAT_MACRO_BODIES, true}, {INDENT_FROM_DIRECTIVE, std::nullopt}},
+         {{FORMAT_MACRO_BODIES, true}, {INDENT_FROM_DIRECTIVE, true}},
+         {{FORMAT_MACRO_BODIES, std::nullopt}, {INDENT_FROM_DIRECTIVE, std::nullopt}}});
+    askSuiting(ALIGN_LINE_SPLICES, {0, 1, 2});
 }
 
 // Where many short functions stand on one line, and hardly any on several, that is the style.

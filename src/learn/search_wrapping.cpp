@@ -2,6 +2,7 @@
 #include "learn/search.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -60,11 +61,8 @@ void Search::askWrapping(const TextHabits& habits) {
 // broken once more, they are as they were for the margin that they were broken at: of those that are as likely, it is
 // the one that the fewest lines go beyond. 0 when there is none.
 int Search::findMargin(const TextHabits& habits, SchemeTrial& joined) const {
-    std::vector<Margin> margins = likelyMargins(joined);
+    const std::vector<Margin> margins = likelyMargins(joined);
     if (margins.empty()) return 0;
-    const auto against = [](const Margin& margin) { return margin.against; };
-    const std::size_t most = likelyUpTo(std::ranges::min(margins, {}, against).against);
-    std::erase_if(margins, [most](const Margin& margin) { return margin.against > most; });
     const auto worth = [](const Margin& margin) { return std::pair(margin.broken, margin.against); };
     const Margin best = std::ranges::min(margins, {}, worth);
     // Lines of just that width are what tells margins apart that are a column from each other.
@@ -76,17 +74,35 @@ int Search::findMargin(const TextHabits& habits, SchemeTrial& joined) const {
     return found;
 }
 
-// Those that hardly any lines go beyond.
+// Those that are about as likely as the likeliest, whether lines are broken one place after the other or as wholes.
 std::vector<Search::Margin> Search::likelyMargins(SchemeTrial& joined) const {
+    const auto dropUnlikely = [](std::vector<Margin>& margins) {
+        std::size_t fewest = kUnknown;
+        for (const Margin& margin : margins) fewest = std::min(fewest, margin.against);
+        std::erase_if(margins, [&](const Margin& margin) { return margin.against > likelyUpTo(fewest); });
+    };
+    Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
+                    {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2},
+                    {WRAP_LAST_RESORT, {}}};
+    std::vector<Margin> margins = tryMargins({std::begin(kUsualMargins), std::end(kUsualMargins)}, usual, joined);
+    dropUnlikely(margins);
+    std::vector<int> columns;
+    for (const Margin& margin : margins) columns.push_back(margin.column);
+    usual.push_back({WRAP_BY_WEIGHT, 1});
+    std::ranges::copy(tryMargins(columns, usual, joined), std::back_inserter(margins));
+    dropUnlikely(margins);
+    return margins;
+}
+
+// Those that hardly any lines go beyond.
+std::vector<Search::Margin> Search::tryMargins(const std::vector<int>& columns, const Answer& wrapping,
+                                               SchemeTrial& joined) const {
     constexpr std::size_t weightOfLongLines = 4;
-    const Answer usual = {{LINE_WRAP, true},            {WRAP_STYLE, 1},         {LIST_WRAP_STRATEGY, 1},
-                          {CALL_ARGS_WRAP_STRATEGY, 1}, {EXPR_WRAP_STRATEGY, 1}, {EXPR_WRAP_STYLE, 2},
-                          {WRAP_LAST_RESORT, {}}};
     const std::size_t most = changed_ + trial_->lines() / kLinesToAMargin;
     std::vector<Margin> margins;
     std::size_t limit = kUnknown;
-    for (const int column : kUsualMargins) {
-        Tessel::PropertySet scheme = with(usual);
+    for (const int column : columns) {
+        Tessel::PropertySet scheme = with(wrapping);
         scheme.setInt(RIGHT_MARGIN, column);
         const std::size_t broken = trial_->changedLines(scheme, most);
         if (broken > most) continue;
@@ -103,6 +119,7 @@ void Search::askOfJoinedLines(int margin) {
     // Some of these lines were broken by hand: a style has to show in many.
     const std::size_t many = trial_->lines() / kLinesToAHand;
     for (const auto& [key, values] : wrapStyles()) ask(key, values, many);
+    if (Tessel::valueOf(scheme_, WRAP_BY_WEIGHT)) ask(WRAP_BY_WEIGHT, {1, 2});
     askWrapIndent();
 }
 
