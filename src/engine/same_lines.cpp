@@ -52,7 +52,9 @@ SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocum
 }
 
 bool SameLines::contain(Trn::Position start, Trn::Position end) const {
-    return start.line > 0 && end.line < others_.size() && others_[start.line - 1] == others_[end.line];
+    // That is the place behind a line end.
+    const std::uint32_t last = end.column == 0 && end.line > start.line ? end.line - 1 : end.line;
+    return start.line > 0 && last < others_.size() && others_[start.line - 1] == others_[last];
 }
 
 }  // namespace Tessel
