@@ -68,7 +68,7 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
       writer_(source, opaque, result_, exprFormatter_, log_ ? &*log_ : nullptr),
       rightMargin_(readRightMargin(scheme_)) {
     // Formatted text is seldom much longer than its source.
-    result_.reserve(source.size() + source.size() / 8);
+    result_.reserve(source.size() + source.size() / 4);
     if (settings_.formatsMacroBodies) exprFormatter_.setMacroBodies(macroBodies_.emplace(scheme_, passes_));
 }
 
