@@ -21,7 +21,7 @@ namespace Cpp {
 // line: raw strings and prefixed literals are one token, a line comment goes on behind a backslash at its
 // end, a directive takes in a comment over several lines when more of the directive follows it, a backslash
 // that splices two lines of code keeps its line end as a line comment does, and "<=>" stays in one piece.
-class Lexer : public Trn::Lexer {
+class Lexer final : public Trn::Lexer {
 public:
     // Reads the stream to its end at once.
     explicit Lexer(std::istream& source);

@@ -83,9 +83,10 @@ void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out,
 void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
                               const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
                               HangingLines::Text hanging, std::optional<int> statementColumn) {
-    // The blocks hold expressions of their own.
+    // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
+    constexpr std::size_t longText = 64 * 1024;
     ExprTokens ownTokens;
-    ExprTokens& tokens = blocks ? ownTokens : exprTokens_;
+    ExprTokens& tokens = blocks || text.size() > longText ? ownTokens : exprTokens_;
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(),
                    &markers());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());

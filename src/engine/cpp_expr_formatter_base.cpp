@@ -161,7 +161,7 @@ void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
 void CppExprFormatterBase::writeRegion(std::string_view gap, std::string_view region, int kind, OIndentBuf& out) {
     const auto offset = columns_.offsetInDocument(region);
     if (offset) keptRegions_.push_back({*offset, *offset + region.size()});
-    if (kind == Cpp::Directive) return writeDirective(gap, region, out, InnerBlanks::Keep);
+    if (kind == Cpp::Directive) return writeDirective(gap, region, out, DirectiveText::Kept);
     if (log_) log_->copied(gap);
     out.write(gap);
     if (extensions_.keepsRegionIndent) {
@@ -179,14 +179,14 @@ void CppExprFormatterBase::formatCommentLines(Trn::Position start, Trn::Position
 }
 
 void CppExprFormatterBase::formatDirective(Trn::Position start, Trn::Position end, ITextDocStream& in,
-                                           OIndentBuf& out, InnerBlanks inner) {
+                                           OIndentBuf& out, DirectiveText text) {
     const std::string_view gap = readGap(in, start);
     const std::string_view directive = readThrough(in, end);
     // It has been written where the list that it is part of went into the head in front of it.
     if (directive.empty()) return;
     const std::string_view comments = trimRight(gap);
     writeComments(comments, out);
-    writeDirective(gap.substr(comments.size()), directive, out, inner);
+    writeDirective(gap.substr(comments.size()), directive, out, text);
 }
 
 // A gap that ends with its last comment. Where a source is broken, it may hold literals too.
@@ -213,9 +213,15 @@ void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) 
 
 // A directive that is not to be moved keeps the white space in front of it, of which `gap` is the end.
 void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view directive, OIndentBuf& out,
-                                          InnerBlanks inner) {
-    const auto isLaidOut = [&](std::string_view text) {
-        return inner == InnerBlanks::Convert && layOutDirective(text, out);
+                                          DirectiveText text) {
+    const InnerBlanks inner = text == DirectiveText::Kept ? InnerBlanks::Keep : InnerBlanks::Convert;
+    const auto isLaidOut = [&] {
+        if (text == DirectiveText::Kept) return false;
+        if (text == DirectiveText::LaidOut || columnToIndentFrom(out) != columns_.columnOf(directive)) {
+            return layOutDirective(directive, out);
+        }
+        writeInPlace(directive, InnerBlanks::Keep, out);
+        return true;
     };
     const std::string_view ahead = directivesLeftMostSet_ ? std::string_view("\n") : gap;
     // Where lines are not indented, it stands in the first column anyway.
@@ -226,14 +232,14 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
         LeadingSpaceScope keepSpace(out, true);
         out.write(gap);
         startDirectiveLine(directive, out);
-        if (!isLaidOut(directive)) writeInPlace(directive, inner, out);
+        if (!isLaidOut()) writeInPlace(directive, inner, out);
         return;
     }
     std::optional<IndentScope> margin;
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, leftMargin_.text);
     out.write(gap);
     startDirectiveLine(directive, out);
-    if (isLaidOut(directive)) return;
+    if (isLaidOut()) return;
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
     } else {

@@ -18,6 +18,13 @@
 
 namespace Tessel {
 
+// What becomes of a directive that is written.
+enum class DirectiveText {
+    LaidOut,  // as the scheme says
+    Settled,  // it has been laid out already, for the column that it has in the source
+    Kept,     // it is not looked into
+};
+
 // The operations on text below the tree that all passes share: separators, comments over several lines, and
 // directives. Texts are formatted for the state of the output at which they will be written; what the
 // operations return holds the indentation of its lines already.
@@ -41,7 +48,7 @@ public:
                                     Zelmor::OIndentBuf& out);
     // The same for a directive, or for all that is kept under "#if 0", placed as ALIGN_PPD_LEFT_MOST says.
     virtual void formatDirective(Trn::Position start, Trn::Position end, Zelmor::ITextDocStream& in,
-                                 Zelmor::OIndentBuf& out, InnerBlanks inner);
+                                 Zelmor::OIndentBuf& out, DirectiveText text);
 
     // LINE_WRAP: lines that an earlier run has wrapped are joined, to be wrapped again.
     bool wrapsLines() const { return wrapsLines_; }
@@ -58,7 +65,7 @@ public:
     // The same for a comment that the output has reached, and for a directive with the white space in front.
     void writeComment(std::string_view text, Zelmor::OIndentBuf& out);
     void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out,
-                        InnerBlanks inner = InnerBlanks::Convert);
+                        DirectiveText text = DirectiveText::LaidOut);
 
     // Between these, what comes in a text is kept.
     const MarkerPairs& markers() const { return markers_; }

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <istream>
 #include <memory>
 #include <optional>
 #include <ostream>
-#include <sstream>
 #include <string>
 
 #include "cpp/lexer.h"
@@ -208,9 +208,7 @@ struct Stages {
     bool hasLongLines(std::string_view text) const { return passes.hasLongLines(options, text); }
 
     std::string wrap(ParsedText& formatted) const {
-        std::ostringstream wrapped;
-        passes.wrapLines(options, formatted.text, formatted.root, wrapped);
-        return withLineEnds(formatted, std::move(wrapped).str());
+        return withLineEnds(formatted, passes.wrapLines(options, formatted.text, formatted.root));
     }
 
     const FormatOptions& options;
@@ -221,20 +219,34 @@ struct Stages {
     bool wrapsLines = readSwitch(options.scheme, Keys::LINE_WRAP);
 };
 
+// What tells a text from others, for all that matters here, and takes no memory: two texts that pass for one end the
+// rounds of wrapping early.
+struct Fingerprint {
+    Fingerprint() = default;
+    explicit Fingerprint(std::string_view text) : size(text.size()), hash(std::hash<std::string_view>()(text)) {}
+    friend bool operator==(const Fingerprint&, const Fingerprint&) = default;
+
+    std::size_t size = 0;
+    std::size_t hash = 0;
+};
+
 // The text with its lines wrapped, which the source has become. Where lines are kept, those that the wrapper begins
 // come to hang as any others, until all stand where they are to, or come to stand where they were.
 std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::string text) {
     if (!stages.hasLongLines(text)) return text;
-    std::string wrappedBefore;
+    Fingerprint wrappedBefore;
     auto formatted = std::make_unique<ParsedText>(source, std::move(text));
     for (int rounds = stages.extensions.keepsLineBreaks ? kWrappingRounds : 1;; --rounds) {
         std::string wrapped = stages.wrap(*formatted);
-        if (rounds == 1 || wrapped == formatted->text.text() || wrapped == wrappedBefore) return wrapped;
-        ParsedText again(*formatted, wrapped);
+        const Fingerprint wrappedNow(wrapped);
+        if (rounds == 1 || wrapped == formatted->text.text() || wrappedNow == wrappedBefore) return wrapped;
+        wrappedBefore = wrappedNow;
+        ParsedText again(*formatted, std::move(wrapped));
+        const Fingerprint formattedBefore(formatted->text.text());
+        formatted.reset();
         std::string formattedAgain = stages.format(again, {});
-        if (formattedAgain == formatted->text.text()) return wrapped;
+        if (Fingerprint(formattedAgain) == formattedBefore) return again.text.takeText();
         if (!stages.hasLongLines(formattedAgain)) return formattedAgain;
-        wrappedBefore = std::move(wrapped);
         formatted = std::make_unique<ParsedText>(again, std::move(formattedAgain));
     }
 }

@@ -68,7 +68,7 @@ CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::Opaque
       writer_(source, opaque, result_, exprFormatter_, log_ ? &*log_ : nullptr),
       rightMargin_(readRightMargin(scheme_)) {
     // Formatted text is seldom much longer than its source.
-    result_.reserve(source.size() + source.size() / 8);
+    result_.reserve(source.size() + source.size() / 4);
     if (settings_.formatsMacroBodies) exprFormatter_.setMacroBodies(macroBodies_.emplace(scheme_, passes_));
 }
 
@@ -299,8 +299,10 @@ bool CppFormatter::copySettledStatement(const Cpp::SyntaxNode& node) {
 void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     const bool isKept = directive->text().empty();
     const std::size_t start = isKept ? out().text().size() : 0;
-    exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out(),
-                                   isKept ? InnerBlanks::Keep : InnerBlanks::Convert);
+    const DirectiveText text = isKept                  ? DirectiveText::Kept
+                               : isSettled(*directive) ? DirectiveText::Settled
+                                                       : DirectiveText::LaidOut;
+    exprFormatter_.formatDirective(directive->start(), directive->end(), writer_.in(), out(), text);
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 

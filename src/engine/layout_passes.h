@@ -1,6 +1,6 @@
 #pragma once
 
-#include <iosfwd>
+#include <string>
 #include <string_view>
 
 #include "engine/declaration_columns.h"
@@ -29,9 +29,9 @@ public:
     // Whether wrapLines() would change the text. Most have no line beyond the right margin.
     virtual bool hasLongLines(const FormatOptions& options, std::string_view formatted) const = 0;
 
-    // Writes `formatted`, which `root` is the tree of, with every line beyond the right margin laid out anew.
-    virtual void wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
-                           Cpp::RootNode& root, std::ostream& out) const = 0;
+    // What becomes of `formatted`, which `root` is the tree of, with every line beyond the right margin laid out anew.
+    virtual std::string wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
+                                  Cpp::RootNode& root) const = 0;
 };
 
 }  // namespace Tessel

@@ -33,15 +33,15 @@ LineEnds::LineEnds(const ExtensionSettings& settings, const TrailingComments::Co
 }
 
 std::string LineEnds::takeText() {
-    out_.reserve(result_.size());
+    // Comments may move to the right.
+    out_.reserve(result_.size() + result_.size() / 16);
     for (const Cpp::OpaqueToken& token : opaque_) {
         passRegions(token.offset);
         if (token.offset >= sides_.sourcePlace()) writeToken(token);
     }
     passRegions(source_.size());
     writeCode(result_.size());
-    std::string().swap(given_);  // three texts need not be there at once
-    if (comments_) comments_->place(out_);
+    if (comments_) comments_->finish(out_);
     return std::move(out_);
 }
 

@@ -19,8 +19,11 @@ public:
     MovedPositions(const Zelmor::TextDocument& source, const Zelmor::TextDocument& result);
 
     Trn::Position moved(Trn::Position position) override;
-    // The lines that have stayed as they were.
-    SameLines takeSameLines() { return std::move(sameLines_); }
+    // The lines of the result that have stayed as they were.
+    SameLines takeSameLines() {
+        sameLines_.forgetLinesAfter();
+        return std::move(sameLines_);
+    }
     // An offset behind a character.
     std::size_t movedEnd(std::size_t end);
     // That of a character which is no white space.

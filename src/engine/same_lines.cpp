@@ -36,6 +36,8 @@ int charactersIn(std::string_view line) {
 }  // namespace
 
 SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after) : linesAfter_{0}, others_{0} {
+    linesAfter_.reserve(static_cast<std::size_t>(before.lineCount()) + 1);
+    others_.reserve(static_cast<std::size_t>(after.lineCount()) + 1);
     LineReader linesBefore(before);
     LineReader linesAfter(after);
     std::int64_t ahead = 0;  // the characters that have been taken of the second text, and not of the first
@@ -52,7 +54,9 @@ SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocum
 }
 
 bool SameLines::contain(Trn::Position start, Trn::Position end) const {
-    return start.line > 0 && end.line < others_.size() && others_[start.line - 1] == others_[end.line];
+    // That is the place behind a line end.
+    const std::uint32_t last = end.column == 0 && end.line > start.line ? end.line - 1 : end.line;
+    return start.line > 0 && last < others_.size() && others_[start.line - 1] == others_[last];
 }
 
 }  // namespace Tessel

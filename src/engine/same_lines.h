@@ -18,6 +18,8 @@ public:
 
     // What has become of a line of the first text; 0 when there is none like it.
     std::uint32_t lineAfter(std::uint32_t line) const { return line < linesAfter_.size() ? linesAfter_[line] : 0; }
+    // Nobody will ask that any more.
+    void forgetLinesAfter() { std::vector<std::uint32_t>().swap(linesAfter_); }
     // Whether all lines of the second text from that of one position to that of the other stood in the first.
     bool contain(Trn::Position start, Trn::Position end) const;
 

@@ -31,6 +31,9 @@ bool isWide(std::uint32_t character) {
 
 bool isAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 
+// Whether it is a column wide for certain. No byte of a longer character is positive.
+bool isOneColumn(char c) { return static_cast<signed char>(c) >= ' '; }
+
 struct Character {
     std::uint32_t code = 0;
     std::size_t length = 1;
@@ -54,6 +57,7 @@ Character firstCharacter(std::string_view text) {
 }  // namespace
 
 int shownColumnAfter(std::string_view text, int column, int tabSize) {
+    if (std::all_of(text.begin(), text.end(), isOneColumn)) return column + static_cast<int>(text.size());
     while (!text.empty()) {
         const auto ascii = std::find_if_not(text.begin(), text.end(), isAscii);
         const auto plain = static_cast<std::size_t>(ascii - text.begin());

@@ -21,32 +21,40 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 
 }  // namespace
 
-void TrailingComments::add(std::string_view written, std::size_t offset) {
+void TrailingComments::add(std::string& written, std::size_t offset) {
     for (auto lineFeed = written.find('\n', countedTo_); lineFeed != written.npos;
          lineFeed = written.find('\n', countedTo_)) {
         ++line_;
         countedTo_ = lineFeed + 1;
     }
-    countedTo_ = written.size();
     const std::size_t lineStart = lineStartOf(written, written.size());
     Comment comment;
     comment.gapEnd = written.size();
-    comment.gapStart = lineStart + trimRight(written.substr(lineStart)).size();
+    comment.gapStart = lineStart + trimRight(std::string_view(written).substr(lineStart)).size();
     comment.line = line_;
     comment.sourceColumn = columnIn(source_, offset);
     comment.codeEnd = columnIn(written, comment.gapStart);
     comment.column = columnIn(written, comment.gapEnd);
     comment.isOwnLine = comment.gapStart == lineStart;
+    countedTo_ = written.size();
     if (comment.column > kRightmostIndent) return;
-    if (!comment.isOwnLine || goesOn(comment, offset)) comments_.push_back(comment);
+    const bool goesOn = isBelowLast(comment);
+    // A line with nothing but a comment may belong to the code below.
+    if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset) == comment.sourceColumn)) return;
+    if (!goesOn) {
+        placeLast(written);
+        const std::size_t gapSize = comment.gapEnd - comment.gapStart;
+        comment.gapEnd = countedTo_ = written.size();
+        comment.gapStart = comment.gapEnd - gapSize;
+    }
+    last_.push_back(comment);
 }
 
-// Whether a line with nothing but a comment goes on with the one above, as opposed to belonging to the code below.
-bool TrailingComments::goesOn(const Comment& comment, std::size_t offset) {
-    if (comments_.empty()) return false;
-    const Comment& above = comments_.back();
-    return above.line + 1 == comment.line && above.sourceColumn == comment.sourceColumn &&
-           codeColumnBelow(offset) != comment.sourceColumn;
+void TrailingComments::finish(std::string& written) { placeLast(written); }
+
+bool TrailingComments::isBelowLast(const Comment& comment) const {
+    return !last_.empty() && last_.back().line + 1 == comment.line &&
+           last_.back().sourceColumn == comment.sourceColumn;
 }
 
 int TrailingComments::codeColumnBelow(std::size_t offset) {
@@ -64,39 +72,37 @@ int TrailingComments::columnIn(std::string_view text, std::size_t offset) const 
     return shownColumnAfter(text.substr(lineStart, offset - lineStart), 0, columns_.tabSize);
 }
 
-void TrailingComments::place(std::string& written) {
-    std::string placed;
-    placed.reserve(written.size());
-    std::size_t copied = 0;
-    for (auto first = comments_.cbegin(); first != comments_.cend();) {
-        auto last = first + 1;
-        while (last != comments_.cend() && last->line == (last - 1)->line + 1 &&
-               last->sourceColumn == first->sourceColumn) {
-            ++last;
+void TrailingComments::placeLast(std::string& written) {
+    const int column = columnForLast();
+    const auto isAstray = [column](const Comment& comment) { return comment.column != column; };
+    const auto first = std::ranges::find_if(last_, isAstray);
+    if (first != last_.end()) {
+        const std::size_t start = first->gapStart;
+        const std::string tail = written.substr(start);
+        written.resize(start);
+        std::size_t copied = start;
+        for (auto comment = first; comment != last_.end(); ++comment) {
+            if (!isAstray(*comment)) continue;
+            written.append(tail, copied - start, comment->gapStart - copied);
+            written += blanksTo(column, comment->codeEnd);
+            copied = comment->gapEnd;
         }
-        const int column = columnFor(first, last);
-        for (; first != last; ++first) {
-            if (first->column == column) continue;
-            placed.append(written, copied, first->gapStart - copied);
-            placed += blanksTo(column, first->codeEnd);
-            copied = first->gapEnd;
-        }
+        written.append(tail, copied - start);
     }
-    placed.append(written, copied);
-    written = std::move(placed);
+    last_.clear();
 }
 
 // The least column that is far enough behind all code; where columns of blanks are kept, as far as it was.
-int TrailingComments::columnFor(Comments::const_iterator first, Comments::const_iterator last) const {
+int TrailingComments::columnForLast() const {
     const std::string& wanted = settings_.beforeLineComment.text;
     int column = 0;
     int kept = kRightmostIndent;
     int codeEnd = 0;
-    for (; first != last; ++first) {
-        if (first->isOwnLine) continue;
-        column = std::max(column, columnAfter(wanted, first->codeEnd, columns_.tabSize));
-        codeEnd = std::max(codeEnd, first->codeEnd);
-        kept = std::min(kept, first->width());
+    for (const Comment& comment : last_) {
+        if (comment.isOwnLine) continue;
+        column = std::max(column, columnAfter(wanted, comment.codeEnd, columns_.tabSize));
+        codeEnd = std::max(codeEnd, comment.codeEnd);
+        kept = std::min(kept, comment.width());
     }
     return settings_.keepsColumns ? std::max(column, codeEnd + kept) : column;
 }

@@ -26,10 +26,11 @@ public:
     TrailingComments(const Columns& columns, std::string_view source, const ExtensionSettings& settings)
         : columns_(columns), source_(source), settings_(settings) {}
 
-    // The comment at `offset` of the source comes next behind what has been written.
-    void add(std::string_view written, std::size_t offset);
-    // Moves the comments of what has been written to where they belong.
-    void place(std::string& written);
+    // The comment at `offset` of the source comes next behind what has been written. Those in front that it does not go
+    // on with move to where they belong.
+    void add(std::string& written, std::size_t offset);
+    // The same of the last ones: no further comment comes.
+    void finish(std::string& written);
 
 private:
     struct Comment {
@@ -45,16 +46,17 @@ private:
     };
     using Comments = std::vector<Comment>;
 
-    bool goesOn(const Comment& comment, std::size_t offset);
+    bool isBelowLast(const Comment& comment) const;
+    void placeLast(std::string& written);
     int codeColumnBelow(std::size_t offset);
     int columnIn(std::string_view text, std::size_t offset) const;
-    int columnFor(Comments::const_iterator first, Comments::const_iterator last) const;
+    int columnForLast() const;
     std::string blanksTo(int column, int from) const;
 
     Columns columns_;
     std::string_view source_;
     const ExtensionSettings& settings_;
-    Comments comments_;
+    Comments last_;              // those that share a column, and have not been placed
     std::size_t countedTo_ = 0;  // of what has been written
     int line_ = 0;
     std::size_t codeBelow_ = 0;  // where the first line begins, behind the last one looked at, that is no comment

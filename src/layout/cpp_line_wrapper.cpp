@@ -29,15 +29,16 @@ PropertySet completed(PropertySet scheme) {
 
 }  // namespace
 
-CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted,
-                               std::ostream& out)
+CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted)
     : settings_(completed(options.scheme)),
       markers_(options.markers),
       in_(formatted),
-      out_(out.rdbuf(), {}, false, {}),
+      out_(IndentState()),
       wrapper_(options.scheme, &formatted),
       columns_(&formatted, wrapper_.settings().tabSize) {
     in_.setTabSize(wrapper_.settings().tabSize);
+    // White space in front of long lines is all that is added.
+    out_.reserve(formatted.size() + formatted.size() / 16);
     out_.setTabSize(wrapper_.settings().tabSize);
     out_.setTabMode(wrapper_.settings().tabMode);
     LongLines lines(source(), wrapper_.settings());
@@ -163,7 +164,6 @@ void CppLineWrapper::visit(Cpp::RootNode* root) {
         wrapChildren(*root, settings_.leftMargin);
     }
     write(restOfInput(in_));
-    out_.pubsync();
 }
 
 void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& contentIndent) {

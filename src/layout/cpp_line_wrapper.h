@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <ostream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -34,7 +33,10 @@ namespace Tessel {
 class CppLineWrapper : public Cpp::Emitter {
 public:
     // All are borrowed. The tree that accepts the wrapper must be that of `formatted`.
-    CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted, std::ostream& out);
+    CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted);
+
+    // The result, once the tree has accepted the wrapper.
+    std::string takeText() { return out_.takeText(); }
 
     using Cpp::Emitter::visit;
     // Bodies and comments (cpp_line_wrapper.cpp). Nodes without a visit are copied with what follows them.

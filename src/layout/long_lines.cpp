@@ -8,14 +8,17 @@
 namespace Tessel {
 
 LongLines::LongLines(std::string_view text, const WrapSettings& settings)
-    : rest_(settings.wrapsLines() ? text : std::string_view()), settings_(settings) {}
+    : text_(settings.wrapsLines() ? text : std::string_view()), settings_(settings) {}
 
 int LongLines::next() {
-    while (!rest_.empty()) {
-        const std::string_view line = rest_.substr(0, rest_.find('\n'));
-        rest_.remove_prefix(std::min(line.size() + 1, rest_.size()));
+    while (place_ < text_.size()) {
+        const std::size_t start = place_;
+        const std::size_t end = std::min(text_.find('\n', start), text_.size());
+        if (nextTab_ <= start) nextTab_ = std::min(text_.find('\t', start), text_.size());
+        place_ = end + 1;
         ++line_;
-        if (isLong(line)) return line_;
+        const bool fits = nextTab_ >= end && end - start <= static_cast<std::size_t>(settings_.rightMargin);
+        if (!fits && isLong(text_.substr(start, end - start))) return line_;
     }
     return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "layout/wrap_settings.h"
@@ -18,8 +19,10 @@ public:
 private:
     bool isLong(std::string_view line) const;
 
-    std::string_view rest_;
+    std::string_view text_;
     const WrapSettings& settings_;
+    std::size_t place_ = 0;
+    std::size_t nextTab_ = 0;  // none stands between the place and there: most texts hold hardly any
     int line_ = 0;
 };
 

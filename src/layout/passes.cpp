@@ -32,10 +32,11 @@ bool Passes::hasLongLines(const FormatOptions& options, std::string_view formatt
     return LongLines(formatted, settings).next() != 0;
 }
 
-void Passes::wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
-                       Cpp::RootNode& root, std::ostream& out) const {
-    CppLineWrapper wrapper(options, formatted, out);
+std::string Passes::wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
+                              Cpp::RootNode& root) const {
+    CppLineWrapper wrapper(options, formatted);
     root.accept(wrapper);
+    return wrapper.takeText();
 }
 
 }  // namespace Tessel

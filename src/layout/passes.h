@@ -10,8 +10,8 @@ public:
     DeclarationColumns measure(const PropertySet& scheme, const Zelmor::TextDocument& source,
                                Cpp::RootNode& root) const override;
     bool hasLongLines(const FormatOptions& options, std::string_view formatted) const override;
-    void wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted, Cpp::RootNode& root,
-                   std::ostream& out) const override;
+    std::string wrapLines(const FormatOptions& options, const Zelmor::TextDocument& formatted,
+                          Cpp::RootNode& root) const override;
 };
 
 }  // namespace Tessel

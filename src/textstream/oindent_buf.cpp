@@ -15,7 +15,9 @@ std::size_t behindLeadingSpace(std::string_view line, std::size_t place = 0) {
     return place;
 }
 
-bool holdsText(std::string_view line) { return line.back() > ' ' || behindLeadingSpace(line) < line.size(); }
+bool holdsText(std::string_view line) {
+    return !line.empty() && (line.back() > ' ' || behindLeadingSpace(line) < line.size());
+}
 
 }  // namespace
 
@@ -43,11 +45,20 @@ OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLead
 
 std::size_t OIndentBuf::write(std::string_view text) {
     if (text.empty()) return 0;
-    if (column_ > 0 && isPlain(text)) {
-        lineHasText_ = lineHasText_ || holdsText(text);
-        if (textColumn_ < 0) findTextColumn(text);
-        return putPlain(text);
-    }
+    return goesOnPlainly(text) ? putOnLine(text) : writeLines(text);
+}
+
+std::size_t OIndentBuf::putOnLine(std::string_view text) {
+    if (!lineHasText_ || textColumn_ < 0) noteText(text);
+    return putPlain(text);
+}
+
+void OIndentBuf::noteText(std::string_view line) {
+    lineHasText_ = lineHasText_ || holdsText(line);
+    if (textColumn_ < 0) findTextColumn(line);
+}
+
+std::size_t OIndentBuf::writeLines(std::string_view text) {
     const std::size_t asTheyStand = keepLeadingSpace_ && indent_.empty() ? text.rfind('\n') + 1 : 0;
     std::size_t taken = asTheyStand > 0 ? putLines(text.substr(0, asTheyStand)) : 0;
     if (taken < asTheyStand) return taken;
@@ -86,8 +97,10 @@ void OIndentBuf::findTextColumn(std::string_view line) {
 }
 
 std::size_t OIndentBuf::writeVerbatim(std::string_view text) {
+    if (text.empty()) return 0;
+    if (goesOnPlainly(text)) return putOnLine(text);
     LeadingSpaceScope keepSpace(*this, true);
-    return write(text);
+    return writeLines(text);
 }
 
 OIndentBuf::int_type OIndentBuf::overflow(int_type c) {

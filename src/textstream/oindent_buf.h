@@ -65,7 +65,13 @@ private:
     friend class IndentScope;
     friend struct IndentState;
 
+    // Whether it goes behind what stands on the line, and stays there as it is.
+    bool goesOnPlainly(std::string_view text) const { return column_ > 0 && isPlain(text); }
+    std::size_t putOnLine(std::string_view text);
+    std::size_t writeLines(std::string_view text);
     std::size_t putLines(std::string_view lines);
+    // What a piece of a line that is written next tells of it.
+    void noteText(std::string_view line);
     void findTextColumn(std::string_view line);
 
     std::string indent_;

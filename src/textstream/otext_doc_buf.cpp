@@ -99,7 +99,7 @@ std::size_t OTextDocBuf::putPlain(std::string_view text) {
     if (text.empty()) return 0;
     const std::size_t sent = send(text);
     column_ = clampToInt(std::int64_t{column_} + static_cast<std::int64_t>(sent));
-    isInIndent_ = isInIndent_ && isBlank(text);
+    if (isInIndent_) isInIndent_ = isBlank(text);
     if (tabMode_ == TabsToSpaces) previousChar_ = traits_type::to_int_type(text.back());
     return sent;
 }
@@ -149,11 +149,7 @@ bool OTextDocBuf::putSpaces(int count) {
     return putAsGiven(spaces) == spaces.size();
 }
 
-std::size_t OTextDocBuf::send(std::string_view text) {
-    if (!sink_) {
-        text_ += text;
-        return text.size();
-    }
+std::size_t OTextDocBuf::sendOn(std::string_view text) {
     const auto size = static_cast<std::streamsize>(text.size());
     const std::streamsize sent = std::max<std::streamsize>(sink_->sputn(text.data(), size), 0);
     if (sent != size) failed_ = true;

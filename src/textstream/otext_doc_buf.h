@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <streambuf>
@@ -72,7 +73,7 @@ protected:
     bool isPlain(std::string_view text) const {
         if (tabMode_ != KeepTabs && tabMode_ != TabsToSpaces) return false;
         for (const char c : text) {
-            if (c == '\n' || c == '\t' || c == '"' || c == '\'') return false;
+            if (kNeedsCare[static_cast<unsigned char>(c)]) return false;
         }
         return true;
     }
@@ -83,12 +84,24 @@ protected:
     int column_;
 
 private:
+    // Characters that end lines, are several columns wide, or delimit literals.
+    static constexpr auto kNeedsCare = [] {
+        std::array<bool, 256> needsCare{};
+        for (const unsigned char c : {'\n', '\t', '"', '\''}) needsCare[c] = true;
+        return needsCare;
+    }();
+
     std::size_t putAsGiven(std::string_view text);
     std::size_t putTabsAsSpaces(std::string_view text);
     std::size_t putSpacesAsTabs(std::string_view text);
     bool putConvertibleSpace();
     bool putSpaces(int count);
-    std::size_t send(std::string_view text);
+    std::size_t send(std::string_view text) {
+        if (sink_) return sendOn(text);
+        text_ += text;
+        return text.size();
+    }
+    std::size_t sendOn(std::string_view text);
     void advance(std::string_view text);
     void trackLiteral(char c);
     bool insideLiteral() const { return openQuote_ != traits_type::eof(); }

@@ -45,6 +45,13 @@ TextDocument::TextDocument(std::istream& in) {
     findLineStarts();
 }
 
+std::string TextDocument::takeText() {
+    std::string text = own_.empty() ? std::string(text_) : std::move(own_);
+    text_ = {};
+    lineStarts_.assign(1, 0);
+    return text;
+}
+
 void TextDocument::findLineStarts() {
     lineStarts_.assign(1, 0);
     for (std::size_t lineFeed = text_.find('\n'); lineFeed != std::string::npos;

@@ -28,6 +28,8 @@ public:
     TextDocument& operator=(const TextDocument&) = delete;
 
     std::string_view text() const { return text_; }
+    // The document is no longer of use then, nor are views of it.
+    std::string takeText();
     std::size_t size() const { return text_.size(); }
 
     // At least 1. A text that ends in a line feed has an empty last line.

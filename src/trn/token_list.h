@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -48,11 +49,14 @@ private:
         std::string_view text;
     };
 
+    static constexpr std::uint32_t kUnknown = std::numeric_limits<std::uint32_t>::max();
+
     // Both positions are those behind a character.
     static Position endInLine(Position start, std::uint32_t length) {
         return {start.line, start.column + length - 1};
     }
     Entry pack(const Token& token);
+    Entry packSpecial(const Token& token);
     bool isPlain(const Token& token);
 
     std::string_view source_;
@@ -71,6 +75,23 @@ inline Token TokenList::operator[](Index place) const {
     const Position start{entry.line, entry.offset + 1 - lineStarts_[entry.line]};
     const std::string_view text(source_.data() + entry.offset, entry.length);
     return {entry.kind, start, endInLine(start, entry.length), entry.offset, entry.length, entry.valueType, text};
+}
+
+// The first token of a line tells where the line starts.
+inline bool TokenList::isPlain(const Token& token) {
+    const std::uint32_t start = token.offset + 1 - token.start.column;
+    if (token.start.line >= lineStarts_.size()) lineStarts_.resize(std::size_t{token.start.line} + 1, kUnknown);
+    std::uint32_t& lineStart = lineStarts_[token.start.line];
+    if (lineStart == kUnknown) lineStart = start;
+    return start == lineStart && token.length > 0 && token.length <= std::numeric_limits<std::uint16_t>::max() &&
+           token.text.data() == source_.data() + token.offset && token.text.size() == token.length &&
+           token.end == endInLine(token.start, token.length);
+}
+
+inline TokenList::Entry TokenList::pack(const Token& token) {
+    if (!isPlain(token)) return packSpecial(token);
+    const auto kind = static_cast<std::int8_t>(token.kind);
+    return {token.start.line, token.offset, static_cast<std::uint16_t>(token.length), kind, token.valueType};
 }
 
 }  // namespace Trn
