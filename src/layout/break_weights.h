@@ -16,6 +16,7 @@ enum class WeighedText {
     Parameters, // of a function
     Head,       // of a function, from its type on
     Class,      // the head of one
+    Initializers,  // of a constructor
 };
 
 // Whether a text hangs from the statement that it is, not from the brackets around it.

@@ -92,21 +92,20 @@ std::size_t CppLineWrapper::offsetBetween(Position start, Position end) const {
 }
 
 // Whether a long line runs through what stands around the bodies.
-bool CppLineWrapper::isLongAround(Position start, Position end, const Cpp::ExprBodies* bodies) const {
+bool CppLineWrapper::isLongAround(Position start, Position end, const Cpp::ExprBodies& bodies) const {
     Position from = start;
-    if (bodies) {
-        for (const auto& body : bodies->blocks()) {
-            if (body->start().line == body->end().line) continue;
-            if (needsWrapping(from, body->start())) return true;
-            from = body->end();
-        }
+    for (const auto& body : bodies.blocks()) {
+        if (body->start().line == body->end().line) continue;
+        if (needsWrapping(from, body->start())) return true;
+        from = body->end();
     }
     return needsWrapping(from, end);
 }
 
-// What begins at the reading position. Says false, with nothing written, where it is not broken by weight.
+// What a long line runs through, and begins at the reading position. Says false, with nothing written, where it is not
+// broken by weight.
 bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext context, const Cpp::ExprBodies* bodies) {
-    if (!wrapper_.settings().weighsWholes() || !isLongAround(start, end, bodies)) return false;
+    if (!wrapper_.settings().weighsWholes()) return false;
     const std::size_t offset = offsetOf(in_.document(), start) - 1;
     const std::string_view text = source().substr(offset, offsetBetween(start, end) + 1);
     if (holdsProtectedText(text, markers_)) return false;

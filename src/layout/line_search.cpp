@@ -41,6 +41,8 @@ LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const Weigh
       kind_(extent.text),
       indentColumn_(extent.indentColumn),
       name_(extent.name),
+      partsElements_(extent.text == WeighedText::Class ||
+                     (extent.text == WeighedText::Initializers && settings.partsInitializers())),
       scopes_(text.tokens()),
       weights_(text.tokens(), scopes_, settings, extent) {}
 
@@ -403,8 +405,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         if (isIndented)
             inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
-        inside.isParted =
-            kind_ == WeighedText::Class && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
+        inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
 }

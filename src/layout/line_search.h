@@ -110,6 +110,7 @@ private:
     WeighedText kind_;
     int indentColumn_;
     std::size_t name_;
+    bool partsElements_;  // the outermost ones stand on one line, or on one each
     OperandScopes scopes_;
     BreakWeights weights_;
     std::vector<std::size_t> before_;  // the token in front that is no comment

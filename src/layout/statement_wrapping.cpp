@@ -47,7 +47,8 @@ void CppLineWrapper::visit(Cpp::ExprNode* expression) {
         const Cpp::ExprBodies& bodies = expression->bodies();
         const int column = columnAfter(out_.indent(), 0, out_.tabSize());
         BaseColumnScope base(*this, column);
-        if (writeByWeight(expression->start(), expression->end(), {}, &bodies)) return;
+        const bool isLong = isLongAround(expression->start(), expression->end(), bodies);
+        if (isLong && writeByWeight(expression->start(), expression->end(), {}, &bodies)) return;
         wrapBodies(expression->bodies());
         copyThrough(*expression);
         return;
@@ -110,7 +111,8 @@ void CppLineWrapper::wrapConditionWithBodies(const Cpp::CtrlSubStmtHeadNode& hea
         WrapContext context;
         context.weighed = WeighedText::Condition;
         const Position end{condition.end().line, condition.end().column - 1};
-        if (writeByWeight(inside, end, context, &condition.bodies())) return;
+        const bool isLong = isLongAround(inside, end, condition.bodies());
+        if (isLong && writeByWeight(inside, end, context, &condition.bodies())) return;
     }
     wrapBodies(condition.bodies());
 }
