@@ -119,20 +119,19 @@ bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext con
     context.blocks = blocks;
     context.trailingWidth = widthBehind(text);
     IndentScope indent(out_, indentAt(baseColumn()));
-    const std::vector<std::string> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
-    if (pieces.empty()) return false;
-    auto piece = pieces.begin();
-    if (bodies) {
-        for (const auto& body : bodies->blocks()) {
-            if (body->start().line == body->end().line) continue;
-            readGap(in_, body->start());
-            write(*piece++);
-            wrapBody(*body);
+    const std::vector<WrappedPiece> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
+    for (const WrappedPiece& piece : pieces) {
+        if (piece.block == WrappedPiece::kNoBlock) {
+            readThrough(in_, end);
+            write(piece.text);
+        } else {
+            Cpp::BlockNode& body = *bodies->blocks()[piece.block];
+            readGap(in_, body.start());
+            write(piece.text);
+            wrapOrPart(body);
         }
     }
-    readThrough(in_, end);
-    write(*piece);
-    return true;
+    return !pieces.empty();
 }
 
 // The columns of what follows a piece of the source and cannot leave the line that the piece ends on:

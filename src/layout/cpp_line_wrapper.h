@@ -109,6 +109,9 @@ private:
     void wrapBodies(const Cpp::ExprBodies& bodies);
     void wrapConditionWithBodies(const Cpp::CtrlSubStmtHeadNode& head);
     void wrapBody(Cpp::BlockNode& body);
+    void partBody(Cpp::BlockNode& body);
+    void wrapOrPart(Cpp::BlockNode& body);
+    bool partsBodies(const Cpp::BlockNode& body) const;
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);
