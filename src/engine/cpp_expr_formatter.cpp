@@ -91,7 +91,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                    &markers());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
     run.blocks = blocks;
-    run.keepsLines = settings_.keepsLineBreaks && text.find('\n') != std::string_view::npos;
+    run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;
     if (run.keepsLines && !out.keepLeadingSpace()) {
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
@@ -163,15 +163,13 @@ int CppExprFormatter::columnOfBlock(const Run& run) const {
     return isBelow ? run.captureColumn : run.out.textColumn();
 }
 
-// By how many columns the lambda whose body comes next, an argument behind others, moves to the left where a line begins
-// with it.
+// By how many columns the body of a lambda that comes next may move to the left, where lines begin in front of it.
 int CppExprFormatter::spareOfBlock(const Run& run) const {
     const bool wraps = settings_.weighsWholes() && settings_.wrapMargin > 0 && !run.keepsLines;
-    const bool isArgument = run.capture != kNoToken && run.kindBefore(run.capture) == Cpp::Comma &&
-                            isBodyOf(run.tokens, run.capture, run.sweep.place());
-    if (!wraps || !isArgument) return 0;
+    const bool isOfLambda = run.capture != kNoToken && isBodyOf(run.tokens, run.capture, run.sweep.place());
+    if (!wraps || !isOfLambda) return 0;
     const int indentColumn = columnAfter(run.out.indent(), 0, run.out.tabSize());
-    return std::max(run.captureStart - columnAfter(settings_.hanging.wrap.text, indentColumn, run.out.tabSize()), 0);
+    return std::max(run.out.column() - columnAfter(settings_.hanging.wrap.text, indentColumn, run.out.tabSize()), 0);
 }
 
 // A block stays on the line, or begins the line, where its author put it.
@@ -251,7 +249,6 @@ void CppExprFormatter::writeCurrent(Run& run) {
     if (run.blocks && token.token.kind == Cpp::OpenBracket) {
         run.capture = run.previous;
         run.captureColumn = run.out.textColumn();
-        run.captureStart = run.out.column() - 1;
     }
     openGroup(run);
 }

@@ -78,7 +78,6 @@ struct CppExprFormatter::Run {
     BlocksInText* blocks = nullptr;
     std::size_t capture = kNoToken;  // the last "[", and the column of the first text of its line
     int captureColumn = 0;
-    int captureStart = 0;  // its own column
     std::size_t blocksWritten = 0;
 };
 

@@ -122,12 +122,12 @@ void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const Option
     });
 }
 
-// Says whether the body fits on the line of its head, and has been written there.
+// Says whether the body fits on the line of its head, or, empty, on the last one, and has been written there.
 bool CppFormatter::tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen, std::size_t start) {
     const OptionalText blank{true, " ", settings_.joinedFunctions.key};
     const std::string_view written = out().text();
     const bool isOneLine = trimLeft(written.substr(std::min(start, written.size()))).find('\n') == written.npos;
-    return isOneLine && tryLine(settings_.joiningMargin, blank.key, [&] {
+    return (isOneLine || body.size() == 0) && tryLine(settings_.joiningMargin, blank.key, [&] {
         BraceSettings braces = settings_.functions;
         braces.afterOpen = braces.beforeClose = blank;
         braces.keepsBlankLines = false;

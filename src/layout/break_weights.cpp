@@ -58,6 +58,7 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
       text_(extent.text),
       name_(extent.name),
       holdsComma_(tokens.size(), false),
+      depths_(tokens.size(), 0),
       weights_(tokens.size(), kNoBreak) {
     int depth = standsByItself(text_) ? 1 : 1 + kParenthesesDepth;
     std::vector<std::size_t> brackets;
@@ -73,6 +74,7 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
             depth -= depthOf(tokens[brackets.back()]);
             brackets.pop_back();
         }
+        depths_[place] = depth;
         if (left != kNoToken) {
             const bool followsComment = place > 0 && tokens[place - 1].role == ExprRole::Trivia;
             const int weight = weightOf(left, place);
@@ -84,6 +86,10 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
         brackets.push_back(place);
         depth += depthOf(tokens[place]);
     }
+}
+
+int BreakWeights::ofParting(std::size_t block) const {
+    return WrapSettings::kWeightOfOnlyElement + kLevelWeight * depths_[block];
 }
 
 bool BreakWeights::leadsLine(std::size_t place) const {
@@ -139,6 +145,7 @@ int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {
     if (tokens_[open].partner == place || tokens_[open].token.kind == Cpp::OpenBracket) return kNoBreak;
     if (tokens_[open].role == ExprRole::TemplateOpen) return kTemplateArguments;
     if (text_ == WeighedText::Head && scopes_.at(open).depth == 0) return kParameters;
+    if (open > 0 && tokens_[open - 1].token.kind == Cpp::CloseBracket) return kParameters;
     return holdsElements(open) ? settings_.weightBehindOpen : WrapSettings::kWeightOfOnlyElement;
 }
 

@@ -16,6 +16,7 @@ enum class WeighedText {
     Parameters, // of a function
     Head,       // of a function, from its type on
     Class,      // the head of one
+    Initializers,  // of a constructor
 };
 
 // Whether a text hangs from the statement that it is, not from the brackets around it.
@@ -40,6 +41,8 @@ public:
                  const WeighedExtent& extent);
 
     int at(std::size_t place) const { return weights_[place]; }
+    // What it costs to make several lines of a block.
+    int ofParting(std::size_t block) const;
     // Whether lines begin with the operator, as opposed to the operand behind it.
     bool leadsLine(std::size_t place) const;
 
@@ -57,6 +60,7 @@ private:
     WeighedText text_;
     std::size_t name_;
     std::vector<bool> holdsComma_;  // of the brackets that open
+    std::vector<int> depths_;       // of brackets around each token
     std::vector<int> weights_;
 };
 

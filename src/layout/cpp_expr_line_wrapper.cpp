@@ -88,8 +88,8 @@ std::string CppExprLineWrapper::wrapForClauses(std::string_view text, const Inde
     return render(state);
 }
 
-std::vector<std::string> CppExprLineWrapper::wrapByWeight(std::string_view text, const IndentState& state,
-                                                          const WrapContext& context) {
+std::vector<WrappedPiece> CppExprLineWrapper::wrapByWeight(std::string_view text, const IndentState& state,
+                                                           const WrapContext& context) {
     if (!settings_.weighsWholes() || !read(text, context)) return {};
     const int column = firstColumn(state);
     const bool isWithinMargin = text_.fits({0, text_.size()}, column, context.trailingWidth, Literals::Joined);
@@ -146,12 +146,13 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
     return {first, tokens.size()};
 }
 
-std::string CppExprLineWrapper::render(const IndentState& state) { return std::move(renderPieces(state).front()); }
+std::string CppExprLineWrapper::render(const IndentState& state) { return std::move(renderPieces(state).front().text); }
 
-// The text with its line breaks, in the pieces that stand between blocks of several lines. Whatever does not stand at a
+// The text with its line breaks, in the pieces that stand between blocks that are broken. Whatever does not stand at a
 // line break is copied.
-std::vector<std::string> CppExprLineWrapper::renderPieces(const IndentState& state) {
-    std::vector<std::string> pieces;
+std::vector<WrappedPiece> CppExprLineWrapper::renderPieces(const IndentState& state) {
+    std::vector<WrappedPiece> pieces;
+    std::size_t block = 0;
     const OIndentBuf indented(state);
     OIndentBuf out(state);
     IndentScope noIndent(out, {});
@@ -174,14 +175,16 @@ std::vector<std::string> CppExprLineWrapper::renderPieces(const IndentState& sta
         }
         text_.placeBracket(place, out.column());
         if (!text_.continuesLiteral(place)) literalColumn = out.column();
-        if (text_.isLongBlock(place)) {
-            pieces.push_back(out.takeText());
+        const bool isBlock = text_.tokens()[place].role == ExprRole::Block;
+        if (text_.isLongBlock(place) || text_.isParted(place)) {
+            pieces.push_back({out.takeText(), block});
         } else {
             writeToken(place, out);
         }
+        if (isBlock) ++block;
     }
     writeRendered(text_.gap(text_.size()), out);
-    pieces.push_back(out.takeText());
+    pieces.push_back({out.takeText()});
     return pieces;
 }
 

@@ -28,6 +28,14 @@ struct WrapContext {
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with
 };
 
+// A part of a text that ends in front of a block that somebody else breaks, or with the text.
+struct WrappedPiece {
+    static constexpr std::size_t kNoBlock = static_cast<std::size_t>(-1);
+
+    std::string text;
+    std::size_t block = kNoBlock;  // which one of the context
+};
+
 // Breaks expressions and lists that are too long, where ExprLayout says. Takes the text as the formatter
 // wrote it and the state of the output at which it will stand; what comes back has line breaks and
 // continuation indentation in it and is to be written as it is (see writeRendered).
@@ -50,10 +58,10 @@ public:
     std::string wrapForClauses(std::string_view text, const Zelmor::IndentState& state,
                                const WrapContext& context = {});
 
-    // Any text, where WRAP_BY_WEIGHT is at work: what stands between its blocks of several lines. Nothing where it is
-    // to be broken in another way.
-    std::vector<std::string> wrapByWeight(std::string_view text, const Zelmor::IndentState& state,
-                                            const WrapContext& context);
+    // Any text, where WRAP_BY_WEIGHT is at work: what stands between its blocks that have several lines, or are to
+    // have them. Nothing where it is to be broken in another way.
+    std::vector<WrappedPiece> wrapByWeight(std::string_view text, const Zelmor::IndentState& state,
+                                           const WrapContext& context);
 
     const WrapSettings& settings() const { return settings_; }
 
@@ -64,7 +72,7 @@ private:
     TokenRange withoutPrefixes() const;
     bool weigh(const Zelmor::IndentState& state, const WrapContext& context);
     std::string render(const Zelmor::IndentState& state);
-    std::vector<std::string> renderPieces(const Zelmor::IndentState& state);
+    std::vector<WrappedPiece> renderPieces(const Zelmor::IndentState& state);
     void endLine(std::size_t place, Zelmor::OIndentBuf& out) const;
     std::string whitespaceTo(const LineStart& start, const Zelmor::OIndentBuf& indented) const;
     void writeDirectiveAt(std::size_t place, const Zelmor::IndentState& state, Zelmor::OIndentBuf& out);

@@ -93,21 +93,20 @@ std::size_t CppLineWrapper::offsetBetween(Position start, Position end) const {
 }
 
 // Whether a long line runs through what stands around the bodies.
-bool CppLineWrapper::isLongAround(Position start, Position end, const Cpp::ExprBodies* bodies) const {
+bool CppLineWrapper::isLongAround(Position start, Position end, const Cpp::ExprBodies& bodies) const {
     Position from = start;
-    if (bodies) {
-        for (const auto& body : bodies->blocks()) {
-            if (body->start().line == body->end().line) continue;
-            if (needsWrapping(from, body->start())) return true;
-            from = body->end();
-        }
+    for (const auto& body : bodies.blocks()) {
+        if (body->start().line == body->end().line) continue;
+        if (needsWrapping(from, body->start())) return true;
+        from = body->end();
     }
     return needsWrapping(from, end);
 }
 
-// What begins at the reading position. Says false, with nothing written, where it is not broken by weight.
+// What a long line runs through, and begins at the reading position. Says false, with nothing written, where it is not
+// broken by weight.
 bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext context, const Cpp::ExprBodies* bodies) {
-    if (!wrapper_.settings().weighsWholes() || !isLongAround(start, end, bodies)) return false;
+    if (!wrapper_.settings().weighsWholes()) return false;
     const std::size_t offset = offsetOf(in_.document(), start) - 1;
     const std::string_view text = source().substr(offset, offsetBetween(start, end) + 1);
     if (holdsProtectedText(text, markers_)) return false;
@@ -121,20 +120,19 @@ bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext con
     context.blocks = blocks;
     context.trailingWidth = widthBehind(text);
     IndentScope indent(out_, indentAt(baseColumn()));
-    const std::vector<std::string> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
-    if (pieces.empty()) return false;
-    auto piece = pieces.begin();
-    if (bodies) {
-        for (const auto& body : bodies->blocks()) {
-            if (body->start().line == body->end().line) continue;
-            readGap(in_, body->start());
-            write(*piece++);
-            wrapBody(*body);
+    const std::vector<WrappedPiece> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
+    for (const WrappedPiece& piece : pieces) {
+        if (piece.block == WrappedPiece::kNoBlock) {
+            readThrough(in_, end);
+            write(piece.text);
+        } else {
+            Cpp::BlockNode& body = *bodies->blocks()[piece.block];
+            readGap(in_, body.start());
+            write(piece.text);
+            wrapOrPart(body);
         }
     }
-    readThrough(in_, end);
-    write(*piece);
-    return true;
+    return !pieces.empty();
 }
 
 // The columns of what follows a piece of the source and cannot leave the line that the piece ends on:

@@ -60,7 +60,6 @@ public:
     // Lists (list_wrapping.cpp).
     void visit(Cpp::TemplateNode* header) override;
     void visit(Cpp::BaseClauseListNode* list) override;
-    void visit(Cpp::InitializerListNode* list) override;
     void visit(Cpp::InitializerNode* initializer) override;
     // Statements (statement_wrapping.cpp).
     void visit(Cpp::ExprNode* expression) override;
@@ -97,7 +96,7 @@ private:
     void writeMoved(std::string_view comment);
     void writeWrapped(std::string_view text, TextForm form, WrapContext context);
     bool writeByWeight(Position start, Position end, WrapContext context, const Cpp::ExprBodies* bodies = nullptr);
-    bool isLongAround(Position start, Position end, const Cpp::ExprBodies* bodies) const;
+    bool isLongAround(Position start, Position end, const Cpp::ExprBodies& bodies) const;
     std::size_t offsetBetween(Position start, Position end) const;
     int widthBehind(std::string_view text) const;
 
@@ -112,15 +111,18 @@ private:
     void wrapBodies(const Cpp::ExprBodies& bodies);
     void wrapConditionWithBodies(const Cpp::CtrlSubStmtHeadNode& head);
     void wrapBody(Cpp::BlockNode& body);
+    void partBody(Cpp::BlockNode& body);
+    void wrapOrPart(Cpp::BlockNode& body);
+    bool partsBodies(const Cpp::BlockNode& body) const;
 
     // Lists.
     void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);
-    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false,
-                      bool isParted = false);
+    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);
     void wrapFunctionHead(Cpp::FunctionHeadNode& head);
+    void wrapInitializers(Cpp::InitializerListNode& list, bool isHeadLong);
     bool weighsDeclaration(const Cpp::DataDeclNode& declaration) const;
     void wrapDeclarators(const Cpp::DataDeclNode& declaration);
     void wrapInitializer(std::string_view text, int nameColumn);

@@ -110,8 +110,11 @@ void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
     if (copyUnlessLong(declaration)) return;
     const int column = declaration.head() ? copyToConstruct(*declaration.head()) : baseColumn();
     BaseColumnScope base(*this, templateColumn.value_or(column));
-    if (declaration.head()) wrapFunctionHead(*declaration.head());
-    if (initializers) initializers->accept(*this);
+    const Cpp::FunctionHeadNode* head = declaration.head();
+    const bool isHeadLong =
+        head && (needsWrapping(*head) || (initializers && needsWrapping(head->start(), initializers->end())));
+    if (isHeadLong) wrapFunctionHead(*declaration.head());
+    if (initializers) wrapInitializers(*initializers, isHeadLong);
     if (declaration.body()) wrapBraced(*declaration.body(), settings_.functions.indent);
     copyThrough(declaration);
 }
@@ -135,8 +138,12 @@ void CppLineWrapper::visit(Cpp::FunctionPtrDeclNode* declaration) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(*declaration)) return;
     const int column = copyToConstruct(*declaration);
+    BaseColumnScope base(*this, templateColumn.value_or(column));
+    WrapContext context;
+    context.mode = ExprMode::Declaration;
+    context.weighed = WeighedText::Head;
+    if (writeByWeight(declaration->start(), declaration->end(), context)) return;
     if (declaration->parameters()) {
-        BaseColumnScope base(*this, templateColumn.value_or(column));
         copyUpTo(*declaration->parameters());
         wrapBracketedList(*declaration->parameters(), settings_.commas.parameters);
     }
@@ -152,7 +159,8 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
         WrapContext context;
         context.mode = ExprMode::Declaration;
         const Cpp::ExprBodies* bodies = declaration->tail() ? &declaration->tail()->bodies() : nullptr;
-        if (writeByWeight(declaration->start(), declaration->end(), context, bodies)) return;
+        const bool isLong = !bodies || isLongAround(declaration->start(), declaration->end(), *bodies);
+        if (isLong && writeByWeight(declaration->start(), declaration->end(), context, bodies)) return;
     }
     const int nameColumn = declaration->name() ? copyToColumnOf(*declaration->name()) : column;
     if (declaration->tail() && !declaration->tail()->bodies().empty()) {

@@ -18,6 +18,7 @@ constexpr int kWidthOfShift = 3;       // of "<< "
 constexpr int kLongArguments = 10;     // columns
 constexpr int kShortType = 6;
 constexpr int kShortPartOfMargin = 3;  // an operand in front of "<<" is short in the first third of a line
+constexpr int kHangingBlock = 80;      // with elements behind it
 constexpr int kDeepLiterals = 2;       // brackets around literals in a row, which stay on the line there
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
@@ -41,6 +42,8 @@ LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const Weigh
       kind_(extent.text),
       indentColumn_(extent.indentColumn),
       name_(extent.name),
+      partsElements_(extent.text == WeighedText::Class ||
+                     (extent.text == WeighedText::Initializers && settings.partsInitializers())),
       scopes_(text.tokens()),
       weights_(text.tokens(), scopes_, settings, extent) {}
 
@@ -65,7 +68,7 @@ void LineSearch::takeWidths() {
         before_[place] = last;
         if (!isTrivia(place)) last = place;
         gaps_.push_back(lengthOf(text_.gap(place)));
-        widths_.push_back(text_.isLongBlock(place) ? 1 : text_.measure({place, place + 1}, 0).column);
+        widths_.push_back(text_.measure({place, place + 1}, 0).column);
     }
 }
 
@@ -141,8 +144,13 @@ void LineSearch::putLines(const Way& way) {
     std::vector<Line> lines;
     for (std::uint32_t line = way.lines; line != kNone; line = lines_[line].before)
         lines.push_back(lines_[line]);
-    for (auto line = lines.rbegin(); line != lines.rend(); ++line)
-        text_.startLine(line->place, {line->column});
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+        if (line->column == kParted) {
+            text_.part(line->place);
+        } else {
+            text_.startLine(line->place, {line->column});
+        }
+    }
 }
 
 int LineSearch::continuation(const Scope& scope) const {
@@ -276,8 +284,30 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     scope.last = column + (isShift ? kWidthOfShift : 0);
     way.lineDepth = way.lowestDepth = scopes_.at(place).depth;
     way.column = way.lineColumn = column;
+    note(way, place, column);
+}
+
+void LineSearch::note(Way& way, std::size_t place, int column) {
     lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column});
     way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
+}
+
+// A block that its line has no room for becomes one of several lines.
+bool LineSearch::partsBlock(Way& way, std::size_t place) {
+    if (!text_.isPartable(place) || text_.isWithinMargin(way.column + widths_[place])) return false;
+    way.cost += weights_.ofParting(place);
+    note(way, place, kParted);
+    return true;
+}
+
+// Whether elements follow the block of a lambda that does not begin its line.
+bool LineSearch::hangsBlock(const Way& way, std::size_t place) const {
+    if (text_.kindAt(place + 1) != Cpp::Comma) return false;
+    std::size_t capture = before(place);
+    while (capture != kNoToken && text_.kindAt(capture) != Cpp::OpenBracket) capture = before(capture);
+    std::uint32_t line = way.lines;
+    while (line != kNone && lines_[line].column == kParted) line = lines_[line].before;
+    return line == kNone || lines_[line].place < capture;
 }
 
 void LineSearch::stayOnLine(Way& way, std::size_t place) {
@@ -362,11 +392,14 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
             way.literal = -1;
         }
     }
-    way.column = start + widths_[place];
+    const bool isLongBlock = text_.isLongBlock(place) || partsBlock(way, place);
+    if (isLongBlock && hangsBlock(way, place)) way.cost += kHangingBlock;
+    way.column = start + (isLongBlock ? 1 : widths_[place]);
     payOverflow(way, start);
-    if (!text_.isLongBlock(place)) return;
+    if (!isLongBlock) return;
     way.cost += way.lineColumn - indentColumn_;
     way.column = way.lineColumn + 1;
+    way.top.isBroken = way.top.holdsLine = true;
 }
 
 void LineSearch::payOverflow(Way& way, int before) const {
@@ -403,8 +436,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         if (isIndented)
             inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
-        inside.isParted =
-            kind_ == WeighedText::Class && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
+        inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
 }

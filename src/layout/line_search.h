@@ -31,9 +31,10 @@ public:
     bool lay(int column, int trailingWidth);
 
 private:
-    static constexpr std::size_t kMostWays = 8;
+    static constexpr std::size_t kMostWays = 12;
     static constexpr std::size_t kMostTokens = 600;
     static constexpr std::uint32_t kNone = 0xffffffff;
+    static constexpr int kParted = -1;  // the column of a line that a block has been broken in
 
     // What is known of the lines between two brackets, or of the operands of one rank.
     struct Scope {
@@ -82,6 +83,9 @@ private:
     bool mayBegin(const Way& way, std::size_t place) const;
     int columnOfLine(const Way& way, std::size_t place) const;
     void beginLine(Way& way, std::size_t place, int column);
+    void note(Way& way, std::size_t place, int column);
+    bool partsBlock(Way& way, std::size_t place);
+    bool hangsBlock(const Way& way, std::size_t place) const;
     void stayOnLine(Way& way, std::size_t place);
     void pass(Way& way, std::size_t place, bool beginsLine);
     void openScopes(Way& way, std::size_t place);
@@ -110,6 +114,7 @@ private:
     WeighedText kind_;
     int indentColumn_;
     std::size_t name_;
+    bool partsElements_;  // the outermost ones stand on one line, or on one each
     OperandScopes scopes_;
     BreakWeights weights_;
     std::vector<std::size_t> before_;  // the token in front that is no comment

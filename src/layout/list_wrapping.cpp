@@ -22,7 +22,7 @@ void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, const CommaText
 }
 
 void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode,
-                                  bool isInParentheses, bool isParted) {
+                                  bool isInParentheses) {
     if (list.size() == 0) return;
     // Nothing hangs under a directive.
     if (commas.breaksLines() || Cpp::as<Cpp::PreprocDirectiveNode>(list.children().front().get())) {
@@ -34,7 +34,6 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& com
     WrapContext context;
     context.mode = mode;
     context.isInParentheses = isInParentheses;
-    context.isParted = isParted;
     if (isInParentheses) context.weighed = WeighedText::Parameters;
     context.respacesCommas = commas.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
@@ -57,18 +56,24 @@ void CppLineWrapper::visit(Cpp::BaseClauseListNode* list) {
     wrapElements(*list, settings_.commas.baseClauses, ExprMode::Declaration);
 }
 
-void CppLineWrapper::visit(Cpp::InitializerListNode* list) {
-    if (copyUnlessLong(*list)) return;
-    const bool hasBodies = std::any_of(list->childBegin(), list->childEnd(), [](const auto& child) {
+// Weighed, they are broken anew where the head in front of them is.
+void CppLineWrapper::wrapInitializers(Cpp::InitializerListNode& list, bool isHeadLong) {
+    const bool isWeighed = isHeadLong && wrapper_.settings().weighsWholes();
+    if (list.size() == 0 || (!isWeighed && copyUnlessLong(list))) return;
+    const bool hasBodies = std::any_of(list.childBegin(), list.childEnd(), [](const auto& child) {
         const auto* initializer = Cpp::as<Cpp::InitializerNode>(child.get());
         return initializer && !initializer->bodies().empty();
     });
     if (hasBodies) {
-        for (const auto& initializer : list->children()) initializer->accept(*this);
+        for (const auto& initializer : list.children()) initializer->accept(*this);
         return;
     }
-    const bool isParted = wrapper_.settings().partsInitializers();
-    wrapElements(*list, settings_.commas.initializers, ExprMode::Expression, false, isParted);
+    const Position start = list.children().front()->start();
+    copy(readGap(in_, start));
+    WrapContext context;
+    context.weighed = WeighedText::Initializers;
+    if (writeByWeight(start, list.children().back()->end(), context)) return;
+    wrapElements(list, settings_.commas.initializers, ExprMode::Expression);
 }
 
 // One that stands on a line of its own.

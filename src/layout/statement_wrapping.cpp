@@ -22,6 +22,8 @@ int keywordOf(const Cpp::CtrlSubStmtHeadNode* head) {
     return head && head->keyword() ? head->keyword()->keyword() : Trn::kEndKind;
 }
 
+bool isOnOneLine(const Cpp::BlockNode& body) { return body.start().line == body.end().line; }
+
 // An "else" whose body is an "if" and nothing else.
 bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
     if (keywordOf(part.head()) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
@@ -47,7 +49,8 @@ void CppLineWrapper::visit(Cpp::ExprNode* expression) {
         const Cpp::ExprBodies& bodies = expression->bodies();
         const int column = columnAfter(out_.indent(), 0, out_.tabSize());
         BaseColumnScope base(*this, column);
-        if (writeByWeight(expression->start(), expression->end(), {}, &bodies)) return;
+        const bool isLong = isLongAround(expression->start(), expression->end(), bodies);
+        if (isLong && writeByWeight(expression->start(), expression->end(), {}, &bodies)) return;
         wrapBodies(expression->bodies());
         copyThrough(*expression);
         return;
@@ -61,14 +64,45 @@ void CppLineWrapper::visit(Cpp::KeptNode* item) {
     writeWrapped(readThrough(in_, item->end()), TextForm::Expression, {});
 }
 
-// What stands around the blocks of an expression stays as it is, and so does a block on one line: parted, it would be
-// laid out in another way the next time.
+// What stands around the blocks of an expression stays as it is.
 void CppLineWrapper::wrapBodies(const Cpp::ExprBodies& bodies) {
     for (const auto& body : bodies.blocks()) {
-        if (body->start().line == body->end().line) continue;
+        if (isOnOneLine(*body) && !partsBodies(*body)) continue;
         copyUpTo(*body);
-        wrapBody(*body);
+        wrapOrPart(*body);
     }
+}
+
+// Whether a body on one line is made of several. But where lines are weighed, the formatter would not have left it there.
+bool CppLineWrapper::partsBodies(const Cpp::BlockNode& body) const {
+    return wrapper_.settings().weighsWholes() && body.size() > 0 && needsWrapping(body);
+}
+
+void CppLineWrapper::wrapOrPart(Cpp::BlockNode& body) {
+    if (isOnOneLine(body)) {
+        partBody(body);
+    } else {
+        wrapBody(body);
+    }
+}
+
+// Each of the statements gets a line.
+void CppLineWrapper::partBody(Cpp::BlockNode& body) {
+    const std::string around = indentAt(out_.textColumn());
+    LeadingSpaceScope dropSpace(out_, false);
+    IndentScope outer(out_, around);
+    copyThrough(body.open());
+    {
+        IndentScope inner(out_, around + settings_.functions.indent.text);
+        for (const auto& statement : body.children()) {
+            write(trimRight(readGap(in_, statement->start())));
+            write("\n");
+            copyThrough(*statement);
+        }
+    }
+    write(trimRight(readGap(in_, {body.end().line, body.end().column})));
+    write("\n");
+    copyThrough(body);
 }
 
 // One that begins at the reading position.
@@ -110,7 +144,8 @@ void CppLineWrapper::wrapConditionWithBodies(const Cpp::CtrlSubStmtHeadNode& hea
         WrapContext context;
         context.weighed = WeighedText::Condition;
         const Position end{condition.end().line, condition.end().column - 1};
-        if (writeByWeight(inside, end, context, &condition.bodies())) return;
+        const bool isLong = isLongAround(inside, end, condition.bodies());
+        if (isLong && writeByWeight(inside, end, context, &condition.bodies())) return;
     }
     wrapBodies(condition.bodies());
 }

@@ -60,6 +60,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     holdsUnknownText_ |= !isAllWhitespace(gaps_.back());
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
+    parted_.clear();
     joined_.assign(tokens_.size(), false);
     startsLine_ = source.startsLine(text);
     readTraits();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <string_view>
@@ -79,6 +80,14 @@ public:
     bool isLongBlock(std::size_t place) const {
         return tokens_[place].role == ExprRole::Block && tokenText(place).find('\n') != std::string_view::npos;
     }
+    // A block on one line, of which several can be made.
+    bool isPartable(std::size_t place) const {
+        return tokens_[place].role == ExprRole::Block && !isLongBlock(place) &&
+               tokenText(place).find_first_of(";}") + 1 < tokenText(place).size();
+    }
+    // The blocks come in their order.
+    void part(std::size_t block) { parted_.push_back(block); }
+    bool isParted(std::size_t block) const { return std::ranges::binary_search(parted_, block); }
     // A string literal behind another one.
     bool continuesLiteral(std::size_t place) const { return has(place, ContinuesLiteral); }
 
@@ -162,6 +171,7 @@ private:
     std::vector<LineStart> starts_;  // of every token; kNone where it does not start a line
     std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;
+    std::vector<std::size_t> parted_;
     int trailingWidth_ = 0;
     bool startsLine_ = false;  // nothing stands in front of the text on its line
     bool holdsUnknownText_ = false;
