@@ -26,7 +26,9 @@ struct Parser::Expression {
         }
     }
 
-    bool expectsBodyAt(Index place) const { return !lambdas.empty() && lambdas.back() == place; }
+    bool expectsBodyAt(Index place) const {
+        return place == requirements || (!lambdas.empty() && lambdas.back() == place);
+    }
 
     std::unique_ptr<ExprNode> makeLeaf() {
         auto leaf = text.makeLeaf<ExprNode>();
@@ -50,6 +52,7 @@ struct Parser::Expression {
     ExprBodies bodies;
     Index previous = TokenLinks::kNone;  // the last token that is no comment
     std::vector<Index> lambdas;          // the "{" of bodies to come, the next one last
+    Index requirements = TokenLinks::kNone;  // the "{" of those to come
     bool sawTemplate = false;
 };
 

@@ -115,6 +115,8 @@ private:
 
     // Namespaces, linkage blocks and template headers (parser_namespaces.cpp).
     void addNamespace(TokenBuffer& tokens, InteriorNode& list);
+    bool startsCallChain(const TokenBuffer& tokens) const;
+    Index endOfModuleLine(const TokenBuffer& tokens) const;
     bool isNamespaceAlias(const TokenBuffer& tokens) const;
     std::unique_ptr<NamespaceHeadNode> parseNamespaceHead(TokenBuffer& tokens);
     std::unique_ptr<NamespaceBodyNode> parseNamespaceBody(TokenBuffer& tokens);
@@ -173,7 +175,8 @@ private:
     void takeToken(TokenBuffer& tokens, Expression& expression);
     void takeGroup(TokenBuffer& tokens, Index close, Expression& expression);
     bool takeBody(TokenBuffer& tokens, Expression& expression);
-    void noteLambda(const TokenBuffer& tokens, Expression& expression);
+    void noteBody(const TokenBuffer& tokens, Expression& expression) const;
+    std::unique_ptr<BlockNode> parseRequirements(TokenBuffer& tokens);
     std::unique_ptr<ExprNode> parseExprStmt(TokenBuffer& tokens);
     bool goesOn(const TokenBuffer& tokens, const Expression& statement) const;
     bool endsExpression(const TokenBuffer& tokens, const Expression& expression) const;
@@ -195,6 +198,7 @@ private:
     std::unique_ptr<CtrlSubStmtNode> parseCtrlSubStmt(TokenBuffer& tokens);
     std::unique_ptr<BlockNode> parseBody(TokenBuffer& tokens);
     std::unique_ptr<CtrlSubStmtHeadNode> parseCtrlHead(TokenBuffer& tokens);
+    void takeAttribute(TokenBuffer& tokens, CtrlSubStmtHeadNode& head);
     Position takeHeadWords(TokenBuffer& tokens, Position end);
     std::unique_ptr<CaseNode> parseCase(TokenBuffer& tokens);
     std::unique_ptr<LabelNode> parseLabel(TokenBuffer& tokens);

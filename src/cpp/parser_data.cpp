@@ -257,7 +257,7 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
             report(token.start, ExpectedDataEnd);
             return nullptr;
         }
-        if (token.kind == OpenBracket) noteLambda(tokens, value);
+        noteBody(tokens, value);
         if (token.kind == OpenBrace && takeBody(tokens, value)) continue;
         takeToken(tokens, value);
         if (token.kind == Semicolon) return value.makeLeaf();

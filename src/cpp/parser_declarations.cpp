@@ -141,6 +141,15 @@ void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope
 void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope) {
     const Index startPlace = tokens.place();
     const Position start = tokens.current().start;
+    if (keepsUnrecognized_ && scope == Scope::Outside && startsCallChain(tokens)) {
+        list.add(parseExprStmt(tokens));
+        return;
+    }
+    if (const Index end = scope == Scope::Outside ? endOfModuleLine(tokens) : TokenLinks::kNone;
+        end != TokenLinks::kNone) {
+        list.add(makeVerbatimNode(tokens, startPlace, end + 1));
+        return;
+    }
     Declaration declaration = parseDeclaration(tokens, scope);
     if (!declaration.node) {
         report(start, CannotParse);
@@ -152,6 +161,40 @@ void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, Sco
     }
     list.add(std::move(declaration.node));
     addHandlers(tokens, list);
+}
+
+// `FLAG(name, "text").onUpdate(f);`, a macro's call of which something is called.
+bool Parser::startsCallChain(const TokenBuffer& tokens) const {
+    const TokenView look = view(tokens);
+    const Index open = look.next(tokens.place());
+    if (tokens.peekKind() != Identifier || tokens.kindAt(open) != OpenParen) return false;
+    const Index close = links_.closing(open);
+    return close != TokenLinks::kNone && tokens.kindAt(look.next(close)) == Dot;
+}
+
+// `export module a.b:c;`, `import <vector>;`: the place of the ";". Elsewhere the words are names.
+Parser::Index Parser::endOfModuleLine(const TokenBuffer& tokens) const {
+    const TokenView look = view(tokens);
+    Index place = tokens.place();
+    if (tokens.kindAt(place) == KeywordExport) place = look.next(place);
+    const Token word = tokens.at(place);
+    if (!keepsUnrecognized_ || (word.text != "module" && word.text != "import")) return TokenLinks::kNone;
+    const int first = tokens.kindAt(look.next(place));
+    const bool isHeader = word.text == "import" && (first == Less || first == StringLiteral);
+    if (!isHeader && first != Identifier && first != Colon && first != Semicolon) return TokenLinks::kNone;
+    while (true) {
+        place = look.next(place);
+        switch (tokens.kindAt(place)) {
+            case Semicolon: return place;
+            case Identifier:
+            case Dot:
+            case Colon: break;
+            default:
+                if (!isHeader || tokens.kindAt(place) == OpenBrace || endsTokens(tokens.kindAt(place))) {
+                    return TokenLinks::kNone;
+                }
+        }
+    }
 }
 
 // Those of a function whose body is a "try" block.

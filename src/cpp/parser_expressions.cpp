@@ -3,18 +3,23 @@
 //     run([&](int a) { return a; });        the text, with one body
 //     a = ({ int b = c(); b; });
 
+#include <algorithm>
 #include <utility>
 
 #include "cpp/expression_text.h"
 #include "cpp/parser.h"
 #include "cpp/parser_messages.h"
+#include "cpp/parser_nesting.h"
 #include "cpp/parser_scopes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 
 namespace Cpp {
 
 namespace {
+
+constexpr std::string_view kRequires = "requires";
 
 // Behind an operand a "[" is an index.
 bool endsOperand(int kind) {
@@ -30,7 +35,7 @@ bool endsOperand(int kind) {
         case KeywordOperator:
         case KeywordNew:
         case KeywordDelete: return true;
-        default: return false;
+        default: return isTypeWord(kind);  // new int[2]{1, 2}
     }
 }
 
@@ -92,14 +97,22 @@ void Parser::takeGroup(TokenBuffer& tokens, Index close, Expression& expression)
         skipTrivia(tokens);
         const Index here = tokens.place();
         if (tokens.kindAt(here) == Unknown) return;
-        if (tokens.kindAt(here) == OpenBracket) noteLambda(tokens, expression);
+        noteBody(tokens, expression);
         if (tokens.kindAt(here) == OpenBrace && takeBody(tokens, expression)) continue;
         expression.add(tokens.next(), here);
     }
 }
 
-// At a "[" of a lambda, notes where its body will be.
-void Parser::noteLambda(const TokenBuffer& tokens, Expression& expression) {
+// At a "[" of a lambda, or at "requires", notes where its body will be.
+void Parser::noteBody(const TokenBuffer& tokens, Expression& expression) const {
+    const Token token = tokens.current();
+    if (token.kind == Identifier && token.text == kRequires && keepsUnrecognized_) {
+        const TokenView look = view(tokens);
+        Index place = look.next(tokens.place());
+        if (tokens.kindAt(place) == OpenParen) place = look.behind(place);
+        if (tokens.kindAt(place) == OpenBrace) expression.requirements = place;
+    }
+    if (token.kind != OpenBracket) return;
     if (expression.previous != TokenLinks::kNone && endsOperand(tokens.kindAt(expression.previous))) return;
     if (const auto body = heads(tokens).lambdaBody(tokens.place())) expression.lambdas.push_back(*body);
 }
@@ -109,19 +122,41 @@ bool Parser::takeBody(TokenBuffer& tokens, Expression& expression) {
     const Index open = tokens.place();
     const Index close = links_.closing(open);
     if (close == TokenLinks::kNone) return false;
-    if (expression.expectsBodyAt(open)) {
-        expression.lambdas.pop_back();
-    } else {
+    const bool holdsRequirements = expression.requirements == open;
+    const bool isExpected = !holdsRequirements && expression.expectsBodyAt(open);
+    if (isExpected) expression.lambdas.pop_back();
+    if (!holdsRequirements && !isExpected) {
         const bool isFirst = expression.previous == TokenLinks::kNone;
         const int before = isFirst ? Trn::kEndKind : tokens.kindAt(expression.previous);
         const bool isArgument = before == OpenParen || before == Comma;
         if (!isArgument || !links_.holdsStatements(open)) return false;
     }
     const Token brace = tokens.current();
-    expression.bodies.add(parseBlock(tokens));
+    expression.bodies.add(holdsRequirements ? parseRequirements(tokens) : parseBlock(tokens));
     expression.add(brace, open);
     expression.add(tokens.at(close), close);
     return true;
+}
+
+// What stands in the braces of a requires-expression: each is a text of its own.
+std::unique_ptr<BlockNode> Parser::parseRequirements(TokenBuffer& tokens) {
+    NestingScope nesting(depth_, tokens);
+    auto block = std::make_unique<BlockNode>();
+    const Index close = links_.closing(tokens.place());
+    block->setStart(tokens.next().start);
+    while (tokens.place() < close) {
+        if (isTrivia(tokens.peekKind())) {
+            addTrivia(tokens, *block);
+            continue;
+        }
+        Index end = tokens.place();
+        while (end < close && tokens.kindAt(end) != Semicolon) end = view(tokens).behind(end);
+        TokenText requirement;
+        addThrough(tokens, std::min(end + 1, close), requirement);
+        block->add(requirement.makeLeaf<ExprNode>());
+    }
+    block->setEnd(tokens.next().start);
+    return block;
 }
 
 // A statement that is no declaration, down to its ";". Null when nothing of one stands here.
@@ -145,7 +180,7 @@ std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
             report(isEmpty ? token.start : tokens.at(statement.previous).start, UnexpectedEnd);
             return statement.makeLeaf();
         }
-        if (token.kind == OpenBracket) noteLambda(tokens, statement);
+        noteBody(tokens, statement);
         if (endsExpression(tokens, statement)) return statement.makeLeaf();
         if (token.kind == OpenBrace && takeBody(tokens, statement)) continue;
         takeToken(tokens, statement);
@@ -196,7 +231,7 @@ std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
             report(token.start, ExpectedCloseParen);
             return nullptr;
         }
-        if (token.kind == OpenBracket) noteLambda(tokens, condition);
+        noteBody(tokens, condition);
         if (token.kind != OpenBrace) {
             condition.add(tokens.next(), here);
         } else if (!takeBody(tokens, condition)) {

@@ -379,7 +379,7 @@ std::unique_ptr<ArgListNode> Parser::parseArguments(TokenBuffer& tokens, ExprBod
             finish();
             continue;
         }
-        if (token.kind == OpenBracket) noteLambda(tokens, argument);
+        noteBody(tokens, argument);
         if (token.kind != OpenBrace || !takeBody(tokens, argument)) takeToken(tokens, argument);
     }
 }

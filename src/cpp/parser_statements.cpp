@@ -335,7 +335,11 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
     const Position keywordEnd = hasCondition(keyword.kind) ? takeHeadWords(tokens, keyword.end) : keyword.end;
     auto head = std::make_unique<CtrlSubStmtHeadNode>();
     head->setKeyword(std::make_unique<KeywordNode>(keyword.kind, keyword.start, keywordEnd));
-    if (!hasCondition(keyword.kind) || peekSignificant(tokens).kind == OpenBrace) return head;
+    if (!hasCondition(keyword.kind)) {
+        takeAttribute(tokens, *head);
+        return head;
+    }
+    if (peekSignificant(tokens).kind == OpenBrace) return head;
     if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
         report(open.start, ExpectedOpenParen);
         return head;
@@ -345,13 +349,17 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
     if (!condition) return nullptr;
     head->setEnd(condition->end());
     head->setCondition(std::move(condition));
-    const Index attribute = links_.significant(tokens.place());
-    if (view(tokens).opensAttribute(attribute)) {
-        const Index close = links_.closing(attribute);
-        head->setEnd(tokens.at(close).end);
-        tokens.moveTo(close + 1);
-    }
+    takeAttribute(tokens, *head);
     return head;
+}
+
+// `if (a) [[likely]]`, `else [[unlikely]]`
+void Parser::takeAttribute(TokenBuffer& tokens, CtrlSubStmtHeadNode& head) {
+    const Index attribute = links_.significant(tokens.place());
+    if (!view(tokens).opensAttribute(attribute)) return;
+    const Index close = links_.closing(attribute);
+    head.setEnd(tokens.at(close).end);
+    tokens.moveTo(close + 1);
 }
 
 // The words between a keyword and its "(", as in `if constexpr (a)`, `for each (…)`, or in front of the body, as in

@@ -106,6 +106,8 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
         writeWithBlankLines(gap, afterOpen, blanks);
+    } else if (settings_.formatsOtherGaps && !isOnOneLine_ && afterOpen.present && gapBefore(first).empty()) {
+        writer_.replace(writer_.readGap(first.start()), WantedText(" ", settings_.formatsOtherGaps.key));
     } else {
         leaveGapBehindOpen(node, first, braces, indent);
     }

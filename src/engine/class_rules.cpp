@@ -63,6 +63,7 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
         formatBody(*declaration->body(), hasHead ? settings_.classes.beforeOpen : kAsInInput,
                    hasHead ? settings_.keepsOneLineLists : kNeverKept, [&] { declaration->body()->accept(*this); });
     }
+    if (settings_.formatsOtherGaps) copyThrough(*declaration);
     const bool endsWithBody = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
     lastClosedClass_ = endsWithBody ? declaration : nullptr;
 }

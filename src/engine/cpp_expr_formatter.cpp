@@ -2,6 +2,7 @@
 #include "engine/cpp_expr_formatter.h"
 
 #include "cpp/token_joining.h"
+#include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/directive_parts.h"
 #include "engine/expr_casts.h"
@@ -105,6 +106,16 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
 }
 
 bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& out) {
+    if (!settings_.aroundPaste.present) return layOutParts(directive, out);
+    const std::string joined = withPasteGaps(directive, settings_.aroundPaste.text);
+    if (joined == directive) return layOutParts(directive, out);
+    const int column = sourceColumns().columnOf(directive);
+    if (!layOutParts(joined, out)) writeLines(joined, column, InnerBlanks::Convert, out);
+    return true;
+}
+
+// Says false where nothing is laid out; then nothing has been written.
+bool CppExprFormatter::layOutParts(std::string_view directive, OIndentBuf& out) {
     if (!settings_.formatsDirectives) return false;
     const DirectiveParts parts = partsOf(directive);
     if (parts.areNone()) return false;
@@ -126,7 +137,8 @@ bool CppExprFormatter::writeParts(std::string_view directive, const DirectivePar
     if (macroBodies_ && parts.body.length > 0) body = macroBodies_->laidOut(directive, parts, out.column());
     if (!body && parts.parameters.length == 0 && parts.expression.length == 0) return false;
     // A directive's line goes on only where a splice stands. It may stand in an expression, whose tokens stay.
-    if (!inDirectives_) inDirectives_ = std::make_unique<CppExprFormatter>(withoutLineEnds(scheme()), source_, log());
+    if (!inDirectives_) inDirectives_ = std::make_unique<CppExprFormatter>(schemeOfDirectives(), source_, log());
+    const int start = columnToIndentFrom(out);
     std::size_t written = 0;
     OpaqueWriter rest(directive, InnerBlanks::Convert, out);
     const auto writeBetween = [&](std::size_t end) {
@@ -137,9 +149,11 @@ bool CppExprFormatter::writeParts(std::string_view directive, const DirectivePar
     for (const TextExtent& part : {parts.parameters, parts.expression}) {
         if (part.length == 0) continue;
         writeBetween(part.offset);
-        IndentScope indent(out, indentToColumn(out, out.column()));
+        const bool hangsFromStart = parts.isCondition && settings_.operandIndent.present;
+        IndentScope indent(out, indentToColumn(out, hangsFromStart ? start : out.column()));
         const std::string_view text = directive.substr(part.offset, part.length);
-        inDirectives_->formatExpression(text, out, nullptr, HangingLines::Text::List);
+        inDirectives_->formatExpression(text, out, nullptr,
+                                        hangsFromStart ? HangingLines::Text::Statement : HangingLines::Text::List);
         written = part.offset + part.length;
     }
     if (body) {
@@ -149,6 +163,13 @@ bool CppExprFormatter::writeParts(std::string_view directive, const DirectivePar
     }
     writeBetween(directive.size());
     return true;
+}
+
+// Nothing ends lines; operands that begin some hang from the directive, where operands hang at all.
+PropertySet CppExprFormatter::schemeOfDirectives() const {
+    PropertySet lines = withoutLineEnds(scheme());
+    if (settings_.operandIndent.present) lines.setBool(Keys::HANGING_FROM_STATEMENT.name, true);
+    return lines;
 }
 
 // Whether the white space behind the comma in front has been written.
@@ -311,10 +332,18 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     run.sweep.writeGapWith(wanted);
 }
 
+// Whether the comment in front of the token, on its line, tells which argument it is: `/*size=*/0`.
+bool CppExprFormatter::namesArgument(const Run& run, std::size_t place) {
+    const bool followsComment = place > 0 && run.kindAt(place - 1) == Cpp::BlockComment;
+    return followsComment && run.tokens[place - 1].token.text.ends_with("=*/") && !run.sweep.gap().empty() &&
+           run.sweep.gap().find_first_not_of(kBlanks) == std::string_view::npos;
+}
+
 // Of the gap in front of the current token, about which no token has anything to say.
 const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const std::size_t place = run.sweep.place();
     const std::string_view gap = run.sweep.gap();
+    if (namesArgument(run, place)) return isPresent(&settings_.otherGaps.none) ? &settings_.otherGaps.none : nullptr;
     if (place == 0 || run.previous != place - 1 || (gap.empty() && !mayNeedBlank(run.previousKind()))) return nullptr;
     if (gap.find_first_not_of(kBlanks) != gap.npos) return nullptr;
     const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
@@ -390,6 +419,7 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
                 return behind;
             }
+            if (settings_.formatsOtherGaps && run.previousRole() == ExprRole::GroupOpen) return behind;
             return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
@@ -398,8 +428,10 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             return run.previousKind() == Cpp::KeywordTemplate ? &settings_.beforeTemplateOpen : &kNothing;
         case ExprRole::BraceOpen: return &settings_.beforeDataBrace;
         case ExprRole::Name:
-            // Behind the text stands the name that the type is for.
-            if (run.nameFollows && run.groups.empty()) return behind;
+            // Behind the text stands the name that the type is for, and the line end, where one is kept.
+            if (run.nameFollows && (run.groups.empty() || (run.keepsLines && run.typeWhitespace.hasLineFeed()))) {
+                return behind;
+            }
             return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace
                                                                                       : behind;
         case ExprRole::Separator:
@@ -419,11 +451,23 @@ const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::
     }
 }
 
-// What is no name may: `T{}(a)`, and a type that a function returns, `function<void(int)>`.
+// What is no name may: `T{}(a)`, and a type that a function returns, `function<void(int)>`, `MOCK(f, void(int))`.
 bool CppExprFormatter::takesArguments(const Run& run, std::size_t open) {
     if (run.previousKind() == Cpp::CloseBrace) return run.previousRole() == ExprRole::Operand;
+    if (!isBuiltinTypeKeyword(run.previousKind()) || opensDeclarator(run.tokens, open)) return false;
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
-    return isArgument && isBuiltinTypeKeyword(run.previousKind()) && !opensDeclarator(run.tokens, open);
+    return isArgument || isWholeFunctionType(run, open);
+}
+
+// Nothing but a type and its parentheses, which declare no name: an element of a list by itself.
+bool CppExprFormatter::isWholeFunctionType(const Run& run, std::size_t open) {
+    const int ahead = run.previous == 0 ? Trn::kEndKind : run.kindBefore(run.previous);
+    const std::size_t close = run.tokens[open].partner;
+    if (close == kNoToken || (ahead != Trn::kEndKind && ahead != Cpp::Comma && ahead != Cpp::OpenParen)) return false;
+    const int behind = run.kindFrom(close + 1);
+    if (behind != Trn::kEndKind && behind != Cpp::Comma && behind != Cpp::CloseParen) return false;
+    const int first = run.kindFrom(open + 1);
+    return close == open + 1 || isBuiltinTypeKeyword(first) || Cpp::isQualifier(first);
 }
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {

@@ -73,6 +73,7 @@ public:
 
 private:
     bool layOutDirective(std::string_view directive, Zelmor::OIndentBuf& out) override;
+    bool layOutParts(std::string_view directive, Zelmor::OIndentBuf& out);
     // A bracket that is open. Its close place is that of the token that closes it.
     struct Group {
         enum class Kind { Parentheses, Brackets, Template, Cast, Braces, InnerBraces } kind = Kind::Parentheses;
@@ -95,6 +96,7 @@ private:
                 HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> statementColumn = {});
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
+    static bool namesArgument(const Run& run, std::size_t place);
     const OptionalText* otherGapOf(const Run& run) const;
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
@@ -118,6 +120,7 @@ private:
     static bool introducesWidth(const Run& run, std::size_t place);
     static bool startsEllipsis(const Run& run, std::size_t place);
     static bool takesArguments(const Run& run, std::size_t open);
+    static bool isWholeFunctionType(const Run& run, std::size_t open);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
     void writeMarks(Run& run);
     // What the source does beside gaps (expr_measures.cpp).
@@ -131,6 +134,7 @@ private:
     void writeClosingGap(Run& run, const Group& group);
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
+    PropertySet schemeOfDirectives() const;
     bool writeParts(std::string_view directive, const DirectiveParts& parts, Zelmor::OIndentBuf& out);
     void writeComma(Run& run);
     const CommaTexts* absentCommaOf(const Run& run, std::size_t place) const;

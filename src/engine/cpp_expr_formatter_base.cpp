@@ -134,12 +134,17 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
     switch (sweep.currentKind()) {
         case Cpp::Directive: sweep.writeGapWith(after.hasLineFeed() ? after : kLineFeed); break;
         case Cpp::BlockComment:
-            if (wrapsLines_ && isJoinable(sweep.gap()) && !sweep.endsItsLine())
-                sweep.writeGapWith(after);
+            if (spacesCommentBehindComma(sweep)) sweep.writeGapWith(after);
             [[fallthrough]];
         case Cpp::LineComment: writeTrivia(sweep, out); break;
         default: sweep.writeGapWith(after);
     }
+}
+
+// A comment in front of an element stands where the element would.
+bool CppExprFormatterBase::spacesCommentBehindComma(const TextSweep& sweep) const {
+    const bool isPressed = extensions_.formatsOtherGaps && sweep.gap().empty();
+    return (isPressed || (wrapsLines_ && isJoinable(sweep.gap()))) && !sweep.endsItsLine();
 }
 
 bool CppExprFormatterBase::isJoinable(std::string_view gap) {

@@ -95,6 +95,7 @@ protected:
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
+    bool spacesCommentBehindComma(const TextSweep& sweep) const;
     // White space that is not one blank: where lines are wrapped it becomes one, as it would after parting
     // and joining.
     static bool isJoinable(std::string_view gap);

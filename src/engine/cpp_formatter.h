@@ -139,6 +139,7 @@ private:
     static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void writeAsBlock(const Cpp::SyntaxNode& node);
+    void copyPackDots(std::string_view gap);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;

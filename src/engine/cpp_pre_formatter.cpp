@@ -10,6 +10,7 @@
 #include "cpp/comment_text.h"
 #include "cpp/nodes.h"
 #include "engine/macro_call.h"
+#include "engine/type_text.h"
 
 namespace Tessel {
 
@@ -215,7 +216,8 @@ void CppPreFormatter::visit(Cpp::PreprocDirectiveNode* node) {
 }
 
 void CppPreFormatter::visit(Cpp::KeptNode* node) {
-    if (macroCalls_ == MacroCalls::LaidOut && isMacroCall(*node)) return;
+    if (laidOut_.macroCalls && isMacroCall(*node)) return;
+    if (laidOut_.aliases && isAlias(node->text())) return;
     regions_.push_back({node->start(), node->end()});
 }
 

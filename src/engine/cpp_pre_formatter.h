@@ -34,12 +34,15 @@ public:
     // Regions that nothing closes are none, or reach to the end of the text.
     enum class OpenRegions { Forgotten, Kept };
 
-    // Macros that stand by themselves are kept, or laid out where they read like calls.
-    enum class MacroCalls { Kept, LaidOut };
+    // Of what the parser keeps as it is, what is laid out all the same: macros that read like calls, `using A::b;`.
+    struct LaidOut {
+        bool macroCalls;
+        bool aliases;
+    };
 
     explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten,
-                             MacroCalls macroCalls = MacroCalls::Kept)
-        : markers_(std::move(markers)), openRegions_(openRegions), macroCalls_(macroCalls) {}
+                             LaidOut laidOut = {false, false})
+        : markers_(std::move(markers)), openRegions_(openRegions), laidOut_(laidOut) {}
 
     // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,
     // and one may lie inside another.
@@ -107,7 +110,7 @@ private:
 
     MarkerPairs markers_;
     OpenRegions openRegions_;
-    MacroCalls macroCalls_;
+    LaidOut laidOut_;
     int depth_ = 0;                        // of constructs around the walk
     Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
     Trn::Position regionStart_;

@@ -9,6 +9,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "cpp/words.h"
+#include "engine/gap.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -22,6 +23,7 @@ std::size_t endOf(const Trn::Token& token) { return std::size_t{token.offset} + 
 bool hasParts(std::string_view word) { return word == "if" || word == "elif" || word == "define"; }
 
 // All tokens behind the "#", at the places that they have in the directive; the first alone where nothing else counts.
+// They are views of the text.
 std::vector<Trn::Token> tokensOf(std::string_view directive) {
     std::vector<Trn::Token> tokens;
     Cpp::Lexer lexer(directive.substr(1));
@@ -132,9 +134,7 @@ bool mayBeName(Tokens tokens) {
 
 // Whether a ";" or "{" is among the tokens, and they are neither what a list holds nor cases of a switch.
 bool holdsStatements(Tokens tokens) {
-    const auto isSemicolon = [](const Trn::Token& token) {
-        return token.kind == Cpp::Semicolon || (isHash(token) && token.text.find(';') != std::string_view::npos);
-    };
+    const auto isSemicolon = [](const Trn::Token& token) { return token.kind == Cpp::Semicolon; };
     const auto isBrace = [](const Trn::Token& token) { return token.kind == Cpp::OpenBrace; };
     const auto first = std::find_if_not(tokens.begin(), tokens.end(), isSplice);
     if (first == tokens.end() || first->kind == Cpp::KeywordCase || first->kind == Cpp::KeywordDefault) return false;
@@ -142,11 +142,12 @@ bool holdsStatements(Tokens tokens) {
     return first->kind != Cpp::OpenBrace && std::any_of(first, tokens.end(), isBrace);
 }
 
-// Calls that follow each other: `X(a) X(b)`.
+// Calls that follow each other on a line: `X(a) X(b)`.
 bool isSequence(Tokens tokens) {
     int depth = 0;
     int previous = Trn::kEndKind;
     for (const Trn::Token& token : tokens) {
+        if (isSplice(token)) previous = Trn::kEndKind;
         if (Cpp::isTrivia(token.kind)) continue;
         if (depth == 0 && previous == Cpp::CloseParen && token.kind == Cpp::Identifier) return true;
         depth += nestingStep(token.kind);
@@ -163,11 +164,11 @@ bool namesHeader(const Trn::Token& token) {
 DirectiveParts partsOfCondition(Tokens tokens) {
     const Tokens condition = withoutTrailingTrivia(tokens);
     if (!isExpression(condition) || std::any_of(condition.begin(), condition.end(), namesHeader)) return {};
-    return {{}, extentOf(condition), {}};
+    return {{}, extentOf(condition), {}, true};
 }
 
-// Behind "#define".
-DirectiveParts partsOfMacro(Tokens tokens) {
+// Behind "#define". Names that are joined are read as one elsewhere.
+DirectiveParts partsOfMacro(Tokens tokens, bool joinsNames) {
     const auto isBlankOrColon = [](char c) { return c == ':' || c == ' ' || c == '\t' || c == '\\' || c == '\n'; };
     if (tokens.empty() || std::any_of(tokens[0].text.begin(), tokens[0].text.end(), isBlankOrColon)) return {};
     DirectiveParts parts;
@@ -178,29 +179,26 @@ DirectiveParts partsOfMacro(Tokens tokens) {
         while (body < tokens.size() && tokens[body].kind != Cpp::CloseParen) ++body;
         if (body == tokens.size()) return {};
         const Tokens parameters = tokens.subspan(1, body++);
-        if (std::any_of(parameters.begin(), parameters.end(), isSplice)) return {};
-        parts.parameters = extentOf(parameters);
+        if (std::none_of(parameters.begin(), parameters.end(), isSplice)) parts.parameters = extentOf(parameters);
     }
     const Tokens expression = withoutTrailingTrivia(tokens.subspan(body));
-    const Tokens rest = tokens.subspan(body);
     const std::size_t start = endOf(tokens[body - 1]);
-    if (std::any_of(rest.begin(), rest.end(), isHash)) {
-        const std::size_t end = rest.back().offset + rest.back().text.find_last_not_of(" \t\n") + 1;
-        if (holdsStatements(rest)) parts.body = {start, end - start};
-        return parts;
-    }
     if (expression.empty() || (!takesParameters && mayBeName(expression))) return parts;
+    const TextExtent whole{start, endOf(expression.back()) - start};
     if (isExpression(expression) && !mayDeclare(expression)) {
-        parts.expression = extentOf(expression);
+        (joinsNames ? parts.body : parts.expression) = joinsNames ? whole : extentOf(expression);
         return parts;
     }
     const auto first = std::find_if_not(expression.begin(), expression.end(), isSplice);
     const Tokens below = expression.subspan(static_cast<std::size_t>(first - expression.begin()));
     if (holdsStatements(below) || (isExpression(below) && !mayDeclare(below) && !isSequence(below))) {
-        parts.body = {start, endOf(expression.back()) - start};
+        parts.body = whole;
     }
     return parts;
 }
+
+// What is no other "#", no line end, and no splice.
+bool mayStandAtPaste(char c) { return c != '#' && c != '\\' && c != '\n' && c != '"' && c != '\''; }
 
 }  // namespace
 
@@ -227,14 +225,41 @@ std::string withoutHashes(std::string_view text) {
     return names;
 }
 
+std::string withPasteGaps(std::string_view directive, std::string_view gap) {
+    if (directive.find("##") == directive.npos) return std::string(directive);
+    std::string names(directive);
+    std::replace(names.begin() + 1, names.end(), '#', '_');
+    std::string text;
+    std::size_t written = 0;
+    for (const Trn::Token& token : tokensOf(names)) {
+        if (token.kind != Cpp::Identifier && token.kind != Cpp::Number) continue;
+        const std::string_view word = directive.substr(token.offset, token.length);
+        for (std::size_t found = word.find("##"); found != word.npos; found = word.find("##", found + 2)) {
+            const std::size_t place = token.offset + found;
+            const std::string_view front = directive.substr(0, place);
+            const std::size_t start = std::max(front.find_last_not_of(kBlanks) + 1, written);
+            const std::size_t end = std::min(directive.find_first_not_of(kBlanks, place + 2), directive.size());
+            const bool isPlain = start > written && mayStandAtPaste(directive[start - 1]) &&
+                                 end < directive.size() && mayStandAtPaste(directive[end]);
+            if (!isPlain) continue;
+            text.append(directive.substr(written, start - written)).append(gap).append("##").append(gap);
+            written = end;
+        }
+    }
+    return text.append(directive.substr(written));
+}
+
 DirectiveParts partsOf(std::string_view directive) {
-    const std::vector<Trn::Token> all = tokensOf(directive);
+    std::vector<Trn::Token> all = tokensOf(directive);
     if (all.size() < 2) return {};
     // Behind a character that is no token nothing is known.
     const std::string_view ahead = directive.substr(1, all.front().offset - 1);
     if (ahead.find_first_not_of(" \t\\\n") != ahead.npos) return {};
-    const Tokens rest = Tokens(all).subspan(1);
-    return all.front().text == "define" ? partsOfMacro(rest) : partsOfCondition(rest);
+    if (all.front().text != "define") return partsOfCondition(Tokens(all).subspan(1));
+    const bool holdsHash = std::ranges::any_of(all, isHash);
+    const std::string names = holdsHash ? "#" + withoutHashes(directive.substr(1)) : std::string();
+    if (holdsHash) all = tokensOf(names);
+    return partsOfMacro(Tokens(all).subspan(1), holdsHash);
 }
 
 }  // namespace Tessel

@@ -20,6 +20,7 @@ struct DirectiveParts {
     // What a macro stands for else, with the white space in front: statements, or an expression that begins in the
     // next line.
     TextExtent body;
+    bool isCondition = false;
 
     bool areNone() const { return parameters.length == 0 && expression.length == 0 && body.length == 0; }
 };
@@ -27,6 +28,9 @@ struct DirectiveParts {
 // The text behind the "#" of a directive with a letter's stand-in for each further one, which would begin a directive
 // for the lexer; and for the blanks around those that join names.
 std::string withoutHashes(std::string_view text);
+
+// The directive with that gap on both sides of each "##" that joins names, but at the ends of its lines.
+std::string withPasteGaps(std::string_view directive, std::string_view gap);
 
 // Of the text of one directive.
 DirectiveParts partsOf(std::string_view directive);

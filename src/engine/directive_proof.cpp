@@ -44,7 +44,8 @@ private:
 
 bool holdSameDirective(std::string_view source, std::string_view result) {
     constexpr int behindMacroName = 2;
-    if (partsOf(source).areNone()) return false;
+    const bool joinsNames = source.find("##") != source.npos;
+    if (!joinsNames && partsOf(source).areNone()) return false;
     DirectiveTokens left(source);
     DirectiveTokens right(result);
     bool isMacro = false;

@@ -21,6 +21,7 @@ void CppFormatter::visit(Cpp::EnumDeclNode* declaration) {
     takeTemplateColumn();
     formatHeadAndBody(declaration->head(), declaration->body(), settings_.enums.beforeOpen,
                       settings_.keepsOneLineLists);
+    if (settings_.formatsOtherGaps) copyThrough(*declaration);
 }
 
 void CppFormatter::visit(Cpp::EnumBodyNode* body) {

@@ -90,6 +90,7 @@ public:
 
     void run() {
         int previousKind = Trn::kEndKind;
+        std::size_t previous = kNoToken;
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
             ExprToken& token = tokens_[place];
             const int kind = token.token.kind;
@@ -101,7 +102,9 @@ public:
                     open_.push_back({place});
                     break;
                 case Cpp::Less:
-                    if (canPrecedeTemplateArguments(previousKind)) open_.push_back({place});
+                    if (canPrecedeTemplateArguments(previousKind) || endsCapture(previous)) {
+                        open_.push_back({place, false, previousKind == Cpp::CloseBracket});
+                    }
                     break;
                 case Cpp::CloseParen:
                 case Cpp::CloseBracket:
@@ -119,10 +122,12 @@ public:
                     if (isConditionOperator(kind)) {
                         if (!endsArgument(place)) doubtAngles();
                     } else if (endsTemplateSearch(kind)) {
-                        dropAngles();
+                        const bool isDefault = kind == Cpp::Assign && angleIsOpen() && open_.back().isOfLambda;
+                        if (!isDefault) dropAngles();
                     }
             }
             previousKind = kind;
+            previous = place;
         }
     }
 
@@ -130,7 +135,26 @@ private:
     struct Open {
         std::size_t place;
         bool isDoubted = false;  // an angle behind which an operator of conditions stands
+        bool isOfLambda = false;
     };
+
+    // The "]" of a lambda, as opposed to that of an index.
+    bool endsCapture(std::size_t place) const {
+        if (kindAt(tokens_, place) != Cpp::CloseBracket || tokens_[place].partner == kNoToken) return false;
+        const std::size_t open = tokens_[place].partner;
+        const int ahead = open > 0 ? kindAt(tokens_, open - 1) : Trn::kEndKind;
+        switch (ahead) {
+            case Cpp::Identifier:
+            case Cpp::CloseParen:
+            case Cpp::CloseBracket:
+            case Cpp::CloseBrace:
+            case Cpp::Greater:
+            case Cpp::KeywordThis:
+            case Cpp::KeywordAuto:
+            case Cpp::KeywordOperator: return false;
+            default: return true;
+        }
+    }
 
     bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back().place) == Cpp::Less; }
 

@@ -50,7 +50,9 @@ void CppExprFormatter::openGroup(Run& run) {
                 settings_.dataIndent.present ? false : run.out.keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }
-    group.isShortList = group.isBraced() && open.token.start.line == run.tokens[group.close].token.end.line &&
+    const bool isRequirement = run.previous == 0 && run.mode == ExprMode::Expression;  // { a + b } -> same_as<T>
+    group.isShortList = group.isBraced() && !isRequirement &&
+                        open.token.start.line == run.tokens[group.close].token.end.line &&
                         !opensBlock(run.tokens, run.previous);
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
     run.after = group.isShortList ? inListBraces(run, afterOpen(group)) : afterOpen(group);

@@ -92,7 +92,7 @@ private:
             case Cpp::Colon:
                 return introducesWidth() ? ExprRole::Operand : ExprRole::BinaryOperator;
             case Cpp::Arrow:
-                return followsParameters_ ? ExprRole::BinaryOperator : ExprRole::Operand;
+                return followsParameters_ || followsRequirement() ? ExprRole::BinaryOperator : ExprRole::Operand;
             case Cpp::Assign:
                 return isCapture(place) ? ExprRole::Operand : ExprRole::BinaryOperator;
             default:
@@ -107,6 +107,11 @@ private:
     }
 
     bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
+
+    // `{ a + b } -> same_as<T>`
+    bool followsRequirement() const {
+        return previous_ != kNoToken && previousKind() == Cpp::CloseBrace && tokens_[previous_].partner == 0;
+    }
 
     // Outside all brackets of the text behind a type.
     bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty() && braces_ == 0; }
@@ -258,6 +263,11 @@ private:
             default:
                 return false;
         }
+        // `(... + args)`
+        if (previousKind() == Cpp::Dot) {
+            return previous_ >= kDotsOfPack && isPack(tokens_, previous_ + 1 - kDotsOfPack) &&
+                   kindAt(tokens_, previous_ - kDotsOfPack) == Cpp::OpenParen;
+        }
         switch (previousKind()) {
             case Cpp::Identifier:
                 return !Cpp::isOperatorWord(tokens_[previous_].token.text);
@@ -322,7 +332,7 @@ private:
             segment_ = {};
             segment_.isOperand = outer_.back().isOperand || followsOperator() || followsArgumentWord();
             segment_.atTextStart = false;
-            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture();
+            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture(place);
             segment_.isArgument = token.role == ExprRole::TemplateOpen;
         } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
                    !outer_.empty()) {
@@ -366,10 +376,10 @@ private:
         const ExprToken& token = tokens_[place];
         if (token.token.kind != Cpp::CloseParen) return false;
         if (token.partner == kNoToken) return outer_.empty();
-        const std::size_t bracket = token.partner - 1;
         if (token.partner == 0) return false;
-        if (tokens_[bracket].token.text == "noexcept") return true;
-        if (kindAt(tokens_, bracket) != Cpp::CloseBracket) return false;
+        if (tokens_[token.partner - 1].token.text == "noexcept") return true;
+        const std::size_t bracket = bracketBeforeParameters(tokens_, token.partner);
+        if (bracket == kNoToken) return false;
         const std::size_t open = tokens_[bracket].partner;
         return open != kNoToken && !tokens_[open].followsCall;
     }
@@ -383,9 +393,10 @@ private:
     }
 
     // Behind the "[ ]" of a lambda.
-    bool followsCapture() const {
-        if (previous_ == kNoToken || previousKind() != Cpp::CloseBracket) return false;
-        const std::size_t open = tokens_[previous_].partner;
+    bool followsCapture(std::size_t place) const {
+        const std::size_t bracket = bracketBeforeParameters(tokens_, place);
+        if (bracket == kNoToken) return false;
+        const std::size_t open = tokens_[bracket].partner;
         return open != kNoToken && !tokens_[open].followsCall;
     }
 

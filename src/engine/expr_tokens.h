@@ -63,6 +63,16 @@ inline bool closesBracket(const ExprTokens& tokens, std::size_t place) {
     return tokens[place].partner != kNoToken && tokens[place].partner < place;
 }
 
+// The "]" in front of a lambda's parameters, behind which its template parameters may stand; kNoToken where there is
+// none.
+inline std::size_t bracketBeforeParameters(const ExprTokens& tokens, std::size_t openParen) {
+    if (openParen == 0) return kNoToken;
+    std::size_t place = openParen - 1;
+    const bool closesAngle = tokens[place].role == ExprRole::TemplateClose && tokens[place].partner != kNoToken;
+    if (closesAngle) place = tokens[place].partner > 0 ? tokens[place].partner - 1 : place;
+    return kindAt(tokens, place) == Cpp::CloseBracket ? place : kNoToken;
+}
+
 // The tokens of "...".
 inline constexpr std::size_t kDotsOfPack = 3;
 

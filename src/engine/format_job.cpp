@@ -23,6 +23,7 @@
 #include "engine/region_proof.h"
 #include "engine/same_lines.h"
 #include "engine/scheme_values.h"
+#include "engine/source_anchors.h"
 #include "engine/source_copy.h"
 #include "engine/source_indents.h"
 #include "engine/stage_log.h"
@@ -162,6 +163,14 @@ CppPreFormatter::OpenRegions openRegionsOf(const PropertySet& scheme) {
     return readSwitch(scheme, Keys::KEEP_FOREIGN_REGIONS) ? OpenRegions::Kept : OpenRegions::Forgotten;
 }
 
+FormatOptions optionsFor(std::string_view source, const FormatOptions& given) {
+    FormatOptions options = withMarkersOfScheme(given);
+    if (readSwitch(options.scheme, Keys::ANCHORS_FROM_SOURCE)) {
+        options.scheme = withAnchorsOfSource(std::move(options.scheme), source);
+    }
+    return options;
+}
+
 // What the stages of a job have in common.
 struct Stages {
     // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
@@ -169,9 +178,8 @@ struct Stages {
         Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
         if (!messages.empty()) return messages;
-        const auto macroCalls = extensions.formatsMacroCalls ? CppPreFormatter::MacroCalls::LaidOut
-                                                             : CppPreFormatter::MacroCalls::Kept;
-        CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), macroCalls);
+        const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps};
+        CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), laidOut);
         source.root.accept(preFormatter);
         KeptRegions regions;
         for (const CppPreFormatter::Region& region : preFormatter.regions()) {
@@ -255,9 +263,9 @@ std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::stri
 
 int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
-    const FormatOptions options = withMarkersOfScheme(given);
-    const Stages stages{options, passes_};
     ParsedText source(in);
+    const FormatOptions options = optionsFor(source.text.text(), given);
+    const Stages stages{options, passes_};
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");

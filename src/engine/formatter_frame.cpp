@@ -307,7 +307,9 @@ void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
 }
 
 void CppFormatter::visit(Cpp::KeptNode* item) {
-    if (!settings_.formatsMacroCalls || !isMacroCall(*item)) return writeAsBlock(*item);
+    const bool isCall = settings_.formatsMacroCalls && isMacroCall(*item);
+    const bool isLine = isCall || (settings_.formatsOtherGaps && isAlias(item->text()));
+    if (!isLine) return writeAsBlock(*item);
     applyPendingWhitespace(*item);
     writer_.copyGap(item->start());
     writeExpression(writer_.readThrough(item->end()), {});

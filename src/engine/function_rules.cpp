@@ -29,12 +29,6 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
 }
 
-// `void SYMBOL(f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "(" makes the name.
-bool isNamedByMacro(std::string_view type, std::string_view opening) {
-    return Cpp::isUpperCase(type.substr(type.rfind(' ') + 1)) && opening.starts_with('(') &&
-           opening.find_first_of("*&^") == std::string_view::npos;
-}
-
 // "virtual inline", in front of a constructor, a destructor or a conversion.
 bool isSpecifiers(std::string_view type) {
     constexpr std::string_view words[] = {"explicit", "virtual", "inline",    "static",    "friend",
@@ -45,6 +39,14 @@ bool isSpecifiers(std::string_view type) {
         type.remove_prefix(std::min(word.size() + 1, type.size()));
     }
     return true;
+}
+
+// `void SYMBOL(f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "(" makes the name.
+bool isNamedByMacro(std::string_view type, std::string_view opening) {
+    const std::size_t front = std::min(type.rfind(' '), type.size());
+    const bool isApart = isSpecifiers(type.substr(0, front)) && !opening.starts_with('(');
+    return Cpp::isUpperCase(type.substr(type.rfind(' ') + 1)) && trimLeft(opening).starts_with('(') && !isApart &&
+           opening.find_first_of("*&^") == std::string_view::npos;
 }
 
 // `(WINAPI *f)`, as opposed to `(A::*f)`.
@@ -82,6 +84,7 @@ void CppFormatter::visit(Cpp::CtorDeclNode* declaration) {
     const std::size_t start = headStart_;
     Cpp::InitializerListNode* initializers = declaration->initializers();
     if (initializers) formatInitializers(*initializers);
+    if (initializers && declaration->body()) copyPackDots(gapBefore(*declaration->body()));
     formatBodyOf(*declaration,
                  initializers ? settings_.afterInitializerList : settings_.functions.beforeOpen, start);
 }
@@ -108,6 +111,14 @@ void CppFormatter::formatInitializers(Cpp::InitializerListNode& list) {
     writer_.measure(settings_.keepsOneLineInits.key, writer_.ahead(), standsOnLine);
     const bool isKept = settings_.keepsOneLineInits && standsOnLine;
     if (!isKept || !tryOnOneLine(list, settings_.keepsOneLineInits.key, format)) format();
+}
+
+// Those behind the last initializer are no node.
+void CppFormatter::copyPackDots(std::string_view gap) {
+    constexpr std::string_view dots = "...";
+    if (!gap.starts_with(dots)) return;
+    writer_.write(gap.substr(0, dots.size()));
+    writer_.in().moveTo(writer_.in().offset() + dots.size());
 }
 
 // Not through the block's own visit, for the settings of functions count here. What has been written of the declaration
@@ -214,7 +225,13 @@ std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadN
     if (tail.starts_with('&')) {
         const std::size_t length = tail.starts_with("&&") ? 2 : 1;
         out().write(tail.substr(0, length));
-        return tail.substr(length);
+        const std::string_view more = tail.substr(length);
+        const std::string_view apart = leadingBlanks(more);
+        const std::string_view next = trimLeft(more);
+        const bool isWord = !next.empty() && (next.front() == '=' || Cpp::isNameStart(next.front()));
+        if (!isWord || isLineBreak(apart)) return more;
+        writer_.replace(apart, wanted);
+        return next;
     }
     if (!tail.starts_with("->")) return tail;
     out().write("->");

@@ -1,6 +1,7 @@
 #include "engine/hanging_lines.h"
 
 #include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/operator_kinds.h"
 
@@ -61,10 +62,20 @@ int HangingLines::columnFor(std::size_t place) const {
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
     if (kind == Cpp::Colon && !level.questions.empty()) return level.questions.back();
+    // A type and the name that is declared are one element.
+    if (token.role == ExprRole::Name && level.kind == Level::Kind::List && level.element != kNone) {
+        return wrapped(level.element);
+    }
+    if (kind == Cpp::OpenParen && level.kind == Level::Kind::Statement && followsMacroCall()) return level.base;
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
     return columnInLevel(level);
+}
+
+// Whether nothing but a macro's call stands in front: what it makes takes the arguments that follow.
+bool HangingLines::followsMacroCall() const {
+    return previous_ != kNoToken && tokens_[previous_].partner == 1 && Cpp::isUpperCase(tokens_.front().token.text);
 }
 
 std::optional<int> HangingLines::columnWithinName() const {
@@ -151,7 +162,7 @@ void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (chains_) columns_[place] = column;
     if (isTrivia(place)) return passComment(place, column);
     while (levels_.size() > 1 && levels_.back().close == place) levels_.pop_back();
-    passInLevel(place, column);
+    passInLevel(place, column, startsLine);
     if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
     previous_ = place;
     if (opensBracket(tokens_, place)) open(place);
@@ -169,7 +180,7 @@ void HangingLines::passComment(std::size_t place, int column) {
     if (level.element == kNone) level.element = column;
 }
 
-void HangingLines::passInLevel(std::size_t place, int column) {
+void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     Level& level = levels_.back();
     const ExprToken& token = tokens_[place];
     const int kind = token.token.kind;
@@ -186,6 +197,7 @@ void HangingLines::passInLevel(std::size_t place, int column) {
         level.isReturned = kind == Cpp::KeywordReturn;
         level.operand = level.later = level.chain = level.shift = kNone;
         level.questions.clear();
+        level.otherwise = kNone;
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
         const int returned = level.isReturned ? level.operand : kNone;
@@ -196,9 +208,10 @@ void HangingLines::passInLevel(std::size_t place, int column) {
     } else if (isShift(token) && level.shift == kNone) {
         level.shift = column;
     } else if (kind == Cpp::Question) {
-        level.questions.push_back(column);
+        level.questions.push_back(level.otherwise != kNone ? level.otherwise : column);
     } else if (kind == Cpp::Colon && !level.questions.empty()) {
         level.questions.pop_back();
+        level.otherwise = startsLine ? column : kNone;
     }
     if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
         literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;

@@ -58,7 +58,7 @@ private:
         enum class Kind { Statement, List, Braces };
 
         void startElement() {
-            element = operand = later = chain = shift = kNone;
+            element = operand = later = chain = shift = otherwise = kNone;
             questions.clear();
         }
 
@@ -79,10 +79,12 @@ private:
         int contents = kNone;        // where lines hang as long as there is no element
         int behindComma = kNone;     // or what follows a comma operator
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
+        int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
     };
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t skipTrivia(std::size_t place) const;
+    bool followsMacroCall() const;
     int columnOfMember(const Level& level) const;
     int columnInChain(std::size_t place) const;
     int columnInLevel(const Level& level) const;
@@ -92,7 +94,7 @@ private:
     int wrapped(int column) const;
     bool continuesLiteral(std::size_t place) const;
     void passComment(std::size_t place, int column);
-    void passInLevel(std::size_t place, int column);
+    void passInLevel(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
     int columnInCall(const Level& outer, std::size_t open) const;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
 #include <string_view>
 
 #include "engine/columns.h"
@@ -20,7 +21,8 @@ struct FirstLine {
 //     total = first +
 //         second;
 //
-// Less than `least` blanks are no indentation of the style that is wanted.
+// Less than `least` blanks are no indentation of the style that is wanted. A line that misses by a column what it could
+// hang under hangs there when that moves.
 class KeptIndent {
 public:
     KeptIndent(bool isWanted, int tabSize, int least) : isWanted_(isWanted), tabSize_(tabSize), least_(least) {}
@@ -31,7 +33,9 @@ public:
     int columnFor(const FirstLine& first, std::string_view gap, int hanging) const {
         if (!isWanted_ || first.source < 0) return hanging;
         const int column = sourceColumn(gap);
-        if (column <= first.source || column - first.source < least_ || column == first.hanging) return hanging;
+        const bool isMoved = hanging - first.output != first.hanging - first.source;
+        const bool hangs = column == first.hanging || (isMoved && std::abs(column - first.hanging) <= kNearlyHanging);
+        if (column <= first.source || column - first.source < least_ || hangs) return hanging;
         return std::min(first.output + column - first.source, kRightmostIndent);
     }
     // A closing bracket may stand below the first line's first text, too.
@@ -44,6 +48,8 @@ private:
     int sourceColumn(std::string_view gap) const {
         return columnAfter(gap.substr(gap.rfind('\n') + 1), 0, tabSize_);
     }
+
+    static constexpr int kNearlyHanging = 1;
 
     bool isWanted_;
     int tabSize_;

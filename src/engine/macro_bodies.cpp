@@ -215,7 +215,7 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
     Cpp::RootNode root;
     std::list<Diagnostic> messages;
     Cpp::Lexer lexer(source.text(), opaque);
-    Cpp::Parser().parse(lexer, root, messages);
+    Cpp::Parser(Cpp::Unrecognized::Kept).parse(lexer, root, messages);
     const auto isError = [](const Diagnostic& message) { return message.severity != Warning; };
     if (std::ranges::any_of(messages, isError)) return std::nullopt;
 

@@ -42,6 +42,11 @@ bool startsComment(std::string_view text) {
     return text.starts_with("/*") || text.starts_with("//") || text.starts_with("/\\");
 }
 
+// Tabs are for the indentation of code alone: the lines of a comment that is not moved are drawn by its author.
+bool convertsIndentOnly(std::string_view text, const OIndentBuf& out) {
+    return out.tabMode() == Zelmor::SpacesToTabsInIndent && startsComment(text);
+}
+
 // Writes a line whose text stands `extra` columns, or none, behind the indentation.
 void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OIndentBuf& out) {
     const std::string_view text = trimLeft(line);
@@ -105,7 +110,7 @@ void writeRendered(std::string_view text, OIndentBuf& out) {
 void writeInPlace(std::string_view text, InnerBlanks inner, OIndentBuf& out) {
     out.startLine();
     IndentScope noIndent(out, {});
-    OpaqueWriter(text, inner, out).write(text);
+    OpaqueWriter(text, convertsIndentOnly(text, out) ? InnerBlanks::Keep : inner, out).write(text);
 }
 
 bool mayIndentLines(std::string_view text) {
@@ -151,8 +156,8 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
     out.startLine();
     std::size_t length = lineLength(text);
     const int column = out.column();
-    if (length == text.size() || (column == inputColumn && out.keepLeadingSpace()) ||
-        column > kRightmostIndent) {
+    const bool keepsLines = out.keepLeadingSpace() || convertsIndentOnly(text, out);
+    if (length == text.size() || (column == inputColumn && keepsLines) || column > kRightmostIndent) {
         writeInPlace(text, inner, out);
         return;
     }

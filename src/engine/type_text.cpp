@@ -89,6 +89,15 @@ int MarkPlacement::width(std::string_view text) const {
     return columnAfter(text, 0, tabSize_);
 }
 
+bool isAlias(std::string_view statement) {
+    const auto startsWith = [statement](std::string_view word) {
+        return statement.starts_with(word) && statement.size() > word.size() &&
+               isAllWhitespace(statement.substr(word.size(), 1));
+    };
+    return (startsWith("using") || startsWith("namespace")) && statement.ends_with(';') &&
+           statement.find_first_of("\n/#[{") == statement.npos && statement.find("operator") == statement.npos;
+}
+
 bool givesTypeName(std::string_view statement) {
     constexpr std::string_view keyword = "using";
     return statement.starts_with(keyword) && statement.size() > keyword.size() &&

@@ -47,6 +47,9 @@ private:
     MarkSettings ampersand_;
 };
 
+// Of a statement on one line: `using A::b;`, `namespace A = B;`.
+bool isAlias(std::string_view statement);
+
 // Of an expression statement: `using A = B;`.
 bool givesTypeName(std::string_view statement);
 

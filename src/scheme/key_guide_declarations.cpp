@@ -145,6 +145,10 @@ void addMarks(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::AMPERSAND_ANCHOR, 1), group,
                     "What \"&\" of a declaration is written against: 0 the type, 1 the name, -1 or absent as it is.",
                     pointers});
+    rows.push_back({set(Keys::ANCHORS_FROM_SOURCE, true), group,
+                    "Pointer and reference marks stand against the type or against the name, whichever most of the "
+                    "source's do, in place of what the two keys about anchors say.",
+                    "int *p;\nint *q;\nint* r;\n", {set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_BETWEEN_ASTERISK_ANCHOR, "  "), group, "On the other side of \"*\".", "int*p;\n",
                     {set(Keys::ASTERISK_ANCHOR, 1)}});
     rows.push_back({set(Keys::WS_BETWEEN_AMPERSAND_ANCHOR, "  "), group, "On the other side of \"&\".", "int&r = a;\n",

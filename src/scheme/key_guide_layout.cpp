@@ -65,6 +65,9 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "#  define swap(a, b) \\\n  do { \\\n    a = b; \\\n  } while (0)\n",
                     {set(Keys::FORMAT_DIRECTIVES, true), set(Keys::FORMAT_MACRO_BODIES, true),
                      set(Keys::INDENT_FN_CONTENT, "    "), set(Keys::INDENT_CS_CONTENT, "    ")}});
+    rows.push_back({set(Keys::WS_AROUND_PASTE, ""), group,
+                    "On both sides of the \"##\" that joins names in what a macro stands for.",
+                    "#define named(a) a ## _name\n"});
     rows.push_back({set(Keys::ALIGN_LINE_SPLICES, 1), group,
                     "With FORMAT_DIRECTIVES, where the backslashes stand that go on with a macro in the next line: 0 a "
                     "blank behind the text, 1 behind the longest line, 2 at the right margin. Absent, they stay; where "

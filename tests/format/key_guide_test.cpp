@@ -60,7 +60,7 @@ bool isNeverTold(std::string_view key) {
           "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "FORMAT_DIRECTIVES",
           "FORMAT_MACRO_", "FROM_DIRECTIVE", "LINE_SPLICES",
           "HANGING_", "KEEP_UNRECOGNIZED",
-          "KEEP_REGION_INDENT", "KEEP_FOREIGN_REGIONS", "KEEP_LINE_INDENT", "DATA_ONLY"}) {
+          "WS_AROUND_PASTE", "ANCHORS_FROM", "KEEP_REGION_INDENT", "KEEP_FOREIGN_REGIONS", "KEEP_LINE_INDENT", "DATA_ONLY"}) {
         if (key.find(part) != std::string_view::npos) return true;
     }
     return false;
