@@ -13,6 +13,7 @@
 namespace Tessel {
 
 using Zelmor::IndentScope;
+using Zelmor::LeadingSpaceScope;
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/format_options.h"
 #include "learn/scheme_trial.h"
 #include "tool/progress.h"
 
