@@ -75,10 +75,22 @@ class Check:
         return [json.loads(one) for one in found.stdout.decode("utf-8", "replace").splitlines()]
 
     def differs(self, file, gap, kept):
-        """Whether some value of the gap's key changes it."""
+        """Whether some value of the gap's key changes it, or leaves it as it is found where the scheme does not."""
         text = open(file, "rb").read()
         count = characters_before(text, gap["line"], gap["column"])
-        for number, scheme in enumerate(self.scheme.changes(gap["key"], self.kinds)):
+        if self.changes(file, gap["key"], count, kept):
+            return True
+        place = sum(map(len, text.split(b"\n")[: gap["line"] - 1])) + gap["line"] - 1 + gap["column"] - 1
+        widened = os.path.join(self.folder, "widened" + os.path.splitext(file)[1])
+        with open(widened, "wb") as out:
+            out.write(text[:place] + b" " + text[place:])
+        result = run(self.program, "-s", self.scheme_file, widened)
+        comes_back = result.returncode == 0 and gap_before(result.stdout, count) == kept
+        return comes_back and self.changes(widened, gap["key"], count, kept)
+
+    def changes(self, file, key, count, kept):
+        """Whether the gap behind so many characters is another with some value of the key."""
+        for number, scheme in enumerate(self.scheme.changes(key, self.kinds)):
             other = os.path.join(self.folder, f"other{number}.vts")
             with open(other, "w", encoding="utf-8") as out:
                 out.write(scheme)

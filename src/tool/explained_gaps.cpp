@@ -69,7 +69,8 @@ class Walk {
 public:
     Walk(const Tessel::PropertySet& scheme, const Decisions& decisions, const Zelmor::TextDocument& source,
          std::string_view result)
-        : tabSize_(Tessel::readTabSize(scheme)),
+        : scheme_(scheme),
+          tabSize_(Tessel::readTabSize(scheme)),
           placesDirectives_(Tessel::valueOf(scheme, Tessel::Keys::ALIGN_PPD_LEFT_MOST).has_value()),
           decisions_(decisions),
           source_(source),
@@ -94,10 +95,9 @@ public:
 private:
     void add(std::size_t offset, std::string_view before, std::string_view after) {
         Decisions::Decision decision = decisions_.at(offset + before.size());
-        const bool isDirective = source_.text().substr(offset + before.size()).starts_with('#');
-        // One of the outermost level that stands at the margin does so whatever the key says.
-        const bool goesByMargin = before == after && decision.indentKey == KeyId(Tessel::Keys::LEFT_MARGIN);
-        if (isDirective && placesDirectives_ && !goesByMargin) decision.indentKey = Tessel::Keys::ALIGN_PPD_LEFT_MOST;
+        if (placesDirectives_ && beginsDirective(offset, before)) {
+            decision.indentKey = directiveKey(decision.indentKey, before == after);
+        }
         const KeyId key = cause(decision, before, after);
         if ((!key && before == after) || (!decision.key && isInComment(offset))) return;
         const Zelmor::TextPosition start = source_.positionOf(offset);
@@ -105,6 +105,19 @@ private:
         const auto number = [](int position) { return static_cast<std::size_t>(position); };
         gaps_.push_back({number(end.line), number(end.column) + 1, number(start.line), number(start.column) + 1,
                          std::string(before), std::string(after), key});
+    }
+
+    bool beginsDirective(std::size_t offset, std::string_view gap) const {
+        const bool beginsLine = offset == 0 || gap.find('\n') != gap.npos;
+        return beginsLine && source_.text().substr(offset + gap.size()).starts_with('#');
+    }
+
+    // One that stays at the margin, where the code around it stands too, is there whatever the key of directives says.
+    KeyId directiveKey(KeyId indentKey, bool stays) const {
+        const KeyId margin = Tessel::Keys::LEFT_MARGIN;
+        const bool indents = Tessel::valueOf(scheme_, indentKey) != Tessel::PropertyValue(std::string());
+        const bool isAtMargin = indentKey == margin || (indentKey && !indents);
+        return stays && isAtMargin ? margin : Tessel::Keys::ALIGN_PPD_LEFT_MOST;
     }
 
     // Where only the indentation changes, what indents the line is the cause; where that only looks otherwise, how tabs
@@ -131,6 +144,7 @@ private:
                Cpp::isComment(opaque_[comment_].kind);
     }
 
+    const Tessel::PropertySet& scheme_;
     int tabSize_;
     bool placesDirectives_;
     const Decisions& decisions_;
