@@ -53,7 +53,8 @@ class Scheme:
     def changes(self, key, kinds):
         kind = kinds[key]
         values = {"1": ["0", "1"], "2": NUMBERS, "3": TEXTS}[kind]
-        return [self.changed(key, value, kind) for value in values]
+        absent = "".join(line + "\n" for line in self.lines if not re.match(rf"[123] {key} ", line))
+        return [self.changed(key, value, kind) for value in values] + [absent]
 
 
 def key_types(program):
@@ -80,13 +81,16 @@ class Check:
         count = characters_before(text, gap["line"], gap["column"])
         if self.changes(file, gap["key"], count, kept):
             return True
-        place = sum(map(len, text.split(b"\n")[: gap["line"] - 1])) + gap["line"] - 1 + gap["column"] - 1
-        widened = os.path.join(self.folder, "widened" + os.path.splitext(file)[1])
-        with open(widened, "wb") as out:
-            out.write(text[:place] + b" " + text[place:])
-        result = run(self.program, "-s", self.scheme_file, widened)
-        comes_back = result.returncode == 0 and gap_before(result.stdout, count) == kept
-        return comes_back and self.changes(widened, gap["key"], count, kept)
+        end = sum(len(line) + 1 for line in text.split(b"\n")[: gap["line"] - 1]) + gap["column"] - 1
+        for other in (kept + b" ", b" "):
+            disturbed = os.path.join(self.folder, "disturbed" + os.path.splitext(file)[1])
+            with open(disturbed, "wb") as out:
+                out.write(text[: end - len(kept)] + other + text[end:])
+            result = run(self.program, "-s", self.scheme_file, disturbed)
+            comes_back = result.returncode == 0 and gap_before(result.stdout, count) == kept
+            if comes_back and self.changes(disturbed, gap["key"], count, kept):
+                return True
+        return False
 
     def changes(self, file, key, count, kept):
         """Whether the gap behind so many characters is another with some value of the key."""

@@ -196,7 +196,7 @@ private:
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);
     void writeComma(std::string_view gap, const WantedText& before, const WantedText& after);
-    bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen);
+    bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen, const CommaTexts& commas);
     void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              const CommaTexts& commas, const OptionalText& beforeClose);

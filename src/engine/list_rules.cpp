@@ -169,14 +169,15 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
         }
         return;
     }
-    const bool startsLine = writeListStart(list, afterOpen);
+    const bool startsLine = writeListStart(list, afterOpen, commas);
     const int column = startsLine ? indentColumn() : writer_.nextColumn();
     formatHangingList(list, commas);
     writeListEnd(list, beforeClose, column);
 }
 
 // Returns whether the first element begins a line that is kept.
-bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen) {
+bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen,
+                                  const CommaTexts& commas) {
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
     if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
@@ -184,6 +185,8 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {
         writeKeptBreak(gap);
+    } else if (settings_.formatsOtherGaps && trim(gap) == "," && !commas.behind.hasLineFeed()) {
+        writeComma(gap, afterOpen, commas.behind);  // of a macro that may be given nothing first: `M(, a)`
     } else {
         const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
         writer_.writeMerged(gap, isJoined && !afterOpen.present ? joined : afterOpen);

@@ -333,10 +333,15 @@ TEST_F(Vantrel, ExplainsGaps) {
         << "a block that is indented as any other statement";
     EXPECT_THAT(explainOther("d.c:13"), HasSubstr("d.c:13:3: WS_BEFORE_CASE_OPEN_BRACE"));
     folder.write("p.vts", "Tessel::PropertySet\n1\n\"p\"\n3 VANTREL_VERSION \"1.2.1\"\n3 LEFT_MARGIN \"\"\n"
-                          "1 ALIGN_PPD_LEFT_MOST 1\n");
-    folder.write("p.c", "int a;\n  #if A\n#endif\n");
+                          "1 ALIGN_PPD_LEFT_MOST 1\n3 INDENT_NS_CONTENT \"\"\n3 INDENT_FN_CONTENT \"\t\"\n");
+    folder.write("p.c", "int a;\n  #if A\n#endif\nnamespace n {\n#if A\nvoid f() {\n#if B\n#endif\n}\n"
+                        "#endif\n}\n");
     EXPECT_THAT(run({"explain", "-s", "p.vts", "p.c"}).output, StartsWith("p.c:2:3: ALIGN_PPD_LEFT_MOST 1\n"));
-    EXPECT_THAT(run({"explain", "-s", "p.vts", "p.c:3"}).output, StartsWith("p.c:3:1: LEFT_MARGIN \"\"\n"));
+    for (const char* const line : {"3", "5"}) {
+        const std::string place = std::string("p.c:") + line;
+        EXPECT_THAT(run({"explain", "-s", "p.vts", place}).output, StartsWith(place + ":1: LEFT_MARGIN \"\"\n"));
+    }
+    EXPECT_THAT(run({"explain", "-s", "p.vts", "p.c:7"}).output, StartsWith("p.c:7:1: ALIGN_PPD_LEFT_MOST 1\n"));
     folder.write("b.c", "void f( {");
     EXPECT_EQ(run({"explain", "-s", "s.vts", "b.c"}).status, 3);
     const ProgramResult some = run({"explain", "-s", "s.vts", "--summary", "b.c", "missing.c", "a.c"});
