@@ -109,9 +109,10 @@ Trn::Token Lexer::nextToken() {
 }
 
 Trn::Token Lexer::scanOperator(int kind, std::size_t length) {
-    const Token token = begin();
+    Token token = begin();
     place_ += length;
-    return finishPlain(token, kind);
+    finishPlain(token, kind);
+    return token;
 }
 
 OpaqueTokens opaqueTokensOf(std::string_view text) {

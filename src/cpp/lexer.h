@@ -59,17 +59,16 @@ private:
     }
     // Ends the token at the current place. The lines that it runs over have been counted.
     Token finish(Token token, int kind) {
-        token = finishPlain(token, kind);
+        finishPlain(token, kind);
         if (opaque_) recordOpaque(token);
         return token;
     }
     // The same for one that is not opaque.
-    Token finishPlain(Token token, int kind) {
+    void finishPlain(Token& token, int kind) {
         token.kind = kind;
         token.length = static_cast<std::uint32_t>(place_ - token.offset);
-        token.text = text_.substr(token.offset, token.length);
+        token.text = {text_.data() + token.offset, token.length};
         token.end = positionOf(place_);
-        return token;
     }
     void recordOpaque(const Token& token);
 

@@ -20,7 +20,7 @@ Trn::Token Lexer::scanPrefixedLiteral(std::size_t quote, bool isRaw) {
 
 // A number with whatever letters follow its digits: what is no valid number is for the compiler to say.
 Trn::Token Lexer::scanNumber() {
-    const Token token = begin();
+    Token token = begin();
     const bool isHexadecimal =
         text_[place_] == '0' && (charAt(place_ + 1) == 'x' || charAt(place_ + 1) == 'X');
     const char exponent = isHexadecimal ? 'p' : 'e';
@@ -45,7 +45,8 @@ Trn::Token Lexer::scanNumber() {
             break;
         }
     }
-    return finishPlain(token, Number);
+    finishPlain(token, Number);
+    return token;
 }
 
 Trn::Token Lexer::scanString(std::size_t quote) {

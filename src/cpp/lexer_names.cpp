@@ -36,7 +36,7 @@ Trn::Token Lexer::scanName() {
     if (end < text_.size() && mayGoOn(text_[end])) return scanQualifiedName();
     Token token = begin();
     place_ = end;
-    token = finishPlain(token, keywordKind(text_.substr(token.offset, end - token.offset)));
+    finishPlain(token, keywordKind({text_.data() + token.offset, end - token.offset}));
     if (token.kind == Identifier) token.valueType = Trn::ValueType::String;
     return token;
 }

@@ -53,7 +53,7 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
       log_(log) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);
-    directivesLeftMostSet_ = scheme_.getBool(std::string(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
+    directivesLeftMostSet_ = scheme_.getBool(KeyId(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
 }
 
 std::string CppExprFormatterBase::respaceListSeparator(std::string_view text, int kind,

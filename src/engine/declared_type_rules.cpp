@@ -12,6 +12,7 @@
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
+#include "engine/holds_any_of.h"
 #include "engine/opaque_text.h"
 #include "engine/type_text.h"
 
@@ -47,7 +48,7 @@ bool isMadeByMacro(std::string_view type) {
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
-    return settings_.formatsTypeArguments && type.find_first_of("<(") != type.npos && !writer_.holdsOpaque(type);
+    return settings_.formatsTypeArguments && holdsAnyOf<'<', '('>(type) && !writer_.holdsOpaque(type);
 }
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.

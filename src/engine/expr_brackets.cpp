@@ -3,6 +3,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/operator_kinds.h"
+#include "engine/shallow_stack.h"
 
 namespace Tessel {
 
@@ -164,9 +165,9 @@ private:
 
     // Those that are open up to the next bracket compare, unless a name in what they make follows.
     void doubtAngles() {
-        for (auto open = open_.rbegin(); open != open_.rend() && !open->isDoubted; ++open) {
-            if (kindAt(tokens_, open->place) != Cpp::Less) return;
-            open->isDoubted = true;
+        for (std::size_t count = open_.size(); count > 0 && !open_[count - 1].isDoubted; --count) {
+            if (kindAt(tokens_, open_[count - 1].place) != Cpp::Less) return;
+            open_[count - 1].isDoubted = true;
         }
     }
 
@@ -234,7 +235,7 @@ private:
 
     ExprTokens& tokens_;
     ExprMode mode_;
-    std::vector<Open> open_;
+    ShallowStack<Open> open_;
     bool sawValue_ = false;  // or a clause, in front of which a declaration's type ends
 };
 

@@ -11,6 +11,7 @@
 #include "cpp/words.h"
 #include "engine/expr_casts.h"
 #include "engine/operator_kinds.h"
+#include "engine/shallow_stack.h"
 
 namespace Tessel {
 
@@ -432,7 +433,7 @@ private:
     std::size_t previous_ = kNoToken;
     bool followsParameters_ = false;  // or what qualifies the function whose they are
     Segment segment_;
-    std::vector<Segment> outer_;
+    ShallowStack<Segment> outer_;
     int braces_ = 0;  // that are open
 };
 

@@ -6,6 +6,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/directive_ahead.h"
+#include "engine/holds_any_of.h"
 
 namespace Tessel {
 
@@ -15,9 +16,7 @@ bool isLineEndKind(int kind) { return kind == Cpp::Directive || kind == Cpp::Lin
 
 // Nothing but a "/" or a "#" begins a comment or a directive, and a "\" the splice of two lines, which goes for a
 // comment: most gaps need no lexer.
-bool mayHoldTrivia(std::string_view text) {
-    return std::any_of(text.begin(), text.end(), [](char c) { return c == '/' || c == '#' || c == '\\'; });
-}
+bool mayHoldTrivia(std::string_view text) { return holdsAnyOf<'/', '#', '\\'>(text); }
 
 // The place behind the line comment or directive that the text starts with, whatever comments stand in front
 // of the directive on its line; 0 where it starts with something else.

@@ -16,7 +16,7 @@ bool LayoutLog::isOfSource(std::string_view piece) const {
 KeyId LayoutLog::decider(const WantedText& wanted) const {
     if (!place_.oneLine || !wanted.present || wanted.hasLineFeed()) return wanted.key;
     std::string value;
-    const bool isSet = wanted.key && scheme_.getString(wanted.key.name(), value);
+    const bool isSet = wanted.key && scheme_.getString(wanted.key, value);
     return isSet && value.find('\n') != value.npos ? place_.oneLine : wanted.key;
 }
 

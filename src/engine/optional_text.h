@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/holds_any_of.h"
 #include "scheme/key_id.h"
 
 namespace Tessel {
@@ -14,7 +15,7 @@ struct OptionalText {
     std::string text;
     KeyId key = {};  // that it has been read from; none for texts that are not the scheme's
 
-    bool hasLineFeed() const { return present && text.find('\n') != std::string::npos; }
+    bool hasLineFeed() const { return present && holdsAnyOf<'\n'>(text); }
 };
 
 inline const OptionalText kAsInInput;
@@ -43,7 +44,7 @@ public:
     explicit WantedText(std::string_view needed) : WantedText(needed, KeyId()) {}
 
     std::string_view text() const { return text_; }
-    bool hasLineFeed() const { return present && text_.find('\n') != std::string_view::npos; }
+    bool hasLineFeed() const { return present && holdsAnyOf<'\n'>(text_); }
     // Another text by the same key.
     WantedText with(std::string_view other) const {
         WantedText result = *this;

@@ -14,16 +14,16 @@ namespace {
 // Wider tabs than anyone uses, and still far from what column arithmetic can bear.
 constexpr int kWidestTab = 1000;
 
-bool isMissing(const PropertySet& scheme, std::string_view key) {
+bool isMissing(const PropertySet& scheme, KeyId key) {
     return !scheme.contains(key);
 }
 
-void setWhenMissing(PropertySet& scheme, std::string_view key, int value) {
-    if (isMissing(scheme, key)) scheme.setInt(key, value);
+void setWhenMissing(PropertySet& scheme, KeyId key, int value) {
+    if (isMissing(scheme, key)) scheme.setInt(key.name(), value);
 }
 
-void setWhenMissing(PropertySet& scheme, std::string_view key, std::string_view value) {
-    if (isMissing(scheme, key)) scheme.setString(key, value);
+void setWhenMissing(PropertySet& scheme, KeyId key, std::string_view value) {
+    if (isMissing(scheme, key)) scheme.setString(key.name(), value);
 }
 
 }  // namespace
@@ -31,7 +31,7 @@ void setWhenMissing(PropertySet& scheme, std::string_view key, std::string_view 
 OptionalText readText(const PropertySet& scheme, KeyId key) {
     OptionalText value;
     value.key = key;
-    value.present = scheme.getString(key.name(), value.text);
+    value.present = scheme.getString(key, value.text);
     return value;
 }
 
@@ -43,13 +43,13 @@ OptionalText readIndent(const PropertySet& scheme, KeyId key) {
 
 Keyed<bool> readSwitch(const PropertySet& scheme, KeyId key) {
     Keyed<bool> value{false, key};
-    scheme.getBool(key.name(), value.value);
+    scheme.getBool(key, value.value);
     return value;
 }
 
 Keyed<int> readInt(const PropertySet& scheme, KeyId key, int whenAbsent) {
     Keyed<int> value{whenAbsent, key};
-    scheme.getInt(key.name(), value.value);
+    scheme.getInt(key, value.value);
     return value;
 }
 
@@ -93,11 +93,11 @@ void applySchemeDefaults(PropertySet& scheme) {
     // between them, so that the gap has to be there.
     const bool hasAnchorGap = !isMissing(scheme, Keys::WS_BETWEEN_AMPERSAND_ANCHOR) ||
                               !isMissing(scheme, Keys::WS_BETWEEN_ASTERISK_ANCHOR);
-    for (const std::string_view key : {Keys::WS_AFTER_DD_TYPE_ID, Keys::WS_AFTER_FN_DECL_RETURN_TYPE,
-                                       Keys::WS_AFTER_FN_DEFN_RETURN_TYPE}) {
+    for (const KeyId key : {KeyId(Keys::WS_AFTER_DD_TYPE_ID), KeyId(Keys::WS_AFTER_FN_DECL_RETURN_TYPE),
+                            KeyId(Keys::WS_AFTER_FN_DEFN_RETURN_TYPE)}) {
         std::string value;
         const bool isEmpty = scheme.getString(key, value) && value.empty();
-        if (isEmpty || (hasAnchorGap && isMissing(scheme, key))) scheme.setString(key, " ");
+        if (isEmpty || (hasAnchorGap && isMissing(scheme, key))) scheme.setString(key.name(), " ");
     }
 
     setWhenMissing(scheme, Keys::CONVERT_WS, 0);

@@ -22,39 +22,29 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 }  // namespace
 
 void TrailingComments::add(std::string& written, std::size_t offset) {
-    for (auto lineFeed = written.find('\n', countedTo_); lineFeed != written.npos;
-         lineFeed = written.find('\n', countedTo_)) {
-        ++line_;
-        countedTo_ = lineFeed + 1;
-    }
-    const std::size_t lineStart = lineStartOf(written, written.size());
     Comment comment;
+    comment.sourceColumn = columnIn(source_, offset);
+    const bool goesOn = isBelowLast(written, comment);
+    if (!goesOn) placeLast(written);
+    const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
     comment.gapStart = lineStart + trimRight(std::string_view(written).substr(lineStart)).size();
-    comment.line = line_;
-    comment.sourceColumn = columnIn(source_, offset);
     comment.codeEnd = columnIn(written, comment.gapStart);
     comment.column = columnIn(written, comment.gapEnd);
     comment.isOwnLine = comment.gapStart == lineStart;
-    countedTo_ = written.size();
     if (comment.column > kRightmostIndent) return;
-    const bool goesOn = isBelowLast(comment);
     // A line with nothing but a comment may belong to the code below.
     if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset) == comment.sourceColumn)) return;
-    if (!goesOn) {
-        placeLast(written);
-        const std::size_t gapSize = comment.gapEnd - comment.gapStart;
-        comment.gapEnd = countedTo_ = written.size();
-        comment.gapStart = comment.gapEnd - gapSize;
-    }
     last_.push_back(comment);
 }
 
 void TrailingComments::finish(std::string& written) { placeLast(written); }
 
-bool TrailingComments::isBelowLast(const Comment& comment) const {
-    return !last_.empty() && last_.back().line + 1 == comment.line &&
-           last_.back().sourceColumn == comment.sourceColumn;
+// Whether the comment that comes next stands in the line behind the last one, and below it in the source.
+bool TrailingComments::isBelowLast(std::string_view written, const Comment& comment) const {
+    if (last_.empty() || last_.back().sourceColumn != comment.sourceColumn) return false;
+    const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
+    return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
 
 int TrailingComments::codeColumnBelow(std::size_t offset) {

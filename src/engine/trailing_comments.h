@@ -36,7 +36,6 @@ private:
     struct Comment {
         std::size_t gapStart = 0;  // of the white space in front of it
         std::size_t gapEnd = 0;
-        int line = 0;
         int sourceColumn = 0;
         int codeEnd = 0;  // the column behind the code in front of it
         int column = 0;   // where it stands
@@ -46,7 +45,7 @@ private:
     };
     using Comments = std::vector<Comment>;
 
-    bool isBelowLast(const Comment& comment) const;
+    bool isBelowLast(std::string_view written, const Comment& comment) const;
     void placeLast(std::string& written);
     int codeColumnBelow(std::size_t offset);
     int columnIn(std::string_view text, std::size_t offset) const;
@@ -57,8 +56,6 @@ private:
     std::string_view source_;
     const ExtensionSettings& settings_;
     Comments last_;              // those that share a column, and have not been placed
-    std::size_t countedTo_ = 0;  // of what has been written
-    int line_ = 0;
     std::size_t codeBelow_ = 0;  // where the first line begins, behind the last one looked at, that is no comment
 };
 

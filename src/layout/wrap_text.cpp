@@ -8,6 +8,7 @@
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/holds_any_of.h"
 #include "engine/opaque_text.h"
 #include "layout/line_text.h"
 
@@ -16,7 +17,7 @@ namespace Tessel {
 namespace {
 
 bool isEvenText(std::string_view text) {
-    return text.find_first_of("\t\n") == std::string_view::npos;
+    return !holdsAnyOf<'\t', '\n'>(text);
 }
 
 // Whether nothing stands between two tokens that come to stand on one line.

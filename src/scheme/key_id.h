@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -42,10 +44,18 @@ private:
 
     constexpr explicit KeyId(Index index) : index_(index.value) {}
 
+    // The places in Keys::ALL, ordered by the names there.
+    static constexpr auto kByName = [] {
+        std::array<std::uint16_t, kNone> places{};
+        for (std::uint16_t place = 0; place < kNone; ++place) places[place] = place;
+        std::ranges::sort(places, {}, [](std::uint16_t place) { return Keys::ALL[place]; });
+        return places;
+    }();
+
     static constexpr std::uint16_t indexOf(std::string_view name) {
-        std::uint16_t index = 0;
-        while (index < kNone && Keys::ALL[index] != name) ++index;
-        return index;
+        const auto found =
+            std::ranges::lower_bound(kByName, name, {}, [](std::uint16_t place) { return Keys::ALL[place]; });
+        return found != kByName.end() && Keys::ALL[*found] == name ? *found : kNone;
     }
 
     std::uint16_t index_ = kNone;

@@ -19,20 +19,11 @@ void requireValid(std::string_view key) {
     if (key.empty() || std::any_of(key.begin(), key.end(), isBlank)) throw InvalidPropertyName();
 }
 
-template <typename Map, typename Value>
-bool lookUp(const Map& map, std::string_view key, Value& value) {
-    const auto found = map.find(key);
-    if (found == map.end()) return false;
-    value = found->second;
-    return true;
-}
-
-template <typename Map>
-bool eraseFrom(Map& map, std::string_view key) {
-    const auto found = map.find(key);
-    if (found == map.end()) return false;
-    map.erase(found);
-    return true;
+template <typename Value, typename Key>
+bool lookUp(const ValueTable<Value>& table, Key key, Value& value) {
+    const Value* const found = table.find(key);
+    if (found) value = *found;
+    return found != nullptr;
 }
 
 // The lines of a text that are neither blank nor comments, without the white space around them.
@@ -78,7 +69,7 @@ std::vector<std::string> PropertySet::names() const {
 std::vector<Property> PropertySet::properties() const {
     std::vector<Property> all;
     all.reserve(size());
-    forEach([&all](const std::string& key, const auto& value) { all.push_back({key, value}); });
+    forEach([&all](std::string_view key, const auto& value) { all.push_back({std::string(key), value}); });
     std::ranges::sort(all, [](const Property& one, const Property& other) {
         return one.type() != other.type() ? one.type() < other.type() : one.key < other.key;
     });
@@ -86,20 +77,26 @@ std::vector<Property> PropertySet::properties() const {
 }
 
 bool PropertySet::contains(std::string_view key) const {
-    return values_->booleans.contains(key) || values_->integers.contains(key) || values_->strings.contains(key);
+    return values_->booleans.find(key) || values_->integers.find(key) || values_->strings.find(key);
 }
 
-bool PropertySet::getBool(std::string_view key, bool& value) const {
-    return lookUp(values_->booleans, key, value);
+bool PropertySet::contains(KeyId key) const {
+    return values_->booleans.find(key) || values_->integers.find(key) || values_->strings.find(key);
 }
 
-bool PropertySet::getInt(std::string_view key, int& value) const {
-    return lookUp(values_->integers, key, value);
-}
+bool PropertySet::getBool(std::string_view key, bool& value) const { return lookUp(values_->booleans, key, value); }
+
+bool PropertySet::getInt(std::string_view key, int& value) const { return lookUp(values_->integers, key, value); }
 
 bool PropertySet::getString(std::string_view key, std::string& value) const {
     return lookUp(values_->strings, key, value);
 }
+
+bool PropertySet::getBool(KeyId key, bool& value) const { return lookUp(values_->booleans, key, value); }
+
+bool PropertySet::getInt(KeyId key, int& value) const { return lookUp(values_->integers, key, value); }
+
+bool PropertySet::getString(KeyId key, std::string& value) const { return lookUp(values_->strings, key, value); }
 
 void PropertySet::setBool(std::string_view key, bool value) {
     set({std::string(key), value});
@@ -118,14 +115,13 @@ void PropertySet::set(Property property) {
     Values& values = ownValues();
     switch (property.type()) {
         case PropertyType::Boolean:
-            values.booleans.insert_or_assign(std::move(property.key), std::get<bool>(property.value));
+            values.booleans.set(std::move(property.key), std::get<bool>(property.value));
             break;
         case PropertyType::Integer:
-            values.integers.insert_or_assign(std::move(property.key), std::get<int>(property.value));
+            values.integers.set(std::move(property.key), std::get<int>(property.value));
             break;
         case PropertyType::String:
-            values.strings.insert_or_assign(std::move(property.key),
-                                            std::get<std::string>(std::move(property.value)));
+            values.strings.set(std::move(property.key), std::get<std::string>(std::move(property.value)));
             break;
     }
 }
@@ -134,7 +130,7 @@ bool PropertySet::erase(std::string_view key) {
     requireValid(key);
     if (!contains(key)) return false;
     Values& values = ownValues();
-    return eraseFrom(values.strings, key) || eraseFrom(values.integers, key) || eraseFrom(values.booleans, key);
+    return values.strings.erase(key) || values.integers.erase(key) || values.booleans.erase(key);
 }
 
 void PropertySet::write(std::ostream& out) const {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "scheme/key_id.h"
 #include "scheme/property_line.h"
+#include "scheme/value_table.h"
 #include "trn/exception.h"
 
 namespace Tessel {
@@ -56,16 +56,20 @@ public:
     // In no order: visitor(key, value), where a value is a bool, an int or a string.
     template <typename Visitor>
     void forEach(const Visitor& visitor) const {
-        for (const auto& [key, value] : values_->booleans) visitor(key, value);
-        for (const auto& [key, value] : values_->integers) visitor(key, value);
-        for (const auto& [key, value] : values_->strings) visitor(key, value);
+        values_->booleans.forEach(visitor);
+        values_->integers.forEach(visitor);
+        values_->strings.forEach(visitor);
     }
     bool contains(std::string_view key) const;
+    bool contains(KeyId key) const;
 
     // True when the key has a value of that type, which is then stored in `value`.
     bool getBool(std::string_view key, bool& value) const;
     bool getInt(std::string_view key, int& value) const;
     bool getString(std::string_view key, std::string& value) const;
+    bool getBool(KeyId key, bool& value) const;
+    bool getInt(KeyId key, int& value) const;
+    bool getString(KeyId key, std::string& value) const;
 
     // Insert or overwrite. An empty key, or one that holds white space, throws InvalidPropertyName.
     void setBool(std::string_view key, bool value);
@@ -86,18 +90,10 @@ public:
     bool operator==(const PropertySet& other) const;
 
 private:
-    struct KeyHash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
-    };
-    // A formatter asks for each key that there is, many times.
-    template <typename Value>
-    using ValueMap = std::unordered_map<std::string, Value, KeyHash, std::equal_to<>>;
-
     struct Values {
-        ValueMap<bool> booleans;
-        ValueMap<int> integers;
-        ValueMap<std::string> strings;
+        ValueTable<bool> booleans;
+        ValueTable<int> integers;
+        ValueTable<std::string> strings;
 
         bool operator==(const Values&) const = default;
     };

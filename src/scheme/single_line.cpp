@@ -1,6 +1,7 @@
 #include "scheme/single_line.h"
 
 #include <string>
+#include <string_view>
 #include <type_traits>
 
 namespace Tessel {
@@ -8,12 +9,12 @@ namespace Tessel {
 namespace {
 
 // A comma that begins its line elsewhere stands against what it follows.
-bool isBeforeComma(const std::string& key) {
+bool isBeforeComma(std::string_view key) {
     return key.starts_with("WS_BEFORE_") && key.ends_with("_COMMA");
 }
 
 // The switches that align break lines between what they align.
-bool isAlignment(const std::string& key) {
+bool isAlignment(std::string_view key) {
     return key.starts_with("ALIGN_");
 }
 
@@ -21,7 +22,7 @@ bool isAlignment(const std::string& key) {
 
 PropertySet withoutLineEnds(PropertySet scheme, LineEndTexts become) {
     const PropertySet given = scheme;
-    given.forEach([&scheme, become](const std::string& key, const auto& value) {
+    given.forEach([&scheme, become](std::string_view key, const auto& value) {
         using Held = std::decay_t<decltype(value)>;
         if constexpr (std::is_same_v<Held, std::string>) {
             if (value.find('\n') == std::string::npos) return;

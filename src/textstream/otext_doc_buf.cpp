@@ -75,6 +75,8 @@ bool OTextDocBuf::flushSpaces() {
 }
 
 std::size_t OTextDocBuf::put(std::string_view text) {
+    const bool endsLine = text.ends_with('\n');
+    if (endsLine && isPlain(text.substr(0, text.size() - 1))) return putPlainLine(text);
     switch (tabMode_) {
         case KeepTabs:
             return putAsGiven(text);
@@ -101,6 +103,23 @@ std::size_t OTextDocBuf::putPlain(std::string_view text) {
     column_ = clampToInt(std::int64_t{column_} + static_cast<std::int64_t>(sent));
     if (isInIndent_) isInIndent_ = isBlank(text);
     if (tabMode_ == TabsToSpaces) previousChar_ = traits_type::to_int_type(text.back());
+    return sent;
+}
+
+// Of the text, the last character alone ends a line.
+std::size_t OTextDocBuf::putPlainLine(std::string_view text) {
+    const std::size_t sent = send(text);
+    if (sent < text.size()) {
+        advance(text.substr(0, sent));
+        return sent;
+    }
+    ++line_;
+    column_ = 0;
+    isInIndent_ = true;
+    if (tabMode_ == TabsToSpaces) {
+        openQuote_ = traits_type::eof();
+        previousChar_ = traits_type::to_int_type('\n');
+    }
     return sent;
 }
 

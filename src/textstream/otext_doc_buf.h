@@ -92,6 +92,7 @@ private:
     }();
 
     std::size_t putAsGiven(std::string_view text);
+    std::size_t putPlainLine(std::string_view text);
     std::size_t putTabsAsSpaces(std::string_view text);
     std::size_t putSpacesAsTabs(std::string_view text);
     bool putConvertibleSpace();
