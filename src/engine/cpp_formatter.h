@@ -160,6 +160,7 @@ private:
     bool joinsFunction(const Cpp::BracketedNode& body);
     bool tryJoined(Cpp::BracketedNode& body, const OptionalText& beforeOpen, std::size_t start);
     const Keyed<bool>& keepsStatement(const Cpp::CtrlStmtNode& statement) const;
+    bool joinsStatement(const Cpp::CtrlStmtNode& statement) const;
     template <typename Format>
     bool tryOnOneLine(const Cpp::SyntaxNode& node, KeyId keptBy, const Format& format);
     template <typename Format>
@@ -302,6 +303,7 @@ private:
     bool isByDirective_ = false;                        // the comments that are being written end in front of one
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
+    bool joinsBody_ = false;  // of the statement that is being written, with the line of its head
     bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next
     int rightMargin_;  // where lines are wrapped; else beyond all columns
     KeptRegions keptParts_;  // the protected regions among the enumerators written last

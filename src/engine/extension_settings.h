@@ -57,6 +57,7 @@ public:
     Keyed<int> oneLineFunctions = from_.number(Keys::KEEP_ONE_LINE_FUNCTIONS);
     Keyed<int> joinedFunctions = from_.number(Keys::JOIN_SHORT_FUNCTIONS);
     Keyed<bool> keepsOneLineInits = from_.isOn(Keys::KEEP_ONE_LINE_INITS);
+    Keyed<bool> joinsStatements = from_.isOn(Keys::JOIN_SHORT_STATEMENTS);
     Keyed<bool> keepsOneLineStatements = from_.isOn(Keys::KEEP_ONE_LINE_STATEMENTS);
     Keyed<bool> keepsOneLineBlocks = from_.isOn(Keys::KEEP_ONE_LINE_BLOCKS);
     Keyed<bool> keepsOneLineLists = from_.isOn(Keys::KEEP_ONE_LINE_LISTS);

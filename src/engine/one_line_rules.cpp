@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "cpp/token_kind.h"
 #include "engine/columns.h"
+#include "engine/gap.h"
 #include "engine/shown_width.h"
 #include "engine/source_copy.h"
 #include "engine/weighed_breaks.h"
@@ -87,6 +89,25 @@ const Keyed<bool>& CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& stateme
     const bool isAnyUnbraced = std::any_of(statement.childBegin(), statement.childEnd(), isUnbraced);
     if (statement.size() < 2) return kNeverKept;
     return isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks;
+}
+
+// `if (a)` and a statement in the next line. What stands on one line already is kept or not.
+bool CppFormatter::joinsStatement(const Cpp::CtrlStmtNode& statement) const {
+    if (!settings_.joinsStatements || isOnOneLine_ || chainingElseIf_ || statement.size() != 1) return false;
+    const auto* part = Cpp::as<Cpp::CtrlSubStmtNode>(statement.childBegin()->get());
+    if (!part || !part->head() || !part->head()->keyword() || !part->body()) return false;
+    const int keyword = part->head()->keyword()->keyword();
+    if (keyword != Cpp::KeywordIf && keyword != Cpp::KeywordFor && keyword != Cpp::KeywordWhile) return false;
+    const Cpp::BlockNode& body = *part->body();
+    if (body.hasBrackets() || body.size() != 1 || standsOnOneLine(statement)) return false;
+    const auto* governed = Cpp::as<Cpp::ExprNode>(body.childBegin()->get());
+    if (!governed || !governed->bodies().empty() || !standsOnOneLine(*part->head())) return false;
+    const std::size_t headEnd = offsetOf(source_, part->head()->end());
+    const std::size_t start = offsetOf(source_, governed->start()) - 1;
+    const std::size_t end = offsetOf(source_, governed->end());
+    const std::string_view behind = source_.text().substr(end, source_.text().find('\n', end) - end);
+    return end - start <= kLongestLine && isAllWhitespace(source_.text().substr(headEnd, start - headEnd)) &&
+           isAllWhitespace(behind);
 }
 
 }  // namespace Tessel

@@ -97,7 +97,12 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     BaseColumnScope scope(*this, base, chainingElseIf_ ? nullptr : statement);
     const auto format = [&] { formatParts(*statement); };
     const Keyed<bool>& kept = keepsStatement(*statement);
-    if (!kept || !tryOnOneLine(*statement, kept.key, format)) format();
+    if (kept && tryOnOneLine(*statement, kept.key, format)) return;
+    if (joinsStatement(*statement)) {
+        ValueScope<bool> joining(joinsBody_, true);
+        if (tryLine(settings_.joiningMargin, settings_.joinsStatements.key, format)) return;
+    }
+    format();
 }
 
 // What stands between the parts of a statement.
@@ -162,6 +167,11 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
         const OptionalText noIndent{!out().indent().empty() || !out().keepLeadingSpace(), ""};
         ValueScope<bool> chaining(chainingElseIf_, true);
         formatBlock(*body, braces, noIndent);
+        return;
+    }
+    if (joinsBody_) {
+        pend({true, " ", settings_.joinsStatements.key});
+        formatBlock(*body, braces);
         return;
     }
     const bool hasBraces = body->hasBrackets();

@@ -18,6 +18,7 @@ constexpr int kSubscriptDepth = 10;
 constexpr int kTemplateDepth = 12;
 
 constexpr int kShiftWeight = 1;
+constexpr int kBehindWord = 3;
 constexpr int kBehindLabel = 25;  // "name: " << value
 constexpr int kColonOfLoop = 2;
 constexpr int kBaseClauses = 3;
@@ -137,7 +138,8 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
 bool BreakWeights::followsWord(std::size_t place) const {
     if (place == 0 || tokens_[place].token.kind != Cpp::Identifier) return false;
     const ExprToken& before = tokens_[place - 1];
-    return before.token.kind == Cpp::Identifier || before.role == ExprRole::Mark ||
+    const bool isMark = before.token.kind == Cpp::Asterisk || before.token.kind == Cpp::Ampersand;
+    return before.token.kind == Cpp::Identifier || isMark || before.role == ExprRole::Mark ||
            before.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(before.token.kind);
 }
 
@@ -175,7 +177,31 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
     if (tokens_[colon].role == ExprRole::BinaryOperator && tokens_[colon].token.kind == Cpp::Colon) {
         return isClass ? kBaseClauses : kColonOfLoop;
     }
-    return startsCastOperand(tokens_, left, place) ? kCastOperand : kNoBreak;
+    if (!closesPlacement(left) && startsCastOperand(tokens_, left, place)) return kCastOperand;
+    return weightOfWord(left, place);
+}
+
+// The ")" of `new (place) T()`.
+bool BreakWeights::closesPlacement(std::size_t place) const {
+    const std::size_t open = tokens_[place].partner;
+    return closesBracket(tokens_, place) && open > 0 && tokens_[open - 1].token.kind == Cpp::KeywordNew;
+}
+
+// Behind what ends an operand: `PREFIX "text"`, `new (place) T()`, `NAME(a) OTHER(b)`, `T name` as an argument.
+int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
+    const int kind = tokens_[place].token.kind;
+    const int before = tokens_[left].token.kind;
+    const Trn::Token& word = tokens_[left].token;
+    const bool isApart = tokens_[place].token.offset > word.offset + word.length;
+    if (kind == Cpp::StringLiteral && before == Cpp::Identifier && isApart) return kBehindWord;
+    if (kind != Cpp::Identifier) return kNoBreak;
+    if (before == Cpp::CloseParen) {
+        const bool isMacro = kindAt(tokens_, place + 1) == Cpp::OpenParen;
+        return isMacro || closesPlacement(left) ? kBehindWord : kNoBreak;
+    }
+    const bool isNamed = scopes_.at(place).depth > 0 || name_ == kNoToken;
+    if (!isNamed || (before != Cpp::Identifier && !isBuiltinTypeKeyword(before))) return kNoBreak;
+    return followsWord(left) ? kSecondName : kDeclaredName;
 }
 
 }  // namespace Tessel

@@ -52,6 +52,8 @@ private:
     int weightBehindOpen(std::size_t open, std::size_t place) const;
     int weightOfMember(std::size_t place) const;
     int weightOfOperator(std::size_t left, std::size_t place) const;
+    bool closesPlacement(std::size_t place) const;
+    int weightOfWord(std::size_t left, std::size_t place) const;
     bool holdsElements(std::size_t open) const { return holdsComma_[open]; }
 
     const ExprTokens& tokens_;

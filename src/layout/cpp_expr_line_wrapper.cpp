@@ -38,8 +38,12 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
     if (!read(text, context)) return std::string(text);
     ExprLayout layout(text_, settings_, indentColumn(state));
     const int column = firstColumn(state);
-    if (layout.isTooLong(wholeText(), column) && weigh(state, context)) return render(state);
-    if (layout.isTooLong(wholeText(), column)) {
+    const bool isTooLong = layout.isTooLong(wholeText(), column);
+    const bool isCommentBeyond =
+        context.commentWidth > 0 &&
+        !text_.fits(wholeText(), column, context.trailingWidth + context.commentWidth, Literals::Joined);
+    if ((isTooLong || isCommentBeyond) && weigh(state, context)) return render(state);
+    if (isTooLong) {
         const bool isDeclaratorList = context.declaratorColumn && layout.holdsElements(wholeText());
         if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
         const TokenRange operand = isDeclaratorList ? wholeText() : withoutPrefixes();
@@ -92,7 +96,8 @@ std::vector<WrappedPiece> CppExprLineWrapper::wrapByWeight(std::string_view text
                                                            const WrapContext& context) {
     if (!settings_.weighsWholes() || !read(text, context)) return {};
     const int column = firstColumn(state);
-    const bool isWithinMargin = text_.fits({0, text_.size()}, column, context.trailingWidth, Literals::Joined);
+    const int widthBehind = context.trailingWidth + context.commentWidth;
+    const bool isWithinMargin = text_.fits(wholeText(), column, widthBehind, Literals::Joined);
     if (!isWithinMargin && !weigh(state, context)) return {};
     return renderPieces(state);
 }
@@ -105,7 +110,7 @@ bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& cont
     const auto name = std::ranges::find(tokens, context.nameOffset, offsetOf);
     const std::size_t namePlace = name == tokens.end() ? kNoToken : static_cast<std::size_t>(name - tokens.begin());
     LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state)});
-    return search.lay(firstColumn(state), context.trailingWidth);
+    return search.lay(firstColumn(state), context.trailingWidth, context.commentWidth);
 }
 
 // The column of the first token. What follows a directive stands where the text would begin without it.

@@ -77,6 +77,7 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
     const IndentState state(out_);
     switch (form) {
         case TextForm::Expression:
+            context.commentWidth = widthOfCommentBehind(text);
             write(wrapper_.wrap(text, state, context));
             break;
         case TextForm::List:
@@ -119,6 +120,7 @@ bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext con
     }
     context.blocks = blocks;
     context.trailingWidth = widthBehind(text);
+    context.commentWidth = widthOfCommentBehind(text);
     IndentScope indent(out_, indentAt(baseColumn()));
     const std::vector<WrappedPiece> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
     for (const WrappedPiece& piece : pieces) {
@@ -154,6 +156,18 @@ int CppLineWrapper::widthBehind(std::string_view text) const {
     }
     rest = trimRight(rest);
     return wrapper_.settings().weighsBreaks() ? shownColumnAfter(rest, 0, 1) : static_cast<int>(rest.size());
+}
+
+// The columns of a comment, and the blanks in front of it, that ends the line of a piece of the source, which nothing but
+// the end of a statement or a head separates from it.
+int CppLineWrapper::widthOfCommentBehind(std::string_view text) const {
+    const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
+    std::string_view rest = source().substr(end, static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1);
+    rest = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(rest.find_first_not_of(")};{ \t"), rest.size()));
+    if (!rest.starts_with("//")) return 0;
+    constexpr int blanks = 2;
+    return blanks + shownColumnAfter(trimRight(rest), 0, wrapper_.settings().tabSize);
 }
 
 void CppLineWrapper::visit(Cpp::RootNode* root) {

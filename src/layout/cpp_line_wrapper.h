@@ -99,6 +99,7 @@ private:
     bool isLongAround(Position start, Position end, const Cpp::ExprBodies& bodies) const;
     std::size_t offsetBetween(Position start, Position end) const;
     int widthBehind(std::string_view text) const;
+    int widthOfCommentBehind(std::string_view text) const;
 
     // Bodies.
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }

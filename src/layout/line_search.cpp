@@ -44,7 +44,7 @@ LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const Weigh
       name_(extent.name),
       partsElements_(extent.text == WeighedText::Class ||
                      (extent.text == WeighedText::Initializers && settings.partsInitializers())),
-      scopes_(text.tokens()),
+      scopes_(text.tokens(), extent.name),
       weights_(text.tokens(), scopes_, settings, extent) {}
 
 bool LineSearch::isSuited() {
@@ -72,9 +72,19 @@ void LineSearch::takeWidths() {
     }
 }
 
-bool LineSearch::lay(int column, int trailingWidth) {
+bool LineSearch::lay(int column, int trailingWidth, int commentWidth) {
     if (!isSuited()) return false;
     takeWidths();
+    weighWays(column, trailingWidth + commentWidth);
+    // No line break helps a comment that is too long anyway.
+    if (commentWidth > 0 && lightest().cost >= kColumnBeyondMargin) weighWays(column, trailingWidth);
+    putLines(lightest());
+    return true;
+}
+
+void LineSearch::weighWays(int column, int trailingWidth) {
+    lines_.clear();
+    outer_.clear();
     Way first;
     const bool hangsFromStatement = standsByItself(kind_);
     first.top.indent = hangsFromStatement ? indentColumn_ : column;
@@ -98,8 +108,6 @@ bool LineSearch::lay(int column, int trailingWidth) {
         way.column += trailingWidth;
         payOverflow(way, end);
     }
-    putLines(*std::ranges::min_element(ways_, {}, &Way::cost));
-    return true;
 }
 
 // The ways to go on from each: with a line that begins at the token, and without.
@@ -173,7 +181,9 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const bool followsQuestion = left != kNoToken && scopes_.at(left).rank == OperandRank::Conditional;
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
     if (place == name_) return std::max(scope.last, scope.indent);
-    if (tokens_[place].role == ExprRole::Name) return continuation(scope);
+    const bool followsWord =
+        tokens_[place].token.kind == Cpp::Identifier && tokens_[left].token.kind == Cpp::Identifier;
+    if (followsWord || tokens_[place].role == ExprRole::Name) return continuation(scope);
     if (scopes_.at(left).rank == OperandRank::Assignment) return continuation(scope);
     const bool isOperator = rank != OperandRank::None && rank != OperandRank::Comma;
     if (tokens_[left].token.kind == Cpp::CloseParen && !isOperator) return continuation(scope);

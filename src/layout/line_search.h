@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -27,8 +28,9 @@ public:
     LineSearch(WrapText& text, const WrapSettings& settings, const WeighedExtent& extent);
 
     // Begins the lines of the text, whose first token stands at the column. Returns false, with nothing begun, for a
-    // text that is not suited: with lines or tabs in it that stay, or very long.
-    bool lay(int column, int trailingWidth);
+    // text that is not suited: with lines or tabs in it that stay, or very long. What stands behind it stays on its last
+    // line, and a comment behind that does where it can be within the margin.
+    bool lay(int column, int trailingWidth, int commentWidth);
 
 private:
     static constexpr std::size_t kMostWays = 12;
@@ -79,6 +81,8 @@ private:
 
     bool isSuited();
     void takeWidths();
+    void weighWays(int column, int trailingWidth);
+    const Way& lightest() const { return *std::ranges::min_element(ways_, {}, &Way::cost); }
     bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
     bool mayBegin(const Way& way, std::size_t place) const;
     int columnOfLine(const Way& way, std::size_t place) const;

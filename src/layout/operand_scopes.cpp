@@ -46,7 +46,8 @@ OperandRank rankOfOperator(int kind) {
 
 }  // namespace
 
-OperandScopes::OperandScopes(const ExprTokens& tokens) : tokens_(tokens), places_(tokens.size()) {
+OperandScopes::OperandScopes(const ExprTokens& tokens, std::size_t name)
+    : tokens_(tokens), typeEnd_(name == kNoToken ? 0 : name), places_(tokens.size()) {
     levels_.emplace_back();
     for (std::size_t place = 0; place < tokens.size(); ++place) {
         if (tokens[place].role == ExprRole::Trivia) {
@@ -96,7 +97,8 @@ OperandRank OperandScopes::rankOf(std::size_t place) {
             kind == Cpp::Arrow;
         return isMember && level.operand != kNoToken ? OperandRank::Member : OperandRank::None;
     }
-    if (token.role != ExprRole::BinaryOperator) return OperandRank::None;
+    const bool isInType = place < typeEnd_ && levels_.size() == 1;
+    if (token.role != ExprRole::BinaryOperator || isInType) return OperandRank::None;
     if (kind == Cpp::Question) ++level.questions;
     if (kind == Cpp::Colon) {
         --level.questions;

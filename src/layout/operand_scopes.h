@@ -52,8 +52,8 @@ public:
 
     static constexpr std::uint32_t kNoScope = 0xffffffff;
 
-    // The tokens are borrowed.
-    explicit OperandScopes(const ExprTokens& tokens);
+    // The tokens are borrowed. In front of a function's name, where there is one, stands its type.
+    explicit OperandScopes(const ExprTokens& tokens, std::size_t name = kNoToken);
 
     const Place& at(std::size_t place) const { return places_[place]; }
     const Scope& scope(std::uint32_t scope) const { return scopes_[scope]; }
@@ -79,6 +79,7 @@ private:
     void endElement();
 
     const ExprTokens& tokens_;
+    std::size_t typeEnd_;
     std::vector<Place> places_;
     std::vector<Scope> scopes_;
     std::vector<Level> levels_;
