@@ -274,8 +274,11 @@ DirectiveParts partsOf(std::string_view directive) {
     if (ahead.find_first_not_of(" \t\\\n") != ahead.npos) return {};
     if (all.front().text != "define") return partsOfCondition(Tokens(all).subspan(1));
     const bool holdsHash = std::ranges::any_of(all, isHash);
-    const std::string names = holdsHash ? "#" + withoutHashes(directive.substr(1)) : std::string();
-    if (holdsHash) all = tokensOf(names);
+    std::string names(1, directive.front());
+    if (holdsHash) {
+        names += withoutHashes(directive.substr(1));
+        all = tokensOf(names);
+    }
     return partsOfMacro(Tokens(all).subspan(1), holdsHash);
 }
 
