@@ -89,6 +89,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     const bool staysApart = isLineComment(next) || startsDirective || isCommentAtLineEnd(next);
     OptionalText before = commas.before;
     OptionalText between = commas.behind;
+    if (keepsLines() && startsDirective && before.hasLineFeed()) before = kNothing;
     keepBreaks(gap, before, between);
     if (settings_.blankLines > 0 && between.hasLineFeed()) {
         between.text = withBlankLines(between.text, trailingBlanks(gap));
