@@ -445,7 +445,11 @@ std::string_view CppFormatter::writeGapBeforeEnd(std::string_view text) {
 }
 
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
-void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
+void CppFormatter::visit(Cpp::EnumHeadNode* head) {
+    const std::string_view text = writer_.readThrough(head->end());
+    const bool isLaidOut = settings_.formatsOtherGaps && !writer_.holdsOpaque(text);
+    isLaidOut ? exprFormatter_.formatExpression(text, out()) : writer_.write(text);
+}
 void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
 void CppFormatter::visit(Cpp::TypeNode* type) { copyThrough(*type); }
 void CppFormatter::visit(Cpp::IdNode* name) { writeName(*name); }
