@@ -96,6 +96,8 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (run.keepsLines && !out.keepLeadingSpace()) {
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
+        const bool goesOn = hanging == HangingLines::Text::Declarators && out.lineHasText();
+        if (goesOn) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
         run.hangingText = hanging;
         if (statementColumn) run.hanging->hangCommasFrom(*statementColumn);
     }

@@ -140,6 +140,7 @@ private:
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void writeAsBlock(const Cpp::SyntaxNode& node);
     void copyPackDots(std::string_view gap);
+    void writeGapBehindBody(const Cpp::DataDeclNode& declaration);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;

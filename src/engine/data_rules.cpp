@@ -61,6 +61,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     }
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
+    if (followsClassBody) writeGapBehindBody(*declaration);
     const int column = copyUpToConstruct(*declaration);
     const int base = templateColumn.value_or(column);
     BaseColumnScope scope(*this, base, declaration);
@@ -95,6 +96,14 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
         copyThrough(*declaration->type());
     }
     formatDeclarators(*declaration, isAligned);
+}
+
+// `struct { int a; }  b;`
+void CppFormatter::writeGapBehindBody(const Cpp::DataDeclNode& declaration) {
+    const std::string_view gap = gapBefore(declaration);
+    const bool isColumn = exprFormatter_.keepsColumns() && isColumnGap(gap);
+    if (!settings_.formatsOtherGaps || !isAllWhitespace(gap) || isLineBreak(gap) || isColumn) return;
+    writer_.replace(writer_.readGap(declaration.start()), WantedText(" ", settings_.formatsOtherGaps.key));
 }
 
 bool CppFormatter::alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const {

@@ -53,8 +53,12 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
-    const bool formatsArguments = formatsArgumentsOf(type) && !isMadeByMacro(type);
-    if (formatsMarks && (formatsArguments || endsWithMarks(type))) {
+    const bool isMade = isMadeByMacro(type);
+    const bool formatsArguments = formatsArgumentsOf(type) && !isMade;
+    const std::string_view words = trimRight(type);
+    const bool formatsWords = settings_.formatsOtherGaps && !isMade && !writer_.holdsOpaque(type) &&
+                              (words.find("  ") != words.npos || words.find('\t') != words.npos);
+    if (formatsMarks && (formatsArguments || formatsWords || endsWithMarks(type))) {
         exprFormatter_.formatTypeText(type, out(), whitespace);
     } else {
         writer_.writeMerged(type, whitespace);

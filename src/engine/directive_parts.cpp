@@ -156,6 +156,22 @@ bool isSequence(Tokens tokens) {
     return false;
 }
 
+// `T a, U b`, which is no expression.
+bool declaresList(Tokens tokens) {
+    int depth = 0;
+    bool sawComma = false;
+    bool sawTwoWords = false;
+    int previous = Trn::kEndKind;
+    for (const Trn::Token& token : tokens) {
+        if (Cpp::isTrivia(token.kind)) continue;
+        sawComma |= depth == 0 && token.kind == Cpp::Comma;
+        sawTwoWords |= depth == 0 && previous == Cpp::Identifier && token.kind == Cpp::Identifier;
+        depth += nestingStep(token.kind);
+        previous = token.kind;
+    }
+    return sawComma && sawTwoWords;
+}
+
 bool namesHeader(const Trn::Token& token) {
     return token.text.starts_with("__has_include") || token.text.starts_with("__has_embed");
 }
@@ -185,6 +201,7 @@ DirectiveParts partsOfMacro(Tokens tokens, bool joinsNames) {
     const std::size_t start = endOf(tokens[body - 1]);
     if (expression.empty() || (!takesParameters && mayBeName(expression))) return parts;
     const TextExtent whole{start, endOf(expression.back()) - start};
+    if (declaresList(expression) && !holdsStatements(expression)) return parts;
     if (isExpression(expression) && !mayDeclare(expression)) {
         (joinsNames ? parts.body : parts.expression) = joinsNames ? whole : extentOf(expression);
         return parts;
@@ -257,8 +274,11 @@ DirectiveParts partsOf(std::string_view directive) {
     if (ahead.find_first_not_of(" \t\\\n") != ahead.npos) return {};
     if (all.front().text != "define") return partsOfCondition(Tokens(all).subspan(1));
     const bool holdsHash = std::ranges::any_of(all, isHash);
-    std::string names;
-    if (holdsHash) all = tokensOf(names.append(1, '#').append(withoutHashes(directive.substr(1))));
+    std::string names(1, directive.front());
+    if (holdsHash) {
+        names += withoutHashes(directive.substr(1));
+        all = tokensOf(names);
+    }
     return partsOfMacro(Tokens(all).subspan(1), holdsHash);
 }
 

@@ -103,7 +103,8 @@ public:
                     open_.push_back({place});
                     break;
                 case Cpp::Less:
-                    if (canPrecedeTemplateArguments(previousKind) || endsCapture(previous)) {
+                    if (canPrecedeTemplateArguments(previousKind) || endsCapture(previous) ||
+                        endsOperatorName(previous)) {
                         open_.push_back({place, false, previousKind == Cpp::CloseBracket});
                     }
                     break;
@@ -138,6 +139,11 @@ private:
         bool isDoubted = false;  // an angle behind which an operator of conditions stands
         bool isOfLambda = false;
     };
+
+    // The "<" of `operator< <int>`.
+    bool endsOperatorName(std::size_t place) const {
+        return place != kNoToken && place > 0 && kindAt(tokens_, place - 1) == Cpp::KeywordOperator;
+    }
 
     // The "]" of a lambda, as opposed to that of an index.
     bool endsCapture(std::size_t place) const {

@@ -70,7 +70,8 @@ Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
 bool endsDelete(const ExprTokens& tokens, std::size_t place) {
     if (kindAt(tokens, place) != Cpp::CloseBracket) return false;
     const std::size_t open = tokens[place].partner;
-    return open + 1 == place && open > 0 && kindAt(tokens, open - 1) == Cpp::KeywordDelete;
+    const bool isName = open > 1 && kindAt(tokens, open - 2) == Cpp::KeywordOperator;
+    return open + 1 == place && open > 0 && kindAt(tokens, open - 1) == Cpp::KeywordDelete && !isName;
 }
 
 bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size_t place) {

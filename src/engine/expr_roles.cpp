@@ -174,7 +174,17 @@ private:
         return open > 0 && Cpp::namesType(tokens_[open - 1].token);
     }
 
+    // `ELEMENT(a) *`, in front of a name that is not in the text.
+    bool endsTypeOfMacro(std::size_t place) const {
+        if (mode_ != ExprMode::Declaration || !outer_.empty() || previousRole() != ExprRole::GroupClose) return false;
+        while (isPointerMark(kindAt(tokens_, place)) || Cpp::isQualifier(kindAt(tokens_, place))) {
+            place = nextPlace(tokens_, place);
+        }
+        return place >= tokens_.size();
+    }
+
     bool isMark(std::size_t place) const {
+        if (endsTypeOfMacro(place)) return true;
         if (!followsType()) return false;
         if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto || closesTypeWord(previous_))
             return true;

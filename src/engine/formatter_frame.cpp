@@ -119,7 +119,13 @@ WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
 }
 
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
-    placeBefore(node, takePending());
+    const WantedText wanted = takePending();
+    // `template <class T>`, and `/* static */ void f()` in the next line: the comment is part of what follows it.
+    const auto* comment = previousSibling_ ? Cpp::as<Cpp::CommentNode>(previousSibling_) : nullptr;
+    const bool isLed = comment && wanted.hasLineFeed() && keepsLines() && !comment->isLineComment() &&
+                       !isLineBreak(gapBefore(node)) && isAllWhitespace(lineBefore(*comment));
+    if (isLed) return writer_.copyGap(node.start());
+    placeBefore(node, wanted);
 }
 
 // What is wanted in front of the node. Where that is absent, the rule of the node copies the white space.
@@ -441,7 +447,11 @@ std::string_view CppFormatter::writeGapBeforeEnd(std::string_view text) {
 }
 
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
-void CppFormatter::visit(Cpp::EnumHeadNode* head) { copyThrough(*head); }
+void CppFormatter::visit(Cpp::EnumHeadNode* head) {
+    const std::string_view text = writer_.readThrough(head->end());
+    const bool isLaidOut = settings_.formatsOtherGaps && !writer_.holdsOpaque(text);
+    isLaidOut ? exprFormatter_.formatExpression(text, out()) : writer_.write(text);
+}
 void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
 void CppFormatter::visit(Cpp::TypeNode* type) { copyThrough(*type); }
 void CppFormatter::visit(Cpp::IdNode* name) { writeName(*name); }
@@ -452,6 +462,11 @@ void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
 // makes would be read as something else.
 void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     const std::string_view text = writer_.readThrough(name.end());
+    std::optional<IndentScope> further;
+    if (keepsLines() && text.find('\n') != text.npos && !writer_.holdsOpaque(text)) {
+        const std::string& wrap = exprFormatter_.settings().hanging.wrap.text;
+        further.emplace(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
+    }
     const bool isCall = text.find('(') != text.npos && !exprFormatter_.settings().afterCallName.text.empty();
     const bool hasArguments = !isCall && text.find("operator") == text.npos;
     if (const std::size_t symbol = Cpp::operatorSymbol(text); symbol < text.size()) {

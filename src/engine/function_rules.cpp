@@ -314,7 +314,12 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
             writer_.write(trimRight(inside));
             writer_.replace(trailingBlanks(inside), kNothing);
             out().write(")");
-            writer_.writeMerged(trailingBlanks(closing), settings_.afterFunctionName);
+            const std::string_view blanks = trailingBlanks(closing);
+            if (keepsBreak(blanks, settings_.afterFunctionName)) {
+                writeKeptBreakAt(blanks, baseColumn());
+            } else {
+                writer_.writeMerged(blanks, settings_.afterFunctionName);
+            }
         } else {
             writer_.write(closing);
         }

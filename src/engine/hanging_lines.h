@@ -43,6 +43,8 @@ public:
 
     // The text, which nothing has been passed of, is part of a statement in that column, by HANGING_COMMAS.
     void hangCommasFrom(int statementColumn);
+    // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
+    void startInLineOf(int column) { lineColumn_ = column; }
     // The column of a token, not passed yet, that begins a line.
     int columnFor(std::size_t place) const;
     // Of the lines that begin behind a "::" inside the name passed last; nothing where they hang by no key.

@@ -68,7 +68,9 @@ void CppFormatter::keepBreaks(std::string_view gap, OptionalText& before, Option
         return hangsLines() ? OptionalText{true, std::move(lineFeeds), key} : kAsInInput;
     };
     if (keepsLines() && leadsLine && !before.hasLineFeed()) before = kept("\n");
-    if (keepsBreak(gap, behind)) behind = kept(lineFeedsOf(trailingBlanks(gap)));
+    // A comma that the scheme puts at the start of the line has the line end behind it in front.
+    const bool isMoved = before.hasLineFeed() && before.key != key && trim(gap) == ",";
+    if (keepsBreak(gap, behind) && !isMoved) behind = kept(lineFeedsOf(trailingBlanks(gap)));
 }
 
 // The line end of a gap that is nothing but white space.

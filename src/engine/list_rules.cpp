@@ -89,6 +89,7 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     const bool staysApart = isLineComment(next) || startsDirective || isCommentAtLineEnd(next);
     OptionalText before = commas.before;
     OptionalText between = commas.behind;
+    if (keepsLines() && startsDirective && before.hasLineFeed()) before = kNothing;
     keepBreaks(gap, before, between);
     if (settings_.blankLines > 0 && between.hasLineFeed()) {
         between.text = withBlankLines(between.text, trailingBlanks(gap));
@@ -181,6 +182,11 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
     if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
+    if (settings_.formatsOtherGaps && trim(gap) == "," && !isLineBreak(gap)) {
+        writer_.write(trim(gap));  // the argument of a macro, which is empty
+        writer_.replace(trailingBlanks(gap), settings_.commas.parameters.behind);
+        return false;
+    }
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {

@@ -117,21 +117,34 @@ std::optional<std::string> withLinesOf(const std::vector<std::string_view>& sour
     return all;
 }
 
-// Whether a function is defined first, which statements do not do.
-bool startsWithFunction(std::string_view body) {
+// Whether a function is defined, which statements do not do.
+bool definesFunction(std::string_view body) {
+    struct Item {
+        int first = Trn::kEndKind;
+        std::size_t words = 0;  // in front of the first bracket
+        bool sawParameters = false;
+        bool sawValue = false;
+
+        bool isHead() const { return sawParameters && words > 1 && !sawValue && !Cpp::isControlKeyword(first); }
+    };
     Cpp::Lexer lexer(body);
+    Item item;
     int depth = 0;
-    std::size_t words = 0;  // in front of the first bracket
-    bool sawParameters = false;
+    int braces = 0;
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         if (Cpp::isTrivia(token.kind)) continue;
-        if (words == 0 && Cpp::isControlKeyword(token.kind)) return false;
-        if (depth == 0 && token.kind == Cpp::OpenBrace) return sawParameters && words > 1;
-        if (depth == 0 && token.kind == Cpp::Semicolon) return false;
-        if (token.kind == Cpp::OpenParen) ++depth;
-        if (token.kind == Cpp::CloseParen) --depth;
-        sawParameters = sawParameters || token.kind == Cpp::CloseParen;
-        words += depth == 0 && !sawParameters ? 1 : 0;
+        if (token.kind == Cpp::OpenBrace && depth == 0 && braces == 0 && item.isHead()) return true;
+        braces += token.kind == Cpp::OpenBrace ? 1 : token.kind == Cpp::CloseBrace ? -1 : 0;
+        if (braces > 0) continue;
+        if (depth == 0 && (token.kind == Cpp::CloseBrace || token.kind == Cpp::Semicolon)) {
+            item = {};
+            continue;
+        }
+        if (item.first == Trn::kEndKind) item.first = token.kind;
+        depth += token.kind == Cpp::OpenParen ? 1 : token.kind == Cpp::CloseParen ? -1 : 0;
+        item.sawValue |= depth == 0 && token.kind == Cpp::Assign;
+        item.sawParameters |= token.kind == Cpp::CloseParen;
+        item.words += depth == 0 && !item.sawParameters ? 1 : 0;
     }
     return false;
 }
@@ -203,7 +216,7 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
                                                   int column) const {
     static constexpr Frame function{"void f() {\n", "\n;}\n"};
     static constexpr Frame classBody{"class C {\n", "\n;};\n"};
-    const bool isFunction = startsWithFunction(body);
+    const bool isFunction = definesFunction(body);
     auto text = formatted(body, isFunction ? classBody : function, indent, column);
     return text ? text : formatted(body, isFunction ? function : classBody, indent, column);
 }
