@@ -87,7 +87,7 @@ private:
     // Characters that end lines, are several columns wide, or delimit literals.
     static constexpr auto kNeedsCare = [] {
         std::array<bool, 256> needsCare{};
-        for (const unsigned char c : {'\n', '\t', '"', '\''}) needsCare[c] = true;
+        for (const char c : {'\n', '\t', '"', '\''}) needsCare[static_cast<unsigned char>(c)] = true;
         return needsCare;
     }();
 

@@ -61,6 +61,26 @@ TEST(PropertySet, ReadsBackWhateverItWrites) {
     }
 }
 
+// Keys that mean something, and one that does not, go from among others and come back.
+TEST(PropertySet, FindsWhatIsLeftWhenKeysHaveGone) {
+    PropertySet set("s");
+    for (const char* key : {"WS_AFTER_FN_NAME", "WS_AFTER_DD_NAME", "no_such_key", "WS_AFTER_CS_KEY"}) {
+        set.setString(key, key);
+    }
+    PropertySet changed = set;
+    EXPECT_TRUE(changed.erase("WS_AFTER_FN_NAME"));
+    EXPECT_FALSE(changed.erase("WS_AFTER_FN_NAME"));
+    EXPECT_TRUE(changed.erase("no_such_key"));
+    EXPECT_THAT(changed.names(), ElementsAre("WS_AFTER_CS_KEY", "WS_AFTER_DD_NAME"));
+    EXPECT_EQ(textOf(changed, "WS_AFTER_CS_KEY"), "WS_AFTER_CS_KEY");
+    EXPECT_EQ(textOf(changed, "WS_AFTER_FN_NAME"), "absent");
+    EXPECT_EQ(textOf(set, "no_such_key"), "no_such_key");
+    changed.setString("WS_AFTER_FN_NAME", "WS_AFTER_FN_NAME");
+    EXPECT_FALSE(changed == set);
+    changed.setString("no_such_key", "no_such_key");
+    EXPECT_TRUE(changed == set);
+}
+
 TEST(PropertySet, ReadsFilesEditedByHand) {
     const PropertySet set = parsed(
         "\xEF\xBB\xBF# a comment\r\n\r\n  Tessel::PropertySet  \r\n#\r\n\t1 of 1\r\n\r\nplain name\r\n"
