@@ -203,7 +203,9 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
     const bool startsElement = leftRank == OperandRank::Comma || tokens_[left].token.kind == Cpp::Semicolon;
-    if ((startsElement || rank == OperandRank::Conditional) && scope.isBroken) return true;
+    const bool leadsPart =
+        rank == OperandRank::Conditional && !(scope.holdsQuestions && kind == Cpp::Question);
+    if ((startsElement || leadsPart) && scope.isBroken) return true;
     if (rank == OperandRank::Member) {
         const std::size_t next = scopes_.at(place).nextOperator;
         int end = way.column;
@@ -263,6 +265,8 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
         rank > OperandRank::Assignment && rank < OperandRank::Member && rank != OperandRank::Conditional;
     if (scope.isOperandWhole && !isOperator) return false;
     if (rank == OperandRank::Member && scope.keepsMembers) return false;
+    const bool isQuestion = tokens_[place].token.kind == Cpp::Question;
+    if (isQuestion && rank == OperandRank::Conditional && scope.holdsQuestions) return false;
     if (place == name_ && way.column < kShortType) return false;
     return !scope.isWhole;
 }
@@ -284,7 +288,8 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     const bool followsSeparator =
         leftRank == OperandRank::Comma || tokens_[left].token.kind == Cpp::Semicolon;
     const bool followsBinary = followsOperator(place) && leftRank != OperandRank::Conditional;
-    if (tokens_[place].token.kind == Cpp::Question) {
+    const bool isColonInRow = scope.holdsQuestions && rank == OperandRank::Conditional;
+    if (tokens_[place].token.kind == Cpp::Question || isColonInRow) {
         scope.isBroken = true;
     } else if (followsSeparator || followsBinary || leads) {
         scope.isBroken = scope.isParted && followsSeparator;
@@ -358,6 +363,8 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     }
     way.column = column;
     if (leftRank == OperandRank::Comma && scope.isParted) scope.isWhole = true;
+    const bool isColon = rank == OperandRank::Conditional && tokens_[place].token.kind == Cpp::Colon;
+    if (isColon && scope.holdsQuestions) scope.isWhole = true;
     if (leftRank == OperandRank::Comma) {
         scope.last = column;
     } else if (followsBinary) {
@@ -385,8 +392,8 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
         } else if (rank > OperandRank::Comma && rank < OperandRank::Member) {
             way.top.brokeOperator = beginsLine;
         }
-        if (tokens_[place].token.kind == Cpp::Question && rank == OperandRank::Conditional)
-            way.top.question = start;
+        const bool isQuestion = tokens_[place].token.kind == Cpp::Question && rank == OperandRank::Conditional;
+        if (isQuestion && !way.top.holdsQuestions) way.top.question = start;
         const bool isBracket = tokens_[place].partner != kNoToken;
         if (!isBracket) way.lowestDepth = std::min<int>(way.lowestDepth, scopes_.at(place).depth);
         if (rank == OperandRank::Member)
@@ -446,6 +453,8 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         if (isIndented)
             inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
+        inside.holdsQuestions = scopes_.scope(at).holdsQuestions;
+        if (inside.holdsQuestions) inside.question = way.column;
         inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
@@ -478,7 +487,8 @@ std::uint64_t LineSearch::hashOf(const Scope& scope) {
     hash = mixed(hash, pair(scope.question, scope.call));
     unsigned flags = 0;
     for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole,
-                            scope.isOperandWhole, scope.brokeOperator, scope.isParted, scope.keepsMembers}) {
+                            scope.isOperandWhole, scope.brokeOperator, scope.isParted, scope.keepsMembers,
+                            scope.holdsQuestions}) {
         flags = flags << 1 | (flag ? 1U : 0U);
     }
     return mixed(hash, flags);

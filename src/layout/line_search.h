@@ -55,6 +55,7 @@ private:
         bool brokeOperator = false;  // the last operator began a line, or stood behind one that did
         bool isParted = false;       // its elements stand on one line, or on one each
         bool keepsMembers = false;   // a call stands behind another one on a line
+        bool holdsQuestions = false; // a ? b : c ? d : e: its lines begin with each ":", or none
 
         bool operator==(const Scope&) const = default;
     };

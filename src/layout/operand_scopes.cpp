@@ -117,11 +117,14 @@ void OperandScopes::passOperator(std::size_t place, OperandRank rank) {
     }
     Level& level = levels_.back();
     if (level.open.empty() || level.open.back().rank < rank) {
-        scopes_.push_back({rank, places_[start].opens});
+        scopes_.push_back({rank, places_[start].opens, false});
         places_[start].opens = static_cast<std::uint32_t>(scopes_.size() - 1);
         places_[place].isFirstOperator = true;
-        level.open.push_back({rank, start, place});
+        level.open.push_back({rank, start, place, places_[start].opens});
     } else {
+        const bool isQuestion = tokens_[place].token.kind == Cpp::Question;
+        const bool followsColon = tokens_[level.open.back().lastOperator].token.kind == Cpp::Colon;
+        if (isQuestion && followsColon) scopes_[level.open.back().scope].holdsQuestions = true;
         places_[level.open.back().lastOperator].nextOperator = place;
         level.open.back().lastOperator = place;
     }

@@ -38,6 +38,7 @@ public:
     struct Scope {
         OperandRank rank = OperandRank::None;
         std::uint32_t next = kNoScope;
+        bool holdsQuestions = false;  // a ? b : c ? d : e
     };
     struct Place {
         OperandRank rank = OperandRank::None;  // of an operator
@@ -63,6 +64,7 @@ private:
         OperandRank rank;
         std::size_t start;
         std::size_t lastOperator;
+        std::uint32_t scope;
     };
     // What stands between two brackets, or the text.
     struct Level {
