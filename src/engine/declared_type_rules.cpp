@@ -56,7 +56,8 @@ void CppFormatter::writeType(std::string_view type, const OptionalText& whitespa
     const bool isMade = isMadeByMacro(type);
     const bool formatsArguments = formatsArgumentsOf(type) && !isMade;
     const std::string_view words = trimRight(type);
-    const bool formatsWords = settings_.formatsOtherGaps && !isMade && !writer_.holdsOpaque(type) &&
+    const bool isOnOneLine = words.find('\n') == words.npos && !writer_.holdsOpaque(type);
+    const bool formatsWords = settings_.formatsOtherGaps && !isMade && isOnOneLine &&
                               (words.find("  ") != words.npos || words.find('\t') != words.npos);
     if (formatsMarks && (formatsArguments || formatsWords || endsWithMarks(type))) {
         exprFormatter_.formatTypeText(type, out(), whitespace);

@@ -122,7 +122,8 @@ void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
     const WantedText wanted = takePending();
     // `template <class T>`, and `/* static */ void f()` in the next line: the comment is part of what follows it.
     const auto* comment = previousSibling_ ? Cpp::as<Cpp::CommentNode>(previousSibling_) : nullptr;
-    const bool isLed = comment && wanted.hasLineFeed() && keepsLines() && !comment->isLineComment() &&
+    const bool isBehind = comment && offsetOf(source_, comment->end()) == writer_.in().offset();
+    const bool isLed = isBehind && wanted.hasLineFeed() && keepsLines() && !comment->isLineComment() &&
                        !isLineBreak(gapBefore(node)) && isAllWhitespace(lineBefore(*comment));
     if (isLed) return writer_.copyGap(node.start());
     placeBefore(node, wanted);
@@ -463,7 +464,11 @@ void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
 void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     const std::string_view text = writer_.readThrough(name.end());
     std::optional<IndentScope> further;
-    if (keepsLines() && text.find('\n') != text.npos && !writer_.holdsOpaque(text)) {
+    const std::string_view firstLine = trimRight(text.substr(0, text.find('\n')));
+    const bool hangs = keepsLines() && !exprFormatter_.keptIndent().isWanted() && firstLine.size() < text.size() &&
+                       firstLine.ends_with("::") && !writer_.holdsOpaque(text);
+    if (hangs) {
+        out().startLine();
         const std::string& wrap = exprFormatter_.settings().hanging.wrap.text;
         further.emplace(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
     }
