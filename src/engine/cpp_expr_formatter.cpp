@@ -414,7 +414,7 @@ const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t p
 const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t place, ExprRole role) const {
     const OptionalText* const behind = looksBehind_ ? wantedBehindPrevious(run, place) : nullptr;
     if (isPresent(behind)) return behind;
-    if (introducesWidth(run, place)) return &settings_.aroundBitFieldColon;
+    if (introducesWidth(run, place)) return run.previousKind() == Cpp::Comma ? behind : &settings_.aroundBitFieldColon;
     if (startsEllipsis(run, place)) return &settings_.beforeEllipsis;
     switch (role) {
         case ExprRole::BinaryOperator:

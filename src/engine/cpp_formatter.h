@@ -139,6 +139,7 @@ private:
     static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void writeAsBlock(const Cpp::SyntaxNode& node);
+    void writeRequiresClause(Cpp::ExprNode& clause);
     void copyPackDots(std::string_view gap);
     void writeGapBehindBody(const Cpp::DataDeclNode& declaration);
     void copyStray(std::string_view gap);

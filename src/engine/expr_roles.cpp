@@ -41,6 +41,7 @@ private:
         bool sawQualifier = false;  // "const" or "struct", which only types have
         bool followsNew = false;
         bool isOperand = false;  // of an operator, in parentheses
+        bool isChoice = false;   // of _Generic: `int: 1`
     };
 
     int previousKind() const { return kindAt(tokens_, previous_); }
@@ -91,7 +92,8 @@ private:
             case Cpp::Identifier:
                 return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
             case Cpp::Colon:
-                return introducesWidth() ? ExprRole::Operand : ExprRole::BinaryOperator;
+                return introducesWidth() || (segment_.isChoice && !segment_.sawQuestion) ? ExprRole::Operand
+                                                                                         : ExprRole::BinaryOperator;
             case Cpp::Arrow:
                 return followsParameters_ || followsRequirement() ? ExprRole::BinaryOperator : ExprRole::Operand;
             case Cpp::Assign:
@@ -345,6 +347,7 @@ private:
             segment_.atTextStart = false;
             segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture(place);
             segment_.isArgument = token.role == ExprRole::TemplateOpen;
+            segment_.isChoice = place > 0 && tokens_[place - 1].token.text == "_Generic";
         } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
                    !outer_.empty()) {
             const bool closesTwo = token.token.kind == Cpp::ShiftRight && outer_.size() > 1;
@@ -361,6 +364,7 @@ private:
             segment_.isParameter = before.isParameter;
             segment_.isArgument = before.isArgument;
             segment_.isOperand = before.isOperand;
+            segment_.isChoice = before.isChoice;
         } else {
             extendSegment(token);
         }

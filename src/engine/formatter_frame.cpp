@@ -341,6 +341,9 @@ void CppFormatter::copyStray(std::string_view gap) {
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
     if (copySettledStatement(*expression)) return;
+    if (settings_.formatsOtherGaps && previousSibling_ && Cpp::as<Cpp::TemplateNode>(previousSibling_)) {
+        return writeRequiresClause(*expression);
+    }
     if (givesTypeName(expression->text())) {
         if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
         applyPendingWhitespace(*expression);
@@ -349,6 +352,24 @@ void CppFormatter::visit(Cpp::ExprNode* expression) {
     }
     if (keepsLines()) copyStray(gapBefore(*expression));
     writeExpression(writer_.readThrough(expression->end()), expression->bodies());
+}
+
+// Behind a template's parameters, on their line or, indented as its author did, in the next one.
+void CppFormatter::writeRequiresClause(Cpp::ExprNode& clause) {
+    takePending();
+    const std::string_view gap = gapBefore(clause);
+    const bool startsLine = isLineBreak(gap);
+    const bool isIndented = startsLine && sourceColumnOf(clause) > sourceColumnOf(*previousSibling_);
+    IndentScope indent(out(), out().indent() + (isIndented ? settings_.global.indent.text : std::string()));
+    if (isAllWhitespace(gap)) {
+        writer_.replace(writer_.readGap(clause.start()),
+                        WantedText(startsLine ? "\n" : " ", settings_.formatsOtherGaps.key));
+    } else {
+        writer_.copyGap(clause.start());
+    }
+    writeExpression(writer_.readThrough(clause.end()), clause.bodies());
+    const bool isKept = keepsBreak(leadingBlanks(writer_.ahead()), settings_.afterTemplateClose);
+    pend(isKept ? OptionalText{true, "\n", Keys::KEEP_LINE_BREAKS} : settings_.afterTemplateClose);
 }
 
 // `using A = T *`: a type stands behind the "=".
