@@ -399,6 +399,8 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
         case ExprRole::Name:
             // Behind the text stands the name that the type is for.
             if (run.nameFollows && run.groups.empty()) return behind;
+            // A line that is kept in front of that is none of the parameters' names.
+            if (settings_.keepsLineBreaks && run.nameFollows && run.typeWhitespace.hasLineFeed()) return &kBlank;
             return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace
                                                                                       : behind;
         case ExprRole::Separator:
