@@ -87,7 +87,9 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
     constexpr std::size_t longText = 64 * 1024;
     ExprTokens ownTokens;
-    ExprTokens& tokens = blocks || text.size() > longText ? ownTokens : exprTokens_;
+    const bool isLong = text.size() > longText;
+    ExprTokens& tokens = blocks || isLong ? ownTokens : exprTokens_;
+    if (isLong) tokens.reserve(text.size() / 2);  // what tables of numbers do not exceed
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(),
                    &markers());
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
