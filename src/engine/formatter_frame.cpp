@@ -119,7 +119,7 @@ WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
 }
 
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
-    const WantedText wanted = takePending();
+    const OptionalText wanted = takePending();
     // `template <class T>`, and `/* static */ void f()` in the next line: the comment is part of what follows it.
     const auto* comment = previousSibling_ ? Cpp::as<Cpp::CommentNode>(previousSibling_) : nullptr;
     const bool isBehind = comment && offsetOf(source_, comment->end()) == writer_.in().offset();
