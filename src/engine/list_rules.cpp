@@ -182,11 +182,6 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
     if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
-    if (settings_.formatsOtherGaps && trim(gap) == "," && !isLineBreak(gap)) {
-        writer_.write(trim(gap));  // the argument of a macro, which is empty
-        writer_.replace(trailingBlanks(gap), settings_.commas.parameters.behind);
-        return false;
-    }
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
     if (isKept) {
