@@ -146,7 +146,7 @@ bool BreakWeights::followsWord(std::size_t place) const {
 int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {
     if (tokens_[open].partner == place || tokens_[open].token.kind == Cpp::OpenBracket) return kNoBreak;
     if (tokens_[open].role == ExprRole::TemplateOpen) return kTemplateArguments;
-    if (text_ == WeighedText::Head && scopes_.at(open).depth == 0) return kParameters;
+    if (text_ == WeighedText::Head && tokens_[open].token.kind == Cpp::OpenParen) return kParameters;
     if (open > 0 && tokens_[open - 1].token.kind == Cpp::CloseBracket) return kParameters;
     return holdsElements(open) ? settings_.weightBehindOpen : WrapSettings::kWeightOfOnlyElement;
 }

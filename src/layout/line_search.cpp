@@ -206,16 +206,7 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
     const bool leadsPart =
         rank == OperandRank::Conditional && !(scope.holdsQuestions && kind == Cpp::Question);
     if ((startsElement || leadsPart) && scope.isBroken) return true;
-    if (rank == OperandRank::Member) {
-        const std::size_t next = scopes_.at(place).nextOperator;
-        int end = way.column;
-        if (next != kNoToken) {
-            for (std::size_t at = place; at < next; ++at) end += gaps_[at] + widths_[at];
-        }
-        const bool isOutside = scopes_.at(place).depth < way.lineDepth;
-        if (!text_.isWithinMargin(end) && (way.column > lineColumn || isOutside)) return true;
-        if (isClose(left) && (scope.member >= 0 || scope.isBroken)) return true;
-    }
+    if (rank == OperandRank::Member && mustBeginMember(way, place, lineColumn)) return true;
     const bool isDeclaredName =
         tokens_[place].role == ExprRole::Name && tokens_[left].role == ExprRole::TemplateClose;
     if (isDeclaredName && scope.isBroken) return true;
@@ -234,6 +225,18 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
     }
     if (rank >= OperandRank::Or && rank < OperandRank::Member) return scope.isBroken;
     return place == name_ && scope.isBroken;
+}
+
+// A call that its line has no room for, and those behind one that began a line.
+bool LineSearch::mustBeginMember(const Way& way, std::size_t place, int lineColumn) const {
+    const std::size_t next = scopes_.at(place).nextOperator;
+    int end = way.column;
+    if (next != kNoToken) {
+        for (std::size_t at = place; at < next; ++at) end += gaps_[at] + widths_[at];
+    }
+    const bool isOutside = scopes_.at(place).depth < way.lineDepth;
+    if (!text_.isWithinMargin(end) && (way.column > lineColumn || isOutside)) return true;
+    return isClose(before(place)) && (way.top.member >= 0 || way.top.isBroken);
 }
 
 // `endl`, "text\n" and '\n'

@@ -85,6 +85,7 @@ private:
     void weighWays(int column, int trailingWidth);
     const Way& lightest() const { return *std::ranges::min_element(ways_, {}, &Way::cost); }
     bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
+    bool mustBeginMember(const Way& way, std::size_t place, int lineColumn) const;
     bool mayBegin(const Way& way, std::size_t place) const;
     int columnOfLine(const Way& way, std::size_t place) const;
     void beginLine(Way& way, std::size_t place, int column);
