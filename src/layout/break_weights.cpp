@@ -44,6 +44,9 @@ bool isLabel(const ExprToken& token) {
     return text.size() <= 1 || text.ends_with(':') || text.ends_with('=');
 }
 
+// Of a virtual function.
+bool isSpecifier(const ExprToken& token) { return token.token.text == "override" || token.token.text == "final"; }
+
 int depthOf(const ExprToken& open) {
     if (open.role == ExprRole::TemplateOpen) return kTemplateDepth;
     return open.token.kind == Cpp::OpenBracket ? kSubscriptDepth : kParenthesesDepth;
@@ -199,8 +202,9 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
         const bool isMacro = kindAt(tokens_, place + 1) == Cpp::OpenParen;
         return isMacro || closesPlacement(left) ? kBehindWord : kNoBreak;
     }
-    const bool isNamed = scopes_.at(place).depth > 0 || name_ == kNoToken;
-    if (!isNamed || (before != Cpp::Identifier && !isBuiltinTypeKeyword(before))) return kNoBreak;
+    const bool isBehindHead = name_ != kNoToken && scopes_.at(place).depth == 0;
+    if (isBehindHead) return before == Cpp::Identifier && !isSpecifier(tokens_[place]) ? kBehindWord : kNoBreak;
+    if (before != Cpp::Identifier && !isBuiltinTypeKeyword(before)) return kNoBreak;
     return followsWord(left) ? kSecondName : kDeclaredName;
 }
 

@@ -158,8 +158,8 @@ int CppLineWrapper::widthBehind(std::string_view text) const {
     return wrapper_.settings().weighsBreaks() ? shownColumnAfter(rest, 0, 1) : static_cast<int>(rest.size());
 }
 
-// The columns of a comment, and the blanks in front of it, that ends the line of a piece of the source, which nothing but
-// the end of a statement or a head separates from it.
+// The columns of a comment, and the blanks in front of it, that ends the line of a piece of the source, which nothing
+// but the end of a statement or a head separates from it.
 int CppLineWrapper::widthOfCommentBehind(std::string_view text) const {
     const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
     std::string_view rest = source().substr(end, static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1);

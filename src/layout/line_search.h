@@ -28,8 +28,8 @@ public:
     LineSearch(WrapText& text, const WrapSettings& settings, const WeighedExtent& extent);
 
     // Begins the lines of the text, whose first token stands at the column. Returns false, with nothing begun, for a
-    // text that is not suited: with lines or tabs in it that stay, or very long. What stands behind it stays on its last
-    // line, and a comment behind that does where it can be within the margin.
+    // text that is not suited: with lines or tabs in it that stay, or very long. What stands behind it stays on its
+    // last line, and a comment behind that does where it can be within the margin.
     bool lay(int column, int trailingWidth, int commentWidth);
 
 private:

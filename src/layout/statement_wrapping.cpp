@@ -74,7 +74,7 @@ void CppLineWrapper::wrapBodies(const Cpp::ExprBodies& bodies) {
     }
 }
 
-// Whether a body on one line is made of several. But where lines are weighed, the formatter would not have left it there.
+// Whether a body on one line is made one of several: the formatter leaves it there only where lines are weighed.
 bool CppLineWrapper::partsBodies(const Cpp::BlockNode& body) const {
     return wrapper_.settings().weighsWholes() && body.size() > 0 && needsWrapping(body);
 }

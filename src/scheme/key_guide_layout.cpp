@@ -165,8 +165,9 @@ void addOneLine(std::vector<KeyGuide>& rows) {
                     "Bodies without braces stay on the line of their if, else or loop, statements on that of their "
                     "label.", "void f()\n{\n    if (ready) go();\n}\n", {set(Keys::WS_AFTER_CS_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::JOIN_SHORT_STATEMENTS, true), group,
-                    "Bodies without braces come to stand on the line of their if, for or while, where they fit up to the "
-                    "right margin, and up to 80 columns without one. Not with an else behind them, a comment or a block.",
+                    "Bodies without braces come to stand on the line of their if, for or while, where they fit up to "
+                    "the right margin, and up to 80 columns without one. Not with an else behind them, a comment or a "
+                    "block.",
                     "void f()\n{\n    if (ready)\n        go();\n}\n", {set(Keys::WS_AFTER_CS_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_ONE_LINE_BLOCKS, true), group,
                     "Blocks of statements and of declarations stay on one line.",
