@@ -108,7 +108,8 @@ void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet
     askCauses(decisions);
     askLaidOut();
     dropKept(decisions);
-    askJoining(decisions[KeyId(KEEP_ONE_LINE_FUNCTIONS).place()]);
+    askJoining(JOIN_SHORT_FUNCTIONS, decisions[KeyId(KEEP_ONE_LINE_FUNCTIONS).place()]);
+    askJoining(JOIN_SHORT_STATEMENTS, decisions[KeyId(KEEP_ONE_LINE_STATEMENTS).place()]);
     askTabs(habits);
     unlessWorse([this] { askKeptLayout(); }, 1);
     // What is asked behind that needs most lines to be as they were.

@@ -67,7 +67,7 @@ private:
     void askUnseen(const std::vector<Decision>& decisions);
     void askLaidOut();
     void askMacroBodies();
-    void askJoining(const Decision& oneLine);
+    void askJoining(Tessel::KeyId joining, const Decision& oneLine);
     void dropKept(const std::vector<Decision>& decisions);
 
     // search_columns.cpp

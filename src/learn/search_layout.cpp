@@ -24,11 +24,13 @@ std::string textOf(const Tessel::PropertySet& scheme, std::string_view key) {
     return text;
 }
 
+Value lowestOf(KeyId key) { return key.type() == Tessel::PropertyType::Boolean ? Value(false) : Value(0); }
+
 // The highest value that more than a few places have.
 Value highestOf(const Decision& decision) {
     constexpr std::size_t few = 3;
     constexpr std::size_t onePlaceOf = 200;
-    Value highest = decision.key.type() == Tessel::PropertyType::Boolean ? Value(false) : Value(0);
+    Value highest = lowestOf(decision.key);
     for (const Sighting& sighting : decision.sightings) {
         if (sighting.found.count < few || sighting.found.count * onePlaceOf < decision.places) continue;
         highest = std::max(highest, sighting.value);
@@ -133,6 +135,7 @@ void Search::askLaidOut() {
         ask(key, {true, std::nullopt});
     }
     askMacroBodies();
+    ask(ANCHORS_FROM_SOURCE, {std::nullopt, true});
 }
 
 // A body that is laid out may move with its directive.
@@ -143,13 +146,13 @@ void Search::askMacroBodies() {
     askSuiting(ALIGN_LINE_SPLICES, {0, 1, 2});
 }
 
-// Where many short functions stand on one line, and hardly any on several, that is the style.
-void Search::askJoining(const Decision& oneLine) {
+// Where many short bodies stand on one line, and hardly any on several, that is the style.
+void Search::askJoining(KeyId joining, const Decision& oneLine) {
     constexpr std::size_t many = 20;
-    const std::optional<Value> kept = Tessel::valueOf(scheme_, KEEP_ONE_LINE_FUNCTIONS);
+    const std::optional<Value> kept = Tessel::valueOf(scheme_, oneLine.key);
     std::set<Value, std::greater<>> levels;
     for (const Sighting& sighting : oneLine.sightings) {
-        if (sighting.found.count >= many && sighting.value > Value(0)) levels.insert(sighting.value);
+        if (sighting.found.count >= many && sighting.value > lowestOf(oneLine.key)) levels.insert(sighting.value);
     }
     Values values;
     for (const Value& level : levels) {
@@ -157,7 +160,7 @@ void Search::askJoining(const Decision& oneLine) {
     }
     if (values.empty()) return;
     values.emplace_back();
-    ask(JOIN_SHORT_FUNCTIONS, values);
+    ask(joining, values);
 }
 
 // What is kept for nothing is rather not kept.
