@@ -135,6 +135,9 @@ void Search::askLaidOut() {
         ask(key, {true, std::nullopt});
     }
     askMacroBodies();
+    for (const KeyId key : {KeyId(WS_AROUND_PASTE), KeyId(WS_IN_EMPTY_BRACES)}) {
+        if (!Tessel::valueOf(scheme_, key)) askSuiting(key, {"", " "});
+    }
     ask(ANCHORS_FROM_SOURCE, {std::nullopt, true});
 }
 
