@@ -50,12 +50,13 @@ std::string withTrimmedLines(std::string_view text) {
     return kept;
 }
 
-// Parts the tokens around a splice in front of it where they are parted behind it.
+// Parts the tokens around a splice in front of it where they are parted behind it. Blanks may stand in a splice.
 std::string partedBeforeSplices(std::string_view text) {
     std::string parted;
     for (std::size_t place = 0; place < text.size(); ++place) {
-        const bool isSplice = text.substr(place, 2) == "\\\n";
-        if (isSplice && place + 2 < text.size() && isWhite(text[place + 2])) parted += ' ';
+        const std::size_t lineFeed = text[place] == '\\' ? text.find_first_not_of(" \t", place + 1) : text.npos;
+        const bool isSplice = lineFeed < text.size() && text[lineFeed] == '\n';
+        if (isSplice && lineFeed + 1 < text.size() && isWhite(text[lineFeed + 1])) parted += ' ';
         parted += text[place];
     }
     return parted;
