@@ -199,7 +199,9 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     if (kind == Cpp::StringLiteral && before == Cpp::Identifier && isApart) return kBehindWord;
     if (kind != Cpp::Identifier) return kNoBreak;
     if (before == Cpp::CloseParen) {
-        const bool isMacro = kindAt(tokens_, place + 1) == Cpp::OpenParen;
+        // What stands behind parameters that a macro holds, `f PARAMS((int)) M(x)`, is read by the line it is on.
+        const bool isBehindParameters = kindAt(tokens_, tokens_[left].partner + 1) == Cpp::OpenParen;
+        const bool isMacro = kindAt(tokens_, place + 1) == Cpp::OpenParen && !isBehindParameters;
         return isMacro || closesPlacement(left) ? kBehindWord : kNoBreak;
     }
     const bool isBehindHead = name_ != kNoToken && scopes_.at(place).depth == 0;
