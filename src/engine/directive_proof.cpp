@@ -5,6 +5,7 @@
 
 #include "cpp/lexer.h"
 #include "engine/directive_parts.h"
+#include "engine/gap.h"
 
 namespace Tessel {
 
@@ -40,6 +41,9 @@ private:
     bool isApart_ = false;
 };
 
+// Blanks may follow a splice at the end, behind which a comment stands.
+bool endsLine(std::string_view directive) { return trailingBlanks(directive).find('\n') != std::string_view::npos; }
+
 }  // namespace
 
 bool holdSameDirective(std::string_view source, std::string_view result) {
@@ -52,7 +56,7 @@ bool holdSameDirective(std::string_view source, std::string_view result) {
     for (int place = 0;; ++place) {
         const bool goesOn = left.next();
         if (right.next() != goesOn) return false;
-        if (!goesOn) return source.ends_with('\n') == result.ends_with('\n');
+        if (!goesOn) return endsLine(source) == endsLine(result);
         if (left.text() != right.text()) return false;
         if (place == 0) isMacro = left.text() == "define";
         if (isMacro && place == behindMacroName && left.isApart() != right.isApart()) return false;
