@@ -117,15 +117,18 @@ std::optional<std::string> withLinesOf(const std::vector<std::string_view>& sour
     return all;
 }
 
-// Whether a function is defined, which statements do not do.
-bool definesFunction(std::string_view body) {
+// Which statements hardly do.
+bool definesFunctionOrClass(std::string_view body) {
     struct Item {
         int first = Trn::kEndKind;
         std::size_t words = 0;  // in front of the first bracket
         bool sawParameters = false;
         bool sawValue = false;
 
-        bool isHead() const { return sawParameters && words > 1 && !sawValue && !Cpp::isControlKeyword(first); }
+        bool isHead() const {
+            const bool isOfFunction = sawParameters && words > 1 && !Cpp::isControlKeyword(first);
+            return !sawValue && (isOfFunction || Cpp::isClassKey(first) || first == Cpp::KeywordTemplate);
+        }
     };
     Cpp::Lexer lexer(body);
     Item item;
@@ -163,10 +166,11 @@ std::string_view firstStatementOf(std::span<const std::string_view> lines) {
 
 }  // namespace
 
-// What a body is read in.
+// What a body is read in. The key indents that alone, so that what the body nests is indented as elsewhere.
 struct MacroBodies::Frame {
     std::string_view open;
     std::string_view close;
+    KeyId indentKey;
 };
 
 MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
@@ -201,24 +205,26 @@ std::string MacroBodies::indentBehind(std::string_view directive) const {
 }
 
 // Most sources have no bodies, and most bodies in a source are indented alike.
-const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column) const {
+const FormatOptions& MacroBodies::optionsFor(const Frame& frame, const std::string& indent, int column) const {
     const std::string margin(static_cast<std::size_t>(column), ' ');
-    if (!options_ || margin_ != margin || bodyIndent_ != indent) {
-        if (!options_) options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
+    const bool isOtherFrame = !options_ || indentKey_ != frame.indentKey;
+    if (isOtherFrame) options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
+    if (isOtherFrame || margin_ != margin || bodyIndent_ != indent) {
+        indentKey_ = frame.indentKey;
         options_->scheme.setString(Keys::LEFT_MARGIN, margin_ = margin);
-        options_->scheme.setString(Keys::INDENT_FN_CONTENT, bodyIndent_ = indent);
-        options_->scheme.setString(Keys::INDENT_CLASS_CONTENT, indent);
+        options_->scheme.setString(indentKey_.name(), bodyIndent_ = indent);
     }
     return *options_;
 }
 
+// Functions and classes are declarations; statements stand in functions.
 std::optional<std::string> MacroBodies::formatted(const std::string& body, const std::string& indent,
                                                   int column) const {
-    static constexpr Frame function{"void f() {\n", "\n;}\n"};
-    static constexpr Frame classBody{"class C {\n", "\n;};\n"};
-    const bool isFunction = definesFunction(body);
-    auto text = formatted(body, isFunction ? classBody : function, indent, column);
-    return text ? text : formatted(body, isFunction ? function : classBody, indent, column);
+    static constexpr Frame function{"void f() {\n", "\n;}\n", Keys::INDENT_FN_CONTENT};
+    static constexpr Frame declarations{"extern \"C\" {\n", "\n;}\n", Keys::INDENT_LINKAGE_CONTENT};
+    const bool isDeclarations = definesFunctionOrClass(body);
+    auto text = formatted(body, isDeclarations ? declarations : function, indent, column);
+    return text ? text : formatted(body, isDeclarations ? function : declarations, indent, column);
 }
 
 std::optional<std::string> MacroBodies::formatted(const std::string& body, const Frame& frame,
@@ -232,7 +238,7 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
     const auto isError = [](const Diagnostic& message) { return message.severity != Warning; };
     if (std::ranges::any_of(messages, isError)) return std::nullopt;
 
-    CppFormatter formatter(source, opaque, optionsFor(indent, column), passes_, nullptr);
+    CppFormatter formatter(source, opaque, optionsFor(frame, indent, column), passes_, nullptr);
     root.accept(formatter);
     const std::string text = formatter.takeText();
 
