@@ -56,7 +56,7 @@ std::string partedBeforeSplices(std::string_view text) {
     for (std::size_t place = 0; place < text.size(); ++place) {
         const std::size_t lineFeed = text[place] == '\\' ? text.find_first_not_of(" \t", place + 1) : text.npos;
         const bool isSplice = lineFeed < text.size() && text[lineFeed] == '\n';
-        if (isSplice && lineFeed + 1 < text.size() && isWhite(text[lineFeed + 1])) parted += ' ';
+        if (isSplice && lineFeed + 1 < lastStray(text) && isWhite(text[lineFeed + 1])) parted += ' ';
         parted += text[place];
     }
     return parted;
