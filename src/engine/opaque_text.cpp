@@ -8,6 +8,7 @@
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/token_boundary.h"
 
 namespace Tessel {
 
@@ -45,6 +46,17 @@ bool startsComment(std::string_view text) {
 // Tabs are for the indentation of code alone: the lines of a comment that is not moved are drawn by its author.
 bool convertsIndentOnly(std::string_view text, const OIndentBuf& out) {
     return out.tabMode() == Zelmor::SpacesToTabsInIndent && startsComment(text);
+}
+
+// Writes a further line of a directive that a splice holds together with a word in front of it, or apart from one: what
+// is joined stays so, and what is apart keeps a blank.
+bool writeBehindWord(std::string_view line, int column, OpaqueWriter& writer, OIndentBuf& out) {
+    const bool isApart = isWhitespace(line.front());
+    if (isApart && column > 0) return false;
+    IndentScope indent(out, isApart ? " " : "");
+    out.startLine();
+    writer.write(trimLeft(line));
+    return true;
 }
 
 // Writes a line whose text stands `extra` columns, or none, behind the indentation.
@@ -118,6 +130,12 @@ bool mayIndentLines(std::string_view text) {
     return !holds("#") && !holds("\\\n") && !holds("R\"");
 }
 
+bool splicesWords(std::string_view front, std::string_view behind) {
+    const std::string_view word = trimLeft(behind);
+    if (!front.ends_with("\\\n") || word.empty() || !isWordPart(word.front())) return false;
+    return front.size() > 2 && isWordPart(front[front.size() - 3]);
+}
+
 bool continuesLiteral(std::string_view directive) {
     if (lineLength(directive) == directive.size()) return false;
     char quote = '\0';
@@ -165,13 +183,17 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
     writer.write(text.substr(0, length));
     IndentScope indent(out, indentToColumn(out, column));
     LeadingSpaceScope keepSpace(out, true);
-    for (text.remove_prefix(length); !text.empty(); text.remove_prefix(length)) {
+    std::string_view front = text.substr(0, length);
+    for (text.remove_prefix(length); !text.empty(); front = text.substr(0, length), text.remove_prefix(length)) {
         length = lineLength(text);
         const std::string_view line = text.substr(0, length);
+        const int behind = columnsBehindStart(line, inputColumn, out.tabSize());
         const int ahead = outer == OuterLines::AsTheyWere ? inputColumn - leadingWidth(line, out.tabSize()) : 0;
+        const int moved = column + behind - std::max(ahead, 0);
+        if (splicesWords(front, line) && writeBehindWord(line, moved, writer, out)) continue;
         std::optional<IndentScope> inFront;
         if (ahead > 0) inFront.emplace(out, indentToColumn(out, column - ahead));
-        writeFurtherLine(line, columnsBehindStart(line, inputColumn, out.tabSize()), writer, out);
+        writeFurtherLine(line, behind, writer, out);
     }
 }
 

@@ -220,9 +220,13 @@ private:
             if (!compareExactly(isFirst ? kept : trimLeft(kept))) return false;
             if (lineFeed == std::string_view::npos) return true;
             if (!endLine()) return false;
+            const std::string_view front = text.substr(0, lineFeed + 1);
             text.remove_prefix(lineFeed + 1);
             if (text.empty()) return true;
+            const std::size_t start = result_.place;
             skipBlanks();
+            const bool staysApart = isWhitespace(text.front()) == (result_.place > start);
+            if (kind == Cpp::Directive && !staysApart && splicesWords(front, text)) return false;
         }
         return true;
     }

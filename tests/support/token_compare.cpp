@@ -50,16 +50,14 @@ std::string withTrimmedLines(std::string_view text) {
     return kept;
 }
 
-// Parts the tokens around a splice in front of it where they are parted behind it, or wherever the lines of a directive
-// that holds no code may be moved. Blanks may stand in a splice.
-std::string partedBeforeSplices(std::string_view text, bool holdsCode) {
+// Parts the tokens around a splice in front of it where they are parted behind it. Blanks may stand in a splice.
+std::string partedBeforeSplices(std::string_view text) {
     std::string parted;
     const std::size_t end = lastStray(text);
     for (std::size_t place = 0; place < text.size(); ++place) {
         const std::size_t lineFeed = text[place] == '\\' ? text.find_first_not_of(" \t", place + 1) : text.npos;
         const bool isSplice = lineFeed < text.size() && text[lineFeed] == '\n';
-        const bool isParted = !holdsCode || (lineFeed + 1 < end && isWhite(text[lineFeed + 1]));
-        if (isSplice && isParted) parted += ' ';
+        if (isSplice && lineFeed + 1 < end && isWhite(text[lineFeed + 1])) parted += ' ';
         parted += text[place];
     }
     return parted;
@@ -122,7 +120,7 @@ public:
             (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
         content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
         if (token_.kind == Cpp::Directive) {
-            content_ = withTrimmedLines(partedBeforeSplices(token_.text, holdsCode(token_.text)));
+            content_ = withTrimmedLines(partedBeforeSplices(token_.text));
             content_ = withSingleBlanks(holdsCode(content_) ? withBlanksBetweenTokens(content_) : content_);
         }
     }
