@@ -118,6 +118,7 @@ void Search::run(const TextHabits& habits, const std::vector<Tessel::PropertySet
     askHandmadeColumns();
     askWrapping(habits);
     askMacroBodies();
+    askDirectives();
     askNearest(nearest, decisions);
     note(decisions);
 }

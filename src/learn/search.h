@@ -67,6 +67,7 @@ private:
     void askUnseen(const std::vector<Decision>& decisions);
     void askLaidOut();
     void askMacroBodies();
+    void askDirectives();
     void askJoining(Tessel::KeyId joining, const Decision& oneLine);
     void dropKept(const std::vector<Decision>& decisions);
 

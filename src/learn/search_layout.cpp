@@ -149,6 +149,14 @@ void Search::askMacroBodies() {
     askSuiting(ALIGN_LINE_SPLICES, {0, 1, 2});
 }
 
+// Where directives stand, and what tabs are for in them, goes with whether they are laid out: all as usual, or as found.
+void Search::askDirectives() {
+    const Answer usual = {{FORMAT_DIRECTIVES, true}, {ALIGN_PPD_LEFT_MOST, true}, {TABS_IN_INDENT_ONLY, std::nullopt}};
+    Answer found = usual;
+    for (Setting& setting : found) setting.value = Tessel::valueOf(scheme_, setting.key);
+    ask({usual, found});
+}
+
 // Where many short bodies stand on one line, and hardly any on several, that is the style.
 void Search::askJoining(KeyId joining, const Decision& oneLine) {
     constexpr std::size_t many = 20;
