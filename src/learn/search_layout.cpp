@@ -149,7 +149,7 @@ void Search::askMacroBodies() {
     askSuiting(ALIGN_LINE_SPLICES, {0, 1, 2});
 }
 
-// Where directives stand, and what tabs are for in them, goes with whether they are laid out: all as usual, or as found.
+// Where directives stand, and what tabs are for in them, goes with whether they are laid out: as usual, or as found.
 void Search::askDirectives() {
     const Answer usual = {{FORMAT_DIRECTIVES, true}, {ALIGN_PPD_LEFT_MOST, true}, {TABS_IN_INDENT_ONLY, std::nullopt}};
     Answer found = usual;
