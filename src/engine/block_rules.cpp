@@ -225,4 +225,46 @@ void CppFormatter::formatHeadAndBody(Cpp::SyntaxNode* head, Cpp::BracketedNode* 
     formatBody(*body, head ? beforeOpen : kAsInInput, head ? isKept : kNeverKept, [&] { body->accept(*this); });
 }
 
+// Whether the block stands where it would be put behind a case label: one that is indented further is a statement like
+// any other.
+bool CppFormatter::goesByLabel(const Cpp::BlockNode& block) const {
+    const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
+    return followsLabel && sourceColumnOf(block) <= sourceColumnOf(*lastLabel_);
+}
+
+// Empty lines in front of it stay where they are asked for.
+void CppFormatter::placeBlock(const Cpp::BlockNode& block) {
+    const bool keepsLines = settings_.global.keepsBlankLines && settings_.global.beforeOpen.hasLineFeed();
+    WantedText wanted = settings_.global.beforeOpen;
+    if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
+    const std::string_view kept = keepsLines ? trailingBlanks(gapBefore(block)) : std::string_view();
+    const std::string text = withBlankLines(wanted.text(), kept);
+    if (text.size() > wanted.text().size()) wanted = WantedText(text, settings_.blankLines.key);
+    placeBefore(block, !wanted.present && goesByLabel(block) ? settings_.beforeCaseOpen : wanted);
+}
+
+void CppFormatter::visit(Cpp::BlockNode* block) {
+    const int column = indentColumn();
+    BaseColumnScope base(*this, column, block);
+    IndentScope indent(out(), indentToColumn(out(), column));
+    placeBlock(*block);
+    const auto format = [&] { formatBlock(*block, settings_.global); };
+    if (settings_.keepsOneLineBlocks) {
+        applyPendingWhitespace(*block);
+        writer_.copyGap(block->start());
+        if (tryOnOneLine(*block, settings_.keepsOneLineBlocks.key, format)) return;
+    }
+    format();
+}
+
+void CppFormatter::visit(Cpp::LinkageBlockNode* linkage) {
+    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.linkage.beforeOpen,
+                      settings_.keepsOneLineBlocks);
+}
+
+void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
+    applyPendingWhitespace(*body);
+    formatBlock(*body, settings_.linkage);
+}
+
 }  // namespace Tessel

@@ -48,20 +48,20 @@ public:
     void visit(Cpp::RootNode* root) override;
     void visit(Cpp::CommentNode* comment) override;
     void visit(Cpp::PreprocDirectiveNode* directive) override;
+    // What is text (text_rules.cpp).
     void visit(Cpp::KeptNode* item) override;
     void visit(Cpp::ExprNode* expression) override;
     void visit(Cpp::AsmNode* statement) override;
-    void visit(Cpp::BlockNode* block) override;
-    void visit(Cpp::LinkageBlockNode* linkage) override;
-    void visit(Cpp::LinkageBlockBodyNode* body) override;
-    void visit(Cpp::LabelNode* label) override;
     void visit(Cpp::TextNode* text) override;
-    void visit(Cpp::EnumHeadNode* head) override;
     void visit(Cpp::KeywordNode* keyword) override;
     void visit(Cpp::TypeNode* type) override;
     void visit(Cpp::IdNode* name) override;
     void visit(Cpp::NamespaceHeadNode* head) override;
     void visit(Cpp::ClassNameNode* name) override;
+    // Blocks (block_rules.cpp).
+    void visit(Cpp::BlockNode* block) override;
+    void visit(Cpp::LinkageBlockNode* linkage) override;
+    void visit(Cpp::LinkageBlockBodyNode* body) override;
     // Namespaces and classes (class_rules.cpp).
     void visit(Cpp::NamespaceDeclNode* declaration) override;
     void visit(Cpp::NamespaceBodyNode* body) override;
@@ -82,12 +82,14 @@ public:
     // Data (data_rules.cpp) and enums (enum_rules.cpp).
     void visit(Cpp::DataDeclNode* declaration) override;
     void visit(Cpp::EnumDeclNode* declaration) override;
+    void visit(Cpp::EnumHeadNode* head) override;
     void visit(Cpp::EnumBodyNode* body) override;
     // Statements (statement_rules.cpp).
     void visit(Cpp::CtrlStmtNode* statement) override;
     void visit(Cpp::CtrlSubStmtNode* part) override;
     void visit(Cpp::CtrlSubStmtHeadNode* head) override;
     void visit(Cpp::CaseNode* label) override;
+    void visit(Cpp::LabelNode* label) override;
 
 private:
     using Position = Trn::Position;
@@ -102,6 +104,7 @@ private:
     Zelmor::IndentState state() { return Zelmor::IndentState(writer_.out()); }
     void writeRendered(const std::string& text);
     void writeName(const Cpp::SyntaxNode& name);
+    bool hangsWithinName(std::string_view name) const;
     void copyThrough(const Cpp::SyntaxNode& node);
     std::string_view writeGapBeforeEnd(std::string_view text);
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
@@ -113,6 +116,7 @@ private:
     OptionalText takePending();
     WantedText asOutputStands(const WantedText& wanted);
     void placeBefore(const Cpp::SyntaxNode& node, const WantedText& wanted);
+    bool isLedByComment(const Cpp::SyntaxNode& node);
     void applyPendingWhitespace(const Cpp::SyntaxNode& node);
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
@@ -241,6 +245,7 @@ private:
                         std::string_view name, bool isAligned);
 
     // Templates and enums.
+    void pendBehindHeader();
     void formatTemplateParameters(Cpp::ParameterListNode& list);
     void formatEnumerators(Cpp::EnumBodyNode& body);
     void formatEnumeratorList(Cpp::EnumBodyNode& body, const CommaTexts& commas);

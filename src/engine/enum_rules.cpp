@@ -89,4 +89,10 @@ void CppFormatter::writeEnumEnd(Cpp::EnumBodyNode& body) {
     copyThrough(body);
 }
 
+void CppFormatter::visit(Cpp::EnumHeadNode* head) {
+    const std::string_view text = writer_.readThrough(head->end());
+    const bool isLaidOut = settings_.formatsOtherGaps && !writer_.holdsOpaque(text);
+    isLaidOut ? exprFormatter_.formatExpression(text, out()) : writer_.write(text);
+}
+
 }  // namespace Tessel

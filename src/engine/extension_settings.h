@@ -80,7 +80,6 @@ public:
     Keyed<bool> formatsDirectives = from_.isOn(Keys::FORMAT_DIRECTIVES);
     Keyed<bool> formatsMacroBodies = from_.isOn(Keys::FORMAT_MACRO_BODIES);
     OptionalText aroundPaste = from_.lineText(Keys::WS_AROUND_PASTE);
-    Keyed<bool> takesAnchorsOfSource = from_.isOn(Keys::ANCHORS_FROM_SOURCE);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
     OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
     OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);

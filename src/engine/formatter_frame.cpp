@@ -1,20 +1,14 @@
-// What all rules stand on: the root, comments, directives, expressions, and everything that
-// no rule claims.
+// What all rules stand on: the root, what stands between nodes, contents, comments and directives.
 #include <algorithm>
 #include <utility>
 
 #include "cpp/token_kind.h"
-#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
-#include "engine/macro_call.h"
-#include "engine/one_line_rules.h"
-#include "engine/opaque_text.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
-#include "engine/type_text.h"
 #include "scheme/property_keys.h"
 
 namespace Tessel {
@@ -118,14 +112,18 @@ WantedText CppFormatter::asOutputStands(const WantedText& wanted) {
     return wanted.with(lineFeed == std::string_view::npos ? std::string_view() : wanted.text().substr(lineFeed + 1));
 }
 
+// A comment that begins a line is part of what follows it there: `/* static */ void f()`, in the line below
+// `template <class T>`.
+bool CppFormatter::isLedByComment(const Cpp::SyntaxNode& node) {
+    const auto* comment = previousSibling_ ? Cpp::as<Cpp::CommentNode>(previousSibling_) : nullptr;
+    if (!comment || comment->isLineComment() || !keepsLines()) return false;
+    const bool isRightBehind = offsetOf(source_, comment->end()) == writer_.in().offset();
+    return isRightBehind && !isLineBreak(gapBefore(node)) && isAllWhitespace(lineBefore(*comment));
+}
+
 void CppFormatter::applyPendingWhitespace(const Cpp::SyntaxNode& node) {
     const OptionalText wanted = takePending();
-    // `template <class T>`, and `/* static */ void f()` in the next line: the comment is part of what follows it.
-    const auto* comment = previousSibling_ ? Cpp::as<Cpp::CommentNode>(previousSibling_) : nullptr;
-    const bool isBehind = comment && offsetOf(source_, comment->end()) == writer_.in().offset();
-    const bool isLed = isBehind && wanted.hasLineFeed() && keepsLines() && !comment->isLineComment() &&
-                       !isLineBreak(gapBefore(node)) && isAllWhitespace(lineBefore(*comment));
-    if (isLed) return writer_.copyGap(node.start());
+    if (wanted.hasLineFeed() && isLedByComment(node)) return writer_.copyGap(node.start());
     placeBefore(node, wanted);
 }
 
@@ -313,147 +311,6 @@ void CppFormatter::visit(Cpp::PreprocDirectiveNode* directive) {
     if (isKept) keptParts_.push_back({start, out().text().size()});
 }
 
-void CppFormatter::visit(Cpp::KeptNode* item) {
-    const bool isCall = settings_.formatsMacroCalls && isMacroCall(*item);
-    const bool isLine = isCall || (settings_.formatsOtherGaps && isAlias(item->text()));
-    if (!isLine) return writeAsBlock(*item);
-    applyPendingWhitespace(*item);
-    writer_.copyGap(item->start());
-    writeExpression(writer_.readThrough(item->end()), {});
-}
-
-// Its lines move as one block, unless a literal's are among them.
-void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {
-    applyPendingWhitespace(node);
-    writer_.copyGap(node.start());
-    const std::string_view text = writer_.readThrough(node.end());
-    if (holdsLinesOfLiteral(text)) return writeInPlace(text, InnerBlanks::Keep, out());
-    exprFormatter_.writeComment(text, out());
-}
-
-// Nothing hangs under a stray ";" in front of a statement: it is no node.
-void CppFormatter::copyStray(std::string_view gap) {
-    const std::size_t stray = gap.rfind(';');
-    if (stray == std::string_view::npos || writer_.holdsOpaque(gap)) return;
-    writer_.write(gap.substr(0, stray + 1));
-    writer_.in().moveTo(writer_.in().offset() + stray + 1);
-}
-
-void CppFormatter::visit(Cpp::ExprNode* expression) {
-    if (copySettledStatement(*expression)) return;
-    if (settings_.formatsOtherGaps && previousSibling_ && Cpp::as<Cpp::TemplateNode>(previousSibling_)) {
-        return writeRequiresClause(*expression);
-    }
-    if (givesTypeName(expression->text())) {
-        if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
-        applyPendingWhitespace(*expression);
-        writer_.copyGap(expression->start());
-        if (expression->bodies().empty()) return writeTypeName(writer_.readThrough(expression->end()));
-    }
-    if (keepsLines()) copyStray(gapBefore(*expression));
-    writeExpression(writer_.readThrough(expression->end()), expression->bodies());
-}
-
-// Behind a template's parameters, on their line or, indented as its author did, in the next one.
-void CppFormatter::writeRequiresClause(Cpp::ExprNode& clause) {
-    takePending();
-    const std::string_view gap = gapBefore(clause);
-    const bool startsLine = isLineBreak(gap);
-    const bool isIndented = startsLine && sourceColumnOf(clause) > sourceColumnOf(*previousSibling_);
-    IndentScope indent(out(), out().indent() + (isIndented ? settings_.global.indent.text : std::string()));
-    if (isAllWhitespace(gap)) {
-        writer_.replace(writer_.readGap(clause.start()),
-                        WantedText(startsLine ? "\n" : " ", settings_.formatsOtherGaps.key));
-    } else {
-        writer_.copyGap(clause.start());
-    }
-    writeExpression(writer_.readThrough(clause.end()), clause.bodies());
-    const bool isKept = keepsBreak(leadingBlanks(writer_.ahead()), settings_.afterTemplateClose);
-    pend(isKept ? OptionalText{true, "\n", Keys::KEEP_LINE_BREAKS} : settings_.afterTemplateClose);
-}
-
-// `using A = T *`: a type stands behind the "=".
-void CppFormatter::writeTypeName(std::string_view statement) {
-    const std::size_t assignment = statement.find('=');
-    const bool isAlias = assignment != std::string_view::npos && !writer_.holdsOpaque(statement);
-    if (!isAlias) return writeExpression(statement, {});
-    writeExpression(statement.substr(0, assignment + 1), {});
-    const std::string_view type = trimLeft(statement.substr(assignment + 1));
-    const std::string_view blanks = statement.substr(assignment + 1, statement.size() - assignment - 1 - type.size());
-    const OptionalText& apart = exprFormatter_.settings().afterOperator;
-    if (keepsBreak(blanks, apart)) {
-        writeKeptBreak(blanks);
-    } else {
-        writer_.replace(blanks, apart);
-    }
-    exprFormatter_.formatDeclarationText(type, out(), kAsInInput);
-}
-
-// Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as
-// its line.
-void CppFormatter::visit(Cpp::AsmNode* statement) {
-    copyUpTo(*statement);
-    const std::string_view text = writer_.readThrough(statement->end());
-    const std::size_t bracket = text.find_first_of("({");
-    const bool isOperands = bracket != std::string_view::npos && text[bracket] == '(';
-    if (settings_.keepsUnrecognized && isOperands && mayIndentLines(text)) {
-        exprFormatter_.writeComment(text, out());  // its further lines hang as they did
-    } else {
-        writer_.write(text);
-    }
-    const char last = writer_.peekBehind();
-    if (last != ';' && last != '}') writer_.keepLineEndBehind();
-}
-
-// Whether the block stands where it would be put behind a case label: one that is indented further is a statement like
-// any other.
-bool CppFormatter::goesByLabel(const Cpp::BlockNode& block) const {
-    const bool followsLabel = lastLabel_ && lastLabel_ == previousSibling_;
-    return followsLabel && sourceColumnOf(block) <= sourceColumnOf(*lastLabel_);
-}
-
-// Empty lines in front of it stay where they are asked for.
-void CppFormatter::placeBlock(const Cpp::BlockNode& block) {
-    const bool keepsLines = settings_.global.keepsBlankLines && settings_.global.beforeOpen.hasLineFeed();
-    WantedText wanted = settings_.global.beforeOpen;
-    if (wanted.text().starts_with('\n') && out().column() == 0) wanted = wanted.with(wanted.text().substr(1));
-    const std::string_view kept = keepsLines ? trailingBlanks(gapBefore(block)) : std::string_view();
-    const std::string text = withBlankLines(wanted.text(), kept);
-    if (text.size() > wanted.text().size()) wanted = WantedText(text, settings_.blankLines.key);
-    placeBefore(block, !wanted.present && goesByLabel(block) ? settings_.beforeCaseOpen : wanted);
-}
-
-void CppFormatter::visit(Cpp::BlockNode* block) {
-    const int column = indentColumn();
-    BaseColumnScope base(*this, column, block);
-    IndentScope indent(out(), indentToColumn(out(), column));
-    placeBlock(*block);
-    const auto format = [&] { formatBlock(*block, settings_.global); };
-    if (settings_.keepsOneLineBlocks) {
-        applyPendingWhitespace(*block);
-        writer_.copyGap(block->start());
-        if (tryOnOneLine(*block, settings_.keepsOneLineBlocks.key, format)) return;
-    }
-    format();
-}
-
-void CppFormatter::visit(Cpp::LinkageBlockNode* linkage) {
-    formatHeadAndBody(linkage->linkage(), linkage->body(), settings_.linkage.beforeOpen,
-                      settings_.keepsOneLineBlocks);
-}
-
-void CppFormatter::visit(Cpp::LinkageBlockBodyNode* body) {
-    applyPendingWhitespace(*body);
-    formatBlock(*body, settings_.linkage);
-}
-
-void CppFormatter::visit(Cpp::LabelNode* label) {
-    const OptionalText& wanted = settings_.labelIndent;
-    LabelScope scope(*this, *label, wanted, wanted.present ? labelIndent(wanted) : out().indent());
-    writer_.copyGap(label->start());
-    writeLabel(*label);
-}
-
 // What has not been written of the node: all of it, or what ends it, like the ";" of a declaration.
 void CppFormatter::copyThrough(const Cpp::SyntaxNode& node) {
     writer_.write(writeGapBeforeEnd(writer_.readThrough(node.end())));
@@ -466,45 +323,6 @@ std::string_view CppFormatter::writeGapBeforeEnd(std::string_view text) {
     if (!settings_.formatsOtherGaps || !isEnd) return text;
     writer_.replace(text.substr(0, blanks), WantedText("", settings_.formatsOtherGaps.key));
     return text.substr(blanks);
-}
-
-void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
-void CppFormatter::visit(Cpp::EnumHeadNode* head) {
-    const std::string_view text = writer_.readThrough(head->end());
-    const bool isLaidOut = settings_.formatsOtherGaps && !writer_.holdsOpaque(text);
-    isLaidOut ? exprFormatter_.formatExpression(text, out()) : writer_.write(text);
-}
-void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
-void CppFormatter::visit(Cpp::TypeNode* type) { copyThrough(*type); }
-void CppFormatter::visit(Cpp::IdNode* name) { writeName(*name); }
-void CppFormatter::visit(Cpp::NamespaceHeadNode* head) { copyThrough(*head); }
-void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
-
-// A name may have arguments. The "<" of an operator's begins none; with a blank in front of those of a macro, what it
-// makes would be read as something else.
-void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
-    const std::string_view text = writer_.readThrough(name.end());
-    std::optional<IndentScope> further;
-    const std::string_view firstLine = trimRight(text.substr(0, text.find('\n')));
-    const bool hangs = keepsLines() && !exprFormatter_.keptIndent().isWanted() && firstLine.size() < text.size() &&
-                       firstLine.ends_with("::") && !writer_.holdsOpaque(text);
-    if (hangs) {
-        out().startLine();
-        const std::string& wrap = exprFormatter_.settings().hanging.wrap.text;
-        further.emplace(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
-    }
-    const bool isCall = text.find('(') != text.npos && !exprFormatter_.settings().afterCallName.text.empty();
-    const bool hasArguments = !isCall && text.find("operator") == text.npos;
-    if (const std::size_t symbol = Cpp::operatorSymbol(text); symbol < text.size()) {
-        const std::string_view words = trimRight(text.substr(0, symbol));
-        writer_.write(words);
-        writer_.replace(text.substr(words.size(), symbol - words.size()), settings_.afterOperatorKeyword);
-        writer_.write(text.substr(symbol));
-    } else if (hasArguments && formatsArgumentsOf(text)) {
-        exprFormatter_.formatTypeText(text, out(), kAsInInput);
-    } else {
-        writer_.write(text);
-    }
 }
 
 }  // namespace Tessel

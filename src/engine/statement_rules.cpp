@@ -319,6 +319,13 @@ void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
     writeExpression(writer_.readThrough(label.value()->end()), label.value()->bodies(), HangingLines::Text::List);
 }
 
+void CppFormatter::visit(Cpp::LabelNode* label) {
+    const OptionalText& wanted = settings_.labelIndent;
+    LabelScope scope(*this, *label, wanted, wanted.present ? labelIndent(wanted) : out().indent());
+    writer_.copyGap(label->start());
+    writeLabel(*label);
+}
+
 // What has not been written of a label yet, its ":" among it.
 void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
     std::string_view text = writer_.readThrough(label.end());

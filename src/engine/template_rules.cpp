@@ -9,6 +9,8 @@
 
 namespace Tessel {
 
+using Zelmor::IndentScope;
+
 // The column of the first of the headers in front of a declaration, when there is one.
 std::optional<int> CppFormatter::takeTemplateColumn() { return std::exchange(templateColumn_, std::nullopt); }
 
@@ -22,6 +24,11 @@ void CppFormatter::visit(Cpp::TemplateNode* header) {
     if (header->keyword()) copyThrough(*header->keyword());
     if (header->parameters()) formatTemplateParameters(*header->parameters());
     copyThrough(*header);
+    pendBehindHeader();
+}
+
+// The line of what the header is for, where its author began one.
+void CppFormatter::pendBehindHeader() {
     const bool isKept = keepsBreak(leadingBlanks(writer_.ahead()), settings_.afterTemplateClose);
     pend(isKept ? OptionalText{true, "\n", Keys::KEEP_LINE_BREAKS} : settings_.afterTemplateClose);
 }
@@ -30,6 +37,23 @@ void CppFormatter::formatTemplateParameters(Cpp::ParameterListNode& list) {
     writeGapBefore(list, settings_.beforeTemplateOpen);
     formatBracketedList(list, settings_.afterTemplateOpen, settings_.commas.templateParameters,
                         settings_.beforeTemplateClose);
+}
+
+// Behind a template's parameters, on their line or, indented as its author did, in the next one.
+void CppFormatter::writeRequiresClause(Cpp::ExprNode& clause) {
+    takePending();
+    const std::string_view gap = gapBefore(clause);
+    const bool startsLine = isLineBreak(gap);
+    const bool isIndented = startsLine && sourceColumnOf(clause) > sourceColumnOf(*previousSibling_);
+    IndentScope indent(out(), out().indent() + (isIndented ? settings_.global.indent.text : std::string()));
+    if (isAllWhitespace(gap)) {
+        writer_.replace(writer_.readGap(clause.start()),
+                        WantedText(startsLine ? "\n" : " ", settings_.formatsOtherGaps.key));
+    } else {
+        writer_.copyGap(clause.start());
+    }
+    writeExpression(writer_.readThrough(clause.end()), clause.bodies());
+    pendBehindHeader();
 }
 
 }  // namespace Tessel

@@ -84,35 +84,44 @@ private:
     void takeWidths();
     void weighWays(int column, int trailingWidth);
     const Way& lightest() const { return *std::ranges::min_element(ways_, {}, &Way::cost); }
+    void part(std::size_t place);
+    void goOn(Way& way, std::size_t place);
+    void keepLightest();
+    void putLines(const Way& way);
+    void note(Way& way, std::size_t place, int column);
+    void payOverflow(Way& way, int before) const;
+
+    // line_search_choices.cpp
+    bool mayBegin(const Way& way, std::size_t place) const;
     bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
     bool mustBeginMember(const Way& way, std::size_t place, int lineColumn) const;
-    bool mayBegin(const Way& way, std::size_t place) const;
+    bool mustBeginOperand(const Scope& scope, std::size_t place) const;
     int columnOfLine(const Way& way, std::size_t place) const;
+    int continuation(const Scope& scope) const;
+    bool endsOutputLine(std::size_t place) const;
+    bool standsBetweenLiterals(std::size_t place) const;
+    bool followsOperator(std::size_t place) const;
+
+    // line_search_scopes.cpp
     void beginLine(Way& way, std::size_t place, int column);
-    void note(Way& way, std::size_t place, int column);
+    void stayOnLine(Way& way, std::size_t place);
+    void stayBehindCall(Way& way, std::size_t place);
+    bool keepsOperandWhole(const Scope& scope, std::size_t place) const;
+    bool hangsFurther(const Way& way, std::size_t place) const;
+    void pass(Way& way, std::size_t place, bool beginsLine);
+    void passToken(Way& way, std::size_t place, bool beginsLine);
     bool partsBlock(Way& way, std::size_t place);
     bool hangsBlock(const Way& way, std::size_t place) const;
-    void stayOnLine(Way& way, std::size_t place);
-    void pass(Way& way, std::size_t place, bool beginsLine);
     void openScopes(Way& way, std::size_t place);
     void openBracket(Way& way, std::size_t place);
     static std::uint64_t hashOf(const Scope& scope);
     void push(Way& way, Scope inside);
     void pop(Way& way);
-    void payOverflow(Way& way, int before) const;
-    void part(std::size_t place);
-    void goOn(Way& way, std::size_t place);
-    void keepLightest();
-    void putLines(const Way& way);
 
     bool isOpen(std::size_t place) const { return opensBracket(tokens_, place); }
     bool isClose(std::size_t place) const { return closesBracket(tokens_, place); }
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t before(std::size_t place) const { return before_[place]; }
-    int continuation(const Scope& scope) const;
-    bool endsOutputLine(std::size_t place) const;
-    bool standsBetweenLiterals(std::size_t place) const;
-    bool followsOperator(std::size_t place) const;
 
     WrapText& text_;
     const ExprTokens& tokens_;

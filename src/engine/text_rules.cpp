@@ -1,0 +1,127 @@
+// What the tree holds as text: items that are kept, expressions, assembler, names, and words that stay as they are.
+#include "cpp/words.h"
+#include "engine/columns.h"
+#include "engine/cpp_formatter.h"
+#include "engine/formatter_scopes.h"
+#include "engine/gap.h"
+#include "engine/macro_call.h"
+#include "engine/opaque_text.h"
+#include "engine/type_text.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+
+void CppFormatter::visit(Cpp::KeptNode* item) {
+    const bool isCall = settings_.formatsMacroCalls && isMacroCall(*item);
+    const bool isLine = isCall || (settings_.formatsOtherGaps && isAlias(item->text()));
+    if (!isLine) return writeAsBlock(*item);
+    applyPendingWhitespace(*item);
+    writer_.copyGap(item->start());
+    writeExpression(writer_.readThrough(item->end()), {});
+}
+
+// Its lines move as one block, unless a literal's are among them.
+void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {
+    applyPendingWhitespace(node);
+    writer_.copyGap(node.start());
+    const std::string_view text = writer_.readThrough(node.end());
+    if (holdsLinesOfLiteral(text)) return writeInPlace(text, InnerBlanks::Keep, out());
+    exprFormatter_.writeComment(text, out());
+}
+
+// Nothing hangs under a stray ";" in front of a statement: it is no node.
+void CppFormatter::copyStray(std::string_view gap) {
+    const std::size_t stray = gap.rfind(';');
+    if (stray == std::string_view::npos || writer_.holdsOpaque(gap)) return;
+    writer_.write(gap.substr(0, stray + 1));
+    writer_.in().moveTo(writer_.in().offset() + stray + 1);
+}
+
+void CppFormatter::visit(Cpp::ExprNode* expression) {
+    if (copySettledStatement(*expression)) return;
+    if (settings_.formatsOtherGaps && previousSibling_ && Cpp::as<Cpp::TemplateNode>(previousSibling_)) {
+        return writeRequiresClause(*expression);
+    }
+    if (givesTypeName(expression->text())) {
+        if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
+        applyPendingWhitespace(*expression);
+        writer_.copyGap(expression->start());
+        if (expression->bodies().empty()) return writeTypeName(writer_.readThrough(expression->end()));
+    }
+    if (keepsLines()) copyStray(gapBefore(*expression));
+    writeExpression(writer_.readThrough(expression->end()), expression->bodies());
+}
+
+// `using A = T *`: a type stands behind the "=".
+void CppFormatter::writeTypeName(std::string_view statement) {
+    const std::size_t assignment = statement.find('=');
+    const bool isAlias = assignment != std::string_view::npos && !writer_.holdsOpaque(statement);
+    if (!isAlias) return writeExpression(statement, {});
+    writeExpression(statement.substr(0, assignment + 1), {});
+    const std::string_view type = trimLeft(statement.substr(assignment + 1));
+    const std::string_view blanks = statement.substr(assignment + 1, statement.size() - assignment - 1 - type.size());
+    const OptionalText& apart = exprFormatter_.settings().afterOperator;
+    if (keepsBreak(blanks, apart)) {
+        writeKeptBreak(blanks);
+    } else {
+        writer_.replace(blanks, apart);
+    }
+    exprFormatter_.formatDeclarationText(type, out(), kAsInInput);
+}
+
+// Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as
+// its line.
+void CppFormatter::visit(Cpp::AsmNode* statement) {
+    copyUpTo(*statement);
+    const std::string_view text = writer_.readThrough(statement->end());
+    const std::size_t bracket = text.find_first_of("({");
+    const bool isOperands = bracket != std::string_view::npos && text[bracket] == '(';
+    if (settings_.keepsUnrecognized && isOperands && mayIndentLines(text)) {
+        exprFormatter_.writeComment(text, out());  // its further lines hang as they did
+    } else {
+        writer_.write(text);
+    }
+    const char last = writer_.peekBehind();
+    if (last != ';' && last != '}') writer_.keepLineEndBehind();
+}
+
+void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }
+void CppFormatter::visit(Cpp::KeywordNode* keyword) { copyThrough(*keyword); }
+void CppFormatter::visit(Cpp::TypeNode* type) { copyThrough(*type); }
+void CppFormatter::visit(Cpp::IdNode* name) { writeName(*name); }
+void CppFormatter::visit(Cpp::NamespaceHeadNode* head) { copyThrough(*head); }
+void CppFormatter::visit(Cpp::ClassNameNode* name) { writeName(*name); }
+
+// Whether the name goes on in the next line, behind a "::".
+bool CppFormatter::hangsWithinName(std::string_view name) const {
+    const std::string_view firstLine = trimRight(name.substr(0, name.find('\n')));
+    const bool goesOn = firstLine.size() < name.size() && firstLine.ends_with("::");
+    return goesOn && keepsLines() && !exprFormatter_.keptIndent().isWanted() && !writer_.holdsOpaque(name);
+}
+
+// A name may have arguments. The "<" of an operator's begins none; with a blank in front of those of a macro, what it
+// makes would be read as something else.
+void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
+    const std::string_view text = writer_.readThrough(name.end());
+    std::optional<IndentScope> further;
+    if (hangsWithinName(text)) {
+        out().startLine();
+        const std::string& wrap = exprFormatter_.settings().hanging.wrap.text;
+        further.emplace(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
+    }
+    const bool isCall = text.find('(') != text.npos && !exprFormatter_.settings().afterCallName.text.empty();
+    const bool hasArguments = !isCall && text.find("operator") == text.npos;
+    if (const std::size_t symbol = Cpp::operatorSymbol(text); symbol < text.size()) {
+        const std::string_view words = trimRight(text.substr(0, symbol));
+        writer_.write(words);
+        writer_.replace(text.substr(words.size(), symbol - words.size()), settings_.afterOperatorKeyword);
+        writer_.write(text.substr(symbol));
+    } else if (hasArguments && formatsArgumentsOf(text)) {
+        exprFormatter_.formatTypeText(text, out(), kAsInInput);
+    } else {
+        writer_.write(text);
+    }
+}
+
+}  // namespace Tessel
