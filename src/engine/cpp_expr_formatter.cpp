@@ -381,8 +381,8 @@ bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
            run.roleAt(place) == ExprRole::Operand;
 }
 
-// The "..." behind what is a pack, or is made one: `class... T`, `T... args`, `f(args...)`. Those of ranges, `case a ... b`,
-// and those that fold stand between operands.
+// The "..." behind what is a pack, or is made one: `class... T`, `T... args`, `f(args...)`. Those of ranges,
+// `case a ... b`, and those that fold stand between operands.
 bool CppExprFormatter::startsEllipsis(const Run& run, std::size_t place) {
     if (!isPack(run.tokens, place)) return false;
     const int before = run.previousKind();

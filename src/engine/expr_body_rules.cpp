@@ -118,8 +118,8 @@ void CppFormatter::formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& targ
     if (!mayStayOnLine(body) || !formatOnLine(body, target, spare)) formatBlock(body, settings_.functions);
 }
 
-// The line wrapper leaves such a body alone, so that it has to fit from the start, or where the wrapper will put it: says
-// false where it does not. Inside of another one that one has to.
+// The line wrapper leaves such a body alone, so that it has to fit from the start, or where the wrapper will put it:
+// says false where it does not. Inside of another one that one has to.
 bool CppFormatter::formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int spare) {
     static const BraceSettings kOnLine{kAsInInput, kBlank, kAsInInput, kBlank};
     static const BraceSettings kEmpty;

@@ -170,8 +170,8 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
     return nullptr;
 }
 
-// { 1, 2 }: what is to stand in the next gap, inside of such braces, for which another key may have something too. Lists
-// below each other may be in columns.
+// { 1, 2 }: what is to stand in the next gap, inside of such braces, for which another key may have something too.
+// Lists below each other may be in columns.
 const OptionalText* CppExprFormatter::inListBraces(const Run& run, const OptionalText* other) const {
     const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
     const bool isBehindComma = run.previousKind() == Cpp::Comma;

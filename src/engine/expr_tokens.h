@@ -92,8 +92,8 @@ struct TextExtent {
 };
 
 // Lexes a text into `tokens` (which is cleared first) and finds every token's role. The blocks, in order, are not
-// looked into, nor are regions between the markers, which may be null. One pass over the text and three over the tokens,
-// whatever the nesting.
+// looked into, nor are regions between the markers, which may be null. One pass over the text and three over the
+// tokens, whatever the nesting.
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
                     std::span<const TextExtent> blocks = {}, const MarkerPairs* markers = nullptr);
 

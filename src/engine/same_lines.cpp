@@ -35,7 +35,8 @@ int charactersIn(std::string_view line) {
 
 }  // namespace
 
-SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after) : linesAfter_{0}, others_{0} {
+SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after)
+    : linesAfter_{0}, others_{0} {
     linesAfter_.reserve(static_cast<std::size_t>(before.lineCount()) + 1);
     others_.reserve(static_cast<std::size_t>(after.lineCount()) + 1);
     LineReader linesBefore(before);

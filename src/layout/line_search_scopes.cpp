@@ -1,5 +1,5 @@
-// What a way comes to with each token: the scopes that it opens and closes, and what a line there, or none, means to the
-// lines behind it.
+// What a way comes to with each token: the scopes that it opens and closes, and what a line there, or none, means to
+// the lines behind it.
 #include <algorithm>
 
 #include "cpp/token_kind.h"
