@@ -28,6 +28,7 @@ namespace {
 PropertySet inLinesOfAuthor(PropertySet scheme) {
     scheme = withoutLineEnds(std::move(scheme), LineEndTexts::Absent);
     scheme.erase(Keys::JOIN_SHORT_FUNCTIONS.name);
+    scheme.erase(Keys::JOIN_SHORT_STATEMENTS.name);
     scheme.erase(Keys::FORMAT_MACRO_BODIES.name);
     scheme.erase(Keys::ALIGN_LINE_SPLICES.name);
     scheme.setBool(Keys::KEEP_LINE_BREAKS.name, true);

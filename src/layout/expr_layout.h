@@ -22,8 +22,8 @@ namespace Tessel {
 //          + inner(fourth,                the region inside
 //                  fifth))
 //
-// Calls come first, but with WRAP_WHOLE_PARTS: where the arguments of the calls in a region can be broken so that everything
-// fits, the region itself stays in one piece.
+// Calls come first, but with WRAP_WHOLE_PARTS: where the arguments of the calls in a region can be broken so that all
+// of it fits, the region itself stays in one piece.
 //
 // What cannot leave the line that a piece ends on (closing brackets, a separator, ";") is measured with it.
 // Every token is looked at a bounded number of times whatever the nesting; regions nested too deep stay as
