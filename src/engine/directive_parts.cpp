@@ -11,6 +11,7 @@
 #include "cpp/words.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "engine/token_boundary.h"
 
 namespace Tessel {
 
@@ -243,7 +244,7 @@ std::string withoutHashes(std::string_view text) {
 }
 
 std::string withPasteGaps(std::string_view directive, std::string_view gap) {
-    if (directive.find("##") == directive.npos) return std::string(directive);
+    if (directive.find("##") == directive.npos || holdsSplicedToken(directive)) return std::string(directive);
     std::string names(directive);
     std::replace(names.begin() + 1, names.end(), '#', '_');
     std::string text;
@@ -268,7 +269,7 @@ std::string withPasteGaps(std::string_view directive, std::string_view gap) {
 
 DirectiveParts partsOf(std::string_view directive) {
     std::vector<Trn::Token> all = tokensOf(directive);
-    if (all.size() < 2) return {};
+    if (all.size() < 2 || holdsSplicedToken(directive)) return {};
     // Behind a character that is no token nothing is known.
     const std::string_view ahead = directive.substr(1, all.front().offset - 1);
     if (ahead.find_first_not_of(" \t\\\n") != ahead.npos) return {};

@@ -6,6 +6,7 @@
 #include "cpp/lexer.h"
 #include "engine/directive_parts.h"
 #include "engine/gap.h"
+#include "engine/token_boundary.h"
 
 namespace Tessel {
 
@@ -50,6 +51,7 @@ bool holdSameDirective(std::string_view source, std::string_view result) {
     constexpr int behindMacroName = 2;
     const bool joinsNames = source.find("##") != source.npos;
     if (!joinsNames && partsOf(source).areNone()) return false;
+    if (holdsSplicedToken(source) || holdsSplicedToken(result)) return false;
     DirectiveTokens left(source);
     DirectiveTokens right(result);
     bool isMacro = false;

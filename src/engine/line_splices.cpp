@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <vector>
 
-#include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/directive_parts.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
+#include "engine/token_boundary.h"
 #include "scheme/extension_keys.h"
 #include "textstream/otext_doc_buf.h"
 
@@ -26,9 +26,10 @@ struct SplicedLine {
     bool isFirst = false;
 };
 
-// Those of a directive; none where a comment, a literal or a word may go on in the next line.
+// Those of a directive; none where a comment, a literal or another token may go on in the next line.
 std::vector<SplicedLine> splicedLinesOf(std::string_view directive) {
     std::vector<SplicedLine> lines;
+    if (holdsSplicedToken(directive)) return lines;
     std::size_t start = 0;
     const std::size_t end = directive.ends_with('\n') ? directive.size() - 1 : directive.size();
     for (std::size_t lineFeed = directive.find('\n'); lineFeed < end; lineFeed = directive.find('\n', start)) {
@@ -36,7 +37,6 @@ std::vector<SplicedLine> splicedLinesOf(std::string_view directive) {
         if (!line.ends_with('\\')) return {};
         line.remove_suffix(1);
         const std::string_view text = trimRight(line);
-        if (text.size() == line.size() && !text.empty() && Cpp::isNamePart(text.back())) return {};
         lines.push_back({text, line.substr(text.size()), start == 0});
         start = lineFeed + 1;
     }

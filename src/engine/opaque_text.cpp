@@ -48,9 +48,9 @@ bool convertsIndentOnly(std::string_view text, const OIndentBuf& out) {
     return out.tabMode() == Zelmor::SpacesToTabsInIndent && startsComment(text);
 }
 
-// Writes a further line of a directive that a splice holds together with a word in front of it, or apart from one: what
+// Writes a further line of a directive that a splice holds together with what is in front of it, or apart from one: what
 // is joined stays so, and what is apart keeps a blank.
-bool writeBehindWord(std::string_view line, int column, OpaqueWriter& writer, OIndentBuf& out) {
+bool writeBehindToken(std::string_view line, int column, OpaqueWriter& writer, OIndentBuf& out) {
     const bool isApart = isWhitespace(line.front());
     if (isApart && column > 0) return false;
     IndentScope indent(out, isApart ? " " : "");
@@ -130,12 +130,6 @@ bool mayIndentLines(std::string_view text) {
     return !holds("#") && !holds("\\\n") && !holds("R\"");
 }
 
-bool splicesWords(std::string_view front, std::string_view behind) {
-    const std::string_view word = trimLeft(behind);
-    if (!front.ends_with("\\\n") || word.empty() || !isWordPart(word.front())) return false;
-    return front.size() > 2 && isWordPart(front[front.size() - 3]);
-}
-
 bool continuesLiteral(std::string_view directive) {
     if (lineLength(directive) == directive.size()) return false;
     char quote = '\0';
@@ -190,7 +184,7 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
         const int behind = columnsBehindStart(line, inputColumn, out.tabSize());
         const int ahead = outer == OuterLines::AsTheyWere ? inputColumn - leadingWidth(line, out.tabSize()) : 0;
         const int moved = column + behind - std::max(ahead, 0);
-        if (splicesWords(front, line) && writeBehindWord(line, moved, writer, out)) continue;
+        if (splicesTokens(front, line) && writeBehindToken(line, moved, writer, out)) continue;
         std::optional<IndentScope> inFront;
         if (ahead > 0) inFront.emplace(out, indentToColumn(out, column - ahead));
         writeFurtherLine(line, behind, writer, out);

@@ -58,10 +58,6 @@ private:
 // A comment or directive, line for line as it is.
 void writeInPlace(std::string_view text, InnerBlanks inner, Zelmor::OIndentBuf& out);
 
-// Whether a splice stands between two words, which the white space at the start of the line behind it holds apart, or
-// which are one for lack of it.
-bool splicesWords(std::string_view front, std::string_view behind);
-
 // Whether a literal in the directive goes on behind a line end, so that the white space at the start of the next
 // line is part of it.
 bool continuesLiteral(std::string_view directive);

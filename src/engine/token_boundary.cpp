@@ -29,16 +29,10 @@ constexpr bool isSign(char c) {
     return c == '+' || c == '-';
 }
 
-// Whether the same token may hold both, one behind the other: an exponent takes a sign in.
-constexpr bool belongTogether(char before, char after) {
-    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
-           (isExponent(before) && isSign(after));
-}
-
 // Whether the character in front of `place` belongs to what stands there. The sign of an exponent does.
 bool belongsInFront(std::string_view text, std::size_t place) {
     const char before = text[place - 1];
-    if (belongTogether(before, text[place])) return true;
+    if (mayBelongTogether(before, text[place])) return true;
     return place > 1 && isSign(before) && isExponent(text[place - 2]) && isWordPart(text[place]);
 }
 
@@ -101,7 +95,7 @@ std::string rightOf(const TokenBoundary& boundary) {
     const char quote = text[boundary.place];
     if (Cpp::isQuote(quote)) return {quote, 'x', quote};
     std::size_t last = boundary.place + 1;
-    while (last < text.size() && belongTogether(text[last - 1], text[last])) {
+    while (last < text.size() && mayBelongTogether(text[last - 1], text[last])) {
         if (!isWordPart(text[last]) && last - boundary.place >= kLongestOperators) return {};
         ++last;
     }
@@ -117,6 +111,33 @@ bool areSameTokens(const TokenBoundary& boundary) {
 }
 
 }  // namespace
+
+bool mayBelongTogether(char before, char after) {
+    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
+           (isExponent(before) && isSign(after));
+}
+
+bool splicesTokens(std::string_view front, std::string_view behind) {
+    constexpr std::string_view splice = "\\\n";
+    const std::size_t start = behind.find_first_not_of(kBlanks);
+    if (!front.ends_with(splice) || front.size() == splice.size() || start == behind.npos) return false;
+    const char before = front[front.size() - splice.size() - 1];
+    const char after = behind[start];
+    const bool isLiteral = (Cpp::isQuote(before) && isWordPart(after)) || (isWordPart(before) && Cpp::isQuote(after));
+    return isLiteral || mayBelongTogether(before, after);
+}
+
+bool holdsSplicedToken(std::string_view directive) {
+    constexpr std::string_view splice = "\\\n";
+    for (std::size_t place = directive.find(splice); place != directive.npos; place = directive.find(splice, place)) {
+        place += splice.size();
+        const std::string_view behind = directive.substr(place);
+        if (!behind.empty() && !isWhitespace(behind.front()) && splicesTokens(directive.substr(0, place), behind)) {
+            return true;
+        }
+    }
+    return false;
+}
 
 bool allowsWhitespace(const TokenBoundary& boundary) {
     if (boundary.place == 0) return true;

@@ -211,7 +211,8 @@ private:
     }
 
     // A comment or directive, line by line.
-    bool compareLines(int kind, std::string_view text) {
+    bool compareLines(int kind, std::string_view whole) {
+        std::string_view text = whole;
         for (bool isFirst = true; !text.empty(); isFirst = false) {
             const std::size_t lineFeed = text.find('\n');
             const std::string_view line = text.substr(0, lineFeed);
@@ -220,31 +221,40 @@ private:
             if (!compareExactly(isFirst ? kept : trimLeft(kept))) return false;
             if (lineFeed == std::string_view::npos) return true;
             if (!endLine()) return false;
-            const std::string_view front = text.substr(0, lineFeed + 1);
             text.remove_prefix(lineFeed + 1);
             if (text.empty()) return true;
-            const std::size_t start = result_.place;
-            skipBlanks();
-            const bool staysApart = isWhitespace(text.front()) == (result_.place > start);
-            if (kind == Cpp::Directive && !staysApart && splicesWords(front, text)) return false;
+            if (!startLine(kind, whole, whole.size() - text.size())) return false;
         }
         return true;
+    }
+
+    // Passes the white space at the start of a line, which may have come or gone, but not where that joins or parts
+    // tokens of a directive.
+    bool startLine(int kind, std::string_view text, std::size_t line) {
+        const std::size_t start = result_.place;
+        skipBlanks();
+        const bool staysApart = isWhitespace(text[line]) == (result_.place > start);
+        return kind != Cpp::Directive || staysApart || !splicesTokens(text.substr(0, line), text.substr(line));
     }
 
     // A directive between whose tokens tabs may have become blanks, or blanks tabs.
     bool compareConverted(std::string_view text) {
         ConvertibleBlanks blanks(text);
+        std::size_t place = 0;
         while (true) {
             const std::string_view run = blanks.next();
-            if (run.empty()) return compareMovedLines(text);
+            if (run.empty()) return compareMovedLines(text, place, text.size());
             const auto ahead = static_cast<std::size_t>(run.data() - text.data());
-            if (!compareMovedLines(text.substr(0, ahead))) return false;
+            if (!compareMovedLines(text, place, ahead)) return false;
+            place = ahead + run.size();
             const std::size_t start = result_.place;
+            if (result_.text[start - 1] == '\n') {
+                if (!startLine(Cpp::Directive, text, ahead)) return false;
+                continue;
+            }
             skipBlanks();
             const std::string_view converted = result_.text.substr(start, result_.place - start);
-            const bool mayVanish = endsLine(text, ahead, run);
-            if (result_.text[start - 1] != '\n' && !mayVanish && !isConversion(run, converted)) return false;
-            text.remove_prefix(ahead + run.size());
+            if (!endsLine(text, ahead, run) && !isConversion(run, converted)) return false;
         }
     }
 
@@ -260,13 +270,14 @@ private:
         return before == after || (hasTabs && !after.empty());
     }
 
-    // Lines, or parts of them, exactly, but for the white space at the start of further ones.
-    bool compareMovedLines(std::string_view text) {
-        while (!text.empty()) {
-            if (result_.place > 0 && result_.text[result_.place - 1] == '\n') skipBlanks();
-            const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
-            if (!compareExactly(text.substr(0, length))) return false;
-            text.remove_prefix(length);
+    // The directive's lines, or parts of them, exactly, but for the white space at the start of further ones.
+    bool compareMovedLines(std::string_view text, std::size_t place, std::size_t end) {
+        while (place < end) {
+            const bool startsLine = place > 0 && text[place - 1] == '\n';
+            if (startsLine && !startLine(Cpp::Directive, text, place)) return false;
+            const std::size_t next = std::min(text.find('\n', place), end - 1) + 1;
+            if (!compareExactly(text.substr(place, next - place))) return false;
+            place = next;
         }
         return true;
     }

@@ -74,6 +74,10 @@ TEST(TokenProof, SeesTokensThatSplicesJoin) {
     EXPECT_FALSE(accepts("a\\\nb ::c;", "a\\\nb::c;"));
     EXPECT_TRUE(accepts("struct \\\nA;", "struct\\\n A;"));
     EXPECT_TRUE(accepts("a \\\n+b;", "a\\\n+b;"));
+    EXPECT_FALSE(accepts("#if a &\\\n& b\n", "#if a & \\\n    &b\n"));
+    EXPECT_FALSE(accepts("#define A a## &\\\n  & b\n", "#define A a##&\\\n& b\n"));
+    EXPECT_FALSE(accepts("#pragma L\\\n\"a\"\n", "#pragma L\\\n  \"a\"\n"));
+    EXPECT_TRUE(accepts("#pragma a\\\n{\n", "#pragma a\\\n  {\n"));
 }
 
 TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {

@@ -50,14 +50,22 @@ std::string withTrimmedLines(std::string_view text) {
     return kept;
 }
 
-// Parts the tokens around a splice in front of it where they are parted behind it. Blanks may stand in a splice.
+// Whether a bracket, a comma or a semicolon is among the two, which no other character joins.
+bool standApart(char before, char after) {
+    constexpr std::string_view alone = "()[]{},;";
+    return alone.find(before) != alone.npos || alone.find(after) != alone.npos;
+}
+
+// Parts the tokens around a splice in front of it where they are parted behind it, or are two whatever stands there.
+// Blanks may stand in a splice.
 std::string partedBeforeSplices(std::string_view text) {
     std::string parted;
     const std::size_t end = lastStray(text);
     for (std::size_t place = 0; place < text.size(); ++place) {
         const std::size_t lineFeed = text[place] == '\\' ? text.find_first_not_of(" \t", place + 1) : text.npos;
         const bool isSplice = lineFeed < text.size() && text[lineFeed] == '\n';
-        if (isSplice && lineFeed + 1 < end && isWhite(text[lineFeed + 1])) parted += ' ';
+        const std::size_t next = isSplice ? lineFeed + 1 : end;
+        if (next < end && place > 0 && (isWhite(text[next]) || standApart(text[place - 1], text[next]))) parted += ' ';
         parted += text[place];
     }
     return parted;
