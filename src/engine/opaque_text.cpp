@@ -48,7 +48,7 @@ bool convertsIndentOnly(std::string_view text, const OIndentBuf& out) {
     return out.tabMode() == Zelmor::SpacesToTabsInIndent && startsComment(text);
 }
 
-// Writes a further line of a directive that a splice holds together with what is in front of it, or apart from one: what
+// Writes a further line of a directive that a splice holds together with what is in front of it, or apart from it: what
 // is joined stays so, and what is apart keeps a blank.
 bool writeBehindToken(std::string_view line, int column, OpaqueWriter& writer, OIndentBuf& out) {
     const bool isApart = isWhitespace(line.front());

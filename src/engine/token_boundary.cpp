@@ -16,6 +16,8 @@ namespace {
 // long.
 constexpr std::size_t kLongestOperators = 256;
 
+constexpr std::string_view kSplice = "\\\n";
+
 // Of operators that are more than one character long.
 constexpr bool isOperatorPart(char c) {
     return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
@@ -118,19 +120,17 @@ bool mayBelongTogether(char before, char after) {
 }
 
 bool splicesTokens(std::string_view front, std::string_view behind) {
-    constexpr std::string_view splice = "\\\n";
     const std::size_t start = behind.find_first_not_of(kBlanks);
-    if (!front.ends_with(splice) || front.size() == splice.size() || start == behind.npos) return false;
-    const char before = front[front.size() - splice.size() - 1];
+    if (!front.ends_with(kSplice) || front.size() == kSplice.size() || start == behind.npos) return false;
+    const char before = front[front.size() - kSplice.size() - 1];
     const char after = behind[start];
     const bool isLiteral = (Cpp::isQuote(before) && isWordPart(after)) || (isWordPart(before) && Cpp::isQuote(after));
     return isLiteral || mayBelongTogether(before, after);
 }
 
 bool holdsSplicedToken(std::string_view directive) {
-    constexpr std::string_view splice = "\\\n";
-    for (std::size_t place = directive.find(splice); place != directive.npos; place = directive.find(splice, place)) {
-        place += splice.size();
+    for (std::size_t place = directive.find(kSplice); place != directive.npos; place = directive.find(kSplice, place)) {
+        place += kSplice.size();
         const std::string_view behind = directive.substr(place);
         if (!behind.empty() && !isWhitespace(behind.front()) && splicesTokens(directive.substr(0, place), behind)) {
             return true;
