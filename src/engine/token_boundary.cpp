@@ -125,7 +125,7 @@ bool splicesTokens(std::string_view front, std::string_view behind) {
     const char before = front[front.size() - kSplice.size() - 1];
     const char after = behind[start];
     const bool isLiteral = (Cpp::isQuote(before) && isWordPart(after)) || (isWordPart(before) && Cpp::isQuote(after));
-    return isLiteral || mayBelongTogether(before, after);
+    return isLiteral || (before == '#' && after == '#') || mayBelongTogether(before, after);
 }
 
 bool holdsSplicedToken(std::string_view directive) {

@@ -50,10 +50,16 @@ std::string withTrimmedLines(std::string_view text) {
     return kept;
 }
 
-// Whether a bracket, a comma or a semicolon is among the two, which no other character joins.
-bool standApart(char before, char after) {
-    constexpr std::string_view alone = "()[]{},;";
-    return alone.find(before) != alone.npos || alone.find(after) != alone.npos;
+// Whether one token may hold both, one behind the other.
+bool mayJoin(char before, char after) {
+    const auto isAmong = [](std::string_view set, char c) { return set.find(c) != set.npos; };
+    const auto isWord = [&](char c) {
+        return std::isalnum(static_cast<unsigned char>(c)) != 0 || c < 0 || isAmong("_$.", c);
+    };
+    const auto isOperator = [&](char c) { return isAmong("+-*/%&|^<>=!:.~#", c); };
+    const auto isQuote = [&](char c) { return isAmong("\"'", c); };
+    if (isWord(before)) return isWord(after) || isQuote(after) || (isAmong("eEpP", before) && isAmong("+-", after));
+    return (isOperator(before) && isOperator(after)) || (isQuote(before) && isWord(after));
 }
 
 // Parts the tokens around a splice in front of it where they are parted behind it, or are two whatever stands there.
@@ -65,7 +71,7 @@ std::string partedBeforeSplices(std::string_view text) {
         const std::size_t lineFeed = text[place] == '\\' ? text.find_first_not_of(" \t", place + 1) : text.npos;
         const bool isSplice = lineFeed < text.size() && text[lineFeed] == '\n';
         const std::size_t next = isSplice ? lineFeed + 1 : end;
-        if (next < end && place > 0 && (isWhite(text[next]) || standApart(text[place - 1], text[next]))) parted += ' ';
+        if (next < end && place > 0 && (isWhite(text[next]) || !mayJoin(text[place - 1], text[next]))) parted += ' ';
         parted += text[place];
     }
     return parted;
