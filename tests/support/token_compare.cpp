@@ -56,8 +56,9 @@ bool mayJoin(char before, char after) {
     const auto isWord = [&](char c) {
         return std::isalnum(static_cast<unsigned char>(c)) != 0 || c < 0 || isAmong("_$.", c);
     };
-    const auto isOperator = [&](char c) { return isAmong("+-*/%&|^<>=!:.~#", c); };
+    const auto isOperator = [&](char c) { return isAmong("+-*/%&|^<>=!:.~", c); };
     const auto isQuote = [&](char c) { return isAmong("\"'", c); };
+    if (before == '#') return after == '#';
     if (isWord(before)) return isWord(after) || isQuote(after) || (isAmong("eEpP", before) && isAmong("+-", after));
     return (isOperator(before) && isOperator(after)) || (isQuote(before) && isWord(after));
 }
