@@ -16,8 +16,6 @@ namespace {
 // long.
 constexpr std::size_t kLongestOperators = 256;
 
-constexpr std::string_view kSplice = "\\\n";
-
 // Of operators that are more than one character long.
 constexpr bool isOperatorPart(char c) {
     return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
@@ -121,16 +119,18 @@ bool mayBelongTogether(char before, char after) {
 
 bool splicesTokens(std::string_view front, std::string_view behind) {
     const std::size_t start = behind.find_first_not_of(kBlanks);
-    if (!front.ends_with(kSplice) || front.size() == kSplice.size() || start == behind.npos) return false;
-    const char before = front[front.size() - kSplice.size() - 1];
+    if (!front.ends_with('\n') || start == behind.npos) return false;
+    const std::string_view line = trimRight(front.substr(0, front.size() - 1));
+    if (!line.ends_with('\\') || line.size() < 2) return false;
+    const char before = line[line.size() - 2];
     const char after = behind[start];
     const bool isLiteral = (Cpp::isQuote(before) && isWordPart(after)) || (isWordPart(before) && Cpp::isQuote(after));
     return isLiteral || (before == '#' && after == '#') || mayBelongTogether(before, after);
 }
 
 bool holdsSplicedToken(std::string_view directive) {
-    for (std::size_t place = directive.find(kSplice); place != directive.npos; place = directive.find(kSplice, place)) {
-        place += kSplice.size();
+    for (std::size_t place = directive.find('\n'); place != directive.npos; place = directive.find('\n', place)) {
+        ++place;
         const std::string_view behind = directive.substr(place);
         if (!behind.empty() && !isWhitespace(behind.front()) && splicesTokens(directive.substr(0, place), behind)) {
             return true;
