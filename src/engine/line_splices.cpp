@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -37,6 +38,7 @@ std::vector<SplicedLine> splicedLinesOf(std::string_view directive) {
         if (!line.ends_with('\\')) return {};
         line.remove_suffix(1);
         const std::string_view text = trimRight(line);
+        if (text.size() == line.size() && !text.empty() && Cpp::isNamePart(text.back())) return {};
         lines.push_back({text, line.substr(text.size()), start == 0});
         start = lineFeed + 1;
     }

@@ -29,10 +29,16 @@ constexpr bool isSign(char c) {
     return c == '+' || c == '-';
 }
 
+// Whether the same token may hold both, one behind the other: an exponent takes a sign in.
+constexpr bool belongTogether(char before, char after) {
+    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
+           (isExponent(before) && isSign(after));
+}
+
 // Whether the character in front of `place` belongs to what stands there. The sign of an exponent does.
 bool belongsInFront(std::string_view text, std::size_t place) {
     const char before = text[place - 1];
-    if (mayBelongTogether(before, text[place])) return true;
+    if (belongTogether(before, text[place])) return true;
     return place > 1 && isSign(before) && isExponent(text[place - 2]) && isWordPart(text[place]);
 }
 
@@ -95,7 +101,7 @@ std::string rightOf(const TokenBoundary& boundary) {
     const char quote = text[boundary.place];
     if (Cpp::isQuote(quote)) return {quote, 'x', quote};
     std::size_t last = boundary.place + 1;
-    while (last < text.size() && mayBelongTogether(text[last - 1], text[last])) {
+    while (last < text.size() && belongTogether(text[last - 1], text[last])) {
         if (!isWordPart(text[last]) && last - boundary.place >= kLongestOperators) return {};
         ++last;
     }
@@ -112,20 +118,13 @@ bool areSameTokens(const TokenBoundary& boundary) {
 
 }  // namespace
 
-bool mayBelongTogether(char before, char after) {
-    return (isWordPart(before) && isWordPart(after)) || (isOperatorPart(before) && isOperatorPart(after)) ||
-           (isExponent(before) && isSign(after));
-}
-
 bool splicesTokens(std::string_view front, std::string_view behind) {
     const std::size_t start = behind.find_first_not_of(kBlanks);
     if (!front.ends_with('\n') || start == behind.npos) return false;
     const std::string_view line = trimRight(front.substr(0, front.size() - 1));
     if (!line.ends_with('\\') || line.size() < 2) return false;
-    const char before = line[line.size() - 2];
-    const char after = behind[start];
-    const bool isLiteral = (Cpp::isQuote(before) && isWordPart(after)) || (isWordPart(before) && Cpp::isQuote(after));
-    return isLiteral || (before == '#' && after == '#') || mayBelongTogether(before, after);
+    const std::string_view before = line.substr(line.size() - 2, 1);
+    return belongTogether(before.front(), behind[start]) || Cpp::wouldJoin(before, behind.substr(start));
 }
 
 bool holdsSplicedToken(std::string_view directive) {

@@ -24,9 +24,6 @@ bool splitsRawString(const TokenBoundary& boundary);
 // Whether a quote behind the text would open a raw string.
 bool endsWithRawPrefix(std::string_view text);
 
-// Whether the same token may hold both, one behind the other: an exponent takes a sign in.
-bool mayBelongTogether(char before, char after);
-
 // Whether a splice stands between what would be one token, but for the white space at the start of the line behind it.
 bool splicesTokens(std::string_view front, std::string_view behind);
 // Whether a splice parts a token of the directive, which white space there would make two of.

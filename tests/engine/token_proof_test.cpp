@@ -77,6 +77,7 @@ TEST(TokenProof, SeesTokensThatSplicesJoin) {
     EXPECT_FALSE(accepts("#if a &\\\n& b\n", "#if a & \\\n    &b\n"));
     EXPECT_FALSE(accepts("#define A a## &\\\n  & b\n", "#define A a##&\\\n& b\n"));
     EXPECT_FALSE(accepts("#pragma L\\\n\"a\"\n", "#pragma L\\\n  \"a\"\n"));
+    EXPECT_FALSE(accepts("#pragma a\\ \nb\n", "#pragma a\\ \n  b\n"));
     EXPECT_TRUE(accepts("#pragma a\\\n{\n", "#pragma a\\\n  {\n"));
 }
 
