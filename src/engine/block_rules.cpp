@@ -27,7 +27,8 @@ bool endsLine(const Cpp::SyntaxNode& node) {
     return comment && (comment->isLineComment() || comment->protectedRegion());
 }
 
-std::string withoutLineFeeds(std::string text) {
+std::string withoutLineFeeds(std::string_view wanted) {
+    std::string text(wanted);
     text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
     return text;
 }
@@ -153,7 +154,7 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
         if (!beforeClose.present) out().write(gap);
         const bool isByFirst = afterOpen.present && (breaksTwice || beforeClose.text.empty());
         if (!isByFirst) writer_.leave(whole, beforeClose.present ? beforeClose : kAsInInput);
-        out().writeVerbatim(breaksTwice ? withoutLineFeeds(beforeClose.text) : beforeClose.text);
+        out().writeVerbatim(breaksTwice ? withoutLineFeeds(beforeClose.text) : std::string(beforeClose.text));
     } else {
         {
             ContentScope content(*this, indent);
@@ -202,7 +203,7 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
     const bool lineHasEnded = out().column() == 0 && isAllWhitespace(gap);
     const bool endsWithLabel = lastLabel_ == &last && settings_.afterCaseLabel.hasLineFeed();
     const bool needsNoLineEnd = (endsLine(last) || endsWithLabel) && lineHasEnded;
-    const std::string wanted = needsNoLineEnd ? withoutLineFeeds(beforeClose.text) : beforeClose.text;
+    const std::string wanted = needsNoLineEnd ? withoutLineFeeds(beforeClose.text) : std::string(beforeClose.text);
     const bool keepsLines = braces.keepsBlankLines && beforeClose.hasLineFeed();
     const std::string text = withBlankLines(wanted, keepsLines ? trailingBlanks(gap) : std::string_view());
     writer_.writeMerged(gap, WantedText(beforeClose).with(text));
@@ -212,8 +213,10 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
 OptionalText CppFormatter::withLinesInFront(const Cpp::BracketedNode& body, const OptionalText& ahead) {
     const bool isAsked = settings_.keepsBlankLinesInFront && ahead.hasLineFeed() && body.hasBrackets();
     const std::string_view gap = isAsked ? gapBefore(body) : std::string_view();
-    const std::string text = isAllWhitespace(gap) ? withBlankLines(ahead.text, gap) : ahead.text;
-    return text.size() > ahead.text.size() ? OptionalText{true, text, settings_.blankLines.key} : ahead;
+    if (!isAsked || !isAllWhitespace(gap)) return ahead;
+    std::string text = withBlankLines(ahead.text, gap);
+    if (text.size() == ahead.text.size()) return ahead;
+    return {true, madeTexts_.keep(std::move(text)), settings_.blankLines.key};
 }
 
 // A head, and a body whose contents are indented from the column at which the head began.

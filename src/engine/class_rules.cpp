@@ -133,7 +133,7 @@ void CppFormatter::visit(Cpp::AccessSpecNode* label) {
 // The indentation of a label, from the column of its construct; none where lines keep the one that they have.
 std::string CppFormatter::labelIndent(const OptionalText& indent) {
     if (!indent.present && out().keepLeadingSpace()) return out().indent();
-    return indentToColumn(out(), baseColumn()) + indent.text;
+    return indentToColumn(out(), baseColumn()) + indent;
 }
 
 }  // namespace Tessel

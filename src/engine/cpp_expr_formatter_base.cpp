@@ -241,7 +241,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
         return;
     }
     std::optional<IndentScope> margin;
-    if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, leftMargin_.text);
+    if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, std::string(leftMargin_.text));
     out.write(gap);
     startDirectiveLine(directive, out);
     if (isLaidOut()) return;

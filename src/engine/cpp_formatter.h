@@ -16,6 +16,7 @@
 #include "engine/macro_bodies.h"
 #include "engine/same_lines.h"
 #include "engine/source_writer.h"
+#include "engine/text_pool.h"
 
 namespace Tessel {
 
@@ -294,6 +295,7 @@ private:
     CppExprFormatter exprFormatter_;
     SourceWriter writer_;
 
+    TextPool madeTexts_;  // that rules want in place of those of the scheme
     // Copies: the settings that these come from may be exchanged for those of one line before they are taken.
     std::vector<OptionalText> pendingWhitespace_;
     KeyId absentPending_;  // of what was asked for last, if the scheme has nothing for it

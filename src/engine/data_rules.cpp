@@ -44,9 +44,10 @@ std::size_t qualifiedNameStart(std::string_view type) {
     return isJoined ? 0 : start;
 }
 
-OptionalText withoutLineFeeds(OptionalText text) {
-    std::replace(text.text.begin(), text.text.end(), '\n', ' ');
-    return text;
+std::string onOneLine(std::string_view text) {
+    std::string result(text);
+    std::replace(result.begin(), result.end(), '\n', ' ');
+    return result;
 }
 
 }  // namespace
@@ -84,9 +85,10 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
             if (end > 0) {
                 const std::string_view front = type.substr(0, end);
-                const OptionalText wanted = settings_.alignsDataInitializers
-                                                ? withoutLineFeeds(settings_.afterDataType)
-                                                : settings_.afterDataType;
+                OptionalText wanted = settings_.afterDataType;
+                if (settings_.alignsDataInitializers && wanted.hasLineFeed()) {
+                    wanted.text = madeTexts_.keep(onOneLine(wanted.text));
+                }
                 const bool isKept = keepsBreak(front, wanted) && !isLineBreak(front);
                 writeType(front, isKept ? keptBreak(front) : wanted, true);
             }

@@ -46,7 +46,7 @@ void CppExprFormatter::openGroup(Run& run) {
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
-                run.out, run.out.indent() + settings_.dataIndent.text,
+                run.out, run.out.indent() + settings_.dataIndent,
                 settings_.dataIndent.present ? false : run.out.keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }

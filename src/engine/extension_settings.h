@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <utility>
 
 #include "engine/optional_text.h"
 #include "engine/scheme_values.h"
@@ -19,30 +20,30 @@ struct ExtensionSettings {
 private:
     class Reader {
     public:
-        explicit Reader(const PropertySet& scheme) : scheme_(&scheme) {}
+        explicit Reader(PropertySet scheme) : scheme_(std::move(scheme)) {}
 
-        Keyed<bool> isOn(TypedKeyId<PropertyType::Boolean> key) const { return readSwitch(*scheme_, key); }
+        Keyed<bool> isOn(TypedKeyId<PropertyType::Boolean> key) const { return readSwitch(scheme_, key); }
         Keyed<int> number(TypedKeyId<PropertyType::Integer> key, int whenAbsent = 0) const {
-            return readInt(*scheme_, key, whenAbsent);
+            return readInt(scheme_, key, whenAbsent);
         }
         // As the least where it is absent, or below that.
         Keyed<int> atLeast(TypedKeyId<PropertyType::Integer> key, int least) const {
             const Keyed<int> value = number(key, least);
             return {std::max(value.value, least), key};
         }
-        OptionalText text(TypedKeyId<PropertyType::String> key) const { return readText(*scheme_, key); }
+        OptionalText text(TypedKeyId<PropertyType::String> key) const { return readText(scheme_, key); }
         // Absent where it would end the line.
         OptionalText lineText(TypedKeyId<PropertyType::String> key) const {
             const OptionalText value = text(key);
             return value.hasLineFeed() ? OptionalText{false, {}, key} : value;
         }
-        OptionalText indent(TypedKeyId<PropertyType::String> key) const { return readIndent(*scheme_, key); }
+        OptionalText indent(TypedKeyId<PropertyType::String> key) const { return readIndent(scheme_, key); }
 
     private:
-        const PropertySet* scheme_;
+        PropertySet scheme_;
     };
 
-    Reader from_;  // for the members below, while they are set; not used later
+    Reader from_;  // for the members below; those that are texts are views of its scheme
 
 public:
     Keyed<bool> keepsUnrecognized = from_.isOn(Keys::KEEP_UNRECOGNIZED);

@@ -99,9 +99,9 @@ void CppFormatter::pend(const OptionalText& whitespace) {
 OptionalText CppFormatter::takePending() {
     const KeyId absent = std::exchange(absentPending_, {});
     if (pendingWhitespace_.empty()) return {false, {}, absent};
-    OptionalText wanted = std::move(pendingWhitespace_.back());
+    OptionalText wanted = pendingWhitespace_.back();
     pendingWhitespace_.pop_back();
-    if (out().column() == 0) wanted.text = std::string(asOutputStands(wanted).text());
+    if (out().column() == 0) wanted.text = asOutputStands(wanted).text();
     return wanted;
 }
 
@@ -143,7 +143,7 @@ void CppFormatter::writeGapBefore(const Cpp::SyntaxNode& node, const OptionalTex
 
 std::string CppFormatter::contentIndent(const OptionalText& indent) {
     if (!indent.present) return out().indent();
-    return indentToColumn(out(), baseColumn()) + indent.text;
+    return indentToColumn(out(), baseColumn()) + indent;
 }
 
 int CppFormatter::indentColumn() { return columnAfter(out().indent(), 0, out().tabSize()); }

@@ -34,13 +34,18 @@ bool CppFormatter::keepsBreak(std::string_view gap, const WantedText& wanted) co
 // indentation, or stands where it stood.
 OptionalText CppFormatter::keptBreak(std::string_view gap) {
     if (!hangsLines()) return kAsInInput;
-    const std::string& wrapIndent = exprFormatter_.settings().hanging.wrap.text;
+    const std::string_view wrapIndent = exprFormatter_.settings().hanging.wrap.text;
     const int width = indentColumn();
     const int hanging = columnAfter(wrapIndent, width, out().tabSize());
     const int column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, hanging);
     const bool hangs = column == hanging || column < width;
-    const std::string indent = hangs ? wrapIndent : indentToColumn(out(), column).substr(out().indent().size());
-    return {true, lineFeedsOf(trailingBlanks(gap)) + indent, Keys::KEEP_LINE_BREAKS};
+    std::string text = lineFeedsOf(trailingBlanks(gap));
+    if (hangs) {
+        text += wrapIndent;
+    } else {
+        text.append(indentToColumn(out(), column), out().indent().size());
+    }
+    return {true, madeTexts_.keep(std::move(text)), Keys::KEEP_LINE_BREAKS};
 }
 
 // The line of the text in front of a directive.
@@ -65,7 +70,7 @@ void CppFormatter::keepBreaks(std::string_view gap, OptionalText& before, Option
     const bool leadsLine = isLineBreak(leadingBlanks(gap)) && trimLeft(gap).starts_with(',');
     const KeyId key = Keys::KEEP_LINE_BREAKS;
     const auto kept = [&](std::string lineFeeds) {
-        return hangsLines() ? OptionalText{true, std::move(lineFeeds), key} : kAsInInput;
+        return hangsLines() ? OptionalText{true, madeTexts_.keep(std::move(lineFeeds)), key} : kAsInInput;
     };
     if (keepsLines() && leadsLine && !before.hasLineFeed()) before = kept("\n");
     // A comma that the scheme puts at the start of the line has the line end behind it in front.

@@ -91,12 +91,14 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     OptionalText between = commas.behind;
     if (keepsLines() && startsDirective && before.hasLineFeed()) before = kNothing;
     keepBreaks(gap, before, between);
+    std::string withLines;
     if (settings_.blankLines > 0 && between.hasLineFeed()) {
-        between.text = withBlankLines(between.text, trailingBlanks(gap));
+        withLines = withBlankLines(between.text, trailingBlanks(gap));
+        between.text = withLines;
     }
     const bool breaksLines = before.hasLineFeed() || between.hasLineFeed();
     const OptionalText* after = &between;
-    if (before.hasLineFeed()) before.text = std::string(asOutputStands(before).text());
+    if (before.hasLineFeed()) before.text = asOutputStands(before).text();
     if (!between.hasLineFeed()) {
         if (keepsLines() && isCommentAtLineEnd(next)) after = &kAsInInput;
         if (startsDirective) after = &kLineFeed;

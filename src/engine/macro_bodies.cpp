@@ -38,7 +38,7 @@ PropertySet inLinesOfAuthor(PropertySet scheme) {
 
 std::string indentOf(const PropertySet& scheme) {
     const OptionalText indent = readIndent(scheme, Keys::INDENT_FN_CONTENT);
-    return firstPresent(indent, readIndent(scheme, Keys::GLOBAL_INDENT_CONTENT)).text;
+    return std::string(firstPresent(indent, readIndent(scheme, Keys::GLOBAL_INDENT_CONTENT)).text);
 }
 
 // The body without splices, a blank for each.

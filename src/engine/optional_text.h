@@ -8,20 +8,25 @@
 
 namespace Tessel {
 
-// What reading a string property yields. A text that is not present leaves the input's white space as it is;
+// What reading a string property yields, a view of what the settings keep. A text that is not present leaves the input's white space as it is;
 // a present and empty one removes it.
 struct OptionalText {
     bool present = false;
-    std::string text;
+    std::string_view text;
     KeyId key = {};  // that it has been read from; none for texts that are not the scheme's
 
     bool hasLineFeed() const { return present && holdsAnyOf<'\n'>(text); }
 };
 
-inline const OptionalText kAsInInput;
-inline const OptionalText kNothing{true, ""};
-inline const OptionalText kBlank{true, " "};
-inline const OptionalText kLineFeed{true, "\n"};
+inline constexpr OptionalText kAsInInput;
+inline constexpr OptionalText kNothing{true, ""};
+inline constexpr OptionalText kBlank{true, " "};
+inline constexpr OptionalText kLineFeed{true, "\n"};
+
+inline std::string operator+(std::string front, const OptionalText& setting) {
+    front += setting.text;
+    return front;
+}
 
 // A switch or a number of the scheme, with its key.
 template <typename Value>
@@ -32,7 +37,7 @@ struct Keyed {
     operator const Value&() const { return value; }
 };
 
-inline const Keyed<bool> kNeverKept;
+inline constexpr Keyed<bool> kNeverKept;
 
 // What is wanted in place of the white space in a gap: a setting, or what has become of one. A view.
 class WantedText {

@@ -31,13 +31,13 @@ void setWhenMissing(PropertySet& scheme, KeyId key, std::string_view value) {
 OptionalText readText(const PropertySet& scheme, KeyId key) {
     OptionalText value;
     value.key = key;
-    value.present = scheme.getString(key, value.text);
+    if (const std::string* const text = scheme.findString(key)) value = {true, *text, key};
     return value;
 }
 
 OptionalText readIndent(const PropertySet& scheme, KeyId key) {
     OptionalText value = readText(scheme, key);
-    value.text.erase(0, value.text.rfind('\n') + 1);
+    value.text.remove_prefix(value.text.rfind('\n') + 1);
     return value;
 }
 

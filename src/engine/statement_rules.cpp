@@ -241,7 +241,7 @@ WantedText CppFormatter::writeCondition(std::string_view inside, int keyword, co
     const OptionalText& afterOpen = settings_.afterControlOpenParen;
     const OptionalText& beforeClose = settings_.beforeControlCloseParen;
     if (const std::string_view blanks = leadingBlanks(inside); keepsBreak(blanks, afterOpen)) {
-        const std::string& wrapIndent = exprFormatter_.settings().hanging.wrap.text;
+        const std::string_view wrapIndent = exprFormatter_.settings().hanging.wrap.text;
         writeKeptBreakAt(blanks, columnAfter(wrapIndent, baseColumn(), out().tabSize()));
         inside.remove_prefix(blanks.size());
     } else if (afterOpen.present && !startsWithLineEndToken(inside)) {

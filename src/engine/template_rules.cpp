@@ -45,7 +45,7 @@ void CppFormatter::writeRequiresClause(Cpp::ExprNode& clause) {
     const std::string_view gap = gapBefore(clause);
     const bool startsLine = isLineBreak(gap);
     const bool isIndented = startsLine && sourceColumnOf(clause) > sourceColumnOf(*previousSibling_);
-    IndentScope indent(out(), out().indent() + (isIndented ? settings_.global.indent.text : std::string()));
+    IndentScope indent(out(), out().indent() + (isIndented ? settings_.global.indent : kNothing));
     if (isAllWhitespace(gap)) {
         writer_.replace(writer_.readGap(clause.start()),
                         WantedText(startsLine ? "\n" : " ", settings_.formatsOtherGaps.key));

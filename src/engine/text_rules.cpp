@@ -107,7 +107,7 @@ void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     std::optional<IndentScope> further;
     if (hangsWithinName(text)) {
         out().startLine();
-        const std::string& wrap = exprFormatter_.settings().hanging.wrap.text;
+        const std::string_view wrap = exprFormatter_.settings().hanging.wrap.text;
         further.emplace(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
     }
     const bool isCall = text.find('(') != text.npos && !exprFormatter_.settings().afterCallName.text.empty();

@@ -84,7 +84,7 @@ void TrailingComments::placeLast(std::string& written) {
 
 // The least column that is far enough behind all code; where columns of blanks are kept, as far as it was.
 int TrailingComments::columnForLast() const {
-    const std::string& wanted = settings_.beforeLineComment.text;
+    const std::string_view wanted = settings_.beforeLineComment.text;
     int column = 0;
     int kept = kRightmostIndent;
     int codeEnd = 0;

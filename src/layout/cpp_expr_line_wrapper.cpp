@@ -202,7 +202,7 @@ void CppExprLineWrapper::endLine(std::size_t place, OIndentBuf& out) const {
 
 std::string CppExprLineWrapper::whitespaceTo(const LineStart& start, const OIndentBuf& indented) const {
     if (!start.takesWrapIndent) return indentToColumn(indented, start.column);
-    return indentToColumn(indented, start.indent) + settings_.wrapIndent.text;
+    return indentToColumn(indented, start.indent) + settings_.wrapIndent;
 }
 
 void CppExprLineWrapper::writeDirectiveAt(std::size_t place, const IndentState& state, OIndentBuf& out) {

@@ -181,7 +181,7 @@ void CppLineWrapper::visit(Cpp::RootNode* root) {
 void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& contentIndent) {
     LeadingSpaceScope leadingSpace(out_, contentIndent.present ? false : out_.keepLeadingSpace());
     IndentScope indent(out_,
-                       contentIndent.present ? indentAt(baseColumn()) + contentIndent.text : out_.indent());
+                       contentIndent.present ? indentAt(baseColumn()) + contentIndent : out_.indent());
     const Cpp::SyntaxNode* previous = nullptr;
     for (const auto& child : node.children()) {
         // A block behind a label goes by the label's column.
@@ -189,7 +189,7 @@ void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& c
                                  Cpp::as<Cpp::BlockNode>(child.get()) &&
                                  Cpp::as<Cpp::CaseNode>(previous);
         IndentScope caseIndent(
-            out_, isCaseBlock ? indentAt(baseColumn()) + settings_.caseIndent.text : out_.indent());
+            out_, isCaseBlock ? indentAt(baseColumn()) + settings_.caseIndent : out_.indent());
         child->accept(*this);
         previous = child.get();
     }

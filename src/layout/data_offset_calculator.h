@@ -42,6 +42,7 @@ private:
     CppExprFormatter exprFormatter_;
     MarkPlacement marks_;
     OptionalText afterType_;
+    std::string behindType_;  // its text, on the one line that an aligned declaration stays on
     bool alignDataNames_;
     bool alignClassMembers_;
     OptionalText afterName_;

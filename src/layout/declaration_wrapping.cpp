@@ -86,7 +86,7 @@ void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
         return;
     }
     copyThrough(body->open());
-    IndentScope indent(out_, indentAt(baseColumn()) + settings_.enums.indent.text);
+    IndentScope indent(out_, indentAt(baseColumn()) + settings_.enums.indent);
     WrapContext context;
     context.respacesCommas = commas.areAbsent();
     context.keepsLines = !commas.behind.present;
@@ -220,7 +220,7 @@ void CppLineWrapper::wrapBraceContents(std::string_view inside) {
     const std::string_view ahead = leadingBlanks(inside);
     const bool goesByFirst = wrap.keepsLineIndent && isLineBreak(ahead);
     const int first = columnAfter(ahead.substr(ahead.rfind('\n') + 1), 0, wrap.tabSize);
-    IndentScope indent(out_, goesByFirst ? indentAt(first) : out_.indent() + wrap.dataIndent.text);
+    IndentScope indent(out_, goesByFirst ? indentAt(first) : out_.indent() + wrap.dataIndent);
     const OptionalText& behindComma = settings_.commas.elements.behind;
     WrapContext context;
     context.contentIndented = wrap.dataIndent.present;

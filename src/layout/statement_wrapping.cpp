@@ -94,7 +94,7 @@ void CppLineWrapper::partBody(Cpp::BlockNode& body) {
     IndentScope outer(out_, around);
     copyThrough(body.open());
     {
-        IndentScope inner(out_, around + settings_.functions.indent.text);
+        IndentScope inner(out_, around + settings_.functions.indent);
         for (const auto& statement : body.children()) {
             write(trimRight(readGap(in_, statement->start())));
             write("\n");

@@ -70,6 +70,8 @@ public:
     bool getBool(KeyId key, bool& value) const;
     bool getInt(KeyId key, int& value) const;
     bool getString(KeyId key, std::string& value) const;
+    // Null when the key has none. It stays, whatever becomes of this set, while any of its copies is as it is.
+    const std::string* findString(KeyId key) const { return values_->strings.find(key); }
 
     // Insert or overwrite. An empty key, or one that holds white space, throws InvalidPropertyName.
     void setBool(std::string_view key, bool value);
