@@ -184,7 +184,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     if (findsMacros_ && endsData && !holdsParameters && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
-    if (namesMacro && !isLater &&
+    // int size PARAMS((int a)) pure_function;
+    const bool isMacroOfList = holdsParameters && seen.typeWords > 1 && kind(next(following)) == Semicolon;
+    if (namesMacro && !isLater && !isMacroOfList &&
         (isTypeWord(word.kind) || (word.kind == Identifier && !isUpperCase(word.text)))) {
         const bool isTailWord = isQualifier(word.kind) || word.text == "noexcept" ||
                                 word.text == "override" || word.text == "final" || word.text == "requires";

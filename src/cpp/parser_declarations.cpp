@@ -268,8 +268,11 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
             report(token.start, ExpectedFunctionEnd);
             return {};
         }
+        if (token.kind == Semicolon) {
+            tokens.next();  // comments behind it are not the declaration's
+            break;
+        }
         tokens.moveTo(view(tokens).behind(tokens.place()));
-        if (token.kind == Semicolon) break;
         sawDeclarator |= token.kind == OpenParen;
         sawAssign |= token.kind == Assign;
     }

@@ -80,6 +80,8 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             writer_.leave(trailingBlanks(type), WantedText(trailingBlanks(type), settings_.keepsData.key));
         } else if (exprFormatter_.settings().asterisk.anchor >= 0 && trim(type).find_first_not_of('*') == type.npos) {
             writer_.write(trim(type));  // struct { … } *p;
+        } else if (settings_.formatsOtherGaps && trimRight(type).ends_with('(')) {
+            writer_.write(type);  // char *(names[])
         } else {
             // The first part of a qualified name counts to the type in the tree.
             const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
