@@ -153,9 +153,23 @@ bool definesFunctionOrClass(std::string_view body) {
     return false;
 }
 
+// Whether parentheses stay open, but for those of `({`, around statements.
+bool opensParentheses(std::string_view line) {
+    int depth = 0;
+    int previous = Trn::kEndKind;
+    Cpp::Lexer lexer(line);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (token.kind == Cpp::OpenParen || (token.kind == Cpp::CloseParen && previous == Cpp::CloseBrace)) ++depth;
+        if (token.kind == Cpp::CloseParen || (token.kind == Cpp::OpenBrace && previous == Cpp::OpenParen)) --depth;
+        previous = token.kind;
+    }
+    return depth > 0;
+}
+
 // What goes on in the next line hangs behind what stands in front of it, which is not in the text that is laid out.
 bool endsStatement(std::string_view line) {
-    return line.ends_with('{') || line.ends_with('}') || line.ends_with(';') || line.ends_with(':');
+    const bool hasEnd = line.ends_with('{') || line.ends_with('}') || line.ends_with(';') || line.ends_with(':');
+    return hasEnd && !opensParentheses(line);
 }
 
 // Labels stand in columns of their own.

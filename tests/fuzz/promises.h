@@ -12,9 +12,10 @@ namespace Fuzz {
 // neither, as most made-up ones, it has to settle with the second run.
 enum class Again { Accepted, Settled };
 
-// Where the scheme comes from. Lines are all that tells a macro without a ";" from a type. One that was drawn breaks
-// lines where nobody would, even between a type and a name: with such macros read, its results need not have the tree
-// of the source. Those of a shipped scheme have it, but where a made-up text has no more than words in a row.
+// Where the scheme comes from. Lines are all that tells a macro without a ";" from a type, and a specifier with an
+// argument, `A(x) b;`, from a function. One that was drawn breaks lines where nobody would, even between a type and a
+// name: with such macros read, its results need not have the tree of the source. Those of a shipped scheme have it, but
+// where a made-up text has no more than words in a row.
 enum class Origin { Shipped, Drawn };
 
 // Ends the process for a result that does harm to nobody but is not what it should be: the proof has refused
