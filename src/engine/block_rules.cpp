@@ -44,7 +44,8 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     const OptionalText pending = takePending();
     if (WantedText wanted = pending; wanted.present) {
         const std::string_view gap = writer_.readGap(node.start());
-        const bool areOnOwnLines = isLineBreak(leadingBlanks(gap)) && isLineBreak(trailingBlanks(gap));
+        const bool areOnOwnLines = isLineBreak(leadingBlanks(gap)) &&
+                                   (isLineBreak(trailingBlanks(gap)) || wanted.hasLineFeed());
         if (keepsLines() && node.hasBrackets() && areOnOwnLines && writer_.holdsOnlyComments(gap)) {
             // They go with the head, and the "{" stands on its own line as it does without them, or below the head.
             writer_.write(trimRight(gap));

@@ -101,6 +101,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
         const bool goesOn = hanging == HangingLines::Text::Declarators && out.lineHasText();
         if (goesOn) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
         run.hangingText = hanging;
+        while (run.kindAt(run.firstText) == Cpp::Directive) ++run.firstText;
         if (statementColumn) run.hanging->hangCommasFrom(*statementColumn);
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
@@ -360,7 +361,7 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
 void CppExprFormatter::passToken(Run& run) {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
-    if (place == 0) run.firstLine.output = textColumnOf(run.out);
+    if (place == run.firstText) run.firstLine.output = textColumnOf(run.out);
     run.hanging->pass(place, columnToIndentFrom(run.out), place > 0 && !run.out.lineHasText());
 }
 
@@ -449,7 +450,8 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
 const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
     switch (run.previousKind()) {
         case Cpp::CloseParen:
-            return startsCastOperand(run.tokens, run.previous, place) ? &settings_.afterCast : nullptr;
+            if (!startsCastOperand(run.tokens, run.previous, place)) return nullptr;
+            return isCastByBlank(run.tokens, run.previous, place) ? &kAsInInput : &settings_.afterCast;
         case Cpp::CloseBracket: return endsDelete(run.tokens, run.previous) ? &settings_.afterDeleteBrackets : nullptr;
         default: return nullptr;
     }

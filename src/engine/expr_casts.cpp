@@ -94,4 +94,12 @@ bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size
     return token.role == ExprRole::Operand && startsOperand(token.token.kind);
 }
 
+bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign) {
+    const int kind = kindAt(tokens, sign);
+    const std::size_t open = tokens[close].partner;
+    if ((kind != Cpp::Plus && kind != Cpp::Minus) || kindAt(tokens, sign + 1) == Cpp::Number) return false;
+    return contentsOf(tokens, open) == Parenthesised::Name &&
+           !tokens[nextPlace(tokens, open)].token.text.ends_with("_t");
+}
+
 }  // namespace Tessel

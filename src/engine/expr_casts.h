@@ -21,4 +21,8 @@ bool endsDelete(const ExprTokens& tokens, std::size_t place);
 // Whether the token at `place` begins the operand of the cast that the one at `previous` ends. All roles are known.
 bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size_t place);
 
+// Whether the group that ends at `close`, in front of the sign at `sign`, is a cast only with a blank behind it:
+// `(n) -x`, but `(n)-x`.
+bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign);
+
 }  // namespace Tessel

@@ -64,7 +64,8 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
 
 // Nothing where the columns of the source are not known.
 void CppExprFormatter::startSourceHanging(Run& run) const {
-    const std::string_view first = run.text.substr(run.tokens.front().token.offset);
+    if (run.firstText >= run.tokens.size()) return;
+    const std::string_view first = run.text.substr(run.tokens[run.firstText].token.offset);
     const int column = sourceColumns().nearColumnOf(first);
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);

@@ -63,7 +63,9 @@ void CppExprFormatter::writeMarks(Run& run) {
 
 // The white space between the type and the name that follows the text.
 void CppExprFormatter::writeTypeEnd(Run& run) {
-    if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && !run.sawMark)) {
+    // Words may stand behind the marks: `char* API f()`.
+    const bool followsWord = !run.sawMark || (settings_.formatsOtherGaps && run.previousRole() != ExprRole::Mark);
+    if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && followsWord)) {
         run.sweep.writeGapWith(run.typeWhitespace);
     } else if (run.previousRole() == ExprRole::Mark) {
         run.sweep.writeGapWith(run.after);

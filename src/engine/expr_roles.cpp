@@ -328,10 +328,8 @@ private:
         if (inside != Parenthesised::Name) return false;
         const Trn::Token& mark = tokens_[place].token;
         const std::size_t next = place + 1;
-        const bool isSign = mark.kind == Cpp::Plus || mark.kind == Cpp::Minus;
         const bool isApart = tokens_[close].token.offset + 1 < mark.offset;
-        const bool isType = tokens_[nextPlace(tokens_, open)].token.text.ends_with("_t");
-        if (isSign && kindAt(tokens_, next) != Cpp::Number && !isApart && !isType) return false;
+        if (!isApart && isCastByBlank(tokens_, close, place)) return false;
         return next < tokens_.size() && tokens_[next].token.offset == mark.offset + mark.length;
     }
 

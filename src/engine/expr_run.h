@@ -68,7 +68,8 @@ struct CppExprFormatter::Run {
     bool keepsLines = false;                // those that begin inside the text, if there are any
     std::optional<HangingLines> hanging;    // of lines that are kept
     HangingLines::Text hangingText = HangingLines::Text::Statement;
-    FirstLine firstLine;
+    std::size_t firstText = 0;  // the first token that is no directive: these have no part in where lines hang
+    FirstLine firstLine;        // the one that it stands in
     std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
     const OptionalText* after = nullptr;    // what it wants behind itself, before any comment

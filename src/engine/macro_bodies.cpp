@@ -11,6 +11,7 @@
 #include "cpp/parser.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
@@ -192,6 +193,7 @@ MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
     : scheme_(scheme),
       indent_(indentOf(scheme)),
       indentsFromWord_(readSwitch(scheme, Keys::INDENT_FROM_DIRECTIVE)),
+      tabSize_(readTabSize(scheme)),
       passes_(passes) {}
 
 std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
@@ -206,7 +208,9 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     const bool startsOnLine = first == lines.begin();
     if (startsOnLine && lines.size() > 1 && !endsStatement(*first)) return std::nullopt;
     const bool isIndented = !startsOnLine && isWhitespace(firstStatementOf({first, lines.end()}).front());
-    const std::string start(first->begin(), lines.back().end());
+    // The blanks behind the macro's name are no indentation.
+    const std::string_view firstLine = startsOnLine ? trimLeft(*first) : *first;
+    const std::string start(firstLine.begin(), lines.back().end());
     const std::string indent = isIndented ? indentBehind(directive) : std::string();
     const auto result = formatted(start, indent, column);
     if (!result) return std::nullopt;
@@ -216,7 +220,9 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
 
 // #  define f   is itself indented by the blanks behind its "#".
 std::string MacroBodies::indentBehind(std::string_view directive) const {
-    return indentsFromWord_ ? std::string(leadingBlanks(directive.substr(1))) + indent_ : indent_;
+    if (!indentsFromWord_) return indent_;
+    const int columns = columnAfter(leadingBlanks(directive.substr(1)), 1, tabSize_) - 1;
+    return std::string(static_cast<std::size_t>(columns), ' ') + indent_;
 }
 
 // Most sources have no bodies, and most bodies in a source are indented alike.

@@ -41,6 +41,7 @@ private:
     PropertySet scheme_;
     std::string indent_;
     Keyed<bool> indentsFromWord_;
+    int tabSize_;
     const LayoutPasses& passes_;
     mutable std::optional<FormatOptions> options_;  // those of the last body
     mutable KeyId indentKey_;
