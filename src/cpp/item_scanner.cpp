@@ -164,6 +164,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
             isQualifier(followingKind) || followingKind == KeywordThrow || followingKind == KeywordTry;
         const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
         const bool beginsItem = isWord(followingKind) || opensAttribute(following);
+        // static DEFINE(name)
+        //     aligned(64);
+        const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
+        if (findsMacros_ && followsStorage && endsWithValue(following)) return function;
         const bool endsLine = isLater && beginsItem && !beginsBases(following);
         if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
             return Item{Shape::Macro, close + 1, 0};
@@ -246,6 +250,13 @@ bool ItemScanner::declaresFunction(Index open) const {
         if (kind(place) == OpenParen && kind(previous) == Identifier) return heads_.hasBody(next(close));
     }
     return false;
+}
+
+// `aligned(64);`: a number is no parameter.
+bool ItemScanner::endsWithValue(Index word) const {
+    const Index open = next(word);
+    return kind(word) == Identifier && kind(open) == OpenParen && kind(next(open)) == Number &&
+           kind(behind(open)) == Semicolon;
 }
 
 // `A : public B`: the name and the bases of a class whose key a macro in front makes.

@@ -47,6 +47,7 @@ private:
     bool followsDeclaredName(const Progress& seen) const;
     bool holdsClassKey(Index open) const;
     bool isListOfPointers(Index inside) const;
+    bool endsWithValue(Index word) const;
     bool beginsBases(Index name) const;
     bool endsValue(Index assign) const;
     bool isBraceInitializer(Index brace, const Progress& seen) const;
