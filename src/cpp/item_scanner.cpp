@@ -186,6 +186,7 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool endsData = followingKind == Semicolon || (word.kind == Identifier && isUpperCase(word.text));
     const bool holdsParameters = kind(next(open)) == OpenParen;
     if (findsMacros_ && endsData && !holdsParameters && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
+    if (findsMacros_ && namesMacro && beginsBases(following)) return std::nullopt;
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
     // int size PARAMS((int a)) pure_function;
@@ -279,11 +280,23 @@ bool ItemScanner::isBraceInitializer(Index brace, const Progress& seen) const {
         !mayFollow) {
         return false;
     }
-    if (seen.sawClassKey) return false;
+    // struct timeval wait { .tv_sec = 1 };
+    if (seen.sawClassKey) return findsMacros_ && seen.wordsBehindKey > 1 && startsValue(next(brace));
     if (seen.sawColon) return true;
     const int before = kind(seen.previous);
     if (before == Identifier) return seen.typeWords + seen.lastWords > 1;
     return before == OpenBracket || before == Less;
+}
+
+// No member begins so.
+bool ItemScanner::startsValue(Index place) const {
+    switch (kind(place)) {
+        case Dot:
+        case Number:
+        case CharLiteral:
+        case StringLiteral: return true;
+        default: return false;
+    }
 }
 
 bool ItemScanner::startsWithSpecifier(Index name) const {

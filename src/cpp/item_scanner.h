@@ -50,6 +50,7 @@ private:
     bool endsWithValue(Index word) const;
     bool beginsBases(Index name) const;
     bool endsValue(Index assign) const;
+    bool startsValue(Index place) const;
     bool isBraceInitializer(Index brace, const Progress& seen) const;
 
     HeadScanner heads_;

@@ -197,14 +197,23 @@ private:
     void writeKeptBreakAt(std::string_view gap, int column);
 
     // Lists (list_rules.cpp).
-    void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas);
-    void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas);
+    // What has been written in front of a list's first element.
+    struct ListStart {
+        bool startsLine;           // that is kept: the element, or the comment
+        std::string_view comment;  // on the element's line, if there is one,
+        int column;                // and its column
+    };
+    void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
+    void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);
     void writeComma(std::string_view gap, const WantedText& before, const WantedText& after);
-    bool writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen, const CommaTexts& commas);
+    ListStart writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen,
+                             const CommaTexts& commas);
+    std::string_view commentsOfElement(std::string_view gap) const;
+    ListStart writeCommentInFront(std::string_view gap, const OptionalText& afterOpen);
     void writeListEnd(const Cpp::ParameterListNode& list, const OptionalText& beforeClose, int column);
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              const CommaTexts& commas, const OptionalText& beforeClose);

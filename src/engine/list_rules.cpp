@@ -40,14 +40,16 @@ bool partsLines(std::string_view gap) {
 
 }  // namespace
 
-void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas) {
+void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start) {
     if (list.size() == 0) return;
     if (!commas.breaksLines() && !hangsLines()) {
         formatElements(list, commas);
         return;
     }
     const Cpp::SyntaxNode& first = **list.childBegin();
+    const bool hasComment = !start.comment.empty();
     int column = copyUpTo(first);
+    if (hasComment) column = start.column;
     FirstLine firstLine = listLine_;
     if (firstLine.source < 0 && isDirective(first)) {
         firstLine = lineInFront();
@@ -56,7 +58,8 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
         firstLine = lineOf(writer_.ahead());
     }
     ValueScope<FirstLine> line(listLine_, firstLine);
-    if (listLine_.source >= 0) listLine_.hanging = exprFormatter_.sourceColumnOf(writer_.ahead());
+    const std::string_view front = hasComment ? start.comment : writer_.ahead();
+    if (listLine_.source >= 0) listLine_.hanging = exprFormatter_.sourceColumnOf(front);
     LeadingSpaceScope leadingSpace(out(), false);
     IndentScope indent(out(), indentToColumn(out(), column));
     formatElements(list, commas);
@@ -86,6 +89,8 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
                                       const Cpp::SyntaxNode& next, const CommaTexts& commas) {
     const bool startsDirective = isDirective(next) || writer_.startsDirectiveBehind(gap);
+    const std::string_view comments = commentsOfElement(gap);
+    gap.remove_suffix(comments.size());
     const bool staysApart = isLineComment(next) || startsDirective || isCommentAtLineEnd(next);
     OptionalText before = commas.before;
     OptionalText between = commas.behind;
@@ -125,6 +130,19 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
     }
     if (keepsLines() && out().column() == 0 && !commas.breaksLines()) startKeptLine(gap);
+    writer_.write(comments);
+}
+
+// Those on the line of an element that follow a comma in front of that line.
+std::string_view CppFormatter::commentsOfElement(std::string_view gap) const {
+    const std::string_view separator = trimLeft(gap);
+    if (!keepsLines() || !settings_.formatsOtherGaps || !separator.starts_with(',')) return {};
+    const std::string_view blanks = leadingBlanks(separator.substr(1));
+    const std::string_view comments = separator.substr(1 + blanks.size());
+    const bool areOnLine = !comments.empty() && isLineBreak(blanks) && !isLineBreak(trailingBlanks(comments));
+    return areOnLine && writer_.holdsOnlyComments(comments) && !writer_.holdsLineComment(comments)
+               ? comments
+               : std::string_view();
 }
 
 // Begins the line that the gap, written but for its last blanks, ends in front of.
@@ -150,11 +168,11 @@ void CppFormatter::writeComma(std::string_view gap, const WantedText& before, co
 }
 
 // One whose first element hangs behind a directive or a comment, as it would without.
-void CppFormatter::formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas) {
+void CppFormatter::formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start) {
     const bool hangs = hangsLines() && out().column() == 0;
     const int hanging = columnAfter(exprFormatter_.settings().hanging.wrap.text, indentColumn(), out().tabSize());
     IndentScope indent(out(), hangs ? indentToColumn(out(), hanging) : out().indent());
-    formatSeparatedList(list, commas);
+    formatSeparatedList(list, commas, start);
 }
 
 // A list with its brackets. An empty one loses the white space between them when the scheme places any there.
@@ -172,17 +190,21 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
         }
         return;
     }
-    const bool startsLine = writeListStart(list, afterOpen, commas);
-    const int column = startsLine ? indentColumn() : writer_.nextColumn();
-    formatHangingList(list, commas);
+    const ListStart start = writeListStart(list, afterOpen, commas);
+    const int column = start.startsLine        ? indentColumn()
+                       : start.comment.empty() ? writer_.nextColumn()
+                                               : start.column;
+    formatHangingList(list, commas, start);
     writeListEnd(list, beforeClose, column);
 }
 
-// Returns whether the first element begins a line that is kept.
-bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen,
-                                  const CommaTexts& commas) {
+CppFormatter::ListStart CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const OptionalText& afterOpen,
+                                                     const CommaTexts& commas) {
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
+    const bool isBehindComment = settings_.formatsOtherGaps && writer_.holdsOnlyComments(gap) &&
+                                 !isLineBreak(trailingBlanks(gap)) && (keepsLines() || !isLineBreak(gap));
+    if (isBehindComment) return writeCommentInFront(gap, afterOpen);
     if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
     const bool isJoined = exprFormatter_.wrapsLines() && settings_.breaksAsLastResort && isLineBreak(gap);
@@ -194,7 +216,21 @@ bool CppFormatter::writeListStart(const Cpp::ParameterListNode& list, const Opti
         const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
         writer_.writeMerged(gap, isJoined && !afterOpen.present ? joined : afterOpen);
     }
-    return isKept;
+    return {isKept, {}, 0};
+}
+
+// f(/* in */ int a): what is wanted behind the "(" does not part the comment from the element.
+CppFormatter::ListStart CppFormatter::writeCommentInFront(std::string_view gap, const OptionalText& afterOpen) {
+    const std::string_view blanks = leadingBlanks(gap);
+    ListStart start{keepsBreak(blanks, afterOpen), trimLeft(gap), 0};
+    if (start.startsLine) {
+        writeKeptBreak(blanks);
+    } else {
+        writer_.replace(blanks, afterOpen);
+    }
+    start.column = writer_.nextColumn();
+    writer_.write(start.comment);
+    return start;
 }
 
 // A closing bracket that begins a line that is kept does so at `column`.
