@@ -36,6 +36,7 @@ std::string LineEnds::takeText() {
     // Comments may move to the right.
     out_.reserve(result_.size() + result_.size() / 16);
     for (const Cpp::OpaqueToken& token : opaque_) {
+        if (isLiteralOnLine(token)) continue;
         passRegions(token.offset);
         if (token.offset >= sides_.sourcePlace()) writeToken(token);
     }
@@ -43,6 +44,12 @@ std::string LineEnds::takeText() {
     writeCode(result_.size());
     if (comments_) comments_->finish(out_);
     return std::move(out_);
+}
+
+// Most of what is opaque, in which no line ends.
+bool LineEnds::isLiteralOnLine(const Cpp::OpaqueToken& token) const {
+    const bool isLiteral = token.kind == Cpp::StringLiteral || token.kind == Cpp::CharLiteral;
+    return isLiteral && source_.substr(token.offset, token.length).find('\n') == std::string_view::npos;
 }
 
 // Copies the regions that begin up to `offset` of the source.

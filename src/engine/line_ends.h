@@ -38,6 +38,7 @@ public:
     LineEnds& operator=(const LineEnds&) = delete;
 
 private:
+    bool isLiteralOnLine(const Cpp::OpaqueToken& token) const;
     void passRegions(std::size_t offset);
     void writeToken(const Cpp::OpaqueToken& token);
     void writeCode(std::size_t end);
