@@ -193,7 +193,7 @@ MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
     : scheme_(scheme),
       indent_(indentOf(scheme)),
       indentsFromWord_(readSwitch(scheme, Keys::INDENT_FROM_DIRECTIVE)),
-      tabSize_(readTabSize(scheme)),
+      tabSize_(std::max(readTabSize(scheme), 1)),
       passes_(passes) {}
 
 std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
