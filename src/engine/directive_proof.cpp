@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cpp/lexer.h"
+#include "cpp/token_sets.h"
 #include "engine/directive_parts.h"
 #include "engine/gap.h"
 #include "engine/token_boundary.h"
@@ -34,6 +35,7 @@ public:
     }
     std::string_view text() const { return std::string_view(text_).substr(token_.offset, token_.length); }
     bool isApart() const { return isApart_; }
+    bool isComment() const { return Cpp::isComment(token_.kind); }
 
 private:
     std::string text_;
@@ -41,6 +43,19 @@ private:
     Trn::Token token_;
     bool isApart_ = false;
 };
+
+// Whether all that differs is the white space that further lines begin with.
+bool haveSameLines(std::string_view one, std::string_view other) {
+    while (true) {
+        const std::size_t end = std::min(one.find('\n'), one.size());
+        if (one.substr(0, end) != other.substr(0, other.find('\n'))) return false;
+        if (end == one.size() || end == other.size()) return one.size() == other.size();
+        one.remove_prefix(end + 1);
+        other.remove_prefix(end + 1);
+        one.remove_prefix(std::min(one.find_first_not_of(kBlanks), one.size()));
+        other.remove_prefix(std::min(other.find_first_not_of(kBlanks), other.size()));
+    }
+}
 
 // Blanks may follow a splice at the end, behind which a comment stands.
 bool endsLine(std::string_view directive) { return trailingBlanks(directive).find('\n') != std::string_view::npos; }
@@ -59,7 +74,9 @@ bool holdSameDirective(std::string_view source, std::string_view result) {
         const bool goesOn = left.next();
         if (right.next() != goesOn) return false;
         if (!goesOn) return endsLine(source) == endsLine(result);
-        if (left.text() != right.text()) return false;
+        const bool isSame = left.isComment() && right.isComment() ? haveSameLines(left.text(), right.text())
+                                                                  : left.text() == right.text();
+        if (!isSame) return false;
         if (place == 0) isMacro = left.text() == "define";
         if (isMacro && place == behindMacroName && left.isApart() != right.isApart()) return false;
     }
