@@ -166,7 +166,9 @@ private:
     }
 
     bool compareText(int kind, std::string_view text) {
-        if (!mayMoveLines(kind, text)) return compareExactly(text);
+        if (!mayMoveLines(kind, text)) {
+            return compareExactly(text) || (kind == Cpp::Directive && compareRespaced(text));
+        }
         const std::size_t start = result_.place;
         if (compareLines(kind, text)) return true;
         result_.place = start;
