@@ -187,6 +187,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool holdsParameters = kind(next(open)) == OpenParen;
     if (findsMacros_ && endsData && !holdsParameters && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
     if (findsMacros_ && namesMacro && beginsBases(following)) return std::nullopt;
+    // char aligned(16) bytes[] = {}
+    const bool namesArray = word.kind == Identifier && kind(next(following)) == OpenBracket;
+    if (findsMacros_ && namesArray && !opensAttribute(next(following))) return std::nullopt;
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
     // int size PARAMS((int a)) pure_function;

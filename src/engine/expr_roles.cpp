@@ -330,7 +330,8 @@ private:
         const std::size_t next = place + 1;
         const bool isApart = tokens_[close].token.offset + 1 < mark.offset;
         if (!isApart && isCastByBlank(tokens_, close, place)) return false;
-        return next < tokens_.size() && tokens_[next].token.offset == mark.offset + mark.length;
+        const bool isBeforeOperand = next < tokens_.size() && tokens_[next].role != ExprRole::Trivia;
+        return isBeforeOperand && tokens_[next].token.offset == mark.offset + mark.length;
     }
 
     void advance(std::size_t place) {
