@@ -22,15 +22,20 @@ constexpr int kBehindWord = 3;
 constexpr int kBehindLabel = 25;  // "name: " << value
 constexpr int kColonOfLoop = 2;
 constexpr int kBaseClauses = 3;
+constexpr int kPureSpecifier = 500;  // the "0" of "= 0"
 constexpr int kAssignedLambda = 35;
 constexpr int kInnerMember = 35;  // "." with another call behind it
 constexpr int kLastMember = 150;
 constexpr int kCastOperand = 100;
 constexpr int kTemplateArguments = 100;
 constexpr int kParameters = 100;
+constexpr int kAnnotationWeight = 100;
+constexpr int kShortAnnotationWeight = 150;
+constexpr std::size_t kShortAnnotation = 10;
 constexpr int kDefaultValue = 110;
 constexpr int kSecondName = 110;  // `T MACRO f()`
 constexpr int kArrowOfResult = 110;
+constexpr int kArrowOfHead = 20;  // the result has a line sooner than the last of the parameters
 constexpr int kBraceBehindAssignment = 160;
 constexpr int kDeclaredName = 200;
 constexpr int kSubscript = 500;
@@ -41,7 +46,7 @@ bool isLabel(const ExprToken& token) {
     if (token.token.kind != Cpp::StringLiteral || !token.token.text.starts_with('"')) return false;
     std::string_view text = std::string_view(token.token.text).substr(1);
     text = trimLeft(trimRight(text.substr(0, text.size() - (text.ends_with('"') ? 1 : 0))));
-    return text.size() <= 1 || text.ends_with(':') || text.ends_with('=');
+    return text.size() > 1 && (text.ends_with(':') || text.ends_with('='));
 }
 
 // Of a virtual function.
@@ -123,14 +128,14 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     if (kind == Cpp::Semicolon || token.role == ExprRole::Mark) return kNoBreak;
     if (before.role == ExprRole::BinaryOperator && before.token.kind == Cpp::Assign) {
         if (kind == Cpp::OpenBrace) return kBraceBehindAssignment;
-        if (kind == Cpp::OpenBracket) return kAssignedLambda;
+        if (kind == Cpp::OpenBracket && text_ == WeighedText::Statement) return kAssignedLambda;
     }
     if (place == name_) return followsWord(left) ? kSecondName : settings_.weightOfFunctionName;
     if (name_ != kNoToken && place < name_ && scopes_.at(place).depth == 0) return kNoBreak;
     const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
     if (token.role == ExprRole::Name && !isOuter) return kDeclaredName;
-    const bool isCallOperator = token.role == ExprRole::BinaryOperator && kind == Cpp::Arrow;
-    if (isCallOperator) return kArrowOfResult;
+    if (kind == Cpp::Arrow && name_ != kNoToken && scopes_.at(place).depth == 0) return kArrowOfHead;
+    if (kind == Cpp::Arrow && token.role == ExprRole::BinaryOperator) return kArrowOfResult;
     if (opensBracket(tokens_, left)) return weightBehindOpen(left, place);
     if (kind == Cpp::OpenBracket && token.followsCall) return kSubscript;
     if (scopes_.at(place).rank == OperandRank::Member) return weightOfMember(place);
@@ -166,7 +171,10 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
     const bool isInHead = text_ == WeighedText::Head || text_ == WeighedText::Parameters;
     if (before != OperandRank::None) {
         if (leadsLine(left)) return kNoBreak;
-        if (before == OperandRank::Assignment && isInHead) return kDefaultValue;
+        if (before == OperandRank::Assignment && isInHead) {
+            const bool isBehindHead = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
+            return isBehindHead ? kPureSpecifier : kDefaultValue;
+        }
         return static_cast<int>(before);
     }
     if (rank != OperandRank::None) {
@@ -190,6 +198,12 @@ bool BreakWeights::closesPlacement(std::size_t place) const {
     return closesBracket(tokens_, place) && open > 0 && tokens_[open - 1].token.kind == Cpp::KeywordNew;
 }
 
+// Behind the parameters of a function: `f() const GUARDED_BY(mutex)`.
+int BreakWeights::weightOfAnnotation(std::size_t place) const {
+    if (kindAt(tokens_, place + 1) == Cpp::OpenParen) return kBehindWord;
+    return tokens_[place].token.text.size() < kShortAnnotation ? kShortAnnotationWeight : kAnnotationWeight;
+}
+
 // Behind what ends an operand: `PREFIX "text"`, `new (place) T()`, `NAME(a) OTHER(b)`, `T name` as an argument.
 int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     const int kind = tokens_[place].token.kind;
@@ -197,14 +211,17 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     const Trn::Token& word = tokens_[left].token;
     const bool isApart = tokens_[place].token.offset > word.offset + word.length;
     if (kind == Cpp::StringLiteral && before == Cpp::Identifier && isApart) return kBehindWord;
-    if (kind != Cpp::Identifier) return kNoBreak;
+    if (kind != Cpp::Identifier || before == Cpp::KeywordTemplate) return kNoBreak;
+    const bool isBehindHead = name_ != kNoToken && place > name_ && scopes_.at(place).depth == 0;
+    if (isBehindHead && !isSpecifier(tokens_[place]) && (before == Cpp::KeywordConst || before == Cpp::CloseParen)) {
+        return weightOfAnnotation(place);
+    }
     if (before == Cpp::CloseParen) {
         // What stands behind parameters that a macro holds, `f PARAMS((int)) M(x)`, is read by the line it is on.
         const bool isBehindParameters = kindAt(tokens_, tokens_[left].partner + 1) == Cpp::OpenParen;
         const bool isMacro = kindAt(tokens_, place + 1) == Cpp::OpenParen && !isBehindParameters;
         return isMacro || closesPlacement(left) ? kBehindWord : kNoBreak;
     }
-    const bool isBehindHead = name_ != kNoToken && scopes_.at(place).depth == 0;
     if (isBehindHead) return before == Cpp::Identifier && !isSpecifier(tokens_[place]) ? kBehindWord : kNoBreak;
     if (before != Cpp::Identifier && !isBuiltinTypeKeyword(before)) return kNoBreak;
     return followsWord(left) ? kSecondName : kDeclaredName;

@@ -53,6 +53,7 @@ private:
     int weightOfMember(std::size_t place) const;
     int weightOfOperator(std::size_t left, std::size_t place) const;
     bool closesPlacement(std::size_t place) const;
+    int weightOfAnnotation(std::size_t place) const;
     int weightOfWord(std::size_t left, std::size_t place) const;
     bool holdsElements(std::size_t open) const { return holdsComma_[open]; }
 

@@ -52,10 +52,11 @@ private:
         bool holdsLine = false;      // or inside them
         bool isWhole = false;        // no line begins in it,
         bool isOperandWhole = false; // or in the current operand
-        bool brokeOperator = false;  // the last operator began a line, or stood behind one that did
+        bool brokeOperator = true;   // the last operator began a line, or stood behind one that did
         bool isParted = false;       // its elements stand on one line, or on one each
         bool keepsMembers = false;   // a call stands behind another one on a line
         bool holdsQuestions = false; // a ? b : c ? d : e: its lines begin with each ":", or none
+        bool followsElement = false; // on the line of the element in front
 
         bool operator==(const Scope&) const = default;
     };
@@ -104,6 +105,7 @@ private:
 
     // line_search_scopes.cpp
     void beginLine(Way& way, std::size_t place, int column);
+    int costOfShift(const Way& way, std::size_t place) const;
     void stayOnLine(Way& way, std::size_t place);
     void stayBehindCall(Way& way, std::size_t place);
     bool keepsOperandWhole(const Scope& scope, std::size_t place) const;

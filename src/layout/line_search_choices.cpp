@@ -84,7 +84,7 @@ bool LineSearch::mustBeginOperand(const Scope& scope, std::size_t place) const {
         return !isComparison(leftRank) || isBinary;
     }
     if (rank == OperandRank::Shift && weights_.leadsLine(place)) {
-        return (scope.isBroken && scope.shift < 0) || endsOutputLine(left) || standsBetweenLiterals(place);
+        return scope.isBroken || endsOutputLine(left) || standsBetweenLiterals(place);
     }
     if (rank >= OperandRank::Or && rank < OperandRank::Member) return scope.isBroken;
     return place == name_ && scope.isBroken;
@@ -105,7 +105,7 @@ bool LineSearch::mustBeginMember(const Way& way, std::size_t place, int lineColu
 // `endl`, "text\n" and '\n'
 bool LineSearch::endsOutputLine(std::size_t place) const {
     const std::string_view text = text_.tokenText(place);
-    return text == "endl" || text.ends_with("\\n\"") || text == "'\\n'";
+    return text == "endl" || text.ends_with("::endl") || text.ends_with("\\n\"") || text == "'\\n'";
 }
 
 bool LineSearch::standsBetweenLiterals(std::size_t place) const {

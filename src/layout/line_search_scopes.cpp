@@ -13,6 +13,10 @@ namespace {
 
 constexpr int kFirstLineOfScope = 15;  // lines that begin where others do are to be preferred
 constexpr int kFirstShift = 120;       // behind a short operand, or a broken one
+// Of lines that cost the same, what decides: what is streamed into a call stands below it, and an element is sooner put
+// on a line of its own than broken.
+constexpr int kBehindCall = 1;
+constexpr int kInsideElement = 1;
 constexpr int kWidthOfShift = 3;       // of "<< "
 constexpr int kLongArguments = 10;     // columns
 constexpr int kShortPartOfMargin = 3;  // an operand in front of "<<" is short in the first third of a line
@@ -27,6 +31,16 @@ bool isRelation(OperandRank rank) { return rank == OperandRank::Relation; }
 
 }  // namespace
 
+// Beside its weight.
+int LineSearch::costOfShift(const Way& way, std::size_t place) const {
+    const Scope& scope = way.top;
+    const int cost = scope.followsElement ? kInsideElement : 0;
+    if (scope.shift >= 0) return cost;
+    const bool isBehindShort = way.column <= settings_.rightMargin / kShortPartOfMargin;
+    if (isBehindShort || scope.isBroken) return cost + kFirstShift;
+    return isClose(before(place)) ? cost - kBehindCall : cost;
+}
+
 void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     Scope& scope = way.top;
     const std::size_t left = before(place);
@@ -36,8 +50,7 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     scope.hasLine = scope.holdsLine = true;
     way.cost += std::max(weights_.at(place), 0);
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
-    if (isShift && scope.shift < 0 && (way.column <= settings_.rightMargin / kShortPartOfMargin || scope.isBroken))
-        way.cost += kFirstShift;
+    if (isShift) way.cost += costOfShift(way, place);
     if (rank == OperandRank::Member && scope.member < 0) scope.member = column;
     const bool leads =
         rank > OperandRank::Assignment && rank != OperandRank::Member && rank != OperandRank::Conditional;
@@ -88,6 +101,7 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
 void LineSearch::stayBehindCall(Way& way, std::size_t place) {
     const std::size_t left = before(place);
     if (way.column > columnOfLine(way, place)) way.top.keepsMembers = true;
+    if (tokens_[left].token.kind != Cpp::CloseParen) return;
     int width = 0;
     for (std::size_t at = tokens_[left].partner + 1; at <= left && width <= kLongArguments; ++at) {
         width += gaps_[at] + widths_[at];
@@ -215,6 +229,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         if (isIndented)
             inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
+        inside.followsElement = leftRank == OperandRank::Comma && way.column > way.lineColumn;
         inside.holdsQuestions = scopes_.scope(at).holdsQuestions;
         if (inside.holdsQuestions) inside.question = way.column;
         inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
@@ -250,7 +265,7 @@ std::uint64_t LineSearch::hashOf(const Scope& scope) {
     unsigned flags = 0;
     for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole,
                             scope.isOperandWhole, scope.brokeOperator, scope.isParted, scope.keepsMembers,
-                            scope.holdsQuestions}) {
+                            scope.holdsQuestions, scope.followsElement}) {
         flags = flags << 1 | (flag ? 1U : 0U);
     }
     return mixed(hash, flags);

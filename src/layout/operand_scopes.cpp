@@ -95,7 +95,8 @@ OperandRank OperandScopes::rankOf(std::size_t place) {
         const bool isMember =
             (kind == Cpp::Dot && !isPack(tokens_, place) && kindAt(tokens_, previous_) != Cpp::Dot) ||
             kind == Cpp::Arrow;
-        return isMember && level.operand != kNoToken ? OperandRank::Member : OperandRank::None;
+        const bool isOfResult = kind == Cpp::Arrow && typeEnd_ > 0 && levels_.size() == 1;
+        return isMember && !isOfResult && level.operand != kNoToken ? OperandRank::Member : OperandRank::None;
     }
     const bool isInType = place < typeEnd_ && levels_.size() == 1;
     if (token.role != ExprRole::BinaryOperator || isInType) return OperandRank::None;
