@@ -112,6 +112,9 @@ void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahea
                 if (!isEmptyStatement) pend(ahead);
                 format();
             };
+            // The head in front of an empty body is broken, not the body.
+            const bool staysWhole = settings_.weighsWholes() && body.size() == 0 && standsOnOneLine(body);
+            if (staysWhole && tryLine(0, isKept.key, formatWithGap)) return;
             if (tryOnOneLine(body, isKept.key, formatWithGap)) return;
         } else if (first == '{') {
             pend(withLinesInFront(body, ahead));

@@ -213,12 +213,14 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     if (kind == Cpp::StringLiteral && before == Cpp::Identifier && isApart) return kBehindWord;
     if (kind != Cpp::Identifier || before == Cpp::KeywordTemplate) return kNoBreak;
     const bool isBehindHead = name_ != kNoToken && place > name_ && scopes_.at(place).depth == 0;
-    if (isBehindHead && !isSpecifier(tokens_[place]) && (before == Cpp::KeywordConst || before == Cpp::CloseParen)) {
+    // What stands behind parameters that a macro holds, `f PARAMS((int)) M(x)`, is read by the line it is on.
+    const bool isBehindParameters =
+        before == Cpp::CloseParen && kindAt(tokens_, tokens_[left].partner + 1) == Cpp::OpenParen;
+    if (isBehindHead && !isSpecifier(tokens_[place]) && !isBehindParameters &&
+        (before == Cpp::KeywordConst || before == Cpp::CloseParen)) {
         return weightOfAnnotation(place);
     }
     if (before == Cpp::CloseParen) {
-        // What stands behind parameters that a macro holds, `f PARAMS((int)) M(x)`, is read by the line it is on.
-        const bool isBehindParameters = kindAt(tokens_, tokens_[left].partner + 1) == Cpp::OpenParen;
         const bool isMacro = kindAt(tokens_, place + 1) == Cpp::OpenParen && !isBehindParameters;
         return isMacro || closesPlacement(left) ? kBehindWord : kNoBreak;
     }

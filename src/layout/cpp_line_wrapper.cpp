@@ -119,8 +119,8 @@ bool CppLineWrapper::writeByWeight(Position start, Position end, WrapContext con
         }
     }
     context.blocks = blocks;
-    context.trailingWidth = widthBehind(text);
-    context.commentWidth = widthOfCommentBehind(text);
+    context.trailingWidth = context.endsLine ? 0 : widthBehind(text);
+    context.commentWidth = context.endsLine ? 0 : widthOfCommentBehind(text);
     IndentScope indent(out_, indentAt(baseColumn()));
     const std::vector<WrappedPiece> pieces = wrapper_.wrapByWeight(text, IndentState(out_), context);
     for (const WrappedPiece& piece : pieces) {

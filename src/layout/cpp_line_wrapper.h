@@ -122,7 +122,10 @@ private:
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);
-    void wrapFunctionHead(Cpp::FunctionHeadNode& head);
+    void wrapFunctionHead(Cpp::FunctionHeadNode& head, const Cpp::InitializerListNode* initializers);
+
+    bool movesInitializers(std::string_view gap) const;
+    void copyToInitializers(std::string_view gap);
     void wrapInitializers(Cpp::InitializerListNode& list, bool isHeadLong);
     bool weighsDeclaration(const Cpp::DataDeclNode& declaration) const;
     void wrapDeclarators(const Cpp::DataDeclNode& declaration);

@@ -68,7 +68,7 @@ void CppLineWrapper::visit(Cpp::ClassHeadNode* head) {
     WrapContext context;
     context.mode = ExprMode::Declaration;
     context.weighed = WeighedText::Class;
-    if (head->baseClauses() && writeByWeight(head->start(), head->end(), context)) return;
+    if (writeByWeight(head->start(), head->end(), context)) return;
     if (head->name()) copyThrough(*head->name());
     if (head->baseClauses()) head->baseClauses()->accept(*this);
     copyThrough(*head);
@@ -113,15 +113,20 @@ void CppLineWrapper::wrapFunction(Cpp::FunctionDeclNode& declaration,
     const Cpp::FunctionHeadNode* head = declaration.head();
     const bool isHeadLong =
         head && (needsWrapping(*head) || (initializers && needsWrapping(head->start(), initializers->end())));
-    if (isHeadLong) wrapFunctionHead(*declaration.head());
+    if (isHeadLong) wrapFunctionHead(*declaration.head(), initializers);
     if (initializers) wrapInitializers(*initializers, isHeadLong);
     if (declaration.body()) wrapBraced(*declaration.body(), settings_.functions.indent);
     copyThrough(declaration);
 }
 
-void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head) {
+void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head, const Cpp::InitializerListNode* initializers) {
     if (head.parameters() && head.name() && !head.oldParameters()) {
         WrapContext context;
+        if (initializers && initializers->size() > 0) {
+            const std::size_t gapStart = offsetOf(in_.document(), head.end());
+            const std::size_t gapEnd = offsetOf(in_.document(), initializers->children().front()->start()) - 1;
+            context.endsLine = movesInitializers(source().substr(gapStart, gapEnd - gapStart));
+        }
         context.mode = ExprMode::Declaration;
         context.weighed = WeighedText::Head;
         if (head.returnType()) context.nameOffset = offsetBetween(head.start(), head.name()->start());

@@ -42,8 +42,11 @@ void LineSearch::takeWidths() {
     gaps_.clear();
     widths_.clear();
     std::size_t last = kNoToken;
+    bases_ = kNoToken;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         before_[place] = last;
+        const bool isColon = tokens_[place].token.kind == Cpp::Colon && scopes_.at(place).depth == 0;
+        if (isColon && bases_ == kNoToken) bases_ = place;
         if (!isTrivia(place)) last = place;
         gaps_.push_back(lengthOf(text_.gap(place)));
         widths_.push_back(text_.measure({place, place + 1}, 0).column);

@@ -93,6 +93,7 @@ private:
     void payOverflow(Way& way, int before) const;
 
     // line_search_choices.cpp
+    bool keepsBases(const Way& way, std::size_t place) const;
     bool mayBegin(const Way& way, std::size_t place) const;
     bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
     bool mustBeginMember(const Way& way, std::size_t place, int lineColumn) const;
@@ -134,6 +135,7 @@ private:
     bool partsElements_;  // the outermost ones stand on one line, or on one each
     OperandScopes scopes_;
     BreakWeights weights_;
+    std::size_t bases_ = kNoToken;  // of a class, from their ":" on
     std::vector<std::size_t> before_;  // the token in front that is no comment
     std::vector<int> gaps_;            // widths
     std::vector<int> widths_;

@@ -112,6 +112,14 @@ bool LineSearch::standsBetweenLiterals(std::size_t place) const {
     return text_.kindAt(before(place)) == Cpp::StringLiteral && text_.kindAt(place + 1) == Cpp::StringLiteral;
 }
 
+// Whether the base clauses, which the token is part of, stand on the line of their class.
+bool LineSearch::keepsBases(const Way& way, std::size_t place) const {
+    if (place < bases_) return false;
+    const Scope* scope = &way.top;
+    for (std::uint32_t outer = way.outer; outer != kNone; outer = outer_[outer].outer) scope = &outer_[outer].scope;
+    return !scope->hasLine;
+}
+
 bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
@@ -126,6 +134,7 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
         const int depth = scopes_.at(place).depth;
         if (!isBrace && way.lowestDepth < way.lineDepth && way.lowestDepth < depth) return false;
     }
+    if (kind_ == WeighedText::Class && scopes_.at(place).depth > 0 && keepsBases(way, place)) return false;
     const OperandRank rank = scopes_.at(place).rank;
     const bool isOperator =
         rank > OperandRank::Assignment && rank < OperandRank::Member && rank != OperandRank::Conditional;

@@ -7,12 +7,14 @@
 #include <algorithm>
 
 #include "cpp/nodes.h"
+#include "engine/gap.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
 
 namespace Tessel {
 
 using Zelmor::IndentScope;
+using Zelmor::LeadingSpaceScope;
 
 void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas) {
     if (copyUnlessLong(list)) return;
@@ -69,11 +71,30 @@ void CppLineWrapper::wrapInitializers(Cpp::InitializerListNode& list, bool isHea
         return;
     }
     const Position start = list.children().front()->start();
-    copy(readGap(in_, start));
+    copyToInitializers(readGap(in_, start));
     WrapContext context;
     context.weighed = WeighedText::Initializers;
     if (writeByWeight(start, list.children().back()->end(), context)) return;
     wrapElements(list, settings_.commas.initializers, ExprMode::Expression);
+}
+
+// Whether the ":" of a line that runs over begins the next one, as the scheme has it.
+bool CppLineWrapper::movesInitializers(std::string_view gap) const {
+    const std::string_view colon = trimLeft(gap);
+    const bool isAlone = colon.starts_with(':') && isAllWhitespace(colon.substr(1));
+    const bool staysOnLine = gap.find('\n') == std::string_view::npos && settings_.beforeInitializerList.hasLineFeed();
+    return wrapper_.settings().weighsWholes() && isAlone && staysOnLine;
+}
+
+void CppLineWrapper::copyToInitializers(std::string_view gap) {
+    if (!movesInitializers(gap)) {
+        copy(gap);
+        return;
+    }
+    IndentScope indent(out_, indentAt(baseColumn()));
+    LeadingSpaceScope keepSpace(out_, true);
+    write(settings_.beforeInitializerList.text);
+    write(trimLeft(gap));
 }
 
 // One that stands on a line of its own.
