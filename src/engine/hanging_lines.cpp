@@ -188,11 +188,15 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (level.first == kNone) level.first = column;
     if (startsElement) level.element = column;
     if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
+    if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
     if (level.awaitsOperand) level.operand = column;
     if (level.awaitsLater) level.later = column;
     level.awaitsOperand = awaitsValue(token);
     level.awaitsLater = token.role == ExprRole::BinaryOperator && !level.awaitsOperand && !isMemberAccess(kind);
-    if (level.awaitsLater) level.later = level.chain = kNone;
+    if (level.awaitsLater) {
+        level.later = level.chain = kNone;
+        level.lastOperator = place;
+    }
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
         level.operand = level.later = level.chain = level.shift = kNone;
@@ -230,7 +234,24 @@ void HangingLines::open(std::size_t place) {
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn_;
     level.lineColumn = lineColumn_;
     level.contents = columnInCall(outer, place);
+    if (level.contents == kNone && chains_ && tokens_[place].token.kind == Cpp::OpenParen) {
+        level.call = columnOfCall(outer);
+        if (level.call == kNone && isInFirst) level.call = outer.call;
+        if (level.call != kNone) level.contents = wrapped(level.call);
+    }
     levels_.push_back(level);
+}
+
+// From where the arguments hang of a call that is part of an operation; kNone for others.
+int HangingLines::columnOfCall(const Level& outer) const {
+    if (outer.later != kNone) {
+        const OperandChains::Chain* chain = chains_->of(outer.lastOperator);
+        const bool isOnlyShift = isShift(tokens_[outer.lastOperator]) && chain && chain->operators == 1;
+        return isOnlyShift ? columns_[chain->start] : outer.later;
+    }
+    if (outer.operandStart != kNoToken && chains_->startWith(outer.operandStart)) return columns_[outer.operandStart];
+    const bool isAssigned = outer.operand != kNone && !outer.isReturned;
+    return outer.kind == Level::Kind::List && isAssigned ? outer.element : kNone;
 }
 
 // Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.

@@ -79,6 +79,9 @@ private:
         bool awaitsLater = false;
         int chain = kNone;
         int shift = kNone;
+        std::size_t operandStart = kNoToken;  // the first token of the operand that is being read
+        std::size_t lastOperator = kNoToken;
+        int call = kNone;            // from where the arguments hang of calls that the first element begins with
         int contents = kNone;        // where lines hang as long as there is no element
         int behindComma = kNone;     // or what follows a comma operator
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
@@ -100,6 +103,7 @@ private:
     void passInLevel(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
     int columnInCall(const Level& outer, std::size_t open) const;
+    int columnOfCall(const Level& outer) const;
 
     const ExprTokens& tokens_;
     const HangingIndents& indents_;

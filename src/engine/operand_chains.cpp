@@ -40,7 +40,7 @@ int rankOf(int kind) {
 }  // namespace
 
 OperandChains::OperandChains(const ExprTokens& tokens, bool isList)
-    : tokens_(tokens), chainOf_(tokens.size(), kNoToken) {
+    : tokens_(tokens), chainOf_(tokens.size(), kNoToken), startsChain_(tokens.size(), false) {
     levels_.emplace_back().place = isList ? Place::BehindOpen : Place::AmongOthers;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
         if (tokens[place].role != ExprRole::Trivia) pass(place);
@@ -114,7 +114,9 @@ void OperandChains::passOperator(std::size_t place, int rank) {
         level.open.push_back({rank, chains_.size(), false});
         if (first != kNoToken && rank != kConditional) chains_[first].outer = chains_.size();
         chains_.push_back({start, rank == kConditional});
+        startsChain_[start] = true;
     }
+    ++chains_[level.open.back().chain].operators;
     level.open.back().awaitsColon = isQuestion;
     chainOf_[place] = level.open.back().chain;
     level.operand = kNoToken;

@@ -17,6 +17,7 @@ public:
         std::size_t start = kNoToken;  // the first token of its first operand
         bool isIndented = false;       // its further lines stand behind that, as opposed to below it
         std::size_t outer = kNoToken;  // the chain, no conditional, that it is the first operand of
+        std::size_t operators = 0;     // how many it has
     };
 
     // The tokens are borrowed. `isList`: the text stands in brackets.
@@ -29,6 +30,8 @@ public:
         const std::size_t chain = place < chainOf_.size() ? chainOf_[place] : kNoToken;
         return chain == kNoToken ? nullptr : &chains_[chain];
     }
+    // Whether an operand that begins with the token is the first of a chain.
+    bool startWith(std::size_t place) const { return startsChain_[place]; }
 
 private:
     struct Open {
@@ -61,6 +64,7 @@ private:
     const ExprTokens& tokens_;
     std::vector<Chain> chains_;
     std::vector<std::size_t> chainOf_;
+    std::vector<bool> startsChain_;
     std::vector<Level> levels_;
 };
 

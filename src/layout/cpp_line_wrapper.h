@@ -123,7 +123,6 @@ private:
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);
     void wrapFunctionHead(Cpp::FunctionHeadNode& head, const Cpp::InitializerListNode* initializers);
-
     bool movesInitializers(std::string_view gap) const;
     void copyToInitializers(std::string_view gap);
     void wrapInitializers(Cpp::InitializerListNode& list, bool isHeadLong);
