@@ -3,13 +3,17 @@
 #include <algorithm>
 
 #include "cpp/token_kind.h"
+#include "engine/gap.h"
+#include "engine/opaque_text.h"
+#include "engine/shown_width.h"
 #include "layout/line_text.h"
 
 namespace Tessel {
 
 namespace {
 
-constexpr std::int64_t kColumnBeyondMargin = 1'000'000;
+constexpr std::int64_t kLineInWhole = 1000;         // where none was to begin
+constexpr int kBlanksBeforeComment = 2;
 
 }  // namespace
 
@@ -27,14 +31,29 @@ LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const Weigh
 
 bool LineSearch::isSuited() {
     if (tokens_.empty() || tokens_.size() > kMostTokens) return false;
+    if (standsApart(tokens_.size() - 1) || tokens_.front().token.kind == Cpp::LineComment) return false;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
-        const bool isEven = text_.isEven({place, place + 1}) &&
-                            text_.gap(place).find_first_of("\t\n") == std::string_view::npos;
-        if (!isEven && !text_.continuesLiteral(place) && !text_.isLongBlock(place)) return false;
-        if (tokens_[place].token.kind == Cpp::LineComment || tokens_[place].token.kind == Cpp::Directive)
-            return false;
+        const int kind = tokens_[place].token.kind;
+        const bool isEven = text_.isEven({place, place + 1}) || kind == Cpp::LineComment;
+        const bool isGapEven = text_.gap(place).find_first_of("\t\n") == std::string_view::npos;
+        const bool isSpecial = text_.continuesLiteral(place) || text_.isLongBlock(place);
+        if (!(isEven && (isGapEven || standsApart(place))) && !isSpecial) return false;
+        if (kind == Cpp::Directive) return false;
     }
     return true;
+}
+
+// Whether a line begins at a token whatever is weighed: at a comment that has one to itself, and behind what ends one.
+bool LineSearch::standsApart(std::size_t place) const {
+    if (place == 0) return false;
+    const bool endsLine = text_.tokenText(place - 1).ends_with('\n');
+    return endsLine || ((isTrivia(place) || isTrivia(place - 1)) && holdsLineEnd(text_.gap(place)));
+}
+
+// No line break helps a comment that is too long anyway.
+int LineSearch::widthOfComment(std::size_t place) const {
+    const int width = shownColumnAfter(trimRight(text_.tokenText(place)), 0, settings_.tabSize);
+    return text_.isWithinMargin(indentColumn_ + kBlanksBeforeComment + width) ? width : 0;
 }
 
 void LineSearch::takeWidths() {
@@ -48,8 +67,9 @@ void LineSearch::takeWidths() {
         const bool isColon = tokens_[place].token.kind == Cpp::Colon && scopes_.at(place).depth == 0;
         if (isColon && bases_ == kNoToken) bases_ = place;
         if (!isTrivia(place)) last = place;
-        gaps_.push_back(lengthOf(text_.gap(place)));
-        widths_.push_back(text_.measure({place, place + 1}, 0).column);
+        const bool isComment = tokens_[place].token.kind == Cpp::LineComment;
+        gaps_.push_back(isComment ? kBlanksBeforeComment : lengthOf(text_.gap(place)));
+        widths_.push_back(isComment ? widthOfComment(place) : text_.measure({place, place + 1}, 0).column);
     }
 }
 
@@ -76,6 +96,10 @@ void LineSearch::weighWays(int column, int trailingWidth) {
     ways_.assign(1, first);
     pass(ways_.front(), 0, false);
     for (std::size_t place = 1; place < tokens_.size(); ++place) {
+        if (standsApart(place)) {
+            for (Way& way : ways_) beginApart(way, place);
+            continue;
+        }
         const bool hasChoice = weights_.at(place) != BreakWeights::kNoBreak || text_.continuesLiteral(place);
         if (hasChoice) part(place);
         if (!hasChoice || next_.empty()) {
@@ -87,7 +111,7 @@ void LineSearch::weighWays(int column, int trailingWidth) {
     for (Way& way : ways_) {
         const int end = way.column;
         way.column += trailingWidth;
-        payOverflow(way, end);
+        payOverflow(way, end, kColumnBeyondMargin);
     }
 }
 
@@ -104,6 +128,20 @@ void LineSearch::part(std::size_t place) {
         }
         if (!must) goOn(next_.emplace_back(way), place);
     }
+}
+
+// A comment stands where what follows it does.
+void LineSearch::beginApart(Way& way, std::size_t place) {
+    const int column = columnOfLine(way, isTrivia(place) ? nextPlace(tokens_, place) : place);
+    if (!isTrivia(place)) {
+        if (!mayBegin(way, place)) way.cost += kLineInWhole;
+        beginLine(way, place, column);
+    } else {
+        way.lineDepth = way.lowestDepth = scopes_.at(place).depth;
+        way.column = way.lineColumn = column;
+        note(way, place, column);
+    }
+    pass(way, place, true);
 }
 
 void LineSearch::goOn(Way& way, std::size_t place) {
@@ -147,10 +185,10 @@ void LineSearch::note(Way& way, std::size_t place, int column) {
     way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
 }
 
-void LineSearch::payOverflow(Way& way, int before) const {
+void LineSearch::payOverflow(Way& way, int before, std::int64_t columnCost) const {
     const int margin = settings_.rightMargin;
     const int excess = std::max(way.column - margin, 0) - std::max(before - margin, 0);
-    way.cost += kColumnBeyondMargin * excess;
+    way.cost += columnCost * excess;
 }
 
 }  // namespace Tessel

@@ -36,6 +36,8 @@ private:
     static constexpr std::size_t kMostWays = 12;
     static constexpr std::size_t kMostTokens = 600;
     static constexpr std::uint32_t kNone = 0xffffffff;
+    static constexpr std::int64_t kColumnBeyondMargin = 1'000'000;
+    static constexpr std::int64_t kCommentBeyondMargin = 100;  // for each column
     static constexpr int kParted = -1;  // the column of a line that a block has been broken in
 
     // What is known of the lines between two brackets, or of the operands of one rank.
@@ -65,6 +67,7 @@ private:
         std::uint32_t outer = kNone;  // what that stands in
         int column = 0;      // behind the last token
         int lineColumn = 0;  // of the line
+        int lead = -1;       // of a comment in front of the token to come
         int literal = -1;    // of the first of the literals in a row
         int lineDepth = 0;   // of the first token of the line
         int lowestDepth = 0; // of the line
@@ -82,15 +85,18 @@ private:
     };
 
     bool isSuited();
+    bool standsApart(std::size_t place) const;
+    int widthOfComment(std::size_t place) const;
     void takeWidths();
     void weighWays(int column, int trailingWidth);
     const Way& lightest() const { return *std::ranges::min_element(ways_, {}, &Way::cost); }
     void part(std::size_t place);
+    void beginApart(Way& way, std::size_t place);
     void goOn(Way& way, std::size_t place);
     void keepLightest();
     void putLines(const Way& way);
     void note(Way& way, std::size_t place, int column);
-    void payOverflow(Way& way, int before) const;
+    void payOverflow(Way& way, int before, std::int64_t columnCost) const;
 
     // line_search_choices.cpp
     bool keepsBases(const Way& way, std::size_t place) const;

@@ -48,6 +48,7 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     const OperandRank leftRank = scopes_.at(left).rank;
     if (!scope.hasLine) way.cost += kFirstLineOfScope;
     scope.hasLine = scope.holdsLine = true;
+    way.lead = -1;
     way.cost += std::max(weights_.at(place), 0);
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
     if (isShift) way.cost += costOfShift(way, place);
@@ -87,14 +88,15 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
         way.column = column;
         return;
     }
-    if (followsOpen && !isClose(place)) scope.indent = column;
+    const int start = way.lead >= 0 ? way.lead : column;
+    if (followsOpen && !isClose(place)) scope.indent = start;
     if (rank == OperandRank::Member && isClose(left)) stayBehindCall(way, place);
     if (keepsOperandWhole(scope, place)) scope.isOperandWhole = true;
     way.column = column;
     if (leftRank == OperandRank::Comma && scope.isParted) scope.isWhole = true;
     const bool isColon = rank == OperandRank::Conditional && tokens_[place].token.kind == Cpp::Colon;
     if (isColon && scope.holdsQuestions) scope.isWhole = true;
-    if (hangsFurther(way, place)) scope.last = column;
+    if (hangsFurther(way, place)) scope.last = start;
 }
 
 // At a "." behind a call on the same line.
@@ -144,11 +146,18 @@ bool LineSearch::hangsFurther(const Way& way, std::size_t place) const {
 
 void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     const int start = way.column;
-    if (!isTrivia(place)) passToken(way, place, beginsLine);
+    if (!isTrivia(place)) {
+        passToken(way, place, beginsLine);
+        way.lead = -1;
+    } else if (tokens_[place].token.kind == Cpp::LineComment) {
+        way.lead = -1;
+    } else if (way.lead < 0) {
+        way.lead = start;
+    }
     const bool isLongBlock = text_.isLongBlock(place) || partsBlock(way, place);
     if (isLongBlock && hangsBlock(way, place)) way.cost += kHangingBlock;
     way.column = start + (isLongBlock ? 1 : widths_[place]);
-    payOverflow(way, start);
+    payOverflow(way, start, tokens_[place].token.kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
     if (!isLongBlock) return;
     way.cost += way.lineColumn - indentColumn_;
     way.column = way.lineColumn + 1;
@@ -212,6 +221,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
     const bool followsColon =
         left != kNoToken && tokens_[left].token.kind == Cpp::Colon && leftRank == OperandRank::None;
     standsBehind |= followsColon;
+    const int column = way.lead >= 0 ? way.lead : way.column;
     for (std::uint32_t at = scopes_.at(place).opens; at != OperandScopes::kNoScope;
          at = scopes_.scope(at).next) {
         const OperandRank rank = scopes_.scope(at).rank;
@@ -219,19 +229,19 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         Scope inside;
         inside.isWhole = around.isWhole || around.isOperandWhole;
         inside.last = around.last;
-        inside.indent = std::max({way.column, around.indent, around.last});
-        if (rank != OperandRank::Member) inside.last = std::max(around.last, way.column);
+        inside.indent = std::max({column, around.indent, around.last});
+        if (rank != OperandRank::Member) inside.last = std::max(around.last, column);
         if (rank != OperandRank::Conditional && tokens_[place].role != ExprRole::UnaryOperator)
-            inside.call = way.column;
+            inside.call = column;
         const bool isIndented =
             rank == OperandRank::Conditional ||
             (!standsBehind && rank > OperandRank::Assignment && rank != OperandRank::Member);
         if (isIndented)
             inside.indent = columnAfter(settings_.operandIndent.text, inside.indent, settings_.tabSize);
         standsBehind = false;
-        inside.followsElement = leftRank == OperandRank::Comma && way.column > way.lineColumn;
+        inside.followsElement = leftRank == OperandRank::Comma && column > way.lineColumn;
         inside.holdsQuestions = scopes_.scope(at).holdsQuestions;
-        if (inside.holdsQuestions) inside.question = way.column;
+        if (inside.holdsQuestions) inside.question = column;
         inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         push(way, inside);
     }
