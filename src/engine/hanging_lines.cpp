@@ -121,8 +121,9 @@ int HangingLines::columnInLevel(const Level& level) const {
     const bool startsElement = level.element == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (level.kind == Level::Kind::Statement) {
-        // What begins with a "=" continues a list of declarators that began elsewhere.
-        const bool showsFirst = tokens_.front().role != ExprRole::BinaryOperator;
+        // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, declarators
+        // do from their statement.
+        const bool showsFirst = !chains_ && tokens_.front().role != ExprRole::BinaryOperator;
         return startsElement && showsFirst ? level.first : wrapped(level.base);
     }
     return startsElement ? level.first : level.element;

@@ -39,6 +39,7 @@ constexpr int kArrowOfHead = 20;  // the result has a line sooner than the last 
 constexpr int kBraceBehindAssignment = 160;
 constexpr int kDeclaredName = 200;
 constexpr int kSubscript = 500;
+constexpr int kPartOfName = 500;
 constexpr int kBehindComment = 1000;
 
 // A literal that names the value behind it, or ends a value's name.
@@ -100,6 +101,8 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
 int BreakWeights::ofParting(std::size_t block) const {
     return WrapSettings::kWeightOfOnlyElement + kLevelWeight * depths_[block];
 }
+
+int BreakWeights::ofSplitting(std::size_t name) const { return kPartOfName + kLevelWeight * depths_[name]; }
 
 bool BreakWeights::leadsLine(std::size_t place) const {
     switch (scopes_.at(place).rank) {

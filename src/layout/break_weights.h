@@ -43,6 +43,8 @@ public:
     int at(std::size_t place) const { return weights_[place]; }
     // What it costs to make several lines of a block.
     int ofParting(std::size_t block) const;
+    // Or two of a name.
+    int ofSplitting(std::size_t name) const;
     // Whether lines begin with the operator, as opposed to the operand behind it.
     bool leadsLine(std::size_t place) const;
 

@@ -122,7 +122,13 @@ int CppExprLineWrapper::firstColumn(const IndentState& state) const {
 bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
     if (!settings_.wrapsLines()) return false;
     text_.read(text, context.mode, context.trailingWidth, sourceColumns(), context.blocks);
-    if (settings_.keepsLineBreaks && !context.keepsLines) text_.joinLines();
+    if (settings_.keepsLineBreaks && !context.keepsLines) {
+        if (settings_.weighsWholes() && text_.hasRows(LineSearch::kMostTokens)) {
+            text_.joinLinesAndRows(sourceColumns().columnOf(text));
+        } else {
+            text_.joinLines();
+        }
+    }
     return text_.size() > 0 && !text_.holdsUnknownText();
 }
 
@@ -223,6 +229,11 @@ void CppExprLineWrapper::writeToken(std::size_t place, OIndentBuf& out) {
     const std::string_view text = text_.tokenText(place);
     if (text_.kindAt(place) == Cpp::BlockComment && text.find('\n') != std::string_view::npos) {
         writeComment(text, out);
+    } else if (const WrapText::Split* split = text_.splitAt(place)) {
+        writeRendered(text.substr(0, split->offset), out);
+        out.write("\n");
+        writeRendered(indentToColumn(out, split->column), out);
+        writeRendered(text.substr(split->offset), out);
     } else {
         writeRendered(text, out);
     }

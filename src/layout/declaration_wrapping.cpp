@@ -183,11 +183,10 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
 bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
     if (!declaration.type()) return false;
     if (!declaration.tail()) return true;
-    // Rows of elements stay as they are.
     const std::string_view tail = declaration.tail()->text();
     const std::size_t brace = tail.find('{');
     const bool isList = brace != std::string_view::npos && tail.find_first_not_of("= \t\n") == brace;
-    return !isList || (tail.find('\n') == std::string_view::npos && !endsWithComma(tail));
+    return !isList || tail.find('\n') != std::string_view::npos || !endsWithComma(tail);
 }
 
 // first, second, third = 3;

@@ -43,12 +43,9 @@ bool LineSearch::isSuited() {
     return true;
 }
 
-// Whether a line begins at a token whatever is weighed: at a comment that has one to itself, and behind what ends one.
-bool LineSearch::standsApart(std::size_t place) const {
-    if (place == 0) return false;
-    const bool endsLine = text_.tokenText(place - 1).ends_with('\n');
-    return endsLine || ((isTrivia(place) || isTrivia(place - 1)) && holdsLineEnd(text_.gap(place)));
-}
+// Whether a line begins at a token whatever is weighed: at a comment that has one to itself, behind what ends one, and
+// at rows that stay.
+bool LineSearch::standsApart(std::size_t place) const { return place > 0 && text_.startsOwnLine(place); }
 
 // No line break helps a comment that is too long anyway.
 int LineSearch::widthOfComment(std::size_t place) const {
@@ -174,6 +171,8 @@ void LineSearch::putLines(const Way& way) {
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
         if (line->column == kParted) {
             text_.part(line->place);
+        } else if (line->split > 0) {
+            text_.split({line->place, static_cast<std::size_t>(line->split), line->column});
         } else {
             text_.startLine(line->place, {line->column});
         }
@@ -181,7 +180,7 @@ void LineSearch::putLines(const Way& way) {
 }
 
 void LineSearch::note(Way& way, std::size_t place, int column) {
-    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column});
+    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column, 0});
     way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
 }
 

@@ -24,6 +24,8 @@ namespace Tessel {
 // so that the time is linear in the length of the text.
 class LineSearch {
 public:
+    static constexpr std::size_t kMostTokens = 4000;
+
     // The text and the settings are borrowed.
     LineSearch(WrapText& text, const WrapSettings& settings, const WeighedExtent& extent);
 
@@ -34,7 +36,6 @@ public:
 
 private:
     static constexpr std::size_t kMostWays = 12;
-    static constexpr std::size_t kMostTokens = 600;
     static constexpr std::uint32_t kNone = 0xffffffff;
     static constexpr std::int64_t kColumnBeyondMargin = 1'000'000;
     static constexpr std::int64_t kCommentBeyondMargin = 100;  // for each column
@@ -48,6 +49,7 @@ private:
         int shift = -1;         // of the first "<<"
         int question = -1;      // of the "?"
         int call = 0;           // of the operand that calls are part of
+        int lineColumn = 0;     // of the line with the brace
         std::uint64_t outerHash = 0;
         bool isBroken = false;       // further elements and operands begin lines
         bool hasLine = false;        // a line has begun between its elements,
@@ -82,6 +84,7 @@ private:
         std::uint32_t before;
         std::uint32_t place;
         int column;
+        int split = 0;  // where a name goes on in the line
     };
 
     bool isSuited();
@@ -119,6 +122,7 @@ private:
     bool hangsFurther(const Way& way, std::size_t place) const;
     void pass(Way& way, std::size_t place, bool beginsLine);
     void passToken(Way& way, std::size_t place, bool beginsLine);
+    void splitName(Way& way, std::size_t place, int start);
     bool partsBlock(Way& way, std::size_t place);
     bool hangsBlock(const Way& way, std::size_t place) const;
     void openScopes(Way& way, std::size_t place);

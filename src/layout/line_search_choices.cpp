@@ -28,6 +28,7 @@ bool LineSearch::followsOperator(std::size_t place) const {
 
 int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const Scope& scope = way.top;
+    if (isClose(place) && tokens_[place].token.kind == Cpp::CloseBrace) return scope.lineColumn;
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
     if (way.literal >= 0 && tokens_[place].token.kind == Cpp::StringLiteral) return way.literal;

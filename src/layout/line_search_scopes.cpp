@@ -157,6 +157,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     const bool isLongBlock = text_.isLongBlock(place) || partsBlock(way, place);
     if (isLongBlock && hangsBlock(way, place)) way.cost += kHangingBlock;
     way.column = start + (isLongBlock ? 1 : widths_[place]);
+    if (!text_.isWithinMargin(way.column)) splitName(way, place, start);
     payOverflow(way, start, tokens_[place].token.kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
     if (!isLongBlock) return;
     way.cost += way.lineColumn - indentColumn_;
@@ -190,6 +191,26 @@ void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     } else if (kind != Cpp::Identifier) {
         way.literal = -1;
     }
+}
+
+// A name that its line has no room for goes on in the next one behind the last "::" that there is room for.
+void LineSearch::splitName(Way& way, std::size_t place, int start) {
+    const std::string_view name = text_.tokenText(place);
+    const std::size_t room = static_cast<std::size_t>(std::max(settings_.rightMargin - start, 0));
+    constexpr std::string_view scope = "::";
+    if (tokens_[place].token.kind != Cpp::Identifier || room <= scope.size() || way.top.isWhole) return;
+    const std::size_t last = name.substr(0, room).rfind(scope);
+    if (last == std::string_view::npos || last == 0) return;
+    const int behind = static_cast<int>(last + scope.size());
+    const int from = place == name_ ? std::max(way.top.last, way.top.indent) : start;
+    const int column = columnAfter(settings_.wrapIndent.text, from, settings_.tabSize);
+    way.cost += weights_.ofSplitting(place);
+    way.top.hasLine = way.top.holdsLine = way.top.isBroken = true;
+    way.column = column + widths_[place] - behind;
+    way.lineColumn = column;
+    if (place == name_) way.top.last = column;
+    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column, behind});
+    way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
 }
 
 // A block that its line has no room for becomes one of several lines.
@@ -254,6 +275,7 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     inside.isWhole = around.isWhole || around.isOperandWhole;
     if (tokens_[place].token.kind == Cpp::OpenBrace) {
         inside.indent = columnAfter(settings_.wrapIndent.text, around.last, settings_.tabSize);
+        inside.lineColumn = way.lineColumn;
     } else {
         inside.indent =
             columnAfter(settings_.wrapIndent.text, std::max(around.last, around.call), settings_.tabSize);
@@ -272,6 +294,7 @@ std::uint64_t LineSearch::hashOf(const Scope& scope) {
     std::uint64_t hash = mixed(scope.outerHash, pair(scope.indent, scope.last));
     hash = mixed(hash, pair(scope.member, scope.shift));
     hash = mixed(hash, pair(scope.question, scope.call));
+    hash = mixed(hash, pair(scope.lineColumn, 0));
     unsigned flags = 0;
     for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole,
                             scope.isOperandWhole, scope.brokeOperator, scope.isParted, scope.keepsMembers,

@@ -62,6 +62,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     starts_.assign(tokens_.size(), {kNone, false, 0});
     started_.clear();
     parted_.clear();
+    splits_.clear();
     joined_.assign(tokens_.size(), false);
     startsLine_ = source.startsLine(text);
     readTraits();
@@ -175,15 +176,29 @@ void WrapText::joinLines() {
             place = before.partner;
             continue;
         }
-        const bool isApart = tokens_[place].role == ExprRole::Trivia || before.role == ExprRole::Trivia;
-        if (isApart || !holdsLineEnd(gaps_[place])) continue;
-        const bool isTight = isJoinedTightly(before, tokens_[place]) &&
-                             !Cpp::wouldJoin(tokenText(place - 1), tokenText(place));
-        gaps_[place] = isTight ? "" : " ";
-        joined_[place] = true;
+        joinAt(place);
     }
+    endJoining();
+}
+
+void WrapText::joinLinesAndRows(int column) {
+    joinRows(column);
+    endJoining();
+}
+
+void WrapText::endJoining() {
     measureGaps();
     std::erase_if(elements_, [this](const Element& element) { return !startsOwnLine(element.place); });
+}
+
+void WrapText::joinAt(std::size_t place) {
+    const ExprToken& before = tokens_[place - 1];
+    const bool isApart = tokens_[place].role == ExprRole::Trivia || before.role == ExprRole::Trivia;
+    if (isApart || !holdsLineEnd(gaps_[place])) return;
+    const bool isTight = isJoinedTightly(before, tokens_[place]) &&
+                         !Cpp::wouldJoin(tokenText(place - 1), tokenText(place));
+    gaps_[place] = isTight ? "" : " ";
+    joined_[place] = true;
 }
 
 bool WrapText::beganLine(std::size_t place) const {

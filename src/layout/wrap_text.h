@@ -68,6 +68,10 @@ public:
 
     // Puts the lines of the text, but for those in braces, onto one, as far as comments let it.
     void joinLines();
+    // The same, with those in braces (wrap_text_rows.cpp). The text stands at the column.
+    void joinLinesAndRows(int column);
+    // Whether that can be done, of no more tokens than that.
+    bool hasRows(std::size_t mostTokens) const;
     // Whether a line that has been joined began with the token, or with a separator in front of it.
     bool beganLine(std::size_t place) const;
 
@@ -88,6 +92,16 @@ public:
     // The blocks come in their order.
     void part(std::size_t block) { parted_.push_back(block); }
     bool isParted(std::size_t block) const { return std::ranges::binary_search(parted_, block); }
+    // A name that goes on in another line.
+    struct Split {
+        std::size_t place;
+        std::size_t offset;  // in the name
+        int column;
+    };
+    // The names come in their order.
+    void split(Split name) { splits_.push_back(name); }
+    // Null for a token that is none.
+    const Split* splitAt(std::size_t place) const;
     // A string literal behind another one.
     bool continuesLiteral(std::size_t place) const { return has(place, ContinuesLiteral); }
 
@@ -141,6 +155,12 @@ private:
     };
 
     void measureGaps();
+    void joinAt(std::size_t place);
+    void joinRows(int column);
+    void refillAt(std::size_t place);
+    void endJoining();
+    bool staysInBrace(std::size_t place, std::size_t open) const;
+    std::vector<std::size_t> countBeyondMargin(int column) const;
     void readTraits();
     void readComments(const SourceColumns& source);
     void readElements(const SourceColumns& source);
@@ -172,6 +192,7 @@ private:
     std::vector<std::size_t> started_;  // the tokens that do, in the order in which they came to it
     std::vector<int> tailWidths_;
     std::vector<std::size_t> parted_;
+    std::vector<Split> splits_;
     int trailingWidth_ = 0;
     bool startsLine_ = false;  // nothing stands in front of the text on its line
     bool holdsUnknownText_ = false;

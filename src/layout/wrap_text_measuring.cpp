@@ -31,6 +31,11 @@ const LineStart* WrapText::lineStart(std::size_t place) const {
     return starts_[place].column == kNone ? nullptr : &starts_[place];
 }
 
+const WrapText::Split* WrapText::splitAt(std::size_t place) const {
+    const auto name = std::ranges::lower_bound(splits_, place, {}, &Split::place);
+    return name != splits_.end() && name->place == place ? &*name : nullptr;
+}
+
 int WrapText::columnOf(std::size_t place, int column) const {
     if (const LineStart* start = lineStart(place)) return start->column;
     const std::string_view gap = gaps_[place];
