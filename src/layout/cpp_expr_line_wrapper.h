@@ -18,7 +18,7 @@ struct WrapContext {
     ExprMode mode = ExprMode::Expression;
     int trailingWidth = 0;         // of what follows the text and has to stay on its last line
     int commentWidth = 0;          // of a comment behind that
-    bool endsLine = false;         // what follows the text is put in another line
+    bool endsLine = false;         // what follows the text, and the bracket around it, is put in another line
     bool contentIndented = false;  // the state's indentation is that of the content already
     bool keepsLines = false;       // the formatter lets lines begin between the elements, at the indentation
     bool isParted = false;         // one element to a line, once they are broken

@@ -22,6 +22,8 @@ using Zelmor::LeadingSpaceScope;
 
 namespace {
 
+constexpr int kBracketWidth = 1;
+
 PropertySet completed(PropertySet scheme) {
     applySchemeDefaults(scheme);
     return scheme;
@@ -73,7 +75,7 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
         write(text);
         return;
     }
-    context.trailingWidth = widthBehind(text);
+    context.trailingWidth = context.endsLine ? kBracketWidth : widthBehind(text);
     const IndentState state(out_);
     switch (form) {
         case TextForm::Expression:
@@ -178,6 +180,20 @@ void CppLineWrapper::visit(Cpp::RootNode* root) {
     write(restOfInput(in_));
 }
 
+// What a header in front makes too long for a line begins the next one.
+void CppLineWrapper::endTemplateLine(const Cpp::SyntaxNode& header, const Cpp::SyntaxNode& declaration) {
+    const Position start = declaration.start();
+    if (!wrapper_.settings().weighsWholes() || header.end().line != start.line) return;
+    if (!needsWrapping(start, start) || !templateColumn_) return;
+    const std::size_t end = offsetOf(in_.document(), header.end());
+    const std::string_view gap = source().substr(end, offsetOf(in_.document(), start) - 1 - end);
+    if (!isAllWhitespace(gap)) return;
+    readGap(in_, start);
+    IndentScope indent(out_, indentAt(*templateColumn_));
+    LeadingSpaceScope dropSpace(out_, false);
+    write("\n");
+}
+
 void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& contentIndent) {
     LeadingSpaceScope leadingSpace(out_, contentIndent.present ? false : out_.keepLeadingSpace());
     IndentScope indent(out_,
@@ -190,6 +206,7 @@ void CppLineWrapper::wrapChildren(Cpp::InteriorNode& node, const OptionalText& c
                                  Cpp::as<Cpp::CaseNode>(previous);
         IndentScope caseIndent(
             out_, isCaseBlock ? indentAt(baseColumn()) + settings_.caseIndent : out_.indent());
+        if (previous && Cpp::as<Cpp::TemplateNode>(previous)) endTemplateLine(*previous, *child);
         child->accept(*this);
         previous = child.get();
     }

@@ -104,6 +104,7 @@ private:
     // Bodies.
     int baseColumn() const { return baseColumns_.empty() ? 0 : baseColumns_.back(); }
     std::string indentAt(int column) const { return indentToColumn(out_, column); }
+    void endTemplateLine(const Cpp::SyntaxNode& header, const Cpp::SyntaxNode& declaration);
     void wrapChildren(Cpp::InteriorNode& node, const OptionalText& contentIndent);
     void wrapBraced(Cpp::BracketedNode& node, const OptionalText& contentIndent);
     void wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body);
@@ -117,8 +118,9 @@ private:
     bool partsBodies(const Cpp::BlockNode& body) const;
 
     // Lists.
-    void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas);
-    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false);
+    void wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas, bool endsLine = false);
+    void wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode, bool isInParentheses = false,
+                      bool endsLine = false);
 
     // Declarations.
     void wrapFunction(Cpp::FunctionDeclNode& declaration, Cpp::InitializerListNode* initializers);

@@ -16,15 +16,15 @@ namespace Tessel {
 using Zelmor::IndentScope;
 using Zelmor::LeadingSpaceScope;
 
-void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas) {
+void CppLineWrapper::wrapBracketedList(Cpp::BracketedNode& list, const CommaTexts& commas, bool endsLine) {
     if (copyUnlessLong(list)) return;
     copyThrough(list.open());
-    wrapElements(list, commas, ExprMode::Declaration, true);
+    wrapElements(list, commas, ExprMode::Declaration, true, endsLine);
     copyThrough(list);
 }
 
 void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& commas, ExprMode mode,
-                                  bool isInParentheses) {
+                                  bool isInParentheses, bool endsLine) {
     if (list.size() == 0) return;
     // Nothing hangs under a directive.
     if (commas.breaksLines() || Cpp::as<Cpp::PreprocDirectiveNode>(list.children().front().get())) {
@@ -36,6 +36,7 @@ void CppLineWrapper::wrapElements(Cpp::InteriorNode& list, const CommaTexts& com
     WrapContext context;
     context.mode = mode;
     context.isInParentheses = isInParentheses;
+    context.endsLine = endsLine;
     if (isInParentheses) context.weighed = WeighedText::Parameters;
     context.respacesCommas = commas.areAbsent();
     writeWrapped(readThrough(in_, list.children().back()->end()), TextForm::List, context);
@@ -48,7 +49,8 @@ void CppLineWrapper::visit(Cpp::TemplateNode* header) {
     if (copyUnlessLong(*header)) return;
     if (header->parameters()) {
         BaseColumnScope base(*this, column);
-        wrapBracketedList(*header->parameters(), settings_.commas.templateParameters);
+        const bool endsLine = wrapper_.settings().weighsWholes();
+        wrapBracketedList(*header->parameters(), settings_.commas.templateParameters, endsLine);
     }
     copyThrough(*header);
 }
