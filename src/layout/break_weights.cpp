@@ -214,7 +214,7 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     const Trn::Token& word = tokens_[left].token;
     const bool isApart = tokens_[place].token.offset > word.offset + word.length;
     if (kind == Cpp::StringLiteral && before == Cpp::Identifier && isApart) return kBehindWord;
-    if (kind != Cpp::Identifier || before == Cpp::KeywordTemplate) return kNoBreak;
+    if (kind != Cpp::Identifier || word.text.ends_with("template")) return kNoBreak;
     const bool isBehindHead = name_ != kNoToken && place > name_ && scopes_.at(place).depth == 0;
     // What stands behind parameters that a macro holds, `f PARAMS((int)) M(x)`, is read by the line it is on.
     const bool isBehindParameters =

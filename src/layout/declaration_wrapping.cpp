@@ -183,7 +183,9 @@ void CppLineWrapper::visit(Cpp::DataDeclNode* declaration) {
 bool CppLineWrapper::weighsDeclaration(const Cpp::DataDeclNode& declaration) const {
     if (!declaration.type()) return false;
     if (!declaration.tail()) return true;
-    const std::string_view tail = declaration.tail()->text();
+    const Position start = declaration.tail()->start();
+    const std::size_t offset = offsetOf(in_.document(), start) - 1;
+    const std::string_view tail = source().substr(offset, offsetBetween(start, declaration.tail()->end()) + 1);
     const std::size_t brace = tail.find('{');
     const bool isList = brace != std::string_view::npos && tail.find_first_not_of("= \t\n") == brace;
     return !isList || tail.find('\n') != std::string_view::npos || !endsWithComma(tail);
