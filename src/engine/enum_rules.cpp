@@ -56,7 +56,11 @@ void CppFormatter::visit(Cpp::EnumBodyNode* body) {
 }
 
 void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
-    const CommaTexts& commas = settings_.commas.enumerators;
+    CommaTexts commas = settings_.commas.enumerators;
+    // What does not fit on the line that it stands on is parted into lines of one enumerator each.
+    const bool isParted =
+        settings_.weighsWholes() && standsOnOneLine(body) && !isOnOneLine_ && settings_.enums.afterOpen.hasLineFeed();
+    if (isParted && settings_.wrapMargin > 0) commas.behind = kLineFeed;
     ContentScope content(*this, settings_.enums.indent);
     measureEnumerators(body);
     if (!settings_.alignsEnumInitializers || !commas.breaksLines() || body.size() < 2) {

@@ -213,7 +213,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     } else if (isShift(token) && level.shift == kNone) {
         level.shift = column;
     } else if (kind == Cpp::Question) {
-        level.questions.push_back(level.otherwise != kNone ? level.otherwise : column);
+        level.questions.push_back(columnOfQuestion(level, place, column));
     } else if (kind == Cpp::Colon && !level.questions.empty()) {
         level.questions.pop_back();
         level.otherwise = startsLine ? column : kNone;
@@ -243,6 +243,14 @@ void HangingLines::open(std::size_t place) {
     levels_.push_back(level);
 }
 
+// From where the ":" of a "?" hangs: the first condition, where several follow each other.
+int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int column) const {
+    constexpr std::size_t operatorsOfOne = 2;
+    const OperandChains::Chain* chain = chains_ ? chains_->of(place) : nullptr;
+    if (chain && chain->operators > operatorsOfOne && columns_[chain->start] != kNone) return columns_[chain->start];
+    return level.otherwise != kNone ? level.otherwise : column;
+}
+
 // From where the arguments hang of a call that is part of an operation; kNone for others.
 int HangingLines::columnOfCall(const Level& outer) const {
     if (outer.later != kNone) {
@@ -259,7 +267,8 @@ int HangingLines::columnOfCall(const Level& outer) const {
 int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
     const int following = kindAt(tokens_, nextPlace(tokens_, tokens_[open].partner));
     if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMemberAccess(following)) return kNone;
-    const int operand = columnOfOperand(outer);
+    const bool isInMemberLine = outer.chain != kNone && outer.chain == lineColumn_;
+    const int operand = isInMemberLine ? outer.chain : columnOfOperand(outer);
     return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);
 }
 

@@ -103,6 +103,7 @@ private:
     void passInLevel(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
     int columnInCall(const Level& outer, std::size_t open) const;
+    int columnOfQuestion(const Level& level, std::size_t place, int column) const;
     int columnOfCall(const Level& outer) const;
 
     const ExprTokens& tokens_;

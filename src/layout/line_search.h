@@ -103,6 +103,7 @@ private:
 
     // line_search_choices.cpp
     bool keepsBases(const Way& way, std::size_t place) const;
+    bool isQuestionInRow(const Scope& scope, std::size_t place) const;
     bool mayBegin(const Way& way, std::size_t place) const;
     bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
     bool mustBeginMember(const Way& way, std::size_t place, int lineColumn) const;

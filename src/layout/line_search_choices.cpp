@@ -35,6 +35,7 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
     const bool followsQuestion = left != kNoToken && scopes_.at(left).rank == OperandRank::Conditional;
+    if (isQuestionInRow(scope, place)) return columnAfter(settings_.operandIndent.text, scope.question, settings_.tabSize);
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
     if (place == name_) return std::max(scope.last, scope.indent);
     const bool followsWord =
@@ -121,6 +122,12 @@ bool LineSearch::keepsBases(const Way& way, std::size_t place) const {
     return !scope->hasLine;
 }
 
+// That of one of several conditions, which the "?" stays behind where it can.
+bool LineSearch::isQuestionInRow(const Scope& scope, std::size_t place) const {
+    return scope.holdsQuestions && tokens_[place].token.kind == Cpp::Question &&
+           scopes_.at(place).rank == OperandRank::Conditional;
+}
+
 bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
@@ -141,8 +148,6 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
         rank > OperandRank::Assignment && rank < OperandRank::Member && rank != OperandRank::Conditional;
     if (scope.isOperandWhole && !isOperator) return false;
     if (rank == OperandRank::Member && scope.keepsMembers) return false;
-    const bool isQuestion = tokens_[place].token.kind == Cpp::Question;
-    if (isQuestion && rank == OperandRank::Conditional && scope.holdsQuestions) return false;
     if (place == name_ && way.column < kShortType) return false;
     return !scope.isWhole;
 }

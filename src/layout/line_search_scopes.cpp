@@ -20,6 +20,7 @@ constexpr int kInsideElement = 1;
 constexpr int kWidthOfShift = 3;       // of "<< "
 constexpr int kLongArguments = 10;     // columns
 constexpr int kShortPartOfMargin = 3;  // an operand in front of "<<" is short in the first third of a line
+constexpr int kQuestionInRow = 20;
 constexpr int kHangingBlock = 80;      // with elements behind it
 
 std::uint64_t mixed(std::uint64_t hash, std::uint64_t value) {
@@ -50,6 +51,7 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     scope.hasLine = scope.holdsLine = true;
     way.lead = -1;
     way.cost += std::max(weights_.at(place), 0);
+    if (isQuestionInRow(scope, place)) way.cost += kQuestionInRow;
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
     if (isShift) way.cost += costOfShift(way, place);
     if (rank == OperandRank::Member && scope.member < 0) scope.member = column;
@@ -83,6 +85,8 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
     const bool followsOpen = isOpen(left);
+    const bool isColon = rank == OperandRank::Conditional && tokens_[place].token.kind == Cpp::Colon;
+    if (isColon && scope.holdsQuestions) scope.isWhole = true;
     const bool goesOn = leftRank == OperandRank::None || leftRank == OperandRank::Member;
     if (goesOn && !followsOpen && rank != OperandRank::Member) {
         way.column = column;
@@ -94,8 +98,6 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     if (keepsOperandWhole(scope, place)) scope.isOperandWhole = true;
     way.column = column;
     if (leftRank == OperandRank::Comma && scope.isParted) scope.isWhole = true;
-    const bool isColon = rank == OperandRank::Conditional && tokens_[place].token.kind == Cpp::Colon;
-    if (isColon && scope.holdsQuestions) scope.isWhole = true;
     if (hangsFurther(way, place)) scope.last = start;
 }
 
