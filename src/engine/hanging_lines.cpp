@@ -246,7 +246,7 @@ void HangingLines::open(std::size_t place) {
 // From where the ":" of a "?" hangs: the first condition, where several follow each other.
 int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int column) const {
     constexpr std::size_t operatorsOfOne = 2;
-    const OperandChains::Chain* chain = chains_ ? chains_->of(place) : nullptr;
+    const OperandChains::Chain* chain = chains_ && indents_.conditions ? chains_->of(place) : nullptr;
     if (chain && chain->operators > operatorsOfOne && columns_[chain->start] != kNone) return columns_[chain->start];
     return level.otherwise != kNone ? level.otherwise : column;
 }

@@ -17,6 +17,7 @@ struct HangingIndents {
     OptionalText operand;  // HANGING_OPERAND_INDENT
     bool fromStatement = false;  // HANGING_FROM_STATEMENT
     bool commas = false;         // HANGING_COMMAS
+    bool conditions = false;     // several in a row hang from the first, as WRAP_BY_WEIGHT lays them out
 };
 
 // Where the lines hang that the author has begun inside a text, one sweep over its tokens:
