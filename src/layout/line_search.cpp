@@ -68,6 +68,9 @@ void LineSearch::takeWidths() {
         gaps_.push_back(isComment ? kBlanksBeforeComment : lengthOf(text_.gap(place)));
         widths_.push_back(isComment ? widthOfComment(place) : text_.measure({place, place + 1}, 0).column);
     }
+    std::vector<bool> staying;
+    for (std::size_t place = 0; place < tokens_.size(); ++place) staying.push_back(standsApart(place));
+    listColumns_.read(tokens_, gaps_, widths_, staying);
 }
 
 bool LineSearch::lay(int column, int trailingWidth, int commentWidth) {
@@ -171,6 +174,8 @@ void LineSearch::putLines(const Way& way) {
     for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
         if (line->column == kParted) {
             text_.part(line->place);
+        } else if (line->column == kPadded) {
+            text_.pad(line->place, line->split);
         } else if (line->split > 0) {
             text_.split({line->place, static_cast<std::size_t>(line->split), line->column});
         } else {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "layout/break_weights.h"
+#include "layout/list_columns.h"
 #include "layout/operand_scopes.h"
 #include "layout/wrap_settings.h"
 #include "layout/wrap_text.h"
@@ -39,7 +40,9 @@ private:
     static constexpr std::uint32_t kNone = 0xffffffff;
     static constexpr std::int64_t kColumnBeyondMargin = 1'000'000;
     static constexpr std::int64_t kCommentBeyondMargin = 100;  // for each column
-    static constexpr int kParted = -1;  // the column of a line that a block has been broken in
+    // Columns of what is no line:
+    static constexpr int kParted = -1;  // a block that has been broken
+    static constexpr int kPadded = -2;  // an element in a column
 
     // What is known of the lines between two brackets, or of the operands of one rank.
     struct Scope {
@@ -50,6 +53,7 @@ private:
         int question = -1;      // of the "?"
         int call = 0;           // of the operand that calls are part of
         int lineColumn = 0;     // of the line with the brace
+        int columns = 0;        // that its elements stand in
         std::uint64_t outerHash = 0;
         bool isBroken = false;       // further elements and operands begin lines
         bool hasLine = false;        // a line has begun between its elements,
@@ -84,7 +88,7 @@ private:
         std::uint32_t before;
         std::uint32_t place;
         int column;
-        int split = 0;  // where a name goes on in the line
+        int split = 0;  // where a name goes on in the line, or how many blanks stand in front of an element
     };
 
     bool isSuited();
@@ -108,6 +112,8 @@ private:
     bool mustBegin(const Way& way, std::size_t place, int lineColumn) const;
     bool mustBeginMember(const Way& way, std::size_t place, int lineColumn) const;
     bool mustBeginOperand(const Scope& scope, std::size_t place) const;
+    bool isInColumns(const Scope& scope, std::size_t place) const;
+    bool startsRow(const Scope& scope, std::size_t place) const;
     int columnOfLine(const Way& way, std::size_t place) const;
     int continuation(const Scope& scope) const;
     bool endsOutputLine(std::size_t place) const;
@@ -118,6 +124,7 @@ private:
     void beginLine(Way& way, std::size_t place, int column);
     int costOfShift(const Way& way, std::size_t place) const;
     void stayOnLine(Way& way, std::size_t place);
+    int stayInColumn(Way& way, std::size_t place);
     void stayBehindCall(Way& way, std::size_t place);
     bool keepsOperandWhole(const Scope& scope, std::size_t place) const;
     bool hangsFurther(const Way& way, std::size_t place) const;
@@ -150,6 +157,7 @@ private:
     std::vector<std::size_t> before_;  // the token in front that is no comment
     std::vector<int> gaps_;            // widths
     std::vector<int> widths_;
+    ListColumns listColumns_;
     std::vector<Outer> outer_;  // scopes that others stand in
     std::vector<Line> lines_;
     std::vector<Way> ways_;

@@ -26,6 +26,14 @@ bool LineSearch::followsOperator(std::size_t place) const {
     return rank != OperandRank::None && rank != OperandRank::Comma && rank != OperandRank::Member;
 }
 
+// Whether the token begins an element of a list that stands in columns, and one in the first of them.
+bool LineSearch::isInColumns(const Scope& scope, std::size_t place) const {
+    return scope.columns > 0 && listColumns_.indexOf(place) != kNoToken;
+}
+bool LineSearch::startsRow(const Scope& scope, std::size_t place) const {
+    return listColumns_.indexOf(place) % static_cast<std::size_t>(scope.columns) == 0;
+}
+
 int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const Scope& scope = way.top;
     if (isClose(place) && tokens_[place].token.kind == Cpp::CloseBrace) return scope.lineColumn;
@@ -56,6 +64,7 @@ bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) co
     const int kind = tokens_[place].token.kind;
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
+    if (isInColumns(scope, place)) return startsRow(scope, place);
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
@@ -132,6 +141,7 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     const Scope& scope = way.top;
+    if (isInColumns(scope, place)) return startsRow(scope, place);
     const std::size_t left = before(place);
     if (isOpen(left)) {
         const bool isBrace = tokens_[left].token.kind == Cpp::OpenBrace;

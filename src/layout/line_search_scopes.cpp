@@ -77,7 +77,7 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
 void LineSearch::stayOnLine(Way& way, std::size_t place) {
     Scope& scope = way.top;
     const std::size_t left = before(place);
-    const int column = way.column + gaps_[place];
+    const int column = isInColumns(scope, place) ? stayInColumn(way, place) : way.column + gaps_[place];
     if (left == kNoToken || isTrivia(place)) {
         way.column = column;
         return;
@@ -99,6 +99,15 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     way.column = column;
     if (leftRank == OperandRank::Comma && scope.isParted) scope.isWhole = true;
     if (hangsFurther(way, place)) scope.last = start;
+}
+
+int LineSearch::stayInColumn(Way& way, std::size_t place) {
+    const int column = way.top.indent + listColumns_.offsetOf(place, static_cast<std::size_t>(way.top.columns));
+    const int blanks = column - way.column;
+    if (blanks <= gaps_[place]) return way.column + gaps_[place];
+    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), kPadded, blanks});
+    way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
+    return column;
 }
 
 // At a "." behind a call on the same line.
@@ -229,7 +238,7 @@ bool LineSearch::hangsBlock(const Way& way, std::size_t place) const {
     std::size_t capture = before(place);
     while (capture != kNoToken && text_.kindAt(capture) != Cpp::OpenBracket) capture = before(capture);
     std::uint32_t line = way.lines;
-    while (line != kNone && lines_[line].column == kParted) line = lines_[line].before;
+    while (line != kNone && lines_[line].column < 0) line = lines_[line].before;
     return line == kNone || lines_[line].place < capture;
 }
 
@@ -250,7 +259,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         const OperandRank rank = scopes_.scope(at).rank;
         const Scope& around = way.top;
         Scope inside;
-        inside.isWhole = around.isWhole || around.isOperandWhole;
+        inside.isWhole = around.isWhole || around.isOperandWhole || around.columns > 1;
         inside.last = around.last;
         inside.indent = std::max({column, around.indent, around.last});
         if (rank != OperandRank::Member) inside.last = std::max(around.last, column);
@@ -266,6 +275,8 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         inside.holdsQuestions = scopes_.scope(at).holdsQuestions;
         if (inside.holdsQuestions) inside.question = column;
         inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
+        if (rank == OperandRank::Comma && listColumns_.indexOf(place) == 0)
+            inside.columns = static_cast<int>(listColumns_.countWithin(place, settings_.rightMargin - inside.indent));
         push(way, inside);
     }
 }
@@ -274,7 +285,7 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     const Scope& around = way.top;
     Scope inside;
     inside.last = around.last;
-    inside.isWhole = around.isWhole || around.isOperandWhole;
+    inside.isWhole = around.isWhole || around.isOperandWhole || around.columns > 1;
     if (tokens_[place].token.kind == Cpp::OpenBrace) {
         inside.indent = columnAfter(settings_.wrapIndent.text, around.last, settings_.tabSize);
         inside.lineColumn = way.lineColumn;
@@ -296,7 +307,7 @@ std::uint64_t LineSearch::hashOf(const Scope& scope) {
     std::uint64_t hash = mixed(scope.outerHash, pair(scope.indent, scope.last));
     hash = mixed(hash, pair(scope.member, scope.shift));
     hash = mixed(hash, pair(scope.question, scope.call));
-    hash = mixed(hash, pair(scope.lineColumn, 0));
+    hash = mixed(hash, pair(scope.lineColumn, scope.columns));
     unsigned flags = 0;
     for (const bool flag : {scope.isBroken, scope.hasLine, scope.holdsLine, scope.isWhole,
                             scope.isOperandWhole, scope.brokeOperator, scope.isParted, scope.keepsMembers,

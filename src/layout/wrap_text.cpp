@@ -191,6 +191,11 @@ void WrapText::endJoining() {
     std::erase_if(elements_, [this](const Element& element) { return !startsOwnLine(element.place); });
 }
 
+void WrapText::pad(std::size_t place, int blanks) {
+    constexpr std::string_view many = "                                                                                ";
+    gaps_[place] = many.substr(0, static_cast<std::size_t>(blanks));
+}
+
 void WrapText::joinAt(std::size_t place) {
     const ExprToken& before = tokens_[place - 1];
     const bool isApart = tokens_[place].role == ExprRole::Trivia || before.role == ExprRole::Trivia;

@@ -100,6 +100,8 @@ public:
     };
     // The names come in their order.
     void split(Split name) { splits_.push_back(name); }
+    // Puts so many blanks in front of a token.
+    void pad(std::size_t place, int blanks);
     // Null for a token that is none.
     const Split* splitAt(std::size_t place) const;
     // A string literal behind another one.

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "engine/expr_tokens.h"
+
+namespace Tessel {
+
+// Which lists in braces stand in columns once they are broken, and where these are: those of many elements without
+// comments, at least kMostSingle outside of other brackets.
+//
+//     {"red",  "orange", "yellow", "green",
+//      "blue", "indigo", "violet"}
+class ListColumns {
+public:
+    // `gaps` and `widths` are those of the tokens; no list has columns whose rows stay (`staying` tokens).
+    void read(const ExprTokens& tokens, const std::vector<int>& gaps, const std::vector<int>& widths,
+              const std::vector<bool>& staying);
+
+    // Which element of such a list begins with the token, from 0 on; kNoToken where none does.
+    std::size_t indexOf(std::size_t place) const { return places_[place].index; }
+    // How many columns the list of an element has room for: as few as make as few lines. 0 where it fits on one line.
+    std::size_t countWithin(std::size_t place, int room) const;
+    // Where the column of an element stands behind the first one, of so many.
+    int offsetOf(std::size_t place, std::size_t columns) const;
+
+private:
+    struct Place {
+        std::size_t index = kNoToken;
+        std::size_t list = kNoToken;
+    };
+    struct List {
+        std::vector<std::vector<int>> offsets;  // of one column, of two, ...; behind the last, that of what follows
+        std::size_t elements = 0;
+        int width = 0;  // on one line
+    };
+
+    void readList(const ExprTokens& tokens, std::size_t open, const std::vector<std::size_t>& starts,
+                  const std::vector<int>& ends, const std::vector<int>& gaps);
+
+    std::vector<Place> places_;
+    std::vector<List> lists_;
+};
+
+}  // namespace Tessel
