@@ -63,7 +63,8 @@ void CppFormatter::formatEnumerators(Cpp::EnumBodyNode& body) {
     if (isParted && settings_.wrapMargin > 0) commas.behind = kLineFeed;
     ContentScope content(*this, settings_.enums.indent);
     measureEnumerators(body);
-    if (!settings_.alignsEnumInitializers || !commas.breaksLines() || body.size() < 2) {
+    const bool hasColumns = settings_.alignsEnumInitializers && settings_.commas.enumerators.breaksLines();
+    if (!hasColumns || body.size() < 2) {
         formatEnumeratorList(body, commas);
         return;
     }
