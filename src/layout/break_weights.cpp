@@ -137,7 +137,8 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     if (name_ != kNoToken && place < name_ && scopes_.at(place).depth == 0) return kNoBreak;
     const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
     // A word by itself in front of what looks like a call is taken for a macro.
-    const bool isAlone = left == 0 && before.token.kind == Cpp::Identifier && kindAt(tokens_, place + 1) == Cpp::OpenParen;
+    const bool isAlone =
+        left == 0 && before.token.kind == Cpp::Identifier && kindAt(tokens_, place + 1) == Cpp::OpenParen;
     if (token.role == ExprRole::Name && !isOuter) return isAlone ? kNoBreak : kDeclaredName;
     if (kind == Cpp::Arrow && name_ != kNoToken && scopes_.at(place).depth == 0) return kArrowOfHead;
     if (kind == Cpp::Arrow && token.role == ExprRole::BinaryOperator) return kArrowOfResult;

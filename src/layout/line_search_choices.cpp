@@ -43,7 +43,9 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
     const bool followsQuestion = left != kNoToken && scopes_.at(left).rank == OperandRank::Conditional;
-    if (isQuestionInRow(scope, place)) return columnAfter(settings_.operandIndent.text, scope.question, settings_.tabSize);
+    if (isQuestionInRow(scope, place)) {
+        return columnAfter(settings_.operandIndent.text, scope.question, settings_.tabSize);
+    }
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
     if (place == name_) return std::max(scope.last, scope.indent);
     const bool followsWord =

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "cpp/token_kind.h"
 
@@ -9,8 +10,8 @@ namespace Tessel {
 
 namespace {
 
-constexpr std::size_t kMostSingle = 6;   // elements, outside of other brackets
-constexpr std::size_t kMostNested = 20;  // in them
+constexpr std::size_t kLeastOutside = 6;  // elements, outside of other brackets
+constexpr std::size_t kLeastInside = 20;  // in them
 constexpr std::size_t kMostColumns = 40;
 constexpr int kWidestGap = 10;  // in a column: there are fewer where the elements of one differ more
 
@@ -40,6 +41,7 @@ void ListColumns::read(const ExprTokens& tokens, const std::vector<int>& gaps, c
         std::size_t place;
         std::vector<std::size_t> starts;
         bool isSuited;
+        bool holdsSpecial = false;  // a comment, a block or a line that stays
     };
     places_.assign(tokens.size(), {});
     lists_.clear();
@@ -49,19 +51,19 @@ void ListColumns::read(const ExprTokens& tokens, const std::vector<int>& gaps, c
         ends.push_back(ends.back() + gaps[place] + widths[place]);
         const bool isElement = !brackets.empty() && brackets.back().place + 1 == place;
         const bool isNext = !brackets.empty() && place > 0 && tokens[place - 1].role == ExprRole::Separator;
-        const bool closes = !brackets.empty() && tokens[brackets.back().place].partner == place;
-        if (closes) {
-            const Open& list = brackets.back();
-            const std::size_t least = brackets.size() == 1 ? kMostSingle : kMostNested;
-            if (list.isSuited && list.starts.size() >= least) readList(tokens, list.place, list.starts, ends, gaps);
+        bool closes = false;
+        for (; !brackets.empty() && tokens[brackets.back().place].partner == place; closes = true) {
+            const Open list = std::move(brackets.back());
             brackets.pop_back();
-            continue;
+            const std::size_t least = brackets.empty() ? kLeastOutside : kLeastInside;
+            const bool isSuited = list.isSuited && !list.holdsSpecial;
+            if (isSuited && list.starts.size() >= least) readList(tokens, list.place, list.starts, ends, gaps);
+            if (!brackets.empty()) brackets.back().holdsSpecial |= list.holdsSpecial;
         }
+        if (closes) continue;
         if (isElement || isNext) brackets.back().starts.push_back(place);
         const bool isSpecial = tokens[place].role == ExprRole::Trivia || tokens[place].role == ExprRole::Block;
-        if (!brackets.empty() && (isSpecial || (staying[place] && !isElement))) {
-            for (Open& open : brackets) open.isSuited = false;
-        }
+        if (!brackets.empty() && (isSpecial || (staying[place] && !isElement))) brackets.back().holdsSpecial = true;
         if (!opensBracket(tokens, place)) continue;
         brackets.push_back({place, {}, tokens[place].token.kind == Cpp::OpenBrace});
     }

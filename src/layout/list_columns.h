@@ -8,7 +8,7 @@
 namespace Tessel {
 
 // Which lists in braces stand in columns once they are broken, and where these are: those of many elements without
-// comments, at least kMostSingle outside of other brackets.
+// comments, and of more where they stand in other brackets.
 //
 //     {"red",  "orange", "yellow", "green",
 //      "blue", "indigo", "violet"}

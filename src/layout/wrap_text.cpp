@@ -192,7 +192,7 @@ void WrapText::endJoining() {
 }
 
 void WrapText::pad(std::size_t place, int blanks) {
-    constexpr std::string_view many = "                                                                                ";
+    constexpr std::string_view many = "                                ";
     gaps_[place] = many.substr(0, static_cast<std::size_t>(blanks));
 }
 
