@@ -226,12 +226,14 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
 void HangingLines::open(std::size_t place) {
     const Level& outer = levels_.back();
     Level level;
+    level.bracket = place;
     level.close = tokens_[place].partner;
     const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
     level.kind = isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
-    const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine;
+    const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
+    const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine && !isOneOfMany;
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn_;
     level.lineColumn = lineColumn_;
     level.contents = columnInCall(outer, place);
@@ -260,7 +262,8 @@ int HangingLines::columnOfCall(const Level& outer) const {
     }
     if (outer.operandStart != kNoToken && chains_->startWith(outer.operandStart)) return columns_[outer.operandStart];
     const bool isAssigned = outer.operand != kNone && !outer.isReturned;
-    return outer.kind == Level::Kind::List && isAssigned ? outer.element : kNone;
+    if (outer.kind != Level::Kind::List || !isAssigned) return kNone;
+    return outer.operand == lineColumn_ ? outer.operand : outer.element;
 }
 
 // Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.

@@ -67,6 +67,7 @@ private:
         }
 
         Kind kind = Kind::Statement;
+        std::size_t bracket = kNoToken;
         std::size_t close = kNoToken;
         int base = 0;              // from where lines are indented while there is no element
         int lineColumn = 0;        // of the line with the bracket

@@ -40,7 +40,8 @@ int rankOf(int kind) {
 }  // namespace
 
 OperandChains::OperandChains(const ExprTokens& tokens, bool isList)
-    : tokens_(tokens), chainOf_(tokens.size(), kNoToken), startsChain_(tokens.size(), false) {
+    : tokens_(tokens), chainOf_(tokens.size(), kNoToken), startsChain_(tokens.size(), false),
+      holdsComma_(tokens.size(), false) {
     levels_.emplace_back().place = isList ? Place::BehindOpen : Place::AmongOthers;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
         if (tokens[place].role != ExprRole::Trivia) pass(place);
@@ -63,6 +64,7 @@ void OperandChains::pass(std::size_t place) {
     const ExprToken& token = tokens_[place];
     const int kind = token.token.kind;
     if (token.role == ExprRole::Separator) {
+        if (kind == Cpp::Comma && level.bracket != kNoToken) holdsComma_[level.bracket] = true;
         startElement(level, kind == Cpp::Semicolon ? Place::ByItself : Place::AmongOthers);
         return;
     }
@@ -81,6 +83,7 @@ void OperandChains::pass(std::size_t place) {
     if (level.operand == kNoToken) level.operand = place;
     if (token.partner == kNoToken || token.partner < place) return;
     Level inside;
+    inside.bracket = place;
     inside.close = token.partner;
     if (token.token.kind != Cpp::OpenBrace) inside.place = Place::BehindOpen;
     levels_.push_back(std::move(inside));

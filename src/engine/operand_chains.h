@@ -32,6 +32,8 @@ public:
     }
     // Whether an operand that begins with the token is the first of a chain.
     bool startWith(std::size_t place) const { return startsChain_[place]; }
+    // Whether several elements stand behind the bracket.
+    bool holdsComma(std::size_t open) const { return holdsComma_[open]; }
 
 private:
     struct Open {
@@ -46,6 +48,7 @@ private:
 
     // What stands between a pair of brackets, or the text itself.
     struct Level {
+        std::size_t bracket = kNoToken;
         std::size_t close = kNoToken;
         std::size_t operand = kNoToken;  // the first token of the one that is being read
         Place place = Place::AmongOthers;
@@ -65,6 +68,7 @@ private:
     std::vector<Chain> chains_;
     std::vector<std::size_t> chainOf_;
     std::vector<bool> startsChain_;
+    std::vector<bool> holdsComma_;
     std::vector<Level> levels_;
 };
 

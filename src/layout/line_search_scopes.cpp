@@ -168,7 +168,8 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     const bool isLongBlock = text_.isLongBlock(place) || partsBlock(way, place);
     if (isLongBlock && hangsBlock(way, place)) way.cost += kHangingBlock;
     way.column = start + (isLongBlock ? 1 : widths_[place]);
-    if (!text_.isWithinMargin(way.column)) splitName(way, place, start);
+    const int bracket = text_.kindAt(place + 1) == Cpp::OpenParen ? 1 : 0;
+    if (!text_.isWithinMargin(way.column + bracket)) splitName(way, place, start);
     payOverflow(way, start, tokens_[place].token.kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
     if (!isLongBlock) return;
     way.cost += way.lineColumn - indentColumn_;
