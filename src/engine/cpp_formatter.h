@@ -200,7 +200,7 @@ private:
     // What has been written in front of a list's first element.
     struct ListStart {
         bool startsLine;           // that is kept: the element, or the comment
-        std::string_view comment;  // on the element's line, if there is one,
+        std::string_view comment;  // in front of the element, if there is one,
         int column;                // and its column
     };
     void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});

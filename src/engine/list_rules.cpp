@@ -203,7 +203,8 @@ CppFormatter::ListStart CppFormatter::writeListStart(const Cpp::ParameterListNod
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
     const bool isBehindComment = settings_.formatsOtherGaps && writer_.holdsOnlyComments(gap) &&
-                                 !isLineBreak(trailingBlanks(gap)) && (keepsLines() || !isLineBreak(gap));
+                                 !writer_.holdsLineComment(gap) &&
+                                 (keepsLines() || gap.find('\n') == std::string_view::npos);
     if (isBehindComment) return writeCommentInFront(gap, afterOpen);
     if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);
     const bool isKept = keepsBreak(gap, afterOpen) && isAllWhitespace(gap);
@@ -229,7 +230,10 @@ CppFormatter::ListStart CppFormatter::writeCommentInFront(std::string_view gap, 
         writer_.replace(blanks, afterOpen);
     }
     start.column = writer_.nextColumn();
-    writer_.write(start.comment);
+    const std::string_view behind = trailingBlanks(gap);
+    const bool endsLine = isLineBreak(behind);
+    writer_.write(endsLine ? trimRight(start.comment) : start.comment);
+    if (endsLine) writeKeptBreakAt(behind, start.column);
     return start;
 }
 
