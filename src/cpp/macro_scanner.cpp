@@ -179,13 +179,12 @@ bool MacroScanner::beginsUnclearStatement(Index place) const {
 // columns, as nearly everywhere; only the scheme knows.
 bool MacroScanner::isIndentedFrom(Index head, Index following) const {
     constexpr std::size_t tabSize = 8;
-    const Trn::Token word = tokens_.at(head);
-    const char* const source = word.text.data() - word.offset;
-    const auto indentation = [source](const Trn::Token& token) {
-        const char* const start = source + token.offset;
+    const auto indentation = [source = tokens_.source()](const Trn::Token& token) {
+        const std::size_t ahead = std::max<std::size_t>(token.start.column, 1) - 1;
         std::size_t column = 0;
-        for (const char* c = start - (token.start.column - 1); c != start && (*c == ' ' || *c == '\t'); ++c) {
-            column = *c == '\t' ? (column / tabSize + 1) * tabSize : column + 1;
+        for (const char c : source.substr(token.offset - ahead, ahead)) {
+            if (c != ' ' && c != '\t') break;
+            column = c == '\t' ? (column / tabSize + 1) * tabSize : column + 1;
         }
         return column;
     };

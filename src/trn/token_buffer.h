@@ -38,6 +38,8 @@ public:
 
     // The tokens in [first, last), from their start.
     TokenBuffer slice(Index first, Index last) const;
+    // That all tokens were read from: a token's own text may stand elsewhere.
+    std::string_view source() const { return tokens_->source(); }
     // The place of this buffer's first token.
     Index begin() const { return begin_; }
 

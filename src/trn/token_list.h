@@ -21,6 +21,7 @@ public:
     void reserve(Index count) { entries_.reserve(count); }
     void add(const Token& token) { entries_.push_back(pack(token)); }
 
+    std::string_view source() const { return source_; }
     Index size() const { return entries_.size(); }
     int kind(Index place) const { return entries_[place].kind; }
     void setKind(Index place, int kind) { entries_[place].kind = static_cast<std::int8_t>(kind); }
