@@ -362,7 +362,11 @@ void CppExprFormatter::passToken(Run& run) {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
     if (place == run.firstText) run.firstLine.output = textColumnOf(run.out);
-    run.hanging->pass(place, columnToIndentFrom(run.out), place > 0 && !run.out.lineHasText());
+    // The blanks in front of a comment go with it.
+    const bool isBehindText = run.current().role == ExprRole::Trivia && run.out.lineHasText();
+    const int column = columnToIndentFrom(run.out);
+    const std::string_view blanks = isBehindText ? run.sweep.gap() : std::string_view();
+    run.hanging->pass(place, columnAfter(blanks, column, run.out.tabSize()), place > 0 && !run.out.lineHasText());
 }
 
 void CppExprFormatter::writeToken(Run& run) {

@@ -48,7 +48,9 @@ bool isMadeByMacro(std::string_view type) {
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
-    return settings_.formatsTypeArguments && holdsAnyOf<'<', '('>(type) && !writer_.holdsOpaque(type);
+    if (!settings_.formatsTypeArguments || !holdsAnyOf<'<', '('>(type)) return false;
+    const bool endsInComment = endsWithLineEndToken(type) || trimRight(type).ends_with("*/");
+    return !writer_.holdsOpaque(type) || (writer_.holdsOnlyComments(type) && !endsInComment);
 }
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.

@@ -40,7 +40,8 @@ void CppFormatter::copyStray(std::string_view gap) {
 
 void CppFormatter::visit(Cpp::ExprNode* expression) {
     if (copySettledStatement(*expression)) return;
-    if (settings_.formatsOtherGaps && previousSibling_ && Cpp::as<Cpp::TemplateNode>(previousSibling_)) {
+    const bool followsTemplate = previousSibling_ && Cpp::as<Cpp::TemplateNode>(previousSibling_);
+    if (settings_.formatsOtherGaps && followsTemplate && !givesTypeName(expression->text())) {
         return writeRequiresClause(*expression);
     }
     if (givesTypeName(expression->text())) {
