@@ -92,7 +92,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     writer_.copyThrough(node.start());
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
-    findDirectiveBehind(node.childBegin(), node.childEnd());
+    findEndOfComments(node.childBegin(), node.childEnd());
     writeGapBehindOpen(node, first, braces, indent);
     formatContent(node, indent);
     writeClosingGap(node, braces, indent);

@@ -60,6 +60,9 @@ public:
     // KEEP_COLUMNS: blanks that make a column stay where one blank is wanted.
     bool keepsColumns() const { return extensions_.keepsColumns; }
     bool formatsTypeArguments() const { return extensions_.formatsTypeArguments; }
+    LambdaParameters lambdaParameters() const {
+        return formatsTypeArguments() ? LambdaParameters::Declared : LambdaParameters::LikeOperands;
+    }
     // Directives are not moved, so that the white space in front of them is theirs.
     bool keepsDirectivePlaces() const { return !directivesLeftMostSet_; }
     // The same for a comment that the output has reached, and for a directive with the white space in front.

@@ -130,8 +130,10 @@ private:
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     void formatByLabel(Cpp::SyntaxNode& statement);
-    Cpp::InteriorNode::iterator findDirectiveBehind(Cpp::InteriorNode::iterator child,
+    Cpp::InteriorNode::iterator findEndOfComments(Cpp::InteriorNode::iterator child,
                                                     Cpp::InteriorNode::iterator end);
+    bool goesWithLabel(const Cpp::CommentNode& comment) const;
+    std::string commentIndent(const Cpp::CommentNode& comment);
     bool staysInFirstColumn(const Cpp::SyntaxNode& node);
     void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
     bool placesItself(const Cpp::SyntaxNode& node) const;
@@ -319,6 +321,7 @@ private:
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     bool isByDirective_ = false;                        // the comments that are being written end in front of one
+    const Cpp::SyntaxNode* labelBehind_ = nullptr;      // or in front of this label
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
     bool joinsBody_ = false;  // of the statement that is being written, with the line of its head

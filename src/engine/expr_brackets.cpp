@@ -87,7 +87,8 @@ bool canPrecedeTemplateArguments(int kind) {
 
 class BracketMatcher {
 public:
-    BracketMatcher(ExprTokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+    BracketMatcher(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters)
+        : tokens_(tokens), mode_(mode), declaresParameters_(parameters == LambdaParameters::Declared) {}
 
     void run() {
         int previousKind = Trn::kEndKind;
@@ -98,6 +99,8 @@ public:
             if (token.role == ExprRole::Trivia || token.role == ExprRole::Block) continue;
             switch (kind) {
                 case Cpp::OpenParen:
+                    open_.push_back({place, false, declaresParameters_ && endsLambdaFront(previous)});
+                    break;
                 case Cpp::OpenBracket:
                 case Cpp::OpenBrace:
                     open_.push_back({place});
@@ -137,7 +140,7 @@ private:
     struct Open {
         std::size_t place;
         bool isDoubted = false;  // an angle behind which an operator of conditions stands
-        bool isOfLambda = false;
+        bool isOfLambda = false;  // template parameters, or parameters
     };
 
     // The "<" of `operator< <int>`.
@@ -161,6 +164,20 @@ private:
             case Cpp::KeywordOperator: return false;
             default: return true;
         }
+    }
+
+    // The "]" of a lambda, or the ">" of its template parameters.
+    bool endsLambdaFront(std::size_t place) const {
+        const bool closesAngle = kindAt(tokens_, place) == Cpp::Greater && tokens_[place].partner != kNoToken;
+        const std::size_t open = closesAngle ? tokens_[place].partner : place + 1;
+        return open != 0 && open - 1 < tokens_.size() && endsCapture(open - 1);
+    }
+
+    // Whether the angle that is open stands in a type among a lambda's parameters.
+    bool isInParameters() const {
+        std::size_t count = open_.size();
+        while (count > 0 && kindAt(tokens_, open_[count - 1].place) == Cpp::Less) --count;
+        return count > 0 && open_[count - 1].isOfLambda;
     }
 
     bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back().place) == Cpp::Less; }
@@ -208,7 +225,7 @@ private:
             return endsOperand(kindAt(tokens_, next)) || isMark(next) ||
                    (next < tokens_.size() && tokens_[next].token.text.starts_with("::"));
         }
-        if (mode_ == ExprMode::Declaration) return true;
+        if (mode_ == ExprMode::Declaration || isInParameters()) return true;
         const std::size_t next = nextPlace(tokens_, place);
         return next >= tokens_.size() || !isOperandStart(tokens_[next].token) ||
                startsDeclaration(open_.back().place);
@@ -241,14 +258,15 @@ private:
 
     ExprTokens& tokens_;
     ExprMode mode_;
+    bool declaresParameters_;
     ShallowStack<Open> open_;
     bool sawValue_ = false;  // or a clause, in front of which a declaration's type ends
 };
 
 }  // namespace
 
-void matchBrackets(ExprTokens& tokens, ExprMode mode) {
-    BracketMatcher(tokens, mode).run();
+void matchBrackets(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters) {
+    BracketMatcher(tokens, mode, parameters).run();
 }
 
 }  // namespace Tessel

@@ -40,7 +40,7 @@ bool opensBlock(const ExprTokens& tokens, std::size_t open) {
 }
 
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
-                    std::span<const TextExtent> blocks, const MarkerPairs* markers) {
+                    std::span<const TextExtent> blocks, const MarkerPairs* markers, LambdaParameters parameters) {
     tokens.clear();
     std::size_t place = 0;
     for (const TextExtent& block : blocks) {
@@ -55,7 +55,7 @@ void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
     }
     lexPiece(text, place, text.size(), tokens);
     if (markers) mergeRegions(*markers, tokens);
-    matchBrackets(tokens, mode);
+    matchBrackets(tokens, mode, parameters);
     findRoles(tokens, mode);
 }
 

@@ -85,6 +85,9 @@ inline bool isPack(const ExprTokens& tokens, std::size_t place) {
 // part of a data declaration behind its type, `a[10], *b = 0`.
 enum class ExprMode { Expression, Declaration, Declarators };
 
+// What stands between the parentheses of a lambda: by FORMAT_TYPE_ARGUMENTS, types that names follow.
+enum class LambdaParameters { LikeOperands, Declared };
+
 // A stretch of a text, in characters from its start.
 struct TextExtent {
     std::size_t offset = 0;
@@ -95,7 +98,8 @@ struct TextExtent {
 // looked into, nor are regions between the markers, which may be null. One pass over the text and three over the
 // tokens, whatever the nesting.
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
-                    std::span<const TextExtent> blocks = {}, const MarkerPairs* markers = nullptr);
+                    std::span<const TextExtent> blocks = {}, const MarkerPairs* markers = nullptr,
+                    LambdaParameters parameters = LambdaParameters::LikeOperands);
 
 // Whether the "{" at `open` begins statements, as those of a lambda do.
 bool opensBlock(const ExprTokens& tokens, std::size_t open);

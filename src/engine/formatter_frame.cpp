@@ -31,6 +31,10 @@ Zelmor::IndentState initialState(const PropertySet& scheme) {
     return state;
 }
 
+bool isLabel(const Cpp::SyntaxNode& node) {
+    return Cpp::as<Cpp::CaseNode>(&node) || Cpp::as<Cpp::AccessSpecNode>(&node) || Cpp::as<Cpp::LabelNode>(&node);
+}
+
 bool isBreak(const Cpp::SyntaxNode& node) {
     const auto* statement = Cpp::as<Cpp::ExprNode>(&node);
     return statement && (statement->text() == "break" || statement->text() == "break;");
@@ -177,7 +181,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     auto commentsEnd = first;
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
-        if (child >= commentsEnd) commentsEnd = findDirectiveBehind(child, node.childEnd());
+        if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
         if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
         if (isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child)) {
             formatByLabel(**child);
@@ -205,17 +209,19 @@ void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
     statement.accept(*this);
 }
 
-// Sets whether the comments from `child` on, on lines that follow each other, end in front of a directive that has
-// nothing in front of it. Returns where they end.
-Cpp::InteriorNode::iterator CppFormatter::findDirectiveBehind(Cpp::InteriorNode::iterator child,
+// Sets what the comments from `child` on, on lines that follow each other, end in front of: a directive that has
+// nothing in front of it, or a label. Returns where they end.
+Cpp::InteriorNode::iterator CppFormatter::findEndOfComments(Cpp::InteriorNode::iterator child,
                                                               Cpp::InteriorNode::iterator end) {
     isByDirective_ = false;
+    labelBehind_ = nullptr;
     while (child != end) {
         const auto* comment = Cpp::as<Cpp::CommentNode>(child->get());
         if (!comment) break;
         const std::uint32_t next = comment->end().line + (comment->isLineComment() ? 0 : 1);
         if (++child == end || (*child)->start().line != next) break;
         isByDirective_ = Cpp::isDirective(**child) && lineBefore(**child).empty();
+        labelBehind_ = isLabel(**child) ? child->get() : nullptr;
     }
     return child;
 }
@@ -225,6 +231,20 @@ bool CppFormatter::staysInFirstColumn(const Cpp::SyntaxNode& node) {
     const bool stands = lineBefore(node).empty();
     writer_.measure(settings_.keepsDirectiveComments.key, sourceFrom(node), stands);
     return stands && settings_.keepsDirectiveComments;
+}
+
+// Comments that stand in the column of the label behind them stay in it.
+bool CppFormatter::goesWithLabel(const Cpp::CommentNode& comment) const {
+    return labelBehind_ && settings_.formatsLabels && isAllWhitespace(lineBefore(comment)) &&
+           sourceColumnOf(comment) == sourceColumnOf(*labelBehind_);
+}
+
+std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
+    if (staysInFirstColumn(comment)) return {};
+    if (!goesWithLabel(comment)) return out().indent();
+    if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(settings_.caseIndent);
+    if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);
+    return settings_.labelIndent.present ? labelIndent(settings_.labelIndent) : out().indent();
 }
 
 // Between two statements, or declarations, on one line: `a();b();`.
@@ -269,7 +289,7 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         keptParts_.push_back({start, out().text().size()});
         return;
     }
-    IndentScope indent(out(), staysInFirstColumn(*comment) ? std::string() : out().indent());
+    IndentScope indent(out(), commentIndent(*comment));
     writer_.copyGap(comment->start());
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
 }

@@ -261,14 +261,18 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const bool startsLine = isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
-        const bool isKept = settings_.keepsReturnTypeBreak && startsLine && !wanted.hasLineFeed();
+        // What an empty line parts from the name is no type, but a macro.
+        const std::string lines = withBlankLines("\n", trailingBlanks(type));
+        const bool isParted = lines.size() > 1;
+        const bool isKept = settings_.keepsReturnTypeBreak && startsLine && (isParted || !wanted.hasLineFeed());
         // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
         const bool isSpecifier =
             settings_.keepsReturnTypeBreak && !startsLine && wanted.hasLineFeed() && isSpecifiers(words);
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
         writer_.measure(breakKey, type, startsLine);
-        const OptionalText decidedByBreak{true, isKept ? "\n" : " ", breakKey};
+        const std::string_view lineEnds = isParted ? madeTexts_.keep(lines) : "\n";
+        const OptionalText decidedByBreak{true, isKept ? lineEnds : " ", breakKey};
         const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
     }

@@ -121,7 +121,7 @@ int CppExprLineWrapper::firstColumn(const IndentState& state) const {
 // Says false for a text that is left as it is: without tokens, or with something else between them.
 bool CppExprLineWrapper::read(std::string_view text, const WrapContext& context) {
     if (!settings_.wrapsLines()) return false;
-    text_.read(text, context.mode, context.trailingWidth, sourceColumns(), context.blocks);
+    text_.read(text, context.mode, context.trailingWidth, sourceColumns(), context.blocks, lambdaParameters());
     if (settings_.keepsLineBreaks && !context.keepsLines) {
         if (settings_.weighsWholes() && text_.hasRows(LineSearch::kMostTokens)) {
             text_.joinLinesAndRows(sourceColumns().columnOf(text));

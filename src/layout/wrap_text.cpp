@@ -39,10 +39,10 @@ bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
 }  // namespace
 
 void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source,
-                    std::span<const TextExtent> blocks) {
+                    std::span<const TextExtent> blocks, LambdaParameters parameters) {
     text_ = text;
     trailingWidth_ = trailingWidth;
-    readExprTokens(text, mode, tokens_, blocks);
+    readExprTokens(text, mode, tokens_, blocks, nullptr, parameters);
     gaps_.clear();
     offsets_.clear();
     holdsUnknownText_ = false;

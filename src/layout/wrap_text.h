@@ -51,7 +51,7 @@ public:
     // Replaces the text. `trailingWidth` columns of what follows it have to stay on its last line. The text
     // is borrowed; `source` tells where its comments stand. The blocks, in order, are a token each.
     void read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source,
-              std::span<const TextExtent> blocks = {});
+              std::span<const TextExtent> blocks, LambdaParameters parameters);
 
     std::string_view text() const { return text_; }
     const std::vector<ExprToken>& tokens() const { return tokens_; }
