@@ -212,7 +212,7 @@ void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) 
 }
 
 void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {
-    const OuterLines outer = extensions_.keepsLineIndent ? OuterLines::AsTheyWere : OuterLines::BelowStart;
+    const OuterLines outer = extensions_.keepsLineBreaks ? OuterLines::AsTheyWere : OuterLines::BelowStart;
     writeLines(text, columns_, InnerBlanks::Convert, out, outer);
 }
 

@@ -49,8 +49,9 @@ bool isMadeByMacro(std::string_view type) {
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
     if (!settings_.formatsTypeArguments || !holdsAnyOf<'<', '('>(type)) return false;
+    if (!writer_.holdsOpaque(type)) return true;
     const bool endsInComment = endsWithLineEndToken(type) || trimRight(type).ends_with("*/");
-    return !writer_.holdsOpaque(type) || (writer_.holdsOnlyComments(type) && !endsInComment);
+    return keepsLines() && !endsInComment && writer_.holdsLineComment(type) && writer_.holdsOnlyComments(type);
 }
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
