@@ -18,6 +18,8 @@
 
 namespace Tessel {
 
+using Zelmor::IndentScope;
+
 namespace {
 
 // Behind the last token of a gap that is no comment or directive: a ";" that ended what stands in front.
@@ -88,6 +90,13 @@ void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
     formatSeparatedList(*list, settings_.commas.baseClauses);
 }
 
+// What stands in front of the ":" on its line, where comments on lines of their own stand as it does.
+std::string_view CppFormatter::hangOfComments(std::string_view gap, std::string_view ahead) const {
+    const bool startWithLine = keepsLines() && isLineBreak(leadingBlanks(gap)) && trimLeft(gap).starts_with('/');
+    const std::size_t lineFeed = ahead.rfind('\n');
+    return startWithLine && lineFeed != ahead.npos ? ahead.substr(lineFeed + 1) : std::string_view();
+}
+
 // The ":" in front of a list, which the gap holds.
 void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after) {
     const bool joinsScope = writer_.peek() == ':' && after.present && after.text.empty();
@@ -99,7 +108,10 @@ void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, 
     // A comment in front of the ":" does not stand for it.
     const std::string_view front =
         endsWithColon ? trailingBlanks(throughLast.substr(0, throughLast.size() - 1)) : leadingBlanks(rest);
-    const OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
+    OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
+    const std::string_view hang = hangOfComments(rest, ahead.text);
+    IndentScope hanging(out(), out().indent() + std::string(hang));
+    ahead.text.remove_suffix(hang.size());
     // A ":" that the scheme puts at the start of a line takes what follows it along.
     const bool isMoved = before.hasLineFeed() && apart.present && endsWithColon;
     const OptionalText behind = keepsBreak(rest, apart) && !isMoved ? keptBreak(rest) : apart;

@@ -131,7 +131,9 @@ private:
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     void formatByLabel(Cpp::SyntaxNode& statement);
     Cpp::InteriorNode::iterator findEndOfComments(Cpp::InteriorNode::iterator child,
-                                                    Cpp::InteriorNode::iterator end);
+                                                  Cpp::InteriorNode::iterator end);
+    bool hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type, std::string_view text) const;
+    std::string_view hangOfComments(std::string_view gap, std::string_view ahead) const;
     bool goesWithLabel(const Cpp::CommentNode& comment) const;
     std::string commentIndent(const Cpp::CommentNode& comment);
     bool staysInFirstColumn(const Cpp::SyntaxNode& node);

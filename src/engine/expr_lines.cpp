@@ -52,7 +52,8 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 }
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
-    const int hanging = run.hanging->columnFor(run.sweep.place());
+    const int hanging = hangsInType(run) ? columnAfter(settings_.hanging.wrap.text, columnAfter(run.out.indent(), 0, tabSize()), tabSize())
+                                         : run.hanging->columnFor(run.sweep.place());
     if (!keptIndent_.isWanted()) return hanging;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
@@ -60,6 +61,13 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     return closesBracket(run.tokens, place)
                   ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
                   : keptIndent_.columnFor(run.firstLine, gap, hanging);
+}
+
+// Whether the current token goes on with a type outside its brackets, in a line that stands behind the first one.
+bool CppExprFormatter::hangsInType(const Run& run) const {
+    if (!run.nameFollows || !settings_.operandIndent.present || !run.hanging->isOutsideBrackets()) return false;
+    const std::string_view current = run.text.substr(run.current().token.offset);
+    return sourceColumns().columnOfLine(current) > sourceColumns().columnOfLine(run.text);
 }
 
 // Nothing where the columns of the source are not known.

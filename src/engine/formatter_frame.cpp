@@ -212,7 +212,7 @@ void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
 // Sets what the comments from `child` on, on lines that follow each other, end in front of: a directive that has
 // nothing in front of it, or a label. Returns where they end.
 Cpp::InteriorNode::iterator CppFormatter::findEndOfComments(Cpp::InteriorNode::iterator child,
-                                                              Cpp::InteriorNode::iterator end) {
+                                                            Cpp::InteriorNode::iterator end) {
     isByDirective_ = false;
     labelBehind_ = nullptr;
     while (child != end) {

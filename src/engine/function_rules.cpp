@@ -262,7 +262,7 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
         // What an empty line parts from the name is no type, but a macro.
-        const std::string lines = withBlankLines("\n", trailingBlanks(type));
+        std::string lines = withBlankLines("\n", trailingBlanks(type));
         const bool isParted = lines.size() > 1;
         const bool isKept = settings_.keepsReturnTypeBreak && startsLine && (isParted || !wanted.hasLineFeed());
         // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
@@ -272,11 +272,19 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
         writer_.measure(breakKey, type, startsLine);
         const std::string_view lineEnds = isParted ? madeTexts_.keep(lines) : "\n";
-        const OptionalText decidedByBreak{true, isKept ? lineEnds : " ", breakKey};
+        const bool hangs = isKept && !isParted && hangsFurther(*head.name(), *head.returnType(), trimRight(type));
+        const std::string_view lineBreak = hangs ? madeTexts_.keep(lines.append(exprFormatter_.settings().hanging.wrap.text)) : lineEnds;
+        const OptionalText decidedByBreak{true, isKept ? lineBreak : " ", breakKey};
         const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
     }
     return column;
+}
+
+// Whether the name goes on with a type of several lines that hangs behind its first one.
+bool CppFormatter::hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type,
+                                std::string_view text) const {
+    return exprFormatter_.settings().operandIndent.present && keepsLines() && text.find('\n') != text.npos && sourceColumnOf(name) > sourceColumnOf(type);
 }
 
 // What puts the names of declarations into columns here.

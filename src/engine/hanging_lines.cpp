@@ -63,7 +63,8 @@ int HangingLines::columnFor(std::size_t place) const {
     if (isShift(token) && level.shift != kNone) return level.shift;
     if (kind == Cpp::Colon && !level.questions.empty()) return level.questions.back();
     // A type and the name that is declared are one element.
-    if (token.role == ExprRole::Name && level.kind == Level::Kind::List && level.element != kNone) {
+    const bool isName = token.role == ExprRole::Name || (kind == Cpp::Identifier && followsMark());
+    if (isName && level.kind == Level::Kind::List && level.element != kNone) {
         return wrapped(level.element);
     }
     if (kind == Cpp::OpenParen && level.kind == Level::Kind::Statement && followsMacroCall()) return level.base;
@@ -71,6 +72,12 @@ int HangingLines::columnFor(std::size_t place) const {
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
     return columnInLevel(level);
+}
+
+// A "&&" may as well be the operator of a condition.
+bool HangingLines::followsMark() const {
+    return chains_ && previous_ != kNoToken && tokens_[previous_].role == ExprRole::Mark &&
+           tokens_[previous_].token.kind != Cpp::LogicalAnd;
 }
 
 // Whether nothing but a macro's call stands in front: what it makes takes the arguments that follow.
@@ -268,8 +275,9 @@ int HangingLines::columnOfCall(const Level& outer) const {
 
 // Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.
 int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
-    const int following = kindAt(tokens_, nextPlace(tokens_, tokens_[open].partner));
-    if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMemberAccess(following)) return kNone;
+    const std::size_t next = nextPlace(tokens_, tokens_[open].partner);
+    const bool isMember = isMemberAccess(kindAt(tokens_, next)) && !isPack(tokens_, next);
+    if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMember) return kNone;
     const bool isInMemberLine = outer.chain != kNone && outer.chain == lineColumn_;
     const int operand = isInMemberLine ? outer.chain : columnOfOperand(outer);
     return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);

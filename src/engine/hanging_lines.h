@@ -92,6 +92,7 @@ private:
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t skipTrivia(std::size_t place) const;
+    bool followsMark() const;
     bool followsMacroCall() const;
     int columnOfMember(const Level& level) const;
     int columnInChain(std::size_t place) const;
