@@ -52,7 +52,8 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 }
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
-    const int hanging = hangsInType(run) ? columnAfter(settings_.hanging.wrap.text, columnAfter(run.out.indent(), 0, tabSize()), tabSize())
+    const int indented = columnAfter(run.out.indent(), 0, tabSize());
+    const int hanging = hangsInType(run) ? columnAfter(settings_.hanging.wrap.text, indented, tabSize())
                                          : run.hanging->columnFor(run.sweep.place());
     if (!keptIndent_.isWanted()) return hanging;
     if (!run.sourceHanging) startSourceHanging(run);

@@ -273,7 +273,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         writer_.measure(breakKey, type, startsLine);
         const std::string_view lineEnds = isParted ? madeTexts_.keep(lines) : "\n";
         const bool hangs = isKept && !isParted && hangsFurther(*head.name(), *head.returnType(), trimRight(type));
-        const std::string_view lineBreak = hangs ? madeTexts_.keep(lines.append(exprFormatter_.settings().hanging.wrap.text)) : lineEnds;
+        const std::string_view wrapIndent = exprFormatter_.settings().hanging.wrap.text;
+        const std::string_view lineBreak = hangs ? madeTexts_.keep(lines.append(wrapIndent)) : lineEnds;
         const OptionalText decidedByBreak{true, isKept ? lineBreak : " ", breakKey};
         const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
@@ -284,7 +285,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
 // Whether the name goes on with a type of several lines that hangs behind its first one.
 bool CppFormatter::hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type,
                                 std::string_view text) const {
-    return exprFormatter_.settings().operandIndent.present && keepsLines() && text.find('\n') != text.npos && sourceColumnOf(name) > sourceColumnOf(type);
+    const bool hasLines = keepsLines() && text.find('\n') != text.npos;
+    return hasLines && exprFormatter_.settings().operandIndent.present && sourceColumnOf(name) > sourceColumnOf(type);
 }
 
 // What puts the names of declarations into columns here.

@@ -47,6 +47,7 @@ public:
     void hangCommasFrom(int statementColumn);
     // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
     void startInLineOf(int column) { lineColumn_ = column; }
+    bool isOutsideBrackets() const { return levels_.size() == 1; }
     // The column of a token, not passed yet, that begins a line.
     int columnFor(std::size_t place) const;
     // Of the lines that begin behind a "::" inside the name passed last; nothing where they hang by no key.

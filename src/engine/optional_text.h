@@ -8,8 +8,8 @@
 
 namespace Tessel {
 
-// What reading a string property yields, a view of what the settings keep. A text that is not present leaves the input's white space as it is;
-// a present and empty one removes it.
+// What reading a string property yields, a view of what the settings keep. A text that is not present leaves the
+// input's white space as it is; a present and empty one removes it.
 struct OptionalText {
     bool present = false;
     std::string_view text;
