@@ -132,6 +132,7 @@ private:
     void formatByLabel(Cpp::SyntaxNode& statement);
     Cpp::InteriorNode::iterator findEndOfComments(Cpp::InteriorNode::iterator child,
                                                   Cpp::InteriorNode::iterator end);
+    std::string_view breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type);
     bool hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type, std::string_view text) const;
     std::string_view hangOfComments(std::string_view gap, std::string_view ahead) const;
     bool goesWithLabel(const Cpp::CommentNode& comment) const;

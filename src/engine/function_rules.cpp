@@ -6,6 +6,7 @@
 // }
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "cpp/characters.h"
 #include "cpp/words.h"
@@ -262,8 +263,7 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const OptionalText& wanted =
             declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
         // What an empty line parts from the name is no type, but a macro.
-        std::string lines = withBlankLines("\n", trailingBlanks(type));
-        const bool isParted = lines.size() > 1;
+        const bool isParted = withBlankLines("\n", trailingBlanks(type)).size() > 1;
         const bool isKept = settings_.keepsReturnTypeBreak && startsLine && (isParted || !wanted.hasLineFeed());
         // With KEEP_FN_RETURN_TYPE_BREAK, "explicit" and its kin are no type that a line would be for.
         const bool isSpecifier =
@@ -271,15 +271,20 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const bool staysOnLine = isMacro && wanted.hasLineFeed();
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
         writer_.measure(breakKey, type, startsLine);
-        const std::string_view lineEnds = isParted ? madeTexts_.keep(lines) : "\n";
-        const bool hangs = isKept && !isParted && hangsFurther(*head.name(), *head.returnType(), trimRight(type));
-        const std::string_view wrapIndent = exprFormatter_.settings().hanging.wrap.text;
-        const std::string_view lineBreak = hangs ? madeTexts_.keep(lines.append(wrapIndent)) : lineEnds;
-        const OptionalText decidedByBreak{true, isKept ? lineBreak : " ", breakKey};
+        const OptionalText decidedByBreak{true, isKept ? breakBehindType(head, type) : " ", breakKey};
         const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, between, !settings_.keepsFunctions);
     }
     return column;
+}
+
+// The line ends between the type and the name, and what the name hangs by.
+std::string_view CppFormatter::breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type) {
+    std::string lines = withBlankLines("\n", trailingBlanks(type));
+    if (lines.size() == 1 && hangsFurther(*head.name(), *head.returnType(), trimRight(type))) {
+        lines += exprFormatter_.settings().hanging.wrap.text;
+    }
+    return madeTexts_.keep(std::move(lines));
 }
 
 // Whether the name goes on with a type of several lines that hangs behind its first one.
