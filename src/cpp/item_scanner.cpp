@@ -193,7 +193,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
     // int size PARAMS((int a)) pure_function;
-    const bool isMacroOfList = holdsParameters && seen.typeWords > 1 && kind(next(following)) == Semicolon;
+    const bool isMacroOfList =
+        findsMacros_ && holdsParameters && seen.typeWords > 1 && kind(next(following)) == Semicolon;
     if (namesMacro && !isLater && !isMacroOfList &&
         (isTypeWord(word.kind) || (word.kind == Identifier && !isUpperCase(word.text)))) {
         const bool isTailWord = isQualifier(word.kind) || word.text == "noexcept" ||

@@ -1,5 +1,7 @@
 #include "cpp/macro_scanner.h"
 
+#include <algorithm>
+
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"

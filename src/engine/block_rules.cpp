@@ -213,8 +213,9 @@ void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings
 // What goes in front of the body, with the empty lines that stay there.
 OptionalText CppFormatter::withLinesInFront(const Cpp::BracketedNode& body, const OptionalText& ahead) {
     const bool isAsked = settings_.keepsBlankLinesInFront && ahead.hasLineFeed() && body.hasBrackets();
-    const std::string_view gap = isAsked ? gapBefore(body) : std::string_view();
-    if (!isAsked || !isAllWhitespace(gap)) return ahead;
+    if (!isAsked) return ahead;
+    const std::string_view gap = gapBefore(body);
+    if (!isAllWhitespace(gap)) return ahead;
     std::string text = withBlankLines(ahead.text, gap);
     if (text.size() == ahead.text.size()) return ahead;
     return {true, madeTexts_.keep(std::move(text)), settings_.blankLines.key};

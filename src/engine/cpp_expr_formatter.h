@@ -72,8 +72,6 @@ public:
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
 
 private:
-    bool layOutDirective(std::string_view directive, Zelmor::OIndentBuf& out) override;
-    bool layOutParts(std::string_view directive, Zelmor::OIndentBuf& out);
     // A bracket that is open. Its close place is that of the token that closes it.
     struct Group {
         enum class Kind { Parentheses, Brackets, Template, Cast, Braces, InnerBraces } kind = Kind::Parentheses;
@@ -96,8 +94,6 @@ private:
                 HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> statementColumn = {});
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
-    static bool namesArgument(const Run& run, std::size_t place);
-    const OptionalText* otherGapOf(const Run& run) const;
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
     KeyId keyOfKeptLine(const Run& run) const;
@@ -115,18 +111,27 @@ private:
     const OptionalText* joinedLine(const Run& run) const;
     bool followsCast(const Run& run) const;
     bool endsLine(const Run& run) const;
-    const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
-    const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
-    const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
+    // What is wanted between tokens (expr_gaps.cpp).
+    const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
+    const CommaTexts* absentCommaOf(const Run& run, std::size_t place) const;
+    static bool isJoinedToNext(const Run& run, std::size_t place);
+    static bool namesArgument(const Run& run, std::size_t place);
+    const OptionalText* otherGapOf(const Run& run) const;
     static bool introducesWidth(const Run& run, std::size_t place);
     static bool startsEllipsis(const Run& run, std::size_t place);
+    const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
+    const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
+    const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
     static bool takesArguments(const Run& run, std::size_t open);
     static bool isWholeFunctionType(const Run& run, std::size_t open);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
+    // Directives (expr_directives.cpp).
+    bool layOutDirective(std::string_view directive, Zelmor::OIndentBuf& out) override;
+    bool layOutParts(std::string_view directive, Zelmor::OIndentBuf& out);
+    bool writeParts(std::string_view directive, const DirectiveParts& parts, Zelmor::OIndentBuf& out);
+    PropertySet schemeOfDirectives() const;
+    // Marks, and brackets with what they hold.
     void writeMarks(Run& run);
-    // What the source does beside gaps (expr_measures.cpp).
-    void measureMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
-    void measureLine(const Run& run) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     static bool indentsContents(const Run& run);
@@ -135,10 +140,7 @@ private:
     void writeClosingGap(Run& run, const Group& group);
     bool isRow(const Group& group) const;
     bool isComma(const Run& run) const;
-    PropertySet schemeOfDirectives() const;
-    bool writeParts(std::string_view directive, const DirectiveParts& parts, Zelmor::OIndentBuf& out);
     void writeComma(Run& run);
-    const CommaTexts* absentCommaOf(const Run& run, std::size_t place) const;
     SeparatorSpacing spacingOf(const Group& group) const;
     const CommaTexts* commasOf(const Group& group) const;
     const OptionalText* inListBraces(const Run& run, const OptionalText* other) const;
@@ -146,8 +148,9 @@ private:
     const OptionalText* beforeClose(const Group& group) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;
     const MarkSettings& markSettings(int kind) const;
-    const OptionalText* wantedAfter(const Run& run, std::size_t place) const;
-    static bool isJoinedToNext(const Run& run, std::size_t place);
+    // What the source does beside gaps (expr_measures.cpp).
+    void measureMarks(const Run& run, const MarkSettings& marks, std::size_t end) const;
+    void measureLine(const Run& run) const;
 
     const Zelmor::TextDocument* source_;
     ExprSettings settings_;

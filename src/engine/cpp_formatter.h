@@ -132,9 +132,6 @@ private:
     void formatByLabel(Cpp::SyntaxNode& statement);
     Cpp::InteriorNode::iterator findEndOfComments(Cpp::InteriorNode::iterator child,
                                                   Cpp::InteriorNode::iterator end);
-    std::string_view breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type);
-    bool hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type, std::string_view text) const;
-    std::string_view hangOfComments(std::string_view gap, std::string_view ahead) const;
     bool goesWithLabel(const Cpp::CommentNode& comment) const;
     std::string commentIndent(const Cpp::CommentNode& comment);
     bool staysInFirstColumn(const Cpp::SyntaxNode& node);
@@ -223,12 +220,15 @@ private:
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              const CommaTexts& commas, const OptionalText& beforeClose);
     void formatParenList(Cpp::ParameterListNode& list);
+    std::string_view hangOfComments(std::string_view gap, std::string_view ahead) const;
     void writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after);
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
+    std::string_view breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type);
+    bool hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type, std::string_view text) const;
     KeyId nameAlignment() const;
     bool copySettled(Cpp::FunctionDeclNode& declaration);
     bool isSettled(const Cpp::SyntaxNode& node) const;

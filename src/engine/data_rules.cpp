@@ -44,12 +44,6 @@ std::size_t qualifiedNameStart(std::string_view type) {
     return isJoined ? 0 : start;
 }
 
-std::string onOneLine(std::string_view text) {
-    std::string result(text);
-    std::replace(result.begin(), result.end(), '\n', ' ');
-    return result;
-}
-
 }  // namespace
 
 // Declarators behind a class body, in the same declaration, are not aligned.

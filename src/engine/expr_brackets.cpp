@@ -108,7 +108,7 @@ public:
                 case Cpp::Less:
                     if (canPrecedeTemplateArguments(previousKind) || endsCapture(previous) ||
                         endsOperatorName(previous)) {
-                        open_.push_back({place, false, previousKind == Cpp::CloseBracket});
+                        open_.push_back({place, false, previousKind == Cpp::CloseBracket, standsInParameters()});
                     }
                     break;
                 case Cpp::CloseParen:
@@ -140,7 +140,8 @@ private:
     struct Open {
         std::size_t place;
         bool isDoubted = false;  // an angle behind which an operator of conditions stands
-        bool isOfLambda = false;  // template parameters, or parameters
+        bool isOfLambda = false;      // template parameters, or parameters
+        bool isInParameters = false;  // an angle in a type among a lambda's parameters
     };
 
     // The "<" of `operator< <int>`.
@@ -173,11 +174,10 @@ private:
         return open != 0 && open - 1 < tokens_.size() && endsCapture(open - 1);
     }
 
-    // Whether the angle that is open stands in a type among a lambda's parameters.
-    bool isInParameters() const {
-        std::size_t count = open_.size();
-        while (count > 0 && kindAt(tokens_, open_[count - 1].place) == Cpp::Less) --count;
-        return count > 0 && open_[count - 1].isOfLambda;
+    // Whether what comes next stands in a type among a lambda's parameters.
+    bool standsInParameters() const {
+        if (open_.empty()) return false;
+        return angleIsOpen() ? open_.back().isInParameters : open_.back().isOfLambda;
     }
 
     bool angleIsOpen() const { return !open_.empty() && kindAt(tokens_, open_.back().place) == Cpp::Less; }
@@ -225,7 +225,7 @@ private:
             return endsOperand(kindAt(tokens_, next)) || isMark(next) ||
                    (next < tokens_.size() && tokens_[next].token.text.starts_with("::"));
         }
-        if (mode_ == ExprMode::Declaration || isInParameters()) return true;
+        if (mode_ == ExprMode::Declaration || open_.back().isInParameters) return true;
         const std::size_t next = nextPlace(tokens_, place);
         return next >= tokens_.size() || !isOperandStart(tokens_[next].token) ||
                startsDeclaration(open_.back().place);

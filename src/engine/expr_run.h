@@ -11,9 +11,10 @@
 #include "engine/cpp_expr_formatter.h"
 #include "engine/source_hanging.h"
 
-// What the parts of CppExprFormatter share: the state of one sweep. Each part is a file: the sweep with operators and
-// calls (cpp_expr_formatter.cpp), brackets with the commas in them (expr_groups.cpp), marks (expr_marks.cpp), and lines
-// that are kept or joined (expr_lines.cpp).
+// What the parts of CppExprFormatter share: the state of one sweep. Each part is a file: the sweep itself
+// (cpp_expr_formatter.cpp), the white space that is wanted between its tokens (expr_gaps.cpp), brackets with the commas
+// in them (expr_groups.cpp), marks (expr_marks.cpp), and lines that are kept or joined (expr_lines.cpp). Directives are
+// taken apart for it in expr_directives.cpp.
 namespace Tessel {
 
 inline bool isPresent(const OptionalText* setting) { return setting && setting->present; }

@@ -70,6 +70,12 @@ std::string withBlankLines(std::string_view wanted, std::string_view blanks) {
     return std::string(static_cast<std::size_t>(missing), '\n').append(wanted);
 }
 
+std::string onOneLine(std::string_view text) {
+    std::string result(text);
+    std::replace(result.begin(), result.end(), '\n', ' ');
+    return result;
+}
+
 bool isColumnGap(std::string_view text) {
     return text.size() > (text.starts_with('\t') ? 0 : 1) &&
            text.find_first_not_of(" \t") == std::string_view::npos;

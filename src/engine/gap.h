@@ -29,6 +29,9 @@ std::string_view trailingBlanks(std::string_view text);
 // White space with line feeds, and more of them where the blanks, which it takes the place of, have more.
 std::string withBlankLines(std::string_view wanted, std::string_view blanks);
 
+// The text with blanks for its line ends.
+std::string onOneLine(std::string_view text);
+
 // Nothing but blanks that bring what follows into a column: a tab, or several.
 bool isColumnGap(std::string_view text);
 

@@ -140,9 +140,7 @@ std::string_view CppFormatter::commentsOfElement(std::string_view gap) const {
     const std::string_view blanks = leadingBlanks(separator.substr(1));
     const std::string_view comments = separator.substr(1 + blanks.size());
     const bool areOnLine = !comments.empty() && isLineBreak(blanks) && !isLineBreak(trailingBlanks(comments));
-    return areOnLine && writer_.holdsOnlyComments(comments) && !writer_.holdsLineComment(comments)
-               ? comments
-               : std::string_view();
+    return areOnLine && writer_.holdsOnlyBlockComments(comments) ? comments : std::string_view();
 }
 
 // Begins the line that the gap, written but for its last blanks, ends in front of.
@@ -202,8 +200,7 @@ CppFormatter::ListStart CppFormatter::writeListStart(const Cpp::ParameterListNod
                                                      const CommaTexts& commas) {
     const Cpp::SyntaxNode& first = **list.childBegin();
     const std::string_view gap = writer_.readGap(first.start());
-    const bool isBehindComment = settings_.formatsOtherGaps && writer_.holdsOnlyComments(gap) &&
-                                 !writer_.holdsLineComment(gap) &&
+    const bool isBehindComment = settings_.formatsOtherGaps && writer_.holdsOnlyBlockComments(gap) &&
                                  (keepsLines() || gap.find('\n') == std::string_view::npos);
     if (isBehindComment) return writeCommentInFront(gap, afterOpen);
     if (isLineBreak(gap)) exprFormatter_.measureLineIndent(Keys::WRAP_INDENT, sourceFrom(first), gap);

@@ -75,6 +75,10 @@ bool SourceWriter::holdsOnlyComments(std::string_view piece) const {
     return holdsOpaque(piece) && !anyOpaque(piece, [](int kind) { return !Cpp::isComment(kind); });
 }
 
+bool SourceWriter::holdsOnlyBlockComments(std::string_view piece) const {
+    return holdsOpaque(piece) && !anyOpaque(piece, [](int kind) { return kind != Cpp::BlockComment; });
+}
+
 int SourceWriter::nextColumn() const { return columnToIndentFrom(*out_); }
 
 void SourceWriter::write(std::string_view piece) {

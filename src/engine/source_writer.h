@@ -76,6 +76,7 @@ public:
     bool holdsLineComment(std::string_view piece) const;
     // Whether comments stand in it, and nothing else of that kind.
     bool holdsOnlyComments(std::string_view piece) const;
+    bool holdsOnlyBlockComments(std::string_view piece) const;
     // The column at which the next character will appear, for what is to be indented from it.
     int nextColumn() const;
 

@@ -30,13 +30,12 @@ DataOffsetCalculator::DataOffsetCalculator(const PropertySet& scheme, const Zelm
       exprFormatter_(scheme, &source),
       marks_(scheme, tabSize()),
       afterType_(readText(scheme, Keys::WS_AFTER_DD_TYPE_ID)),
-      behindType_(afterType_.text),
+      behindType_(onOneLine(afterType_.text)),
       alignDataNames_(readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)),
       alignClassMembers_(readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT)),
       afterName_(readText(scheme, Keys::WS_AFTER_DD_NAME)),
       afterBracket_(readText(scheme, Keys::WS_AFTER_DD_RBRACKET)),
       keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)) {
-    std::ranges::replace(behindType_, '\n', ' ');
     afterType_.text = behindType_;
 }
 

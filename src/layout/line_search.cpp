@@ -12,7 +12,7 @@ namespace Tessel {
 
 namespace {
 
-constexpr std::int64_t kLineInWhole = 1000;         // where none was to begin
+constexpr std::int64_t kLineInWhole = 1000;  // where none was to begin
 constexpr int kBlanksBeforeComment = 2;
 
 }  // namespace
@@ -184,8 +184,8 @@ void LineSearch::putLines(const Way& way) {
     }
 }
 
-void LineSearch::note(Way& way, std::size_t place, int column) {
-    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column, 0});
+void LineSearch::note(Way& way, std::size_t place, int column, int split) {
+    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column, split});
     way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
 }
 

@@ -102,7 +102,7 @@ private:
     void goOn(Way& way, std::size_t place);
     void keepLightest();
     void putLines(const Way& way);
-    void note(Way& way, std::size_t place, int column);
+    void note(Way& way, std::size_t place, int column, int split = 0);
     void payOverflow(Way& way, int before, std::int64_t columnCost) const;
 
     // line_search_choices.cpp

@@ -105,8 +105,7 @@ int LineSearch::stayInColumn(Way& way, std::size_t place) {
     const int column = way.top.indent + listColumns_.offsetOf(place, static_cast<std::size_t>(way.top.columns));
     const int blanks = column - way.column;
     if (blanks <= gaps_[place]) return way.column + gaps_[place];
-    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), kPadded, blanks});
-    way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
+    note(way, place, kPadded, blanks);
     return column;
 }
 
@@ -221,8 +220,7 @@ void LineSearch::splitName(Way& way, std::size_t place, int start) {
     way.column = column + widths_[place] - behind;
     way.lineColumn = column;
     if (place == name_) way.top.last = column;
-    lines_.push_back({way.lines, static_cast<std::uint32_t>(place), column, behind});
-    way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
+    note(way, place, column, behind);
 }
 
 // A block that its line has no room for becomes one of several lines.

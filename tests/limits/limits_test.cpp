@@ -116,6 +116,7 @@ constexpr Nest kTexts[] = {
     {"braces", "int a[]=", "{", "}", ";"},
     {"calls", "void f(){", "g(", ")", ";}"},
     {"templates", "A", "<B", ">", " c;"},
+    {"arguments", "void f(){g<", "a<", " >", " >();}"},
     {"ternaries", "void f(){x=", "a?b:", "", "c;}"},
     {"unaries", "void f(){x=", "- ", "", "c;}"},
     {"marks", "int ", "*", "", "a;"},

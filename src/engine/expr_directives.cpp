@@ -1,0 +1,85 @@
+// #define f(a,b) a+b    →    #define f(a, b) a + b
+//
+// The parts of directives that are laid out as other code is.
+#include "engine/columns.h"
+#include "engine/cpp_expr_formatter.h"
+#include "engine/directive_parts.h"
+#include "engine/macro_bodies.h"
+#include "engine/opaque_text.h"
+#include "scheme/property_keys.h"
+#include "scheme/single_line.h"
+
+namespace Tessel {
+
+using Zelmor::IndentScope;
+using Zelmor::IndentState;
+using Zelmor::OIndentBuf;
+
+bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& out) {
+    if (!settings_.aroundPaste.present) return layOutParts(directive, out);
+    const std::string joined = withPasteGaps(directive, settings_.aroundPaste.text);
+    if (joined == directive) return layOutParts(directive, out);
+    const int column = sourceColumns().columnOf(directive);
+    if (!layOutParts(joined, out)) writeLines(joined, column, InnerBlanks::Convert, out);
+    return true;
+}
+
+// Says false where nothing is laid out; then nothing has been written.
+bool CppExprFormatter::layOutParts(std::string_view directive, OIndentBuf& out) {
+    if (!settings_.formatsDirectives) return false;
+    const DirectiveParts parts = partsOf(directive);
+    if (parts.areNone()) return false;
+    const bool isOneLine = directive.find('\n') >= directive.size() - 1;
+    const bool placesSplices = !isOneLine && (macroBodies_ || splices_.areAligned());
+    if (!placesSplices) return writeParts(directive, parts, out);
+    OIndentBuf lines{IndentState(out)};
+    if (!writeParts(directive, parts, lines)) {
+        if (!splices_.areAligned()) return false;
+        writeRendered(directive, lines);
+    }
+    writeRendered(splices_.placed(directive, lines.takeText(), out.column()), out);
+    return true;
+}
+
+// Says false where nothing in the directive is laid out; then nothing has been written.
+bool CppExprFormatter::writeParts(std::string_view directive, const DirectiveParts& parts, OIndentBuf& out) {
+    std::optional<std::string> body;
+    if (macroBodies_ && parts.body.length > 0) body = macroBodies_->laidOut(directive, parts, out.column());
+    if (!body && parts.parameters.length == 0 && parts.expression.length == 0) return false;
+    // A directive's line goes on only where a splice stands. It may stand in an expression, whose tokens stay.
+    if (!inDirectives_) inDirectives_ = std::make_unique<CppExprFormatter>(schemeOfDirectives(), source_, log());
+    const int start = columnToIndentFrom(out);
+    std::size_t written = 0;
+    OpaqueWriter rest(directive, InnerBlanks::Convert, out);
+    const auto writeBetween = [&](std::size_t end) {
+        out.startLine();
+        IndentScope noIndent(out, {});
+        rest.write(directive.substr(written, end - written));
+    };
+    for (const TextExtent& part : {parts.parameters, parts.expression}) {
+        if (part.length == 0) continue;
+        writeBetween(part.offset);
+        const bool hangsFromStart = parts.isCondition && settings_.operandIndent.present;
+        IndentScope indent(out, indentToColumn(out, hangsFromStart ? start : out.column()));
+        const std::string_view text = directive.substr(part.offset, part.length);
+        inDirectives_->formatExpression(text, out, nullptr,
+                                        hangsFromStart ? HangingLines::Text::Statement : HangingLines::Text::List);
+        written = part.offset + part.length;
+    }
+    if (body) {
+        writeBetween(parts.body.offset);
+        writeRendered(*body, out);
+        written = parts.body.offset + parts.body.length;
+    }
+    writeBetween(directive.size());
+    return true;
+}
+
+// Nothing ends lines; operands that begin some hang from the directive, where operands hang at all.
+PropertySet CppExprFormatter::schemeOfDirectives() const {
+    PropertySet lines = withoutLineEnds(scheme());
+    if (settings_.operandIndent.present) lines.setBool(Keys::HANGING_FROM_STATEMENT.name, true);
+    return lines;
+}
+
+}  // namespace Tessel

@@ -1,0 +1,216 @@
+// a+b   f (x)   (T) c    →    a + b   f(x)   (T)c
+//
+// What is wanted in front of a token, by what it does, or behind the one in front.
+#include "cpp/token_joining.h"
+#include "cpp/token_sets.h"
+#include "engine/expr_casts.h"
+#include "engine/expr_run.h"
+#include "engine/gap.h"
+#include "engine/operator_kinds.h"
+#include "engine/other_gaps.h"
+
+namespace Tessel {
+
+namespace {
+
+// `_` and `N_`, the marks of texts to be translated.
+bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_with('_'); }
+
+// `T (*f)(int)`, `T (&a)[2]`, `T (A::*m)(int)`: whether the "(" at `open`, which has a partner, stands around a mark
+// and a name.
+bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
+    std::size_t inside = nextPlace(tokens, open);
+    if (inside < tokens.size() && tokens[inside].token.text.ends_with("::")) inside = nextPlace(tokens, inside);
+    const int mark = kindAt(tokens, inside);
+    const int behind = kindAt(tokens, nextPlace(tokens, tokens[open].partner));
+    return (isPointerMark(mark) || mark == Cpp::LogicalAnd) &&
+           (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
+}
+
+}  // namespace
+
+// What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
+const OptionalText* CppExprFormatter::wantedAfter(const Run& run, std::size_t place) const {
+    const int kind = run.kindAt(place);
+    if (introducesWidth(run, place)) return &settings_.aroundBitFieldColon;
+    const bool isOperator = run.roleAt(place) == ExprRole::BinaryOperator ||
+                            (kind == Cpp::Semicolon && isPointerMark(run.kindAt(place + 1)));
+    // a ?: b
+    if (kind == Cpp::Question && run.kindAt(place + 1) == Cpp::Colon && run.sweep.blanksBehind().empty()) {
+        return &kNothing;
+    }
+    if (isOperator) return &settings_.afterOperator;
+    if (kind == Cpp::Comma) {
+        const CommaTexts* const commas = absentCommaOf(run, place);
+        return commas ? &commas->behind : nullptr;
+    }
+    if (kind != Cpp::StringLiteral || !wrapsLines() || isJoinedToNext(run, place)) return nullptr;
+    return run.kindFrom(place + 1) == Cpp::StringLiteral ? &kBlank : nullptr;
+}
+
+// The comma that the scheme has nothing for; null for others.
+const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t place) const {
+    if (run.kindAt(place) != Cpp::Comma || run.roleAt(place) != ExprRole::Separator) return nullptr;
+    const CommaTexts* commas = nullptr;
+    if (!run.groups.empty()) {
+        // Of an initialiser, those in rows that are kept go by another key.
+        const Group& group = run.groups.back();
+        const Trn::Token& close = run.tokens[group.close].token;
+        const bool isInRow = run.tokens[run.tokens[group.close].partner].token.start.line < close.start.line &&
+                             !isLineBreak(run.sweep.blanksBehind());
+        commas = group.kind == Group::Kind::Braces && !isInRow ? &settings_.commas.elements : commasOf(group);
+    } else if (run.mode == ExprMode::Declarators) {
+        commas = &settings_.commas.declarators;
+    }
+    return commas && commas->areAbsent() ? commas : nullptr;
+}
+
+// Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
+bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
+    if (place + 1 >= run.tokens.size()) return false;
+    const Trn::Token& literal = run.tokens[place].token;
+    const Trn::Token& next = run.tokens[place + 1].token;
+    return literal.offset + literal.length == next.offset && Cpp::wouldJoin(literal.text, next.text);
+}
+
+// Whether the comment in front of the token, on its line, tells which argument it is: `/*size=*/0`.
+bool CppExprFormatter::namesArgument(const Run& run, std::size_t place) {
+    const bool followsComment = place > 0 && run.kindAt(place - 1) == Cpp::BlockComment;
+    return followsComment && run.tokens[place - 1].token.text.ends_with("=*/") && !run.sweep.gap().empty() &&
+           run.sweep.gap().find_first_not_of(kBlanks) == std::string_view::npos;
+}
+
+// Of the gap in front of the current token, about which no token has anything to say.
+const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
+    const std::size_t place = run.sweep.place();
+    const std::string_view gap = run.sweep.gap();
+    if (namesArgument(run, place)) return isPresent(&settings_.otherGaps.none) ? &settings_.otherGaps.none : nullptr;
+    if (place == 0 || run.previous != place - 1 || (gap.empty() && !mayNeedBlank(run.previousKind()))) return nullptr;
+    if (gap.find_first_not_of(kBlanks) != gap.npos) return nullptr;
+    const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
+    const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;
+    const bool isThere = !log() && text.text == gap;
+    return wanted == OtherGap::AsItIs || isThere ? nullptr : &text;
+}
+
+// The ":" of a bit field, as opposed to operators and labels.
+bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
+    return run.mode == ExprMode::Declarators && run.kindAt(place) == Cpp::Colon &&
+           run.roleAt(place) == ExprRole::Operand;
+}
+
+// The "..." behind what is a pack, or is made one: `class... T`, `T... args`, `f(args...)`. Those of ranges,
+// `case a ... b`, and those that fold stand between operands.
+bool CppExprFormatter::startsEllipsis(const Run& run, std::size_t place) {
+    if (!isPack(run.tokens, place)) return false;
+    const int before = run.previousKind();
+    const bool followsType = before == Cpp::KeywordTypename || before == Cpp::KeywordClass ||
+                             before == Cpp::KeywordAuto || before == Cpp::KeywordSizeof ||
+                             isBuiltinTypeKeyword(before);
+    const bool followsOperand =
+        before == Cpp::Identifier || before == Cpp::CloseParen || run.previousRole() == ExprRole::TemplateClose;
+    switch (run.kindFrom(place + kDotsOfPack)) {
+        case Cpp::Comma:
+        case Cpp::CloseParen:
+        case Cpp::CloseBracket:
+        case Cpp::CloseBrace:
+        case Cpp::Greater:
+        case Cpp::ShiftRight:
+        case Trn::kEndKind: return followsType || followsOperand;
+        default: return followsType || (followsOperand && run.mode == ExprMode::Declaration);
+    }
+}
+
+// What the next token that is no comment or directive, which stands at `place`, wants in front of itself;
+// null when that is for the token before it to say.
+const OptionalText* CppExprFormatter::wantedBefore(const Run& run, std::size_t place) const {
+    if (run.previous == kNoToken) return nullptr;
+    // Nearly all tokens are operands, which want nothing.
+    const ExprRole role = run.roleAt(place);
+    if (role == ExprRole::Operand && run.mode != ExprMode::Declarators && !looksBehind_) return nullptr;
+    return wantedAtRole(run, place, role);
+}
+
+const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t place, ExprRole role) const {
+    const OptionalText* const behind = looksBehind_ ? wantedBehindPrevious(run, place) : nullptr;
+    if (isPresent(behind)) return behind;
+    if (introducesWidth(run, place)) return run.previousKind() == Cpp::Comma ? behind : &settings_.aroundBitFieldColon;
+    if (startsEllipsis(run, place)) return &settings_.beforeEllipsis;
+    switch (role) {
+        case ExprRole::BinaryOperator:
+            if (run.previousRole() == ExprRole::BinaryOperator || run.previousRole() == ExprRole::Separator) {
+                return behind;
+            }
+            if (settings_.formatsOtherGaps && run.previousRole() == ExprRole::GroupOpen) return behind;
+            return &settings_.beforeOperator;
+        case ExprRole::GroupOpen:
+            return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
+        case ExprRole::TemplateOpen:
+            if (behind || !settings_.formatsTypeArguments) return behind;
+            return run.previousKind() == Cpp::KeywordTemplate ? &settings_.beforeTemplateOpen : &kNothing;
+        case ExprRole::BraceOpen: return &settings_.beforeDataBrace;
+        case ExprRole::Name:
+            // Behind the text stands the name that the type is for, and the line end, where one is kept.
+            if (run.nameFollows && (run.groups.empty() || (run.keepsLines && run.typeWhitespace.hasLineFeed()))) {
+                return behind;
+            }
+            return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace
+                                                                                      : behind;
+        case ExprRole::Separator:
+            if (const CommaTexts* const commas = absentCommaOf(run, place)) return &commas->before;
+            return behind;
+        default: return behind;
+    }
+}
+
+// Of what the previous token ends: a cast, or "delete[]".
+const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
+    switch (run.previousKind()) {
+        case Cpp::CloseParen:
+            if (!startsCastOperand(run.tokens, run.previous, place)) return nullptr;
+            return isCastByBlank(run.tokens, run.previous, place) ? &kAsInInput : &settings_.afterCast;
+        case Cpp::CloseBracket: return endsDelete(run.tokens, run.previous) ? &settings_.afterDeleteBrackets : nullptr;
+        default: return nullptr;
+    }
+}
+
+// What is no name may: `T{}(a)`, and a type that a function returns, `function<void(int)>`, `MOCK(f, void(int))`.
+bool CppExprFormatter::takesArguments(const Run& run, std::size_t open) {
+    if (run.previousKind() == Cpp::CloseBrace) return run.previousRole() == ExprRole::Operand;
+    if (!isBuiltinTypeKeyword(run.previousKind()) || opensDeclarator(run.tokens, open)) return false;
+    const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
+    return isArgument || isWholeFunctionType(run, open);
+}
+
+// Nothing but a type and its parentheses, which declare no name: an element of a list by itself.
+bool CppExprFormatter::isWholeFunctionType(const Run& run, std::size_t open) {
+    const int ahead = run.previous == 0 ? Trn::kEndKind : run.kindBefore(run.previous);
+    const std::size_t close = run.tokens[open].partner;
+    if (close == kNoToken || (ahead != Trn::kEndKind && ahead != Cpp::Comma && ahead != Cpp::OpenParen)) return false;
+    const int behind = run.kindFrom(close + 1);
+    if (behind != Trn::kEndKind && behind != Cpp::Comma && behind != Cpp::CloseParen) return false;
+    const int first = run.kindFrom(open + 1);
+    return close == open + 1 || isBuiltinTypeKeyword(first) || Cpp::isQualifier(first);
+}
+
+const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
+    if (run.previousRole() == ExprRole::TemplateClose) {
+        const std::size_t open = run.tokens[run.previous].partner;
+        if (!isCastKeyword(run.kindBefore(open))) return nullptr;
+        return &firstPresent(settings_.beforeCastParen, settings_.afterOperator);
+    }
+    switch (run.previousKind()) {
+        case Cpp::Identifier: {
+            // The name in front is a type.
+            if (run.mode == ExprMode::Declaration && opensDeclarator(run.tokens, place)) return nullptr;
+            if (!isShortName(run.tokens[run.previous].token.text)) return &settings_.afterCallName;
+            return &firstPresent(settings_.afterShortCallName, settings_.afterCallName);
+        }
+        case Cpp::KeywordSizeof:
+        case Cpp::KeywordThrow: return &settings_.afterCallName;
+        default: break;
+    }
+    return settings_.formatsTypeArguments && takesArguments(run, place) ? &settings_.afterCallName : nullptr;
+}
+
+}  // namespace Tessel
