@@ -50,8 +50,11 @@ void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, i
     format(text, out, ExprMode::Declaration, kAsInInput, false, nullptr, HangingLines::Text::List, statementColumn);
 }
 
-void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, const OptionalText& typeWhitespace) {
+void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, const OptionalText& typeWhitespace,
+                                      LastMarks marks) {
+    lastMarks_ = marks;
     format(text, out, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
+    lastMarks_ = LastMarks::ByAnchor;
 }
 
 void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks) {

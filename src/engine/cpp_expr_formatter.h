@@ -52,7 +52,8 @@ public:
     void formatForClause(std::string_view text, Zelmor::OIndentBuf& out, int statementColumn);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the
     // two.
-    void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace);
+    void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
+                        LastMarks marks = LastMarks::ByAnchor);
     // What follows the type of a data declaration.
     void formatDeclarators(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr);
 
@@ -160,6 +161,7 @@ private:
     const MacroBodies* macroBodies_ = nullptr;
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
     ExprTokens exprTokens_;
+    LastMarks lastMarks_ = LastMarks::ByAnchor;
 };
 
 }  // namespace Tessel

@@ -148,6 +148,7 @@ private:
     void writeAsBlock(const Cpp::SyntaxNode& node);
     void writeRequiresClause(Cpp::ExprNode& clause);
     void copyPackDots(std::string_view gap);
+    LastMarks lastMarksOf(const Cpp::DataDeclNode& declaration, std::string_view type) const;
     void writeGapBehindBody(const Cpp::DataDeclNode& declaration);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
@@ -242,7 +243,8 @@ private:
 
     // Types in front of names (declared_type_rules.cpp).
     bool formatsArgumentsOf(std::string_view type) const;
-    void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks);
+    void writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks,
+                   LastMarks marks = LastMarks::ByAnchor);
     void writeAlignedType(std::string_view type, KeyId alignment, int offset);
     void writeOnOneLine(std::string_view text);
     void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);

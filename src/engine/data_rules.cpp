@@ -12,6 +12,7 @@
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
 #include "engine/source_copy.h"
+#include "engine/type_text.h"
 
 namespace Tessel {
 
@@ -86,7 +87,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
                     wanted.text = madeTexts_.keep(onOneLine(wanted.text));
                 }
                 const bool isKept = keepsBreak(front, wanted) && !isLineBreak(front);
-                writeType(front, isKept ? keptBreak(front) : wanted, true);
+                writeType(front, isKept ? keptBreak(front) : wanted, true, lastMarksOf(*declaration, front));
             }
             writer_.write(type.substr(end));
         }
@@ -94,6 +95,14 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
         copyThrough(*declaration->type());
     }
     formatDeclarators(*declaration, isAligned);
+}
+
+// The marks of several names stand against each, also in front of the first.
+LastMarks CppFormatter::lastMarksOf(const Cpp::DataDeclNode& declaration, std::string_view type) const {
+    if (!exprFormatter_.settings().betweenDeclarators.present || !endsWithMarks(type)) return LastMarks::ByAnchor;
+    const std::size_t length = offsetOf(source_, declaration.end()) - offsetOf(source_, declaration.name()->start());
+    const std::string_view declarators = sourceFrom(*declaration.name()).substr(0, length);
+    return hasMarkBehindComma(declarators) ? LastMarks::AgainstName : LastMarks::ByAnchor;
 }
 
 // `struct { int a; }  b;`

@@ -5,6 +5,8 @@
 
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "engine/expr_tokens.h"
+#include "engine/operator_kinds.h"
 
 namespace Tessel {
 
@@ -30,6 +32,17 @@ std::size_t firstBracketEnd(std::string_view text) {
 }
 
 }  // namespace
+
+bool hasMarkBehindComma(std::string_view declarators) {
+    ExprTokens tokens;
+    readExprTokens(declarators, ExprMode::Declarators, tokens);
+    for (std::size_t place = 0; place < tokens.size(); ++place) {
+        if (opensBracket(tokens, place)) place = tokens[place].partner;
+        const bool isComma = tokens[place].token.kind == Cpp::Comma;
+        if (isComma && isPointerMark(kindAt(tokens, nextPlace(tokens, place)))) return true;
+    }
+    return false;
+}
 
 std::string_view gapBehindName(std::string_view declarator) {
     const std::size_t nameEnd = std::min(declarator.find_first_of("[,( \t\n/#\\"), declarator.size());

@@ -7,6 +7,9 @@
 
 namespace Tessel {
 
+// Whether a "*" or "&" stands in front of one of the names behind the first.
+bool hasMarkBehindComma(std::string_view declarators);
+
 // The white space, or the place for it, behind the name that the declarator begins with, where a "[" or nothing
 // follows; and that behind the first "]", unless a comment does. Without data elsewhere.
 std::string_view gapBehindName(std::string_view declarator);

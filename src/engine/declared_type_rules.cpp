@@ -55,7 +55,8 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 }
 
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
-void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks) {
+void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks,
+                             LastMarks marks) {
     const bool isMade = isMadeByMacro(type);
     const bool formatsArguments = formatsArgumentsOf(type) && !isMade;
     const std::string_view words = trimRight(type);
@@ -63,7 +64,7 @@ void CppFormatter::writeType(std::string_view type, const OptionalText& whitespa
     const bool formatsWords = settings_.formatsOtherGaps && !isMade && isOnOneLine &&
                               (words.find("  ") != words.npos || words.find('\t') != words.npos);
     if (formatsMarks && (formatsArguments || formatsWords || endsWithMarks(type))) {
-        exprFormatter_.formatTypeText(type, out(), whitespace);
+        exprFormatter_.formatTypeText(type, out(), whitespace, marks);
     } else {
         writer_.writeMerged(type, whitespace);
     }

@@ -30,7 +30,8 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
-    const bool toName = marks.anchor == kAnchoredToName || isBehindComma;
+    const bool joinsName = lastMarks_ == LastMarks::AgainstName && endsText && isAnchored;
+    const bool toName = marks.anchor == kAnchoredToName || isBehindComma || joinsName;
     // int A::*member
     const bool isOfMember = formatsTypeArguments() && isAnchored && run.previous != kNoToken &&
                             run.tokens[run.previous].token.text.ends_with("::");
@@ -42,7 +43,7 @@ void CppExprFormatter::writeMarks(Run& run) {
         keepLine(run);
     } else if (!isAnchored || isBehindComma) {
         writeGapBefore(run);
-    } else if (marks.anchor == kAnchoredToType) {
+    } else if (marks.anchor == kAnchoredToType && !joinsName) {
         run.sweep.writeGapWith(marks.against);
     } else if (isNamed || marks.gap.present) {
         run.sweep.writeGapWith(apart);
