@@ -30,7 +30,8 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
-    const bool joinsName = lastMarks_ == LastMarks::AgainstName && endsText && isAnchored;
+    const bool startsLine = settings_.formatsOtherGaps && keepsLine(run);
+    const bool joinsName = isAnchored && (startsLine || (lastMarks_ == LastMarks::AgainstName && endsText));
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma || joinsName;
     // int A::*member
     const bool isOfMember = formatsTypeArguments() && isAnchored && run.previous != kNoToken &&

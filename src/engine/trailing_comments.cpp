@@ -26,6 +26,7 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
     comment.sourceColumn = columnIn(source_, offset);
     const bool goesOn = isBelowLast(written, comment);
     if (!goesOn) placeLast(written);
+    if (conditionals_.standsByEnd(offset)) return;
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
     comment.gapStart = lineStart + trimRight(std::string_view(written).substr(lineStart)).size();

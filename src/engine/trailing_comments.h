@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/conditional_comments.h"
 #include "engine/extension_settings.h"
 
 namespace Tessel {
@@ -15,6 +16,8 @@ namespace Tessel {
 //     int a;   // one            int a;    // one
 //     int bcd; // two            int bcd;  // two
 //              // and more                 // and more
+//
+// One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
     struct Columns {
@@ -24,7 +27,7 @@ public:
 
     // The settings are borrowed, as is the source.
     TrailingComments(const Columns& columns, std::string_view source, const ExtensionSettings& settings)
-        : columns_(columns), source_(source), settings_(settings) {}
+        : columns_(columns), source_(source), settings_(settings), conditionals_(source, settings.beforeLineComment.text) {}
 
     // The comment at `offset` of the source comes next behind what has been written. Those in front that it does not go
     // on with move to where they belong.
@@ -55,6 +58,7 @@ private:
     Columns columns_;
     std::string_view source_;
     const ExtensionSettings& settings_;
+    ConditionalComments conditionals_;
     Comments last_;              // those that share a column, and have not been placed
     std::size_t codeBelow_ = 0;  // where the first line begins, behind the last one looked at, that is no comment
 };
