@@ -38,6 +38,11 @@ NameOffsetCalculator::NameOffsetCalculator(const PropertySet& scheme, const Zelm
       keepsData_(readSwitch(scheme, Keys::DATA_DO_NOT_FORMAT)),
       alignsDataOnly_(ExtensionSettings(scheme).alignsDataOnly) {}
 
+void NameOffsetCalculator::visit(Cpp::ClassDeclNode* declaration) {
+    OffsetCalculator::visit(declaration);
+    lastClass_ = declaration;
+}
+
 void NameOffsetCalculator::visit(Cpp::ClassBodyNode* body) {
     visitMembers(*body);
     classBodyEnded_ = true;
@@ -49,6 +54,7 @@ void NameOffsetCalculator::visit(Cpp::DataDeclNode* declaration) {
         return;
     }
     if (alignsDataOnly_ && declaration->type() && declaresNoData(declaration->type()->text())) return;
+    if (alignsDataOnly_ && goesOnBehindBody(*declaration)) return;
     if (const std::optional<int> width = measure(declaration->type(), declaration->name())) {
         dataRun_.add(declaration);
         dataRun_.widen(*width);
@@ -89,6 +95,13 @@ void NameOffsetCalculator::flush() {
 
 int NameOffsetCalculator::offsetBehind(int widest) const {
     return widest > 0 ? roundUpToMultiple(widest + 1, tabSize()) : 0;
+}
+
+// `} __attribute__((packed)) name;`, which stands in no column.
+bool NameOffsetCalculator::goesOnBehindBody(const Cpp::DataDeclNode& declaration) const {
+    if (!lastClass_ || !lastClass_->body() || lastClass_->end() != lastClass_->body()->end()) return false;
+    const std::string_view between = textBetween(lastClass_->end(), declaration.start());
+    return between.size() >= 2 && isAllWhitespace(between.substr(1, between.size() - 2));
 }
 
 // Nothing when the declaration cannot be aligned. The lines of a type are joined where its name is aligned, which those

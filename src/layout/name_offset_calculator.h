@@ -25,6 +25,7 @@ public:
     ColumnMap takeFunctionOffsets() { return std::move(functionOffsets_); }
 
     using OffsetCalculator::visit;
+    void visit(Cpp::ClassDeclNode* declaration) override;
     void visit(Cpp::ClassBodyNode* body) override;
     void visit(Cpp::DataDeclNode* declaration) override;
     void visit(Cpp::FunctionDeclNode* declaration) override;
@@ -38,6 +39,7 @@ private:
     bool alignsData() const { return !keepsData_ && (alignDataNames_ || (alignClassMembers_ && inClassBody())); }
     bool alignsFunctions() const { return alignFnDeclNames_ || (alignClassMembers_ && inClassBody()); }
     int offsetBehind(int widest) const;
+    bool goesOnBehindBody(const Cpp::DataDeclNode& declaration) const;
     std::optional<int> measure(const Cpp::TypeNode* type, const Cpp::IdNode* name) const;
 
     MarkPlacement marks_;
@@ -47,6 +49,7 @@ private:
     bool keepsData_;
     bool alignsDataOnly_;
     bool classBodyEnded_ = false;  // and the run that began in it has not been closed yet
+    const Cpp::ClassDeclNode* lastClass_ = nullptr;
     DeclarationRun dataRun_;
     DeclarationRun functionRun_;
     ColumnMap dataOffsets_;
