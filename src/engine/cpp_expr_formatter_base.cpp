@@ -212,7 +212,8 @@ void CppExprFormatterBase::writeComments(std::string_view gap, OIndentBuf& out) 
 }
 
 void CppExprFormatterBase::writeComment(std::string_view text, OIndentBuf& out) {
-    const OuterLines outer = extensions_.keepsLineBreaks ? OuterLines::AsTheyWere : OuterLines::BelowStart;
+    const bool staysOutside = extensions_.keepsLineBreaks || extensions_.keepsLineIndent;
+    const OuterLines outer = staysOutside ? OuterLines::AsTheyWere : OuterLines::BelowStart;
     writeLines(text, columns_, InnerBlanks::Convert, out, outer);
 }
 

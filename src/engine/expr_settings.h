@@ -21,7 +21,7 @@ struct MarkSettings {
     OptionalText against;
 };
 
-// Where the marks at the end of a type stand: by their anchor, or, as those of the names behind it do, against the name.
+// Where the marks at the end of a type stand: by their anchor, or against the name, as those of the further names do.
 enum class LastMarks { ByAnchor, AgainstName };
 
 // What stands between tokens that no other key is about; both absent where that stays as it is.

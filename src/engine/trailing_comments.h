@@ -27,7 +27,10 @@ public:
 
     // The settings are borrowed, as is the source.
     TrailingComments(const Columns& columns, std::string_view source, const ExtensionSettings& settings)
-        : columns_(columns), source_(source), settings_(settings), conditionals_(source, settings.beforeLineComment.text) {}
+        : columns_(columns),
+          source_(source),
+          settings_(settings),
+          conditionals_(source, settings.beforeLineComment.text) {}
 
     // The comment at `offset` of the source comes next behind what has been written. Those in front that it does not go
     // on with move to where they belong.

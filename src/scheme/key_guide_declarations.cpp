@@ -108,14 +108,15 @@ void addData(std::vector<KeyGuide>& rows) {
                     "Template arguments in the types of data, in those that functions return, and in the names of "
                     "classes and functions, are laid out as others are, and so are types behind `using A =` and those "
                     "that pointers to functions return; with them what stands in the parentheses of a declarator and "
-                    "of a type.",
+                    "of a type, and the types of a lambda's parameters.",
                     "map<int,char *> a;\n",
                     {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\" or \";\".", "int a[2];\n"});
     rows.push_back({set(Keys::WS_AFTER_DD_RBRACKET, " "), group, "After the first \"]\".", "int a[2][3];\n"});
     rows.push_back({set(Keys::WS_BETWEEN_DECLARATORS, " "), group,
                     "Behind the commas between the names of one declaration, and between expressions; absent, those of "
-                    "names as in an initialiser, unless that breaks lines.", "int a,b;\n"});
+                    "names as in an initialiser, unless that breaks lines. With it, the marks of several names stand "
+                    "against each.", "int a,b;\n"});
     rows.push_back({set(Keys::WS_BEFORE_DECLARATOR_COMMA, " "), group,
                     "Before the commas between the names of one declaration, and between expressions; absent, those of "
                     "names as in an initialiser, unless that breaks lines.", "int a,b;\n"});
@@ -177,8 +178,9 @@ void addAlignment(std::vector<KeyGuide>& rows) {
                     "class A\n{\n    int f();\n    unsigned long size;\n};\n",
                     {set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
     rows.push_back({set(Keys::ALIGN_DATA_ONLY, true), group,
-                    "Forward declarations, friends, `typedef`, constructors, destructors and conversions neither stand "
-                    "in these columns nor end a run.", "struct A;\nunsigned long size;\nint count;\n",
+                    "Forward declarations, friends, `typedef`, constructors, destructors and conversions, and names "
+                    "behind the body of a class, neither stand in these columns nor end a run.",
+                    "struct A;\nunsigned long size;\nint count;\n",
                     {set(Keys::ALIGN_DD_NAMES_LEFT, true), set(Keys::TAB_SIZE, 4), set(Keys::CONVERT_WS, 1)}});
     rows.push_back({set(Keys::ALIGN_DD_INITIALIZERS, true), group, "The initialisers of data that follow each other.",
                     "int a = 1;\nint size = 2;\n",

@@ -82,7 +82,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n    a();b();\n}\n"});
     rows.push_back({set(Keys::WS_BEFORE_LINE_COMMENT, "  "), group,
                     "Between code and the // behind it. Such comments below each other stay in one column, with the "
-                    "lines of nothing but a comment that go on with one.", "int a; // why\n"});
+                    "lines of nothing but a comment that go on with one; one behind #else stays in the column of that "
+                    "behind its #endif.", "int a; // why\n"});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
                     "Absent: they stay where they are.", "void f()\n{\n    #if FAST\n    go();\n    #endif\n}\n",
