@@ -18,7 +18,7 @@ struct Place {
 };
 
 // Where the line begins that the "#" is the first text of; kNone for another "#".
-std::size_t lineStartOf(std::string_view source, std::size_t hash) {
+std::size_t lineOfHash(std::string_view source, std::size_t hash) {
     std::size_t start = hash;
     while (start > 0 && kBlanks.find(source[start - 1]) != kBlanks.npos) --start;
     return start == 0 || source[start - 1] == '\n' ? start : kNone;
@@ -38,7 +38,7 @@ void ConditionalComments::read() {
     isRead_ = true;
     std::vector<Place> groups;  // the comment behind the "#else" of each group that is open
     for (std::size_t hash = source_.find('#'); hash != kNone; hash = source_.find('#', hash + 1)) {
-        const std::size_t start = lineStartOf(source_, hash);
+        const std::size_t start = lineOfHash(source_, hash);
         if (start == kNone) continue;
         const std::string_view line = source_.substr(start, source_.find('\n', hash) - start);
         const std::string_view directive = line.substr(hash - start + 1);
