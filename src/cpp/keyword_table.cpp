@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
 
 #include "cpp/token_kind.h"
 
@@ -99,6 +101,16 @@ constexpr auto firstByLetter = [] {
     return first;
 }();
 
+// The lengths of the keywords of each first letter, a bit for each: most names have another.
+constexpr auto lengthsByLetter = [] {
+    std::array<std::uint32_t, kLetters> lengths{};
+    for (const Keyword& keyword : keywordTable) {
+        lengths[static_cast<std::size_t>(keyword.spelling.front() - 'a')] |= 1U << keyword.spelling.size();
+    }
+    return lengths;
+}();
+constexpr std::size_t kLengths = std::numeric_limits<std::uint32_t>::digits;
+
 constexpr std::string_view scopedOperatorWords[] = {"new", "delete", "operator"};
 
 }  // namespace
@@ -106,6 +118,7 @@ constexpr std::string_view scopedOperatorWords[] = {"new", "delete", "operator"}
 int keywordKind(std::string_view word) {
     if (word.empty() || word.front() < 'a' || word.front() > 'z') return Identifier;
     const auto letter = static_cast<std::size_t>(word.front() - 'a');
+    if (word.size() >= kLengths || (lengthsByLetter[letter] >> word.size() & 1U) == 0) return Identifier;
     for (std::size_t place = firstByLetter[letter]; place < firstByLetter[letter + 1]; ++place) {
         if (keywordTable[place].spelling == word) return keywordTable[place].kind;
     }

@@ -73,6 +73,7 @@ private:
     void recordOpaque(const Token& token);
 
     Token scanName();
+    Token scanWord(std::size_t end);
     Token scanQualifiedName();
     Token scanPrefixedLiteral(std::size_t quote, bool isRaw);
     Token splitScopedOperator(Token name, std::size_t scope);

@@ -33,7 +33,10 @@ std::size_t Lexer::behindWord(std::size_t place) const {
 // Most names are one word.
 Trn::Token Lexer::scanName() {
     const std::size_t end = behindWord(place_);
-    if (end < text_.size() && mayGoOn(text_[end])) return scanQualifiedName();
+    return end < text_.size() && mayGoOn(text_[end]) ? scanQualifiedName() : scanWord(end);
+}
+
+Trn::Token Lexer::scanWord(std::size_t end) {
     Token token = begin();
     place_ = end;
     finishPlain(token, keywordKind({text_.data() + token.offset, end - token.offset}));

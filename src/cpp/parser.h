@@ -44,6 +44,9 @@ public:
 
     // What the last parse has kept, in source order.
     const KeptItems& keptItems() const { return kept_; }
+    // The tokens that the last parse has read, for whom they are wanted. Those with a text of their own, where white
+    // space parts a name, have lost it.
+    std::shared_ptr<const Trn::TokenList> takeTokens() { return std::move(tokens_); }
 
 private:
     using TokenBuffer = Trn::TokenBuffer;
@@ -210,6 +213,7 @@ private:
     std::list<Tessel::Diagnostic> diagnostics_;
     TokenLinks links_;
     KeptItems kept_;
+    std::shared_ptr<const Trn::TokenList> tokens_;
     std::string_view className_;  // of the class whose body is read
     int itemMessages_ = 0;        // about the item that is read, but for those about the items in its body
     int depth_ = 0;               // of constructs inside constructs

@@ -51,6 +51,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     foldUnreadBranches(text);
     links_ = TokenLinks(text);
     TokenBuffer tokens(std::move(text));
+    tokens_ = tokens.list();
     RootNode tree;
     try {
         if (foreign) throw ParseEnded{*foreign, kObjectiveC};

@@ -71,7 +71,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     ExprTokens& tokens = blocks || isLong ? ownTokens : exprTokens_;
     if (isLong) tokens.reserve(text.size() / 2);  // what tables of numbers do not exceed
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(), &markers(),
-                   lambdaParameters());
+                   lambdaParameters(), &sourceTokens_);
     Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;

@@ -12,6 +12,7 @@
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/line_splices.h"
+#include "engine/source_tokens.h"
 
 namespace Tessel {
 
@@ -63,6 +64,8 @@ public:
 
     // What lays out the statements that macros stand for, borrowed; without it they are kept.
     void setMacroBodies(const MacroBodies& bodies) { macroBodies_ = &bodies; }
+    // Those of the document that the texts are views of; without them the texts are lexed.
+    void setSourceTokens(std::shared_ptr<const Trn::TokenList> tokens) { sourceTokens_ = SourceTokens(std::move(tokens)); }
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }
@@ -154,6 +157,7 @@ private:
     void measureLine(const Run& run) const;
 
     const Zelmor::TextDocument* source_;
+    SourceTokens sourceTokens_;
     ExprSettings settings_;
     bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;

@@ -35,6 +35,10 @@ public:
     CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, const FormatOptions& options,
                  const LayoutPasses& passes, LayoutObserver* observer);
 
+    // Null where the source has not been lexed.
+    void setSourceTokens(std::shared_ptr<const Trn::TokenList> tokens) {
+        exprFormatter_.setSourceTokens(std::move(tokens));
+    }
     // What need not be formatted: it is copied. Borrowed.
     void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
 

@@ -5,12 +5,14 @@
 #include "engine/expr_brackets.h"
 #include "engine/expr_regions.h"
 #include "engine/expr_roles.h"
+#include "engine/source_tokens.h"
 
 namespace Tessel {
 
 namespace {
 
-void lexPiece(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens) {
+void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens, SourceTokens* source) {
+    if (source && source->add(text, first, last, tokens)) return;
     Cpp::Lexer lexer(text.substr(first, last - first));
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         ExprToken& added = tokens.emplace_back();
@@ -40,11 +42,12 @@ bool opensBlock(const ExprTokens& tokens, std::size_t open) {
 }
 
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
-                    std::span<const TextExtent> blocks, const MarkerPairs* markers, LambdaParameters parameters) {
+                    std::span<const TextExtent> blocks, const MarkerPairs* markers, LambdaParameters parameters,
+                    SourceTokens* source) {
     tokens.clear();
     std::size_t place = 0;
     for (const TextExtent& block : blocks) {
-        lexPiece(text, place, block.offset, tokens);
+        readPiece(text, place, block.offset, tokens, source);
         ExprToken& added = tokens.emplace_back();
         added.role = ExprRole::Block;
         added.token.kind = Cpp::CloseBrace;
@@ -53,7 +56,7 @@ void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
         added.token.text = text.substr(block.offset, block.length);
         place = block.offset + block.length;
     }
-    lexPiece(text, place, text.size(), tokens);
+    readPiece(text, place, text.size(), tokens, source);
     if (markers) mergeRegions(*markers, tokens);
     matchBrackets(tokens, mode, parameters);
     findRoles(tokens, mode);

@@ -94,12 +94,14 @@ struct TextExtent {
     std::size_t length = 0;
 };
 
-// Lexes a text into `tokens` (which is cleared first) and finds every token's role. The blocks, in order, are not
-// looked into, nor are regions between the markers, which may be null. One pass over the text and three over the
-// tokens, whatever the nesting.
+class SourceTokens;
+
+// Lexes a text into `tokens` (which is cleared first), or takes them from the source's, which may be null, and finds
+// every token's role. The blocks, in order, are not looked into, nor are regions between the markers, which may be
+// null. One pass over the text and three over the tokens, whatever the nesting.
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
                     std::span<const TextExtent> blocks = {}, const MarkerPairs* markers = nullptr,
-                    LambdaParameters parameters = LambdaParameters::LikeOperands);
+                    LambdaParameters parameters = LambdaParameters::LikeOperands, SourceTokens* source = nullptr);
 
 // Whether the "{" at `open` begins statements, as those of a lambda do.
 bool opensBlock(const ExprTokens& tokens, std::size_t open);

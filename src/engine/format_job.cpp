@@ -78,6 +78,7 @@ struct ParsedText {
 
     Zelmor::TextDocument text;
     Cpp::OpaqueTokens opaque;
+    std::shared_ptr<const Trn::TokenList> tokens;  // null for what has become of another
     Cpp::RootNode root;
     KeptRegions regions;  // in order
     SameLines sameLines;  // as in the text that it has come from
@@ -88,6 +89,7 @@ std::list<Diagnostic> parse(Cpp::Parser& parser, ParsedText& source) {
     std::list<Diagnostic> messages;
     Cpp::Lexer lexer(source.text.text(), source.opaque);
     parser.parse(lexer, source.root, messages);
+    source.tokens = parser.takeTokens();
     messages.remove_if([](const Diagnostic& message) { return message.severity == Warning; });
     return messages;
 }
@@ -196,6 +198,7 @@ struct Stages {
     std::string format(ParsedText& source, const Listener& listener) const {
         CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
         formatter.setSettledLines(source.sameLines);
+        formatter.setSourceTokens(std::move(source.tokens));
         source.root.accept(formatter);
         if (!wrapsLines) Cpp::RootNode().swap(source.root);
         source.addRegions(formatter.regionsInExpressions());
@@ -232,7 +235,7 @@ struct Stages {
 struct Fingerprint {
     Fingerprint() = default;
     explicit Fingerprint(std::string_view text) : size(text.size()), hash(std::hash<std::string_view>()(text)) {}
-    friend bool operator==(const Fingerprint&, const Fingerprint&) = default;
+    bool isOf(std::string_view text) const { return text.size() == size && Fingerprint(text).hash == hash; }
 
     std::size_t size = 0;
     std::size_t hash = 0;
@@ -246,15 +249,14 @@ std::string withLinesWrapped(const Stages& stages, ParsedText& source, std::stri
     auto formatted = std::make_unique<ParsedText>(source, std::move(text));
     for (int rounds = stages.extensions.keepsLineBreaks ? kWrappingRounds : 1;; --rounds) {
         std::string wrapped = stages.wrap(*formatted);
-        const Fingerprint wrappedNow(wrapped);
-        if (rounds == 1 || wrapped == formatted->text.text() || wrappedNow == wrappedBefore) return wrapped;
-        wrappedBefore = wrappedNow;
+        if (rounds == 1 || wrapped == formatted->text.text() || wrappedBefore.isOf(wrapped)) return wrapped;
         ParsedText again(*formatted, std::move(wrapped));
         const Fingerprint formattedBefore(formatted->text.text());
         formatted.reset();
         std::string formattedAgain = stages.format(again, {});
-        if (Fingerprint(formattedAgain) == formattedBefore) return again.text.takeText();
+        if (formattedBefore.isOf(formattedAgain)) return again.text.takeText();
         if (!stages.hasLongLines(formattedAgain)) return formattedAgain;
+        wrappedBefore = Fingerprint(again.text.text());
         formatted = std::make_unique<ParsedText>(again, std::move(formattedAgain));
     }
 }

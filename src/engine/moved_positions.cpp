@@ -32,7 +32,7 @@ Trn::Position MovedPositions::moved(Trn::Position position) {
     const std::uint32_t beyondLineFeed = position.column == 0 ? 1 : 0;
     const std::uint32_t line = sameLines_.lineAfter(position.line - beyondLineFeed);
     if (line > 0) return {line + beyondLineFeed, position.column};
-    const std::size_t offset = movedEnd(offsetOf(source_, position));
+    const std::size_t offset = movedEndByText(offsetOf(source_, position));
     while (line_ < result_.lineCount() && result_.offsetOf(line_ + 1, 0) <= offset) ++line_;
     while (result_.offsetOf(line_, 0) > offset) --line_;
     const std::size_t column = offset - result_.offsetOf(line_, 0);
@@ -40,6 +40,16 @@ Trn::Position MovedPositions::moved(Trn::Position position) {
 }
 
 std::size_t MovedPositions::movedEnd(std::size_t end) {
+    if (end == 0) return 0;
+    // A line end belongs to the line that it ends.
+    while (source_.offsetOf(sourceLine_ + 1, 0) < end) ++sourceLine_;
+    while (source_.offsetOf(sourceLine_, 0) >= end) --sourceLine_;
+    const std::uint32_t line = sameLines_.lineAfter(static_cast<std::uint32_t>(sourceLine_));
+    if (line == 0) return movedEndByText(end);
+    return result_.offsetOf(static_cast<int>(line), 0) + end - source_.offsetOf(sourceLine_, 0);
+}
+
+std::size_t MovedPositions::movedEndByText(std::size_t end) {
     passUpTo(end);
     const std::size_t place = sides_.resultPlace();
     const bool endsLine = end > 0 && source_.text()[end - 1] == '\n';

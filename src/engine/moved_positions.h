@@ -30,6 +30,7 @@ public:
     std::size_t movedStart(std::size_t start) { return movedEnd(start + 1) - 1; }
 
 private:
+    std::size_t movedEndByText(std::size_t end);
     void passUpTo(std::size_t offset);
 
     const Zelmor::TextDocument& source_;
@@ -38,6 +39,7 @@ private:
     SideBySide sides_;
     std::vector<SideBySide> passed_;  // the states that `sides_` had every so often, in order
     int line_ = 1;                    // of the result, where the search for the next place starts
+    int sourceLine_ = 1;              // the same of the source
 };
 
 }  // namespace Tessel

@@ -42,7 +42,7 @@ protected:
     // What is the same in both, white space too.
     void passEqual(std::size_t offset) {
         const std::size_t length =
-            equalLength(source_.substr(sourcePlace_, offset - sourcePlace_), result_.substr(resultPlace_));
+            equalLength(source_.substr(sourcePlace_), result_.substr(resultPlace_), offset - sourcePlace_);
         sourcePlace_ += length;
         resultPlace_ += length;
     }

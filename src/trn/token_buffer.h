@@ -40,6 +40,8 @@ public:
     TokenBuffer slice(Index first, Index last) const;
     // That all tokens were read from: a token's own text may stand elsewhere.
     std::string_view source() const { return tokens_->source(); }
+    // All of them.
+    std::shared_ptr<const TokenList> list() const { return tokens_; }
     // The place of this buffer's first token.
     Index begin() const { return begin_; }
 

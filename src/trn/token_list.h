@@ -26,6 +26,9 @@ public:
     int kind(Index place) const { return entries_[place].kind; }
     void setKind(Index place, int kind) { entries_[place].kind = static_cast<std::int8_t>(kind); }
     Token operator[](Index place) const;
+    // Where the token begins and ends in the text.
+    std::size_t offset(Index place) const { return entries_[place].offset; }
+    std::size_t endOffset(Index place) const;
 
     // Puts the token at `from` into `to`, whatever stands there.
     void move(Index from, Index to) { entries_[to] = entries_[from]; }
@@ -76,6 +79,11 @@ inline Token TokenList::operator[](Index place) const {
     const Position start{entry.line, entry.offset + 1 - lineStarts_[entry.line]};
     const std::string_view text(source_.data() + entry.offset, entry.length);
     return {entry.kind, start, endInLine(start, entry.length), entry.offset, entry.length, entry.valueType, text};
+}
+
+inline std::size_t TokenList::endOffset(Index place) const {
+    const Entry& entry = entries_[place];
+    return entry.offset + (entry.length == 0 ? special_[entry.line].length : std::uint32_t{entry.length});
 }
 
 // The first token of a line tells where the line starts.
