@@ -94,14 +94,17 @@ public:
 
     // In the order of their ends, inner ones in front of those around them.
     std::vector<Fold> run() {
-        for (Place place = 0; place < tokens_.size(); ++place) take(place);
+        const auto end = static_cast<Place>(tokens_.size());
+        for (Place place = 0; place < end; ++place) {
+            const int kind = tokens_.kind(place);
+            if (!isTrivia(kind)) last_ = place;
+            if (isBracket(kind) || kind == Directive) take(place, kind);
+        }
         return std::move(folds_);
     }
 
 private:
-    void take(Place place) {
-        const int kind = tokens_.kind(place);
-        if (!isTrivia(kind)) last_ = place;
+    void take(Place place, int kind) {
         switch (kind) {
             case OpenParen:
             case OpenBracket:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -16,9 +17,24 @@ constexpr std::uint32_t kNoLink = kPlaceMask;
 constexpr std::uint32_t kIsTrivia = 0x80000000;
 constexpr std::uint32_t kHoldsStatements = 0x40000000;
 
-bool beginsStatement(int kind) {
+constexpr bool beginsStatement(int kind) {
     return isControlKeyword(kind) || isJumpKeyword(kind) || kind == KeywordCase;
 }
+
+// What links begin or end at, and what tells something of those around it; most tokens do neither.
+constexpr auto kLinkedKinds = [] {
+    std::array<bool, std::numeric_limits<std::int8_t>::max() + 1> linked{};
+    for (const int kind : {OpenParen, OpenBracket, OpenBrace, CloseParen, CloseBracket, CloseBrace, Less, Greater, ShiftRight,
+                           Semicolon, Assign}) {
+        linked[static_cast<std::size_t>(kind)] = true;
+    }
+    for (std::size_t kind = 0; kind < linked.size(); ++kind) {
+        linked[kind] |= isTrivia(static_cast<int>(kind)) || beginsStatement(static_cast<int>(kind));
+    }
+    return linked;
+}();
+
+bool isLinked(int kind) { return kind < 0 || kLinkedKinds[static_cast<std::size_t>(kind)]; }
 
 }  // namespace
 
@@ -32,8 +48,14 @@ public:
         links_.assign(tokens_.size(), kNoLink);
         Place firstTrivia = 0;
         Place triviaCount = 0;
-        for (Place place = 0; place < tokens_.size(); ++place) {
-            if (isTrivia(tokens_.kind(place))) {
+        const auto end = static_cast<Place>(tokens_.size());
+        for (Place place = 0; place < end; ++place) {
+            const int kind = tokens_.kind(place);
+            if (triviaCount == 0 && !isLinked(kind)) {
+                pass(kind);
+                continue;
+            }
+            if (isTrivia(kind)) {
                 if (triviaCount++ == 0) firstTrivia = place;
                 continue;
             }
@@ -80,6 +102,10 @@ private:
             default:
                 if (beginsStatement(kind)) markStatements();
         }
+        pass(kind);
+    }
+
+    void pass(int kind) {
         beforePrevious_ = previous_;
         previous_ = kind;
     }

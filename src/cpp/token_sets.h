@@ -20,6 +20,10 @@ constexpr bool isTrivia(int kind) {
     return kind == Directive || isComment(kind) || isRegion(kind);
 }
 
+constexpr bool isBracket(int kind) {
+    return (kind >= OpenParen && kind <= CloseBrace) || kind == OpenBracket || kind == CloseBracket;
+}
+
 // No more tokens can be made sense of: the end, or a malformed literal.
 constexpr bool endsTokens(int kind) {
     return kind == Trn::kEndKind || kind == Unknown;
