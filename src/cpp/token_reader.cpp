@@ -48,7 +48,7 @@ void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn
 
 Trn::TokenList readTokens(Lexer& lexer) {
     // Most texts have fewer tokens. What is not needed is never touched.
-    constexpr std::size_t charactersToToken = 8;
+    constexpr std::size_t charactersToToken = 4;
     Trn::TokenList tokens(lexer.text());
     tokens.reserve(lexer.text().size() / charactersToToken + 1);
     std::size_t previous = 0;  // the last token that is no comment

@@ -65,7 +65,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                               const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
                               HangingLines::Text hanging, std::optional<int> statementColumn) {
     // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
-    constexpr std::size_t longText = 64 * 1024;
+    constexpr std::size_t longText = 8 * 1024;
     ExprTokens ownTokens;
     const bool isLong = text.size() > longText;
     ExprTokens& tokens = blocks || isLong ? ownTokens : exprTokens_;
