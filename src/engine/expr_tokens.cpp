@@ -1,5 +1,6 @@
 #include "engine/expr_tokens.h"
 
+#include "cpp/keyword_names.h"
 #include "cpp/lexer.h"
 #include "cpp/token_sets.h"
 #include "engine/expr_brackets.h"
@@ -14,13 +15,20 @@ namespace {
 void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens, SourceTokens* source) {
     if (source && source->add(text, first, last, tokens)) return;
     Cpp::Lexer lexer(text.substr(first, last - first));
+    Cpp::KeywordNames names;
+    std::size_t previous = 0;  // the last token that is no comment or directive
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         ExprToken& added = tokens.emplace_back();
         added.token = token;
         added.token.offset += static_cast<std::uint32_t>(first);
         // The lexer's own text would end with the lexer.
         added.token.text = text.substr(added.token.offset, token.length);
-        if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
+        if (names.endsNameAt(token.kind)) tokens[previous].token.kind = Cpp::Identifier;
+        if (Cpp::isTrivia(token.kind)) {
+            added.role = ExprRole::Trivia;
+        } else {
+            previous = tokens.size() - 1;
+        }
     }
 }
 
