@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <utility>
@@ -56,6 +57,24 @@ std::vector<std::string> schemeDirectories() {
         directories.push_back(std::move(directory));
     }
     return directories;
+}
+
+// Nothing where the file is no scheme.
+std::optional<SchemeSummary> summaryOf(const std::string& file) {
+    const std::string text = readTextIfAny(file);
+    std::istringstream in(text);
+    const Tessel::PropertySet scheme(in);
+    if (in.fail()) return std::nullopt;
+    return SchemeSummary{scheme.getName(), file, describe(text)};
+}
+
+std::vector<SchemeSummary> schemesIn(const std::string& directory) {
+    std::vector<SchemeSummary> schemes;
+    for (const std::string& fileName : TesselUI::PropertySetStore::findPSFiles(directory)) {
+        if (fileName.starts_with('.')) continue;
+        if (auto scheme = summaryOf(directory + fileName)) schemes.push_back(std::move(*scheme));
+    }
+    return schemes;
 }
 
 bool isFile(const std::string& chosen) {
@@ -128,13 +147,8 @@ std::vector<SchemeSummary> listSchemes() {
     std::vector<SchemeSummary> schemes;
     std::set<std::string> names;
     for (const std::string& directory : schemeDirectories()) {
-        for (const std::string& fileName : TesselUI::PropertySetStore::findPSFiles(directory)) {
-            if (fileName.starts_with('.')) continue;
-            const std::string text = readTextIfAny(directory + fileName);
-            std::istringstream in(text);
-            const Tessel::PropertySet scheme(in);
-            if (in.fail() || !names.insert(scheme.getName()).second) continue;
-            schemes.push_back({scheme.getName(), directory + fileName, describe(text)});
+        for (SchemeSummary& scheme : schemesIn(directory)) {
+            if (names.insert(scheme.name).second) schemes.push_back(std::move(scheme));
         }
     }
     return schemes;
@@ -153,8 +167,13 @@ std::vector<Tessel::PropertySet> shippedSchemes() {
 
 std::string schemeFile(const std::string& nameOrFile) {
     if (isFile(nameOrFile)) return nameOrFile;
-    for (const SchemeSummary& scheme : listSchemes()) {
-        if (scheme.name == nameOrFile) return scheme.file;
+    for (const std::string& directory : schemeDirectories()) {
+        // Nearly always that is it; the others need not be read.
+        const std::string usualFile = directory + nameOrFile + std::string(ending);
+        if (const auto usual = summaryOf(usualFile); usual && usual->name == nameOrFile) return usualFile;
+        for (const SchemeSummary& scheme : schemesIn(directory)) {
+            if (scheme.name == nameOrFile) return scheme.file;
+        }
     }
     throw Failure("there is no scheme named \"" + nameOrFile + "\"\nSchemes: " + namesOfSchemes() +
                   "\nA file is given by its path: ./" + nameOrFile + std::string(ending));
