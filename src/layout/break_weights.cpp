@@ -19,7 +19,7 @@ constexpr int kTemplateDepth = 12;
 
 constexpr int kShiftWeight = 1;
 constexpr int kBehindWord = 3;
-constexpr int kBehindLabel = 25;  // "name: " << value
+constexpr int kBehindLabel = 25;  // "name: " << value, "name=" + value
 constexpr int kColonOfLoop = 2;
 constexpr int kBaseClauses = 3;
 constexpr int kPureSpecifier = 500;  // the "0" of "= 0"
@@ -181,13 +181,12 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
             const bool isBehindHead = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
             return isBehindHead ? kPureSpecifier : kDefaultValue;
         }
-        return static_cast<int>(before);
+        return tokens_[left].token.kind == Cpp::Plus && namesValue(left) ? kBehindLabel : static_cast<int>(before);
     }
     if (rank != OperandRank::None) {
         if (!leadsLine(place)) return kNoBreak;
         if (tokens_[place].token.kind != Cpp::ShiftLeft) return static_cast<int>(rank);
-        const bool isOnly = scopes_.at(place).isFirstOperator && scopes_.at(place).nextOperator == kNoToken;
-        return !isOnly && isLabel(tokens_[left]) ? kBehindLabel : kShiftWeight;
+        return namesValue(place) ? kBehindLabel : kShiftWeight;
     }
     const bool isClass = text_ == WeighedText::Class;
     const std::size_t colon = isClass ? place : left;
@@ -196,6 +195,12 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
     }
     if (!closesPlacement(left) && startsCastOperand(tokens_, left, place)) return kCastOperand;
     return weightOfWord(left, place);
+}
+
+// Whether what stands in front of the operator names what stands behind it, and is not all that does.
+bool BreakWeights::namesValue(std::size_t place) const {
+    const bool isOnly = scopes_.at(place).isFirstOperator && scopes_.at(place).nextOperator == kNoToken;
+    return !isOnly && place > 0 && isLabel(tokens_[place - 1]);
 }
 
 // The ")" of `new (place) T()`.

@@ -54,6 +54,7 @@ private:
     int weightBehindOpen(std::size_t open, std::size_t place) const;
     int weightOfMember(std::size_t place) const;
     int weightOfOperator(std::size_t left, std::size_t place) const;
+    bool namesValue(std::size_t place) const;
     bool closesPlacement(std::size_t place) const;
     int weightOfAnnotation(std::size_t place) const;
     int weightOfWord(std::size_t left, std::size_t place) const;
