@@ -1,5 +1,8 @@
 #include "engine/hanging_lines.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "cpp/token_kind.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
@@ -167,25 +170,26 @@ bool HangingLines::continuesLiteral(std::size_t place) const {
 
 void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (startsLine) lineColumn_ = column;
-    if (chains_) columns_[place] = column;
     if (isTrivia(place)) return passComment(place, column);
-    while (levels_.size() > 1 && levels_.back().close == place) levels_.pop_back();
-    passInLevel(place, column, startsLine);
+    while (levels_.size() > 1 && levels_.back().close == place) closeLevel(place);
+    const int start = std::exchange(levels_.back().comment, kNone);
+    const int operandColumn = start == kNone ? column : start;
+    if (chains_) columns_[place] = operandColumn;
+    passInLevel(place, operandColumn, startsLine);
     if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
     previous_ = place;
     if (opensBracket(tokens_, place)) open(place);
 }
 
-// One in front of an element on its line counts to it.
+// One in front of an operand on its line counts to it.
 void HangingLines::passComment(std::size_t place, int column) {
     Level& level = levels_.back();
     const Trn::Token& comment = tokens_[place].token;
     const std::size_t next = skipTrivia(place + 1);
-    const bool leadsElement = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
+    const bool leadsOperand = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
                               tokens_[next].token.start.line == comment.end.line;
-    if (!leadsElement) return;
-    if (level.first == kNone) level.first = column;
-    if (level.element == kNone) level.element = column;
+    const bool startsOperand = level.element == kNone || level.awaitsOperand || level.awaitsLater;
+    if (leadsOperand && startsOperand && level.comment == kNone) level.comment = column;
 }
 
 void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
@@ -241,15 +245,34 @@ void HangingLines::open(std::size_t place) {
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
     const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
     const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine && !isOneOfMany;
-    level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn_;
+    // The arguments behind those of a template hang from where the name of the template stands.
+    const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
+    const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
+    level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
     level.lineColumn = lineColumn_;
     level.contents = columnInCall(outer, place);
-    if (level.contents == kNone && chains_ && tokens_[place].token.kind == Cpp::OpenParen) {
+    const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
+    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {
         level.call = columnOfCall(outer);
         if (level.call == kNone && isInFirst) level.call = outer.call;
         if (level.call != kNone) level.contents = wrapped(level.call);
+        if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
     }
     levels_.push_back(level);
+}
+
+void HangingLines::closeLevel(std::size_t place) {
+    if (tokens_[place].role == ExprRole::TemplateClose) {
+        templateClose_ = place;
+        templateLineColumn_ = levels_.back().lineColumn;
+    }
+    levels_.pop_back();
+}
+
+// Where the arguments hang of a template that stands between parentheses: not in front of what these begin with.
+int HangingLines::columnInParentheses(const Level& outer, const Level& level) const {
+    if (tokens_[outer.bracket].token.kind != Cpp::OpenParen || outer.first == kNone) return level.contents;
+    return std::max(outer.first, level.contents == kNone ? wrapped(level.base) : level.contents);
 }
 
 // From where the ":" of a "?" hangs: the first condition, where several follow each other.

@@ -73,6 +73,7 @@ private:
         int base = 0;              // from where lines are indented while there is no element
         int lineColumn = 0;        // of the line with the bracket
         bool startedLine = false;  // its first token did
+        int comment = kNone;       // of those in front of the operand that comes next, on its line
         int first = kNone;
         int element = kNone;
         int operand = kNone;  // the first behind "=" or "return"
@@ -106,6 +107,8 @@ private:
     void passComment(std::size_t place, int column);
     void passInLevel(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
+    void closeLevel(std::size_t place);
+    int columnInParentheses(const Level& outer, const Level& level) const;
     int columnInCall(const Level& outer, std::size_t open) const;
     int columnOfQuestion(const Level& level, std::size_t place, int column) const;
     int columnOfCall(const Level& outer) const;
@@ -118,6 +121,8 @@ private:
     std::vector<int> columns_;             // of the tokens then
     int lineColumn_;
     int literalColumn_ = kNone;        // of the first of the literals that follow each other
+    std::size_t templateClose_ = kNoToken;  // the last one
+    int templateLineColumn_ = 0;            // of the line on which its template's arguments begin
     std::size_t previous_ = kNoToken;  // the last token that is no comment or directive
 };
 
