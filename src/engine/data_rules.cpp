@@ -145,9 +145,11 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const std::string_view name = writer_.readGap(tail->start());
     const std::string_view written = trimRight(name);
     const std::size_t end = lineEndBehind(name);
+    const bool startsLine = keepsLines() && !out().lineHasText();
     writeDataName(name.substr(0, end), isAligned, true);
     writeTailGap(declaration, written, name.substr(end), isAligned);
-    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies());
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(),
+                     startsLine ? HangingLines::Text::DeclaratorsInLine : HangingLines::Text::Declarators);
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.

@@ -34,6 +34,7 @@ HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn
     : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();
     const bool isInList = text == Text::List || text == Text::Element;
+    namesInLine_ = text == Text::DeclaratorsInLine;
     level.kind = isInList ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
@@ -47,6 +48,21 @@ void HangingLines::hangCommasFrom(int statementColumn) {
     if (indents_.commas) levels_.front().behindComma = wrapped(statementColumn);
 }
 
+void HangingLines::startInLineOf(int column) {
+    lineColumn_ = column;
+    if (chains_ && namesInLine_) levels_.front().base = column;
+}
+
+std::optional<int> HangingLines::columnOfBlock() const {
+    if (!chains_) return std::nullopt;
+    for (std::size_t inner = levels_.size() - 1; inner > 0; --inner) {
+        const Level& outer = levels_[inner - 1];
+        const bool isOneOfMany = outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
+        if (isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone) return outer.first;
+    }
+    return std::nullopt;
+}
+
 int HangingLines::columnFor(std::size_t place) const {
     const Level& level = levels_.back();
     const std::size_t next = skipTrivia(place);
@@ -56,7 +72,7 @@ int HangingLines::columnFor(std::size_t place) const {
         const bool isComment = next != place;
         if (isComment) return level.first != kNone ? level.first : columnOfContents(level);
         const bool standsUnderFirst =
-            level.kind != Level::Kind::Braces && level.first != kNone && !level.startedLine;
+            !level.isBraced() && level.first != kNone && !level.startedLine;
         return standsUnderFirst ? level.first : level.lineColumn;
     }
     const int kind = token.token.kind;
@@ -131,18 +147,21 @@ int HangingLines::columnInLevel(const Level& level) const {
     const bool startsElement = level.element == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (level.kind == Level::Kind::Statement) {
+        if (startsElement && chains_ && namesInLine_) return level.base;
         // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, declarators
         // do from their statement.
         const bool showsFirst = !chains_ && tokens_.front().role != ExprRole::BinaryOperator;
         return startsElement && showsFirst ? level.first : wrapped(level.base);
     }
-    return startsElement ? level.first : level.element;
+    if (startsElement) return level.first;
+    return level.kind == Level::Kind::Body ? wrapped(level.element) : level.element;
 }
 
 int HangingLines::columnOfContents(const Level& level) const {
     if (level.contents != kNone && level.element == kNone) return level.contents;
-    if (level.kind != Level::Kind::Braces) return wrapped(columnOfElement(level));
-    return columnAfter(indents_.data.text, level.lineColumn, tabSize_);
+    if (!level.isBraced()) return wrapped(columnOfElement(level));
+    const OptionalText& indent = level.kind == Level::Kind::Body ? indents_.body : indents_.data;
+    return columnAfter(indent.text, level.lineColumn, tabSize_);
 }
 
 // From where what stands behind its first token is indented.
@@ -171,12 +190,14 @@ bool HangingLines::continuesLiteral(std::size_t place) const {
 void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (startsLine) lineColumn_ = column;
     if (isTrivia(place)) return passComment(place, column);
+    const bool closesBody = levels_.back().close == place && levels_.back().kind == Level::Kind::Body;
     while (levels_.size() > 1 && levels_.back().close == place) closeLevel(place);
     const int start = std::exchange(levels_.back().comment, kNone);
     const int operandColumn = start == kNone ? column : start;
     if (chains_) columns_[place] = operandColumn;
     passInLevel(place, operandColumn, startsLine);
     if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
+    if (closesBody && levels_.back().kind == Level::Kind::Body) levels_.back().startElement();
     previous_ = place;
     if (opensBracket(tokens_, place)) open(place);
 }
@@ -216,7 +237,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         level.otherwise = kNone;
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
-        const int returned = level.isReturned ? level.operand : kNone;
+        const int returned = level.isReturned && kind == Cpp::Comma ? level.operand : kNone;
         level.startElement();
         level.operand = returned;
     } else if (isMemberAccess(kind) && !startsElement && level.chain == kNone) {
@@ -240,7 +261,8 @@ void HangingLines::open(std::size_t place) {
     level.bracket = place;
     level.close = tokens_[place].partner;
     const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
-    level.kind = isBrace ? Level::Kind::Braces : Level::Kind::List;
+    const bool isBody = isBrace && opensBody(place);
+    level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
     const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
@@ -249,7 +271,7 @@ void HangingLines::open(std::size_t place) {
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
-    level.lineColumn = lineColumn_;
+    level.lineColumn = isBody && outer.kind != Level::Kind::Body ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
     if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {
@@ -261,10 +283,29 @@ void HangingLines::open(std::size_t place) {
     levels_.push_back(level);
 }
 
+// Whether statements follow the "{", of a lambda or in one.
+bool HangingLines::opensBody(std::size_t place) const {
+    if (levels_.back().kind == Level::Kind::Body) return opensBlock(tokens_, place);
+    std::size_t end = place > 0 ? place - 1 : kNoToken;
+    if (kindAt(tokens_, end) == Cpp::CloseParen && tokens_[end].partner != kNoToken) {
+        end = bracketBeforeParameters(tokens_, tokens_[end].partner);
+    }
+    return end != kNoToken && end == captureClose_;
+}
+
 void HangingLines::closeLevel(std::size_t place) {
+    const Level& level = levels_.back();
+    const std::size_t open = level.bracket;
+    const bool closesCapture = tokens_[place].token.kind == Cpp::CloseBracket &&
+                               (open == 0 || tokens_[open - 1].role == ExprRole::Separator ||
+                                tokens_[open - 1].role == ExprRole::GroupOpen);
+    if (closesCapture) {
+        captureClose_ = place;
+        captureLineColumn_ = level.lineColumn;
+    }
     if (tokens_[place].role == ExprRole::TemplateClose) {
         templateClose_ = place;
-        templateLineColumn_ = levels_.back().lineColumn;
+        templateLineColumn_ = level.lineColumn;
     }
     levels_.pop_back();
 }
