@@ -34,7 +34,7 @@ struct HangingIndents {
 //         first);              from the line, by WRAP_INDENT
 //     return first ||
 //            second &&         behind the operand, by HANGING_OPERAND_INDENT, where that is part of another one, or one
-//                third;        of several elements, or in front of "?", or goes on behind the ")" with a "."
+//                third;        of several elements, twice in front of "?", or goes on behind the ")" with a "."
 class HangingLines {
 public:
     enum class Text { Statement, Declarators, DeclaratorsInLine, List, Element };

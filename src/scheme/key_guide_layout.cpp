@@ -195,8 +195,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
          {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
                     "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
-                    "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`, and how "
-                    "far the members of a chain stand behind what is assigned or passed; absent, below the "
+                    "longer expression (`a || b &&`) or one of several elements, twice as far in a condition in front of "
+                    "`?`, and how far the members of a chain stand behind what is assigned or passed; absent, below the "
                     "expression's first operand.",
                     "void f()\n{\n    call(first, second +\n    third);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    ")}});
