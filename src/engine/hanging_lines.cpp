@@ -106,7 +106,9 @@ bool HangingLines::followsMacroCall() const {
 
 std::optional<int> HangingLines::columnWithinName() const {
     if (!chains_) return std::nullopt;
-    return columnAfter(indents_.operand.text, columnOfOperand(levels_.back()), tabSize_);
+    const Level& level = levels_.back();
+    if (level.later == kNone && level.kind == Level::Kind::Statement) return wrapped(level.base);
+    return columnAfter(indents_.operand.text, level.later != kNone ? level.later : level.element, tabSize_);
 }
 
 // From where what goes on with the operand that is being read hangs.
