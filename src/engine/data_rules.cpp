@@ -62,6 +62,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     const int base = templateColumn.value_or(column);
     BaseColumnScope scope(*this, base, declaration);
     bool isAligned = false;
+    bool startsLine = false;
     if (declaration->type() && declaration->name()) {
         const std::string_view type = writer_.readGap(declaration->name()->start());
         const bool isQualified = declaration->name()->text().starts_with("::");
@@ -89,12 +90,15 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
                 const bool isKept = keepsBreak(front, wanted) && !isLineBreak(front);
                 writeType(front, isKept ? keptBreak(front) : wanted, true, lastMarksOf(*declaration, front));
             }
+            startsLine = !out().lineHasText();
             writer_.write(type.substr(end));
         }
+        startsLine = startsLine || !out().lineHasText();
     } else if (declaration->type()) {
         copyThrough(*declaration->type());
     }
-    formatDeclarators(*declaration, isAligned);
+    formatDeclarators(*declaration, isAligned,
+                      startsLine ? HangingLines::Text::DeclaratorsInLine : HangingLines::Text::Declarators);
 }
 
 // The marks of several names stand against each, also in front of the first.
@@ -124,7 +128,8 @@ char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {
 }
 
 // The names with what belongs to them, and the initializer or width.
-void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned) {
+void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned,
+                                     HangingLines::Text hanging) {
     const Cpp::ExprNode* tail = declaration.tail();
     if (!tail) {
         // What an access label ends, as a macro in front of it, has no white space of its own behind it.
@@ -145,11 +150,9 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const std::string_view name = writer_.readGap(tail->start());
     const std::string_view written = trimRight(name);
     const std::size_t end = lineEndBehind(name);
-    const bool startsLine = keepsLines() && !out().lineHasText();
     writeDataName(name.substr(0, end), isAligned, true);
     writeTailGap(declaration, written, name.substr(end), isAligned);
-    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(),
-                     startsLine ? HangingLines::Text::DeclaratorsInLine : HangingLines::Text::Declarators);
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging);
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.

@@ -49,8 +49,9 @@ void HangingLines::hangCommasFrom(int statementColumn) {
 }
 
 void HangingLines::startInLineOf(int column) {
+    if (chains_ && !namesInLine_) return;
     lineColumn_ = column;
-    if (chains_ && namesInLine_) levels_.front().base = column;
+    if (chains_) levels_.front().base = column;
 }
 
 std::optional<int> HangingLines::columnOfBlock() const {
@@ -273,7 +274,9 @@ void HangingLines::open(std::size_t place) {
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
-    level.lineColumn = isBody && outer.kind != Level::Kind::Body ? captureLineColumn_ : lineColumn_;
+    const bool isRow = isBrace && chains_ && outer.kind == Level::Kind::Braces && outer.element != kNone &&
+                       chains_->holdsComma(outer.bracket);
+    level.lineColumn = isRow ? outer.element : isBody && outer.kind != Level::Kind::Body ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
     if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {
