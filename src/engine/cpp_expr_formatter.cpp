@@ -2,6 +2,9 @@
 #include "engine/cpp_expr_formatter.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
 
 #include "engine/columns.h"
 #include "engine/expr_run.h"
@@ -227,6 +230,8 @@ void CppExprFormatter::passToken(Run& run) {
 }
 
 void CppExprFormatter::writeToken(Run& run) {
+    std::optional<IndentScope> margin;
+    if (std::exchange(run.startsAtMargin, false) && run.out.column() == 0) margin.emplace(run.out, std::string());
     passToken(run);
     const Trn::Token& token = run.current().token;
     const bool isNameInLines = token.kind == Cpp::Identifier && token.start.line != token.end.line;

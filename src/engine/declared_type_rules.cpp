@@ -45,6 +45,14 @@ bool isMadeByMacro(std::string_view type) {
     return !Cpp::takesArgument(word);
 }
 
+// Up to where it stands behind no comments.
+std::string_view withoutCommentsBehind(std::string_view type) {
+    ExprTokens tokens;
+    readExprTokens(type, ExprMode::Declaration, tokens);
+    while (!tokens.empty() && tokens.back().role == ExprRole::Trivia) tokens.pop_back();
+    return tokens.empty() ? std::string_view() : type.substr(0, tokens.back().token.offset + tokens.back().token.length);
+}
+
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
@@ -57,6 +65,12 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks,
                              LastMarks marks) {
+    const std::string_view front = keepsLines() && endsWithLineEndToken(type) ? withoutCommentsBehind(type) : type;
+    if (front.size() < type.size() && formatsArgumentsOf(front)) {
+        writeType(front, kAsInInput, formatsMarks, marks);
+        writer_.writeMerged(type.substr(front.size()), whitespace);
+        return;
+    }
     const bool isMade = isMadeByMacro(type);
     const bool formatsArguments = formatsArgumentsOf(type) && !isMade;
     const std::string_view words = trimRight(type);

@@ -49,9 +49,10 @@ void HangingLines::hangCommasFrom(int statementColumn) {
 }
 
 void HangingLines::startInLineOf(int column) {
-    if (chains_ && !namesInLine_) return;
+    const bool isBehindTemplate = chains_ && !namesInLine_ && kindAt(tokens_, 0) == Cpp::OpenBrace;
+    if (isBehindTemplate) return;  // Type<\n    argument> name{
     lineColumn_ = column;
-    if (chains_) levels_.front().base = column;
+    if (chains_ && namesInLine_) levels_.front().base = column;
 }
 
 std::optional<int> HangingLines::columnOfBlock() const {
