@@ -50,7 +50,9 @@ std::string_view withoutCommentsBehind(std::string_view type) {
     ExprTokens tokens;
     readExprTokens(type, ExprMode::Declaration, tokens);
     while (!tokens.empty() && tokens.back().role == ExprRole::Trivia) tokens.pop_back();
-    return tokens.empty() ? std::string_view() : type.substr(0, tokens.back().token.offset + tokens.back().token.length);
+    if (tokens.empty()) return {};
+    const Trn::Token& last = tokens.back().token;
+    return type.substr(0, last.offset + last.length);
 }
 
 }  // namespace

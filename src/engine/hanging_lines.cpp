@@ -277,7 +277,8 @@ void HangingLines::open(std::size_t place) {
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
     const bool isRow = isBrace && chains_ && outer.kind == Level::Kind::Braces && outer.element != kNone &&
                        chains_->holdsComma(outer.bracket);
-    level.lineColumn = isRow ? outer.element : isBody && outer.kind != Level::Kind::Body ? captureLineColumn_ : lineColumn_;
+    const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
+    level.lineColumn = isRow ? outer.element : isOfLambda ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
     if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {

@@ -39,8 +39,8 @@ class HangingLines {
 public:
     enum class Text { Statement, Declarators, DeclaratorsInLine, List, Element };
 
-    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. `indentColumn` is that of the statement, or of the list, that the text
-    // is part of. All are borrowed.
+    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. `indentColumn`
+    // is that of the statement, or of the list, that the text is part of. All are borrowed.
     HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                  const HangingIndents& indents, int tabSize);
 

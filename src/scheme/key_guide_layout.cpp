@@ -195,9 +195,9 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
          {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
                     "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
-                    "longer expression (`a || b &&`) or one of several elements, twice as far in a condition in front of "
-                    "`?`, and how far the members of a chain stand behind what is assigned or passed; absent, below the "
-                    "expression's first operand.",
+                    "longer expression (`a || b &&`) or one of several elements, twice as far in a condition in front "
+                    "of `?`, and how far the members of a chain stand behind what is assigned or passed; absent, below "
+                    "the expression's first operand.",
                     "void f()\n{\n    call(first, second +\n    third);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::HANGING_FROM_STATEMENT, true), group,
