@@ -79,7 +79,10 @@ void CppFormatter::writeType(std::string_view type, const OptionalText& whitespa
     const bool isOnOneLine = words.find('\n') == words.npos && !writer_.holdsOpaque(type);
     const bool formatsWords = settings_.formatsOtherGaps && !isMade && isOnOneLine &&
                               (words.find("  ") != words.npos || words.find('\t') != words.npos);
-    if (formatsMarks && (formatsArguments || formatsWords || endsWithMarks(type))) {
+    // Those in front of a word stand against the type or, as the source has them, apart.
+    const bool holdsMarks = settings_.formatsTypeArguments && !isMade && isOnOneLine && holdsAnyOf<'*'>(words) &&
+                            exprFormatter_.settings().asterisk.anchor == kAnchoredToType;
+    if (formatsMarks && (formatsArguments || formatsWords || holdsMarks || endsWithMarks(type))) {
         exprFormatter_.formatTypeText(type, out(), whitespace, marks);
     } else {
         writer_.writeMerged(type, whitespace);
