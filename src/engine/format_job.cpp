@@ -223,7 +223,8 @@ struct Stages {
     const LayoutPasses& passes;
     ExtensionSettings extensions{options.scheme};
     // No tab size counts as one, as in all that is written.
-    TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme)};
+    TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme),
+                                      readInt(options.scheme, Keys::RIGHT_MARGIN, 0).value};
     bool wrapsLines = readSwitch(options.scheme, Keys::LINE_WRAP);
 };
 
