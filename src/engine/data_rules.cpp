@@ -91,7 +91,12 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
                 writeType(front, isKept ? keptBreak(front) : wanted, true, lastMarksOf(*declaration, front));
             }
             startsLine = !out().lineHasText();
-            writer_.write(type.substr(end));
+            const std::string_view qualifier = type.substr(end);
+            if (formatsArgumentsOf(qualifier)) {
+                exprFormatter_.formatTypeText(qualifier, out(), kAsInInput);
+            } else {
+                writer_.write(qualifier);
+            }
         }
         startsLine = startsLine || !out().lineHasText();
     } else if (declaration->type()) {
