@@ -211,6 +211,9 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!wanted && (settings_.otherGaps.none.present || log())) wanted = otherGapOf(run);
     if (isStacked(run)) return startLiteralLine(run);
+    if (run.hanging && isColumnGap(run.sweep.gap()) && run.hanging->isOneOfConditions(place)) {
+        return run.sweep.writeGap();
+    }
     if (wrapsLines() && !isPresent(wanted)) {
         if (const OptionalText* const joined = joinedLine(run)) wanted = joined;
     }

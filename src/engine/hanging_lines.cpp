@@ -21,6 +21,8 @@ bool isMemberAccess(int kind) {
     return kind == Cpp::Dot || kind == Cpp::Arrow;
 }
 
+constexpr std::size_t kOperatorsOfCondition = 2;  // "?" and ":"
+
 // Whether an operand follows that lines hang under.
 bool awaitsValue(const ExprToken& token) {
     const int kind = token.token.kind;
@@ -82,7 +84,9 @@ int HangingLines::columnFor(std::size_t place) const {
         return columnOfMember(level);
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
-    if (kind == Cpp::Colon && !level.questions.empty()) return level.questions.back();
+    if (kind == Cpp::Colon && !level.questions.empty()) {
+        return standsBelowQuestion(level, next) ? columns_[level.question] : level.questions.back();
+    }
     // A type and the name that is declared are one element.
     const bool isName = token.role == ExprRole::Name || (kind == Cpp::Identifier && followsMark());
     if (isName && level.kind == Level::Kind::List && level.element != kNone) {
@@ -250,6 +254,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         level.shift = column;
     } else if (kind == Cpp::Question) {
         level.questions.push_back(columnOfQuestion(level, place, column));
+        level.question = place;
     } else if (kind == Cpp::Colon && !level.questions.empty()) {
         level.questions.pop_back();
         level.otherwise = startsLine ? column : kNone;
@@ -323,11 +328,26 @@ int HangingLines::columnInParentheses(const Level& outer, const Level& level) co
     return std::max(outer.first, level.contents == kNone ? wrapped(level.base) : level.contents);
 }
 
+bool HangingLines::isOneOfConditions(std::size_t place) const {
+    const OperandChains::Chain* chain =
+        chains_ && kindAt(tokens_, place) == Cpp::Question ? chains_->of(place) : nullptr;
+    return chain && chain->operators > kOperatorsOfCondition;
+}
+
+// Whether the ":" that begins a line stands in the column of the "?" in the line above, in the source.
+bool HangingLines::standsBelowQuestion(const Level& level, std::size_t colon) const {
+    if (level.question == kNoToken || !isOneOfConditions(level.question)) return false;
+    const Trn::Position& question = tokens_[level.question].token.start;
+    const Trn::Position& start = tokens_[colon].token.start;
+    return question.line + 1 == start.line && question.column == start.column && question.line > 1;
+}
+
 // From where the ":" of a "?" hangs: the first condition, where several follow each other.
 int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int column) const {
-    constexpr std::size_t operatorsOfOne = 2;
-    const OperandChains::Chain* chain = chains_ && indents_.conditions ? chains_->of(place) : nullptr;
-    if (chain && chain->operators > operatorsOfOne && columns_[chain->start] != kNone) return columns_[chain->start];
+    if (indents_.conditions && isOneOfConditions(place)) {
+        const int start = columns_[chains_->of(place)->start];
+        if (start != kNone) return start;
+    }
     return level.otherwise != kNone ? level.otherwise : column;
 }
 

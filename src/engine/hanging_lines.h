@@ -53,6 +53,8 @@ public:
     int columnFor(std::size_t place) const;
     // Of the lines that begin behind a "::" inside the name passed last; nothing where they hang by no key.
     std::optional<int> columnWithinName() const;
+    // Whether it is the "?" of one of several conditions in a row, which may stand in a column.
+    bool isOneOfConditions(std::size_t place) const;
     // From where a block hangs that stands inside the elements of a list, as opposed to being one; nothing for others.
     std::optional<int> columnOfBlock() const;
     // The next token has come to stand at `column`.
@@ -92,6 +94,7 @@ private:
         int call = kNone;            // from where the arguments hang of calls that the first element begins with
         int contents = kNone;        // where lines hang as long as there is no element
         int behindComma = kNone;     // or what follows a comma operator
+        std::size_t question = kNoToken;  // the last one
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
         int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
     };
@@ -115,6 +118,7 @@ private:
     bool opensBody(std::size_t place) const;
     int columnInParentheses(const Level& outer, const Level& level) const;
     int columnInCall(const Level& outer, std::size_t open) const;
+    bool standsBelowQuestion(const Level& level, std::size_t colon) const;
     int columnOfQuestion(const Level& level, std::size_t place, int column) const;
     int columnOfCall(const Level& outer) const;
 
