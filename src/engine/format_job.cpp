@@ -178,7 +178,8 @@ struct Stages {
         Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
         if (!messages.empty()) return messages;
-        const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps};
+        const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps,
+                                                 extensions.keepsLineBreaks};
         CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), laidOut);
         source.root.accept(preFormatter);
         KeptRegions regions;
