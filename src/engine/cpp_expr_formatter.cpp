@@ -1,6 +1,11 @@
 // The sweep over the tokens of a text.
 #include "engine/cpp_expr_formatter.h"
 
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+
 #include "engine/columns.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
@@ -57,8 +62,9 @@ void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, co
     lastMarks_ = LastMarks::ByAnchor;
 }
 
-void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks) {
-    format(text, out, ExprMode::Declarators, kAsInInput, false, blocks, HangingLines::Text::Declarators);
+void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
+                                         HangingLines::Text hanging) {
+    format(text, out, ExprMode::Declarators, kAsInInput, false, blocks, hanging);
 }
 
 void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
@@ -78,7 +84,9 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (run.keepsLines && !out.keepLeadingSpace()) {
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
-        const bool goesOn = hanging == HangingLines::Text::Declarators && out.lineHasText();
+        const bool isDeclarators =
+            hanging == HangingLines::Text::Declarators || hanging == HangingLines::Text::DeclaratorsInLine;
+        const bool goesOn = isDeclarators && out.lineHasText();
         if (goesOn) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
         run.hangingText = hanging;
         while (run.kindAt(run.firstText) == Cpp::Directive) ++run.firstText;
@@ -97,9 +105,12 @@ bool CppExprFormatter::followsSpacedComma(const Run& run) const {
 
 // Of the line from which the block that comes next is indented: a lambda's may begin several lines above its "{".
 int CppExprFormatter::columnOfBlock(const Run& run) const {
-    const bool isBelow = settings_.indentsFromLine && run.out.lineHasText() && run.capture != kNoToken &&
+    if (!settings_.indentsFromLine) return run.out.textColumn();
+    const bool isBelow = run.out.lineHasText() && run.capture != kNoToken &&
                          isBodyOf(run.tokens, run.capture, run.sweep.place());
-    return isBelow ? run.captureColumn : run.out.textColumn();
+    const int lineColumn = isBelow ? run.captureColumn : run.out.textColumn();
+    const std::optional<int> inList = run.hanging ? run.hanging->columnOfBlock() : std::nullopt;
+    return std::max(lineColumn, inList.value_or(lineColumn));
 }
 
 // By how many columns the body of a lambda that comes next may move to the left, where lines begin in front of it.
@@ -200,6 +211,9 @@ void CppExprFormatter::writeGapBefore(Run& run) {
     if (keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!wanted && (settings_.otherGaps.none.present || log())) wanted = otherGapOf(run);
     if (isStacked(run)) return startLiteralLine(run);
+    if (run.hanging && isColumnGap(run.sweep.gap()) && run.hanging->isOneOfConditions(place)) {
+        return run.sweep.writeGap();
+    }
     if (wrapsLines() && !isPresent(wanted)) {
         if (const OptionalText* const joined = joinedLine(run)) wanted = joined;
     }
@@ -219,6 +233,8 @@ void CppExprFormatter::passToken(Run& run) {
 }
 
 void CppExprFormatter::writeToken(Run& run) {
+    std::optional<IndentScope> margin;
+    if (std::exchange(run.startsAtMargin, false) && run.out.column() == 0) margin.emplace(run.out, std::string());
     passToken(run);
     const Trn::Token& token = run.current().token;
     const bool isNameInLines = token.kind == Cpp::Identifier && token.start.line != token.end.line;

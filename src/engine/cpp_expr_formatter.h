@@ -56,7 +56,8 @@ public:
     void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
                         LastMarks marks = LastMarks::ByAnchor);
     // What follows the type of a data declaration.
-    void formatDeclarators(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr);
+    void formatDeclarators(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
+                           HangingLines::Text hanging = HangingLines::Text::Declarators);
 
     // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
     std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,

@@ -188,7 +188,7 @@ private:
     // Bodies in expressions (expr_body_rules.cpp).
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                          HangingLines::Text hanging = HangingLines::Text::Statement);
-    void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies);
+    void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies, HangingLines::Text hanging);
     void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column, int spare);
     bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int spare);
 
@@ -258,7 +258,7 @@ private:
     // Data.
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
     char lastCharacterOf(const Cpp::SyntaxNode& node) const;
-    void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned);
+    void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned, HangingLines::Text hanging);
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);

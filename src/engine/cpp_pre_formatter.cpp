@@ -216,7 +216,7 @@ void CppPreFormatter::visit(Cpp::PreprocDirectiveNode* node) {
 }
 
 void CppPreFormatter::visit(Cpp::KeptNode* node) {
-    if (laidOut_.macroCalls && isMacroCall(*node)) return;
+    if (laidOut_.macroCalls && isMacroCall(*node, laidOut_.keepsLines)) return;
     if (laidOut_.aliases && isAlias(node->text())) return;
     regions_.push_back({node->start(), node->end()});
 }

@@ -38,10 +38,11 @@ public:
     struct LaidOut {
         bool macroCalls;
         bool aliases;
+        bool keepsLines;  // of such calls, too
     };
 
     explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten,
-                             LaidOut laidOut = {false, false})
+                             LaidOut laidOut = {false, false, false})
         : markers_(std::move(markers)), openRegions_(openRegions), laidOut_(laidOut) {}
 
     // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,

@@ -62,6 +62,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     const int base = templateColumn.value_or(column);
     BaseColumnScope scope(*this, base, declaration);
     bool isAligned = false;
+    bool startsLine = false;
     if (declaration->type() && declaration->name()) {
         const std::string_view type = writer_.readGap(declaration->name()->start());
         const bool isQualified = declaration->name()->text().starts_with("::");
@@ -89,12 +90,20 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
                 const bool isKept = keepsBreak(front, wanted) && !isLineBreak(front);
                 writeType(front, isKept ? keptBreak(front) : wanted, true, lastMarksOf(*declaration, front));
             }
-            writer_.write(type.substr(end));
+            startsLine = !out().lineHasText();
+            const std::string_view qualifier = type.substr(end);
+            if (formatsArgumentsOf(qualifier)) {
+                exprFormatter_.formatTypeText(qualifier, out(), kAsInInput);
+            } else {
+                writer_.write(qualifier);
+            }
         }
+        startsLine = startsLine || !out().lineHasText();
     } else if (declaration->type()) {
         copyThrough(*declaration->type());
     }
-    formatDeclarators(*declaration, isAligned);
+    formatDeclarators(*declaration, isAligned,
+                      startsLine ? HangingLines::Text::DeclaratorsInLine : HangingLines::Text::Declarators);
 }
 
 // The marks of several names stand against each, also in front of the first.
@@ -124,7 +133,8 @@ char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {
 }
 
 // The names with what belongs to them, and the initializer or width.
-void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned) {
+void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned,
+                                     HangingLines::Text hanging) {
     const Cpp::ExprNode* tail = declaration.tail();
     if (!tail) {
         // What an access label ends, as a macro in front of it, has no white space of its own behind it.
@@ -147,7 +157,7 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const std::size_t end = lineEndBehind(name);
     writeDataName(name.substr(0, end), isAligned, true);
     writeTailGap(declaration, written, name.substr(end), isAligned);
-    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies());
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging);
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.

@@ -45,6 +45,16 @@ bool isMadeByMacro(std::string_view type) {
     return !Cpp::takesArgument(word);
 }
 
+// Up to where it stands behind no comments.
+std::string_view withoutCommentsBehind(std::string_view type) {
+    ExprTokens tokens;
+    readExprTokens(type, ExprMode::Declaration, tokens);
+    while (!tokens.empty() && tokens.back().role == ExprRole::Trivia) tokens.pop_back();
+    if (tokens.empty()) return {};
+    const Trn::Token& last = tokens.back().token;
+    return type.substr(0, last.offset + last.length);
+}
+
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
@@ -57,13 +67,22 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks,
                              LastMarks marks) {
+    const std::string_view front = keepsLines() && endsWithLineEndToken(type) ? withoutCommentsBehind(type) : type;
+    if (front.size() < type.size() && formatsArgumentsOf(front)) {
+        writeType(front, kAsInInput, formatsMarks, marks);
+        writer_.writeMerged(type.substr(front.size()), whitespace);
+        return;
+    }
     const bool isMade = isMadeByMacro(type);
     const bool formatsArguments = formatsArgumentsOf(type) && !isMade;
     const std::string_view words = trimRight(type);
     const bool isOnOneLine = words.find('\n') == words.npos && !writer_.holdsOpaque(type);
     const bool formatsWords = settings_.formatsOtherGaps && !isMade && isOnOneLine &&
                               (words.find("  ") != words.npos || words.find('\t') != words.npos);
-    if (formatsMarks && (formatsArguments || formatsWords || endsWithMarks(type))) {
+    // Those in front of a word stand against the type or, as the source has them, apart.
+    const bool holdsMarks = settings_.formatsTypeArguments && !isMade && isOnOneLine && holdsAnyOf<'*'>(words) &&
+                            exprFormatter_.settings().asterisk.anchor == kAnchoredToType;
+    if (formatsMarks && (formatsArguments || formatsWords || holdsMarks || endsWithMarks(type))) {
         exprFormatter_.formatTypeText(type, out(), whitespace, marks);
     } else {
         writer_.writeMerged(type, whitespace);

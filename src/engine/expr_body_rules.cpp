@@ -98,13 +98,14 @@ void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies&
     exprFormatter_.formatExpression(text, out(), &blocks, hanging);
 }
 
-void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies) {
+void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies,
+                                    HangingLines::Text hanging) {
     if (bodies.empty()) {
-        exprFormatter_.formatDeclarators(text, out());
+        exprFormatter_.formatDeclarators(text, out(), nullptr, hanging);
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    exprFormatter_.formatDeclarators(text, out(), &blocks);
+    exprFormatter_.formatDeclarators(text, out(), &blocks, hanging);
 }
 
 // Its contents are indented from the column.

@@ -39,9 +39,11 @@ void CppExprFormatter::keepLine(Run& run) {
     const std::string_view gap = run.sweep.takeGap();
     run.sweep.leave(gap, WantedText(gap, keyOfKeptLine(run)));
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
-    IndentScope indent(run.out, indentToColumn(run.out, columnOfKeptLine(run, gap)));
+    const int column = columnOfKeptLine(run, gap);
+    IndentScope indent(run.out, indentToColumn(run.out, column));
     run.out.write(std::string(lineFeeds, '\n'));
     run.out.startLine();
+    run.startsAtMargin = column == 0;
 }
 
 // The rows of an initialiser are kept anyway.

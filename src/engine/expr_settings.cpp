@@ -38,8 +38,8 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
           readMark(scheme, Keys::ASTERISK_ANCHOR, Keys::HANGING_ASTERISK, Keys::WS_BETWEEN_ASTERISK_ANCHOR)),
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
-      hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent, operandIndent, hangsFromStatement, hangsCommas,
-              weighsWholes()},
+      hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent, operandIndent,
+              readIndent(scheme, Keys::INDENT_FN_CONTENT), hangsFromStatement, hangsCommas, weighsWholes()},
       otherGaps{{formatsOtherGaps, "", formatsOtherGaps.key}, {formatsOtherGaps, " ", formatsOtherGaps.key}},
       wrapMargin(readWrapMargin(scheme)) {}
 

@@ -180,7 +180,8 @@ struct Stages {
         Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
         if (!messages.empty()) return messages;
-        const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps};
+        const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps,
+                                                 extensions.keepsLineBreaks};
         CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), laidOut);
         source.root.accept(preFormatter);
         KeptRegions regions;
@@ -226,7 +227,8 @@ struct Stages {
     const LayoutPasses& passes;
     ExtensionSettings extensions{options.scheme};
     // No tab size counts as one, as in all that is written.
-    TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme)};
+    TrailingComments::Columns columns{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme),
+                                      readInt(options.scheme, Keys::RIGHT_MARGIN, 0).value};
     bool wrapsLines = readSwitch(options.scheme, Keys::LINE_WRAP);
 };
 

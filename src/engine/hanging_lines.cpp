@@ -1,5 +1,8 @@
 #include "engine/hanging_lines.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "cpp/token_kind.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
@@ -18,6 +21,8 @@ bool isMemberAccess(int kind) {
     return kind == Cpp::Dot || kind == Cpp::Arrow;
 }
 
+constexpr std::size_t kOperatorsOfCondition = 2;  // "?" and ":"
+
 // Whether an operand follows that lines hang under.
 bool awaitsValue(const ExprToken& token) {
     const int kind = token.token.kind;
@@ -31,6 +36,7 @@ HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn
     : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();
     const bool isInList = text == Text::List || text == Text::Element;
+    namesInLine_ = text == Text::DeclaratorsInLine;
     level.kind = isInList ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
@@ -44,6 +50,23 @@ void HangingLines::hangCommasFrom(int statementColumn) {
     if (indents_.commas) levels_.front().behindComma = wrapped(statementColumn);
 }
 
+void HangingLines::startInLineOf(int column) {
+    const bool isBehindTemplate = chains_ && !namesInLine_ && kindAt(tokens_, 0) == Cpp::OpenBrace;
+    if (isBehindTemplate) return;  // Type<\n    argument> name{
+    lineColumn_ = column;
+    if (chains_ && namesInLine_) levels_.front().base = column;
+}
+
+std::optional<int> HangingLines::columnOfBlock() const {
+    if (!chains_) return std::nullopt;
+    for (std::size_t inner = levels_.size() - 1; inner > 0; --inner) {
+        const Level& outer = levels_[inner - 1];
+        const bool isOneOfMany = outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
+        if (isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone) return outer.first;
+    }
+    return std::nullopt;
+}
+
 int HangingLines::columnFor(std::size_t place) const {
     const Level& level = levels_.back();
     const std::size_t next = skipTrivia(place);
@@ -53,7 +76,7 @@ int HangingLines::columnFor(std::size_t place) const {
         const bool isComment = next != place;
         if (isComment) return level.first != kNone ? level.first : columnOfContents(level);
         const bool standsUnderFirst =
-            level.kind != Level::Kind::Braces && level.first != kNone && !level.startedLine;
+            !level.isBraced() && level.first != kNone && !level.startedLine;
         return standsUnderFirst ? level.first : level.lineColumn;
     }
     const int kind = token.token.kind;
@@ -61,7 +84,9 @@ int HangingLines::columnFor(std::size_t place) const {
         return columnOfMember(level);
     }
     if (isShift(token) && level.shift != kNone) return level.shift;
-    if (kind == Cpp::Colon && !level.questions.empty()) return level.questions.back();
+    if (kind == Cpp::Colon && !level.questions.empty()) {
+        return standsBelowQuestion(level, next) ? columns_[level.question] : level.questions.back();
+    }
     // A type and the name that is declared are one element.
     const bool isName = token.role == ExprRole::Name || (kind == Cpp::Identifier && followsMark());
     if (isName && level.kind == Level::Kind::List && level.element != kNone) {
@@ -87,7 +112,9 @@ bool HangingLines::followsMacroCall() const {
 
 std::optional<int> HangingLines::columnWithinName() const {
     if (!chains_) return std::nullopt;
-    return columnAfter(indents_.operand.text, columnOfOperand(levels_.back()), tabSize_);
+    const Level& level = levels_.back();
+    if (level.later == kNone && level.kind == Level::Kind::Statement) return wrapped(level.base);
+    return columnAfter(indents_.operand.text, level.later != kNone ? level.later : level.element, tabSize_);
 }
 
 // From where what goes on with the operand that is being read hangs.
@@ -128,18 +155,21 @@ int HangingLines::columnInLevel(const Level& level) const {
     const bool startsElement = level.element == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (level.kind == Level::Kind::Statement) {
+        if (startsElement && chains_ && namesInLine_) return level.base;
         // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, declarators
         // do from their statement.
         const bool showsFirst = !chains_ && tokens_.front().role != ExprRole::BinaryOperator;
         return startsElement && showsFirst ? level.first : wrapped(level.base);
     }
-    return startsElement ? level.first : level.element;
+    if (startsElement) return level.first;
+    return level.kind == Level::Kind::Body ? wrapped(level.element) : level.element;
 }
 
 int HangingLines::columnOfContents(const Level& level) const {
     if (level.contents != kNone && level.element == kNone) return level.contents;
-    if (level.kind != Level::Kind::Braces) return wrapped(columnOfElement(level));
-    return columnAfter(indents_.data.text, level.lineColumn, tabSize_);
+    if (!level.isBraced()) return wrapped(columnOfElement(level));
+    const OptionalText& indent = level.kind == Level::Kind::Body ? indents_.body : indents_.data;
+    return columnAfter(indent.text, level.lineColumn, tabSize_);
 }
 
 // From where what stands behind its first token is indented.
@@ -167,25 +197,28 @@ bool HangingLines::continuesLiteral(std::size_t place) const {
 
 void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (startsLine) lineColumn_ = column;
-    if (chains_) columns_[place] = column;
     if (isTrivia(place)) return passComment(place, column);
-    while (levels_.size() > 1 && levels_.back().close == place) levels_.pop_back();
-    passInLevel(place, column, startsLine);
+    const bool closesBody = levels_.back().close == place && levels_.back().kind == Level::Kind::Body;
+    while (levels_.size() > 1 && levels_.back().close == place) closeLevel(place);
+    const int start = std::exchange(levels_.back().comment, kNone);
+    const int operandColumn = start == kNone ? column : start;
+    if (chains_) columns_[place] = operandColumn;
+    passInLevel(place, operandColumn, startsLine);
     if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
+    if (closesBody && levels_.back().kind == Level::Kind::Body) levels_.back().startElement();
     previous_ = place;
     if (opensBracket(tokens_, place)) open(place);
 }
 
-// One in front of an element on its line counts to it.
+// One in front of an operand on its line counts to it.
 void HangingLines::passComment(std::size_t place, int column) {
     Level& level = levels_.back();
     const Trn::Token& comment = tokens_[place].token;
     const std::size_t next = skipTrivia(place + 1);
-    const bool leadsElement = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
+    const bool leadsOperand = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
                               tokens_[next].token.start.line == comment.end.line;
-    if (!leadsElement) return;
-    if (level.first == kNone) level.first = column;
-    if (level.element == kNone) level.element = column;
+    const bool startsOperand = level.element == kNone || level.awaitsOperand || level.awaitsLater;
+    if (leadsOperand && startsOperand && level.comment == kNone) level.comment = column;
 }
 
 void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
@@ -212,7 +245,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         level.otherwise = kNone;
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
-        const int returned = level.isReturned ? level.operand : kNone;
+        const int returned = level.isReturned && kind == Cpp::Comma ? level.operand : kNone;
         level.startElement();
         level.operand = returned;
     } else if (isMemberAccess(kind) && !startsElement && level.chain == kNone) {
@@ -221,6 +254,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         level.shift = column;
     } else if (kind == Cpp::Question) {
         level.questions.push_back(columnOfQuestion(level, place, column));
+        level.question = place;
     } else if (kind == Cpp::Colon && !level.questions.empty()) {
         level.questions.pop_back();
         level.otherwise = startsLine ? column : kNone;
@@ -236,27 +270,84 @@ void HangingLines::open(std::size_t place) {
     level.bracket = place;
     level.close = tokens_[place].partner;
     const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
-    level.kind = isBrace ? Level::Kind::Braces : Level::Kind::List;
+    const bool isBody = isBrace && opensBody(place);
+    level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
     const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
     const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine && !isOneOfMany;
-    level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn_;
-    level.lineColumn = lineColumn_;
+    // The arguments behind those of a template hang from where the name of the template stands.
+    const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
+    const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
+    level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
+    const bool isRow = isBrace && chains_ && outer.kind == Level::Kind::Braces && outer.element != kNone &&
+                       chains_->holdsComma(outer.bracket);
+    const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
+    level.lineColumn = isRow ? outer.element : isOfLambda ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
-    if (level.contents == kNone && chains_ && tokens_[place].token.kind == Cpp::OpenParen) {
+    const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
+    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {
         level.call = columnOfCall(outer);
         if (level.call == kNone && isInFirst) level.call = outer.call;
         if (level.call != kNone) level.contents = wrapped(level.call);
+        if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
     }
     levels_.push_back(level);
 }
 
+// Whether statements follow the "{", of a lambda or in one.
+bool HangingLines::opensBody(std::size_t place) const {
+    if (levels_.back().kind == Level::Kind::Body) return opensBlock(tokens_, place);
+    std::size_t end = place > 0 ? place - 1 : kNoToken;
+    if (kindAt(tokens_, end) == Cpp::CloseParen && tokens_[end].partner != kNoToken) {
+        end = bracketBeforeParameters(tokens_, tokens_[end].partner);
+    }
+    return end != kNoToken && end == captureClose_;
+}
+
+void HangingLines::closeLevel(std::size_t place) {
+    const Level& level = levels_.back();
+    const std::size_t open = level.bracket;
+    const bool closesCapture = tokens_[place].token.kind == Cpp::CloseBracket &&
+                               (open == 0 || tokens_[open - 1].role == ExprRole::Separator ||
+                                tokens_[open - 1].role == ExprRole::GroupOpen);
+    if (closesCapture) {
+        captureClose_ = place;
+        captureLineColumn_ = level.lineColumn;
+    }
+    if (tokens_[place].role == ExprRole::TemplateClose) {
+        templateClose_ = place;
+        templateLineColumn_ = level.lineColumn;
+    }
+    levels_.pop_back();
+}
+
+// Where the arguments hang of a template that stands between parentheses: not in front of what these begin with.
+int HangingLines::columnInParentheses(const Level& outer, const Level& level) const {
+    if (tokens_[outer.bracket].token.kind != Cpp::OpenParen || outer.first == kNone) return level.contents;
+    return std::max(outer.first, level.contents == kNone ? wrapped(level.base) : level.contents);
+}
+
+bool HangingLines::isOneOfConditions(std::size_t place) const {
+    const OperandChains::Chain* chain =
+        chains_ && kindAt(tokens_, place) == Cpp::Question ? chains_->of(place) : nullptr;
+    return chain && chain->operators > kOperatorsOfCondition;
+}
+
+// Whether the ":" that begins a line stands in the column of the "?" in the line above, in the source.
+bool HangingLines::standsBelowQuestion(const Level& level, std::size_t colon) const {
+    if (level.question == kNoToken || !isOneOfConditions(level.question)) return false;
+    const Trn::Position& question = tokens_[level.question].token.start;
+    const Trn::Position& start = tokens_[colon].token.start;
+    return question.line + 1 == start.line && question.column == start.column && question.line > 1;
+}
+
 // From where the ":" of a "?" hangs: the first condition, where several follow each other.
 int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int column) const {
-    constexpr std::size_t operatorsOfOne = 2;
-    const OperandChains::Chain* chain = chains_ && indents_.conditions ? chains_->of(place) : nullptr;
-    if (chain && chain->operators > operatorsOfOne && columns_[chain->start] != kNone) return columns_[chain->start];
+    if (indents_.conditions && isOneOfConditions(place)) {
+        const int start = columns_[chains_->of(place)->start];
+        if (start != kNone) return start;
+    }
     return level.otherwise != kNone ? level.otherwise : column;
 }
 

@@ -15,6 +15,7 @@ struct HangingIndents {
     OptionalText wrap;  // WRAP_INDENT
     OptionalText data;  // INDENT_DD_CONTENT, for those behind a "{"
     OptionalText operand;  // HANGING_OPERAND_INDENT
+    OptionalText body;     // INDENT_FN_CONTENT, for those of a lambda that is read as one of several arguments
     bool fromStatement = false;  // HANGING_FROM_STATEMENT
     bool commas = false;         // HANGING_COMMAS
     bool conditions = false;     // several in a row hang from the first, as WRAP_BY_WEIGHT lays them out
@@ -33,25 +34,29 @@ struct HangingIndents {
 //         first);              from the line, by WRAP_INDENT
 //     return first ||
 //            second &&         behind the operand, by HANGING_OPERAND_INDENT, where that is part of another one, or one
-//                third;        of several elements, or in front of "?", or goes on behind the ")" with a "."
+//                third;        of several elements, twice in front of "?", or goes on behind the ")" with a "."
 class HangingLines {
 public:
-    enum class Text { Statement, Declarators, List, Element };
+    enum class Text { Statement, Declarators, DeclaratorsInLine, List, Element };
 
-    // An element is one of several of a list. `indentColumn` is that of the statement, or of the list, that the text
-    // is part of. All are borrowed.
+    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. `indentColumn`
+    // is that of the statement, or of the list, that the text is part of. All are borrowed.
     HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                  const HangingIndents& indents, int tabSize);
 
     // The text, which nothing has been passed of, is part of a statement in that column, by HANGING_COMMAS.
     void hangCommasFrom(int statementColumn);
     // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
-    void startInLineOf(int column) { lineColumn_ = column; }
+    void startInLineOf(int column);
     bool isOutsideBrackets() const { return levels_.size() == 1; }
     // The column of a token, not passed yet, that begins a line.
     int columnFor(std::size_t place) const;
     // Of the lines that begin behind a "::" inside the name passed last; nothing where they hang by no key.
     std::optional<int> columnWithinName() const;
+    // Whether it is the "?" of one of several conditions in a row, which may stand in a column.
+    bool isOneOfConditions(std::size_t place) const;
+    // From where a block hangs that stands inside the elements of a list, as opposed to being one; nothing for others.
+    std::optional<int> columnOfBlock() const;
     // The next token has come to stand at `column`.
     void pass(std::size_t place, int column, bool startsLine);
 
@@ -60,8 +65,9 @@ private:
 
     // What stands between a pair of brackets, or the text itself. Columns are kNone until there is one.
     struct Level {
-        enum class Kind { Statement, List, Braces };
+        enum class Kind { Statement, List, Braces, Body };
 
+        bool isBraced() const { return kind == Kind::Braces || kind == Kind::Body; }
         void startElement() {
             element = operand = later = chain = shift = otherwise = kNone;
             questions.clear();
@@ -73,6 +79,7 @@ private:
         int base = 0;              // from where lines are indented while there is no element
         int lineColumn = 0;        // of the line with the bracket
         bool startedLine = false;  // its first token did
+        int comment = kNone;       // of those in front of the operand that comes next, on its line
         int first = kNone;
         int element = kNone;
         int operand = kNone;  // the first behind "=" or "return"
@@ -87,6 +94,7 @@ private:
         int call = kNone;            // from where the arguments hang of calls that the first element begins with
         int contents = kNone;        // where lines hang as long as there is no element
         int behindComma = kNone;     // or what follows a comma operator
+        std::size_t question = kNoToken;  // the last one
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
         int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
     };
@@ -106,18 +114,27 @@ private:
     void passComment(std::size_t place, int column);
     void passInLevel(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
+    void closeLevel(std::size_t place);
+    bool opensBody(std::size_t place) const;
+    int columnInParentheses(const Level& outer, const Level& level) const;
     int columnInCall(const Level& outer, std::size_t open) const;
+    bool standsBelowQuestion(const Level& level, std::size_t colon) const;
     int columnOfQuestion(const Level& level, std::size_t place, int column) const;
     int columnOfCall(const Level& outer) const;
 
     const ExprTokens& tokens_;
     const HangingIndents& indents_;
     int tabSize_;
+    bool namesInLine_ = false;  // declarators behind a name that begins their line
     std::vector<Level> levels_;
     std::optional<OperandChains> chains_;  // where they are asked for
     std::vector<int> columns_;             // of the tokens then
     int lineColumn_;
     int literalColumn_ = kNone;        // of the first of the literals that follow each other
+    std::size_t templateClose_ = kNoToken;  // the last one
+    int templateLineColumn_ = 0;            // of the line on which its template's arguments begin
+    std::size_t captureClose_ = kNoToken;   // the "]" of the last lambda
+    int captureLineColumn_ = 0;             // of the line on which it begins
     std::size_t previous_ = kNoToken;  // the last token that is no comment or directive
 };
 

@@ -1,5 +1,6 @@
 #include "engine/macro_call.h"
 
+#include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 
@@ -28,14 +29,21 @@ constexpr bool isDoubtful(int kind) {
 
 }  // namespace
 
-bool isMacroCall(const Cpp::KeptNode& item) {
-    if (item.start().line != item.end().line) return false;
+bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
+    const bool isOnLine = item.start().line == item.end().line;
+    if (!isOnLine && !keepsLines) return false;
     Cpp::Lexer lexer{std::string_view(item.text())};
     if (lexer.nextToken().kind != Cpp::Identifier || lexer.nextToken().kind != Cpp::OpenParen) return false;
     int depth = 1;
+    bool followsWord = false;
     while (depth > 0) {
-        const int kind = lexer.nextToken().kind;
+        const Trn::Token token = lexer.nextToken();
+        const int kind = token.kind;
         if (kind == Trn::kEndKind || isDoubtful(kind)) return false;
+        // Where words that follow each other go on in further lines, is the macro's affair.
+        const bool isWord = Cpp::isNamePart(token.text.front());
+        if (!isOnLine && isWord && followsWord) return false;
+        followsWord = isWord;
         if (kind == Cpp::OpenParen) ++depth;
         if (kind == Cpp::CloseParen) --depth;
     }

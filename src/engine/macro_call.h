@@ -4,8 +4,8 @@
 
 namespace Tessel {
 
-// Whether an item that no rule recognises, `NAME(a, b)`, reads like a call on one line: what its parentheses hold are
-// words, literals, and operators that mean the same in expressions and types.
-bool isMacroCall(const Cpp::KeptNode& item);
+// Whether an item that no rule recognises, `NAME(a, b)`, reads like a call: what its parentheses hold are words,
+// literals, and operators that mean the same in expressions and types. It stands on one line, or its lines are kept.
+bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines = false);
 
 }  // namespace Tessel

@@ -115,7 +115,7 @@ void OperandChains::passOperator(std::size_t place, int rank) {
     const bool isNested = isQuestion && !level.open.empty() && level.open.back().awaitsColon;
     if (level.open.empty() || level.open.back().rank < rank || isNested) {
         level.open.push_back({rank, chains_.size(), false});
-        if (first != kNoToken && rank != kConditional) chains_[first].outer = chains_.size();
+        if (first != kNoToken) chains_[first].outer = chains_.size();
         chains_.push_back({start, rank == kConditional});
         startsChain_[start] = true;
     }

@@ -16,7 +16,7 @@ public:
     struct Chain {
         std::size_t start = kNoToken;  // the first token of its first operand
         bool isIndented = false;       // its further lines stand behind that, as opposed to below it
-        std::size_t outer = kNoToken;  // the chain, no conditional, that it is the first operand of
+        std::size_t outer = kNoToken;  // the chain that it is the first operand of
         std::size_t operators = 0;     // how many it has
     };
 

@@ -13,7 +13,7 @@ namespace Tessel {
 using Zelmor::IndentScope;
 
 void CppFormatter::visit(Cpp::KeptNode* item) {
-    const bool isCall = settings_.formatsMacroCalls && isMacroCall(*item);
+    const bool isCall = settings_.formatsMacroCalls && isMacroCall(*item, keepsLines());
     const bool isLine = isCall || (settings_.formatsOtherGaps && isAlias(item->text()));
     if (!isLine) return writeAsBlock(*item);
     applyPendingWhitespace(*item);

@@ -24,28 +24,53 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 void TrailingComments::add(std::string& written, std::size_t offset) {
     Comment comment;
     comment.sourceColumn = columnIn(source_, offset);
-    const bool goesOn = isBelowLast(written, comment);
-    if (!goesOn) placeLast(written);
-    if (conditionals_.standsByEnd(offset)) return;
+    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
     comment.gapStart = lineStart + trimRight(std::string_view(written).substr(lineStart)).size();
     comment.codeEnd = columnIn(written, comment.gapStart);
     comment.column = columnIn(written, comment.gapEnd);
     comment.isOwnLine = comment.gapStart == lineStart;
+    const std::string_view code = std::string_view(written).substr(lineStart, comment.gapStart - lineStart);
+    comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
+    const bool goesOn = isBelowLast(written, comment);
+    if (!goesOn) {
+        const std::size_t size = written.size();
+        placeLast(written);
+        comment.gapStart = comment.gapStart + written.size() - size;
+        comment.gapEnd = written.size();
+    }
+    if (conditionals_.standsByEnd(offset)) return;
     if (comment.column > kRightmostIndent) return;
     // A line with nothing but a comment may belong to the code below.
     if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset) == comment.sourceColumn)) return;
     last_.push_back(comment);
+    if (!comment.isOwnLine) lastColumn_ = std::max(lastColumn_, columnOf(comment));
+    lastLength_ = std::max(lastLength_, comment.length);
 }
 
 void TrailingComments::finish(std::string& written) { placeLast(written); }
 
 // Whether the comment that comes next stands in the line behind the last one, and below it in the source.
 bool TrailingComments::isBelowLast(std::string_view written, const Comment& comment) const {
-    if (last_.empty() || last_.back().sourceColumn != comment.sourceColumn) return false;
+    if (last_.empty()) return false;
+    if (last_.back().sourceColumn != comment.sourceColumn && !mayJoinLast(comment)) return false;
     const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
+}
+
+// Whether one that does not stand below the last one may come to do so.
+bool TrailingComments::mayJoinLast(const Comment& comment) const {
+    if (!settings_.alignsLineComments || comment.isOwnLine || comment.standsAlone || last_.back().standsAlone) {
+        return false;
+    }
+    const int column = std::max(lastColumn_, columnOf(comment));
+    return columns_.margin <= 0 || column + std::max(lastLength_, comment.length) <= columns_.margin;
+}
+
+// The least one for it.
+int TrailingComments::columnOf(const Comment& comment) const {
+    return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
 }
 
 int TrailingComments::codeColumnBelow(std::size_t offset) {
@@ -81,17 +106,18 @@ void TrailingComments::placeLast(std::string& written) {
         written.append(tail, copied - start);
     }
     last_.clear();
+    lastColumn_ = 0;
+    lastLength_ = 0;
 }
 
 // The least column that is far enough behind all code; where columns of blanks are kept, as far as it was.
 int TrailingComments::columnForLast() const {
-    const std::string_view wanted = settings_.beforeLineComment.text;
     int column = 0;
     int kept = kRightmostIndent;
     int codeEnd = 0;
     for (const Comment& comment : last_) {
         if (comment.isOwnLine) continue;
-        column = std::max(column, columnAfter(wanted, comment.codeEnd, columns_.tabSize));
+        column = std::max(column, columnOf(comment));
         codeEnd = std::max(codeEnd, comment.codeEnd);
         kept = std::min(kept, comment.width());
     }

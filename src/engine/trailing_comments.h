@@ -17,12 +17,14 @@ namespace Tessel {
 //     int bcd; // two            int bcd;  // two
 //              // and more                 // and more
 //
+// With ALIGN_LINE_COMMENTS those behind lines that follow each other do so anyway, as far as they fit in the margin.
 // One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
     struct Columns {
         int tabSize = 1;
         int tabMode = 0;
+        int margin = 0;  // none when 0
     };
 
     // The settings are borrowed, as is the source.
@@ -45,13 +47,17 @@ private:
         int sourceColumn = 0;
         int codeEnd = 0;  // the column behind the code in front of it
         int column = 0;   // where it stands
+        int length = 0;
         bool isOwnLine = false;
+        bool standsAlone = false;  // behind a directive, or the "}" of a namespace
 
         int width() const { return column - codeEnd; }
     };
     using Comments = std::vector<Comment>;
 
     bool isBelowLast(std::string_view written, const Comment& comment) const;
+    bool mayJoinLast(const Comment& comment) const;
+    int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
     int codeColumnBelow(std::size_t offset);
     int columnIn(std::string_view text, std::size_t offset) const;
@@ -63,6 +69,8 @@ private:
     const ExtensionSettings& settings_;
     ConditionalComments conditionals_;
     Comments last_;              // those that share a column, and have not been placed
+    int lastColumn_ = 0;         // the least one for them
+    int lastLength_ = 0;         // of the longest of them
     std::size_t codeBelow_ = 0;  // where the first line begins, behind the last one looked at, that is no comment
 };
 

@@ -84,6 +84,10 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "Between code and the // behind it. Such comments below each other stay in one column, with the "
                     "lines of nothing but a comment that go on with one; one behind #else stays in the column of that "
                     "behind its #endif.", "int a; // why\n"});
+    rows.push_back({set(Keys::ALIGN_LINE_COMMENTS, true), group,
+                    "Line comments behind the code of lines that follow each other stand in one column, as long as "
+                    "they fit in RIGHT_MARGIN; else those do that stand below each other in the source.",
+                    "int a; // one\nint bcd; // two\n", {set(Keys::WS_BEFORE_LINE_COMMENT, " ")}});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
                     "Absent: they stay where they are.", "void f()\n{\n    #if FAST\n    go();\n    #endif\n}\n",
@@ -195,9 +199,9 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
          {set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
     rows.push_back({set(Keys::HANGING_OPERAND_INDENT, "    "), group,
                     "How far a kept line stands behind the first operand that it goes on with, where that is part of a "
-                    "longer expression (`a || b &&`), one of several elements, or a condition in front of `?`, and how "
-                    "far the members of a chain stand behind what is assigned or passed; absent, below the "
-                    "expression's first operand.",
+                    "longer expression (`a || b &&`) or one of several elements, twice as far in a condition in front "
+                    "of `?`, and how far the members of a chain stand behind what is assigned or passed; absent, below "
+                    "the expression's first operand.",
                     "void f()\n{\n    call(first, second +\n    third);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::HANGING_FROM_STATEMENT, true), group,
