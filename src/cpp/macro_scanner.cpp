@@ -80,7 +80,11 @@ bool MacroScanner::isWordMacro(Index place) const {
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
     if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
-    return isCompleteDeclaration(following) || endsInWordMacros(following);
+    if (endsInWordMacros(following)) return true;
+    // FIRST
+    //     SECOND int a;
+    const bool goesOn = isUpperCase(tokens_.at(following).text) && isIndentedFrom(place, following);
+    return !goesOn && isCompleteDeclaration(following);
 }
 
 // Whether nothing but words that may be macros, each in a line of its own, stands up to the end of the body
@@ -177,8 +181,7 @@ bool MacroScanner::beginsUnclearStatement(Index place) const {
     }
 }
 
-// Whether the line that begins with the token is indented further than that of the macro. A tab counts as 8
-// columns, as nearly everywhere; only the scheme knows.
+// A tab counts as 8 columns, as nearly everywhere; only the scheme knows.
 bool MacroScanner::isIndentedFrom(Index head, Index following) const {
     constexpr std::size_t tabSize = 8;
     const auto indentation = [source = tokens_.source()](const Trn::Token& token) {

@@ -15,6 +15,8 @@ public:
     Item scanStatement(Index start) const;
     // A word by itself in its line, when what follows is complete without it.
     bool isWordMacro(Index place) const;
+    // Whether the line that begins with the token is indented further than that of the other.
+    bool isIndentedFrom(Index head, Index following) const;
 
 private:
     bool endsInWordMacros(Index place) const;
@@ -23,7 +25,6 @@ private:
     bool isFollowedByCall(Index word, Index following) const;
     bool beginsPlainStatement(Index place) const;
     bool beginsUnclearStatement(Index place) const;
-    bool isIndentedFrom(Index head, Index following) const;
 };
 
 }  // namespace Cpp
