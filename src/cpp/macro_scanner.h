@@ -21,6 +21,7 @@ public:
 private:
     bool endsInWordMacros(Index place) const;
     bool isCompleteDeclaration(Index place) const;
+    bool holdsStatement(Index open, Index close) const;
     Item scanHead(Index openBrace) const;
     bool isFollowedByCall(Index word, Index following) const;
     bool beginsPlainStatement(Index place) const;
