@@ -9,6 +9,9 @@
 #include <utility>
 
 #include "cpp/characters.h"
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -65,6 +68,20 @@ bool startsWithQualifier(std::string_view tail) {
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
     return !head.returnType() && tail.starts_with("->") && tail[last] == ')';
+}
+
+// Of the "=" outside all brackets; npos where there is none.
+std::size_t placeOfValue(std::string_view declarator) {
+    int depth = 0;
+    Cpp::Lexer lexer(declarator);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (Cpp::isTrivia(token.kind)) continue;
+        if (token.kind == Cpp::Assign && depth == 0) return token.offset;
+        if (token.kind == Cpp::OpenParen || token.kind == Cpp::OpenBracket) ++depth;
+        if (token.kind == Cpp::CloseParen || token.kind == Cpp::CloseBracket) --depth;
+        if (depth < 0) depth = 0;  // the ")" behind the name
+    }
+    return declarator.npos;
 }
 
 }  // namespace
@@ -344,7 +361,24 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
         }
         formatParenList(*declaration->parameters());
     }
+    if (settings_.formatsTypeArguments && keepsLines()) writePointerValue(*declaration);
     copyThrough(*declaration);
+}
+
+// `int (*f[])(int) = { a, b };`: its lines stand as those of other data do.
+void CppFormatter::writePointerValue(const Cpp::FunctionPtrDeclNode& declaration) {
+    const std::string_view rest = writer_.readThrough(declaration.end());
+    const std::size_t assign = placeOfValue(rest);
+    const bool holdsStatements = rest.find(';') + 1 < rest.size();
+    if (assign == rest.npos || holdsStatements || writer_.holdsOpaque(rest)) return writer_.write(rest);
+    const std::string_view blanks = trailingBlanks(rest.substr(0, assign));
+    writer_.write(rest.substr(0, assign - blanks.size()));
+    if (keepsBreak(blanks, kAsInInput)) {
+        writeKeptBreak(blanks);
+    } else {
+        writer_.writeMerged(blanks, asOutputStands(settings_.beforeOperator));
+    }
+    writeDeclarators(rest.substr(assign), {});
 }
 
 // "(", a calling convention and marks, up to the name.
