@@ -167,8 +167,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         // static DEFINE(name)
         //     aligned(64);
         const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
-        if (findsMacros_ && followsStorage && endsWithValue(following)) return function;
-        const bool goesOn = isLater && endsInAnnotations(following) && macros_.isIndentedFrom(seen.previous, following);
+        const bool isBelow = isLater && macros_.isIndentedFrom(seen.previous, following);
+        if (findsMacros_ && (followsStorage || isBelow) && endsWithValue(following)) return function;
+        const bool goesOn = isBelow && endsInAnnotations(following);
         const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
         if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
             return Item{Shape::Macro, close + 1, 0};
@@ -266,15 +267,17 @@ bool ItemScanner::endsWithValue(Index word) const {
            kind(behind(open)) == Semicolon;
 }
 
-// `__aligned(64) HIDDEN;`
+// `__aligned(64) HIDDEN;`: the last one has no arguments.
 bool ItemScanner::endsInAnnotations(Index place) const {
+    bool isWordLast = false;
     while (kind(place) == Identifier) {
         const std::string_view word = tokens_.at(place).text;
         if (!word.starts_with("__") && !isUpperCase(word)) return false;
         place = next(place);
-        if (kind(place) == OpenParen) place = behind(place);
+        isWordLast = kind(place) != OpenParen;
+        if (!isWordLast) place = behind(place);
     }
-    return kind(place) == Semicolon;
+    return kind(place) == Semicolon && isWordLast;
 }
 
 // `A : public B`: the name and the bases of a class whose key a macro in front makes.
