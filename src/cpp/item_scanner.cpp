@@ -168,7 +168,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         //     aligned(64);
         const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
         const bool isBelow = isLater && macros_.isIndentedFrom(seen.previous, following);
-        if (findsMacros_ && (followsStorage || isBelow) && endsWithValue(following)) return function;
+        const bool isBehind = !isLater && tokens_.at(following).text.starts_with("__");
+        if (findsMacros_ && (followsStorage || isBelow || isBehind) && endsWithValue(following)) return function;
         const bool goesOn = isBelow && endsInAnnotations(following);
         const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
         if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {

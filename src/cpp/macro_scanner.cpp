@@ -88,11 +88,7 @@ bool MacroScanner::isWordMacro(Index place) const {
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
     if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
-    if (endsInWordMacros(following)) return true;
-    // FIRST
-    //     SECOND int a;
-    const bool goesOn = isUpperCase(tokens_.at(following).text) && isIndentedFrom(place, following);
-    return !goesOn && isCompleteDeclaration(following);
+    return isCompleteDeclaration(following) || endsInWordMacros(following);
 }
 
 // Whether nothing but words that may be macros, each in a line of its own, stands up to the end of the body
