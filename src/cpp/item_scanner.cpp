@@ -167,13 +167,17 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         // static DEFINE(name)
         //     aligned(64);
         const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
-        if (findsMacros_ && followsStorage && endsWithValue(following)) return function;
-        const bool endsLine = isLater && beginsItem && !beginsBases(following);
+        const bool isBelow = isLater && macros_.isIndentedFrom(seen.previous, following);
+        const bool isBehind = !isLater && tokens_.at(following).text.starts_with("__");
+        if (findsMacros_ && (followsStorage || isBelow || isBehind) && endsWithValue(following)) return function;
+        const bool goesOn = isBelow && endsInAnnotations(following);
+        const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
         if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
             return Item{Shape::Macro, close + 1, 0};
         }
         const bool isMark = followingKind == Asterisk || followingKind == Ampersand;
-        const bool continuesType = isMark || (!isLater && isWord(followingKind)) || beginsBases(following);
+        const bool continuesType =
+            isMark || ((!isLater || goesOn) && isWord(followingKind)) || beginsBases(following);
         if (continuesType && !(isTail && tail.isComplete)) {
             const bool isTailWord =
                 followingKind == Identifier && kind(behindAnnotations(next(following))) == OpenBrace;
@@ -262,6 +266,19 @@ bool ItemScanner::endsWithValue(Index word) const {
     const Index open = next(word);
     return kind(word) == Identifier && kind(open) == OpenParen && kind(next(open)) == Number &&
            kind(behind(open)) == Semicolon;
+}
+
+// `__aligned(64) HIDDEN;`: the last one has no arguments.
+bool ItemScanner::endsInAnnotations(Index place) const {
+    bool isWordLast = false;
+    while (kind(place) == Identifier) {
+        const std::string_view word = tokens_.at(place).text;
+        if (!word.starts_with("__") && !isUpperCase(word)) return false;
+        place = next(place);
+        isWordLast = kind(place) != OpenParen;
+        if (!isWordLast) place = behind(place);
+    }
+    return kind(place) == Semicolon && isWordLast;
 }
 
 // `A : public B`: the name and the bases of a class whose key a macro in front makes.

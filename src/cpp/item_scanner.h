@@ -48,6 +48,7 @@ private:
     bool holdsClassKey(Index open) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;
+    bool endsInAnnotations(Index place) const;
     bool beginsBases(Index name) const;
     bool endsValue(Index assign) const;
     bool startsValue(Index place) const;

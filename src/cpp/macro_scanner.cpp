@@ -57,9 +57,17 @@ Item MacroScanner::scanStatement(Index start) const {
     const bool isLater = startsLaterLine(following, close);
     if (!isLater) return beginsPlainStatement(following) ? Item{Shape::MacroHead, following, 0} : Item{};
     const bool begins = beginsPlainStatement(following) || beginsUnclearStatement(following);
-    if (begins && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
+    if (begins && !holdsStatement(open, close) && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
     const bool beginsItem = begins || isWord(kind(following)) || opensAttribute(following);
     return beginsItem ? Item{Shape::Macro, close + 1, 0} : Item{};
+}
+
+// `IF_FEATURE(if (a) b();)`: it governs nothing.
+bool MacroScanner::holdsStatement(Index open, Index close) const {
+    if (!isControlKeyword(kind(next(open)))) return false;
+    Index last = open;
+    for (Index place = next(open); place < close; place = behind(place)) last = place;
+    return kind(last) == Semicolon || kind(last) == OpenBrace;
 }
 
 // The head of the block whose "{" is at the place, unless values stand in it: a ";" is behind these in the end.
@@ -177,8 +185,7 @@ bool MacroScanner::beginsUnclearStatement(Index place) const {
     }
 }
 
-// Whether the line that begins with the token is indented further than that of the macro. A tab counts as 8
-// columns, as nearly everywhere; only the scheme knows.
+// A tab counts as 8 columns, as nearly everywhere; only the scheme knows.
 bool MacroScanner::isIndentedFrom(Index head, Index following) const {
     constexpr std::size_t tabSize = 8;
     const auto indentation = [source = tokens_.source()](const Trn::Token& token) {

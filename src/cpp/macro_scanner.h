@@ -15,15 +15,17 @@ public:
     Item scanStatement(Index start) const;
     // A word by itself in its line, when what follows is complete without it.
     bool isWordMacro(Index place) const;
+    // Whether the line that begins with the token is indented further than that of the other.
+    bool isIndentedFrom(Index head, Index following) const;
 
 private:
     bool endsInWordMacros(Index place) const;
     bool isCompleteDeclaration(Index place) const;
+    bool holdsStatement(Index open, Index close) const;
     Item scanHead(Index openBrace) const;
     bool isFollowedByCall(Index word, Index following) const;
     bool beginsPlainStatement(Index place) const;
     bool beginsUnclearStatement(Index place) const;
-    bool isIndentedFrom(Index head, Index following) const;
 };
 
 }  // namespace Cpp

@@ -183,7 +183,8 @@ private:
     std::unique_ptr<ExprNode> parseExprStmt(TokenBuffer& tokens);
     bool goesOn(const TokenBuffer& tokens, const Expression& statement) const;
     bool endsExpression(const TokenBuffer& tokens, const Expression& expression) const;
-    std::unique_ptr<ExprNode> parseCondition(TokenBuffer& tokens);
+    enum class HeadOf { Statement, Macro };
+    std::unique_ptr<ExprNode> parseCondition(TokenBuffer& tokens, HeadOf head = HeadOf::Statement);
 
     // Statements (parser_statements.cpp).
     std::unique_ptr<BlockNode> parseBlock(TokenBuffer& tokens);

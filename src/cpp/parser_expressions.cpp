@@ -217,16 +217,18 @@ bool Parser::endsExpression(const TokenBuffer& tokens, const Expression& stateme
     }
 }
 
-// From "(" to the ")" that closes it.
-std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens) {
+// From "(" to the ")" that closes it. A macro's may hold the head of a statement:  IF_FEATURE(if (a))
+std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens, HeadOf head) {
     const Position start = tokens.current().start;
     const Index close = links_.closing(tokens.place());
+    const bool takesKeywords = head == HeadOf::Macro && close != TokenLinks::kNone;
     Expression condition;
     while (tokens.place() <= close) {
         skipTrivia(tokens);
         const Index here = tokens.place();
         const Token token = tokens.current();
-        if (breaksCondition(token.kind) || (token.kind == OpenBrace && links_.closing(here) == TokenLinks::kNone) ||
+        const bool breaks = breaksCondition(token.kind) && !takesKeywords;
+        if (breaks || (token.kind == OpenBrace && links_.closing(here) == TokenLinks::kNone) ||
             (token.kind == OpenBrace && close == TokenLinks::kNone)) {
             report(token.start, ExpectedCloseParen);
             return nullptr;

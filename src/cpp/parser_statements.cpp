@@ -233,7 +233,7 @@ std::unique_ptr<CtrlStmtNode> Parser::parseMacroCtrlStmt(TokenBuffer& tokens) {
     head->setKeyword(std::make_unique<KeywordNode>(name.kind, name.start, name.end));
     if (peekSignificant(tokens).kind == OpenParen) {
         skipTrivia(tokens);
-        if (auto condition = parseCondition(tokens)) {
+        if (auto condition = parseCondition(tokens, HeadOf::Macro)) {
             head->setEnd(condition->end());
             head->setCondition(std::move(condition));
         }

@@ -138,7 +138,9 @@ void CppExprFormatter::writeComma(Run& run) {
     const bool keepsRows = !run.groups.empty() && isRow(group) && (group.holdsRows || !wrapsLines());
     const bool keepsLines = run.keepsLines || keepsRows;
     const std::string_view behind = run.sweep.blanksBehind();
-    const bool keepsBehind = (keepsLines && !spacing.after.hasLineFeed() && isLineBreak(behind)) ||
+    // What follows the text has a gap of its own.
+    const bool endsText = run.groups.empty() && run.sweep.place() + 1 == run.tokens.size();
+    const bool keepsBehind = endsText || (keepsLines && !spacing.after.hasLineFeed() && isLineBreak(behind)) ||
                              (keepsRows && settings_.betweenRowElements.present && isColumnGap(behind));
     if (keepsFront) keepLine(run);
     passToken(run);

@@ -81,8 +81,12 @@ void CppExprFormatter::startSourceHanging(Run& run) const {
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);
     const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
-    run.sourceHanging.emplace(run.text, run.tokens, run.hangingText,
-                              SourceHanging::Start{isList ? column : run.firstLine.source, column},
+    // Declarators may go on in a line that stands behind the one that they hang from.
+    const int indented = columnAfter(run.out.indent(), 0, tabSize());
+    const bool standBehind = run.hangingText == HangingLines::Text::Declarators && run.firstLine.output > indented;
+    const int behind = standBehind ? run.firstLine.output - indented : 0;
+    const int indentColumn = isList ? column : std::max(run.firstLine.source - behind, 0);
+    run.sourceHanging.emplace(run.text, run.tokens, run.hangingText, SourceHanging::Start{indentColumn, column},
                               settings_.hanging, tabSize());
 }
 

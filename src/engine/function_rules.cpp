@@ -9,6 +9,9 @@
 #include <utility>
 
 #include "cpp/characters.h"
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -21,25 +24,37 @@ namespace Tessel {
 
 namespace {
 
+// "virtual inline", in front of a constructor, a destructor or a conversion.
+bool isSpecifierWord(std::string_view word) {
+    constexpr std::string_view words[] = {"explicit", "virtual", "inline",    "static",    "friend",
+                                          "extern",   "constexpr", "consteval", "constinit"};
+    return std::find(std::begin(words), std::end(words), word) != std::end(words);
+}
+
+std::string_view withoutSpecifiers(std::string_view type) {
+    while (!type.empty()) {
+        const std::string_view word = type.substr(0, type.find(' '));
+        if (!isSpecifierWord(word)) break;
+        type.remove_prefix(std::min(word.size() + 1, type.size()));
+    }
+    return type;
+}
+
+bool isSpecifiers(std::string_view type) { return withoutSpecifiers(type).empty(); }
+
+bool takesArgument(std::string_view word) { return Cpp::takesArgument(Cpp::Lexer(word).nextToken()); }
+
 // Whether what stands in front of the name is a macro that, in a line of its own, would be an item by itself: one with
 // arguments, or one in front of what has no return type. Texts of nodes have a blank between tokens.
 bool isItemByItself(std::string_view type, std::string_view name) {
-    const std::string_view word = type.substr(0, type.find(' '));
+    const std::string_view made = withoutSpecifiers(type);
+    const std::string_view word = made.substr(0, made.find(' '));
+    const bool hasArguments = word.size() < made.size() && made[word.size() + 1] == '(' && made.ends_with(')');
+    if (hasArguments && made.size() < type.size()) return !takesArgument(word);
     if (!Cpp::isUpperCase(word)) return false;
-    if (word.size() < type.size()) return type[word.size() + 1] == '(' && type.ends_with(')');
-    return name.starts_with('~') || name.starts_with("operator ") || Cpp::isUpperCase(name);
-}
-
-// "virtual inline", in front of a constructor, a destructor or a conversion.
-bool isSpecifiers(std::string_view type) {
-    constexpr std::string_view words[] = {"explicit", "virtual", "inline",    "static",    "friend",
-                                          "extern",   "constexpr", "consteval", "constinit"};
-    while (!type.empty()) {
-        const std::string_view word = type.substr(0, type.find(' '));
-        if (std::find(std::begin(words), std::end(words), word) == std::end(words)) return false;
-        type.remove_prefix(std::min(word.size() + 1, type.size()));
-    }
-    return true;
+    if (word.size() < made.size()) return hasArguments;
+    const bool isConversion = name.starts_with("operator ") || name.find("::operator ") != name.npos;
+    return made.size() == type.size() && (name.starts_with('~') || isConversion || Cpp::isUpperCase(name));
 }
 
 // `void SYMBOL(f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "(" makes the name.
@@ -65,6 +80,20 @@ bool startsWithQualifier(std::string_view tail) {
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
     return !head.returnType() && tail.starts_with("->") && tail[last] == ')';
+}
+
+// Of the "=" outside all brackets; npos where there is none.
+std::size_t placeOfValue(std::string_view declarator) {
+    int depth = 0;
+    Cpp::Lexer lexer(declarator);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (Cpp::isTrivia(token.kind)) continue;
+        if (token.kind == Cpp::Assign && depth == 0) return token.offset;
+        if (token.kind == Cpp::OpenParen || token.kind == Cpp::OpenBracket) ++depth;
+        if (token.kind == Cpp::CloseParen || token.kind == Cpp::CloseBracket) --depth;
+        if (depth < 0) depth = 0;  // the ")" behind the name
+    }
+    return declarator.npos;
 }
 
 }  // namespace
@@ -344,7 +373,24 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
         }
         formatParenList(*declaration->parameters());
     }
+    if (settings_.formatsTypeArguments && keepsLines()) writePointerValue(*declaration);
     copyThrough(*declaration);
+}
+
+// `int (*f[])(int) = { a, b };`: its lines stand as those of other data do.
+void CppFormatter::writePointerValue(const Cpp::FunctionPtrDeclNode& declaration) {
+    const std::string_view rest = writer_.readThrough(declaration.end());
+    const std::size_t assign = placeOfValue(rest);
+    const bool holdsStatements = rest.find(';') + 1 < rest.size();
+    if (assign == rest.npos || holdsStatements || writer_.holdsOpaque(rest)) return writer_.write(rest);
+    const std::string_view blanks = trailingBlanks(rest.substr(0, assign));
+    writer_.write(rest.substr(0, assign - blanks.size()));
+    if (keepsBreak(blanks, kAsInInput)) {
+        writeKeptBreak(blanks);
+    } else {
+        writer_.writeMerged(blanks, asOutputStands(settings_.beforeOperator));
+    }
+    writeDeclarators(rest.substr(assign), {});
 }
 
 // "(", a calling convention and marks, up to the name.

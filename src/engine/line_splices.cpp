@@ -98,7 +98,8 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
     std::string result;
     for (std::size_t line = 0; line < lines.size(); ++line) {
         const int end = endOf(lines[line]);
-        const bool stands = column == spliceOf(before[line]) && end == endOf(before[line]);
+        const bool staysAsItIs = keepsTabs || !areAligned();
+        const bool stands = staysAsItIs && column == spliceOf(before[line]) && end == endOf(before[line]);
         result.append(lines[line].text);
         if (isBehindText) {
             result.append(" ");

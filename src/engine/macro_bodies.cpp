@@ -167,15 +167,25 @@ bool opensParentheses(std::string_view line) {
     return depth > 0;
 }
 
+// Not the half of a choice:  (a) ? b :
+bool endsLabel(std::string_view line) {
+    if (!line.ends_with(':')) return false;
+    Cpp::Lexer lexer(line);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (token.kind == Cpp::Question) return false;
+    }
+    return true;
+}
+
 // What goes on in the next line hangs behind what stands in front of it, which is not in the text that is laid out.
 bool endsStatement(std::string_view line) {
-    const bool hasEnd = line.ends_with('{') || line.ends_with('}') || line.ends_with(';') || line.ends_with(':');
+    const bool hasEnd = line.ends_with('{') || line.ends_with('}') || line.ends_with(';') || endsLabel(line);
     return hasEnd && !opensParentheses(line);
 }
 
 // Labels stand in columns of their own.
 std::string_view firstStatementOf(std::span<const std::string_view> lines) {
-    const auto isStatement = [](std::string_view line) { return !line.empty() && !line.ends_with(':'); };
+    const auto isStatement = [](std::string_view line) { return !line.empty() && !endsLabel(line); };
     const auto found = std::ranges::find_if(lines, isStatement);
     return found != lines.end() ? *found : lines.front();
 }

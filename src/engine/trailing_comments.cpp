@@ -11,6 +11,8 @@ namespace Tessel {
 
 namespace {
 
+constexpr int kNoColumn = -1;
+
 std::size_t lineStartOf(std::string_view text, std::size_t offset) {
     return text.substr(0, offset).rfind('\n') + 1;
 }
@@ -59,6 +61,7 @@ bool TrailingComments::isBelowLast(std::string_view written, const Comment& comm
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
 
+<<<<<<< HEAD
 // Whether one that does not stand below the last one may come to do so.
 bool TrailingComments::mayJoinLast(const Comment& comment) const {
     if (!settings_.alignsLineComments || comment.isOwnLine || comment.standsAlone || last_.back().standsAlone) {
@@ -73,6 +76,9 @@ int TrailingComments::columnOf(const Comment& comment) const {
     return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
 }
 
+=======
+// What stands in front of a "}" belongs to its block, which is indented further.
+>>>>>>> f12
 int TrailingComments::codeColumnBelow(std::size_t offset) {
     if (codeBelow_ <= offset) {
         codeBelow_ = offset;
@@ -80,7 +86,9 @@ int TrailingComments::codeColumnBelow(std::size_t offset) {
             codeBelow_ = std::min(source_.find('\n', codeBelow_), source_.size() - 1) + 1;
         } while (source_.substr(textStart(source_, codeBelow_)).starts_with("//"));
     }
-    return columnAfter(source_.substr(codeBelow_, textStart(source_, codeBelow_) - codeBelow_), 0, columns_.tabSize);
+    const std::size_t code = textStart(source_, codeBelow_);
+    if (source_.substr(code).starts_with('}')) return kNoColumn;
+    return columnAfter(source_.substr(codeBelow_, code - codeBelow_), 0, columns_.tabSize);
 }
 
 int TrailingComments::columnIn(std::string_view text, std::size_t offset) const {
