@@ -390,7 +390,7 @@ void CppFormatter::writePointerValue(const Cpp::FunctionPtrDeclNode& declaration
     } else {
         writer_.writeMerged(blanks, asOutputStands(settings_.beforeOperator));
     }
-    writeDeclarators(rest.substr(assign), {});
+    writeDeclarators(rest.substr(assign), {}, HangingLines::Text::Declarators);
 }
 
 // "(", a calling convention and marks, up to the name.

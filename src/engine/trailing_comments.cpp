@@ -61,7 +61,6 @@ bool TrailingComments::isBelowLast(std::string_view written, const Comment& comm
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
 
-<<<<<<< HEAD
 // Whether one that does not stand below the last one may come to do so.
 bool TrailingComments::mayJoinLast(const Comment& comment) const {
     if (!settings_.alignsLineComments || comment.isOwnLine || comment.standsAlone || last_.back().standsAlone) {
@@ -76,9 +75,7 @@ int TrailingComments::columnOf(const Comment& comment) const {
     return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
 }
 
-=======
 // What stands in front of a "}" belongs to its block, which is indented further.
->>>>>>> f12
 int TrailingComments::codeColumnBelow(std::size_t offset) {
     if (codeBelow_ <= offset) {
         codeBelow_ = offset;
