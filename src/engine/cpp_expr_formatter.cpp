@@ -84,9 +84,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (run.keepsLines && !out.keepLeadingSpace()) {
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
-        const bool isDeclarators =
-            hanging == HangingLines::Text::Declarators || hanging == HangingLines::Text::DeclaratorsInLine;
-        const bool goesOn = isDeclarators && out.lineHasText();
+        const bool goesOn = HangingLines::holdsDeclarators(hanging) && out.lineHasText();
         if (goesOn) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
         run.hangingText = hanging;
         while (run.kindAt(run.firstText) == Cpp::Directive) ++run.firstText;

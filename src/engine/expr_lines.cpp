@@ -83,7 +83,7 @@ void CppExprFormatter::startSourceHanging(Run& run) const {
     const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
     // Declarators may go on in a line that stands behind the one that they hang from.
     const int indented = columnAfter(run.out.indent(), 0, tabSize());
-    const bool standBehind = run.hangingText == HangingLines::Text::Declarators && run.firstLine.output > indented;
+    const bool standBehind = HangingLines::holdsDeclarators(run.hangingText) && run.firstLine.output > indented;
     const int behind = standBehind ? run.firstLine.output - indented : 0;
     const int indentColumn = isList ? column : std::max(run.firstLine.source - behind, 0);
     run.sourceHanging.emplace(run.text, run.tokens, run.hangingText, SourceHanging::Start{indentColumn, column},

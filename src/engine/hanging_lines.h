@@ -38,6 +38,7 @@ struct HangingIndents {
 class HangingLines {
 public:
     enum class Text { Statement, Declarators, DeclaratorsInLine, List, Element };
+    static bool holdsDeclarators(Text text) { return text == Text::Declarators || text == Text::DeclaratorsInLine; }
 
     // An element is one of several of a list. Declarators in a line stand behind a name that begins it. `indentColumn`
     // is that of the statement, or of the list, that the text is part of. All are borrowed.
