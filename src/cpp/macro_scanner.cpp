@@ -57,7 +57,8 @@ Item MacroScanner::scanStatement(Index start) const {
     const bool isLater = startsLaterLine(following, close);
     if (!isLater) return beginsPlainStatement(following) ? Item{Shape::MacroHead, following, 0} : Item{};
     const bool begins = beginsPlainStatement(following) || beginsUnclearStatement(following);
-    if (begins && !holdsStatement(open, close) && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
+    const bool governs = begins && !holdsStatement(open, close);
+    if (governs && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
     const bool beginsItem = begins || isWord(kind(following)) || opensAttribute(following);
     return beginsItem ? Item{Shape::Macro, close + 1, 0} : Item{};
 }
