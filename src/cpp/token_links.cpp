@@ -24,12 +24,10 @@ constexpr bool beginsStatement(int kind) {
 // What links begin or end at, and what tells something of those around it; most tokens do neither.
 constexpr auto kLinkedKinds = [] {
     std::array<bool, std::numeric_limits<std::int8_t>::max() + 1> linked{};
-    for (const int kind : {OpenParen, OpenBracket, OpenBrace, CloseParen, CloseBracket, CloseBrace, Less, Greater, ShiftRight,
-                           Semicolon, Assign}) {
-        linked[static_cast<std::size_t>(kind)] = true;
-    }
-    for (std::size_t kind = 0; kind < linked.size(); ++kind) {
-        linked[kind] |= isTrivia(static_cast<int>(kind)) || beginsStatement(static_cast<int>(kind));
+    for (const int kind : {Less, Greater, ShiftRight, Semicolon, Assign}) linked[static_cast<std::size_t>(kind)] = true;
+    for (std::size_t place = 0; place < linked.size(); ++place) {
+        const int kind = static_cast<int>(place);
+        linked[place] |= isBracket(kind) || isTrivia(kind) || beginsStatement(kind);
     }
     return linked;
 }();

@@ -66,7 +66,9 @@ public:
     // What lays out the statements that macros stand for, borrowed; without it they are kept.
     void setMacroBodies(const MacroBodies& bodies) { macroBodies_ = &bodies; }
     // Those of the document that the texts are views of; without them the texts are lexed.
-    void setSourceTokens(std::shared_ptr<const Trn::TokenList> tokens) { sourceTokens_ = SourceTokens(std::move(tokens)); }
+    void setSourceTokens(std::shared_ptr<const Trn::TokenList> tokens) {
+        sourceTokens_ = SourceTokens(std::move(tokens));
+    }
 
     const ExprSettings& settings() const { return settings_; }
     const KeptIndent& keptIndent() const { return keptIndent_; }

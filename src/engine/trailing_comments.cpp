@@ -11,7 +11,7 @@ namespace Tessel {
 
 namespace {
 
-constexpr int kNoColumn = -1;
+constexpr int kNoCode = -1;
 
 std::size_t lineStartOf(std::string_view text, std::size_t offset) {
     return text.substr(0, offset).rfind('\n') + 1;
@@ -84,7 +84,7 @@ int TrailingComments::codeColumnBelow(std::size_t offset) {
         } while (source_.substr(textStart(source_, codeBelow_)).starts_with("//"));
     }
     const std::size_t code = textStart(source_, codeBelow_);
-    if (source_.substr(code).starts_with('}')) return kNoColumn;
+    if (source_.substr(code).starts_with('}')) return kNoCode;
     return columnAfter(source_.substr(codeBelow_, code - codeBelow_), 0, columns_.tabSize);
 }
 

@@ -70,8 +70,8 @@ void addFunctions(std::vector<KeyGuide>& rows) {
                     "Between a type, or an expression, and the \"...\" that makes a pack of it.",
                     "template<class ... T>\nvoid f(T ... a)\n{\n    g(a ...);\n}\n"});
     rows.push_back({set(Keys::FORMAT_MACRO_CALLS, true), group,
-                    "Macros that stand by themselves, without a \";\", are laid out as calls are, and wrapped like them, where "
-                    "they stand on one line, and their parentheses hold no marks, angles and braces.",
+                    "Macros that stand by themselves, without a \";\", are laid out as calls are, and wrapped like "
+                    "them, where they stand on one line, and their parentheses hold no marks, angles and braces.",
                     "class A\n{\n    NO_COPY (A,B)\n};\n",
                     {set(Keys::KEEP_UNRECOGNIZED, true), set(Keys::WS_BETWEEN_FN_CALL_ARGS, " "),
                      set(Keys::WS_AFTER_FN_CALL_NAME, "")}});

@@ -100,8 +100,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_AFTER_DD_TYPE_ID, " ")}});
     rows.push_back({set(Keys::KEEP_UNRECOGNIZED, true), group,
                     "Macros that stand by themselves without \";\", and what no rule recognises but whose brackets "
-                    "match, are kept as written; statements go on behind directives where they cannot have ended. Off or "
-                    "absent: such a source is refused, and a directive ends the statement in front of it.",
+                    "match, are kept as written; statements go on behind directives where they cannot have ended. Off "
+                    "or absent: such a source is refused, and a directive ends the statement in front of it.",
                     "MODULE(app)\nif (ready) go();\n"});
 }
 
@@ -161,9 +161,9 @@ void addOneLine(std::vector<KeyGuide>& rows) {
                     "all.", "int f() { return 1; }\n",
                     {set(Keys::WS_BEFORE_FN_OPEN_BRACE, "\n"), set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::JOIN_SHORT_FUNCTIONS, 3), group,
-                    "Bodies of functions that come to stand on one line where they fit up to the right margin, and up to "
-                    "80 columns without one: 0 none, 1 empty ones, 2 those of one statement in class bodies too, 3 all "
-                    "of one statement. Not those with comments or with blocks.", "int f()\n{\n    return 1;\n}\n",
+                    "Bodies of functions that come to stand on one line where they fit up to the right margin, and up "
+                    "to 80 columns without one: 0 none, 1 empty ones, 2 those of one statement in class bodies too, 3 "
+                    "all of one statement. Not those with comments or with blocks.", "int f()\n{\n    return 1;\n}\n",
                     {set(Keys::WS_BEFORE_FN_OPEN_BRACE, " "), set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n"),
                      set(Keys::WS_BEFORE_FN_CLOSE_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_ONE_LINE_STATEMENTS, true), group,
@@ -231,8 +231,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
     rows.push_back({set(Keys::KEEP_BLANK_LINES, 2), group,
                     "Empty lines that stay where the scheme asks for a line end: 1 behind { and in front of } of "
-                    "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies and in "
-                    "front of blocks; 3 in front of else and its kin, too; 4 in front of the { of "
+                    "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies and "
+                    "in front of blocks; 3 in front of else and its kin, too; 4 in front of the { of "
                     "bodies, too.",
                     "int f()\n{\n\n    return 1;\n}\n", {set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_REGION_INDENT, true), group,
