@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/expr_casts.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
@@ -237,6 +238,8 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     }
     if (isBehindHead) return before == Cpp::Identifier && !isSpecifier(tokens_[place]) ? kBehindWord : kNoBreak;
     if (before != Cpp::Identifier && !isBuiltinTypeKeyword(before)) return kNoBreak;
+    // By itself in its line, it would be read as a macro.
+    if (left == 0 && Cpp::isUpperCase(word.text)) return kNoBreak;
     return followsWord(left) ? kSecondName : kDeclaredName;
 }
 
