@@ -164,12 +164,13 @@ int CppLineWrapper::widthBehind(std::string_view text) const {
 // but the end of a statement or a head separates from it.
 int CppLineWrapper::widthOfCommentBehind(std::string_view text) const {
     const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
-    std::string_view rest = source().substr(end, static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1);
-    rest = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(rest.find_first_not_of(")};{ \t"), rest.size()));
-    if (!rest.starts_with("//")) return 0;
+    // No more of it, nor of what stands in front, counts.
+    const auto most = static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1;
+    const std::size_t start = source().substr(end, most).find_first_not_of(")};{ \t");
+    if (start == std::string_view::npos || !source().substr(end + start).starts_with("//")) return 0;
+    const std::string_view comment = source().substr(end + start, most);
     constexpr int blanks = 2;
-    return blanks + shownColumnAfter(trimRight(rest), 0, wrapper_.settings().tabSize);
+    return blanks + shownColumnAfter(trimRight(comment.substr(0, comment.find('\n'))), 0, wrapper_.settings().tabSize);
 }
 
 void CppLineWrapper::visit(Cpp::RootNode* root) {
