@@ -92,7 +92,8 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             }
             startsLine = !out().lineHasText();
             const std::string_view qualifier = type.substr(end);
-            if (formatsArgumentsOf(qualifier)) {
+            // In a run that is aligned, the text is what has been measured.
+            if (formatsArgumentsOf(qualifier) && !columns_.dataNames.contains(declaration)) {
                 exprFormatter_.formatTypeText(qualifier, out(), kAsInInput);
             } else {
                 writer_.write(qualifier);
