@@ -58,13 +58,8 @@ void HangingLines::startInLineOf(int column) {
 }
 
 std::optional<int> HangingLines::columnOfBlock() const {
-    if (!chains_) return std::nullopt;
-    for (std::size_t inner = levels_.size() - 1; inner > 0; --inner) {
-        const Level& outer = levels_[inner - 1];
-        const bool isOneOfMany = outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
-        if (isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone) return outer.first;
-    }
-    return std::nullopt;
+    const int column = levels_.back().blocks;
+    return column == kNone ? std::nullopt : std::optional<int>(column);
 }
 
 int HangingLines::columnFor(std::size_t place) const {
@@ -276,6 +271,8 @@ void HangingLines::open(std::size_t place) {
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
     const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
     const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine && !isOneOfMany;
+    const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
+    level.blocks = isInElements ? outer.first : outer.blocks;
     // The arguments behind those of a template hang from where the name of the template stands.
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;

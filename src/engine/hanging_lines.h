@@ -95,6 +95,7 @@ private:
         int call = kNone;            // from where the arguments hang of calls that the first element begins with
         int contents = kNone;        // where lines hang as long as there is no element
         int behindComma = kNone;     // or what follows a comma operator
+        int blocks = kNone;          // from where those hang that stand inside the elements of a list
         std::size_t question = kNoToken;  // the last one
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
         int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
