@@ -34,7 +34,7 @@ enum class ExprRole : std::uint8_t {
 inline constexpr std::size_t kNoToken = std::numeric_limits<std::size_t>::max();
 
 struct ExprToken {
-    Trn::Token token;
+    Trn::Token token;  // its lines and columns count from the start of the text, or are those of the source
     ExprRole role = ExprRole::Operand;
     bool isRegion = false;         // kept as it is
     bool followsCall = false;      // a GroupOpen behind a name, "sizeof", "throw" or a cast's ">"
