@@ -277,8 +277,9 @@ void HangingLines::open(std::size_t place) {
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
     level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
-    const bool isRow = isBrace && chains_ && outer.kind == Level::Kind::Braces && outer.element != kNone &&
-                       chains_->holdsComma(outer.bracket);
+    const bool isFirst = outer.bracket != kNoToken && outer.bracket + 1 == place;
+    const bool isRow = isBrace && chains_ && outer.kind == Level::Kind::Braces && outer.element != kNone && isFirst &&
+                       isAboveRow(place);
     const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
     level.lineColumn = isRow ? outer.element : isOfLambda ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
@@ -290,6 +291,14 @@ void HangingLines::open(std::size_t place) {
         if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
     }
     levels_.push_back(level);
+}
+
+// Whether the line behind the one on which the braces close begins with the next element, as rows do: not `}, {`.
+bool HangingLines::isAboveRow(std::size_t open) const {
+    const std::size_t close = tokens_[open].partner;
+    if (close == kNoToken || kindAt(tokens_, close + 1) != Cpp::Comma) return false;
+    const std::size_t next = nextPlace(tokens_, close + 1);
+    return next < tokens_.size() && tokens_[next].token.start.line > tokens_[close + 1].token.end.line;
 }
 
 // Whether statements follow the "{", of a lambda or in one.

@@ -118,6 +118,7 @@ private:
     void open(std::size_t place);
     void closeLevel(std::size_t place);
     bool opensBody(std::size_t place) const;
+    bool isAboveRow(std::size_t open) const;
     int columnInParentheses(const Level& outer, const Level& level) const;
     int columnInCall(const Level& outer, std::size_t open) const;
     bool standsBelowQuestion(const Level& level, std::size_t colon) const;
