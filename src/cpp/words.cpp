@@ -26,9 +26,10 @@ bool isAmong(std::span<const std::string_view> words, std::string_view word) {
 
 bool takesArgument(const Trn::Token& word) {
     if (word.kind == KeywordExplicit) return true;
-    if (word.kind != Identifier) return false;
-    return isAmong(kArgumentWords, word.text);
+    return word.kind == Identifier && takesArgument(word.text);
 }
+
+bool takesArgument(std::string_view name) { return isAmong(kArgumentWords, name); }
 
 bool namesType(const Trn::Token& word) { return word.kind == Identifier && isAmong(kTypeWords, word.text); }
 

@@ -40,6 +40,7 @@ constexpr bool isStorageWord(int kind) {
 // A name that the language gives an argument in parentheses, which belongs to it: decltype, alignas,
 // noexcept, …
 bool takesArgument(const Trn::Token& word);
+bool takesArgument(std::string_view name);  // that is no keyword
 
 // One of these that makes a type of its argument.
 bool namesType(const Trn::Token& word);

@@ -43,33 +43,32 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
 
 void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
                                         HangingLines::Text hanging) {
-    format(text, out, ExprMode::Expression, kAsInInput, false, blocks, hanging);
+    format(text, out, ExprMode::Expression, kAsInInput, {}, blocks, hanging);
 }
 
 void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& out,
                                              const OptionalText& typeWhitespace, HangingLines::Text hanging) {
-    format(text, out, ExprMode::Declaration, typeWhitespace, false, nullptr, hanging);
+    format(text, out, ExprMode::Declaration, typeWhitespace, {}, nullptr, hanging);
 }
 
 void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, int statementColumn) {
-    format(text, out, ExprMode::Declaration, kAsInInput, false, nullptr, HangingLines::Text::List, statementColumn);
+    format(text, out, ExprMode::Declaration, kAsInInput, {}, nullptr, HangingLines::Text::List, statementColumn);
 }
 
 void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, const OptionalText& typeWhitespace,
                                       LastMarks marks) {
-    lastMarks_ = marks;
-    format(text, out, ExprMode::Declaration, typeWhitespace, true, nullptr, HangingLines::Text::List);
-    lastMarks_ = LastMarks::ByAnchor;
+    format(text, out, ExprMode::Declaration, typeWhitespace, marks, nullptr, HangingLines::Text::List);
 }
 
 void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
                                          HangingLines::Text hanging) {
-    format(text, out, ExprMode::Declarators, kAsInInput, false, blocks, hanging);
+    format(text, out, ExprMode::Declarators, kAsInInput, {}, blocks, hanging);
 }
 
 void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
-                              const OptionalText& typeWhitespace, bool nameFollows, BlocksInText* blocks,
-                              HangingLines::Text hanging, std::optional<int> statementColumn) {
+                              const OptionalText& typeWhitespace, std::optional<LastMarks> marksBeforeName,
+                              BlocksInText* blocks, HangingLines::Text hanging,
+                              std::optional<int> statementColumn) {
     // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
     constexpr std::size_t longText = 8 * 1024;
     ExprTokens ownTokens;
@@ -78,7 +77,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (isLong) tokens.reserve(text.size() / 2);  // what tables of numbers do not exceed
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(), &markers(),
                    lambdaParameters(), &sourceTokens_);
-    Run run(text, tokens, out, mode, typeWhitespace, nameFollows, keepsColumns(), log());
+    Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;
     if (run.keepsLines && !out.keepLeadingSpace()) {
@@ -91,7 +90,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
         if (statementColumn) run.hanging->hangCommasFrom(*statementColumn);
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
-    if (nameFollows) writeTypeEnd(run);
+    if (run.nameFollows) writeTypeEnd(run);
     run.sweep.writeGap();
     run.groups.clear();
 }

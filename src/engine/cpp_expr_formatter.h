@@ -96,8 +96,9 @@ private:
     };
     struct Run;
 
+    // `marksBeforeName`: of those at the end of a type that a name follows; nothing for other texts.
     void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
-                bool nameFollows, BlocksInText* blocks = nullptr,
+                std::optional<LastMarks> marksBeforeName, BlocksInText* blocks = nullptr,
                 HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> statementColumn = {});
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
@@ -168,7 +169,6 @@ private:
     const MacroBodies* macroBodies_ = nullptr;
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
     ExprTokens exprTokens_;
-    LastMarks lastMarks_ = LastMarks::ByAnchor;
 };
 
 }  // namespace Tessel

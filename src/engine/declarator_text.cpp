@@ -31,17 +31,30 @@ std::size_t firstBracketEnd(std::string_view text) {
     return 0;
 }
 
+// The place behind the token, and behind what it opens.
+std::size_t behindGroup(const ExprTokens& tokens, std::size_t place) {
+    return (opensBracket(tokens, place) ? tokens[place].partner : place) + 1;
+}
+
 }  // namespace
 
 bool hasMarkBehindComma(std::string_view declarators) {
     ExprTokens tokens;
     readExprTokens(declarators, ExprMode::Declarators, tokens);
-    for (std::size_t place = 0; place < tokens.size(); ++place) {
-        if (opensBracket(tokens, place)) place = tokens[place].partner;
+    for (std::size_t place = 0; place < tokens.size(); place = behindGroup(tokens, place)) {
         const bool isComma = tokens[place].token.kind == Cpp::Comma;
         if (isComma && isPointerMark(kindAt(tokens, nextPlace(tokens, place)))) return true;
     }
     return false;
+}
+
+std::size_t placeOfValue(std::string_view declarators) {
+    ExprTokens tokens;
+    readExprTokens(declarators, ExprMode::Declarators, tokens);
+    for (std::size_t place = 0; place < tokens.size(); place = behindGroup(tokens, place)) {
+        if (tokens[place].token.kind == Cpp::Assign) return tokens[place].token.offset;
+    }
+    return declarators.size();
 }
 
 std::string_view gapBehindName(std::string_view declarator) {

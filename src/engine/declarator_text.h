@@ -9,6 +9,8 @@ namespace Tessel {
 
 // Whether a "*" or "&" stands in front of one of the names behind the first.
 bool hasMarkBehindComma(std::string_view declarators);
+// Of the first "=" outside all brackets; the text's size where there is none.
+std::size_t placeOfValue(std::string_view declarators);
 
 // The white space, or the place for it, behind the name that the declarator begins with, where a "[" or nothing
 // follows; and that behind the first "]", unless a comment does. Without data elsewhere.

@@ -39,10 +39,7 @@ bool isMadeByMacro(std::string_view type) {
     const std::size_t open = std::min(type.find_first_of("<("), type.size());
     if (!type.substr(open).starts_with('(')) return false;
     const std::string_view front = trimRight(type.substr(0, open));
-    Trn::Token word;
-    word.kind = Cpp::Identifier;
-    word.text = {std::find_if_not(front.rbegin(), front.rend(), Cpp::isNamePart).base(), front.end()};
-    return !Cpp::takesArgument(word);
+    return !Cpp::takesArgument({std::find_if_not(front.rbegin(), front.rend(), Cpp::isNamePart).base(), front.end()});
 }
 
 // Up to where it stands behind no comments.

@@ -32,14 +32,16 @@ struct CppExprFormatter::Group::ElementScope {
 // One sweep over a text.
 struct CppExprFormatter::Run {
     Run(std::string_view wholeText, const ExprTokens& tokensOfText, Zelmor::OIndentBuf& output,
-        ExprMode textMode, const OptionalText& whitespace, bool isNameFollowing, bool keepsColumns, LayoutLog* log)
+        ExprMode textMode, const OptionalText& whitespace, std::optional<LastMarks> marksBeforeName, bool keepsColumns,
+        LayoutLog* log)
         : text(wholeText),
           sweep(wholeText, tokensOfText, output, keepsColumns, log),
           tokens(tokensOfText),
           out(output),
           mode(textMode),
           typeWhitespace(whitespace),
-          nameFollows(isNameFollowing) {}
+          nameFollows(marksBeforeName.has_value()),
+          lastMarks(marksBeforeName.value_or(LastMarks::ByAnchor)) {}
 
     const ExprToken& current() const { return sweep.current(); }
     int kindAt(std::size_t place) const { return Tessel::kindAt(tokens, place); }
@@ -66,6 +68,7 @@ struct CppExprFormatter::Run {
     ExprMode mode;
     const OptionalText& typeWhitespace;
     bool nameFollows;
+    LastMarks lastMarks;  // in front of that name
     bool keepsLines = false;                // those that begin inside the text, if there are any
     std::optional<HangingLines> hanging;    // of lines that are kept
     HangingLines::Text hangingText = HangingLines::Text::Statement;

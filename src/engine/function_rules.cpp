@@ -9,12 +9,10 @@
 #include <utility>
 
 #include "cpp/characters.h"
-#include "cpp/lexer.h"
-#include "cpp/token_kind.h"
-#include "cpp/token_sets.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
+#include "engine/declarator_text.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
 #include "engine/one_line_rules.h"
@@ -42,15 +40,13 @@ std::string_view withoutSpecifiers(std::string_view type) {
 
 bool isSpecifiers(std::string_view type) { return withoutSpecifiers(type).empty(); }
 
-bool takesArgument(std::string_view word) { return Cpp::takesArgument(Cpp::Lexer(word).nextToken()); }
-
 // Whether what stands in front of the name is a macro that, in a line of its own, would be an item by itself: one with
 // arguments, or one in front of what has no return type. Texts of nodes have a blank between tokens.
 bool isItemByItself(std::string_view type, std::string_view name) {
     const std::string_view made = withoutSpecifiers(type);
     const std::string_view word = made.substr(0, made.find(' '));
     const bool hasArguments = word.size() < made.size() && made[word.size() + 1] == '(' && made.ends_with(')');
-    if (hasArguments && made.size() < type.size()) return !takesArgument(word);
+    if (hasArguments && made.size() < type.size()) return !Cpp::takesArgument(word);
     if (!Cpp::isUpperCase(word)) return false;
     if (word.size() < made.size()) return hasArguments;
     const bool isConversion = name.starts_with("operator ") || name.find("::operator ") != name.npos;
@@ -80,20 +76,6 @@ bool startsWithQualifier(std::string_view tail) {
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
     return !head.returnType() && tail.starts_with("->") && tail[last] == ')';
-}
-
-// Of the "=" outside all brackets; npos where there is none.
-std::size_t placeOfValue(std::string_view declarator) {
-    int depth = 0;
-    Cpp::Lexer lexer(declarator);
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        if (Cpp::isTrivia(token.kind)) continue;
-        if (token.kind == Cpp::Assign && depth == 0) return token.offset;
-        if (token.kind == Cpp::OpenParen || token.kind == Cpp::OpenBracket) ++depth;
-        if (token.kind == Cpp::CloseParen || token.kind == Cpp::CloseBracket) --depth;
-        if (depth < 0) depth = 0;  // the ")" behind the name
-    }
-    return declarator.npos;
 }
 
 }  // namespace
@@ -382,7 +364,7 @@ void CppFormatter::writePointerValue(const Cpp::FunctionPtrDeclNode& declaration
     const std::string_view rest = writer_.readThrough(declaration.end());
     const std::size_t assign = placeOfValue(rest);
     const bool holdsStatements = rest.find(';') + 1 < rest.size();
-    if (assign == rest.npos || holdsStatements || writer_.holdsOpaque(rest)) return writer_.write(rest);
+    if (assign == rest.size() || holdsStatements || writer_.holdsOpaque(rest)) return writer_.write(rest);
     const std::string_view blanks = trailingBlanks(rest.substr(0, assign));
     writer_.write(rest.substr(0, assign - blanks.size()));
     if (keepsBreak(blanks, kAsInInput)) {
