@@ -97,24 +97,27 @@ public:
         const auto end = static_cast<Place>(tokens_.size());
         for (Place place = 0; place < end; ++place) {
             const int kind = tokens_.kind(place);
-            if (!isTrivia(kind)) last_ = place;
-            if (isBracket(kind) || kind == Directive) take(place, kind);
+            if (!isTrivia(kind)) {
+                last_ = place;
+                if (isBracket(kind)) takeBracket(kind);
+            } else if (kind == Directive) {
+                takeDirective(place);
+            }
         }
         return std::move(folds_);
     }
 
 private:
-    void take(Place place, int kind) {
-        switch (kind) {
-            case OpenParen:
-            case OpenBracket:
-            case OpenBrace: state_ = brackets_.open(state_, kind); return;
-            case CloseParen:
-            case CloseBracket:
-            case CloseBrace: close(openKindOf(kind)); return;
-            case Directive: break;
-            default: return;
+    void takeBracket(int kind) {
+        const bool opens = kind == OpenParen || kind == OpenBracket || kind == OpenBrace;
+        if (opens) {
+            state_ = brackets_.open(state_, kind);
+        } else {
+            close(openKindOf(kind));
         }
+    }
+
+    void takeDirective(Place place) {
         switch (stepOf(tokens_[place])) {
             case Step::Open:
                 groups_.push_back({state_, {}});

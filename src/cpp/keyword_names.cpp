@@ -1,17 +1,12 @@
 #include "cpp/keyword_names.h"
 
-#include "cpp/token_kind.h"
-#include "cpp/token_sets.h"
-
 namespace Cpp {
 
-namespace {
-
 // Told by the token behind the keyword; in front of a ";", by the end of a type before it.
-bool isNameBefore(int word, int ahead, int following) {
-    const bool endsDeclaration = following == Semicolon && (ahead == Identifier || ahead == Asterisk);
+bool KeywordNames::isNameBefore(int following) const {
+    const bool endsDeclaration = following == Semicolon && (ahead_ == Identifier || ahead_ == Asterisk);
     if (following < Semicolon || following > ArrowAsterisk || following == OpenBrace) return false;
-    switch (word) {
+    switch (last_) {
         case KeywordPublic:
         case KeywordProtected:
         case KeywordPrivate: return following != Colon && following != CloseBrace;
@@ -25,16 +20,6 @@ bool isNameBefore(int word, int ahead, int following) {
         case KeywordClass: return following == Semicolon || following == Dot || following == Arrow;
         default: return false;
     }
-}
-
-}  // namespace
-
-bool KeywordNames::endsNameAt(int kind) {
-    if (isTrivia(kind)) return false;
-    const bool isName = isNameBefore(last_, ahead_, kind);
-    ahead_ = isName ? Identifier : last_;
-    last_ = kind;
-    return isName;
 }
 
 }  // namespace Cpp

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "trn/token.h"
+#include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 
 namespace Cpp {
 
@@ -10,9 +11,17 @@ class KeywordNames {
 public:
     // To be told of the kind of each token in turn. Says whether the last one before it that is no comment or directive,
     // a keyword, is a name.
-    bool endsNameAt(int kind);
+    bool endsNameAt(int kind) {
+        if (isTrivia(kind)) return false;
+        const bool isName = isKeyword(last_) && isNameBefore(kind);
+        ahead_ = isName ? Identifier : last_;
+        last_ = kind;
+        return isName;
+    }
 
 private:
+    bool isNameBefore(int following) const;
+
     int ahead_ = Trn::kEndKind;  // in front of the last one
     int last_ = Trn::kEndKind;
 };

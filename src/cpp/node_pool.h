@@ -21,9 +21,9 @@ public:
 
 private:
     // Blocks are whole units, so that all of them are aligned.
-    static constexpr std::size_t kUnit = alignof(std::max_align_t);
-    static constexpr std::size_t kLargestInUnits = 16;
-    static constexpr std::size_t kChunkInUnits = 2048;
+    static constexpr std::size_t kUnit = alignof(void*);
+    static constexpr std::size_t kLargestInUnits = 32;
+    static constexpr std::size_t kChunkInUnits = 4096;
 
     struct alignas(kUnit) Unit {
         Unit* next;  // of the blocks of one size that are free

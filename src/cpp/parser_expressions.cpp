@@ -96,9 +96,10 @@ void Parser::takeGroup(TokenBuffer& tokens, Index close, Expression& expression)
     while (tokens.place() <= close) {
         skipTrivia(tokens);
         const Index here = tokens.place();
-        if (tokens.kindAt(here) == Unknown) return;
-        noteBody(tokens, expression);
-        if (tokens.kindAt(here) == OpenBrace && takeBody(tokens, expression)) continue;
+        const int kind = tokens.kindAt(here);
+        if (kind == Unknown) return;
+        if (kind == OpenBracket || kind == Identifier) noteBody(tokens, expression);
+        if (kind == OpenBrace && takeBody(tokens, expression)) continue;
         expression.add(tokens.next(), here);
     }
 }

@@ -11,12 +11,6 @@ namespace Cpp {
 
 namespace {
 
-// A link holds a place, or none, and what else is known of its token.
-constexpr std::uint32_t kPlaceMask = 0x3fffffff;
-constexpr std::uint32_t kNoLink = kPlaceMask;
-constexpr std::uint32_t kIsTrivia = 0x80000000;
-constexpr std::uint32_t kHoldsStatements = 0x40000000;
-
 constexpr bool beginsStatement(int kind) {
     return isControlKeyword(kind) || isJumpKeyword(kind) || kind == KeywordCase;
 }
@@ -43,7 +37,7 @@ public:
         : tokens_(tokens), links_(result.links_), mismatches_(result.mismatches_) {}
 
     void run() {
-        links_.assign(tokens_.size(), kNoLink);
+        links_.assign(tokens_.size(), TokenLinks::kNoLink);
         Place firstTrivia = 0;
         Place triviaCount = 0;
         const auto end = static_cast<Place>(tokens_.size());
@@ -57,11 +51,11 @@ public:
                 if (triviaCount++ == 0) firstTrivia = place;
                 continue;
             }
-            for (; triviaCount > 0; --triviaCount) links_[firstTrivia++] = place | kIsTrivia;
+            for (; triviaCount > 0; --triviaCount) links_[firstTrivia++] = place | TokenLinks::kIsTrivia;
             take(place);
         }
         for (; triviaCount > 0; --triviaCount) {
-            links_[firstTrivia++] = static_cast<Place>(tokens_.size()) | kIsTrivia;
+            links_[firstTrivia++] = static_cast<Place>(tokens_.size()) | TokenLinks::kIsTrivia;
         }
         dropAngles();
         for (const Place place : open_) mismatches_.push_back({place, TokenLinks::kNone});
@@ -120,7 +114,7 @@ private:
         return place;
     }
 
-    void join(Place openPlace, Place closePlace) { links_[openPlace] = (links_[openPlace] & ~kPlaceMask) | closePlace; }
+    void join(Place openPlace, Place closePlace) { links_[openPlace] = (links_[openPlace] & ~TokenLinks::kPlaceMask) | closePlace; }
 
     // "operator<" is a name; what follows it may have arguments.
     bool canPrecedeArguments() const {
@@ -173,7 +167,7 @@ private:
     }
 
     void markStatements() {
-        if (!open_.empty()) links_[open_.back()] |= kHoldsStatements;
+        if (!open_.empty()) links_[open_.back()] |= TokenLinks::kHoldsStatements;
     }
 
     const Trn::TokenList& tokens_;
@@ -186,20 +180,5 @@ private:
 };
 
 TokenLinks::TokenLinks(const Trn::TokenList& tokens) { LinkFinder(tokens, *this).run(); }
-
-TokenLinks::Index TokenLinks::closing(Index open) const {
-    if (open >= links_.size()) return kNone;
-    const std::uint32_t place = links_[open] & kPlaceMask;
-    return place == kNoLink || (links_[open] & kIsTrivia) != 0 ? kNone : place;
-}
-
-TokenLinks::Index TokenLinks::significant(Index place) const {
-    if (place >= links_.size() || (links_[place] & kIsTrivia) == 0) return place;
-    return links_[place] & kPlaceMask;
-}
-
-bool TokenLinks::holdsStatements(Index open) const {
-    return open < links_.size() && (links_[open] & kHoldsStatements) != 0;
-}
 
 }  // namespace Cpp

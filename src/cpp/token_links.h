@@ -35,17 +35,32 @@ public:
     // The number of tokens.
     Index size() const { return links_.size(); }
     // The bracket that closes the one at the place; kNone where nothing does, or nothing is open there.
-    Index closing(Index open) const;
+    Index closing(Index open) const {
+        if (open >= links_.size()) return kNone;
+        const std::uint32_t place = links_[open] & kPlaceMask;
+        return place == kNoLink || (links_[open] & kIsTrivia) != 0 ? kNone : place;
+    }
     // The first token at or behind the place that is no comment, directive or region.
-    Index significant(Index place) const;
+    Index significant(Index place) const {
+        if (place >= links_.size() || (links_[place] & kIsTrivia) == 0) return place;
+        return links_[place] & kPlaceMask;
+    }
     // Whether a ";" or the keyword of a statement stands between the bracket at the place and the closing one, outside
     // of other brackets.
-    bool holdsStatements(Index open) const;
+    bool holdsStatements(Index open) const {
+        return open < links_.size() && (links_[open] & kHoldsStatements) != 0;
+    }
 
     const std::vector<Mismatch>& mismatches() const { return mismatches_; }
 
 private:
     friend class LinkFinder;
+
+    // A link holds a place, or none, and what else is known of its token.
+    static constexpr std::uint32_t kPlaceMask = 0x3fffffff;
+    static constexpr std::uint32_t kNoLink = kPlaceMask;
+    static constexpr std::uint32_t kIsTrivia = 0x80000000;
+    static constexpr std::uint32_t kHoldsStatements = 0x40000000;
 
     std::vector<std::uint32_t> links_;
     std::vector<Mismatch> mismatches_;

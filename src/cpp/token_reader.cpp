@@ -37,8 +37,9 @@ Trn::TokenList readTokens(Lexer& lexer) {
     do {
         token = lexer.nextToken();
         if (names.endsNameAt(token.kind)) tokens.setKind(previous, Identifier);
-        if (!isTrivia(token.kind)) previous = tokens.size();
-        if (opensUnusedBlock(token)) {
+        if (!isTrivia(token.kind)) {
+            previous = tokens.size();
+        } else if (opensUnusedBlock(token)) {
             takeRegion(lexer, token, UnreadBlock, unusedBlockStep);
         } else if (opensProtectedRegion(token)) {
             takeRegion(lexer, token, ProtectedRegion, protectedRegionStep);

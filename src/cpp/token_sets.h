@@ -20,6 +20,10 @@ constexpr bool isTrivia(int kind) {
     return kind == Directive || isComment(kind) || isRegion(kind);
 }
 
+constexpr bool isKeyword(int kind) {
+    return kind >= KeywordClass && kind <= KeywordVoid;
+}
+
 constexpr bool isBracket(int kind) {
     return (kind >= OpenParen && kind <= CloseBrace) || kind == OpenBracket || kind == CloseBracket;
 }

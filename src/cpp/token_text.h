@@ -11,9 +11,16 @@ namespace Cpp {
 // The text and extent of a run of tokens: their texts with one blank between neighbours.
 class TokenText {
 public:
-    void add(const Trn::Token& token) { add(token, " "); }
+    void add(const Trn::Token& token) {
+        if (!text_.empty() && !token.text.empty()) text_.push_back(' ');
+        append(token);
+    }
     // Adds without a blank in front.
-    void append(const Trn::Token& token) { add(token, ""); }
+    void append(const Trn::Token& token) {
+        text_ += token.text;
+        ++size_;
+        extend(token);
+    }
     // Widens the extent by a token without adding its text.
     void extend(const Trn::Token& token) {
         if (!Trn::isSet(start_)) start_ = token.start;
@@ -35,13 +42,6 @@ public:
     }
 
 private:
-    void add(const Trn::Token& token, const char* separator) {
-        if (!text_.empty() && !token.text.empty()) text_ += separator;
-        text_ += token.text;
-        ++size_;
-        extend(token);
-    }
-
     std::string text_;
     int size_ = 0;
     Trn::Position start_;

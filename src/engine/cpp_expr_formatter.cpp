@@ -74,7 +74,6 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     ExprTokens ownTokens;
     const bool isLong = text.size() > longText;
     ExprTokens& tokens = blocks || isLong ? ownTokens : exprTokens_;
-    if (isLong) tokens.reserve(text.size() / 2);  // what tables of numbers do not exceed
     readExprTokens(text, mode, tokens, blocks ? blocks->extents() : std::span<const TextExtent>(), &markers(),
                    lambdaParameters(), &sourceTokens_);
     Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
@@ -225,8 +224,8 @@ void CppExprFormatter::passToken(Run& run) {
     // The blanks in front of a comment go with it.
     const bool isBehindText = run.current().role == ExprRole::Trivia && run.out.lineHasText();
     const int column = columnToIndentFrom(run.out);
-    const std::string_view blanks = isBehindText ? run.sweep.gap() : std::string_view();
-    run.hanging->pass(place, columnAfter(blanks, column, run.out.tabSize()), place > 0 && !run.out.lineHasText());
+    run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out.tabSize()) : column,
+                      place > 0 && !run.out.lineHasText());
 }
 
 void CppExprFormatter::writeToken(Run& run) {

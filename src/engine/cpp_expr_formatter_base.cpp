@@ -103,7 +103,7 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, Separ
     return out.takeText();
 }
 
-void CppExprFormatterBase::writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
+void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
                                           OIndentBuf& out) {
     const std::string_view before = spacing.before.text;
     if (listColumn && spacing.before.hasLineFeed()) {

@@ -94,7 +94,7 @@ protected:
 
     // At a separator in `sweep`: writes it with the white space around it, up to the token that follows.
     // `listColumn` is that of the list's elements, or null where they need not be aligned.
-    void writeSeparator(TextSweep& sweep, SeparatorSpacing spacing, const int* listColumn,
+    void writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
                         Zelmor::OIndentBuf& out);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
     void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);

@@ -77,7 +77,7 @@ bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
 bool CppExprFormatter::namesArgument(const Run& run, std::size_t place) {
     const bool followsComment = place > 0 && run.kindAt(place - 1) == Cpp::BlockComment;
     return followsComment && run.tokens[place - 1].token.text.ends_with("=*/") && !run.sweep.gap().empty() &&
-           run.sweep.gap().find_first_not_of(kBlanks) == std::string_view::npos;
+           isBlanks(run.sweep.gap());
 }
 
 // Of the gap in front of the current token, about which no token has anything to say.
@@ -86,7 +86,7 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
     if (namesArgument(run, place)) return isPresent(&settings_.otherGaps.none) ? &settings_.otherGaps.none : nullptr;
     if (place == 0 || run.previous != place - 1 || (gap.empty() && !mayNeedBlank(run.previousKind()))) return nullptr;
-    if (gap.find_first_not_of(kBlanks) != gap.npos) return nullptr;
+    if (!isBlanks(gap)) return nullptr;
     const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
     const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;
     const bool isThere = !log() && text.text == gap;

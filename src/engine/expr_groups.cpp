@@ -147,8 +147,7 @@ void CppExprFormatter::writeComma(Run& run) {
     const OptionalText* const joined = wrapsLines() && !spacing.before.present ? joinedLine(run) : nullptr;
     run.previous = run.sweep.place();
     run.after = nullptr;
-    const bool standsApart = run.sweep.gap().find_first_not_of(kBlanks) == std::string_view::npos;
-    const bool isOther = !spacing.before.present && settings_.otherGaps.none.present && standsApart;
+    const bool isOther = !spacing.before.present && settings_.otherGaps.none.present && isBlanks(run.sweep.gap());
     const OptionalText& before = joined ? *joined : isOther ? settings_.otherGaps.none : spacing.before;
     writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
                    group.isList ? &group.listColumn : nullptr, run.out);

@@ -38,10 +38,9 @@ void CppExprFormatter::keepLine(Run& run) {
     if (!run.hanging) return run.sweep.writeGap();
     const std::string_view gap = run.sweep.takeGap();
     run.sweep.leave(gap, WantedText(gap, keyOfKeptLine(run)));
-    const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
     const int column = columnOfKeptLine(run, gap);
+    for (auto lineFeeds = std::ranges::count(gap, '\n'); lineFeeds > 0; --lineFeeds) run.out.write("\n");
     IndentScope indent(run.out, indentToColumn(run.out, column));
-    run.out.write(std::string(lineFeeds, '\n'));
     run.out.startLine();
     run.startsAtMargin = column == 0;
 }

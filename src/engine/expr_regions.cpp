@@ -33,8 +33,10 @@ public:
     RegionFinder(const MarkerPairs& markers, ExprTokens& tokens) : markers_(markers), tokens_(tokens) {}
 
     void run() {
-        std::size_t kept = 0;
-        for (std::size_t place = 0; place < tokens_.size(); ++place, ++kept) {
+        // Most texts hold nothing that could open one.
+        const auto first = std::ranges::find(tokens_, ExprRole::Trivia, &ExprToken::role);
+        auto kept = static_cast<std::size_t>(first - tokens_.begin());
+        for (std::size_t place = kept; place < tokens_.size(); ++place, ++kept) {
             if (kept < place) tokens_[kept] = tokens_[place];
             const ExprToken& token = tokens_[kept];
             if (token.role == ExprRole::Block) holdsBlock_ = true;

@@ -14,6 +14,8 @@ namespace {
 
 void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens, SourceTokens* source) {
     if (source && source->add(text, first, last, tokens)) return;
+    constexpr std::size_t charactersToToken = 2;  // tables of numbers have fewer tokens
+    if (tokens.capacity() == 0) tokens.reserve((last - first) / charactersToToken);
     Cpp::Lexer lexer(text.substr(first, last - first));
     Cpp::KeywordNames names;
     std::size_t previous = 0;  // the last token that is no comment or directive

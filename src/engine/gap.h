@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,10 @@ inline constexpr std::string_view kBlanks = " \t";
 // What isspace accepts in the C locale.
 constexpr bool isWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isAllWhitespace(std::string_view text);
+// White space within a line, or nothing.
+inline bool isBlanks(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t'; });
+}
 
 // White space with a line end in it, and nothing else.
 bool isLineBreak(std::string_view text);

@@ -23,6 +23,7 @@ bool SourceTokens::add(std::string_view text, std::size_t first, std::size_t las
     if (begin > 0 && tokens_->endOffset(begin - 1) > start + first) return false;
     const std::size_t countBefore = tokens.size();
     Index place = begin;
+    if (tokens.capacity() == 0) tokens.reserve(firstFrom(start + last) - begin);
     for (; tokens_->offset(place) < start + last; ++place) {
         Trn::Token token = (*tokens_)[place];
         if (Cpp::isRegion(token.kind) || token.offset + token.length > start + last) {

@@ -83,7 +83,7 @@ void tellLines(LayoutObserver& observer, const Zelmor::TextDocument& source, con
         const std::string_view line = text.substr(start, end - start);
         while (token != opaque.end() && std::size_t{token->offset} + token->length <= start) ++token;
         if (token == opaque.end() || token->offset >= start) tellLine(observer, source, line, start);
-        const bool isEmpty = line.find_first_not_of(kBlanks) == std::string_view::npos;
+        const bool isEmpty = isBlanks(line);
         if (!isEmpty && emptyLines > 0) tell(observer, Keys::MAX_BLANK_LINES, source, start, emptyLines);
         emptyLines = isEmpty ? emptyLines + 1 : 0;
         start = end + 1;

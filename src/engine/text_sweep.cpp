@@ -51,8 +51,18 @@ void TextSweep::copyGap(const WantedText& absent) {
     leave(copied, absent);
 }
 
+// Whether the gap is no more than the one blank that is wanted, or nothing, as most are.
+bool TextSweep::isAsWanted(std::string_view gap, const WantedText& wanted) const {
+    return gap == wanted.text() && (gap.empty() || gap == " ") && !endedLine_ && !log_;
+}
+
 void TextSweep::replaceGap(WantedText wanted) {
     const std::string_view whole = gap();
+    if (isAsWanted(whole, wanted)) {
+        take(whole);
+        out_.writeVerbatim(whole);
+        return;
+    }
     const bool losesLineEnd = !wanted.hasLineFeed() && isLineBreak(whole);
     if (losesLineEnd && (isInDirective_ || isBeforeDirective())) wanted = kLineFeed;
     take(whole);
@@ -92,18 +102,20 @@ bool TextSweep::endsItsLine() const {
 }
 
 void TextSweep::writeToken() {
-    if (isOpaque(current().token, currentText())) {
-        writeLiteral(currentText(), out_);
+    const std::string_view text = currentText();
+    if (isOpaque(current().token, text)) {
+        writeLiteral(text, out_);
     } else {
-        out_.write(currentText());
+        out_.write(text);
     }
     passToken();
 }
 
 void TextSweep::passToken() {
-    endedLine_ = currentText().ends_with('\n');
-    if (currentKind() != Cpp::BlockComment) isInDirective_ = currentKind() == Cpp::Directive && !endedLine_;
-    written_ = current().token.offset + current().token.length;
+    const Trn::Token& token = current().token;
+    written_ = token.offset + token.length;
+    endedLine_ = token.length > 0 && text_[written_ - 1] == '\n';
+    if (token.kind != Cpp::BlockComment) isInDirective_ = token.kind == Cpp::Directive && !endedLine_;
     ++place_;
 }
 

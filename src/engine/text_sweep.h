@@ -77,6 +77,7 @@ private:
         if (isInDirective_ && isLineBreak(gap)) isInDirective_ = false;
         written_ += gap.size();
     }
+    bool isAsWanted(std::string_view gap, const WantedText& wanted) const;
     void replaceGap(WantedText wanted);
     void copyGap(const WantedText& absent);
     bool joinsTokens() const;

@@ -1,12 +1,14 @@
 #include "engine/token_proof.h"
 
 #include <algorithm>
+#include <array>
 
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/convertible_blanks.h"
 #include "engine/directive_proof.h"
+#include "engine/equal_text.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/token_boundary.h"
@@ -47,9 +49,27 @@ struct Cursor {
     }
 };
 
+// Where a character stands next in a text.
+class NextOf {
+public:
+    NextOf(char character, std::string_view text) : character_(character), text_(text), next_(text.find(character)) {}
+
+    // At `place` or behind it, as are all that are asked for after it; npos where there is none.
+    std::size_t from(std::size_t place) {
+        if (next_ < place) next_ = text_.find(character_, place);
+        return next_;
+    }
+
+private:
+    char character_;
+    std::string_view text_;
+    std::size_t next_;
+};
+
 class Comparison {
 public:
-    Comparison(std::string_view source, std::string_view result) : source_{source}, result_{result} {}
+    Comparison(std::string_view source, std::string_view result)
+        : source_{source}, result_{result}, special_{{{'"', source}, {'\'', source}, {'\\', source}}} {}
 
     std::optional<std::size_t> run(const Cpp::OpaqueTokens& opaque) {
         for (const Cpp::OpaqueToken& token : opaque) {
@@ -85,18 +105,16 @@ private:
     // What is the same with the same white space in it, and holds no literal, as most of a text is.
     void skipPlain(std::size_t end) {
         if (isInDirective_) return;  // the next white space may end it
-        const char* source = source_.text.data() + source_.place;
-        const char* result = result_.text.data() + result_.place;
-        const std::size_t limit = std::min(end - source_.place, result_.text.size() - result_.place);
-        std::size_t count = 0;
-        while (count < limit && source[count] == result[count] && isPlain(source[count])) ++count;
+        const std::string_view source = source_.text.substr(source_.place);
+        std::size_t plain = end;
+        for (NextOf& special : special_) plain = std::min(plain, special.from(source_.place));
+        std::size_t count =
+            equalLength(source, result_.text.substr(result_.place), plain - source_.place);
         // The gap in front of what differs is compared as a whole.
         while (count > 0 && isWhitespace(source[count - 1])) --count;
         source_.place += count;
         result_.place += count;
     }
-
-    static constexpr bool isPlain(char c) { return c != '"' && c != '\'' && c != '\\'; }
 
     bool compareUnit() {
         const std::size_t length = unitLength();
@@ -299,6 +317,7 @@ private:
 
     Cursor source_;
     Cursor result_;
+    std::array<NextOf, 3> special_;  // of what begins a literal or a splice
     std::size_t unitEnd_ = 0;     // of the last literal, in the source
     bool mayBeRaw_ = false;       // it would be with a "(" behind it
     std::string_view number_;     // with a separator, that the last literal is in truth

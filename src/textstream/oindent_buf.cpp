@@ -45,10 +45,12 @@ OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLead
 
 std::size_t OIndentBuf::write(std::string_view text) {
     if (text.empty()) return 0;
-    return goesOnPlainly(text) ? putOnLine(text) : writeLines(text);
+    if (goesOnPlainly(text) || startsPlainly(text)) return putOnLine(text);
+    return text == "\n" ? putLines(text) : writeLines(text);
 }
 
 std::size_t OIndentBuf::putOnLine(std::string_view text) {
+    if (column_ == 0 && put(indent_) != indent_.size()) return 0;
     if (!lineHasText_ || textColumn_ < 0) noteText(text);
     return putPlain(text);
 }

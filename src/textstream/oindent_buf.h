@@ -67,6 +67,8 @@ private:
 
     // Whether it goes behind what stands on the line, and stays there as it is.
     bool goesOnPlainly(std::string_view text) const { return column_ > 0 && isPlain(text); }
+    // Whether it begins a line, behind the indentation, and stays there as it is.
+    bool startsPlainly(std::string_view text) const { return column_ == 0 && text.front() > ' ' && isPlain(text); }
     std::size_t putOnLine(std::string_view text);
     std::size_t writeLines(std::string_view text);
     std::size_t putLines(std::string_view lines);

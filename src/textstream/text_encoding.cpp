@@ -21,7 +21,9 @@ std::size_t countCarriageReturnLineFeeds(std::string_view text) {
 }
 
 std::size_t countOf(std::string_view text, char character) {
-    return static_cast<std::size_t>(std::count(text.begin(), text.end(), character));
+    std::size_t count = 0;
+    for (std::size_t at = text.find(character); at != text.npos; at = text.find(character, at + 1)) ++count;
+    return count;
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ inline std::size_t TokenList::endOffset(Index place) const {
 // The first token of a line tells where the line starts.
 inline bool TokenList::isPlain(const Token& token) {
     const std::uint32_t start = token.offset + 1 - token.start.column;
-    if (token.start.line >= lineStarts_.size()) lineStarts_.resize(std::size_t{token.start.line} + 1, kUnknown);
+    while (token.start.line >= lineStarts_.size()) lineStarts_.push_back(kUnknown);
     std::uint32_t& lineStart = lineStarts_[token.start.line];
     if (lineStart == kUnknown) lineStart = start;
     return start == lineStart && token.length > 0 && token.length <= std::numeric_limits<std::uint16_t>::max() &&
