@@ -30,8 +30,9 @@ MovedPositions::MovedPositions(const Zelmor::TextDocument& source, const Zelmor:
 Trn::Position MovedPositions::moved(Trn::Position position) {
     if (!Trn::isSet(position)) return position;
     const std::uint32_t beyondLineFeed = position.column == 0 ? 1 : 0;
-    const std::uint32_t line = sameLines_.lineAfter(position.line - beyondLineFeed);
-    if (line > 0) return {line + beyondLineFeed, position.column};
+    const SameLines::Line line = sameLines_.lineAfter(position.line - beyondLineFeed);
+    if (line.number > 0 && beyondLineFeed > 0) return {line.number + 1, 0};
+    if (line.number > 0) return {line.number, position.column + static_cast<std::uint32_t>(line.shift)};
     const std::size_t offset = movedEndByText(offsetOf(source_, position));
     while (line_ < result_.lineCount() && result_.offsetOf(line_ + 1, 0) <= offset) ++line_;
     while (result_.offsetOf(line_, 0) > offset) --line_;
@@ -44,9 +45,10 @@ std::size_t MovedPositions::movedEnd(std::size_t end) {
     // A line end belongs to the line that it ends.
     while (source_.offsetOf(sourceLine_ + 1, 0) < end) ++sourceLine_;
     while (source_.offsetOf(sourceLine_, 0) >= end) --sourceLine_;
-    const std::uint32_t line = sameLines_.lineAfter(static_cast<std::uint32_t>(sourceLine_));
-    if (line == 0) return movedEndByText(end);
-    return result_.offsetOf(static_cast<int>(line), 0) + end - source_.offsetOf(sourceLine_, 0);
+    const SameLines::Line line = sameLines_.lineAfter(static_cast<std::uint32_t>(sourceLine_));
+    if (line.number == 0) return movedEndByText(end);
+    const std::size_t fromEnd = source_.offsetOf(sourceLine_ + 1, 0) - end;
+    return result_.offsetOf(static_cast<int>(line.number) + 1, 0) - fromEnd;
 }
 
 std::size_t MovedPositions::movedEndByText(std::size_t end) {

@@ -35,7 +35,7 @@ private:
 
     const Zelmor::TextDocument& source_;
     const Zelmor::TextDocument& result_;
-    SameLines sameLines_;  // in which only the line is another
+    SameLines sameLines_;  // in which no more than the indentation is another
     SideBySide sides_;
     std::vector<SideBySide> passed_;  // the states that `sides_` had every so often, in order
     int line_ = 1;                    // of the result, where the search for the next place starts

@@ -33,10 +33,15 @@ int charactersIn(std::string_view line) {
     return count;
 }
 
+SameLines::Line lineAt(std::size_t number, std::string_view before, std::string_view after) {
+    const auto shift = static_cast<std::ptrdiff_t>(after.size()) - static_cast<std::ptrdiff_t>(before.size());
+    return {static_cast<std::uint32_t>(number), static_cast<std::int32_t>(shift)};
+}
+
 }  // namespace
 
 SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after)
-    : linesAfter_{0}, others_{0} {
+    : linesAfter_(1), others_{0} {
     linesAfter_.reserve(static_cast<std::size_t>(before.lineCount()) + 1);
     others_.reserve(static_cast<std::size_t>(after.lineCount()) + 1);
     LineReader linesBefore(before);
@@ -47,10 +52,12 @@ SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocum
         const bool takesAfter = !linesAfter.atEnd() && (ahead <= 0 || linesBefore.atEnd());
         const std::string_view lineBefore = takesBefore ? linesBefore.next() : std::string_view();
         const std::string_view lineAfter = takesAfter ? linesAfter.next() : std::string_view();
-        const bool isSame = ahead == 0 && takesBefore && takesAfter && lineBefore == lineAfter;
+        const bool areBeside = ahead == 0 && takesBefore && takesAfter;
+        const bool isSame = areBeside && lineBefore == lineAfter;
+        const bool areAlike = isSame || (areBeside && trimLeft(lineBefore) == trimLeft(lineAfter));
         if (takesAfter) others_.push_back(others_.back() + (isSame ? 0 : 1));
-        if (takesBefore) linesAfter_.push_back(isSame ? static_cast<std::uint32_t>(others_.size() - 1) : 0);
-        if (!isSame) ahead += charactersIn(lineAfter) - charactersIn(lineBefore);
+        if (takesBefore) linesAfter_.push_back(areAlike ? lineAt(others_.size() - 1, lineBefore, lineAfter) : Line());
+        if (!areAlike) ahead += charactersIn(lineAfter) - charactersIn(lineBefore);
     }
 }
 

@@ -16,16 +16,22 @@ public:
     SameLines() = default;
     SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocument& after);
 
-    // What has become of a line of the first text; 0 when there is none like it.
-    std::uint32_t lineAfter(std::uint32_t line) const { return line < linesAfter_.size() ? linesAfter_[line] : 0; }
+    // A line of the second text that has all that stands in one of the first, maybe behind another indentation.
+    struct Line {
+        std::uint32_t number = 0;  // 0 when there is none
+        std::int32_t shift = 0;    // by how many characters what is no indentation has moved to the right
+    };
+
+    // What has become of a line of the first text.
+    Line lineAfter(std::uint32_t line) const { return line < linesAfter_.size() ? linesAfter_[line] : Line(); }
     // Nobody will ask that any more.
-    void forgetLinesAfter() { std::vector<std::uint32_t>().swap(linesAfter_); }
+    void forgetLinesAfter() { std::vector<Line>().swap(linesAfter_); }
     // Whether all lines of the second text from that of one position to that of the other stood in the first.
     bool contain(Trn::Position start, Trn::Position end) const;
 
 private:
-    std::vector<std::uint32_t> linesAfter_;  // of each line
-    std::vector<std::uint32_t> others_;      // of each line of the second text, the number of new ones in front of it
+    std::vector<Line> linesAfter_;       // of each line
+    std::vector<std::uint32_t> others_;  // of each line of the second text, the number of new ones in front of it
 };
 
 }  // namespace Tessel
