@@ -83,12 +83,12 @@ void LineEnds::writeCode(std::size_t end) {
         const std::size_t lineFeed = result_.substr(0, end).find('\n', place);
         if (lineFeed == std::string_view::npos) break;
         std::size_t gapStart = lineFeed;
-        while (gapStart > place && isWhitespace(result_[gapStart - 1])) --gapStart;
-        bool isInOrder = gapStart == lineFeed && gapStart > 0;
-        for (place = lineFeed + 1; place < end && isWhitespace(result_[place]); ++place) {
-            isInOrder &= result_[place] != '\n';
-        }
+        while (gapStart > copied_ && isWhitespace(result_[gapStart - 1])) --gapStart;
+        place = lineFeed + 1;
+        // Blanks in front of another line end are found from there.
+        const bool isInOrder = gapStart == lineFeed && gapStart > 0 && (place >= end || result_[place] != '\n');
         if (isInOrder) continue;
+        while (place < end && isWhitespace(result_[place])) ++place;
         copyTo(gapStart);
         writeGap(result_.substr(gapStart, place - gapStart), gapStart > 0 && result_[gapStart - 1] == '\\');
         copied_ = place;
