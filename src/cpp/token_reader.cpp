@@ -33,9 +33,8 @@ Trn::TokenList readTokens(Lexer& lexer) {
     tokens.reserve(lexer.text().size() / charactersToToken + 1);
     std::size_t previous = 0;  // the last token that is no comment
     KeywordNames names;
-    Trn::Token token;
-    do {
-        token = lexer.nextToken();
+    while (true) {
+        Trn::Token token = lexer.nextToken();
         if (names.endsNameAt(token.kind)) tokens.setKind(previous, Identifier);
         if (!isTrivia(token.kind)) {
             previous = tokens.size();
@@ -45,8 +44,8 @@ Trn::TokenList readTokens(Lexer& lexer) {
             takeRegion(lexer, token, ProtectedRegion, protectedRegionStep);
         }
         tokens.add(token);
-    } while (token.kind != Trn::kEndKind);
-    return tokens;
+        if (token.kind == Trn::kEndKind) return tokens;
+    }
 }
 
 }  // namespace Cpp
