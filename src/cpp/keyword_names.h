@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 
@@ -9,14 +13,14 @@ namespace Cpp {
 // `template.next = 0;` and `for (try = 0; …)`.
 class KeywordNames {
 public:
-    // To be told of the kind of each token in turn. Says whether the last one before it that is no comment or directive,
-    // a keyword, is a name.
-    bool endsNameAt(int kind) {
-        if (isTrivia(kind)) return false;
+    // To be told of the kind and the place of each token in turn that is no comment or directive. The place of the one
+    // before it, where that is a keyword, and a name; nothing otherwise.
+    std::optional<std::size_t> nameBefore(int kind, std::size_t place) {
         const bool isName = isKeyword(last_) && isNameBefore(kind);
         ahead_ = isName ? Identifier : last_;
         last_ = kind;
-        return isName;
+        const std::size_t lastPlace = std::exchange(lastPlace_, place);
+        return isName ? std::optional(lastPlace) : std::nullopt;
     }
 
 private:
@@ -24,6 +28,7 @@ private:
 
     int ahead_ = Trn::kEndKind;  // in front of the last one
     int last_ = Trn::kEndKind;
+    std::size_t lastPlace_ = 0;
 };
 
 }  // namespace Cpp

@@ -31,13 +31,11 @@ Trn::TokenList readTokens(Lexer& lexer) {
     constexpr std::size_t charactersToToken = 4;
     Trn::TokenList tokens(lexer.text());
     tokens.reserve(lexer.text().size() / charactersToToken + 1);
-    std::size_t previous = 0;  // the last token that is no comment
     KeywordNames names;
     while (true) {
         Trn::Token token = lexer.nextToken();
-        if (names.endsNameAt(token.kind)) tokens.setKind(previous, Identifier);
         if (!isTrivia(token.kind)) {
-            previous = tokens.size();
+            if (const auto name = names.nameBefore(token.kind, tokens.size())) tokens.setKind(*name, Identifier);
         } else if (opensUnusedBlock(token)) {
             takeRegion(lexer, token, UnreadBlock, unusedBlockStep);
         } else if (opensProtectedRegion(token)) {

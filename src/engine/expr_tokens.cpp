@@ -18,18 +18,16 @@ void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprT
     if (tokens.capacity() == 0) tokens.reserve((last - first) / charactersToToken);
     Cpp::Lexer lexer(text.substr(first, last - first));
     Cpp::KeywordNames names;
-    std::size_t previous = 0;  // the last token that is no comment or directive
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         ExprToken& added = tokens.emplace_back();
         added.token = token;
         added.token.offset += static_cast<std::uint32_t>(first);
         // The lexer's own text would end with the lexer.
         added.token.text = text.substr(added.token.offset, token.length);
-        if (names.endsNameAt(token.kind)) tokens[previous].token.kind = Cpp::Identifier;
         if (Cpp::isTrivia(token.kind)) {
             added.role = ExprRole::Trivia;
-        } else {
-            previous = tokens.size() - 1;
+        } else if (const auto name = names.nameBefore(token.kind, tokens.size() - 1)) {
+            tokens[*name].token.kind = Cpp::Identifier;
         }
     }
 }
