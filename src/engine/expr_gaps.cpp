@@ -142,6 +142,8 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
                 return behind;
             }
             if (settings_.formatsOtherGaps && run.previousRole() == ExprRole::GroupOpen) return behind;
+            // asm("" ::: "memory")
+            if (run.tokens[run.previous].token.text == "::") return behind;
             return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
@@ -208,6 +210,9 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
         }
         case Cpp::KeywordSizeof:
         case Cpp::KeywordThrow: return &settings_.afterCallName;
+        case Cpp::KeywordAsm:
+        case Cpp::KeywordVolatile:
+            return Cpp::isAssemblerWord(run.tokens.front().token.text) ? &settings_.afterCallName : nullptr;
         default: break;
     }
     return settings_.formatsTypeArguments && takesArguments(run, place) ? &settings_.afterCallName : nullptr;
