@@ -52,8 +52,8 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
     const std::string_view text = writer_.readThrough(statement->end());
     const std::size_t bracket = text.find_first_of("({");
     const bool isInParentheses = bracket != std::string_view::npos && text[bracket] == '(';
-    const bool isLaidOut = settings_.formatsOtherGaps && keepsLines() && isInParentheses && !holdsLinesOfLiteral(text) &&
-                           holdsOperands(text) &&
+    const bool isLaidOut = settings_.formatsOtherGaps && keepsLines() && isInParentheses &&
+                           !holdsLinesOfLiteral(text) && holdsOperands(text) &&
                            indentsLinesFrom(exprFormatter_.columnOfSourceLine(text), text, out().tabSize());
     if (isLaidOut) {
         writeExpression(text, {});
