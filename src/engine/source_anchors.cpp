@@ -57,13 +57,15 @@ private:
     long namesAhead_ = 0;
 };
 
-// The gaps behind commas and in front of conditions in which white space is where the scheme has it, less those in
-// which it is not: what every author writes much of, and no two styles alike.
+// The gaps behind commas and "=", in front of conditions and arguments in which white space is where the scheme has it,
+// less those in which it is not: what every author writes much of, and styles differ in.
 class GapCount {
 public:
     explicit GapCount(const PropertySet& scheme)
         : behindComma_(readText(scheme, Keys::WS_BETWEEN_FN_CALL_ARGS)),
-          beforeCondition_(readText(scheme, Keys::WS_AFTER_CS_KEY)) {}
+          behindAssign_(readText(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS)),
+          beforeCondition_(readText(scheme, Keys::WS_AFTER_CS_KEY)),
+          beforeArguments_(readText(scheme, Keys::WS_AFTER_FN_CALL_NAME)) {}
 
     void pass(const Trn::Token& token) {
         const OptionalText* const wanted = wantedInFrontOf(token);
@@ -78,11 +80,16 @@ public:
 private:
     const OptionalText* wantedInFrontOf(const Trn::Token& token) const {
         if (previous_.kind == Cpp::Comma) return &behindComma_;
-        return isConditionKey(previous_.kind) && token.kind == Cpp::OpenParen ? &beforeCondition_ : nullptr;
+        if (previous_.kind == Cpp::Assign) return &behindAssign_;
+        if (token.kind != Cpp::OpenParen) return nullptr;
+        if (isConditionKey(previous_.kind)) return &beforeCondition_;
+        return previous_.kind == Cpp::Identifier ? &beforeArguments_ : nullptr;
     }
 
     OptionalText behindComma_;
+    OptionalText behindAssign_;
     OptionalText beforeCondition_;
+    OptionalText beforeArguments_;
     Trn::Token previous_;
     long asWanted_ = 0;
 };

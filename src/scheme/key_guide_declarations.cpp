@@ -151,8 +151,8 @@ void addMarks(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::ANCHORS_FROM_SOURCE, true), group,
                     "Pointer and reference marks stand against the type or against the name, whichever most of the "
                     "source's do, in place of what the two keys about anchors say. These hold for a source that is out "
-                    "of style otherwise: with most of its commas, or of its conditions, not followed or preceded by "
-                    "the scheme's white space.",
+                    "of style otherwise: with other white space than the scheme's at most of its commas, \"=\", "
+                    "conditions and calls.",
                     "int *p;\nint *q;\nint* r;\n", {set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_BETWEEN_ASTERISK_ANCHOR, "  "), group, "On the other side of \"*\".", "int*p;\n",
                     {set(Keys::ASTERISK_ANCHOR, 1)}});
