@@ -37,7 +37,7 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
       source_(source),
       settings_(CppExprFormatterBase::scheme()),
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present ||
-                   settings_.beforeEllipsis.present || log),
+                   settings_.beforeEllipsis.present || settings_.closesLists() || log),
       keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())),
       splices_(CppExprFormatterBase::scheme()) {}
 
@@ -146,11 +146,13 @@ void CppExprFormatter::writeCurrent(Run& run) {
     measureLine(run);
     if (token.role == ExprRole::Trivia) {
         const bool isKept = token.token.kind != Cpp::Directive && keepsLine(run);
-        // Operators keep the gap in front of a block comment; brackets do not.
+        // Operators keep the gap in front of a block comment, if there is one; brackets do not.
         if (token.token.kind == Cpp::BlockComment && !isKept) {
             const bool endsLineOfOpen =
                 run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
-            if (isPresent(run.after) && run.previousRole() != ExprRole::BinaryOperator && !endsLineOfOpen) {
+            const bool keepsGap = run.previousRole() == ExprRole::BinaryOperator &&
+                                  (!settings_.formatsOtherGaps || !run.sweep.gap().empty());
+            if (isPresent(run.after) && !keepsGap && !endsLineOfOpen) {
                 run.sweep.writeGapWith(run.after);
             } else if (wrapsLines() && !endsLine(run) && joinedLine(run)) {
                 run.sweep.writeGapWith(kBlank);

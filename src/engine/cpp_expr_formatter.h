@@ -130,9 +130,11 @@ private:
     const OptionalText* wantedBefore(const Run& run, std::size_t place) const;
     const OptionalText* wantedAtRole(const Run& run, std::size_t place, ExprRole role) const;
     const OptionalText* wantedBehindPrevious(const Run& run, std::size_t place) const;
+    static bool followsOperatorName(const Run& run);
     static bool takesArguments(const Run& run, std::size_t open);
     static bool isWholeFunctionType(const Run& run, std::size_t open);
     const OptionalText* wantedBeforeParen(const Run& run, std::size_t place) const;
+    const OptionalText* wantedBeforeBrace(const Run& run, std::size_t place) const;
     // Directives (expr_directives.cpp).
     bool layOutDirective(std::string_view directive, Zelmor::OIndentBuf& out) override;
     bool layOutParts(std::string_view directive, Zelmor::OIndentBuf& out);

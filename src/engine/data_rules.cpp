@@ -193,6 +193,8 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         writer_.replace(gap, asOutputStands(settings_.afterCallName));
     } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
         replace(settings_.beforeOperator);
+    } else if (tail.starts_with('{') && settings_.closesLists() && !isAligned) {
+        replace(settings_.inListBraces);
     } else if (!isInitializer(tail) || isAligned || (isArray && !endsWithBracket)) {
         writer_.write(gap);
     } else {

@@ -60,7 +60,9 @@ bool CppExprFormatter::writeParts(std::string_view directive, const DirectivePar
         if (part.length == 0) continue;
         writeBetween(part.offset);
         const bool hangsFromStart = parts.isCondition && settings_.operandIndent.present;
-        IndentScope indent(out, indentToColumn(out, hangsFromStart ? start : out.column()));
+        // Lines that keep their own blanks stand where those end.
+        const int column = out.keepLeadingSpace() ? 0 : hangsFromStart ? start : out.column();
+        IndentScope indent(out, indentToColumn(out, column));
         const std::string_view text = directive.substr(part.offset, part.length);
         inDirectives_->formatExpression(text, out, nullptr,
                                         hangsFromStart ? HangingLines::Text::Statement : HangingLines::Text::List);

@@ -27,6 +27,23 @@ bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
 }
 
+// The "(" of a lambda's parameters.
+bool followsCapture(const ExprTokens& tokens, std::size_t open) {
+    const std::size_t bracket = bracketBeforeParameters(tokens, open);
+    return bracket != kNoToken && bracket + 1 == open && tokens[bracket].partner != kNoToken &&
+           !tokens[tokens[bracket].partner].followsCall;
+}
+
+// T{a}, name{a}, A<B>{a}: whether the braces begin behind what they make, and hold no statements.
+bool opensValue(const ExprTokens& tokens, std::size_t before, std::size_t open) {
+    const std::size_t close = tokens[open].partner;
+    if (close == kNoToken || kindAt(tokens, close - 1) == Cpp::Semicolon) return false;
+    if (before > 0 && kindAt(tokens, before - 1) == Cpp::Arrow) return false;  // of a lambda that returns a T
+    const ExprToken& type = tokens[before];
+    const bool isName = type.token.kind == Cpp::Identifier && type.token.text != "noexcept";
+    return isName || type.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(type.token.kind);
+}
+
 }  // namespace
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -142,6 +159,8 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
                 return behind;
             }
             if (settings_.formatsOtherGaps && run.previousRole() == ExprRole::GroupOpen) return behind;
+            // asm("" ::: "memory")
+            if (run.tokens[run.previous].token.text == "::") return behind;
             return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
@@ -159,6 +178,7 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
         case ExprRole::Separator:
             if (const CommaTexts* const commas = absentCommaOf(run, place)) return &commas->before;
             return behind;
+        case ExprRole::Operand: return behind ? behind : wantedBeforeBrace(run, place);
         default: return behind;
     }
 }
@@ -172,6 +192,11 @@ const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::
         case Cpp::CloseBracket: return endsDelete(run.tokens, run.previous) ? &settings_.afterDeleteBrackets : nullptr;
         default: return nullptr;
     }
+}
+
+// operator=(a), operator new(b)
+bool CppExprFormatter::followsOperatorName(const Run& run) {
+    return run.previous != kNoToken && run.kindBefore(run.previous) == Cpp::KeywordOperator;
 }
 
 // What is no name may: `T{}(a)`, and a type that a function returns, `function<void(int)>`, `MOCK(f, void(int))`.
@@ -193,6 +218,12 @@ bool CppExprFormatter::isWholeFunctionType(const Run& run, std::size_t open) {
     return close == open + 1 || isBuiltinTypeKeyword(first) || Cpp::isQualifier(first);
 }
 
+// Lists that their braces stand close around stand close to what they are the value of.
+const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::size_t place) const {
+    if (run.kindAt(place) != Cpp::OpenBrace || !settings_.closesLists()) return nullptr;
+    return opensValue(run.tokens, run.previous, place) ? &settings_.inListBraces : nullptr;
+}
+
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
@@ -208,7 +239,13 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
         }
         case Cpp::KeywordSizeof:
         case Cpp::KeywordThrow: return &settings_.afterCallName;
+        case Cpp::KeywordAsm:
+        case Cpp::KeywordVolatile:
+            return Cpp::isAssemblerWord(run.tokens.front().token.text) ? &settings_.afterCallName : nullptr;
         default: break;
+    }
+    if (settings_.formatsOtherGaps && (followsCapture(run.tokens, place) || followsOperatorName(run))) {
+        return &settings_.afterCallName;
     }
     return settings_.formatsTypeArguments && takesArguments(run, place) ? &settings_.afterCallName : nullptr;
 }

@@ -118,6 +118,8 @@ public:
     Keyed<int> wrapWeighing = from_.number(Keys::WRAP_BY_WEIGHT);
     // Whether the ways to break a text are weighed against each other as wholes.
     bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
+    // Lists of values stand close to their braces, and these to what they are the value of.
+    bool closesLists() const { return inListBraces.present && inListBraces.text.empty(); }
 
     OptionalText beforeOperator = from_.text(Keys::WS_BEFORE_EXPR_OP);
 };

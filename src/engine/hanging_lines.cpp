@@ -82,6 +82,7 @@ int HangingLines::columnFor(std::size_t place) const {
     if (kind == Cpp::Colon && !level.questions.empty()) {
         return standsBelowQuestion(level, next) ? columns_[level.question] : level.questions.back();
     }
+    if (kind == Cpp::Colon && level.section != kNone) return level.first;
     // A type and the name that is declared are one element.
     const bool isName = token.role == ExprRole::Name || (kind == Cpp::Identifier && followsMark());
     if (isName && level.kind == Level::Kind::List && level.element != kNone) {
@@ -149,6 +150,7 @@ int HangingLines::columnInLevel(const Level& level) const {
     if (level.first == kNone || level.awaitsOperand) return columnOfContents(level);
     const bool startsElement = level.element == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;
+    if (startsElement && level.section != kNone) return level.section;
     if (level.kind == Level::Kind::Statement) {
         if (startsElement && chains_ && namesInLine_) return level.base;
         // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, declarators
@@ -223,6 +225,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     const bool startsElement = level.element == kNone;
     if (level.first == kNone) level.first = column;
     if (startsElement) level.element = column;
+    if (std::exchange(level.awaitsSection, false)) level.section = column;
     if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
     if (level.awaitsOperand) level.operand = column;
@@ -253,6 +256,8 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     } else if (kind == Cpp::Colon && !level.questions.empty()) {
         level.questions.pop_back();
         level.otherwise = startsLine ? column : kNone;
+    } else if (kind == Cpp::Colon && level.kind == Level::Kind::List) {
+        level.awaitsSection = token.role == ExprRole::BinaryOperator;
     }
     if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
         literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;

@@ -98,6 +98,8 @@ private:
         int blocks = kNone;          // from where those hang that stand inside the elements of a list
         std::size_t question = kNoToken;  // the last one
         std::vector<int> questions;  // the columns of each "?" whose ":" has not come
+        int section = kNone;  // of what follows the last ":" that has no "?", as the operands of assembler do
+        bool awaitsSection = false;
         int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
     };
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -77,6 +78,12 @@ std::string_view commentOfLine(std::string_view text) {
     const bool isBlock = first.starts_with("/*") && first.find("*/") + 2 == trimRight(first).size();
     const bool endsLine = line.size() < text.size() && !line.ends_with('\\');
     return endsLine && (isBlock || first.starts_with("//")) ? trimRight(line) : std::string_view();
+}
+
+// `foreach (`: whether the name of the macro that a text begins with is one word of small letters, as keywords are.
+bool readsLikeKeyword(std::string_view text) {
+    const auto end = std::ranges::find_if_not(text, [](char c) { return c >= 'a' && c <= 'z'; });
+    return end == text.end() || !Cpp::isNamePart(*end);
 }
 
 }  // namespace
@@ -201,11 +208,13 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
     if (head->condition()) {
         const std::string_view gap = writer_.readGap(head->condition()->start());
         const bool isMacro = head->keyword() && head->keyword()->keyword() == Cpp::Identifier;
+        const bool isCall = isMacro && settings_.formatsMacroCalls && !readsLikeKeyword(sourceFrom(*head->keyword()));
         if (settings_.afterControlKeyword.present && !isMacro) {
             const std::string_view kept = startsWithLineEndToken(gap) || isAllWhitespace(gap) ? gap : trimLeft(gap);
             writer_.writeMerged(kept, settings_.afterControlKeyword);
         } else {
-            writer_.writeMerged(gap, isMacro ? kAsInInput : settings_.afterControlKeyword);
+            const OptionalText& afterMacro = isCall ? exprFormatter_.settings().afterCallName : kAsInInput;
+            writer_.writeMerged(gap, isMacro ? afterMacro : settings_.afterControlKeyword);
         }
         writer_.copyThrough(head->condition()->start());
         const Position end = head->condition()->end();

@@ -1,4 +1,4 @@
-// What the tree holds as text: items that are kept, expressions, assembler, names, and words that stay as they are.
+// What the tree holds as text: items that are kept, expressions, names, and words that stay as they are.
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -69,22 +69,6 @@ void CppFormatter::writeTypeName(std::string_view statement) {
         writer_.replace(blanks, apart);
     }
     exprFormatter_.formatDeclarationText(type, out(), kAsInInput);
-}
-
-// Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as
-// its line.
-void CppFormatter::visit(Cpp::AsmNode* statement) {
-    copyUpTo(*statement);
-    const std::string_view text = writer_.readThrough(statement->end());
-    const std::size_t bracket = text.find_first_of("({");
-    const bool isOperands = bracket != std::string_view::npos && text[bracket] == '(';
-    if (settings_.keepsUnrecognized && isOperands && mayIndentLines(text)) {
-        exprFormatter_.writeComment(text, out());  // its further lines hang as they did
-    } else {
-        writer_.write(text);
-    }
-    const char last = writer_.peekBehind();
-    if (last != ';' && last != '}') writer_.keepLineEndBehind();
 }
 
 void CppFormatter::visit(Cpp::TextNode* text) { copyThrough(*text); }

@@ -64,14 +64,16 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_IN_EMPTY_BRACES, ""), group, "Inside braces that hold nothing, and stay on one line.",
                     "void f() { }\n", {set(Keys::KEEP_ONE_LINE_FUNCTIONS, 1)}});
     rows.push_back({set(Keys::WS_IN_LIST_BRACES, ""), group,
-                    "Behind the \"{\" and in front of the \"}\" of lists of values that stand on one line.",
+                    "Behind the \"{\" and in front of the \"}\" of lists of values that stand on one line. Where that "
+                    "is nothing, nothing stands between a name and the \"{\" behind it either.",
                     "int a[][2] = {{ 1, 2 }, { 3, 4 }};\nT b = f({ a });\n"});
     rows.push_back({set(Keys::WS_BEFORE_ELLIPSIS, ""), group,
                     "Between a type, or an expression, and the \"...\" that makes a pack of it.",
                     "template<class ... T>\nvoid f(T ... a)\n{\n    g(a ...);\n}\n"});
     rows.push_back({set(Keys::FORMAT_MACRO_CALLS, true), group,
                     "Macros that stand by themselves, without a \";\", are laid out as calls are, and wrapped like "
-                    "them, where they stand on one line, and their parentheses hold no marks, angles and braces.",
+                    "them, where they stand on one line, and their parentheses hold no marks, angles and braces. "
+                    "So is the \"(\" of macros that govern a statement, but for those named as `foreach` is.",
                     "class A\n{\n    NO_COPY (A,B)\n};\n",
                     {set(Keys::KEEP_UNRECOGNIZED, true), set(Keys::WS_BETWEEN_FN_CALL_ARGS, " "),
                      set(Keys::WS_AFTER_FN_CALL_NAME, "")}});
@@ -148,7 +150,9 @@ void addMarks(std::vector<KeyGuide>& rows) {
                     pointers});
     rows.push_back({set(Keys::ANCHORS_FROM_SOURCE, true), group,
                     "Pointer and reference marks stand against the type or against the name, whichever most of the "
-                    "source's do, in place of what the two keys about anchors say.",
+                    "source's do, in place of what the two keys about anchors say. These hold for a source that is out "
+                    "of style otherwise: with other white space than the scheme's at most of its commas, \"=\", "
+                    "conditions and calls.",
                     "int *p;\nint *q;\nint* r;\n", {set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_BETWEEN_ASTERISK_ANCHOR, "  "), group, "On the other side of \"*\".", "int*p;\n",
                     {set(Keys::ASTERISK_ANCHOR, 1)}});

@@ -67,7 +67,8 @@ void addExpressions(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n    delete[]a;\n}\n"});
     rows.push_back({set(Keys::FORMAT_OTHER_GAPS, true), group,
                     "Between tokens that no other key is about: a blank between words and behind `return` and `...`, "
-                    "nothing behind `!` and its like, in front of subscripts, `,` and `;`, and at `.` and `->`.",
+                    "nothing behind `!` and its like, in front of subscripts, `,` and `;`, and at `.` and `->`. "
+                    "Operands of assembler stand as arguments do.",
                     "int f()\n{\n    delete [] p;\n    return(! a [i] && a  ->  b);\n}\n"});
     rows.push_back({set(Keys::WS_AFTER_EXPR_OPEN_PAREN, " "), group, "After \"(\", that of calls too.", call});
     rows.push_back({set(Keys::WS_BEFORE_EXPR_CLOSE_PAREN, " "), group, "Before \")\", that of calls too.", call});
