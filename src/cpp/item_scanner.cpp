@@ -79,7 +79,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
             case Assign:
                 return found(Shape::Data);
             case Comma:
-                if (findsMacros_ && seen.typeWords > 0 && !seen.sawColon) return found(Shape::Data);
+                if (isInFrontOfFunction(place, seen)) return found(Shape::Data);
                 break;
             case KeywordOperator:
                 seen.sawOperator = true;
@@ -230,6 +230,14 @@ bool ItemScanner::followsMacro(const Progress& seen) const {
     if (seen.typeWords != 1 || seen.second == kNone) return false;
     const Trn::Token word = tokens_.at(seen.second);
     return word.kind == Identifier && isUpperCase(word.text);
+}
+
+// `int *a, *f(int);`, as opposed to the bases of a class.
+bool ItemScanner::isInFrontOfFunction(Index comma, const Progress& seen) const {
+    if (!findsMacros_ || seen.typeWords == 0 || seen.sawColon) return false;
+    Index name = next(comma);
+    while (kind(name) == Asterisk || kind(name) == Ampersand) name = next(name);
+    return kind(name) == Identifier && kind(next(name)) == OpenParen;
 }
 
 // `ALIGNED(class) A {`: whether a class key is all that stands in the parentheses.

@@ -46,6 +46,7 @@ private:
     bool declaresFunction(Index open) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
+    bool isInFrontOfFunction(Index comma, const Progress& seen) const;
     bool holdsClassKey(Index open) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;

@@ -241,6 +241,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
         if (!isLaidOut()) writeInPlace(directive, inner, out);
         return;
     }
+    const int codeColumn = columnAfter(out.indent(), 0, out.tabSize());
     std::optional<IndentScope> margin;
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, std::string(leftMargin_.text));
     out.write(gap);
@@ -248,9 +249,18 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     if (isLaidOut()) return;
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
+    } else if (text == DirectiveText::Kept && extensions_.formatsDirectives && movesFromCode(directive, codeColumn, out)) {
+        writeAmongCode(directive, columns_.columnOf(directive), codeColumn, out);
     } else {
         writeLines(directive, columns_, inner, out);
     }
+}
+
+// Whether the directive, which begins its line, leaves its column for one in front of the code around it.
+bool CppExprFormatterBase::movesFromCode(std::string_view directive, int codeColumn, const OIndentBuf& out) const {
+    const int margin = columnAfter(out.indent(), 0, out.tabSize());
+    const bool isNear = margin < codeColumn && codeColumn <= kRightmostIndent;
+    return isNear && columns_.startsLine(directive) && columns_.columnOf(directive) > margin;
 }
 
 // A directive begins its line, whatever white space a rule has put in front of it.
