@@ -363,8 +363,9 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
 void CppFormatter::writePointerValue(const Cpp::FunctionPtrDeclNode& declaration) {
     const std::string_view rest = writer_.readThrough(declaration.end());
     const std::size_t assign = placeOfValue(rest);
-    const bool holdsStatements = rest.find(';') + 1 < rest.size();
-    if (assign == rest.size() || holdsStatements || writer_.holdsOpaque(rest)) return writer_.write(rest);
+    if (assign == rest.size() || holdsStatements(rest) || writer_.holdsOpaque(rest.substr(0, assign))) {
+        return writer_.write(rest);
+    }
     const std::string_view blanks = trailingBlanks(rest.substr(0, assign));
     writer_.write(rest.substr(0, assign - blanks.size()));
     if (keepsBreak(blanks, kAsInInput)) {
