@@ -287,10 +287,11 @@ bool ItemScanner::declaresFunction(Index open) const {
     return false;
 }
 
-// `aligned(64);`: a number is no parameter.
+// `aligned(64);`, `aligned(sizeof(int));`: no parameter begins so.
 bool ItemScanner::endsWithValue(Index word) const {
     const Index open = next(word);
-    return kind(word) == Identifier && kind(open) == OpenParen && kind(next(open)) == Number &&
+    const int first = kind(next(open));
+    return kind(word) == Identifier && kind(open) == OpenParen && (first == Number || first == KeywordSizeof) &&
            kind(behind(open)) == Semicolon;
 }
 

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "cpp/directive_text.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -250,7 +251,10 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
     } else if (text == DirectiveText::Kept && extensions_.formatsDirectives && movesFromCode(directive, codeColumn, out)) {
-        writeAmongCode(directive, columns_.columnOf(directive), codeColumn, out);
+        // What a branch stands among has been written for another one.
+        const int column = columns_.columnOf(directive);
+        const bool isBranch = Cpp::directiveStartsWith(directive, "#el");
+        writeAmongCode(directive, column, isBranch ? column : codeColumn, out);
     } else {
         writeLines(directive, columns_, inner, out);
     }
