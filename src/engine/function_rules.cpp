@@ -383,7 +383,8 @@ void CppFormatter::writeDeclarator(std::string_view declarator) {
     const std::string_view bracketed = isFormatted ? declarator.substr(1) : std::string_view();
     const std::string_view inside = trimLeft(bracketed);
     const bool holdsMarks = !inside.empty() && trimRight(inside).find_first_not_of("*&^") == inside.npos;
-    const bool holdsConvention = startsWithConvention(declarator) && inside.find_first_of("\n/<([,") == inside.npos;
+    const bool holdsConvention =
+        startsWithConvention(declarator) && trimRight(inside).find_first_of("\n/<([,") == inside.npos;
     if (!isFormatted || !(holdsMarks || holdsConvention)) {
         writer_.write(declarator);
         return;
