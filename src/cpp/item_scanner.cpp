@@ -193,7 +193,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         return function;
     }
     const bool namesMacro = followsWord && isUpperCase(name.text);
-    if (findsMacros_ && namesMacro && isLater && followsMacro(seen) && !macros_.isIndentedFrom(seen.previous, following) &&
+    // COMMON_HEADER BUFFER_INFO(u8)
+    // u32 length;
+    const bool endsMacros = namesMacro && isLater && followsMacro(seen);
+    if (findsMacros_ && endsMacros && !macros_.isIndentedFrom(seen.previous, following) &&
         macros_.isCompleteDeclaration(following)) {
         return Item{Shape::Macro, close + 1, 0};
     }
@@ -225,7 +228,7 @@ bool ItemScanner::followsDeclaredName(const Progress& seen) const {
            isMacroBehindName(tokens_.at(seen.third), tokens_.at(seen.second), tokens_.at(seen.previous));
 }
 
-// `COMMON_HEADER BUFFER_INFO(u8)`: whether nothing but a macro stands in front of the last word.
+// Whether nothing but a macro stands in front of the last word.
 bool ItemScanner::followsMacro(const Progress& seen) const {
     if (seen.typeWords != 1 || seen.second == kNone) return false;
     const Trn::Token word = tokens_.at(seen.second);

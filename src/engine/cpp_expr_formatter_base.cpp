@@ -250,7 +250,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     if (isLaidOut()) return;
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
-    } else if (text == DirectiveText::Kept && extensions_.formatsDirectives && movesFromCode(directive, codeColumn, out)) {
+    } else if (text == DirectiveText::Kept && movesFromCode(directive, codeColumn, out)) {
         // What a branch stands among has been written for another one.
         const int column = columns_.columnOf(directive);
         const bool isBranch = Cpp::directiveStartsWith(directive, "#el");
@@ -262,6 +262,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
 
 // Whether the directive, which begins its line, leaves its column for one in front of the code around it.
 bool CppExprFormatterBase::movesFromCode(std::string_view directive, int codeColumn, const OIndentBuf& out) const {
+    if (!extensions_.formatsDirectives) return false;
     const int margin = columnAfter(out.indent(), 0, out.tabSize());
     const bool isNear = margin < codeColumn && codeColumn <= kRightmostIndent;
     return isNear && columns_.startsLine(directive) && columns_.columnOf(directive) > margin;
