@@ -78,6 +78,9 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                 break;
             case Assign:
                 return found(Shape::Data);
+            case Comma:
+                if (isInFrontOfFunction(place, seen)) return found(Shape::Data);
+                break;
             case KeywordOperator:
                 seen.sawOperator = true;
                 following = heads_.behindOperatorName(place);
@@ -131,6 +134,7 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool followsWord = seen.previous != kNone && isWord(kind(seen.previous));
     const Trn::Token name = followsWord ? tokens_.at(seen.previous) : Trn::Token();
     if (followsWord && takesArgument(name)) return std::nullopt;
+    if (findsMacros_ && followsWord && endsWithAssign(open)) return Item{Shape::Data, open, 0};
     if (seen.sawColon) {
         if (seen.sawClassKey || seen.sawEnum) return std::nullopt;
         return Item{Shape::Data, open, 0};
@@ -152,6 +156,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         return heads_.hasBody(following) ? Item{Shape::Function, open, following}
                                          : Item{Shape::FunctionPointer, open, 0};
     }
+    // int *f(int), *g(int);
+    const bool isFirstOfSeveral = followingKind == Comma && name.kind == Identifier && seen.typeWords > 0;
+    if (findsMacros_ && isFirstOfSeveral && !seen.sawOperator) return Item{Shape::Data, open, 0};
     const HeadTail tail = heads_.scanTailOf(open);
     if (tail.oldParameters != kNone) return function;
     const bool hasValue = followingKind == Assign && !tail.isComplete && endsValue(following);
@@ -186,6 +193,13 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         return function;
     }
     const bool namesMacro = followsWord && isUpperCase(name.text);
+    // COMMON_HEADER BUFFER_INFO(u8)
+    // u32 length;
+    const bool endsMacros = namesMacro && isLater && followsMacro(seen);
+    if (findsMacros_ && endsMacros && !macros_.isIndentedFrom(seen.previous, following) &&
+        macros_.isCompleteDeclaration(following)) {
+        return Item{Shape::Macro, close + 1, 0};
+    }
     const Trn::Token word = tokens_.at(following);
     const bool endsData = followingKind == Semicolon || (word.kind == Identifier && isUpperCase(word.text));
     const bool holdsParameters = kind(next(open)) == OpenParen;
@@ -212,6 +226,21 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
 bool ItemScanner::followsDeclaredName(const Progress& seen) const {
     return seen.third != kNone &&
            isMacroBehindName(tokens_.at(seen.third), tokens_.at(seen.second), tokens_.at(seen.previous));
+}
+
+// Whether nothing but a macro stands in front of the last word.
+bool ItemScanner::followsMacro(const Progress& seen) const {
+    if (seen.typeWords != 1 || seen.second == kNone) return false;
+    const Trn::Token word = tokens_.at(seen.second);
+    return word.kind == Identifier && isUpperCase(word.text);
+}
+
+// `int *a, *f(int);`, as opposed to the bases of a class.
+bool ItemScanner::isInFrontOfFunction(Index comma, const Progress& seen) const {
+    if (!findsMacros_ || seen.typeWords == 0 || seen.sawColon) return false;
+    Index name = next(comma);
+    while (kind(name) == Asterisk || kind(name) == Ampersand) name = next(name);
+    return kind(name) == Identifier && kind(next(name)) == OpenParen;
 }
 
 // `ALIGNED(class) A {`: whether a class key is all that stands in the parentheses.
@@ -261,10 +290,11 @@ bool ItemScanner::declaresFunction(Index open) const {
     return false;
 }
 
-// `aligned(64);`: a number is no parameter.
+// `aligned(64);`, `aligned(sizeof(int));`: no parameter begins so.
 bool ItemScanner::endsWithValue(Index word) const {
     const Index open = next(word);
-    return kind(word) == Identifier && kind(open) == OpenParen && kind(next(open)) == Number &&
+    const int first = kind(next(open));
+    return kind(word) == Identifier && kind(open) == OpenParen && (first == Number || first == KeywordSizeof) &&
            kind(behind(open)) == Semicolon;
 }
 

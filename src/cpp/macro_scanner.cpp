@@ -106,7 +106,6 @@ bool MacroScanner::endsInWordMacros(Index place) const {
     return false;
 }
 
-// Whether the words at the place are a type and a name, or a statement.
 bool MacroScanner::isCompleteDeclaration(Index place) const {
     if (isControlKeyword(kind(place)) || isJumpKeyword(kind(place)) || kind(place) == KeywordCase)
         return true;

@@ -207,6 +207,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     const Index open = tokens.place();
     if (!declarator.empty() && declarator.back().kind == Asterisk) return false;
     if (isArgumentOf(tokens, open, previous)) return false;
+    if (keepsUnrecognized_ && view(tokens).endsWithAssign(open)) return false;
     const bool followsName = previous != TokenLinks::kNone && tokens.kindAt(previous) == Identifier;
     const Index close = links_.closing(open);
     if (!followsName || close == TokenLinks::kNone) return true;

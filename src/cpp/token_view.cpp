@@ -22,6 +22,12 @@ bool TokenView::startsLaterLine(Index place, Index than) const {
     return tokens_.at(place).start.line > tokens_.at(than).end.line;
 }
 
+bool TokenView::endsWithAssign(Index openParen) const {
+    const Index close = links_.closing(openParen);
+    if (close == kNone || close < openParen + 3 || kind(close - 1) != Assign) return false;
+    return isWord(kind(close - 2)) || kind(close - 2) == CloseBracket;
+}
+
 bool TokenView::opensAttribute(Index place) const {
     if (kind(place) != OpenBracket || kind(place + 1) != OpenBracket) return false;
     const Index inner = links_.closing(place + 1);

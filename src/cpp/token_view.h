@@ -18,6 +18,9 @@ public:
     Index behind(Index place) const;
     // Behind attributes and annotations with arguments, and behind those of the statement's first keyword.
     Index behindAnnotations(Index place) const;
+    // `IF_WIDE(long flags[] =) { 1 }`: whether a macro's argument ends with a declarator and the "=" whose value stands
+    // behind the macro.
+    bool endsWithAssign(Index openParen) const;
     // Whether the "[" is one of "[[", with its "]]".
     bool opensAttribute(Index place) const;
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "engine/columns.h"
 #include "engine/gap.h"
 
 namespace Tessel {
@@ -14,7 +15,7 @@ constexpr std::size_t kNone = std::string_view::npos;
 struct Place {
     std::size_t offset = kNone;  // kNone where there is no comment
     std::size_t indent = 0;      // of the "#" on its line
-    std::size_t column = 0;      // in characters
+    int column = 0;
 };
 
 // Where the line begins that the "#" is the first text of; kNone for another "#".
@@ -44,7 +45,8 @@ void ConditionalComments::read() {
         const std::string_view directive = line.substr(hash - start + 1);
         const std::string_view word = trimLeft(directive);
         const std::size_t comment = line.find("//");
-        const Place place{comment == kNone ? kNone : start + comment, hash - start, comment};
+        const int column = columnAfter(line.substr(0, comment), 0, tabSize_);
+        const Place place{comment == kNone ? kNone : start + comment, hash - start, column};
         if (word.starts_with("if")) {
             groups.emplace_back();
         } else if (directive.starts_with("else") && !groups.empty()) {
@@ -52,7 +54,7 @@ void ConditionalComments::read() {
         } else if (word.starts_with("endif") && !groups.empty()) {
             const Place& ahead = groups.back();
             const bool stays = comment != kNone && trailingBlanks(line.substr(0, comment)) == gap_;
-            const bool isBelow = ahead.indent == place.indent && ahead.column == comment;
+            const bool isBelow = ahead.indent == place.indent && ahead.column == column;
             if (stays && isBelow && directive.starts_with("endif")) offsets_.insert(ahead.offset);
             groups.pop_back();
         }

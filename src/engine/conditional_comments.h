@@ -14,7 +14,8 @@ class ConditionalComments {
 public:
     // `gap` is what is wanted between code and a comment. The source, which is read when it is asked about first, is
     // borrowed.
-    ConditionalComments(std::string_view source, std::string_view gap) : source_(source), gap_(gap) {}
+    ConditionalComments(std::string_view source, std::string_view gap, int tabSize)
+        : source_(source), gap_(gap), tabSize_(tabSize) {}
 
     // Whether the line comment at `offset` is one of them.
     bool standsByEnd(std::size_t offset);
@@ -24,6 +25,7 @@ private:
 
     std::string_view source_;
     std::string_view gap_;
+    int tabSize_;
     bool isRead_ = false;
     std::unordered_set<std::size_t> offsets_;
 };

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "cpp/directive_text.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -241,6 +242,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
         if (!isLaidOut()) writeInPlace(directive, inner, out);
         return;
     }
+    const int codeColumn = columnAfter(out.indent(), 0, out.tabSize());
     std::optional<IndentScope> margin;
     if (directivesLeftMost_ && leftMargin_.present) margin.emplace(out, std::string(leftMargin_.text));
     out.write(gap);
@@ -248,9 +250,22 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     if (isLaidOut()) return;
     if (continuesLiteral(directive)) {
         writeLiteral(directive, out);
+    } else if (text == DirectiveText::Kept && movesFromCode(directive, codeColumn, out)) {
+        // What a branch stands among has been written for another one.
+        const int column = columns_.columnOf(directive);
+        const bool isBranch = Cpp::directiveStartsWith(directive, "#el");
+        writeAmongCode(directive, column, isBranch ? column : codeColumn, out);
     } else {
         writeLines(directive, columns_, inner, out);
     }
+}
+
+// Whether the directive, which begins its line, leaves its column for one in front of the code around it.
+bool CppExprFormatterBase::movesFromCode(std::string_view directive, int codeColumn, const OIndentBuf& out) const {
+    if (!extensions_.formatsDirectives) return false;
+    const int margin = columnAfter(out.indent(), 0, out.tabSize());
+    const bool isNear = margin < codeColumn && codeColumn <= kRightmostIndent;
+    return isNear && columns_.startsLine(directive) && columns_.columnOf(directive) > margin;
 }
 
 // A directive begins its line, whatever white space a rule has put in front of it.

@@ -112,6 +112,7 @@ private:
     void writeComments(std::string_view gap, Zelmor::OIndentBuf& out);
     std::string respace(std::string_view text, int kind, SeparatorSpacing spacing, bool isList,
                         const Zelmor::IndentState& state);
+    bool movesFromCode(std::string_view directive, int codeColumn, const Zelmor::OIndentBuf& out) const;
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
     void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
     PropertySet scheme_;

@@ -40,6 +40,8 @@ public:
         exprFormatter_.setSourceTokens(std::move(tokens));
     }
     // What need not be formatted: it is copied. Borrowed.
+    // What nobody looks into; borrowed.
+    void setUnreadBlocks(const KeptRegions& blocks) { writer_.setUnreadBlocks(blocks); }
     void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
 
     // The regions that have been kept inside of expressions and declarators; some more than once.

@@ -57,6 +57,14 @@ std::size_t placeOfValue(std::string_view declarators) {
     return declarators.size();
 }
 
+bool holdsStatements(std::string_view declarators) {
+    ExprTokens tokens;
+    readExprTokens(declarators, ExprMode::Declarators, tokens);
+    const auto isEnd = [](const ExprToken& token) { return token.token.kind == Cpp::Semicolon; };
+    const auto end = std::ranges::find_if(tokens, isEnd);
+    return end != tokens.end() && end + 1 != tokens.end();
+}
+
 std::string_view gapBehindName(std::string_view declarator) {
     const std::size_t nameEnd = std::min(declarator.find_first_of("[,( \t\n/#\\"), declarator.size());
     const std::size_t next = skipBlanks(declarator, nameEnd);

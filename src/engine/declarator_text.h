@@ -11,6 +11,8 @@ namespace Tessel {
 bool hasMarkBehindComma(std::string_view declarators);
 // Of the first "=" outside all brackets; the text's size where there is none.
 std::size_t placeOfValue(std::string_view declarators);
+// Whether anything stands behind a ";": a lambda among the values has a body.
+bool holdsStatements(std::string_view declarators);
 
 // The white space, or the place for it, behind the name that the declarator begins with, where a "[" or nothing
 // follows; and that behind the first "]", unless a comment does. Without data elsewhere.

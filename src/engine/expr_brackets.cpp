@@ -124,7 +124,7 @@ public:
                     break;
                 default:
                     sawValue_ |= kind == Cpp::Assign || kind == Cpp::Semicolon;
-                    if (isConditionOperator(kind)) {
+                    if (isConditionOperator(kind) || choosesArgument(kind)) {
                         if (!endsArgument(place)) doubtAngles();
                     } else if (endsTemplateSearch(kind)) {
                         const bool isDefault = kind == Cpp::Assign && angleIsOpen() && open_.back().isOfLambda;
@@ -193,6 +193,9 @@ private:
             open_[count - 1].isDoubted = true;
         }
     }
+
+    // `A<b ? 1 : 2>`, where the arguments of types are laid out.
+    bool choosesArgument(int kind) const { return declaresParameters_ && kind == Cpp::Question; }
 
     // `T &&>`, `T &&, U`, `T &&...`: the "&&" belongs to a type.
     bool endsArgument(std::size_t place) const {

@@ -44,6 +44,12 @@ bool opensValue(const ExprTokens& tokens, std::size_t before, std::size_t open) 
     return isName || type.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(type.token.kind);
 }
 
+// `(*f)`, as opposed to what a name is called with.
+bool endsFunctionByPointer(const ExprTokens& tokens, std::size_t close) {
+    const std::size_t open = tokens[close].partner;
+    return open != kNoToken && !tokens[open].followsCall && kindAt(tokens, nextPlace(tokens, open)) == Cpp::Asterisk;
+}
+
 }  // namespace
 
 // What a token that opens no group wants behind itself. A ";" in front of a "*" or "&" counts as an operator.
@@ -199,8 +205,10 @@ bool CppExprFormatter::followsOperatorName(const Run& run) {
     return run.previous != kNoToken && run.kindBefore(run.previous) == Cpp::KeywordOperator;
 }
 
-// What is no name may: `T{}(a)`, and a type that a function returns, `function<void(int)>`, `MOCK(f, void(int))`.
+// What is no name may: `T{}(a)`, `(*f)(a)`, and a type that a function returns, `function<void(int)>`,
+// `MOCK(f, void(int))`.
 bool CppExprFormatter::takesArguments(const Run& run, std::size_t open) {
+    if (run.previousKind() == Cpp::CloseParen) return endsFunctionByPointer(run.tokens, run.previous);
     if (run.previousKind() == Cpp::CloseBrace) return run.previousRole() == ExprRole::Operand;
     if (!isBuiltinTypeKeyword(run.previousKind()) || opensDeclarator(run.tokens, open)) return false;
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;

@@ -59,7 +59,17 @@ struct ParsedText {
         for (const KeptRegion& region : former.regions) {
             regions.push_back({positions.movedStart(region.start), positions.movedEnd(region.end)});
         }
+        for (const KeptRegion& block : former.unreadBlocks) {
+            unreadBlocks.push_back({positions.movedStart(block.start), positions.movedEnd(block.end)});
+        }
         sameLines = positions.takeSameLines();
+    }
+
+    void findUnreadBlocks() {
+        for (Trn::TokenList::Index place = 0; place < tokens->size(); ++place) {
+            if (tokens->kind(place) != Cpp::UnreadBlock) continue;
+            unreadBlocks.push_back({tokens->offset(place), tokens->endOffset(place)});
+        }
     }
 
     // Regions that have places in common are one.
@@ -80,7 +90,8 @@ struct ParsedText {
     Cpp::OpaqueTokens opaque;
     std::shared_ptr<const Trn::TokenList> tokens;  // null for what has become of another
     Cpp::RootNode root;
-    KeptRegions regions;  // in order
+    KeptRegions regions;       // in order
+    KeptRegions unreadBlocks;  // what the parse has made one token of, in order
     SameLines sameLines;  // as in the text that it has come from
 };
 
@@ -90,6 +101,7 @@ std::list<Diagnostic> parse(Cpp::Parser& parser, ParsedText& source) {
     Cpp::Lexer lexer(source.text.text(), source.opaque);
     parser.parse(lexer, source.root, messages);
     source.tokens = parser.takeTokens();
+    source.findUnreadBlocks();
     messages.remove_if([](const Diagnostic& message) { return message.severity == Warning; });
     return messages;
 }
@@ -199,6 +211,7 @@ struct Stages {
     std::string format(ParsedText& source, const Listener& listener) const {
         CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
         formatter.setSettledLines(source.sameLines);
+        if (extensions.keepsUnrecognized) formatter.setUnreadBlocks(source.unreadBlocks);
         formatter.setSourceTokens(std::move(source.tokens));
         source.root.accept(formatter);
         if (!wrapsLines) Cpp::RootNode().swap(source.root);

@@ -363,8 +363,9 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
 void CppFormatter::writePointerValue(const Cpp::FunctionPtrDeclNode& declaration) {
     const std::string_view rest = writer_.readThrough(declaration.end());
     const std::size_t assign = placeOfValue(rest);
-    const bool holdsStatements = rest.find(';') + 1 < rest.size();
-    if (assign == rest.size() || holdsStatements || writer_.holdsOpaque(rest)) return writer_.write(rest);
+    if (assign == rest.size() || holdsStatements(rest) || writer_.holdsOpaque(rest.substr(0, assign))) {
+        return writer_.write(rest);
+    }
     const std::string_view blanks = trailingBlanks(rest.substr(0, assign));
     writer_.write(rest.substr(0, assign - blanks.size()));
     if (keepsBreak(blanks, kAsInInput)) {
@@ -382,7 +383,8 @@ void CppFormatter::writeDeclarator(std::string_view declarator) {
     const std::string_view bracketed = isFormatted ? declarator.substr(1) : std::string_view();
     const std::string_view inside = trimLeft(bracketed);
     const bool holdsMarks = !inside.empty() && trimRight(inside).find_first_not_of("*&^") == inside.npos;
-    const bool holdsConvention = startsWithConvention(declarator) && inside.find_first_of("\n/<([,") == inside.npos;
+    const bool holdsConvention =
+        startsWithConvention(declarator) && trimRight(inside).find_first_of("\n/<([,") == inside.npos;
     if (!isFormatted || !(holdsMarks || holdsConvention)) {
         writer_.write(declarator);
         return;

@@ -98,8 +98,9 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
     std::string result;
     for (std::size_t line = 0; line < lines.size(); ++line) {
         const int end = endOf(lines[line]);
-        const bool staysAsItIs = keepsTabs || !areAligned();
-        const bool stands = staysAsItIs && column == spliceOf(before[line]) && end == endOf(before[line]);
+        // Where the output has no tabs of its own, those that reach the column stay behind a text that has moved too.
+        const bool staysAsItIs = end == endOf(before[line]) ? keepsTabs || !areAligned() : !keepsTabs && !areAligned();
+        const bool stands = staysAsItIs && columnAfter(before[line].blanks, end, tabSize_) == column;
         result.append(lines[line].text);
         if (isBehindText) {
             result.append(" ");

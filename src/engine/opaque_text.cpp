@@ -38,6 +38,18 @@ int leadingWidth(std::string_view line, int tabSize) {
     return column;
 }
 
+// The column of the line of code that is indented least.
+int leastColumn(std::string_view block, int tabSize) {
+    int least = kRightmostIndent;
+    for (std::size_t length = 0; !block.empty(); block.remove_prefix(length)) {
+        length = lineLength(block);
+        const std::string_view line = block.substr(0, length);
+        const std::string_view text = trimLeft(line);
+        if (!text.empty() && !text.starts_with('#')) least = std::min(least, leadingWidth(line, tabSize));
+    }
+    return least;
+}
+
 // A backslash may splice its two characters. What is kept unread may begin with a "/" too.
 bool startsComment(std::string_view text) {
     return text.starts_with("/*") || text.starts_with("//") || text.starts_with("/\\");
@@ -188,6 +200,29 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
         std::optional<IndentScope> inFront;
         if (ahead > 0) inFront.emplace(out, indentToColumn(out, column - ahead));
         writeFurtherLine(line, behind, writer, out);
+    }
+}
+
+void writeAmongCode(std::string_view block, int inputColumn, int codeColumn, OIndentBuf& out) {
+    out.startLine();
+    const int column = out.column();
+    const int shift = std::max(codeColumn - inputColumn, -leastColumn(block, out.tabSize()));
+    OpaqueWriter writer(block, InnerBlanks::Keep, out);
+    LeadingSpaceScope keepSpace(out, true);
+    std::string_view front;
+    for (std::size_t length = 0; !block.empty(); block.remove_prefix(length)) {
+        length = lineLength(block);
+        const std::string_view line = block.substr(0, length);
+        const std::string_view text = trimLeft(line);
+        const int moved = text.starts_with('#') ? column + columnsBehindStart(line, inputColumn, out.tabSize())
+                                                : leadingWidth(line, out.tabSize()) + shift;
+        if (front.empty()) {
+            writer.write(line);
+        } else if (!splicesTokens(front, line) || !writeBehindToken(line, moved, writer, out)) {
+            IndentScope indent(out, indentToColumn(out, moved));
+            writeFurtherLine(line, 0, writer, out);
+        }
+        front = line;
     }
 }
 

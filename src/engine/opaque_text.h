@@ -79,6 +79,10 @@ void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks 
                 OuterLines outer = OuterLines::BelowStart);
 void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, Zelmor::OIndentBuf& out,
                 OuterLines outer = OuterLines::BelowStart);
+// A block that is kept unread, whose directives stand where the output does, and whose first one moves from the column
+// in the input to that. What stands between them moves as far as code does, which is `codeColumn` where it stood in
+// the column of the directive, and is not looked into.
+void writeAmongCode(std::string_view block, int inputColumn, int codeColumn, Zelmor::OIndentBuf& out);
 // How far behind its first character the text of a further line comes to stand.
 int columnsBehindStart(std::string_view line, int inputColumn, int tabSize);
 

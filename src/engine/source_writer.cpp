@@ -93,7 +93,9 @@ void SourceWriter::write(std::string_view piece) {
         const std::string_view text = text_.substr(tokenStart, tokenEnd - tokenStart);
         if (mayOpenRegion && tokenStart == token->offset) {
             const std::optional<OpenRegion> region = OpenRegion::openedBy(tokenAt(*token), trivia_.markers());
-            if (const std::size_t regionEnd = region ? endOfRegion(*region, token, end) : 0) {
+            const std::size_t regionEnd =
+                region ? endOfRegion(*region, token, end) : endOfUnreadBlock(tokenStart, end);
+            if (regionEnd > 0) {
                 trivia_.writeRegion(before, text_.substr(tokenStart, regionEnd - tokenStart), token->kind, *out_);
                 while (token + 1 != opaque_.end() && token[1].offset < regionEnd) ++token;
                 place = regionEnd;
@@ -127,6 +129,13 @@ std::size_t SourceWriter::endOfRegion(const OpenRegion& region, Cpp::OpaqueToken
         if (depth == 0) return std::min<std::size_t>(std::size_t{token->offset} + token->length, end);
     }
     return 0;
+}
+
+// Of the one that begins there, where it ends no further behind; else 0.
+std::size_t SourceWriter::endOfUnreadBlock(std::size_t start, std::size_t end) const {
+    if (!unreadBlocks_) return 0;
+    const auto block = std::ranges::lower_bound(*unreadBlocks_, start, {}, &KeptRegion::start);
+    return block != unreadBlocks_->end() && block->start == start && block->end <= end ? block->end : 0;
 }
 
 Trn::Token SourceWriter::tokenAt(const Cpp::OpaqueToken& opaque) const {

@@ -6,6 +6,7 @@
 #include "cpp/opaque_tokens.h"
 #include "engine/cpp_expr_formatter_base.h"
 #include "engine/expr_regions.h"
+#include "engine/kept_region.h"
 #include "engine/layout_log.h"
 #include "engine/optional_text.h"
 #include "textstream/itext_doc_stream.h"
@@ -24,6 +25,10 @@ public:
     // All are borrowed; the log may be null; `opaque` are the opaque tokens of `source`.
     SourceWriter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque, Zelmor::OIndentBuf& out,
                  CppExprFormatterBase& trivia, LayoutLog* log);
+
+    // Branches of conditional groups that are one token in the tree, in their order; borrowed. Where none are told of,
+    // what is in them is written as other text is.
+    void setUnreadBlocks(const KeptRegions& blocks) { unreadBlocks_ = &blocks; }
 
     Zelmor::ITextDocStream& in() { return in_; }
     Zelmor::OIndentBuf& out() { return *out_; }
@@ -124,6 +129,7 @@ private:
     void keepDirectivePlace(std::string_view gap);
     void writeText(std::string_view text);
     std::size_t endOfRegion(const OpenRegion& region, Cpp::OpaqueTokens::const_iterator first, std::size_t end) const;
+    std::size_t endOfUnreadBlock(std::size_t start, std::size_t end) const;
     Trn::Token tokenAt(const Cpp::OpaqueToken& opaque) const;
     void writeProtectedLine(std::string_view line);
     template <typename Test>
@@ -135,6 +141,7 @@ private:
     const Cpp::OpaqueTokens& opaque_;
     mutable std::size_t opaquePlace_ = 0;  // where the search for the next opaque token begins
     std::size_t lineEndPlace_ = std::string_view::npos;  // where the gap begins that has to keep a line end
+    const KeptRegions* unreadBlocks_ = nullptr;
     CppExprFormatterBase& trivia_;
     LayoutLog* log_;
 };

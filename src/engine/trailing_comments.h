@@ -32,7 +32,7 @@ public:
         : columns_(columns),
           source_(source),
           settings_(settings),
-          conditionals_(source, settings.beforeLineComment.text) {}
+          conditionals_(source, settings.beforeLineComment.text, columns.tabSize) {}
 
     // The comment at `offset` of the source comes next behind what has been written. Those in front that it does not go
     // on with move to where they belong.

@@ -46,7 +46,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "The conditions of #if and #elif, and what #define has a name stand for, where that cannot be "
                     "anything but an expression, are laid out as other expressions are, as are the commas between a "
                     "macro's parameters. Kept are bodies that hold statements, \"#\" or types at their start, and what "
-                    "may be the name of a file.",
+                    "may be the name of a file. What stands under an indented #if 0 that goes to the margin moves as "
+                    "far as the code around it.",
                     "#if (A)&&B\n#define sum(a,b) ((a)+(b))\n#endif\n",
                     {set(Keys::WS_BEFORE_EXPR_OP, " "), set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "),
                      set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
