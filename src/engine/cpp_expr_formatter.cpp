@@ -79,7 +79,9 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
     run.blocks = blocks;
     run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;
-    if (run.keepsLines && !out.keepLeadingSpace()) {
+    // Blocks may come to hold lines.
+    const bool hangs = run.keepsLines || (settings_.keepsLineBreaks && blocks);
+    if (hangs && !out.keepLeadingSpace()) {
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
         const bool goesOn = HangingLines::holdsDeclarators(hanging) && out.lineHasText();
