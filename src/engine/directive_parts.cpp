@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cpp/characters.h"
+#include "cpp/directive_text.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -188,7 +189,7 @@ DirectiveParts partsOfCondition(Tokens tokens) {
 }
 
 // Behind "#define". Names that are joined are read as one elsewhere.
-DirectiveParts partsOfMacro(Tokens tokens, bool joinsNames) {
+DirectiveParts partsOfMacro(Tokens tokens, bool holdsHash) {
     const auto isBlankOrColon = [](char c) { return c == ':' || c == ' ' || c == '\t' || c == '\\' || c == '\n'; };
     if (tokens.empty() || std::any_of(tokens[0].text.begin(), tokens[0].text.end(), isBlankOrColon)) return {};
     DirectiveParts parts;
@@ -207,7 +208,7 @@ DirectiveParts partsOfMacro(Tokens tokens, bool joinsNames) {
     const TextExtent whole{start, endOf(expression.back()) - start};
     if (declaresList(expression) && !holdsStatements(expression)) return parts;
     if (isExpression(expression) && !mayDeclare(expression)) {
-        (joinsNames ? parts.body : parts.expression) = joinsNames ? whole : extentOf(expression);
+        (holdsHash ? parts.body : parts.expression) = holdsHash ? whole : extentOf(expression);
         return parts;
     }
     const auto first = std::find_if_not(expression.begin(), expression.end(), isSplice);
@@ -246,8 +247,12 @@ std::string withoutHashes(std::string_view text) {
     return names;
 }
 
+bool joinsNames(std::string_view directive) {
+    return directive.find("##") != directive.npos && Cpp::directiveStartsWith(directive, "#define");
+}
+
 std::string withPasteGaps(std::string_view directive, std::string_view gap) {
-    if (directive.find("##") == directive.npos || holdsSplicedToken(directive)) return std::string(directive);
+    if (!joinsNames(directive) || holdsSplicedToken(directive)) return std::string(directive);
     std::string names(directive);
     std::replace(names.begin() + 1, names.end(), '#', '_');
     std::string text;

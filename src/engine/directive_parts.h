@@ -29,6 +29,9 @@ struct DirectiveParts {
 // for the lexer; and for the blanks around those that join names.
 std::string withoutHashes(std::string_view text);
 
+// Whether a "##" stands in what a macro stands for; elsewhere it joins nothing.
+bool joinsNames(std::string_view directive);
+
 // The directive with that gap on both sides of each "##" that joins names, but at the ends of its lines.
 std::string withPasteGaps(std::string_view directive, std::string_view gap);
 

@@ -64,8 +64,7 @@ bool endsLine(std::string_view directive) { return trailingBlanks(directive).fin
 
 bool holdSameDirective(std::string_view source, std::string_view result) {
     constexpr int behindMacroName = 2;
-    const bool joinsNames = source.find("##") != source.npos;
-    if (!joinsNames && partsOf(source).areNone()) return false;
+    if (!joinsNames(source) && partsOf(source).areNone()) return false;
     if (holdsSplicedToken(source) || holdsSplicedToken(result)) return false;
     DirectiveTokens left(source);
     DirectiveTokens right(result);
