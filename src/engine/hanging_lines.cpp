@@ -75,18 +75,18 @@ int HangingLines::columnFor(std::size_t place) const {
         return standsUnderFirst ? level.first : level.lineColumn;
     }
     const int kind = token.token.kind;
-    if (isMemberAccess(kind) && level.element != kNone) {
+    if (isMemberAccess(kind) && level.element.start != kNone) {
         return columnOfMember(level);
     }
-    if (isShift(token) && level.shift != kNone) return level.shift;
-    if (kind == Cpp::Colon && !level.questions.empty()) {
-        return standsBelowQuestion(level, next) ? columns_[level.question] : level.questions.back();
+    if (isShift(token) && level.element.shift != kNone) return level.element.shift;
+    if (kind == Cpp::Colon && !level.element.questions.empty()) {
+        return standsBelowQuestion(level, next) ? columns_[level.question] : level.element.questions.back();
     }
     if (kind == Cpp::Colon && level.section != kNone) return level.first;
     // A type and the name that is declared are one element.
     const bool isName = token.role == ExprRole::Name || (kind == Cpp::Identifier && followsMark());
-    if (isName && level.kind == Level::Kind::List && level.element != kNone) {
-        return wrapped(level.element);
+    if (isName && level.kind == Level::Kind::List && level.element.start != kNone) {
+        return wrapped(level.element.start);
     }
     if (kind == Cpp::OpenParen && level.kind == Level::Kind::Statement && followsMacroCall()) return level.base;
     if (const int column = columnInChain(next); column != kNone) return column;
@@ -109,25 +109,21 @@ bool HangingLines::followsMacroCall() const {
 std::optional<int> HangingLines::columnWithinName() const {
     if (!chains_) return std::nullopt;
     const Level& level = levels_.back();
-    if (level.later == kNone && level.kind == Level::Kind::Statement) return wrapped(level.base);
-    return columnAfter(indents_.operand.text, level.later != kNone ? level.later : level.element, tabSize_);
-}
-
-// From where what goes on with the operand that is being read hangs.
-int HangingLines::columnOfOperand(const Level& level) {
-    return level.later != kNone ? level.later : level.operand != kNone ? level.operand : level.element;
+    if (level.element.later == kNone && level.kind == Level::Kind::Statement) return wrapped(level.base);
+    const Element& element = level.element;
+    return columnAfter(indents_.operand.text, element.later != kNone ? element.later : element.start, tabSize_);
 }
 
 // Of a "." or "->".
 int HangingLines::columnOfMember(const Level& level) const {
-    const bool isAssigned = level.operand != kNone && !level.isReturned;
-    if (!chains_ && level.chain != kNone) return level.chain;
+    const bool isAssigned = level.element.operand != kNone && !level.isReturned;
+    if (!chains_ && level.element.chain != kNone) return level.element.chain;
     const OptionalText& hang = chains_ ? indents_.operand : indents_.wrap;
-    if (level.later != kNone) return columnAfter(hang.text, level.later, tabSize_);
+    if (level.element.later != kNone) return columnAfter(hang.text, level.element.later, tabSize_);
     if (!chains_) return wrapped(columnOfElement(level));
-    if (isAssigned) return columnAfter(indents_.operand.text, level.operand, tabSize_);
+    if (isAssigned) return columnAfter(indents_.operand.text, level.element.operand, tabSize_);
     if (level.kind == Level::Kind::Statement) return wrapped(level.base);
-    return columnAfter(indents_.operand.text, level.element, tabSize_);
+    return columnAfter(indents_.operand.text, level.element.start, tabSize_);
 }
 
 // For an operator, or the operand behind one; kNone for anything else.
@@ -146,9 +142,9 @@ int HangingLines::columnInChain(std::size_t place) const {
 }
 
 int HangingLines::columnInLevel(const Level& level) const {
-    if (level.operand != kNone) return level.operand;
+    if (level.element.operand != kNone) return level.element.operand;
     if (level.first == kNone || level.awaitsOperand) return columnOfContents(level);
-    const bool startsElement = level.element == kNone;
+    const bool startsElement = level.element.start == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (startsElement && level.section != kNone) return level.section;
     if (level.kind == Level::Kind::Statement) {
@@ -159,11 +155,11 @@ int HangingLines::columnInLevel(const Level& level) const {
         return startsElement && showsFirst ? level.first : wrapped(level.base);
     }
     if (startsElement) return level.first;
-    return level.kind == Level::Kind::Body ? wrapped(level.element) : level.element;
+    return level.kind == Level::Kind::Body ? wrapped(level.element.start) : level.element.start;
 }
 
 int HangingLines::columnOfContents(const Level& level) const {
-    if (level.contents != kNone && level.element == kNone) return level.contents;
+    if (level.contents != kNone && level.element.start == kNone) return level.contents;
     if (!level.isBraced()) return wrapped(columnOfElement(level));
     const OptionalText& indent = level.kind == Level::Kind::Body ? indents_.body : indents_.data;
     return columnAfter(indent.text, level.lineColumn, tabSize_);
@@ -171,7 +167,7 @@ int HangingLines::columnOfContents(const Level& level) const {
 
 // From where what stands behind its first token is indented.
 int HangingLines::columnOfElement(const Level& level) const {
-    return level.kind == Level::Kind::Statement || level.element == kNone ? level.base : level.element;
+    return level.kind == Level::Kind::Statement || level.element.start == kNone ? level.base : level.element.start;
 }
 
 int HangingLines::wrapped(int column) const {
@@ -202,7 +198,7 @@ void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (chains_) columns_[place] = operandColumn;
     passInLevel(place, operandColumn, startsLine);
     if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
-    if (closesBody && levels_.back().kind == Level::Kind::Body) levels_.back().startElement();
+    if (closesBody && levels_.back().kind == Level::Kind::Body) levels_.back().element = {};
     previous_ = place;
     if (opensBracket(tokens_, place)) open(place);
 }
@@ -214,48 +210,49 @@ void HangingLines::passComment(std::size_t place, int column) {
     const std::size_t next = skipTrivia(place + 1);
     const bool leadsOperand = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
                               tokens_[next].token.start.line == comment.end.line;
-    const bool startsOperand = level.element == kNone || level.awaitsOperand || level.awaitsLater;
+    const bool startsOperand = level.element.start == kNone || level.awaitsOperand || level.awaitsLater;
     if (leadsOperand && startsOperand && level.comment == kNone) level.comment = column;
 }
 
 void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     Level& level = levels_.back();
+    Element& element = level.element;
     const ExprToken& token = tokens_[place];
     const int kind = token.token.kind;
-    const bool startsElement = level.element == kNone;
+    const bool startsElement = element.start == kNone;
     if (level.first == kNone) level.first = column;
-    if (startsElement) level.element = column;
+    if (startsElement) element.start = column;
     if (std::exchange(level.awaitsSection, false)) level.section = column;
     if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
-    if (level.awaitsOperand) level.operand = column;
-    if (level.awaitsLater) level.later = column;
+    if (level.awaitsOperand) element.operand = column;
+    if (level.awaitsLater) element.later = column;
     level.awaitsOperand = awaitsValue(token);
     level.awaitsLater = token.role == ExprRole::BinaryOperator && !level.awaitsOperand && !isMemberAccess(kind);
     if (level.awaitsLater) {
-        level.later = level.chain = kNone;
+        element.later = element.chain = kNone;
         level.lastOperator = place;
     }
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
-        level.operand = level.later = level.chain = level.shift = kNone;
-        level.questions.clear();
-        level.otherwise = kNone;
+        element.operand = element.later = element.chain = element.shift = kNone;
+        element.questions.clear();
+        element.otherwise = kNone;
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
-        const int returned = level.isReturned && kind == Cpp::Comma ? level.operand : kNone;
-        level.startElement();
-        level.operand = returned;
-    } else if (isMemberAccess(kind) && !startsElement && level.chain == kNone) {
-        level.chain = column;
-    } else if (isShift(token) && level.shift == kNone) {
-        level.shift = column;
+        const int returned = level.isReturned && kind == Cpp::Comma ? element.operand : kNone;
+        element = {};
+        element.operand = returned;
+    } else if (isMemberAccess(kind) && !startsElement && element.chain == kNone) {
+        element.chain = column;
+    } else if (isShift(token) && element.shift == kNone) {
+        element.shift = column;
     } else if (kind == Cpp::Question) {
-        level.questions.push_back(columnOfQuestion(level, place, column));
+        element.questions.push_back(columnOfQuestion(level, place, column));
         level.question = place;
-    } else if (kind == Cpp::Colon && !level.questions.empty()) {
-        level.questions.pop_back();
-        level.otherwise = startsLine ? column : kNone;
+    } else if (kind == Cpp::Colon && !element.questions.empty()) {
+        element.questions.pop_back();
+        element.otherwise = startsLine ? column : kNone;
     } else if (kind == Cpp::Colon && level.kind == Level::Kind::List) {
         level.awaitsSection = token.role == ExprRole::BinaryOperator;
     }
@@ -272,21 +269,21 @@ void HangingLines::open(std::size_t place) {
     const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
     const bool isBody = isBrace && opensBody(place);
     level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
-    const bool isInList = outer.kind == Level::Kind::List && outer.element != kNone;
+    const bool isInList = outer.kind == Level::Kind::List && outer.element.start != kNone;
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
     const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
-    const bool isInFirst = isInList && outer.element == outer.first && !outer.startedLine && !isOneOfMany;
+    const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
     const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
     level.blocks = isInElements ? outer.first : outer.blocks;
     // The arguments behind those of a template hang from where the name of the template stands.
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
-    level.base = isInFirst ? outer.base : isInList ? outer.element : lineColumn;
+    level.base = isInFirst ? outer.base : isInList ? outer.element.start : lineColumn;
     const bool isFirst = outer.bracket != kNoToken && outer.bracket + 1 == place;
-    const bool isRow = isBrace && chains_ && outer.kind == Level::Kind::Braces && outer.element != kNone && isFirst &&
-                       isAboveRow(place);
+    const bool isInBraces = isBrace && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
+    const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
     const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
-    level.lineColumn = isRow ? outer.element : isOfLambda ? captureLineColumn_ : lineColumn_;
+    level.lineColumn = isRow ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
     if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {
@@ -359,20 +356,20 @@ int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int co
         const int start = columns_[chains_->of(place)->start];
         if (start != kNone) return start;
     }
-    return level.otherwise != kNone ? level.otherwise : column;
+    return level.element.otherwise != kNone ? level.element.otherwise : column;
 }
 
 // From where the arguments hang of a call that is part of an operation; kNone for others.
 int HangingLines::columnOfCall(const Level& outer) const {
-    if (outer.later != kNone) {
+    if (outer.element.later != kNone) {
         const OperandChains::Chain* chain = chains_->of(outer.lastOperator);
         const bool isOnlyShift = isShift(tokens_[outer.lastOperator]) && chain && chain->operators == 1;
-        return isOnlyShift ? columns_[chain->start] : outer.later;
+        return isOnlyShift ? columns_[chain->start] : outer.element.later;
     }
     if (outer.operandStart != kNoToken && chains_->startWith(outer.operandStart)) return columns_[outer.operandStart];
-    const bool isAssigned = outer.operand != kNone && !outer.isReturned;
+    const bool isAssigned = outer.element.operand != kNone && !outer.isReturned;
     if (outer.kind != Level::Kind::List || !isAssigned) return kNone;
-    return outer.operand == lineColumn_ ? outer.operand : outer.element;
+    return outer.element.operand == lineColumn_ ? outer.element.operand : outer.element.start;
 }
 
 // Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.
@@ -380,8 +377,8 @@ int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
     const std::size_t next = nextPlace(tokens_, tokens_[open].partner);
     const bool isMember = isMemberAccess(kindAt(tokens_, next)) && !isPack(tokens_, next);
     if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMember) return kNone;
-    const bool isInMemberLine = outer.chain != kNone && outer.chain == lineColumn_;
-    const int operand = isInMemberLine ? outer.chain : columnOfOperand(outer);
+    const bool isInMemberLine = outer.element.chain != kNone && outer.element.chain == lineColumn_;
+    const int operand = isInMemberLine ? outer.element.chain : outer.element.columnOfOperand();
     return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);
 }
 

@@ -64,15 +64,25 @@ public:
 private:
     static constexpr int kNone = -1;
 
-    // What stands between a pair of brackets, or the text itself. Columns are kNone until there is one.
+    // The element of a list, or the statement, that is being read. Columns are kNone until there is one.
+    struct Element {
+        // From where what goes on with the operand that is being read hangs.
+        int columnOfOperand() const { return later != kNone ? later : operand != kNone ? operand : start; }
+
+        int start = kNone;
+        int operand = kNone;         // the first behind "=" or "return"
+        int later = kNone;           // the last operand that stands behind an operator
+        int chain = kNone;           // of its first "." or "->"
+        int shift = kNone;           // of its first "<<" or ">>"
+        std::vector<int> questions;  // of each "?" whose ":" has not come
+        int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
+    };
+
+    // What stands between a pair of brackets, or the text itself.
     struct Level {
         enum class Kind { Statement, List, Braces, Body };
 
         bool isBraced() const { return kind == Kind::Braces || kind == Kind::Body; }
-        void startElement() {
-            element = operand = later = chain = shift = otherwise = kNone;
-            questions.clear();
-        }
 
         Kind kind = Kind::Statement;
         std::size_t bracket = kNoToken;
@@ -80,27 +90,21 @@ private:
         int base = 0;              // from where lines are indented while there is no element
         int lineColumn = 0;        // of the line with the bracket
         bool startedLine = false;  // its first token did
-        int comment = kNone;       // of those in front of the operand that comes next, on its line
-        int first = kNone;
-        int element = kNone;
-        int operand = kNone;  // the first behind "=" or "return"
-        bool awaitsOperand = false;
-        bool isReturned = false;  // it stands behind "return"
-        int later = kNone;         // the last operand that stands behind an operator
-        bool awaitsLater = false;
-        int chain = kNone;
-        int shift = kNone;
+        int first = kNone;         // of the first element
+        Element element;
+        int comment = kNone;                  // of those in front of the operand that comes next, on its line
+        bool awaitsOperand = false;           // behind "=" or "return"
+        bool isReturned = false;              // the operand stands behind "return"
+        bool awaitsLater = false;             // behind another operator
         std::size_t operandStart = kNoToken;  // the first token of the operand that is being read
         std::size_t lastOperator = kNoToken;
-        int call = kNone;            // from where the arguments hang of calls that the first element begins with
-        int contents = kNone;        // where lines hang as long as there is no element
-        int behindComma = kNone;     // or what follows a comma operator
-        int blocks = kNone;          // from where those hang that stand inside the elements of a list
         std::size_t question = kNoToken;  // the last one
-        std::vector<int> questions;  // the columns of each "?" whose ":" has not come
+        int call = kNone;                 // from where the arguments hang of calls that the first element begins with
+        int contents = kNone;             // where lines hang as long as there is no element
+        int behindComma = kNone;          // or what follows a comma operator
+        int blocks = kNone;   // from where those hang that stand inside the elements of a list
         int section = kNone;  // of what follows the last ":" that has no "?", as the operands of assembler do
         bool awaitsSection = false;
-        int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
     };
 
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
@@ -111,7 +115,6 @@ private:
     int columnInChain(std::size_t place) const;
     int columnInLevel(const Level& level) const;
     int columnOfElement(const Level& level) const;
-    static int columnOfOperand(const Level& level);
     int columnOfContents(const Level& level) const;
     int wrapped(int column) const;
     bool continuesLiteral(std::size_t place) const;
