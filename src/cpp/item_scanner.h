@@ -45,6 +45,8 @@ private:
     bool opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const;
     bool declaresFunction(Index open) const;
     bool followsDeclaredName(const Progress& seen) const;
+    bool followsTypedName(const Progress& seen) const;
+    bool holdsMarkedName(Index open) const;
     bool holdsClassKey(Index open) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;
