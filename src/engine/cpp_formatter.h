@@ -254,6 +254,9 @@ private:
     void writeOnOneLine(std::string_view text);
     void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);
     void writeDeclarator(std::string_view declarator);
+    void writeGapBehindDeclarator(std::string_view blanks);
+    bool isNamedByCall(const Cpp::FunctionPtrDeclNode& declaration, std::string_view type);
+    void writeNamingCall(const Cpp::FunctionPtrDeclNode& declaration, std::string_view type);
     void writePointerValue(const Cpp::FunctionPtrDeclNode& declaration);
     void writeDeclaratorOpening(std::string_view type, std::string_view opening);
 
