@@ -142,6 +142,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const Index following = next(close);
     const int followingKind = kind(following);
     if (findsMacros_ && followingKind == Colon && makesClass(following)) return std::nullopt;
+    if (findsMacros_ && followingKind == Semicolon && holdsMarkedName(open) && followsTypedName(seen)) {
+        return Item{Shape::Data, open, 0};
+    }
     if (opensPointerDeclarator(open, following, seen)) {
         return declaresFunction(open) ? Item{Shape::Function, open, following}
                                       : Item{Shape::FunctionPointer, open, 0};
@@ -247,6 +250,30 @@ bool ItemScanner::isInFrontOfFunction(Index comma, const Progress& seen) const {
 bool ItemScanner::holdsClassKey(Index open) const {
     const Index inside = next(open);
     return isClassKey(kind(inside)) && kind(next(inside)) == CloseParen;
+}
+
+// `A a(&b);`, as opposed to `API int (*a);`: whether a type stands in front of a name that is no macro's.
+bool ItemScanner::followsTypedName(const Progress& seen) const {
+    if (seen.sawOperator || seen.sawTypedef || seen.second == kNone) return false;
+    const Trn::Token name = tokens_.at(seen.previous);
+    if (name.kind != Identifier || isUpperCase(name.text) || name.text.starts_with("__")) return false;
+    const Trn::Token type = tokens_.at(seen.second);
+    switch (type.kind) {
+        case Identifier: return !isUpperCase(type.text);
+        case Less: return seen.third != kNone && kind(seen.third) == Identifier;
+        case Asterisk:
+        case Ampersand: return seen.typeWords > 0;
+        default: return type.kind >= KeywordChar && type.kind <= KeywordVoid;
+    }
+}
+
+// `(&a)`, `(*a.b)`, `(&a->b)`
+bool ItemScanner::holdsMarkedName(Index open) const {
+    const int mark = kind(next(open));
+    if (mark != Asterisk && mark != Ampersand) return false;
+    Index name = next(next(open));
+    while (kind(name) == Identifier && (kind(next(name)) == Dot || kind(next(name)) == Arrow)) name = next(next(name));
+    return kind(name) == Identifier && kind(next(name)) == CloseParen;
 }
 
 // At a "(" whether it opens a declarator with a pointer mark inside.

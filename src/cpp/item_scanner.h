@@ -47,6 +47,8 @@ private:
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
+    bool followsTypedName(const Progress& seen) const;
+    bool holdsMarkedName(Index open) const;
     bool holdsClassKey(Index open) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;

@@ -189,6 +189,7 @@ private:
     // Statements (parser_statements.cpp).
     std::unique_ptr<BlockNode> parseBlock(TokenBuffer& tokens);
     void parseSingleStatement(TokenBuffer& tokens, BlockNode& block);
+    void parseLabelledStatement(TokenBuffer& tokens, BlockNode& block);
     void parseBlockContent(TokenBuffer& tokens, BlockNode& block);
     bool parseBlockItem(TokenBuffer& tokens, BlockNode& block);
     void parseStatement(TokenBuffer& tokens, BlockNode& block);

@@ -28,6 +28,8 @@ bool hasCondition(int keyword) {
     }
 }
 
+bool isCaseKeyword(int kind) { return kind == KeywordCase || kind == KeywordDefault; }
+
 bool startsDeclarationInBlock(int kind) {
     return isClassKey(kind) || kind == KeywordStatic || kind == KeywordTypedef || kind == KeywordEnum;
 }
@@ -67,6 +69,8 @@ void Parser::parseSingleStatement(TokenBuffer& tokens, BlockNode& block) {
     guarded(tokens, block, [&] {
         if (isControlKeyword(token.kind)) {
             block.add(parseCtrlStmt(tokens));
+        } else if (keepsUnrecognized_ && isCaseKeyword(token.kind)) {
+            parseLabelledStatement(tokens, block);
         } else if (token.kind == KeywordTypedef) {
             addOrdinaryDeclaration(tokens, block, Scope::Block);
         } else if (parseMacroStatement(tokens, block)) {
@@ -78,6 +82,23 @@ void Parser::parseSingleStatement(TokenBuffer& tokens, BlockNode& block) {
             block.add(parseExprStmt(tokens));
         }
     });
+}
+
+// switch (a) case 0: default: b();
+void Parser::parseLabelledStatement(TokenBuffer& tokens, BlockNode& block) {
+    while (isCaseKeyword(tokens.peekKind())) {
+        block.add(parseCase(tokens));
+        addTrivia(tokens, block);
+    }
+    const int kind = tokens.peekKind();
+    if (kind == CloseBrace || endsTokens(kind)) return;
+    if (kind == OpenBrace) {
+        block.add(parseBlock(tokens));
+    } else if (kind == Semicolon) {
+        block.add(parseExprStmt(tokens));
+    } else {
+        parseSingleStatement(tokens, block);
+    }
 }
 
 void Parser::parseBlockContent(TokenBuffer& tokens, BlockNode& block) {
@@ -137,7 +158,7 @@ void Parser::parseStatement(TokenBuffer& tokens, BlockNode& block) {
     const Index start = tokens.place();
     const Index word = view(tokens).behindAnnotations(start);
     const Token token = tokens.at(word);
-    const bool isControl = isControlKeyword(token.kind) || token.kind == KeywordCase || token.kind == KeywordDefault;
+    const bool isControl = isControlKeyword(token.kind) || isCaseKeyword(token.kind);
     if (isControl && word != start) {
         TokenText annotations;
         addThrough(tokens, word, annotations);
@@ -382,7 +403,7 @@ Trn::Position Parser::takeHeadWords(TokenBuffer& tokens, Position end) {
 std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {
     skipTrivia(tokens);
     const Token keyword = tokens.next();
-    if (keyword.kind != KeywordCase && keyword.kind != KeywordDefault) {
+    if (!isCaseKeyword(keyword.kind)) {
         tokens.stepBack();
         report(keyword.start, "Expected either 'case' or 'default'. Got: " + shown(keyword));
         return nullptr;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/columns.h"
+#include "engine/declarator_text.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 
@@ -78,6 +79,8 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                    lambdaParameters(), &sourceTokens_);
     Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
     run.blocks = blocks;
+    const bool mayDeclareSeveral = statementColumn && settings_.betweenDeclarators.present;
+    if (mayDeclareSeveral && hasMarkBehindComma(tokens)) run.lastMarks = LastMarks::AgainstName;
     run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;
     // Blocks may come to hold lines.
     const bool hangs = run.keepsLines || (settings_.keepsLineBreaks && blocks);

@@ -133,6 +133,7 @@ private:
     std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
+    const OptionalText& caseIndent() const;
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     void formatByLabel(Cpp::SyntaxNode& statement);
@@ -255,6 +256,9 @@ private:
     void writeOnOneLine(std::string_view text);
     void pad(std::string_view found, KeyId alignment, int offset, std::string_view before, int hanging = 0);
     void writeDeclarator(std::string_view declarator);
+    void writeGapBehindDeclarator(std::string_view blanks);
+    bool isNamedByCall(const Cpp::FunctionPtrDeclNode& declaration, std::string_view type);
+    void writeNamingCall(const Cpp::FunctionPtrDeclNode& declaration, std::string_view type);
     void writePointerValue(const Cpp::FunctionPtrDeclNode& declaration);
     void writeDeclaratorOpening(std::string_view type, std::string_view opening);
 
@@ -336,6 +340,7 @@ private:
     const Cpp::SyntaxNode* labelBehind_ = nullptr;      // or in front of this label
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;
+    bool hasBareLabels_ = false;  // the body that is being written, without braces around them
     bool joinsBody_ = false;  // of the statement that is being written, with the line of its head
     bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next
     int rightMargin_;  // where lines are wrapped; else beyond all columns

@@ -41,6 +41,10 @@ std::size_t behindGroup(const ExprTokens& tokens, std::size_t place) {
 bool hasMarkBehindComma(std::string_view declarators) {
     ExprTokens tokens;
     readExprTokens(declarators, ExprMode::Declarators, tokens);
+    return hasMarkBehindComma(tokens);
+}
+
+bool hasMarkBehindComma(const ExprTokens& tokens) {
     for (std::size_t place = 0; place < tokens.size(); place = behindGroup(tokens, place)) {
         const bool isComma = tokens[place].token.kind == Cpp::Comma;
         if (isComma && isPointerMark(kindAt(tokens, nextPlace(tokens, place)))) return true;

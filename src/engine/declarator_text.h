@@ -3,12 +3,14 @@
 #include <string>
 #include <string_view>
 
+#include "engine/expr_tokens.h"
 #include "engine/optional_text.h"
 
 namespace Tessel {
 
 // Whether a "*" or "&" stands in front of one of the names behind the first.
 bool hasMarkBehindComma(std::string_view declarators);
+bool hasMarkBehindComma(const ExprTokens& tokens);
 // Of the first "=" outside all brackets; the text's size where there is none.
 std::size_t placeOfValue(std::string_view declarators);
 // Whether anything stands behind a ";": a lambda among the values has a body.

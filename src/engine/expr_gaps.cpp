@@ -206,7 +206,7 @@ bool CppExprFormatter::followsOperatorName(const Run& run) {
 }
 
 // What is no name may: `T{}(a)`, `(*f)(a)`, and a type that a function returns, `function<void(int)>`,
-// `MOCK(f, void(int))`.
+// `MOCK(f, void(int))`, `using F = void(int);`.
 bool CppExprFormatter::takesArguments(const Run& run, std::size_t open) {
     if (run.previousKind() == Cpp::CloseParen) return endsFunctionByPointer(run.tokens, run.previous);
     if (run.previousKind() == Cpp::CloseBrace) return run.previousRole() == ExprRole::Operand;
@@ -221,7 +221,8 @@ bool CppExprFormatter::isWholeFunctionType(const Run& run, std::size_t open) {
     const std::size_t close = run.tokens[open].partner;
     if (close == kNoToken || (ahead != Trn::kEndKind && ahead != Cpp::Comma && ahead != Cpp::OpenParen)) return false;
     const int behind = run.kindFrom(close + 1);
-    if (behind != Trn::kEndKind && behind != Cpp::Comma && behind != Cpp::CloseParen) return false;
+    const bool isLast = behind == Trn::kEndKind || behind == Cpp::Semicolon;
+    if (!isLast && behind != Cpp::Comma && behind != Cpp::CloseParen) return false;
     const int first = run.kindFrom(open + 1);
     return close == open + 1 || isBuiltinTypeKeyword(first) || Cpp::isQualifier(first);
 }

@@ -31,7 +31,8 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool startsLine = settings_.formatsOtherGaps && keepsLine(run);
-    const bool joinsName = isAnchored && (startsLine || (run.lastMarks == LastMarks::AgainstName && endsText));
+    const bool areLast = run.nameFollows ? endsText : run.groups.empty();
+    const bool joinsName = isAnchored && (startsLine || (run.lastMarks == LastMarks::AgainstName && areLast));
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma || joinsName;
     // int A::*member
     const bool isOfMember = formatsTypeArguments() && isAnchored && run.previous != kNoToken &&

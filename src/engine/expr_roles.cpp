@@ -19,7 +19,8 @@ namespace {
 
 class RoleFinder {
 public:
-    RoleFinder(ExprTokens& tokens, ExprMode mode) : tokens_(tokens), mode_(mode) {}
+    RoleFinder(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters)
+        : tokens_(tokens), mode_(mode), readsTypes_(parameters == LambdaParameters::Declared) {}
 
     void run() {
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
@@ -315,6 +316,16 @@ private:
                contentsOf(tokens_, first) != Parenthesised::Expression;
     }
 
+    // `(annotation T)`, as opposed to what the operators of macros and of the language make of names: `(NOT a)`,
+    // `(not a)`, `(a AND b)`.
+    bool holdsAnnotatedType(std::size_t open) const {
+        const std::size_t first = nextPlace(tokens_, open);
+        const std::size_t second = nextPlace(tokens_, first);
+        const std::string_view word = tokens_[first].token.text;
+        const bool areTwo = nextPlace(tokens_, second) == tokens_[open].partner;
+        return areTwo && !Cpp::isUpperCase(word) && !Cpp::isOperatorWord(word);
+    }
+
     // `(T)-x`: whether the group in front is a cast. With one name in it, `(n)*x`, it may be either: then the
     // input's white space behind the operator tells what its writer meant; but behind a cast a sign is that
     // of a number.
@@ -325,6 +336,7 @@ private:
         if (tokens_[open].followsCall && !followsName(open)) return false;
         const Parenthesised inside = contentsOf(tokens_, open);
         if (inside == Parenthesised::Type) return true;
+        if (inside == Parenthesised::Names) return readsTypes_ && holdsAnnotatedType(open);
         if (inside != Parenthesised::Name) return false;
         const Trn::Token& mark = tokens_[place].token;
         const std::size_t next = place + 1;
@@ -443,6 +455,7 @@ private:
 
     ExprTokens& tokens_;
     ExprMode mode_;
+    bool readsTypes_;
     std::size_t previous_ = kNoToken;
     bool followsParameters_ = false;  // or what qualifies the function whose they are
     Segment segment_;
@@ -452,8 +465,8 @@ private:
 
 }  // namespace
 
-void findRoles(ExprTokens& tokens, ExprMode mode) {
-    RoleFinder(tokens, mode).run();
+void findRoles(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters) {
+    RoleFinder(tokens, mode, parameters).run();
 }
 
 }  // namespace Tessel

@@ -7,6 +7,6 @@
 namespace Tessel {
 
 // Finds the role of every token whose brackets are matched, from what stands around it. One pass.
-void findRoles(ExprTokens& tokens, ExprMode mode);
+void findRoles(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters);
 
 }  // namespace Tessel

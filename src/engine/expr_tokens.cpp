@@ -67,7 +67,7 @@ void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
     readPiece(text, place, text.size(), tokens, source);
     if (markers) mergeRegions(*markers, tokens);
     matchBrackets(tokens, mode, parameters);
-    findRoles(tokens, mode);
+    findRoles(tokens, mode, parameters);
 }
 
 }  // namespace Tessel

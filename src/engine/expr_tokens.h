@@ -85,7 +85,8 @@ inline bool isPack(const ExprTokens& tokens, std::size_t place) {
 // part of a data declaration behind its type, `a[10], *b = 0`.
 enum class ExprMode { Expression, Declaration, Declarators };
 
-// What stands between the parentheses of a lambda: by FORMAT_TYPE_ARGUMENTS, types that names follow.
+// What stands between the parentheses of a lambda: by FORMAT_TYPE_ARGUMENTS, types that names follow. Two names in
+// parentheses are a cast then.
 enum class LambdaParameters { LikeOperands, Declared };
 
 // A stretch of a text, in characters from its start.

@@ -150,6 +150,12 @@ std::string CppFormatter::contentIndent(const OptionalText& indent) {
     return indentToColumn(out(), baseColumn()) + indent;
 }
 
+// switch (a)
+// case 0:          in the column of the "switch", without braces around them
+const OptionalText& CppFormatter::caseIndent() const {
+    return hasBareLabels_ && settings_.caseIndent.present ? kNothing : settings_.caseIndent;
+}
+
 int CppFormatter::indentColumn() { return columnAfter(out().indent(), 0, out().tabSize()); }
 
 // Of the first text on the line of the source that the node begins on.
@@ -204,8 +210,8 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
 
 // The `break` behind the block of a case stands in the column of its "}".
 void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
-    LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
-    IndentScope indent(out(), labelIndent(settings_.caseIndent));
+    LeadingSpaceScope leadingSpace(out(), caseIndent().present ? false : out().keepLeadingSpace());
+    IndentScope indent(out(), labelIndent(caseIndent()));
     statement.accept(*this);
 }
 
@@ -242,7 +248,7 @@ bool CppFormatter::goesWithLabel(const Cpp::CommentNode& comment) const {
 std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
     if (staysInFirstColumn(comment)) return {};
     if (!goesWithLabel(comment)) return out().indent();
-    if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(settings_.caseIndent);
+    if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(caseIndent());
     if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);
     return settings_.labelIndent.present ? labelIndent(settings_.labelIndent) : out().indent();
 }

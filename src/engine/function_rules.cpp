@@ -53,12 +53,14 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     return made.size() == type.size() && (name.starts_with('~') || isConversion || Cpp::isUpperCase(name));
 }
 
-// `void SYMBOL(f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "(" makes the name.
+// `void SYMBOL(f)(int a)`, `METHOD(T *, f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "("
+// makes the name.
 bool isNamedByMacro(std::string_view type, std::string_view opening) {
+    if (!Cpp::isUpperCase(type.substr(type.rfind(' ') + 1)) || !trimLeft(opening).starts_with('(')) return false;
+    if (trimRight(opening).ends_with(',')) return true;
     const std::size_t front = std::min(type.rfind(' '), type.size());
     const bool isApart = isSpecifiers(type.substr(0, front)) && !opening.starts_with('(');
-    return Cpp::isUpperCase(type.substr(type.rfind(' ') + 1)) && trimLeft(opening).starts_with('(') && !isApart &&
-           opening.find_first_of("*&^") == std::string_view::npos;
+    return !isApart && opening.find_first_of("*&^") == std::string_view::npos;
 }
 
 // `(WINAPI *f)`, as opposed to `(A::*f)`.
@@ -330,7 +332,9 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     BaseColumnScope base(*this, templateColumn.value_or(column), declaration);
     const Cpp::TypeNode* type = declaration->returnType();
     const std::string_view typeText = type ? writer_.readThrough(type->end()) : std::string_view();
-    if (declaration->name()) {
+    if (isNamedByCall(*declaration, typeText)) {
+        writeNamingCall(*declaration, typeText);
+    } else if (declaration->name()) {
         writeDeclaratorOpening(typeText, writer_.readGap(declaration->name()->start()));
         copyThrough(*declaration->name());
     } else {
@@ -339,17 +343,14 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     if (declaration->parameters()) {
         const std::string_view closing = writer_.readGap(declaration->parameters()->start());
         const std::string_view bounds = trimRight(closing);
-        if (settings_.formatsTypeArguments && bounds.ends_with(')') && !writer_.holdsOpaque(closing)) {
+        if (bounds.empty()) {
+            writeGapBehindDeclarator(closing);
+        } else if (settings_.formatsTypeArguments && bounds.ends_with(')') && !writer_.holdsOpaque(closing)) {
             const std::string_view inside = bounds.substr(0, bounds.size() - 1);
             writer_.write(trimRight(inside));
             writer_.replace(trailingBlanks(inside), kNothing);
             out().write(")");
-            const std::string_view blanks = trailingBlanks(closing);
-            if (keepsBreak(blanks, settings_.afterFunctionName)) {
-                writeKeptBreakAt(blanks, baseColumn());
-            } else {
-                writer_.writeMerged(blanks, settings_.afterFunctionName);
-            }
+            writeGapBehindDeclarator(trailingBlanks(closing));
         } else {
             writer_.write(closing);
         }
@@ -357,6 +358,30 @@ void CppFormatter::visit(Cpp::FunctionPtrDeclNode* declaration) {
     }
     if (settings_.formatsTypeArguments && keepsLines()) writePointerValue(*declaration);
     copyThrough(*declaration);
+}
+
+void CppFormatter::writeGapBehindDeclarator(std::string_view blanks) {
+    if (keepsBreak(blanks, settings_.afterFunctionName)) {
+        writeKeptBreakAt(blanks, baseColumn());
+    } else {
+        writer_.writeMerged(blanks, settings_.afterFunctionName);
+    }
+}
+
+// `METHOD(int, f)(int a);`: whether a macro makes the name, and is laid out as a call.
+bool CppFormatter::isNamedByCall(const Cpp::FunctionPtrDeclNode& declaration, std::string_view type) {
+    const bool areLaidOut = settings_.keepsUnrecognized && settings_.formatsMacroCalls &&
+                            settings_.formatsTypeArguments && exprFormatter_.settings().afterCallName.text.empty();
+    if (!areLaidOut || type.empty() || !declaration.name() || !declaration.parameters()) return false;
+    return !TypeText(type).hasMarks() && isNamedByMacro(type, gapBefore(*declaration.name())) &&
+           !writer_.holdsOpaque(gapBefore(*declaration.parameters()));
+}
+
+// The type has been read.
+void CppFormatter::writeNamingCall(const Cpp::FunctionPtrDeclNode& declaration, std::string_view type) {
+    const std::size_t size = trimRight(gapBefore(*declaration.parameters())).size();
+    writer_.in().moveTo(writer_.in().offset() + size);
+    exprFormatter_.formatTypeText({type.data(), type.size() + size}, out(), kAsInInput);
 }
 
 // `int (*f[])(int) = { a, b };`: its lines stand as those of other data do.

@@ -182,6 +182,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
         return;
     }
     const bool hasBraces = body->hasBrackets();
+    const bool beginsWithLabel = body->size() > 0 && Cpp::as<Cpp::CaseNode>(body->childBegin()->get());
+    ValueScope<bool> bareLabels(hasBareLabels_, !hasBraces && beginsWithLabel);
     const OptionalText& indent = indentOfBody(keywordOf(part), hasBraces);
     const bool isGovernedBelow = keywordOf(part) == Cpp::Identifier && part->head()->end().line < body->start().line;
     const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
@@ -196,7 +198,7 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
 }
 
 const OptionalText& CppFormatter::indentOfBody(int keyword, bool hasBraces) const {
-    if (keyword == Cpp::KeywordSwitch) return settings_.caseContentIndent;
+    if (keyword == Cpp::KeywordSwitch && !hasBareLabels_) return settings_.caseContentIndent;
     const OptionalText& indent = settings_.indentOfBody(hasBraces);
     // By its place alone a statement shows that the macro in the line before governs it.
     static const OptionalText leastIndent{true, " ", {}};
@@ -307,7 +309,7 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
 
 // Labels are indented from the column of their switch.
 void CppFormatter::visit(Cpp::CaseNode* label) {
-    LabelScope scope(*this, *label, settings_.caseIndent, labelIndent(settings_.caseIndent));
+    LabelScope scope(*this, *label, caseIndent(), labelIndent(caseIndent()));
     const std::string_view gap = writer_.readGap(label->start());
     const bool followsText = out().column() > 0 && gap.find('\n') == std::string_view::npos;
     if (followsText && settings_.afterCaseLabel.hasLineFeed()) {
@@ -360,9 +362,9 @@ void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
 //     a();
 // }
 void CppFormatter::formatCaseBlock(Cpp::BlockNode& block) {
-    const std::string labelIndentation = labelIndent(settings_.caseIndent);
+    const std::string labelIndentation = labelIndent(caseIndent());
     BaseColumnScope base(*this, columnAfter(labelIndentation, 0, out().tabSize()), &block);
-    LeadingSpaceScope leadingSpace(out(), settings_.caseIndent.present ? false : out().keepLeadingSpace());
+    LeadingSpaceScope leadingSpace(out(), caseIndent().present ? false : out().keepLeadingSpace());
     IndentScope indent(out(), labelIndentation);
     formatBody(block, settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
                [&] { formatBlock(block, settings_.global); });
