@@ -34,10 +34,13 @@ bool holdsOperands(std::string_view statement) {
     return previous.kind == Cpp::CloseParen || previous.kind == Cpp::Semicolon;
 }
 
-// Whether all further lines are indented from the column.
+// Whether all further lines are indented from the column, but for one with the last parenthesis.
 bool indentsLinesFrom(int column, std::string_view statement, int tabSize) {
     for (std::size_t end = statement.find('\n'); end != statement.npos; end = statement.find('\n', end + 1)) {
-        if (columnAfter(leadingBlanks(statement.substr(end + 1)), 0, tabSize) <= column) return false;
+        const std::string_view line = statement.substr(end + 1);
+        const std::string_view blanks = leadingBlanks(line);
+        const int indented = columnAfter(blanks, 0, tabSize) - column;
+        if (indented < 0 || (indented == 0 && !line.substr(blanks.size()).starts_with(')'))) return false;
     }
     return true;
 }
@@ -57,8 +60,8 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
                            indentsLinesFrom(exprFormatter_.columnOfSourceLine(text), text, out().tabSize());
     if (isLaidOut) {
         writeExpression(text, {});
-    } else if (settings_.keepsUnrecognized && isInParentheses && mayIndentLines(text)) {
-        exprFormatter_.writeComment(text, out());  // its further lines hang as they did
+    } else if (settings_.keepsUnrecognized && isInParentheses) {
+        writeLinesAsBlock(text);
     } else {
         writer_.write(text);
     }

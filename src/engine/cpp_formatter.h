@@ -153,6 +153,7 @@ private:
     static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     void writeAsBlock(const Cpp::SyntaxNode& node);
+    void writeLinesAsBlock(std::string_view text);
     void writeRequiresClause(Cpp::ExprNode& clause);
     void copyPackDots(std::string_view gap);
     LastMarks lastMarksOf(const Cpp::DataDeclNode& declaration, std::string_view type) const;

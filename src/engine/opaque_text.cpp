@@ -137,11 +137,6 @@ void writeInPlace(std::string_view text, InnerBlanks inner, OIndentBuf& out) {
     OpaqueWriter(text, convertsIndentOnly(text, out) ? InnerBlanks::Keep : inner, out).write(text);
 }
 
-bool mayIndentLines(std::string_view text) {
-    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
-    return !holds("#") && !holds("\\\n") && !holds("R\"");
-}
-
 bool continuesLiteral(std::string_view directive) {
     if (lineLength(directive) == directive.size()) return false;
     char quote = '\0';

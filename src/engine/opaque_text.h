@@ -65,10 +65,6 @@ bool continuesLiteral(std::string_view directive);
 // The same for any of the literals in a text, those of its directives among them.
 bool holdsLinesOfLiteral(std::string_view text);
 
-// Whether the white space at the start of a text's further lines may be white space between tokens: not where there
-// may be a directive, a line that is spliced to the next, or a raw literal.
-bool mayIndentLines(std::string_view text);
-
 // Where the further lines of a text come to stand that are less indented than its first character: below that, or as
 // far in front of it as they were.
 enum class OuterLines { BelowStart, AsTheyWere };

@@ -21,11 +21,14 @@ void CppFormatter::visit(Cpp::KeptNode* item) {
     writeExpression(writer_.readThrough(item->end()), {});
 }
 
-// Its lines move as one block, unless a literal's are among them.
 void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {
     applyPendingWhitespace(node);
     writer_.copyGap(node.start());
-    const std::string_view text = writer_.readThrough(node.end());
+    writeLinesAsBlock(writer_.readThrough(node.end()));
+}
+
+// They move as one block, unless a literal's are among them.
+void CppFormatter::writeLinesAsBlock(std::string_view text) {
     if (holdsLinesOfLiteral(text)) return writeInPlace(text, InnerBlanks::Keep, out());
     exprFormatter_.writeComment(text, out());
 }
