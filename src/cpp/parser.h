@@ -197,6 +197,13 @@ private:
     bool parseMacroStatement(TokenBuffer& tokens, BlockNode& block);
     void parseDeclarationInBlock(TokenBuffer& tokens, BlockNode& block);
     void parseDataOrExpression(TokenBuffer& tokens, BlockNode& block);
+    std::unique_ptr<CaseNode> parseCase(TokenBuffer& tokens);
+    std::unique_ptr<LabelNode> parseLabel(TokenBuffer& tokens);
+    std::unique_ptr<AsmNode> parseAsm(TokenBuffer& tokens);
+    void parseAsmBlock(TokenBuffer& tokens, BlockNode& body);
+    void parseAsmLine(TokenBuffer& tokens, std::uint32_t line, BlockNode& body);
+
+    // Control statements (parser_control.cpp).
     std::unique_ptr<CtrlStmtNode> parseCtrlStmt(TokenBuffer& tokens);
     std::unique_ptr<CtrlStmtNode> parseMacroCtrlStmt(TokenBuffer& tokens);
     void parseIfChain(TokenBuffer& tokens, CtrlStmtNode& first);
@@ -205,11 +212,6 @@ private:
     std::unique_ptr<CtrlSubStmtHeadNode> parseCtrlHead(TokenBuffer& tokens);
     void takeAttribute(TokenBuffer& tokens, CtrlSubStmtHeadNode& head);
     Position takeHeadWords(TokenBuffer& tokens, Position end);
-    std::unique_ptr<CaseNode> parseCase(TokenBuffer& tokens);
-    std::unique_ptr<LabelNode> parseLabel(TokenBuffer& tokens);
-    std::unique_ptr<AsmNode> parseAsm(TokenBuffer& tokens);
-    void parseAsmBlock(TokenBuffer& tokens, BlockNode& body);
-    void parseAsmLine(TokenBuffer& tokens, std::uint32_t line, BlockNode& body);
 
     bool keepsUnrecognized_;
     std::list<Tessel::Diagnostic> diagnostics_;

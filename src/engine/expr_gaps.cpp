@@ -27,13 +27,6 @@ bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
 }
 
-// The "(" of a lambda's parameters.
-bool followsCapture(const ExprTokens& tokens, std::size_t open) {
-    const std::size_t bracket = bracketBeforeParameters(tokens, open);
-    return bracket != kNoToken && bracket + 1 == open && tokens[bracket].partner != kNoToken &&
-           !tokens[tokens[bracket].partner].followsCall;
-}
-
 // T{a}, name{a}, A<B>{a}: whether the braces begin behind what they make, and hold no statements.
 bool opensValue(const ExprTokens& tokens, std::size_t before, std::size_t open) {
     const std::size_t close = tokens[open].partner;

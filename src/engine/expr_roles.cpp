@@ -356,7 +356,7 @@ private:
             segment_ = {};
             segment_.isOperand = outer_.back().isOperand || followsOperator() || followsArgumentWord();
             segment_.atTextStart = false;
-            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture(place);
+            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture(tokens_, place);
             segment_.isArgument = token.role == ExprRole::TemplateOpen;
             segment_.isChoice = place > 0 && tokens_[place - 1].token.text == "_Generic";
         } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
@@ -403,11 +403,7 @@ private:
         if (token.token.kind != Cpp::CloseParen) return false;
         if (token.partner == kNoToken) return outer_.empty();
         if (token.partner == 0) return false;
-        if (tokens_[token.partner - 1].token.text == "noexcept") return true;
-        const std::size_t bracket = bracketBeforeParameters(tokens_, token.partner);
-        if (bracket == kNoToken) return false;
-        const std::size_t open = tokens_[bracket].partner;
-        return open != kNoToken && !tokens_[open].followsCall;
+        return tokens_[token.partner - 1].token.text == "noexcept" || followsCapture(tokens_, token.partner);
     }
 
     // One that may stand between parameters and "->".
@@ -416,14 +412,6 @@ private:
         return Cpp::isQualifier(token.kind) || token.kind == Cpp::KeywordMutable || token.kind == Cpp::Ampersand ||
                token.kind == Cpp::LogicalAnd || token.text == "noexcept" || token.text == "override" ||
                token.text == "final";
-    }
-
-    // Behind the "[ ]" of a lambda.
-    bool followsCapture(std::size_t place) const {
-        const std::size_t bracket = bracketBeforeParameters(tokens_, place);
-        if (bracket == kNoToken) return false;
-        const std::size_t open = tokens_[bracket].partner;
-        return open != kNoToken && !tokens_[open].followsCall;
     }
 
     bool isCallee() const {

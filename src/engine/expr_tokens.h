@@ -73,6 +73,14 @@ inline std::size_t bracketBeforeParameters(const ExprTokens& tokens, std::size_t
     return kindAt(tokens, place) == Cpp::CloseBracket ? place : kNoToken;
 }
 
+// Whether the "(" opens a lambda's parameters.
+inline bool followsCapture(const ExprTokens& tokens, std::size_t openParen) {
+    const std::size_t bracket = bracketBeforeParameters(tokens, openParen);
+    if (bracket == kNoToken) return false;
+    const std::size_t open = tokens[bracket].partner;
+    return open != kNoToken && !tokens[open].followsCall;
+}
+
 // The tokens of "...".
 inline constexpr std::size_t kDotsOfPack = 3;
 

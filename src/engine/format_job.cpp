@@ -101,7 +101,6 @@ std::list<Diagnostic> parse(Cpp::Parser& parser, ParsedText& source) {
     Cpp::Lexer lexer(source.text.text(), source.opaque);
     parser.parse(lexer, source.root, messages);
     source.tokens = parser.takeTokens();
-    source.findUnreadBlocks();
     messages.remove_if([](const Diagnostic& message) { return message.severity == Warning; });
     return messages;
 }
@@ -192,6 +191,7 @@ struct Stages {
         Cpp::Parser parser(extensions.keepsUnrecognized ? Cpp::Unrecognized::Kept : Cpp::Unrecognized::Reported);
         std::list<Diagnostic> messages = parse(parser, source);
         if (!messages.empty()) return messages;
+        if (extensions.keepsUnrecognized) source.findUnreadBlocks();
         const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps,
                                                  extensions.keepsLineBreaks};
         CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), laidOut);
@@ -211,7 +211,7 @@ struct Stages {
     std::string format(ParsedText& source, const Listener& listener) const {
         CppFormatter formatter(source.text, source.opaque, options, passes, listener.observer);
         formatter.setSettledLines(source.sameLines);
-        if (extensions.keepsUnrecognized) formatter.setUnreadBlocks(source.unreadBlocks);
+        formatter.setUnreadBlocks(source.unreadBlocks);
         formatter.setSourceTokens(std::move(source.tokens));
         source.root.accept(formatter);
         if (!wrapsLines) Cpp::RootNode().swap(source.root);
