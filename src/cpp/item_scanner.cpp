@@ -170,6 +170,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool isQualified = name.text.find("::") != std::string_view::npos;
     const bool isSpecial = name.text.starts_with('~') || isQualified || name.text == context.className;
     if (seen.isAlone() && followsWord && !isSpecial && name.kind == Identifier) {
+        if (findsMacros_ && context.scope == ItemContext::Scope::Outside && isCommaAtLineEnd(following)) {
+            return Item{Shape::Macro, following + 1, 0};
+        }
         const bool isTail =
             isQualifier(followingKind) || followingKind == KeywordThrow || followingKind == KeywordTry;
         const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
@@ -223,6 +226,15 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         if (!isTailWord) return std::nullopt;
     }
     return function;
+}
+
+// Behind an element of a list that another file has the braces of:
+//
+//     DEVICE(0x04cb, "camera"),
+//     DEVICE(0x04cc, "reader"),
+bool ItemScanner::isCommaAtLineEnd(Index place) const {
+    const Index following = next(place);
+    return kind(place) == Comma && (kind(following) == Trn::kEndKind || startsLaterLine(following, place));
 }
 
 // `int size GUARDED_BY(lock);`: whether the last word stands behind a name and its type.

@@ -46,6 +46,7 @@ private:
     bool declaresFunction(Index open) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
+    bool isCommaAtLineEnd(Index place) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
     bool followsTypedName(const Progress& seen) const;
     bool holdsMarkedName(Index open) const;

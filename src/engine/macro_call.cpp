@@ -47,7 +47,8 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
         if (kind == Cpp::OpenParen) ++depth;
         if (kind == Cpp::CloseParen) --depth;
     }
-    return lexer.nextToken().kind == Trn::kEndKind;
+    const int following = lexer.nextToken().kind;
+    return following == Trn::kEndKind || (following == Cpp::Comma && lexer.nextToken().kind == Trn::kEndKind);
 }
 
 }  // namespace Tessel
