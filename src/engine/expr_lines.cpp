@@ -65,10 +65,12 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
                   : keptIndent_.columnFor(run.firstLine, gap, hanging);
 }
 
-// Whether the current token goes on with a type outside its brackets, in a line that stands behind the first one.
+// Whether the current token goes on with a type outside its brackets, in a line that stands behind the first one, or
+// with the last name of it. The type itself may stand behind a "}" on its line.
 bool CppExprFormatter::hangsInType(const Run& run) const {
     if (!run.nameFollows || !settings_.operandIndent.present || !run.hanging->isOutsideBrackets()) return false;
     const std::string_view current = run.text.substr(run.current().token.offset);
+    if (current.starts_with("::") || !sourceColumns().startsLine(trimLeft(run.text))) return true;
     return sourceColumns().columnOfLine(current) > sourceColumns().columnOfLine(run.text);
 }
 
