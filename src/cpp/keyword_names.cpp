@@ -2,10 +2,22 @@
 
 namespace Cpp {
 
+namespace {
+
+constexpr bool isPunctuation(int kind) {
+    return kind >= Semicolon && kind <= ArrowAsterisk;
+}
+
+constexpr bool isBuiltInType(int kind) {
+    return kind >= KeywordChar && kind <= KeywordVoid;
+}
+
+}  // namespace
+
 // Told by the token behind the keyword; in front of a ";", by the end of a type before it.
 bool KeywordNames::isNameBefore(int following) const {
     const bool endsDeclaration = following == Semicolon && (ahead_ == Identifier || ahead_ == Asterisk);
-    if (following < Semicolon || following > ArrowAsterisk || following == OpenBrace) return false;
+    if (!isPunctuation(following) || following == OpenBrace) return false;
     switch (last_) {
         case KeywordPublic:
         case KeywordProtected:
@@ -20,6 +32,55 @@ bool KeywordNames::isNameBefore(int following) const {
         case KeywordClass: return following == Semicolon || following == Dot || following == Arrow;
         default: return false;
     }
+}
+
+// `struct list *new = a->next;`, `int class;`, `foo(T *this)`: what no operand, no name of a class and no member can
+// stand behind.
+bool KeywordNames::isNameOfC(int following) const {
+    if (following == Trn::kEndKind) {
+        const bool mayEnd = isAccessKeyword(last_) || last_ == KeywordTemplate || last_ == KeywordClass ||
+                            last_ == KeywordNew || last_ == KeywordDelete || last_ == KeywordThis;
+        return mayEnd && followsTypeAndMark();
+    }
+    if (!isPunctuation(following) || following == OpenBrace) return false;
+    const bool isMember = ahead_ == Dot || ahead_ == Arrow;
+    switch (last_) {
+        case KeywordNew: {
+            const bool isOperand = following == OpenParen && !isMember;
+            return ahead_ != KeywordOperator && !isOperand && following != OpenBracket;
+        }
+        case KeywordDelete:
+            if (following == Semicolon || following == Comma || following == CloseParen) {
+                return ahead_ == Identifier || followsTypeAndMark();
+            }
+            return isMember || following == Assign || following == Dot || following == Arrow;
+        case KeywordClass: return isClassName(following);
+        case KeywordThis:
+            return followsTypeAndMark() && (following == Comma || following == CloseParen ||
+                                            following == Semicolon || following == Assign);
+        default: return false;
+    }
+}
+
+// Template parameters, enumerations and attributes have the key in front of a sign, too.
+bool KeywordNames::isClassName(int following) const {
+    switch (following) {
+        case Less:
+        case Greater:
+        case ShiftRight:
+        case OpenParen:
+        case OpenBracket:
+        case Colon: return false;
+        case Comma:
+        case Assign: return followsTypeAndMark() || isBuiltInType(ahead_);
+        case CloseParen: return followsTypeAndMark() || isBuiltInType(ahead_) || ahead_ == Comma;
+        default: return true;
+    }
+}
+
+// `T *`, as opposed to the `*` of an expression, which has no pointer behind it.
+bool KeywordNames::followsTypeAndMark() const {
+    return ahead_ == Asterisk && (beforeAhead_ == Identifier || isBuiltInType(beforeAhead_));
 }
 
 }  // namespace Cpp

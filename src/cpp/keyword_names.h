@@ -13,10 +13,16 @@ namespace Cpp {
 // `template.next = 0;` and `for (try = 0; …)`.
 class KeywordNames {
 public:
-    // To be told of the kind and the place of each token in turn that is no comment or directive. The place of the one
-    // before it, where that is a keyword, and a name; nothing otherwise.
+    // Whether `new`, `delete`, `class` and `this` are looked into wherever they stand, and the last word of a text.
+    enum class Words { Some, All };
+
+    explicit KeywordNames(Words words) : findsAll_(words == Words::All) {}
+
+    // To be told of the kind and the place of each token in turn that is no comment or directive, and of the end. The
+    // place of the one before it, where that is a keyword, and a name; nothing otherwise.
     std::optional<std::size_t> nameBefore(int kind, std::size_t place) {
-        const bool isName = isKeyword(last_) && isNameBefore(kind);
+        const bool isName = isKeyword(last_) && (isNameBefore(kind) || (findsAll_ && isNameOfC(kind)));
+        beforeAhead_ = ahead_;
         ahead_ = isName ? Identifier : last_;
         last_ = kind;
         const std::size_t lastPlace = std::exchange(lastPlace_, place);
@@ -25,7 +31,12 @@ public:
 
 private:
     bool isNameBefore(int following) const;
+    bool isNameOfC(int following) const;
+    bool isClassName(int following) const;
+    bool followsTypeAndMark() const;
 
+    bool findsAll_;
+    int beforeAhead_ = Trn::kEndKind;
     int ahead_ = Trn::kEndKind;  // in front of the last one
     int last_ = Trn::kEndKind;
     std::size_t lastPlace_ = 0;

@@ -46,7 +46,8 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     noDeclarationBefore_ = noBraceBefore_ = 0;
     className_ = {};
     kept_.clear();
-    Trn::TokenList text = readTokens(dynamic_cast<Lexer&>(lexer));
+    using Words = KeywordNames::Words;
+    Trn::TokenList text = readTokens(dynamic_cast<Lexer&>(lexer), keepsUnrecognized_ ? Words::All : Words::Some);
     const std::optional<Position> foreign = keepsUnrecognized_ ? findObjectiveC(text) : std::nullopt;
     foldUnreadBranches(text);
     links_ = TokenLinks(text);

@@ -1,6 +1,5 @@
 #include "cpp/token_reader.h"
 
-#include "cpp/keyword_names.h"
 #include "cpp/region_markers.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -26,12 +25,12 @@ void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn
 
 }  // namespace
 
-Trn::TokenList readTokens(Lexer& lexer) {
+Trn::TokenList readTokens(Lexer& lexer, KeywordNames::Words words) {
     // Most texts have fewer tokens. What is not needed is never touched.
     constexpr std::size_t charactersToToken = 4;
     Trn::TokenList tokens(lexer.text());
     tokens.reserve(lexer.text().size() / charactersToToken + 1);
-    KeywordNames names;
+    KeywordNames names(words);
     while (true) {
         Trn::Token token = lexer.nextToken();
         if (!isTrivia(token.kind)) {

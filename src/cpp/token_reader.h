@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cpp/keyword_names.h"
 #include "cpp/lexer.h"
 #include "trn/token_list.h"
 
@@ -12,6 +13,6 @@ namespace Cpp {
 //     // VANTREL-OFF … // VANTREL-ON      ProtectedRegion
 //
 // The tokens are views of the text and of what the lexer owns.
-Trn::TokenList readTokens(Lexer& lexer);
+Trn::TokenList readTokens(Lexer& lexer, KeywordNames::Words words);
 
 }  // namespace Cpp

@@ -12,12 +12,16 @@ namespace Tessel {
 
 namespace {
 
-void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens, SourceTokens* source) {
+void readPiece(std::string_view text, std::size_t first, std::size_t last, Cpp::KeywordNames::Words words,
+               ExprTokens& tokens, SourceTokens* source) {
     if (source && source->add(text, first, last, tokens)) return;
     constexpr std::size_t charactersToToken = 2;  // tables of numbers have fewer tokens
     if (tokens.capacity() == 0) tokens.reserve((last - first) / charactersToToken);
     Cpp::Lexer lexer(text.substr(first, last - first));
-    Cpp::KeywordNames names;
+    Cpp::KeywordNames names(words);
+    const auto nameLast = [&](int kind) {
+        if (const auto name = names.nameBefore(kind, tokens.size() - 1)) tokens[*name].token.kind = Cpp::Identifier;
+    };
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         ExprToken& added = tokens.emplace_back();
         added.token = token;
@@ -26,10 +30,11 @@ void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprT
         added.token.text = text.substr(added.token.offset, token.length);
         if (Cpp::isTrivia(token.kind)) {
             added.role = ExprRole::Trivia;
-        } else if (const auto name = names.nameBefore(token.kind, tokens.size() - 1)) {
-            tokens[*name].token.kind = Cpp::Identifier;
+        } else {
+            nameLast(token.kind);
         }
     }
+    nameLast(Trn::kEndKind);
 }
 
 }  // namespace
@@ -52,10 +57,12 @@ bool opensBlock(const ExprTokens& tokens, std::size_t open) {
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
                     std::span<const TextExtent> blocks, const MarkerPairs* markers, LambdaParameters parameters,
                     SourceTokens* source) {
+    using Words = Cpp::KeywordNames::Words;
+    const Words words = parameters == LambdaParameters::Declared ? Words::All : Words::Some;
     tokens.clear();
     std::size_t place = 0;
     for (const TextExtent& block : blocks) {
-        readPiece(text, place, block.offset, tokens, source);
+        readPiece(text, place, block.offset, words, tokens, source);
         ExprToken& added = tokens.emplace_back();
         added.role = ExprRole::Block;
         added.token.kind = Cpp::CloseBrace;
@@ -64,7 +71,7 @@ void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
         added.token.text = text.substr(block.offset, block.length);
         place = block.offset + block.length;
     }
-    readPiece(text, place, text.size(), tokens, source);
+    readPiece(text, place, text.size(), words, tokens, source);
     if (markers) mergeRegions(*markers, tokens);
     matchBrackets(tokens, mode, parameters);
     findRoles(tokens, mode, parameters);
