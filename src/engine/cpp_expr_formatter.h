@@ -105,6 +105,7 @@ private:
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
     KeyId keyOfKeptLine(const Run& run) const;
+    bool isInType(const Run& run) const;
     bool hangsInType(const Run& run) const;
     int columnOfKeptLine(Run& run, std::string_view gap) const;
     void startSourceHanging(Run& run) const;

@@ -54,8 +54,9 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     const int indented = columnAfter(run.out.indent(), 0, tabSize());
-    const int hanging = hangsInType(run) ? columnAfter(settings_.hanging.wrap.text, indented, tabSize())
-                                         : run.hanging->columnFor(run.sweep.place());
+    const std::string_view hang = isInType(run) && hangsInType(run) ? settings_.hanging.wrap.text : std::string_view();
+    const int hanging =
+        isInType(run) ? columnAfter(hang, indented, tabSize()) : run.hanging->columnFor(run.sweep.place());
     if (!keptIndent_.isWanted()) return hanging;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
@@ -65,10 +66,14 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
                   : keptIndent_.columnFor(run.firstLine, gap, hanging);
 }
 
-// Whether the current token goes on with a type outside its brackets, in a line that stands behind the first one, or
-// with the last name of it. The type itself may stand behind a "}" on its line.
+// Whether the current token goes on with a type outside its brackets.
+bool CppExprFormatter::isInType(const Run& run) const {
+    return run.nameFollows && settings_.operandIndent.present && run.hanging->isOutsideBrackets();
+}
+
+// Whether that hangs: what stands behind the first line in the source, or is the last name of the type. The type itself
+// may stand behind a "}" on its line.
 bool CppExprFormatter::hangsInType(const Run& run) const {
-    if (!run.nameFollows || !settings_.operandIndent.present || !run.hanging->isOutsideBrackets()) return false;
     const std::string_view current = run.text.substr(run.current().token.offset);
     if (current.starts_with("::") || !sourceColumns().startsLine(trimLeft(run.text))) return true;
     return sourceColumns().columnOfLine(current) > sourceColumns().columnOfLine(run.text);
