@@ -156,6 +156,7 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         return std::nullopt;
     }
     if (followingKind == OpenParen) {
+        if (const Index end = behindMacroOfHeader(open, seen); end != kNone) return Item{Shape::Macro, end, 0};
         return heads_.hasBody(following) ? Item{Shape::Function, open, following}
                                          : Item{Shape::FunctionPointer, open, 0};
     }
@@ -199,6 +200,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         return function;
     }
     const bool namesMacro = followsWord && isUpperCase(name.text);
+    // const int PRIVATE(sizes)[] = {}
+    const bool namesArrayOf = namesMacro && followingKind == OpenBracket && !opensAttribute(following);
+    if (findsMacros_ && namesArrayOf && !seen.sawOperator) return Item{Shape::Data, open, 0};
     // COMMON_HEADER BUFFER_INFO(u8)
     // u32 length;
     const bool endsMacros = namesMacro && isLater && followsMacro(seen);
@@ -235,6 +239,23 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
 bool ItemScanner::isCommaAtLineEnd(Index place) const {
     const Index following = next(place);
     return kind(place) == Comma && (kind(following) == Trn::kEndKind || startsLaterLine(following, place));
+}
+
+// A macro that makes the header of a template, and has its conditions behind its parameters:
+//
+//     template_(typename T)(requires is_range<T>)
+//     void f(T a);
+//
+// Told by the line that begins behind it, no further to the right; kNone for anything else.
+ItemScanner::Index ItemScanner::behindMacroOfHeader(Index open, const Progress& seen) const {
+    const bool isMacro = findsMacros_ && seen.isAlone() && seen.previous != kNone && kind(seen.previous) == Identifier;
+    if (!isMacro || tokens_.at(next(behind(open))).text != "requires") return kNone;
+    Index last = open;
+    while (kind(behind(last)) == OpenParen) last = behind(last);
+    const Index close = links_.closing(last);
+    const Index following = behind(last);
+    const bool beginsItem = isWord(kind(following)) && startsLaterLine(following, close);
+    return beginsItem && !macros_.isIndentedFrom(seen.previous, following) ? close + 1 : kNone;
 }
 
 // `int size GUARDED_BY(lock);`: whether the last word stands behind a name and its type.
@@ -356,10 +377,20 @@ bool ItemScanner::beginsBases(Index name) const {
     return kind(name) == Identifier && kind(colon) == Colon && isAccessKeyword(kind(next(colon)));
 }
 
-// Whether a ";" ends what the "=" introduces, should that be a list in braces.
+// Whether a ";" ends what the "=" introduces, should that be a list in braces, or a macro that brings one.
 bool ItemScanner::endsValue(Index assign) const {
     const Index value = next(assign);
-    return kind(value) != OpenBrace || kind(behind(value)) == Semicolon;
+    if (kind(value) != OpenBrace || kind(behind(value)) == Semicolon) return true;
+    return findsMacros_ && bringsSemicolon(behind(value));
+}
+
+bool ItemScanner::bringsSemicolon(Index name) const {
+    const Index open = next(name);
+    const Index close = kind(name) == Identifier && kind(open) == OpenParen ? links_.closing(open) : kNone;
+    if (close == kNone) return false;
+    const Index following = next(close);
+    if (kind(following) == Trn::kEndKind || kind(following) == CloseBrace) return true;
+    return isWord(kind(following)) && startsLaterLine(following, close);
 }
 
 // `int a{1};`, `A b[2]{};`: the values of what is declared.

@@ -32,6 +32,8 @@ public:
     // Whether the statement that begins with the name is a declaration whose type a macro makes, `TYPE(a) b =
     // 1;`.
     bool startsWithSpecifier(Index name) const;
+    // `= { a, b } TABLE_END(c)`: whether the name behind the values is a macro's that brings the ";".
+    bool bringsSemicolon(Index name) const;
     // Whether a class begins with the ":" or the "{" at the place, whatever stands in front of its name.
     bool makesClass(Index end) const;
     // Whether values, not statements, stand in the braces of an expression or a declaration, by what stands
@@ -46,6 +48,7 @@ private:
     bool declaresFunction(Index open) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
+    Index behindMacroOfHeader(Index open, const Progress& seen) const;
     bool isCommaAtLineEnd(Index place) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
     bool followsTypedName(const Progress& seen) const;

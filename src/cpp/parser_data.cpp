@@ -83,7 +83,11 @@ Declarator splitDeclarator(TokenSpan tokens) {
         switch (tokens[place].kind) {
             case CloseParen: {
                 const std::size_t open = openingParen(tokens, place);
-                if (open > 0 && open < place && tokens[open - 1].kind == Identifier) place = open - 1;
+                const bool isMacro = open > 0 && open < place && tokens[open - 1].kind == Identifier;
+                // `int NAME(a)[3]`: it makes the name.
+                const bool hasBounds = place + 1 < tokens.size() && tokens[place + 1].kind == OpenBracket;
+                if (isMacro) place = open - 1;
+                if (isMacro && hasBounds && depth.isOutside()) return {tokens.first(place), tokens.subspan(place)};
                 break;
             }
             case CloseBracket:
@@ -212,6 +216,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     const Index close = links_.closing(open);
     if (!followsName || close == TokenLinks::kNone) return true;
     const int following = tokens.kindAt(view(tokens).next(close));
+    if (keepsUnrecognized_ && following == OpenBracket) return false;
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
                                startsData(following) || isClassKey(following) || following == KeywordStatic;
     return !continuesType && following != Assign;
@@ -243,9 +248,12 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNod
     return true;
 }
 
-// "= ... ;"
+// "= ... ;", or "= { ... }" with a macro behind it
 std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
     Expression value;
+    const auto isBehindList = [&] {
+        return value.previous != TokenLinks::kNone && tokens.kindAt(value.previous) == CloseBrace;
+    };
     while (true) {
         skipTrivia(tokens);
         const Token token = tokens.current();
@@ -257,6 +265,11 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
             // It closes what the declaration stands in: the ";" is missing.
             report(token.start, ExpectedDataEnd);
             return nullptr;
+        }
+        if (keepsUnrecognized_ && isBehindList() && items(tokens).bringsSemicolon(tokens.place())) {
+            takeToken(tokens, value);
+            takeToken(tokens, value);
+            return value.makeLeaf();
         }
         noteBody(tokens, value);
         if (token.kind == OpenBrace && takeBody(tokens, value)) continue;
