@@ -246,7 +246,7 @@ bool ItemScanner::isCommaAtLineEnd(Index place) const {
 //     template_(typename T)(requires is_range<T>)
 //     void f(T a);
 //
-// Told by the line that begins behind it, no further to the right; kNone for anything else.
+// Told by the line that begins behind it; kNone for anything else.
 ItemScanner::Index ItemScanner::behindMacroOfHeader(Index open, const Progress& seen) const {
     const bool isMacro = findsMacros_ && seen.isAlone() && seen.previous != kNone && kind(seen.previous) == Identifier;
     if (!isMacro || tokens_.at(next(behind(open))).text != "requires") return kNone;
@@ -254,8 +254,7 @@ ItemScanner::Index ItemScanner::behindMacroOfHeader(Index open, const Progress& 
     while (kind(behind(last)) == OpenParen) last = behind(last);
     const Index close = links_.closing(last);
     const Index following = behind(last);
-    const bool beginsItem = isWord(kind(following)) && startsLaterLine(following, close);
-    return beginsItem && !macros_.isIndentedFrom(seen.previous, following) ? close + 1 : kNone;
+    return isWord(kind(following)) && startsLaterLine(following, close) ? close + 1 : kNone;
 }
 
 // `int size GUARDED_BY(lock);`: whether the last word stands behind a name and its type.
