@@ -4,6 +4,7 @@
 
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
+#include "engine/conditional_bodies.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
@@ -185,9 +186,13 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     const Cpp::SyntaxNode* previous = nullptr;
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     auto commentsEnd = first;
+    ConditionalBodies bodies(source_);
     for (auto child = first; child != node.childEnd(); ++child) {
         previousSibling_ = previous;
         if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
+        const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
+        std::optional<IndentScope> further;
+        if (isBody) further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
         if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
         if (isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child)) {
             formatByLabel(**child);

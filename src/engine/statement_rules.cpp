@@ -12,6 +12,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
+#include "engine/conditional_bodies.h"
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
@@ -184,7 +185,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     const bool hasBraces = body->hasBrackets();
     const bool beginsWithLabel = body->size() > 0 && Cpp::as<Cpp::CaseNode>(body->childBegin()->get());
     ValueScope<bool> bareLabels(hasBareLabels_, !hasBraces && beginsWithLabel);
-    const OptionalText& indent = indentOfBody(keywordOf(part), hasBraces);
+    const bool isRepeated = settings_.keepsUnrecognized && repeatsHead(*part, source_);
+    const OptionalText& indent = isRepeated ? kNothing : indentOfBody(keywordOf(part), hasBraces);
     const bool isGovernedBelow = keywordOf(part) == Cpp::Identifier && part->head()->end().line < body->start().line;
     const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
     const Keyed<bool>& kept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
