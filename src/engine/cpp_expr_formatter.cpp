@@ -52,8 +52,12 @@ void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& 
     format(text, out, ExprMode::Declaration, typeWhitespace, {}, nullptr, hanging);
 }
 
-void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, int statementColumn) {
-    format(text, out, ExprMode::Declaration, kAsInInput, {}, nullptr, HangingLines::Text::List, statementColumn);
+void CppExprFormatter::formatForClause(std::string_view text, OIndentBuf& out, int statementColumn,
+                                       bool isFirst) {
+    // for (a = b; a && *c; ++a)
+    const bool mayDeclare = isFirst || !formatsTypeArguments();
+    format(text, out, mayDeclare ? ExprMode::Declaration : ExprMode::Expression, kAsInInput, {}, nullptr,
+           HangingLines::Text::List, statementColumn);
 }
 
 void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, const OptionalText& typeWhitespace,

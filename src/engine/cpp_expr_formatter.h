@@ -50,7 +50,7 @@ public:
     void formatDeclarationText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
                                HangingLines::Text hanging = HangingLines::Text::List);
     // A clause of a `for` in that column.
-    void formatForClause(std::string_view text, Zelmor::OIndentBuf& out, int statementColumn);
+    void formatForClause(std::string_view text, Zelmor::OIndentBuf& out, int statementColumn, bool isFirst);
     // A type whose declared name follows the text, so that the text's trailing white space is that between the
     // two.
     void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,

@@ -279,16 +279,16 @@ WantedText CppFormatter::writeCondition(std::string_view inside, int keyword, co
 WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t first, std::size_t last) {
     const std::string_view clauses[] = {inside.substr(0, first + 1), inside.substr(first + 1, last - first),
                                         inside.substr(last + 1)};
-    const auto write = [&](std::string_view clause) {
+    const auto write = [&](std::string_view clause, bool isFirst = false) {
         clause = trimLeft(clause);
         const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
-        exprFormatter_.formatForClause(text, out(), baseColumn());
+        exprFormatter_.formatForClause(text, out(), baseColumn(), isFirst);
     };
     writer_.leave(leadingBlanks(inside), settings_.afterControlOpenParen);
     out().writeVerbatim(settings_.afterControlOpenParen.text);
     const bool hangsUnderFirst = settings_.alignsForClauses || hangsLines();
     IndentScope indent(out(), hangsUnderFirst ? indentToColumn(out(), writer_.nextColumn()) : out().indent());
-    write(clauses[0]);
+    write(clauses[0], true);
     for (std::string_view clause : {clauses[1], clauses[2]}) {
         if (const std::string_view comment = commentOfLine(clause); !comment.empty()) {
             writer_.write(comment);
