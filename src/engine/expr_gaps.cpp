@@ -201,7 +201,13 @@ bool CppExprFormatter::followsOperatorName(const Run& run) {
 // What is no name may: `T{}(a)`, `(*f)(a)`, and a type that a function returns, `function<void(int)>`,
 // `MOCK(f, void(int))`, `using F = void(int);`.
 bool CppExprFormatter::takesArguments(const Run& run, std::size_t open) {
-    if (run.previousKind() == Cpp::CloseParen) return endsFunctionByPointer(run.tokens, run.previous);
+    if (run.previousKind() == Cpp::CloseParen) {
+        const std::size_t declarator = run.tokens[run.previous].partner;
+        // A name in front of the parentheses is a type then, and calls nothing.
+        const bool isParameter = run.mode == ExprMode::Declaration && run.groups.empty() && declarator != kNoToken &&
+                                 declarator > 0 && opensDeclarator(run.tokens, declarator);
+        return isParameter || endsFunctionByPointer(run.tokens, run.previous);
+    }
     if (run.previousKind() == Cpp::CloseBrace) return run.previousRole() == ExprRole::Operand;
     if (!isBuiltinTypeKeyword(run.previousKind()) || opensDeclarator(run.tokens, open)) return false;
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
