@@ -12,6 +12,27 @@ constexpr bool isBuiltInType(int kind) {
     return kind >= KeywordChar && kind <= KeywordVoid;
 }
 
+// Words that are no keywords in C, but for those that may stand at the end of a type.
+constexpr bool isReservedByCpp(int kind) {
+    switch (kind) {
+        case KeywordPublic:
+        case KeywordProtected:
+        case KeywordPrivate:
+        case KeywordTry:
+        case KeywordCatch:
+        case KeywordNamespace:
+        case KeywordTemplate:
+        case KeywordFriend:
+        case KeywordUsing:
+        case KeywordVirtual:
+        case KeywordClass:
+        case KeywordNew:
+        case KeywordDelete:
+        case KeywordThis: return true;
+        default: return false;
+    }
+}
+
 }  // namespace
 
 // Told by the token behind the keyword; in front of a ";", by the end of a type before it.
@@ -37,11 +58,7 @@ bool KeywordNames::isNameBefore(int following) const {
 // `struct list *new = a->next;`, `int class;`, `foo(T *this)`: what no operand, no name of a class and no member can
 // stand behind.
 bool KeywordNames::isNameOfC(int following) const {
-    if (following == Trn::kEndKind) {
-        const bool mayEnd = isAccessKeyword(last_) || last_ == KeywordTemplate || last_ == KeywordClass ||
-                            last_ == KeywordNew || last_ == KeywordDelete || last_ == KeywordThis;
-        return mayEnd && followsTypeAndMark();
-    }
+    if (following == Trn::kEndKind) return isReservedByCpp(last_) && followsTypeAndMark();
     if (!isPunctuation(following) || following == OpenBrace) return false;
     const bool isMember = ahead_ == Dot || ahead_ == Arrow;
     switch (last_) {
@@ -56,8 +73,9 @@ bool KeywordNames::isNameOfC(int following) const {
             return isMember || following == Assign || following == Dot || following == Arrow;
         case KeywordClass: return isClassName(following);
         case KeywordThis:
-            return followsTypeAndMark() && (following == Comma || following == CloseParen ||
-                                            following == Semicolon || following == Assign);
+            return beforeAhead_ != Asterisk && followsTypeAndMark() &&
+                   (following == Comma || following == CloseParen || following == Semicolon ||
+                    following == Assign);
         default: return false;
     }
 }
@@ -78,9 +96,10 @@ bool KeywordNames::isClassName(int following) const {
     }
 }
 
-// `T *`, as opposed to the `*` of an expression, which has no pointer behind it.
+// `T *`, `T **`, as opposed to the `*` of an expression, which has no pointer behind it.
 bool KeywordNames::followsTypeAndMark() const {
-    return ahead_ == Asterisk && (beforeAhead_ == Identifier || isBuiltInType(beforeAhead_));
+    return ahead_ == Asterisk &&
+           (beforeAhead_ == Asterisk || beforeAhead_ == Identifier || isBuiltInType(beforeAhead_));
 }
 
 }  // namespace Cpp
