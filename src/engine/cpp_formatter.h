@@ -234,6 +234,7 @@ private:
 
     // Functions.
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
+    void writeOldParameters(Cpp::KeptNode& parameters);
     std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     std::string_view breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type);

@@ -10,6 +10,7 @@
 #include "cpp/comment_text.h"
 #include "cpp/nodes.h"
 #include "engine/macro_call.h"
+#include "engine/old_parameters.h"
 #include "engine/type_text.h"
 
 namespace Tessel {
@@ -169,7 +170,9 @@ void CppPreFormatter::visit(Cpp::FunctionDeclNode* node) {
     visitParts(node, node->head(), node->body());
 }
 void CppPreFormatter::visit(Cpp::FunctionHeadNode* node) {
-    visitParts(node, node->parameters(), node->oldParameters());
+    Cpp::KeptNode* oldParameters = node->oldParameters();
+    const bool areKept = oldParameters && !(laidOut_.types && areTypesAndNames(*oldParameters));
+    visitParts(node, node->parameters(), areKept ? oldParameters : nullptr);
 }
 void CppPreFormatter::visit(Cpp::FunctionPtrDeclNode* node) {
     visitParts(node, node->parameters());

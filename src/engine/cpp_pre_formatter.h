@@ -39,10 +39,11 @@ public:
         bool macroCalls;
         bool aliases;
         bool keepsLines;  // of such calls, too
+        bool types;       // of old-style parameters, too
     };
 
     explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten,
-                             LaidOut laidOut = {false, false, false})
+                             LaidOut laidOut = {false, false, false, false})
         : markers_(std::move(markers)), openRegions_(openRegions), laidOut_(laidOut) {}
 
     // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,

@@ -212,7 +212,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     }
     rest = writeGapBehindParameters(*head, rest);
     if (!rest.empty()) exprFormatter_.formatExpression(rest, out());
-    if (oldParameters) oldParameters->accept(*this);
+    if (oldParameters) writeOldParameters(*oldParameters);
     return base;
 }
 

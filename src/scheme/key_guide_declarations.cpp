@@ -111,7 +111,7 @@ void addData(std::vector<KeyGuide>& rows) {
                     "Template arguments in the types of data, in those that functions return, and in the names of "
                     "classes and functions, are laid out as others are, and so are types behind `using A =` and those "
                     "that pointers to functions return; with them what stands in the parentheses of a declarator and "
-                    "of a type, and the types of a lambda's parameters.",
+                    "of a type, the types of a lambda's parameters, and parameters that old-style heads declare.",
                     "map<int,char *> a;\n",
                     {set(Keys::WS_BETWEEN_TP_PARAMS, " "), set(Keys::ASTERISK_ANCHOR, 0)}});
     rows.push_back({set(Keys::WS_AFTER_DD_NAME, " "), group, "Between the name and \"[\" or \";\".", "int a[2];\n"});
