@@ -209,7 +209,7 @@ private:
         // A template's argument has no name: `constant<A::a * B::b>`
         if (kind != Cpp::Identifier || segment_.isArgument) return false;
         const std::size_t behindName = nextPlace(tokens_, next);
-        if (isInDeclaration()) return endsDeclaredName(behindName);
+        if (isInDeclaration()) return endsDeclaredName(behindName) || (readsTypes_ && isFurtherName(behindName));
         const int behind = kindAt(tokens_, behindName);
         return segment_.atTextStart && (behind == Cpp::Assign || behind == Cpp::Colon);
     }
@@ -252,6 +252,11 @@ private:
             default:
                 return endsDeclarator(place);
         }
+    }
+
+    // `A *a UNUSED`, `A * API a`: whether another name stands right behind one, as in no expression.
+    bool isFurtherName(std::size_t place) const {
+        return kindAt(tokens_, place) == Cpp::Identifier && !Cpp::isOperatorWord(tokens_[place].token.text);
     }
 
     bool isDeclaredName(std::size_t place) const {
