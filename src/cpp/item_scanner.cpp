@@ -184,7 +184,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         const bool isBelow = isLater && macros_.isIndentedFrom(seen.previous, following);
         const bool isBehind = !isLater && tokens_.at(following).text.starts_with("__");
         if (findsMacros_ && (followsStorage || isBelow || isBehind) && endsWithValue(following)) return function;
-        const bool goesOn = isBelow && endsInAnnotations(following);
+        // extern EXPORT(int)
+        // f(int a);
+        const bool namesType = followsStorage && kind(seen.second) == KeywordExtern && findsMacros_;
+        const bool goesOn = (isBelow && endsInAnnotations(following)) || (namesType && beginsItem);
         const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
         if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
             return Item{Shape::Macro, close + 1, 0};

@@ -15,43 +15,13 @@
 #include "engine/declarator_text.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/head_words.h"
 #include "engine/one_line_rules.h"
 #include "engine/type_text.h"
 
 namespace Tessel {
 
 namespace {
-
-// "virtual inline", in front of a constructor, a destructor or a conversion.
-bool isSpecifierWord(std::string_view word) {
-    constexpr std::string_view words[] = {"explicit", "virtual", "inline",    "static",    "friend",
-                                          "extern",   "constexpr", "consteval", "constinit"};
-    return std::find(std::begin(words), std::end(words), word) != std::end(words);
-}
-
-std::string_view withoutSpecifiers(std::string_view type) {
-    while (!type.empty()) {
-        const std::string_view word = type.substr(0, type.find(' '));
-        if (!isSpecifierWord(word)) break;
-        type.remove_prefix(std::min(word.size() + 1, type.size()));
-    }
-    return type;
-}
-
-bool isSpecifiers(std::string_view type) { return withoutSpecifiers(type).empty(); }
-
-// Whether what stands in front of the name is a macro that, in a line of its own, would be an item by itself: one with
-// arguments, or one in front of what has no return type. Texts of nodes have a blank between tokens.
-bool isItemByItself(std::string_view type, std::string_view name) {
-    const std::string_view made = withoutSpecifiers(type);
-    const std::string_view word = made.substr(0, made.find(' '));
-    const bool hasArguments = word.size() < made.size() && made[word.size() + 1] == '(' && made.ends_with(')');
-    if (hasArguments && made.size() < type.size()) return !Cpp::takesArgument(word);
-    if (!Cpp::isUpperCase(word)) return false;
-    if (word.size() < made.size()) return hasArguments;
-    const bool isConversion = name.starts_with("operator ") || name.find("::operator ") != name.npos;
-    return made.size() == type.size() && (name.starts_with('~') || isConversion || Cpp::isUpperCase(name));
-}
 
 // `void SYMBOL(f)(int a)`, `METHOD(T *, f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "("
 // makes the name.

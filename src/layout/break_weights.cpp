@@ -68,6 +68,7 @@ BreakWeights::BreakWeights(const ExprTokens& tokens, const OperandScopes& scopes
       settings_(settings),
       text_(extent.text),
       name_(extent.name),
+      keepsName_(extent.keepsName),
       holdsComma_(tokens.size(), false),
       depths_(tokens.size(), 0),
       weights_(tokens.size(), kNoBreak) {
@@ -134,6 +135,7 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
         if (kind == Cpp::OpenBrace) return kBraceBehindAssignment;
         if (kind == Cpp::OpenBracket && text_ == WeighedText::Statement) return kAssignedLambda;
     }
+    if (place == name_ && keepsName_) return kNoBreak;
     if (place == name_) return followsWord(left) ? kSecondName : settings_.weightOfFunctionName;
     if (name_ != kNoToken && place < name_ && scopes_.at(place).depth == 0) return kNoBreak;
     const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;

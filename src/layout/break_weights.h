@@ -28,6 +28,7 @@ struct WeighedExtent {
     WeighedText text = WeighedText::Statement;
     std::size_t name = kNoToken;  // the place of the name of a function
     int indentColumn = 0;         // of the statement
+    bool keepsName = false;       // on its line
 };
 
 // What a line costs that begins with a token: the more, the closer that belongs to the one in front, and the deeper it
@@ -65,6 +66,7 @@ private:
     const WrapSettings& settings_;
     WeighedText text_;
     std::size_t name_;
+    bool keepsName_;
     std::vector<bool> holdsComma_;  // of the brackets that open
     std::vector<int> depths_;       // of brackets around each token
     std::vector<int> weights_;

@@ -109,7 +109,7 @@ bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& cont
     const auto offsetOf = [](const ExprToken& token) { return std::size_t{token.token.offset}; };
     const auto name = std::ranges::find(tokens, context.nameOffset, offsetOf);
     const std::size_t namePlace = name == tokens.end() ? kNoToken : static_cast<std::size_t>(name - tokens.begin());
-    LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state)});
+    LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state), context.keepsName});
     return search.lay(firstColumn(state), context.trailingWidth, context.commentWidth);
 }
 

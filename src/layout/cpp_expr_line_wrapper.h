@@ -25,6 +25,7 @@ struct WrapContext {
     bool isInParentheses = false;  // the text is all that stands in them
     WeighedText weighed = WeighedText::Statement;
     std::size_t nameOffset = std::string_view::npos;  // in the text, of what is declared
+    bool keepsName = false;  // on its line: what stands in front is no type
     std::span<const TextExtent> blocks;  // that somebody else breaks
     bool respacesCommas = false;   // the scheme says nothing about white space at the commas
     std::optional<int> declaratorColumn;  // of the first of the declarators that the text may go on with

@@ -8,6 +8,7 @@
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/head_words.h"
 #include "layout/cpp_line_wrapper.h"
 #include "layout/wrap_scopes.h"
 
@@ -129,7 +130,10 @@ void CppLineWrapper::wrapFunctionHead(Cpp::FunctionHeadNode& head, const Cpp::In
         }
         context.mode = ExprMode::Declaration;
         context.weighed = WeighedText::Head;
-        if (head.returnType()) context.nameOffset = offsetBetween(head.start(), head.name()->start());
+        if (head.returnType()) {
+            context.nameOffset = offsetBetween(head.start(), head.name()->start());
+            context.keepsName = isItemByItself(head.returnType()->text(), head.name()->text());
+        }
         if (writeByWeight(head.start(), head.end(), context)) return;
     }
     if (head.parameters()) {
