@@ -67,6 +67,15 @@ Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
     return count == 1 ? Parenthesised::Name : Parenthesised::Names;
 }
 
+bool holdsMadeValue(const ExprTokens& tokens, std::size_t open) {
+    const std::size_t type = nextPlace(tokens, open);
+    const std::size_t inner = nextPlace(tokens, type);
+    if (!isTypeWord(tokens[type]) || kindAt(tokens, inner) != Cpp::OpenParen || tokens[inner].partner == kNoToken) {
+        return false;
+    }
+    return !isPointerMark(kindAt(tokens, placeBefore(tokens, tokens[inner].partner)));
+}
+
 bool endsDelete(const ExprTokens& tokens, std::size_t place) {
     if (kindAt(tokens, place) != Cpp::CloseBracket) return false;
     const std::size_t open = tokens[place].partner;
@@ -85,7 +94,7 @@ bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size
     if (!followsCast && tokens[open].followsCall) return false;
     if (before != kNoToken && !followsCast && !awaitsOperand(tokens[before])) return false;
     const Parenthesised inside = contentsOf(tokens, open);
-    if (inside == Parenthesised::Expression) return false;
+    if (inside == Parenthesised::Expression || holdsMadeValue(tokens, open)) return false;
     const ExprToken& token = tokens[place];
     if (token.role == ExprRole::UnaryOperator) return true;
     if (token.role == ExprRole::GroupOpen) {

@@ -15,6 +15,10 @@ enum class Parenthesised { Type, Name, Names, Expression };
 // `open` is the place of the "(", which has a partner. The roles of what is inside are known.
 Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open);
 
+// `(int(a) + 1)`, as opposed to `(int (*)(int))`: whether a type makes a value of what stands in the parentheses behind
+// it.
+bool holdsMadeValue(const ExprTokens& tokens, std::size_t open);
+
 // Whether the token at `place` is the "]" of "delete[]".
 bool endsDelete(const ExprTokens& tokens, std::size_t place);
 

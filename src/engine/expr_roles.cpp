@@ -188,6 +188,7 @@ private:
 
     bool isMark(std::size_t place) const {
         if (endsTypeOfMacro(place)) return true;
+        if (readsTypes_ && Cpp::isQualifier(previousKind())) return true;
         if (!followsType()) return false;
         if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto || closesTypeWord(previous_))
             return true;
@@ -340,7 +341,7 @@ private:
         if (kindAt(tokens_, close) != Cpp::CloseParen) return false;
         if (tokens_[open].followsCall && !followsName(open)) return false;
         const Parenthesised inside = contentsOf(tokens_, open);
-        if (inside == Parenthesised::Type) return true;
+        if (inside == Parenthesised::Type) return !readsTypes_ || !holdsMadeValue(tokens_, open);
         if (inside == Parenthesised::Names) return readsTypes_ && holdsAnnotatedType(open);
         if (inside != Parenthesised::Name) return false;
         const Trn::Token& mark = tokens_[place].token;
