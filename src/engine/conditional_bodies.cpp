@@ -39,7 +39,7 @@ int groupsOpened(std::string_view gap) {
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         if (token.kind != Cpp::Directive) continue;
         if (Cpp::directiveStartsWith(token.text, kOpens)) ++count;
-        if (Cpp::directiveStartsWith(token.text, kEnds)) --count;
+        if (Cpp::directiveStartsWith(token.text, kEnds) && --count < 0) return 0;
         if (count == 0 && Cpp::directiveStartsWith(token.text, kGoesOn)) return -1;
     }
     return count;

@@ -36,7 +36,8 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     if (!Cpp::isUpperCase(word)) return false;
     if (word.size() < made.size()) return hasArguments;
     const bool isConversion = name.starts_with("operator ") || name.find("::operator ") != name.npos;
-    return made.size() == type.size() && (name.starts_with('~') || isConversion || Cpp::isUpperCase(name));
+    const std::string_view firstName = name.substr(0, name.find_first_of(" ("));
+    return made.size() == type.size() && (name.starts_with('~') || isConversion || Cpp::isUpperCase(firstName));
 }
 
 }  // namespace Tessel
