@@ -231,7 +231,10 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 void CppExprFormatter::passToken(Run& run) {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
-    if (place == run.firstText) run.firstLine.output = textColumnOf(run.out);
+    if (place == run.firstText) {
+        run.firstLine.output = textColumnOf(run.out);
+        run.followsText = run.out.lineHasText();
+    }
     // The blanks in front of a comment go with it.
     const bool isBehindText = run.current().role == ExprRole::Trivia && run.out.lineHasText();
     const int column = columnToIndentFrom(run.out);

@@ -75,7 +75,7 @@ bool CppExprFormatter::isInType(const Run& run) const {
 // may stand behind a "}" on its line.
 bool CppExprFormatter::hangsInType(const Run& run) const {
     const std::string_view current = run.text.substr(run.current().token.offset);
-    if (current.starts_with("::") || !sourceColumns().startsLine(trimLeft(run.text))) return true;
+    if (current.starts_with("::") || run.followsText) return true;
     return sourceColumns().columnOfLine(current) > sourceColumns().columnOfLine(run.text);
 }
 

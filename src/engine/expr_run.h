@@ -77,6 +77,7 @@ struct CppExprFormatter::Run {
     std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive
     const OptionalText* after = nullptr;    // what it wants behind itself, before any comment
+    bool followsText = false;               // on the line that the text begins on
     bool startsAtMargin = false;            // the token that comes next, whatever the indentation
     bool sawMark = false;
     int literalColumn = 0;  // of the first of the literals that follow each other
