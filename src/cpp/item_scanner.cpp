@@ -186,7 +186,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         if (findsMacros_ && (followsStorage || isBelow || isBehind) && endsWithValue(following)) return function;
         // extern EXPORT(int)
         // f(int a);
-        const bool namesType = followsStorage && kind(seen.second) == KeywordExtern && findsMacros_;
+        const bool declaresFunctionBelow =
+            kind(next(following)) == OpenParen && kind(behind(next(following))) != OpenParen;
+        const bool namesType =
+            findsMacros_ && followsStorage && kind(seen.second) == KeywordExtern && declaresFunctionBelow;
         const bool goesOn = (isBelow && endsInAnnotations(following)) || (namesType && beginsItem);
         const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
         if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
