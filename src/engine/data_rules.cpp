@@ -33,9 +33,9 @@ std::size_t qualifiedNameStart(std::string_view type) {
         const ExprToken& token = tokens[--place];
         if (token.role == ExprRole::TemplateClose && token.partner > 0) {
             place = token.partner;
-        } else if (token.token.kind == Cpp::Identifier) {
-            start = token.token.offset;
-            if (!token.token.text.starts_with("::")) break;
+        } else if (token.kind == Cpp::Identifier) {
+            start = token.offset;
+            if (!token.text().starts_with("::")) break;
         } else {
             break;
         }

@@ -19,7 +19,7 @@ bool isAccess(int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; }
 
 bool endsOperand(const ExprToken& token) {
     return token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose ||
-           token.token.kind == Cpp::Identifier || token.token.kind == Cpp::KeywordThis;
+           token.kind == Cpp::Identifier || token.kind == Cpp::KeywordThis;
 }
 
 // a [i], f() [i], new int [3], delete [] p: no attribute, and no lambda behind a macro.

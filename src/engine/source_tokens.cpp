@@ -25,16 +25,12 @@ bool SourceTokens::add(std::string_view text, std::size_t first, std::size_t las
     Index place = begin;
     if (tokens.capacity() == 0) tokens.reserve(firstFrom(start + last) - begin);
     for (; tokens_->offset(place) < start + last; ++place) {
-        ExprToken& added = tokens.emplace_back();
-        Trn::Token& token = added.token = (*tokens_)[place];
+        const Trn::Token token = (*tokens_)[place];
         if (Cpp::isRegion(token.kind) || token.offset + token.length > start + last) {
             tokens.resize(countBefore);
             return false;
         }
-        if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
-        // Where white space parts a name, the token's own text leaves it out.
-        token.text = {tokens_->source().data() + token.offset, token.length};
-        token.offset -= static_cast<std::uint32_t>(start);
+        tokens.emplace_back(token, token.offset - start, tokens_->source().substr(token.offset, token.length));
     }
     next_ = place;
     return true;
