@@ -40,8 +40,7 @@ void CppExprFormatter::keepLine(Run& run) {
     run.sweep.leave(gap, WantedText(gap, keyOfKeptLine(run)));
     const int column = columnOfKeptLine(run, gap);
     for (auto lineFeeds = std::ranges::count(gap, '\n'); lineFeeds > 0; --lineFeeds) run.out().write("\n");
-    IndentScope indent(run.out(), indentToColumn(run.out(), column));
-    run.out().startLine();
+    startLineAt(run.out(), column);
     run.startsAtMargin = column == 0;
 }
 
@@ -101,9 +100,8 @@ bool CppExprFormatter::isStacked(const Run& run) const {
 void CppExprFormatter::startLiteralLine(Run& run) {
     const std::string_view gap = run.sweep.gap();
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
-    IndentScope indent(run.out(), indentToColumn(run.out(), run.literalColumn));
     run.sweep.writeGapWith(WantedText(std::string(lineFeeds, '\n')));
-    run.out().startLine();
+    startLineAt(run.out(), run.literalColumn);
 }
 
 // What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an

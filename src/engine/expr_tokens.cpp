@@ -20,7 +20,8 @@ void readPiece(std::string_view text, std::size_t first, std::size_t last, ExprT
     Cpp::KeywordNames names;
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         const std::size_t place = first + token.offset;
-        tokens.emplace_back(token, place, text.substr(place, token.length));
+        const bool isPiece = token.text.size() == token.length;
+        tokens.emplace_back(token.kind, token.start, place, text.substr(place, token.length), isPiece);
         if (Cpp::isTrivia(token.kind)) continue;
         if (const auto name = names.nameBefore(token.kind, tokens.size() - 1)) {
             tokens[*name].kind = Cpp::Identifier;

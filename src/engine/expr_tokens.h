@@ -40,14 +40,15 @@ inline constexpr std::size_t kNoToken = std::numeric_limits<std::uint32_t>::max(
 class ExprToken {
 public:
     ExprToken() = default;
-    // `characters` are those of the text that it covers, from `place` on.
-    ExprToken(const Trn::Token& token, std::size_t place, std::string_view characters)
-        : offset(static_cast<std::uint32_t>(place)),
-          start(token.start),
-          kind(static_cast<std::int8_t>(token.kind)),
-          role(Cpp::isTrivia(token.kind) ? ExprRole::Trivia : ExprRole::Operand),
-          isPlain(isPlainKind(token.kind) && token.text.size() == characters.size()) {
-        setText(characters);
+    // `characters` are those of the text that it covers, from `place` on; all are its own unless white space parts it.
+    ExprToken(int itsKind, Trn::Position itsStart, std::size_t place, std::string_view characters, bool isPiece)
+        : text_(characters.data()),
+          length_(static_cast<std::uint32_t>(characters.size())),
+          offset(static_cast<std::uint32_t>(place)),
+          start(itsStart),
+          kind(static_cast<std::int8_t>(itsKind)),
+          role(Cpp::isTrivia(itsKind) ? ExprRole::Trivia : ExprRole::Operand),
+          isPlain(isPiece && isPlainKind(itsKind)) {
         if (kind == Cpp::Number) isPlain = characters.find('\'') == characters.npos;
     }
 

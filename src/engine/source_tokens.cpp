@@ -25,12 +25,15 @@ bool SourceTokens::add(std::string_view text, std::size_t first, std::size_t las
     Index place = begin;
     if (tokens.capacity() == 0) tokens.reserve(firstFrom(start + last) - begin);
     for (; tokens_->offset(place) < start + last; ++place) {
-        const Trn::Token token = (*tokens_)[place];
-        if (Cpp::isRegion(token.kind) || token.offset + token.length > start + last) {
+        const std::size_t offset = tokens_->offset(place);
+        const std::size_t end = tokens_->endOffset(place);
+        const int kind = tokens_->kind(place);
+        if (Cpp::isRegion(kind) || end > start + last) {
             tokens.resize(countBefore);
             return false;
         }
-        tokens.emplace_back(token, token.offset - start, tokens_->source().substr(token.offset, token.length));
+        tokens.emplace_back(kind, tokens_->start(place), offset - start, tokens_->source().substr(offset, end - offset),
+                            tokens_->isPiece(place));
     }
     next_ = place;
     return true;
