@@ -40,17 +40,15 @@ inline constexpr std::size_t kNoToken = std::numeric_limits<std::uint32_t>::max(
 class ExprToken {
 public:
     ExprToken() = default;
-    // `characters` are those of the text that it covers, from `place` on; all are its own unless white space parts it.
+    // `characters` are those of the text that it covers, from `place` on: a piece, unless white space or lines part it.
     ExprToken(int itsKind, Trn::Position itsStart, std::size_t place, std::string_view characters, bool isPiece)
-        : text_(characters.data()),
-          length_(static_cast<std::uint32_t>(characters.size())),
-          offset(static_cast<std::uint32_t>(place)),
+        : offset(static_cast<std::uint32_t>(place)),
           start(itsStart),
           kind(static_cast<std::int8_t>(itsKind)),
           role(Cpp::isTrivia(itsKind) ? ExprRole::Trivia : ExprRole::Operand),
-          isPlain(isPiece && isPlainKind(itsKind)) {
-        if (kind == Cpp::Number) isPlain = characters.find('\'') == characters.npos;
-    }
+          isPlain(isPiece && isPlainText(itsKind, characters)),
+          length_(static_cast<std::uint32_t>(characters.size())),
+          text_(characters.data()) {}
 
     std::string_view text() const { return {text_, length_}; }
     void setText(std::string_view characters) {
@@ -66,13 +64,6 @@ public:
     }
     operator Trn::Lexeme() const { return {kind, text()}; }
 
-private:
-    static constexpr bool isPlainKind(int kind) { return kind > Cpp::StringLiteral && !Cpp::isTrivia(kind); }
-
-    const char* text_ = nullptr;
-    std::uint32_t length_ = 0;
-
-public:
     std::uint32_t offset = 0;          // in characters from the start of the text
     Trn::Position start;               // as that of Trn::Token
     std::uint32_t partner = kNoToken;  // of an open or close role
@@ -80,7 +71,16 @@ public:
     ExprRole role = ExprRole::Operand;
     bool isRegion : 1 = false;     // kept as it is
     bool followsCall : 1 = false;  // a GroupOpen behind a name, "sizeof", "throw" or a cast's ">"
-    bool isPlain = false;          // a word or an operator that stands in one piece
+    bool isPlain = false;          // a piece of no literal, comment or directive: no white space, no quotes
+
+private:
+    static bool isPlainText(int kind, std::string_view text) {
+        if (kind == Cpp::Number) return text.find('\'') == text.npos;
+        return kind > Cpp::StringLiteral && !Cpp::isTrivia(kind);
+    }
+
+    std::uint32_t length_ = 0;
+    const char* text_ = nullptr;
 };
 
 using ExprTokens = std::vector<ExprToken>;
