@@ -13,12 +13,12 @@ using Zelmor::KeepTabs;
 using Zelmor::SpacesToTabs;
 using Zelmor::SpacesToTabsInIndent;
 
-constexpr auto kBlanksOfLine = [] {
+constexpr auto kWidestIndent = [] {
     std::array<char, kRightmostIndent> blanks{};
     blanks.fill(' ');
     return blanks;
 }();
-constexpr std::string_view kBlanks(kBlanksOfLine.data(), kBlanksOfLine.size());
+constexpr std::string_view kIndentBlanks(kWidestIndent.data(), kWidestIndent.size());
 
 std::string blanks(int count) { return std::string(static_cast<std::size_t>(std::max(count, 0)), ' '); }
 
@@ -111,7 +111,7 @@ void startLineAt(Zelmor::OIndentBuf& out, int column) {
     }
     out.startLine();
     for (; extra > 0; extra -= kRightmostIndent) {
-        out.writeVerbatim(kBlanks.substr(0, static_cast<std::size_t>(extra)));
+        out.writeVerbatim(kIndentBlanks.substr(0, static_cast<std::size_t>(extra)));
     }
 }
 
