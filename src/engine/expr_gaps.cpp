@@ -3,6 +3,7 @@
 // What is wanted in front of a token, by what it does, or behind the one in front.
 #include "cpp/token_joining.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/expr_casts.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
@@ -227,6 +228,10 @@ const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::siz
 }
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
+    // void (*f)(int)
+    const bool opensMarked = settings_.formatsOtherGaps && run.mode == ExprMode::Declaration &&
+                             run.tokens[place].partner != kNoToken && opensDeclarator(run.tokens, place);
+    if (opensMarked && Cpp::isWord(run.previousKind())) return &settings_.otherGaps.blank;
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
         if (!isCastKeyword(run.kindBefore(open))) return nullptr;

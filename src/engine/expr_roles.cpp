@@ -277,10 +277,11 @@ private:
             default:
                 return false;
         }
-        // `(... + args)`
+        // `(... + args)`, `(0 + ... + args)`
         if (previousKind() == Cpp::Dot) {
-            return previous_ >= kDotsOfPack && isPack(tokens_, previous_ + 1 - kDotsOfPack) &&
-                   kindAt(tokens_, previous_ - kDotsOfPack) == Cpp::OpenParen;
+            if (previous_ < kDotsOfPack || !isPack(tokens_, previous_ + 1 - kDotsOfPack)) return false;
+            const std::size_t ahead = previous_ - kDotsOfPack;
+            return kindAt(tokens_, ahead) == Cpp::OpenParen || kindAt(tokens_, ahead) == kindAt(tokens_, place);
         }
         switch (previousKind()) {
             case Cpp::Identifier:
@@ -432,7 +433,9 @@ private:
             segment_.sawType = true;
             return;
         }
-        const bool isModifier = kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion;
+        // `this T&& self`
+        const bool isObject = kind == Cpp::KeywordThis && segment_.isTypeSoFar && !segment_.sawType;
+        const bool isModifier = isObject || (kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion);
         if (kind == Cpp::KeywordNew) {
             segment_.isTypeSoFar = true;
             segment_.sawType = false;
