@@ -102,7 +102,8 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const std::size_t place = run.sweep.place();
     const std::string_view gap = run.sweep.gap();
     if (namesArgument(run, place)) return isPresent(&settings_.otherGaps.none) ? &settings_.otherGaps.none : nullptr;
-    if (place == 0 || run.previous != place - 1 || (gap.empty() && !mayNeedBlank(run.previousKind()))) return nullptr;
+    if (place == 0 || run.previous != place - 1) return nullptr;
+    if (gap.empty() && !mayNeedBlank(run.previousKind(), run.kindAt(place))) return nullptr;
     if (!isBlanks(gap)) return nullptr;
     const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
     const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;

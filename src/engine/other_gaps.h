@@ -4,6 +4,7 @@
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/expr_tokens.h"
 
 // ! a            !a
@@ -14,10 +15,10 @@
 // White space between two tokens that no other key is about.
 namespace Tessel {
 
-// Whether there are tokens that are to stand apart from one of this kind in front of them.
-constexpr bool mayNeedBlank(int kind) {
-    switch (kind) {
-        case Cpp::Semicolon:
+// Whether a token of that kind may have to stand apart from one of the other in front of it.
+constexpr bool mayNeedBlank(int before, int kind) {
+    switch (before) {
+        case Cpp::Semicolon: return true;
         case Cpp::CloseParen:
         case Cpp::CloseBracket:
         case Cpp::CloseBrace:
@@ -25,8 +26,8 @@ constexpr bool mayNeedBlank(int kind) {
         case Cpp::ShiftRight:
         case Cpp::Ampersand:
         case Cpp::LogicalAnd:
-        case Cpp::Dot: return true;
-        default: return Cpp::isKeyword(kind);
+        case Cpp::Dot: return Cpp::isWord(kind);
+        default: return Cpp::isKeyword(before);
     }
 }
 
