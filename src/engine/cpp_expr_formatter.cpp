@@ -119,8 +119,9 @@ int CppExprFormatter::spareOfBlock(const Run& run) const {
     const bool wraps = settings_.weighsWholes() && settings_.wrapMargin > 0 && !run.keepsLines;
     const bool isOfLambda = run.capture != kNoToken && isBodyOf(run.tokens, run.capture, run.sweep.place());
     if (!wraps || !isOfLambda) return 0;
-    const int indentColumn = columnAfter(run.out().indent(), 0, run.out().tabSize());
-    return std::max(run.out().column() - columnAfter(settings_.hanging.wrap.text, indentColumn, run.out().tabSize()), 0);
+    const OIndentBuf& out = run.out();
+    const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
+    return std::max(out.column() - columnAfter(settings_.hanging.wrap.text, indentColumn, out.tabSize()), 0);
 }
 
 // A block stays on the line, or begins the line, where its author put it.

@@ -82,8 +82,8 @@ void CppExprFormatter::startElements(Run& run, Group& group) {
     group.hasElements = true;
     if (!group.isList || !spacingOf(group).breaksLines()) return;
     group.listColumn = run.sweep.columnToIndentFrom();
-    group.elements = std::make_unique<Group::ElementScope>(run.out(), indentToColumn(run.out(), group.listColumn), false,
-                                                           log(), KeyId());
+    std::string indent = indentToColumn(run.out(), group.listColumn);
+    group.elements = std::make_unique<Group::ElementScope>(run.out(), std::move(indent), false, log(), KeyId());
 }
 
 void CppExprFormatter::closeGroup(Run& run) {

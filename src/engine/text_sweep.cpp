@@ -25,7 +25,7 @@ bool isOpaque(const ExprToken& token) {
         case Cpp::Unknown:
         case Cpp::CharLiteral:
         case Cpp::StringLiteral: return true;
-        case Cpp::Identifier: return token.start.line != token.lastLine() && token.text().find('\\') != std::string_view::npos;
+        case Cpp::Identifier: return token.text().find('\\') != std::string_view::npos;
         default: return false;
     }
 }
