@@ -40,6 +40,14 @@ int accessLabelNumber(int kind) {
     }
 }
 
+// Whether what is next declares a member of the class or enumeration in front: `enum { A } state : 8;`.
+bool goesOnBehindBody(const Trn::TokenBuffer& tokens, ClassBodyNode& body) {
+    const bool isBehindBrace = tokens.place() > 0 && tokens.kindAt(tokens.place() - 1) == CloseBrace;
+    if (!isBehindBrace || body.size() == 0) return false;
+    const SyntaxNode* last = std::prev(body.childEnd())->get();
+    return as<EnumDeclNode>(last) || as<ClassDeclNode>(last);
+}
+
 // The access keywords' numbers in a BaseClauseNode.
 int baseAccessNumber(int kind) {
     switch (kind) {
@@ -211,7 +219,7 @@ std::unique_ptr<ClassBodyNode> Parser::parseClassBody(TokenBuffer& tokens) {
 }
 
 void Parser::parseMember(TokenBuffer& tokens, ClassBodyNode& body) {
-    if (isAccessKeyword(tokens.peekKind()) || isAccessLabel(tokens)) {
+    if (isAccessKeyword(tokens.peekKind()) || (isAccessLabel(tokens) && !goesOnBehindBody(tokens, body))) {
         body.add(parseAccessSpec(tokens));
     } else {
         addDeclaration(tokens, body, Scope::Class);

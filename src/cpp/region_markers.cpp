@@ -7,21 +7,21 @@
 
 namespace Cpp {
 
-bool opensUnusedBlock(const Trn::Token& token) {
+bool opensUnusedBlock(const Trn::Lexeme& token) {
     return token.kind == Directive && directiveStartsWith(token.text, "#if0");
 }
 
-int unusedBlockStep(const Trn::Token& token) {
+int unusedBlockStep(const Trn::Lexeme& token) {
     if (token.kind != Directive) return 0;
     if (directiveStartsWith(token.text, "#if")) return 1;
     return directiveStartsWith(token.text, "#endif") ? -1 : 0;
 }
 
-bool opensProtectedRegion(const Trn::Token& token) {
+bool opensProtectedRegion(const Trn::Lexeme& token) {
     return isComment(token.kind) && trimmedCommentBody(token.text) == kRegionOff;
 }
 
-int protectedRegionStep(const Trn::Token& token) {
+int protectedRegionStep(const Trn::Lexeme& token) {
     if (!isComment(token.kind)) return 0;
     const std::string_view body = trimmedCommentBody(token.text);
     if (body.starts_with(kRegionOff)) return 1;

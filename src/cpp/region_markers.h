@@ -15,10 +15,10 @@ namespace Cpp {
 inline constexpr std::string_view kRegionOff = "VANTREL-OFF";
 inline constexpr std::string_view kRegionOn = "VANTREL-ON";
 
-bool opensUnusedBlock(const Trn::Token& token);
-int unusedBlockStep(const Trn::Token& token);
+bool opensUnusedBlock(const Trn::Lexeme& token);
+int unusedBlockStep(const Trn::Lexeme& token);
 
-bool opensProtectedRegion(const Trn::Token& token);
-int protectedRegionStep(const Trn::Token& token);
+bool opensProtectedRegion(const Trn::Lexeme& token);
+int protectedRegionStep(const Trn::Lexeme& token);
 
 }  // namespace Cpp

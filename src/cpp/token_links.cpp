@@ -114,7 +114,9 @@ private:
         return place;
     }
 
-    void join(Place openPlace, Place closePlace) { links_[openPlace] = (links_[openPlace] & ~TokenLinks::kPlaceMask) | closePlace; }
+    void join(Place openPlace, Place closePlace) {
+        links_[openPlace] = (links_[openPlace] & ~TokenLinks::kPlaceMask) | closePlace;
+    }
 
     // "operator<" is a name; what follows it may have arguments.
     bool canPrecedeArguments() const {

@@ -9,7 +9,7 @@ namespace Cpp {
 namespace {
 
 // Makes `first`, which opens a region, the token of all of it.
-void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn::Token&)) {
+void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn::Lexeme&)) {
     for (int depth = 1; depth > 0;) {
         const Trn::Token token = lexer.nextToken();
         first.end = token.end;

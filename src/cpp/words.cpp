@@ -24,14 +24,14 @@ bool isAmong(std::span<const std::string_view> words, std::string_view word) {
 
 }  // namespace
 
-bool takesArgument(const Trn::Token& word) {
+bool takesArgument(const Trn::Lexeme& word) {
     if (word.kind == KeywordExplicit) return true;
     return word.kind == Identifier && takesArgument(word.text);
 }
 
 bool takesArgument(std::string_view name) { return isAmong(kArgumentWords, name); }
 
-bool namesType(const Trn::Token& word) { return word.kind == Identifier && isAmong(kTypeWords, word.text); }
+bool namesType(const Trn::Lexeme& word) { return word.kind == Identifier && isAmong(kTypeWords, word.text); }
 
 bool isOperatorWord(std::string_view word) {
     return isCoroutineWord(word) || isAmong(kOperatorWords, word);
@@ -54,7 +54,7 @@ bool isUpperCase(std::string_view word) {
 }
 
 bool isMacroBehindName(const Trn::Token& type, const Trn::Token& name, const Trn::Token& macro) {
-    const auto isName = [](const Trn::Token& word) { return word.kind == Identifier && !isUpperCase(word.text); };
+    const auto isName = [](const Trn::Lexeme& word) { return word.kind == Identifier && !isUpperCase(word.text); };
     if (!isName(name) || macro.kind != Identifier || !isUpperCase(macro.text)) return false;
     switch (type.kind) {
         case Less:

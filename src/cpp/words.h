@@ -39,11 +39,11 @@ constexpr bool isStorageWord(int kind) {
 
 // A name that the language gives an argument in parentheses, which belongs to it: decltype, alignas,
 // noexcept, …
-bool takesArgument(const Trn::Token& word);
+bool takesArgument(const Trn::Lexeme& word);
 bool takesArgument(std::string_view name);  // that is no keyword
 
 // One of these that makes a type of its argument.
-bool namesType(const Trn::Token& word);
+bool namesType(const Trn::Lexeme& word);
 
 // A word of a coroutine, when what it stands in front of is no declarator.
 constexpr bool isCoroutineWord(std::string_view word) {

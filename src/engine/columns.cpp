@@ -1,6 +1,7 @@
 #include "engine/columns.h"
 
 #include <algorithm>
+#include <array>
 
 #include "textstream/oindent_stream.h"
 
@@ -11,6 +12,13 @@ namespace {
 using Zelmor::KeepTabs;
 using Zelmor::SpacesToTabs;
 using Zelmor::SpacesToTabsInIndent;
+
+constexpr auto kWidestIndent = [] {
+    std::array<char, kRightmostIndent> blanks{};
+    blanks.fill(' ');
+    return blanks;
+}();
+constexpr std::string_view kIndentBlanks(kWidestIndent.data(), kWidestIndent.size());
 
 std::string blanks(int count) { return std::string(static_cast<std::size_t>(std::max(count, 0)), ' '); }
 
@@ -92,6 +100,19 @@ std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
     const int toStop = std::min(extra, (tabSize - width % tabSize) % tabSize);
     extra -= toStop;
     return out.indent() + blanks(toStop) + tabsAndBlanks(extra, tabSize);
+}
+
+void startLineAt(Zelmor::OIndentBuf& out, int column) {
+    if (out.column() > 0) return;
+    int extra = column - columnAfter(out.indent(), 0, out.tabSize());
+    if (extra < 0 || !out.keepsBlanks()) {
+        const Zelmor::IndentScope indent(out, indentToColumn(out, column));
+        return out.startLine();
+    }
+    out.startLine();
+    for (; extra > 0; extra -= kRightmostIndent) {
+        out.writeVerbatim(kIndentBlanks.substr(0, static_cast<std::size_t>(extra)));
+    }
 }
 
 void padColumns(Zelmor::OIndentBuf& out, int count) {

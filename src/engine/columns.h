@@ -46,6 +46,9 @@ int textColumnOf(const Zelmor::OIndentBuf& out);
 // The indentation that makes text start at `column` of `out`, built on its current indent.
 std::string indentToColumn(const Zelmor::OIndentBuf& out, int column);
 
+// Writes the indentation that makes text start at `column`, when the line has not begun yet.
+void startLineAt(Zelmor::OIndentBuf& out, int column);
+
 // Writes `count` columns of padding; with tabs where the stream's tab mode allows them.
 void padColumns(Zelmor::OIndentBuf& out, int count);
 

@@ -99,7 +99,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (run.nameFollows) writeTypeEnd(run);
-    run.sweep.writeGap();
+    run.sweep.writeEnd();
     run.groups.clear();
 }
 
@@ -110,10 +110,10 @@ bool CppExprFormatter::followsSpacedComma(const Run& run) const {
 
 // Of the line from which the block that comes next is indented: a lambda's may begin several lines above its "{".
 int CppExprFormatter::columnOfBlock(const Run& run) const {
-    if (!settings_.indentsFromLine) return run.out.textColumn();
-    const bool isBelow = run.out.lineHasText() && run.capture != kNoToken &&
+    if (!settings_.indentsFromLine) return run.out().textColumn();
+    const bool isBelow = run.out().lineHasText() && run.capture != kNoToken &&
                          isBodyOf(run.tokens, run.capture, run.sweep.place());
-    const int lineColumn = isBelow ? run.captureColumn : run.out.textColumn();
+    const int lineColumn = isBelow ? run.captureColumn : run.out().textColumn();
     const std::optional<int> inList = run.hanging ? run.hanging->columnOfBlock() : std::nullopt;
     return std::max(lineColumn, inList.value_or(lineColumn));
 }
@@ -123,8 +123,9 @@ int CppExprFormatter::spareOfBlock(const Run& run) const {
     const bool wraps = settings_.weighsWholes() && settings_.wrapMargin > 0 && !run.keepsLines;
     const bool isOfLambda = run.capture != kNoToken && isBodyOf(run.tokens, run.capture, run.sweep.place());
     if (!wraps || !isOfLambda) return 0;
-    const int indentColumn = columnAfter(run.out.indent(), 0, run.out.tabSize());
-    return std::max(run.out.column() - columnAfter(settings_.hanging.wrap.text, indentColumn, run.out.tabSize()), 0);
+    const OIndentBuf& out = run.out();
+    const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
+    return std::max(out.column() - columnAfter(settings_.hanging.wrap.text, indentColumn, out.tabSize()), 0);
 }
 
 // A block stays on the line, or begins the line, where its author put it.
@@ -132,11 +133,11 @@ void CppExprFormatter::writeBlock(Run& run) {
     if (run.hanging && keepsLine(run)) {
         keepLine(run);
     } else if (isLineBreak(run.sweep.gap())) {
-        const int column = run.out.textColumn();
-        IndentScope indent(run.out, indentToColumn(run.out, column));
-        LeadingSpaceScope leadingSpace(run.out, false);
+        const int column = run.out().textColumn();
+        IndentScope indent(run.out(), indentToColumn(run.out(), column));
+        LeadingSpaceScope leadingSpace(run.out(), false);
         run.sweep.writeGap();
-        run.out.startLine();
+        run.out().startLine();
     } else if (isAllWhitespace(run.sweep.gap())) {
         const bool isPlaced = run.previousKind() == Cpp::OpenParen || followsSpacedComma(run);
         run.sweep.writeGapWith(isPlaced ? WantedText(run.sweep.gap()) : kBlank);
@@ -144,7 +145,7 @@ void CppExprFormatter::writeBlock(Run& run) {
         run.sweep.writeGap();
     }
     passToken(run);
-    run.blocks->write(run.blocksWritten++, run.out, columnOfBlock(run), spareOfBlock(run));
+    run.blocks->write(run.blocksWritten++, run.out(), columnOfBlock(run), spareOfBlock(run));
     run.previous = run.sweep.place();
     run.after = nullptr;
     run.sweep.passToken();
@@ -154,9 +155,9 @@ void CppExprFormatter::writeCurrent(Run& run) {
     const ExprToken& token = run.current();
     measureLine(run);
     if (token.role == ExprRole::Trivia) {
-        const bool isKept = token.token.kind != Cpp::Directive && keepsLine(run);
+        const bool isKept = token.kind != Cpp::Directive && keepsLine(run);
         // Operators keep the gap in front of a block comment, if there is one; brackets do not.
-        if (token.token.kind == Cpp::BlockComment && !isKept) {
+        if (token.kind == Cpp::BlockComment && !isKept) {
             const bool endsLineOfOpen =
                 run.after && run.after->hasLineFeed() && run.sweep.endsItsLine() && !isLineBreak(run.sweep.gap());
             const bool keepsGap = run.previousRole() == ExprRole::BinaryOperator &&
@@ -170,7 +171,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
         run.after = nullptr;
         if (isKept) keepLine(run);
         passToken(run);
-        writeTrivia(run.sweep, run.out);
+        writeTrivia(run.sweep);
         return;
     }
     if (isComma(run)) {
@@ -192,20 +193,20 @@ void CppExprFormatter::writeCurrent(Run& run) {
         return;
     }
     writeGapBefore(run);
-    if (token.token.kind == Cpp::StringLiteral && run.previousKind() != Cpp::StringLiteral) {
-        run.out.startLine();
-        run.literalColumn = run.out.column();
+    if (token.kind == Cpp::StringLiteral && run.previousKind() != Cpp::StringLiteral) {
+        run.out().startLine();
+        run.literalColumn = run.sweep.column();
     }
     if (!run.groups.empty()) startElements(run, run.groups.back());
     run.previous = run.sweep.place();
     run.after = wantedAfter(run, run.previous);
     const bool opens = token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen ||
-                       token.token.kind == Cpp::OpenBrace;
+                       token.kind == Cpp::OpenBrace;
     writeToken(run);
     if (!opens || token.partner == kNoToken) return;
-    if (run.blocks && token.token.kind == Cpp::OpenBracket) {
+    if (run.blocks && token.kind == Cpp::OpenBracket) {
         run.capture = run.previous;
-        run.captureColumn = run.out.textColumn();
+        run.captureColumn = run.out().textColumn();
     }
     openGroup(run);
 }
@@ -232,26 +233,27 @@ void CppExprFormatter::passToken(Run& run) {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
     if (place == run.firstText) {
-        run.firstLine.output = textColumnOf(run.out);
-        run.followsText = run.out.lineHasText();
+        run.firstLine.output = textColumnOf(run.out());
+        run.followsText = run.sweep.lineHasText();
     }
     // The blanks in front of a comment go with it.
-    const bool isBehindText = run.current().role == ExprRole::Trivia && run.out.lineHasText();
-    const int column = columnToIndentFrom(run.out);
-    run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out.tabSize()) : column,
-                      place > 0 && !run.out.lineHasText());
+    const bool goesOn = run.sweep.lineHasText();
+    const int column = run.sweep.columnToIndentFrom();
+    const bool isBehindText = goesOn && run.current().role == ExprRole::Trivia;
+    run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out().tabSize()) : column,
+                      place > 0 && !goesOn);
 }
 
 void CppExprFormatter::writeToken(Run& run) {
     std::optional<IndentScope> margin;
-    if (std::exchange(run.startsAtMargin, false) && run.out.column() == 0) margin.emplace(run.out, std::string());
+    if (std::exchange(run.startsAtMargin, false) && run.sweep.column() == 0) margin.emplace(run.out(), std::string());
     passToken(run);
-    const Trn::Token& token = run.current().token;
-    const bool isNameInLines = token.kind == Cpp::Identifier && token.start.line != token.end.line;
+    const ExprToken& token = run.current();
+    const bool isNameInLines = token.kind == Cpp::Identifier && token.start.line != token.lastLine();
     const std::optional<int> column =
         isNameInLines && run.hanging ? run.hanging->columnWithinName() : std::nullopt;
     std::optional<IndentScope> indent;
-    if (column) indent.emplace(run.out, indentToColumn(run.out, *column));
+    if (column) indent.emplace(run.out(), indentToColumn(run.out(), *column));
     run.sweep.writeToken();
 }
 

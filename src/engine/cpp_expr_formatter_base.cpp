@@ -27,7 +27,7 @@ using Zelmor::OIndentBuf;
 // How a token changes the number of brackets that are open around the next one.
 int nestingStep(const ExprToken& token) {
     const bool isTemplate = token.partner != kNoToken;
-    switch (token.token.kind) {
+    switch (token.kind) {
         case Cpp::OpenParen:
         case Cpp::OpenBrace:
         case Cpp::OpenBracket: return 1;
@@ -80,32 +80,31 @@ std::string CppExprFormatterBase::respace(std::string_view text, int kind, Separ
     const auto startList = [&](int column) {
         listColumn = column;
         if (!isList || !spacing.breaksLines()) return;
-        elementIndent.emplace(out, indentToColumn(out, column));
+        elementIndent.emplace(sweep.out(), indentToColumn(out, column));
         elementSpace.emplace(out, false);
     };
     while (!sweep.atEnd()) {
         const ExprToken& token = sweep.current();
         if (token.role == ExprRole::Trivia) {
-            writeTrivia(sweep, out);
+            writeTrivia(sweep);
             continue;
         }
-        if (token.token.kind == kind && depth == 0) {
+        if (token.kind == kind && depth == 0) {
             // A text that begins with its separator continues a list whose elements stand at the indentation.
             if (!listColumn) startList(columnAfter(out.indent(), 0, tabSize_));
-            writeSeparator(sweep, spacing, isList ? &*listColumn : nullptr, out);
+            writeSeparator(sweep, spacing, isList ? &*listColumn : nullptr);
             continue;
         }
         depth += nestingStep(token);
         sweep.writeGap();
-        if (!listColumn) startList(columnToIndentFrom(out));
+        if (!listColumn) startList(sweep.columnToIndentFrom());
         sweep.writeToken();
     }
-    sweep.writeGap();
+    sweep.writeEnd();
     return out.takeText();
 }
 
-void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
-                                          OIndentBuf& out) {
+void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn) {
     const std::string_view before = spacing.before.text;
     if (listColumn && spacing.before.hasLineFeed()) {
         // The separator leads its line, so far to the left that the element behind it stands below the first.
@@ -116,6 +115,7 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpaci
             front += spacing.after.present ? std::string_view(spacing.after.text) : sweep.blanksBehind();
         }
         sweep.writeGapWith(WantedText(spacing.before).with(before.substr(0, lineStart)));
+        OIndentBuf& out = sweep.out();
         IndentScope indent(out, indentToColumn(out, columnBefore(front, *listColumn, tabSize_)));
         out.writeVerbatim(before.substr(lineStart));
         sweep.writeToken();
@@ -123,10 +123,10 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpaci
         sweep.writeGapWith(spacing.before);
         sweep.writeToken();
     }
-    writeAfterSeparator(sweep, spacing.after, out);
+    writeAfterSeparator(sweep, spacing.after);
 }
 
-void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalText& after, OIndentBuf& out) {
+void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalText& after) {
     if (!after.present) {
         // Whoever comes next copies it.
         if (after.key) sweep.leave(sweep.gap(), after);
@@ -137,7 +137,7 @@ void CppExprFormatterBase::writeAfterSeparator(TextSweep& sweep, const OptionalT
         case Cpp::BlockComment:
             if (spacesCommentBehindComma(sweep)) sweep.writeGapWith(after);
             [[fallthrough]];
-        case Cpp::LineComment: writeTrivia(sweep, out); break;
+        case Cpp::LineComment: writeTrivia(sweep); break;
         default: sweep.writeGapWith(after);
     }
 }
@@ -152,14 +152,14 @@ bool CppExprFormatterBase::isJoinable(std::string_view gap) {
     return gap.size() > (gap.starts_with(' ') ? 1 : 0) && isAllWhitespace(gap);
 }
 
-void CppExprFormatterBase::writeTrivia(TextSweep& sweep, OIndentBuf& out) {
+void CppExprFormatterBase::writeTrivia(TextSweep& sweep) {
     if (sweep.current().isRegion) {
-        writeRegion(sweep.takeGap(), sweep.currentText(), sweep.currentKind(), out);
+        writeRegion(sweep.takeGap(), sweep.currentText(), sweep.currentKind(), sweep.out());
     } else if (sweep.currentKind() == Cpp::Directive) {
-        writeDirective(sweep.takeGap(), sweep.currentText(), out);
+        writeDirective(sweep.takeGap(), sweep.currentText(), sweep.out());
     } else {
         sweep.writeGap();
-        writeLines(sweep.currentText(), columns_, InnerBlanks::Convert, out);
+        writeLines(sweep.currentText(), columns_, InnerBlanks::Convert, sweep.out());
     }
     sweep.passToken();
 }

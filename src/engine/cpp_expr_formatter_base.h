@@ -94,10 +94,9 @@ protected:
 
     // At a separator in `sweep`: writes it with the white space around it, up to the token that follows.
     // `listColumn` is that of the list's elements, or null where they need not be aligned.
-    void writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn,
-                        Zelmor::OIndentBuf& out);
+    void writeSeparator(TextSweep& sweep, const SeparatorSpacing& spacing, const int* listColumn);
     // At a comment or directive in `sweep`: writes it with the gap in front of it.
-    void writeTrivia(TextSweep& sweep, Zelmor::OIndentBuf& out);
+    void writeTrivia(TextSweep& sweep);
     bool spacesCommentBehindComma(const TextSweep& sweep) const;
     // White space that is not one blank: where lines are wrapped it becomes one, as it would after parting
     // and joining.
@@ -114,7 +113,7 @@ private:
                         const Zelmor::IndentState& state);
     bool movesFromCode(std::string_view directive, int codeColumn, const Zelmor::OIndentBuf& out) const;
     void startDirectiveLine(std::string_view directive, Zelmor::OIndentBuf& out) const;
-    void writeAfterSeparator(TextSweep& sweep, const OptionalText& after, Zelmor::OIndentBuf& out);
+    void writeAfterSeparator(TextSweep& sweep, const OptionalText& after);
     PropertySet scheme_;
     int tabSize_;
     SourceColumns columns_;

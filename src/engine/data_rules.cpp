@@ -33,9 +33,9 @@ std::size_t qualifiedNameStart(std::string_view type) {
         const ExprToken& token = tokens[--place];
         if (token.role == ExprRole::TemplateClose && token.partner > 0) {
             place = token.partner;
-        } else if (token.token.kind == Cpp::Identifier) {
-            start = token.token.offset;
-            if (!token.token.text.starts_with("::")) break;
+        } else if (token.kind == Cpp::Identifier) {
+            start = token.offset;
+            if (!token.text().starts_with("::")) break;
         } else {
             break;
         }
@@ -57,7 +57,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     }
     applyPendingWhitespace(*declaration);
     const std::optional<int> templateColumn = takeTemplateColumn();
-    if (followsClassBody) writeGapBehindBody(*declaration);
+    if (followsClassBody || Cpp::as<Cpp::EnumDeclNode>(previousSibling_)) writeGapBehindBody(*declaration);
     const int column = copyUpToConstruct(*declaration);
     const int base = templateColumn.value_or(column);
     BaseColumnScope scope(*this, base, declaration);
@@ -115,7 +115,7 @@ LastMarks CppFormatter::lastMarksOf(const Cpp::DataDeclNode& declaration, std::s
     return hasMarkBehindComma(declarators) ? LastMarks::AgainstName : LastMarks::ByAnchor;
 }
 
-// `struct { int a; }  b;`
+// `struct { int a; }  b;`, `enum { A }b;`
 void CppFormatter::writeGapBehindBody(const Cpp::DataDeclNode& declaration) {
     const std::string_view gap = gapBefore(declaration);
     const bool isColumn = exprFormatter_.keepsColumns() && isColumnGap(gap);

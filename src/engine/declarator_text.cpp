@@ -46,7 +46,7 @@ bool hasMarkBehindComma(std::string_view declarators) {
 
 bool hasMarkBehindComma(const ExprTokens& tokens) {
     for (std::size_t place = 0; place < tokens.size(); place = behindGroup(tokens, place)) {
-        const bool isComma = tokens[place].token.kind == Cpp::Comma;
+        const bool isComma = tokens[place].kind == Cpp::Comma;
         if (isComma && isPointerMark(kindAt(tokens, nextPlace(tokens, place)))) return true;
     }
     return false;
@@ -56,7 +56,7 @@ std::size_t placeOfValue(std::string_view declarators) {
     ExprTokens tokens;
     readExprTokens(declarators, ExprMode::Declarators, tokens);
     for (std::size_t place = 0; place < tokens.size(); place = behindGroup(tokens, place)) {
-        if (tokens[place].token.kind == Cpp::Assign) return tokens[place].token.offset;
+        if (tokens[place].kind == Cpp::Assign) return tokens[place].offset;
     }
     return declarators.size();
 }
@@ -64,7 +64,7 @@ std::size_t placeOfValue(std::string_view declarators) {
 bool holdsStatements(std::string_view declarators) {
     ExprTokens tokens;
     readExprTokens(declarators, ExprMode::Declarators, tokens);
-    const auto isEnd = [](const ExprToken& token) { return token.token.kind == Cpp::Semicolon; };
+    const auto isEnd = [](const ExprToken& token) { return token.kind == Cpp::Semicolon; };
     const auto end = std::ranges::find_if(tokens, isEnd);
     return end != tokens.end() && end + 1 != tokens.end();
 }

@@ -48,8 +48,7 @@ std::string_view withoutCommentsBehind(std::string_view type) {
     readExprTokens(type, ExprMode::Declaration, tokens);
     while (!tokens.empty() && tokens.back().role == ExprRole::Trivia) tokens.pop_back();
     if (tokens.empty()) return {};
-    const Trn::Token& last = tokens.back().token;
-    return type.substr(0, last.offset + last.length);
+    return type.substr(0, tokens.back().end());
 }
 
 }  // namespace

@@ -36,11 +36,11 @@ bool standOneToALine(std::string_view text, const ExprTokens& tokens) {
     for (const ExprToken& token : tokens) {
         if (token.role == ExprRole::Trivia) continue;
         if (separator != std::string_view::npos) {
-            const std::string_view between = text.substr(separator, token.token.offset - separator);
+            const std::string_view between = text.substr(separator, token.offset - separator);
             if (between.find('\n') == std::string_view::npos) return false;
             separator = std::string_view::npos;
         }
-        switch (token.token.kind) {
+        switch (token.kind) {
             case Cpp::OpenParen:
             case Cpp::OpenBrace:
             case Cpp::OpenBracket: ++depth; break;
@@ -48,7 +48,7 @@ bool standOneToALine(std::string_view text, const ExprTokens& tokens) {
             case Cpp::CloseBrace:
             case Cpp::CloseBracket: --depth; break;
             case Cpp::Comma:
-                if (depth == 0) separator = token.token.offset;
+                if (depth == 0) separator = token.offset;
                 break;
             default: break;
         }
@@ -69,16 +69,16 @@ std::vector<Initializer> findInitializers(std::string_view text, const ExprToken
     bool awaitsName = true;
     bool endsLine = false;  // the token in front is a comment or directive that keeps its line end
     for (const ExprToken& token : tokens) {
-        switch (token.token.kind) {
+        switch (token.kind) {
             case Cpp::OpenParen:
             case Cpp::OpenBrace:
             case Cpp::OpenBracket: ++depth; break;
             case Cpp::CloseParen:
             case Cpp::CloseBrace:
             case Cpp::CloseBracket: --depth; break;
-            case Cpp::BlockComment: commentLine = token.token.end.line; break;
+            case Cpp::BlockComment: commentLine = token.lastLine(); break;
             case Cpp::Identifier:
-                if (awaitsName) followsComment = commentLine == token.token.start.line;
+                if (awaitsName) followsComment = commentLine == token.start.line;
                 awaitsName = false;
                 break;
             case Cpp::Comma:
@@ -91,19 +91,19 @@ std::vector<Initializer> findInitializers(std::string_view text, const ExprToken
             case Cpp::Assign:
                 if (depth != 0 || isInValue) break;
                 isInValue = true;
-                if (!endsLine && !followsComment && token.token.offset > 0) {
-                    const std::string_view before = trimRight(text.substr(measured, token.token.offset - measured));
+                if (!endsLine && !followsComment && token.offset > 0) {
+                    const std::string_view before = trimRight(text.substr(measured, token.offset - measured));
                     column = columnBehind(before, column, tabSize);
                     measured += before.size();
-                    const std::string_view gap = text.substr(measured, token.token.offset - measured);
-                    found.push_back({token.token.offset, columnBehind(gap, column, tabSize), column});
+                    const std::string_view gap = text.substr(measured, token.offset - measured);
+                    found.push_back({token.offset, columnBehind(gap, column, tabSize), column});
                 }
                 break;
             default: break;
         }
         // A directive may end with the line of the comments behind it.
-        if (token.token.kind != Cpp::BlockComment) {
-            endsLine = token.token.kind == Cpp::LineComment || token.token.kind == Cpp::Directive;
+        if (token.kind != Cpp::BlockComment) {
+            endsLine = token.kind == Cpp::LineComment || token.kind == Cpp::Directive;
         }
     }
     return found;
@@ -135,10 +135,10 @@ void writeMoved(std::string_view text, int column, int tabSize, Zelmor::OIndentB
 void takeAsDirectives(const KeptRegions& kept, ExprTokens& tokens) {
     auto token = tokens.begin();
     for (const KeptRegion& part : kept) {
-        while (token != tokens.end() && token->token.offset < part.start) ++token;
-        for (; token != tokens.end() && token->token.offset < part.end; ++token) {
+        while (token != tokens.end() && token->offset < part.start) ++token;
+        for (; token != tokens.end() && token->offset < part.end; ++token) {
             token->role = ExprRole::Trivia;
-            token->token.kind = Cpp::Directive;
+            token->kind = Cpp::Directive;
         }
     }
 }

@@ -49,10 +49,10 @@ bool isConditionOperator(int kind) {
 }
 
 // A token that can only follow a ">" when that was a greater-than.
-bool isOperandStart(const Trn::Token& token) {
+bool isOperandStart(const ExprToken& token) {
     switch (token.kind) {
         case Cpp::Identifier:
-            return !token.text.starts_with("::");
+            return !token.text().starts_with("::");
         case Cpp::Number:
         case Cpp::CharLiteral:
         case Cpp::StringLiteral:
@@ -95,7 +95,7 @@ public:
         std::size_t previous = kNoToken;
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
             ExprToken& token = tokens_[place];
-            const int kind = token.token.kind;
+            const int kind = token.kind;
             if (token.role == ExprRole::Trivia || token.role == ExprRole::Block) continue;
             switch (kind) {
                 case Cpp::OpenParen:
@@ -210,8 +210,8 @@ private:
     }
 
     void join(std::size_t openPlace, std::size_t closePlace) {
-        tokens_[openPlace].partner = closePlace;
-        tokens_[closePlace].partner = openPlace;
+        tokens_[openPlace].setPartner(closePlace);
+        tokens_[closePlace].setPartner(openPlace);
     }
 
     void close(std::size_t place) {
@@ -226,11 +226,11 @@ private:
         if (open_.back().isDoubted) {
             const std::size_t next = nextPlace(tokens_, place);
             return endsOperand(kindAt(tokens_, next)) || isMark(next) ||
-                   (next < tokens_.size() && tokens_[next].token.text.starts_with("::"));
+                   (next < tokens_.size() && tokens_[next].text().starts_with("::"));
         }
         if (mode_ == ExprMode::Declaration || open_.back().isInParameters || isInstantiation()) return true;
         const std::size_t next = nextPlace(tokens_, place);
-        return next >= tokens_.size() || !isOperandStart(tokens_[next].token) ||
+        return next >= tokens_.size() || !isOperandStart(tokens_[next]) ||
                startsDeclaration(open_.back().place);
     }
 
@@ -259,7 +259,7 @@ private:
         const std::size_t count = open_.size();
         if (count < 2 || !angleIsOpen() || kindAt(tokens_, open_[count - 2].place) != Cpp::Less) return;
         if (!canEndTemplateArguments(place)) return;
-        tokens_[open_.back().place].partner = place;
+        tokens_[open_.back().place].setPartner(place);
         open_.pop_back();
         join(open_.back().place, place);
         open_.pop_back();

@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kLongestCast = 64;
 
 bool isTypeWord(const ExprToken& token) {
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     return token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
            kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind);
 }
@@ -34,7 +34,7 @@ bool awaitsOperand(const ExprToken& token) {
         case ExprRole::Separator: return true;
         default: break;
     }
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
 }
 
@@ -52,7 +52,7 @@ Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
     for (std::size_t inside = nextPlace(tokens, open); inside < close; inside = nextPlace(tokens, inside)) {
         const ExprToken& token = tokens[inside];
         if (inside > open + kLongestCast) return Parenthesised::Expression;
-        const bool isName = token.token.kind == Cpp::Identifier;
+        const bool isName = token.kind == Cpp::Identifier;
         const bool isBracket = token.role == ExprRole::TemplateOpen || token.role == ExprRole::TemplateClose;
         if (isTypeWord(token)) {
             sawTypeWord = true;
@@ -98,9 +98,9 @@ bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size
     const ExprToken& token = tokens[place];
     if (token.role == ExprRole::UnaryOperator) return true;
     if (token.role == ExprRole::GroupOpen) {
-        return token.token.kind == Cpp::OpenParen && inside == Parenthesised::Type;
+        return token.kind == Cpp::OpenParen && inside == Parenthesised::Type;
     }
-    return token.role == ExprRole::Operand && startsOperand(token.token.kind);
+    return token.role == ExprRole::Operand && startsOperand(token.kind);
 }
 
 bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign) {
@@ -108,7 +108,7 @@ bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign
     const std::size_t open = tokens[close].partner;
     if ((kind != Cpp::Plus && kind != Cpp::Minus) || kindAt(tokens, sign + 1) == Cpp::Number) return false;
     return contentsOf(tokens, open) == Parenthesised::Name &&
-           !tokens[nextPlace(tokens, open)].token.text.ends_with("_t");
+           !tokens[nextPlace(tokens, open)].text().ends_with("_t");
 }
 
 }  // namespace Tessel

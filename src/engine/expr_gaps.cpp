@@ -3,6 +3,7 @@
 // What is wanted in front of a token, by what it does, or behind the one in front.
 #include "cpp/token_joining.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/expr_casts.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
@@ -20,7 +21,7 @@ bool isShortName(std::string_view name) { return name.size() <= 2 && name.ends_w
 // and a name.
 bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
     std::size_t inside = nextPlace(tokens, open);
-    if (inside < tokens.size() && tokens[inside].token.text.ends_with("::")) inside = nextPlace(tokens, inside);
+    if (inside < tokens.size() && tokens[inside].text().ends_with("::")) inside = nextPlace(tokens, inside);
     const int mark = kindAt(tokens, inside);
     const int behind = kindAt(tokens, nextPlace(tokens, tokens[open].partner));
     return (isPointerMark(mark) || mark == Cpp::LogicalAnd) &&
@@ -33,8 +34,8 @@ bool opensValue(const ExprTokens& tokens, std::size_t before, std::size_t open) 
     if (close == kNoToken || kindAt(tokens, close - 1) == Cpp::Semicolon) return false;
     if (before > 0 && kindAt(tokens, before - 1) == Cpp::Arrow) return false;  // of a lambda that returns a T
     const ExprToken& type = tokens[before];
-    const bool isName = type.token.kind == Cpp::Identifier && type.token.text != "noexcept";
-    return isName || type.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(type.token.kind);
+    const bool isName = type.kind == Cpp::Identifier && type.text() != "noexcept";
+    return isName || type.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(type.kind);
 }
 
 // `(*f)`, as opposed to what a name is called with.
@@ -71,8 +72,8 @@ const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t pl
     if (!run.groups.empty()) {
         // Of an initialiser, those in rows that are kept go by another key.
         const Group& group = run.groups.back();
-        const Trn::Token& close = run.tokens[group.close].token;
-        const bool isInRow = run.tokens[run.tokens[group.close].partner].token.start.line < close.start.line &&
+        const ExprToken& close = run.tokens[group.close];
+        const bool isInRow = run.tokens[close.partner].start.line < close.start.line &&
                              !isLineBreak(run.sweep.blanksBehind());
         commas = group.kind == Group::Kind::Braces && !isInRow ? &settings_.commas.elements : commasOf(group);
     } else if (run.mode == ExprMode::Declarators) {
@@ -84,15 +85,15 @@ const CommaTexts* CppExprFormatter::absentCommaOf(const Run& run, std::size_t pl
 // Whether nothing stands between a literal and a name or a prefix: they mean something else apart, as in "a"U"b".
 bool CppExprFormatter::isJoinedToNext(const Run& run, std::size_t place) {
     if (place + 1 >= run.tokens.size()) return false;
-    const Trn::Token& literal = run.tokens[place].token;
-    const Trn::Token& next = run.tokens[place + 1].token;
-    return literal.offset + literal.length == next.offset && Cpp::wouldJoin(literal.text, next.text);
+    const ExprToken& literal = run.tokens[place];
+    const ExprToken& next = run.tokens[place + 1];
+    return literal.end() == next.offset && Cpp::wouldJoin(literal.text(), next.text());
 }
 
 // Whether the comment in front of the token, on its line, tells which argument it is: `/*size=*/0`.
 bool CppExprFormatter::namesArgument(const Run& run, std::size_t place) {
     const bool followsComment = place > 0 && run.kindAt(place - 1) == Cpp::BlockComment;
-    return followsComment && run.tokens[place - 1].token.text.ends_with("=*/") && !run.sweep.gap().empty() &&
+    return followsComment && run.tokens[place - 1].text().ends_with("=*/") && !run.sweep.gap().empty() &&
            isBlanks(run.sweep.gap());
 }
 
@@ -101,7 +102,8 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const std::size_t place = run.sweep.place();
     const std::string_view gap = run.sweep.gap();
     if (namesArgument(run, place)) return isPresent(&settings_.otherGaps.none) ? &settings_.otherGaps.none : nullptr;
-    if (place == 0 || run.previous != place - 1 || (gap.empty() && !mayNeedBlank(run.previousKind()))) return nullptr;
+    if (place == 0 || run.previous != place - 1) return nullptr;
+    if (gap.empty() && !mayNeedBlank(run.previousKind(), run.kindAt(place))) return nullptr;
     if (!isBlanks(gap)) return nullptr;
     const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
     const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;
@@ -159,7 +161,7 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             }
             if (settings_.formatsOtherGaps && run.previousRole() == ExprRole::GroupOpen) return behind;
             // asm("" ::: "memory")
-            if (run.tokens[run.previous].token.text == "::") return behind;
+            if (run.tokens[run.previous].text() == "::") return behind;
             return &settings_.beforeOperator;
         case ExprRole::GroupOpen:
             return !behind && run.kindAt(place) == Cpp::OpenParen ? wantedBeforeParen(run, place) : behind;
@@ -233,6 +235,10 @@ const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::siz
 }
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
+    // void (*f)(int)
+    const bool opensMarked = settings_.formatsOtherGaps && run.mode == ExprMode::Declaration &&
+                             run.tokens[place].partner != kNoToken && opensDeclarator(run.tokens, place);
+    if (opensMarked && Cpp::isWord(run.previousKind())) return &settings_.otherGaps.blank;
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
         if (!isCastKeyword(run.kindBefore(open))) return nullptr;
@@ -242,14 +248,14 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
         case Cpp::Identifier: {
             // The name in front is a type.
             if (run.mode == ExprMode::Declaration && opensDeclarator(run.tokens, place)) return nullptr;
-            if (!isShortName(run.tokens[run.previous].token.text)) return &settings_.afterCallName;
+            if (!isShortName(run.tokens[run.previous].text())) return &settings_.afterCallName;
             return &firstPresent(settings_.afterShortCallName, settings_.afterCallName);
         }
         case Cpp::KeywordSizeof:
         case Cpp::KeywordThrow: return &settings_.afterCallName;
         case Cpp::KeywordAsm:
         case Cpp::KeywordVolatile:
-            return Cpp::isAssemblerWord(run.tokens.front().token.text) ? &settings_.afterCallName : nullptr;
+            return Cpp::isAssemblerWord(run.tokens.front().text()) ? &settings_.afterCallName : nullptr;
         default: break;
     }
     if (settings_.formatsOtherGaps && (followsCapture(run.tokens, place) || followsOperatorName(run))) {

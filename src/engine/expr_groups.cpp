@@ -35,7 +35,7 @@ void CppExprFormatter::openGroup(Run& run) {
             group.kind = Group::Kind::Braces;
             break;
         case ExprRole::GroupOpen:
-            group.kind = open.token.kind == Cpp::OpenParen ? Group::Kind::Parentheses : Group::Kind::Brackets;
+            group.kind = open.kind == Cpp::OpenParen ? Group::Kind::Parentheses : Group::Kind::Brackets;
             group.isList = group.kind == Group::Kind::Parentheses;
             break;
         default: group.kind = Group::Kind::InnerBraces;
@@ -46,13 +46,13 @@ void CppExprFormatter::openGroup(Run& run) {
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
-                run.out, run.out.indent() + settings_.dataIndent,
-                settings_.dataIndent.present ? false : run.out.keepLeadingSpace(), log(), settings_.dataIndent.key);
+                run.out(), run.out().indent() + settings_.dataIndent,
+                settings_.dataIndent.present ? false : run.out().keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }
     const bool isRequirement = run.previous == 0 && run.mode == ExprMode::Expression;  // { a + b } -> same_as<T>
     group.isShortList = group.isBraced() && !isRequirement &&
-                        open.token.start.line == run.tokens[group.close].token.end.line &&
+                        open.start.line == run.tokens[group.close].lastLine() &&
                         !opensBlock(run.tokens, run.previous);
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
     run.after = group.isShortList ? inListBraces(run, afterOpen(group)) : afterOpen(group);
@@ -61,11 +61,11 @@ void CppExprFormatter::openGroup(Run& run) {
 
 // At the "{" written last: whether its initializer, which stands on one line, does so here too.
 bool CppExprFormatter::staysOnOneLine(const Run& run, std::size_t close) const {
-    const Trn::Token& open = run.tokens[run.previous].token;
-    const Trn::Token& end = run.tokens[close].token;
-    if (!settings_.keepsOneLineLists || open.start.line != end.end.line) return false;
+    const ExprToken& open = run.tokens[run.previous];
+    const ExprToken& end = run.tokens[close];
+    if (!settings_.keepsOneLineLists || open.start.line != end.lastLine()) return false;
     const auto width = static_cast<int>(end.offset - open.offset);
-    return settings_.wrapMargin == 0 || run.out.column() + width <= settings_.wrapMargin;
+    return settings_.wrapMargin == 0 || run.sweep.column() + width <= settings_.wrapMargin;
 }
 
 // At the "{" written last. Rows within an initializer stand as far to the left as the rows around them.
@@ -81,9 +81,9 @@ void CppExprFormatter::startElements(Run& run, Group& group) {
     if (group.hasElements) return;
     group.hasElements = true;
     if (!group.isList || !spacingOf(group).breaksLines()) return;
-    group.listColumn = columnToIndentFrom(run.out);
-    group.elements = std::make_unique<Group::ElementScope>(run.out, indentToColumn(run.out, group.listColumn), false,
-                                                           log(), KeyId());
+    group.listColumn = run.sweep.columnToIndentFrom();
+    std::string indent = indentToColumn(run.out(), group.listColumn);
+    group.elements = std::make_unique<Group::ElementScope>(run.out(), std::move(indent), false, log(), KeyId());
 }
 
 void CppExprFormatter::closeGroup(Run& run) {
@@ -115,7 +115,7 @@ bool CppExprFormatter::isRow(const Group& group) const {
 }
 
 bool CppExprFormatter::isComma(const Run& run) const {
-    if (run.current().token.kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
+    if (run.current().kind != Cpp::Comma || run.current().role != ExprRole::Separator) return false;
     if (run.groups.empty()) {
         // a = 1, b = 2;
         const bool areSpaced = settings_.betweenDeclarators.present || settings_.beforeDeclaratorComma.present;
@@ -150,7 +150,7 @@ void CppExprFormatter::writeComma(Run& run) {
     const bool isOther = !spacing.before.present && settings_.otherGaps.none.present && isBlanks(run.sweep.gap());
     const OptionalText& before = joined ? *joined : isOther ? settings_.otherGaps.none : spacing.before;
     writeSeparator(run.sweep, {keepsFront ? kAsInInput : before, keepsBehind ? kAsInInput : spacing.after},
-                   group.isList ? &group.listColumn : nullptr, run.out);
+                   group.isList ? &group.listColumn : nullptr);
 }
 
 CppExprFormatterBase::SeparatorSpacing CppExprFormatter::spacingOf(const Group& group) const {

@@ -29,9 +29,9 @@ bool CppExprFormatter::endsLine(const Run& run) const {
 bool CppExprFormatter::keepsLine(const Run& run) const {
     if (!run.keepsLines) return false;
     // `::new` begins with a name of no characters.
-    const bool startsText = run.current().token.offset == run.tokens.front().token.offset;
+    const bool startsText = run.current().offset == run.tokens.front().offset;
     if (startsText) return false;
-    return isLineBreak(run.sweep.gap()) || (run.out.column() == 0 && isAllWhitespace(run.sweep.gap()));
+    return isLineBreak(run.sweep.gap()) || (run.sweep.column() == 0 && isAllWhitespace(run.sweep.gap()));
 }
 
 void CppExprFormatter::keepLine(Run& run) {
@@ -39,9 +39,8 @@ void CppExprFormatter::keepLine(Run& run) {
     const std::string_view gap = run.sweep.takeGap();
     run.sweep.leave(gap, WantedText(gap, keyOfKeptLine(run)));
     const int column = columnOfKeptLine(run, gap);
-    for (auto lineFeeds = std::ranges::count(gap, '\n'); lineFeeds > 0; --lineFeeds) run.out.write("\n");
-    IndentScope indent(run.out, indentToColumn(run.out, column));
-    run.out.startLine();
+    for (auto lineFeeds = std::ranges::count(gap, '\n'); lineFeeds > 0; --lineFeeds) run.out().write("\n");
+    startLineAt(run.out(), column);
     run.startsAtMargin = column == 0;
 }
 
@@ -53,7 +52,7 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 }
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
-    const int indented = columnAfter(run.out.indent(), 0, tabSize());
+    const int indented = columnAfter(run.out().indent(), 0, tabSize());
     const std::string_view hang = isInType(run) && hangsInType(run) ? settings_.hanging.wrap.text : std::string_view();
     const int hanging =
         isInType(run) ? columnAfter(hang, indented, tabSize()) : run.hanging->columnFor(run.sweep.place());
@@ -74,7 +73,7 @@ bool CppExprFormatter::isInType(const Run& run) const {
 // Whether that hangs: what stands behind the first line in the source, or is the last name of the type. The type itself
 // may stand behind a "}" on its line.
 bool CppExprFormatter::hangsInType(const Run& run) const {
-    const std::string_view current = run.text.substr(run.current().token.offset);
+    const std::string_view current = run.text.substr(run.current().offset);
     if (current.starts_with("::") || run.followsText) return true;
     return sourceColumns().columnOfLine(current) > sourceColumns().columnOfLine(run.text);
 }
@@ -82,13 +81,13 @@ bool CppExprFormatter::hangsInType(const Run& run) const {
 // Nothing where the columns of the source are not known.
 void CppExprFormatter::startSourceHanging(Run& run) const {
     if (run.firstText >= run.tokens.size()) return;
-    const std::string_view first = run.text.substr(run.tokens[run.firstText].token.offset);
+    const std::string_view first = run.text.substr(run.tokens[run.firstText].offset);
     const int column = sourceColumns().nearColumnOf(first);
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);
     const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
     // Declarators may go on in a line that stands behind the one that they hang from.
-    const int indented = columnAfter(run.out.indent(), 0, tabSize());
+    const int indented = columnAfter(run.out().indent(), 0, tabSize());
     const bool standBehind = HangingLines::holdsDeclarators(run.hangingText) && run.firstLine.output > indented;
     const int behind = standBehind ? run.firstLine.output - indented : 0;
     const int indentColumn = isList ? column : std::max(run.firstLine.source - behind, 0);
@@ -108,9 +107,8 @@ bool CppExprFormatter::isStacked(const Run& run) const {
 void CppExprFormatter::startLiteralLine(Run& run) {
     const std::string_view gap = run.sweep.gap();
     const auto lineFeeds = static_cast<std::size_t>(std::count(gap.begin(), gap.end(), '\n'));
-    IndentScope indent(run.out, indentToColumn(run.out, run.literalColumn));
     run.sweep.writeGapWith(WantedText(std::string(lineFeeds, '\n')));
-    run.out.startLine();
+    startLineAt(run.out(), run.literalColumn);
 }
 
 // What joins two lines that the line wrapper may have parted, behind a comma or a cast, or in front of an
@@ -126,7 +124,7 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
         const bool followsOperator = run.previousRole() == ExprRole::BinaryOperator;
         if (followsOperator && isAssignmentKind(run.previousKind())) return &kJoinedByBlank;
     }
-    if (isLineBreak(gap) && token.token.kind == Cpp::Comma) return &kJoined;
+    if (isLineBreak(gap) && token.kind == Cpp::Comma) return &kJoined;
     if (isLineBreak(gap) && token.role == ExprRole::BinaryOperator) return &kJoinedByBlank;
     const bool followsComment = run.previous + 1 != run.sweep.place();
     if (followsComment && (isLineBreak(gap) || token.role != ExprRole::Trivia)) return nullptr;
@@ -140,7 +138,7 @@ const OptionalText* CppExprFormatter::joinedLine(const Run& run) const {
 bool CppExprFormatter::followsCast(const Run& run) const {
     const ExprToken& close = run.tokens[run.previous];
     if (close.role == ExprRole::TemplateClose) return isCastKeyword(run.kindBefore(close.partner));
-    if (close.token.kind != Cpp::CloseParen || close.partner == kNoToken) return false;
+    if (close.kind != Cpp::CloseParen || close.partner == kNoToken) return false;
     const int before = run.kindBefore(close.partner);
     if (before == Cpp::Identifier || before == Cpp::Greater) return false;
     switch (run.kindFrom(run.sweep.place())) {

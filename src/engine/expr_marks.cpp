@@ -36,7 +36,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool toName = marks.anchor == kAnchoredToName || isBehindComma || joinsName;
     // int A::*member
     const bool isOfMember = formatsTypeArguments() && isAnchored && run.previous != kNoToken &&
-                            run.tokens[run.previous].token.text.ends_with("::");
+                            run.tokens[run.previous].text().ends_with("::");
     const OptionalText& apart =
         isOfMember ? marks.against : firstPresent(marks.gap, firstPresent(run.typeWhitespace, kBlank));
 

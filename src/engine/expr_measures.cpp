@@ -20,11 +20,10 @@ void CppExprFormatter::measureMarks(const Run& run, const MarkSettings& marks, s
     constexpr int toType = 0;
     constexpr int toName = 1;
     if (!log()) return;
-    const Trn::Token& last = run.tokens[end - 1].token;
     const std::string_view front = run.sweep.gap();
-    const std::string_view behind = leadingBlanks(run.text.substr(last.offset + last.length));
+    const std::string_view behind = leadingBlanks(run.text.substr(run.tokens[end - 1].end()));
     if (!isAllWhitespace(front) || front.empty() == behind.empty()) return;
-    const std::string_view piece = run.text.substr(run.current().token.offset);
+    const std::string_view piece = run.text.substr(run.current().offset);
     log()->measured(marks.anchor.key, piece, front.empty() ? toType : toName);
     log()->measured(marks.gap.key, piece, front.empty() ? behind : front);
 }
@@ -33,11 +32,11 @@ void CppExprFormatter::measureMarks(const Run& run, const MarkSettings& marks, s
 void CppExprFormatter::measureLine(const Run& run) const {
     if (!log() || run.previous == kNoToken || !isLineBreak(run.sweep.gap())) return;
     const ExprToken& token = run.current();
-    const std::string_view piece = run.text.substr(token.token.offset);
+    const std::string_view piece = run.text.substr(token.offset);
     const ExprToken& previous = run.tokens[run.previous];
     const bool leads = token.role == ExprRole::BinaryOperator;
     if (leads || previous.role == ExprRole::BinaryOperator) {
-        const int kind = leads ? token.token.kind : previous.token.kind;
+        const int kind = leads ? token.kind : previous.kind;
         const bool isShift = kind == Cpp::ShiftLeft || kind == Cpp::ShiftRight;
         if (!isAssignmentKind(kind)) {
             log()->measured(isShift ? KeyId(Keys::SHIFT_WRAP_STYLE) : KeyId(Keys::EXPR_WRAP_STYLE), piece,
@@ -45,15 +44,15 @@ void CppExprFormatter::measureLine(const Run& run) const {
         }
     }
     log()->measured(Keys::KEEP_LINE_BREAKS, piece, 1);
-    const std::string_view before = run.text.substr(previous.token.offset);
-    const bool followsAssignment = previous.role == ExprRole::BinaryOperator && isAssignmentKind(previous.token.kind);
+    const std::string_view before = run.text.substr(previous.offset);
+    const bool followsAssignment = previous.role == ExprRole::BinaryOperator && isAssignmentKind(previous.kind);
     if (previous.role == ExprRole::BraceOpen) measureLineIndent(settings_.dataIndent.key, piece, before);
     if (previous.role == ExprRole::GroupOpen || followsAssignment) measureLineIndent(Keys::WRAP_INDENT, piece, before);
-    const bool leadsByComma = token.token.kind == Cpp::Comma;
+    const bool leadsByComma = token.kind == Cpp::Comma;
     const bool isInList = !run.groups.empty() && run.groups.back().kind == Group::Kind::Parentheses;
-    if (!isInList || (!leadsByComma && previous.token.kind != Cpp::Comma)) return;
+    if (!isInList || (!leadsByComma && previous.kind != Cpp::Comma)) return;
     const std::size_t open = run.tokens[run.groups.back().close].partner;
-    measureContinuation(piece, run.text.substr(run.tokens[open + 1].token.offset), leadsByComma);
+    measureContinuation(piece, run.text.substr(run.tokens[open + 1].offset), leadsByComma);
 }
 
 // How far the piece, which begins a line, stands behind the line of what is in front of it: the first row of an

@@ -9,7 +9,7 @@
 
 namespace Tessel {
 
-std::optional<OpenRegion> OpenRegion::openedBy(const Trn::Token& token, const MarkerPairs& markers) {
+std::optional<OpenRegion> OpenRegion::openedBy(const Trn::Lexeme& token, const MarkerPairs& markers) {
     if (Cpp::opensUnusedBlock(token)) return OpenRegion({});
     if (!Cpp::isComment(token.kind)) return {};
     const std::string_view body = Cpp::trimmedCommentBody(token.text);
@@ -19,7 +19,7 @@ std::optional<OpenRegion> OpenRegion::openedBy(const Trn::Token& token, const Ma
     return OpenRegion(pair->second);
 }
 
-int OpenRegion::step(const Trn::Token& token) const {
+int OpenRegion::step(const Trn::Lexeme& token) const {
     if (isUnread()) return Cpp::unusedBlockStep(token);
     if (closing_ == Cpp::kRegionOn) return Cpp::protectedRegionStep(token);
     return Cpp::isComment(token.kind) && Cpp::trimmedCommentBody(token.text) == closing_ ? -1 : 0;
@@ -43,7 +43,7 @@ public:
             if (token.role != ExprRole::Trivia) continue;
             if (depth_ == 0) {
                 open(kept);
-            } else if (depth_ += region_->step(token.token); depth_ == 0 && !holdsBlock_) {
+            } else if (depth_ += region_->step(token); depth_ == 0 && !holdsBlock_) {
                 merge(kept);
                 kept = first_;
             }
@@ -53,7 +53,7 @@ public:
 
 private:
     void open(std::size_t place) {
-        region_ = OpenRegion::openedBy(tokens_[place].token, markers_);
+        region_ = OpenRegion::openedBy(tokens_[place], markers_);
         if (!region_) return;
         depth_ = 1;
         first_ = place;
@@ -62,13 +62,10 @@ private:
 
     // The token at the place ends the region.
     void merge(std::size_t place) {
-        Trn::Token& region = tokens_[first_].token;
-        const Trn::Token& last = tokens_[place].token;
-        region.length = last.offset + last.length - region.offset;
-        region.end = last.end;
-        region.text = {region.text.data(), region.length};
-        if (!region_->isUnread()) region.kind = region.text.ends_with('\n') ? Cpp::LineComment : Cpp::BlockComment;
-        tokens_[first_].isRegion = true;
+        ExprToken& region = tokens_[first_];
+        region.setText({region.text().data(), tokens_[place].end() - region.offset});
+        if (!region_->isUnread()) region.kind = region.text().ends_with('\n') ? Cpp::LineComment : Cpp::BlockComment;
+        region.isRegion = true;
     }
 
     const MarkerPairs& markers_;

@@ -14,10 +14,10 @@ namespace Tessel {
 class OpenRegion {
 public:
     // By that comment or directive, if it does. The markers are borrowed.
-    static std::optional<OpenRegion> openedBy(const Trn::Token& token, const MarkerPairs& markers);
+    static std::optional<OpenRegion> openedBy(const Trn::Lexeme& token, const MarkerPairs& markers);
 
     // How the token changes the number of regions that are open.
-    int step(const Trn::Token& token) const;
+    int step(const Trn::Lexeme& token) const;
     bool isUnread() const { return closing_.empty(); }
 
 private:

@@ -50,7 +50,7 @@ private:
 
     ExprRole roleOf(std::size_t place) const {
         const ExprToken& token = tokens_[place];
-        const int kind = token.token.kind;
+        const int kind = token.kind;
         if (token.role == ExprRole::Block) return ExprRole::Block;
         if (previous_ != kNoToken && previousKind() == Cpp::KeywordOperator && isOperatorName(place)) {
             return ExprRole::Operand;
@@ -145,7 +145,7 @@ private:
         if (isFold(place)) return ExprRole::BinaryOperator;
         if (isMark(place)) return ExprRole::Mark;
         // `int (A::*a)(int)`
-        if (tokens_[previous_].token.text.ends_with("::")) return ExprRole::UnaryOperator;
+        if (tokens_[previous_].text().ends_with("::")) return ExprRole::UnaryOperator;
         // `T (&&a)[2]`, `a = &&label`
         const bool isByItself = previousRole() == ExprRole::GroupOpen || previousKind() == Cpp::Assign;
         if (isLogical && isByItself) return ExprRole::UnaryOperator;
@@ -164,7 +164,7 @@ private:
 
     bool followsType() const {
         const int kind = previousKind();
-        if (kind == Cpp::Identifier) return !Cpp::isOperatorWord(tokens_[previous_].token.text);
+        if (kind == Cpp::Identifier) return !Cpp::isOperatorWord(tokens_[previous_].text());
         return previousRole() == ExprRole::TemplateClose || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
                kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto ||
                closesTypeWord(previous_);
@@ -174,7 +174,7 @@ private:
     bool closesTypeWord(std::size_t place) const {
         if (tokens_[place].role != ExprRole::GroupClose) return false;
         const std::size_t open = tokens_[place].partner;
-        return open > 0 && Cpp::namesType(tokens_[open - 1].token);
+        return open > 0 && Cpp::namesType(tokens_[open - 1]);
     }
 
     // `ELEMENT(a) *`, in front of a name that is not in the text.
@@ -257,12 +257,12 @@ private:
 
     // `A *a UNUSED`, `A * API a`: whether another name stands right behind one, as in no expression.
     bool isFurtherName(std::size_t place) const {
-        return kindAt(tokens_, place) == Cpp::Identifier && !Cpp::isOperatorWord(tokens_[place].token.text);
+        return kindAt(tokens_, place) == Cpp::Identifier && !Cpp::isOperatorWord(tokens_[place].text());
     }
 
     bool isDeclaredName(std::size_t place) const {
         if (!isInDeclaration() || previous_ == kNoToken) return false;
-        if (tokens_[place].token.text.starts_with("::")) return false;
+        if (tokens_[place].text().starts_with("::")) return false;
         if (!segment_.isTypeSoFar || !segment_.sawType || !followsType()) return false;
         return endsDeclaredName(nextPlace(tokens_, place));
     }
@@ -283,14 +283,15 @@ private:
             default:
                 return false;
         }
-        // `(... + args)`
+        // `(... + args)`, `(0 + ... + args)`
         if (previousKind() == Cpp::Dot) {
-            return previous_ >= kDotsOfPack && isPack(tokens_, previous_ + 1 - kDotsOfPack) &&
-                   kindAt(tokens_, previous_ - kDotsOfPack) == Cpp::OpenParen;
+            if (previous_ < kDotsOfPack || !isPack(tokens_, previous_ + 1 - kDotsOfPack)) return false;
+            const std::size_t ahead = previous_ - kDotsOfPack;
+            return kindAt(tokens_, ahead) == Cpp::OpenParen || kindAt(tokens_, ahead) == kindAt(tokens_, place);
         }
         switch (previousKind()) {
             case Cpp::Identifier:
-                return !Cpp::isOperatorWord(tokens_[previous_].token.text);
+                return !Cpp::isOperatorWord(tokens_[previous_].text());
             case Cpp::Number:
             case Cpp::CharLiteral:
             case Cpp::StringLiteral:
@@ -327,7 +328,7 @@ private:
     bool holdsAnnotatedType(std::size_t open) const {
         const std::size_t first = nextPlace(tokens_, open);
         const std::size_t second = nextPlace(tokens_, first);
-        const std::string_view word = tokens_[first].token.text;
+        const std::string_view word = tokens_[first].text();
         const bool areTwo = nextPlace(tokens_, second) == tokens_[open].partner;
         return areTwo && !Cpp::isUpperCase(word) && !Cpp::isOperatorWord(word);
     }
@@ -344,37 +345,37 @@ private:
         if (inside == Parenthesised::Type) return !readsTypes_ || !holdsMadeValue(tokens_, open);
         if (inside == Parenthesised::Names) return readsTypes_ && holdsAnnotatedType(open);
         if (inside != Parenthesised::Name) return false;
-        const Trn::Token& mark = tokens_[place].token;
+        const ExprToken& mark = tokens_[place];
         const std::size_t next = place + 1;
-        const bool isApart = tokens_[close].token.offset + 1 < mark.offset;
+        const bool isApart = tokens_[close].end() < mark.offset;
         if (!isApart && isCastByBlank(tokens_, close, place)) return false;
         const bool isBeforeOperand = next < tokens_.size() && tokens_[next].role != ExprRole::Trivia;
-        return isBeforeOperand && tokens_[next].token.offset == mark.offset + mark.length;
+        return isBeforeOperand && tokens_[next].offset == mark.end();
     }
 
     void advance(std::size_t place) {
         ExprToken& token = tokens_[place];
-        if (token.token.kind == Cpp::OpenBrace) ++braces_;
-        if (token.token.kind == Cpp::CloseBrace) --braces_;
+        if (token.kind == Cpp::OpenBrace) ++braces_;
+        if (token.kind == Cpp::CloseBrace) --braces_;
         if (token.role == ExprRole::GroupOpen && previous_ != kNoToken) token.followsCall = isCallee();
         if (token.role == ExprRole::GroupOpen || token.role == ExprRole::TemplateOpen) {
             outer_.push_back(segment_);
             segment_ = {};
             segment_.isOperand = outer_.back().isOperand || followsOperator() || followsArgumentWord();
             segment_.atTextStart = false;
-            segment_.isParameter = token.token.kind == Cpp::OpenParen && followsCapture(tokens_, place);
+            segment_.isParameter = token.kind == Cpp::OpenParen && followsCapture(tokens_, place);
             segment_.isArgument = token.role == ExprRole::TemplateOpen;
-            segment_.isChoice = place > 0 && tokens_[place - 1].token.text == "_Generic";
+            segment_.isChoice = place > 0 && tokens_[place - 1].text() == "_Generic";
         } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
                    !outer_.empty()) {
-            const bool closesTwo = token.token.kind == Cpp::ShiftRight && outer_.size() > 1;
+            const bool closesTwo = token.kind == Cpp::ShiftRight && outer_.size() > 1;
             if (closesTwo) outer_.pop_back();
             segment_ = outer_.back();
             outer_.pop_back();
             if (token.role == ExprRole::GroupClose && !closesTypeWord(place) && !closesPlacement(token.partner))
                 segment_.isTypeSoFar = false;
         } else if (token.role == ExprRole::Separator) {
-            const bool isClause = token.token.kind == Cpp::Semicolon && outer_.empty();
+            const bool isClause = token.kind == Cpp::Semicolon && outer_.empty();
             const Segment before = segment_;
             segment_ = {};
             segment_.atTextStart = isClause;
@@ -397,7 +398,7 @@ private:
     // `sizeof(a * b)`, `decltype(a * b)`
     bool followsArgumentWord() const {
         return previous_ != kNoToken &&
-               (previousKind() == Cpp::KeywordSizeof || Cpp::takesArgument(tokens_[previous_].token));
+               (previousKind() == Cpp::KeywordSizeof || Cpp::takesArgument(tokens_[previous_]));
     }
 
     // `new (p)`
@@ -406,18 +407,18 @@ private:
     // The ")" of a lambda's parameters, or that of a function whose head has begun in front of the text.
     bool endsParameters(std::size_t place) const {
         const ExprToken& token = tokens_[place];
-        if (token.token.kind != Cpp::CloseParen) return false;
+        if (token.kind != Cpp::CloseParen) return false;
         if (token.partner == kNoToken) return outer_.empty();
         if (token.partner == 0) return false;
-        return tokens_[token.partner - 1].token.text == "noexcept" || followsCapture(tokens_, token.partner);
+        return tokens_[token.partner - 1].text() == "noexcept" || followsCapture(tokens_, token.partner);
     }
 
     // One that may stand between parameters and "->".
     bool isQualifierOfFunction(std::size_t place) const {
-        const Trn::Token& token = tokens_[place].token;
+        const ExprToken& token = tokens_[place];
         return Cpp::isQualifier(token.kind) || token.kind == Cpp::KeywordMutable || token.kind == Cpp::Ampersand ||
-               token.kind == Cpp::LogicalAnd || token.text == "noexcept" || token.text == "override" ||
-               token.text == "final";
+               token.kind == Cpp::LogicalAnd || token.text() == "noexcept" || token.text() == "override" ||
+               token.text() == "final";
     }
 
     bool isCallee() const {
@@ -429,7 +430,7 @@ private:
     }
 
     void extendSegment(const ExprToken& token) {
-        const int kind = token.token.kind;
+        const int kind = token.kind;
         segment_.sawQuestion |= kind == Cpp::Question;
         segment_.sawQualifier |= Cpp::isQualifier(kind) || Cpp::isClassKey(kind);
         segment_.followsNew |= kind == Cpp::KeywordNew;
@@ -438,7 +439,9 @@ private:
             segment_.sawType = true;
             return;
         }
-        const bool isModifier = kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion;
+        // `this T&& self`
+        const bool isObject = kind == Cpp::KeywordThis && segment_.isTypeSoFar && !segment_.sawType;
+        const bool isModifier = isObject || (kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion);
         if (kind == Cpp::KeywordNew) {
             segment_.isTypeSoFar = true;
             segment_.sawType = false;

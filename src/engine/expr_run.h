@@ -37,13 +37,13 @@ struct CppExprFormatter::Run {
         : text(wholeText),
           sweep(wholeText, tokensOfText, output, keepsColumns, log),
           tokens(tokensOfText),
-          out(output),
           mode(textMode),
           typeWhitespace(whitespace),
           nameFollows(marksBeforeName.has_value()),
           lastMarks(marksBeforeName.value_or(LastMarks::ByAnchor)) {}
 
     const ExprToken& current() const { return sweep.current(); }
+    Zelmor::OIndentBuf& out() const { return sweep.out(); }
     int kindAt(std::size_t place) const { return Tessel::kindAt(tokens, place); }
     // Of the last token in front of `place` that is no comment or directive.
     int kindBefore(std::size_t place) const {
@@ -64,7 +64,6 @@ struct CppExprFormatter::Run {
     std::string_view text;
     TextSweep sweep;
     const ExprTokens& tokens;
-    Zelmor::OIndentBuf& out;
     ExprMode mode;
     const OptionalText& typeWhitespace;
     bool nameFollows;

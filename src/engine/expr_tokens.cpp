@@ -20,19 +20,13 @@ void readPiece(std::string_view text, std::size_t first, std::size_t last, Cpp::
     Cpp::Lexer lexer(text.substr(first, last - first));
     Cpp::KeywordNames names(words);
     const auto nameLast = [&](int kind) {
-        if (const auto name = names.nameBefore(kind, tokens.size() - 1)) tokens[*name].token.kind = Cpp::Identifier;
+        if (const auto name = names.nameBefore(kind, tokens.size() - 1)) tokens[*name].kind = Cpp::Identifier;
     };
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        ExprToken& added = tokens.emplace_back();
-        added.token = token;
-        added.token.offset += static_cast<std::uint32_t>(first);
-        // The lexer's own text would end with the lexer.
-        added.token.text = text.substr(added.token.offset, token.length);
-        if (Cpp::isTrivia(token.kind)) {
-            added.role = ExprRole::Trivia;
-        } else {
-            nameLast(token.kind);
-        }
+        const std::size_t place = first + token.offset;
+        const bool isPiece = token.text.size() == token.length;
+        tokens.emplace_back(token.kind, token.start, place, text.substr(place, token.length), isPiece);
+        if (!Cpp::isTrivia(token.kind)) nameLast(token.kind);
     }
     nameLast(Trn::kEndKind);
 }
@@ -41,7 +35,7 @@ void readPiece(std::string_view text, std::size_t first, std::size_t last, Cpp::
 
 bool opensBlock(const ExprTokens& tokens, std::size_t open) {
     while (open > 0 && tokens[open - 1].role == ExprRole::Trivia) --open;
-    switch (open > 0 ? tokens[open - 1].token.kind : Trn::kEndKind) {
+    switch (open > 0 ? tokens[open - 1].kind : Trn::kEndKind) {
         case Cpp::CloseParen:
         case Cpp::CloseBracket:
         case Cpp::Semicolon:
@@ -65,10 +59,9 @@ void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
         readPiece(text, place, block.offset, words, tokens, source);
         ExprToken& added = tokens.emplace_back();
         added.role = ExprRole::Block;
-        added.token.kind = Cpp::CloseBrace;
-        added.token.offset = static_cast<std::uint32_t>(block.offset);
-        added.token.length = static_cast<std::uint32_t>(block.length);
-        added.token.text = text.substr(block.offset, block.length);
+        added.kind = Cpp::CloseBrace;
+        added.offset = static_cast<std::uint32_t>(block.offset);
+        added.setText(text.substr(block.offset, block.length));
         place = block.offset + block.length;
     }
     readPiece(text, place, text.size(), words, tokens, source);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "engine/format_options.h"
 #include "trn/token.h"
 
@@ -31,21 +33,61 @@ enum class ExprRole : std::uint8_t {
     Block,      // a block that somebody else lays out, as one token
 };
 
-inline constexpr std::size_t kNoToken = std::numeric_limits<std::size_t>::max();
+inline constexpr std::size_t kNoToken = std::numeric_limits<std::uint32_t>::max();
 
-struct ExprToken {
-    Trn::Token token;  // its lines and columns count from the start of the text, or are those of the source
+// A token of a text, with what it does there. Its lines and columns count from the start of the text, or are those of
+// the source.
+class ExprToken {
+public:
+    ExprToken() = default;
+    // `characters` are those of the text that it covers, from `place` on: a piece, unless white space or lines part it.
+    ExprToken(int itsKind, Trn::Position itsStart, std::size_t place, std::string_view characters, bool isPiece)
+        : offset(static_cast<std::uint32_t>(place)),
+          start(itsStart),
+          kind(static_cast<std::int8_t>(itsKind)),
+          role(Cpp::isTrivia(itsKind) ? ExprRole::Trivia : ExprRole::Operand),
+          isPlain(isPiece && isPlainText(itsKind, characters)),
+          length_(static_cast<std::uint32_t>(characters.size())),
+          text_(characters.data()) {}
+
+    std::string_view text() const { return {text_, length_}; }
+    void setText(std::string_view characters) {
+        text_ = characters.data();
+        length_ = static_cast<std::uint32_t>(characters.size());
+    }
+    void setPartner(std::size_t place) { partner = static_cast<std::uint32_t>(place); }
+
+    // Of the text, the place behind its last character.
+    std::size_t end() const { return std::size_t{offset} + length_; }
+    std::uint32_t lastLine() const {
+        return start.line + static_cast<std::uint32_t>(isPlain ? 0 : std::ranges::count(text(), '\n'));
+    }
+    operator Trn::Lexeme() const { return {kind, text()}; }
+
+    std::uint32_t offset = 0;          // in characters from the start of the text
+    Trn::Position start;               // as that of Trn::Token
+    std::uint32_t partner = kNoToken;  // of an open or close role
+    std::int8_t kind = Trn::kEndKind;
     ExprRole role = ExprRole::Operand;
-    bool isRegion = false;         // kept as it is
-    bool followsCall = false;      // a GroupOpen behind a name, "sizeof", "throw" or a cast's ">"
-    std::size_t partner = kNoToken;  // of an open or close role
+    bool isRegion : 1 = false;     // kept as it is
+    bool followsCall : 1 = false;  // a GroupOpen behind a name, "sizeof", "throw" or a cast's ">"
+    bool isPlain = false;          // a piece of no literal, comment or directive: no white space, no quotes
+
+private:
+    static bool isPlainText(int kind, std::string_view text) {
+        if (kind == Cpp::Number) return text.find('\'') == text.npos;
+        return kind > Cpp::StringLiteral && !Cpp::isTrivia(kind);
+    }
+
+    std::uint32_t length_ = 0;
+    const char* text_ = nullptr;
 };
 
 using ExprTokens = std::vector<ExprToken>;
 
 // kEndKind behind the last token, and for kNoToken.
 inline int kindAt(const ExprTokens& tokens, std::size_t place) {
-    return place < tokens.size() ? tokens[place].token.kind : Trn::kEndKind;
+    return place < tokens.size() ? tokens[place].kind : Trn::kEndKind;
 }
 
 // The place of the next token that is no comment or directive.

@@ -193,10 +193,11 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
         std::optional<IndentScope> further;
         if (isBody) further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
-        if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
-        if (isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child)) {
+        const bool endsCase = isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child);
+        if (endsCase) {
             formatByLabel(**child);
         } else {
+            if (previous) writeStatementGap(*previous, **child);
             (*child)->accept(*this);
         }
         isCaseBlock = false;
@@ -217,6 +218,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
 void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
     LeadingSpaceScope leadingSpace(out(), caseIndent().present ? false : out().keepLeadingSpace());
     IndentScope indent(out(), labelIndent(caseIndent()));
+    if (gapBefore(statement).empty()) placeBefore(statement, kBlank);
     statement.accept(*this);
 }
 
@@ -258,7 +260,7 @@ std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
     return settings_.labelIndent.present ? labelIndent(settings_.labelIndent) : out().indent();
 }
 
-// Between two statements, or declarations, on one line: `a();b();`.
+// Between two statements, or declarations, on one line: `a();b();`, also behind `private:`.
 void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next) {
     const bool isAsked = settings_.betweenStatements.present || log_;
     if (!isAsked || Cpp::isTrivia(previous) || Cpp::isTrivia(next)) return;
@@ -271,7 +273,7 @@ void CppFormatter::writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp:
     }
     // A stray ";" is no node.
     const char last = blanks.size() < gap.size() ? gap[gap.size() - blanks.size() - 1] : writer_.peekBehind();
-    const bool isEnd = last == ';' || last == '}';
+    const bool isEnd = last == ';' || last == '}' || Cpp::as<Cpp::AccessSpecNode>(&previous);
     if (!isEnd || writer_.peek(gap.size()) == ';' || (last == '}' && goesOnBehindBrace(previous, next))) return;
     const bool staysOnLine = isOnOneLine_ && settings_.betweenStatements.hasLineFeed();
     const OptionalText& wanted = staysOnLine ? kBlank : settings_.betweenStatements;

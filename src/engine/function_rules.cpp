@@ -44,6 +44,16 @@ bool startsWithQualifier(std::string_view tail) {
     return tail.starts_with("->") || (!tail.empty() && (Cpp::isNameStart(tail.front()) || tail.front() == '&'));
 }
 
+// The place of the line end behind which the rest of a head is "try" alone, which stands in the function's column; the
+// size of the rest where it is not.
+std::size_t breakBeforeTry(std::string_view rest) {
+    constexpr std::string_view keyword = "try";
+    const std::string_view front = rest.substr(0, rest.size() - (rest.ends_with(keyword) ? keyword.size() : 0));
+    const std::string_view code = trimRight(front);
+    const bool isApart = isLineBreak(front.substr(code.size())) && !endsWithLineEndToken(code);
+    return isApart ? code.size() : rest.size();
+}
+
 // `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
@@ -181,7 +191,13 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         rest.remove_prefix(blanks.size());
     }
     rest = writeGapBehindParameters(*head, rest);
-    if (!rest.empty()) exprFormatter_.formatExpression(rest, out());
+    const std::size_t lineOfTry = keepsLines() ? breakBeforeTry(rest) : rest.size();
+    if (!rest.empty()) exprFormatter_.formatExpression(rest.substr(0, lineOfTry), out());
+    if (lineOfTry < rest.size()) {
+        const std::string_view blanks = leadingBlanks(rest.substr(lineOfTry));
+        writeKeptBreakAt(blanks, base);
+        out().write(rest.substr(lineOfTry + blanks.size()));
+    }
     if (oldParameters) writeOldParameters(*oldParameters);
     return base;
 }

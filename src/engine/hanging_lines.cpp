@@ -14,7 +14,7 @@ namespace {
 
 bool isShift(const ExprToken& token) {
     return token.role == ExprRole::BinaryOperator &&
-           (token.token.kind == Cpp::ShiftLeft || token.token.kind == Cpp::ShiftRight);
+           (token.kind == Cpp::ShiftLeft || token.kind == Cpp::ShiftRight);
 }
 
 bool isMemberAccess(int kind) {
@@ -25,7 +25,7 @@ constexpr std::size_t kOperatorsOfCondition = 2;  // "?" and ":"
 
 // Whether an operand follows that lines hang under.
 bool awaitsValue(const ExprToken& token) {
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     return kind == Cpp::KeywordReturn || (token.role == ExprRole::BinaryOperator && isAssignmentKind(kind));
 }
 
@@ -74,7 +74,7 @@ int HangingLines::columnFor(std::size_t place) const {
             !level.isBraced() && level.first != kNone && !level.startedLine;
         return standsUnderFirst ? level.first : level.lineColumn;
     }
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     if (isMemberAccess(kind) && level.element.start != kNone) {
         return columnOfMember(level);
     }
@@ -98,12 +98,12 @@ int HangingLines::columnFor(std::size_t place) const {
 // A "&&" may as well be the operator of a condition.
 bool HangingLines::followsMark() const {
     return chains_ && previous_ != kNoToken && tokens_[previous_].role == ExprRole::Mark &&
-           tokens_[previous_].token.kind != Cpp::LogicalAnd;
+           tokens_[previous_].kind != Cpp::LogicalAnd;
 }
 
 // Whether nothing but a macro's call stands in front: what it makes takes the arguments that follow.
 bool HangingLines::followsMacroCall() const {
-    return previous_ != kNoToken && tokens_[previous_].partner == 1 && Cpp::isUpperCase(tokens_.front().token.text);
+    return previous_ != kNoToken && tokens_[previous_].partner == 1 && Cpp::isUpperCase(tokens_.front().text());
 }
 
 std::optional<int> HangingLines::columnWithinName() const {
@@ -182,7 +182,7 @@ std::size_t HangingLines::skipTrivia(std::size_t place) const {
 // Names of literals may stand among them: "a" PRIu64 "b".
 bool HangingLines::continuesLiteral(std::size_t place) const {
     const auto isPart = [this](std::size_t at) {
-        const int kind = tokens_[at].token.kind;
+        const int kind = tokens_[at].kind;
         return kind == Cpp::StringLiteral || kind == Cpp::Identifier;
     };
     return literalColumn_ != kNone && previous_ != kNoToken && isPart(previous_) && isPart(place);
@@ -206,10 +206,10 @@ void HangingLines::pass(std::size_t place, int column, bool startsLine) {
 // One in front of an operand on its line counts to it.
 void HangingLines::passComment(std::size_t place, int column) {
     Level& level = levels_.back();
-    const Trn::Token& comment = tokens_[place].token;
+    const ExprToken& comment = tokens_[place];
     const std::size_t next = skipTrivia(place + 1);
     const bool leadsOperand = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
-                              tokens_[next].token.start.line == comment.end.line;
+                              tokens_[next].start.line == comment.lastLine();
     const bool startsOperand = level.element.start == kNone || level.awaitsOperand || level.awaitsLater;
     if (leadsOperand && startsOperand && level.comment == kNone) level.comment = column;
 }
@@ -218,7 +218,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     Level& level = levels_.back();
     Element& element = level.element;
     const ExprToken& token = tokens_[place];
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     const bool startsElement = element.start == kNone;
     if (level.first == kNone) level.first = column;
     if (startsElement) element.start = column;
@@ -266,7 +266,7 @@ void HangingLines::open(std::size_t place) {
     Level level;
     level.bracket = place;
     level.close = tokens_[place].partner;
-    const bool isBrace = tokens_[place].token.kind == Cpp::OpenBrace;
+    const bool isBrace = tokens_[place].kind == Cpp::OpenBrace;
     const bool isBody = isBrace && opensBody(place);
     level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element.start != kNone;
@@ -286,7 +286,7 @@ void HangingLines::open(std::size_t place) {
     level.lineColumn = isRow ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
-    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].token.kind == Cpp::OpenParen)) {
+    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].kind == Cpp::OpenParen)) {
         level.call = columnOfCall(outer);
         if (level.call == kNone && isInFirst) level.call = outer.call;
         if (level.call != kNone) level.contents = wrapped(level.call);
@@ -300,7 +300,7 @@ bool HangingLines::isAboveRow(std::size_t open) const {
     const std::size_t close = tokens_[open].partner;
     if (close == kNoToken || kindAt(tokens_, close + 1) != Cpp::Comma) return false;
     const std::size_t next = nextPlace(tokens_, close + 1);
-    return next < tokens_.size() && tokens_[next].token.start.line > tokens_[close + 1].token.end.line;
+    return next < tokens_.size() && tokens_[next].start.line > tokens_[close + 1].lastLine();
 }
 
 // Whether statements follow the "{", of a lambda or in one.
@@ -316,7 +316,7 @@ bool HangingLines::opensBody(std::size_t place) const {
 void HangingLines::closeLevel(std::size_t place) {
     const Level& level = levels_.back();
     const std::size_t open = level.bracket;
-    const bool closesCapture = tokens_[place].token.kind == Cpp::CloseBracket &&
+    const bool closesCapture = tokens_[place].kind == Cpp::CloseBracket &&
                                (open == 0 || tokens_[open - 1].role == ExprRole::Separator ||
                                 tokens_[open - 1].role == ExprRole::GroupOpen);
     if (closesCapture) {
@@ -332,7 +332,7 @@ void HangingLines::closeLevel(std::size_t place) {
 
 // Where the arguments hang of a template that stands between parentheses: not in front of what these begin with.
 int HangingLines::columnInParentheses(const Level& outer, const Level& level) const {
-    if (tokens_[outer.bracket].token.kind != Cpp::OpenParen || outer.first == kNone) return level.contents;
+    if (tokens_[outer.bracket].kind != Cpp::OpenParen || outer.first == kNone) return level.contents;
     return std::max(outer.first, level.contents == kNone ? wrapped(level.base) : level.contents);
 }
 
@@ -345,8 +345,8 @@ bool HangingLines::isOneOfConditions(std::size_t place) const {
 // Whether the ":" that begins a line stands in the column of the "?" in the line above, in the source.
 bool HangingLines::standsBelowQuestion(const Level& level, std::size_t colon) const {
     if (level.question == kNoToken || !isOneOfConditions(level.question)) return false;
-    const Trn::Position& question = tokens_[level.question].token.start;
-    const Trn::Position& start = tokens_[colon].token.start;
+    const Trn::Position& question = tokens_[level.question].start;
+    const Trn::Position& start = tokens_[colon].start;
     return question.line + 1 == start.line && question.column == start.column && question.line > 1;
 }
 

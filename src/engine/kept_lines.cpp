@@ -87,10 +87,9 @@ void CppFormatter::writeKeptBreak(std::string_view gap) {
 void CppFormatter::writeKeptBreakAt(std::string_view gap, int column) {
     if (!hangsLines()) return writer_.write(gap);
     column = exprFormatter_.keptIndent().columnFor(lineOf(gap), gap, column);
-    IndentScope indent(out(), indentToColumn(out(), column));
     writer_.leave(gap, WantedText(gap, Keys::KEEP_LINE_BREAKS));
     out().write(lineFeedsOf(gap));
-    out().startLine();
+    startLineAt(out(), column);
 }
 
 }  // namespace Tessel

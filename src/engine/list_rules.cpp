@@ -148,8 +148,7 @@ void CppFormatter::startKeptLine(std::string_view gap) {
     const int hanging = columnToIndentFrom(out());
     const int column = exprFormatter_.keptIndent().columnFor(listLine_, gap, hanging);
     if (column == hanging || !hangsLines()) return;
-    IndentScope indent(out(), indentToColumn(out(), column));
-    out().startLine();
+    startLineAt(out(), column);
 }
 
 // A comma with blanks around it, as nearly every gap is.

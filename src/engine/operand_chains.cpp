@@ -62,7 +62,7 @@ void OperandChains::pass(std::size_t place) {
     while (levels_.size() > 1 && levels_.back().close == place) endLevel();
     Level& level = levels_.back();
     const ExprToken& token = tokens_[place];
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     if (token.role == ExprRole::Separator) {
         if (kind == Cpp::Comma && level.bracket != kNoToken) holdsComma_[level.bracket] = true;
         startElement(level, kind == Cpp::Semicolon ? Place::ByItself : Place::AmongOthers);
@@ -85,7 +85,7 @@ void OperandChains::pass(std::size_t place) {
     Level inside;
     inside.bracket = place;
     inside.close = token.partner;
-    if (token.token.kind != Cpp::OpenBrace) inside.place = Place::BehindOpen;
+    if (token.kind != Cpp::OpenBrace) inside.place = Place::BehindOpen;
     levels_.push_back(std::move(inside));
 }
 
@@ -106,7 +106,7 @@ void OperandChains::passOperator(std::size_t place, int rank) {
         level.open.pop_back();
     }
     // a ? b ? c : d : e
-    const bool isQuestion = tokens_[place].token.kind == Cpp::Question;
+    const bool isQuestion = tokens_[place].kind == Cpp::Question;
     const auto isOver = [&level] {
         return level.open.size() > 1 && level.open[level.open.size() - 2].rank == kConditional &&
                !level.open.back().awaitsColon;

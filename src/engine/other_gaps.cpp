@@ -19,7 +19,7 @@ bool isAccess(int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; }
 
 bool endsOperand(const ExprToken& token) {
     return token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose ||
-           token.token.kind == Cpp::Identifier || token.token.kind == Cpp::KeywordThis;
+           token.kind == Cpp::Identifier || token.kind == Cpp::KeywordThis;
 }
 
 // a [i], f() [i], new int [3], delete [] p: no attribute, and no lambda behind a macro.
@@ -40,13 +40,57 @@ bool endsPack(const ExprTokens& tokens, std::size_t last, int next) {
     return next == Cpp::Identifier && last + 1 >= kDotsOfPack && isPack(tokens, last + 1 - kDotsOfPack);
 }
 
+// new (place) T
+bool closesPlacement(const ExprTokens& tokens, std::size_t close) {
+    const std::size_t open = tokens[close].partner;
+    return open != kNoToken && open > 0 && allocates(tokens, open - 1);
+}
+
+// alignas(4) int, explicit(a) A(), [[a]] int
+bool closesAnnotation(const ExprTokens& tokens, std::size_t close) {
+    const std::size_t open = tokens[close].partner;
+    if (open == kNoToken) return false;
+    if (kindAt(tokens, close) == Cpp::CloseBracket) return kindAt(tokens, open + 1) == Cpp::OpenBracket;
+    return open > 0 && Cpp::takesArgument(tokens[open - 1]);
+}
+
+// [](int a) mutable, int (A::*f)(int a) const: whether the word at `next` goes with the parameters in front of it.
+bool qualifiesParameters(const ExprTokens& tokens, std::size_t close, int next) {
+    const std::size_t open = tokens[close].partner;
+    if (open == kNoToken || open == 0) return false;
+    return followsCapture(tokens, open) || (Cpp::isQualifier(next) && kindAt(tokens, open - 1) == Cpp::CloseParen);
+}
+
+// if (int a = b; a), { requirement; } noexcept, f() const& noexcept, extern "C", [] () mutable: whether the token in
+// front ends something, and what is next begins something else.
+bool parts(const ExprTokens& tokens, std::size_t before, std::size_t behind) {
+    const int kind = kindAt(tokens, before);
+    const int next = kindAt(tokens, behind);
+    const bool isWord = Cpp::isWord(next) && !tokens[behind].text().starts_with("::");
+    switch (kind) {
+        case Cpp::KeywordReturn: return next != Cpp::Semicolon;
+        case Cpp::KeywordNew: return next == Cpp::OpenParen && allocates(tokens, before);
+        case Cpp::Semicolon: return next != Cpp::Semicolon && next != Cpp::CloseParen && next != Cpp::CloseBrace;
+        case Cpp::CloseParen:
+            return isWord && (closesPlacement(tokens, before) || closesAnnotation(tokens, before) ||
+                              qualifiesParameters(tokens, before, next));
+        case Cpp::CloseBracket: return isWord && closesAnnotation(tokens, before);
+        case Cpp::CloseBrace: return isWord;
+        case Cpp::Greater:
+        case Cpp::ShiftRight: return isWord && tokens[before].role == ExprRole::TemplateClose;
+        case Cpp::Ampersand:
+        case Cpp::LogicalAnd: return isWord && tokens[before].role == ExprRole::Operand;
+        case Cpp::Dot: return endsPack(tokens, before, next);
+        default: return next == Cpp::StringLiteral && Cpp::isKeyword(kind);
+    }
+}
+
 }  // namespace
 
 OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behind, bool isEmpty) {
     const int kind = kindAt(tokens, before);
     const int next = kindAt(tokens, behind);
-    const bool needsBlank = kind == Cpp::KeywordReturn ? next != Cpp::Semicolon : endsPack(tokens, before, next);
-    if (needsBlank) return OtherGap::Blank;
+    if (parts(tokens, before, behind)) return OtherGap::Blank;
     if (isEmpty) return OtherGap::AsItIs;
     if (opensSubscript(tokens, before, behind)) return OtherGap::Nothing;
     if (tokens[behind].role == ExprRole::Separator && kind != Cpp::Semicolon) return OtherGap::Nothing;

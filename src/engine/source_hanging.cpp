@@ -11,10 +11,10 @@ int SourceHanging::columnFor(std::size_t place) {
 
 void SourceHanging::pass() {
     hanging_.pass(place_, column_, startsLine_);
-    const std::size_t start = tokens_[place_].token.offset;
+    const std::size_t start = tokens_[place_].offset;
     ++place_;
     if (place_ >= tokens_.size()) return;
-    const std::string_view passed = text_.substr(start, tokens_[place_].token.offset - start);
+    const std::string_view passed = text_.substr(start, tokens_[place_].offset - start);
     const std::size_t lineFeed = passed.rfind('\n');
     const bool endsLine = lineFeed != std::string_view::npos;
     column_ = endsLine ? columnAfter(passed.substr(lineFeed + 1), 0, tabSize_)

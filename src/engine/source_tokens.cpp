@@ -25,16 +25,15 @@ bool SourceTokens::add(std::string_view text, std::size_t first, std::size_t las
     Index place = begin;
     if (tokens.capacity() == 0) tokens.reserve(firstFrom(start + last) - begin);
     for (; tokens_->offset(place) < start + last; ++place) {
-        ExprToken& added = tokens.emplace_back();
-        Trn::Token& token = added.token = (*tokens_)[place];
-        if (Cpp::isRegion(token.kind) || token.offset + token.length > start + last) {
+        const std::size_t offset = tokens_->offset(place);
+        const std::size_t end = tokens_->endOffset(place);
+        const int kind = tokens_->kind(place);
+        if (Cpp::isRegion(kind) || end > start + last) {
             tokens.resize(countBefore);
             return false;
         }
-        if (Cpp::isTrivia(token.kind)) added.role = ExprRole::Trivia;
-        // Where white space parts a name, the token's own text leaves it out.
-        token.text = {tokens_->source().data() + token.offset, token.length};
-        token.offset -= static_cast<std::uint32_t>(start);
+        tokens.emplace_back(kind, tokens_->start(place), offset - start, tokens_->source().substr(offset, end - offset),
+                            tokens_->isPiece(place));
     }
     next_ = place;
     return true;

@@ -161,10 +161,9 @@ void SourceWriter::writeText(std::string_view text) {
         const int step = trivia_.columnOfSourceLine(text.substr(next)) -
                          trivia_.columnOfSourceLine(front.substr(front.size() - 1));
         const int column = std::clamp(textColumnOf(*out_) + step, 0, kRightmostIndent);
-        Zelmor::IndentScope indent(*out_, indentToColumn(*out_, column));
         const std::string_view blanks = text.substr(lineFeed, next - lineFeed);
         out_->write(withBlankLines({}, blanks));
-        out_->startLine();
+        startLineAt(*out_, column);
         text.remove_prefix(next);
         start = 0;
     }

@@ -94,7 +94,7 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     int base = baseColumn();
     if (followsTryBlock(previousSibling_, *statement) && settings_.betweenControlParts.present) {
         writer_.writeMerged(writer_.readGap(statement->start()), settings_.betweenControlParts);
-        base = writer_.nextColumn();
+        base = settings_.indentsFromLine ? textColumnOf(out()) : writer_.nextColumn();
     } else if (chainingElseIf_) {
         writeElseIfGap(writer_.readGap(statement->start()));
     } else if (copySettledStatement(*statement)) {

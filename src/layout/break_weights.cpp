@@ -45,18 +45,18 @@ constexpr int kBehindComment = 1000;
 
 // A literal that names the value behind it, or ends a value's name.
 bool isLabel(const ExprToken& token) {
-    if (token.token.kind != Cpp::StringLiteral || !token.token.text.starts_with('"')) return false;
-    std::string_view text = std::string_view(token.token.text).substr(1);
+    if (token.kind != Cpp::StringLiteral || !token.text().starts_with('"')) return false;
+    std::string_view text = token.text().substr(1);
     text = trimLeft(trimRight(text.substr(0, text.size() - (text.ends_with('"') ? 1 : 0))));
     return text.size() > 1 && (text.ends_with(':') || text.ends_with('='));
 }
 
 // Of a virtual function.
-bool isSpecifier(const ExprToken& token) { return token.token.text == "override" || token.token.text == "final"; }
+bool isSpecifier(const ExprToken& token) { return token.text() == "override" || token.text() == "final"; }
 
 int depthOf(const ExprToken& open) {
     if (open.role == ExprRole::TemplateOpen) return kTemplateDepth;
-    return open.token.kind == Cpp::OpenBracket ? kSubscriptDepth : kParenthesesDepth;
+    return open.kind == Cpp::OpenBracket ? kSubscriptDepth : kParenthesesDepth;
 }
 
 }  // namespace
@@ -116,7 +116,7 @@ bool BreakWeights::leadsLine(std::size_t place) const {
         case OperandRank::Member:
             return true;
         case OperandRank::Shift:
-            if (tokens_[place].token.kind == Cpp::ShiftLeft)
+            if (tokens_[place].kind == Cpp::ShiftLeft)
                 return settings_.shift == SeparatorPlace::StartsLine;
             [[fallthrough]];
         default:
@@ -127,11 +127,11 @@ bool BreakWeights::leadsLine(std::size_t place) const {
 int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     const ExprToken& before = tokens_[left];
     const ExprToken& token = tokens_[place];
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     if (kind == Cpp::LineComment || kind == Cpp::Directive || closesBracket(tokens_, place)) return kNoBreak;
-    if (before.token.kind == Cpp::Semicolon) return text_ == WeighedText::Clauses ? 0 : kNoBreak;
+    if (before.kind == Cpp::Semicolon) return text_ == WeighedText::Clauses ? 0 : kNoBreak;
     if (kind == Cpp::Semicolon || token.role == ExprRole::Mark) return kNoBreak;
-    if (before.role == ExprRole::BinaryOperator && before.token.kind == Cpp::Assign) {
+    if (before.role == ExprRole::BinaryOperator && before.kind == Cpp::Assign) {
         if (kind == Cpp::OpenBrace) return kBraceBehindAssignment;
         if (kind == Cpp::OpenBracket && text_ == WeighedText::Statement) return kAssignedLambda;
     }
@@ -141,7 +141,7 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
     const bool isOuter = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
     // A word by itself in front of what looks like a call is taken for a macro.
     const bool isAlone =
-        left == 0 && before.token.kind == Cpp::Identifier && kindAt(tokens_, place + 1) == Cpp::OpenParen;
+        left == 0 && before.kind == Cpp::Identifier && kindAt(tokens_, place + 1) == Cpp::OpenParen;
     if (token.role == ExprRole::Name && !isOuter) return isAlone ? kNoBreak : kDeclaredName;
     if (kind == Cpp::Arrow && name_ != kNoToken && scopes_.at(place).depth == 0) return kArrowOfHead;
     if (kind == Cpp::Arrow && token.role == ExprRole::BinaryOperator) return kArrowOfResult;
@@ -153,18 +153,18 @@ int BreakWeights::weightOf(std::size_t left, std::size_t place) const {
 
 // Whether the token is a word behind a type.
 bool BreakWeights::followsWord(std::size_t place) const {
-    if (place == 0 || tokens_[place].token.kind != Cpp::Identifier) return false;
+    if (place == 0 || tokens_[place].kind != Cpp::Identifier) return false;
     const ExprToken& before = tokens_[place - 1];
-    const bool isMark = before.token.kind == Cpp::Asterisk || before.token.kind == Cpp::Ampersand;
-    return before.token.kind == Cpp::Identifier || isMark || before.role == ExprRole::Mark ||
-           before.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(before.token.kind);
+    const bool isMark = before.kind == Cpp::Asterisk || before.kind == Cpp::Ampersand;
+    return before.kind == Cpp::Identifier || isMark || before.role == ExprRole::Mark ||
+           before.role == ExprRole::TemplateClose || isBuiltinTypeKeyword(before.kind);
 }
 
 int BreakWeights::weightBehindOpen(std::size_t open, std::size_t place) const {
-    if (tokens_[open].partner == place || tokens_[open].token.kind == Cpp::OpenBracket) return kNoBreak;
+    if (tokens_[open].partner == place || tokens_[open].kind == Cpp::OpenBracket) return kNoBreak;
     if (tokens_[open].role == ExprRole::TemplateOpen) return kTemplateArguments;
-    if (text_ == WeighedText::Head && tokens_[open].token.kind == Cpp::OpenParen) return kParameters;
-    if (open > 0 && tokens_[open - 1].token.kind == Cpp::CloseBracket) return kParameters;
+    if (text_ == WeighedText::Head && tokens_[open].kind == Cpp::OpenParen) return kParameters;
+    if (open > 0 && tokens_[open - 1].kind == Cpp::CloseBracket) return kParameters;
     return holdsElements(open) ? settings_.weightBehindOpen : WrapSettings::kWeightOfOnlyElement;
 }
 
@@ -184,16 +184,16 @@ int BreakWeights::weightOfOperator(std::size_t left, std::size_t place) const {
             const bool isBehindHead = text_ == WeighedText::Head && scopes_.at(place).depth == 0;
             return isBehindHead ? kPureSpecifier : kDefaultValue;
         }
-        return tokens_[left].token.kind == Cpp::Plus && namesValue(left) ? kBehindLabel : static_cast<int>(before);
+        return tokens_[left].kind == Cpp::Plus && namesValue(left) ? kBehindLabel : static_cast<int>(before);
     }
     if (rank != OperandRank::None) {
         if (!leadsLine(place)) return kNoBreak;
-        if (tokens_[place].token.kind != Cpp::ShiftLeft) return static_cast<int>(rank);
+        if (tokens_[place].kind != Cpp::ShiftLeft) return static_cast<int>(rank);
         return namesValue(place) ? kBehindLabel : kShiftWeight;
     }
     const bool isClass = text_ == WeighedText::Class;
     const std::size_t colon = isClass ? place : left;
-    if (tokens_[colon].role == ExprRole::BinaryOperator && tokens_[colon].token.kind == Cpp::Colon) {
+    if (tokens_[colon].role == ExprRole::BinaryOperator && tokens_[colon].kind == Cpp::Colon) {
         return isClass ? kBaseClauses : kColonOfLoop;
     }
     if (!closesPlacement(left) && startsCastOperand(tokens_, left, place)) return kCastOperand;
@@ -209,23 +209,23 @@ bool BreakWeights::namesValue(std::size_t place) const {
 // The ")" of `new (place) T()`.
 bool BreakWeights::closesPlacement(std::size_t place) const {
     const std::size_t open = tokens_[place].partner;
-    return closesBracket(tokens_, place) && open > 0 && tokens_[open - 1].token.kind == Cpp::KeywordNew;
+    return closesBracket(tokens_, place) && open > 0 && tokens_[open - 1].kind == Cpp::KeywordNew;
 }
 
 // Behind the parameters of a function: `f() const GUARDED_BY(mutex)`.
 int BreakWeights::weightOfAnnotation(std::size_t place) const {
     if (kindAt(tokens_, place + 1) == Cpp::OpenParen) return kBehindWord;
-    return tokens_[place].token.text.size() < kShortAnnotation ? kShortAnnotationWeight : kAnnotationWeight;
+    return tokens_[place].text().size() < kShortAnnotation ? kShortAnnotationWeight : kAnnotationWeight;
 }
 
 // Behind what ends an operand: `PREFIX "text"`, `new (place) T()`, `NAME(a) OTHER(b)`, `T name` as an argument.
 int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
-    const int kind = tokens_[place].token.kind;
-    const int before = tokens_[left].token.kind;
-    const Trn::Token& word = tokens_[left].token;
-    const bool isApart = tokens_[place].token.offset > word.offset + word.length;
+    const int kind = tokens_[place].kind;
+    const int before = tokens_[left].kind;
+    const ExprToken& word = tokens_[left];
+    const bool isApart = tokens_[place].offset > word.end();
     if (kind == Cpp::StringLiteral && before == Cpp::Identifier && isApart) return kBehindWord;
-    if (kind != Cpp::Identifier || word.text.ends_with("template")) return kNoBreak;
+    if (kind != Cpp::Identifier || word.text().ends_with("template")) return kNoBreak;
     const bool isBehindHead = name_ != kNoToken && place > name_ && scopes_.at(place).depth == 0;
     // What stands behind parameters that a macro holds, `f PARAMS((int)) M(x)`, is read by the line it is on.
     const bool isBehindParameters =
@@ -241,7 +241,7 @@ int BreakWeights::weightOfWord(std::size_t left, std::size_t place) const {
     if (isBehindHead) return before == Cpp::Identifier && !isSpecifier(tokens_[place]) ? kBehindWord : kNoBreak;
     if (before != Cpp::Identifier && !isBuiltinTypeKeyword(before)) return kNoBreak;
     // By itself in its line, it would be read as a macro.
-    if (left == 0 && Cpp::isUpperCase(word.text)) return kNoBreak;
+    if (left == 0 && Cpp::isUpperCase(word.text())) return kNoBreak;
     return followsWord(left) ? kSecondName : kDeclaredName;
 }
 

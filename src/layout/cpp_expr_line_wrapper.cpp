@@ -106,7 +106,7 @@ std::vector<WrappedPiece> CppExprLineWrapper::wrapByWeight(std::string_view text
 bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& context) {
     if (!settings_.weighsWholes()) return false;
     const std::vector<ExprToken>& tokens = text_.tokens();
-    const auto offsetOf = [](const ExprToken& token) { return std::size_t{token.token.offset}; };
+    const auto offsetOf = [](const ExprToken& token) { return std::size_t{token.offset}; };
     const auto name = std::ranges::find(tokens, context.nameOffset, offsetOf);
     const std::size_t namePlace = name == tokens.end() ? kNoToken : static_cast<std::size_t>(name - tokens.begin());
     LineSearch search(text_, settings_, {context.weighed, namePlace, indentColumn(state), context.keepsName});
@@ -140,7 +140,7 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
     std::size_t closing = 0;  // of the brackets around the token
     for (std::size_t place = first; place + 1 < tokens.size(); ++place) {
         const ExprToken& token = tokens[place];
-        const int kind = token.token.kind;
+        const int kind = token.kind;
         if (token.role == ExprRole::TemplateOpen || token.role == ExprRole::TemplateClose) continue;
         if (settings_.weighsBreaks() && kind == Cpp::OpenBracket && token.partner != kNoToken) {
             place = token.partner;
@@ -148,7 +148,7 @@ TokenRange CppExprLineWrapper::withoutPrefixes() const {
         }
         if (settings_.weighsBreaks() && isIn(TokenClasses::comparisonTokens, kind)) break;
         if (isIn(TokenClasses::binaryTokens, kind) || isIn(TokenClasses::logicalTokens, kind)) break;
-        if (token.partner != kNoToken) closing = std::max(closing, token.partner);
+        if (token.partner != kNoToken) closing = std::max<std::size_t>(closing, token.partner);
         if (isIn(TokenClasses::assignmentTokens, kind) && place >= closing) {
             first = place + 1;
             break;

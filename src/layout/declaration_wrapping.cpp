@@ -208,11 +208,11 @@ void CppLineWrapper::wrapInitializer(std::string_view text, int nameColumn) {
     std::string_view rest = text;
     readExprTokens(text, ExprMode::Declarators, tokens_);
     const auto bracket = std::find_if(tokens_.begin(), tokens_.end(), [](const ExprToken& token) {
-        return token.token.kind == Cpp::OpenParen || token.token.kind == Cpp::OpenBrace;
+        return token.kind == Cpp::OpenParen || token.kind == Cpp::OpenBrace;
     });
-    if (bracket != tokens_.end() && bracket->token.kind == Cpp::OpenBrace && bracket->partner != kNoToken) {
-        const std::size_t first = bracket->token.offset + 1;
-        const std::size_t last = tokens_[bracket->partner].token.offset;
+    if (bracket != tokens_.end() && bracket->kind == Cpp::OpenBrace && bracket->partner != kNoToken) {
+        const std::size_t first = bracket->offset + 1;
+        const std::size_t last = tokens_[bracket->partner].offset;
         write(text.substr(0, first));
         wrapBraceContents(text.substr(first, last - first));
         rest.remove_prefix(last);

@@ -99,14 +99,14 @@ std::size_t FirstWrapToken::find(const std::vector<ExprToken>& tokens, std::size
         const ExprToken& token = tokens[place];
         if (token.role == ExprRole::Trivia) continue;
         if (opensBracket(tokens, place) && token.partner < last) place = token.partner;
-        if (isWrapToken(tokens[place].token.kind) && breaksAt(placeOf(tokens, first, place, last))) return place;
+        if (isWrapToken(tokens[place].kind) && breaksAt(placeOf(tokens, first, place, last))) return place;
     }
     return kNoToken;
 }
 
 bool FindFirstElem::breaksAt(const TokenPlace& place) const {
     const auto isSeparatorKind = [this](int kind) { return isIn(separators_, kind); };
-    return isSeparatorKind(place.token.token.kind) && isSeparator(place.token) &&
+    return isSeparatorKind(place.token.kind) && isSeparator(place.token) &&
            !isSeparatorKind(place.nextKind) && !isSeparatorKind(place.previousKind);
 }
 
@@ -115,7 +115,7 @@ bool FindFirstBinaryOp::isWrapToken(int kind) const {
 }
 
 bool FindFirstBinaryOp::breaksAt(const TokenPlace& place) const {
-    const int kind = place.token.token.kind;
+    const int kind = place.token.kind;
     if (isIn(kOperatorsProper, kind)) return isSeparator(place.token);
     if (!isIn(kSigns, kind) || place.token.role == ExprRole::Operand) return false;
     if (place.previousKind == Trn::kEndKind) return false;

@@ -40,7 +40,7 @@ std::vector<bool> LinePlaces::chances() const {
         }
         if (token.partner != kNoToken && token.partner > place) {
             regions.push_back({place + 1, token.partner});
-            isBreakable.push_back(token.token.kind == Cpp::OpenParen || token.token.kind == Cpp::OpenBrace);
+            isBreakable.push_back(token.kind == Cpp::OpenParen || token.kind == Cpp::OpenBrace);
             continue;
         }
         if (!isBreakable.back()) continue;
@@ -55,7 +55,7 @@ std::vector<bool> LinePlaces::chances() const {
 
 std::optional<LinePlaces::Class> LinePlaces::classOf(std::size_t place, TokenRange region) const {
     const TokenPlace token = placeOf(text_.tokens(), region.first, place, region.last);
-    const int kind = token.token.token.kind;
+    const int kind = token.token.kind;
     for (Class separatorClass = Class::Clause; separatorClass != Class::None;
          separatorClass = behind(separatorClass)) {
         const FirstWrapToken& finder = separatorsOf(separatorClass).finder;
@@ -105,8 +105,8 @@ bool LinePlaces::isUsable(std::size_t place, Class separatorClass) const {
         case Class::Shift:
             return settings_.shift != SeparatorPlace::None;
         case Class::Binary:
-            return token.role == ExprRole::BinaryOperator && !isIn(TokenClasses::shiftTokens, token.token.kind) &&
-                   !(settings_.weighsBreaks() && hasOwnClass(token.token.kind));
+            return token.role == ExprRole::BinaryOperator && !isIn(TokenClasses::shiftTokens, token.kind) &&
+                   !(settings_.weighsBreaks() && hasOwnClass(token.kind));
         case Class::Conditional:
         case Class::Factor:
         case Class::Comparison:

@@ -31,9 +31,9 @@ LineSearch::LineSearch(WrapText& text, const WrapSettings& settings, const Weigh
 
 bool LineSearch::isSuited() {
     if (tokens_.empty() || tokens_.size() > kMostTokens) return false;
-    if (standsApart(tokens_.size() - 1) || tokens_.front().token.kind == Cpp::LineComment) return false;
+    if (standsApart(tokens_.size() - 1) || tokens_.front().kind == Cpp::LineComment) return false;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
-        const int kind = tokens_[place].token.kind;
+        const int kind = tokens_[place].kind;
         const bool isEven = text_.isEven({place, place + 1}) || kind == Cpp::LineComment;
         const bool isGapEven = text_.gap(place).find_first_of("\t\n") == std::string_view::npos;
         const bool isSpecial = text_.continuesLiteral(place) || text_.isLongBlock(place);
@@ -61,10 +61,10 @@ void LineSearch::takeWidths() {
     bases_ = kNoToken;
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         before_[place] = last;
-        const bool isColon = tokens_[place].token.kind == Cpp::Colon && scopes_.at(place).depth == 0;
+        const bool isColon = tokens_[place].kind == Cpp::Colon && scopes_.at(place).depth == 0;
         if (isColon && bases_ == kNoToken) bases_ = place;
         if (!isTrivia(place)) last = place;
-        const bool isComment = tokens_[place].token.kind == Cpp::LineComment;
+        const bool isComment = tokens_[place].kind == Cpp::LineComment;
         gaps_.push_back(isComment ? kBlanksBeforeComment : lengthOf(text_.gap(place)));
         widths_.push_back(isComment ? widthOfComment(place) : text_.measure({place, place + 1}, 0).column);
     }

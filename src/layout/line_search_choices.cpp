@@ -36,10 +36,10 @@ bool LineSearch::startsRow(const Scope& scope, std::size_t place) const {
 
 int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const Scope& scope = way.top;
-    if (isClose(place) && tokens_[place].token.kind == Cpp::CloseBrace) return scope.lineColumn;
+    if (isClose(place) && tokens_[place].kind == Cpp::CloseBrace) return scope.lineColumn;
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
-    if (way.literal >= 0 && tokens_[place].token.kind == Cpp::StringLiteral) return way.literal;
+    if (way.literal >= 0 && tokens_[place].kind == Cpp::StringLiteral) return way.literal;
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
     const bool followsQuestion = left != kNoToken && scopes_.at(left).rank == OperandRank::Conditional;
@@ -49,13 +49,13 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
     if (place == name_) return std::max(scope.last, scope.indent);
     const bool followsWord =
-        tokens_[place].token.kind == Cpp::Identifier && tokens_[left].token.kind == Cpp::Identifier;
+        tokens_[place].kind == Cpp::Identifier && tokens_[left].kind == Cpp::Identifier;
     if (followsWord || tokens_[place].role == ExprRole::Name) return continuation(scope);
     if (scopes_.at(left).rank == OperandRank::Assignment) return continuation(scope);
     const bool isOperator = rank != OperandRank::None && rank != OperandRank::Comma;
-    if (tokens_[left].token.kind == Cpp::CloseParen && !isOperator) return continuation(scope);
+    if (tokens_[left].kind == Cpp::CloseParen && !isOperator) return continuation(scope);
     const bool isStatement = standsByItself(kind_);
-    if (isStatement && scope.indent == indentColumn_ && tokens_[left].token.kind != Cpp::CloseBrace) {
+    if (isStatement && scope.indent == indentColumn_ && tokens_[left].kind != Cpp::CloseBrace) {
         return columnAfter(settings_.wrapIndent.text, scope.indent, settings_.tabSize);
     }
     return scope.indent;
@@ -63,14 +63,14 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
 
 bool LineSearch::mustBegin(const Way& way, std::size_t place, int lineColumn) const {
     const Scope& scope = way.top;
-    const int kind = tokens_[place].token.kind;
+    const int kind = tokens_[place].kind;
     if (text_.continuesLiteral(place)) return true;
     if (weights_.at(place) == BreakWeights::kNoBreak) return false;
     if (isInColumns(scope, place)) return startsRow(scope, place);
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
-    const bool startsElement = leftRank == OperandRank::Comma || tokens_[left].token.kind == Cpp::Semicolon;
+    const bool startsElement = leftRank == OperandRank::Comma || tokens_[left].kind == Cpp::Semicolon;
     const bool leadsPart =
         rank == OperandRank::Conditional && !(scope.holdsQuestions && kind == Cpp::Question);
     if ((startsElement || leadsPart) && scope.isBroken) return true;
@@ -87,7 +87,7 @@ bool LineSearch::mustBeginOperand(const Scope& scope, std::size_t place) const {
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
     const bool startsLiterals =
-        tokens_[place].token.kind == Cpp::StringLiteral && place + 1 < tokens_.size() &&
+        tokens_[place].kind == Cpp::StringLiteral && place + 1 < tokens_.size() &&
         text_.continuesLiteral(place + 1);
     if (startsLiterals && leftRank != OperandRank::Shift && scopes_.at(place).depth < kDeepLiterals) return true;
     const bool isOperand =
@@ -135,7 +135,7 @@ bool LineSearch::keepsBases(const Way& way, std::size_t place) const {
 
 // That of one of several conditions, which the "?" stays behind where it can.
 bool LineSearch::isQuestionInRow(const Scope& scope, std::size_t place) const {
-    return scope.holdsQuestions && tokens_[place].token.kind == Cpp::Question &&
+    return scope.holdsQuestions && tokens_[place].kind == Cpp::Question &&
            scopes_.at(place).rank == OperandRank::Conditional;
 }
 
@@ -146,7 +146,7 @@ bool LineSearch::mayBegin(const Way& way, std::size_t place) const {
     if (isInColumns(scope, place)) return startsRow(scope, place);
     const std::size_t left = before(place);
     if (isOpen(left)) {
-        const bool isBrace = tokens_[left].token.kind == Cpp::OpenBrace;
+        const bool isBrace = tokens_[left].kind == Cpp::OpenBrace;
         const std::size_t around = before(left);
         const bool isElement =
             around != kNoToken && (isOpen(around) || scopes_.at(around).rank == OperandRank::Comma);

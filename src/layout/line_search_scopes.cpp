@@ -58,14 +58,14 @@ void LineSearch::beginLine(Way& way, std::size_t place, int column) {
     const bool leads =
         rank > OperandRank::Assignment && rank != OperandRank::Member && rank != OperandRank::Conditional;
     const bool followsSeparator =
-        leftRank == OperandRank::Comma || tokens_[left].token.kind == Cpp::Semicolon;
+        leftRank == OperandRank::Comma || tokens_[left].kind == Cpp::Semicolon;
     const bool followsBinary = followsOperator(place) && leftRank != OperandRank::Conditional;
     const bool isColonInRow = scope.holdsQuestions && rank == OperandRank::Conditional;
-    if (tokens_[place].token.kind == Cpp::Question || isColonInRow) {
+    if (tokens_[place].kind == Cpp::Question || isColonInRow) {
         scope.isBroken = true;
     } else if (followsSeparator || followsBinary || leads) {
         scope.isBroken = scope.isParted && followsSeparator;
-    } else if (!isOpen(left) && tokens_[left].token.kind != Cpp::Colon) {
+    } else if (!isOpen(left) && tokens_[left].kind != Cpp::Colon) {
         scope.isBroken = true;
     }
     scope.last = column + (isShift ? kWidthOfShift : 0);
@@ -85,7 +85,7 @@ void LineSearch::stayOnLine(Way& way, std::size_t place) {
     const OperandRank rank = scopes_.at(place).rank;
     const OperandRank leftRank = scopes_.at(left).rank;
     const bool followsOpen = isOpen(left);
-    const bool isColon = rank == OperandRank::Conditional && tokens_[place].token.kind == Cpp::Colon;
+    const bool isColon = rank == OperandRank::Conditional && tokens_[place].kind == Cpp::Colon;
     if (isColon && scope.holdsQuestions) scope.isWhole = true;
     const bool goesOn = leftRank == OperandRank::None || leftRank == OperandRank::Member;
     if (goesOn && !followsOpen && rank != OperandRank::Member) {
@@ -113,7 +113,7 @@ int LineSearch::stayInColumn(Way& way, std::size_t place) {
 void LineSearch::stayBehindCall(Way& way, std::size_t place) {
     const std::size_t left = before(place);
     if (way.column > columnOfLine(way, place)) way.top.keepsMembers = true;
-    if (tokens_[left].token.kind != Cpp::CloseParen) return;
+    if (tokens_[left].kind != Cpp::CloseParen) return;
     int width = 0;
     for (std::size_t at = tokens_[left].partner + 1; at <= left && width <= kLongArguments; ++at) {
         width += gaps_[at] + widths_[at];
@@ -126,7 +126,7 @@ void LineSearch::stayBehindCall(Way& way, std::size_t place) {
 bool LineSearch::keepsOperandWhole(const Scope& scope, std::size_t place) const {
     const std::size_t left = before(place);
     const OperandScopes::Place& op = scopes_.at(left);
-    const bool isSecondPart = op.rank == OperandRank::Conditional && tokens_[left].token.kind == Cpp::Colon;
+    const bool isSecondPart = op.rank == OperandRank::Conditional && tokens_[left].kind == Cpp::Colon;
     const bool isOperandOfMany = op.rank == OperandRank::Comma || isSecondPart ||
                                  (followsOperator(place) && op.rank != OperandRank::Conditional);
     if (!isOperandOfMany || op.rank == OperandRank::Assignment || isRelation(op.rank)) return false;
@@ -159,7 +159,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     if (!isTrivia(place)) {
         passToken(way, place, beginsLine);
         way.lead = -1;
-    } else if (tokens_[place].token.kind == Cpp::LineComment) {
+    } else if (tokens_[place].kind == Cpp::LineComment) {
         way.lead = -1;
     } else if (way.lead < 0) {
         way.lead = start;
@@ -169,7 +169,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     way.column = start + (isLongBlock ? 1 : widths_[place]);
     const int bracket = text_.kindAt(place + 1) == Cpp::OpenParen ? 1 : 0;
     if (!text_.isWithinMargin(way.column + bracket)) splitName(way, place, start);
-    payOverflow(way, start, tokens_[place].token.kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
+    payOverflow(way, start, tokens_[place].kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
     if (!isLongBlock) return;
     way.cost += way.lineColumn - indentColumn_;
     way.column = way.lineColumn + 1;
@@ -186,7 +186,7 @@ void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     } else if (rank > OperandRank::Comma && rank < OperandRank::Member) {
         way.top.brokeOperator = beginsLine;
     }
-    const bool isQuestion = tokens_[place].token.kind == Cpp::Question && rank == OperandRank::Conditional;
+    const bool isQuestion = tokens_[place].kind == Cpp::Question && rank == OperandRank::Conditional;
     if (isQuestion && !way.top.holdsQuestions) way.top.question = start;
     const bool isBracket = tokens_[place].partner != kNoToken;
     if (!isBracket) way.lowestDepth = std::min<int>(way.lowestDepth, scopes_.at(place).depth);
@@ -196,7 +196,7 @@ void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     for (int count = scopes_.at(place).closesBrackets; count > 0; --count) pop(way);
     if (isOpen(place)) openBracket(way, place);
     for (int count = scopes_.at(place).closes; count > 0; --count) pop(way);
-    const int kind = tokens_[place].token.kind;
+    const int kind = tokens_[place].kind;
     if (kind == Cpp::StringLiteral) {
         if (way.literal < 0) way.literal = start;
     } else if (kind != Cpp::Identifier) {
@@ -209,7 +209,7 @@ void LineSearch::splitName(Way& way, std::size_t place, int start) {
     const std::string_view name = text_.tokenText(place);
     const std::size_t room = static_cast<std::size_t>(std::max(settings_.rightMargin - start, 0));
     constexpr std::string_view scope = "::";
-    if (tokens_[place].token.kind != Cpp::Identifier || room <= scope.size() || way.top.isWhole) return;
+    if (tokens_[place].kind != Cpp::Identifier || room <= scope.size() || way.top.isWhole) return;
     const std::size_t last = name.substr(0, room).rfind(scope);
     if (last == std::string_view::npos || last == 0) return;
     const int behind = static_cast<int>(last + scope.size());
@@ -246,11 +246,11 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
     const std::size_t left = before(place);
     const OperandRank leftRank = left == kNoToken ? OperandRank::None : scopes_.at(left).rank;
     bool standsBehind = left != kNoToken && (isOpen(left) || leftRank == OperandRank::Assignment ||
-                                             tokens_[left].token.kind == Cpp::Semicolon ||
-                                             tokens_[left].token.kind == Cpp::KeywordReturn);
+                                             tokens_[left].kind == Cpp::Semicolon ||
+                                             tokens_[left].kind == Cpp::KeywordReturn);
     if (left == kNoToken && kind_ != WeighedText::Statement) standsBehind = true;
     const bool followsColon =
-        left != kNoToken && tokens_[left].token.kind == Cpp::Colon && leftRank == OperandRank::None;
+        left != kNoToken && tokens_[left].kind == Cpp::Colon && leftRank == OperandRank::None;
     standsBehind |= followsColon;
     const int column = way.lead >= 0 ? way.lead : way.column;
     for (std::uint32_t at = scopes_.at(place).opens; at != OperandScopes::kNoScope;
@@ -285,7 +285,7 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     Scope inside;
     inside.last = around.last;
     inside.isWhole = around.isWhole || around.isOperandWhole || around.columns > 1;
-    if (tokens_[place].token.kind == Cpp::OpenBrace) {
+    if (tokens_[place].kind == Cpp::OpenBrace) {
         inside.indent = columnAfter(settings_.wrapIndent.text, around.last, settings_.tabSize);
         inside.lineColumn = way.lineColumn;
     } else {

@@ -65,7 +65,7 @@ void ListColumns::read(const ExprTokens& tokens, const std::vector<int>& gaps, c
         const bool isSpecial = tokens[place].role == ExprRole::Trivia || tokens[place].role == ExprRole::Block;
         if (!brackets.empty() && (isSpecial || (staying[place] && !isElement))) brackets.back().holdsSpecial = true;
         if (!opensBracket(tokens, place)) continue;
-        brackets.push_back({place, {}, tokens[place].token.kind == Cpp::OpenBrace});
+        brackets.push_back({place, {}, tokens[place].kind == Cpp::OpenBrace});
     }
 }
 

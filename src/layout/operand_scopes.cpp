@@ -70,12 +70,12 @@ void OperandScopes::pass(std::size_t place) {
         levels_.pop_back();
         ++places_[place].closesBrackets;
     }
-    if (token.role == ExprRole::Separator && token.token.kind == Cpp::Semicolon) {
+    if (token.role == ExprRole::Separator && token.kind == Cpp::Semicolon) {
         endElement();
-    } else if (token.role == ExprRole::BinaryOperator && token.token.kind == Cpp::Colon &&
+    } else if (token.role == ExprRole::BinaryOperator && token.kind == Cpp::Colon &&
                levels_.back().questions == 0) {
         endElement();
-    } else if (token.token.kind == Cpp::KeywordReturn) {
+    } else if (token.kind == Cpp::KeywordReturn) {
         levels_.back().operand = kNoToken;
     } else if (const OperandRank rank = rankOf(place); rank != OperandRank::None) {
         passOperator(place, rank);
@@ -88,7 +88,7 @@ void OperandScopes::pass(std::size_t place) {
 
 OperandRank OperandScopes::rankOf(std::size_t place) {
     const ExprToken& token = tokens_[place];
-    const int kind = token.token.kind;
+    const int kind = token.kind;
     if (token.role == ExprRole::Separator) return OperandRank::Comma;
     Level& level = levels_.back();
     if (token.role == ExprRole::Operand) {
@@ -123,8 +123,8 @@ void OperandScopes::passOperator(std::size_t place, OperandRank rank) {
         places_[place].isFirstOperator = true;
         level.open.push_back({rank, start, place, places_[start].opens});
     } else {
-        const bool isQuestion = tokens_[place].token.kind == Cpp::Question;
-        const bool followsColon = tokens_[level.open.back().lastOperator].token.kind == Cpp::Colon;
+        const bool isQuestion = tokens_[place].kind == Cpp::Question;
+        const bool followsColon = tokens_[level.open.back().lastOperator].kind == Cpp::Colon;
         if (isQuestion && followsColon) scopes_[level.open.back().scope].holdsQuestions = true;
         places_[level.open.back().lastOperator].nextOperator = place;
         level.open.back().lastOperator = place;

@@ -31,7 +31,7 @@ bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
         default:
             break;
     }
-    if (isMember(first.token.kind) || isMember(second.token.kind)) return true;
+    if (isMember(first.kind) || isMember(second.kind)) return true;
     return second.role == ExprRole::GroupClose || second.role == ExprRole::TemplateClose ||
            second.role == ExprRole::Separator;
 }
@@ -49,13 +49,13 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     std::size_t end = 0;
     int offset = 0;
     for (const ExprToken& token : tokens_) {
-        const std::string_view gap = text.substr(end, token.token.offset - end);
+        const std::string_view gap = text.substr(end, token.offset - end);
         gaps_.push_back(gap);
         holdsUnknownText_ |= !isAllWhitespace(gap);
         offset += lengthOf(gap);
         offsets_.push_back(offset);
-        offset += widthOf(text.substr(token.token.offset, token.token.length));
-        end = std::size_t{token.token.offset} + token.token.length;
+        offset += widthOf(token.text());
+        end = token.end();
     }
     gaps_.push_back(text.substr(end));
     holdsUnknownText_ |= !isAllWhitespace(gaps_.back());
@@ -148,11 +148,11 @@ bool WrapText::hasMoved(std::size_t place) const {
 }
 
 int WrapText::kindAt(std::size_t place) const {
-    return place < tokens_.size() ? tokens_[place].token.kind : Trn::kEndKind;
+    return place < tokens_.size() ? tokens_[place].kind : Trn::kEndKind;
 }
 
 std::string_view WrapText::tokenText(std::size_t place) const {
-    return text_.substr(tokens_[place].token.offset, tokens_[place].token.length);
+    return tokens_[place].text();
 }
 
 void WrapText::respaceCommas(std::string_view before) {
@@ -160,7 +160,7 @@ void WrapText::respaceCommas(std::string_view before) {
         const ExprToken& token = tokens_[place];
         if (opensBracket(tokens_, place)) {
             place = token.partner;
-        } else if (token.role == ExprRole::Separator && token.token.kind == Cpp::Comma) {
+        } else if (token.role == ExprRole::Separator && token.kind == Cpp::Comma) {
             const bool isAmongTokens = place > 0 && place + 1 < tokens_.size();
             if (isAmongTokens && !startsOwnLine(place)) gaps_[place] = before;
             if (isAmongTokens && !startsOwnLine(place + 1)) gaps_[place + 1] = " ";
@@ -172,7 +172,7 @@ void WrapText::respaceCommas(std::string_view before) {
 void WrapText::joinLines() {
     for (std::size_t place = 1; place < tokens_.size(); ++place) {
         const ExprToken& before = tokens_[place - 1];
-        if (before.token.kind == Cpp::OpenBrace && before.partner != kNoToken && before.partner >= place) {
+        if (before.kind == Cpp::OpenBrace && before.partner != kNoToken && before.partner >= place) {
             place = before.partner;
             continue;
         }

@@ -16,11 +16,11 @@ namespace Tessel {
 namespace {
 
 bool isBrace(const ExprTokens& tokens, std::size_t place) {
-    return tokens[place].token.kind == Cpp::OpenBrace && opensBracket(tokens, place);
+    return tokens[place].kind == Cpp::OpenBrace && opensBracket(tokens, place);
 }
 
 bool isComma(const ExprTokens& tokens, std::size_t place) {
-    return tokens[place].role == ExprRole::Separator && tokens[place].token.kind == Cpp::Comma;
+    return tokens[place].role == ExprRole::Separator && tokens[place].kind == Cpp::Comma;
 }
 
 std::ptrdiff_t lineEndsIn(std::string_view text) { return std::count(text.begin(), text.end(), '\n'); }

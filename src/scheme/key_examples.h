@@ -45,7 +45,8 @@ inline constexpr const char* choice =
 inline constexpr const char* sum = "int x = a+b;\n";
 inline constexpr const char* longCall = "int x = call(first_argument, second_argument, third_argument);\n";
 inline constexpr const char* longSum = "int x = first_operand + second_operand + third_operand;\n";
-inline constexpr const char* longChain = "void f()\n{\n    out << first_operand << second_operand << third_operand;\n}\n";
+inline constexpr const char* longChain =
+    "void f()\n{\n    out << first_operand << second_operand << third_operand;\n}\n";
 inline constexpr const char* longParameters = "void f(int first_parameter, int second_parameter, int third_one);\n";
 inline constexpr const char* pointers = "int * p;\nint & r = *p;\n";
 

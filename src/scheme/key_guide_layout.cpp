@@ -79,7 +79,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "Blanks and tabs at line ends go, those of comments too; those of literals, directives of several "
                     "lines, splices and protected regions stay.", "int a;  // why   \nint b;   \n"});
     rows.push_back({set(Keys::WS_BETWEEN_STATEMENTS, " "), group,
-                    "Between two statements or declarations on one line; absent, they stay as they are.",
+                    "Between two statements or declarations on one line, also behind `private:`; absent, they stay as "
+                    "they are.",
                     "void f()\n{\n    a();b();\n}\n"});
     rows.push_back({set(Keys::WS_BEFORE_LINE_COMMENT, "  "), group,
                     "Between code and the // behind it. Such comments below each other stay in one column, with the "

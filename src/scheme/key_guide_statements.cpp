@@ -66,7 +66,8 @@ void addExpressions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_AFTER_DELETE_BRACKETS, " "), group, "Between `delete[]` and its operand.",
                     "void f()\n{\n    delete[]a;\n}\n"});
     rows.push_back({set(Keys::FORMAT_OTHER_GAPS, true), group,
-                    "Between tokens that no other key is about: a blank between words and behind `return` and `...`, "
+                    "Between tokens that no other key is about: a blank between words, behind `return`, "
+                    "`new` and `...`, and where words follow what ends in brackets, "
                     "nothing behind `!` and its like, in front of subscripts, `,` and `;`, and at `.` and `->`. "
                     "Operands of assembler stand as arguments do.",
                     "int f()\n{\n    delete [] p;\n    return(! a [i] && a  ->  b);\n}\n"});

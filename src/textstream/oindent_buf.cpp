@@ -45,11 +45,11 @@ OIndentBuf::OIndentBuf(std::streambuf* target, std::string indent, bool keepLead
 
 std::size_t OIndentBuf::write(std::string_view text) {
     if (text.empty()) return 0;
-    if (goesOnPlainly(text) || startsPlainly(text)) return putOnLine(text);
+    if (goesOnPlainly(text) || startsPlainly(text)) return writePlainly(text);
     return text == "\n" ? putLines(text) : writeLines(text);
 }
 
-std::size_t OIndentBuf::putOnLine(std::string_view text) {
+std::size_t OIndentBuf::writePlainly(std::string_view text) {
     if (column_ == 0 && put(indent_) != indent_.size()) return 0;
     if (!lineHasText_ || textColumn_ < 0) noteText(text);
     return putPlain(text);
@@ -100,7 +100,7 @@ void OIndentBuf::findTextColumn(std::string_view line) {
 
 std::size_t OIndentBuf::writeVerbatim(std::string_view text) {
     if (text.empty()) return 0;
-    if (goesOnPlainly(text)) return putOnLine(text);
+    if (goesOnPlainly(text)) return writePlainly(text);
     LeadingSpaceScope keepSpace(*this, true);
     return writeLines(text);
 }

@@ -47,6 +47,8 @@ public:
     std::size_t write(std::string_view text);
     // With leading white space kept.
     std::size_t writeVerbatim(std::string_view text);
+    // Of text that goes behind what stands on the line, each character a column wide.
+    std::size_t writePlainly(std::string_view text);
     // Whether anything but white space stands on the current line.
     bool lineHasText() const { return lineHasText_; }
     // The column of the first character on the current line that is no white space; where the next one will stand
@@ -69,7 +71,6 @@ private:
     bool goesOnPlainly(std::string_view text) const { return column_ > 0 && isPlain(text); }
     // Whether it begins a line, behind the indentation, and stays there as it is.
     bool startsPlainly(std::string_view text) const { return column_ == 0 && text.front() > ' ' && isPlain(text); }
-    std::size_t putOnLine(std::string_view text);
     std::size_t writeLines(std::string_view text);
     std::size_t putLines(std::string_view lines);
     // What a piece of a line that is written next tells of it.

@@ -43,6 +43,8 @@ public:
     int column() const { return column_; }
     int tabMode() const { return tabMode_; }
     int tabSize() const { return tabSize_; }
+    // Whether no tab comes to stand for blanks.
+    bool keepsBlanks() const { return tabMode_ == KeepTabs || tabMode_ == TabsToSpaces; }
     // Spaces held back are written before the change. A tab size below 1 makes a tab one column wide.
     void setTabMode(int tabMode);
     void setTabSize(int tabSize);
@@ -71,7 +73,7 @@ protected:
     int columnBehind(std::string_view piece) const;
     // Whether the text is written as it is, each character a column wide: most are.
     bool isPlain(std::string_view text) const {
-        if (tabMode_ != KeepTabs && tabMode_ != TabsToSpaces) return false;
+        if (!keepsBlanks()) return false;
         for (const char c : text) {
             if (kNeedsCare[static_cast<unsigned char>(c)]) return false;
         }

@@ -43,4 +43,13 @@ struct Token {
     friend bool operator==(const Token& left, const Token& right);
 };
 
+// What a token is, wherever it stands.
+struct Lexeme {
+    Lexeme(int itsKind, std::string_view itsText) : kind(itsKind), text(itsText) {}
+    Lexeme(const Token& token) : kind(token.kind), text(token.text) {}
+
+    int kind;
+    std::string_view text;
+};
+
 }  // namespace Trn

@@ -26,6 +26,10 @@ public:
     int kind(Index place) const { return entries_[place].kind; }
     void setKind(Index place, int kind) { entries_[place].kind = static_cast<std::int8_t>(kind); }
     Token operator[](Index place) const;
+    // As those of the token.
+    Position start(Index place) const;
+    // Whether its text is all that it covers, and stands in one line.
+    bool isPiece(Index place) const { return entries_[place].length > 0; }
     // Where the token begins and ends in the text.
     std::size_t offset(Index place) const { return entries_[place].offset; }
     std::size_t endOffset(Index place) const;
@@ -76,9 +80,15 @@ inline Token TokenList::operator[](Index place) const {
         return {entry.kind,     special.start,   special.end, entry.offset,
                 special.length, entry.valueType, special.text};
     }
-    const Position start{entry.line, entry.offset + 1 - lineStarts_[entry.line]};
+    const Position first = start(place);
     const std::string_view text(source_.data() + entry.offset, entry.length);
-    return {entry.kind, start, endInLine(start, entry.length), entry.offset, entry.length, entry.valueType, text};
+    return {entry.kind, first, endInLine(first, entry.length), entry.offset, entry.length, entry.valueType, text};
+}
+
+inline Position TokenList::start(Index place) const {
+    const Entry& entry = entries_[place];
+    if (entry.length == 0) return special_[entry.line].start;
+    return {entry.line, entry.offset + 1 - lineStarts_[entry.line]};
 }
 
 inline std::size_t TokenList::endOffset(Index place) const {
