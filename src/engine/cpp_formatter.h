@@ -210,9 +210,10 @@ private:
     // Lists (list_rules.cpp).
     // What has been written in front of a list's first element.
     struct ListStart {
-        bool startsLine;           // that is kept: the element, or the comment
-        std::string_view comment;  // in front of the element, if there is one,
-        int column;                // and its column
+        bool startsLine;             // that is kept: the element, or the comment
+        std::string_view comment;    // in front of the element, if there is one,
+        int column;                  // and its column,
+        bool hangsFromLine;          // or the one of the elements that begin further lines
     };
     void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});

@@ -49,7 +49,7 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
     const Cpp::SyntaxNode& first = **list.childBegin();
     const bool hasComment = !start.comment.empty();
     int column = copyUpTo(first);
-    if (hasComment) column = start.column;
+    if (hasComment || start.hangsFromLine) column = start.column;
     FirstLine firstLine = listLine_;
     if (firstLine.source < 0 && isDirective(first)) {
         firstLine = lineInFront();
@@ -188,7 +188,11 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
         }
         return;
     }
-    const ListStart start = writeListStart(list, afterOpen, commas);
+    ListStart start = writeListStart(list, afterOpen, commas);
+    if (settings_.hangsFromLine && hangsLines() && !start.startsLine) {
+        start.hangsFromLine = true;
+        start.column = columnAfter(exprFormatter_.settings().hanging.wrap.text, out().textColumn(), out().tabSize());
+    }
     const int column = start.startsLine        ? indentColumn()
                        : start.comment.empty() ? writer_.nextColumn()
                                                : start.column;
@@ -214,13 +218,13 @@ CppFormatter::ListStart CppFormatter::writeListStart(const Cpp::ParameterListNod
         const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
         writer_.writeMerged(gap, isJoined && !afterOpen.present ? joined : afterOpen);
     }
-    return {isKept, {}, 0};
+    return {isKept, {}, 0, false};
 }
 
 // f(/* in */ int a): what is wanted behind the "(" does not part the comment from the element.
 CppFormatter::ListStart CppFormatter::writeCommentInFront(std::string_view gap, const OptionalText& afterOpen) {
     const std::string_view blanks = leadingBlanks(gap);
-    ListStart start{keepsBreak(blanks, afterOpen), trimLeft(gap), 0};
+    ListStart start{keepsBreak(blanks, afterOpen), trimLeft(gap), 0, false};
     if (start.startsLine) {
         writeKeptBreak(blanks);
     } else {

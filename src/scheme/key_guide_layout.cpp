@@ -211,6 +211,12 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n    total = first +\n    second;\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  "), set(Keys::HANGING_OPERAND_INDENT, "  ")}});
+    rows.push_back({set(Keys::HANGING_FROM_LINE, true), group,
+                    "Kept lines inside brackets hang from the line of the bracket, or of the element that they go on "
+                    "with, by WRAP_INDENT; else below the first element.",
+                    "void f()\n{\n    call(first,\n    second);\n}\n",
+                    {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
+                     set(Keys::WRAP_INDENT, "  ")}});
     rows.push_back({set(Keys::HANGING_COMMAS, true), group,
                     "What follows a comma operator in a kept line, in a clause of `for` too, hangs from the statement, "
                     "by WRAP_INDENT; else it stands below the first operand.",
