@@ -218,6 +218,7 @@ private:
     void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
+    int columnOfLeadingComma(const CommaTexts& commas);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);

@@ -76,6 +76,10 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         if (left > 0) --left;
         if (previous) {
             const std::string_view gap = writer_.readGap(child->start());
+            const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody &&
+                                      Cpp::as<Cpp::CommentNode>(child.get()) && isAllWhitespace(gap) &&
+                                      (isLineBreak(gap) || out().column() == 0);
+            if (isAboveComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
             measureListBreak(gap, *list.children().front(), *child);
             writeListSeparator(gap, *previous, *child, commas);
         }
@@ -84,6 +88,13 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         child->accept(*this);
         previous = child.get();
     }
+}
+
+// So far to the left that the element behind the comma stands below the first.
+int CppFormatter::columnOfLeadingComma(const CommaTexts& commas) {
+    std::string front(",");
+    front += commas.behind.text;
+    return columnBefore(front, indentColumn(), out().tabSize());
 }
 
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
@@ -124,7 +135,11 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     // A line that has been wrapped is joined.
     if (exprFormatter_.wrapsLines() && !keepsLines() && !after->present && !staysApart && partsLines(gap))
         after = &kBlank;
-    if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
+    const bool leadsLine = keepsLines() && commas.before.hasLineFeed() && out().column() == 0;
+    if (trim(gap) == "," && leadsLine && !after->hasLineFeed()) {
+        IndentScope indent(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
+        writeComma(gap, kNothing, *after);
+    } else if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
         writeComma(gap, before, *after);
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
