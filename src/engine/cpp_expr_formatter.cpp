@@ -189,7 +189,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
     }
     writeGapBefore(run);
     if (token.token.kind == Cpp::StringLiteral && run.previousKind() != Cpp::StringLiteral) {
-        run.out.startLine();
+        if (!run.startsAtMargin) run.out.startLine();
         run.literalColumn = run.out.column();
     }
     if (!run.groups.empty()) startElements(run, run.groups.back());
@@ -224,18 +224,20 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 }
 
 // Tells where the current token stands, the gap in front of it written.
-void CppExprFormatter::passToken(Run& run) {
+void CppExprFormatter::passToken(Run& run) const {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
     if (place == run.firstText) run.firstLine.output = textColumnOf(run.out);
     // The blanks in front of a comment go with it.
     const bool isBehindText = run.current().role == ExprRole::Trivia && run.out.lineHasText();
-    const int column = columnToIndentFrom(run.out);
+    // Nothing hangs under a literal that stays in the first column.
+    const bool isFlush = keptIndent_.isWanted() && run.out.column() == 0 && isFlushLiteral(run, place);
+    const int column = isFlush ? run.hanging->columnFor(place) : columnToIndentFrom(run.out);
     run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out.tabSize()) : column,
                       place > 0 && !run.out.lineHasText());
 }
 
-void CppExprFormatter::writeToken(Run& run) {
+void CppExprFormatter::writeToken(Run& run) const {
     std::optional<IndentScope> margin;
     if (std::exchange(run.startsAtMargin, false) && run.out.column() == 0) margin.emplace(run.out, std::string());
     passToken(run);

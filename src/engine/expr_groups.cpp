@@ -46,7 +46,7 @@ void CppExprFormatter::openGroup(Run& run) {
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
-                run.out, run.out.indent() + settings_.dataIndent,
+                run.out, holdsFlushRows(run) ? std::string() : run.out.indent() + settings_.dataIndent,
                 settings_.dataIndent.present ? false : run.out.keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }
@@ -73,6 +73,13 @@ bool CppExprFormatter::indentsContents(const Run& run) {
     const ExprToken& open = run.tokens[run.previous];
     if (open.role == ExprRole::BraceOpen || run.groups.empty() || !run.groups.back().isBraced()) return true;
     return opensBlock(run.tokens, run.previous);
+}
+
+// At the "{" written last: whether rows of literals follow that stay in the first column.
+bool CppExprFormatter::holdsFlushRows(const Run& run) const {
+    std::size_t first = run.previous + 1;
+    while (run.roleAt(first) == ExprRole::Trivia) ++first;
+    return keptIndent_.isWanted() && isFlushLiteral(run, first);
 }
 
 // At the first token of a group, the gap in front of it written: the group's elements line up with it when
