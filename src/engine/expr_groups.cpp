@@ -107,6 +107,8 @@ void CppExprFormatter::closeGroup(Run& run) {
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     const OptionalText* wanted = group.isShortList ? inListBraces(run, beforeClose(group)) : beforeClose(group);
+    const bool isEmpty = group.isShortList && run.tokens[group.close].partner + 1 == group.close;
+    if (isEmpty && settings_.inEmptyBraces.present) return run.sweep.writeGapWith(settings_.inEmptyBraces);
     const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
     if (!losesGap && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!group.hasElements) return run.sweep.writeGapWith(losesGap ? &kNothing : nullptr);
