@@ -136,6 +136,8 @@ private:
     const OptionalText& caseIndent() const;
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    static Cpp::InteriorNode::iterator findFirstLabel(Cpp::InteriorNode::iterator first,
+                                                      Cpp::InteriorNode::iterator end);
     void formatByLabel(Cpp::SyntaxNode& statement);
     Cpp::InteriorNode::iterator findEndOfComments(Cpp::InteriorNode::iterator child,
                                                   Cpp::InteriorNode::iterator end);

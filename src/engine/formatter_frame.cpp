@@ -185,7 +185,12 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     const Cpp::SyntaxNode* previous = nullptr;
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     auto commentsEnd = first;
+    const bool isOfSwitch = settings_.formatsLabels && indent.key == settings_.caseContentIndent.key;
+    const auto firstLabel = isOfSwitch ? findFirstLabel(first, node.childEnd()) : first;
+    std::optional<IndentScope> inFrontOfLabels;
+    if (firstLabel != first) inFrontOfLabels.emplace(out(), contentIndent(settings_.statements.indent));
     for (auto child = first; child != node.childEnd(); ++child) {
+        if (child == firstLabel) inFrontOfLabels.reset();
         previousSibling_ = previous;
         if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
         if (previous && !isCaseBlock) writeStatementGap(*previous, **child);
@@ -206,6 +211,14 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     templateColumn_.reset();
     absentPending_ = {};
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+// What it finds begins with the comments in front of the label.
+Cpp::InteriorNode::iterator CppFormatter::findFirstLabel(Cpp::InteriorNode::iterator first,
+                                                         Cpp::InteriorNode::iterator end) {
+    auto label = std::find_if(first, end, [](const auto& child) { return Cpp::as<Cpp::CaseNode>(child.get()); });
+    while (label != end && label != first && Cpp::as<Cpp::CommentNode>((label - 1)->get())) --label;
+    return label;
 }
 
 // The `break` behind the block of a case stands in the column of its "}".
