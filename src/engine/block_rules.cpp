@@ -104,7 +104,7 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
     const OptionalText& afterOpen = afterOpenOf(braces);
     if (afterOpen.present && !staysBehindBrace(first, afterOpen)) {
         ContentScope content(*this, indent);
-        IndentScope firstColumn(out(), staysInFirstColumn(first) ? std::string() : out().indent());
+        IndentScope firstColumn(out(), goesWithDirective(first) ? std::string(lineBefore(first)) : out().indent());
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
         writeWithBlankLines(gap, afterOpen, blanks);

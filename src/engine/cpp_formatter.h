@@ -143,7 +143,8 @@ private:
                                                   Cpp::InteriorNode::iterator end);
     bool goesWithLabel(const Cpp::CommentNode& comment) const;
     std::string commentIndent(const Cpp::CommentNode& comment);
-    bool staysInFirstColumn(const Cpp::SyntaxNode& node);
+    bool staysInItsColumn(const Cpp::SyntaxNode& node) const;
+    bool goesWithDirective(const Cpp::SyntaxNode& node);
     void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
     bool placesItself(const Cpp::SyntaxNode& node) const;
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
@@ -341,7 +342,7 @@ private:
     bool isAmongElements_ = false;  // of a list of several
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
-    bool isByDirective_ = false;                        // the comments that are being written end in front of one
+    const Cpp::SyntaxNode* directiveBehind_ = nullptr;  // the comments that are being written end in front of it
     const Cpp::SyntaxNode* labelBehind_ = nullptr;      // or in front of this label
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;

@@ -206,7 +206,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         }
         previous = child->get();
     }
-    isByDirective_ = false;
+    directiveBehind_ = nullptr;
     // What a template header left for a declaration that never came is not for the next one outside.
     templateColumn_.reset();
     absentPending_ = {};
@@ -232,22 +232,30 @@ void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
 // nothing in front of it, or a label. Returns where they end.
 Cpp::InteriorNode::iterator CppFormatter::findEndOfComments(Cpp::InteriorNode::iterator child,
                                                             Cpp::InteriorNode::iterator end) {
-    isByDirective_ = false;
+    directiveBehind_ = nullptr;
     labelBehind_ = nullptr;
     while (child != end) {
         const auto* comment = Cpp::as<Cpp::CommentNode>(child->get());
         if (!comment) break;
         const std::uint32_t next = comment->end().line + (comment->isLineComment() ? 0 : 1);
         if (++child == end || (*child)->start().line != next) break;
-        isByDirective_ = Cpp::isDirective(**child) && lineBefore(**child).empty();
+        directiveBehind_ = staysInItsColumn(**child) ? child->get() : nullptr;
         labelBehind_ = isLabel(**child) ? child->get() : nullptr;
     }
     return child;
 }
 
-bool CppFormatter::staysInFirstColumn(const Cpp::SyntaxNode& node) {
-    if (!isByDirective_ || !Cpp::as<Cpp::CommentNode>(&node)) return false;
-    const bool stands = lineBefore(node).empty();
+// Of directives.
+bool CppFormatter::staysInItsColumn(const Cpp::SyntaxNode& node) const {
+    if (!Cpp::isDirective(node)) return false;
+    const std::string_view front = lineBefore(node);
+    return front.empty() || (exprFormatter_.keepsDirectivePlaces() && isAllWhitespace(front));
+}
+
+// Comments that stand in the column of the directive behind them stay in it.
+bool CppFormatter::goesWithDirective(const Cpp::SyntaxNode& node) {
+    if (!directiveBehind_ || !Cpp::as<Cpp::CommentNode>(&node)) return false;
+    const bool stands = lineBefore(node) == lineBefore(*directiveBehind_);
     writer_.measure(settings_.keepsDirectiveComments.key, sourceFrom(node), stands);
     return stands && settings_.keepsDirectiveComments;
 }
@@ -259,7 +267,7 @@ bool CppFormatter::goesWithLabel(const Cpp::CommentNode& comment) const {
 }
 
 std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
-    if (staysInFirstColumn(comment)) return {};
+    if (goesWithDirective(comment)) return std::string(lineBefore(comment));
     if (!goesWithLabel(comment)) return out().indent();
     if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(caseIndent());
     if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);

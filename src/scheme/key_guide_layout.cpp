@@ -248,7 +248,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n        // VT-FORMAT-OFF\n            a  =  b;\n        // VT-FORMAT-ON\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_DIRECTIVE_COMMENTS, true), group,
-                    "Comments in the first column in front of a directive that stands there, too, stay in it.",
+                    "Comments in the first column in front of a directive that stands there, too, stay in it, and so "
+                    "do those in the column of one that ALIGN_PPD_LEFT_MOST leaves where it is.",
                     "void f()\n{\n// not everywhere\n#ifdef fast\n    go();\n#endif\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_FOREIGN_REGIONS, true), group,
