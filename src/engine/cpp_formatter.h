@@ -143,6 +143,8 @@ private:
                                                   Cpp::InteriorNode::iterator end);
     bool goesWithLabel(const Cpp::CommentNode& comment) const;
     std::string commentIndent(const Cpp::CommentNode& comment);
+    bool indentsInSource(const Cpp::InteriorNode& node) const;
+    bool staysFlush(const Cpp::SyntaxNode& node) const;
     bool staysInItsColumn(const Cpp::SyntaxNode& node) const;
     bool goesWithDirective(const Cpp::SyntaxNode& node);
     void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
@@ -343,6 +345,7 @@ private:
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
     const Cpp::SyntaxNode* directiveBehind_ = nullptr;  // the comments that are being written end in front of it
+    bool inIndentedBlock_ = false;                      // whose comments in the first column stay in it
     const Cpp::SyntaxNode* labelBehind_ = nullptr;      // or in front of this label
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;

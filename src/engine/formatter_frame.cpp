@@ -260,6 +260,19 @@ bool CppFormatter::goesWithDirective(const Cpp::SyntaxNode& node) {
     return stands && settings_.keepsDirectiveComments;
 }
 
+// The first of a block's contents that is no comment or directive tells whether its author indents them.
+bool CppFormatter::indentsInSource(const Cpp::InteriorNode& node) const {
+    const auto& children = node.children();
+    const auto first = std::ranges::find_if(children, [](const auto& child) { return !Cpp::isTrivia(*child); });
+    return first != children.end() && isAllWhitespace(lineBefore(**first)) && !lineBefore(**first).empty();
+}
+
+// Code that has been put aside, by a comment in front of its lines.
+bool CppFormatter::staysFlush(const Cpp::SyntaxNode& node) const {
+    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
+    return inIndentedBlock_ && comment && comment->isLineComment() && lineBefore(node).empty();
+}
+
 // Comments that stand in the column of the label behind them stay in it.
 bool CppFormatter::goesWithLabel(const Cpp::CommentNode& comment) const {
     return labelBehind_ && settings_.formatsLabels && isAllWhitespace(lineBefore(comment)) &&
@@ -267,7 +280,7 @@ bool CppFormatter::goesWithLabel(const Cpp::CommentNode& comment) const {
 }
 
 std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
-    if (goesWithDirective(comment)) return std::string(lineBefore(comment));
+    if (staysFlush(comment) || goesWithDirective(comment)) return std::string(lineBefore(comment));
     if (!goesWithLabel(comment)) return out().indent();
     if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(caseIndent());
     if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);

@@ -225,8 +225,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                      set(Keys::WRAP_INDENT, "  "), set(Keys::WS_BETWEEN_CS_FOR_CLAUSES, " ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
                     "Lines that are kept, and that hang under nothing, stay as far behind the first line of their "
-                    "construct as they are. Lines of a comment that begin in front of it stay there, as do string "
-                    "literals in the first column.",
+                    "construct as they are. Lines of a comment that begin in front of it stay there, as do, in "
+                    "the first column, string literals, and line comments among what is indented.",
                     "void f()\n{\n    go(\n            first);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  ")}});
