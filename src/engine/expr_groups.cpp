@@ -77,9 +77,7 @@ bool CppExprFormatter::indentsContents(const Run& run) {
 
 // At the "{" written last: whether rows of literals follow that stay in the first column.
 bool CppExprFormatter::holdsFlushRows(const Run& run) const {
-    std::size_t first = run.previous + 1;
-    while (run.roleAt(first) == ExprRole::Trivia) ++first;
-    return keptIndent_.isWanted() && isFlushLiteral(run, first);
+    return keptIndent_.isWanted() && isFlushLiteral(run, run.previous + 1);
 }
 
 // At the first token of a group, the gap in front of it written: the group's elements line up with it when

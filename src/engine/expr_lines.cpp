@@ -67,15 +67,15 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
 }
 
 // Whether it is a literal in the first column of the source: text that its author wants to see as it will be shown.
-// Comments there in front of one count to it.
+// A comment there in front of one counts to it.
 bool CppExprFormatter::isFlushLiteral(const Run& run, std::size_t place) {
     const auto isFlush = [&run](std::size_t at) {
         const std::size_t offset = run.tokens[at].token.offset;
         return offset > 0 && run.text[offset - 1] == '\n';
     };
-    const std::size_t first = place;
-    while (run.roleAt(place) == ExprRole::Trivia) ++place;
-    return run.kindAt(place) == Cpp::StringLiteral && isFlush(place) && isFlush(first);
+    if (place >= run.tokens.size() || !isFlush(place)) return false;
+    if (run.roleAt(place) == ExprRole::Trivia) ++place;
+    return run.kindAt(place) == Cpp::StringLiteral && isFlush(place);
 }
 
 // Whether the current token goes on with a type outside its brackets, in a line that stands behind the first one.
