@@ -93,6 +93,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
     findEndOfComments(node.childBegin(), node.childEnd());
+    ValueScope<bool> indented(inIndentedBlock_, exprFormatter_.keptIndent().isWanted() && indentsInSource(node));
     writeGapBehindOpen(node, first, braces, indent);
     formatContent(node, indent);
     writeClosingGap(node, braces, indent);
@@ -104,7 +105,8 @@ void CppFormatter::writeGapBehindOpen(const Cpp::BracketedNode& node, const Cpp:
     const OptionalText& afterOpen = afterOpenOf(braces);
     if (afterOpen.present && !staysBehindBrace(first, afterOpen)) {
         ContentScope content(*this, indent);
-        IndentScope firstColumn(out(), staysInFirstColumn(first) ? std::string() : out().indent());
+        IndentScope firstColumn(out(), staysFlush(first) || goesWithDirective(first) ? std::string(lineBefore(first))
+                                                                               : out().indent());
         const std::string_view gap = writer_.readGap(first.start());
         const std::string_view blanks = braces.keepsBlankLines ? leadingBlanks(gap) : std::string_view();
         writeWithBlankLines(gap, afterOpen, blanks);

@@ -194,7 +194,7 @@ void CppExprFormatter::writeCurrent(Run& run) {
     }
     writeGapBefore(run);
     if (token.kind == Cpp::StringLiteral && run.previousKind() != Cpp::StringLiteral) {
-        run.out().startLine();
+        if (!run.startsAtMargin) run.out().startLine();
         run.literalColumn = run.sweep.column();
     }
     if (!run.groups.empty()) startElements(run, run.groups.back());
@@ -229,7 +229,7 @@ void CppExprFormatter::writeGapBefore(Run& run) {
 }
 
 // Tells where the current token stands, the gap in front of it written.
-void CppExprFormatter::passToken(Run& run) {
+void CppExprFormatter::passToken(Run& run) const {
     if (!run.hanging) return;
     const std::size_t place = run.sweep.place();
     if (place == run.firstText) {
@@ -238,13 +238,15 @@ void CppExprFormatter::passToken(Run& run) {
     }
     // The blanks in front of a comment go with it.
     const bool goesOn = run.sweep.lineHasText();
-    const int column = run.sweep.columnToIndentFrom();
     const bool isBehindText = goesOn && run.current().role == ExprRole::Trivia;
+    // Nothing hangs under a literal that stays in the first column.
+    const bool isFlush = keptIndent_.isWanted() && run.sweep.column() == 0 && isFlushLiteral(run, place);
+    const int column = isFlush ? run.hanging->columnFor(place) : run.sweep.columnToIndentFrom();
     run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out().tabSize()) : column,
                       place > 0 && !goesOn);
 }
 
-void CppExprFormatter::writeToken(Run& run) {
+void CppExprFormatter::writeToken(Run& run) const {
     std::optional<IndentScope> margin;
     if (std::exchange(run.startsAtMargin, false) && run.sweep.column() == 0) margin.emplace(run.out(), std::string());
     passToken(run);

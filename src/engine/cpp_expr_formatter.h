@@ -109,8 +109,8 @@ private:
     bool hangsInType(const Run& run) const;
     int columnOfKeptLine(Run& run, std::string_view gap) const;
     void startSourceHanging(Run& run) const;
-    static void passToken(Run& run);
-    static void writeToken(Run& run);
+    void passToken(Run& run) const;
+    void writeToken(Run& run) const;
     bool followsSpacedComma(const Run& run) const;
     void writeBlock(Run& run);
     int columnOfBlock(const Run& run) const;
@@ -145,6 +145,8 @@ private:
     void writeMarks(Run& run);
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
+    bool holdsFlushRows(const Run& run) const;
+    static bool isFlushLiteral(const Run& run, std::size_t place);
     static bool indentsContents(const Run& run);
     void startElements(Run& run, Group& group);
     void closeGroup(Run& run);

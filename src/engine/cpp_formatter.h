@@ -136,12 +136,17 @@ private:
     const OptionalText& caseIndent() const;
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    static Cpp::InteriorNode::iterator findFirstLabel(Cpp::InteriorNode::iterator first,
+                                                      Cpp::InteriorNode::iterator end);
     void formatByLabel(Cpp::SyntaxNode& statement);
     Cpp::InteriorNode::iterator findEndOfComments(Cpp::InteriorNode::iterator child,
                                                   Cpp::InteriorNode::iterator end);
     bool goesWithLabel(const Cpp::CommentNode& comment) const;
     std::string commentIndent(const Cpp::CommentNode& comment);
-    bool staysInFirstColumn(const Cpp::SyntaxNode& node);
+    bool indentsInSource(const Cpp::InteriorNode& node) const;
+    bool staysFlush(const Cpp::SyntaxNode& node) const;
+    bool staysInItsColumn(const Cpp::SyntaxNode& node) const;
+    bool goesWithDirective(const Cpp::SyntaxNode& node);
     void writeStatementGap(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next);
     bool placesItself(const Cpp::SyntaxNode& node) const;
     void formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces);
@@ -210,13 +215,15 @@ private:
     // Lists (list_rules.cpp).
     // What has been written in front of a list's first element.
     struct ListStart {
-        bool startsLine;           // that is kept: the element, or the comment
-        std::string_view comment;  // in front of the element, if there is one,
-        int column;                // and its column
+        bool startsLine;             // that is kept: the element, or the comment
+        std::string_view comment;    // in front of the element, if there is one,
+        int column;                  // and its column,
+        bool hangsFromLine;          // or the one of the elements that begin further lines
     };
     void formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
+    int columnOfLeadingComma(const CommaTexts& commas);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);
@@ -338,7 +345,8 @@ private:
     bool isAmongElements_ = false;  // of a list of several
     const Cpp::SyntaxNode* previousSibling_ = nullptr;  // of the node being visited, in its container
     const Cpp::SyntaxNode* lastClosedClass_ = nullptr;  // the class whose body ended last
-    bool isByDirective_ = false;                        // the comments that are being written end in front of one
+    const Cpp::SyntaxNode* directiveBehind_ = nullptr;  // the comments that are being written end in front of it
+    bool inIndentedBlock_ = false;                      // whose comments in the first column stay in it
     const Cpp::SyntaxNode* labelBehind_ = nullptr;      // or in front of this label
     const Cpp::SyntaxNode* lastLabel_ = nullptr;        // the case label written last
     bool chainingElseIf_ = false;

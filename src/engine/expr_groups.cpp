@@ -46,7 +46,7 @@ void CppExprFormatter::openGroup(Run& run) {
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
         if (indentsContents(run)) {
             group.elements = std::make_unique<Group::ElementScope>(
-                run.out(), run.out().indent() + settings_.dataIndent,
+                run.out(), holdsFlushRows(run) ? std::string() : run.out().indent() + settings_.dataIndent,
                 settings_.dataIndent.present ? false : run.out().keepLeadingSpace(), log(), settings_.dataIndent.key);
         }
     }
@@ -75,6 +75,11 @@ bool CppExprFormatter::indentsContents(const Run& run) {
     return opensBlock(run.tokens, run.previous);
 }
 
+// At the "{" written last: whether rows of literals follow that stay in the first column.
+bool CppExprFormatter::holdsFlushRows(const Run& run) const {
+    return keptIndent_.isWanted() && isFlushLiteral(run, run.previous + 1);
+}
+
 // At the first token of a group, the gap in front of it written: the group's elements line up with it when
 // commas break lines.
 void CppExprFormatter::startElements(Run& run, Group& group) {
@@ -100,6 +105,8 @@ void CppExprFormatter::closeGroup(Run& run) {
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
     const OptionalText* wanted = group.isShortList ? inListBraces(run, beforeClose(group)) : beforeClose(group);
+    const bool isEmpty = group.isShortList && run.tokens[group.close].partner + 1 == group.close;
+    if (isEmpty && settings_.inEmptyBraces.present) return run.sweep.writeGapWith(settings_.inEmptyBraces);
     const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
     if (!losesGap && keepsLine(run) && !(wanted && wanted->hasLineFeed())) return keepLine(run);
     if (!group.hasElements) return run.sweep.writeGapWith(losesGap ? &kNothing : nullptr);

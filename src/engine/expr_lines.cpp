@@ -57,12 +57,25 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     const int hanging =
         isInType(run) ? columnAfter(hang, indented, tabSize()) : run.hanging->columnFor(run.sweep.place());
     if (!keptIndent_.isWanted()) return hanging;
+    if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
     if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
     return closesBracket(run.tokens, place)
                   ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
                   : keptIndent_.columnFor(run.firstLine, gap, hanging);
+}
+
+// Whether it is a literal in the first column of the source: text that its author wants to see as it will be shown.
+// A comment there in front of one counts to it.
+bool CppExprFormatter::isFlushLiteral(const Run& run, std::size_t place) {
+    const auto isFlush = [&run](std::size_t at) {
+        const std::size_t offset = run.tokens[at].offset;
+        return offset > 0 && run.text[offset - 1] == '\n';
+    };
+    if (place >= run.tokens.size() || !isFlush(place)) return false;
+    if (run.roleAt(place) == ExprRole::Trivia) ++place;
+    return run.kindAt(place) == Cpp::StringLiteral && isFlush(place);
 }
 
 // Whether the current token goes on with a type outside its brackets.

@@ -9,6 +9,8 @@ namespace {
 // A name, or a qualifier in front of one.
 bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
 
+bool isMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand || kind == Cpp::LogicalAnd; }
+
 }  // namespace
 
 const MarkSettings& CppExprFormatter::markSettings(int kind) const {
@@ -25,8 +27,13 @@ void CppExprFormatter::writeMarks(Run& run) {
     if (isPack(run.tokens, end)) end += kDotsOfPack;  // go with the marks
     const bool endsText = end >= run.tokens.size();
     const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
-    const bool opensDeclarator = formatsTypeArguments() && run.kindAt(end) == Cpp::OpenParen &&
-                                 run.mode == ExprMode::Declaration && run.roleAt(end + 1) == ExprRole::UnaryOperator;
+    const bool isAtParen = formatsTypeArguments() && run.kindAt(end) == Cpp::OpenParen;
+    const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
+    const bool isByPointer = isArgument ? isMark(run.kindAt(end + 1))
+                                        : run.mode == ExprMode::Declaration &&
+                                              run.roleAt(end + 1) == ExprRole::UnaryOperator;
+    const bool opensDeclarator = isAtParen && isByPointer;
+    const bool endsReturnType = isAtParen && isArgument && !isByPointer;  // function<T &(int)>
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;
     const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
@@ -62,6 +69,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     run.sawMark = run.sawMark || run.groups.empty();
     run.after = nullptr;
     if (isAnchored && isNamed) run.after = toName ? &marks.against : &apart;
+    if (isAnchored && endsReturnType) run.after = &kNothing;
 }
 
 // The white space between the type and the name that follows the text.

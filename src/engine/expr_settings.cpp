@@ -39,7 +39,8 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
       ampersand(readMark(scheme, Keys::AMPERSAND_ANCHOR, Keys::HANGING_AMPERSAND,
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
       hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent, operandIndent,
-              readIndent(scheme, Keys::INDENT_FN_CONTENT), hangsFromStatement, hangsCommas, weighsWholes()},
+              readIndent(scheme, Keys::INDENT_FN_CONTENT), hangsFromStatement, hangsFromLine, hangsCommas,
+              weighsWholes()},
       otherGaps{{formatsOtherGaps, "", formatsOtherGaps.key}, {formatsOtherGaps, " ", formatsOtherGaps.key}},
       wrapMargin(readWrapMargin(scheme)) {}
 

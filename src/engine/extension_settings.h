@@ -67,6 +67,7 @@ public:
 
     OptionalText operandIndent = from_.indent(Keys::HANGING_OPERAND_INDENT);
     Keyed<bool> hangsFromStatement = from_.isOn(Keys::HANGING_FROM_STATEMENT);
+    Keyed<bool> hangsFromLine = from_.isOn(Keys::HANGING_FROM_LINE);
     Keyed<bool> hangsCommas = from_.isOn(Keys::HANGING_COMMAS);
     Keyed<bool> keepsLineIndent = from_.isOn(Keys::KEEP_LINE_INDENT);
     Keyed<int> blankLines = from_.number(Keys::KEEP_BLANK_LINES);

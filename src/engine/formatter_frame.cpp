@@ -187,7 +187,12 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     auto commentsEnd = first;
     ConditionalBodies bodies(source_);
+    const bool isOfSwitch = settings_.formatsLabels && indent.key == settings_.caseContentIndent.key;
+    const auto firstLabel = isOfSwitch ? findFirstLabel(first, node.childEnd()) : first;
+    std::optional<IndentScope> inFrontOfLabels;
+    if (firstLabel != first) inFrontOfLabels.emplace(out(), contentIndent(settings_.statements.indent));
     for (auto child = first; child != node.childEnd(); ++child) {
+        if (child == firstLabel) inFrontOfLabels.reset();
         previousSibling_ = previous;
         if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
         const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
@@ -207,11 +212,19 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         }
         previous = child->get();
     }
-    isByDirective_ = false;
+    directiveBehind_ = nullptr;
     // What a template header left for a declaration that never came is not for the next one outside.
     templateColumn_.reset();
     absentPending_ = {};
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+// What it finds begins with the comments in front of the label.
+Cpp::InteriorNode::iterator CppFormatter::findFirstLabel(Cpp::InteriorNode::iterator first,
+                                                         Cpp::InteriorNode::iterator end) {
+    auto label = std::find_if(first, end, [](const auto& child) { return Cpp::as<Cpp::CaseNode>(child.get()); });
+    while (label != end && label != first && Cpp::as<Cpp::CommentNode>((label - 1)->get())) --label;
+    return label;
 }
 
 // The `break` behind the block of a case stands in the column of its "}".
@@ -226,24 +239,45 @@ void CppFormatter::formatByLabel(Cpp::SyntaxNode& statement) {
 // nothing in front of it, or a label. Returns where they end.
 Cpp::InteriorNode::iterator CppFormatter::findEndOfComments(Cpp::InteriorNode::iterator child,
                                                             Cpp::InteriorNode::iterator end) {
-    isByDirective_ = false;
+    directiveBehind_ = nullptr;
     labelBehind_ = nullptr;
     while (child != end) {
         const auto* comment = Cpp::as<Cpp::CommentNode>(child->get());
         if (!comment) break;
         const std::uint32_t next = comment->end().line + (comment->isLineComment() ? 0 : 1);
         if (++child == end || (*child)->start().line != next) break;
-        isByDirective_ = Cpp::isDirective(**child) && lineBefore(**child).empty();
+        directiveBehind_ = staysInItsColumn(**child) ? child->get() : nullptr;
         labelBehind_ = isLabel(**child) ? child->get() : nullptr;
     }
     return child;
 }
 
-bool CppFormatter::staysInFirstColumn(const Cpp::SyntaxNode& node) {
-    if (!isByDirective_ || !Cpp::as<Cpp::CommentNode>(&node)) return false;
-    const bool stands = lineBefore(node).empty();
+// Of directives.
+bool CppFormatter::staysInItsColumn(const Cpp::SyntaxNode& node) const {
+    if (!Cpp::isDirective(node)) return false;
+    const std::string_view front = lineBefore(node);
+    return front.empty() || (exprFormatter_.keepsDirectivePlaces() && isAllWhitespace(front));
+}
+
+// Comments that stand in the column of the directive behind them stay in it.
+bool CppFormatter::goesWithDirective(const Cpp::SyntaxNode& node) {
+    if (!directiveBehind_ || !Cpp::as<Cpp::CommentNode>(&node)) return false;
+    const bool stands = lineBefore(node) == lineBefore(*directiveBehind_);
     writer_.measure(settings_.keepsDirectiveComments.key, sourceFrom(node), stands);
     return stands && settings_.keepsDirectiveComments;
+}
+
+// The first of a block's contents that is no comment or directive tells whether its author indents them.
+bool CppFormatter::indentsInSource(const Cpp::InteriorNode& node) const {
+    const auto& children = node.children();
+    const auto first = std::ranges::find_if(children, [](const auto& child) { return !Cpp::isTrivia(*child); });
+    return first != children.end() && isAllWhitespace(lineBefore(**first)) && !lineBefore(**first).empty();
+}
+
+// Code that has been put aside, by a comment in front of its lines.
+bool CppFormatter::staysFlush(const Cpp::SyntaxNode& node) const {
+    const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
+    return inIndentedBlock_ && comment && comment->isLineComment() && lineBefore(node).empty();
 }
 
 // Comments that stand in the column of the label behind them stay in it.
@@ -253,7 +287,7 @@ bool CppFormatter::goesWithLabel(const Cpp::CommentNode& comment) const {
 }
 
 std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
-    if (staysInFirstColumn(comment)) return {};
+    if (staysFlush(comment) || goesWithDirective(comment)) return std::string(lineBefore(comment));
     if (!goesWithLabel(comment)) return out().indent();
     if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(caseIndent());
     if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);

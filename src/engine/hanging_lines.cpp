@@ -67,6 +67,10 @@ int HangingLines::columnFor(std::size_t place) const {
     const std::size_t next = skipTrivia(place);
     if (next >= tokens_.size()) return columnInLevel(level);
     const ExprToken& token = tokens_[next];
+    const bool hangsFromLine = indents_.fromLine && !level.isBraced() && level.bracket != kNoToken;
+    if (hangsFromLine && level.element.questions.empty()) {
+        return next == place && next == level.close ? level.lineColumn : columnFromLine(level);
+    }
     if (next == level.close) {
         const bool isComment = next != place;
         if (isComment) return level.first != kNone ? level.first : columnOfContents(level);
@@ -139,6 +143,12 @@ int HangingLines::columnInChain(std::size_t place) const {
         column = columnAfter(indents_.operand.text, column, tabSize_);
     }
     return column;
+}
+
+// Where the first element stands does not count, unless it began a line.
+int HangingLines::columnFromLine(const Level& level) const {
+    if (level.element.start != kNone) return wrapped(level.element.line);
+    return level.startedLine ? level.first : wrapped(level.lineColumn);
 }
 
 int HangingLines::columnInLevel(const Level& level) const {
@@ -221,7 +231,10 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     const int kind = token.kind;
     const bool startsElement = element.start == kNone;
     if (level.first == kNone) level.first = column;
-    if (startsElement) element.start = column;
+    if (startsElement) {
+        element.start = column;
+        element.line = lineColumn_;
+    }
     if (std::exchange(level.awaitsSection, false)) level.section = column;
     if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
@@ -274,7 +287,7 @@ void HangingLines::open(std::size_t place) {
     const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
     const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
     const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
-    level.blocks = isInElements ? outer.first : outer.blocks;
+    level.blocks = isInElements && !indents_.fromLine ? outer.first : outer.blocks;
     // The arguments behind those of a template hang from where the name of the template stands.
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;

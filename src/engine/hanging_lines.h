@@ -17,6 +17,7 @@ struct HangingIndents {
     OptionalText operand;  // HANGING_OPERAND_INDENT
     OptionalText body;     // INDENT_FN_CONTENT, for those of a lambda that is read as one of several arguments
     bool fromStatement = false;  // HANGING_FROM_STATEMENT
+    bool fromLine = false;       // HANGING_FROM_LINE
     bool commas = false;         // HANGING_COMMAS
     bool conditions = false;     // several in a row hang from the first, as WRAP_BY_WEIGHT lays them out
 };
@@ -70,6 +71,7 @@ private:
         int columnOfOperand() const { return later != kNone ? later : operand != kNone ? operand : start; }
 
         int start = kNone;
+        int line = kNone;            // of the line on which it starts
         int operand = kNone;         // the first behind "=" or "return"
         int later = kNone;           // the last operand that stands behind an operator
         int chain = kNone;           // of its first "." or "->"
@@ -113,6 +115,7 @@ private:
     bool followsMacroCall() const;
     int columnOfMember(const Level& level) const;
     int columnInChain(std::size_t place) const;
+    int columnFromLine(const Level& level) const;
     int columnInLevel(const Level& level) const;
     int columnOfElement(const Level& level) const;
     int columnOfContents(const Level& level) const;

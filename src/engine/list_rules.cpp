@@ -49,7 +49,7 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
     const Cpp::SyntaxNode& first = **list.childBegin();
     const bool hasComment = !start.comment.empty();
     int column = copyUpTo(first);
-    if (hasComment) column = start.column;
+    if (hasComment || start.hangsFromLine) column = start.column;
     FirstLine firstLine = listLine_;
     if (firstLine.source < 0 && isDirective(first)) {
         firstLine = lineInFront();
@@ -76,6 +76,10 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         if (left > 0) --left;
         if (previous) {
             const std::string_view gap = writer_.readGap(child->start());
+            const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody &&
+                                      Cpp::as<Cpp::CommentNode>(child.get()) && isAllWhitespace(gap) &&
+                                      (isLineBreak(gap) || out().column() == 0);
+            if (isAboveComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
             measureListBreak(gap, *list.children().front(), *child);
             writeListSeparator(gap, *previous, *child, commas);
         }
@@ -84,6 +88,13 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         child->accept(*this);
         previous = child.get();
     }
+}
+
+// So far to the left that the element behind the comma stands below the first.
+int CppFormatter::columnOfLeadingComma(const CommaTexts& commas) {
+    std::string front(",");
+    front += commas.behind.text;
+    return columnBefore(front, indentColumn(), out().tabSize());
 }
 
 void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous,
@@ -124,7 +135,11 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     // A line that has been wrapped is joined.
     if (exprFormatter_.wrapsLines() && !keepsLines() && !after->present && !staysApart && partsLines(gap))
         after = &kBlank;
-    if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
+    const bool leadsLine = keepsLines() && commas.before.hasLineFeed() && out().column() == 0;
+    if (trim(gap) == "," && leadsLine && !after->hasLineFeed()) {
+        IndentScope indent(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
+        writeComma(gap, kNothing, *after);
+    } else if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
         writeComma(gap, before, *after);
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
@@ -187,7 +202,11 @@ void CppFormatter::formatBracketedList(Cpp::ParameterListNode& list, const Optio
         }
         return;
     }
-    const ListStart start = writeListStart(list, afterOpen, commas);
+    ListStart start = writeListStart(list, afterOpen, commas);
+    if (settings_.hangsFromLine && hangsLines() && !start.startsLine) {
+        start.hangsFromLine = true;
+        start.column = columnAfter(exprFormatter_.settings().hanging.wrap.text, out().textColumn(), out().tabSize());
+    }
     const int column = start.startsLine        ? indentColumn()
                        : start.comment.empty() ? writer_.nextColumn()
                                                : start.column;
@@ -213,13 +232,13 @@ CppFormatter::ListStart CppFormatter::writeListStart(const Cpp::ParameterListNod
         const WantedText joined(kNothing.text, settings_.breaksAsLastResort.key);
         writer_.writeMerged(gap, isJoined && !afterOpen.present ? joined : afterOpen);
     }
-    return {isKept, {}, 0};
+    return {isKept, {}, 0, false};
 }
 
 // f(/* in */ int a): what is wanted behind the "(" does not part the comment from the element.
 CppFormatter::ListStart CppFormatter::writeCommentInFront(std::string_view gap, const OptionalText& afterOpen) {
     const std::string_view blanks = leadingBlanks(gap);
-    ListStart start{keepsBreak(blanks, afterOpen), trimLeft(gap), 0};
+    ListStart start{keepsBreak(blanks, afterOpen), trimLeft(gap), 0, false};
     if (start.startsLine) {
         writeKeptBreak(blanks);
     } else {

@@ -111,6 +111,7 @@ void Search::askHanging() {
     operands.front() = Tessel::valueOf(scheme_, HANGING_OPERAND_INDENT);
     ask(HANGING_OPERAND_INDENT, operands);
     ask(HANGING_FROM_STATEMENT, {std::nullopt, true});
+    ask(HANGING_FROM_LINE, {std::nullopt, true});
     ask(HANGING_COMMAS, {std::nullopt, true});
 }
 

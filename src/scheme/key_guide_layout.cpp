@@ -212,6 +212,12 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n    total = first +\n    second;\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  "), set(Keys::HANGING_OPERAND_INDENT, "  ")}});
+    rows.push_back({set(Keys::HANGING_FROM_LINE, true), group,
+                    "Kept lines inside brackets hang from the line of the bracket, or of the element that they go on "
+                    "with, by WRAP_INDENT; else below the first element.",
+                    "void f()\n{\n    call(first,\n    second);\n}\n",
+                    {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
+                     set(Keys::WRAP_INDENT, "  ")}});
     rows.push_back({set(Keys::HANGING_COMMAS, true), group,
                     "What follows a comma operator in a kept line, in a clause of `for` too, hangs from the statement, "
                     "by WRAP_INDENT; else it stands below the first operand.",
@@ -220,7 +226,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                      set(Keys::WRAP_INDENT, "  "), set(Keys::WS_BETWEEN_CS_FOR_CLAUSES, " ")}});
     rows.push_back({set(Keys::KEEP_LINE_INDENT, true), group,
                     "Lines that are kept, and that hang under nothing, stay as far behind the first line of their "
-                    "construct as they are. Lines of a comment that begin in front of it stay there.",
+                    "construct as they are. Lines of a comment that begin in front of it stay there, as do, in "
+                    "the first column, string literals, and line comments among what is indented.",
                     "void f()\n{\n    go(\n            first);\n}\n",
                     {set(Keys::KEEP_LINE_BREAKS, true), set(Keys::INDENT_FN_CONTENT, "    "),
                      set(Keys::WRAP_INDENT, "  ")}});
@@ -242,7 +249,8 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "void f()\n{\n        // VT-FORMAT-OFF\n            a  =  b;\n        // VT-FORMAT-ON\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_DIRECTIVE_COMMENTS, true), group,
-                    "Comments in the first column in front of a directive that stands there, too, stay in it.",
+                    "Comments in the first column in front of a directive that stands there, too, stay in it, and so "
+                    "do those in the column of one that ALIGN_PPD_LEFT_MOST leaves where it is.",
                     "void f()\n{\n// not everywhere\n#ifdef fast\n    go();\n#endif\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_FOREIGN_REGIONS, true), group,

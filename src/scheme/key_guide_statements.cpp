@@ -42,7 +42,7 @@ void addControl(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::FORMAT_LABELS, true), group,
                     "Labels are laid out, those in classes too: a blank between their words, none in front of their "
                     "\":\", what stands behind case as an expression. Comments in front of one, in its column, stay "
-                    "in it.",
+                    "in it. What stands in front of the first one of a switch is indented as in other blocks.",
                     "void f()\n{\n    switch (x)\n    {\n    case  A|B :\n        g();\n    default :\n        h();\n"
                     "    }\n}\n",
                     {set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " ")}});
