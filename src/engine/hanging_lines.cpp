@@ -184,9 +184,13 @@ int HangingLines::wrapped(int column) const {
     return columnAfter(indents_.wrap.text, column, tabSize_);
 }
 
+// Each of many comments in a row asks for what follows them all.
 std::size_t HangingLines::skipTrivia(std::size_t place) const {
-    while (place < tokens_.size() && isTrivia(place)) ++place;
-    return place;
+    if (place < triviaStart_ || place > triviaEnd_) {
+        triviaStart_ = triviaEnd_ = place;
+        while (triviaEnd_ < tokens_.size() && isTrivia(triviaEnd_)) ++triviaEnd_;
+    }
+    return triviaEnd_;
 }
 
 // Names of literals may stand among them: "a" PRIu64 "b".

@@ -147,6 +147,9 @@ private:
     std::size_t captureClose_ = kNoToken;   // the "]" of the last lambda
     int captureLineColumn_ = 0;             // of the line on which it begins
     std::size_t previous_ = kNoToken;  // the last token that is no comment or directive
+    // The comments and directives that were skipped last.
+    mutable std::size_t triviaStart_ = 1;
+    mutable std::size_t triviaEnd_ = 0;
 };
 
 }  // namespace Tessel
