@@ -136,6 +136,7 @@ private:
     const OptionalText& caseIndent() const;
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
+    void formatChild(Cpp::SyntaxNode& child, bool followsCaseBlock);
     static Cpp::InteriorNode::iterator findFirstLabel(Cpp::InteriorNode::iterator first,
                                                       Cpp::InteriorNode::iterator end);
     void formatByLabel(Cpp::SyntaxNode& statement);

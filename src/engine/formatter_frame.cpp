@@ -198,13 +198,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
         std::optional<IndentScope> further;
         if (isBody) further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
-        const bool endsCase = isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child);
-        if (endsCase) {
-            formatByLabel(**child);
-        } else {
-            if (previous) writeStatementGap(*previous, **child);
-            (*child)->accept(*this);
-        }
+        formatChild(**child, isCaseBlock);
         isCaseBlock = false;
         if (lastLabel_ == child->get()) {
             child = formatBehindLabel(child, node.childEnd());
@@ -217,6 +211,12 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     templateColumn_.reset();
     absentPending_ = {};
     pendingWhitespace_.resize(std::min(pendingWhitespace_.size(), pendingOutside));
+}
+
+void CppFormatter::formatChild(Cpp::SyntaxNode& child, bool followsCaseBlock) {
+    if (followsCaseBlock && settings_.beforeCaseOpen.present && isBreak(child)) return formatByLabel(child);
+    if (previousSibling_) writeStatementGap(*previousSibling_, child);
+    child.accept(*this);
 }
 
 // What it finds begins with the comments in front of the label.
