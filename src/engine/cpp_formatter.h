@@ -157,6 +157,7 @@ private:
     void writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept);
     static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
+    bool writesCallOfStatements(const Cpp::KeptNode& item);
     void writeAsBlock(const Cpp::SyntaxNode& node);
     void writeLinesAsBlock(std::string_view text);
     void writeRequiresClause(Cpp::ExprNode& clause);
