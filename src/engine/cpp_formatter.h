@@ -134,6 +134,7 @@ private:
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
     const OptionalText& caseIndent() const;
+    const OptionalText& beforeBrace(const Cpp::ClassHeadNode& head) const;
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     static Cpp::InteriorNode::iterator findFirstLabel(Cpp::InteriorNode::iterator first,

@@ -110,11 +110,12 @@ bool HangingLines::followsMacroCall() const {
     return previous_ != kNoToken && tokens_[previous_].partner == 1 && Cpp::isUpperCase(tokens_.front().text());
 }
 
-// `IF_FEATURE(a,)`: the call of a macro that an element begins with takes the comma behind that in.
+// `IF_FEATURE(a,)`: the call of a macro that an element begins with takes the comma behind that, a name, in.
 bool HangingLines::endsInComma(std::size_t close) const {
     if (tokens_[close].kind != Cpp::CloseParen || kindAt(tokens_, previous_) != Cpp::Comma) return false;
-    const bool isInStatement = levels_.back().kind == Level::Kind::Statement;
-    return !isInStatement || tokens_[close].partner == 1;
+    const std::size_t open = tokens_[close].partner;
+    const bool holdsName = previous_ == open + 2 && kindAt(tokens_, open + 1) == Cpp::Identifier;
+    return holdsName && (levels_.back().kind != Level::Kind::Statement || open == 1);
 }
 
 std::optional<int> HangingLines::columnWithinName() const {
