@@ -62,12 +62,18 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
     {
         BaseColumnScope scope(*this, base, declaration);
         const bool hasHead = declaration->head();
-        formatBody(*declaration->body(), hasHead ? settings_.classes.beforeOpen : kAsInInput,
+        formatBody(*declaration->body(), hasHead ? beforeBrace(*declaration->head()) : kAsInInput,
                    hasHead ? settings_.keepsOneLineLists : kNeverKept, [&] { declaration->body()->accept(*this); });
     }
     if (settings_.formatsOtherGaps) copyThrough(*declaration);
     const bool endsWithBody = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;
     lastClosedClass_ = endsWithBody ? declaration : nullptr;
+}
+
+const OptionalText& CppFormatter::beforeBrace(const Cpp::ClassHeadNode& head) const {
+    const bool isClass = !head.name() || head.name()->classKey() == Cpp::ClassNameNode::kClass;
+    return isClass ? settings_.classes.beforeOpen
+                   : firstPresent(settings_.beforeStructOpen, settings_.classes.beforeOpen);
 }
 
 void CppFormatter::visit(Cpp::ClassHeadNode* head) {

@@ -134,6 +134,7 @@ private:
     std::string contentIndent(const OptionalText& indent);
     std::string labelIndent(const OptionalText& indent);
     const OptionalText& caseIndent() const;
+    const OptionalText& beforeBrace(const Cpp::ClassHeadNode& head) const;
     void formatContent(Cpp::InteriorNode& node, const OptionalText& indent);
     void formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::iterator first, const OptionalText& indent);
     void formatChild(Cpp::SyntaxNode& child, bool followsCaseBlock);
@@ -158,6 +159,7 @@ private:
     void writeWithBlankLines(std::string_view gap, const OptionalText& afterOpen, std::string_view kept);
     static bool standsOnOneLine(const Cpp::SyntaxNode& node);
     const OptionalText& afterOpenOf(const BraceSettings& braces);
+    bool writesCallOfStatements(const Cpp::KeptNode& item);
     void writeAsBlock(const Cpp::SyntaxNode& node);
     void writeLinesAsBlock(std::string_view text);
     void writeRequiresClause(Cpp::ExprNode& clause);

@@ -220,6 +220,8 @@ void CppPreFormatter::visit(Cpp::PreprocDirectiveNode* node) {
 
 void CppPreFormatter::visit(Cpp::KeptNode* node) {
     if (laidOut_.macroCalls && isMacroCall(*node, laidOut_.keepsLines)) return;
+    const bool isOnLine = node->start().line == node->end().line;
+    if (laidOut_.macroCalls && laidOut_.statements && isOnLine && callOfStatements(node->text())) return;
     if (laidOut_.aliases && isAlias(node->text())) return;
     regions_.push_back({node->start(), node->end()});
 }

@@ -40,10 +40,11 @@ public:
         bool aliases;
         bool keepsLines;  // of such calls, too
         bool types;       // of old-style parameters, too
+        bool statements;  // that macros hold, too
     };
 
     explicit CppPreFormatter(MarkerPairs markers, OpenRegions openRegions = OpenRegions::Forgotten,
-                             LaidOut laidOut = {false, false, false, false})
+                             LaidOut laidOut = {})
         : markers_(std::move(markers)), openRegions_(openRegions), laidOut_(laidOut) {}
 
     // What is kept of the tree that was visited last, where each begins and ends: in order of their starts,

@@ -1,6 +1,8 @@
 // a+b   f (x)   (T) c    →    a + b   f(x)   (T)c
 //
 // What is wanted in front of a token, by what it does, or behind the one in front.
+#include <algorithm>
+
 #include "cpp/token_joining.h"
 #include "cpp/token_sets.h"
 #include "cpp/words.h"
@@ -26,6 +28,16 @@ bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
     const int behind = kindAt(tokens, nextPlace(tokens, tokens[open].partner));
     return (isPointerMark(mark) || mark == Cpp::LogicalAnd) &&
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
+}
+
+// Behind the type, in `Matcher<int(&)[2]>` and `function<void(T(*)(int))>`, but for `function<void(int (*)(int))>`:
+// whether parentheses that hold no name, only marks, stand close to it.
+bool closesMarks(const ExprTokens& tokens, std::size_t type, std::size_t open) {
+    const std::size_t close = tokens[open].partner;
+    for (std::size_t place = open + 1; place < close; ++place) {
+        if (!isPointerMark(tokens[place].kind) && tokens[place].kind != Cpp::LogicalAnd) return false;
+    }
+    return kindAt(tokens, type) == Cpp::Identifier || kindAt(tokens, nextPlace(tokens, close)) == Cpp::OpenBracket;
 }
 
 // T{a}, name{a}, A<B>{a}: whether the braces begin behind what they make, and hold no statements.
@@ -238,7 +250,12 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
     // void (*f)(int)
     const bool opensMarked = settings_.formatsOtherGaps && run.mode == ExprMode::Declaration &&
                              run.tokens[place].partner != kNoToken && opensDeclarator(run.tokens, place);
-    if (opensMarked && Cpp::isWord(run.previousKind())) return &settings_.otherGaps.blank;
+    if (opensMarked && Cpp::isWord(run.previousKind())) {
+        const auto isTemplate = [](const Group& group) { return group.kind == Group::Kind::Template; };
+        const bool isArgument = std::ranges::any_of(run.groups, isTemplate);
+        const bool isClose = isArgument && closesMarks(run.tokens, run.previous, place);
+        return isClose ? &settings_.afterCallName : &settings_.otherGaps.blank;
+    }
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
         if (!isCastKeyword(run.kindBefore(open))) return nullptr;

@@ -29,9 +29,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
     const bool isAtParen = formatsTypeArguments() && run.kindAt(end) == Cpp::OpenParen;
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
-    const bool isByPointer = isArgument ? isMark(run.kindAt(end + 1))
-                                        : run.mode == ExprMode::Declaration &&
-                                              run.roleAt(end + 1) == ExprRole::UnaryOperator;
+    const bool isByPointer = (isArgument || run.mode == ExprMode::Declaration) && isMark(run.kindAt(end + 1));
     const bool opensDeclarator = isAtParen && isByPointer;
     const bool endsReturnType = isAtParen && isArgument && !isByPointer;  // function<T &(int)>
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;

@@ -193,7 +193,8 @@ struct Stages {
         if (!messages.empty()) return messages;
         if (extensions.keepsUnrecognized) source.findUnreadBlocks();
         const CppPreFormatter::LaidOut laidOut{extensions.formatsMacroCalls, extensions.formatsOtherGaps,
-                                                 extensions.keepsLineBreaks, extensions.formatsTypeArguments};
+                                                 extensions.keepsLineBreaks, extensions.formatsTypeArguments,
+                                                 extensions.formatsMacroBodies};
         CppPreFormatter preFormatter(options.markers, openRegionsOf(options.scheme), laidOut);
         source.root.accept(preFormatter);
         KeptRegions regions;

@@ -113,6 +113,7 @@ private:
     std::size_t skipTrivia(std::size_t place) const;
     bool followsMark() const;
     bool followsMacroCall() const;
+    bool endsInComma(std::size_t close) const;
     int columnOfMember(const Level& level) const;
     int columnInChain(std::size_t place) const;
     int columnFromLine(const Level& level) const;

@@ -228,6 +228,11 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
 }
 
+std::optional<std::string> MacroBodies::laidOutLine(std::string_view statements) const {
+    auto line = formatted(std::string(statements), {}, 0);
+    return line && line->find('\n') == std::string::npos ? line : std::nullopt;
+}
+
 // #  define f   is itself indented by the blanks behind its "#".
 std::string MacroBodies::indentBehind(std::string_view directive) const {
     if (!indentsFromWord_) return indent_;

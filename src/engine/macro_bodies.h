@@ -27,6 +27,8 @@ public:
     // The part of the directive that is `parts.body`, of which the lines are indented from `column`; nothing where it
     // is to be kept, for it cannot be read, or would stand in other lines.
     std::optional<std::string> laidOut(std::string_view directive, const DirectiveParts& parts, int column) const;
+    // Statements of one line; nothing where they are to be kept.
+    std::optional<std::string> laidOutLine(std::string_view statements) const;
 
 private:
     struct Frame;

@@ -27,6 +27,15 @@ constexpr bool isDoubtful(int kind) {
     }
 }
 
+constexpr bool endsLine(int kind) {
+    return kind == Cpp::Directive || kind == Cpp::LineComment || kind == Cpp::UnreadBlock;
+}
+
+constexpr int depthBehind(int kind, int depth) {
+    if (kind == Cpp::OpenParen || kind == Cpp::OpenBrace) return depth + 1;
+    return kind == Cpp::CloseParen || kind == Cpp::CloseBrace ? depth - 1 : depth;
+}
+
 }  // namespace
 
 bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
@@ -49,6 +58,28 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     }
     const int following = lexer.nextToken().kind;
     return following == Trn::kEndKind || (following == Cpp::Comma && lexer.nextToken().kind == Trn::kEndKind);
+}
+
+std::optional<CallOfStatements> callOfStatements(std::string_view item) {
+    if (item.find('\n') != std::string_view::npos) return std::nullopt;
+    Cpp::Lexer lexer{item};
+    const Trn::Token name = lexer.nextToken();
+    const Trn::Token open = lexer.nextToken();
+    if (name.kind != Cpp::Identifier || open.kind != Cpp::OpenParen) return std::nullopt;
+    const Trn::Token first = lexer.nextToken();
+    Trn::Token last = open;
+    Trn::Token token = first;
+    for (int depth = depthBehind(token.kind, 1); depth > 0; depth = depthBehind(token.kind, depth)) {
+        if (token.kind == Trn::kEndKind || endsLine(token.kind)) return std::nullopt;
+        last = token;
+        token = lexer.nextToken();
+    }
+    const bool endsStatement = last.kind == Cpp::Semicolon || last.kind == Cpp::CloseBrace;
+    if (!endsStatement || token.kind != Cpp::CloseParen || lexer.nextToken().kind != Trn::kEndKind) return std::nullopt;
+    const auto startOf = [item](std::string_view part) { return static_cast<std::size_t>(part.data() - item.data()); };
+    const auto endOf = [&](std::string_view part) { return startOf(part) + part.size(); };
+    return CallOfStatements{endOf(name.text), startOf(open.text), startOf(first.text), endOf(last.text),
+                            startOf(token.text)};
 }
 
 }  // namespace Tessel

@@ -14,11 +14,40 @@ using Zelmor::IndentScope;
 
 void CppFormatter::visit(Cpp::KeptNode* item) {
     const bool isCall = settings_.formatsMacroCalls && isMacroCall(*item, keepsLines());
+    if (writesCallOfStatements(*item)) return;
     const bool isLine = isCall || (settings_.formatsOtherGaps && isAlias(item->text()));
     if (!isLine) return writeAsBlock(*item);
     applyPendingWhitespace(*item);
     writer_.copyGap(item->start());
     writeExpression(writer_.readThrough(item->end()), {});
+}
+
+// IF_FEATURE (a=b;)  ->  IF_FEATURE(a = b;)
+bool CppFormatter::writesCallOfStatements(const Cpp::KeptNode& item) {
+    if (!macroBodies_ || !settings_.formatsMacroCalls || !standsOnOneLine(item)) return false;
+    const std::string_view source = sourceFrom(item).substr(0, item.end().column - item.start().column + 1);
+    const std::optional<CallOfStatements> call = callOfStatements(source);
+    if (!call) return false;
+    const auto readTo = [&](std::size_t end) {
+        return writer_.readThrough({item.start().line, item.start().column + static_cast<std::uint32_t>(end) - 1});
+    };
+    const ExprSettings& settings = exprFormatter_.settings();
+    applyPendingWhitespace(item);
+    writer_.copyGap(item.start());
+    writer_.write(readTo(call->nameEnd));
+    writer_.writeMerged(readTo(call->open), settings.afterCallName);
+    writer_.write(readTo(call->open + 1));
+    writer_.writeMerged(readTo(call->statements), settings.afterOpenParen);
+    const std::string_view statements = readTo(call->statementsEnd);
+    const std::optional<std::string> laidOut = macroBodies_->laidOutLine(statements);
+    if (laidOut) {
+        writeRendered(*laidOut);
+    } else {
+        writer_.write(statements);
+    }
+    writer_.writeMerged(readTo(call->close), settings.beforeCloseParen);
+    copyThrough(item);
+    return true;
 }
 
 void CppFormatter::writeAsBlock(const Cpp::SyntaxNode& node) {
