@@ -17,6 +17,7 @@ namespace Cpp {
 
 // What has been read of a declaration.
 struct ItemScanner::Progress {
+    Index start = kNone;     // the first token
     Index previous = kNone;  // the last token that is no comment
     Index second = kNone;    // the one in front of that, but for what stands in brackets
     Index third = kNone;     // and the one in front of the second
@@ -51,6 +52,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
     using Shape = Item::Shape;
     Progress seen;
     Index place = links_.significant(start);
+    seen.start = place;
     const auto found = [&](Shape shape) {
         noBraceBefore = std::max(noBraceBefore, place);
         return Item{shape, place, 0};
@@ -410,7 +412,9 @@ bool ItemScanner::isBraceInitializer(Index brace, const Progress& seen) const {
     if (seen.sawClassKey) return findsMacros_ && seen.wordsBehindKey > 1 && startsValue(next(brace));
     if (seen.sawColon) return true;
     const int before = kind(seen.previous);
-    if (before == Identifier) return seen.typeWords + seen.lastWords > 1;
+    const bool isNamed = seen.typeWords + seen.lastWords > 1;
+    // struct { int a; } b{1};
+    if (before == Identifier) return isNamed || (findsMacros_ && followsBody(seen.start));
     return before == OpenBracket || before == Less;
 }
 
