@@ -20,7 +20,8 @@ namespace {
 class RoleFinder {
 public:
     RoleFinder(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters)
-        : tokens_(tokens), mode_(mode), readsTypes_(parameters == LambdaParameters::Declared) {}
+        : tokens_(tokens), mode_(mode), readsTypes_(parameters == LambdaParameters::Declared),
+          isInReturnType_(mode == ExprMode::ReturnedType && readsTypes_) {}
 
     void run() {
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
@@ -190,6 +191,7 @@ private:
         if (endsTypeOfMacro(place)) return true;
         if (readsTypes_ && Cpp::isQualifier(previousKind())) return true;
         if (!followsType()) return false;
+        if (isInReturnType_ && outer_.empty()) return true;
         if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto || closesTypeWord(previous_))
             return true;
         // `new T *(a)`
@@ -386,6 +388,7 @@ private:
         } else {
             extendSegment(token);
         }
+        isInReturnType_ = goesOnWithReturnType(token);
         const bool mayQualify = followsParameters_ || previous_ == kNoToken;
         followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
         previous_ = place;
@@ -411,6 +414,13 @@ private:
         if (token.partner == kNoToken) return outer_.empty();
         if (token.partner == 0) return false;
         return tokens_[token.partner - 1].text() == "noexcept" || followsCapture(tokens_, token.partner);
+    }
+
+    // Conditions may follow the type, or the body.
+    bool goesOnWithReturnType(const ExprToken& token) const {
+        if (!outer_.empty()) return isInReturnType_;
+        const bool startsType = readsTypes_ && token.kind == Cpp::Arrow && token.role == ExprRole::BinaryOperator;
+        return startsType || (isInReturnType_ && token.role != ExprRole::Block && token.text() != "requires");
     }
 
     // One that may stand between parameters and "->".
@@ -455,6 +465,7 @@ private:
     bool readsTypes_;
     std::size_t previous_ = kNoToken;
     bool followsParameters_ = false;  // or what qualifies the function whose they are
+    bool isInReturnType_;
     Segment segment_;
     ShallowStack<Segment> outer_;
     int braces_ = 0;  // that are open
