@@ -267,10 +267,11 @@ bool CppFormatter::goesWithDirective(const Cpp::SyntaxNode& node) {
     return stands && settings_.keepsDirectiveComments;
 }
 
-// The first of a block's contents that is no comment or directive tells whether its author indents them.
+// The first of a block's contents that is no comment, directive or label tells whether its author indents them.
 bool CppFormatter::indentsInSource(const Cpp::InteriorNode& node) const {
     const auto& children = node.children();
-    const auto first = std::ranges::find_if(children, [](const auto& child) { return !Cpp::isTrivia(*child); });
+    const auto first = std::ranges::find_if(
+        children, [](const auto& child) { return !Cpp::isTrivia(*child) && !isLabel(*child); });
     return first != children.end() && isAllWhitespace(lineBefore(**first)) && !lineBefore(**first).empty();
 }
 
