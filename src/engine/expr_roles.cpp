@@ -94,8 +94,9 @@ private:
             case Cpp::Identifier:
                 return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
             case Cpp::Colon:
-                return introducesWidth() || (segment_.isChoice && !segment_.sawQuestion) ? ExprRole::Operand
-                                                                                         : ExprRole::BinaryOperator;
+                return introducesWidth() || namesArgument(place) || (segment_.isChoice && !segment_.sawQuestion)
+                           ? ExprRole::Operand
+                           : ExprRole::BinaryOperator;
             case Cpp::Arrow:
                 return followsParameters_ || followsRequirement() ? ExprRole::BinaryOperator : ExprRole::Operand;
             case Cpp::Assign:
@@ -123,6 +124,23 @@ private:
 
     // A ":" of a bit field, as opposed to that of a conditional expression.
     bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
+
+    // Whether the last word begins an argument, which may be read as a parameter.
+    bool followsFirstWord() const {
+        if (previous_ == kNoToken) return false;
+        if (beforePrevious_ == kNoToken) return mode_ == ExprMode::Declaration;
+        const ExprRole before = tokens_[beforePrevious_].role;
+        return !outer_.empty() && (before == ExprRole::GroupOpen || before == ExprRole::Separator);
+    }
+
+    // `DEFINE(a, doc: "text")`: against the word that an argument of a macro begins with.
+    bool namesArgument(std::size_t place) const {
+        if (!readsTypes_ || !followsFirstWord()) return false;
+        const ExprToken& word = tokens_[previous_];
+        const std::size_t behind = place + 1;
+        const bool isApart = behind >= tokens_.size() || tokens_[place].end() < tokens_[behind].offset;
+        return word.kind == Cpp::Identifier && word.end() == tokens_[place].offset && isApart;
+    }
 
     // The "=" of a lambda's capture list.
     bool isCapture(std::size_t place) const {
@@ -391,6 +409,7 @@ private:
         isInReturnType_ = goesOnWithReturnType(token);
         const bool mayQualify = followsParameters_ || previous_ == kNoToken;
         followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
+        beforePrevious_ = previous_;
         previous_ = place;
     }
 
@@ -464,6 +483,7 @@ private:
     ExprMode mode_;
     bool readsTypes_;
     std::size_t previous_ = kNoToken;
+    std::size_t beforePrevious_ = kNoToken;
     bool followsParameters_ = false;  // or what qualifies the function whose they are
     bool isInReturnType_;
     Segment segment_;
