@@ -200,7 +200,9 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
         const bool isInMacros = settings_.keepsUnrecognized && macros.isInside(child) && !out().keepLeadingSpace();
         std::optional<IndentScope> further;
-        if (isBody || isInMacros) further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
+        if (isBody || isInMacros) {
+            further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
+        }
         const bool endsCase = isCaseBlock && settings_.beforeCaseOpen.present && isBreak(**child);
         if (endsCase) {
             formatByLabel(**child);
