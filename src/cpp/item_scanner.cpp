@@ -211,6 +211,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     // const int PRIVATE(sizes)[] = {}
     const bool namesArrayOf = namesMacro && followingKind == OpenBracket && !opensAttribute(following);
     if (findsMacros_ && namesArrayOf && !seen.sawOperator) return Item{Shape::Data, open, 0};
+    // API STACK_OF(int) *f(int a);
+    if (findsMacros_ && namesMacro && followingKind == Asterisk && marksFunction(following)) return std::nullopt;
     // COMMON_HEADER BUFFER_INFO(u8)
     // u32 length;
     const bool endsMacros = namesMacro && isLater && followsMacro(seen);
@@ -281,9 +283,13 @@ bool ItemScanner::followsMacro(const Progress& seen) const {
 // `int *a, *f(int);`, as opposed to the bases of a class.
 bool ItemScanner::isInFrontOfFunction(Index comma, const Progress& seen) const {
     if (!findsMacros_ || seen.typeWords == 0 || seen.sawColon) return false;
-    Index name = next(comma);
-    while (kind(name) == Asterisk || kind(name) == Ampersand) name = next(name);
-    return kind(name) == Identifier && kind(next(name)) == OpenParen;
+    return marksFunction(next(comma));
+}
+
+// `*f(int)`, `f(int)`
+bool ItemScanner::marksFunction(Index place) const {
+    while (kind(place) == Asterisk || kind(place) == Ampersand) place = next(place);
+    return kind(place) == Identifier && kind(next(place)) == OpenParen;
 }
 
 // `ALIGNED(class) A {`: whether a class key is all that stands in the parentheses.
