@@ -17,6 +17,7 @@ namespace Cpp {
 
 // What has been read of a declaration.
 struct ItemScanner::Progress {
+    Index start = kNone;     // the first token
     Index previous = kNone;  // the last token that is no comment
     Index second = kNone;    // the one in front of that, but for what stands in brackets
     Index third = kNone;     // and the one in front of the second
@@ -51,6 +52,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
     using Shape = Item::Shape;
     Progress seen;
     Index place = links_.significant(start);
+    seen.start = place;
     const auto found = [&](Shape shape) {
         noBraceBefore = std::max(noBraceBefore, place);
         return Item{shape, place, 0};
@@ -209,6 +211,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     // const int PRIVATE(sizes)[] = {}
     const bool namesArrayOf = namesMacro && followingKind == OpenBracket && !opensAttribute(following);
     if (findsMacros_ && namesArrayOf && !seen.sawOperator) return Item{Shape::Data, open, 0};
+    // API STACK_OF(int) *f(int a);
+    if (findsMacros_ && namesMacro && followingKind == Asterisk && marksFunction(following)) return std::nullopt;
     // COMMON_HEADER BUFFER_INFO(u8)
     // u32 length;
     const bool endsMacros = namesMacro && isLater && followsMacro(seen);
@@ -279,9 +283,13 @@ bool ItemScanner::followsMacro(const Progress& seen) const {
 // `int *a, *f(int);`, as opposed to the bases of a class.
 bool ItemScanner::isInFrontOfFunction(Index comma, const Progress& seen) const {
     if (!findsMacros_ || seen.typeWords == 0 || seen.sawColon) return false;
-    Index name = next(comma);
-    while (kind(name) == Asterisk || kind(name) == Ampersand) name = next(name);
-    return kind(name) == Identifier && kind(next(name)) == OpenParen;
+    return marksFunction(next(comma));
+}
+
+// `*f(int)`, `f(int)`
+bool ItemScanner::marksFunction(Index place) const {
+    while (kind(place) == Asterisk || kind(place) == Ampersand) place = next(place);
+    return kind(place) == Identifier && kind(next(place)) == OpenParen;
 }
 
 // `ALIGNED(class) A {`: whether a class key is all that stands in the parentheses.
@@ -410,7 +418,9 @@ bool ItemScanner::isBraceInitializer(Index brace, const Progress& seen) const {
     if (seen.sawClassKey) return findsMacros_ && seen.wordsBehindKey > 1 && startsValue(next(brace));
     if (seen.sawColon) return true;
     const int before = kind(seen.previous);
-    if (before == Identifier) return seen.typeWords + seen.lastWords > 1;
+    const bool isNamed = seen.typeWords + seen.lastWords > 1;
+    // struct { int a; } b{1};
+    if (before == Identifier) return isNamed || (findsMacros_ && followsBody(seen.start));
     return before == OpenBracket || before == Less;
 }
 

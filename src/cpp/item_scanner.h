@@ -51,6 +51,7 @@ private:
     Index behindMacroOfHeader(Index open, const Progress& seen) const;
     bool isCommaAtLineEnd(Index place) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
+    bool marksFunction(Index place) const;
     bool followsTypedName(const Progress& seen) const;
     bool holdsMarkedName(Index open) const;
     bool holdsClassKey(Index open) const;

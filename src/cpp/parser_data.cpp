@@ -149,6 +149,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
     std::vector<Token> declarator;
     Token ending;
     Index previous = TokenLinks::kNone;
+    const bool hasTypeInFront = keepsUnrecognized_ && view(tokens).followsBody(tokens.place());
     bool isBraced = false;
     bool hasMacros = false;
     while (true) {
@@ -170,7 +171,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
         }
         if (kind == Colon && scope == Scope::Class) break;
         if (kind == OpenBrace) {
-            isBraced = declarator.size() > 1 && items(tokens).holdsValues(here, previous);
+            isBraced = (hasTypeInFront || declarator.size() > 1) && items(tokens).holdsValues(here, previous);
             if (isBraced) break;
             tokens.next();
             return nullptr;

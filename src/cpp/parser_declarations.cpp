@@ -105,8 +105,11 @@ void Parser::parseTopLevelItem(TokenBuffer& tokens, RootNode& root) {
 
 // An identifier in front of a block, which is a macro's call, or else the start of a declaration.
 void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
+    const Index place = tokens.place();
     const Token name = tokens.next();
-    if (peekSignificant(tokens).kind == OpenBrace) {
+    const bool isDeclared = keepsUnrecognized_ && view(tokens).followsBody(place) &&
+                            items(tokens).holdsValues(view(tokens).next(place), place);
+    if (peekSignificant(tokens).kind == OpenBrace && !isDeclared) {
         root.add(std::make_unique<ExprNode>(std::string(name.text), name.start, name.end));
         skipTrivia(tokens);
         root.add(parseBlock(tokens));

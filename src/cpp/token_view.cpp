@@ -28,6 +28,10 @@ bool TokenView::endsWithAssign(Index openParen) const {
     return isWord(kind(close - 2)) || kind(close - 2) == CloseBracket;
 }
 
+bool TokenView::followsBody(Index place) const {
+    return place > 0 && kind(place - 1) == CloseBrace && !startsLaterLine(place, place - 1);
+}
+
 bool TokenView::opensAttribute(Index place) const {
     if (kind(place) != OpenBracket || kind(place + 1) != OpenBracket) return false;
     const Index inner = links_.closing(place + 1);

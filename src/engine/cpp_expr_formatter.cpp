@@ -47,6 +47,10 @@ void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, 
     format(text, out, ExprMode::Expression, kAsInInput, {}, blocks, hanging);
 }
 
+void CppExprFormatter::formatReturnedType(std::string_view text, OIndentBuf& out) {
+    format(text, out, ExprMode::ReturnedType, kAsInInput, {}, nullptr, HangingLines::Text::Statement);
+}
+
 void CppExprFormatter::formatDeclarationText(std::string_view text, OIndentBuf& out,
                                              const OptionalText& typeWhitespace, HangingLines::Text hanging) {
     format(text, out, ExprMode::Declaration, typeWhitespace, {}, nullptr, hanging);

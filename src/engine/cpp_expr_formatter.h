@@ -46,6 +46,8 @@ public:
     // A text in parentheses is a list: lines hang under its start.
     void formatExpression(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
                           HangingLines::Text hanging = HangingLines::Text::Statement);
+    // The end of a function's head, which begins with the type behind "->".
+    void formatReturnedType(std::string_view text, Zelmor::OIndentBuf& out);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
     void formatDeclarationText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
                                HangingLines::Text hanging = HangingLines::Text::List);

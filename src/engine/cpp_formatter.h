@@ -243,9 +243,14 @@ private:
     void writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after);
 
     // Functions.
+    // What is left to be written of a head.
+    struct HeadRest {
+        std::string_view text;
+        bool isReturnedType = false;  // begins with the type behind "->"
+    };
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     void writeOldParameters(Cpp::KeptNode& parameters);
-    std::string_view writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
+    HeadRest writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     std::string_view breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type);
     bool hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type, std::string_view text) const;

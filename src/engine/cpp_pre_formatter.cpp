@@ -68,6 +68,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         const std::size_t regionsBeforeItem = closedRegions_.size();
         const std::size_t nestedBeforeItem = nestedRegions_.size();
         (*item)->accept(*this);
+        if (opening_ && opening_ == openingBeforeItem) keepsItems_ = true;
         if (!closesWithConstruct_ || regionDepth_ != depth_) continue;
         auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*item)->end());
         region->setProtectedRegion(true);
@@ -95,6 +96,7 @@ void CppPreFormatter::visitChildren(Cpp::InteriorNode* node) {
     const Cpp::CommentNode* openingBefore = opening_;
     enter();
     for (const auto& child : node->children()) child->accept(*this);
+    if (opening_ != openingBefore) keepsItems_ = true;
     leave(*node, openingBefore);
 }
 
@@ -103,6 +105,7 @@ void CppPreFormatter::visitBodies(Cpp::SyntaxNode* node, const Cpp::ExprBodies& 
     const Cpp::CommentNode* openingBefore = opening_;
     enter();
     for (const auto& body : bodies.blocks()) body->accept(*this);
+    if (opening_ != openingBefore) keepsItems_ = true;
     leave(*node, openingBefore);
 }
 
@@ -122,6 +125,7 @@ void CppPreFormatter::visitParts(Node* node, Parts*... parts) {
 void CppPreFormatter::leave(const Cpp::SyntaxNode& node, const Cpp::CommentNode* openingBefore) {
     --depth_;
     if (!opening_ || opening_ == openingBefore) return;
+    leavesBody_ = true;
     regionStart_ = std::min(regionStart_, node.start());
     regionDepth_ = depth_;
 }
@@ -232,11 +236,15 @@ void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
     if (pair == markers_.end()) return;
     pendingEndMarker_ = pair->second;
     opening_ = comment;
+    leavesBody_ = false;
+    keepsItems_ = !isForeignMarker(body);
     regionStart_ = comment->start();
     regionDepth_ = depth_;
 }
 
 void CppPreFormatter::close(Cpp::CommentNode* comment) {
+    // `/* *INDENT-OFF* */ } /* *INDENT-ON* */`, which would keep all that the "}" ends
+    if (leavesBody_ && !keepsItems_ && depth_ == regionDepth_) return forgetRegion();
     if (depth_ > regionDepth_) {
         const auto entered = bodiesEntered();
         if (entered.empty()) {

@@ -26,7 +26,8 @@ namespace Tessel {
 // A region that begins inside a construct and ends outside it, or the other way round, takes in all of that
 // construct; but where it ends among the items of a class, a namespace or a linkage block, and nothing but such
 // bodies stands around its end and not around its beginning, those behind its end stay. The outermost of the bodies
-// holds the region then, and starts where it does; the others start at its end.
+// holds the region then, and starts where it does; the others start at its end. Between markers of other formatters,
+// ends of such bodies alone are no region.
 //
 // The pass also finds the regions that the parser has closed, `#if 0` among them.
 class CppPreFormatter : public Cpp::Emitter {
@@ -121,6 +122,8 @@ private:
     std::vector<Body> bodies_;  // those around the walk whose items may stay behind a region's end
     bool closesWithConstruct_ = false;   // the region's end has been met, inside a construct that it takes in
     std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
+    bool leavesBody_ = false;            // the region begins in a body that has ended,
+    bool keepsItems_ = false;            // and holds more than ends of bodies, or may not be without
     Cpp::NodeRangeRemover::Ranges closedRegions_;
     std::vector<NestedRegion> nestedRegions_;
     std::vector<Region> regions_;

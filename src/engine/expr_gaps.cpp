@@ -125,7 +125,7 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
 
 // The ":" of a bit field, as opposed to operators and labels.
 bool CppExprFormatter::introducesWidth(const Run& run, std::size_t place) {
-    return run.mode == ExprMode::Declarators && run.kindAt(place) == Cpp::Colon &&
+    return run.mode == ExprMode::Declarators && run.groups.empty() && run.kindAt(place) == Cpp::Colon &&
            run.roleAt(place) == ExprRole::Operand;
 }
 

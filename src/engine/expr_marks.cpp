@@ -33,7 +33,10 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool opensDeclarator = isAtParen && isByPointer;
     const bool endsReturnType = isAtParen && isArgument && !isByPointer;  // function<T &(int)>
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;
-    const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty();
+    // In values, `= new T *`, `= []() -> T * {`, types stand in front of marks.
+    const bool isInValue =
+        formatsTypeArguments() && run.previous != kNoToken && run.previousKind() != Cpp::Comma;
+    const bool isBehindComma = run.mode == ExprMode::Declarators && run.groups.empty() && !isInValue;
     const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
     const bool startsLine = settings_.formatsOtherGaps && keepsLine(run);
     const bool areLast = run.nameFollows ? endsText : run.groups.empty();

@@ -20,7 +20,8 @@ namespace {
 class RoleFinder {
 public:
     RoleFinder(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters)
-        : tokens_(tokens), mode_(mode), readsTypes_(parameters == LambdaParameters::Declared) {}
+        : tokens_(tokens), mode_(mode), readsTypes_(parameters == LambdaParameters::Declared),
+          isInReturnType_(mode == ExprMode::ReturnedType && readsTypes_) {}
 
     void run() {
         for (std::size_t place = 0; place < tokens_.size(); ++place) {
@@ -93,8 +94,9 @@ private:
             case Cpp::Identifier:
                 return isDeclaredName(place) ? ExprRole::Name : ExprRole::Operand;
             case Cpp::Colon:
-                return introducesWidth() || (segment_.isChoice && !segment_.sawQuestion) ? ExprRole::Operand
-                                                                                         : ExprRole::BinaryOperator;
+                return introducesWidth() || namesArgument(place) || (segment_.isChoice && !segment_.sawQuestion)
+                           ? ExprRole::Operand
+                           : ExprRole::BinaryOperator;
             case Cpp::Arrow:
                 return followsParameters_ || followsRequirement() ? ExprRole::BinaryOperator : ExprRole::Operand;
             case Cpp::Assign:
@@ -122,6 +124,23 @@ private:
 
     // A ":" of a bit field, as opposed to that of a conditional expression.
     bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
+
+    // Whether the last word begins an argument, which may be read as a parameter.
+    bool followsFirstWord() const {
+        if (previous_ == kNoToken) return false;
+        if (beforePrevious_ == kNoToken) return mode_ == ExprMode::Declaration;
+        const ExprRole before = tokens_[beforePrevious_].role;
+        return !outer_.empty() && (before == ExprRole::GroupOpen || before == ExprRole::Separator);
+    }
+
+    // `DEFINE(a, doc: "text")`: against the word that an argument of a macro begins with.
+    bool namesArgument(std::size_t place) const {
+        if (!readsTypes_ || !followsFirstWord()) return false;
+        const ExprToken& word = tokens_[previous_];
+        const std::size_t behind = place + 1;
+        const bool isApart = behind >= tokens_.size() || tokens_[place].end() < tokens_[behind].offset;
+        return word.kind == Cpp::Identifier && word.end() == tokens_[place].offset && isApart;
+    }
 
     // The "=" of a lambda's capture list.
     bool isCapture(std::size_t place) const {
@@ -190,6 +209,7 @@ private:
         if (endsTypeOfMacro(place)) return true;
         if (readsTypes_ && Cpp::isQualifier(previousKind())) return true;
         if (!followsType()) return false;
+        if (isInReturnType_ && outer_.empty()) return true;
         if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto || closesTypeWord(previous_))
             return true;
         // `new T *(a)`
@@ -386,8 +406,10 @@ private:
         } else {
             extendSegment(token);
         }
+        isInReturnType_ = goesOnWithReturnType(token);
         const bool mayQualify = followsParameters_ || previous_ == kNoToken;
         followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
+        beforePrevious_ = previous_;
         previous_ = place;
     }
 
@@ -411,6 +433,13 @@ private:
         if (token.partner == kNoToken) return outer_.empty();
         if (token.partner == 0) return false;
         return tokens_[token.partner - 1].text() == "noexcept" || followsCapture(tokens_, token.partner);
+    }
+
+    // Conditions may follow the type, or the body.
+    bool goesOnWithReturnType(const ExprToken& token) const {
+        if (!outer_.empty()) return isInReturnType_;
+        const bool startsType = readsTypes_ && token.kind == Cpp::Arrow && token.role == ExprRole::BinaryOperator;
+        return startsType || (isInReturnType_ && token.role != ExprRole::Block && token.text() != "requires");
     }
 
     // One that may stand between parameters and "->".
@@ -454,7 +483,9 @@ private:
     ExprMode mode_;
     bool readsTypes_;
     std::size_t previous_ = kNoToken;
+    std::size_t beforePrevious_ = kNoToken;
     bool followsParameters_ = false;  // or what qualifies the function whose they are
+    bool isInReturnType_;
     Segment segment_;
     ShallowStack<Segment> outer_;
     int braces_ = 0;  // that are open

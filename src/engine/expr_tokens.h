@@ -131,9 +131,10 @@ inline bool isPack(const ExprTokens& tokens, std::size_t place) {
            kindAt(tokens, place + 2) == Cpp::Dot;
 }
 
-// How a text is read: as an expression; as a declaration in which marks and names stand behind types; or as the
-// part of a data declaration behind its type, `a[10], *b = 0`.
-enum class ExprMode { Expression, Declaration, Declarators };
+// How a text is read: as an expression; as a declaration in which marks and names stand behind types; as the
+// part of a data declaration behind its type, `a[10], *b = 0`; or as the end of a head that begins with the type it
+// returns, `T & override`.
+enum class ExprMode { Expression, Declaration, Declarators, ReturnedType };
 
 // What stands between the parentheses of a lambda: by FORMAT_TYPE_ARGUMENTS, types that names follow. Two names in
 // parentheses are a cast then.

@@ -1,5 +1,7 @@
 #include "engine/format_options.h"
 
+#include <algorithm>
+
 #include "engine/scheme_values.h"
 #include "scheme/extension_keys.h"
 
@@ -24,11 +26,24 @@ const MarkerPairs& protectedRegionMarkers() {
     return markers;
 }
 
-FormatOptions withMarkersOfScheme(FormatOptions options) {
-    static const MarkerPairs foreign{
+namespace {
+
+const MarkerPairs& foreignMarkers() {
+    static const MarkerPairs markers{
         {"clang-format off", "clang-format on"},
         {"*INDENT-OFF*", "*INDENT-ON*"},
     };
+    return markers;
+}
+
+}  // namespace
+
+bool isForeignMarker(std::string_view opening) {
+    return std::ranges::any_of(foreignMarkers(), [opening](const auto& pair) { return pair.first == opening; });
+}
+
+FormatOptions withMarkersOfScheme(FormatOptions options) {
+    const MarkerPairs& foreign = foreignMarkers();
     if (readSwitch(options.scheme, Keys::KEEP_FOREIGN_REGIONS)) {
         options.markers.insert(options.markers.end(), foreign.begin(), foreign.end());
     }

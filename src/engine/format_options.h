@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,6 +14,9 @@ using MarkerPairs = std::vector<std::pair<std::string, std::string>>;
 
 // The marker pairs of the program. Built on first use.
 const MarkerPairs& protectedRegionMarkers();
+
+// Whether another formatter's region begins with a comment of that body.
+bool isForeignMarker(std::string_view opening);
 
 // What every pass is built from.
 struct FormatOptions {

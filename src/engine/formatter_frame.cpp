@@ -8,6 +8,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
+#include "engine/macro_blocks.h"
 #include "engine/scheme_values.h"
 #include "engine/source_copy.h"
 #include "scheme/property_keys.h"
@@ -187,6 +188,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     auto commentsEnd = first;
     ConditionalBodies bodies(source_);
+    MacroBlocks macros(source_, first, node.childEnd(), out().tabSize());
     const bool isOfSwitch = settings_.formatsLabels && indent.key == settings_.caseContentIndent.key;
     const auto firstLabel = isOfSwitch ? findFirstLabel(first, node.childEnd()) : first;
     std::optional<IndentScope> inFrontOfLabels;
@@ -196,8 +198,11 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         previousSibling_ = previous;
         if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
         const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
+        const bool isInMacros = settings_.keepsUnrecognized && macros.isInside(child) && !out().keepLeadingSpace();
         std::optional<IndentScope> further;
-        if (isBody) further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
+        if (isBody || isInMacros) {
+            further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
+        }
         formatChild(**child, isCaseBlock);
         isCaseBlock = false;
         if (lastLabel_ == child->get()) {
@@ -267,10 +272,11 @@ bool CppFormatter::goesWithDirective(const Cpp::SyntaxNode& node) {
     return stands && settings_.keepsDirectiveComments;
 }
 
-// The first of a block's contents that is no comment or directive tells whether its author indents them.
+// The first of a block's contents that is no comment, directive or label tells whether its author indents them.
 bool CppFormatter::indentsInSource(const Cpp::InteriorNode& node) const {
     const auto& children = node.children();
-    const auto first = std::ranges::find_if(children, [](const auto& child) { return !Cpp::isTrivia(*child); });
+    const auto first = std::ranges::find_if(
+        children, [](const auto& child) { return !Cpp::isTrivia(*child) && !isLabel(*child); });
     return first != children.end() && isAllWhitespace(lineBefore(**first)) && !lineBefore(**first).empty();
 }
 

@@ -190,9 +190,15 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         writeKeptBreak(blanks);
         rest.remove_prefix(blanks.size());
     }
-    rest = writeGapBehindParameters(*head, rest);
+    const HeadRest ending = writeGapBehindParameters(*head, rest);
+    rest = ending.text;
     const std::size_t lineOfTry = keepsLines() ? breakBeforeTry(rest) : rest.size();
-    if (!rest.empty()) exprFormatter_.formatExpression(rest.substr(0, lineOfTry), out());
+    const std::string_view tail = rest.substr(0, lineOfTry);
+    if (ending.isReturnedType) {
+        exprFormatter_.formatReturnedType(tail, out());
+    } else if (!tail.empty()) {
+        exprFormatter_.formatExpression(tail, out());
+    }
     if (lineOfTry < rest.size()) {
         const std::string_view blanks = leadingBlanks(rest.substr(lineOfTry));
         writeKeptBreakAt(blanks, base);
@@ -204,21 +210,22 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
 
 // Where a word, or the type that is returned, follows the ")" that the rest of a head begins with. Returns what is left
 // to be written.
-std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest) {
-    if (!rest.starts_with(')')) return rest;
+CppFormatter::HeadRest CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadNode& head,
+                                                              std::string_view rest) {
+    if (!rest.starts_with(')')) return {rest};
     const OptionalText& wanted = settings_.beforeFunctionQualifier;
     const std::string_view blanks = leadingBlanks(rest.substr(1));
-    const std::string_view tail = rest.substr(1 + blanks.size());
+    std::string_view tail = rest.substr(1 + blanks.size());
     if (callsMember(head, tail)) {
         out().write(")");
-        if (!keepsBreak(blanks, kAsInInput)) return rest.substr(1);
+        if (!keepsBreak(blanks, kAsInInput)) return {rest.substr(1)};
         writeKeptBreak(blanks);
-        return tail;
+        return {tail};
     }
-    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return rest;
+    if (!startsWithQualifier(tail) || isLineBreak(blanks)) return {rest};
     if (!wanted.present) {
         writer_.leave(blanks, wanted);
-        return rest;
+        return {rest};
     }
     out().write(")");
     writer_.replace(blanks, wanted);
@@ -228,18 +235,18 @@ std::string_view CppFormatter::writeGapBehindParameters(const Cpp::FunctionHeadN
         const std::string_view more = tail.substr(length);
         const std::string_view apart = leadingBlanks(more);
         const std::string_view next = trimLeft(more);
-        const bool isWord = !next.empty() && (next.front() == '=' || Cpp::isNameStart(next.front()));
-        if (!isWord || isLineBreak(apart)) return more;
+        const bool isApart = next.starts_with('=') || startsWithQualifier(next);
+        if (!isApart || isLineBreak(apart)) return {more};
         writer_.replace(apart, wanted);
-        return next;
+        tail = next;
     }
-    if (!tail.starts_with("->")) return tail;
+    if (!tail.starts_with("->")) return {tail};
     out().write("->");
     const std::string_view type = tail.substr(2);
     const OptionalText& apart = exprFormatter_.settings().afterOperator;
-    if (!apart.present || isLineBreak(leadingBlanks(type))) return type;
+    if (!apart.present || isLineBreak(leadingBlanks(type))) return {type, true};
     writer_.replace(leadingBlanks(type), apart);
-    return trimLeft(type);
+    return {trimLeft(type), true};
 }
 
 // Writes what stands in front of the name. Returns the column of the head's first character.

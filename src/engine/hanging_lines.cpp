@@ -87,6 +87,8 @@ int HangingLines::columnFor(std::size_t place) const {
         return standsBelowQuestion(level, next) ? columns_[level.question] : level.element.questions.back();
     }
     if (kind == Cpp::Colon && level.section != kNone) return level.first;
+    const bool isInList = level.kind == Level::Kind::List || level.isBraced();
+    if (kind == Cpp::Comma && isInList && level.first != kNone) return level.first;
     // A type and the name that is declared are one element.
     const bool isName = token.role == ExprRole::Name || (kind == Cpp::Identifier && followsMark());
     if (isName && level.kind == Level::Kind::List && level.element.start != kNone) {

@@ -67,6 +67,7 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
 
 void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
+    bool isBehindComma = false;
     const bool hasBodyBehind = keepsLines() && Cpp::as<Cpp::InitializerListNode>(&list);
     std::size_t left = hasBodyBehind ? endOfInitializers(list) : list.size();
     for (const auto& child : list.children()) {
@@ -76,7 +77,8 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         if (left > 0) --left;
         if (previous) {
             const std::string_view gap = writer_.readGap(child->start());
-            const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody &&
+            isBehindComma |= trimLeft(gap).starts_with(',');
+            const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody && !isBehindComma &&
                                       Cpp::as<Cpp::CommentNode>(child.get()) && isAllWhitespace(gap) &&
                                       (isLineBreak(gap) || out().column() == 0);
             if (isAboveComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
@@ -87,6 +89,7 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         ValueScope<bool> isAmongOthers(isAmongElements_, list.size() > 1);
         child->accept(*this);
         previous = child.get();
+        if (!Cpp::isTrivia(*child)) isBehindComma = false;
     }
 }
 
