@@ -42,6 +42,19 @@ bool isBreak(const Cpp::SyntaxNode& node) {
     return statement && (statement->text() == "break" || statement->text() == "break;");
 }
 
+// Of the nodes of a list, those that stand one step further than the others.
+struct FurtherNodes {
+    // To be asked of each node in turn.
+    bool contain(MacroBlocks::Place node, bool areIndented) {
+        const bool isBody = bodies.isBody(**node);
+        const bool isInMacros = macros.isInside(node);
+        return isBody || (isInMacros && areIndented);
+    }
+
+    ConditionalBodies bodies;
+    MacroBlocks macros;
+};
+
 // What stands behind a "}" and belongs to what that ends: the declarators of a class or enumeration, and handlers.
 bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& node) {
     if (Cpp::as<Cpp::ClassDeclNode>(&previous) || Cpp::as<Cpp::EnumDeclNode>(&previous)) {
@@ -187,8 +200,7 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
     const Cpp::SyntaxNode* previous = nullptr;
     bool isCaseBlock = false;  // the one in front, as in `case 1: { … } break;`
     auto commentsEnd = first;
-    ConditionalBodies bodies(source_);
-    MacroBlocks macros(source_, first, node.childEnd(), out().tabSize());
+    FurtherNodes furtherNodes{ConditionalBodies(source_), {source_, first, node.childEnd(), out().tabSize()}};
     const bool isOfSwitch = settings_.formatsLabels && indent.key == settings_.caseContentIndent.key;
     const auto firstLabel = isOfSwitch ? findFirstLabel(first, node.childEnd()) : first;
     std::optional<IndentScope> inFrontOfLabels;
@@ -197,10 +209,8 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         if (child == firstLabel) inFrontOfLabels.reset();
         previousSibling_ = previous;
         if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
-        const bool isBody = settings_.keepsUnrecognized && bodies.isBody(**child);
-        const bool isInMacros = settings_.keepsUnrecognized && macros.isInside(child) && !out().keepLeadingSpace();
         std::optional<IndentScope> further;
-        if (isBody || isInMacros) {
+        if (settings_.keepsUnrecognized && furtherNodes.contain(child, !out().keepLeadingSpace())) {
             further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
         }
         formatChild(**child, isCaseBlock);
