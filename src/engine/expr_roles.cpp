@@ -406,7 +406,7 @@ private:
         } else {
             extendSegment(token);
         }
-        isInReturnType_ = goesOnWithReturnType(token);
+        if (isInReturnType_ || token.kind == Cpp::Arrow) isInReturnType_ = goesOnWithReturnType(token);
         const bool mayQualify = followsParameters_ || previous_ == kNoToken;
         followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
         beforePrevious_ = previous_;

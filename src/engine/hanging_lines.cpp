@@ -114,7 +114,7 @@ bool HangingLines::followsMacroCall() const {
 
 // `IF_FEATURE(a,)`: the call of a macro that an element begins with takes the comma behind that, a name, in.
 bool HangingLines::endsInComma(std::size_t close) const {
-    if (tokens_[close].kind != Cpp::CloseParen || kindAt(tokens_, previous_) != Cpp::Comma) return false;
+    if (kindAt(tokens_, previous_) != Cpp::Comma) return false;
     const std::size_t open = tokens_[close].partner;
     const bool holdsName = previous_ == open + 2 && kindAt(tokens_, open + 1) == Cpp::Identifier;
     return holdsName && (levels_.back().kind != Level::Kind::Statement || open == 1);
@@ -270,7 +270,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         const int returned = level.isReturned && kind == Cpp::Comma ? element.operand : kNone;
         element = {};
         element.operand = returned;
-    } else if (endsInComma(place)) {
+    } else if (kind == Cpp::CloseParen && endsInComma(place)) {
         element = {};
         if (level.kind == Level::Kind::Statement) level.behindComma = level.base;
     } else if (isMemberAccess(kind) && !startsElement && element.chain == kNone) {
