@@ -95,7 +95,9 @@ bool CppExprFormatter::hangsInType(const Run& run) const {
 void CppExprFormatter::startSourceHanging(Run& run) const {
     if (run.firstText >= run.tokens.size()) return;
     const std::string_view first = run.text.substr(run.tokens[run.firstText].offset);
-    const int column = sourceColumns().nearColumnOf(first);
+    // The blanks in front of a comment go with it.
+    const bool leadsByComment = run.firstText == 0 && run.roleAt(0) == ExprRole::Trivia;
+    const int column = sourceColumns().nearColumnOf(leadsByComment ? run.text : first);
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);
     const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
