@@ -226,7 +226,10 @@ private:
         if (segment_.sawQualifier) return true;
         const int kind = kindAt(tokens_, next);
         if (kind == Cpp::Assign) return isInDeclaration();
-        if (kind == Cpp::OpenParen) return isInDeclaration() && kindAt(tokens_, next + 1) == Cpp::Asterisk;
+        if (kind == Cpp::OpenParen) {
+            const int inside = kindAt(tokens_, next + 1);
+            return isInDeclaration() && (isPointerMark(inside) || inside == Cpp::LogicalAnd);
+        }
         // A template's argument has no name: `constant<A::a * B::b>`
         if (kind != Cpp::Identifier || segment_.isArgument) return false;
         const std::size_t behindName = nextPlace(tokens_, next);
