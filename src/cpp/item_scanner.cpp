@@ -309,7 +309,7 @@ bool ItemScanner::followsTypedName(const Progress& seen) const {
         case Less: return seen.third != kNone && kind(seen.third) == Identifier;
         case Asterisk:
         case Ampersand: return seen.typeWords > 0;
-        default: return type.kind >= KeywordChar && type.kind <= KeywordVoid;
+        default: return isBuiltinTypeKeyword(type.kind);
     }
 }
 
@@ -465,10 +465,10 @@ bool ItemScanner::holdsValues(Index openBrace, Index previous) const {
             break;
     }
     const int before = previous == kNone ? Trn::kEndKind : kind(previous);
-    if (before >= KeywordChar && before <= KeywordVoid) {
+    if (isBuiltinTypeKeyword(before)) {
         return !links_.holdsStatements(openBrace) && followsValue(followingKind);
     }
-    return before >= Semicolon && before <= ArrowAsterisk && before != Semicolon && before != Colon &&
+    return isPunctuation(before) && before != Semicolon && before != Colon &&
            before != OpenBrace && before != CloseBrace && !links_.holdsStatements(openBrace);
 }
 

@@ -4,14 +4,6 @@ namespace Cpp {
 
 namespace {
 
-constexpr bool isPunctuation(int kind) {
-    return kind >= Semicolon && kind <= ArrowAsterisk;
-}
-
-constexpr bool isBuiltInType(int kind) {
-    return kind >= KeywordChar && kind <= KeywordVoid;
-}
-
 // Words that are no keywords in C, but for those that may stand at the end of a type.
 constexpr bool isReservedByCpp(int kind) {
     switch (kind) {
@@ -90,8 +82,8 @@ bool KeywordNames::isClassName(int following) const {
         case OpenBracket:
         case Colon: return false;
         case Comma:
-        case Assign: return followsTypeAndMark() || isBuiltInType(ahead_);
-        case CloseParen: return followsTypeAndMark() || isBuiltInType(ahead_) || ahead_ == Comma;
+        case Assign: return followsTypeAndMark() || isBuiltinTypeKeyword(ahead_);
+        case CloseParen: return followsTypeAndMark() || isBuiltinTypeKeyword(ahead_) || ahead_ == Comma;
         default: return true;
     }
 }
@@ -99,7 +91,7 @@ bool KeywordNames::isClassName(int following) const {
 // `T *`, `T **`, as opposed to the `*` of an expression, which has no pointer behind it.
 bool KeywordNames::followsTypeAndMark() const {
     return ahead_ == Asterisk &&
-           (beforeAhead_ == Asterisk || beforeAhead_ == Identifier || isBuiltInType(beforeAhead_));
+           (beforeAhead_ == Asterisk || beforeAhead_ == Identifier || isBuiltinTypeKeyword(beforeAhead_));
 }
 
 }  // namespace Cpp

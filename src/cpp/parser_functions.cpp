@@ -14,10 +14,6 @@ namespace Cpp {
 
 namespace {
 
-bool isPunctuator(int kind) {
-    return kind >= Semicolon && kind <= ArrowAsterisk;
-}
-
 // The first ">" of a ">>" goes to the text; the token is the second one from here on.
 void takeHalf(Trn::Token& token, TokenText& text) {
     Trn::Token half = token;
@@ -192,7 +188,7 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
         default:
             break;
     }
-    if (isPunctuator(first.kind)) {
+    if (isPunctuation(first.kind)) {
         // A specialisation carries its arguments behind the operator.
         return peekSignificant(tokens).kind != Less || takeClosingAngle(tokens);
     }

@@ -20,6 +20,15 @@ constexpr bool isTrivia(int kind) {
     return kind == Directive || isComment(kind) || isRegion(kind);
 }
 
+constexpr bool isBuiltinTypeKeyword(int kind) {
+    return kind >= KeywordChar && kind <= KeywordVoid;
+}
+
+// A sign of the language: brackets, separators, operators.
+constexpr bool isPunctuation(int kind) {
+    return kind >= Semicolon && kind <= ArrowAsterisk;
+}
+
 constexpr bool isKeyword(int kind) {
     return kind >= KeywordClass && kind <= KeywordVoid;
 }
@@ -76,7 +85,7 @@ constexpr bool isQualifier(int kind) {
 
 // A token behind the "}" of a list of values.
 constexpr bool followsValue(int kind) {
-    return (kind >= Semicolon && kind <= ArrowAsterisk && kind != OpenBrace && kind != CloseBrace &&
+    return (isPunctuation(kind) && kind != OpenBrace && kind != CloseBrace &&
             kind != Tilde && kind != Exclamation) ||
            kind == CloseBrace;
 }
@@ -89,7 +98,7 @@ constexpr bool startsData(int kind) {
         case KeywordSigned:
         case KeywordUnsigned:
         case KeywordTypename: return true;
-        default: return isQualifier(kind) || (kind >= KeywordChar && kind <= KeywordVoid);
+        default: return isQualifier(kind) || isBuiltinTypeKeyword(kind);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "cpp/characters.h"
+#include "cpp/token_sets.h"
 
 namespace Cpp {
 
@@ -61,7 +62,7 @@ bool isMacroBehindName(const Trn::Token& type, const Trn::Token& name, const Trn
         case Greater:
         case Asterisk:
         case Ampersand: return true;
-        default: return isName(type) || (type.kind >= KeywordChar && type.kind <= KeywordVoid);
+        default: return isName(type) || isBuiltinTypeKeyword(type.kind);
     }
 }
 

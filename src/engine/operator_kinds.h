@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "trn/token.h"
 
 // What the passes ask about the kinds of tokens below the level of the tree.
@@ -24,7 +25,7 @@ constexpr bool isPointerMark(int kind) { return kind == Cpp::Asterisk || kind ==
 
 constexpr bool isLogicalAndOr(int kind) { return kind == Cpp::LogicalAnd || kind == Cpp::LogicalOr; }
 
-constexpr bool isBuiltinTypeKeyword(int kind) { return kind >= Cpp::KeywordChar && kind <= Cpp::KeywordVoid; }
+using Cpp::isBuiltinTypeKeyword;
 
 // Of a word or a literal that stands for a value.
 constexpr bool isValueKind(int kind) {
