@@ -14,6 +14,7 @@
 
 namespace Tessel {
 
+// What it calls for every token is called nowhere else.
 void RoleFinder::run() {
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         if (tokens_[place].role == ExprRole::Trivia) continue;
@@ -22,7 +23,7 @@ void RoleFinder::run() {
     }
 }
 
-ExprRole RoleFinder::roleOf(std::size_t place) const {
+inline ExprRole RoleFinder::roleOf(std::size_t place) const {
     const ExprToken& token = tokens_[place];
     const int kind = token.kind;
     if (token.role == ExprRole::Block) return ExprRole::Block;
@@ -80,7 +81,7 @@ ExprRole RoleFinder::roleOf(std::size_t place) const {
 }
 
 // The token behind "operator", and the ")" or "]" that belongs to it.
-bool RoleFinder::isOperatorName(std::size_t place) const {
+inline bool RoleFinder::isOperatorName(std::size_t place) const {
     const int kind = kindAt(tokens_, place);
     return kind >= Cpp::Assign || kind == Cpp::Comma || kind == Cpp::OpenParen;
 }
@@ -113,7 +114,7 @@ bool RoleFinder::isCapture(std::size_t place) const {
            (kindAt(tokens_, place + 1) == Cpp::CloseBracket || kindAt(tokens_, place + 1) == Cpp::Comma);
 }
 
-void RoleFinder::advance(std::size_t place) {
+inline void RoleFinder::advance(std::size_t place) {
     ExprToken& token = tokens_[place];
     if (token.kind == Cpp::OpenBrace) ++braces_;
     if (token.kind == Cpp::CloseBrace) --braces_;
@@ -164,7 +165,7 @@ bool RoleFinder::followsArgumentWord() const {
 }
 
 // The ")" of a lambda's parameters, or that of a function whose head has begun in front of the text.
-bool RoleFinder::endsParameters(std::size_t place) const {
+inline bool RoleFinder::endsParameters(std::size_t place) const {
     const ExprToken& token = tokens_[place];
     if (token.kind != Cpp::CloseParen) return false;
     if (token.partner == kNoToken) return outer_.empty();
@@ -173,21 +174,21 @@ bool RoleFinder::endsParameters(std::size_t place) const {
 }
 
 // Conditions may follow the type, or the body.
-bool RoleFinder::goesOnWithReturnType(const ExprToken& token) const {
+inline bool RoleFinder::goesOnWithReturnType(const ExprToken& token) const {
     if (!outer_.empty()) return isInReturnType_;
     const bool startsType = readsTypes_ && token.kind == Cpp::Arrow && token.role == ExprRole::BinaryOperator;
     return startsType || (isInReturnType_ && token.role != ExprRole::Block && token.text() != "requires");
 }
 
 // One that may stand between parameters and "->".
-bool RoleFinder::isQualifierOfFunction(std::size_t place) const {
+inline bool RoleFinder::isQualifierOfFunction(std::size_t place) const {
     const ExprToken& token = tokens_[place];
     return Cpp::isQualifier(token.kind) || token.kind == Cpp::KeywordMutable || token.kind == Cpp::Ampersand ||
            token.kind == Cpp::LogicalAnd || token.text() == "noexcept" || token.text() == "override" ||
            token.text() == "final";
 }
 
-bool RoleFinder::isCallee() const {
+inline bool RoleFinder::isCallee() const {
     const int kind = previousKind();
     return previousRole() == ExprRole::Name || previousRole() == ExprRole::Block ||
            kind == Cpp::Identifier || kind == Cpp::KeywordSizeof || kind == Cpp::KeywordThrow ||
@@ -195,7 +196,7 @@ bool RoleFinder::isCallee() const {
            previousRole() == ExprRole::TemplateClose;
 }
 
-void RoleFinder::extendSegment(const ExprToken& token) {
+inline void RoleFinder::extendSegment(const ExprToken& token) {
     const int kind = token.kind;
     segment_.sawQuestion |= kind == Cpp::Question;
     segment_.sawQualifier |= Cpp::isQualifier(kind) || Cpp::isClassKey(kind);
