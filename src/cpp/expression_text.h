@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
 
+#include "cpp/leaf_text.h"
 #include "cpp/parser.h"
 #include "cpp/token_kind.h"
 
@@ -19,11 +21,18 @@ struct Parser::Expression {
     void add(const Token& token, Index place) {
         previous = place;
         sawTemplate |= token.kind == KeywordTemplate;
-        if (form == Form::Statement && isLeftOut(token.kind)) {
-            text.extend(token);
+        if (form == Form::Statement && isLeftOutOfStatements(token.kind)) {
+            text.leaveOut(token);
         } else {
             text.add(token);
         }
+    }
+
+    // Takes `count` tokens in front of the place, which go on with the text; none is a "template".
+    void widen(const Token& last, Index end, std::size_t count) {
+        previous = end - 1;
+        const bool isWhole = form == Form::Whole;
+        text.widen(last, count, isWhole ? LeafText::Form::Joined : LeafText::Form::JoinedStatement);
     }
 
     bool expectsBodyAt(Index place) const {
@@ -34,17 +43,6 @@ struct Parser::Expression {
         auto leaf = text.makeLeaf<ExprNode>();
         if (leaf) leaf->setBodies(std::move(bodies));
         return leaf;
-    }
-
-    static bool isLeftOut(int kind) {
-        switch (kind) {
-            case OpenParen:
-            case CloseParen:
-            case Less:
-            case Greater:
-            case KeywordTemplate: return true;
-            default: return false;
-        }
     }
 
     Form form;

@@ -125,12 +125,6 @@ int keywordKind(std::string_view word) {
     return Identifier;
 }
 
-std::string_view keywordSpelling(int kind) {
-    const auto* found = std::find_if(std::begin(keywordTable), std::end(keywordTable),
-                                     [kind](const Keyword& keyword) { return keyword.kind == kind; });
-    return found == std::end(keywordTable) ? std::string_view() : found->spelling;
-}
-
 bool isScopedOperatorWord(std::string_view word) {
     return std::find(std::begin(scopedOperatorWords), std::end(scopedOperatorWords), word) !=
            std::end(scopedOperatorWords);

@@ -7,9 +7,6 @@ namespace Cpp {
 // The kind of a word: a keyword's own, or Identifier.
 int keywordKind(std::string_view word);
 
-// How a keyword is spelled; empty for a kind that is none.
-std::string_view keywordSpelling(int kind);
-
 // A word that is cut off a qualified name: `A::operator` is the name "A" and a keyword.
 bool isScopedOperatorWord(std::string_view word);
 

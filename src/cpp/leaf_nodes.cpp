@@ -6,7 +6,7 @@
 namespace Cpp {
 
 bool CommentNode::isDelimitedBy(std::string_view delimiter) const {
-    return !protectedRegion_ && std::string_view(text()).starts_with(delimiter);
+    return !protectedRegion_ && text().starts_with(delimiter);
 }
 
 std::string CommentNode::body() const {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "cpp/leaf_text.h"
 #include "cpp/syntax_node.h"
 
 // The leaves of the tree: pieces of text with the positions at which they stand.
@@ -38,15 +39,17 @@ private:
 // A leaf whose only data is a text.
 class TextLeaf : public LeafNode {
 public:
-    explicit TextLeaf(std::string text) : text_(std::move(text)) {}
-    TextLeaf(std::string text, Trn::Position start, Trn::Position end)
-        : LeafNode(start, end), text_(std::move(text)) {}
+    explicit TextLeaf(std::string_view text) : text_(text) {}
+    TextLeaf(LeafText text, Trn::Position start, Trn::Position end) : LeafNode(start, end), text_(std::move(text)) {}
 
-    virtual void setText(std::string text) { text_ = std::move(text); }
-    virtual const std::string& text() const { return text_; }
+    void setText(std::string_view text) { text_ = LeafText(text); }
+    std::string_view text() const { return text_.view(); }
+    // What the text begins with; cheap, while a whole text may have to be made.
+    std::string_view firstWord() const { return text_.firstWord(); }
+    bool startsWith(char first) const { return text_.startsWith(first); }
 
 private:
-    std::string text_;
+    LeafText text_;
 };
 
 class TextNode : public VisitableNode<TextNode, TextLeaf> {
@@ -90,9 +93,8 @@ public:
 // A name. Throws InvalidId when it is empty.
 class IdNode : public VisitableNode<IdNode, TextNode> {
 public:
-    explicit IdNode(std::string name) : IdNode(std::move(name), {}, {}) {}
-    IdNode(std::string name, Trn::Position start, Trn::Position end)
-        : VisitableNode(std::move(name), start, end) {
+    explicit IdNode(std::string_view name) : IdNode(LeafText(name), {}, {}) {}
+    IdNode(LeafText name, Trn::Position start, Trn::Position end) : VisitableNode(std::move(name), start, end) {
         if (text().empty()) throw InvalidId();
     }
 };
@@ -122,7 +124,7 @@ private:
 // that stand in it are its bodies.
 class ExprNode : public VisitableNode<ExprNode, TextLeaf> {
 public:
-    ExprNode() : VisitableNode(std::string()) {}
+    ExprNode() : VisitableNode(std::string_view()) {}
     using VisitableNode::VisitableNode;
 
     const ExprBodies& bodies() const { return bodies_; }
@@ -162,15 +164,14 @@ public:
 // A leaf whose only data is a name.
 class NamedLeaf : public LeafNode {
 public:
-    explicit NamedLeaf(std::string name) : name_(std::move(name)) {}
-    NamedLeaf(std::string name, Trn::Position start, Trn::Position end)
-        : LeafNode(start, end), name_(std::move(name)) {}
+    explicit NamedLeaf(std::string_view name) : name_(name) {}
+    NamedLeaf(LeafText name, Trn::Position start, Trn::Position end) : LeafNode(start, end), name_(std::move(name)) {}
 
-    const std::string& name() const { return name_; }
-    void setName(std::string name) { name_ = std::move(name); }
+    std::string_view name() const { return name_.view(); }
+    void setName(std::string_view name) { name_ = LeafText(name); }
 
 private:
-    std::string name_;
+    LeafText name_;
 };
 
 // The words of an enum's head, "enum" included.
@@ -190,7 +191,7 @@ class ClassNameNode : public VisitableNode<ClassNameNode, NamedLeaf> {
 public:
     static constexpr int kClass = 0;  // the key: 1 is "struct", 2 "union"
 
-    ClassNameNode(int classKey, std::string name, Trn::Position start = {}, Trn::Position end = {})
+    ClassNameNode(int classKey, LeafText name, Trn::Position start = {}, Trn::Position end = {})
         : VisitableNode(std::move(name), start, end), classKey_(classKey) {}
 
     // 0 class, 1 struct, 2 union.
@@ -204,8 +205,7 @@ private:
 // One base class.
 class BaseClauseNode : public VisitableNode<BaseClauseNode, NamedLeaf> {
 public:
-    BaseClauseNode(int access, bool isVirtual, std::string name, Trn::Position start = {},
-                   Trn::Position end = {})
+    BaseClauseNode(int access, bool isVirtual, LeafText name, Trn::Position start = {}, Trn::Position end = {})
         : VisitableNode(std::move(name), start, end), access_(access), isVirtual_(isVirtual) {}
 
     // 0 none given, 1 public, 2 protected, 3 private.

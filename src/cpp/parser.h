@@ -96,6 +96,7 @@ private:
     void skipStatement(TokenBuffer& tokens, int kind, InteriorNode* comments = nullptr);
     bool collectUntilKind(TokenBuffer& tokens, int kind);
     void addThrough(TokenBuffer& tokens, Index end, TokenText& text);
+    static void addRun(TokenBuffer& tokens, Index end, TokenText& text);
     TokenView view(const TokenBuffer& tokens) const { return {tokens, links_}; }
     HeadScanner heads(const TokenBuffer& tokens) const { return {tokens, links_}; }
     MacroScanner macros(const TokenBuffer& tokens) const { return {tokens, links_}; }
@@ -177,6 +178,8 @@ private:
     struct Expression;
     void takeToken(TokenBuffer& tokens, Expression& expression);
     void takeGroup(TokenBuffer& tokens, Index close, Expression& expression);
+    void takeRun(TokenBuffer& tokens, Index end, Expression& expression) const;
+    bool mayConcernBodies(const TokenBuffer& tokens, Index place) const;
     bool takeBody(TokenBuffer& tokens, Expression& expression);
     void noteBody(const TokenBuffer& tokens, Expression& expression) const;
     std::unique_ptr<BlockNode> parseRequirements(TokenBuffer& tokens);

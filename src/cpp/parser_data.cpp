@@ -136,10 +136,19 @@ bool endsWithMacro(TokenSpan declarator, bool hasMacros) {
     return isMacroBehindName(last[0], last[1], last[2]);
 }
 
+// Comments and directives are left out.
+LeafText textOf(TokenSpan tokens) {
+    TokenText text;
+    for (const Token& token : tokens) {
+        if (!isTrivia(token.kind)) text.add(token);
+    }
+    return text.take();
+}
+
 template <typename Node>
 std::unique_ptr<Node> makeNode(TokenSpan tokens) {
     if (tokens.empty()) return nullptr;
-    return std::make_unique<Node>(typeText(tokens), tokens.front().start, tokens.back().end);
+    return std::make_unique<Node>(textOf(tokens), tokens.front().start, tokens.back().end);
 }
 
 }  // namespace

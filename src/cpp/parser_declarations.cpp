@@ -110,7 +110,7 @@ void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
     const bool isDeclared = keepsUnrecognized_ && view(tokens).followsBody(place) &&
                             items(tokens).holdsValues(view(tokens).next(place), place);
     if (peekSignificant(tokens).kind == OpenBrace && !isDeclared) {
-        root.add(std::make_unique<ExprNode>(std::string(name.text), name.start, name.end));
+        root.add(std::make_unique<ExprNode>(LeafText(name), name.start, name.end));
         skipTrivia(tokens);
         root.add(parseBlock(tokens));
         return;

@@ -101,6 +101,28 @@ void Parser::takeGroup(TokenBuffer& tokens, Index close, Expression& expression)
         if (kind == OpenBracket || kind == Identifier) noteBody(tokens, expression);
         if (kind == OpenBrace && takeBody(tokens, expression)) continue;
         expression.add(tokens.next(), here);
+        if (expression.text.isStretch()) takeRun(tokens, close + 1, expression);
+    }
+}
+
+// Takes all tokens of the source that follow each other, in front of the place, but for those that tell of bodies.
+void Parser::takeRun(TokenBuffer& tokens, Index end, Expression& expression) const {
+    const Index first = tokens.place();
+    Index last = first;
+    while (last < end && tokens.isPiece(last) && !mayConcernBodies(tokens, last)) ++last;
+    if (last == first) return;
+    expression.widen(tokens.at(last - 1), last, last - first);
+    tokens.moveTo(last);
+}
+
+bool Parser::mayConcernBodies(const TokenBuffer& tokens, Index place) const {
+    switch (const int kind = tokens.kindAt(place)) {
+        case Unknown:
+        case OpenBracket:
+        case OpenBrace:
+        case KeywordTemplate: return true;
+        case Identifier: return tokens.lengthAt(place) == kRequires.size();
+        default: return isTrivia(kind);
     }
 }
 
@@ -172,7 +194,7 @@ std::unique_ptr<ExprNode> Parser::parseExprStmt(TokenBuffer& tokens) {
         }
         const Token token = tokens.current();
         if (token.kind == Semicolon) {
-            statement.text.append(token);
+            statement.text.addEnd(token);
             tokens.next();
             return statement.makeLeaf();
         }
@@ -241,7 +263,7 @@ std::unique_ptr<ExprNode> Parser::parseCondition(TokenBuffer& tokens, HeadOf hea
             takeGroup(tokens, links_.closing(here), condition);
         }
     }
-    auto node = std::make_unique<ExprNode>(std::string(), start, condition.text.end());
+    auto node = std::make_unique<ExprNode>(LeafText(), start, condition.text.end());
     node->setBodies(std::move(condition.bodies));
     return node;
 }

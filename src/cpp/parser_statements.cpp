@@ -285,7 +285,7 @@ std::unique_ptr<LabelNode> Parser::parseLabel(TokenBuffer& tokens) {
     }
     nextSignificant(tokens);
     auto label = std::make_unique<LabelNode>();
-    label->setName(std::make_unique<IdNode>(std::string(name.text), name.start, name.end));
+    label->setName(std::make_unique<IdNode>(LeafText(name), name.start, name.end));
     label->setEnd(colon.end);
     return label;
 }
@@ -305,7 +305,7 @@ std::unique_ptr<AsmNode> Parser::parseAsm(TokenBuffer& tokens) {
         parseAsmLine(tokens, word.end.line, *body);
         if (!Trn::isSet(body->start())) body = nullptr;
     }
-    return std::make_unique<AsmNode>(std::make_unique<TextNode>(std::string(word.text), word.start, word.end),
+    return std::make_unique<AsmNode>(std::make_unique<TextNode>(LeafText(word), word.start, word.end),
                                      std::move(body));
 }
 

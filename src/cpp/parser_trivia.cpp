@@ -17,14 +17,14 @@ bool Parser::isComplete(const Token& trivia) {
 
 std::unique_ptr<PreprocDirectiveNode> Parser::makeDirectiveNode(TokenBuffer& tokens) {
     const Token token = tokens.next();
-    std::string text = token.kind == UnreadBlock ? std::string() : std::string(token.text);
+    LeafText text = token.kind == UnreadBlock ? LeafText() : LeafText(token);
     return std::make_unique<PreprocDirectiveNode>(std::move(text), token.start, token.end);
 }
 
 std::unique_ptr<CommentNode> Parser::makeCommentNode(TokenBuffer& tokens) {
     const Token token = tokens.next();
     const bool isProtected = token.kind == ProtectedRegion;
-    std::string text = isProtected ? std::string() : std::string(token.text);
+    LeafText text = isProtected ? LeafText() : LeafText(token);
     auto node = std::make_unique<CommentNode>(std::move(text), token.start, token.end);
     node->setProtectedRegion(isProtected);
     return node;
@@ -72,11 +72,22 @@ bool Parser::isArgumentOf(const TokenBuffer& tokens, Index openParen, Index prev
            takesArgument(tokens.at(previous));
 }
 
+// Adds all tokens of the source that follow each other, in front of the place.
+void Parser::addRun(TokenBuffer& tokens, Index end, TokenText& text) {
+    const Index first = tokens.place();
+    Index last = first;
+    while (last < end && tokens.isPiece(last) && !isTrivia(tokens.kindAt(last))) ++last;
+    if (last == first) return;
+    text.widen(tokens.at(last - 1), last - first, LeafText::Form::Joined);
+    tokens.moveTo(last);
+}
+
 // Adds the tokens in front of the place.
 void Parser::addThrough(TokenBuffer& tokens, Index end, TokenText& text) {
     skipTrivia(tokens);
     while (tokens.place() < end && tokens.peekKind() != Trn::kEndKind) {
         text.add(tokens.next());
+        if (text.isStretch()) addRun(tokens, end, text);
         skipTrivia(tokens);
     }
 }

@@ -1,6 +1,5 @@
 #include "cpp/token_classes.h"
 
-#include "cpp/keyword_table.h"
 #include "cpp/token_sets.h"
 
 namespace Cpp {
@@ -17,16 +16,6 @@ bool isScopedName(const Trn::Token& token) {
         default:
             return false;
     }
-}
-
-std::string typeText(std::span<const Trn::Token> tokens) {
-    std::string text;
-    for (const Trn::Token& token : tokens) {
-        if (isTrivia(token.kind)) continue;
-        if (!text.empty()) text += ' ';
-        text += isIntegralTypeKeyword(token.kind) ? keywordSpelling(token.kind) : token.text;
-    }
-    return text;
 }
 
 std::string removeWhitespace(std::string_view text) {

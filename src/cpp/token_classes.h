@@ -32,9 +32,6 @@ constexpr bool isTypeModifierKeyword(int kind) {
 // A name that begins or ends with "::", and so is only a part of the whole name.
 bool isScopedName(const Trn::Token& token);
 
-// The texts of the tokens with one blank between neighbours, comments and directives left out.
-std::string typeText(std::span<const Trn::Token> tokens);
-
 std::string removeWhitespace(std::string_view text);
 
 }  // namespace Cpp

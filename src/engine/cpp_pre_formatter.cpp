@@ -40,7 +40,7 @@ void CppPreFormatter::visit(Cpp::RootNode* node) {
 void CppPreFormatter::closeAtEnd(Cpp::InteriorNode& root) {
     if (openRegions_ == OpenRegions::Forgotten || !opening_) return;
     const auto last = root.childEnd() - 1;
-    auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*last)->end());
+    auto region = std::make_unique<Cpp::CommentNode>(Cpp::LeafText(), regionStart_, (*last)->end());
     region->setProtectedRegion(true);
     regions_.push_back({region->start(), region->end()});
     if (opening_ != last->get()) {
@@ -70,7 +70,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         (*item)->accept(*this);
         if (opening_ && opening_ == openingBeforeItem) keepsItems_ = true;
         if (!closesWithConstruct_ || regionDepth_ != depth_) continue;
-        auto region = std::make_unique<Cpp::CommentNode>(std::string(), regionStart_, (*item)->end());
+        auto region = std::make_unique<Cpp::CommentNode>(Cpp::LeafText(), regionStart_, (*item)->end());
         region->setProtectedRegion(true);
         regions_.push_back({region->start(), region->end()});
         if (opening_ == openingBeforeItem) {

@@ -19,8 +19,8 @@ namespace Tessel {
 namespace {
 
 // Whether a tail holds an initializer: "= 1", "(1)" or "{1}", as opposed to the width of a bit field.
-bool isInitializer(std::string_view tail) {
-    return !tail.empty() && tail.front() != ':';
+bool isInitializer(const Cpp::ExprNode& tail) {
+    return !tail.startsWith(':');
 }
 
 // Where the name begins whose last part, "::b" of `A<T>::b`, follows the text: at the "A".
@@ -178,7 +178,7 @@ void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool has
 // without it.
 void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name,
                                 std::string_view gap, bool isAligned) {
-    const std::string_view tail = declaration.tail()->text();
+    const Cpp::ExprNode& tail = *declaration.tail();
     const auto column = columns_.initializers.find(&declaration);
     const bool isArray = name.find('[') != std::string_view::npos;
     const bool endsWithBracket = !name.empty() && name.find(']') + 1 == name.size();
@@ -187,20 +187,20 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
         padInitializer(declaration, gap, column->second, name, isAligned);
     } else if (keepsBreak(gap, kAsInInput)) {
         writeKeptBreak(gap);
-    } else if (tail.starts_with(':')) {
+    } else if (tail.startsWith(':')) {
         replace(settings_.aroundBitFieldColon);
-    } else if (tail.starts_with('(') && settings_.afterCallName.present) {
+    } else if (tail.startsWith('(') && settings_.afterCallName.present) {
         writer_.replace(gap, asOutputStands(settings_.afterCallName));
-    } else if (tail.starts_with('=') && settings_.beforeOperator.present) {
+    } else if (tail.startsWith('=') && settings_.beforeOperator.present) {
         replace(settings_.beforeOperator);
-    } else if (tail.starts_with('{') && settings_.closesLists() && !isAligned) {
+    } else if (tail.startsWith('{') && settings_.closesLists() && !isAligned) {
         replace(settings_.inListBraces);
     } else if (!isInitializer(tail) || isAligned || (isArray && !endsWithBracket)) {
         writer_.write(gap);
     } else {
         const OptionalText& wanted = isArray ? settings_.afterDataBracket : settings_.afterDataName;
-        if (tail.starts_with('(')) return replace(firstPresent(settings_.afterCallName, wanted));
-        replace(tail.starts_with('=') ? firstPresent(settings_.beforeOperator, wanted) : wanted);
+        if (tail.startsWith('(')) return replace(firstPresent(settings_.afterCallName, wanted));
+        replace(tail.startsWith('=') ? firstPresent(settings_.beforeOperator, wanted) : wanted);
     }
 }
 

@@ -39,7 +39,8 @@ bool isLabel(const Cpp::SyntaxNode& node) {
 
 bool isBreak(const Cpp::SyntaxNode& node) {
     const auto* statement = Cpp::as<Cpp::ExprNode>(&node);
-    return statement && (statement->text() == "break" || statement->text() == "break;");
+    return statement && statement->firstWord() == "break" &&
+           (statement->text() == "break" || statement->text() == "break;");
 }
 
 // Of the nodes of a list, those that stand one step further than the others.

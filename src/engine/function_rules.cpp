@@ -172,7 +172,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const std::string_view gap = writer_.readGap(head->parameters()->start());
         // A comment or directive on a line of its own stays there.
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
-        const std::string& name = head->name()->text();
+        const std::string_view name = head->name()->text();
         const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
         const OptionalText& afterAny = settings_.afterFunctionName;
         const WantedText afterName = isSymbol ? firstPresent(settings_.afterOperatorName, afterAny) : afterAny;
@@ -263,7 +263,7 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     if (alignsName(declaration, type)) {
         writeAlignedType(type, nameAlignment(), columns_.functionNames.at(&declaration));
     } else {
-        const std::string& words = head.returnType()->text();
+        const std::string_view words = head.returnType()->text();
         const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
         const bool startsLine = isLineBreak(trailingBlanks(type));
         const OptionalText& wanted =

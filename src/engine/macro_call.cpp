@@ -41,7 +41,7 @@ constexpr int depthBehind(int kind, int depth) {
 bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     const bool isOnLine = item.start().line == item.end().line;
     if (!isOnLine && !keepsLines) return false;
-    Cpp::Lexer lexer{std::string_view(item.text())};
+    Cpp::Lexer lexer{item.text()};
     if (lexer.nextToken().kind != Cpp::Identifier || lexer.nextToken().kind != Cpp::OpenParen) return false;
     int depth = 1;
     bool followsWord = false;

@@ -45,7 +45,7 @@ public:
         if (node.start().line != lastLine_ + 1 || (!data && !isPrototype)) end();
         if (data && data->type() && data->name()) {
             addName(names_, *data->type(), *data->name());
-            if (data->tail() && data->tail()->text().starts_with('=')) add(initializers_, *data->tail());
+            if (data->tail() && data->tail()->startsWith('=')) add(initializers_, *data->tail());
         } else if (isPrototype && function->head()->returnType() && function->head()->name()) {
             addName(functionNames_, *function->head()->returnType(), *function->head()->name());
         }

@@ -18,7 +18,7 @@
 namespace Tessel {
 
 bool areTypesAndNames(const Cpp::KeptNode& declarations) {
-    Cpp::Lexer lexer{std::string_view(declarations.text())};
+    Cpp::Lexer lexer{declarations.text()};
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         switch (token.kind) {
             case Cpp::Asterisk:

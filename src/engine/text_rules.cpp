@@ -73,10 +73,10 @@ void CppFormatter::copyStray(std::string_view gap) {
 void CppFormatter::visit(Cpp::ExprNode* expression) {
     if (copySettledStatement(*expression)) return;
     const bool followsTemplate = previousSibling_ && Cpp::as<Cpp::TemplateNode>(previousSibling_);
-    if (settings_.formatsOtherGaps && followsTemplate && !givesTypeName(expression->text())) {
+    if (settings_.formatsOtherGaps && followsTemplate && !givesTypeName(*expression)) {
         return writeRequiresClause(*expression);
     }
-    if (givesTypeName(expression->text())) {
+    if (givesTypeName(*expression)) {
         if (!settings_.formatsTypeArguments) return writeAsBlock(*expression);
         applyPendingWhitespace(*expression);
         writer_.copyGap(expression->start());

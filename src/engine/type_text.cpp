@@ -98,10 +98,8 @@ bool isAlias(std::string_view statement) {
            statement.find_first_of("\n/#[{") == statement.npos && statement.find("operator") == statement.npos;
 }
 
-bool givesTypeName(std::string_view statement) {
-    constexpr std::string_view keyword = "using";
-    return statement.starts_with(keyword) && statement.size() > keyword.size() &&
-           isAllWhitespace(statement.substr(keyword.size(), 1));
+bool givesTypeName(const Cpp::ExprNode& statement) {
+    return statement.firstWord() == "using";
 }
 
 }  // namespace Tessel

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "cpp/leaf_nodes.h"
 #include "engine/expr_settings.h"
 
 // The widths that declared types take up where they are written, pointer and reference marks included.
@@ -51,6 +52,6 @@ private:
 bool isAlias(std::string_view statement);
 
 // Of an expression statement: `using A = B;`.
-bool givesTypeName(std::string_view statement);
+bool givesTypeName(const Cpp::ExprNode& statement);
 
 }  // namespace Tessel

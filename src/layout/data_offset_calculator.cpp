@@ -15,7 +15,7 @@ namespace {
 
 // The white space around a bit field's ":" is never aligned.
 bool hasInitializer(const Cpp::DataDeclNode& declaration) {
-    return declaration.tail() && !declaration.tail()->text().starts_with(':');
+    return declaration.tail() && !declaration.tail()->startsWith(':');
 }
 
 // Names that are written as they stand in the source.

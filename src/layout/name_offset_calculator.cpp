@@ -21,7 +21,7 @@ bool declaresNoData(std::string_view type) {
 
 // Constructors, destructors, conversions and friends.
 bool isSpecial(const Cpp::FunctionHeadNode& head) {
-    if (!head.returnType() || (head.name() && head.name()->text().starts_with('~'))) return true;
+    if (!head.returnType() || (head.name() && head.name()->startsWith('~'))) return true;
     const std::string_view type = head.returnType()->text();
     return type.starts_with("friend ") || type.starts_with("typedef ") || type.ends_with("explicit") ||
            (head.name() && head.name()->text().starts_with("operator ") && !type.ends_with("operator"));

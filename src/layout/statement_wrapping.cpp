@@ -39,7 +39,7 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
 void CppLineWrapper::visit(Cpp::ExprNode* expression) {
     if (copyUnlessLong(*expression)) return;
     copyUpTo(*expression);
-    if (givesTypeName(expression->text())) {  // types have no operands to break at
+    if (givesTypeName(*expression)) {  // types have no operands to break at
         WrapContext context;
         context.mode = ExprMode::Declaration;
         BaseColumnScope base(*this, columnAfter(out_.indent(), 0, out_.tabSize()));

@@ -34,6 +34,9 @@ struct Token {
     ValueType valueType = ValueType::None;
     std::string_view text;
 
+    // Whether the text is all that the token covers: what differs from the source is shorter.
+    bool isAsInSource() const { return text.size() == length; }
+
     // The first character of a character literal, escapes resolved. Throws InvalidValueType.
     char charValue() const;
     // A string literal's contents with escapes resolved, a name's own text. Throws InvalidValueType.

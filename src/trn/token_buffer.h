@@ -36,6 +36,11 @@ public:
     Token at(Index place) const { return place < end_ ? (*tokens_)[place] : endToken(); }
     int kindAt(Index place) const { return place < end_ ? tokens_->kind(place) : kEndKind; }
 
+    // Whether the token's text is all that it covers, and stands in one line.
+    bool isPiece(Index place) const { return place < end_ && tokens_->isPiece(place); }
+    // The token's extent in the source, in characters.
+    std::size_t lengthAt(Index place) const { return tokens_->endOffset(place) - tokens_->offset(place); }
+
     // The tokens in [first, last), from their start.
     TokenBuffer slice(Index first, Index last) const;
     // That all tokens were read from: a token's own text may stand elsewhere.

@@ -17,6 +17,15 @@ inline std::ostream& operator<<(std::ostream& out, Trn::Position position) {
     return out << position.line << ':' << position.column;
 }
 
+// Of the keywords that the tree keeps; empty for another kind.
+inline std::string_view keywordSpelling(int kind) {
+    for (const std::string_view word :
+         {"if", "else", "for", "do", "while", "try", "catch", "switch", "case", "default"}) {
+        if (Cpp::keywordKind(word) == kind) return word;
+    }
+    return {};
+}
+
 // Writes a tree as text: a line for each node, indented below the node that holds it, what is missing as "-".
 //
 //     namespace N
@@ -60,7 +69,7 @@ public:
     }
     void visit(Cpp::LabelNode* node) override { line(*node, {"label ", text(node->name())}); }
     void visit(Cpp::CaseNode* node) override {
-        line(*node, {Cpp::keywordSpelling(node->keyword()->keyword()), " ", text(node->value())});
+        line(*node, {keywordSpelling(node->keyword()->keyword()), " ", text(node->value())});
     }
     void visit(Cpp::AsmNode* node) override {
         line(*node, {"asm ", text(node->keyword())});
@@ -137,7 +146,7 @@ public:
     }
     void visit(Cpp::CtrlSubStmtNode* node) override {
         const Cpp::CtrlSubStmtHeadNode& subHead = *node->head();
-        line(*node, {"part ", subHead.keyword() ? Cpp::keywordSpelling(subHead.keyword()->keyword()) : "-"});
+        line(*node, {"part ", subHead.keyword() ? keywordSpelling(subHead.keyword()->keyword()) : "-"});
         if (positions_ == Positions::Shown && subHead.condition()) {
             indented([&] { line(*subHead.condition(), {"condition"}); });
         }
@@ -160,12 +169,12 @@ private:
 
     template <typename Node>
     static std::string text(const Node* node) {
-        return node ? node->text() : std::string("-");
+        return node ? std::string(node->text()) : "-";
     }
 
     template <typename Node>
     static std::string optional(const Node* node) {
-        return node ? ' ' + node->text() : std::string();
+        return node ? ' ' + std::string(node->text()) : std::string();
     }
 
     std::string parameters(Cpp::ParameterListNode* list) {

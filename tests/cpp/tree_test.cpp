@@ -13,7 +13,7 @@ using namespace Cpp;
 using Trn::Position;
 
 std::unique_ptr<ExprNode> expr(const char* text, Position start, Position end) {
-    return std::make_unique<ExprNode>(text, start, end);
+    return std::make_unique<ExprNode>(LeafText(text), start, end);
 }
 
 TEST(Lists, TakeTheirExtentFromBracketsOrChildren) {
