@@ -26,10 +26,12 @@ void takeRegion(Lexer& lexer, Trn::Token& first, int kind, int (*step)(const Trn
 }  // namespace
 
 Trn::TokenList readTokens(Lexer& lexer, KeywordNames::Words words) {
-    // Most texts have fewer tokens. What is not needed is never touched.
+    // Most texts have fewer tokens and lines. What is not needed is never touched.
     constexpr std::size_t charactersToToken = 4;
+    constexpr std::size_t charactersToLine = 16;
     Trn::TokenList tokens(lexer.text());
-    tokens.reserve(lexer.text().size() / charactersToToken + 1);
+    const std::size_t size = lexer.text().size();
+    tokens.reserve(size / charactersToToken + 1, size / charactersToLine + 1);
     KeywordNames names(words);
     while (true) {
         Trn::Token token = lexer.nextToken();

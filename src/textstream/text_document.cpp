@@ -10,6 +10,8 @@ namespace Zelmor {
 namespace {
 
 constexpr std::size_t kFirstBlock = 64 * 1024;
+// Most texts have fewer lines. What is not needed is never touched.
+constexpr std::size_t kCharactersToLine = 16;
 
 void normalizeLineEnds(std::string& text) {
     std::size_t carriageReturn = text.find('\r');
@@ -54,6 +56,7 @@ std::string TextDocument::takeText() {
 
 void TextDocument::findLineStarts() {
     lineStarts_.assign(1, 0);
+    lineStarts_.reserve(text_.size() / kCharactersToLine + 1);
     for (std::size_t lineFeed = text_.find('\n'); lineFeed != std::string::npos;
          lineFeed = text_.find('\n', lineFeed + 1)) {
         lineStarts_.push_back(static_cast<std::uint32_t>(lineFeed + 1));

@@ -18,7 +18,10 @@ public:
     // Borrows the text that the tokens were read from.
     explicit TokenList(std::string_view source) : source_(source) {}
 
-    void reserve(Index count) { entries_.reserve(count); }
+    void reserve(Index tokens, std::size_t lines) {
+        entries_.reserve(tokens);
+        lineStarts_.reserve(lines);
+    }
     void add(const Token& token) { entries_.push_back(pack(token)); }
 
     std::string_view source() const { return source_; }
