@@ -18,24 +18,24 @@ bool isViewOf(std::string_view piece, std::string_view whole) {
 
 bool SourceTokens::add(std::string_view text, std::size_t first, std::size_t last, ExprTokens& tokens) {
     if (!tokens_ || !isViewOf(text, tokens_->source())) return false;
-    const auto start = static_cast<std::size_t>(text.data() - tokens_->source().data());
+    const Trn::TokenList& source = *tokens_;
+    const char* const characters = source.source().data();
+    const auto start = static_cast<std::size_t>(text.data() - characters);
+    const std::size_t end = start + last;
     const Index begin = firstFrom(start + first);
-    if (begin > 0 && tokens_->endOffset(begin - 1) > start + first) return false;
-    const std::size_t countBefore = tokens.size();
-    Index place = begin;
-    if (tokens.capacity() == 0) tokens.reserve(firstFrom(start + last) - begin);
-    for (; tokens_->offset(place) < start + last; ++place) {
-        const std::size_t offset = tokens_->offset(place);
-        const std::size_t end = tokens_->endOffset(place);
-        const int kind = tokens_->kind(place);
-        if (Cpp::isRegion(kind) || end > start + last) {
-            tokens.resize(countBefore);
-            return false;
-        }
-        tokens.emplace_back(kind, tokens_->start(place), offset - start, tokens_->source().substr(offset, end - offset),
-                            tokens_->isPiece(place));
+    if (begin > 0 && source.endOffset(begin - 1) > start + first) return false;
+    Index behind = begin;
+    for (; source.offset(behind) < end; ++behind) {
+        if (Cpp::isRegion(source.kind(behind))) return false;
     }
-    next_ = place;
+    if (behind > begin && source.endOffset(behind - 1) > end) return false;
+    if (tokens.capacity() == 0) tokens.reserve(behind - begin);
+    for (Index place = begin; place < behind; ++place) {
+        const std::size_t offset = source.offset(place);
+        const std::string_view piece(characters + offset, source.endOffset(place) - offset);
+        tokens.emplace_back(source.kind(place), source.start(place), offset - start, piece, source.isPiece(place));
+    }
+    next_ = behind;
     return true;
 }
 
