@@ -100,7 +100,9 @@ void CppExprFormatter::startSourceHanging(Run& run) const {
     const int column = sourceColumns().nearColumnOf(leadsByComment ? run.text : first);
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);
-    const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
+    const bool hangsFromStatement =
+        run.hangingText == HangingLines::Text::LoopCondition && settings_.operandIndent.present;
+    const bool isList = HangingLines::isInList(run.hangingText) && !hangsFromStatement;
     // Declarators may go on in a line that stands behind the one that they hang from.
     const int indented = columnAfter(run.out().indent(), 0, tabSize());
     const bool standBehind = HangingLines::holdsDeclarators(run.hangingText) && run.firstLine.output > indented;

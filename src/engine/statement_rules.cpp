@@ -50,6 +50,15 @@ bool followsTryBlock(const Cpp::SyntaxNode* previous, const Cpp::CtrlStmtNode& s
            (Cpp::as<Cpp::FunctionDeclNode>(previous) || Cpp::as<Cpp::CtrlStmtNode>(previous));
 }
 
+HangingLines::Text hangingOfCondition(int keyword) {
+    switch (keyword) {
+        case Cpp::KeywordIf: return HangingLines::Text::Condition;
+        case Cpp::KeywordWhile:
+        case Cpp::KeywordSwitch: return HangingLines::Text::LoopCondition;
+        default: return HangingLines::Text::List;
+    }
+}
+
 // The places of the first and the last ";" outside all brackets; the same when there are fewer than two.
 struct ClauseEnds {
     std::size_t first = 0;
@@ -268,7 +277,7 @@ WantedText CppFormatter::writeCondition(std::string_view inside, int keyword, co
     if (keyword == Cpp::KeywordCatch) {
         exprFormatter_.formatDeclarationText(condition, out(), settings_.afterParameterType);
     } else {
-        writeExpression(condition, bodies, HangingLines::Text::List);
+        writeExpression(condition, bodies, hangingOfCondition(keyword));
     }
     if (!beforeClose.present) return beforeClose;
     if (keepsBreak(closing, beforeClose)) return WantedText(kLineFeed.text, Keys::KEEP_LINE_BREAKS);
