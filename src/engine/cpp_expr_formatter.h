@@ -149,6 +149,7 @@ private:
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     bool holdsFlushRows(const Run& run) const;
+    static bool isAssignedFurther(const Run& run, std::size_t place);
     static bool isFlushLiteral(const Run& run, std::size_t place);
     static bool indentsContents(const Run& run);
     void startElements(Run& run, Group& group);

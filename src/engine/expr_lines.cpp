@@ -61,9 +61,18 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
     if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
-    return closesBracket(run.tokens, place)
-                  ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
-                  : keptIndent_.columnFor(run.firstLine, gap, hanging);
+    return closesBracket(run.tokens, place) || isAssignedFurther(run, place)
+               ? keptIndent_.columnBelowFirst(run.firstLine, gap, hanging)
+               : keptIndent_.columnFor(run.firstLine, gap, hanging);
+}
+
+// `a =\nb = 0`: whether the operand that begins behind an "=" is assigned to.
+bool CppExprFormatter::isAssignedFurther(const Run& run, std::size_t place) {
+    if (run.previousKind() != Cpp::Assign) return false;
+    while (place < run.tokens.size() && run.roleAt(place) != ExprRole::BinaryOperator) {
+        place = opensBracket(run.tokens, place) ? run.tokens[place].partner + 1 : place + 1;
+    }
+    return run.kindAt(place) == Cpp::Assign;
 }
 
 // Whether it is a literal in the first column of the source: text that its author wants to see as it will be shown.

@@ -260,7 +260,7 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
                                 int column) {
     const std::string_view closing = writer_.readGap(list.end());
     if (keepsBreak(closing, beforeClose) && isAllWhitespace(closing)) {
-        writeKeptBreakAt(closing, exprFormatter_.keptIndent().columnForClose(listLine_, closing, column));
+        writeKeptBreakAt(closing, exprFormatter_.keptIndent().columnBelowFirst(listLine_, closing, column));
         return;
     }
     // A ">>" that ends two lists is one token.
