@@ -226,7 +226,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
             const std::string_view kept = startsWithLineEndToken(gap) || isAllWhitespace(gap) ? gap : trimLeft(gap);
             writer_.writeMerged(kept, settings_.afterControlKeyword);
         } else {
-            const OptionalText& afterMacro = isCall ? exprFormatter_.settings().afterCallName : kAsInInput;
+            const OptionalText& own = settings_.afterControlMacro;
+            const OptionalText& afterMacro = isCall ? firstPresent(own, exprFormatter_.settings().afterCallName) : own;
             writer_.writeMerged(gap, isMacro ? afterMacro : settings_.afterControlKeyword);
         }
         writer_.copyThrough(head->condition()->start());
