@@ -370,15 +370,17 @@ void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
     }
 }
 
-// case 1: {        goes by the column of its label
+// case 1: {        goes by the column of its label, and stays below a comment behind that
 //     a();
 // }
-void CppFormatter::formatCaseBlock(Cpp::BlockNode& block) {
+void CppFormatter::formatCaseBlock(Cpp::BlockNode& block, const Cpp::SyntaxNode& previous) {
     const std::string labelIndentation = labelIndent(caseIndent());
     BaseColumnScope base(*this, columnAfter(labelIndentation, 0, out().tabSize()), &block);
     LeadingSpaceScope leadingSpace(out(), caseIndent().present ? false : out().keepLeadingSpace());
     IndentScope indent(out(), labelIndentation);
-    formatBody(block, settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
+    const bool staysBelow =
+        keepsLines() && Cpp::as<Cpp::CommentNode>(&previous) && previous.end().line < block.start().line;
+    formatBody(block, staysBelow ? kLineFeed : settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
                [&] { formatBlock(block, settings_.global); });
 }
 
@@ -394,7 +396,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     }
     if (next != end && settings_.beforeCaseOpen.present) {
         if (auto* block = Cpp::as<Cpp::BlockNode>(next->get()); block && block->hasBrackets()) {
-            formatCaseBlock(*block);
+            formatCaseBlock(*block, **label);
             return next;
         }
     }
