@@ -421,7 +421,12 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;
     if (next != end) {
         const std::string_view gap = writer_.readGap((*next)->start());
-        writer_.replace(leadingBlanks(gap), asOutputStands(settings_.afterCaseLabel));
+        const std::string_view blanks = leadingBlanks(gap);
+        OptionalText behind = settings_.afterCaseLabel;
+        const bool keepsLines = settings_.global.keepsBlankLines && behind.hasLineFeed();
+        const std::string text = withBlankLines(behind.text, keepsLines ? blanks : std::string_view());
+        if (text.size() > behind.text.size()) behind = {true, text, settings_.blankLines.key};
+        writer_.replace(blanks, asOutputStands(behind));
         writer_.writeWithoutLeading(gap);
     } else {
         writer_.replace(leadingBlanks(writer_.ahead()), asOutputStands(settings_.afterCaseLabel));
