@@ -44,9 +44,9 @@ public:
     static bool isInList(Text text) { return text != Text::Statement && !holdsDeclarators(text); }
     static bool holdsDeclarators(Text text) { return text == Text::Declarators || text == Text::DeclaratorsInLine; }
 
-    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. The condition of
-    // an `if` is laid out as one; that of a loop, or of a `switch`, as the rest of its line. `indentColumn` is that of
-    // the statement, or of the list, that the text is part of. All are borrowed.
+    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. The condition
+    // of an `if` is laid out as one; that of a loop, or of a `switch`, as the rest of its line. `indentColumn` is that
+    // of the statement, or of the list, that the text is part of. All are borrowed.
     HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                  const HangingIndents& indents, int tabSize);
 
