@@ -43,8 +43,8 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
       splices_(CppExprFormatterBase::scheme()) {}
 
 void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
-                                        HangingLines::Text hanging) {
-    format(text, out, ExprMode::Expression, kAsInInput, {}, blocks, hanging);
+                                        HangingLines::Text hanging, std::optional<int> statementColumn) {
+    format(text, out, ExprMode::Expression, kAsInInput, {}, blocks, hanging, statementColumn);
 }
 
 void CppExprFormatter::formatReturnedType(std::string_view text, OIndentBuf& out) {
@@ -87,7 +87,8 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                    lambdaParameters(), &sourceTokens_);
     Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
     run.blocks = blocks;
-    const bool mayDeclareSeveral = statementColumn && settings_.betweenDeclarators.present;
+    const bool isForClause = statementColumn && hanging == HangingLines::Text::List;
+    const bool mayDeclareSeveral = isForClause && settings_.betweenDeclarators.present;
     if (mayDeclareSeveral && hasMarkBehindComma(tokens)) run.lastMarks = LastMarks::AgainstName;
     run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;
     // Blocks may come to hold lines.
@@ -99,7 +100,8 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
         if (goesOn) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
         run.hangingText = hanging;
         while (run.kindAt(run.firstText) == Cpp::Directive) ++run.firstText;
-        if (statementColumn) run.hanging->hangCommasFrom(*statementColumn);
+        if (isForClause) run.hanging->hangCommasFrom(*statementColumn);
+        if (statementColumn && !isForClause) run.hanging->hangCallsFrom(*statementColumn);
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (run.nameFollows) writeTypeEnd(run);

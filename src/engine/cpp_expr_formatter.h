@@ -43,9 +43,10 @@ public:
     explicit CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source = nullptr,
                               LayoutLog* log = nullptr);
 
-    // A text in parentheses is a list: lines hang under its start.
+    // A text in parentheses is a list: lines hang under its start. That of a loop's condition knows its statement's.
     void formatExpression(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
-                          HangingLines::Text hanging = HangingLines::Text::Statement);
+                          HangingLines::Text hanging = HangingLines::Text::Statement,
+                          std::optional<int> statementColumn = {});
     // The end of a function's head, which begins with the type behind "->".
     void formatReturnedType(std::string_view text, Zelmor::OIndentBuf& out);
     // A type with or without a declared name; `typeWhitespace` goes between the two where no mark stands.
@@ -148,6 +149,7 @@ private:
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     bool holdsFlushRows(const Run& run) const;
+    static bool isAssignedFurther(const Run& run, std::size_t place);
     static bool isFlushLiteral(const Run& run, std::size_t place);
     static bool indentsContents(const Run& run);
     void startElements(Run& run, Group& group);

@@ -304,7 +304,7 @@ private:
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
     void writeCaseValue(const Cpp::CaseNode& label);
     void writeLabel(const Cpp::SyntaxNode& label);
-    void formatCaseBlock(Cpp::BlockNode& block);
+    void formatCaseBlock(Cpp::BlockNode& block, const Cpp::SyntaxNode& previous);
     void writeElseIfGap(std::string_view gap);
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
     WantedText writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies);

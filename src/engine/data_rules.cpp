@@ -45,6 +45,18 @@ std::size_t qualifiedNameStart(std::string_view type) {
     return isJoined ? 0 : start;
 }
 
+// Where the "(" stands that the name follows in `void *(*name)(int)`; the text's size where there is none.
+std::size_t declaratorParen(std::string_view type) {
+    if (type.find('(') == std::string_view::npos) return type.size();
+    ExprTokens tokens;
+    readExprTokens(type, ExprMode::Declaration, tokens);
+    const auto isOpen = [](const ExprToken& token) {
+        return token.kind == Cpp::OpenParen && token.partner == kNoToken;
+    };
+    const auto paren = std::ranges::find_if(tokens, isOpen);
+    return paren == tokens.end() ? type.size() : paren->offset;
+}
+
 }  // namespace
 
 // Declarators behind a class body, in the same declaration, are not aligned.
@@ -80,7 +92,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
             writer_.write(type);  // char *(names[])
         } else {
             // The first part of a qualified name counts to the type in the tree.
-            const std::size_t end = isQualified ? qualifiedNameStart(type) : type.size();
+            const std::size_t end = isQualified ? qualifiedNameStart(type) : declaratorParen(type);
             if (end > 0) {
                 const std::string_view front = type.substr(0, end);
                 OptionalText wanted = settings_.afterDataType;

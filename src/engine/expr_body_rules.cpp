@@ -90,12 +90,14 @@ private:
 
 void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                                    HangingLines::Text hanging) {
+    const std::optional<int> statementColumn =
+        hanging == HangingLines::Text::LoopCondition ? std::optional(baseColumn()) : std::nullopt;
     if (bodies.empty()) {
-        exprFormatter_.formatExpression(text, out(), nullptr, hanging);
+        exprFormatter_.formatExpression(text, out(), nullptr, hanging, statementColumn);
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    exprFormatter_.formatExpression(text, out(), &blocks, hanging);
+    exprFormatter_.formatExpression(text, out(), &blocks, hanging, statementColumn);
 }
 
 void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies,

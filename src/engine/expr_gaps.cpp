@@ -265,6 +265,8 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
         case Cpp::Identifier: {
             // The name in front is a type.
             if (run.mode == ExprMode::Declaration && opensDeclarator(run.tokens, place)) return nullptr;
+            // `defined(A)` is no call, so that a blank is not wanted in it.
+            if (!settings_.afterCallName.text.empty() && run.tokens[run.previous].text() == "defined") return nullptr;
             if (!isShortName(run.tokens[run.previous].text())) return &settings_.afterCallName;
             return &firstPresent(settings_.afterShortCallName, settings_.afterCallName);
         }

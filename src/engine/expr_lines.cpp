@@ -61,9 +61,18 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
     if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
-    return closesBracket(run.tokens, place)
-                  ? keptIndent_.columnForClose(run.firstLine, gap, hanging)
-                  : keptIndent_.columnFor(run.firstLine, gap, hanging);
+    return closesBracket(run.tokens, place) || isAssignedFurther(run, place)
+               ? keptIndent_.columnBelowFirst(run.firstLine, gap, hanging)
+               : keptIndent_.columnFor(run.firstLine, gap, hanging);
+}
+
+// `a =\nb = 0`: whether the operand that begins behind an "=" is assigned to.
+bool CppExprFormatter::isAssignedFurther(const Run& run, std::size_t place) {
+    if (run.previousKind() != Cpp::Assign) return false;
+    while (place < run.tokens.size() && run.roleAt(place) != ExprRole::BinaryOperator) {
+        place = opensBracket(run.tokens, place) ? run.tokens[place].partner + 1 : place + 1;
+    }
+    return run.kindAt(place) == Cpp::Assign;
 }
 
 // Whether it is a literal in the first column of the source: text that its author wants to see as it will be shown.
@@ -100,7 +109,9 @@ void CppExprFormatter::startSourceHanging(Run& run) const {
     const int column = sourceColumns().nearColumnOf(leadsByComment ? run.text : first);
     if (column < 0) return;
     run.firstLine.source = sourceColumns().columnOfLine(first);
-    const bool isList = run.hangingText == HangingLines::Text::List || run.hangingText == HangingLines::Text::Element;
+    const bool hangsFromStatement =
+        run.hangingText == HangingLines::Text::LoopCondition && settings_.operandIndent.present;
+    const bool isList = HangingLines::isInList(run.hangingText) && !hangsFromStatement;
     // Declarators may go on in a line that stands behind the one that they hang from.
     const int indented = columnAfter(run.out().indent(), 0, tabSize());
     const bool standBehind = HangingLines::holdsDeclarators(run.hangingText) && run.firstLine.output > indented;

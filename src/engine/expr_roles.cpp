@@ -133,8 +133,9 @@ inline void RoleFinder::advance(std::size_t place) {
         if (closesTwo) outer_.pop_back();
         segment_ = outer_.back();
         outer_.pop_back();
-        if (token.role == ExprRole::GroupClose && !closesTypeWord(place) && !closesPlacement(token.partner))
-            segment_.isTypeSoFar = false;
+        const bool goesOnWithType =
+            closesTypeWord(place) || closesPlacement(token.partner) || closesAttribute(place);
+        if (token.role == ExprRole::GroupClose && !goesOnWithType) segment_.isTypeSoFar = false;
     } else if (token.role == ExprRole::Separator) {
         const bool isClause = token.kind == Cpp::Semicolon && outer_.empty();
         const Segment before = segment_;
@@ -152,6 +153,13 @@ inline void RoleFinder::advance(std::size_t place) {
     followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
     beforePrevious_ = previous_;
     previous_ = place;
+}
+
+// The last "]" of `[[maybe_unused]] T &a`.
+bool RoleFinder::closesAttribute(std::size_t place) const {
+    const std::size_t open = tokens_[place].partner;
+    return kindAt(tokens_, place) == Cpp::CloseBracket && kindAt(tokens_, open + 1) == Cpp::OpenBracket &&
+           tokens_[open + 1].partner + 1 == place;
 }
 
 bool RoleFinder::followsOperator() const {

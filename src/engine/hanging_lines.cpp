@@ -35,19 +35,23 @@ HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn
                            const HangingIndents& indents, int tabSize)
     : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();
-    const bool isInList = text == Text::List || text == Text::Element;
     namesInLine_ = text == Text::DeclaratorsInLine;
-    level.kind = isInList ? Level::Kind::List : Level::Kind::Statement;
+    level.kind = isInList(text) ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
     if (text == Text::Statement) hangCommasFrom(indentColumn);
     if (!indents.operand.present) return;
-    chains_.emplace(tokens, text == Text::List);
+    if (text == Text::Condition) level.blocks = indentColumn;
+    chains_.emplace(tokens, isInList(text) && text != Text::Element);
     columns_.resize(tokens.size(), kNone);
 }
 
 void HangingLines::hangCommasFrom(int statementColumn) {
     if (indents_.commas) levels_.front().behindComma = wrapped(statementColumn);
+}
+
+void HangingLines::hangCallsFrom(int statementColumn) {
+    if (chains_) levels_.front().base = statementColumn;
 }
 
 void HangingLines::startInLineOf(int column) {
@@ -80,7 +84,10 @@ int HangingLines::columnFor(std::size_t place) const {
     }
     const int kind = token.kind;
     if (isMemberAccess(kind) && level.element.start != kNone) {
-        return columnOfMember(level);
+        const bool isOfLambda = chains_ && token.role == ExprRole::BinaryOperator &&
+                                kindAt(tokens_, level.operandStart) == Cpp::OpenBracket;
+        return isOfLambda ? columnAfter(indents_.operand.text, level.element.columnOfOperand(), tabSize_)
+                          : columnOfMember(level);
     }
     if (isShift(token) && level.element.shift != kNone) return level.element.shift;
     if (kind == Cpp::Colon && !level.element.questions.empty()) {
@@ -95,6 +102,7 @@ int HangingLines::columnFor(std::size_t place) const {
         return wrapped(level.element.start);
     }
     if (kind == Cpp::OpenParen && level.kind == Level::Kind::Statement && followsMacroCall()) return level.base;
+    if (level.element.choice != kNone && chains_ && !isOneOfConditions(level.question)) return level.element.choice;
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
     if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
@@ -254,6 +262,8 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
     if (level.awaitsOperand) element.operand = column;
     if (level.awaitsLater) element.later = column;
+    if (!element.choices.empty() && element.choices.back() == kNone) element.choices.back() = column;
+    element.choice = kNone;
     level.awaitsOperand = awaitsValue(token);
     level.awaitsLater = token.role == ExprRole::BinaryOperator && !level.awaitsOperand && !isMemberAccess(kind);
     if (level.awaitsLater) {
@@ -264,6 +274,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         level.isReturned = kind == Cpp::KeywordReturn;
         element.operand = element.later = element.chain = element.shift = kNone;
         element.questions.clear();
+        element.choices.clear();
         element.otherwise = kNone;
     } else if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
@@ -279,9 +290,12 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         element.shift = column;
     } else if (kind == Cpp::Question) {
         element.questions.push_back(columnOfQuestion(level, place, column));
+        element.choices.push_back(kNone);
         level.question = place;
     } else if (kind == Cpp::Colon && !element.questions.empty()) {
         element.questions.pop_back();
+        element.choice = element.choices.back();
+        element.choices.pop_back();
         element.otherwise = startsLine ? column : kNone;
     } else if (kind == Cpp::Colon && level.kind == Level::Kind::List) {
         level.awaitsSection = token.role == ExprRole::BinaryOperator;

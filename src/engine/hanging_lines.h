@@ -36,18 +36,24 @@ struct HangingIndents {
 //     return first ||
 //            second &&         behind the operand, by HANGING_OPERAND_INDENT, where that is part of another one, or one
 //                third;        of several elements, twice in front of "?", or goes on behind the ")" with a "."
+//     return first ? second :
+//                    third;    under the other choice, by HANGING_OPERAND_INDENT too
 class HangingLines {
 public:
-    enum class Text { Statement, Declarators, DeclaratorsInLine, List, Element };
+    enum class Text { Statement, Declarators, DeclaratorsInLine, List, Element, Condition, LoopCondition };
+    static bool isInList(Text text) { return text != Text::Statement && !holdsDeclarators(text); }
     static bool holdsDeclarators(Text text) { return text == Text::Declarators || text == Text::DeclaratorsInLine; }
 
-    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. `indentColumn`
-    // is that of the statement, or of the list, that the text is part of. All are borrowed.
+    // An element is one of several of a list. Declarators in a line stand behind a name that begins it. The condition
+    // of an `if` is laid out as one; that of a loop, or of a `switch`, as the rest of its line. `indentColumn` is that
+    // of the statement, or of the list, that the text is part of. All are borrowed.
     HangingLines(const ExprTokens& tokens, Text text, int indentColumn,
                  const HangingIndents& indents, int tabSize);
 
     // The text, which nothing has been passed of, is part of a statement in that column, by HANGING_COMMAS.
     void hangCommasFrom(int statementColumn);
+    // So are the arguments of the calls that the condition of a loop begins with.
+    void hangCallsFrom(int statementColumn);
     // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
     void startInLineOf(int column);
     bool isOutsideBrackets() const { return levels_.size() == 1; }
@@ -77,6 +83,8 @@ private:
         int chain = kNone;           // of its first "." or "->"
         int shift = kNone;           // of its first "<<" or ">>"
         std::vector<int> questions;  // of each "?" whose ":" has not come
+        std::vector<int> choices;    // of the operands behind these
+        int choice = kNone;          // of the one whose ":" has come last, until what follows that has
         int otherwise = kNone;       // of the last ":" of these, where it began a line: those of a chain stand below it
     };
 

@@ -38,8 +38,9 @@ public:
         if (column <= first.source || column - first.source < least_ || hangs) return hanging;
         return std::min(first.output + column - first.source, kRightmostIndent);
     }
-    // A closing bracket may stand below the first line's first text, too.
-    int columnForClose(const FirstLine& first, std::string_view gap, int hanging) const {
+    // What may stand below the first line's first text, too: a closing bracket, or the next of several that are
+    // assigned to.
+    int columnBelowFirst(const FirstLine& first, std::string_view gap, int hanging) const {
         const bool standsBelow = isWanted_ && first.source >= 0 && sourceColumn(gap) == first.source;
         return standsBelow ? first.output : columnFor(first, gap, hanging);
     }

@@ -179,7 +179,9 @@ void CppFormatter::writeComma(std::string_view gap, const WantedText& before, co
         out().write(blanks);
     }
     out().write(",");
-    writer_.replace(trailingBlanks(gap), after);
+    const std::string_view behind = trailingBlanks(gap);
+    const bool isColumn = exprFormatter_.keepsColumns() && after.text() == " " && isColumnGap(behind);
+    writer_.replace(behind, isColumn ? WantedText(behind, Keys::KEEP_COLUMNS) : after);
 }
 
 // One whose first element hangs behind a directive or a comment, as it would without.
@@ -260,12 +262,14 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
                                 int column) {
     const std::string_view closing = writer_.readGap(list.end());
     if (keepsBreak(closing, beforeClose) && isAllWhitespace(closing)) {
-        writeKeptBreakAt(closing, exprFormatter_.keptIndent().columnForClose(listLine_, closing, column));
+        writeKeptBreakAt(closing, exprFormatter_.keptIndent().columnBelowFirst(listLine_, closing, column));
         return;
     }
     // A ">>" that ends two lists is one token.
     const bool isInsideToken = closing.empty() && writer_.peek() == '>' && writer_.peekBehind() == '>';
-    writer_.writeMerged(closing, isInsideToken ? kAsInInput : beforeClose);
+    // A macro may be given nothing last: `M(a, )`.
+    const bool isBehindComma = settings_.formatsOtherGaps && trim(closing) == "," && !isLineBreak(closing);
+    writer_.writeMerged(closing, isInsideToken || isBehindComma ? kAsInInput : beforeClose);
 }
 
 void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {

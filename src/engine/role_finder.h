@@ -54,6 +54,7 @@ private:
     bool followsArgumentWord() const;
     // `new (p)`
     bool closesPlacement(std::size_t open) const { return open > 0 && kindAt(tokens_, open - 1) == Cpp::KeywordNew; }
+    bool closesAttribute(std::size_t place) const;
     bool endsParameters(std::size_t place) const;
     bool goesOnWithReturnType(const ExprToken& token) const;
     bool isQualifierOfFunction(std::size_t place) const;

@@ -50,6 +50,15 @@ bool followsTryBlock(const Cpp::SyntaxNode* previous, const Cpp::CtrlStmtNode& s
            (Cpp::as<Cpp::FunctionDeclNode>(previous) || Cpp::as<Cpp::CtrlStmtNode>(previous));
 }
 
+HangingLines::Text hangingOfCondition(int keyword) {
+    switch (keyword) {
+        case Cpp::KeywordIf: return HangingLines::Text::Condition;
+        case Cpp::KeywordWhile:
+        case Cpp::KeywordSwitch: return HangingLines::Text::LoopCondition;
+        default: return HangingLines::Text::List;
+    }
+}
+
 // The places of the first and the last ";" outside all brackets; the same when there are fewer than two.
 struct ClauseEnds {
     std::size_t first = 0;
@@ -217,7 +226,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
             const std::string_view kept = startsWithLineEndToken(gap) || isAllWhitespace(gap) ? gap : trimLeft(gap);
             writer_.writeMerged(kept, settings_.afterControlKeyword);
         } else {
-            const OptionalText& afterMacro = isCall ? exprFormatter_.settings().afterCallName : kAsInInput;
+            const OptionalText& own = settings_.afterControlMacro;
+            const OptionalText& afterMacro = isCall ? firstPresent(own, exprFormatter_.settings().afterCallName) : own;
             writer_.writeMerged(gap, isMacro ? afterMacro : settings_.afterControlKeyword);
         }
         writer_.copyThrough(head->condition()->start());
@@ -268,7 +278,7 @@ WantedText CppFormatter::writeCondition(std::string_view inside, int keyword, co
     if (keyword == Cpp::KeywordCatch) {
         exprFormatter_.formatDeclarationText(condition, out(), settings_.afterParameterType);
     } else {
-        writeExpression(condition, bodies, HangingLines::Text::List);
+        writeExpression(condition, bodies, hangingOfCondition(keyword));
     }
     if (!beforeClose.present) return beforeClose;
     if (keepsBreak(closing, beforeClose)) return WantedText(kLineFeed.text, Keys::KEEP_LINE_BREAKS);
@@ -360,15 +370,17 @@ void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
     }
 }
 
-// case 1: {        goes by the column of its label
+// case 1: {        goes by the column of its label, and stays below a comment behind that
 //     a();
 // }
-void CppFormatter::formatCaseBlock(Cpp::BlockNode& block) {
+void CppFormatter::formatCaseBlock(Cpp::BlockNode& block, const Cpp::SyntaxNode& previous) {
     const std::string labelIndentation = labelIndent(caseIndent());
     BaseColumnScope base(*this, columnAfter(labelIndentation, 0, out().tabSize()), &block);
     LeadingSpaceScope leadingSpace(out(), caseIndent().present ? false : out().keepLeadingSpace());
     IndentScope indent(out(), labelIndentation);
-    formatBody(block, settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
+    const bool staysBelow =
+        keepsLines() && Cpp::as<Cpp::CommentNode>(&previous) && previous.end().line < block.start().line;
+    formatBody(block, staysBelow ? kLineFeed : settings_.beforeCaseOpen, settings_.keepsOneLineBlocks,
                [&] { formatBlock(block, settings_.global); });
 }
 
@@ -384,7 +396,7 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     }
     if (next != end && settings_.beforeCaseOpen.present) {
         if (auto* block = Cpp::as<Cpp::BlockNode>(next->get()); block && block->hasBrackets()) {
-            formatCaseBlock(*block);
+            formatCaseBlock(*block, **label);
             return next;
         }
     }
@@ -409,7 +421,12 @@ Cpp::InteriorNode::iterator CppFormatter::formatBehindLabel(Cpp::InteriorNode::i
     if (next != end && isTrivia(**next) && !settings_.afterCaseLabel.hasLineFeed()) return label;
     if (next != end) {
         const std::string_view gap = writer_.readGap((*next)->start());
-        writer_.replace(leadingBlanks(gap), asOutputStands(settings_.afterCaseLabel));
+        const std::string_view blanks = leadingBlanks(gap);
+        OptionalText behind = settings_.afterCaseLabel;
+        const bool keepsLines = settings_.global.keepsBlankLines && behind.hasLineFeed();
+        const std::string text = withBlankLines(behind.text, keepsLines ? blanks : std::string_view());
+        if (text.size() > behind.text.size()) behind = {true, text, settings_.blankLines.key};
+        writer_.replace(blanks, asOutputStands(behind));
         writer_.writeWithoutLeading(gap);
     } else {
         writer_.replace(leadingBlanks(writer_.ahead()), asOutputStands(settings_.afterCaseLabel));

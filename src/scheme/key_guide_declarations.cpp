@@ -73,9 +73,10 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::FORMAT_MACRO_CALLS, true), group,
                     "Macros that stand by themselves, without a \";\", are laid out as calls are, and wrapped like "
                     "them, where they stand on one line, and their parentheses hold no marks, angles and braces. "
-                    "So is the \"(\" of macros that govern a statement, but for those named as `foreach` is, and, "
-                    "with FORMAT_TYPE_ARGUMENTS, a macro that makes a function's name. With FORMAT_MACRO_BODIES "
-                    "statements that a call on one line holds, each with its end, are laid out too.",
+                    "So is the \"(\" of macros that govern a statement, but for those named as `foreach` is or where "
+                    "WS_AFTER_CS_MACRO is present, and, with FORMAT_TYPE_ARGUMENTS, a macro that makes a function's "
+                    "name. With FORMAT_MACRO_BODIES statements that a call on one line holds, each with its end, are "
+                    "laid out too.",
                     "class A\n{\n    NO_COPY (A,B)\n};\n",
                     {set(Keys::KEEP_UNRECOGNIZED, true), set(Keys::WS_BETWEEN_FN_CALL_ARGS, " "),
                      set(Keys::WS_AFTER_FN_CALL_NAME, "")}});

@@ -243,8 +243,9 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
     rows.push_back({set(Keys::KEEP_BLANK_LINES, 2), group,
                     "Empty lines that stay where the scheme asks for a line end: 1 behind { and in front of } of "
-                    "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies and "
-                    "in front of blocks; 3 in front of else and its kin, too; 4 in front of the { of "
+                    "namespaces, classes, enumerations and extern \"C\", and between enumerators; 2 in all bodies, "
+                    "behind the labels of switch and in front of blocks; 3 in front of else and its kin, too; "
+                    "4 in front of the { of "
                     "bodies, too.",
                     "int f()\n{\n\n    return 1;\n}\n", {set(Keys::WS_AFTER_FN_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::KEEP_REGION_INDENT, true), group,
