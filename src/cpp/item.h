@@ -20,7 +20,7 @@ struct Item {
     };
 
     Shape shape = Shape::None;
-    Index place = 0;       // the token that told; of a macro, the first one behind it
+    Index place = 0;       // the token that told; of a macro, the first one behind it; the last one of a macro that opens a class
     Index parameters = 0;  // the "(" of a function's parameters
 };
 

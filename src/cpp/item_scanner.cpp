@@ -57,6 +57,9 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
         noBraceBefore = std::max(noBraceBefore, place);
         return Item{shape, place, 0};
     };
+    if (findsMacros_ && context.scope == ItemContext::Scope::Outside) {
+        if (const Index end = macros_.endOfClassHead(place); end != kNone) return {Shape::Class, end, 0};
+    }
     if (findsMacros_ && macros_.isWordMacro(place)) return {Shape::Macro, place + 1, 0};
     while (true) {
         const int kindHere = kind(place);

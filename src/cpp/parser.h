@@ -131,6 +131,7 @@ private:
 
     // Classes and enums (parser_classes.cpp).
     std::unique_ptr<ClassDeclNode> parseClassDecl(TokenBuffer& tokens);
+    std::unique_ptr<ClassDeclNode> parseMacroClass(TokenBuffer& tokens, Index start, Index last);
     std::string_view declaredClassName(const TokenBuffer& tokens) const;
     std::unique_ptr<ClassHeadNode> parseClassHead(TokenBuffer& tokens);
     std::unique_ptr<ClassNameNode> parseClassName(TokenBuffer& tokens);
