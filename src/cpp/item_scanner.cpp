@@ -233,6 +233,11 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     if (findsMacros_ && namesArray && !opensAttribute(next(following))) return std::nullopt;
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
+    // void PRINTF(1, 2)
+    // log(const char *format, ...);
+    const bool isDeclared = followsType(seen) && kind(behind(next(following))) == Semicolon;
+    const bool isPlainName = !isUpperCase(word.text) && !word.text.starts_with("__");
+    if (findsMacros_ && namesMacro && isLater && namesFunction && isDeclared && isPlainName) return std::nullopt;
     // int size PARAMS((int a)) pure_function;
     const bool isMacroOfList =
         findsMacros_ && holdsParameters && seen.typeWords > 1 && kind(next(following)) == Semicolon;
@@ -281,6 +286,13 @@ bool ItemScanner::followsMacro(const Progress& seen) const {
     if (seen.typeWords != 1 || seen.second == kNone) return false;
     const Trn::Token word = tokens_.at(seen.second);
     return word.kind == Identifier && isUpperCase(word.text);
+}
+
+// Whether a pointer mark or a type that is built in stands in front of the last word.
+bool ItemScanner::followsType(const Progress& seen) const {
+    if (seen.second == kNone) return false;
+    const int kindInFront = kind(seen.second);
+    return (kindInFront == Asterisk && seen.typeWords > 0) || isBuiltinTypeKeyword(kindInFront);
 }
 
 // `int *a, *f(int);`, as opposed to the bases of a class.

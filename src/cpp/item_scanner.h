@@ -48,6 +48,7 @@ private:
     bool declaresFunction(Index open) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
+    bool followsType(const Progress& seen) const;
     Index behindMacroOfHeader(Index open, const Progress& seen) const;
     bool isCommaAtLineEnd(Index place) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
