@@ -456,10 +456,18 @@ bool ItemScanner::startsWithSpecifier(Index name) const {
     Index place = behind(open);
     if (startsLaterLine(place, links_.closing(open))) return false;
     if (isTypeWord(kind(place))) return true;
+    if (findsMacros_ && kind(place) == Identifier) place = behindMarkedType(place);
     while (kind(place) == Asterisk || kind(place) == Ampersand) place = next(place);
     if (kind(place) != Identifier) return false;
     const int following = kind(next(place));
     return following == Assign || following == Semicolon || following == Comma || following == OpenBracket;
+}
+
+// Behind a type that pointer marks follow, or else in front of it: `CLEANUP(f) A *a = b;`
+ItemScanner::Index ItemScanner::behindMarkedType(Index type) const {
+    Index marks = next(type);
+    if (kind(marks) == Less) marks = behind(marks);
+    return kind(marks) == Asterisk || kind(marks) == Ampersand ? marks : type;
 }
 
 bool ItemScanner::holdsValues(Index openBrace, Index previous) const {

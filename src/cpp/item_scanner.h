@@ -56,6 +56,7 @@ private:
     bool followsTypedName(const Progress& seen) const;
     bool holdsMarkedName(Index open) const;
     bool holdsClassKey(Index open) const;
+    Index behindMarkedType(Index type) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;
     bool endsInAnnotations(Index place) const;
