@@ -159,8 +159,11 @@ bool MacroScanner::opensClass(Index name, Index last) const {
 // Whether a word by itself in its line has a statement behind it that no declaration begins like.
 bool MacroScanner::isFollowedByCall(Index word, Index following) const {
     if (!startsLaterLine(following, word) || kind(following) != Identifier) return false;
-    switch (kind(next(following))) {
+    const Index behindName = next(following);
+    switch (kind(behindName)) {
         case OpenParen:
+            // The type of a function that stands in the block.
+            return isUpperCase(tokens_.at(word).text) || kind(behind(behindName)) != OpenBrace;
         case Dot:
         case Arrow:
         case PlusAssign:
