@@ -125,6 +125,10 @@ void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope
     const bool isForeign = isAccessKeyword(tokens.peekKind()) && scope == Scope::Outside &&
                            (isClassKey(tokens.kindAt(following)) || tokens.kindAt(following) == KeywordStatic);
     if (keepsUnrecognized_ && isForeign) throw ParseEnded{tokens.current().start, kOtherLanguage};
+    if (keepsUnrecognized_ && scope == Scope::Outside && isControlKeyword(tokens.peekKind())) {
+        list.add(parseCtrlStmt(tokens));
+        return;
+    }
     switch (tokens.peekKind()) {
         case KeywordNamespace: addNamespace(tokens, list); return;
         case KeywordTemplate: addTemplate(tokens, list); return;
