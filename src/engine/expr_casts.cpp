@@ -38,6 +38,12 @@ bool awaitsOperand(const ExprToken& token) {
     return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
 }
 
+// `(size_t)`: whether a name that only types have is all that the parentheses hold.
+bool isNamedAsType(const ExprTokens& tokens, std::size_t open) {
+    const std::size_t name = nextPlace(tokens, open);
+    return nextPlace(tokens, name) == tokens[open].partner && tokens[name].text().ends_with("_t");
+}
+
 bool startsOperand(int kind) {
     return isValueKind(kind) || kind == Cpp::KeywordSizeof || kind == Cpp::KeywordNew || isCastKeyword(kind);
 }
@@ -98,7 +104,7 @@ bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size
     const ExprToken& token = tokens[place];
     if (token.role == ExprRole::UnaryOperator) return true;
     if (token.role == ExprRole::GroupOpen) {
-        return token.kind == Cpp::OpenParen && inside == Parenthesised::Type;
+        return token.kind == Cpp::OpenParen && (inside == Parenthesised::Type || isNamedAsType(tokens, open));
     }
     return token.role == ExprRole::Operand && startsOperand(token.kind);
 }
@@ -107,8 +113,7 @@ bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign
     const int kind = kindAt(tokens, sign);
     const std::size_t open = tokens[close].partner;
     if ((kind != Cpp::Plus && kind != Cpp::Minus) || kindAt(tokens, sign + 1) == Cpp::Number) return false;
-    return contentsOf(tokens, open) == Parenthesised::Name &&
-           !tokens[nextPlace(tokens, open)].text().ends_with("_t");
+    return contentsOf(tokens, open) == Parenthesised::Name && !isNamedAsType(tokens, open);
 }
 
 }  // namespace Tessel
