@@ -367,3 +367,5 @@ private:
 };
 
 }  // namespace Tessel
+    bool standsAgainstCode(const Cpp::CommentNode& comment);
+    int joiningMargin(Trn::Position end);

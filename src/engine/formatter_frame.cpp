@@ -353,8 +353,18 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         return;
     }
     IndentScope indent(out(), commentIndent(*comment));
+    if (standsAgainstCode(*comment)) {
+        writer_.replace(writer_.readGap(comment->start()), WantedText(" ", settings_.formatsOtherGaps.key));
+    }
     writer_.copyGap(comment->start());
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
+}
+
+// `int a;/* b */`
+bool CppFormatter::standsAgainstCode(const Cpp::CommentNode& comment) {
+    if (!settings_.formatsOtherGaps || out().column() == 0 || !isCommentAtLineEnd(comment)) return false;
+    const std::string_view written = out().text();
+    return gapBefore(comment).empty() && !isWhitespace(written.back()) && written.back() != '/';
 }
 
 bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {
