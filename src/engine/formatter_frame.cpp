@@ -363,8 +363,10 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
 // `int a;/* b */`
 bool CppFormatter::standsAgainstCode(const Cpp::CommentNode& comment) {
     if (!settings_.formatsOtherGaps || out().column() == 0 || !isCommentAtLineEnd(comment)) return false;
-    const std::string_view written = out().text();
-    return gapBefore(comment).empty() && !isWhitespace(written.back()) && written.back() != '/';
+    const std::size_t start = offsetOf(source_, comment.start()) - 1;
+    const char inFront = start > 0 ? source_.text()[start - 1] : '\n';
+    const bool followsOther = inFront == '/' || inFront == '{';  // another comment, or a brace with a gap of its own
+    return gapBefore(comment).empty() && !isWhitespace(inFront) && !followsOther;
 }
 
 bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {
