@@ -291,7 +291,9 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
 
 // A class or an enum with its body, up to the "}" that closes it.
 Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Item& item) {
-    if (item.shape == Item::Shape::Class && tokens.kindAt(item.place) != OpenBrace) return {parseMacroClass(tokens, start, item.place), true};
+    if (item.shape == Item::Shape::Class && tokens.kindAt(item.place) != OpenBrace) {
+        return {parseMacroClass(tokens, start, item.place), true};
+    }
     const Index close = links_.closing(item.place);
     if (close == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
     tokens.moveTo(close + 1);

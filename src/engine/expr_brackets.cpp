@@ -240,8 +240,8 @@ private:
         return declaresParameters_ && kindAt(tokens_, first) == Cpp::KeywordTemplate;
     }
 
-    // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition, also behind a
-    // macro, `UNUSED vector<int> v`.
+    // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition,
+    // also behind a macro, `UNUSED vector<int> v`.
     bool startsDeclaration(std::size_t place) const {
         const bool followsMacro =
             place == 2 && kindAt(tokens_, 0) == Cpp::Identifier && kindAt(tokens_, 1) == Cpp::Identifier;

@@ -14,7 +14,8 @@ constexpr std::size_t kLongestCast = 64;
 bool isTypeWord(const ExprToken& token) {
     const int kind = token.kind;
     return token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
-           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordEnum || Cpp::isClassKey(kind);
+           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordEnum ||
+           Cpp::isClassKey(kind);
 }
 
 std::size_t placeBefore(const ExprTokens& tokens, std::size_t place) {
