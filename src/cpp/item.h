@@ -20,7 +20,8 @@ struct Item {
     };
 
     Shape shape = Shape::None;
-    Index place = 0;       // the token that told; of a macro, the first one behind it
+    // The token that told; of a macro, the first one behind it, but its last one where it opens a class.
+    Index place = 0;
     Index parameters = 0;  // the "(" of a function's parameters
 };
 

@@ -57,6 +57,9 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
         noBraceBefore = std::max(noBraceBefore, place);
         return Item{shape, place, 0};
     };
+    if (findsMacros_ && context.scope == ItemContext::Scope::Outside) {
+        if (const Index end = macros_.endOfClassHead(place); end != kNone) return {Shape::Class, end, 0};
+    }
     if (findsMacros_ && macros_.isWordMacro(place)) return {Shape::Macro, place + 1, 0};
     while (true) {
         const int kindHere = kind(place);
@@ -230,6 +233,11 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     if (findsMacros_ && namesArray && !opensAttribute(next(following))) return std::nullopt;
     const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
     if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
+    // void PRINTF(1, 2)
+    // log(const char *format, ...);
+    const bool isDeclared = followsType(seen) && kind(behind(next(following))) == Semicolon;
+    const bool isPlainName = !isUpperCase(word.text) && !word.text.starts_with("__");
+    if (findsMacros_ && namesMacro && isLater && namesFunction && isDeclared && isPlainName) return std::nullopt;
     // int size PARAMS((int a)) pure_function;
     const bool isMacroOfList =
         findsMacros_ && holdsParameters && seen.typeWords > 1 && kind(next(following)) == Semicolon;
@@ -278,6 +286,13 @@ bool ItemScanner::followsMacro(const Progress& seen) const {
     if (seen.typeWords != 1 || seen.second == kNone) return false;
     const Trn::Token word = tokens_.at(seen.second);
     return word.kind == Identifier && isUpperCase(word.text);
+}
+
+// Whether a pointer mark or a type that is built in stands in front of the last word.
+bool ItemScanner::followsType(const Progress& seen) const {
+    if (seen.second == kNone) return false;
+    const int kindInFront = kind(seen.second);
+    return (kindInFront == Asterisk && seen.typeWords > 0) || isBuiltinTypeKeyword(kindInFront);
 }
 
 // `int *a, *f(int);`, as opposed to the bases of a class.
@@ -441,10 +456,18 @@ bool ItemScanner::startsWithSpecifier(Index name) const {
     Index place = behind(open);
     if (startsLaterLine(place, links_.closing(open))) return false;
     if (isTypeWord(kind(place))) return true;
+    if (findsMacros_ && kind(place) == Identifier) place = behindMarkedType(place);
     while (kind(place) == Asterisk || kind(place) == Ampersand) place = next(place);
     if (kind(place) != Identifier) return false;
     const int following = kind(next(place));
     return following == Assign || following == Semicolon || following == Comma || following == OpenBracket;
+}
+
+// Behind a type that pointer marks follow, or else in front of it: `CLEANUP(f) A *a = b;`
+ItemScanner::Index ItemScanner::behindMarkedType(Index type) const {
+    Index marks = next(type);
+    if (kind(marks) == Less) marks = behind(marks);
+    return kind(marks) == Asterisk || kind(marks) == Ampersand ? marks : type;
 }
 
 bool ItemScanner::holdsValues(Index openBrace, Index previous) const {

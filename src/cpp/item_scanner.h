@@ -48,6 +48,7 @@ private:
     bool declaresFunction(Index open) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
+    bool followsType(const Progress& seen) const;
     Index behindMacroOfHeader(Index open, const Progress& seen) const;
     bool isCommaAtLineEnd(Index place) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
@@ -55,6 +56,7 @@ private:
     bool followsTypedName(const Progress& seen) const;
     bool holdsMarkedName(Index open) const;
     bool holdsClassKey(Index open) const;
+    Index behindMarkedType(Index type) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;
     bool endsInAnnotations(Index place) const;

@@ -131,11 +131,39 @@ bool MacroScanner::isCompleteDeclaration(Index place) const {
     }
 }
 
+MacroScanner::Index MacroScanner::endOfClassHead(Index name) const {
+    if (!links_.hasUnopenedBrace() || kind(name) != Identifier) return kNone;
+    const Index open = next(name);
+    const Index close = kind(open) == OpenParen ? links_.closing(open) : name;
+    return close != kNone && opensClass(name, close) ? close : kNone;
+}
+
+// `CLASS_OF_1(A, Base)` in front of members that stand further than it, up to the "};" below it. Only access labels may
+// stand where it does.
+bool MacroScanner::opensClass(Index name, Index last) const {
+    Index place = next(last);
+    if (kind(place) == CloseBrace && !startsLaterLine(place, last)) return kind(next(place)) == Semicolon;
+    for (bool isFirst = true;; isFirst = false, place = behind(place)) {
+        if (!startsLaterLine(place, last)) {
+            if (isFirst || endsStatements(kind(place))) return false;
+        } else if (kind(place) == CloseBrace) {
+            return kind(next(place)) == Semicolon && !isIndentedFrom(name, place) && !isIndentedFrom(place, name);
+        } else if (kind(place) == Trn::kEndKind || !(isIndentedFrom(name, place) || isAccessKeyword(kind(place)))) {
+            return false;
+        }
+        const Index close = links_.closing(place);
+        last = close == kNone ? place : close;
+    }
+}
+
 // Whether a word by itself in its line has a statement behind it that no declaration begins like.
 bool MacroScanner::isFollowedByCall(Index word, Index following) const {
     if (!startsLaterLine(following, word) || kind(following) != Identifier) return false;
-    switch (kind(next(following))) {
+    const Index behindName = next(following);
+    switch (kind(behindName)) {
         case OpenParen:
+            // The type of a function that stands in the block.
+            return isUpperCase(tokens_.at(word).text) || kind(behind(behindName)) != OpenBrace;
         case Dot:
         case Arrow:
         case PlusAssign:

@@ -15,12 +15,16 @@ public:
     Item scanStatement(Index start) const;
     // A word by itself in its line, when what follows is complete without it.
     bool isWordMacro(Index place) const;
+    // The last token of the macro at the place, should it be the head of a class and bring the "{" of its body; else
+    // kNone.
+    Index endOfClassHead(Index name) const;
     // Whether the words at the place are a type and a name, or a statement.
     bool isCompleteDeclaration(Index place) const;
     // Whether the line that begins with the token is indented further than that of the other.
     bool isIndentedFrom(Index head, Index following) const;
 
 private:
+    bool opensClass(Index name, Index last) const;
     bool endsInWordMacros(Index place) const;
     bool holdsStatement(Index open, Index close) const;
     Item scanHead(Index openBrace) const;

@@ -132,6 +132,7 @@ private:
 
     // Classes and enums (parser_classes.cpp).
     std::unique_ptr<ClassDeclNode> parseClassDecl(TokenBuffer& tokens);
+    std::unique_ptr<ClassDeclNode> parseMacroClass(TokenBuffer& tokens, Index start, Index last);
     std::string_view declaredClassName(const TokenBuffer& tokens) const;
     std::unique_ptr<ClassHeadNode> parseClassHead(TokenBuffer& tokens);
     std::unique_ptr<ClassNameNode> parseClassName(TokenBuffer& tokens);
@@ -195,6 +196,7 @@ private:
     void parseLabelledStatement(TokenBuffer& tokens, BlockNode& block);
     void parseBlockContent(TokenBuffer& tokens, BlockNode& block);
     bool parseBlockItem(TokenBuffer& tokens, BlockNode& block);
+    bool definesFunction(const TokenBuffer& tokens);
     void parseStatement(TokenBuffer& tokens, BlockNode& block);
     void parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index word);
     bool parseMacroStatement(TokenBuffer& tokens, BlockNode& block);

@@ -90,6 +90,24 @@ std::unique_ptr<ClassHeadNode> Parser::parseClassHead(TokenBuffer& tokens) {
     return std::make_unique<ClassHeadNode>(std::move(name), std::move(bases));
 }
 
+// `CLASS_OF_1(A, Base) int a; };`: the macro is the head and has the "{", and its first argument is the name.
+std::unique_ptr<ClassDeclNode> Parser::parseMacroClass(TokenBuffer& tokens, Index start, Index last) {
+    const TokenView look = view(tokens);
+    const Token argument = tokens.at(look.next(look.next(start)));
+    TokenText words;
+    tokens.moveTo(start);
+    addThrough(tokens, last, words);
+    words.add(tokens.current());
+    const Position first = words.start();
+    const Position end = words.end();
+    auto name = std::make_unique<ClassNameNode>(ClassNameNode::kClass, words.take(), first, end);
+    const std::string_view outerName = std::exchange(className_, argument.text);
+    auto body = parseClassBody(tokens);
+    body->setStart(end);
+    className_ = outerName;
+    return std::make_unique<ClassDeclNode>(std::make_unique<ClassHeadNode>(std::move(name), nullptr), std::move(body));
+}
+
 // The last name in front of the base clauses or the body, outside of brackets; "final" is none.
 std::string_view Parser::declaredClassName(const TokenBuffer& tokens) const {
     std::string_view name;

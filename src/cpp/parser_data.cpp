@@ -176,7 +176,9 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
         if ((kind == Arrow || kind == Dot) && scope == Scope::Block) return nullptr;
         if (kind == OpenParen) {
             hasMacros = keepsUnrecognized_ && endsWithMacro(declarator, hasMacros);
-            if (!hasMacros && opensInitializer(tokens, declarator, previous)) break;
+            const bool opensTail = !hasMacros && opensInitializer(tokens, declarator, previous);
+            if (opensTail && keepsUnrecognized_ && scope == Scope::Block && heads(tokens).hasBody(here)) return nullptr;
+            if (opensTail) break;
         }
         if (kind == Colon && scope == Scope::Class) break;
         if (kind == OpenBrace) {

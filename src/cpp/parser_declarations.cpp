@@ -125,6 +125,10 @@ void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope
     const bool isForeign = isAccessKeyword(tokens.peekKind()) && scope == Scope::Outside &&
                            (isClassKey(tokens.kindAt(following)) || tokens.kindAt(following) == KeywordStatic);
     if (keepsUnrecognized_ && isForeign) throw ParseEnded{tokens.current().start, kOtherLanguage};
+    if (keepsUnrecognized_ && scope == Scope::Outside && isControlKeyword(tokens.peekKind())) {
+        list.add(parseCtrlStmt(tokens));
+        return;
+    }
     switch (tokens.peekKind()) {
         case KeywordNamespace: addNamespace(tokens, list); return;
         case KeywordTemplate: addTemplate(tokens, list); return;
@@ -287,6 +291,9 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
 
 // A class or an enum with its body, up to the "}" that closes it.
 Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, const Item& item) {
+    if (item.shape == Item::Shape::Class && tokens.kindAt(item.place) != OpenBrace) {
+        return {parseMacroClass(tokens, start, item.place), true};
+    }
     const Index close = links_.closing(item.place);
     if (close == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
     tokens.moveTo(close + 1);

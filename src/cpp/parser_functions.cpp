@@ -116,7 +116,9 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens, Index par
             nameStart = wrappedNameStart(tokens, here);
             sawName = isWrapped = true;
         } else if (token.kind == Identifier) {
-            nameStart = here;
+            // `~_A()`
+            const bool isDestructor = keepsUnrecognized_ && here > start && tokens.kindAt(here - 1) == Tilde;
+            nameStart = isDestructor ? here - 1 : here;
             sawName = true;
         } else {
             sawName = sawName && token.kind == Less;

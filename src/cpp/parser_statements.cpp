@@ -123,6 +123,10 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
             report(token.start, NamespaceInBlock);
             return true;
         case KeywordTemplate:
+            if (keepsUnrecognized_) {
+                guarded(tokens, block, [&] { addTemplate(tokens, block); });
+                return true;
+            }
             tokens.next();
             report(token.start, TemplateInBlock);
             return true;
@@ -229,8 +233,15 @@ void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
             return;
         }
         tokens.moveTo(start);
+        if (keepsUnrecognized_ && definesFunction(tokens)) return addOrdinaryDeclaration(tokens, block, Scope::Block);
     }
     block.add(parseExprStmt(tokens));
+}
+
+// One inside of another, or in the block of a macro that makes a namespace of it, `SUITE(a) { void f() {} }`.
+bool Parser::definesFunction(const TokenBuffer& tokens) {
+    const Item item = items(tokens).scanDeclaration(tokens.place(), {Scope::Block, className_}, noBraceBefore_);
+    return item.shape == Item::Shape::Function && heads(tokens).hasBody(item.parameters);
 }
 
 std::unique_ptr<CaseNode> Parser::parseCase(TokenBuffer& tokens) {

@@ -34,7 +34,10 @@ bool isLinked(int kind) { return kind < 0 || kLinkedKinds[static_cast<std::size_
 class LinkFinder {
 public:
     LinkFinder(const Trn::TokenList& tokens, TokenLinks& result)
-        : tokens_(tokens), links_(result.links_), mismatches_(result.mismatches_) {}
+        : tokens_(tokens),
+          links_(result.links_),
+          mismatches_(result.mismatches_),
+          hasUnopenedBrace_(result.hasUnopenedBrace_) {}
 
     void run() {
         links_.assign(tokens_.size(), TokenLinks::kNoLink);
@@ -146,7 +149,10 @@ private:
         dropAngles();
         const int kind = tokens_.kind(place);
         const int openKind = kind == CloseParen ? OpenParen : kind == CloseBracket ? OpenBracket : OpenBrace;
-        if (count(openKind) == 0) return;
+        if (count(openKind) == 0) {
+            hasUnopenedBrace_ |= kind == CloseBrace;
+            return;
+        }
         while (tokens_.kind(open_.back()) != openKind) {
             const Place unclosed = popBack();
             if (tokens_.kind(unclosed) == Less) continue;
@@ -175,6 +181,7 @@ private:
     const Trn::TokenList& tokens_;
     std::vector<std::uint32_t>& links_;
     std::vector<TokenLinks::Mismatch>& mismatches_;
+    bool& hasUnopenedBrace_;
     std::vector<Place> open_;
     std::array<int, OpenBracket - OpenParen + 1> counts_{};
     int previous_ = Trn::kEndKind;

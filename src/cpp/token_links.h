@@ -52,6 +52,8 @@ public:
     }
 
     const std::vector<Mismatch>& mismatches() const { return mismatches_; }
+    // Whether a "}" stands where no "{" is open.
+    bool hasUnopenedBrace() const { return hasUnopenedBrace_; }
 
 private:
     friend class LinkFinder;
@@ -64,6 +66,7 @@ private:
 
     std::vector<std::uint32_t> links_;
     std::vector<Mismatch> mismatches_;
+    bool hasUnopenedBrace_ = false;
 };
 
 }  // namespace Cpp

@@ -33,6 +33,11 @@ std::size_t separatorEnd(std::string_view gap) {
     return end;
 }
 
+// Whether a macro is the head, and brings the "{".
+bool isMacro(const Cpp::ClassDeclNode& declaration) {
+    return declaration.head() && declaration.body() && declaration.body()->start() == declaration.head()->end();
+}
+
 }  // namespace
 
 void CppFormatter::visit(Cpp::NamespaceDeclNode* declaration) {
@@ -56,14 +61,18 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
     if (declaration->head()) {
         const int headColumn = copyUpToConstruct(*declaration->head());
         if (!templateColumn) base = headColumn;
-        declaration->head()->accept(*this);
+        if (isMacro(*declaration)) {
+            writeExpression(writer_.readThrough(declaration->body()->start()), {});
+        } else {
+            declaration->head()->accept(*this);
+        }
     }
     if (!declaration->body()) return;
     {
         BaseColumnScope scope(*this, base, declaration);
-        const bool hasHead = declaration->head();
-        formatBody(*declaration->body(), hasHead ? beforeBrace(*declaration->head()) : kAsInInput,
-                   hasHead ? settings_.keepsOneLineLists : kNeverKept, [&] { declaration->body()->accept(*this); });
+        const bool hasOpen = declaration->head() && !isMacro(*declaration);
+        formatBody(*declaration->body(), hasOpen ? beforeBrace(*declaration->head()) : kAsInInput,
+                   hasOpen ? settings_.keepsOneLineLists : kNeverKept, [&] { declaration->body()->accept(*this); });
     }
     if (settings_.formatsOtherGaps) copyThrough(*declaration);
     const bool endsWithBody = declaration->end() == declaration->body()->end() && declaration->body()->size() > 0;

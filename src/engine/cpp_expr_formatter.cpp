@@ -124,6 +124,14 @@ int CppExprFormatter::columnOfBlock(const Run& run) const {
     return std::max(lineColumn, inList.value_or(lineColumn));
 }
 
+// Whether the body of a lambda comes next whose "{" begins a line, and stands where the line with the "[" begins.
+bool CppExprFormatter::standsBelowLine(const Run& run) const {
+    const std::size_t place = run.sweep.place();
+    if (run.roleAt(place) != ExprRole::Block || run.capture == kNoToken) return false;
+    const int lineColumn = columnOfSourceLine(run.tokens[run.capture].text());
+    return columnOfSourceLine(run.tokens[place].text()) == lineColumn && isBodyOf(run.tokens, run.capture, place);
+}
+
 // By how many columns the body of a lambda that comes next may move to the left, where lines begin in front of it.
 int CppExprFormatter::spareOfBlock(const Run& run) const {
     const bool wraps = settings_.weighsWholes() && settings_.wrapMargin > 0 && !run.keepsLines;

@@ -117,6 +117,7 @@ private:
     bool followsSpacedComma(const Run& run) const;
     void writeBlock(Run& run);
     int columnOfBlock(const Run& run) const;
+    bool standsBelowLine(const Run& run) const;
     int spareOfBlock(const Run& run) const;
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);

@@ -168,6 +168,7 @@ private:
     void writeGapBehindBody(const Cpp::DataDeclNode& declaration);
     void copyStray(std::string_view gap);
     void formatEmptyBlock(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
+    bool standsAgainstCode(const Cpp::CommentNode& comment);
     bool isCommentAtLineEnd(const Cpp::SyntaxNode& node) const;
     bool staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const;
     void writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces, const OptionalText& indent);
@@ -180,6 +181,7 @@ private:
     bool mayFitOnLine(const Cpp::SyntaxNode& node) const;
     bool runsOver(int margin, int end, std::string_view text);
     int widthBehind();
+    int joiningMargin(Trn::Position end);
     std::string_view gapBefore(const Cpp::SyntaxNode& node);
     Keyed<bool> keepsFunction(const Cpp::BracketedNode& body) const;
     Keyed<bool> standsOnLine(const Cpp::BracketedNode& body, const Keyed<int>& setting) const;

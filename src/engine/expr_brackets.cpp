@@ -240,9 +240,13 @@ private:
         return declaresParameters_ && kindAt(tokens_, first) == Cpp::KeywordTemplate;
     }
 
-    // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a
-    // condition.
-    bool startsDeclaration(std::size_t place) const { return place == 1; }
+    // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition,
+    // also behind a macro, `UNUSED vector<int> v`.
+    bool startsDeclaration(std::size_t place) const {
+        const bool followsMacro =
+            place == 2 && kindAt(tokens_, 0) == Cpp::Identifier && kindAt(tokens_, 1) == Cpp::Identifier;
+        return place == 1 || (declaresParameters_ && followsMacro);
+    }
 
     void closeAngle(std::size_t place) {
         if (!angleIsOpen()) return;

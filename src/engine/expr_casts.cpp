@@ -14,7 +14,8 @@ constexpr std::size_t kLongestCast = 64;
 bool isTypeWord(const ExprToken& token) {
     const int kind = token.kind;
     return token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
-           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || Cpp::isClassKey(kind);
+           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordEnum ||
+           Cpp::isClassKey(kind);
 }
 
 std::size_t placeBefore(const ExprTokens& tokens, std::size_t place) {
@@ -36,6 +37,12 @@ bool awaitsOperand(const ExprToken& token) {
     }
     const int kind = token.kind;
     return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
+}
+
+// `(size_t)`: whether a name that only types have is all that the parentheses hold.
+bool isNamedAsType(const ExprTokens& tokens, std::size_t open) {
+    const std::size_t name = nextPlace(tokens, open);
+    return nextPlace(tokens, name) == tokens[open].partner && tokens[name].text().ends_with("_t");
 }
 
 bool startsOperand(int kind) {
@@ -98,7 +105,7 @@ bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size
     const ExprToken& token = tokens[place];
     if (token.role == ExprRole::UnaryOperator) return true;
     if (token.role == ExprRole::GroupOpen) {
-        return token.kind == Cpp::OpenParen && inside == Parenthesised::Type;
+        return token.kind == Cpp::OpenParen && (inside == Parenthesised::Type || isNamedAsType(tokens, open));
     }
     return token.role == ExprRole::Operand && startsOperand(token.kind);
 }
@@ -107,8 +114,7 @@ bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign
     const int kind = kindAt(tokens, sign);
     const std::size_t open = tokens[close].partner;
     if ((kind != Cpp::Plus && kind != Cpp::Minus) || kindAt(tokens, sign + 1) == Cpp::Number) return false;
-    return contentsOf(tokens, open) == Parenthesised::Name &&
-           !tokens[nextPlace(tokens, open)].text().ends_with("_t");
+    return contentsOf(tokens, open) == Parenthesised::Name && !isNamedAsType(tokens, open);
 }
 
 }  // namespace Tessel

@@ -54,8 +54,9 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     const int indented = columnAfter(run.out().indent(), 0, tabSize());
     const std::string_view hang = isInType(run) && hangsInType(run) ? settings_.hanging.wrap.text : std::string_view();
-    const int hanging =
-        isInType(run) ? columnAfter(hang, indented, tabSize()) : run.hanging->columnFor(run.sweep.place());
+    const int hanging = isInType(run)           ? columnAfter(hang, indented, tabSize())
+                        : standsBelowLine(run) ? run.captureColumn
+                                               : run.hanging->columnFor(run.sweep.place());
     if (!keptIndent_.isWanted()) return hanging;
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);

@@ -354,8 +354,20 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
         return;
     }
     IndentScope indent(out(), commentIndent(*comment));
+    if (standsAgainstCode(*comment)) {
+        writer_.replace(writer_.readGap(comment->start()), WantedText(" ", settings_.formatsOtherGaps.key));
+    }
     writer_.copyGap(comment->start());
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
+}
+
+// `int a;/* b */`
+bool CppFormatter::standsAgainstCode(const Cpp::CommentNode& comment) {
+    if (!settings_.formatsOtherGaps || out().column() == 0 || !isCommentAtLineEnd(comment)) return false;
+    const std::size_t start = offsetOf(source_, comment.start()) - 1;
+    const char inFront = start > 0 ? source_.text()[start - 1] : '\n';
+    const bool followsOther = inFront == '/' || inFront == '{';  // another comment, or a brace with a gap of its own
+    return gapBefore(comment).empty() && !isWhitespace(inFront) && !followsOther;
 }
 
 bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {

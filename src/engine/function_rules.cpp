@@ -132,7 +132,7 @@ bool CppFormatter::tryJoined(Cpp::BracketedNode& body, const OptionalText& befor
     const OptionalText blank{true, " ", settings_.joinedFunctions.key};
     const std::string_view written = out().text();
     const bool isOneLine = trimLeft(written.substr(std::min(start, written.size()))).find('\n') == written.npos;
-    return (isOneLine || body.size() == 0) && tryLine(settings_.joiningMargin, blank.key, [&] {
+    return (isOneLine || body.size() == 0) && tryLine(joiningMargin(body.end()), blank.key, [&] {
         BraceSettings braces = settings_.functions;
         braces.afterOpen = braces.beforeClose = blank;
         braces.keepsBlankLines = false;

@@ -73,7 +73,11 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
     for (const auto& child : list.children()) {
         const bool isForBody = left == 0 && isAllWhitespace(lineBefore(*child));
         std::optional<IndentScope> indent;
-        if (isForBody) indent.emplace(out(), indentToColumn(out(), baseColumn()));
+        std::optional<ValueScope<FirstLine>> noLine;
+        if (isForBody) {
+            indent.emplace(out(), indentToColumn(out(), baseColumn()));
+            noLine.emplace(listLine_, FirstLine());
+        }
         if (left > 0) --left;
         if (previous) {
             const std::string_view gap = writer_.readGap(child->start());

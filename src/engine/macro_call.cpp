@@ -8,6 +8,9 @@ namespace Tessel {
 
 namespace {
 
+// Brackets that are open in a block among a call's arguments.
+constexpr int kDepthInBlock = 2;
+
 // Of a declaration as much as of an expression, or of neither.
 constexpr bool isDoubtful(int kind) {
     switch (kind) {
@@ -66,11 +69,17 @@ std::optional<CallOfStatements> callOfStatements(std::string_view item) {
     const Trn::Token name = lexer.nextToken();
     const Trn::Token open = lexer.nextToken();
     if (name.kind != Cpp::Identifier || open.kind != Cpp::OpenParen) return std::nullopt;
-    const Trn::Token first = lexer.nextToken();
+    Trn::Token front = open;
+    Trn::Token first = lexer.nextToken();
     Trn::Token last = open;
     Trn::Token token = first;
     for (int depth = depthBehind(token.kind, 1); depth > 0; depth = depthBehind(token.kind, depth)) {
         if (token.kind == Trn::kEndKind || endsLine(token.kind)) return std::nullopt;
+        const bool opensBlock = token.kind == Cpp::OpenBrace && last.kind == Cpp::Comma && depth == kDepthInBlock;
+        if (opensBlock) {
+            front = last;
+            first = token;
+        }
         last = token;
         token = lexer.nextToken();
     }
@@ -78,8 +87,8 @@ std::optional<CallOfStatements> callOfStatements(std::string_view item) {
     if (!endsStatement || token.kind != Cpp::CloseParen || lexer.nextToken().kind != Trn::kEndKind) return std::nullopt;
     const auto startOf = [item](std::string_view part) { return static_cast<std::size_t>(part.data() - item.data()); };
     const auto endOf = [&](std::string_view part) { return startOf(part) + part.size(); };
-    return CallOfStatements{endOf(name.text), startOf(open.text), startOf(first.text), endOf(last.text),
-                            startOf(token.text)};
+    return CallOfStatements{endOf(name.text),    startOf(open.text), endOf(front.text),
+                            startOf(first.text), endOf(last.text),   startOf(token.text)};
 }
 
 }  // namespace Tessel

@@ -12,10 +12,11 @@ namespace Tessel {
 // literals, and operators that mean the same in expressions and types. It stands on one line, or its lines are kept.
 bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines = false);
 
-// Where the parts of `NAME(a = b; c();)` begin and end in it.
+// Where the parts of `NAME(a = b; c();)`, or of `NAME(a, { b(); })`, begin and end in it.
 struct CallOfStatements {
     std::size_t nameEnd;
     std::size_t open;
+    std::size_t argumentsEnd;  // behind the "(", or the "," in front of a block
     std::size_t statements;
     std::size_t statementsEnd;
     std::size_t close;

@@ -44,6 +44,20 @@ int CppFormatter::widthBehind() {
     return static_cast<int>(std::min(rest.find_first_not_of(")]};,"), rest.size()));
 }
 
+// How far what ends at the position may reach when its lines are joined: a comment that ends its line stays there.
+int CppFormatter::joiningMargin(Trn::Position end) {
+    const std::string_view rest = source_.text().substr(offsetOf(source_, end), kLongestLine);
+    const std::string_view line = rest.substr(0, rest.find('\n'));
+    const std::size_t start = std::min(line.find_first_not_of(" \t)]};,"), line.size());
+    const std::string_view comment = line.substr(start);
+    const bool isLineComment = comment.starts_with("//");
+    if (!isLineComment && !comment.starts_with("/*")) return settings_.joiningMargin;
+    const int apart = isLineComment && settings_.beforeLineComment.present
+                          ? columnAfter(settings_.beforeLineComment.text, 0, out().tabSize())
+                          : static_cast<int>(leadingBlanks(line).size());
+    return std::max(settings_.joiningMargin - apart - columnAfter(comment, 0, out().tabSize()), 1);
+}
+
 // What stands between the place that the sweep has reached and the node.
 std::string_view CppFormatter::gapBefore(const Cpp::SyntaxNode& node) {
     const std::size_t start = writer_.in().offset();

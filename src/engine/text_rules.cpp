@@ -36,8 +36,9 @@ bool CppFormatter::writesCallOfStatements(const Cpp::KeptNode& item) {
     writer_.copyGap(item.start());
     writer_.write(readTo(call->nameEnd));
     writer_.writeMerged(readTo(call->open), settings.afterCallName);
-    writer_.write(readTo(call->open + 1));
-    writer_.writeMerged(readTo(call->statements), settings.afterOpenParen);
+    const bool hasArguments = call->argumentsEnd > call->open + 1;
+    writer_.write(readTo(call->argumentsEnd));
+    writer_.writeMerged(readTo(call->statements), hasArguments ? kAsInInput : settings.afterOpenParen);
     const std::string_view statements = readTo(call->statementsEnd);
     const std::optional<std::string> laidOut = macroBodies_->laidOutLine(statements);
     if (laidOut) {
