@@ -196,7 +196,8 @@ private:
     void parseLabelledStatement(TokenBuffer& tokens, BlockNode& block);
     void parseBlockContent(TokenBuffer& tokens, BlockNode& block);
     bool parseBlockItem(TokenBuffer& tokens, BlockNode& block);
-    bool definesFunction(const TokenBuffer& tokens);
+    void addTemplateInBlock(TokenBuffer& tokens, BlockNode& block);
+    bool definesFunction(const TokenBuffer& tokens, Scope scope);
     void parseStatement(TokenBuffer& tokens, BlockNode& block);
     void parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index word);
     bool parseMacroStatement(TokenBuffer& tokens, BlockNode& block);

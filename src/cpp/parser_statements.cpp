@@ -124,7 +124,7 @@ bool Parser::parseBlockItem(TokenBuffer& tokens, BlockNode& block) {
             return true;
         case KeywordTemplate:
             if (keepsUnrecognized_) {
-                guarded(tokens, block, [&] { addTemplate(tokens, block); });
+                guarded(tokens, block, [&] { addTemplateInBlock(tokens, block); });
                 return true;
             }
             tokens.next();
@@ -233,14 +233,23 @@ void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
             return;
         }
         tokens.moveTo(start);
-        if (keepsUnrecognized_ && definesFunction(tokens)) return addOrdinaryDeclaration(tokens, block, Scope::Block);
+        const bool isFunction = keepsUnrecognized_ && definesFunction(tokens, Scope::Block);
+        if (isFunction) return addOrdinaryDeclaration(tokens, block, Scope::Block);
     }
     block.add(parseExprStmt(tokens));
 }
 
+// What a function's template header belongs to is read as outside of blocks: no statement has such a header.
+void Parser::addTemplateInBlock(TokenBuffer& tokens, BlockNode& block) {
+    addTemplate(tokens, block);
+    if (!as<TemplateNode>(block.children().back().get())) return;
+    addTrivia(tokens, block);
+    if (definesFunction(tokens, Scope::Outside)) addOrdinaryDeclaration(tokens, block, Scope::Outside);
+}
+
 // One inside of another, or in the block of a macro that makes a namespace of it, `SUITE(a) { void f() {} }`.
-bool Parser::definesFunction(const TokenBuffer& tokens) {
-    const Item item = items(tokens).scanDeclaration(tokens.place(), {Scope::Block, className_}, noBraceBefore_);
+bool Parser::definesFunction(const TokenBuffer& tokens, Scope scope) {
+    const Item item = items(tokens).scanDeclaration(tokens.place(), {scope, className_}, noBraceBefore_);
     return item.shape == Item::Shape::Function && heads(tokens).hasBody(item.parameters);
 }
 
