@@ -166,6 +166,7 @@ HeadScanner::Index HeadScanner::oldStyleBody(Index open, Index behindGroup) cons
                 if (kind(next(place)) == OpenBrace) return next(place);
                 break;
             case OpenParen:
+                if (links_.closing(place) == kNone) return kNone;
                 if (kind(next(place)) != Asterisk && kind(next(place)) != CloseParen &&
                     kind(next(place)) != OpenParen) {
                     return kNone;

@@ -14,6 +14,11 @@ TEST(ParserMessages, AboutDeclarations) {
 2:10 2 Unexpected token. Was expecting to find ";" or "{".
 3:10 2 Unexpected token. Was expecting to find ";" or "{".
 )");
+    EXPECT_EQ(messagesOf("int f(a) int (((a;"), R"(
+1:10 2 Unexpected token. Was expecting to find ";" or "{".
+1:18 1 Unexpected EOF found.
+1:10 7 The statement cannot be parsed.
+)");
     EXPECT_EQ(messagesOf("int (x);\nint A::(int);\noperator[(x);\nA() : b(1), c { }\nvoid f() throw;"), R"(
 1:5 0 Expected function name. Got: (
 2:8 0 Expected "operator". Got: (
