@@ -197,7 +197,7 @@ private:
     void parseBlockContent(TokenBuffer& tokens, BlockNode& block);
     bool parseBlockItem(TokenBuffer& tokens, BlockNode& block);
     void addTemplateInBlock(TokenBuffer& tokens, BlockNode& block);
-    bool definesFunction(const TokenBuffer& tokens, Scope scope);
+    bool definesFunction(const TokenBuffer& tokens);
     void parseStatement(TokenBuffer& tokens, BlockNode& block);
     void parseNamedStatement(TokenBuffer& tokens, BlockNode& block, Index word);
     bool parseMacroStatement(TokenBuffer& tokens, BlockNode& block);

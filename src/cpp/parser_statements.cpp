@@ -233,23 +233,25 @@ void Parser::parseDataOrExpression(TokenBuffer& tokens, BlockNode& block) {
             return;
         }
         tokens.moveTo(start);
-        const bool isFunction = keepsUnrecognized_ && definesFunction(tokens, Scope::Block);
+        const bool isFunction = keepsUnrecognized_ && definesFunction(tokens);
         if (isFunction) return addOrdinaryDeclaration(tokens, block, Scope::Block);
     }
     block.add(parseExprStmt(tokens));
 }
 
-// What a function's template header belongs to is read as outside of blocks: no statement has such a header.
+// What a template header belongs to is read as outside of blocks: no statement has such a header.
 void Parser::addTemplateInBlock(TokenBuffer& tokens, BlockNode& block) {
     addTemplate(tokens, block);
     if (!as<TemplateNode>(block.children().back().get())) return;
     addTrivia(tokens, block);
-    if (definesFunction(tokens, Scope::Outside)) addOrdinaryDeclaration(tokens, block, Scope::Outside);
+    const int kind = tokens.peekKind();
+    const bool isDeclared = kind != CloseBrace && kind != KeywordTemplate && kind != KeywordUsing && !endsTokens(kind);
+    if (isDeclared) addOrdinaryDeclaration(tokens, block, Scope::Outside);
 }
 
 // One inside of another, or in the block of a macro that makes a namespace of it, `SUITE(a) { void f() {} }`.
-bool Parser::definesFunction(const TokenBuffer& tokens, Scope scope) {
-    const Item item = items(tokens).scanDeclaration(tokens.place(), {scope, className_}, noBraceBefore_);
+bool Parser::definesFunction(const TokenBuffer& tokens) {
+    const Item item = items(tokens).scanDeclaration(tokens.place(), {Scope::Block, className_}, noBraceBefore_);
     return item.shape == Item::Shape::Function && heads(tokens).hasBody(item.parameters);
 }
 
