@@ -118,16 +118,23 @@ bool CppFormatter::hangsWithinName(std::string_view name) const {
     return goesOn && keepsLines() && !exprFormatter_.keptIndent().isWanted() && !writer_.holdsOpaque(name);
 }
 
-// A name may have arguments. The "<" of an operator's begins none; with a blank in front of those of a macro, what it
-// makes would be read as something else.
+// Lines of it hang from the statement.
 void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     const std::string_view text = writer_.readThrough(name.end());
-    std::optional<IndentScope> further;
-    if (hangsWithinName(text)) {
-        out().startLine();
-        const std::string_view wrap = exprFormatter_.settings().hanging.wrap.text;
-        further.emplace(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
-    }
+    if (!hangsWithinName(text)) return writeNamePart(text);
+    const std::string_view firstLine = trimRight(text.substr(0, text.find('\n')));
+    const std::string_view rest = trimLeft(text.substr(firstLine.size()));
+    out().startLine();
+    const std::string_view wrap = exprFormatter_.settings().hanging.wrap.text;
+    const IndentScope further(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
+    writeNamePart(firstLine);
+    writer_.write(text.substr(firstLine.size(), text.size() - firstLine.size() - rest.size()));
+    writeNamePart(rest);
+}
+
+// A name may have arguments. The "<" of an operator's begins none; with a blank in front of those of a macro, what it
+// makes would be read as something else.
+void CppFormatter::writeNamePart(std::string_view text) {
     const bool isCall = text.find('(') != text.npos && !exprFormatter_.settings().afterCallName.text.empty();
     const bool hasArguments = !isCall && text.find("operator") == text.npos;
     if (const std::size_t symbol = Cpp::operatorSymbol(text); symbol < text.size()) {
