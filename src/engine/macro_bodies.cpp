@@ -257,7 +257,7 @@ const FormatOptions& MacroBodies::optionsFor(const Frame& frame, const std::stri
 std::optional<std::string> MacroBodies::formatted(const std::string& body, const std::string& indent,
                                                   int column) const {
     static constexpr Frame function{"void f() {\n", "\n;}\n", Keys::INDENT_FN_CONTENT};
-    static constexpr Frame declarations{"extern \"C\" {\n", "\n;}\n", Keys::INDENT_LINKAGE_CONTENT};
+    static constexpr Frame declarations{"extern \"C++\" {\n", "\n;}\n", Keys::INDENT_LINKAGE_CONTENT};
     const bool isDeclarations = definesFunctionOrClass(body);
     auto text = formatted(body, isDeclarations ? declarations : function, indent, column);
     return text ? text : formatted(body, isDeclarations ? function : declarations, indent, column);
