@@ -108,11 +108,10 @@ void Parser::takeGroup(TokenBuffer& tokens, Index close, Expression& expression)
 // Takes all tokens of the source that follow each other, in front of the place, but for those that tell of bodies.
 void Parser::takeRun(TokenBuffer& tokens, Index end, Expression& expression) const {
     const Index first = tokens.place();
-    Index last = first;
-    while (last < end && tokens.isPiece(last) && !mayConcernBodies(tokens, last)) ++last;
-    if (last == first) return;
-    expression.widen(tokens.at(last - 1), last, last - first);
-    tokens.moveTo(last);
+    const Index behind = tokens.endOfPieces(end, [&](Index place) { return mayConcernBodies(tokens, place); });
+    if (behind == first) return;
+    expression.widen(tokens.at(behind - 1), behind, behind - first);
+    tokens.moveTo(behind);
 }
 
 bool Parser::mayConcernBodies(const TokenBuffer& tokens, Index place) const {

@@ -75,11 +75,10 @@ bool Parser::isArgumentOf(const TokenBuffer& tokens, Index openParen, Index prev
 // Adds all tokens of the source that follow each other, in front of the place.
 void Parser::addRun(TokenBuffer& tokens, Index end, TokenText& text) {
     const Index first = tokens.place();
-    Index last = first;
-    while (last < end && tokens.isPiece(last) && !isTrivia(tokens.kindAt(last))) ++last;
-    if (last == first) return;
-    text.widen(tokens.at(last - 1), last - first, LeafText::Form::Joined);
-    tokens.moveTo(last);
+    const Index behind = tokens.endOfPieces(end, [&](Index place) { return isTrivia(tokens.kindAt(place)); });
+    if (behind == first) return;
+    text.widen(tokens.at(behind - 1), behind - first, LeafText::Form::Joined);
+    tokens.moveTo(behind);
 }
 
 // Adds the tokens in front of the place.

@@ -111,6 +111,7 @@ private:
     bool isInType(const Run& run) const;
     bool hangsInType(const Run& run) const;
     int columnOfKeptLine(Run& run, std::string_view gap) const;
+    int hangingColumn(const Run& run) const;
     void startSourceHanging(Run& run) const;
     void passToken(Run& run) const;
     void writeToken(Run& run) const;

@@ -52,11 +52,7 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 }
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
-    const int indented = columnAfter(run.out().indent(), 0, tabSize());
-    const std::string_view hang = isInType(run) && hangsInType(run) ? settings_.hanging.wrap.text : std::string_view();
-    const int hanging = isInType(run)           ? columnAfter(hang, indented, tabSize())
-                        : standsBelowLine(run) ? run.captureColumn
-                                               : run.hanging->columnFor(run.sweep.place());
+    const int hanging = hangingColumn(run);
     if (!keptIndent_.isWanted()) return hanging;
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
@@ -67,10 +63,22 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
                : keptIndent_.columnFor(run.firstLine, gap, hanging);
 }
 
+int CppExprFormatter::hangingColumn(const Run& run) const {
+    if (isInType(run)) {
+        const std::string_view hang = hangsInType(run) ? settings_.hanging.wrap.text : std::string_view();
+        return columnAfter(hang, columnAfter(run.out().indent(), 0, tabSize()), tabSize());
+    }
+    return standsBelowLine(run) ? run.captureColumn : run.hanging->columnFor(run.sweep.place());
+}
+
 // `a =\nb = 0`: whether the operand that begins behind an "=" is assigned to.
 bool CppExprFormatter::isAssignedFurther(const Run& run, std::size_t place) {
     if (run.previousKind() != Cpp::Assign) return false;
-    while (place < run.tokens.size() && run.roleAt(place) != ExprRole::BinaryOperator) {
+    const auto endsOperand = [&run](std::size_t at) {
+        const ExprRole role = run.roleAt(at);
+        return role == ExprRole::BinaryOperator || role == ExprRole::Separator || closesBracket(run.tokens, at);
+    };
+    while (place < run.tokens.size() && !endsOperand(place)) {
         place = opensBracket(run.tokens, place) ? run.tokens[place].partner + 1 : place + 1;
     }
     return run.kindAt(place) == Cpp::Assign;

@@ -38,6 +38,13 @@ public:
 
     // Whether the token's text is all that it covers, and stands in one line.
     bool isPiece(Index place) const { return place < end_ && tokens_->isPiece(place); }
+    // Behind the pieces that follow each other from the current token on, up to `end` or to one that is to be told apart.
+    template <typename IsOther>
+    Index endOfPieces(Index end, IsOther isOther) const {
+        Index place = index_;
+        while (place < end && isPiece(place) && !isOther(place)) ++place;
+        return place;
+    }
     // The token's extent in the source, in characters.
     std::size_t lengthAt(Index place) const { return tokens_->endOffset(place) - tokens_->offset(place); }
 
