@@ -38,7 +38,7 @@ public:
 
     // Whether the token's text is all that it covers, and stands in one line.
     bool isPiece(Index place) const { return place < end_ && tokens_->isPiece(place); }
-    // Behind the pieces that follow each other from the current token on, up to `end` or to one that is to be told apart.
+    // Behind the pieces that follow each other from the current token on, up to `end` or to one that is told apart.
     template <typename IsOther>
     Index endOfPieces(Index end, IsOther isOther) const {
         Index place = index_;
