@@ -15,6 +15,7 @@
 #include "cli/output_file.h"
 #include "engine/format_options.h"
 #include "run/format_text.h"
+#include "run/side_threads.h"
 #include "scheme/named_scheme.h"
 #include "scheme/property_set_store.h"
 #include "scheme/scheme_check.h"
@@ -69,7 +70,7 @@ int runProgram(const Arguments& arguments, const std::string& schemeDirectory,
     }
 
     const Tessel::FormatOptions options{std::move(scheme), Tessel::protectedRegionMarkers()};
-    const Run::FormattedText result = Run::formatText(options, input->text);
+    const Run::FormattedText result = Run::formatText(options, input->text, Run::threadsOfMachine());
     if (!result.messages.empty()) return printDiagnostics(result.messages, arguments.inputFile, streams.errors);
     const OutputTarget target{arguments.outputFile, streams.output, input->file ? &*input->file : nullptr};
     if (result.text == input->text && isInput(target)) return 0;  // writing it would only make it look new

@@ -57,6 +57,11 @@ bool directiveStartsWith(std::string_view text, std::string_view start) {
     return false;
 }
 
+int conditionalStep(std::string_view directive) {
+    if (directiveStartsWith(directive, "#if")) return 1;
+    return directiveStartsWith(directive, "#endif") ? -1 : 0;
+}
+
 std::string testedCondition(std::string_view directive) {
     const std::string_view word = wordOf(directive);
     if (word.empty()) return {};

@@ -12,9 +12,7 @@ bool opensUnusedBlock(const Trn::Lexeme& token) {
 }
 
 int unusedBlockStep(const Trn::Lexeme& token) {
-    if (token.kind != Directive) return 0;
-    if (directiveStartsWith(token.text, "#if")) return 1;
-    return directiveStartsWith(token.text, "#endif") ? -1 : 0;
+    return token.kind == Directive ? conditionalStep(token.text) : 0;
 }
 
 bool opensProtectedRegion(const Trn::Lexeme& token) {

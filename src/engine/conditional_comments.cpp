@@ -28,7 +28,7 @@ std::size_t lineOfHash(std::string_view source, std::size_t hash) {
 }  // namespace
 
 bool ConditionalComments::standsByEnd(std::size_t offset) {
-    const std::size_t lineStart = source_.substr(0, offset).rfind('\n') + 1;
+    const std::size_t lineStart = lineStartOf(source_, offset);
     const std::size_t text = source_.find_first_not_of(kBlanks, lineStart);
     if (text >= offset || !source_.substr(text).starts_with("#else")) return false;
     if (!isRead_) read();

@@ -38,6 +38,7 @@ void CppPreFormatter::visit(Cpp::RootNode* node) {
 }
 
 void CppPreFormatter::closeAtEnd(Cpp::InteriorNode& root) {
+    hasOpenRegion_ = opening_ != nullptr;
     if (openRegions_ == OpenRegions::Forgotten || !opening_) return;
     const auto last = root.childEnd() - 1;
     auto region = std::make_unique<Cpp::CommentNode>(Cpp::LeafText(), regionStart_, (*last)->end());

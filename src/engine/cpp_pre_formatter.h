@@ -55,6 +55,8 @@ public:
         Trn::Position end;
     };
     const std::vector<Region>& regions() const { return regions_; }
+    // Whether nothing closes the last region of that tree.
+    bool hasOpenRegion() const { return hasOpenRegion_; }
 
     using Emitter::visit;
     void visit(Cpp::RootNode* node) override;
@@ -127,6 +129,7 @@ private:
     Cpp::NodeRangeRemover::Ranges closedRegions_;
     std::vector<NestedRegion> nestedRegions_;
     std::vector<Region> regions_;
+    bool hasOpenRegion_ = false;
 };
 
 }  // namespace Tessel

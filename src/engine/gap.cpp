@@ -32,6 +32,14 @@ std::size_t firstLineEndTokenEnd(std::string_view text) {
 
 bool isAllWhitespace(std::string_view text) { return std::all_of(text.begin(), text.end(), isWhitespace); }
 
+std::size_t lineStartOf(std::string_view text, std::size_t place) { return text.substr(0, place).rfind('\n') + 1; }
+
+std::size_t charactersIn(std::string_view text) {
+    std::size_t count = 0;
+    for (const char c : text) count += isWhitespace(c) ? 0 : 1;
+    return count;
+}
+
 bool isLineBreak(std::string_view text) {
     bool hasLineFeed = false;
     for (const char c : text) {

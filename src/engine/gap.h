@@ -25,6 +25,10 @@ bool isLineBreak(std::string_view text);
 std::string_view trimLeft(std::string_view text);
 // A line end behind a backslash splices the lines, and stays.
 std::string_view trimRight(std::string_view text);
+// Of the line of that place.
+std::size_t lineStartOf(std::string_view text, std::size_t place);
+// Those that are no white space. Counted without a branch, so that many are at once.
+std::size_t charactersIn(std::string_view text);
 std::string_view trim(std::string_view text);
 
 // The white space at the start of a text, and that at its end.

@@ -26,13 +26,6 @@ private:
     std::size_t place_ = 0;
 };
 
-// Without a branch, so that many are counted at once.
-int charactersIn(std::string_view line) {
-    int count = 0;
-    for (const char c : line) count += isWhitespace(c) ? 0 : 1;
-    return count;
-}
-
 SameLines::Line lineAt(std::size_t number, std::string_view before, std::string_view after) {
     const auto shift = static_cast<std::ptrdiff_t>(after.size()) - static_cast<std::ptrdiff_t>(before.size());
     return {static_cast<std::uint32_t>(number), static_cast<std::int32_t>(shift)};
@@ -57,7 +50,9 @@ SameLines::SameLines(const Zelmor::TextDocument& before, const Zelmor::TextDocum
         const bool areAlike = isSame || (areBeside && trimLeft(lineBefore) == trimLeft(lineAfter));
         if (takesAfter) others_.push_back(others_.back() + (isSame ? 0 : 1));
         if (takesBefore) linesAfter_.push_back(areAlike ? lineAt(others_.size() - 1, lineBefore, lineAfter) : Line());
-        if (!areAlike) ahead += charactersIn(lineAfter) - charactersIn(lineBefore);
+        if (areAlike) continue;
+        ahead += static_cast<std::int64_t>(charactersIn(lineAfter));
+        ahead -= static_cast<std::int64_t>(charactersIn(lineBefore));
     }
 }
 

@@ -13,10 +13,6 @@ namespace {
 
 constexpr int kNoCode = -1;
 
-std::size_t lineStartOf(std::string_view text, std::size_t offset) {
-    return text.substr(0, offset).rfind('\n') + 1;
-}
-
 std::size_t textStart(std::string_view text, std::size_t from) {
     return std::min(text.find_first_not_of(" \t", from), text.size());
 }

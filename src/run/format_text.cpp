@@ -7,6 +7,7 @@
 
 #include "engine/format_job.h"
 #include "layout/passes.h"
+#include "run/side_threads.h"
 #include "textstream/byte_order_mark.h"
 #include "textstream/text_encoding.h"
 #include "textstream/view_stream.h"
@@ -40,24 +41,35 @@ private:
     std::string& text_;
 };
 
-}  // namespace
-
-FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text,
-                         Tessel::LayoutObserver* observer) {
+FormattedText format(const Tessel::FormatOptions& options, std::string_view text, std::size_t threads,
+                     Tessel::LayoutObserver* observer) {
     const Zelmor::TextEncoding encoding = Zelmor::detectEncoding(text);
     if (encoding.hasByteOrderMark) text.remove_prefix(Zelmor::BYTE_ORDER_MARK.size());
     Zelmor::ViewStream in(text);
     FormattedText result;
+    result.text.reserve(text.size() + text.size() / 4);  // it is seldom much longer, and comes in parts
     StringBuffer buffer(result.text);
     std::ostream out(&buffer);
     out.exceptions(std::ios::badbit);  // want of memory must not pass for a short text
     const Tessel::Passes passes;
     NeverCancels progress;
-    Tessel::FormatJob(passes, observer).format(options, in, out, result.messages, progress);
+    SideThreads tasks(threads);
+    Tessel::FormatJob(passes, tasks, observer).format(options, in, out, result.messages, progress);
     if (!result.messages.empty()) return result;
     if (encoding.hasCarriageReturns) result.text = Zelmor::addCarriageReturns(result.text);
     if (encoding.hasByteOrderMark) result.text.insert(0, Zelmor::BYTE_ORDER_MARK);
     return result;
+}
+
+}  // namespace
+
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text, std::size_t threads) {
+    return format(options, text, threads, nullptr);
+}
+
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text,
+                         Tessel::LayoutObserver& observer) {
+    return format(options, text, 1, &observer);
 }
 
 }  // namespace Run

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <list>
 #include <string>
 #include <string_view>
@@ -19,9 +20,10 @@ struct FormattedText {
 };
 
 // Formats a text as it stands in a file, UTF-16 excepted. May run in several threads at once. Exceptions of the
-// engine go through to the caller.
-// The observer, borrowed, is told what decided the layout.
+// engine go through to the caller. A long text takes so many threads.
+FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text, std::size_t threads = 1);
+// The observer is told what decided the layout.
 FormattedText formatText(const Tessel::FormatOptions& options, std::string_view text,
-                         Tessel::LayoutObserver* observer = nullptr);
+                         Tessel::LayoutObserver& observer);
 
 }  // namespace Run

@@ -164,7 +164,7 @@ std::string_view withoutMark(std::string_view text) {
 
 ExplainedText explainText(const Tessel::FormatOptions& options, std::string_view text) {
     Decisions decisions(options.scheme);
-    Run::FormattedText formatted = Run::formatText(options, text, &decisions);
+    Run::FormattedText formatted = Run::formatText(options, text, decisions);
     if (!formatted.messages.empty()) return {{}, std::move(formatted.messages)};
     const Zelmor::TextDocument source{std::string(withoutMark(text))};
     const Zelmor::TextDocument result{std::string(withoutMark(formatted.text))};

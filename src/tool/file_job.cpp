@@ -97,14 +97,14 @@ void replaceLines(FileResult& result, const std::string& formatted, const Edits:
     change(result, std::move(changed));
 }
 
-void format(const FileJob& job, FileResult& result) {
+void format(const FileJob& job, FileResult& result, std::size_t threads) {
     if (Zelmor::isUtf16(result.source)) {
         return end(result, Outcome::Refused, "is stored as UTF-16; convert it to UTF-8 to have it formatted");
     }
     if (std::string fault = faultOfLines(job, result.source); !fault.empty()) {
         return end(result, Outcome::Failed, std::move(fault));
     }
-    Run::FormattedText formatted = Run::formatText(*job.options, result.source);
+    Run::FormattedText formatted = Run::formatText(*job.options, result.source, threads);
     if (!formatted.messages.empty()) {
         result.outcome = Outcome::Refused;
         for (const Tessel::Diagnostic& diagnostic : formatted.messages)
@@ -136,18 +136,18 @@ FileResult reportingFailures(FileResult result, Action action) {
 
 }  // namespace
 
-FileResult formatFile(const FileJob& job) {
-    return reportingFailures({.name = job.name}, [&job](FileResult& result) {
+FileResult formatFile(const FileJob& job, std::size_t threads) {
+    return reportingFailures({.name = job.name}, [&job, threads](FileResult& result) {
         Files::FileContent content = Files::readFile(job.name);
         result.stamp = content.stamp;
         result.source = std::move(content.text);
-        format(job, result);
+        format(job, result, threads);
     });
 }
 
-FileResult formatSource(const FileJob& job, std::string source) {
+FileResult formatSource(const FileJob& job, std::string source, std::size_t threads) {
     return reportingFailures({.name = job.name, .source = std::move(source)},
-                             [&job](FileResult& result) { format(job, result); });
+                             [&job, threads](FileResult& result) { format(job, result, threads); });
 }
 
 }  // namespace Tool

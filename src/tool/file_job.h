@@ -19,8 +19,8 @@ struct FileJob {
     std::vector<std::pair<std::size_t, std::size_t>> bytes = {};  // more of them: offset and length
 };
 
-// Both may run in several threads at once, and report every failure in their result.
-FileResult formatFile(const FileJob& job);
-FileResult formatSource(const FileJob& job, std::string source);
+// Both may run in several threads at once, and report every failure in their result. A long text takes so many itself.
+FileResult formatFile(const FileJob& job, std::size_t threads);
+FileResult formatSource(const FileJob& job, std::string source, std::size_t threads);
 
 }  // namespace Tool

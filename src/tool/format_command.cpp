@@ -214,7 +214,7 @@ public:
     int run() {
         reportProblems();
         if (jobs_.isStandardInput()) {
-            take(formatSource(jobs_.jobs().front(), readStandardInput(streams_.input)));
+            take(formatSource(jobs_.jobs().front(), readStandardInput(streams_.input), threadsFor(options_)));
         } else {
             formatFiles();
         }
@@ -250,9 +250,11 @@ private:
 
     void formatFiles() {
         const std::vector<FileJob>& jobs = jobs_.jobs();
-        OrderedPool<FileResult> pool(threadsFor(options_));
+        const std::size_t threads = threadsFor(options_);
+        const std::size_t threadsOfFile = jobs.size() == 1 ? threads : 1;
+        OrderedPool<FileResult> pool(threads);
         pool.run(
-            jobs.size(), [&jobs](std::size_t index) { return formatFile(jobs[index]); },
+            jobs.size(), [&jobs, threadsOfFile](std::size_t index) { return formatFile(jobs[index], threadsOfFile); },
             [this](std::size_t, FileResult result) {
                 take(std::move(result));
                 progress_.countOne();

@@ -77,7 +77,7 @@ Observed observe(const std::string& file, std::size_t index, const Tessel::Forma
         const std::string text = readSource(file);
         observed.habits = Learn::habitsOf(text, tabSize);
         Learn::TallyObserver observer(index, tabSize);
-        const Run::FormattedText formatted = Run::formatText(options, text, &observer);
+        const Run::FormattedText formatted = Run::formatText(options, text, observer);
         if (!formatted.messages.empty()) throw Failure(file + " is refused");
         observed.tally = std::make_unique<Learn::Tally>(observer.tally());
     });

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "lsp/server.h"
+#include "run/side_threads.h"
 #include "tool/explained_gaps.h"
 #include "tool/failure.h"
 #include "tool/file_job.h"
@@ -24,7 +25,8 @@ public:
                   const std::optional<Edits::LineSet>& lines) override {
         SchemeFinder ofProject("");
         SchemeFinder chosen(scheme_);
-        FileResult formatted = formatSource({path, optionsFor(path, ofProject, chosen), lines}, text);
+        const FileJob job{path, optionsFor(path, ofProject, chosen), lines};
+        FileResult formatted = formatSource(job, text, Run::threadsOfMachine());
         Result result{formatted.replacements(), {}};
         for (Message& message : formatted.messages) {
             result.problems.push_back({message.line, message.column, std::move(message.text)});

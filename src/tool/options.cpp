@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <map>
 #include <ostream>
-#include <thread>
 
+#include "run/side_threads.h"
 #include "scheme/scheme_conversion.h"
 #include "tool/failure.h"
 
@@ -276,7 +276,7 @@ private:
     }
 
     void addJobs(CLI::App& app) {
-        app.add_option("-j,--jobs", options_.jobs, "How many files at once")
+        app.add_option("-j,--jobs", options_.jobs, "How many processors to use")
             ->type_name("N")
             ->check(CLI::Range(1, 1024).description(""));
     }
@@ -338,7 +338,7 @@ std::optional<Options> parseOptions(int count, const char* const* arguments, std
 
 std::size_t threadsFor(const Options& options) {
     if (options.jobs > 0) return static_cast<std::size_t>(options.jobs);
-    return std::max(std::thread::hardware_concurrency(), 1U);
+    return Run::threadsOfMachine();
 }
 
 std::vector<OptionEntry> optionTable() {

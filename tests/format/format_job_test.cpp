@@ -37,7 +37,8 @@ std::string endOf(std::istream& in, GoesOnUntil& progress) {
     const Tessel::FormatOptions options{Tessel::PropertySet("s"), Tessel::protectedRegionMarkers()};
     std::ostringstream out;
     std::list<Tessel::Diagnostic> diagnostics;
-    const int status = Tessel::FormatJob(passes).format(options, in, out, diagnostics, progress);
+    Tessel::TaskRunner tasks;
+    const int status = Tessel::FormatJob(passes, tasks).format(options, in, out, diagnostics, progress);
     EXPECT_EQ(static_cast<std::size_t>(status), diagnostics.size());
     return status == 0 ? out.str() : out.str() + diagnostics.back().text;
 }

@@ -30,9 +30,10 @@ Formatted formatText(const Tessel::PropertySet& scheme, const std::string& text,
     std::ostringstream out;
     std::list<Tessel::Diagnostic> diagnostics;
     GoesOn progress;
+    Tessel::TaskRunner tasks;
     try {
         const Tessel::FormatOptions options{scheme, Tessel::protectedRegionMarkers()};
-        Tessel::FormatJob(passes, observer).format(options, in, out, diagnostics, progress);
+        Tessel::FormatJob(passes, tasks, observer).format(options, in, out, diagnostics, progress);
     } catch (const Trn::Exception& fault) {
         return {{}, fault.message() + '\n', true};
     }

@@ -46,12 +46,12 @@ TEST(Lines, OthersStayAndTheRestLeadsToTheWholeResult) {
         const Tessel::FormatOptions options{Tessel::PropertySet(in), Tessel::protectedRegionMarkers()};
         for (int count = 0; count < 6; ++count) {
             const Tool::FileJob whole{sources[random() % sources.size()].string(), &options, {}};
-            const Tool::FileResult full = Tool::formatFile(whole);
+            const Tool::FileResult full = Tool::formatFile(whole, 1);
             const Lines before = linesOf(full.source);
             const std::size_t first = 1 + random() % before.size();
             const std::size_t last = std::min(first + random() % longestRange, before.size());
             const Tool::FileJob part{whole.name, &options, Edits::LineSet({{first, last}})};
-            const Tool::FileResult some = Tool::formatFile(part);
+            const Tool::FileResult some = Tool::formatFile(part, 1);
             ASSERT_TRUE(some.messages.empty()) << part.name << some.messages.front().text;
 
             const Lines after = linesOf(some.formatted());
@@ -59,7 +59,7 @@ TEST(Lines, OthersStayAndTheRestLeadsToTheWholeResult) {
             ASSERT_TRUE(std::equal(before.rbegin(), before.rend() - static_cast<long>(last), after.rbegin()))
                 << part.name << ':' << first << '-' << last << " with " << file;
             ++runs;
-            others += Tool::formatSource(whole, some.formatted()).formatted() != full.formatted();
+            others += Tool::formatSource(whole, some.formatted(), 1).formatted() != full.formatted();
         }
     }
     // Lines that hang under a line which was formatted without them.

@@ -1,0 +1,186 @@
+#include "engine/open_scopes.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+#include "cpp/directive_text.h"
+#include "engine/gap.h"
+
+namespace Tessel {
+
+namespace {
+
+// What the walk has to look at.
+constexpr auto kMarks = [] {
+    std::array<bool, 256> marks{};
+    for (const char mark : std::string_view("{}\"'/\n")) marks[static_cast<unsigned char>(mark)] = true;
+    return marks;
+}();
+
+// Of a namespace, or of what stands in its place.
+bool isNamespaceHead(std::string_view head) {
+    return head.starts_with("namespace") || head.starts_with("inline namespace") || head.starts_with("extern \"");
+}
+
+}  // namespace
+
+bool OpenScopes::goToEndOfBody() {
+    while (place_ < text_.size() && !isLost_) {
+        const char character = text_[place_];
+        if (!kMarks[static_cast<unsigned char>(character)]) {
+            ++place_;
+            continue;
+        }
+        const std::size_t mark = place_;
+        takeMark();
+        if (character != '}' || !isAmongItems() || !standsAloneAbove(mark)) continue;
+        ++place_;
+        return true;
+    }
+    return false;
+}
+
+void OpenScopes::takeMark() {
+    switch (text_[place_]) {
+        case '{': return openBrace();
+        case '}': return closeBrace();
+        case '/': return takeComment();
+        case '\n':
+            ++place_;
+            return takeDirectives();
+        default: return takeLiteral();
+    }
+}
+
+void OpenScopes::takeComment() {
+    const std::string_view ahead = text_.substr(place_);
+    if (ahead.starts_with("//")) {
+        place_ = std::min(text_.find('\n', place_), text_.size());
+    } else if (ahead.starts_with("/*")) {
+        const std::size_t end = text_.find("*/", place_ + 2);
+        place_ = end == std::string_view::npos ? text_.size() : end + 2;
+    } else {
+        ++place_;
+    }
+}
+
+// One that does not end with its line is none: an apostrophe in a number, or in a text that is no code.
+void OpenScopes::takeLiteral() {
+    const char quote = text_[place_];
+    const char inFront = place_ > 0 ? text_[place_ - 1] : '\n';
+    if (quote == '"' && inFront == 'R') return takeRawLiteral();
+    const std::size_t start = ++place_;
+    if (quote == '\'' && inFront >= '0' && inFront <= '9') return;
+    for (std::size_t end = start; end < text_.size() && text_[end] != '\n'; ++end) {
+        if (text_[end] == quote) {
+            place_ = end + 1;
+            return;
+        }
+        if (text_[end] == '\\') ++end;
+    }
+}
+
+void OpenScopes::takeRawLiteral() {
+    const std::size_t open = text_.find('(', ++place_);
+    if (open == std::string_view::npos) return;
+    const std::string end = ')' + std::string(text_.substr(place_, open - place_)) + '"';
+    place_ = std::min(text_.find(end, open), text_.size() - end.size()) + end.size();
+}
+
+void OpenScopes::openBrace() {
+    const std::string_view head = braces_ == 0 ? headOfBrace() : std::string_view();
+    if (isNamespaceHead(head)) {
+        open_.push_back({Kind::Namespace, head, 0});
+    } else {
+        ++braces_;
+    }
+    ++place_;
+}
+
+void OpenScopes::closeBrace() {
+    ++place_;
+    if (braces_ > 0) {
+        --braces_;
+        return;
+    }
+    const auto isNamespace = [](const Open& open) { return open.kind == Kind::Namespace; };
+    const auto innermost = std::find_if(open_.rbegin(), open_.rend(), isNamespace);
+    isLost_ = innermost == open_.rend();
+    if (!isLost_) open_.erase(std::next(innermost).base());
+}
+
+// What stands in front of the brace on its line; in the line above, where that is nothing.
+std::string_view OpenScopes::headOfBrace() const {
+    std::size_t end = lineStartOf(text_, place_);
+    std::string_view head = trimLeft(text_.substr(end, place_ - end));
+    if (head.empty() && end > 0) {
+        const std::size_t start = lineStartOf(text_, end - 1);
+        head = trimLeft(text_.substr(start, end - start));
+    }
+    return trimRight(trimLeft(head.substr(head.find_last_of("{};") + 1)));
+}
+
+// Those at the start of a line, and right behind them. What they hold is of no account.
+void OpenScopes::takeDirectives() {
+    while (place_ < text_.size()) {
+        const std::size_t start = text_.find_first_not_of(kBlanks, place_);
+        if (start == std::string_view::npos || text_[start] != '#') return;
+        std::size_t end = text_.find('\n', start);
+        while (end < text_.size() && text_[end - 1] == '\\') end = text_.find('\n', end + 1);
+        end = std::min(end, text_.size());
+        takeConditional(text_.substr(start, end - start));
+        place_ = std::min(end + 1, text_.size());
+    }
+}
+
+// What the first branch has opened is open behind the group, unless another one has opened it in its place.
+void OpenScopes::takeConditional(std::string_view directive) {
+    const int step = Cpp::conditionalStep(directive);
+    if (step > 0) {
+        const bool isRead = !Cpp::directiveStartsWith(directive, "#if0");
+        open_.push_back({isRead ? Kind::FirstBranch : Kind::OtherBranch, directive, braces_});
+        return;
+    }
+    if (step == 0 && !Cpp::directiveStartsWith(directive, "#el")) return;
+    const auto isGroup = [](const Open& open) { return open.kind != Kind::Namespace; };
+    const auto innermost = std::find_if(open_.rbegin(), open_.rend(), isGroup);
+    if (innermost == open_.rend()) return;
+    const auto group = std::next(innermost).base();
+    if (step < 0) {
+        open_.erase(group);
+        return;
+    }
+    group->kind = Kind::OtherBranch;
+    braces_ = group->braces;
+    open_.erase(std::next(group), open_.end());
+}
+
+bool OpenScopes::isAmongItems() const {
+    return braces_ == 0 && std::ranges::all_of(open_, [](const Open& open) {
+        return open.kind != Kind::OtherBranch && open.braces == 0;
+    });
+}
+
+bool OpenScopes::standsAloneAbove(std::size_t brace) const {
+    const std::size_t start = lineStartOf(text_, brace);
+    return isAllWhitespace(text_.substr(start, brace - start)) && text_.substr(brace + 1).starts_with("\n\n");
+}
+
+std::string OpenScopes::opening() const {
+    std::string lines;
+    for (const Open& open : open_) {
+        lines.append(open.head).append(open.kind == Kind::Namespace ? " {\n" : "\n");
+    }
+    return lines;
+}
+
+std::string OpenScopes::closing() const {
+    std::string lines;
+    for (auto open = open_.rbegin(); open != open_.rend(); ++open) {
+        lines += open->kind == Kind::Namespace ? "}\n" : "#endif\n";
+    }
+    return lines;
+}
+
+}  // namespace Tessel

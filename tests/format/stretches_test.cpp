@@ -1,0 +1,89 @@
+// Long texts are laid out in stretches, as they would be as a whole.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "engine/layout_observer.h"
+#include "engine/text_stretches.h"
+#include "support/format_text.h"
+
+namespace {
+
+// Who is told of a layout is told of the whole text.
+class Listener : public Tessel::LayoutObserver {
+public:
+    void begin(const Zelmor::TextDocument&) override {}
+    void decided(const Tessel::DecidedGap&) override {}
+    void measured(const Tessel::Measured&) override {}
+};
+
+constexpr std::size_t kLongText = 150'000;
+
+std::string repeated(const std::string& text) {
+    std::string result;
+    while (result.size() < kLongText) result += text;
+    return result;
+}
+
+const std::string kFunction =
+    "// Has a {\n"
+    "static int f(int a) // of what\n"
+    "{\n"
+    "  const char *s = \"}\"; int c = '{', n = 1'000;\n"
+    "#if A\n"
+    "  if (a > 1) {\n"
+    "#else\n"
+    "  if (a > 0 && a_long_name_of_something(a, s, c) && another_long_name_of_something(a, n) && a < n) {\n"
+    "#endif\n"
+    "    return   a; } return R\"(}\n}\n\n)\"[0]; /* {\n}\n\n*/\n"
+    "}\n"
+    "\n"
+    "int  g( void );\n"
+    "unsigned  long h(int x);\n";
+
+struct LongText {
+    const char* what;
+    std::string text;
+    bool isCut;
+};
+
+std::vector<LongText> longTexts() {
+    const std::string functions = repeated(kFunction);
+    return {
+        {"functions", functions, true},
+        {"in namespaces, a group and a linkage block",
+         "#ifndef A_H\n#define A_H\nnamespace a { namespace b\n{\n#ifdef C\nextern \"C\" {\n#endif\n" + functions +
+             "#ifdef C\n}\n#endif\n}}\n#endif\n",
+         true},
+        {"namespaces, one behind the other", repeated("namespace a {\n" + kFunction + "}\n\n"), true},
+        {"in a class", "class A {\n" + functions + "};\n", false},
+        {"in another branch", "#if B\nint b;\n#else\n" + functions + "#endif\n", false},
+        {"in a region that is kept", "// clang-format off\n" + functions, true},
+        {"classes whose objects stand below an empty line", repeated("struct A\n{\n  int a;\n}\n\n a;\n"), true},
+        {"brackets that do not match", functions + "int a[3;\n", true},
+    };
+}
+
+TEST(Stretches, LongTextsAreLaidOutAsTheyAreAsAWhole) {
+    for (const char* name : {"google", "gnu", "aligned", "allman-100"}) {
+        const Tessel::PropertySet scheme = TestSupport::shippedScheme(name);
+        for (const LongText& text : longTexts()) {
+            SCOPED_TRACE(std::string(text.what) + ", " + name);
+            Listener listener;
+            const TestSupport::Formatted whole = TestSupport::formatText(scheme, text.text, &listener);
+            const TestSupport::Formatted parts = TestSupport::formatText(scheme, text.text);
+            EXPECT_TRUE(parts.text == whole.text);
+            EXPECT_EQ(parts.refusal, whole.refusal);
+            EXPECT_EQ(Tessel::cutIntoStretches(text.text).size() > 1, text.isCut);
+        }
+    }
+}
+
+TEST(Stretches, ShortTextsAreOne) {
+    const std::vector<Tessel::Stretch> stretches = Tessel::cutIntoStretches(kFunction + '\n' + kFunction);
+    ASSERT_EQ(stretches.size(), 1U);
+    EXPECT_EQ(stretches.front().ahead + stretches.front().behind, "");
+}
+
+}  // namespace
