@@ -186,8 +186,7 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
             if (run.nameFollows && (run.groups.empty() || (run.keepsLines && run.typeWhitespace.hasLineFeed()))) {
                 return behind;
             }
-            return run.typeWhitespace.present || run.previousRole() != ExprRole::Mark ? &run.typeWhitespace
-                                                                                      : behind;
+            return run.typeWhitespace.present ? &run.typeWhitespace : behind;
         case ExprRole::Separator:
             if (const CommaTexts* const commas = absentCommaOf(run, place)) return &commas->before;
             return behind;
@@ -258,8 +257,14 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
     }
     if (run.previousRole() == ExprRole::TemplateClose) {
         const std::size_t open = run.tokens[run.previous].partner;
-        if (!isCastKeyword(run.kindBefore(open))) return nullptr;
-        return &firstPresent(settings_.beforeCastParen, settings_.afterOperator);
+        if (isCastKeyword(run.kindBefore(open))) {
+            return &firstPresent(settings_.beforeCastParen, settings_.afterOperator);
+        }
+        // make<T>(a), function<A<T>(int)>: what wants a blank behind names may do without one here.
+        const bool standsClose = settings_.formatsOtherGaps && settings_.afterCallName.text.empty() &&
+                                 run.kindBefore(open) == Cpp::Identifier &&
+                                 run.tokens[place].partner != kNoToken && !opensDeclarator(run.tokens, place);
+        return standsClose ? &settings_.afterCallName : nullptr;
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
