@@ -179,8 +179,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         if (findsMacros_ && context.scope == ItemContext::Scope::Outside && isCommaAtLineEnd(following)) {
             return Item{Shape::Macro, following + 1, 0};
         }
-        const bool isTail =
-            isQualifier(followingKind) || followingKind == KeywordThrow || followingKind == KeywordTry;
+        const bool isTail = isQualifier(followingKind) || followingKind == KeywordThrow ||
+                            followingKind == KeywordTry || (findsMacros_ && promisesNoThrow(following));
         const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
         const bool beginsItem = isWord(followingKind) || opensAttribute(following);
         // static DEFINE(name)
@@ -248,6 +248,12 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         if (!isTailWord) return std::nullopt;
     }
     return function;
+}
+
+// `f() noexcept`, `f() & noexcept`: whether this stands behind the parameters.
+bool ItemScanner::promisesNoThrow(Index place) const {
+    const bool isReference = kind(place) == Ampersand || kind(place) == LogicalAnd;
+    return tokens_.at(isReference ? next(place) : place).text == "noexcept";
 }
 
 // Behind an element of a list that another file has the braces of:
