@@ -72,8 +72,17 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
     const std::string_view text = result_.substr(start, sides_.resultPlace() - start);
     if (!Cpp::isComment(token.kind) || isSplice(text)) return copyTo(sides_.resultPlace());
     if (comments_ && token.kind == Cpp::LineComment) comments_->add(out_, token.offset);
+    if (comments_ && alignsBlock(text)) comments_->addBlock(out_, token.offset);
     writeComment(text);
     copied_ = sides_.resultPlace();
+}
+
+// Whether the comment ends its only line, and may move. Where columns are kept, each stays in its own.
+bool LineEnds::alignsBlock(std::string_view comment) const {
+    if (settings_.keepsColumns || !comment.starts_with("/*")) return false;
+    const std::size_t end = result_.find_first_not_of(kBlanks, sides_.resultPlace());
+    const bool endsLine = end != std::string_view::npos && result_[end] == '\n';
+    return endsLine && comment.find('\n') == std::string_view::npos;
 }
 
 // What no token is that goes its own way.

@@ -12,6 +12,7 @@ namespace Tessel {
 namespace {
 
 constexpr int kNoCode = -1;
+constexpr int kWideTab = 8;
 
 std::size_t textStart(std::string_view text, std::size_t from) {
     return std::min(text.find_first_not_of(" \t", from), text.size());
@@ -19,25 +20,33 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 
 }  // namespace
 
-void TrailingComments::add(std::string& written, std::size_t offset) {
+TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
     Comment comment;
     comment.sourceColumn = columnIn(source_, offset);
-    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
-    comment.gapStart = lineStart + trimRight(std::string_view(written).substr(lineStart)).size();
+    comment.gapStart = lineStart + trimRight(written.substr(lineStart)).size();
     comment.codeEnd = columnIn(written, comment.gapStart);
     comment.column = columnIn(written, comment.gapEnd);
     comment.isOwnLine = comment.gapStart == lineStart;
-    const std::string_view code = std::string_view(written).substr(lineStart, comment.gapStart - lineStart);
+    const std::string_view code = written.substr(lineStart, comment.gapStart - lineStart);
     comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
+    return comment;
+}
+
+// Those with which the comment does not go on move to where they belong.
+void TrailingComments::placeOthers(std::string& written, Comment& comment) {
+    const std::size_t size = written.size();
+    placeLast(written);
+    comment.gapStart = comment.gapStart + written.size() - size;
+    comment.gapEnd = written.size();
+}
+
+void TrailingComments::add(std::string& written, std::size_t offset) {
+    Comment comment = commentAt(written, offset);
+    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const bool goesOn = isBelowLast(written, comment);
-    if (!goesOn) {
-        const std::size_t size = written.size();
-        placeLast(written);
-        comment.gapStart = comment.gapStart + written.size() - size;
-        comment.gapEnd = written.size();
-    }
+    if (!goesOn) placeOthers(written, comment);
     if (conditionals_.standsByEnd(offset)) return;
     if (comment.column > kRightmostIndent) return;
     // A line with nothing but a comment may belong to the code below.
@@ -47,12 +56,25 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
     lastLength_ = std::max(lastLength_, comment.length);
 }
 
+void TrailingComments::addBlock(std::string& written, std::size_t offset) {
+    Comment comment = commentAt(written, offset);
+    if (comment.isOwnLine || comment.standsAlone || comment.column > kRightmostIndent) return;
+    comment.isBlock = true;
+    comment.wideColumn = columnIn(source_, offset, kWideTab);
+    if (!isBelowLast(written, comment)) placeOthers(written, comment);
+    last_.push_back(comment);
+}
+
 void TrailingComments::finish(std::string& written) { placeLast(written); }
 
 // Whether the comment that comes next stands in the line behind the last one, and below it in the source.
 bool TrailingComments::isBelowLast(std::string_view written, const Comment& comment) const {
-    if (last_.empty()) return false;
-    if (last_.back().sourceColumn != comment.sourceColumn && !mayJoinLast(comment)) return false;
+    if (last_.empty() || last_.back().isBlock != comment.isBlock) return false;
+    if (comment.isBlock) {
+        const bool isInColumn = last_.back().sourceColumn == comment.sourceColumn ||
+                                last_.back().wideColumn == comment.wideColumn;
+        if (!isInColumn) return false;
+    } else if (last_.back().sourceColumn != comment.sourceColumn && !mayJoinLast(comment)) return false;
     const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
@@ -85,8 +107,12 @@ int TrailingComments::codeColumnBelow(std::size_t offset) {
 }
 
 int TrailingComments::columnIn(std::string_view text, std::size_t offset) const {
+    return columnIn(text, offset, columns_.tabSize);
+}
+
+int TrailingComments::columnIn(std::string_view text, std::size_t offset, int tabSize) {
     const std::size_t lineStart = lineStartOf(text, offset);
-    return shownColumnAfter(text.substr(lineStart, offset - lineStart), 0, columns_.tabSize);
+    return shownColumnAfter(text.substr(lineStart, offset - lineStart), 0, tabSize);
 }
 
 void TrailingComments::placeLast(std::string& written) {
@@ -122,6 +148,7 @@ int TrailingComments::columnForLast() const {
         codeEnd = std::max(codeEnd, comment.codeEnd);
         kept = std::min(kept, comment.width());
     }
+    if (!last_.empty() && last_.back().isBlock) return codeEnd + kept;
     return settings_.keepsColumns ? std::max(column, codeEnd + kept) : column;
 }
 

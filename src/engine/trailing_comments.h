@@ -18,6 +18,7 @@ namespace Tessel {
 //              // and more                 // and more
 //
 // With ALIGN_LINE_COMMENTS those behind lines that follow each other do so anyway, as far as they fit in the margin.
+// Block comments that end their lines below each other stay in one column too, with the least white space among theirs.
 // One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
@@ -37,6 +38,8 @@ public:
     // The comment at `offset` of the source comes next behind what has been written. Those in front that it does not go
     // on with move to where they belong.
     void add(std::string& written, std::size_t offset);
+    // The same for a block comment that ends its line, but for one without code in front, or with only a "}".
+    void addBlock(std::string& written, std::size_t offset);
     // The same of the last ones: no further comment comes.
     void finish(std::string& written);
 
@@ -45,9 +48,11 @@ private:
         std::size_t gapStart = 0;  // of the white space in front of it
         std::size_t gapEnd = 0;
         int sourceColumn = 0;
+        int wideColumn = 0;  // the same in an editor with wide tabs
         int codeEnd = 0;  // the column behind the code in front of it
         int column = 0;   // where it stands
         int length = 0;
+        bool isBlock = false;
         bool isOwnLine = false;
         bool standsAlone = false;  // behind a directive, or the "}" of a namespace
 
@@ -55,12 +60,15 @@ private:
     };
     using Comments = std::vector<Comment>;
 
+    Comment commentAt(std::string_view written, std::size_t offset) const;
+    void placeOthers(std::string& written, Comment& comment);
     bool isBelowLast(std::string_view written, const Comment& comment) const;
     bool mayJoinLast(const Comment& comment) const;
     int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
     int codeColumnBelow(std::size_t offset);
     int columnIn(std::string_view text, std::size_t offset) const;
+    static int columnIn(std::string_view text, std::size_t offset, int tabSize);
     int columnForLast() const;
     std::string blanksTo(int column, int from) const;
 

@@ -85,7 +85,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BEFORE_LINE_COMMENT, "  "), group,
                     "Between code and the // behind it. Such comments below each other stay in one column, with the "
                     "lines of nothing but a comment that go on with one; one behind #else stays in the column of that "
-                    "behind its #endif.", "int a; // why\n"});
+                    "behind its #endif. Block comments that end their lines below each other stay in one column too, "
+                    "but with KEEP_COLUMNS.", "int a; // why\n"});
     rows.push_back({set(Keys::ALIGN_LINE_COMMENTS, true), group,
                     "Line comments behind the code of lines that follow each other stand in one column, as long as "
                     "they fit in RIGHT_MARGIN; else those do that stand below each other in the source.",
