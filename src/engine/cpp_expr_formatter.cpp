@@ -111,7 +111,9 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
 
 // Whether the white space behind the comma in front has been written.
 bool CppExprFormatter::followsSpacedComma(const Run& run) const {
-    return run.previousKind() == Cpp::Comma && !run.groups.empty() && spacingOf(run.groups.back()).after.present;
+    if (run.previousKind() != Cpp::Comma) return false;
+    return run.groups.empty() ? settings_.commas.declarators.behind.present
+                              : spacingOf(run.groups.back()).after.present;
 }
 
 // Of the line from which the block that comes next is indented: a lambda's may begin several lines above its "{".
