@@ -60,6 +60,7 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
     if (comment.isOwnLine || comment.standsAlone || comment.column > kRightmostIndent) return;
     comment.isBlock = true;
+    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     comment.wideColumn = columnIn(source_, offset, kWideTab);
     if (!isBelowLast(written, comment)) placeOthers(written, comment);
     last_.push_back(comment);
@@ -117,8 +118,14 @@ int TrailingComments::columnIn(std::string_view text, std::size_t offset, int ta
 
 void TrailingComments::placeLast(std::string& written) {
     const int column = columnForLast();
+    // Where one would leave the margin, they stay as they are.
+    const auto isPushedOut = [&](const Comment& comment) {
+        return comment.column < column && column + comment.length > columns_.margin;
+    };
+    const bool mayMove = columns_.margin <= 0 || last_.empty() || !last_.back().isBlock ||
+                         std::ranges::none_of(last_, isPushedOut);
     const auto isAstray = [column](const Comment& comment) { return comment.column != column; };
-    const auto first = std::ranges::find_if(last_, isAstray);
+    const auto first = mayMove ? std::ranges::find_if(last_, isAstray) : last_.end();
     if (first != last_.end()) {
         const std::size_t start = first->gapStart;
         const std::string tail = written.substr(start);

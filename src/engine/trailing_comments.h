@@ -18,7 +18,8 @@ namespace Tessel {
 //              // and more                 // and more
 //
 // With ALIGN_LINE_COMMENTS those behind lines that follow each other do so anyway, as far as they fit in the margin.
-// Block comments that end their lines below each other stay in one column too, with the least white space among theirs.
+// Block comments that end their lines below each other stay in one column too, with the least white space among
+// theirs, unless one of them would leave the margin for it.
 // One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
