@@ -71,11 +71,9 @@ void TrailingComments::finish(std::string& written) { placeLast(written); }
 // Whether the comment that comes next stands in the line behind the last one, and below it in the source.
 bool TrailingComments::isBelowLast(std::string_view written, const Comment& comment) const {
     if (last_.empty() || last_.back().isBlock != comment.isBlock) return false;
-    if (comment.isBlock) {
-        const bool isInColumn = last_.back().sourceColumn == comment.sourceColumn ||
-                                last_.back().wideColumn == comment.wideColumn;
-        if (!isInColumn) return false;
-    } else if (last_.back().sourceColumn != comment.sourceColumn && !mayJoinLast(comment)) return false;
+    const bool isInColumn = last_.back().sourceColumn == comment.sourceColumn ||
+                            (comment.isBlock && last_.back().wideColumn == comment.wideColumn);
+    if (!isInColumn && (comment.isBlock || !mayJoinLast(comment))) return false;
     const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
