@@ -250,12 +250,6 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     return function;
 }
 
-// `f() noexcept`, `f() & noexcept`: whether this stands behind the parameters.
-bool ItemScanner::promisesNoThrow(Index place) const {
-    const bool isReference = kind(place) == Ampersand || kind(place) == LogicalAnd;
-    return tokens_.at(isReference ? next(place) : place).text == "noexcept";
-}
-
 // Behind an element of a list that another file has the braces of:
 //
 //     DEVICE(0x04cb, "camera"),

@@ -50,7 +50,6 @@ private:
     bool followsMacro(const Progress& seen) const;
     bool followsType(const Progress& seen) const;
     Index behindMacroOfHeader(Index open, const Progress& seen) const;
-    bool promisesNoThrow(Index place) const;
     bool isCommaAtLineEnd(Index place) const;
     bool isInFrontOfFunction(Index comma, const Progress& seen) const;
     bool marksFunction(Index place) const;

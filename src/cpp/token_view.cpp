@@ -32,6 +32,11 @@ bool TokenView::followsBody(Index place) const {
     return place > 0 && kind(place - 1) == CloseBrace && !startsLaterLine(place, place - 1);
 }
 
+bool TokenView::promisesNoThrow(Index place) const {
+    const bool isReference = kind(place) == Ampersand || kind(place) == LogicalAnd;
+    return tokens_.at(isReference ? next(place) : place).text == "noexcept";
+}
+
 bool TokenView::opensAttribute(Index place) const {
     if (kind(place) != OpenBracket || kind(place + 1) != OpenBracket) return false;
     const Index inner = links_.closing(place + 1);

@@ -23,6 +23,8 @@ public:
     bool endsWithAssign(Index openParen) const;
     // Whether a "}" stands in front on the line: what is declared there has its type in front of it.
     bool followsBody(Index place) const;
+    // Whether a "noexcept" stands behind parameters: `f() noexcept`, `f() & noexcept`.
+    bool promisesNoThrow(Index place) const;
     // Whether the "[" is one of "[[", with its "]]".
     bool opensAttribute(Index place) const;
 

@@ -39,9 +39,9 @@ public:
     void setSourceTokens(std::shared_ptr<const Trn::TokenList> tokens) {
         exprFormatter_.setSourceTokens(std::move(tokens));
     }
-    // What need not be formatted: it is copied. Borrowed.
     // What nobody looks into; borrowed.
     void setUnreadBlocks(const KeptRegions& blocks) { writer_.setUnreadBlocks(blocks); }
+    // What need not be formatted: it is copied. Borrowed.
     void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
 
     // The regions that have been kept inside of expressions and declarators; some more than once.

@@ -18,6 +18,12 @@ constexpr auto kMarks = [] {
     return marks;
 }();
 
+template <typename Items, typename Test>
+auto findLast(Items& items, const Test& isWanted) {
+    const auto last = std::find_if(items.rbegin(), items.rend(), isWanted);
+    return last == items.rend() ? items.end() : std::next(last).base();
+}
+
 // Of a namespace, or of what stands in its place.
 bool isNamespaceHead(std::string_view head) {
     return head.starts_with("namespace") || head.starts_with("inline namespace") || head.starts_with("extern \"");
@@ -104,10 +110,9 @@ void OpenScopes::closeBrace() {
         --braces_;
         return;
     }
-    const auto isNamespace = [](const Open& open) { return open.kind == Kind::Namespace; };
-    const auto innermost = std::find_if(open_.rbegin(), open_.rend(), isNamespace);
-    isLost_ = innermost == open_.rend();
-    if (!isLost_) open_.erase(std::next(innermost).base());
+    const Place innermost = innermostNamespace();
+    isLost_ = innermost == open_.end();
+    if (!isLost_) open_.erase(innermost);
 }
 
 // What stands in front of the brace on its line; in the line above, where that is nothing.
@@ -143,10 +148,8 @@ void OpenScopes::takeConditional(std::string_view directive) {
         return;
     }
     if (step == 0 && !Cpp::directiveStartsWith(directive, "#el")) return;
-    const auto isGroup = [](const Open& open) { return open.kind != Kind::Namespace; };
-    const auto innermost = std::find_if(open_.rbegin(), open_.rend(), isGroup);
-    if (innermost == open_.rend()) return;
-    const auto group = std::next(innermost).base();
+    const Place group = innermostGroup();
+    if (group == open_.end()) return;
     if (step < 0) {
         open_.erase(group);
         return;
@@ -154,6 +157,14 @@ void OpenScopes::takeConditional(std::string_view directive) {
     group->kind = Kind::OtherBranch;
     braces_ = group->braces;
     open_.erase(std::next(group), open_.end());
+}
+
+OpenScopes::Place OpenScopes::innermostNamespace() {
+    return findLast(open_, [](const Open& open) { return open.kind == Kind::Namespace; });
+}
+
+OpenScopes::Place OpenScopes::innermostGroup() {
+    return findLast(open_, [](const Open& open) { return open.kind != Kind::Namespace; });
 }
 
 bool OpenScopes::isAmongItems() const {

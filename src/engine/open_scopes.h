@@ -32,6 +32,11 @@ private:
         std::size_t braces;     // that were open in front of a group, but for those of namespaces
     };
 
+    using Place = std::vector<Open>::iterator;
+
+    // The end where there is none.
+    Place innermostNamespace();
+    Place innermostGroup();
     void takeMark();
     void takeComment();
     void takeLiteral();
