@@ -24,6 +24,14 @@ auto findLast(Items& items, const Test& isWanted) {
     return last == items.rend() ? items.end() : std::next(last).base();
 }
 
+// In characters: how far the walk looks back for the head of a namespace, and ahead for the end of a character, or for
+// the text of a raw literal. So its time grows with the text, whatever stands in that.
+constexpr std::size_t kLookBehind = 256;
+constexpr std::size_t kLookAhead = 16;
+
+// More namespaces and groups are not gone into.
+constexpr std::size_t kMostOpen = 64;
+
 // Of a namespace, or of what stands in its place.
 bool isNamespaceHead(std::string_view head) {
     return head.starts_with("namespace") || head.starts_with("inline namespace") || head.starts_with("extern \"");
@@ -71,37 +79,41 @@ void OpenScopes::takeComment() {
     }
 }
 
-// One that does not end with its line is none: an apostrophe in a number, or in a text that is no code.
+// An apostrophe may be none of a literal: it stands in a number, or in a text that is no code.
 void OpenScopes::takeLiteral() {
     const char quote = text_[place_];
     const char inFront = place_ > 0 ? text_[place_ - 1] : '\n';
     if (quote == '"' && inFront == 'R') return takeRawLiteral();
     const std::size_t start = ++place_;
     if (quote == '\'' && inFront >= '0' && inFront <= '9') return;
-    for (std::size_t end = start; end < text_.size() && text_[end] != '\n'; ++end) {
-        if (text_[end] == quote) {
-            place_ = end + 1;
-            return;
-        }
-        if (text_[end] == '\\') ++end;
-    }
+    const std::size_t last = quote == '"' ? text_.size() : std::min(text_.size(), start + kLookAhead);
+    std::size_t end = start;
+    while (end < last && text_[end] != quote && text_[end] != '\n') end += text_[end] == '\\' ? 2 : 1;
+    const bool isClosed = end < last && text_[end] == quote;
+    if (isClosed || quote == '"') place_ = std::min(isClosed ? end + 1 : end, text_.size());
 }
 
 void OpenScopes::takeRawLiteral() {
-    const std::size_t open = text_.find('(', ++place_);
-    if (open == std::string_view::npos) return;
-    const std::string end = ')' + std::string(text_.substr(place_, open - place_)) + '"';
-    place_ = std::min(text_.find(end, open), text_.size() - end.size()) + end.size();
+    ++place_;
+    const std::size_t opening = text_.substr(0, place_ + kLookAhead).find('(', place_);
+    if (opening == std::string_view::npos) return;
+    const std::string end = ')' + std::string(text_.substr(place_, opening - place_)) + '"';
+    place_ = std::min(text_.find(end, opening), text_.size() - end.size()) + end.size();
 }
 
 void OpenScopes::openBrace() {
     const std::string_view head = braces_ == 0 ? headOfBrace() : std::string_view();
     if (isNamespaceHead(head)) {
-        open_.push_back({Kind::Namespace, head, 0});
+        open({Kind::Namespace, head, 0});
     } else {
         ++braces_;
     }
     ++place_;
+}
+
+void OpenScopes::open(const Open& opened) {
+    open_.push_back(opened);
+    isLost_ = isLost_ || open_.size() > kMostOpen;
 }
 
 void OpenScopes::closeBrace() {
@@ -111,19 +123,16 @@ void OpenScopes::closeBrace() {
         return;
     }
     const Place innermost = innermostNamespace();
-    isLost_ = innermost == open_.end();
+    isLost_ = isLost_ || innermost == open_.end();
     if (!isLost_) open_.erase(innermost);
 }
 
-// What stands in front of the brace on its line; in the line above, where that is nothing.
+// What stands in front of the brace on its line, or on the one that comes before it.
 std::string_view OpenScopes::headOfBrace() const {
-    std::size_t end = lineStartOf(text_, place_);
-    std::string_view head = trimLeft(text_.substr(end, place_ - end));
-    if (head.empty() && end > 0) {
-        const std::size_t start = lineStartOf(text_, end - 1);
-        head = trimLeft(text_.substr(start, end - start));
-    }
-    return trimRight(trimLeft(head.substr(head.find_last_of("{};") + 1)));
+    const std::size_t length = std::min(place_, kLookBehind);
+    std::string_view before = text_.substr(place_ - length, length);
+    before = trimRight(before.substr(before.find_last_of("{};") + 1));
+    return trimLeft(before.substr(lineStartOf(before, before.size())));
 }
 
 // Those at the start of a line, and right behind them. What they hold is of no account.
@@ -144,7 +153,7 @@ void OpenScopes::takeConditional(std::string_view directive) {
     const int step = Cpp::conditionalStep(directive);
     if (step > 0) {
         const bool isRead = !Cpp::directiveStartsWith(directive, "#if0");
-        open_.push_back({isRead ? Kind::FirstBranch : Kind::OtherBranch, directive, braces_});
+        open({isRead ? Kind::FirstBranch : Kind::OtherBranch, directive, braces_});
         return;
     }
     if (step == 0 && !Cpp::directiveStartsWith(directive, "#el")) return;
@@ -174,8 +183,9 @@ bool OpenScopes::isAmongItems() const {
 }
 
 bool OpenScopes::standsAloneAbove(std::size_t brace) const {
-    const std::size_t start = lineStartOf(text_, brace);
-    return isAllWhitespace(text_.substr(start, brace - start)) && text_.substr(brace + 1).starts_with("\n\n");
+    if (!text_.substr(brace + 1).starts_with("\n\n")) return false;
+    const std::size_t code = text_.substr(0, brace).find_last_not_of(kBlanks);
+    return code == std::string_view::npos || text_[code] == '\n';
 }
 
 std::string OpenScopes::opening() const {

@@ -42,6 +42,7 @@ private:
     void takeLiteral();
     void takeRawLiteral();
     void openBrace();
+    void open(const Open& opened);
     void closeBrace();
     std::string_view headOfBrace() const;
     void takeDirectives();
@@ -53,7 +54,7 @@ private:
     std::size_t place_ = 0;
     std::vector<Open> open_;
     std::size_t braces_ = 0;  // those inside of all namespaces
-    bool isLost_ = false;     // more has been closed than was open
+    bool isLost_ = false;     // more has been closed than was open, or too much is
 };
 
 }  // namespace Tessel
