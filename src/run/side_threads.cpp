@@ -7,24 +7,21 @@
 #include <vector>
 
 #include "files/ending_signals.h"
-#include "run/heap.h"
 #include "run/process.h"
 
 namespace Run {
 
 namespace {
 
-// The ending signals are for the main thread, which knows what to clean up.
+// The ending signals are for the main thread, which knows what to clean up. The parts are small: they do as well with
+// small pages, of which fewer bytes are left over.
 template <typename Work>
 void startThreads(std::vector<std::jthread>& threads, std::size_t count, const Work& work) {
     const Files::HoldEndingSignals inTheThreads;
     prepareThreads();
     try {
         while (threads.size() < count) {
-            threads.emplace_back([&work] {
-                prepareHeap(Thread::Other);
-                work();
-            });
+            threads.emplace_back([&work] { work(); });
         }
     } catch (const std::system_error&) {
         // There are no more to be had.
