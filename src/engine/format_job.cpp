@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "engine/extension_settings.h"
 #include "engine/format_stages.h"
 #include "engine/gap.h"
 #include "engine/parsed_text.h"
+#include "engine/scheme_values.h"
 #include "engine/source_anchors.h"
 #include "engine/text_stretches.h"
 #include "scheme/property_keys.h"
@@ -106,7 +106,8 @@ int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
     if (in.bad()) return fail(diagnostics, Error, "Unable to rewind input.");
-    // What is observed has places in the whole text.
+    // What is observed has places in the whole text. Whether all of a text can be formatted is known only when its
+    // stretches are laid out: who is asked then whether to go on can still have nothing written.
     if (!observer_) {
         std::vector<std::string> parts = formatInStretches(stages, source.text.text(), tasks_);
         if (!parts.empty()) return progress(kFormatting) ? write(out, std::move(parts)) : cancel(diagnostics);

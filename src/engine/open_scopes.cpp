@@ -34,7 +34,8 @@ constexpr std::size_t kMostOpen = 64;
 
 // Of a namespace, or of what stands in its place.
 bool isNamespaceHead(std::string_view head) {
-    return head.starts_with("namespace") || head.starts_with("inline namespace") || head.starts_with("extern \"");
+    return head == "namespace" || head.starts_with("namespace ") || head.starts_with("inline namespace ") ||
+           head.starts_with("extern \"");
 }
 
 }  // namespace

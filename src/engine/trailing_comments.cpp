@@ -23,6 +23,7 @@ std::size_t textStart(std::string_view text, std::size_t from) {
 TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
     Comment comment;
     comment.sourceColumn = columnIn(source_, offset);
+    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
     comment.gapStart = lineStart + trimRight(written.substr(lineStart)).size();
@@ -44,7 +45,6 @@ void TrailingComments::placeOthers(std::string& written, Comment& comment) {
 
 void TrailingComments::add(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
-    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const bool goesOn = isBelowLast(written, comment);
     if (!goesOn) placeOthers(written, comment);
     if (conditionals_.standsByEnd(offset)) return;
@@ -60,7 +60,6 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
     if (comment.isOwnLine || comment.standsAlone || comment.column > kRightmostIndent) return;
     comment.isBlock = true;
-    comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     comment.wideColumn = columnIn(source_, offset, kWideTab);
     if (!isBelowLast(written, comment)) placeOthers(written, comment);
     last_.push_back(comment);

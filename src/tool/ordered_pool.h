@@ -9,9 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "files/ending_signals.h"
 #include "run/heap.h"
-#include "run/process.h"
+#include "run/side_threads.h"
 
 namespace Tool {
 
@@ -27,15 +26,15 @@ public:
     // throws, no further job begins.
     template <typename Job, typename Consume>
     void run(std::size_t count, Job job, Consume consume) {
-        if (threadCount_ <= 1 || count <= 1) {
-            for (std::size_t index = 0; index < count; ++index) consume(index, job(index));
-            return;
-        }
         count_ = count;
         std::vector<std::jthread> threads;
         const StopAtEnd stop{*this};  // gone before the threads are joined
-        startThreads(threads, job);
-        for (std::size_t index = 0; index < count; ++index) consume(index, take(index));
+        if (threadCount_ > 1 && count > 1) {
+            threads = Run::startThreads(std::min(threadCount_, count), [this, &job] { work(job); });
+        }
+        for (std::size_t index = 0; index < count; ++index) {
+            consume(index, threads.empty() ? job(index) : take(index));
+        }
     }
 
 private:
@@ -51,16 +50,6 @@ private:
             pool.hasRoom_.notify_all();
         }
     };
-
-    // The ending signals are for the main thread, which knows what to clean up.
-    template <typename Job>
-    void startThreads(std::vector<std::jthread>& threads, Job& job) {
-        const Files::HoldEndingSignals inTheThreads;
-        Run::prepareThreads();
-        for (std::size_t thread = 0; thread < std::min(threadCount_, count_); ++thread) {
-            threads.emplace_back([this, &job] { work(job); });
-        }
-    }
 
     template <typename Job>
     void work(Job& job) {
