@@ -1,8 +1,6 @@
 #include "engine/format_job.h"
 
-#include <atomic>
 #include <istream>
-#include <optional>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -10,13 +8,11 @@
 #include <vector>
 
 #include "engine/format_stages.h"
-#include "engine/gap.h"
 #include "engine/parsed_text.h"
 #include "engine/scheme_values.h"
 #include "engine/source_anchors.h"
-#include "engine/text_stretches.h"
+#include "engine/stretched_text.h"
 #include "scheme/property_keys.h"
-#include "textstream/view_stream.h"
 
 namespace Tessel {
 
@@ -48,42 +44,6 @@ FormatOptions optionsFor(std::string_view source, const FormatOptions& given) {
     return options;
 }
 
-// What becomes of a stretch, with the white space in front of it but not behind; nothing where that cannot be told
-// without the rest of the text.
-std::optional<std::string> formatStretch(const FormatStages& stages, const Stretch& stretch, bool isLast) {
-    const std::string framed = std::string(stretch.ahead).append(stretch.text).append(stretch.behind);
-    Zelmor::ViewStream in(framed);
-    ParsedText source(in);
-    if (!stages.read(source).empty() || !standsInFrame(source, stretch, isLast)) return std::nullopt;
-    const std::string result = stages.layOut(source, nullptr);
-    if (FormatStages::prove(source, result)) return std::nullopt;
-    const std::string_view own = withoutFrame(result, stretch);
-    const bool isFirst = stretch.ahead.empty();
-    const bool startsLine = isFirst || own.substr(0, own.size() - trimLeft(own).size()).find('\n') != own.npos;
-    if (!startsLine) return std::nullopt;
-    return std::string(isLast ? own : trimRight(own));
-}
-
-// What becomes of a long text, in parts; nothing where it has to be laid out as a whole.
-std::vector<std::string> formatInStretches(const FormatStages& stages, std::string_view text, TaskRunner& tasks) {
-    const std::vector<Stretch> stretches = cutIntoStretches(text);
-    if (stretches.size() < 2) return {};
-    std::vector<std::string> results(stretches.size());
-    std::atomic<bool> isOver = false;
-    tasks.run(stretches.size(), [&](std::size_t part) {
-        if (isOver) return;
-        try {
-            auto result = formatStretch(stages, stretches[part], part + 1 == stretches.size());
-            if (result) return results[part].swap(*result);
-        } catch (...) {
-            // The text as a whole meets that again.
-        }
-        isOver = true;
-    });
-    if (isOver) return {};
-    return results;
-}
-
 int write(std::ostream& out, const std::string& text) {
     out.write(text.data(), static_cast<std::streamsize>(text.size()));
     out.flush();
@@ -109,7 +69,7 @@ int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream
     // What is observed has places in the whole text. Whether all of a text can be formatted is known only when its
     // stretches are laid out: who is asked then whether to go on can still have nothing written.
     if (!observer_) {
-        std::vector<std::string> parts = formatInStretches(stages, source.text.text(), tasks_);
+        std::vector<std::string> parts = StretchedText(stages, source.text.text()).layOut(tasks_);
         if (!parts.empty()) return progress(kFormatting) ? write(out, std::move(parts)) : cancel(diagnostics);
     }
     if (auto messages = stages.read(source); !messages.empty()) return moveTo(diagnostics, std::move(messages));

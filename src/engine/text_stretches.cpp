@@ -1,19 +1,26 @@
 #include "engine/text_stretches.h"
 
-#include <cstddef>
+#include <algorithm>
+#include <utility>
 
 #include "cpp/directive_text.h"
 #include "cpp/token_kind.h"
 #include "engine/gap.h"
-#include "engine/open_scopes.h"
 #include "engine/source_copy.h"
 
 namespace Tessel {
 
 namespace {
 
-// In characters. What a stretch takes while it is laid out fits into the cache of a processor.
-constexpr std::size_t kLeastStretch = std::size_t{64} << 10;
+// In characters. What a stretch takes while it is laid out fits into the cache of a processor. Shorter texts are not cut.
+constexpr std::size_t kStretch = std::size_t{64} << 10;
+
+// Towards the end of the text, stretches are a part of what is left, so that all threads come to their ends at about the
+// same time; but none is so short that what is read of its frame would count.
+constexpr std::size_t kPartsOfRest = 8;
+constexpr std::size_t kLeastStretch = std::size_t{16} << 10;
+
+std::size_t leastStretchOf(std::size_t rest) { return std::clamp(rest / kPartsOfRest, kLeastStretch, kStretch); }
 
 constexpr std::string_view kBodyInFront = "void f() {\n}\n";
 
@@ -54,25 +61,35 @@ bool isOver(const Cpp::SyntaxNode& item) { return Cpp::as<Cpp::FunctionDeclNode>
 
 }  // namespace
 
-std::vector<Stretch> cutIntoStretches(std::string_view text) {
-    std::vector<Stretch> stretches(1);
-    OpenScopes scopes(text);
-    std::size_t start = 0;
-    while (start + 2 * kLeastStretch <= text.size() && scopes.goToEndOfBody()) {
-        const std::size_t end = scopes.place();
-        if (end - start < kLeastStretch || text.size() - end < kLeastStretch) continue;
-        stretches.back().text = text.substr(start, end - start);
-        stretches.back().behind = scopes.closing();
-        stretches.push_back({{}, scopes.opening().append(kBodyInFront), {}});
-        start = end;
+std::optional<Stretch> StretchCutter::next() {
+    if (start_ == text_.size()) return std::nullopt;
+    const std::size_t start = start_;
+    const bool isCut = goToCut();
+    start_ = isCut ? scopes_.place() : text_.size();
+    Stretch stretch{text_.substr(start, start_ - start), std::exchange(ahead_, {}), {}, cuts_, !isCut};
+    if (isCut) {
+        ++cuts_;
+        stretch.behind = scopes_.closing();
+        ahead_ = scopes_.opening().append(kBodyInFront);
     }
-    stretches.back().text = text.substr(start);
-    return stretches;
+    return stretch;
 }
 
-bool standsInFrame(const ParsedText& framed, const Stretch& stretch, bool isLast) {
+bool StretchCutter::goToCut() {
+    if (text_.size() < 2 * kStretch) return false;
+    const std::size_t first = start_ + leastStretchOf(text_.size() - start_);
+    while (scopes_.goToEndOfBody()) {
+        if (scopes_.place() + kLeastStretch > text_.size()) return false;
+        if (scopes_.place() >= first) return true;
+    }
+    return false;
+}
+
+std::size_t StretchCutter::mostStretches() const { return text_.size() / kLeastStretch + 1; }
+
+bool standsInFrame(const ParsedText& framed, const Stretch& stretch) {
     if (framed.hasOpenRegion || !closesConditionalGroups(framed)) return false;
-    if (isLast) return true;
+    if (stretch.isLast) return true;
     const std::size_t end = stretch.ahead.size() + trimRight(stretch.text).size();
     const Cpp::SyntaxNode* last = itemEndingAt(framed, end);
     return last && isOver(*last);

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "engine/open_scopes.h"
 #include "engine/parsed_text.h"
 
 namespace Tessel {
@@ -25,15 +27,35 @@ struct Stretch {
     std::string_view text;
     std::string ahead;   // of the frame; nothing for the first stretch
     std::string behind;  // nothing for the last one
+    std::size_t number = 0;  // in their order, from 0 on
+    bool isLast = false;
 };
 
-// Cuts a text whose line ends are line feeds by a quick look for braces, literals, comments and conditional groups. One
-// stretch where the text is short, or has no such place.
-std::vector<Stretch> cutIntoStretches(std::string_view text);
+// Cuts a text whose line ends are line feeds by a quick look for braces, literals, comments and conditional groups.
+// There is one stretch where the text is short, or has no place for a cut.
+class StretchCutter {
+public:
+    // The text is borrowed.
+    explicit StretchCutter(std::string_view text) : text_(text), scopes_(text) {}
+
+    // The next stretch: the look goes no further than to its end. Nothing behind the last one.
+    std::optional<Stretch> next();
+    // There are no more than that.
+    std::size_t mostStretches() const;
+
+private:
+    bool goToCut();
+
+    std::string_view text_;
+    OpenScopes scopes_;
+    std::size_t cuts_ = 0;
+    std::size_t start_ = 0;  // of the next stretch
+    std::string ahead_;      // of that
+};
 
 // Whether a stretch in its frame is what it seemed to be: all that it begins ends in it, and, if it is not the last
 // one, what follows has no part in its last item.
-bool standsInFrame(const ParsedText& framed, const Stretch& stretch, bool isLast);
+bool standsInFrame(const ParsedText& framed, const Stretch& stretch);
 
 // What of the result is the stretch's, with the white space around.
 std::string_view withoutFrame(std::string_view result, const Stretch& stretch);

@@ -1,6 +1,7 @@
 // Long texts are laid out in stretches, as they would be as a whole.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -75,15 +76,17 @@ TEST(Stretches, LongTextsAreLaidOutAsTheyAreAsAWhole) {
             const TestSupport::Formatted parts = TestSupport::formatText(scheme, text.text);
             EXPECT_TRUE(parts.text == whole.text);
             EXPECT_EQ(parts.refusal, whole.refusal);
-            EXPECT_EQ(Tessel::cutIntoStretches(text.text).size() > 1, text.isCut);
+            EXPECT_EQ(!Tessel::StretchCutter(text.text).next()->isLast, text.isCut);
         }
     }
 }
 
 TEST(Stretches, ShortTextsAreOne) {
-    const std::vector<Tessel::Stretch> stretches = Tessel::cutIntoStretches(kFunction + '\n' + kFunction);
-    ASSERT_EQ(stretches.size(), 1U);
-    EXPECT_EQ(stretches.front().ahead + stretches.front().behind, "");
+    const std::string text = kFunction + '\n' + kFunction;
+    Tessel::StretchCutter cutter(text);
+    const std::optional<Tessel::Stretch> stretch = cutter.next();
+    ASSERT_TRUE(stretch && stretch->isLast && !cutter.next());
+    EXPECT_EQ(stretch->ahead + stretch->behind, "");
 }
 
 }  // namespace
