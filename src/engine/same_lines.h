@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -30,6 +31,8 @@ public:
     bool contain(Trn::Position start, Trn::Position end) const;
 
 private:
+    void addEqual(std::size_t count);
+
     std::vector<Line> linesAfter_;       // of each line
     std::vector<std::uint32_t> others_;  // of each line of the second text, the number of new ones in front of it
 };
