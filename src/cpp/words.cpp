@@ -1,7 +1,9 @@
 #include "cpp/words.h"
 
 #include <algorithm>
-#include <span>
+#include <cstdint>
+#include <iterator>
+#include <limits>
 
 #include "cpp/characters.h"
 #include "cpp/token_sets.h"
@@ -10,18 +12,31 @@ namespace Cpp {
 
 namespace {
 
-constexpr std::string_view kArgumentWords[] = {
-    "_Alignas", "_Atomic",    "_BitInt",  "__assume",   "__attribute",  "__attribute__",
-    "__based",  "__declspec", "__typeof", "__typeof__", "_based",       "_declspec",
-    "alignas",  "decltype",   "noexcept", "typeof",     "typeof_unqual"};
-constexpr std::string_view kTypeWords[] = {"_Atomic",    "_BitInt",  "__typeof",     "__typeof__",
-                                           "decltype", "typeof", "typeof_unqual"};
-constexpr std::string_view kOperatorWords[] = {"and",    "and_eq", "bitand", "bitor", "compl", "not",
-                                               "not_eq", "or",     "or_eq",  "xor",   "xor_eq"};
+// Most of what is asked for has a length that none of the words has.
+template <std::size_t kCount>
+class WordSet {
+public:
+    constexpr explicit WordSet(const std::string_view (&words)[kCount]) {
+        std::ranges::copy(words, words_);
+        for (const std::string_view word : words_) lengths_ |= std::uint32_t{1} << word.size();
+    }
+    bool contains(std::string_view word) const {
+        const bool isShort = word.size() < std::numeric_limits<std::uint32_t>::digits;
+        return isShort && (lengths_ >> word.size() & 1) != 0 && std::ranges::find(words_, word) != std::end(words_);
+    }
 
-bool isAmong(std::span<const std::string_view> words, std::string_view word) {
-    return std::ranges::find(words, word) != words.end();
-}
+private:
+    std::string_view words_[kCount];
+    std::uint32_t lengths_ = 0;  // a bit for each
+};
+
+constexpr WordSet kArgumentWords({"_Alignas", "_Atomic", "_BitInt", "__assume", "__attribute", "__attribute__",
+                                  "__based", "__declspec", "__typeof", "__typeof__", "_based", "_declspec", "alignas",
+                                  "decltype", "noexcept", "typeof", "typeof_unqual"});
+constexpr WordSet kTypeWords(
+    {"_Atomic", "_BitInt", "__typeof", "__typeof__", "decltype", "typeof", "typeof_unqual"});
+constexpr WordSet kOperatorWords(
+    {"and", "and_eq", "bitand", "bitor", "compl", "not", "not_eq", "or", "or_eq", "xor", "xor_eq"});
 
 }  // namespace
 
@@ -30,12 +45,12 @@ bool takesArgument(const Trn::Lexeme& word) {
     return word.kind == Identifier && takesArgument(word.text);
 }
 
-bool takesArgument(std::string_view name) { return isAmong(kArgumentWords, name); }
+bool takesArgument(std::string_view name) { return kArgumentWords.contains(name); }
 
-bool namesType(const Trn::Lexeme& word) { return word.kind == Identifier && isAmong(kTypeWords, word.text); }
+bool namesType(const Trn::Lexeme& word) { return word.kind == Identifier && kTypeWords.contains(word.text); }
 
 bool isOperatorWord(std::string_view word) {
-    return isCoroutineWord(word) || isAmong(kOperatorWords, word);
+    return isCoroutineWord(word) || kOperatorWords.contains(word);
 }
 
 std::size_t operatorSymbol(std::string_view name) {
