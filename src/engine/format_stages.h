@@ -9,6 +9,7 @@
 #include "engine/format_options.h"
 #include "engine/layout_passes.h"
 #include "engine/parsed_text.h"
+#include "engine/text_stretches.h"
 #include "engine/trailing_comments.h"
 #include "trn/diagnostic.h"
 
@@ -23,6 +24,10 @@ public:
     // Both are borrowed.
     FormatStages(const FormatOptions& options, const LayoutPasses& passes);
 
+    // Where a long text may be cut.
+    CutsBehind cuts() const {
+        return passes_.alignsDeclarations(options_.scheme) ? CutsBehind::Functions : CutsBehind::TypesToo;
+    }
     // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
     std::list<Diagnostic> read(ParsedText& source) const;
     // What becomes of a text that has been read. The observer, which may be null, is told of it.

@@ -26,6 +26,9 @@ public:
     virtual DeclarationColumns measure(const PropertySet& scheme, const Zelmor::TextDocument& source,
                                        Cpp::RootNode& root) const = 0;
 
+    // Whether that looks at declarations at all: what stands between them may then be theirs to go past.
+    virtual bool alignsDeclarations(const PropertySet& scheme) const = 0;
+
     // Whether wrapLines() would change the text. Most have no line beyond the right margin.
     virtual bool hasLongLines(const FormatOptions& options, std::string_view formatted) const = 0;
 

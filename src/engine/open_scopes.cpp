@@ -38,9 +38,22 @@ bool isNamespaceHead(std::string_view head) {
            head.starts_with("extern \"");
 }
 
+// Of a class or an enumeration; the head of what has one for its type goes on.
+bool isTypeHead(std::string_view head) {
+    constexpr std::string_view keys[] = {"class ", "struct ", "union ", "enum ", "typedef "};
+    const bool hasKey = std::ranges::any_of(keys, [&](std::string_view key) { return head.starts_with(key); });
+    return hasKey && head.find_first_of("=(") == std::string_view::npos;
+}
+
+// `} name;`, without the brace.
+bool isTypeTail(std::string_view tail) {
+    constexpr std::string_view others = "(){}[]<>=,:\"'/#\\";
+    return tail.find(';') + 1 == tail.size() && tail.find_first_of(others) == std::string_view::npos;
+}
+
 }  // namespace
 
-bool OpenScopes::goToEndOfBody() {
+bool OpenScopes::goToEndOfItem() {
     while (place_ < text_.size() && !isLost_) {
         const char character = text_[place_];
         if (!kMarks[static_cast<unsigned char>(character)]) {
@@ -49,9 +62,7 @@ bool OpenScopes::goToEndOfBody() {
         }
         const std::size_t mark = place_;
         takeMark();
-        if (character != '}' || !isAmongItems() || !standsAloneAbove(mark)) continue;
-        ++place_;
-        return true;
+        if (character == '}' && isAmongItems() && startsLine(mark) && takeEndOfItem()) return true;
     }
     return false;
 }
@@ -107,6 +118,7 @@ void OpenScopes::openBrace() {
     if (isNamespaceHead(head)) {
         open({Kind::Namespace, head, 0});
     } else {
+        if (braces_ == 0) itemHead_ = head;
         ++braces_;
     }
     ++place_;
@@ -183,10 +195,20 @@ bool OpenScopes::isAmongItems() const {
     });
 }
 
-bool OpenScopes::standsAloneAbove(std::size_t brace) const {
-    if (!text_.substr(brace + 1).starts_with("\n\n")) return false;
+bool OpenScopes::startsLine(std::size_t brace) const {
     const std::size_t code = text_.substr(0, brace).find_last_not_of(kBlanks);
     return code == std::string_view::npos || text_[code] == '\n';
+}
+
+// Behind the "}".
+bool OpenScopes::takeEndOfItem() {
+    const std::string_view ahead = text_.substr(place_, kLookBehind);
+    const std::size_t length = ahead.find('\n');
+    if (length == std::string_view::npos || !ahead.substr(length + 1).starts_with('\n')) return false;
+    itemTail_ = ahead.substr(0, length);
+    if (!itemTail_.empty() && !(isTypeHead(itemHead_) && isTypeTail(itemTail_))) return false;
+    place_ += length + 1;
+    return true;
 }
 
 std::string OpenScopes::opening() const {
@@ -203,6 +225,11 @@ std::string OpenScopes::closing() const {
         lines += open->kind == Kind::Namespace ? "}\n" : "#endif\n";
     }
     return lines;
+}
+
+std::string OpenScopes::emptyItem() const {
+    const std::string head(isBehindType() ? itemHead_ : "void f()");
+    return head + " {\n}" + std::string(itemTail_) + '\n';
 }
 
 }  // namespace Tessel

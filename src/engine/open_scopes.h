@@ -14,15 +14,19 @@ public:
     // The text is borrowed; its line ends are line feeds.
     explicit OpenScopes(std::string_view text) : text_(text) { takeDirectives(); }
 
-    // Goes on behind the next line with nothing but a "}", which has an empty line below and stands in nothing but
-    // namespaces. Says false where there is none.
-    bool goToEndOfBody();
+    // Goes on behind the next line that a "}" begins and an item ends, which has an empty line below and stands in
+    // nothing but namespaces: that of a function, or of a class or an enumeration whose head stands in one line. Says
+    // false where there is none.
+    bool goToEndOfItem();
     // In characters from the start of the text.
     std::size_t place() const { return place_; }
 
     // What opens the namespaces and conditional groups around the place, in lines, and what closes them.
     std::string opening() const;
     std::string closing() const;
+    bool isBehindType() const { return !itemTail_.empty(); }
+    // An item like the one that ends at the place, without what is in it.
+    std::string emptyItem() const;
 
 private:
     enum class Kind { Namespace, FirstBranch, OtherBranch };
@@ -48,12 +52,15 @@ private:
     void takeDirectives();
     void takeConditional(std::string_view directive);
     bool isAmongItems() const;
-    bool standsAloneAbove(std::size_t brace) const;
+    bool startsLine(std::size_t brace) const;
+    bool takeEndOfItem();
 
     std::string_view text_;
     std::size_t place_ = 0;
     std::vector<Open> open_;
-    std::size_t braces_ = 0;  // those inside of all namespaces
+    std::size_t braces_ = 0;       // those inside of all namespaces
+    std::string_view itemHead_;    // in front of the first of them
+    std::string_view itemTail_;    // behind the "}" at the end of the last item
     bool isLost_ = false;     // more has been closed than was open, or too much is
 };
 

@@ -18,7 +18,7 @@ namespace Tessel {
 class StretchedText {
 public:
     // All are borrowed; the line ends of the text are line feeds.
-    StretchedText(const FormatStages& stages, std::string_view text) : stages_(stages), cutter_(text) {}
+    StretchedText(const FormatStages& stages, std::string_view text) : stages_(stages), cutter_(text, stages.cuts()) {}
     StretchedText(const StretchedText&) = delete;
     StretchedText& operator=(const StretchedText&) = delete;
 

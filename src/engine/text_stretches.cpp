@@ -22,8 +22,6 @@ constexpr std::size_t kLeastStretch = std::size_t{16} << 10;
 
 std::size_t leastStretchOf(std::size_t rest) { return std::clamp(rest / kPartsOfRest, kLeastStretch, kStretch); }
 
-constexpr std::string_view kBodyInFront = "void f() {\n}\n";
-
 bool closesConditionalGroups(const ParsedText& text) {
     int open = 0;
     for (const Cpp::OpaqueToken& token : text.opaque) {
@@ -56,8 +54,10 @@ const Cpp::SyntaxNode* itemEndingAt(const ParsedText& text, std::size_t offset) 
     return nullptr;
 }
 
-// What follows a class may still belong to it.
-bool isOver(const Cpp::SyntaxNode& item) { return Cpp::as<Cpp::FunctionDeclNode>(&item) || itemsOf(item); }
+// What follows a class may still belong to it, unless it has its semicolon.
+bool isOver(const Cpp::SyntaxNode& item, char last) {
+    return last == ';' || Cpp::as<Cpp::FunctionDeclNode>(&item) || itemsOf(item);
+}
 
 }  // namespace
 
@@ -70,7 +70,7 @@ std::optional<Stretch> StretchCutter::next() {
     if (isCut) {
         ++cuts_;
         stretch.behind = scopes_.closing();
-        ahead_ = scopes_.opening().append(kBodyInFront);
+        ahead_ = scopes_.opening().append(scopes_.emptyItem());
     }
     return stretch;
 }
@@ -78,7 +78,8 @@ std::optional<Stretch> StretchCutter::next() {
 bool StretchCutter::goToCut() {
     if (text_.size() < 2 * kStretch) return false;
     const std::size_t first = start_ + leastStretchOf(text_.size() - start_);
-    while (scopes_.goToEndOfBody()) {
+    while (scopes_.goToEndOfItem()) {
+        if (behind_ == CutsBehind::Functions && scopes_.isBehindType()) continue;
         if (scopes_.place() + kLeastStretch > text_.size()) return false;
         if (scopes_.place() >= first) return true;
     }
@@ -92,7 +93,7 @@ bool standsInFrame(const ParsedText& framed, const Stretch& stretch) {
     if (stretch.isLast) return true;
     const std::size_t end = stretch.ahead.size() + trimRight(stretch.text).size();
     const Cpp::SyntaxNode* last = itemEndingAt(framed, end);
-    return last && isOver(*last);
+    return last && isOver(*last, framed.text.text()[end - 1]);
 }
 
 std::string_view withoutFrame(std::string_view result, const Stretch& stretch) {

@@ -11,14 +11,14 @@
 namespace Tessel {
 
 // Long texts are laid out in stretches, each as a text of its own: that takes memory for no more than a few of them,
-// and they may be laid out at once. A stretch ends behind a body, among the items of the text or of namespaces, with an
-// empty line below.
+// and they may be laid out at once. A stretch ends behind a function or a type, among the items of the text or of
+// namespaces, with an empty line below.
 //
 // So that it is laid out as it would be in its place, it stands in a frame:
 //
 //     namespace A {      what is open around it,
 //     void f() {
-//     }                  what ends in front of it,
+//     }                  an item like the one that ends in front of it,
 //
 //     int g() {          the stretch,
 //     }
@@ -31,12 +31,15 @@ struct Stretch {
     bool isLast = false;
 };
 
+// Behind which items a text is cut. Those of types may stand in a run of declarations that are aligned.
+enum class CutsBehind { Functions, TypesToo };
+
 // Cuts a text whose line ends are line feeds by a quick look for braces, literals, comments and conditional groups.
 // There is one stretch where the text is short, or has no place for a cut.
 class StretchCutter {
 public:
     // The text is borrowed.
-    explicit StretchCutter(std::string_view text) : text_(text), scopes_(text) {}
+    StretchCutter(std::string_view text, CutsBehind cuts) : text_(text), behind_(cuts), scopes_(text) {}
 
     // The next stretch: the look goes no further than to its end. Nothing behind the last one.
     std::optional<Stretch> next();
@@ -47,6 +50,7 @@ private:
     bool goToCut();
 
     std::string_view text_;
+    CutsBehind behind_;
     OpenScopes scopes_;
     std::size_t cuts_ = 0;
     std::size_t start_ = 0;  // of the next stretch

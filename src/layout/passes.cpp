@@ -9,22 +9,36 @@
 
 namespace Tessel {
 
+namespace {
+
+bool alignsNames(const PropertySet& scheme) {
+    return readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT) ||
+           readSwitch(scheme, Keys::ALIGN_FN_DECL_NAMES_LEFT) || readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT);
+}
+
+bool alignsInitializers(const PropertySet& scheme) { return readSwitch(scheme, Keys::ALIGN_DD_INITIALIZERS); }
+
+}  // namespace
+
 DeclarationColumns Passes::measure(const PropertySet& scheme, const Zelmor::TextDocument& source,
                                    Cpp::RootNode& root) const {
     DeclarationColumns columns;
-    if (readSwitch(scheme, Keys::ALIGN_CLASS_MEMBER_NAMES_LEFT) ||
-        readSwitch(scheme, Keys::ALIGN_FN_DECL_NAMES_LEFT) || readSwitch(scheme, Keys::ALIGN_DD_NAMES_LEFT)) {
+    if (alignsNames(scheme)) {
         NameOffsetCalculator calculator(scheme, source);
         root.accept(calculator);
         columns.dataNames = calculator.takeDataOffsets();
         columns.functionNames = calculator.takeFunctionOffsets();
     }
-    if (readSwitch(scheme, Keys::ALIGN_DD_INITIALIZERS)) {
+    if (alignsInitializers(scheme)) {
         DataOffsetCalculator calculator(scheme, source);
         root.accept(calculator);
         columns.initializers = calculator.takeOffsets();
     }
     return columns;
+}
+
+bool Passes::alignsDeclarations(const PropertySet& scheme) const {
+    return alignsNames(scheme) || alignsInitializers(scheme);
 }
 
 bool Passes::hasLongLines(const FormatOptions& options, std::string_view formatted) const {

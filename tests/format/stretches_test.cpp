@@ -43,6 +43,15 @@ const std::string kFunction =
     "int  g( void );\n"
     "unsigned  long h(int x);\n";
 
+const std::string kTypes =
+    "typedef struct\n{\n  int  a; unsigned  long b;\n} pair;\n\n"
+    "enum kinds {\n  one, two\n};\n\n"
+    "long long last;\n"
+    "struct row first = {\n  1\n};\n\n"
+    "int  of( struct row* );\n";
+
+Tessel::StretchCutter cutterOf(const std::string& text) { return {text, Tessel::CutsBehind::TypesToo}; }
+
 struct LongText {
     const char* what;
     std::string text;
@@ -58,6 +67,7 @@ std::vector<LongText> longTexts() {
              "#ifdef C\n}\n#endif\n}}\n#endif\n",
          true},
         {"namespaces, one behind the other", repeated("namespace a {\n" + kFunction + "}\n\n"), true},
+        {"types", repeated(kTypes), true},
         {"in a class", "class A {\n" + functions + "};\n", false},
         {"in another branch", "#if B\nint b;\n#else\n" + functions + "#endif\n", false},
         {"in a region that is kept", "// clang-format off\n" + functions, true},
@@ -76,14 +86,14 @@ TEST(Stretches, LongTextsAreLaidOutAsTheyAreAsAWhole) {
             const TestSupport::Formatted parts = TestSupport::formatText(scheme, text.text);
             EXPECT_TRUE(parts.text == whole.text);
             EXPECT_EQ(parts.refusal, whole.refusal);
-            EXPECT_EQ(!Tessel::StretchCutter(text.text).next()->isLast, text.isCut);
+            EXPECT_EQ(!cutterOf(text.text).next()->isLast, text.isCut);
         }
     }
 }
 
 TEST(Stretches, ShortTextsAreOne) {
     const std::string text = kFunction + '\n' + kFunction;
-    Tessel::StretchCutter cutter(text);
+    Tessel::StretchCutter cutter = cutterOf(text);
     const std::optional<Tessel::Stretch> stretch = cutter.next();
     ASSERT_TRUE(stretch && stretch->isLast && !cutter.next());
     EXPECT_EQ(stretch->ahead + stretch->behind, "");
