@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <map>
-#include <string>
 
 #include "cpp/directive_text.h"
 #include "cpp/token_kind.h"
@@ -92,8 +90,7 @@ class GroupReader {
 public:
     explicit GroupReader(const Tokens& tokens) : tokens_(tokens) {}
 
-    // In the order of their ends, inner ones in front of those around them.
-    std::vector<Fold> run() {
+    void run() {
         const auto end = static_cast<Place>(tokens_.size());
         for (Place place = 0; place < end; ++place) {
             const int kind = tokens_.kind(place);
@@ -104,8 +101,11 @@ public:
                 takeDirective(place);
             }
         }
-        return std::move(folds_);
     }
+
+    // In the order of their ends, inner ones in front of those around them.
+    std::vector<Fold> takeFolds() { return std::move(folds_); }
+    TakenConditions takeConditions() { return std::move(facts_); }
 
 private:
     void takeBracket(int kind) {
@@ -277,7 +277,7 @@ private:
     OpenBrackets brackets_;
     OpenBrackets::State state_ = OpenBrackets::kNone;
     std::vector<Group> groups_;
-    std::map<std::string, bool> facts_;
+    TakenConditions facts_;
     std::vector<Fold> folds_;
 };
 
@@ -295,9 +295,12 @@ std::vector<Fold> outermost(std::vector<Fold> folds) {
 
 }  // namespace
 
-void foldUnreadBranches(Tokens& tokens) {
-    const std::vector<Fold> folds = outermost(GroupReader(tokens).run());
-    if (folds.empty()) return;
+TakenConditions foldUnreadBranches(Tokens& tokens) {
+    GroupReader reader(tokens);
+    reader.run();
+    const std::vector<Fold> folds = outermost(reader.takeFolds());
+    TakenConditions conditions = reader.takeConditions();
+    if (folds.empty()) return conditions;
     Place kept = folds.front().first;
     Place place = kept;
     for (const Fold& fold : folds) {
@@ -307,6 +310,7 @@ void foldUnreadBranches(Tokens& tokens) {
     }
     while (place < tokens.size()) tokens.move(place++, kept++);
     tokens.truncate(kept);
+    return conditions;
 }
 
 }  // namespace Cpp

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cpp/conditional_groups.h"
 #include "cpp/item_scanner.h"
 #include "cpp/kept_item.h"
 #include "cpp/nodes.h"
@@ -47,6 +48,8 @@ public:
     // The tokens that the last parse has read, for whom they are wanted. Those with a text of their own, where white
     // space parts a name, have lost it.
     std::shared_ptr<const Trn::TokenList> takeTokens() { return std::move(tokens_); }
+    // By which it has chosen among the branches of conditional groups.
+    TakenConditions takeConditions() { return std::move(conditions_); }
 
 private:
     using TokenBuffer = Trn::TokenBuffer;
@@ -224,6 +227,7 @@ private:
     TokenLinks links_;
     KeptItems kept_;
     std::shared_ptr<const Trn::TokenList> tokens_;
+    TakenConditions conditions_;
     std::string_view className_;  // of the class whose body is read
     int itemMessages_ = 0;        // about the item that is read, but for those about the items in its body
     int depth_ = 0;               // of constructs inside constructs

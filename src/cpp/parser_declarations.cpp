@@ -49,7 +49,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     using Words = KeywordNames::Words;
     Trn::TokenList text = readTokens(dynamic_cast<Lexer&>(lexer), keepsUnrecognized_ ? Words::All : Words::Some);
     const std::optional<Position> foreign = keepsUnrecognized_ ? findObjectiveC(text) : std::nullopt;
-    foldUnreadBranches(text);
+    conditions_ = foldUnreadBranches(text);
     links_ = TokenLinks(text);
     TokenBuffer tokens(std::move(text));
     tokens_ = tokens.list();

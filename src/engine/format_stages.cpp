@@ -36,6 +36,7 @@ std::list<Diagnostic> parse(Cpp::Parser& parser, ParsedText& source) {
     Cpp::Lexer lexer(source.text.text(), source.opaque);
     parser.parse(lexer, source.root, messages);
     source.tokens = parser.takeTokens();
+    source.conditions = parser.takeConditions();
     messages.remove_if([](const Diagnostic& message) { return message.severity == Warning; });
     return messages;
 }

@@ -161,7 +161,7 @@ void OpenScopes::takeDirectives() {
     }
 }
 
-// What the first branch has opened is open behind the group, unless another one has opened it in its place.
+// What the only branch has opened is open behind the group. Which of several is read, a quick look does not tell.
 void OpenScopes::takeConditional(std::string_view directive) {
     const int step = Cpp::conditionalStep(directive);
     if (step > 0) {
@@ -172,13 +172,14 @@ void OpenScopes::takeConditional(std::string_view directive) {
     if (step == 0 && !Cpp::directiveStartsWith(directive, "#el")) return;
     const Place group = innermostGroup();
     if (group == open_.end()) return;
+    const bool isOnly = step < 0 && group->kind == Kind::FirstBranch;
+    isLost_ = isLost_ || (!isOnly && std::next(group) != open_.end());
     if (step < 0) {
         open_.erase(group);
         return;
     }
     group->kind = Kind::OtherBranch;
     braces_ = group->braces;
-    open_.erase(std::next(group), open_.end());
 }
 
 OpenScopes::Place OpenScopes::innermostNamespace() {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "cpp/conditional_groups.h"
 #include "cpp/nodes.h"
 #include "cpp/opaque_tokens.h"
 #include "engine/kept_region.h"
@@ -29,6 +30,7 @@ struct ParsedText {
     Cpp::RootNode root;
     KeptRegions regions;         // in order
     KeptRegions unreadBlocks;    // what the parse has made one token of, in order
+    Cpp::TakenConditions conditions;
     SameLines sameLines;         // as in the text that it has come from
     bool hasOpenRegion = false;  // a protected one that nothing closes
 };

@@ -1,5 +1,6 @@
 #include "engine/stretched_text.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "engine/gap.h"
@@ -7,26 +8,6 @@
 #include "textstream/view_stream.h"
 
 namespace Tessel {
-
-namespace {
-
-// What becomes of a stretch, with the white space in front of it but not behind; nothing where that cannot be told
-// without the rest of the text.
-std::optional<std::string> formatStretch(const FormatStages& stages, const Stretch& stretch) {
-    const std::string framed = std::string(stretch.ahead).append(stretch.text).append(stretch.behind);
-    Zelmor::ViewStream in(framed);
-    ParsedText source(in);
-    if (!stages.read(source).empty() || !standsInFrame(source, stretch)) return std::nullopt;
-    const std::string result = stages.layOut(source, nullptr);
-    if (FormatStages::prove(source, result)) return std::nullopt;
-    const std::string_view own = withoutFrame(result, stretch);
-    const bool isFirst = stretch.ahead.empty();
-    const bool startsLine = isFirst || own.substr(0, own.size() - trimLeft(own).size()).find('\n') != own.npos;
-    if (!startsLine) return std::nullopt;
-    return std::string(stretch.isLast ? own : trimRight(own));
-}
-
-}  // namespace
 
 std::vector<std::string> StretchedText::layOut(TaskRunner& tasks) {
     first_ = cutter_.next();
@@ -42,7 +23,7 @@ void StretchedText::layOutNext() {
     try {
         const std::optional<Stretch> stretch = take();
         if (!stretch) return;
-        auto result = formatStretch(stages_, *stretch);
+        auto result = format(*stretch);
         if (result) return results_[stretch->number].swap(*result);
     } catch (...) {
         // The text as a whole meets that again.
@@ -52,8 +33,34 @@ void StretchedText::layOutNext() {
 
 // The cuts are made while other stretches are being laid out, in the order of the text.
 std::optional<Stretch> StretchedText::take() {
-    const std::scoped_lock lock(cutting_);
+    const std::scoped_lock lock(mutex_);
     return first_ ? std::exchange(first_, std::nullopt) : cutter_.next();
+}
+
+// What becomes of a stretch, with the white space in front of it but not behind; nothing where that cannot be told
+// without the rest of the text.
+std::optional<std::string> StretchedText::format(const Stretch& stretch) {
+    const std::string framed = std::string(stretch.ahead).append(stretch.text).append(stretch.behind);
+    Zelmor::ViewStream in(framed);
+    ParsedText source(in);
+    if (!stages_.read(source).empty() || !standsInFrame(source, stretch)) return std::nullopt;
+    if (!agrees(source.conditions)) return std::nullopt;
+    const std::string result = stages_.layOut(source, nullptr);
+    if (FormatStages::prove(source, result)) return std::nullopt;
+    const std::string_view own = withoutFrame(result, stretch);
+    const bool isFirst = stretch.ahead.empty();
+    const bool startsLine = isFirst || own.substr(0, own.size() - trimLeft(own).size()).find('\n') != own.npos;
+    if (!startsLine) return std::nullopt;
+    return std::string(stretch.isLast ? own : trimRight(own));
+}
+
+// Whether the stretch takes the same conditions to hold as the others do. In a whole text, the first group that tests
+// one decides for all.
+bool StretchedText::agrees(const Cpp::TakenConditions& conditions) {
+    const std::scoped_lock lock(mutex_);
+    return std::ranges::all_of(conditions, [this](const auto& condition) {
+        return conditions_.insert(condition).first->second == condition.second;
+    });
 }
 
 }  // namespace Tessel

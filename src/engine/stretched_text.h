@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cpp/conditional_groups.h"
 #include "engine/format_stages.h"
 #include "engine/task_runner.h"
 #include "engine/text_stretches.h"
@@ -28,11 +29,14 @@ public:
 private:
     void layOutNext();
     std::optional<Stretch> take();
+    std::optional<std::string> format(const Stretch& stretch);
+    bool agrees(const Cpp::TakenConditions& conditions);
 
     const FormatStages& stages_;
-    std::mutex cutting_;
+    std::mutex mutex_;  // of what the threads share
     StretchCutter cutter_;
     std::optional<Stretch> first_;  // until it is taken
+    Cpp::TakenConditions conditions_;
     std::vector<std::string> results_;
     std::atomic<bool> hasFailed_ = false;
 };

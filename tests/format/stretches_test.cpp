@@ -70,6 +70,12 @@ std::vector<LongText> longTexts() {
         {"types", repeated(kTypes), true},
         {"in a class", "class A {\n" + functions + "};\n", false},
         {"in another branch", "#if B\nint b;\n#else\n" + functions + "#endif\n", false},
+        {"behind a scope that one of two branches opens",
+         "#ifdef A\nnamespace a {\n#else\nextern \"C\" {\n#endif\n" + functions + "}\n", false},
+        {"between conditions of which one decides for the other",
+         "void a() {\n#ifdef B\nif (a) {\n#else\nif (b) {\n#endif\n}\n}\n\n" + functions +
+             "void b() {\n#ifndef B\nif  (a) {\n#else\nif  (b) {\n#endif\n}\n}\n",
+         true},
         {"in a region that is kept", "// clang-format off\n" + functions, true},
         {"classes whose objects stand below an empty line", repeated("struct A\n{\n  int a;\n}\n\n a;\n"), true},
         {"brackets that do not match", functions + "int a[3;\n", true},
