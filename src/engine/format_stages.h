@@ -25,8 +25,9 @@ public:
     FormatStages(const FormatOptions& options, const LayoutPasses& passes);
 
     // Where a long text may be cut.
-    CutsBehind cuts() const {
-        return passes_.alignsDeclarations(options_.scheme) ? CutsBehind::Functions : CutsBehind::TypesToo;
+    Cuts cuts() const {
+        return {.behindTypes = !passes_.alignsDeclarations(options_.scheme),
+                .inNamespaces = !extensions_.keepsNamespaceIndent};
     }
     // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
     std::list<Diagnostic> read(ParsedText& source) const;

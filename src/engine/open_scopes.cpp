@@ -38,11 +38,11 @@ bool isNamespaceHead(std::string_view head) {
            head.starts_with("extern \"");
 }
 
-// Of a class or an enumeration; the head of what has one for its type goes on.
+// Of a class or an enumeration: the head of what has one for its type goes on, and so may a comment.
 bool isTypeHead(std::string_view head) {
     constexpr std::string_view keys[] = {"class ", "struct ", "union ", "enum ", "typedef "};
     const bool hasKey = std::ranges::any_of(keys, [&](std::string_view key) { return head.starts_with(key); });
-    return hasKey && head.find_first_of("=(") == std::string_view::npos;
+    return hasKey && head.find_first_of("=(/") == std::string_view::npos;
 }
 
 // `} name;`, without the brace.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -25,6 +26,9 @@ public:
     std::string opening() const;
     std::string closing() const;
     bool isBehindType() const { return !itemTail_.empty(); }
+    bool isInNamespace() const {
+        return std::ranges::any_of(open_, [](const Open& open) { return open.kind == Kind::Namespace; });
+    }
     // An item like the one that ends at the place, without what is in it.
     std::string emptyItem() const;
 
@@ -58,10 +62,10 @@ private:
     std::string_view text_;
     std::size_t place_ = 0;
     std::vector<Open> open_;
-    std::size_t braces_ = 0;       // those inside of all namespaces
-    std::string_view itemHead_;    // in front of the first of them
-    std::string_view itemTail_;    // behind the "}" at the end of the last item
-    bool isLost_ = false;     // more has been closed than was open, or too much is
+    std::size_t braces_ = 0;     // those inside of all namespaces
+    std::string_view itemHead_;  // in front of the first of them
+    std::string_view itemTail_;  // behind the "}" at the end of the last item
+    bool isLost_ = false;        // more has been closed than was open, or too much is
 };
 
 }  // namespace Tessel

@@ -66,9 +66,8 @@ std::optional<Stretch> StretchCutter::next() {
     const std::size_t start = start_;
     const bool isCut = goToCut();
     start_ = isCut ? scopes_.place() : text_.size();
-    Stretch stretch{text_.substr(start, start_ - start), std::exchange(ahead_, {}), {}, cuts_, !isCut};
+    Stretch stretch{text_.substr(start, start_ - start), std::exchange(ahead_, {}), {}, stretches_++, !isCut};
     if (isCut) {
-        ++cuts_;
         stretch.behind = scopes_.closing();
         ahead_ = scopes_.opening().append(scopes_.emptyItem());
     }
@@ -79,11 +78,14 @@ bool StretchCutter::goToCut() {
     if (text_.size() < 2 * kStretch) return false;
     const std::size_t first = start_ + leastStretchOf(text_.size() - start_);
     while (scopes_.goToEndOfItem()) {
-        if (behind_ == CutsBehind::Functions && scopes_.isBehindType()) continue;
         if (scopes_.place() + kLeastStretch > text_.size()) return false;
-        if (scopes_.place() >= first) return true;
+        if (scopes_.place() >= first && mayCut()) return true;
     }
     return false;
+}
+
+bool StretchCutter::mayCut() const {
+    return (cuts_.behindTypes || !scopes_.isBehindType()) && (cuts_.inNamespaces || !scopes_.isInNamespace());
 }
 
 std::size_t StretchCutter::mostStretches() const { return text_.size() / kLeastStretch + 1; }

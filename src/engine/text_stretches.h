@@ -31,15 +31,18 @@ struct Stretch {
     bool isLast = false;
 };
 
-// Behind which items a text is cut. Those of types may stand in a run of declarations that are aligned.
-enum class CutsBehind { Functions, TypesToo };
+// Where a text may be cut, apart from functions among its outermost items.
+struct Cuts {
+    bool behindTypes = true;   // unless declarations are aligned: a type may stand among them
+    bool inNamespaces = true;  // unless the first item of each tells how that is laid out
+};
 
 // Cuts a text whose line ends are line feeds by a quick look for braces, literals, comments and conditional groups.
 // There is one stretch where the text is short, or has no place for a cut.
 class StretchCutter {
 public:
     // The text is borrowed.
-    StretchCutter(std::string_view text, CutsBehind cuts) : text_(text), behind_(cuts), scopes_(text) {}
+    StretchCutter(std::string_view text, Cuts cuts) : text_(text), cuts_(cuts), scopes_(text) {}
 
     // The next stretch: the look goes no further than to its end. Nothing behind the last one.
     std::optional<Stretch> next();
@@ -48,11 +51,12 @@ public:
 
 private:
     bool goToCut();
+    bool mayCut() const;
 
     std::string_view text_;
-    CutsBehind behind_;
+    Cuts cuts_;
     OpenScopes scopes_;
-    std::size_t cuts_ = 0;
+    std::size_t stretches_ = 0;
     std::size_t start_ = 0;  // of the next stretch
     std::string ahead_;      // of that
 };

@@ -50,7 +50,7 @@ const std::string kTypes =
     "struct row first = {\n  1\n};\n\n"
     "int  of( struct row* );\n";
 
-Tessel::StretchCutter cutterOf(const std::string& text) { return {text, Tessel::CutsBehind::TypesToo}; }
+Tessel::StretchCutter cutterOf(const std::string& text) { return {text, {}}; }
 
 struct LongText {
     const char* what;
