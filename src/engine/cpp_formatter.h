@@ -303,6 +303,7 @@ private:
     WantedText betweenParts(const Cpp::CtrlStmtNode& statement) const;
     void writeTypeName(std::string_view statement);
     void formatParts(Cpp::CtrlStmtNode& statement);
+    void writeEmptyBody(const Cpp::CtrlSubStmtHeadNode& head);
     void placePart(const Cpp::SyntaxNode& part, const WantedText& between);
     const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
     void writeCaseValue(const Cpp::CaseNode& label);
@@ -363,6 +364,7 @@ private:
     bool chainingElseIf_ = false;
     bool hasBareLabels_ = false;  // the body that is being written, without braces around them
     bool joinsBody_ = false;  // of the statement that is being written, with the line of its head
+    bool followsPart_ = false;  // of a control statement: another part of it stands in front
     bool joinsNextPart_ = false;  // of the control statement: it goes on behind the "}" of the part that comes next
     int rightMargin_;  // where lines are wrapped; else beyond all columns
     KeptRegions keptParts_;  // the protected regions among the enumerators written last

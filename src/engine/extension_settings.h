@@ -77,6 +77,7 @@ public:
     Keyed<bool> keepsReturnTypeBreak = from_.isOn(Keys::KEEP_FN_RETURN_TYPE_BREAK);
     OptionalText labelIndent = from_.indent(Keys::INDENT_LABEL);
     OptionalText afterControlMacro = from_.lineText(Keys::WS_AFTER_CS_MACRO);
+    OptionalText beforeControlMacroBrace = from_.text(Keys::WS_BEFORE_CS_MACRO_OPEN_BRACE);
     OptionalText beforeDoWhile = from_.text(Keys::WS_BEFORE_DO_WHILE);
     OptionalText betweenEmptyForClauses = from_.text(Keys::WS_BETWEEN_EMPTY_FOR_CLAUSES);
     Keyed<bool> keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);

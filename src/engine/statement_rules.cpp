@@ -142,6 +142,7 @@ void CppFormatter::formatParts(Cpp::CtrlStmtNode& statement) {
         const auto& child = *place;
         if (previous && !isTrivia(*child) && !isTrivia(*previous)) placePart(*child, between);
         joinsNextPart_ = joinsParts && place + 1 != statement.childEnd();
+        followsPart_ = previous != nullptr;
         child->accept(*this);
         previous = child.get();
     }
@@ -196,8 +197,11 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     ValueScope<bool> bareLabels(hasBareLabels_, !hasBraces && beginsWithLabel);
     const bool isRepeated = settings_.keepsUnrecognized && repeatsHead(*part, source_);
     const OptionalText& indent = isRepeated ? kNothing : indentOfBody(keywordOf(part), hasBraces);
-    const bool isGovernedBelow = keywordOf(part) == Cpp::Identifier && part->head()->end().line < body->start().line;
-    const OptionalText& ahead = hasBraces ? braces.beforeOpen : isGovernedBelow ? kLineFeed : braces.afterOpen;
+    const bool isMacro = keywordOf(part) == Cpp::Identifier;
+    const bool isGovernedBelow = isMacro && part->head()->end().line < body->start().line;
+    const OptionalText& ofMacro = firstPresent(settings_.beforeControlMacroBrace, braces.beforeOpen);
+    const OptionalText& beforeBrace = isMacro ? ofMacro : braces.beforeOpen;
+    const OptionalText& ahead = hasBraces ? beforeBrace : isGovernedBelow ? kLineFeed : braces.afterOpen;
     const Keyed<bool>& kept = hasBraces ? settings_.keepsOneLineBlocks : settings_.keepsOneLineStatements;
     // if (a) { b(); } else {   is neither on one line nor in lines
     // for (;;) if (a) b();    hides what governs what
@@ -217,6 +221,7 @@ const OptionalText& CppFormatter::indentOfBody(int keyword, bool hasBraces) cons
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
+    const bool isLoop = !followsPart_;
     if (head->keyword()) copyThrough(*head->keyword());
     if (head->condition()) {
         const std::string_view gap = writer_.readGap(head->condition()->start());
@@ -236,7 +241,19 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
         formatParenthesised(inside, *head->condition(),
                             head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
     }
+    if (isLoop && head->condition() && settings_.keepsOneLineStatements) return writeEmptyBody(*head);
     copyThrough(*head);
+}
+
+// while (a())
+//     ;            on a line of its own the ";" stands as any other body does
+void CppFormatter::writeEmptyBody(const Cpp::CtrlSubStmtHeadNode& head) {
+    const std::string_view text = writer_.readThrough(head.end());
+    const std::string_view gap = text.substr(0, std::max<std::size_t>(text.size(), 1) - 1);
+    if (!isLineBreak(gap)) return writer_.write(writeGapBeforeEnd(text));
+    ContentScope content(*this, settings_.indentOfBody(false));
+    writer_.replace(gap, kLineFeed);
+    writer_.write(text.substr(gap.size()));
 }
 
 // What stands between the parentheses, and the ")". Further lines start in the column behind the "(".

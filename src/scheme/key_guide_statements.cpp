@@ -15,6 +15,9 @@ void addControl(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_AFTER_CS_MACRO, " "), group,
                     "Between a macro that governs a statement and \"(\"; when absent as FORMAT_MACRO_CALLS has it.",
                     "void f()\n{\n    FOR_EACH(a) {\n        b();\n    }\n}\n", {set(Keys::KEEP_UNRECOGNIZED, true)}});
+    rows.push_back({set(Keys::WS_BEFORE_CS_MACRO_OPEN_BRACE, "\n"), group,
+                    "Between such a macro and the \"{\" of what it governs; absent, as other control statements have it.",
+                    "void f()\n{\n    FOR_EACH(a) {\n        b();\n    }\n}\n", {set(Keys::KEEP_UNRECOGNIZED, true)}});
     rows.push_back(
         {set(Keys::WS_AFTER_CS_OPEN_PAREN, " "), group, "After the \"(\" of control statements.", condition});
     rows.push_back({set(Keys::WS_BEFORE_CS_CLOSE_PAREN, " "), group, "Before the \")\" of control statements.",
