@@ -10,6 +10,7 @@ namespace Tessel {
 namespace {
 
 using Zelmor::KeepTabs;
+using Zelmor::KeepTabsInIndent;
 using Zelmor::SpacesToTabs;
 using Zelmor::SpacesToTabsInIndent;
 
@@ -26,6 +27,13 @@ std::string tabs(int count) { return std::string(static_cast<std::size_t>(std::m
 
 // `count` columns as tabs and blanks, from a tab stop on.
 std::string tabsAndBlanks(int count, int tabSize) { return tabs(count / tabSize) + blanks(count % tabSize); }
+
+// As much of an indentation as ends in front of `column`, and blanks from there on.
+std::string indentUpTo(int column, const std::string& indent, int tabSize) {
+    std::string front = indent.substr(0, lengthUpTo(column, indent, tabSize));
+    if (columnAfter(front, 0, tabSize) > column) front.pop_back();
+    return front + blanks(column - columnAfter(front, 0, tabSize));
+}
 
 }  // namespace
 
@@ -90,10 +98,11 @@ std::string indentToColumn(const Zelmor::OIndentBuf& out, int column) {
     if (column < 1) return {};
     const int mode = out.tabMode();
     const int tabSize = out.tabSize();
-    const bool usesTabs = mode >= SpacesToTabs && tabSize >= 1;
-    if (mode < KeepTabs || mode > SpacesToTabsInIndent) return {};
+    const bool usesTabs = (mode == SpacesToTabs || mode == SpacesToTabsInIndent) && tabSize >= 1;
+    if (mode < KeepTabs || mode > KeepTabsInIndent) return {};
     const int width = columnAfter(out.indent(), 0, tabSize);
     if (column == width) return out.indent();
+    if (column < width && mode == KeepTabsInIndent) return indentUpTo(column, out.indent(), tabSize);
     if (column < width) return usesTabs ? tabsAndBlanks(column, tabSize) : blanks(column);
     int extra = column - width;
     if (!usesTabs) return out.indent() + blanks(extra);

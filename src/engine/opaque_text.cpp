@@ -86,7 +86,7 @@ void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OI
 }  // namespace
 
 OpaqueWriter::OpaqueWriter(std::string_view text, InnerBlanks inner, OIndentBuf& out) : out_(out) {
-    if (inner == InnerBlanks::Keep || out.tabMode() == Zelmor::KeepTabs || !mayConvert(text)) return;
+    if (inner == InnerBlanks::Keep || Zelmor::keepsTabs(out.tabMode()) || !mayConvert(text)) return;
     blanks_ = ConvertibleBlanks(text);
     findRun();
 }

@@ -73,7 +73,7 @@ int readTabMode(const PropertySet& scheme) {
     switch (mode) {
         case Zelmor::TabsToSpaces: return mode;
         case Zelmor::SpacesToTabs: return isInIndentOnly ? Zelmor::SpacesToTabsInIndent : mode;
-        default: return Zelmor::KeepTabs;
+        default: return isInIndentOnly ? Zelmor::KeepTabsInIndent : Zelmor::KeepTabs;
     }
 }
 

@@ -79,6 +79,7 @@ std::size_t OTextDocBuf::put(std::string_view text) {
     if (endsLine && isPlain(text.substr(0, text.size() - 1))) return putPlainLine(text);
     switch (tabMode_) {
         case KeepTabs:
+        case KeepTabsInIndent:
             return putAsGiven(text);
         case TabsToSpaces:
             return putTabsAsSpaces(text);

@@ -16,7 +16,10 @@ enum TabMode : int {
     TabsToSpaces = 1,
     SpacesToTabs = 2,
     SpacesToTabsInIndent = 3,  // in front of the first text of a line only
+    KeepTabsInIndent = 4,      // kept as well, and columns behind them are reached by blanks
 };
+
+constexpr bool keepsTabs(int tabMode) { return tabMode == KeepTabs || tabMode == KeepTabsInIndent; }
 
 // Where text is to be written and how tabs are treated. Out of range, the tab size and the first line become
 // 1, the first column 0.
@@ -44,7 +47,7 @@ public:
     int tabMode() const { return tabMode_; }
     int tabSize() const { return tabSize_; }
     // Whether no tab comes to stand for blanks.
-    bool keepsBlanks() const { return tabMode_ == KeepTabs || tabMode_ == TabsToSpaces; }
+    bool keepsBlanks() const { return keepsTabs(tabMode_) || tabMode_ == TabsToSpaces; }
     // Spaces held back are written before the change. A tab size below 1 makes a tab one column wide.
     void setTabMode(int tabMode);
     void setTabSize(int tabSize);
