@@ -183,6 +183,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
                             followingKind == KeywordTry || (findsMacros_ && promisesNoThrow(following));
         const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
         const bool beginsItem = isWord(followingKind) || opensAttribute(following);
+        // EXPORT(int)
+        // f(int a) PURE;
+        const bool isTyped = followsMacroCall(seen.start) && !isUpperCase(name.text);
+        if (findsMacros_ && isTyped && endOfAnnotations(following) != kNone) return function;
         // static DEFINE(name)
         //     aligned(64);
         const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
@@ -386,17 +390,26 @@ bool ItemScanner::endsWithValue(Index word) const {
            kind(behind(open)) == Semicolon;
 }
 
-// `__aligned(64) HIDDEN;`: the last one has no arguments.
-bool ItemScanner::endsInAnnotations(Index place) const {
-    bool isWordLast = false;
+// `__aligned(64) HIDDEN;`: the ";" behind words that may be annotations; kNone behind anything else.
+ItemScanner::Index ItemScanner::endOfAnnotations(Index place) const {
     while (kind(place) == Identifier) {
         const std::string_view word = tokens_.at(place).text;
-        if (!word.starts_with("__") && !isUpperCase(word)) return false;
+        if (!word.starts_with("__") && !isUpperCase(word)) return kNone;
         place = next(place);
-        isWordLast = kind(place) != OpenParen;
-        if (!isWordLast) place = behind(place);
+        if (kind(place) == OpenParen) place = behind(place);
     }
-    return kind(place) == Semicolon && isWordLast;
+    return kind(place) == Semicolon ? place : kNone;
+}
+
+// The last one has no arguments.
+bool ItemScanner::endsInAnnotations(Index place) const {
+    const Index end = endOfAnnotations(place);
+    return end != kNone && kind(end - 1) != CloseParen;
+}
+
+// Nothing but a macro of its own ends with a ")" in the line before a declaration.
+bool ItemScanner::followsMacroCall(Index start) const {
+    return start > 0 && kind(start - 1) == CloseParen && startsLaterLine(start, start - 1);
 }
 
 // `A : public B`: the name and the bases of a class whose key a macro in front makes.

@@ -59,7 +59,9 @@ private:
     Index behindMarkedType(Index type) const;
     bool isListOfPointers(Index inside) const;
     bool endsWithValue(Index word) const;
+    Index endOfAnnotations(Index place) const;
     bool endsInAnnotations(Index place) const;
+    bool followsMacroCall(Index start) const;
     bool beginsBases(Index name) const;
     bool endsValue(Index assign) const;
     bool startsValue(Index place) const;

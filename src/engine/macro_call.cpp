@@ -11,7 +11,7 @@ namespace {
 // Brackets that are open in a block among a call's arguments.
 constexpr int kDepthInBlock = 2;
 
-// Of a declaration as much as of an expression, or of neither.
+// Of a declaration as much as of an expression, or of neither, unless it marks a type.
 constexpr bool isDoubtful(int kind) {
     switch (kind) {
         case Cpp::Unknown:
@@ -29,6 +29,9 @@ constexpr bool isDoubtful(int kind) {
         default: return false;
     }
 }
+
+// `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
+constexpr bool isMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand || kind == Cpp::LogicalAnd; }
 
 constexpr bool endsLine(int kind) {
     return kind == Cpp::Directive || kind == Cpp::LineComment || kind == Cpp::UnreadBlock;
@@ -48,10 +51,14 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     if (lexer.nextToken().kind != Cpp::Identifier || lexer.nextToken().kind != Cpp::OpenParen) return false;
     int depth = 1;
     bool followsWord = false;
+    bool followsMark = false;
     while (depth > 0) {
         const Trn::Token token = lexer.nextToken();
         const int kind = token.kind;
-        if (kind == Trn::kEndKind || isDoubtful(kind)) return false;
+        const bool marksType = isMark(kind) && (followsWord || followsMark);
+        if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType)) return false;
+        if (followsMark && !marksType && kind != Cpp::Comma && kind != Cpp::CloseParen) return false;
+        followsMark = marksType;
         // Where words that follow each other go on in further lines, is the macro's affair.
         const bool isWord = Cpp::isNamePart(token.text.front());
         if (!isOnLine && isWord && followsWord) return false;
