@@ -241,11 +241,12 @@ private:
     }
 
     // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition,
-    // also behind a macro, `UNUSED vector<int> v`.
+    // `const vector<int> v` is, and, behind a macro, `UNUSED vector<int> v` may be.
     bool startsDeclaration(std::size_t place) const {
-        const bool followsMacro =
-            place == 2 && kindAt(tokens_, 0) == Cpp::Identifier && kindAt(tokens_, 1) == Cpp::Identifier;
-        return place == 1 || (declaresParameters_ && followsMacro);
+        const int first = kindAt(tokens_, 0);
+        const bool followsMacro = declaresParameters_ && first == Cpp::Identifier;
+        const bool isSecond = place == 2 && kindAt(tokens_, 1) == Cpp::Identifier;
+        return place == 1 || (isSecond && (followsMacro || Cpp::isQualifier(first)));
     }
 
     void closeAngle(std::size_t place) {
