@@ -188,7 +188,8 @@ int HangingLines::columnInLevel(const Level& level) const {
 
 int HangingLines::columnOfContents(const Level& level) const {
     if (level.contents != kNone && level.element.start == kNone) return level.contents;
-    if (!level.isBraced()) return wrapped(columnOfElement(level));
+    const bool isValue = level.awaitsOperand && level.element.start != kNone;  // .name =\n    value
+    if (isValue || !level.isBraced()) return wrapped(columnOfElement(level));
     const OptionalText& indent = level.kind == Level::Kind::Body ? indents_.body : indents_.data;
     return columnAfter(indent.text, level.lineColumn, tabSize_);
 }
