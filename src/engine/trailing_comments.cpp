@@ -51,9 +51,7 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
     if (comment.column > kRightmostIndent) return;
     // A line with nothing but a comment may belong to the code below.
     if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset) == comment.sourceColumn)) return;
-    last_.push_back(comment);
-    if (!comment.isOwnLine) lastColumn_ = std::max(lastColumn_, columnOf(comment));
-    lastLength_ = std::max(lastLength_, comment.length);
+    push(comment);
 }
 
 void TrailingComments::addBlock(std::string& written, std::size_t offset) {
@@ -62,7 +60,13 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     comment.isBlock = true;
     comment.wideColumn = columnIn(source_, offset, kWideTab);
     if (!isBelowLast(written, comment)) placeOthers(written, comment);
+    push(comment);
+}
+
+void TrailingComments::push(const Comment& comment) {
     last_.push_back(comment);
+    if (!comment.isOwnLine) lastColumn_ = std::max(lastColumn_, columnOf(comment));
+    lastLength_ = std::max(lastLength_, comment.length);
 }
 
 void TrailingComments::finish(std::string& written) { placeLast(written); }
@@ -72,7 +76,7 @@ bool TrailingComments::isBelowLast(std::string_view written, const Comment& comm
     if (last_.empty() || last_.back().isBlock != comment.isBlock) return false;
     const bool isInColumn = last_.back().sourceColumn == comment.sourceColumn ||
                             (comment.isBlock && last_.back().wideColumn == comment.wideColumn);
-    if (!isInColumn && (comment.isBlock || !mayJoinLast(comment))) return false;
+    if (!isInColumn && !mayJoinLast(comment)) return false;
     const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
@@ -88,6 +92,7 @@ bool TrailingComments::mayJoinLast(const Comment& comment) const {
 
 // The least one for it.
 int TrailingComments::columnOf(const Comment& comment) const {
+    if (comment.isBlock) return comment.codeEnd + 1;
     return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
 }
 
@@ -152,7 +157,8 @@ int TrailingComments::columnForLast() const {
         codeEnd = std::max(codeEnd, comment.codeEnd);
         kept = std::min(kept, comment.width());
     }
-    if (!last_.empty() && last_.back().isBlock) return codeEnd + kept;
+    const bool keepsWidth = !last_.empty() && last_.back().isBlock && !settings_.alignsLineComments;
+    if (keepsWidth) return codeEnd + kept;
     return settings_.keepsColumns ? std::max(column, codeEnd + kept) : column;
 }
 

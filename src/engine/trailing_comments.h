@@ -19,7 +19,7 @@ namespace Tessel {
 //
 // With ALIGN_LINE_COMMENTS those behind lines that follow each other do so anyway, as far as they fit in the margin.
 // Block comments that end their lines below each other stay in one column too, with the least white space among
-// theirs, unless one of them would leave the margin for it.
+// theirs, or a blank with ALIGN_LINE_COMMENTS, unless one of them would leave the margin for it.
 // One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
@@ -62,6 +62,7 @@ private:
     using Comments = std::vector<Comment>;
 
     Comment commentAt(std::string_view written, std::size_t offset) const;
+    void push(const Comment& comment);
     void placeOthers(std::string& written, Comment& comment);
     bool isBelowLast(std::string_view written, const Comment& comment) const;
     bool mayJoinLast(const Comment& comment) const;

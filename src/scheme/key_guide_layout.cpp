@@ -90,7 +90,8 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "but with KEEP_COLUMNS.", "int a; // why\n"});
     rows.push_back({set(Keys::ALIGN_LINE_COMMENTS, true), group,
                     "Line comments behind the code of lines that follow each other stand in one column, as long as "
-                    "they fit in RIGHT_MARGIN; else those do that stand below each other in the source.",
+                    "they fit in RIGHT_MARGIN; else those do that stand below each other in the source. So do block "
+                    "comments that end their lines, a blank behind the longest code.",
                     "int a; // one\nint bcd; // two\n", {set(Keys::WS_BEFORE_LINE_COMMENT, " ")}});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
