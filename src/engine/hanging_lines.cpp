@@ -143,9 +143,18 @@ int HangingLines::columnOfMember(const Level& level) const {
     const OptionalText& hang = chains_ ? indents_.operand : indents_.wrap;
     if (level.element.later != kNone) return columnAfter(hang.text, level.element.later, tabSize_);
     if (!chains_) return wrapped(columnOfElement(level));
+    if (const int column = columnBehindOperand(level); column != kNone) return column;
     if (isAssigned) return columnAfter(indents_.operand.text, level.element.operand, tabSize_);
     if (level.kind == Level::Kind::Statement) return wrapped(level.base);
     return columnAfter(indents_.operand.text, level.element.start, tabSize_);
+}
+
+// In the first operand of a chain: behind where the further lines of that stand. kNone for other operands.
+int HangingLines::columnBehindOperand(const Level& level) const {
+    const bool hangsFromStatement = indents_.fromStatement && level.kind == Level::Kind::Statement;
+    if (hangsFromStatement || level.operandStart == kNoToken) return kNone;
+    const OperandChains::Chain* chain = chains_->startingWith(level.operandStart);
+    return chain ? indented(columns_[chain->start], chains_->depthOf(*chain) + 1) : kNone;
 }
 
 // For an operator, or the operand behind one; kNone for anything else.
@@ -156,10 +165,12 @@ int HangingLines::columnInChain(std::size_t place) const {
     if (!chain || columns_[chain->start] == kNone) return kNone;
     const Level& level = levels_.back();
     if (indents_.fromStatement && level.kind == Level::Kind::Statement) return wrapped(level.base);
-    int column = columns_[chain->start];
-    for (int depth = chains_->depthOf(*chain); depth > 0; --depth) {
-        column = columnAfter(indents_.operand.text, column, tabSize_);
-    }
+    return indented(columns_[chain->start], chains_->depthOf(*chain));
+}
+
+// So many steps behind the column of an operand.
+int HangingLines::indented(int column, int depth) const {
+    for (; depth > 0; --depth) column = columnAfter(indents_.operand.text, column, tabSize_);
     return column;
 }
 

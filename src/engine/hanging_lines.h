@@ -123,7 +123,9 @@ private:
     bool followsMacroCall() const;
     bool endsInComma(std::size_t close) const;
     int columnOfMember(const Level& level) const;
+    int columnBehindOperand(const Level& level) const;
     int columnInChain(std::size_t place) const;
+    int indented(int column, int depth) const;
     int columnFromLine(const Level& level) const;
     int columnInLevel(const Level& level) const;
     int columnOfElement(const Level& level) const;

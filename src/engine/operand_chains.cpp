@@ -40,7 +40,7 @@ int rankOf(int kind) {
 }  // namespace
 
 OperandChains::OperandChains(const ExprTokens& tokens, bool isList)
-    : tokens_(tokens), chainOf_(tokens.size(), kNoToken), startsChain_(tokens.size(), false),
+    : tokens_(tokens), chainOf_(tokens.size(), kNoToken), firstChain_(tokens.size(), kNoToken),
       holdsComma_(tokens.size(), false) {
     levels_.emplace_back().place = isList ? Place::BehindOpen : Place::AmongOthers;
     for (std::size_t place = 0; place < tokens.size(); ++place) {
@@ -116,8 +116,8 @@ void OperandChains::passOperator(std::size_t place, int rank) {
     if (level.open.empty() || level.open.back().rank < rank || isNested) {
         level.open.push_back({rank, chains_.size(), false});
         if (first != kNoToken) chains_[first].outer = chains_.size();
+        if (!startWith(start)) firstChain_[start] = chains_.size();
         chains_.push_back({start, rank == kConditional});
-        startsChain_[start] = true;
     }
     ++chains_[level.open.back().chain].operators;
     level.open.back().awaitsColon = isQuestion;

@@ -31,7 +31,11 @@ public:
         return chain == kNoToken ? nullptr : &chains_[chain];
     }
     // Whether an operand that begins with the token is the first of a chain.
-    bool startWith(std::size_t place) const { return startsChain_[place]; }
+    bool startWith(std::size_t place) const { return firstChain_[place] != kNoToken; }
+    // The one that binds the strongest of those; null where there is none.
+    const Chain* startingWith(std::size_t place) const {
+        return startWith(place) ? &chains_[firstChain_[place]] : nullptr;
+    }
     // Whether several elements stand behind the bracket.
     bool holdsComma(std::size_t open) const { return holdsComma_[open]; }
 
@@ -67,7 +71,7 @@ private:
     const ExprTokens& tokens_;
     std::vector<Chain> chains_;
     std::vector<std::size_t> chainOf_;
-    std::vector<bool> startsChain_;
+    std::vector<std::size_t> firstChain_;  // that starts with the token
     std::vector<bool> holdsComma_;
     std::vector<Level> levels_;
 };
