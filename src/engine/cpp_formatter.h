@@ -242,6 +242,7 @@ private:
     void formatBracketedList(Cpp::ParameterListNode& list, const OptionalText& afterOpen,
                              const CommaTexts& commas, const OptionalText& beforeClose);
     void formatParenList(Cpp::ParameterListNode& list);
+    void formatParametersOf(const Cpp::FunctionHeadNode& head);
     std::string_view hangOfComments(std::string_view gap, std::string_view ahead) const;
     void writeColon(std::string_view gap, const OptionalText& before, const OptionalText& after);
 

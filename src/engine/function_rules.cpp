@@ -182,7 +182,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         } else {
             writer_.writeMerged(gap, afterName.present ? kAsInInput : afterName);
         }
-        formatParenList(*head->parameters());
+        formatParametersOf(*head);
     }
     Cpp::KeptNode* oldParameters = head->oldParameters();
     std::string_view rest = oldParameters ? std::string_view() : writer_.readThrough(head->end());
@@ -206,6 +206,16 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     }
     if (oldParameters) writeOldParameters(*oldParameters);
     return base;
+}
+
+// A::
+//     name(
+//         int a);    where lines begin within a name, those of its parameters hang from its last one
+void CppFormatter::formatParametersOf(const Cpp::FunctionHeadNode& head) {
+    const bool hasLines = head.name() && head.name()->start().line < head.name()->end().line;
+    if (!hasLines || !keepsLines() || exprFormatter_.keptIndent().isWanted()) return formatParenList(*head.parameters());
+    const Zelmor::IndentScope lineOfName(out(), indentToColumn(out(), out().textColumn()));
+    formatParenList(*head.parameters());
 }
 
 // Where a word, or the type that is returned, follows the ")" that the rest of a head begins with. Returns what is left

@@ -124,10 +124,10 @@ void CppFormatter::writeName(const Cpp::SyntaxNode& name) {
     if (!hangsWithinName(text)) return writeNamePart(text);
     const std::string_view firstLine = trimRight(text.substr(0, text.find('\n')));
     const std::string_view rest = trimLeft(text.substr(firstLine.size()));
-    out().startLine();
     const std::string_view wrap = exprFormatter_.settings().hanging.wrap.text;
-    const IndentScope further(out(), indentToColumn(out(), columnAfter(wrap, indentColumn(), out().tabSize())));
+    const int column = columnAfter(wrap, indentColumn(), out().tabSize());
     writeNamePart(firstLine);
+    const IndentScope further(out(), indentToColumn(out(), column));
     writer_.write(text.substr(firstLine.size(), text.size() - firstLine.size() - rest.size()));
     writeNamePart(rest);
 }
