@@ -213,7 +213,8 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
 //         int a);    where lines begin within a name, those of its parameters hang from its last one
 void CppFormatter::formatParametersOf(const Cpp::FunctionHeadNode& head) {
     const bool hasLines = head.name() && head.name()->start().line < head.name()->end().line;
-    if (!hasLines || !keepsLines() || exprFormatter_.keptIndent().isWanted()) return formatParenList(*head.parameters());
+    const bool hang = hasLines && keepsLines() && !exprFormatter_.keptIndent().isWanted();
+    if (!hang) return formatParenList(*head.parameters());
     const Zelmor::IndentScope lineOfName(out(), indentToColumn(out(), out().textColumn()));
     formatParenList(*head.parameters());
 }

@@ -35,8 +35,9 @@ void addWholeText(std::vector<KeyGuide>& rows) {
          "int\ta;\n",
          {set(Keys::TAB_SIZE, 8)}});
     rows.push_back({set(Keys::TABS_IN_INDENT_ONLY, true), group,
-                    "Where CONVERT_WS turns blanks into tabs, it does so in front of the first text of a line only; where "
-                    "it leaves both as they come, columns are reached by blanks, behind the tabs of the indentation.",
+                    "Where CONVERT_WS turns blanks into tabs, it does so in front of the first text of a line only; "
+                    "where it leaves both as they come, columns are reached by blanks, behind the tabs of the "
+                    "indentation.",
                     "void f()\n{\n    int  a;        // why\n}\n",
                     {set(Keys::CONVERT_WS, 2), set(Keys::TAB_SIZE, 4)}});
     rows.push_back(

@@ -16,7 +16,7 @@ void addControl(std::vector<KeyGuide>& rows) {
                     "Between a macro that governs a statement and \"(\"; when absent as FORMAT_MACRO_CALLS has it.",
                     "void f()\n{\n    FOR_EACH(a) {\n        b();\n    }\n}\n", {set(Keys::KEEP_UNRECOGNIZED, true)}});
     rows.push_back({set(Keys::WS_BEFORE_CS_MACRO_OPEN_BRACE, "\n"), group,
-                    "Between such a macro and the \"{\" of what it governs; absent, as other control statements have it.",
+                    "Between such a macro and the \"{\" of what it governs; absent, as control statements have it.",
                     "void f()\n{\n    FOR_EACH(a) {\n        b();\n    }\n}\n", {set(Keys::KEEP_UNRECOGNIZED, true)}});
     rows.push_back(
         {set(Keys::WS_AFTER_CS_OPEN_PAREN, " "), group, "After the \"(\" of control statements.", condition});
