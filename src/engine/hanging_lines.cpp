@@ -334,7 +334,11 @@ void HangingLines::open(std::size_t place) {
     // The arguments behind those of a template hang from where the name of the template stands.
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
-    level.base = isInFirst ? outer.base : isInList ? outer.element.start : lineColumn;
+    // A a{f(
+    //         b), c};
+    const bool isInValues =
+        !isBrace && isOneOfMany && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
+    level.base = isInFirst ? outer.base : isInList || isInValues ? outer.element.start : lineColumn;
     const bool isFirst = outer.bracket != kNoToken && outer.bracket + 1 == place;
     const bool isInBraces = isBrace && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
     const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
