@@ -71,6 +71,12 @@ bool writeBehindToken(std::string_view line, int column, OpaqueWriter& writer, O
     return true;
 }
 
+// Whether what stands in front of a line reaches as far as it is to be indented.
+bool endsInColumn(std::string_view blanks, int extra, const OIndentBuf& out) {
+    const int tabSize = out.tabSize();
+    return out.column() == 0 && columnAfter(blanks, 0, tabSize) == columnAfter(out.indent(), 0, tabSize) + extra;
+}
+
 // Writes a line whose text stands `extra` columns, or none, behind the indentation.
 void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OIndentBuf& out) {
     const std::string_view text = trimLeft(line);
@@ -78,8 +84,14 @@ void writeFurtherLine(std::string_view line, int extra, OpaqueWriter& writer, OI
         out.write(line.ends_with('\n') ? "\n" : "");
         return;
     }
-    out.startLine();
-    out.write(std::string(static_cast<std::size_t>(extra), ' '));
+    const std::string_view blanks = line.substr(0, line.size() - text.size());
+    if (out.tabMode() == Zelmor::KeepTabsInIndent && endsInColumn(blanks, extra, out)) {
+        IndentScope asItStands(out, std::string(blanks));
+        out.startLine();
+    } else {
+        out.startLine();
+        out.write(std::string(static_cast<std::size_t>(extra), ' '));
+    }
     writer.write(text);
 }
 
