@@ -40,7 +40,8 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present ||
                    settings_.beforeEllipsis.present || settings_.closesLists() || log),
       keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())),
-      splices_(CppExprFormatterBase::scheme()) {}
+      splices_(CppExprFormatterBase::scheme()),
+      defineTabs_(source ? source->text() : std::string_view(), tabSize()) {}
 
 void CppExprFormatter::formatExpression(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
                                         HangingLines::Text hanging, std::optional<int> statementColumn) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/cpp_expr_formatter_base.h"
+#include "engine/define_tabs.h"
 #include "engine/expr_settings.h"
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
@@ -143,6 +144,8 @@ private:
     const OptionalText* wantedBeforeBrace(const Run& run, std::size_t place) const;
     // Directives (expr_directives.cpp).
     bool layOutDirective(std::string_view directive, Zelmor::OIndentBuf& out) override;
+    std::optional<int> tabSizeOf(std::string_view directive, const Zelmor::OIndentBuf& out);
+    bool layOutText(std::string_view directive, Zelmor::OIndentBuf& out);
     bool layOutParts(std::string_view directive, Zelmor::OIndentBuf& out);
     bool writeParts(std::string_view directive, const DirectiveParts& parts, Zelmor::OIndentBuf& out);
     PropertySet schemeOfDirectives() const;
@@ -178,6 +181,7 @@ private:
     KeptIndent keptIndent_;
     LineSplices splices_;
     const MacroBodies* macroBodies_ = nullptr;
+    DefineTabs defineTabs_;
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
     ExprTokens exprTokens_;
 };

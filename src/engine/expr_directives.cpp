@@ -1,6 +1,7 @@
 // #define f(a,b) a+b    →    #define f(a, b) a + b
 //
 // The parts of directives that are laid out as other code is.
+#include "cpp/directive_text.h"
 #include "engine/columns.h"
 #include "engine/cpp_expr_formatter.h"
 #include "engine/directive_parts.h"
@@ -15,7 +16,43 @@ using Zelmor::IndentScope;
 using Zelmor::IndentState;
 using Zelmor::OIndentBuf;
 
+namespace {
+
+// Tabs of that size, for the time of a scope.
+class TabSizeScope {
+public:
+    TabSizeScope(OIndentBuf& out, int tabSize) : out_(out), saved_(out.tabSize()) { out_.setTabSize(tabSize); }
+    TabSizeScope(const TabSizeScope&) = delete;
+    TabSizeScope& operator=(const TabSizeScope&) = delete;
+    ~TabSizeScope() { out_.setTabSize(saved_); }
+
+private:
+    OIndentBuf& out_;
+    int saved_;
+};
+
+}  // namespace
+
 bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& out) {
+    const std::optional<int> tabSize = tabSizeOf(directive, out);
+    if (!tabSize) return layOutText(directive, out);
+    const TabSizeScope tabsOfSource(out, *tabSize);
+    if (!layOutText(directive, out)) writeInPlace(directive, InnerBlanks::Convert, out);
+    return true;
+}
+
+// Where tabs become blanks, what stood in one column with the tabs of the source still does.
+std::optional<int> CppExprFormatter::tabSizeOf(std::string_view directive, const OIndentBuf& out) {
+    const bool mayDiffer = settings_.formatsDirectives && out.tabMode() == Zelmor::TabsToSpaces;
+    const bool isLine = directive.find('\n') >= directive.size() - 1;
+    if (!mayDiffer || !isLine || directive.find('\t') == directive.npos) return std::nullopt;
+    if (!Cpp::directiveStartsWith(directive, "#define")) return std::nullopt;
+    const std::optional<std::size_t> place = sourceColumns().offsetInDocument(directive);
+    const int size = place ? defineTabs_.sizeAt(*place) : tabSize();
+    return size == tabSize() ? std::nullopt : std::optional(size);
+}
+
+bool CppExprFormatter::layOutText(std::string_view directive, OIndentBuf& out) {
     if (!settings_.aroundPaste.present) return layOutParts(directive, out);
     const std::string joined = withPasteGaps(directive, settings_.aroundPaste.text);
     if (joined == directive) return layOutParts(directive, out);
