@@ -130,10 +130,12 @@ void LineSearch::part(std::size_t place) {
     }
 }
 
-// A comment stands where what follows it does.
+// A comment stands where what follows it does, and what follows nothing but comments below the first one.
 void LineSearch::beginApart(Way& way, std::size_t place) {
-    const int column = columnOfLine(way, isTrivia(place) ? nextPlace(tokens_, place) : place);
-    if (!isTrivia(place)) {
+    const std::size_t token = isTrivia(place) ? nextPlace(tokens_, place) : place;
+    const bool isAlone = token == tokens_.size() || before(token) == kNoToken;
+    const int column = isAlone ? way.top.indent : columnOfLine(way, token);
+    if (!isTrivia(place) && !isAlone) {
         if (!mayBegin(way, place)) way.cost += kLineInWhole;
         beginLine(way, place, column);
     } else {
