@@ -12,6 +12,7 @@
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
+#include "engine/head_words.h"
 #include "engine/holds_any_of.h"
 #include "engine/opaque_text.h"
 #include "engine/type_text.h"
@@ -51,6 +52,13 @@ std::string_view withoutCommentsBehind(std::string_view type) {
     return type.substr(0, tokens.back().end());
 }
 
+// The first line of a type that begins in the next one, with the white space behind it; nothing for any other type.
+std::string_view lineOfSpecifiers(std::string_view type) {
+    const std::size_t length = type.find('\n');
+    const bool areSpecifiers = length < trimRight(type).size() && isSpecifiers(trimRight(type.substr(0, length)));
+    return areSpecifiers ? type.substr(0, type.size() - trimLeft(type.substr(length)).size()) : std::string_view();
+}
+
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
@@ -63,6 +71,12 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks,
                              LastMarks marks) {
+    // It stands below its specifiers, wherever a template header in front of them ends.
+    const std::string_view specifiers = keepsLines() ? lineOfSpecifiers(type) : std::string_view();
+    if (!specifiers.empty()) {
+        writer_.write(specifiers);
+        return writeType(type.substr(specifiers.size()), whitespace, formatsMarks, marks);
+    }
     const std::string_view front = keepsLines() && endsWithLineEndToken(type) ? withoutCommentsBehind(type) : type;
     if (front.size() < type.size() && formatsArgumentsOf(front)) {
         writeType(front, kAsInInput, formatsMarks, marks);
