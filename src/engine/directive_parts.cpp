@@ -125,7 +125,7 @@ bool isExpression(Tokens tokens) {
 
 // `lib/some-file.h`: what may become text or the name of a file, in which no blanks may come to stand.
 bool mayBeName(Tokens tokens) {
-    int depth = 0;
+    int depth = nestingStep(tokens.front().kind);
     for (std::size_t place = 1; place + 1 < tokens.size(); ++place) {
         const Trn::Token& token = tokens[place];
         depth += nestingStep(token.kind);
