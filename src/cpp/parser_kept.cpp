@@ -3,9 +3,11 @@
 //     WIDGETS                  a macro that stands by itself
 //     int a ? b;               what no rule recognises, up to where something can begin again
 
+#include "cpp/directive_text.h"
 #include "cpp/parser.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 
 namespace Cpp {
 
@@ -30,6 +32,18 @@ bool beginsItem(int kind) {
     }
 }
 
+// `static char id[] = "…"` in a branch that nobody reads: a literal without a ";", an #endif, and then a name or a type,
+// which no expression goes on with.
+bool beginsBehindBranch(const Trn::TokenBuffer& tokens, std::size_t end, std::size_t place) {
+    const int kind = tokens.kindAt(place);
+    if (tokens.kindAt(end - 1) != StringLiteral || (kind != Identifier && !isTypeWord(kind))) return false;
+    for (std::size_t between = end; between < place; ++between) {
+        const bool isDirective = tokens.kindAt(between) == Directive;
+        if (isDirective && directiveStartsWith(tokens.at(between).text, "#endif")) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 // The place behind the item that begins at `start`: behind its ";", or behind a "}" that ends its line, or in front of
@@ -42,7 +56,7 @@ Parser::Index Parser::endOfItem(const TokenBuffer& tokens, Index start) const {
         const int kind = tokens.kindAt(place);
         if (kind == CloseBrace || kind == Trn::kEndKind) return end > first ? end : start;
         const bool startsLine = end > first && tokens.at(place).start.line > tokens.at(end - 1).end.line;
-        if (startsLine && beginsItem(kind)) return end;
+        if (startsLine && (beginsItem(kind) || beginsBehindBranch(tokens, end, place))) return end;
         const Index following = look.behind(place);
         const Index close = links_.closing(place);
         end = (close == TokenLinks::kNone ? place : close) + 1;
