@@ -39,17 +39,16 @@ bool awaitsOperand(const ExprToken& token) {
     return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
 }
 
-// `(size_t)`: whether a name that only types have is all that the parentheses hold.
-bool isNamedAsType(const ExprTokens& tokens, std::size_t open) {
-    const std::size_t name = nextPlace(tokens, open);
-    return nextPlace(tokens, name) == tokens[open].partner && tokens[name].text().ends_with("_t");
-}
-
 bool startsOperand(int kind) {
     return isValueKind(kind) || kind == Cpp::KeywordSizeof || kind == Cpp::KeywordNew || isCastKeyword(kind);
 }
 
 }  // namespace
+
+bool isNamedAsType(const ExprTokens& tokens, std::size_t open) {
+    const std::size_t name = nextPlace(tokens, open);
+    return nextPlace(tokens, name) == tokens[open].partner && tokens[name].text().ends_with("_t");
+}
 
 Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
     const std::size_t close = tokens[open].partner;

@@ -14,6 +14,8 @@ enum class Parenthesised { Type, Name, Names, Expression };
 
 // `open` is the place of the "(", which has a partner. The roles of what is inside are known.
 Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open);
+// `(size_t)`: whether a name that only types have is all that the parentheses hold.
+bool isNamedAsType(const ExprTokens& tokens, std::size_t open);
 
 // `(int(a) + 1)`, as opposed to `(int (*)(int))`: whether a type makes a value of what stands in the parentheses behind
 // it.

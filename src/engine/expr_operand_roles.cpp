@@ -72,8 +72,8 @@ bool RoleFinder::holdsAnnotatedType(std::size_t open) const {
 }
 
 // `(T)-x`: whether the group in front is a cast. With one name in it, `(n)*x`, it may be either: then the
-// input's white space behind the operator tells what its writer meant; but behind a cast a sign is that
-// of a number.
+// input's white space behind the operator tells what its writer meant, unless the name is one of types; but behind a
+// cast a sign is that of a number.
 bool RoleFinder::followsCast(std::size_t place) const {
     const std::size_t close = previous_;
     const std::size_t open = tokens_[close].partner;
@@ -85,6 +85,7 @@ bool RoleFinder::followsCast(std::size_t place) const {
     if (inside != Parenthesised::Name) return false;
     const ExprToken& mark = tokens_[place];
     const std::size_t next = place + 1;
+    if (readsTypes_ && isNamedAsType(tokens_, open) && kindAt(tokens_, next) == Cpp::Identifier) return true;
     const bool isApart = tokens_[close].end() < mark.offset;
     if (!isApart && isCastByBlank(tokens_, close, place)) return false;
     const bool isBeforeOperand = next < tokens_.size() && tokens_[next].role != ExprRole::Trivia;
