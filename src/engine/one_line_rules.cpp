@@ -120,8 +120,11 @@ bool CppFormatter::joinsStatement(const Cpp::CtrlStmtNode& statement) const {
     const std::size_t start = offsetOf(source_, governed->start()) - 1;
     const std::size_t end = offsetOf(source_, governed->end());
     const std::string_view behind = source_.text().substr(end, source_.text().find('\n', end) - end);
-    return end - start <= kLongestLine && isAllWhitespace(source_.text().substr(headEnd, start - headEnd)) &&
-           isAllWhitespace(behind);
+    const std::string_view next = trimLeft(behind);
+    // Another statement behind it begins a line of its own.
+    const bool endsLine = next.empty() || (settings_.betweenStatements.hasLineFeed() && !next.starts_with('/'));
+    return end - start <= kLongestLine && endsLine &&
+           isAllWhitespace(source_.text().substr(headEnd, start - headEnd));
 }
 
 }  // namespace Tessel
