@@ -43,6 +43,8 @@ public:
     void setUnreadBlocks(const KeptRegions& blocks) { writer_.setUnreadBlocks(blocks); }
     // What need not be formatted: it is copied. Borrowed.
     void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
+    // The function in the first line is a frame around statements, which are indented by that; borrowed.
+    void indentFrameBy(std::string_view indent) { frameIndent_ = indent; }
 
     // The regions that have been kept inside of expressions and declarators; some more than once.
     const KeptRegions& regionsInExpressions() const { return exprFormatter_.keptRegions(); }
@@ -338,6 +340,7 @@ private:
     const LayoutPasses& passes_;
     const Zelmor::TextDocument& source_;
     const SameLines* settledLines_ = nullptr;
+    std::optional<std::string_view> frameIndent_;
     std::optional<LayoutLog> log_;
     Zelmor::OIndentBuf result_;
     std::optional<MacroBodies> macroBodies_;

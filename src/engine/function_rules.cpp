@@ -123,7 +123,9 @@ void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const Option
     if (joinsFunction(*body) && tryJoined(*body, beforeOpen, start)) return;
     formatBody(*body, beforeOpen, keepsFunction(*body), [&] {
         ValueScope<bool> outsideClass(inClassBody_, false);
-        formatBlock(*body, settings_.functions);
+        const bool isFrame = frameIndent_ && declaration.start().line == 1;
+        formatBlock(*body, settings_.functions,
+                    isFrame ? OptionalText{true, *frameIndent_, {}} : settings_.functions.indent);
     });
 }
 

@@ -192,11 +192,10 @@ std::string_view firstStatementOf(std::span<const std::string_view> lines) {
 
 }  // namespace
 
-// What a body is read in. The key indents that alone, so that what the body nests is indented as elsewhere.
+// What a body is read in.
 struct MacroBodies::Frame {
     std::string_view open;
     std::string_view close;
-    KeyId indentKey;
 };
 
 MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
@@ -241,14 +240,13 @@ std::string MacroBodies::indentBehind(std::string_view directive) const {
 }
 
 // Most sources have no bodies, and most bodies in a source are indented alike.
-const FormatOptions& MacroBodies::optionsFor(const Frame& frame, const std::string& indent, int column) const {
+const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column) const {
     const std::string margin(static_cast<std::size_t>(column), ' ');
-    const bool isOtherFrame = !options_ || indentKey_ != frame.indentKey;
-    if (isOtherFrame) options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
-    if (isOtherFrame || margin_ != margin || bodyIndent_ != indent) {
-        indentKey_ = frame.indentKey;
+    const bool areFirst = !options_;
+    if (areFirst) options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
+    if (areFirst || margin_ != margin || bodyIndent_ != indent) {
         options_->scheme.setString(Keys::LEFT_MARGIN, margin_ = margin);
-        options_->scheme.setString(indentKey_.name(), bodyIndent_ = indent);
+        options_->scheme.setString(Keys::INDENT_LINKAGE_CONTENT.name, bodyIndent_ = indent);
     }
     return *options_;
 }
@@ -256,8 +254,8 @@ const FormatOptions& MacroBodies::optionsFor(const Frame& frame, const std::stri
 // Functions and classes are declarations; statements stand in functions.
 std::optional<std::string> MacroBodies::formatted(const std::string& body, const std::string& indent,
                                                   int column) const {
-    static constexpr Frame function{"void f() {\n", "\n;}\n", Keys::INDENT_FN_CONTENT};
-    static constexpr Frame declarations{"extern \"C++\" {\n", "\n;}\n", Keys::INDENT_LINKAGE_CONTENT};
+    static constexpr Frame function{"void f() {\n", "\n;}\n"};
+    static constexpr Frame declarations{"extern \"C++\" {\n", "\n;}\n"};
     const bool isDeclarations = definesFunctionOrClass(body);
     auto text = formatted(body, isDeclarations ? declarations : function, indent, column);
     return text ? text : formatted(body, isDeclarations ? function : declarations, indent, column);
@@ -274,7 +272,8 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
     const auto isError = [](const Diagnostic& message) { return message.severity != Warning; };
     if (std::ranges::any_of(messages, isError)) return std::nullopt;
 
-    CppFormatter formatter(source, opaque, optionsFor(frame, indent, column), passes_, nullptr);
+    CppFormatter formatter(source, opaque, optionsFor(indent, column), passes_, nullptr);
+    formatter.indentFrameBy(indent);
     root.accept(formatter);
     const std::string text = formatter.takeText();
 

@@ -34,7 +34,7 @@ private:
     struct Frame;
 
     std::string indentBehind(std::string_view directive) const;
-    const FormatOptions& optionsFor(const Frame& frame, const std::string& indent, int column) const;
+    const FormatOptions& optionsFor(const std::string& indent, int column) const;
 
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
     std::optional<std::string> formatted(const std::string& body, const Frame& frame, const std::string& indent,
@@ -46,7 +46,6 @@ private:
     int tabSize_;
     const LayoutPasses& passes_;
     mutable std::optional<FormatOptions> options_;  // those of the last body
-    mutable KeyId indentKey_;
     mutable std::string margin_;
     mutable std::string bodyIndent_;
 };
