@@ -20,7 +20,7 @@ bool isDirective(std::string_view line) { return trimLeft(line).starts_with('#')
 
 // The line up to its value, where tabs stand in front of that; nothing for any other line.
 std::string_view aheadOfValue(std::string_view line) {
-    if (!Cpp::directiveStartsWith(trimLeft(line), "#define")) return {};
+    if (!DefineTabs::mayTell(trimLeft(line))) return {};
     const std::size_t word = line.find("define") + std::string_view("define").size();
     const std::size_t name = line.find_first_not_of(kBlanks, word);
     const std::size_t tab = name == line.npos ? line.npos : line.find('\t', name);
@@ -42,6 +42,10 @@ private:
 };
 
 }  // namespace
+
+bool DefineTabs::mayTell(std::string_view directive) {
+    return Cpp::directiveStartsWith(directive, "#define") && directive.find('\t') > directive.find("define");
+}
 
 int DefineTabs::sizeAt(std::size_t place) {
     if (place < linesStart_ || place >= linesEnd_) readLinesAround(place);

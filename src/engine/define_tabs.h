@@ -15,6 +15,8 @@ class DefineTabs {
 public:
     DefineTabs(std::string_view text, int tabSize) : text_(text), tabSize_(tabSize) {}
 
+    // A macro that no tab indents behind its "#": those are the scheme's.
+    static bool mayTell(std::string_view directive);
     // Of the lines around the one in which that place is. They are read once for all places in them.
     int sizeAt(std::size_t place);
 

@@ -1,7 +1,6 @@
 // #define f(a,b) a+b    →    #define f(a, b) a + b
 //
 // The parts of directives that are laid out as other code is.
-#include "cpp/directive_text.h"
 #include "engine/columns.h"
 #include "engine/cpp_expr_formatter.h"
 #include "engine/directive_parts.h"
@@ -46,7 +45,7 @@ std::optional<int> CppExprFormatter::tabSizeOf(std::string_view directive, const
     const bool mayDiffer = settings_.formatsDirectives && out.tabMode() == Zelmor::TabsToSpaces;
     const bool isLine = directive.find('\n') >= directive.size() - 1;
     if (!mayDiffer || !isLine || directive.find('\t') == directive.npos) return std::nullopt;
-    if (!Cpp::directiveStartsWith(directive, "#define")) return std::nullopt;
+    if (!DefineTabs::mayTell(directive)) return std::nullopt;
     const std::optional<std::size_t> place = sourceColumns().offsetInDocument(directive);
     const int size = place ? defineTabs_.sizeAt(*place) : tabSize();
     return size == tabSize() ? std::nullopt : std::optional(size);
