@@ -145,9 +145,17 @@ int CppExprFormatter::spareOfBlock(const Run& run) const {
     return std::max(out.column() - columnAfter(settings_.hanging.wrap.text, indentColumn, out.tabSize()), 0);
 }
 
-// A block stays on the line, or begins the line, where its author put it.
+// Whether the "{" of a lambda that begins a line is to follow its head, as those of functions do.
+bool CppExprFormatter::joinsBody(const Run& run) const {
+    const bool isBody = settings_.beforeLambdaBody.present && run.capture != kNoToken && isLineBreak(run.sweep.gap());
+    return isBody && isBodyOf(run.tokens, run.capture, run.sweep.place());
+}
+
+// Else a block stays on the line, or begins the line, where its author put it.
 void CppExprFormatter::writeBlock(Run& run) {
-    if (run.hanging && keepsLine(run)) {
+    if (joinsBody(run)) {
+        run.sweep.writeGapWith(settings_.beforeLambdaBody);
+    } else if (run.hanging && keepsLine(run)) {
         keepLine(run);
     } else if (isLineBreak(run.sweep.gap())) {
         const int column = run.out().textColumn();

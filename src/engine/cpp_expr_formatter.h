@@ -120,6 +120,7 @@ private:
     void writeBlock(Run& run);
     int columnOfBlock(const Run& run) const;
     bool standsBelowLine(const Run& run) const;
+    bool joinsBody(const Run& run) const;
     int spareOfBlock(const Run& run) const;
     bool isStacked(const Run& run) const;
     static void startLiteralLine(Run& run);

@@ -16,6 +16,9 @@ MarkSettings readMark(const PropertySet& scheme, KeyId anchor, KeyId hanging, Ke
             {true, "", anchor}};
 }
 
+// Nothing where a line ends there.
+OptionalText withinLine(const OptionalText& text) { return text.hasLineFeed() ? OptionalText() : text; }
+
 }  // namespace
 
 ExprSettings::ExprSettings(const PropertySet& scheme)
@@ -42,6 +45,7 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
               readIndent(scheme, Keys::INDENT_FN_CONTENT), hangsFromStatement, hangsFromLine, hangsCommas,
               weighsWholes()},
       otherGaps{{formatsOtherGaps, "", formatsOtherGaps.key}, {formatsOtherGaps, " ", formatsOtherGaps.key}},
+      beforeLambdaBody(formatsOtherGaps ? withinLine(readText(scheme, Keys::WS_BEFORE_FN_OPEN_BRACE)) : OptionalText()),
       wrapMargin(readWrapMargin(scheme)) {}
 
 }  // namespace Tessel

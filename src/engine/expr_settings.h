@@ -52,6 +52,7 @@ struct ExprSettings : ExtensionSettings {
     MarkSettings ampersand;
     HangingIndents hanging;
     OtherGapTexts otherGaps;
+    OptionalText beforeLambdaBody;  // of several lines, where FORMAT_OTHER_GAPS puts the "{" behind its head
     int wrapMargin = 0;  // 0 where no line is too long
 };
 
