@@ -75,7 +75,8 @@ void addExpressions(std::vector<KeyGuide>& rows) {
                     "Between tokens that no other key is about: a blank between words, behind `return`, "
                     "`new` and `...`, and where words follow what ends in brackets, "
                     "nothing behind `!` and its like, in front of subscripts, `,` and `;`, and at `.` and `->`. "
-                    "Operands of assembler stand as arguments do.",
+                    "Operands of assembler stand as arguments do, and the braces of lambdas behind their heads where "
+                    "those of functions do.",
                     "int f()\n{\n    delete [] p;\n    return(! a [i] && a  ->  b);\n}\n"});
     rows.push_back({set(Keys::WS_AFTER_EXPR_OPEN_PAREN, " "), group, "After \"(\", that of calls too.", call});
     rows.push_back({set(Keys::WS_BEFORE_EXPR_CLOSE_PAREN, " "), group, "Before \")\", that of calls too.", call});
