@@ -153,12 +153,24 @@ void OpenScopes::takeDirectives() {
     while (place_ < text_.size()) {
         const std::size_t start = text_.find_first_not_of(kBlanks, place_);
         if (start == std::string_view::npos || text_[start] != '#') return;
-        std::size_t end = text_.find('\n', start);
-        while (end < text_.size() && text_[end - 1] == '\\') end = text_.find('\n', end + 1);
-        end = std::min(end, text_.size());
+        const std::size_t end = endOfDirective(start);
         takeConditional(text_.substr(start, end - start));
         place_ = std::min(end + 1, text_.size());
     }
+}
+
+// A comment that begins in its last line belongs to it.
+std::size_t OpenScopes::endOfDirective(std::size_t start) const {
+    std::size_t end = text_.find('\n', start);
+    while (end < text_.size() && text_[end - 1] == '\\') end = text_.find('\n', end + 1);
+    end = std::min(end, text_.size());
+    const std::string_view directive = text_.substr(start, end - start);
+    const std::size_t comment = directive.rfind("/*");
+    const bool isOpen = comment != directive.npos && directive.find("*/", comment + 2) == directive.npos &&
+                        directive.substr(0, comment).find("//") == directive.npos;
+    if (!isOpen) return end;
+    const std::size_t closing = std::min(text_.find("*/", end), text_.size());
+    return std::min(text_.find('\n', closing), text_.size());
 }
 
 // What the only branch has opened is open behind the group. Which of several is read, a quick look does not tell.

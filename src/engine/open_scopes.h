@@ -54,6 +54,7 @@ private:
     void closeBrace();
     std::string_view headOfBrace() const;
     void takeDirectives();
+    std::size_t endOfDirective(std::size_t start) const;
     void takeConditional(std::string_view directive);
     bool isAmongItems() const;
     bool startsLine(std::size_t brace) const;

@@ -57,6 +57,8 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
 void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
     if (comment.isOwnLine || comment.standsAlone || comment.column > kRightmostIndent) return;
+    // It belongs to what comes next.
+    if (written[comment.gapStart - 1] == '(') return;
     comment.isBlock = true;
     comment.wideColumn = columnIn(source_, offset, kWideTab);
     if (!isBelowLast(written, comment)) placeOthers(written, comment);

@@ -46,6 +46,7 @@ const std::string kFunction =
 const std::string kTypes =
     "typedef struct\n{\n  int  a; unsigned  long b;\n} pair;\n\n"
     "enum kinds {\n  one, two\n};\n\n"
+    "struct noted // has a {\n{\n  int  a;\n};\n\n"
     "long long last;\n"
     "struct row first = {\n  1\n};\n\n"
     "int  of( struct row* );\n";
@@ -70,6 +71,8 @@ std::vector<LongText> longTexts() {
         {"types", repeated(kTypes), true},
         {"in a class", "class A {\n" + functions + "};\n", false},
         {"in another branch", "#if B\nint b;\n#else\n" + functions + "#endif\n", false},
+        {"below a condition with a comment of two lines",
+         "#ifdef C /* one,\n  two */\n" + functions + "#endif\n", true},
         {"behind a scope that one of two branches opens",
          "#ifdef A\nnamespace a {\n#else\nextern \"C\" {\n#endif\n" + functions + "}\n", false},
         {"between conditions of which one decides for the other",
