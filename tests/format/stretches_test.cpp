@@ -46,7 +46,6 @@ const std::string kFunction =
 const std::string kTypes =
     "typedef struct\n{\n  int  a; unsigned  long b;\n} pair;\n\n"
     "enum kinds {\n  one, two\n};\n\n"
-    "struct noted // has a {\n{\n  int  a;\n};\n\n"
     "long long last;\n"
     "struct row first = {\n  1\n};\n\n"
     "int  of( struct row* );\n";
@@ -69,6 +68,7 @@ std::vector<LongText> longTexts() {
          true},
         {"namespaces, one behind the other", repeated("namespace a {\n" + kFunction + "}\n\n"), true},
         {"types", repeated(kTypes), true},
+        {"types with comments in their heads", repeated("struct A // one\n{\n  int  a;\n};\n\n"), false},
         {"in a class", "class A {\n" + functions + "};\n", false},
         {"in another branch", "#if B\nint b;\n#else\n" + functions + "#endif\n", false},
         {"below a condition with a comment of two lines",
