@@ -100,8 +100,7 @@ bool mayDeclare(Tokens tokens) {
     constexpr std::size_t length = 3;
     if (tokens.size() < length || tokens[0].kind != Cpp::Identifier) return false;
     const int mark = tokens[1].kind;
-    const bool isMark = mark == Cpp::Asterisk || mark == Cpp::Ampersand || mark == Cpp::LogicalAnd;
-    return isMark && tokens[2].kind != Cpp::Number && tokens[2].kind != Cpp::OpenParen;
+    return isAnyMark(mark) && tokens[2].kind != Cpp::Number && tokens[2].kind != Cpp::OpenParen;
 }
 
 // Whether the tokens cannot be anything but an expression, with brackets that match.

@@ -1,6 +1,7 @@
 // char*p        char *p        by the anchor of the mark, in declarations and in casts
 #include "cpp/token_sets.h"
 #include "engine/expr_run.h"
+#include "engine/operator_kinds.h"
 
 namespace Tessel {
 
@@ -8,8 +9,6 @@ namespace {
 
 // A name, or a qualifier in front of one.
 bool isWord(int kind) { return kind >= Cpp::KeywordClass && !Cpp::isComment(kind); }
-
-bool isMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand || kind == Cpp::LogicalAnd; }
 
 }  // namespace
 
@@ -29,7 +28,7 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
     const bool isAtParen = formatsTypeArguments() && run.kindAt(end) == Cpp::OpenParen;
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
-    const bool isByPointer = (isArgument || run.mode == ExprMode::Declaration) && isMark(run.kindAt(end + 1));
+    const bool isByPointer = (isArgument || run.mode == ExprMode::Declaration) && isAnyMark(run.kindAt(end + 1));
     const bool opensDeclarator = isAtParen && isByPointer;
     const bool endsReturnType = isAtParen && isArgument && !isByPointer;  // function<T &(int)>
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;

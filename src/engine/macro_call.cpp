@@ -3,6 +3,7 @@
 #include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "engine/operator_kinds.h"
 
 namespace Tessel {
 
@@ -30,9 +31,6 @@ constexpr bool isDoubtful(int kind) {
     }
 }
 
-// `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
-constexpr bool isMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand || kind == Cpp::LogicalAnd; }
-
 constexpr bool endsLine(int kind) {
     return kind == Cpp::Directive || kind == Cpp::LineComment || kind == Cpp::UnreadBlock;
 }
@@ -55,7 +53,8 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     while (depth > 0) {
         const Trn::Token token = lexer.nextToken();
         const int kind = token.kind;
-        const bool marksType = isMark(kind) && (followsWord || followsMark);
+        // `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
+        const bool marksType = isAnyMark(kind) && (followsWord || followsMark);
         if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType)) return false;
         if (followsMark && !marksType && kind != Cpp::Comma && kind != Cpp::CloseParen) return false;
         followsMark = marksType;

@@ -23,6 +23,9 @@ constexpr bool isOperatorKind(int kind) {
 
 constexpr bool isPointerMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand; }
 
+// The second mark of a reference to what moves, too.
+constexpr bool isAnyMark(int kind) { return isPointerMark(kind) || kind == Cpp::LogicalAnd; }
+
 constexpr bool isLogicalAndOr(int kind) { return kind == Cpp::LogicalAnd || kind == Cpp::LogicalOr; }
 
 using Cpp::isBuiltinTypeKeyword;

@@ -16,7 +16,6 @@ constexpr int kToType = 0;
 constexpr int kToName = 1;
 constexpr int kAsItIs = -1;
 
-bool mayBeMark(int kind) { return kind == Cpp::Asterisk || kind == Cpp::Ampersand || kind == Cpp::LogicalAnd; }
 
 // What a type ends with that no operator follows but seldom.
 bool mayEndType(int kind) {
@@ -33,7 +32,7 @@ std::size_t behind(const Trn::Token& token) { return std::size_t{token.offset} +
 class MarkCount {
 public:
     void pass(const Trn::Token& token) {
-        if (mayBeMark(token.kind) && mayEndType(type_.kind)) {
+        if (isAnyMark(token.kind) && mayEndType(type_.kind)) {
             if (!sawMarks_) marksStart_ = token.offset;
             sawMarks_ = true;
             mark_ = token;
