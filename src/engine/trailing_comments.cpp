@@ -76,11 +76,18 @@ void TrailingComments::finish(std::string& written) { placeLast(written); }
 // Whether the comment that comes next stands in the line behind the last one, and below it in the source.
 bool TrailingComments::isBelowLast(std::string_view written, const Comment& comment) const {
     if (last_.empty() || last_.back().isBlock != comment.isBlock) return false;
-    const bool isInColumn = last_.back().sourceColumn == comment.sourceColumn ||
-                            (comment.isBlock && last_.back().wideColumn == comment.wideColumn);
-    if (!isInColumn && !mayJoinLast(comment)) return false;
+    if (!standsInColumn(comment) && !mayJoinLast(comment)) return false;
     const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
+}
+
+// Whether the source has it in the column of the last one. Block comments that are aligned wherever they stood go by
+// what fits: in a column of the source, they would not stay in it once the code is laid out.
+bool TrailingComments::standsInColumn(const Comment& comment) const {
+    const Comment& last = last_.back();
+    if (!comment.isBlock) return last.sourceColumn == comment.sourceColumn;
+    if (settings_.alignsLineComments) return false;
+    return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;
 }
 
 // Whether one that does not stand below the last one may come to do so.

@@ -65,6 +65,7 @@ private:
     void push(const Comment& comment);
     void placeOthers(std::string& written, Comment& comment);
     bool isBelowLast(std::string_view written, const Comment& comment) const;
+    bool standsInColumn(const Comment& comment) const;
     bool mayJoinLast(const Comment& comment) const;
     int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
