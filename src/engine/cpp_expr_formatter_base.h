@@ -65,6 +65,8 @@ public:
     }
     // Directives are not moved, so that the white space in front of them is theirs.
     bool keepsDirectivePlaces() const { return !directivesLeftMostSet_; }
+    // As the code around them.
+    bool indentsDirectives() const { return directivesLeftMostSet_ && !directivesLeftMost_; }
     // The same for a comment that the output has reached, and for a directive with the white space in front.
     void writeComment(std::string_view text, Zelmor::OIndentBuf& out);
     void writeDirective(std::string_view gap, std::string_view directive, Zelmor::OIndentBuf& out,

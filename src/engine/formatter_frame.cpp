@@ -270,7 +270,7 @@ Cpp::InteriorNode::iterator CppFormatter::findEndOfComments(Cpp::InteriorNode::i
 
 // Of directives.
 bool CppFormatter::staysInItsColumn(const Cpp::SyntaxNode& node) const {
-    if (!Cpp::isDirective(node)) return false;
+    if (!Cpp::isDirective(node) || exprFormatter_.indentsDirectives()) return false;
     const std::string_view front = lineBefore(node);
     return front.empty() || (exprFormatter_.keepsDirectivePlaces() && isAllWhitespace(front));
 }

@@ -105,7 +105,7 @@ const Keyed<bool>& CppFormatter::keepsStatement(const Cpp::CtrlStmtNode& stateme
     return isAnyUnbraced ? settings_.keepsOneLineStatements : settings_.keepsOneLineBlocks;
 }
 
-// `if (a)` and a statement in the next line. What stands on one line already is kept or not.
+// `if (a)` and a statement in the next line. What stands on one line already is kept there, or laid out like that.
 bool CppFormatter::joinsStatement(const Cpp::CtrlStmtNode& statement) const {
     if (!settings_.joinsStatements || isOnOneLine_ || chainingElseIf_ || statement.size() != 1) return false;
     const auto* part = Cpp::as<Cpp::CtrlSubStmtNode>(statement.childBegin()->get());
@@ -113,9 +113,11 @@ bool CppFormatter::joinsStatement(const Cpp::CtrlStmtNode& statement) const {
     const int keyword = part->head()->keyword()->keyword();
     if (keyword != Cpp::KeywordIf && keyword != Cpp::KeywordFor && keyword != Cpp::KeywordWhile) return false;
     const Cpp::BlockNode& body = *part->body();
-    if (body.hasBrackets() || body.size() != 1 || standsOnOneLine(statement)) return false;
+    if (body.hasBrackets() || body.size() != 1) return false;
+    if (settings_.keepsOneLineStatements && standsOnOneLine(statement)) return false;
     const auto* governed = Cpp::as<Cpp::ExprNode>(body.childBegin()->get());
-    if (!governed || !governed->bodies().empty() || !standsOnOneLine(*part->head())) return false;
+    if (!governed || !governed->bodies().empty()) return false;
+    if (keepsLines() && !standsOnOneLine(*part->head())) return false;
     const std::size_t headEnd = offsetOf(source_, part->head()->end());
     const std::size_t start = offsetOf(source_, governed->start()) - 1;
     const std::size_t end = offsetOf(source_, governed->end());
