@@ -37,6 +37,7 @@ std::list<Diagnostic> parse(Cpp::Parser& parser, ParsedText& source) {
     parser.parse(lexer, source.root, messages);
     source.tokens = parser.takeTokens();
     source.conditions = parser.takeConditions();
+    source.hasUnrecognized = !std::ranges::all_of(parser.keptItems(), &Cpp::KeptItem::isMacro);
     messages.remove_if([](const Diagnostic& message) { return message.severity == Warning; });
     return messages;
 }

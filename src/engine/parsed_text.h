@@ -28,11 +28,12 @@ struct ParsedText {
     Cpp::OpaqueTokens opaque;
     std::shared_ptr<const Trn::TokenList> tokens;  // null for what has become of another
     Cpp::RootNode root;
-    KeptRegions regions;         // in order
-    KeptRegions unreadBlocks;    // what the parse has made one token of, in order
+    KeptRegions regions;           // in order
+    KeptRegions unreadBlocks;      // what the parse has made one token of, in order
     Cpp::TakenConditions conditions;
-    SameLines sameLines;         // as in the text that it has come from
-    bool hasOpenRegion = false;  // a protected one that nothing closes
+    SameLines sameLines;           // as in the text that it has come from
+    bool hasOpenRegion = false;    // a protected one that nothing closes
+    bool hasUnrecognized = false;  // what no rule recognises, kept as it is
 };
 
 }  // namespace Tessel

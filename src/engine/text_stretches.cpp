@@ -32,6 +32,14 @@ bool closesConditionalGroups(const ParsedText& text) {
     return open == 0;
 }
 
+// Whether a group that has begun in front of the stretch has another branch that is read.
+bool readsOtherBranch(const Trn::TokenList& tokens, std::size_t start) {
+    for (Trn::TokenList::Index place = 0; place < tokens.size() && tokens.offset(place) < start; ++place) {
+        if (tokens.kind(place) == Cpp::UnreadBlock) return true;
+    }
+    return false;
+}
+
 // The items that a namespace, or what stands in its place, has around it; null where the item is none.
 const Cpp::InteriorNode* itemsOf(const Cpp::SyntaxNode& item) {
     if (const auto* space = Cpp::as<Cpp::NamespaceDeclNode>(&item)) return space->body();
@@ -91,7 +99,9 @@ bool StretchCutter::mayCut() const {
 std::size_t StretchCutter::mostStretches() const { return text_.size() / kLeastStretch + 1; }
 
 bool standsInFrame(const ParsedText& framed, const Stretch& stretch) {
-    if (framed.hasOpenRegion || !closesConditionalGroups(framed)) return false;
+    // How far that goes which is not recognised may depend on what surrounds it.
+    if (framed.hasOpenRegion || framed.hasUnrecognized || !closesConditionalGroups(framed)) return false;
+    if (readsOtherBranch(*framed.tokens, stretch.ahead.size())) return false;
     if (stretch.isLast) return true;
     const std::size_t end = stretch.ahead.size() + trimRight(stretch.text).size();
     const Cpp::SyntaxNode* last = itemEndingAt(framed, end);
