@@ -189,7 +189,8 @@ public:
 // The words of a class head in front of its base clauses, the class key included.
 class ClassNameNode : public VisitableNode<ClassNameNode, NamedLeaf> {
 public:
-    static constexpr int kClass = 0;  // the key: 1 is "struct", 2 "union"
+    static constexpr int kClass = 0;  // the key: 1 is "struct"
+    static constexpr int kUnion = 2;
 
     ClassNameNode(int classKey, LeafText name, Trn::Position start = {}, Trn::Position end = {})
         : VisitableNode(std::move(name), start, end), classKey_(classKey) {}

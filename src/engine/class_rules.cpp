@@ -80,9 +80,10 @@ void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {
 }
 
 const OptionalText& CppFormatter::beforeBrace(const Cpp::ClassHeadNode& head) const {
-    const bool isClass = !head.name() || head.name()->classKey() == Cpp::ClassNameNode::kClass;
-    return isClass ? settings_.classes.beforeOpen
-                   : firstPresent(settings_.beforeStructOpen, settings_.classes.beforeOpen);
+    const int key = head.name() ? head.name()->classKey() : Cpp::ClassNameNode::kClass;
+    if (key == Cpp::ClassNameNode::kClass) return settings_.classes.beforeOpen;
+    const OptionalText& ofStruct = firstPresent(settings_.beforeStructOpen, settings_.classes.beforeOpen);
+    return key == Cpp::ClassNameNode::kUnion ? firstPresent(settings_.beforeUnionOpen, ofStruct) : ofStruct;
 }
 
 void CppFormatter::visit(Cpp::ClassHeadNode* head) {

@@ -51,6 +51,7 @@ public:
     OptionalText beforeLinkageOpen = from_.text(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE);
     OptionalText linkageIndent = from_.indent(Keys::INDENT_LINKAGE_CONTENT);
     OptionalText beforeStructOpen = from_.text(Keys::WS_BEFORE_STRUCT_OPEN_BRACE);
+    OptionalText beforeUnionOpen = from_.text(Keys::WS_BEFORE_UNION_OPEN_BRACE);
     Keyed<bool> keepsNamespaceIndent = from_.isOn(Keys::KEEP_NS_INDENT);
     OptionalText singleIndent = from_.indent(Keys::INDENT_CS_SINGLE);
 

@@ -157,6 +157,9 @@ void addBraces(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_BEFORE_STRUCT_OPEN_BRACE, " "), group,
                     "White space before the \"{\" of a struct or union; absent, that of a class.",
                     "struct A\n{\n    int size;\n};\n", {set(Keys::WS_BEFORE_CLASS_OPEN_BRACE, "\n")}});
+    rows.push_back({set(Keys::WS_BEFORE_UNION_OPEN_BRACE, " "), group,
+                    "White space before the \"{\" of a union; absent, that of a struct.",
+                    "union A\n{\n    int size;\n};\n", {set(Keys::WS_BEFORE_STRUCT_OPEN_BRACE, "\n")}});
     rows.push_back({set(Keys::WS_BEFORE_LINKAGE_OPEN_BRACE, "\n"), group,
                     "White space before the \"{\" of extern \"C\".", linkage});
     rows.push_back({set(Keys::INDENT_LINKAGE_CONTENT, "    "), group, "Indentation of what is between the braces of "
