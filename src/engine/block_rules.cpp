@@ -239,6 +239,13 @@ bool CppFormatter::goesByLabel(const Cpp::BlockNode& block) const {
     return followsLabel && sourceColumnOf(block) <= sourceColumnOf(*lastLabel_);
 }
 
+// again: {   as that of a case, it goes by the column of its label
+bool CppFormatter::standsBehindLabel(const Cpp::BlockNode& block) const {
+    const auto* label = Cpp::as<Cpp::LabelNode>(previousSibling_);
+    const bool mayStay = settings_.beforeCaseOpen.present && !settings_.global.beforeOpen.hasLineFeed();
+    return label && mayStay && block.hasBrackets() && label->end().line == block.start().line;
+}
+
 // Empty lines in front of it stay where they are asked for.
 void CppFormatter::placeBlock(const Cpp::BlockNode& block) {
     const bool keepsLines = settings_.global.keepsBlankLines && settings_.global.beforeOpen.hasLineFeed();
@@ -251,9 +258,10 @@ void CppFormatter::placeBlock(const Cpp::BlockNode& block) {
 }
 
 void CppFormatter::visit(Cpp::BlockNode* block) {
-    const int column = indentColumn();
+    const bool goesByItsLabel = standsBehindLabel(*block);
+    const int column = goesByItsLabel ? columnAfter(indentOfLabels(), 0, out().tabSize()) : indentColumn();
     BaseColumnScope base(*this, column, block);
-    IndentScope indent(out(), indentToColumn(out(), column));
+    IndentScope indent(out(), goesByItsLabel ? indentOfLabels() : indentToColumn(out(), column));
     placeBlock(*block);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {

@@ -131,6 +131,8 @@ private:
     void writeGapBefore(const Cpp::SyntaxNode& node, const OptionalText& wanted);
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
     bool goesByLabel(const Cpp::BlockNode& block) const;
+    bool standsBehindLabel(const Cpp::BlockNode& block) const;
+    std::string indentOfLabels();
     void placeBlock(const Cpp::BlockNode& block);
     std::string_view lineBefore(const Cpp::SyntaxNode& node) const;
     std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;

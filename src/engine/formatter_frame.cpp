@@ -37,6 +37,11 @@ bool isLabel(const Cpp::SyntaxNode& node) {
     return Cpp::as<Cpp::CaseNode>(&node) || Cpp::as<Cpp::AccessSpecNode>(&node) || Cpp::as<Cpp::LabelNode>(&node);
 }
 
+// Whether a statement begins on the line that the block ends on.
+bool startsBehind(const Cpp::BlockNode& block, Cpp::InteriorNode::iterator next, Cpp::InteriorNode::iterator end) {
+    return next != end && (*next)->start().line == block.end().line;
+}
+
 bool isBreak(const Cpp::SyntaxNode& node) {
     const auto* statement = Cpp::as<Cpp::ExprNode>(&node);
     return statement && statement->firstWord() == "break" &&
@@ -214,8 +219,10 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         if (settings_.keepsUnrecognized && furtherNodes.contain(child, !out().keepLeadingSpace())) {
             further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
         }
+        const auto* block = Cpp::as<Cpp::BlockNode>(child->get());
+        const bool isLabelBlock = block && standsBehindLabel(*block) && startsBehind(*block, child + 1, node.childEnd());
         formatChild(**child, isCaseBlock);
-        isCaseBlock = false;
+        isCaseBlock = isLabelBlock;
         if (lastLabel_ == child->get()) {
             child = formatBehindLabel(child, node.childEnd());
             isCaseBlock = Cpp::as<Cpp::BlockNode>(child->get());
@@ -308,7 +315,7 @@ std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
     if (!goesWithLabel(comment)) return out().indent();
     if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(caseIndent());
     if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);
-    return settings_.labelIndent.present ? labelIndent(settings_.labelIndent) : out().indent();
+    return indentOfLabels();
 }
 
 // Between two statements, or declarations, on one line: `a();b();`, also behind `private:`.

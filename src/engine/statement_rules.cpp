@@ -360,10 +360,14 @@ void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
 }
 
 void CppFormatter::visit(Cpp::LabelNode* label) {
-    const OptionalText& wanted = settings_.labelIndent;
-    LabelScope scope(*this, *label, wanted, wanted.present ? labelIndent(wanted) : out().indent());
+    LabelScope scope(*this, *label, settings_.labelIndent, indentOfLabels());
     writer_.copyGap(label->start());
     writeLabel(*label);
+}
+
+std::string CppFormatter::indentOfLabels() {
+    const OptionalText& wanted = settings_.labelIndent;
+    return wanted.present ? labelIndent(wanted) : out().indent();
 }
 
 // What has not been written of a label yet, its ":" among it.
