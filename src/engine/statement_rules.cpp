@@ -44,6 +44,16 @@ bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
     return keywordOf(first) == Cpp::KeywordIf && first->start() == part.body()->start();
 }
 
+// A(x) B(y) {   two macros on a line that govern one block
+bool continuesMacro(const Cpp::CtrlSubStmtNode& part) {
+    if (keywordOf(&part) != Cpp::Identifier || !part.body() || part.body()->hasBrackets()) return false;
+    if (part.body()->size() != 1) return false;
+    const auto* statement = Cpp::as<Cpp::CtrlStmtNode>(part.body()->childBegin()->get());
+    const Cpp::CtrlSubStmtNode* first = statement ? firstPart(*statement) : nullptr;
+    return keywordOf(first) == Cpp::Identifier && first->body() && first->body()->hasBrackets() &&
+           part.head()->end().line == first->start().line;
+}
+
 // The handlers of a function whose body is a "try" block.
 bool followsTryBlock(const Cpp::SyntaxNode* previous, const Cpp::CtrlStmtNode& statement) {
     return previous && keywordOf(firstPart(statement)) == Cpp::KeywordCatch &&
@@ -173,7 +183,7 @@ void CppFormatter::writeElseIfGap(std::string_view gap) {
 }
 
 void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
-    const bool isChain = continuesElseIf(*part);
+    const bool isChain = continuesElseIf(*part) || (settings_.keepsUnrecognized && continuesMacro(*part));
     chainingElseIf_ = false;
     const bool joinsNextPart = std::exchange(joinsNextPart_, false);
     if (part->head()) part->head()->accept(*this);
@@ -181,7 +191,7 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     if (!body) return;
     const BraceSettings& braces = settings_.statements;
     if (isChain) {
-        // The chained "if" is not indented further than the "else".
+        // What is chained is not indented further than what is in front of it.
         const OptionalText noIndent{!out().indent().empty() || !out().keepLeadingSpace(), ""};
         ValueScope<bool> chaining(chainingElseIf_, true);
         formatBlock(*body, braces, noIndent);
