@@ -228,16 +228,12 @@ private:
             return endsOperand(kindAt(tokens_, next)) || isMark(next) ||
                    (next < tokens_.size() && tokens_[next].text().starts_with("::"));
         }
-        if (mode_ == ExprMode::Declaration || open_.back().isInParameters || isInstantiation()) return true;
+        if (mode_ == ExprMode::Declaration || open_.back().isInParameters) return true;
+        // Where types are laid out, nothing is compared in it.
+        if (declaresParameters_ && isInstantiation(tokens_)) return true;
         const std::size_t next = nextPlace(tokens_, place);
         return next >= tokens_.size() || !isOperandStart(tokens_[next]) ||
                startsDeclaration(open_.back().place);
-    }
-
-    // `template A<B> f<C>(D);`, `extern template …`: where types are laid out, nothing is compared in it.
-    bool isInstantiation() const {
-        const std::size_t first = kindAt(tokens_, 0) == Cpp::KeywordExtern ? 1 : 0;
-        return declaresParameters_ && kindAt(tokens_, first) == Cpp::KeywordTemplate;
     }
 
     // Whether a "<" stands behind the text's first word, where `vector<int> v` may be declared in a condition,

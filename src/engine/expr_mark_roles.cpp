@@ -11,8 +11,7 @@ namespace Tessel {
 
 ExprRole RoleFinder::roleOfStar(std::size_t place) const {
     const bool isLogical = kindAt(tokens_, place) == Cpp::LogicalAnd;
-    if (isAmongDeclarators() && (previous_ == kNoToken || previousKind() == Cpp::Comma))
-        return ExprRole::Mark;
+    if (isAmongDeclarators() && startsDeclarator()) return ExprRole::Mark;
     if (previous_ != kNoToken && previousRole() == ExprRole::Mark) return ExprRole::Mark;
     if (previous_ == kNoToken) return isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
     // `f() const &&`, `ref(&&)`
@@ -26,6 +25,12 @@ ExprRole RoleFinder::roleOfStar(std::size_t place) const {
     const bool isByItself = previousRole() == ExprRole::GroupOpen || previousKind() == Cpp::Assign;
     if (isLogical && isByItself) return ExprRole::UnaryOperator;
     return followsOperand(place) || isLogical ? ExprRole::BinaryOperator : ExprRole::UnaryOperator;
+}
+
+// `*a, *b`, and behind a macro: `*a, FAR *b`. What a declarator begins with is multiplied by nothing.
+bool RoleFinder::startsDeclarator() const {
+    if (previous_ == kNoToken || previousKind() == Cpp::Comma) return true;
+    return previousKind() == Cpp::Identifier && kindAt(tokens_, beforePrevious_) == Cpp::Comma;
 }
 
 // `(a && ...)`, `constant<(a && ...)>`, as opposed to the parameters of a template's argument:

@@ -216,7 +216,9 @@ inline void RoleFinder::extendSegment(const ExprToken& token) {
     }
     // `this T&& self`
     const bool isObject = kind == Cpp::KeywordThis && segment_.isTypeSoFar && !segment_.sawType;
-    const bool isModifier = isObject || (kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion);
+    const bool startsInstantiation = kind == Cpp::KeywordTemplate && !segment_.sawType;
+    const bool isModifier =
+        isObject || startsInstantiation || (kind >= Cpp::KeywordClass && kind <= Cpp::KeywordUnion);
     if (kind == Cpp::KeywordNew) {
         segment_.isTypeSoFar = true;
         segment_.sawType = false;

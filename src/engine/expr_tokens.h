@@ -131,6 +131,12 @@ inline bool isPack(const ExprTokens& tokens, std::size_t place) {
            kindAt(tokens, place + 2) == Cpp::Dot;
 }
 
+// `template A<B> f<C>(D);`, `extern template …`
+inline bool isInstantiation(const ExprTokens& tokens) {
+    const std::size_t first = kindAt(tokens, 0) == Cpp::KeywordExtern ? 1 : 0;
+    return kindAt(tokens, first) == Cpp::KeywordTemplate;
+}
+
 // How a text is read: as an expression; as a declaration in which marks and names stand behind types; as the
 // part of a data declaration behind its type, `a[10], *b = 0`; or as the end of a head that begins with the type it
 // returns, `T & override`.

@@ -14,7 +14,9 @@ class RoleFinder {
 public:
     RoleFinder(ExprTokens& tokens, ExprMode mode, LambdaParameters parameters)
         : tokens_(tokens), mode_(mode), readsTypes_(parameters == LambdaParameters::Declared),
-          isInReturnType_(mode == ExprMode::ReturnedType && readsTypes_) {}
+          isInReturnType_(mode == ExprMode::ReturnedType && readsTypes_) {
+        if (readsTypes_ && isInstantiation(tokens)) mode_ = ExprMode::Declaration;
+    }
 
     void run();
 
@@ -41,6 +43,7 @@ private:
     bool opensAggregate() const { return previous_ != kNoToken && previousKind() == Cpp::Assign; }
     bool followsRequirement() const;
     // Outside all brackets of the text behind a type.
+    bool startsDeclarator() const;
     bool isAmongDeclarators() const { return mode_ == ExprMode::Declarators && outer_.empty() && braces_ == 0; }
     // A ":" of a bit field, as opposed to that of a conditional expression.
     bool introducesWidth() const { return isAmongDeclarators() && !segment_.sawQuestion; }
