@@ -47,7 +47,9 @@ bool startsOperand(int kind) {
 
 bool isNamedAsType(const ExprTokens& tokens, std::size_t open) {
     const std::size_t name = nextPlace(tokens, open);
-    return nextPlace(tokens, name) == tokens[open].partner && tokens[name].text().ends_with("_t");
+    constexpr std::string_view ending = "_t";
+    const std::string_view text = name < tokens.size() ? tokens[name].text() : std::string_view();
+    return nextPlace(tokens, name) == tokens[open].partner && text.size() > ending.size() && text.ends_with(ending);
 }
 
 Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {

@@ -195,8 +195,9 @@ const OptionalText* CppExprFormatter::wantedAtRole(const Run& run, std::size_t p
     }
 }
 
-// Of what the previous token ends: a cast, or "delete[]".
+// Of what the previous token ends right in front: a cast, or "delete[]".
 const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::size_t place) const {
+    if (run.previous + 1 != place) return nullptr;  // a comment stands there
     switch (run.previousKind()) {
         case Cpp::CloseParen:
             if (!startsCastOperand(run.tokens, run.previous, place)) return nullptr;
@@ -268,6 +269,7 @@ const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::siz
     }
     switch (run.previousKind()) {
         case Cpp::Identifier: {
+            if (Cpp::isOperatorWord(run.tokens[run.previous].text())) return nullptr;  // a and (b)
             // The name in front is a type.
             if (run.mode == ExprMode::Declaration && opensDeclarator(run.tokens, place)) return nullptr;
             // `defined(A)` is no call, so that a blank is not wanted in it.
