@@ -141,12 +141,22 @@ int HangingLines::columnOfMember(const Level& level) const {
     const bool isAssigned = level.element.operand != kNone && !level.isReturned;
     if (!chains_ && level.element.chain != kNone) return level.element.chain;
     const OptionalText& hang = chains_ ? indents_.operand : indents_.wrap;
+    if (const int column = columnBehindSign(level); column != kNone) return columnAfter(hang.text, column, tabSize_);
     if (level.element.later != kNone) return columnAfter(hang.text, level.element.later, tabSize_);
     if (!chains_) return wrapped(columnOfElement(level));
     if (const int column = columnBehindOperand(level); column != kNone) return column;
     if (isAssigned) return columnAfter(indents_.operand.text, level.element.operand, tabSize_);
     if (level.kind == Level::Kind::Statement) return wrapped(level.base);
     return columnAfter(indents_.operand.text, level.element.start, tabSize_);
+}
+
+// Of what the operators in front of an operand are applied to, `!a`; kNone where there are none.
+int HangingLines::columnBehindSign(const Level& level) const {
+    const bool hangsFromStatement = indents_.fromStatement && level.kind == Level::Kind::Statement;
+    if (!chains_ || hangsFromStatement || level.operandStart == kNoToken) return kNone;
+    std::size_t place = level.operandStart;
+    while (place < tokens_.size() && tokens_[place].role == ExprRole::UnaryOperator) place = nextPlace(tokens_, place);
+    return place == level.operandStart || place >= tokens_.size() ? kNone : columns_[place];
 }
 
 // In the first operand of a chain: behind where the further lines of that stand. kNone for other operands.
@@ -276,15 +286,16 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (level.awaitsLater) element.later = column;
     if (!element.choices.empty() && element.choices.back() == kNone) element.choices.back() = column;
     element.choice = kNone;
+    if (startsLine) element.memberLine = isMemberAccess(kind) && !startsElement ? column : kNone;
     level.awaitsOperand = awaitsValue(token);
     level.awaitsLater = token.role == ExprRole::BinaryOperator && !level.awaitsOperand && !isMemberAccess(kind);
     if (level.awaitsLater) {
-        element.later = element.chain = kNone;
+        element.later = element.chain = element.memberLine = kNone;
         level.lastOperator = place;
     }
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
-        element.operand = element.later = element.chain = element.shift = kNone;
+        element.operand = element.later = element.chain = element.memberLine = element.shift = kNone;
         element.questions.clear();
         element.choices.clear();
         element.otherwise = kNone;
@@ -346,10 +357,14 @@ void HangingLines::open(std::size_t place) {
     level.lineColumn = isRow ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
     level.contents = columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
-    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].kind == Cpp::OpenParen)) {
+    if (level.contents == kNone && chains_ && !isBody) {
         level.call = columnOfCall(outer);
-        if (level.call == kNone && isInFirst) level.call = outer.call;
+        const bool isInSingle = outer.kind == Level::Kind::Braces && !isOneOfMany && !outer.startedLine;
+        if (level.call == kNone && (isInFirst || isInSingle)) level.call = outer.call;
+    }
+    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].kind == Cpp::OpenParen)) {
         if (level.call != kNone) level.contents = wrapped(level.call);
+        if (level.contents == kNone && isInFirst) level.contents = outer.contents;
         if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
     }
     levels_.push_back(level);
@@ -437,8 +452,8 @@ int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
     const std::size_t next = nextPlace(tokens_, tokens_[open].partner);
     const bool isMember = isMemberAccess(kindAt(tokens_, next)) && !isPack(tokens_, next);
     if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMember) return kNone;
-    const bool isInMemberLine = outer.element.chain != kNone && outer.element.chain == lineColumn_;
-    const int operand = isInMemberLine ? outer.element.chain : outer.element.columnOfOperand();
+    const bool isInMemberLine = outer.element.memberLine != kNone && outer.element.memberLine == lineColumn_;
+    const int operand = isInMemberLine ? lineColumn_ : outer.element.columnOfOperand();
     return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);
 }
 

@@ -81,6 +81,7 @@ private:
         int operand = kNone;         // the first behind "=" or "return"
         int later = kNone;           // the last operand that stands behind an operator
         int chain = kNone;           // of its first "." or "->"
+        int memberLine = kNone;      // of the line, where that begins with a "." or "->"
         int shift = kNone;           // of its first "<<" or ">>"
         std::vector<int> questions;  // of each "?" whose ":" has not come
         std::vector<int> choices;    // of the operands behind these
@@ -123,6 +124,7 @@ private:
     bool followsMacroCall() const;
     bool endsInComma(std::size_t close) const;
     int columnOfMember(const Level& level) const;
+    int columnBehindSign(const Level& level) const;
     int columnBehindOperand(const Level& level) const;
     int columnInChain(std::size_t place) const;
     int indented(int column, int depth) const;
