@@ -436,6 +436,8 @@ int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int co
 
 // From where the arguments hang of a call that is part of an operation; kNone for others.
 int HangingLines::columnOfCall(const Level& outer) const {
+    const bool isInMemberLine = outer.element.memberLine != kNone && outer.element.memberLine == lineColumn_;
+    if (isInMemberLine && outer.kind == Level::Kind::List) return lineColumn_;
     if (outer.element.later != kNone) {
         const OperandChains::Chain* chain = chains_->of(outer.lastOperator);
         const bool isOnlyShift = isShift(tokens_[outer.lastOperator]) && chain && chain->operators == 1;
