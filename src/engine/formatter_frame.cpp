@@ -220,7 +220,8 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
             further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
         }
         const auto* block = Cpp::as<Cpp::BlockNode>(child->get());
-        const bool isLabelBlock = block && standsBehindLabel(*block) && startsBehind(*block, child + 1, node.childEnd());
+        const bool isLabelBlock =
+            block && standsBehindLabel(*block) && startsBehind(*block, child + 1, node.childEnd());
         formatChild(**child, isCaseBlock);
         isCaseBlock = isLabelBlock;
         if (lastLabel_ == child->get()) {
