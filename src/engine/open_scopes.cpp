@@ -240,6 +240,14 @@ std::string OpenScopes::closing() const {
     return lines;
 }
 
+std::vector<std::string_view> OpenScopes::groups() const {
+    std::vector<std::string_view> directives;
+    for (const Open& open : open_) {
+        if (open.kind != Kind::Namespace) directives.push_back(open.head);
+    }
+    return directives;
+}
+
 std::string OpenScopes::emptyItem() const {
     const std::string head(isBehindType() ? itemHead_ : "void f()");
     return head + " {\n}" + std::string(itemTail_) + '\n';

@@ -25,6 +25,8 @@ public:
     // What opens the namespaces and conditional groups around the place, in lines, and what closes them.
     std::string opening() const;
     std::string closing() const;
+    // The directives that have begun the groups.
+    std::vector<std::string_view> groups() const;
     bool isBehindType() const { return !itemTail_.empty(); }
     bool isInNamespace() const {
         return std::ranges::any_of(open_, [](const Open& open) { return open.kind == Kind::Namespace; });

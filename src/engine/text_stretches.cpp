@@ -1,6 +1,8 @@
 #include "engine/text_stretches.h"
 
 #include <algorithm>
+#include <iterator>
+#include <string>
 #include <utility>
 
 #include "cpp/directive_text.h"
@@ -32,12 +34,10 @@ bool closesConditionalGroups(const ParsedText& text) {
     return open == 0;
 }
 
-// Whether a group that has begun in front of the stretch has another branch that is read.
-bool readsOtherBranch(const Trn::TokenList& tokens, std::size_t start) {
-    for (Trn::TokenList::Index place = 0; place < tokens.size() && tokens.offset(place) < start; ++place) {
-        if (tokens.kind(place) == Cpp::UnreadBlock) return true;
-    }
-    return false;
+// Whether a branch of the group had to be chosen, for brackets that do not match in all of them.
+bool isChosenFrom(std::string_view group, const Cpp::TakenConditions& conditions) {
+    const std::string condition = Cpp::testedCondition(group);
+    return conditions.contains(condition.substr(condition.starts_with('!') ? 1 : 0));
 }
 
 // The items that a namespace, or what stands in its place, has around it; null where the item is none.
@@ -72,10 +72,13 @@ bool isOver(const Cpp::SyntaxNode& item, char last) {
 std::optional<Stretch> StretchCutter::next() {
     if (start_ == text_.size()) return std::nullopt;
     const std::size_t start = start_;
+    std::vector<std::string_view> groups = scopes_.groups();
     const bool isCut = goToCut();
     start_ = isCut ? scopes_.place() : text_.size();
-    Stretch stretch{text_.substr(start, start_ - start), std::exchange(ahead_, {}), {}, stretches_++, !isCut};
+    Stretch stretch{text_.substr(start, start_ - start), std::exchange(ahead_, {}), {}, std::move(groups),
+                    stretches_++, !isCut};
     if (isCut) {
+        std::ranges::copy(scopes_.groups(), std::back_inserter(stretch.groups));
         stretch.behind = scopes_.closing();
         ahead_ = scopes_.opening().append(scopes_.emptyItem());
     }
@@ -101,7 +104,8 @@ std::size_t StretchCutter::mostStretches() const { return text_.size() / kLeastS
 bool standsInFrame(const ParsedText& framed, const Stretch& stretch) {
     // How far that goes which is not recognised may depend on what surrounds it.
     if (framed.hasOpenRegion || framed.hasUnrecognized || !closesConditionalGroups(framed)) return false;
-    if (readsOtherBranch(*framed.tokens, stretch.ahead.size())) return false;
+    const auto isChosen = [&](std::string_view group) { return isChosenFrom(group, framed.conditions); };
+    if (std::ranges::any_of(stretch.groups, isChosen)) return false;
     if (stretch.isLast) return true;
     const std::size_t end = stretch.ahead.size() + trimRight(stretch.text).size();
     const Cpp::SyntaxNode* last = itemEndingAt(framed, end);

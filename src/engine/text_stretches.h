@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/open_scopes.h"
 #include "engine/parsed_text.h"
@@ -25,9 +26,10 @@ namespace Tessel {
 //     }                  and what closes the namespace.
 struct Stretch {
     std::string_view text;
-    std::string ahead;   // of the frame; nothing for the first stretch
-    std::string behind;  // nothing for the last one
-    std::size_t number = 0;  // in their order, from 0 on
+    std::string ahead;                     // of the frame; nothing for the first stretch
+    std::string behind;                    // nothing for the last one
+    std::vector<std::string_view> groups;  // the directives that begin those which the frame has a part of
+    std::size_t number = 0;                // in their order, from 0 on
     bool isLast = false;
 };
 
