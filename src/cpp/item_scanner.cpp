@@ -186,7 +186,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         // EXPORT(int)
         // f(int a) PURE;
         const bool isTyped = followsMacroCall(seen.start) && !isUpperCase(name.text);
-        if (findsMacros_ && isTyped && endOfAnnotations(following) != kNone) return function;
+        // module_exit(stop)
+        // LICENSE("GPL");
+        const bool isMacroBelow = isLater && kind(next(following)) == OpenParen;
+        if (findsMacros_ && isTyped && !isMacroBelow && endOfAnnotations(following) != kNone) return function;
         // static DEFINE(name)
         //     aligned(64);
         const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
