@@ -1,5 +1,7 @@
 #include "engine/define_tabs.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 
 #include "cpp/directive_text.h"
@@ -28,6 +30,27 @@ std::string_view aheadOfValue(std::string_view line) {
     return value == line.npos ? std::string_view() : line.substr(0, value);
 }
 
+// Whether a directive goes on behind the line that has been read last, by a splice or in a comment.
+class OpenLine {
+public:
+    bool goesOn() const { return inComment_ || endsInSplice_; }
+
+    void read(std::string_view line) {
+        std::size_t open = inComment_ ? 0 : line.find("/*");
+        inComment_ = false;
+        while (open != line.npos && !inComment_) {
+            const std::size_t close = line.find("*/", open);
+            inComment_ = close == line.npos;
+            if (!inComment_) open = line.find("/*", close);
+        }
+        endsInSplice_ = line.ends_with('\\');
+    }
+
+private:
+    bool inComment_ = false;
+    bool endsInSplice_ = false;
+};
+
 // The columns of values, for tabs of one size.
 class ValueColumns {
 public:
@@ -48,28 +71,33 @@ bool DefineTabs::mayTell(std::string_view directive) {
 }
 
 int DefineTabs::sizeAt(std::size_t place) {
-    if (place < linesStart_ || place >= linesEnd_) readLinesAround(place);
-    return size_;
+    if (!isRead_) readText();
+    const auto behind = std::ranges::upper_bound(wide_, place, {}, &Lines::start);
+    return behind != wide_.begin() && place < std::prev(behind)->end ? kUsualTabSize : tabSize_;
 }
 
-void DefineTabs::readLinesAround(std::size_t place) {
-    linesStart_ = lineStartOf(text_, place);
-    while (linesStart_ > 0) {
-        const std::size_t above = lineStartOf(text_, linesStart_ - 1);
-        if (!isDirective(lineAt(text_, above))) break;
-        linesStart_ = above;
-    }
+void DefineTabs::readText() {
+    isRead_ = true;
+    std::size_t mark = text_.find('#');
+    while (mark != text_.npos) mark = text_.find('#', readLines(lineStartOf(text_, mark)));
+}
+
+// Says where the lines of macros end that begin there, or else the one line.
+std::size_t DefineTabs::readLines(std::size_t start) {
     ValueColumns asInScheme(tabSize_);
     ValueColumns asUsual(kUsualTabSize);
-    linesEnd_ = linesStart_;
+    OpenLine last;
+    std::size_t place = start;
     do {
-        const std::string_view line = lineAt(text_, linesEnd_);
-        const std::string_view ahead = aheadOfValue(line);
+        const std::string_view line = lineAt(text_, place);
+        const std::string_view ahead = last.goesOn() ? std::string_view() : aheadOfValue(line);
         if (!ahead.empty()) asInScheme.add(ahead);
         if (!ahead.empty()) asUsual.add(ahead);
-        linesEnd_ += line.size() + 1;
-    } while (linesEnd_ < text_.size() && isDirective(lineAt(text_, linesEnd_)));
-    size_ = asUsual.count() < asInScheme.count() ? kUsualTabSize : tabSize_;
+        last.read(line);
+        place += line.size() + 1;
+    } while (place < text_.size() && (last.goesOn() || isDirective(lineAt(text_, place))));
+    if (asUsual.count() < asInScheme.count()) wide_.push_back({start, place});
+    return place;
 }
 
 }  // namespace Tessel

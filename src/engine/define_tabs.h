@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 namespace Tessel {
 
@@ -17,17 +18,22 @@ public:
 
     // A macro that no tab indents behind its "#": those are the scheme's.
     static bool mayTell(std::string_view directive);
-    // Of the lines around the one in which that place is. They are read once for all places in them.
+    // Of the lines among which that place is.
     int sizeAt(std::size_t place);
 
 private:
-    void readLinesAround(std::size_t place);
+    struct Lines {
+        std::size_t start;
+        std::size_t end;
+    };
+
+    void readText();
+    std::size_t readLines(std::size_t start);
 
     std::string_view text_;
     int tabSize_;
-    int size_ = 0;  // that of the lines, which begin and end there
-    std::size_t linesStart_ = 0;
-    std::size_t linesEnd_ = 0;
+    bool isRead_ = false;
+    std::vector<Lines> wide_;  // those that have been written with wider tabs than the scheme's
 };
 
 }  // namespace Tessel

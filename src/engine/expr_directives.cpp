@@ -30,6 +30,14 @@ private:
     int saved_;
 };
 
+// Further lines that stay as they are may be indented by tabs of the scheme.
+bool isLaidOutFromFirstLine(std::string_view directive) {
+    const std::size_t lineEnd = directive.find('\n');
+    if (lineEnd >= directive.size() - 1) return true;
+    const TextExtent value = partsOf(directive).expression;
+    return value.length > 0 && value.offset < lineEnd;
+}
+
 }  // namespace
 
 bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& out) {
@@ -43,12 +51,12 @@ bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& o
 // Where tabs become blanks, what stood in one column with the tabs of the source still does.
 std::optional<int> CppExprFormatter::tabSizeOf(std::string_view directive, const OIndentBuf& out) {
     const bool mayDiffer = settings_.formatsDirectives && out.tabMode() == Zelmor::TabsToSpaces;
-    const bool isLine = directive.find('\n') >= directive.size() - 1;
-    if (!mayDiffer || !isLine || directive.find('\t') == directive.npos) return std::nullopt;
+    if (!mayDiffer || directive.find('\t') == directive.npos) return std::nullopt;
     if (!DefineTabs::mayTell(directive)) return std::nullopt;
     const std::optional<std::size_t> place = sourceColumns().offsetInDocument(directive);
     const int size = place ? defineTabs_.sizeAt(*place) : tabSize();
-    return size == tabSize() ? std::nullopt : std::optional(size);
+    if (size == tabSize() || !isLaidOutFromFirstLine(directive)) return std::nullopt;
+    return size;
 }
 
 bool CppExprFormatter::layOutText(std::string_view directive, OIndentBuf& out) {
