@@ -1,7 +1,6 @@
 #include "engine/trailing_comments.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "engine/columns.h"
@@ -156,7 +155,7 @@ void TrailingComments::placeParts(std::string& written) {
         parts.back().push_back(comment);
         push(comment);
     }
-    for (const Comments& part : std::views::reverse(parts)) place(part, written);
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) place(*part, written);
 }
 
 // Block comments stay as they are where one would leave the margin.
