@@ -91,7 +91,8 @@ private:
         int listColumn = 0;      // of the first element
         bool hasElements = false;
         bool holdsRows = false;  // of an initializer
-        bool isShortList = false;  // values in braces, on one line
+        bool holdsValues = false;  // in braces
+        bool isShortList = false;  // the same on one line
         bool isOnOneLine = false;
         struct ElementScope;
         std::unique_ptr<ElementScope> elements;
@@ -166,7 +167,7 @@ private:
     void writeComma(Run& run);
     SeparatorSpacing spacingOf(const Group& group) const;
     const CommaTexts* commasOf(const Group& group) const;
-    const OptionalText* inListBraces(const Run& run, const OptionalText* other) const;
+    const OptionalText* inListBraces(const Run& run, const Group& group, const OptionalText* other) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;

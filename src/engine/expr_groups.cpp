@@ -51,11 +51,10 @@ void CppExprFormatter::openGroup(Run& run) {
         }
     }
     const bool isRequirement = run.previous == 0 && run.mode == ExprMode::Expression;  // { a + b } -> same_as<T>
-    group.isShortList = group.isBraced() && !isRequirement &&
-                        open.start.line == run.tokens[group.close].lastLine() &&
-                        !opensBlock(run.tokens, run.previous);
+    group.holdsValues = group.isBraced() && !isRequirement && !opensBlock(run.tokens, run.previous);
+    group.isShortList = group.holdsValues && open.start.line == run.tokens[group.close].lastLine();
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
-    run.after = group.isShortList ? inListBraces(run, afterOpen(group)) : afterOpen(group);
+    run.after = inListBraces(run, group, afterOpen(group));
     run.groups.push_back(std::move(group));
 }
 
@@ -104,7 +103,7 @@ void CppExprFormatter::closeGroup(Run& run) {
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
-    const OptionalText* wanted = group.isShortList ? inListBraces(run, beforeClose(group)) : beforeClose(group);
+    const OptionalText* wanted = inListBraces(run, group, beforeClose(group));
     const bool isEmpty = group.isShortList && run.tokens[group.close].partner + 1 == group.close;
     if (isEmpty && settings_.inEmptyBraces.present) return run.sweep.writeGapWith(settings_.inEmptyBraces);
     const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
@@ -179,9 +178,13 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 }
 
 // { 1, 2 }: what is to stand in the next gap, inside of such braces, for which another key may have something too.
-// Lists below each other may be in columns.
-const OptionalText* CppExprFormatter::inListBraces(const Run& run, const OptionalText* other) const {
-    const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
+// Lists below each other may be in columns, as may the lines of one.
+const OptionalText* CppExprFormatter::inListBraces(const Run& run, const Group& group,
+                                                   const OptionalText* other) const {
+    const std::string_view gap = run.sweep.gap();
+    const bool isInLine = group.isShortList || (!isPresent(other) && isBlanks(gap) && !isColumnGap(gap));
+    if (!group.holdsValues || !isInLine) return other;
+    const bool isInColumns = keepsColumns() && isColumnGap(gap);
     const bool isBehindComma = run.previousKind() == Cpp::Comma;
     const bool counts = settings_.inListBraces.present ? !isInColumns && !isBehindComma : !other;
     return counts ? &settings_.inListBraces : other;

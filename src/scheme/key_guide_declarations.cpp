@@ -64,8 +64,8 @@ void addFunctions(std::vector<KeyGuide>& rows) {
     rows.push_back({set(Keys::WS_IN_EMPTY_BRACES, ""), group, "Inside braces that hold nothing, and stay on one line.",
                     "void f() { }\n", {set(Keys::KEEP_ONE_LINE_FUNCTIONS, 1)}});
     rows.push_back({set(Keys::WS_IN_LIST_BRACES, ""), group,
-                    "Behind the \"{\" and in front of the \"}\" of lists of values that stand on one line. Where that "
-                    "is nothing, nothing stands between a name and the \"{\" behind it either.",
+                    "Behind the \"{\" and in front of the \"}\" of lists of values, on the same line. Where that is "
+                    "nothing, nothing stands between a name and the \"{\" behind it either.",
                     "int a[][2] = {{ 1, 2 }, { 3, 4 }};\nT b = f({ a });\n"});
     rows.push_back({set(Keys::WS_BEFORE_ELLIPSIS, ""), group,
                     "Between a type, or an expression, and the \"...\" that makes a pack of it.",
