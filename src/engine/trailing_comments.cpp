@@ -1,7 +1,6 @@
 #include "engine/trailing_comments.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -129,76 +128,45 @@ int TrailingComments::columnIn(std::string_view text, std::size_t offset, int ta
 }
 
 void TrailingComments::placeLast(std::string& written) {
-    if (mayMove(last_) || !settings_.alignsLineComments) {
-        place(last_, written);
-    } else {
-        placeParts(written);
+    const int column = columnForLast();
+    // Where one would leave the margin, they stay as they are.
+    const auto isPushedOut = [&](const Comment& comment) {
+        return comment.column < column && column + comment.length > columns_.margin;
+    };
+    const bool mayMove = columns_.margin <= 0 || last_.empty() || !last_.back().isBlock ||
+                         std::ranges::none_of(last_, isPushedOut);
+    const auto isAstray = [column](const Comment& comment) { return comment.column != column; };
+    const auto first = mayMove ? std::ranges::find_if(last_, isAstray) : last_.end();
+    if (first != last_.end()) {
+        const std::size_t start = first->gapStart;
+        const std::string tail = written.substr(start);
+        written.resize(start);
+        std::size_t copied = start;
+        for (auto comment = first; comment != last_.end(); ++comment) {
+            if (!isAstray(*comment)) continue;
+            written.append(tail, copied - start, comment->gapStart - copied);
+            written += blanksTo(column, comment->codeEnd);
+            copied = comment->gapEnd;
+        }
+        written.append(tail, copied - start);
     }
-    forgetLast();
-}
-
-void TrailingComments::forgetLast() {
     last_.clear();
     lastColumn_ = 0;
     lastLength_ = 0;
 }
 
-// Those that do not fit in one column stand in several, as they would if they did not begin below each other. From the
-// last one, as what stands in front of the others does not move then.
-void TrailingComments::placeParts(std::string& written) {
-    std::vector<Comments> parts;
-    for (const Comment& comment : std::exchange(last_, {})) {
-        if (last_.empty() || !mayJoinLast(comment)) {
-            parts.emplace_back();
-            forgetLast();
-        }
-        parts.back().push_back(comment);
-        push(comment);
-    }
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part) place(*part, written);
-}
-
-// Block comments stay as they are where one would leave the margin.
-bool TrailingComments::mayMove(const Comments& comments) const {
-    const int column = columnFor(comments);
-    const auto isPushedOut = [&](const Comment& comment) {
-        return comment.column < column && column + comment.length > columns_.margin;
-    };
-    return columns_.margin <= 0 || comments.empty() || !comments.back().isBlock ||
-           std::ranges::none_of(comments, isPushedOut);
-}
-
-void TrailingComments::place(const Comments& comments, std::string& written) const {
-    if (!mayMove(comments)) return;
-    const int column = columnFor(comments);
-    const auto isAstray = [column](const Comment& comment) { return comment.column != column; };
-    const auto first = std::ranges::find_if(comments, isAstray);
-    if (first == comments.end()) return;
-    const std::size_t start = first->gapStart;
-    const std::string tail = written.substr(start);
-    written.resize(start);
-    std::size_t copied = start;
-    for (auto comment = first; comment != comments.end(); ++comment) {
-        if (!isAstray(*comment)) continue;
-        written.append(tail, copied - start, comment->gapStart - copied);
-        written += blanksTo(column, comment->codeEnd);
-        copied = comment->gapEnd;
-    }
-    written.append(tail, copied - start);
-}
-
 // The least column that is far enough behind all code; where columns of blanks are kept, as far as it was.
-int TrailingComments::columnFor(const Comments& comments) const {
+int TrailingComments::columnForLast() const {
     int column = 0;
     int kept = kRightmostIndent;
     int codeEnd = 0;
-    for (const Comment& comment : comments) {
+    for (const Comment& comment : last_) {
         if (comment.isOwnLine) continue;
         column = std::max(column, columnOf(comment));
         codeEnd = std::max(codeEnd, comment.codeEnd);
         kept = std::min(kept, comment.width());
     }
-    const bool keepsWidth = !comments.empty() && comments.back().isBlock && !settings_.alignsLineComments;
+    const bool keepsWidth = !last_.empty() && last_.back().isBlock && !settings_.alignsLineComments;
     if (keepsWidth) return codeEnd + kept;
     return settings_.keepsColumns ? std::max(column, codeEnd + kept) : column;
 }

@@ -69,14 +69,10 @@ private:
     bool mayJoinLast(const Comment& comment) const;
     int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
-    void forgetLast();
-    void placeParts(std::string& written);
-    bool mayMove(const Comments& comments) const;
-    void place(const Comments& comments, std::string& written) const;
     int codeColumnBelow(std::size_t offset);
     int columnIn(std::string_view text, std::size_t offset) const;
     static int columnIn(std::string_view text, std::size_t offset, int tabSize);
-    int columnFor(const Comments& comments) const;
+    int columnForLast() const;
     std::string blanksTo(int column, int from) const;
 
     Columns columns_;
