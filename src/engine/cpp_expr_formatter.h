@@ -168,6 +168,7 @@ private:
     SeparatorSpacing spacingOf(const Group& group) const;
     const CommaTexts* commasOf(const Group& group) const;
     const OptionalText* inListBraces(const Run& run, const Group& group, const OptionalText* other) const;
+    bool isNarrowGap(const Run& run) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;

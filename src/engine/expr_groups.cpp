@@ -54,7 +54,8 @@ void CppExprFormatter::openGroup(Run& run) {
     group.holdsValues = group.isBraced() && !isRequirement && !opensBlock(run.tokens, run.previous);
     group.isShortList = group.holdsValues && open.start.line == run.tokens[group.close].lastLine();
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
-    run.after = inListBraces(run, group, afterOpen(group));
+    run.after = afterOpen(group);
+    if (group.holdsValues) run.after = inListBraces(run, group, run.after);
     run.groups.push_back(std::move(group));
 }
 
@@ -103,7 +104,8 @@ void CppExprFormatter::closeGroup(Run& run) {
 }
 
 void CppExprFormatter::writeClosingGap(Run& run, const Group& group) {
-    const OptionalText* wanted = inListBraces(run, group, beforeClose(group));
+    const OptionalText* wanted = beforeClose(group);
+    if (group.holdsValues) wanted = inListBraces(run, group, wanted);
     const bool isEmpty = group.isShortList && run.tokens[group.close].partner + 1 == group.close;
     if (isEmpty && settings_.inEmptyBraces.present) return run.sweep.writeGapWith(settings_.inEmptyBraces);
     const bool losesGap = !group.hasElements && (isPresent(run.after) || isPresent(wanted));
@@ -181,13 +183,18 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 // Lists below each other may be in columns, as may the lines of one.
 const OptionalText* CppExprFormatter::inListBraces(const Run& run, const Group& group,
                                                    const OptionalText* other) const {
-    const std::string_view gap = run.sweep.gap();
-    const bool isInLine = group.isShortList || (!isPresent(other) && isBlanks(gap) && !isColumnGap(gap));
-    if (!group.holdsValues || !isInLine) return other;
-    const bool isInColumns = keepsColumns() && isColumnGap(gap);
+    if (!group.isShortList && (isPresent(other) || !isNarrowGap(run))) return other;
+    const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
     const bool isBehindComma = run.previousKind() == Cpp::Comma;
     const bool counts = settings_.inListBraces.present ? !isInColumns && !isBehindComma : !other;
     return counts ? &settings_.inListBraces : other;
+}
+
+// Whether the next gap is a blank at most, or would be if its tab were one.
+bool CppExprFormatter::isNarrowGap(const Run& run) const {
+    const std::string_view gap = run.sweep.gap();
+    const int column = run.sweep.column();
+    return isBlanks(gap) && columnAfter(gap, column, tabSize()) <= column + 1;
 }
 
 const OptionalText* CppExprFormatter::afterOpen(const Group& group) const {
