@@ -32,8 +32,8 @@ bool beginsItem(int kind) {
     }
 }
 
-// `static char id[] = "…"` in a branch that nobody reads: a literal without a ";", an #endif, and then a name or a type,
-// which no expression goes on with.
+// `static char id[] = "…"` in a branch that nobody reads: a literal without a ";", an #endif, and then a name or a
+// type, which no expression goes on with.
 bool beginsBehindBranch(const Trn::TokenBuffer& tokens, std::size_t end, std::size_t place) {
     const int kind = tokens.kindAt(place);
     if (tokens.kindAt(end - 1) != StringLiteral || (kind != Identifier && !isTypeWord(kind))) return false;

@@ -14,11 +14,12 @@ namespace Tessel {
 
 namespace {
 
-// In characters. What a stretch takes while it is laid out fits into the cache of a processor. Shorter texts are not cut.
+// In characters. What a stretch takes while it is laid out fits into the cache of a processor. A text of less than two
+// is not cut.
 constexpr std::size_t kStretch = std::size_t{64} << 10;
 
-// Towards the end of the text, stretches are a part of what is left, so that all threads come to their ends at about the
-// same time; but none is so short that what is read of its frame would count.
+// Towards the end of the text, stretches are a part of what is left, so that all threads come to their ends at about
+// the same time; but none is so short that what is read of its frame would count.
 constexpr std::size_t kPartsOfRest = 8;
 constexpr std::size_t kLeastStretch = std::size_t{16} << 10;
 

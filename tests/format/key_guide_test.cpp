@@ -55,12 +55,11 @@ private:
 // that are too long in its source.
 bool isNeverTold(std::string_view key) {
     for (const std::string_view part :
-         {"_VERSION", "TAB_SIZE", "CONVERT_WS", "TABS_IN_", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT", "WRAP_WHOLE",
-          "WRAP_BY_WEIGHT",
-          "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS", "FORMAT_DIRECTIVES",
-          "FORMAT_MACRO_", "FROM_DIRECTIVE", "LINE_SPLICES", "LINE_COMMENTS",
-          "HANGING_", "KEEP_UNRECOGNIZED",
-          "WS_AROUND_PASTE", "ANCHORS_FROM", "KEEP_REGION_INDENT", "KEEP_FOREIGN_REGIONS", "KEEP_LINE_INDENT", "DATA_ONLY"}) {
+         {"_VERSION", "TAB_SIZE", "CONVERT_WS", "TABS_IN_", "LINE_WRAP", "WRAP_ST", "WRAP_INDENT", "WRAP_LAST_RESORT",
+          "WRAP_WHOLE", "WRAP_BY_WEIGHT", "INDENT_FROM_LINE", "FN_DO_NOT_FORMAT", "FORMAT_TYPE_ARGUMENTS",
+          "FORMAT_DIRECTIVES", "FORMAT_MACRO_", "FROM_DIRECTIVE", "LINE_SPLICES", "LINE_COMMENTS", "HANGING_",
+          "KEEP_UNRECOGNIZED", "WS_AROUND_PASTE", "ANCHORS_FROM", "KEEP_REGION_INDENT", "KEEP_FOREIGN_REGIONS",
+          "KEEP_LINE_INDENT", "DATA_ONLY"}) {
         if (key.find(part) != std::string_view::npos) return true;
     }
     return false;
