@@ -17,19 +17,6 @@ using Zelmor::OIndentBuf;
 
 namespace {
 
-// Tabs of that size, for the time of a scope.
-class TabSizeScope {
-public:
-    TabSizeScope(OIndentBuf& out, int tabSize) : out_(out), saved_(out.tabSize()) { out_.setTabSize(tabSize); }
-    TabSizeScope(const TabSizeScope&) = delete;
-    TabSizeScope& operator=(const TabSizeScope&) = delete;
-    ~TabSizeScope() { out_.setTabSize(saved_); }
-
-private:
-    OIndentBuf& out_;
-    int saved_;
-};
-
 // Further lines that stay as they are may be indented by tabs of the scheme.
 bool isLaidOutFromFirstLine(std::string_view directive) {
     const std::size_t lineEnd = directive.find('\n');
@@ -43,7 +30,7 @@ bool isLaidOutFromFirstLine(std::string_view directive) {
 bool CppExprFormatter::layOutDirective(std::string_view directive, OIndentBuf& out) {
     const std::optional<int> tabSize = tabSizeOf(directive, out);
     if (!tabSize) return layOutText(directive, out);
-    const TabSizeScope tabsOfSource(out, *tabSize);
+    const Zelmor::TabSizeScope tabsOfSource(out, *tabSize);
     if (!layOutText(directive, out)) writeInPlace(directive, InnerBlanks::Convert, out);
     return true;
 }

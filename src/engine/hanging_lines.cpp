@@ -150,10 +150,14 @@ int HangingLines::columnOfMember(const Level& level) const {
     return columnAfter(indents_.operand.text, level.element.start, tabSize_);
 }
 
+bool HangingLines::hangsFromOperand(const Level& level) const {
+    const bool hangsFromStatement = indents_.fromStatement && level.kind == Level::Kind::Statement;
+    return !hangsFromStatement && level.operandStart != kNoToken;
+}
+
 // Of what the operators in front of an operand are applied to, `!a`; kNone where there are none.
 int HangingLines::columnBehindSign(const Level& level) const {
-    const bool hangsFromStatement = indents_.fromStatement && level.kind == Level::Kind::Statement;
-    if (!chains_ || hangsFromStatement || level.operandStart == kNoToken) return kNone;
+    if (!chains_ || !hangsFromOperand(level)) return kNone;
     std::size_t place = level.operandStart;
     while (place < tokens_.size() && tokens_[place].role == ExprRole::UnaryOperator) place = nextPlace(tokens_, place);
     return place == level.operandStart || place >= tokens_.size() ? kNone : columns_[place];
@@ -161,8 +165,7 @@ int HangingLines::columnBehindSign(const Level& level) const {
 
 // In the first operand of a chain: behind where the further lines of that stand. kNone for other operands.
 int HangingLines::columnBehindOperand(const Level& level) const {
-    const bool hangsFromStatement = indents_.fromStatement && level.kind == Level::Kind::Statement;
-    if (hangsFromStatement || level.operandStart == kNoToken) return kNone;
+    if (!hangsFromOperand(level)) return kNone;
     const OperandChains::Chain* chain = chains_->startingWith(level.operandStart);
     return chain ? indented(columns_[chain->start], chains_->depthOf(*chain) + 1) : kNone;
 }

@@ -124,6 +124,7 @@ private:
     bool followsMacroCall() const;
     bool endsInComma(std::size_t close) const;
     int columnOfMember(const Level& level) const;
+    bool hangsFromOperand(const Level& level) const;
     int columnBehindSign(const Level& level) const;
     int columnBehindOperand(const Level& level) const;
     int columnInChain(std::size_t place) const;

@@ -115,4 +115,17 @@ private:
     bool saved_;
 };
 
+// Another tab size, for the time of a scope.
+class TabSizeScope {
+public:
+    TabSizeScope(OIndentBuf& out, int tabSize) : out_(out), saved_(out.tabSize()) { out_.setTabSize(tabSize); }
+    TabSizeScope(const TabSizeScope&) = delete;
+    TabSizeScope& operator=(const TabSizeScope&) = delete;
+    ~TabSizeScope() { out_.setTabSize(saved_); }
+
+private:
+    OIndentBuf& out_;
+    int saved_;
+};
+
 }  // namespace Zelmor
