@@ -174,7 +174,7 @@ void CppFormatter::formatEmptyBlock(Cpp::BracketedNode& node, const BraceSetting
 bool CppFormatter::staysBehindBrace(const Cpp::SyntaxNode& first, const OptionalText& afterOpen) const {
     if (!afterOpen.hasLineFeed() || !isCommentAtLineEnd(first)) return false;
     const std::string_view text = source_.text().substr(0, offsetOf(source_, first.start()) - 1);
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1).ends_with('{');
+    return text.substr(0, kBlanks.skipBackIn(text)).ends_with('{');
 }
 
 // Whether the node is a comment behind which nothing stands on its line.
@@ -182,8 +182,8 @@ bool CppFormatter::isCommentAtLineEnd(const Cpp::SyntaxNode& node) const {
     const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
     if (!comment || comment->protectedRegion()) return false;
     const std::string_view behind = source_.text().substr(offsetOf(source_, comment->end()));
-    const std::size_t next = behind.find_first_not_of(kBlanks);
-    return comment->isLineComment() || (next != std::string_view::npos && behind[next] == '\n');
+    const std::size_t next = kBlanks.skipIn(behind);
+    return comment->isLineComment() || (next < behind.size() && behind[next] == '\n');
 }
 
 void CppFormatter::writeClosingGap(Cpp::BracketedNode& node, const BraceSettings& braces,

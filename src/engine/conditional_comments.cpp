@@ -21,7 +21,7 @@ struct Place {
 // Where the line begins that the "#" is the first text of; kNone for another "#".
 std::size_t lineOfHash(std::string_view source, std::size_t hash) {
     std::size_t start = hash;
-    while (start > 0 && kBlanks.find(source[start - 1]) != kBlanks.npos) --start;
+    while (start > 0 && kBlanks.holds(source[start - 1])) --start;
     return start == 0 || source[start - 1] == '\n' ? start : kNone;
 }
 
@@ -29,7 +29,7 @@ std::size_t lineOfHash(std::string_view source, std::size_t hash) {
 
 bool ConditionalComments::standsByEnd(std::size_t offset) {
     const std::size_t lineStart = lineStartOf(source_, offset);
-    const std::size_t text = source_.find_first_not_of(kBlanks, lineStart);
+    const std::size_t text = kBlanks.skipIn(source_, lineStart);
     if (text >= offset || !source_.substr(text).starts_with("#else")) return false;
     if (!isRead_) read();
     return offsets_.contains(offset);

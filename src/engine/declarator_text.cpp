@@ -7,19 +7,18 @@
 #include "cpp/token_kind.h"
 #include "engine/expr_tokens.h"
 #include "engine/operator_kinds.h"
+#include "textstream/char_set.h"
 
 namespace Tessel {
 
 namespace {
 
-constexpr const char* kGapCharacters = " \t\n";
+constexpr Zelmor::CharSet kGapCharacters(" \t\n");
+// What may follow a name.
+constexpr Zelmor::CharSet kBehindName("[,( \t\n/#\\");
 
 // A comment, a directive or a splice, which keeps the white space in front of it.
 bool beginsTrivia(char c) { return c == '/' || c == '#' || c == '\\'; }
-
-std::size_t skipBlanks(std::string_view text, std::size_t place) {
-    return std::min(text.find_first_not_of(kGapCharacters, place), text.size());
-}
 
 // Behind the first "]", or 0 when there is none.
 std::size_t firstBracketEnd(std::string_view text) {
@@ -70,15 +69,15 @@ bool holdsStatements(std::string_view declarators) {
 }
 
 std::string_view gapBehindName(std::string_view declarator) {
-    const std::size_t nameEnd = std::min(declarator.find_first_of("[,( \t\n/#\\"), declarator.size());
-    const std::size_t next = skipBlanks(declarator, nameEnd);
+    const std::size_t nameEnd = kBehindName.findIn(declarator);
+    const std::size_t next = kGapCharacters.skipIn(declarator, nameEnd);
     const bool isPlace = next == declarator.size() || declarator[next] == '[';
     return isPlace ? declarator.substr(nameEnd, next - nameEnd) : std::string_view();
 }
 
 std::string_view gapBehindBracket(std::string_view declarator) {
     const std::size_t end = firstBracketEnd(declarator);
-    const std::size_t next = skipBlanks(declarator, end);
+    const std::size_t next = kGapCharacters.skipIn(declarator, end);
     if (end == 0 || (next < declarator.size() && beginsTrivia(declarator[next]))) return {};
     return declarator.substr(end, next - end);
 }

@@ -24,10 +24,10 @@ bool isDirective(std::string_view line) { return trimLeft(line).starts_with('#')
 std::string_view aheadOfValue(std::string_view line) {
     if (!DefineTabs::mayTell(trimLeft(line))) return {};
     const std::size_t word = line.find("define") + std::string_view("define").size();
-    const std::size_t name = line.find_first_not_of(kBlanks, word);
-    const std::size_t tab = name == line.npos ? line.npos : line.find('\t', name);
-    const std::size_t value = tab == line.npos ? line.npos : line.find_first_not_of(kBlanks, tab);
-    return value == line.npos ? std::string_view() : line.substr(0, value);
+    const std::size_t name = kBlanks.skipIn(line, word);
+    const std::size_t tab = std::min(line.find('\t', name), line.size());
+    const std::size_t value = kBlanks.skipIn(line, tab);
+    return value == line.size() ? std::string_view() : line.substr(0, value);
 }
 
 // Whether a directive goes on behind the line that has been read last, by a splice or in a comment.

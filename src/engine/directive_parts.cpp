@@ -183,7 +183,7 @@ bool namesHeader(const Trn::Token& token) {
 // Behind "#if".
 DirectiveParts partsOfCondition(Tokens tokens) {
     const Tokens condition = withoutTrailingTrivia(tokens);
-    if (!isExpression(condition) || std::any_of(condition.begin(), condition.end(), namesHeader)) return {};
+    if (condition.size() < 2 || !isExpression(condition) || std::any_of(condition.begin(), condition.end(), namesHeader)) return {};
     return {{}, extentOf(condition), {}, true};
 }
 
@@ -205,6 +205,8 @@ DirectiveParts partsOfMacro(Tokens tokens, bool holdsHash) {
     const std::size_t start = endOf(tokens[body - 1]);
     if (expression.empty() || (!takesParameters && mayBeName(expression))) return parts;
     const TextExtent whole{start, endOf(expression.back()) - start};
+    // One token alone has no gaps that anything could be done to.
+    if (expression.size() == 1 && !holdsHash) return parts;
     if (declaresList(expression) && !holdsStatements(expression)) return parts;
     if (isExpression(expression) && !mayDeclare(expression)) {
         (holdsHash ? parts.body : parts.expression) = holdsHash ? whole : extentOf(expression);
@@ -262,8 +264,8 @@ std::string withPasteGaps(std::string_view directive, std::string_view gap) {
         for (std::size_t found = word.find("##"); found != word.npos; found = word.find("##", found + 2)) {
             const std::size_t place = token.offset + found;
             const std::string_view front = directive.substr(0, place);
-            const std::size_t start = std::max(front.find_last_not_of(kBlanks) + 1, written);
-            const std::size_t end = std::min(directive.find_first_not_of(kBlanks, place + 2), directive.size());
+            const std::size_t start = std::max(kBlanks.skipBackIn(front), written);
+            const std::size_t end = kBlanks.skipIn(directive, place + 2);
             const bool isPlain = start > written && mayStandAtPaste(directive[start - 1]) &&
                                  end < directive.size() && mayStandAtPaste(directive[end]);
             if (!isPlain) continue;

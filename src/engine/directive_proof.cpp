@@ -52,8 +52,8 @@ bool haveSameLines(std::string_view one, std::string_view other) {
         if (end == one.size() || end == other.size()) return one.size() == other.size();
         one.remove_prefix(end + 1);
         other.remove_prefix(end + 1);
-        one.remove_prefix(std::min(one.find_first_not_of(kBlanks), one.size()));
-        other.remove_prefix(std::min(other.find_first_not_of(kBlanks), other.size()));
+        one.remove_prefix(kBlanks.skipIn(one));
+        other.remove_prefix(kBlanks.skipIn(other));
     }
 }
 

@@ -422,7 +422,7 @@ void CppFormatter::copyThrough(const Cpp::SyntaxNode& node) {
 
 // Where the text is the blanks in front of a ";", no more than the ";" is left to be written.
 std::string_view CppFormatter::writeGapBeforeEnd(std::string_view text) {
-    const std::size_t blanks = std::min(text.find_first_not_of(kBlanks), text.size());
+    const std::size_t blanks = kBlanks.skipIn(text);
     const bool isEnd = blanks > 0 && text.substr(blanks) == ";";
     if (!settings_.formatsOtherGaps || !isEnd) return text;
     writer_.replace(text.substr(0, blanks), WantedText("", settings_.formatsOtherGaps.key));

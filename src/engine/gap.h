@@ -1,22 +1,23 @@
 #pragma once
 
-#include <algorithm>
 #include <string>
 #include <string_view>
+
+#include "textstream/char_set.h"
 
 // The text between two tokens: white space, comments and directives. A gap is lexed only when it holds anything
 // but white space. The edits never take away the line end that a line comment or a directive needs.
 namespace Tessel {
 
 // What is white space within a line.
-inline constexpr std::string_view kBlanks = " \t";
+inline constexpr Zelmor::CharSet kBlanks(" \t");
 
 // What isspace accepts in the C locale.
 constexpr bool isWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isAllWhitespace(std::string_view text);
 // White space within a line, or nothing.
 inline bool isBlanks(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t'; });
+    return kBlanks.skipIn(text) == text.size();
 }
 
 // White space with a line end in it, and nothing else.

@@ -11,7 +11,7 @@ namespace Tessel {
 namespace {
 
 std::string_view withoutBlanksAtEnd(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+    return text.substr(0, kBlanks.skipBackIn(text));
 }
 
 bool isSplice(std::string_view comment) { return comment.starts_with('\\'); }
@@ -59,8 +59,7 @@ void LineEnds::passRegions(std::size_t offset) {
         sides_.goTo(region_->start);
         writeCode(sides_.resultPlace());
         sides_.passUpTo(region_->end);
-        const std::size_t end = result_.find_first_not_of(kBlanks, sides_.resultPlace());
-        copyTo(std::min(end, result_.size()));
+        copyTo(kBlanks.skipIn(result_, sides_.resultPlace()));
     }
 }
 
@@ -80,8 +79,8 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
 // Whether the comment ends its only line, and may move. Where columns are kept, each stays in its own.
 bool LineEnds::alignsBlock(std::string_view comment) const {
     if (settings_.keepsColumns || !comment.starts_with("/*")) return false;
-    const std::size_t end = result_.find_first_not_of(kBlanks, sides_.resultPlace());
-    const bool endsLine = end != std::string_view::npos && result_[end] == '\n';
+    const std::size_t end = kBlanks.skipIn(result_, sides_.resultPlace());
+    const bool endsLine = end < result_.size() && result_[end] == '\n';
     return endsLine && comment.find('\n') == std::string_view::npos;
 }
 

@@ -1,22 +1,18 @@
 #include "engine/open_scopes.h"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 
 #include "cpp/directive_text.h"
 #include "engine/gap.h"
+#include "textstream/char_set.h"
 
 namespace Tessel {
 
 namespace {
 
 // What the walk has to look at.
-constexpr auto kMarks = [] {
-    std::array<bool, 256> marks{};
-    for (const char mark : std::string_view("{}\"'/\n")) marks[static_cast<unsigned char>(mark)] = true;
-    return marks;
-}();
+constexpr Zelmor::CharSet kMarks("{}\"'/\n");
 
 template <typename Items, typename Test>
 auto findLast(Items& items, const Test& isWanted) {
@@ -54,15 +50,12 @@ bool isTypeTail(std::string_view tail) {
 }  // namespace
 
 bool OpenScopes::goToEndOfItem() {
-    while (place_ < text_.size() && !isLost_) {
-        const char character = text_[place_];
-        if (!kMarks[static_cast<unsigned char>(character)]) {
-            ++place_;
-            continue;
-        }
-        const std::size_t mark = place_;
+    while (!isLost_) {
+        const std::size_t mark = kMarks.findIn(text_, place_);
+        place_ = mark;
+        if (mark == text_.size()) return false;
         takeMark();
-        if (character == '}' && isAmongItems() && startsLine(mark) && takeEndOfItem()) return true;
+        if (text_[mark] == '}' && isAmongItems() && startsLine(mark) && takeEndOfItem()) return true;
     }
     return false;
 }
@@ -143,16 +136,16 @@ void OpenScopes::closeBrace() {
 // What stands in front of the brace on its line, or on the one that comes before it.
 std::string_view OpenScopes::headOfBrace() const {
     const std::size_t length = std::min(place_, kLookBehind);
-    std::string_view before = text_.substr(place_ - length, length);
-    before = trimRight(before.substr(before.find_last_of("{};") + 1));
-    return trimLeft(before.substr(lineStartOf(before, before.size())));
+    const std::string_view before = trimRight(text_.substr(place_ - length, length));
+    const std::string_view line = before.substr(lineStartOf(before, before.size()));
+    return trimLeft(line.substr(line.find_last_of("{};") + 1));
 }
 
 // Those at the start of a line, and right behind them. What they hold is of no account.
 void OpenScopes::takeDirectives() {
     while (place_ < text_.size()) {
-        const std::size_t start = text_.find_first_not_of(kBlanks, place_);
-        if (start == std::string_view::npos || text_[start] != '#') return;
+        const std::size_t start = kBlanks.skipIn(text_, place_);
+        if (start == text_.size() || text_[start] != '#') return;
         const std::size_t end = endOfDirective(start);
         takeConditional(text_.substr(start, end - start));
         place_ = std::min(end + 1, text_.size());
@@ -209,8 +202,8 @@ bool OpenScopes::isAmongItems() const {
 }
 
 bool OpenScopes::startsLine(std::size_t brace) const {
-    const std::size_t code = text_.substr(0, brace).find_last_not_of(kBlanks);
-    return code == std::string_view::npos || text_[code] == '\n';
+    const std::size_t start = kBlanks.skipBackIn(text_.substr(0, brace));
+    return start == 0 || text_[start - 1] == '\n';
 }
 
 // Behind the "}".

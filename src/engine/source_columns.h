@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "engine/columns.h"
+#include "engine/gap.h"
+#include "textstream/char_set.h"
 #include "textstream/text_document.h"
 
 namespace Tessel {
@@ -30,7 +32,7 @@ public:
         if (!isPartOfDocument(piece)) return -1;
         const std::size_t lineStart = document_->offsetOf(document_->positionOf(offsetOf(piece)).line, 0);
         const std::string_view line = document_->text().substr(lineStart);
-        return columnAfter(line.substr(0, line.find_first_not_of(" \t")), 0, tabSize_);
+        return columnAfter(line.substr(0, kBlanks.skipIn(line)), 0, tabSize_);
     }
 
     // The same of the piece; negative where it stands too far to the right to count.
@@ -44,9 +46,10 @@ public:
     // Whether nothing but white space stands in front of the piece on its line.
     bool startsLine(std::string_view piece) const {
         if (!isPartOfDocument(piece)) return true;
-        const std::string_view before = document_->text().substr(0, offsetOf(piece));
-        const std::size_t last = before.find_last_not_of(" \t\v\f\r");
-        return last == std::string_view::npos || before[last] == '\n';
+        constexpr Zelmor::CharSet blanks(" \t\v\f\r");
+        const std::string_view text = document_->text();
+        const std::size_t start = blanks.skipBackIn(text.substr(0, offsetOf(piece)));
+        return start == 0 || text[start - 1] == '\n';
     }
 
     // Where a view of the document starts.

@@ -22,7 +22,7 @@ public:
     // The tabs and blanks in front of the current one, where it is the first of its line.
     std::optional<std::string_view> indent() const {
         const std::string_view before = text_.substr(0, place_);
-        const std::size_t start = before.find_last_not_of(kBlanks) + 1;
+        const std::size_t start = kBlanks.skipBackIn(before);
         if (start > 0 && before[start - 1] != '\n') return {};
         return before.substr(start);
     }
@@ -46,7 +46,7 @@ std::string withIndentsOfSource(std::string_view source, std::string_view result
     for (std::size_t start = 0; start < result.size();) {
         const std::size_t end = std::min(result.find('\n', start), result.size() - 1) + 1;
         const std::string_view line = result.substr(start, end - start);
-        const std::string_view indent = line.substr(0, std::min(line.find_first_not_of(kBlanks), line.size()));
+        const std::string_view indent = line.substr(0, kBlanks.skipIn(line));
         const std::string_view rest = line.substr(indent.size());
         const std::optional<std::string_view> found = characters.indent();
         const bool isAsWide = found && columnAfter(*found, 0, tabSize) == columnAfter(indent, 0, tabSize);

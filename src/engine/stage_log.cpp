@@ -35,10 +35,9 @@ void tell(LayoutObserver& observer, KeyId key, const Zelmor::TextDocument& sourc
 }
 
 void tellLine(LayoutObserver& observer, const Zelmor::TextDocument& source, std::string_view line, std::size_t start) {
-    const std::size_t last = line.find_last_not_of(kBlanks);
-    const std::size_t end = last == std::string_view::npos ? 0 : last + 1;
+    const std::size_t end = kBlanks.skipBackIn(line);
     tell(observer, Keys::STRIP_TRAILING_WS, source, start + end, end == line.size());
-    const std::size_t indent = std::min(line.find_first_not_of(kBlanks), line.size());
+    const std::size_t indent = kBlanks.skipIn(line);
     const std::string_view front = line.substr(0, indent);
     if (indent == line.size() || indent < 2) {
         if (!front.starts_with('\t')) return;

@@ -119,8 +119,8 @@ bool areSameTokens(const TokenBoundary& boundary) {
 }  // namespace
 
 bool splicesTokens(std::string_view front, std::string_view behind) {
-    const std::size_t start = behind.find_first_not_of(kBlanks);
-    if (!front.ends_with('\n') || start == behind.npos) return false;
+    const std::size_t start = kBlanks.skipIn(behind);
+    if (!front.ends_with('\n') || start == behind.size()) return false;
     const std::string_view line = trimRight(front.substr(0, front.size() - 1));
     if (!line.ends_with('\\') || line.size() < 2) return false;
     const std::string_view before = line.substr(line.size() - 2, 1);

@@ -15,7 +15,7 @@ constexpr int kNoCode = -1;
 constexpr int kWideTab = 8;
 
 std::size_t textStart(std::string_view text, std::size_t from) {
-    return std::min(text.find_first_not_of(" \t", from), text.size());
+    return kBlanks.skipIn(text, from);
 }
 
 }  // namespace
