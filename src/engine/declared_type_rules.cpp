@@ -88,7 +88,7 @@ void CppFormatter::writeType(std::string_view type, const OptionalText& whitespa
     const std::string_view words = trimRight(type);
     const bool isOnOneLine = words.find('\n') == words.npos && !writer_.holdsOpaque(type);
     const bool formatsWords = settings_.formatsOtherGaps && !isMade && isOnOneLine &&
-                              (words.find("  ") != words.npos || words.find('\t') != words.npos);
+                              holdsColumnGap(words);
     // Those in front of a word stand against the type or, as the source has them, apart.
     const bool holdsMarks = settings_.formatsTypeArguments && !isMade && isOnOneLine && holdsAnyOf<'*'>(words) &&
                             exprFormatter_.settings().asterisk.anchor == kAnchoredToType;

@@ -60,8 +60,8 @@ int write(std::ostream& out, std::vector<std::string> parts) {
 
 int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream& out,
                       std::list<Diagnostic>& diagnostics, UpdateFunctor& progress) const {
-    ParsedText source(in);
-    const FormatOptions options = optionsFor(source.text.text(), given);
+    Zelmor::LineFeedText text(in);
+    const FormatOptions options = optionsFor(text.text(), given);
     const FormatStages stages(options, passes_);
     if (!progress(kAnalyzing)) return cancel(diagnostics);
     // Only a text that has been read in full can be gone through again from its start.
@@ -69,9 +69,10 @@ int FormatJob::format(const FormatOptions& given, std::istream& in, std::ostream
     // What is observed has places in the whole text. Whether all of a text can be formatted is known only when its
     // stretches are laid out: who is asked then whether to go on can still have nothing written.
     if (!observer_) {
-        std::vector<std::string> parts = StretchedText(stages, source.text.text()).layOut(tasks_);
+        std::vector<std::string> parts = StretchedText(stages, text.text()).layOut(tasks_);
         if (!parts.empty()) return progress(kFormatting) ? write(out, std::move(parts)) : cancel(diagnostics);
     }
+    ParsedText source(std::move(text));
     if (auto messages = stages.read(source); !messages.empty()) return moveTo(diagnostics, std::move(messages));
     if (!progress(kFormatting)) return cancel(diagnostics);
     const std::string result = stages.layOut(source, observer_);

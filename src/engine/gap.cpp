@@ -84,10 +84,16 @@ std::string onOneLine(std::string_view text) {
     return result;
 }
 
-bool isColumnGap(std::string_view text) {
-    return text.size() > (text.starts_with('\t') ? 0 : 1) &&
-           text.find_first_not_of(" \t") == std::string_view::npos;
+bool holdsColumnGap(std::string_view text) {
+    char former = '\0';
+    for (const char c : text) {
+        if (c == '\t' || (c == ' ' && former == ' ')) return true;
+        former = c;
+    }
+    return false;
 }
+
+bool isColumnGap(std::string_view text) { return text.size() > (text.starts_with('\t') ? 0 : 1) && isBlanks(text); }
 
 bool startsWithLineEndToken(std::string_view text) {
     return firstLineEndTokenEnd(text) > 0;

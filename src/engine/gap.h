@@ -42,6 +42,8 @@ std::string withBlankLines(std::string_view wanted, std::string_view blanks);
 // The text with blanks for its line ends.
 std::string onOneLine(std::string_view text);
 
+// Whether a tab, or blanks that follow each other, stand anywhere in the text.
+bool holdsColumnGap(std::string_view text);
 // Nothing but blanks that bring what follows into a column: a tab, or several.
 bool isColumnGap(std::string_view text);
 

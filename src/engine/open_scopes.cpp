@@ -13,6 +13,11 @@ namespace {
 
 // What the walk has to look at.
 constexpr Zelmor::CharSet kMarks("{}\"'/\n");
+// What parts items, apart from their text.
+constexpr Zelmor::CharSet kItemEnds("{};");
+// What stands in no head of a type, and what in no tail.
+constexpr Zelmor::CharSet kNoTypeHead("=(/");
+constexpr Zelmor::CharSet kNoTypeTail("(){}[]<>=,:\"'/#\\");
 
 template <typename Items, typename Test>
 auto findLast(Items& items, const Test& isWanted) {
@@ -38,13 +43,12 @@ bool isNamespaceHead(std::string_view head) {
 bool isTypeHead(std::string_view head) {
     constexpr std::string_view keys[] = {"class ", "struct ", "union ", "enum ", "typedef "};
     const bool hasKey = std::ranges::any_of(keys, [&](std::string_view key) { return head.starts_with(key); });
-    return hasKey && head.find_first_of("=(/") == std::string_view::npos;
+    return hasKey && kNoTypeHead.findIn(head) == head.size();
 }
 
 // `} name;`, without the brace.
 bool isTypeTail(std::string_view tail) {
-    constexpr std::string_view others = "(){}[]<>=,:\"'/#\\";
-    return tail.find(';') + 1 == tail.size() && tail.find_first_of(others) == std::string_view::npos;
+    return tail.find(';') + 1 == tail.size() && kNoTypeTail.findIn(tail) == tail.size();
 }
 
 }  // namespace
@@ -138,7 +142,7 @@ std::string_view OpenScopes::headOfBrace() const {
     const std::size_t length = std::min(place_, kLookBehind);
     const std::string_view before = trimRight(text_.substr(place_ - length, length));
     const std::string_view line = before.substr(lineStartOf(before, before.size()));
-    return trimLeft(line.substr(line.find_last_of("{};") + 1));
+    return trimLeft(line.substr(kItemEnds.findBackIn(line)));
 }
 
 // Those at the start of a line, and right behind them. What they hold is of no account.

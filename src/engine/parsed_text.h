@@ -3,6 +3,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "cpp/conditional_groups.h"
 #include "cpp/nodes.h"
@@ -17,6 +18,7 @@ namespace Tessel {
 // A text in memory with its tree. The text stays where it is, so that positions and views hold.
 struct ParsedText {
     explicit ParsedText(std::istream& in) : text(in) {}
+    explicit ParsedText(Zelmor::LineFeedText content) : text(std::move(content)) {}
     // What has become of another, whose tree goes along: only white space differs.
     ParsedText(ParsedText& former, std::string content);
 

@@ -26,7 +26,12 @@ public:
         while (from < text.size() && holds(text[from])) ++from;
         return from;
     }
-    // The place behind the last other character; 0 where there is none.
+    // The place behind the last one, and that behind the last other character; 0 where there is none.
+    constexpr std::size_t findBackIn(std::string_view text) const {
+        std::size_t end = text.size();
+        while (end > 0 && !holds(text[end - 1])) --end;
+        return end;
+    }
     constexpr std::size_t skipBackIn(std::string_view text) const {
         std::size_t end = text.size();
         while (end > 0 && holds(text[end - 1])) --end;

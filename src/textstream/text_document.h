@@ -6,7 +6,10 @@
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "textstream/line_feed_text.h"
 
 namespace Zelmor {
 
@@ -16,14 +19,13 @@ struct TextPosition {
     int column = 0;
 };
 
-// One text in one piece of memory, with all line ends made line feeds, and a table of where its lines start.
+// One text in one piece of memory, with all line ends line feeds, and a table of where its lines start.
 // Views of the text live as long as the document.
 class TextDocument {
 public:
-    // CR LF and a lone CR each become one LF.
-    explicit TextDocument(std::string text);
-    // All that remains in the stream. The text of a ViewStream is borrowed where it has no CR.
-    explicit TextDocument(std::istream& in);
+    explicit TextDocument(LineFeedText text);
+    explicit TextDocument(std::string text) : TextDocument(LineFeedText(std::move(text))) {}
+    explicit TextDocument(std::istream& in) : TextDocument(LineFeedText(in)) {}
     TextDocument(const TextDocument&) = delete;
     TextDocument& operator=(const TextDocument&) = delete;
 
@@ -54,12 +56,9 @@ public:
 private:
     void findLineStarts();
 
-    std::string own_;  // nothing while another's text is borrowed
-    std::string_view text_;
+    LineFeedText content_;
+    std::string_view text_;  // of the content
     std::vector<std::uint32_t> lineStarts_;
 };
-
-// Reads everything that remains, in big blocks. A failure to read sets the stream's badbit.
-std::string readAll(std::istream& in);
 
 }  // namespace Zelmor
