@@ -98,6 +98,7 @@ public:
     Keyed<bool> stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
     OptionalText beforeLineComment = from_.lineText(Keys::WS_BEFORE_LINE_COMMENT);
     Keyed<bool> alignsLineComments = from_.isOn(Keys::ALIGN_LINE_COMMENTS);
+    Keyed<bool> alignsAssignments = from_.isOn(Keys::ALIGN_ASSIGNMENTS);
 
     Keyed<bool> indentsFromLine = from_.isOn(Keys::INDENT_FROM_LINE);
     OptionalText betweenStatements = from_.text(Keys::WS_BETWEEN_STATEMENTS);

@@ -7,6 +7,7 @@
 #include "cpp/lexer.h"
 #include "cpp/parser.h"
 #include "cpp/token_kind.h"
+#include "engine/assignment_columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/cpp_pre_formatter.h"
 #include "engine/gap.h"
@@ -154,6 +155,9 @@ std::string FormatStages::format(ParsedText& source, LayoutObserver* observer) c
 
 // The source with other white space, its line ends put in order.
 std::string FormatStages::withLineEnds(const ParsedText& source, std::string result) const {
+    if (extensions_.alignsAssignments) {
+        result = withAssignmentColumns(columns_, source.text.text(), source.regions, std::move(result));
+    }
     if (!LineEnds::areWanted(extensions_)) return result;
     return LineEnds(extensions_, columns_, source.text.text(), source.opaque, source.regions, std::move(result))
         .takeText();

@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
+#include "engine/column_layout.h"
 #include "engine/extension_settings.h"
 #include "engine/format_options.h"
 #include "engine/layout_passes.h"
 #include "engine/parsed_text.h"
 #include "engine/text_stretches.h"
-#include "engine/trailing_comments.h"
 #include "trn/diagnostic.h"
 
 namespace Tessel {
@@ -26,7 +26,7 @@ public:
 
     // Where a long text may be cut.
     Cuts cuts() const {
-        return {.behindTypes = !passes_.alignsDeclarations(options_.scheme),
+        return {.behindTypes = !passes_.alignsDeclarations(options_.scheme) && !extensions_.alignsAssignments,
                 .inNamespaces = !extensions_.keepsNamespaceIndent};
     }
     // Reads the text, and makes one node of each of its protected regions. Returns what is wrong with it.
@@ -47,7 +47,7 @@ private:
     const FormatOptions& options_;
     const LayoutPasses& passes_;
     ExtensionSettings extensions_;
-    TrailingComments::Columns columns_;
+    ColumnLayout columns_;
     bool wrapsLines_;
 };
 

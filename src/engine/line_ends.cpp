@@ -18,7 +18,7 @@ bool isSplice(std::string_view comment) { return comment.starts_with('\\'); }
 
 }  // namespace
 
-LineEnds::LineEnds(const ExtensionSettings& settings, const TrailingComments::Columns& columns,
+LineEnds::LineEnds(const ExtensionSettings& settings, const ColumnLayout& columns,
                    std::string_view source, const Cpp::OpaqueTokens& opaque, const KeptRegions& regions,
                    std::string result)
     : settings_(settings),

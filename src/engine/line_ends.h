@@ -30,7 +30,7 @@ public:
     }
 
     // All but `result`, the source with other white space, are borrowed; `opaque` and `regions` are those of `source`.
-    LineEnds(const ExtensionSettings& settings, const TrailingComments::Columns& columns, std::string_view source,
+    LineEnds(const ExtensionSettings& settings, const ColumnLayout& columns, std::string_view source,
              const Cpp::OpaqueTokens& opaque, const KeptRegions& regions, std::string result);
 
     std::string takeText();

@@ -15,6 +15,8 @@ namespace {
 
 std::ptrdiff_t lineFeedsIn(std::string_view text) { return std::count(text.begin(), text.end(), '\n'); }
 
+std::string_view lastLineOf(std::string_view text) { return text.substr(text.rfind('\n') + 1); }
+
 // The white space at the place, and the place behind it.
 std::string_view takeBlanks(std::string_view text, std::size_t& place) {
     const std::string_view blanks = leadingBlanks(text.substr(std::min(place, text.size())));
@@ -27,6 +29,9 @@ KeyId keyOf(std::string_view before, std::string_view after, std::string_view ne
     if (isOnLine && next.starts_with("//")) return Keys::WS_BEFORE_LINE_COMMENT;
     const bool movesLines = lineFeedsIn(before) != lineFeedsIn(after);
     if (isWrapping) return movesLines ? KeyId(Keys::RIGHT_MARGIN) : KeyId(Keys::WRAP_STYLE);
+    // Lines that hang from what moves go along.
+    const bool isAligned = isOnLine ? next.starts_with('=') : lastLineOf(before) != lastLineOf(after);
+    if (!movesLines && isAligned) return Keys::ALIGN_ASSIGNMENTS;
     return movesLines ? KeyId(Keys::MAX_BLANK_LINES) : KeyId(Keys::STRIP_TRAILING_WS);
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/column_layout.h"
 #include "engine/conditional_comments.h"
 #include "engine/extension_settings.h"
 
@@ -23,14 +24,8 @@ namespace Tessel {
 // One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
-    struct Columns {
-        int tabSize = 1;
-        int tabMode = 0;
-        int margin = 0;  // none when 0
-    };
-
     // The settings are borrowed, as is the source.
-    TrailingComments(const Columns& columns, std::string_view source, const ExtensionSettings& settings)
+    TrailingComments(const ColumnLayout& columns, std::string_view source, const ExtensionSettings& settings)
         : columns_(columns),
           source_(source),
           settings_(settings),
@@ -75,7 +70,7 @@ private:
     int columnForLast() const;
     std::string blanksTo(int column, int from) const;
 
-    Columns columns_;
+    ColumnLayout columns_;
     std::string_view source_;
     const ExtensionSettings& settings_;
     ConditionalComments conditionals_;

@@ -94,6 +94,13 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "they fit in RIGHT_MARGIN; else those do that stand below each other in the source. So do block "
                     "comments that end their lines, a blank behind the longest code.",
                     "int a; // one\nint bcd; // two\n", {set(Keys::WS_BEFORE_LINE_COMMENT, " ")}});
+    rows.push_back({set(Keys::ALIGN_ASSIGNMENTS, true), group,
+                    "The = of assignments and declarations on lines that follow each other stand in one column, a "
+                    "blank behind the longest text in front of them, as long as the lines fit in RIGHT_MARGIN: of "
+                    "members, enumerators and parameters too. They do so until an empty line, one without an =, or "
+                    "one that is indented otherwise comes, or braces of several lines; other lines in brackets "
+                    "behind an = go along with it.",
+                    "int a = 1;\nint bcd = 2;\n"});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
                     "Absent: they stay where they are.", "void f()\n{\n    #if FAST\n    go();\n    #endif\n}\n",
