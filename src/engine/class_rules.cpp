@@ -51,7 +51,8 @@ void CppFormatter::visit(Cpp::NamespaceBodyNode* body) {
     ValueScope<bool> outsideClass(inClassBody_, false);
     const BraceSettings& braces = settings_.namespaces;
     measureNamespace(*body);
-    formatBlock(*body, braces, namespaceIndent(*body, braces.indent, settings_, source_, out().tabSize()));
+    const NamespaceIndents::Scope indent(namespaceIndents_, *body, braces.indent, out().tabSize());
+    formatBlock(*body, braces, indent.indent());
 }
 
 void CppFormatter::visit(Cpp::ClassDeclNode* declaration) {

@@ -14,6 +14,7 @@
 #include "engine/kept_region.h"
 #include "engine/layout_passes.h"
 #include "engine/macro_bodies.h"
+#include "engine/namespace_indent.h"
 #include "engine/same_lines.h"
 #include "engine/source_writer.h"
 #include "engine/text_pool.h"
@@ -358,6 +359,7 @@ private:
     std::size_t templateStart_ = 0;      // and its place in the output
     std::size_t headStart_ = 0;          // the place of the function in it whose head has been written last
     bool isOnOneLine_ = false;           // what is written stays on one line; the settings are those for it
+    NamespaceIndents namespaceIndents_{settings_, source_};
     bool inClassBody_ = false;
     FirstLine listLine_;  // on which the innermost list begins
     bool isAmongElements_ = false;  // of a list of several

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cpp/characters.h"
+#include "cpp/keyword_table.h"
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
 #include "cpp/words.h"
@@ -35,12 +36,21 @@ std::string marksWithoutBlanks(std::string_view marks) {
     return result;
 }
 
-// `f (a) b(c);`: a macro with nothing between its name and its arguments may be read as one that stands by itself.
+std::string_view lastWordOf(std::string_view text) {
+    return {std::find_if_not(text.rbegin(), text.rend(), Cpp::isNamePart).base(), text.end()};
+}
+
+// `f (a) b(c);`: a macro with nothing between its name and its arguments may be read as one that stands by itself, unless
+// a type stands in front of it.
 bool isMadeByMacro(std::string_view type) {
     const std::size_t open = std::min(type.find_first_of("<("), type.size());
     if (!type.substr(open).starts_with('(')) return false;
     const std::string_view front = trimRight(type.substr(0, open));
-    return !Cpp::takesArgument({std::find_if_not(front.rbegin(), front.rend(), Cpp::isNamePart).base(), front.end()});
+    const std::string_view name = lastWordOf(front);
+    const std::string_view ahead = trimRight(front.substr(0, front.size() - name.size()));
+    const bool isClosed = std::ranges::count(type, '(') == std::ranges::count(type, ')');
+    const bool followsType = isClosed && Cpp::isBuiltinTypeKeyword(Cpp::keywordKind(lastWordOf(ahead)));
+    return !followsType && !Cpp::takesArgument(name);
 }
 
 // Up to where it stands behind no comments.

@@ -30,14 +30,15 @@ bool opensDeclarator(const ExprTokens& tokens, std::size_t open) {
            (behind == Cpp::OpenParen || behind == Cpp::OpenBracket);
 }
 
-// Behind the type, in `Matcher<int(&)[2]>` and `function<void(T(*)(int))>`, but for `function<void(int (*)(int))>`:
-// whether parentheses that hold no name, only marks, stand close to it.
-bool closesMarks(const ExprTokens& tokens, std::size_t type, std::size_t open) {
+// Behind the type, in `Matcher<int(&)[2]>` and `function<void(T(*)(int))>`, but for `function<void(int (*)(int))>` and
+// `Traits<T (*)(int)>`: whether parentheses that hold no name, only marks, stand close to it.
+bool closesMarks(const ExprTokens& tokens, std::size_t type, std::size_t open, bool isArgument) {
     const std::size_t close = tokens[open].partner;
     for (std::size_t place = open + 1; place < close; ++place) {
         if (!isPointerMark(tokens[place].kind) && tokens[place].kind != Cpp::LogicalAnd) return false;
     }
-    return kindAt(tokens, type) == Cpp::Identifier || kindAt(tokens, nextPlace(tokens, close)) == Cpp::OpenBracket;
+    const bool isNamed = !isArgument && kindAt(tokens, type) == Cpp::Identifier;
+    return isNamed || kindAt(tokens, nextPlace(tokens, close)) == Cpp::OpenBracket;
 }
 
 // T{a}, name{a}, A<B>{a}: whether the braces begin behind what they make, and hold no statements.
@@ -248,12 +249,13 @@ const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::siz
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     // void (*f)(int)
-    const bool opensMarked = settings_.formatsOtherGaps && run.mode == ExprMode::Declaration &&
+    const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
+    const bool opensMarked = settings_.formatsOtherGaps && (isArgument || run.mode == ExprMode::Declaration) &&
                              run.tokens[place].partner != kNoToken && opensDeclarator(run.tokens, place);
     if (opensMarked && Cpp::isWord(run.previousKind())) {
         const auto isTemplate = [](const Group& group) { return group.kind == Group::Kind::Template; };
-        const bool isArgument = std::ranges::any_of(run.groups, isTemplate);
-        const bool isClose = isArgument && closesMarks(run.tokens, run.previous, place);
+        const bool isInArgument = std::ranges::any_of(run.groups, isTemplate);
+        const bool isClose = isInArgument && closesMarks(run.tokens, run.previous, place, isArgument);
         return isClose ? &settings_.afterCallName : &settings_.otherGaps.blank;
     }
     if (run.previousRole() == ExprRole::TemplateClose) {

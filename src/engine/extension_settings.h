@@ -53,6 +53,7 @@ public:
     OptionalText beforeStructOpen = from_.text(Keys::WS_BEFORE_STRUCT_OPEN_BRACE);
     OptionalText beforeUnionOpen = from_.text(Keys::WS_BEFORE_UNION_OPEN_BRACE);
     Keyed<bool> keepsNamespaceIndent = from_.isOn(Keys::KEEP_NS_INDENT);
+    Keyed<bool> indentsInnerNamespaces = from_.isOn(Keys::INDENT_INNER_NS_ONLY);
     OptionalText singleIndent = from_.indent(Keys::INDENT_CS_SINGLE);
 
     OptionalText beforeCaseOpen = from_.text(Keys::WS_BEFORE_CASE_OPEN_BRACE);

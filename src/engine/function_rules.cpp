@@ -39,6 +39,12 @@ bool startsWithConvention(std::string_view declarator) {
     return !inside.empty() && Cpp::isNameStart(inside.front()) && inside.find(':') == inside.npos;
 }
 
+// `(A::*f)`
+bool endsWithMemberMark(std::string_view opening) {
+    const std::string_view name = opening.substr(0, opening.find_last_not_of("*&^ \t") + 1);
+    return name.size() < trimRight(opening).size() && name.ends_with("::");
+}
+
 // What stands behind parameters begins with a word, or with the type that is returned.
 bool startsWithQualifier(std::string_view tail) {
     return tail.starts_with("->") || (!tail.empty() && (Cpp::isNameStart(tail.front()) || tail.front() == '&'));
@@ -291,7 +297,12 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const KeyId breakKey = settings_.keepsReturnTypeBreak.key;
         writer_.measure(breakKey, type, startsLine);
         const OptionalText decidedByBreak{true, isKept ? breakBehindType(head, type) : " ", breakKey};
-        const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
+        // `void FIXTURE(a)::f()`: what a macro makes is part of the name.
+        const bool isPartOfName =
+            settings_.keepsUnrecognized && type.ends_with(')') && head.name()->text().starts_with("::");
+        const OptionalText& between = isPartOfName || (staysOnLine && !isKept && !isSpecifier) ? kAsInInput
+                                      : isKept || isSpecifier                                  ? decidedByBreak
+                                                                                               : wanted;
         writeType(type, between, !settings_.keepsFunctions);
     }
     return column;
@@ -416,7 +427,7 @@ void CppFormatter::writeDeclarator(std::string_view declarator) {
     const bool holdsMarks = !inside.empty() && trimRight(inside).find_first_not_of("*&^") == inside.npos;
     const bool holdsConvention =
         startsWithConvention(declarator) && trimRight(inside).find_first_of("\n/<([,") == inside.npos;
-    if (!isFormatted || !(holdsMarks || holdsConvention)) {
+    if (!isFormatted || !(holdsMarks || holdsConvention || endsWithMemberMark(inside))) {
         writer_.write(declarator);
         return;
     }

@@ -21,10 +21,11 @@ std::optional<bool> standsInNamespaceColumn(const Cpp::NamespaceBodyNode& body, 
     return columns.columnOf(from(**first)) <= columns.columnOfLine(from(body));
 }
 
-OptionalText namespaceIndent(const Cpp::NamespaceBodyNode& body, const OptionalText& indent,
-                             const ExtensionSettings& settings, const Zelmor::TextDocument& source, int tabSize) {
-    const bool stays = settings.keepsNamespaceIndent && indent.present &&
-                       standsInNamespaceColumn(body, source, tabSize).value_or(false);
+OptionalText NamespaceIndents::indentOf(const Cpp::NamespaceBodyNode& body, const OptionalText& indent,
+                                        int tabSize) const {
+    if (settings_.indentsInnerNamespaces && depth_ == 0) return {true, {}, settings_.indentsInnerNamespaces.key};
+    const bool stays = settings_.keepsNamespaceIndent && indent.present &&
+                       standsInNamespaceColumn(body, source_, tabSize).value_or(false);
     return stays ? OptionalText{true, {}, indent.key} : indent;
 }
 

@@ -223,7 +223,8 @@ void CppLineWrapper::wrapBraced(Cpp::BracketedNode& node, const OptionalText& co
 void CppLineWrapper::visit(Cpp::NamespaceBodyNode* body) {
     if (copyUnlessLong(*body)) return;
     const OptionalText& indent = settings_.namespaces.indent;
-    wrapBraced(*body, namespaceIndent(*body, indent, settings_, in_.document(), out_.tabSize()));
+    const NamespaceIndents::Scope scope(namespaceIndents_, *body, indent, out_.tabSize());
+    wrapBraced(*body, scope.indent());
 }
 
 void CppLineWrapper::visit(Cpp::ClassBodyNode* body) {

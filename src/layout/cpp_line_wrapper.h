@@ -11,6 +11,7 @@
 #include "engine/columns.h"
 #include "engine/format_options.h"
 #include "engine/formatter_settings.h"
+#include "engine/namespace_indent.h"
 #include "engine/opaque_text.h"
 #include "engine/source_columns.h"
 #include "engine/source_copy.h"
@@ -142,6 +143,7 @@ private:
     std::vector<int> longLines_;  // numbers, ascending
     std::vector<int> baseColumns_;
     std::optional<int> templateColumn_;  // of the header whose declaration has not come yet
+    NamespaceIndents namespaceIndents_{settings_, in_.document()};
     bool chainsElseIf_ = false;
     std::vector<ExprToken> tokens_;
 };

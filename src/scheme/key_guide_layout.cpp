@@ -252,6 +252,10 @@ void addKeptLayout(std::vector<KeyGuide>& rows) {
                     "The contents of a namespace stay in its column where the first of them stands there; others are "
                     "indented by INDENT_NS_CONTENT.", "namespace a {\nnamespace b {\n  int i;\n}\n}\n",
                     {set(Keys::INDENT_NS_CONTENT, "    ")}});
+    rows.push_back({set(Keys::INDENT_INNER_NS_ONLY, true), group,
+                    "INDENT_NS_CONTENT goes for namespaces within others; the contents of the outermost ones stand in "
+                    "their column.", "namespace a {\nint i;\nnamespace b {\nint j;\n}\n}\n",
+                    {set(Keys::INDENT_NS_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_FN_RETURN_TYPE_BREAK, true), group,
                     "The name of a function stays on the line below its return type.", "int\nf();\n",
                     {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
