@@ -70,6 +70,8 @@ bool RoleFinder::endsTypeOfMacro(std::size_t place) const {
 bool RoleFinder::isMark(std::size_t place) const {
     if (endsTypeOfMacro(place)) return true;
     if (readsTypes_ && Cpp::isQualifier(previousKind())) return true;
+    // `using A = TYPE(B) *;`
+    if (kindAt(tokens_, nextPlace(tokens_, place)) == Cpp::Semicolon) return true;
     if (!followsType()) return false;
     if (isInReturnType_ && outer_.empty()) return true;
     if (isBuiltinTypeKeyword(previousKind()) || previousKind() == Cpp::KeywordAuto || closesTypeWord(previous_))

@@ -38,6 +38,11 @@ bool partsLines(std::string_view gap) {
     return isLineBreak(trailingBlanks(gap)) || isLineBreak(separator.substr(0, separator.size() - 1));
 }
 
+bool startsWithLeadingComma(std::string_view gap) {
+    const std::string_view comma = trimLeft(gap);
+    return comma.starts_with(',') && isLineBreak(gap.substr(0, gap.size() - comma.size()));
+}
+
 }  // namespace
 
 void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start) {
@@ -68,6 +73,7 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
 void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
     bool isBehindComma = false;
+    bool doCommasLead = false;
     const bool hasBodyBehind = keepsLines() && Cpp::as<Cpp::InitializerListNode>(&list);
     std::size_t left = hasBodyBehind ? endOfInitializers(list) : list.size();
     for (const auto& child : list.children()) {
@@ -85,9 +91,14 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
             const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody && !isBehindComma &&
                                       Cpp::as<Cpp::CommentNode>(child.get()) && isAllWhitespace(gap) &&
                                       (isLineBreak(gap) || out().column() == 0);
-            if (isAboveComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
+            doCommasLead |= keepsLines() && startsWithLeadingComma(gap);
+            // Behind a directive, one that leads its line stands where the others do.
+            const bool leadsAgain = doCommasLead && out().column() == 0 && trimLeft(gap).starts_with(',');
+            const bool standsByComma = isAboveComma || leadsAgain;
+            if (standsByComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
             measureListBreak(gap, *list.children().front(), *child);
             writeListSeparator(gap, *previous, *child, commas);
+            if (leadsAgain) indent.reset();
         }
         ValueScope<FirstLine> ofLists(listLine_, {});
         ValueScope<bool> isAmongOthers(isAmongElements_, list.size() > 1);
