@@ -26,6 +26,16 @@ bool isClosing(int kind) {
     return kind == Cpp::CloseParen || kind == Cpp::CloseBracket || kind == Cpp::CloseBrace;
 }
 
+// How many angles it opens.
+int angleStep(int kind) {
+    switch (kind) {
+        case Cpp::Less: return 1;
+        case Cpp::Greater: return -1;
+        case Cpp::ShiftRight: return -2;
+        default: return 0;
+    }
+}
+
 // Of a line that is no assignment by itself.
 bool startsOtherLine(int kind) {
     return Cpp::isControlKeyword(kind) || Cpp::isJumpKeyword(kind) || kind == Cpp::KeywordCase ||
@@ -100,7 +110,8 @@ void AssignmentLines::read(const Trn::Token& token, std::size_t offset) {
     if (token.kind == Cpp::Less && scope.closing == Cpp::Greater && lastKind_ != Cpp::KeywordTemplate) {
         open(Cpp::Greater, end);
     }
-    if (token.kind == Cpp::Comma) ++scope.commas;
+    if (token.kind == Cpp::Comma && scope.angles <= 0) ++scope.commas;
+    scope.angles += angleStep(token.kind);
     if (token.kind == Cpp::Semicolon) {
         scope.isOver = true;
         scope.valueSign = kNoSign;
@@ -117,6 +128,7 @@ void AssignmentLines::beginLine(const Trn::Token& token, std::size_t offset, std
     if (!goesOn) scope.hasSign = false;
     scope.isOver = false;
     scope.commas = 0;
+    scope.angles = 0;
     firstKind_ = token.kind;
     addLine(offset, token.kind == Cpp::Directive);
     scope.line = lines_.size() - 1;
@@ -182,7 +194,7 @@ void AssignmentLines::readSign(const Trn::Token& token, std::size_t offset) {
     if (lastKind_ == Cpp::KeywordOperator) scope.isOver = true;
     if (!mayBeSign(scope, offset)) return;
     if (!scope.hasSign) return addSign(scope, offset + token.length);
-    // The line is one of another kind.
+    // a = b = c: a line of another kind.
     if (!scope.run.empty() && signs_[scope.run.back()].line == scope.line) scope.run.pop_back();
     endRun(scope);
     scope.hasSign = false;

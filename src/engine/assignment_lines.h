@@ -23,7 +23,7 @@ struct AssignmentSign {
     int column = 0;              // where it stands
     int wanted = 0;              // where it is to stand
     int end = 0;                 // the column behind the longest line that moves with it
-    int commas = 0;              // in front of it
+    int commas = 0;              // in front of it, but for those between "<" and ">"
     bool isFixed = false;        // what cannot move would have to move with it
 
     int leastColumn() const { return codeEnd + (gapEnd > gapStart ? 1 : 0); }
@@ -71,6 +71,7 @@ private:
         bool isOver = false;                  // nothing further on that line is an assignment
         bool holdsBlock = false;              // braces of several lines
         int commas = 0;                       // on that line
+        int angles = 0;                       // open on that line
         std::vector<std::size_t> run;
     };
 
