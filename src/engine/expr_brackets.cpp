@@ -229,6 +229,9 @@ private:
                    (next < tokens_.size() && tokens_[next].text().starts_with("::"));
         }
         if (mode_ == ExprMode::Declaration || open_.back().isInParameters) return true;
+        // `static_cast<int> SIZE(a)`: a macro makes the parentheses.
+        const std::size_t open = open_.back().place;
+        if (open > 0 && isCastKeyword(kindAt(tokens_, open - 1))) return true;
         // Where types are laid out, nothing is compared in it.
         if (declaresParameters_ && isInstantiation(tokens_)) return true;
         const std::size_t next = nextPlace(tokens_, place);
