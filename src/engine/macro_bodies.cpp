@@ -11,6 +11,7 @@
 #include "cpp/parser.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "engine/assignment_columns.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
@@ -190,6 +191,13 @@ std::string_view firstStatementOf(std::span<const std::string_view> lines) {
     return found != lines.end() ? *found : lines.front();
 }
 
+// The lines end in front of their splices.
+ColumnLayout layoutOf(const PropertySet& scheme) {
+    constexpr int spliceWidth = 2;
+    const int margin = readInt(scheme, Keys::RIGHT_MARGIN, 0).value;
+    return {std::max(readTabSize(scheme), 1), readTabMode(scheme), std::max(margin - spliceWidth, 0)};
+}
+
 }  // namespace
 
 // What a body is read in.
@@ -221,8 +229,11 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     const std::string_view firstLine = startsOnLine ? trimLeft(*first) : *first;
     const std::string start(firstLine.begin(), lines.back().end());
     const std::string indent = isIndented ? indentBehind(directive) : std::string();
-    const auto result = formatted(start, indent, column);
+    auto result = formatted(start, indent, column);
     if (!result) return std::nullopt;
+    // What stands in the line of the directive is not in the column that it has here.
+    const bool alignsAssignments = !startsOnLine && readSwitch(scheme_, Keys::ALIGN_ASSIGNMENTS);
+    if (alignsAssignments) *result = withAssignmentColumns(layoutOf(scheme_), start, {}, std::move(*result));
 
     return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
 }
