@@ -250,7 +250,9 @@ const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::siz
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     // void (*f)(int)
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
-    const bool opensMarked = settings_.formatsOtherGaps && (isArgument || run.mode == ExprMode::Declaration) &&
+    const bool followsType =
+        run.mode == ExprMode::Declaration || (isArgument && run.previousKind() == Cpp::Identifier);
+    const bool opensMarked = settings_.formatsOtherGaps && followsType &&
                              run.tokens[place].partner != kNoToken && opensDeclarator(run.tokens, place);
     if (opensMarked && Cpp::isWord(run.previousKind())) {
         const auto isTemplate = [](const Group& group) { return group.kind == Group::Kind::Template; };
