@@ -40,8 +40,8 @@ std::string_view lastWordOf(std::string_view text) {
     return {std::find_if_not(text.rbegin(), text.rend(), Cpp::isNamePart).base(), text.end()};
 }
 
-// `f (a) b(c);`: a macro with nothing between its name and its arguments may be read as one that stands by itself, unless
-// a type stands in front of it.
+// `f (a) b(c);`: a macro with nothing between its name and its arguments may be read as one that stands by itself,
+// unless a type stands in front of it.
 bool isMadeByMacro(std::string_view type) {
     const std::size_t open = std::min(type.find_first_of("<("), type.size());
     if (!type.substr(open).starts_with('(')) return false;
