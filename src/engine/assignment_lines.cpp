@@ -22,7 +22,7 @@ int closingKindOf(int kind) {
     }
 }
 
-bool isClosing(int kind) {
+bool closesScope(int kind) {
     return kind == Cpp::CloseParen || kind == Cpp::CloseBracket || kind == Cpp::CloseBrace;
 }
 
@@ -105,7 +105,7 @@ void AssignmentLines::read(const Trn::Token& token, std::size_t offset) {
     if (token.kind == Cpp::Assign) readSign(token, offset);
     if (const int closing = closingKindOf(token.kind)) open(closing, end);
     if (token.kind == Cpp::Less && lastKind_ == Cpp::KeywordTemplate) open(Cpp::Greater, end);
-    if (isClosing(token.kind) || token.kind == Cpp::Greater || token.kind == Cpp::ShiftRight) close(token.kind);
+    if (closesScope(token.kind) || token.kind == Cpp::Greater || token.kind == Cpp::ShiftRight) close(token.kind);
     Scope& scope = scopes_.back();
     if (token.kind == Cpp::Less && scope.closing == Cpp::Greater && lastKind_ != Cpp::KeywordTemplate) {
         open(Cpp::Greater, end);

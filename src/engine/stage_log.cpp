@@ -15,7 +15,7 @@ namespace {
 
 std::ptrdiff_t lineFeedsIn(std::string_view text) { return std::count(text.begin(), text.end(), '\n'); }
 
-std::string_view lastLineOf(std::string_view text) { return text.substr(text.rfind('\n') + 1); }
+std::string_view behindLineFeed(std::string_view text) { return text.substr(text.rfind('\n') + 1); }
 
 // The white space at the place, and the place behind it.
 std::string_view takeBlanks(std::string_view text, std::size_t& place) {
@@ -30,7 +30,7 @@ KeyId keyOf(std::string_view before, std::string_view after, std::string_view ne
     const bool movesLines = lineFeedsIn(before) != lineFeedsIn(after);
     if (isWrapping) return movesLines ? KeyId(Keys::RIGHT_MARGIN) : KeyId(Keys::WRAP_STYLE);
     // Lines that hang from what moves go along.
-    const bool isAligned = isOnLine ? next.starts_with('=') : lastLineOf(before) != lastLineOf(after);
+    const bool isAligned = isOnLine ? next.starts_with('=') : behindLineFeed(before) != behindLineFeed(after);
     if (!movesLines && isAligned) return Keys::ALIGN_ASSIGNMENTS;
     return movesLines ? KeyId(Keys::MAX_BLANK_LINES) : KeyId(Keys::STRIP_TRAILING_WS);
 }
