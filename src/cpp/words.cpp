@@ -35,8 +35,13 @@ constexpr WordSet kArgumentWords({"_Alignas", "_Atomic", "_BitInt", "__assume", 
                                   "decltype", "noexcept", "typeof", "typeof_unqual"});
 constexpr WordSet kTypeWords(
     {"_Atomic", "_BitInt", "__typeof", "__typeof__", "decltype", "typeof", "typeof_unqual"});
-constexpr WordSet kOperatorWords(
-    {"and", "and_eq", "bitand", "bitor", "compl", "not", "not_eq", "or", "or_eq", "xor", "xor_eq"});
+constexpr std::string_view kInfixWords[] = {"and",    "and_eq", "bitand", "bitor", "not_eq",
+                                            "or",     "or_eq",  "xor",    "xor_eq"};
+constexpr int kInfixKinds[] = {LogicalAnd, AmpersandAssign, Ampersand, Bar,        NotEqual,
+                               LogicalOr,  BarAssign,       Caret,     CaretAssign};
+static_assert(std::size(kInfixWords) == std::size(kInfixKinds));
+constexpr WordSet kInfixSet(kInfixWords);
+constexpr WordSet kPrefixSet({"compl", "not"});
 
 }  // namespace
 
@@ -50,7 +55,12 @@ bool takesArgument(std::string_view name) { return kArgumentWords.contains(name)
 bool namesType(const Trn::Lexeme& word) { return word.kind == Identifier && kTypeWords.contains(word.text); }
 
 bool isOperatorWord(std::string_view word) {
-    return isCoroutineWord(word) || kOperatorWords.contains(word);
+    return isCoroutineWord(word) || kInfixSet.contains(word) || kPrefixSet.contains(word);
+}
+
+int infixKind(std::string_view word) {
+    if (!kInfixSet.contains(word)) return Trn::kEndKind;
+    return kInfixKinds[std::ranges::find(kInfixWords, word) - std::begin(kInfixWords)];
 }
 
 std::size_t operatorSymbol(std::string_view name) {

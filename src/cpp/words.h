@@ -52,6 +52,8 @@ constexpr bool isCoroutineWord(std::string_view word) {
 
 // A word that stands for an operator, or works as one: an operand follows.
 bool isOperatorWord(std::string_view word);
+// The kind of the sign that a word between two operands stands for, `and`; kEndKind for other words.
+int infixKind(std::string_view word);
 
 // The place in a function's name of what stands behind "operator" and is no word; the name's length where nothing does.
 std::size_t operatorSymbol(std::string_view name);

@@ -176,14 +176,23 @@ bool declaresList(Tokens tokens) {
     return sawComma && sawTwoWords;
 }
 
-bool namesHeader(const Trn::Token& token) {
-    return token.text.starts_with("__has_include") || token.text.starts_with("__has_embed");
+// `__has_include("a")`, and what stands for it: `HAS_INCLUDE(<a>)`. No operand begins with a "<".
+bool namesHeader(Tokens condition) {
+    const auto isOfHeaders = [](const Trn::Token& token) {
+        return token.text.starts_with("__has_include") || token.text.starts_with("__has_embed");
+    };
+    const auto opensHeader = [](const Trn::Token& first, const Trn::Token& second) {
+        return first.kind == Cpp::OpenParen && second.kind == Cpp::Less;
+    };
+    return std::any_of(condition.begin(), condition.end(), isOfHeaders) ||
+           std::adjacent_find(condition.begin(), condition.end(), opensHeader) != condition.end();
 }
 
 // Behind "#if".
 DirectiveParts partsOfCondition(Tokens tokens) {
     const Tokens condition = withoutTrailingTrivia(tokens);
-    if (condition.size() < 2 || !isExpression(condition) || std::any_of(condition.begin(), condition.end(), namesHeader)) return {};
+    // One token alone has no gaps that anything could be done to.
+    if (condition.size() < 2 || !isExpression(condition) || namesHeader(condition)) return {};
     return {{}, extentOf(condition), {}, true};
 }
 

@@ -2,6 +2,7 @@
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -39,7 +40,9 @@ bool awaitsOperand(const ExprToken& token) {
     return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
 }
 
-bool startsOperand(int kind) {
+bool startsOperand(const ExprToken& token) {
+    const int kind = token.kind;
+    if (kind == Cpp::Identifier) return Cpp::infixKind(token.text()) == Trn::kEndKind;  // (a) and b
     return isValueKind(kind) || kind == Cpp::KeywordSizeof || kind == Cpp::KeywordNew || isCastKeyword(kind);
 }
 
@@ -108,7 +111,7 @@ bool startsCastOperand(const ExprTokens& tokens, std::size_t previous, std::size
     if (token.role == ExprRole::GroupOpen) {
         return token.kind == Cpp::OpenParen && (inside == Parenthesised::Type || isNamedAsType(tokens, open));
     }
-    return token.role == ExprRole::Operand && startsOperand(token.kind);
+    return token.role == ExprRole::Operand && startsOperand(token);
 }
 
 bool isCastByBlank(const ExprTokens& tokens, std::size_t close, std::size_t sign) {

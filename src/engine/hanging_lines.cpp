@@ -181,6 +181,13 @@ int HangingLines::columnInChain(std::size_t place) const {
     return indented(columns_[chain->start], chains_->depthOf(*chain));
 }
 
+// A word may be one, where operands hang by what they are part of.
+bool HangingLines::isOperator(std::size_t place) const {
+    const ExprToken& token = tokens_[place];
+    return token.role == ExprRole::BinaryOperator ||
+           (chains_ && token.kind == Cpp::Identifier && chains_->of(place) != nullptr);
+}
+
 // So many steps behind the column of an operand.
 int HangingLines::indented(int column, int depth) const {
     for (; depth > 0; --depth) column = columnAfter(indents_.operand.text, column, tabSize_);
@@ -291,7 +298,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     element.choice = kNone;
     if (startsLine) element.memberLine = isMemberAccess(kind) && !startsElement ? column : kNone;
     level.awaitsOperand = awaitsValue(token);
-    level.awaitsLater = token.role == ExprRole::BinaryOperator && !level.awaitsOperand && !isMemberAccess(kind);
+    level.awaitsLater = isOperator(place) && !level.awaitsOperand && !isMemberAccess(kind);
     if (level.awaitsLater) {
         element.later = element.chain = element.memberLine = kNone;
         level.lastOperator = place;

@@ -121,6 +121,7 @@ private:
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t skipTrivia(std::size_t place) const;
     bool followsMark() const;
+    bool isOperator(std::size_t place) const;
     bool followsMacroCall() const;
     bool endsInComma(std::size_t close) const;
     int columnOfMember(const Level& level) const;

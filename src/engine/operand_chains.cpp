@@ -1,6 +1,7 @@
 #include "engine/operand_chains.h"
 
 #include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -35,6 +36,12 @@ int rankOf(int kind) {
         case Cpp::Percent: return 11;
         default: return kNoRank;
     }
+}
+
+// A word may be an operator: a and b.
+int rankOfToken(const ExprToken& token) {
+    if (token.role == ExprRole::BinaryOperator) return rankOf(token.kind);
+    return token.kind == Cpp::Identifier ? rankOf(Cpp::infixKind(token.text())) : kNoRank;
 }
 
 }  // namespace
@@ -76,8 +83,8 @@ void OperandChains::pass(std::size_t place) {
         startElement(level, Place::ByItself);
         return;
     }
-    if (token.role == ExprRole::BinaryOperator && rankOf(kind) != kNoRank) {
-        passOperator(place, rankOf(kind));
+    if (const int rank = rankOfToken(token); rank != kNoRank) {
+        passOperator(place, rank);
         return;
     }
     if (level.operand == kNoToken) level.operand = place;
