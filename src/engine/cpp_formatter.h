@@ -256,6 +256,7 @@ private:
     struct HeadRest {
         std::string_view text;
         bool isReturnedType = false;  // begins with the type behind "->"
+        bool startsLine = false;      // in the line below that
     };
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     void writeOldParameters(Cpp::KeptNode& parameters);

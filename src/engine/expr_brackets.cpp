@@ -2,6 +2,7 @@
 
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
+#include "cpp/words.h"
 #include "engine/operator_kinds.h"
 #include "engine/shallow_stack.h"
 
@@ -124,7 +125,7 @@ public:
                     break;
                 default:
                     sawValue_ |= kind == Cpp::Assign || kind == Cpp::Semicolon;
-                    if (isConditionOperator(kind) || choosesArgument(kind)) {
+                    if (isConditionOperator(kind) || choosesArgument(kind) || isConditionWord(place)) {
                         if (!endsArgument(place)) doubtAngles();
                     } else if (endsTemplateSearch(kind)) {
                         const bool isDefault = kind == Cpp::Assign && angleIsOpen() && open_.back().isOfLambda;
@@ -192,6 +193,12 @@ private:
             if (kindAt(tokens_, open_[count - 1].place) != Cpp::Less) return;
             open_[count - 1].isDoubted = true;
         }
+    }
+
+    // `a < b or c > d`
+    bool isConditionWord(std::size_t place) const {
+        return declaresParameters_ && tokens_[place].kind == Cpp::Identifier && angleIsOpen() &&
+               isLogicalAndOr(Cpp::infixKind(tokens_[place].text()));
     }
 
     // `A<b ? 1 : 2>`, where the arguments of types are laid out.

@@ -202,7 +202,10 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
     rest = ending.text;
     const std::size_t lineOfTry = keepsLines() ? breakBeforeTry(rest) : rest.size();
     const std::string_view tail = rest.substr(0, lineOfTry);
-    if (ending.isReturnedType) {
+    if (ending.startsLine) {
+        const Zelmor::IndentScope lineOfType(out(), indentToColumn(out(), out().column()));
+        exprFormatter_.formatReturnedType(tail, out());
+    } else if (ending.isReturnedType) {
         exprFormatter_.formatReturnedType(tail, out());
     } else if (!tail.empty()) {
         exprFormatter_.formatExpression(tail, out());
@@ -262,9 +265,14 @@ CppFormatter::HeadRest CppFormatter::writeGapBehindParameters(const Cpp::Functio
     if (!tail.starts_with("->")) return {tail};
     out().write("->");
     const std::string_view type = tail.substr(2);
+    const std::string_view behindArrow = leadingBlanks(type);
     const OptionalText& apart = exprFormatter_.settings().afterOperator;
-    if (!apart.present || isLineBreak(leadingBlanks(type))) return {type, true};
-    writer_.replace(leadingBlanks(type), apart);
+    if (keepsBreak(behindArrow, kAsInInput)) {
+        writeKeptBreak(behindArrow);
+        return {trimLeft(type), true, true};
+    }
+    if (!apart.present || isLineBreak(behindArrow)) return {type, true};
+    writer_.replace(behindArrow, apart);
     return {trimLeft(type), true};
 }
 

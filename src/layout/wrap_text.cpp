@@ -3,9 +3,11 @@
 #include "layout/wrap_text.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/holds_any_of.h"
@@ -36,6 +38,29 @@ bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
            second.role == ExprRole::Separator;
 }
 
+// Or ends with it.
+bool startsOperator(const ExprToken& token) {
+    switch (token.role) {
+        case ExprRole::BinaryOperator:
+        case ExprRole::Separator:
+        case ExprRole::GroupClose:
+        case ExprRole::TemplateClose: return true;
+        default: return false;
+    }
+}
+
+// a and b: breaks as a && b does.
+void readInfixWords(ExprTokens& tokens) {
+    for (std::size_t place = 1; place + 1 < tokens.size(); ++place) {
+        ExprToken& token = tokens[place];
+        if (token.kind != Cpp::Identifier || token.role != ExprRole::Operand) continue;
+        const int kind = Cpp::infixKind(token.text());
+        if (kind == Trn::kEndKind || startsOperator(tokens[place + 1])) continue;
+        token.kind = static_cast<std::int8_t>(kind);
+        token.role = ExprRole::BinaryOperator;
+    }
+}
+
 }  // namespace
 
 void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source,
@@ -43,6 +68,7 @@ void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, con
     text_ = text;
     trailingWidth_ = trailingWidth;
     readExprTokens(text, mode, tokens_, blocks, nullptr, parameters);
+    if (parameters == LambdaParameters::Declared) readInfixWords(tokens_);
     gaps_.clear();
     offsets_.clear();
     holdsUnknownText_ = false;
