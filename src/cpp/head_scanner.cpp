@@ -24,7 +24,7 @@ constexpr bool isJoiningOperator(int kind) {
 
 HeadTail HeadScanner::scanTailOf(Index openParen) const {
     const Index close = links_.closing(openParen);
-    const Index following = next(close);
+    const Index following = behindArrays(next(close));
     if (const Index body = oldStyleBody(openParen, following); body != kNone) {
         HeadTail tail;
         tail.end = body;
@@ -32,6 +32,14 @@ HeadTail HeadScanner::scanTailOf(Index openParen) const {
         return tail;
     }
     return scanTail(following);
+}
+
+// `(&f(int a))[3]`: behind the rest of the declarator that the parameters stand in.
+HeadScanner::Index HeadScanner::behindArrays(Index place) const {
+    if (kind(place) != CloseParen || kind(next(place)) != OpenBracket) return place;
+    place = next(place);
+    while (kind(place) == OpenBracket) place = behind(place);
+    return place;
 }
 
 bool HeadScanner::hasBody(Index openParen) const {
@@ -43,7 +51,8 @@ bool HeadScanner::hasBody(Index openParen) const {
 // `= 0`, `= default`, `= delete`, and the initializers of a constructor.
 HeadTail HeadScanner::scanTail(Index place) const {
     HeadTail tail;
-    bool isInType = false;  // of a trailing return
+    bool isInType = false;      // of a trailing return
+    Index macroClose = kNone;  // of the call that was passed last
     const auto stop = [&](bool isComplete) {
         tail.end = place;
         tail.isComplete = isComplete;
@@ -104,11 +113,20 @@ HeadTail HeadScanner::scanTail(Index place) const {
                 }
                 break;
             default:
-                if (!isInType || !isWord(token.kind)) return stop(false);
+                if (!isWord(token.kind)) return stop(false);
+                // auto f() AUTO_RETURN(a)
+                // template <class T>
+                if (macroClose != kNone && startsLaterLine(place, macroClose)) return stop(true);
+                if (!isInType) return stop(false);
         }
         const bool isWordHere = isWord(token.kind);
+        const bool isMacro = token.kind == Identifier && isUpperCase(token.text);
         place = behind(place);
-        if (isWordHere && kind(place) == OpenParen) place = behind(place);
+        macroClose = kNone;
+        if (isWordHere && kind(place) == OpenParen) {
+            if (isMacro) macroClose = links_.closing(place);
+            place = behind(place);
+        }
     }
 }
 

@@ -36,6 +36,7 @@ public:
     Index behindOperatorName(Index place) const;
 
 private:
+    Index behindArrays(Index place) const;
     Index behindInitializers(Index colon) const;
     Index oldStyleBody(Index open, Index behindGroup) const;
 };

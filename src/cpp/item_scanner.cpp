@@ -139,6 +139,7 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const bool followsWord = seen.previous != kNone && isWord(kind(seen.previous));
     const Trn::Token name = followsWord ? tokens_.at(seen.previous) : Trn::Token();
     if (followsWord && takesArgument(name)) return std::nullopt;
+    if (findsMacros_ && name.text.starts_with("__") && marksItem(open)) return std::nullopt;
     if (findsMacros_ && followsWord && endsWithAssign(open)) return Item{Shape::Data, open, 0};
     if (seen.sawColon) {
         if (seen.sawClassKey || seen.sawEnum) return std::nullopt;
@@ -151,6 +152,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
         return Item{Shape::Data, open, 0};
     }
     if (opensPointerDeclarator(open, following, seen)) {
+        const Index inside = findsMacros_ ? parametersOfArray(open) : kNone;
+        if (inside != kNone) return Item{Shape::Function, open, inside};
         return declaresFunction(open) ? Item{Shape::Function, open, following}
                                       : Item{Shape::FunctionPointer, open, 0};
     }
@@ -172,6 +175,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     if (tail.oldParameters != kNone) return function;
     const bool hasValue = followingKind == Assign && !tail.isComplete && endsValue(following);
     if (findsMacros_ && hasValue && followsWord && !seen.sawOperator) return Item{Shape::Data, open, 0};
+    // DECLARE_ALIGNED(8, int, a)[2] = {}
+    if (findsMacros_ && context.scope == ItemContext::Scope::Outside && seen.isAlone() && holdsElements(following)) {
+        return Item{Shape::Data, open, 0};
+    }
     const bool isLater = startsLaterLine(following, close);
     const bool isQualified = name.text.find("::") != std::string_view::npos;
     const bool isSpecial = name.text.starts_with('~') || isQualified || name.text == context.className;
@@ -342,7 +349,8 @@ bool ItemScanner::opensPointerDeclarator(Index open, Index behindGroup, const Pr
     // void f(A* a) = 0
     if (followingKind == Assign && seen.typeWords > 0) return false;
     // (CALL * name)(…), (A::* name)(…)
-    return first == Identifier && (second == Asterisk || second == Caret) && followingKind != Semicolon;
+    const bool isMarked = first == Identifier && (second == Asterisk || second == Caret);
+    return isMarked && followingKind != Semicolon && kind(next(next(inside))) != Comma;  // as opposed to M(T *, name)
 }
 
 // `int a{1};`, `A b[2]{};`: the values of what is declared.

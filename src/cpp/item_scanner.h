@@ -46,6 +46,9 @@ private:
     std::optional<Item> scanParenthesis(Index open, const Progress& seen, const ItemContext& context) const;
     bool opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const;
     bool declaresFunction(Index open) const;
+    Index parametersOfArray(Index open) const;
+    bool marksItem(Index open) const;
+    bool holdsElements(Index place) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
     bool followsType(const Progress& seen) const;

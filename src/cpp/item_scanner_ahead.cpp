@@ -47,6 +47,29 @@ bool ItemScanner::declaresFunction(Index open) const {
     return false;
 }
 
+// `int (&f(int a))[3] {`: the parameters that stand in the declarator, where a body follows; kNone for others.
+ItemScanner::Index ItemScanner::parametersOfArray(Index open) const {
+    const Index close = links_.closing(open);
+    if (close == kNone || kind(next(close)) != OpenBracket) return kNone;
+    Index name = next(open);
+    while (kind(name) == Asterisk || kind(name) == Ampersand) name = next(name);
+    const Index list = next(name);
+    const bool isWhole = kind(name) == Identifier && kind(list) == OpenParen && behind(list) == close;
+    return isWhole && heads_.hasBody(list) ? list : kNone;
+}
+
+// `__nonnull__ ((1)) static void f(int *a);`: what follows its own parentheses, two of each, begins a declaration.
+bool ItemScanner::marksItem(Index open) const {
+    return kind(next(open)) == OpenParen && isStorageWord(kind(behind(open)));
+}
+
+// `[2][3] = { a, b }`
+bool ItemScanner::holdsElements(Index place) const {
+    if (kind(place) != OpenBracket || opensAttribute(place)) return false;
+    while (kind(place) == OpenBracket) place = behind(place);
+    return kind(place) == Assign && kind(next(place)) == OpenBrace;
+}
+
 // `aligned(64);`, `aligned(sizeof(int));`: no parameter begins so.
 bool ItemScanner::endsWithValue(Index word) const {
     const Index open = next(word);

@@ -115,6 +115,12 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens, Index par
         if (token.kind == OpenParen && behind == parameters) {
             nameStart = wrappedNameStart(tokens, here);
             sawName = isWrapped = true;
+        } else if (token.kind == OpenParen && behind > parameters) {
+            // `int (&f(int a))[3]`
+            nameStart = here;
+            sawName = isWrapped = true;
+            tokens.moveTo(parameters);
+            break;
         } else if (token.kind == Identifier) {
             // `~_A()`
             const bool isDestructor = keepsUnrecognized_ && here > start && tokens.kindAt(here - 1) == Tilde;
