@@ -450,6 +450,8 @@ int HangingLines::columnOfCall(const Level& outer) const {
     if (isInMemberLine && outer.kind == Level::Kind::List) return lineColumn_;
     if (outer.element.later != kNone) {
         const OperandChains::Chain* chain = chains_->of(outer.lastOperator);
+        const bool isInLoop = !chain && tokens_[outer.lastOperator].kind == Cpp::Colon;  // for (auto a : f(
+        if (isInLoop && outer.kind == Level::Kind::List) return kNone;
         const bool isOnlyShift = isShift(tokens_[outer.lastOperator]) && chain && chain->operators == 1;
         return isOnlyShift ? columns_[chain->start] : outer.element.later;
     }

@@ -92,7 +92,7 @@ void OperandChains::pass(std::size_t place) {
     Level inside;
     inside.bracket = place;
     inside.close = token.partner;
-    if (token.kind != Cpp::OpenBrace) inside.place = Place::BehindOpen;
+    inside.place = Place::BehindOpen;
     levels_.push_back(std::move(inside));
 }
 
