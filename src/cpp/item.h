@@ -15,6 +15,7 @@ struct Item {
         Class,            // a body in braces behind words that have a class key, or should have one
         Enum,
         Data,       // all other declarations
+        Statement,  // an expression, outside of functions
         Macro,      // a macro that stands by itself, without a ";"
         MacroHead,  // a macro in front of a block or a statement, as a control statement's head
     };

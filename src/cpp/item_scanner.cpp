@@ -86,6 +86,11 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
             case Comma:
                 if (isInFrontOfFunction(place, seen)) return found(Shape::Data);
                 break;
+            case Dot:
+            case Arrow:
+            case ShiftLeft:
+                if (isStatement(place, seen, context)) return found(Shape::Statement);
+                break;
             case KeywordOperator:
                 seen.sawOperator = true;
                 following = heads_.behindOperatorName(place);
@@ -307,6 +312,16 @@ bool ItemScanner::followsType(const Progress& seen) const {
     if (seen.second == kNone) return false;
     const int kindInFront = kind(seen.second);
     return (kindInFront == Asterisk && seen.typeWords > 0) || isBuiltinTypeKeyword(kindInFront);
+}
+
+// `list.add(1);`, `out << a;`: no declaration has such a sign behind its first name. Parts of texts have, which are
+// put into functions elsewhere.
+bool ItemScanner::isStatement(Index sign, const Progress& seen, const ItemContext& context) const {
+    const bool isFirst = seen.previous == seen.start && kind(seen.start) == Identifier;
+    if (!findsMacros_ || !isFirst || context.scope != ItemContext::Scope::Outside) return false;
+    if (kind(sign) == ShiftLeft) return true;
+    const int following = kind(next(next(sign)));
+    return kind(next(sign)) == Identifier && (following == OpenParen || following == Assign);
 }
 
 // `int *a, *f(int);`, as opposed to the bases of a class.

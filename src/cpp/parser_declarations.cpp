@@ -226,6 +226,7 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
         case Shape::Class:
         case Shape::Enum: return parseBracedShape(tokens, start, item);
         case Shape::Data: return {parseDataDecl(tokens, scope), false};
+        case Shape::Statement: return {parseExprStmt(tokens), false};
         case Shape::Macro: return {makeKeptNode(tokens, start, item.place, true), false};
         case Shape::MacroHead:
         case Shape::None: break;
