@@ -150,8 +150,10 @@ std::unique_ptr<ClassNameNode> Parser::parseClassName(TokenBuffer& tokens) {
                "Expected an identifier for the class name.");
         return nullptr;
     }
-    const Position start = name.start();
-    const Position end = name.end();
+    // A text may begin with the bases of a class whose name is elsewhere.
+    const Position colon = tokens.current().start;
+    const Position start = name.empty() ? colon : name.start();
+    const Position end = name.empty() ? colon : name.end();
     return std::make_unique<ClassNameNode>(classKey, name.take(), start, end);
 }
 
