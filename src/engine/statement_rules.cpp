@@ -122,6 +122,10 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
         base = copyUpToConstruct(*statement);
     }
     BaseColumnScope scope(*this, base, chainingElseIf_ ? nullptr : statement);
+    // if (a) for (;;) {   in a macro's body, whose lines stay: the "}" stands below what the line begins with
+    const bool goesOnLine = settings_.indentsFromLine && base < columnAfter(out().indent(), 0, out().tabSize());
+    std::optional<IndentScope> line;
+    if (goesOnLine) line.emplace(out(), indentToColumn(out(), base));
     const auto format = [&] { formatParts(*statement); };
     const Keyed<bool>& kept = keepsStatement(*statement);
     if (kept && tryOnOneLine(*statement, kept.key, format)) return;
