@@ -22,8 +22,11 @@ public:
     // place of the one before it, where that is a keyword, and a name; nothing otherwise.
     std::optional<std::size_t> nameBefore(int kind, std::size_t place) {
         const bool isName = isKeyword(last_) && (isNameBefore(kind) || (findsAll_ && isNameOfC(kind)));
-        beforeAhead_ = ahead_;
-        ahead_ = isName ? Identifier : last_;
+        const bool qualifiesMark = ahead_ == Asterisk && isQualifier(last_);  // `T *const new` is as `T *new`
+        if (!qualifiesMark) {
+            beforeAhead_ = ahead_;
+            ahead_ = isName ? Identifier : last_;
+        }
         last_ = kind;
         const std::size_t lastPlace = std::exchange(lastPlace_, place);
         return isName ? std::optional(lastPlace) : std::nullopt;

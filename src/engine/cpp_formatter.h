@@ -309,6 +309,7 @@ private:
     // Statements.
     WantedText betweenParts(const Cpp::CtrlStmtNode& statement) const;
     void writeTypeName(std::string_view statement);
+    bool goesOnLineOfHead(const Cpp::CtrlStmtNode& statement, int lineColumn);
     void formatParts(Cpp::CtrlStmtNode& statement);
     void writeEmptyBody(const Cpp::CtrlSubStmtHeadNode& head);
     void placePart(const Cpp::SyntaxNode& part, const WantedText& between);

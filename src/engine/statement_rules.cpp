@@ -108,6 +108,14 @@ bool readsLikeKeyword(std::string_view text) {
 
 }  // namespace
 
+// if (a) for (;;) {   in a macro's body, whose lines stay: the "}" stands below what the line begins with
+bool CppFormatter::goesOnLineOfHead(const Cpp::CtrlStmtNode& statement, int lineColumn) {
+    const bool isAhead = lineColumn < columnAfter(out().indent(), 0, out().tabSize());
+    if (!settings_.indentsFromLine || !isAhead) return false;
+    const std::string_view ahead = trimRight(lineBefore(statement));
+    return ahead.ends_with(')') || ahead.ends_with("else");
+}
+
 void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
     if (statement->size() == 0) return;
     int base = baseColumn();
@@ -122,10 +130,8 @@ void CppFormatter::visit(Cpp::CtrlStmtNode* statement) {
         base = copyUpToConstruct(*statement);
     }
     BaseColumnScope scope(*this, base, chainingElseIf_ ? nullptr : statement);
-    // if (a) for (;;) {   in a macro's body, whose lines stay: the "}" stands below what the line begins with
-    const bool goesOnLine = settings_.indentsFromLine && base < columnAfter(out().indent(), 0, out().tabSize());
     std::optional<IndentScope> line;
-    if (goesOnLine) line.emplace(out(), indentToColumn(out(), base));
+    if (goesOnLineOfHead(*statement, base)) line.emplace(out(), indentToColumn(out(), base));
     const auto format = [&] { formatParts(*statement); };
     const Keyed<bool>& kept = keepsStatement(*statement);
     if (kept && tryOnOneLine(*statement, kept.key, format)) return;
