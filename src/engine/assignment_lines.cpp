@@ -204,8 +204,8 @@ void AssignmentLines::readSign(const Trn::Token& token, std::size_t offset) {
 bool AssignmentLines::mayBeSign(const Scope& scope, std::size_t offset) const {
     const bool standsOnLine = scope.line != kNoLine && scope.line == lines_.size() - 1 && !scope.isOver;
     if (!standsOnLine || startsOtherLine(firstKind_) || endsNoTarget(lastKind_)) return false;
-    const std::size_t behind = text_.find_first_not_of(kBlanks, offset + 1);
-    if (behind == text_.npos || text_[behind] == '\n') return false;
+    const std::size_t behind = kBlanks.skipIn(text_, offset + 1);
+    if (behind == text_.size() || text_[behind] == '\n') return false;
     return offset - lines_.back().textStart < static_cast<std::size_t>(kRightmostIndent);
 }
 
@@ -215,7 +215,7 @@ void AssignmentLines::addSign(Scope& scope, std::size_t behind) {
     sign.line = scope.line;
     sign.gapEnd = behind - 1;
     sign.gapStart = trimRight(text_.substr(0, sign.gapEnd)).size();
-    sign.valuePlace = text_.find_first_not_of(kBlanks, behind);
+    sign.valuePlace = kBlanks.skipIn(text_, behind);
     sign.codeEnd = columnAt(sign.gapStart);
     sign.column = columnAt(sign.gapEnd);
     sign.wanted = sign.column;
@@ -302,8 +302,8 @@ int AssignmentLines::columnAt(std::size_t place) const {
 
 // What follows on the same line, if anything does.
 std::size_t AssignmentLines::nextOnLine(std::size_t place) const {
-    const std::size_t next = text_.find_first_not_of(kBlanks, place);
-    return next == text_.npos || text_[next] == '\n' ? kNoLine : next;
+    const std::size_t next = kBlanks.skipIn(text_, place);
+    return next == text_.size() || text_[next] == '\n' ? kNoLine : next;
 }
 
 }  // namespace Tessel
