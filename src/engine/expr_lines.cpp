@@ -125,7 +125,9 @@ void CppExprFormatter::startSourceHanging(Run& run) const {
     const int indented = columnAfter(run.out().indent(), 0, tabSize());
     const bool standBehind = HangingLines::holdsDeclarators(run.hangingText) && run.firstLine.output > indented;
     const int behind = standBehind ? run.firstLine.output - indented : 0;
-    const int indentColumn = isList ? column : std::max(run.firstLine.source - behind, 0);
+    // A list goes by its line where the output indents it so: using A = decltype(\n    value);
+    const bool goesByColumn = isList && run.firstLine.output != indented;
+    const int indentColumn = goesByColumn ? column : std::max(run.firstLine.source - behind, 0);
     run.sourceHanging.emplace(run.text, run.tokens, run.hangingText, SourceHanging::Start{indentColumn, column},
                               settings_.hanging, tabSize());
 }

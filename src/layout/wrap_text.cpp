@@ -146,7 +146,7 @@ void WrapText::readElements(const SourceColumns& source) {
     std::vector<std::pair<std::size_t, int>> brackets;  // around the token, with their columns
     for (std::size_t place = 0; place < tokens_.size(); ++place) {
         column = columnOf(place, column);
-        while (!brackets.empty() && tokens_[brackets.back().first].partner <= place) brackets.pop_back();
+        while (!brackets.empty() && tokens_[brackets.back().first].partner < place) brackets.pop_back();
         if (!brackets.empty() && place > 0 && startsOwnLine(place)) {
             const auto [bracket, bracketColumn] = brackets.back();
             const int offset = column - bracketColumn;

@@ -148,7 +148,7 @@ private:
     static constexpr int kNone = -1;  // no column
     enum Trait : unsigned char { UnevenText = 1, UnevenGap = 2, OwnLine = 4, ContinuesLiteral = 8 };
     // A token in a line below the first element of a list, as far behind the list's bracket as that stands or
-    // further.
+    // further. The bracket that closes the list may be one.
     struct Element {
         std::size_t place;
         std::size_t bracket;
