@@ -10,6 +10,7 @@
 #include "engine/declarator_text.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
+#include "engine/shown_width.h"
 
 namespace Tessel {
 
@@ -266,9 +267,13 @@ void CppExprFormatter::passToken(Run& run) const {
     const bool isBehindText = goesOn && run.current().role == ExprRole::Trivia;
     // Nothing hangs under a literal that stays in the first column.
     const bool isFlush = keptIndent_.isWanted() && run.sweep.column() == 0 && isFlushLiteral(run, place);
-    const int column = isFlush ? run.hanging->columnFor(place) : run.sweep.columnToIndentFrom();
+    if (!goesOn) run.hiddenColumns = 0;
+    const int shown = std::max(run.sweep.columnToIndentFrom() - run.hiddenColumns, 0);
+    const int column = isFlush ? run.hanging->columnFor(place) : shown;
     run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out().tabSize()) : column,
                       place > 0 && !goesOn);
+    if (run.current().start.line != run.current().lastLine()) run.hiddenColumns = 0;
+    run.hiddenColumns += hiddenColumns(run.current().text(), tabSize());
 }
 
 void CppExprFormatter::writeToken(Run& run) const {

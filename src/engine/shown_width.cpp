@@ -71,4 +71,10 @@ int shownColumnAfter(std::string_view text, int column, int tabSize) {
     return column;
 }
 
+int hiddenColumns(std::string_view text, int tabSize) {
+    const std::string_view line = text.substr(text.rfind('\n') + 1);
+    if (std::all_of(line.begin(), line.end(), isAscii)) return 0;
+    return columnAfter(line, 0, tabSize) - shownColumnAfter(line, 0, tabSize);
+}
+
 }  // namespace Tessel

@@ -1,6 +1,6 @@
 #include "engine/source_hanging.h"
 
-#include "engine/columns.h"
+#include "engine/shown_width.h"
 
 namespace Tessel {
 
@@ -17,8 +17,8 @@ void SourceHanging::pass() {
     const std::string_view passed = text_.substr(start, tokens_[place_].offset - start);
     const std::size_t lineFeed = passed.rfind('\n');
     const bool endsLine = lineFeed != std::string_view::npos;
-    column_ = endsLine ? columnAfter(passed.substr(lineFeed + 1), 0, tabSize_)
-                       : columnAfter(passed, column_, tabSize_);
+    column_ = endsLine ? shownColumnAfter(passed.substr(lineFeed + 1), 0, tabSize_)
+                       : shownColumnAfter(passed, column_, tabSize_);
     startsLine_ = endsLine && passed.find_first_not_of(" \t", lineFeed + 1) == std::string_view::npos;
 }
 

@@ -169,6 +169,7 @@ std::vector<WrappedPiece> CppExprLineWrapper::renderPieces(const IndentState& st
     IndentScope noIndent(out, {});
     LeadingSpaceScope keepSpace(out, true);
     int literalColumn = 0;
+    int hidden = 0;  // columns of the line that nobody sees
     for (std::size_t place = 0; place < text_.size(); ++place) {
         const LineStart* start = text_.lineStart(place);
         if (text_.kindAt(place) == Cpp::Directive) {
@@ -184,8 +185,9 @@ std::vector<WrappedPiece> CppExprLineWrapper::renderPieces(const IndentState& st
         } else {
             writeRendered(text_.gap(place), out);
         }
-        text_.placeBracket(place, out.column());
-        if (!text_.continuesLiteral(place)) literalColumn = out.column();
+        if (!out.lineHasText()) hidden = 0;
+        text_.placeBracket(place, out.column() - hidden);
+        if (!text_.continuesLiteral(place)) literalColumn = out.column() - hidden;
         const bool isBlock = text_.tokens()[place].role == ExprRole::Block;
         if (text_.isLongBlock(place) || text_.isParted(place)) {
             pieces.push_back({out.takeText(), block});
@@ -193,6 +195,8 @@ std::vector<WrappedPiece> CppExprLineWrapper::renderPieces(const IndentState& st
             writeToken(place, out);
         }
         if (isBlock) ++block;
+        if (text_.tokenText(place).find('\n') != std::string_view::npos) hidden = 0;
+        hidden += text_.hiddenColumnsOf(place);
     }
     writeRendered(text_.gap(text_.size()), out);
     pieces.push_back({out.takeText()});

@@ -60,6 +60,8 @@ public:
     // The white space in front of a token; behind the last one for size().
     std::string_view gap(std::size_t place) const { return gaps_[place]; }
     std::string_view tokenText(std::size_t place) const;
+    // By how many columns the token is counted as less than its bytes.
+    int hiddenColumnsOf(std::size_t place) const;
     // Something that is neither a token nor white space stands between the tokens.
     bool holdsUnknownText() const { return holdsUnknownText_; }
 

@@ -63,6 +63,10 @@ int WrapText::columnBehindText(std::string_view text, int column) const {
     return countsShown_ ? shownColumnAfter(text, column, tabSize_) : columnAfter(text, column, tabSize_);
 }
 
+int WrapText::hiddenColumnsOf(std::size_t place) const {
+    return countsShown_ ? hiddenColumns(tokenText(place), tabSize_) : 0;
+}
+
 // Of what holds neither tabs nor line ends.
 int WrapText::widthOf(std::string_view text) const {
     return countsShown_ ? shownColumnAfter(text, 0, tabSize_) : lengthOf(text);
