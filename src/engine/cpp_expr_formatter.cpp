@@ -31,6 +31,15 @@ bool isBodyOf(const ExprTokens& tokens, std::size_t capture, std::size_t block) 
     return false;
 }
 
+// Whether a lambda, whose body the block is, says what it returns.
+bool returnsType(const ExprTokens& tokens, std::size_t capture, std::size_t block) {
+    for (std::size_t place = tokens[capture].partner; place < block; ++place) {
+        if (tokens[place].kind == Cpp::Arrow) return true;
+        if (tokens[place].partner != kNoToken && tokens[place].partner > place) place = tokens[place].partner;
+    }
+    return false;
+}
+
 }  // namespace
 
 CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::TextDocument* source,
@@ -123,7 +132,10 @@ int CppExprFormatter::columnOfBlock(const Run& run) const {
     if (!settings_.indentsFromLine) return run.out().textColumn();
     const bool isBelow = run.out().lineHasText() && run.capture != kNoToken &&
                          isBodyOf(run.tokens, run.capture, run.sweep.place());
-    const int lineColumn = isBelow ? run.captureColumn : run.out().textColumn();
+    int lineColumn = isBelow ? run.captureColumn : run.out().textColumn();
+    if (isBelow && run.hanging && returnsType(run.tokens, run.capture, run.sweep.place())) {
+        lineColumn = run.hanging->columnOfReturningBody(run.capture).value_or(lineColumn);
+    }
     const std::optional<int> inList = run.hanging ? run.hanging->columnOfBlock() : std::nullopt;
     return std::max(lineColumn, inList.value_or(lineColumn));
 }
@@ -286,6 +298,7 @@ void CppExprFormatter::writeToken(Run& run) const {
         isNameInLines && run.hanging ? run.hanging->columnWithinName() : std::nullopt;
     std::optional<IndentScope> indent;
     if (column) indent.emplace(run.out(), indentToColumn(run.out(), *column));
+    if (column) run.hanging->breakName(run.sweep.place(), *column);
     run.sweep.writeToken();
 }
 

@@ -43,7 +43,7 @@ ExprSettings::ExprSettings(const PropertySet& scheme)
                          Keys::WS_BETWEEN_AMPERSAND_ANCHOR)),
       hanging{readIndent(scheme, Keys::WRAP_INDENT), dataIndent, operandIndent,
               readIndent(scheme, Keys::INDENT_FN_CONTENT), hangsFromStatement, hangsFromLine, hangsCommas,
-              weighsWholes()},
+              weighsWholes(), operandIndent.present && readWrapMargin(scheme) == 0},
       otherGaps{{formatsOtherGaps, "", formatsOtherGaps.key}, {formatsOtherGaps, " ", formatsOtherGaps.key}},
       beforeLambdaBody(formatsOtherGaps ? withinLine(readText(scheme, Keys::WS_BEFORE_FN_OPEN_BRACE)) : OptionalText()),
       wrapMargin(readWrapMargin(scheme)) {}

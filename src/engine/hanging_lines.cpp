@@ -21,8 +21,6 @@ bool isMemberAccess(int kind) {
     return kind == Cpp::Dot || kind == Cpp::Arrow;
 }
 
-constexpr std::size_t kOperatorsOfCondition = 2;  // "?" and ":"
-
 // Whether an operand follows that lines hang under.
 bool awaitsValue(const ExprToken& token) {
     const int kind = token.kind;
@@ -66,6 +64,13 @@ std::optional<int> HangingLines::columnOfBlock() const {
     return column == kNone ? std::nullopt : std::optional<int>(column);
 }
 
+std::optional<int> HangingLines::columnOfReturningBody(std::size_t capture) const {
+    const Level& level = levels_.back();
+    const bool isStatement = indents_.fromCapture && level.kind == Level::Kind::Statement;
+    const bool isAssigned = isStatement && level.operandStart == capture;
+    return isAssigned && level.element.operandStartsLine ? std::optional<int>(level.base) : std::nullopt;
+}
+
 int HangingLines::columnFor(std::size_t place) const {
     const Level& level = levels_.back();
     const std::size_t next = skipTrivia(place);
@@ -105,8 +110,15 @@ int HangingLines::columnFor(std::size_t place) const {
     if (level.element.choice != kNone && chains_ && !isOneOfConditions(level.question)) return level.element.choice;
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
-    if (kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement) return lineColumn_;
+    const bool isFlush = kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement;
+    if (isFlush && !holdsValueInLine(level, next)) return lineColumn_;
     return columnInLevel(level);
+}
+
+// `a =\n    {1, 2};`
+bool HangingLines::holdsValueInLine(const Level& level, std::size_t open) const {
+    const std::size_t close = tokens_[open].partner;
+    return chains_ && level.awaitsOperand && close != kNoToken && tokens_[close].start.line == tokens_[open].start.line;
 }
 
 // A "&&" may as well be the operator of a condition.
@@ -131,8 +143,10 @@ bool HangingLines::endsInComma(std::size_t close) const {
 std::optional<int> HangingLines::columnWithinName() const {
     if (!chains_) return std::nullopt;
     const Level& level = levels_.back();
-    if (level.element.later == kNone && level.kind == Level::Kind::Statement) return wrapped(level.base);
     const Element& element = level.element;
+    if (element.later == kNone && level.kind == Level::Kind::Statement) {
+        return wrapped(element.operandStartsLine ? element.operand : level.base);
+    }
     return columnAfter(indents_.operand.text, element.later != kNone ? element.later : element.start, tabSize_);
 }
 
@@ -252,6 +266,11 @@ bool HangingLines::continuesLiteral(std::size_t place) const {
     return literalColumn_ != kNone && previous_ != kNoToken && isPart(previous_) && isPart(place);
 }
 
+void HangingLines::breakName(std::size_t place, int column) {
+    nameInLines_ = place;
+    nameColumn_ = column;
+}
+
 void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (startsLine) lineColumn_ = column;
     if (isTrivia(place)) return passComment(place, column);
@@ -292,7 +311,10 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (std::exchange(level.awaitsSection, false)) level.section = column;
     if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
-    if (level.awaitsOperand) element.operand = column;
+    if (level.awaitsOperand) {
+        element.operand = column;
+        element.operandStartsLine = startsLine;
+    }
     if (level.awaitsLater) element.later = column;
     if (!element.choices.empty() && element.choices.back() == kNone) element.choices.back() = column;
     element.choice = kNone;
@@ -306,6 +328,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
         element.operand = element.later = element.chain = element.memberLine = element.shift = kNone;
+        element.operandStartsLine = false;
         element.questions.clear();
         element.choices.clear();
         element.otherwise = kNone;
@@ -365,7 +388,8 @@ void HangingLines::open(std::size_t place) {
     const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
     const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
     level.lineColumn = isRow ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
-    level.contents = columnInCall(outer, place);
+    const int behindName = columnBehindName(place);
+    level.contents = behindName != kNone ? behindName : columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
     if (level.contents == kNone && chains_ && !isBody) {
         level.call = columnOfCall(outer);
@@ -378,6 +402,21 @@ void HangingLines::open(std::size_t place) {
         if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
     }
     levels_.push_back(level);
+}
+
+// From where what stands in parentheses hangs: from where the lambda begins whose parameters these are, from the last
+// line of the name in front of them. kNone for others.
+int HangingLines::columnBehindName(std::size_t open) const {
+    if (!chains_ || open == 0 || tokens_[open].kind != Cpp::OpenParen) return kNone;
+    if (open - 1 == nameInLines_) return wrapped(nameColumn_);
+    const std::size_t capture = kindAt(tokens_, open - 1) == Cpp::CloseBracket ? tokens_[open - 1].partner : kNoToken;
+    if (!indents_.fromCapture || capture == kNoToken) return kNone;
+    return isFirstOfElement(capture) || awaitsValue(tokens_[capture - 1]) ? wrapped(columns_[capture]) : kNone;
+}
+
+bool HangingLines::isFirstOfElement(std::size_t place) const {
+    return place == 0 || tokens_[place - 1].role == ExprRole::Separator ||
+           tokens_[place - 1].role == ExprRole::GroupOpen;
 }
 
 // Whether the line behind the one on which the braces close begins with the next element, as rows do: not `}, {`.
@@ -401,10 +440,7 @@ bool HangingLines::opensBody(std::size_t place) const {
 void HangingLines::closeLevel(std::size_t place) {
     const Level& level = levels_.back();
     const std::size_t open = level.bracket;
-    const bool closesCapture = tokens_[place].kind == Cpp::CloseBracket &&
-                               (open == 0 || tokens_[open - 1].role == ExprRole::Separator ||
-                                tokens_[open - 1].role == ExprRole::GroupOpen);
-    if (closesCapture) {
+    if (tokens_[place].kind == Cpp::CloseBracket && isFirstOfElement(open)) {
         captureClose_ = place;
         captureLineColumn_ = level.lineColumn;
     }
@@ -419,29 +455,6 @@ void HangingLines::closeLevel(std::size_t place) {
 int HangingLines::columnInParentheses(const Level& outer, const Level& level) const {
     if (tokens_[outer.bracket].kind != Cpp::OpenParen || outer.first == kNone) return level.contents;
     return std::max(outer.first, level.contents == kNone ? wrapped(level.base) : level.contents);
-}
-
-bool HangingLines::isOneOfConditions(std::size_t place) const {
-    const OperandChains::Chain* chain =
-        chains_ && kindAt(tokens_, place) == Cpp::Question ? chains_->of(place) : nullptr;
-    return chain && chain->operators > kOperatorsOfCondition;
-}
-
-// Whether the ":" that begins a line stands in the column of the "?" in the line above, in the source.
-bool HangingLines::standsBelowQuestion(const Level& level, std::size_t colon) const {
-    if (level.question == kNoToken || !isOneOfConditions(level.question)) return false;
-    const Trn::Position& question = tokens_[level.question].start;
-    const Trn::Position& start = tokens_[colon].start;
-    return question.line + 1 == start.line && question.column == start.column && question.line > 1;
-}
-
-// From where the ":" of a "?" hangs: the first condition, where several follow each other.
-int HangingLines::columnOfQuestion(const Level& level, std::size_t place, int column) const {
-    if (indents_.conditions && isOneOfConditions(place)) {
-        const int start = columns_[chains_->of(place)->start];
-        if (start != kNone) return start;
-    }
-    return level.element.otherwise != kNone ? level.element.otherwise : column;
 }
 
 // From where the arguments hang of a call that is part of an operation; kNone for others.

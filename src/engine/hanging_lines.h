@@ -20,6 +20,7 @@ struct HangingIndents {
     bool fromLine = false;       // HANGING_FROM_LINE
     bool commas = false;         // HANGING_COMMAS
     bool conditions = false;     // several in a row hang from the first, as WRAP_BY_WEIGHT lays them out
+    bool fromCapture = false;    // parameters of lambdas do from their "[": where no line is wrapped
 };
 
 // Where the lines hang that the author has begun inside a text, one sweep over its tokens:
@@ -65,6 +66,11 @@ public:
     bool isOneOfConditions(std::size_t place) const;
     // From where a block hangs that stands inside the elements of a list, as opposed to being one; nothing for others.
     std::optional<int> columnOfBlock() const;
+    // From where the body hangs of a lambda that names what it returns, and begins the line behind an "="; nothing for
+    // others.
+    std::optional<int> columnOfReturningBody(std::size_t capture) const;
+    // The name passed last goes on in lines that begin at `column`.
+    void breakName(std::size_t place, int column);
     // The next token has come to stand at `column`.
     void pass(std::size_t place, int column, bool startsLine);
 
@@ -79,6 +85,7 @@ private:
         int start = kNone;
         int line = kNone;            // of the line on which it starts
         int operand = kNone;         // the first behind "=" or "return"
+        bool operandStartsLine = false;
         int later = kNone;           // the last operand that stands behind an operator
         int chain = kNone;           // of its first "." or "->"
         int memberLine = kNone;      // of the line, where that begins with a "." or "->"
@@ -142,6 +149,9 @@ private:
     void closeLevel(std::size_t place);
     bool opensBody(std::size_t place) const;
     bool isAboveRow(std::size_t open) const;
+    int columnBehindName(std::size_t open) const;
+    bool isFirstOfElement(std::size_t place) const;
+    bool holdsValueInLine(const Level& level, std::size_t open) const;
     int columnInParentheses(const Level& outer, const Level& level) const;
     int columnInCall(const Level& outer, std::size_t open) const;
     bool standsBelowQuestion(const Level& level, std::size_t colon) const;
@@ -159,6 +169,8 @@ private:
     int literalColumn_ = kNone;        // of the first of the literals that follow each other
     std::size_t templateClose_ = kNoToken;  // the last one
     int templateLineColumn_ = 0;            // of the line on which its template's arguments begin
+    std::size_t nameInLines_ = kNoToken;    // the last one that goes on in further lines
+    int nameColumn_ = 0;                    // of these
     std::size_t captureClose_ = kNoToken;   // the "]" of the last lambda
     int captureLineColumn_ = 0;             // of the line on which it begins
     std::size_t previous_ = kNoToken;  // the last token that is no comment or directive
