@@ -40,8 +40,6 @@ private:
 
     void writeIndent(const HangingLine& line, int shift);
     void writeGap(const AssignmentSign& sign);
-    std::string blanksTo(int column, int from) const;
-
     void copyTo(std::size_t end) {
         out_ += text_.substr(copied_, end - copied_);
         copied_ = end;
@@ -78,7 +76,7 @@ void AssignmentWriter::writeIndent(const HangingLine& line, int shift) {
     copyTo(start);
     const std::size_t blanks = indent.size() - (indent.find_last_not_of(' ') + 1);
     if (!Zelmor::keepsTabs(layout_.tabMode) || (shift < 0 && blanks < static_cast<std::size_t>(-shift))) {
-        out_ += blanksTo(std::max(line.column + shift, 0), 0);
+        out_ += layout_.blanks(0, line.column + shift);
     } else if (shift > 0) {
         out_.append(indent).append(static_cast<std::size_t>(shift), ' ');
     } else {
@@ -89,16 +87,8 @@ void AssignmentWriter::writeIndent(const HangingLine& line, int shift) {
 
 void AssignmentWriter::writeGap(const AssignmentSign& sign) {
     copyTo(sign.gapStart);
-    out_ += blanksTo(sign.wanted, sign.codeEnd);
+    out_ += layout_.blanks(sign.codeEnd, sign.wanted);
     copied_ = sign.gapEnd;
-}
-
-std::string AssignmentWriter::blanksTo(int column, int from) const {
-    // In tabs where the output's are.
-    Zelmor::OTextDocBuf out({layout_.tabMode, layout_.tabSize, 1, from});
-    const std::string blanks(static_cast<std::size_t>(std::max(column - from, 0)), ' ');
-    out.sputn(blanks.data(), static_cast<std::streamsize>(blanks.size()));
-    return out.takeText();
 }
 
 }  // namespace

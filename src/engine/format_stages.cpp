@@ -83,9 +83,7 @@ FormatStages::FormatStages(const FormatOptions& options, const LayoutPasses& pas
     : options_(options),
       passes_(passes),
       extensions_(options.scheme),
-      // No tab size counts as one, as in all that is written.
-      columns_{std::max(readTabSize(options.scheme), 1), readTabMode(options.scheme),
-               readInt(options.scheme, Keys::RIGHT_MARGIN, 0).value},
+      columns_(ColumnLayout::of(options.scheme)),
       wrapsLines_(readSwitch(options.scheme, Keys::LINE_WRAP)) {}
 
 std::list<Diagnostic> FormatStages::read(ParsedText& source) const {

@@ -308,10 +308,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         // `void FIXTURE(a)::f()`: what a macro makes is part of the name.
         const bool isPartOfName =
             settings_.keepsUnrecognized && type.ends_with(')') && head.name()->text().starts_with("::");
-        const OptionalText& between = isPartOfName || (staysOnLine && !isKept && !isSpecifier) ? kAsInInput
-                                      : isKept || isSpecifier                                  ? decidedByBreak
-                                                                                               : wanted;
-        writeType(type, between, !settings_.keepsFunctions);
+        const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
+        writeType(type, isPartOfName ? kAsInInput : between, !settings_.keepsFunctions);
     }
     return column;
 }

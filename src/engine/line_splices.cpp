@@ -60,8 +60,7 @@ bool areSplices(std::string_view directive, std::size_t count) {
 LineSplices::LineSplices(const PropertySet& scheme)
     : alignment_(readInt(scheme, Keys::ALIGN_LINE_SPLICES, kAsTheyAre)),
       margin_(readJoiningMargin(scheme)),
-      tabSize_(std::max(readTabSize(scheme), 1)),
-      tabMode_(readTabMode(scheme)) {}
+      layout_(ColumnLayout::of(scheme)) {}
 
 std::string LineSplices::placed(std::string_view directive, std::string_view text, int firstColumn) const {
     const std::string once = place(directive, text, firstColumn);
@@ -74,13 +73,13 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
     const bool haveSplices = !lines.empty() && before.size() == lines.size() && areSplices(directive, lines.size());
     if (!haveSplices) return std::string(text);
     const auto endOf = [&](const SplicedLine& line) {
-        return columnAfter(line.text, line.isFirst ? firstColumn : 0, tabSize_);
+        return columnAfter(line.text, line.isFirst ? firstColumn : 0, layout_.tabSize);
     };
-    const auto spliceOf = [&](const SplicedLine& line) { return columnAfter(line.blanks, endOf(line), tabSize_); };
+    const auto spliceOf = [&](const SplicedLine& line) { return columnAfter(line.blanks, endOf(line), layout_.tabSize); };
     int widest = 0;
     int common = spliceOf(before.front());
     bool areBehindText = true;
-    const bool keepsTabs = tabMode_ != Zelmor::TabsToSpaces;
+    const bool keepsTabs = layout_.tabMode != Zelmor::TabsToSpaces;
     bool takesTabs = false;
     for (std::size_t line = 0; line < lines.size(); ++line) {
         widest = std::max(widest, endOf(lines[line]));
@@ -93,14 +92,14 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
     int column = common;
     if (alignment_ == AtMargin) column = margin_ - 1;
     if (alignment_ == BehindLongest || column <= widest) {
-        column = takesTabs ? roundUpToMultiple(widest + 1, tabSize_) : widest + 1;
+        column = takesTabs ? roundUpToMultiple(widest + 1, layout_.tabSize) : widest + 1;
     }
     std::string result;
     for (std::size_t line = 0; line < lines.size(); ++line) {
         const int end = endOf(lines[line]);
         // Where the output has no tabs of its own, those that reach the column stay behind a text that has moved too.
         const bool staysAsItIs = end == endOf(before[line]) ? keepsTabs || !areAligned() : !keepsTabs && !areAligned();
-        const bool stands = staysAsItIs && columnAfter(before[line].blanks, end, tabSize_) == column;
+        const bool stands = staysAsItIs && columnAfter(before[line].blanks, end, layout_.tabSize) == column;
         result.append(lines[line].text);
         if (isBehindText) {
             result.append(" ");
@@ -118,16 +117,13 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
 std::string LineSplices::blanksTo(int column, int from, bool takesTabs) const {
     if (takesTabs) {
         std::string tabs;
-        while (from / tabSize_ < column / tabSize_) {
+        while (from / layout_.tabSize < column / layout_.tabSize) {
             tabs += '\t';
-            from = (from / tabSize_ + 1) * tabSize_;
+            from = (from / layout_.tabSize + 1) * layout_.tabSize;
         }
         return tabs + std::string(static_cast<std::size_t>(column - from), ' ');
     }
-    Zelmor::OTextDocBuf out({tabMode_, tabSize_, 1, from});
-    const std::string blanks(static_cast<std::size_t>(column - from), ' ');
-    out.sputn(blanks.data(), column - from);
-    return out.takeText();
+    return layout_.blanks(from, column);
 }
 
 }  // namespace Tessel

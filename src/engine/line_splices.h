@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "engine/column_layout.h"
 #include "engine/optional_text.h"
 #include "scheme/property_set.h"
 
@@ -29,8 +30,7 @@ private:
 
     Keyed<int> alignment_;
     int margin_;
-    int tabSize_;
-    int tabMode_;
+    ColumnLayout layout_;
 };
 
 }  // namespace Tessel

@@ -194,8 +194,9 @@ std::string_view firstStatementOf(std::span<const std::string_view> lines) {
 // The lines end in front of their splices.
 ColumnLayout layoutOf(const PropertySet& scheme) {
     constexpr int spliceWidth = 2;
-    const int margin = readInt(scheme, Keys::RIGHT_MARGIN, 0).value;
-    return {std::max(readTabSize(scheme), 1), readTabMode(scheme), std::max(margin - spliceWidth, 0)};
+    ColumnLayout layout = ColumnLayout::of(scheme);
+    layout.margin = std::max(layout.margin - spliceWidth, 0);
+    return layout;
 }
 
 }  // namespace

@@ -29,9 +29,10 @@ KeyId keyOf(std::string_view before, std::string_view after, std::string_view ne
     if (isOnLine && next.starts_with("//")) return Keys::WS_BEFORE_LINE_COMMENT;
     const bool movesLines = lineFeedsIn(before) != lineFeedsIn(after);
     if (isWrapping) return movesLines ? KeyId(Keys::RIGHT_MARGIN) : KeyId(Keys::WRAP_STYLE);
-    // Lines that hang from what moves go along.
-    const bool isAligned = isOnLine ? next.starts_with('=') : behindLineFeed(before) != behindLineFeed(after);
-    if (!movesLines && isAligned) return Keys::ALIGN_ASSIGNMENTS;
+    // Lines go along with what moves that they hang from, and those of nothing but a comment with the comments above.
+    const bool isMoved = !movesLines && !isOnLine && behindLineFeed(before) != behindLineFeed(after);
+    if (isMoved) return next.starts_with("//") ? Keys::WS_BEFORE_LINE_COMMENT : KeyId(Keys::ALIGN_ASSIGNMENTS);
+    if (isOnLine && next.starts_with('=')) return Keys::ALIGN_ASSIGNMENTS;
     return movesLines ? KeyId(Keys::MAX_BLANK_LINES) : KeyId(Keys::STRIP_TRAILING_WS);
 }
 

@@ -5,7 +5,6 @@
 #include "engine/columns.h"
 #include "engine/gap.h"
 #include "engine/shown_width.h"
-#include "textstream/otext_doc_buf.h"
 
 namespace Tessel {
 
@@ -145,7 +144,7 @@ void TrailingComments::placeLast(std::string& written) {
         for (auto comment = first; comment != last_.end(); ++comment) {
             if (!isAstray(*comment)) continue;
             written.append(tail, copied - start, comment->gapStart - copied);
-            written += blanksTo(column, comment->codeEnd);
+            written += columns_.blanks(comment->codeEnd, column);
             copied = comment->gapEnd;
         }
         written.append(tail, copied - start);
@@ -169,14 +168,6 @@ int TrailingComments::columnForLast() const {
     const bool keepsWidth = !last_.empty() && last_.back().isBlock && !settings_.alignsLineComments;
     if (keepsWidth) return codeEnd + kept;
     return settings_.keepsColumns ? std::max(column, codeEnd + kept) : column;
-}
-
-std::string TrailingComments::blanksTo(int column, int from) const {
-    // In tabs where the output's are.
-    Zelmor::OTextDocBuf out({columns_.tabMode, columns_.tabSize, 1, from});
-    const std::string blanks(static_cast<std::size_t>(column - from), ' ');
-    out.sputn(blanks.data(), column - from);
-    return out.takeText();
 }
 
 }  // namespace Tessel

@@ -68,7 +68,6 @@ private:
     int columnIn(std::string_view text, std::size_t offset) const;
     static int columnIn(std::string_view text, std::size_t offset, int tabSize);
     int columnForLast() const;
-    std::string blanksTo(int column, int from) const;
 
     ColumnLayout columns_;
     std::string_view source_;

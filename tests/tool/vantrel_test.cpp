@@ -332,6 +332,10 @@ TEST_F(Vantrel, ExplainsGaps) {
     EXPECT_THAT(explainOther("d.c:10"), HasSubstr("d.c:10:5: GLOBAL_WS_BEFORE_OPEN_BRACE"))
         << "a block that is indented as any other statement";
     EXPECT_THAT(explainOther("d.c:13"), HasSubstr("d.c:13:3: WS_BEFORE_CASE_OPEN_BRACE"));
+    folder.write("c.vts", "Tessel::PropertySet\n1\n\"c\"\n3 VANTREL_VERSION \"1.2.1\"\n"
+                          "3 WS_BEFORE_LINE_COMMENT \" \"\n");
+    folder.write("c.c", "int a;    // b\n          // c\n");
+    EXPECT_THAT(run({"explain", "-s", "c.vts", "c.c"}).output, HasSubstr("c.c:2:11: WS_BEFORE_LINE_COMMENT"));
     folder.write("p.vts", "Tessel::PropertySet\n1\n\"p\"\n3 VANTREL_VERSION \"1.2.1\"\n3 LEFT_MARGIN \"\"\n"
                           "1 ALIGN_PPD_LEFT_MOST 1\n3 INDENT_NS_CONTENT \"\"\n3 INDENT_FN_CONTENT \"\t\"\n");
     folder.write("p.c", "int a;\n  #if A\n#endif\nnamespace n {\n#if A\nvoid f() {\n#if B\n#endif\n}\n"
