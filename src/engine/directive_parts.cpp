@@ -229,6 +229,15 @@ DirectiveParts partsOfMacro(Tokens tokens, bool holdsHash) {
     return parts;
 }
 
+// Blanks, and splices with their line ends.
+bool isGap(std::string_view text) {
+    for (std::size_t place = kBlanks.skipIn(text, 0); place < text.size(); place = kBlanks.skipIn(text, place + 1)) {
+        if (text[place] == '\\') place = kBlanks.skipIn(text, place + 1);
+        if (place == text.size() || text[place] != '\n') return false;
+    }
+    return true;
+}
+
 // What is no other "#", no line end, and no splice.
 bool mayStandAtPaste(char c) { return c != '#' && c != '\\' && c != '\n' && c != '"' && c != '\''; }
 
@@ -289,8 +298,7 @@ DirectiveParts partsOf(std::string_view directive) {
     std::vector<Trn::Token> all = tokensOf(directive);
     if (all.size() < 2 || holdsSplicedToken(directive)) return {};
     // Behind a character that is no token nothing is known.
-    const std::string_view ahead = directive.substr(1, all.front().offset - 1);
-    if (ahead.find_first_not_of(" \t\\\n") != ahead.npos) return {};
+    if (!isGap(directive.substr(1, all.front().offset - 1))) return {};
     if (all.front().text != "define") return partsOfCondition(Tokens(all).subspan(1));
     const bool holdsHash = std::ranges::any_of(all, isHash);
     std::string names(1, directive.front());

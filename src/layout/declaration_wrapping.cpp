@@ -35,6 +35,16 @@ bool endsWithComma(std::string_view initializer) {
     return trimRight(elements).ends_with(',');
 }
 
+bool haveLinesEach(const Cpp::EnumBodyNode& body) {
+    std::uint32_t line = body.open().line;
+    return std::ranges::all_of(body.children(), [&line](const auto& child) {
+        if (!Cpp::as<Cpp::ExprNode>(child.get())) return true;
+        const bool startsLine = child->start().line > line;
+        line = child->end().line;
+        return startsLine;
+    });
+}
+
 }  // namespace
 
 // A declaration with a body in braces.
@@ -75,7 +85,8 @@ void CppLineWrapper::visit(Cpp::ClassHeadNode* head) {
     copyThrough(*head);
 }
 
-// Enumerators with a line each stay as they are.
+// Enumerators with a line each stay as they are; where that is how they were written, those that are too long are broken
+// by themselves.
 void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     if (copyUnlessLong(*body)) return;
     const CommaTexts& commas = settings_.commas.enumerators;
@@ -88,6 +99,11 @@ void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     }
     copyThrough(body->open());
     IndentScope indent(out_, indentAt(baseColumn()) + settings_.enums.indent);
+    if (wrapper_.settings().keepsLineBreaks && haveLinesEach(*body)) {
+        for (const auto& child : body->children()) child->accept(*this);
+        copyThrough(*body);
+        return;
+    }
     WrapContext context;
     context.respacesCommas = commas.areAbsent();
     context.keepsLines = !commas.behind.present;
