@@ -106,7 +106,8 @@ int HangingLines::columnFor(std::size_t place) const {
     if (isName && level.kind == Level::Kind::List && level.element.start != kNone) {
         return wrapped(level.element.start);
     }
-    if (kind == Cpp::OpenParen && level.kind == Level::Kind::Statement && followsMacroCall()) return level.base;
+    const bool isOfMacro = kind == Cpp::OpenParen || (kind == Cpp::Identifier && token.role == ExprRole::Operand);
+    if (isOfMacro && level.kind == Level::Kind::Statement && followsMacroCall()) return level.base;
     if (level.element.choice != kNone && chains_ && !isOneOfConditions(level.question)) return level.element.choice;
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
@@ -127,9 +128,11 @@ bool HangingLines::followsMark() const {
            tokens_[previous_].kind != Cpp::LogicalAnd;
 }
 
-// Whether nothing but a macro's call stands in front: what it makes takes the arguments that follow.
+// Whether nothing but calls of macros stands in front, a line each: what they make takes the arguments that follow, or
+// brings what separates it from what follows.
 bool HangingLines::followsMacroCall() const {
-    return previous_ != kNoToken && tokens_[previous_].partner == 1 && Cpp::isUpperCase(tokens_.front().text());
+    const bool isCall = previous_ != kNoToken && call_ != kNoToken && tokens_[previous_].partner == call_ + 1;
+    return isCall && tokens_[call_].kind == Cpp::Identifier && Cpp::isUpperCase(tokens_[call_].text());
 }
 
 // `IF_FEATURE(a,)`: the call of a macro that an element begins with takes the comma behind that, a name, in.
@@ -273,6 +276,8 @@ void HangingLines::breakName(std::size_t place, int column) {
 
 void HangingLines::pass(std::size_t place, int column, bool startsLine) {
     if (startsLine) lineColumn_ = column;
+    const bool isFirst = startsLine || previous_ == kNoToken;
+    if (isFirst && isOutsideBrackets()) call_ = column == levels_.front().base ? place : kNoToken;
     if (isTrivia(place)) return passComment(place, column);
     const bool closesBody = levels_.back().close == place && levels_.back().kind == Level::Kind::Body;
     while (levels_.size() > 1 && levels_.back().close == place) closeLevel(place);

@@ -173,6 +173,7 @@ private:
     int nameColumn_ = 0;                    // of these
     std::size_t captureClose_ = kNoToken;   // the "]" of the last lambda
     int captureLineColumn_ = 0;             // of the line on which it begins
+    std::size_t call_ = kNoToken;      // the first token of the last line in the column of the text
     std::size_t previous_ = kNoToken;  // the last token that is no comment or directive
     // The comments and directives that were skipped last.
     mutable std::size_t triviaStart_ = 1;

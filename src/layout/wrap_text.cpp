@@ -66,6 +66,7 @@ void readInfixWords(ExprTokens& tokens) {
 void WrapText::read(std::string_view text, ExprMode mode, int trailingWidth, const SourceColumns& source,
                     std::span<const TextExtent> blocks, LambdaParameters parameters) {
     text_ = text;
+    mode_ = mode;
     trailingWidth_ = trailingWidth;
     readExprTokens(text, mode, tokens_, blocks, nullptr, parameters);
     if (parameters == LambdaParameters::Declared) readInfixWords(tokens_);
@@ -226,10 +227,22 @@ void WrapText::joinAt(std::size_t place) {
     const ExprToken& before = tokens_[place - 1];
     const bool isApart = tokens_[place].role == ExprRole::Trivia || before.role == ExprRole::Trivia;
     if (isApart || !holdsLineEnd(gaps_[place])) return;
+    if (mode_ == ExprMode::Expression && startsMacro(place)) return;
     const bool isTight = isJoinedTightly(before, tokens_[place]) &&
                          !Cpp::wouldJoin(tokenText(place - 1), tokenText(place));
     gaps_[place] = isTight ? "" : " ";
     joined_[place] = true;
+}
+
+// Behind the call of a macro that brings what separates the two:
+//
+//     ENTRY(first)
+//     ENTRY(second)
+bool WrapText::startsMacro(std::size_t place) const {
+    const ExprToken& before = tokens_[place - 1];
+    const bool isCall = before.role == ExprRole::GroupClose && before.partner > 0 &&
+                        kindAt(before.partner - 1) == Cpp::Identifier;
+    return isCall && kindAt(place) == Cpp::Identifier && tokens_[place].role == ExprRole::Operand;
 }
 
 bool WrapText::beganLine(std::size_t place) const {

@@ -159,6 +159,7 @@ private:
     };
 
     void measureGaps();
+    bool startsMacro(std::size_t place) const;
     void joinAt(std::size_t place);
     void joinRows(int column);
     void refillAt(std::size_t place);
@@ -179,6 +180,7 @@ private:
     int rightMargin_;
     bool countsShown_;
     std::string_view text_;
+    ExprMode mode_ = ExprMode::Expression;
     std::vector<ExprToken> tokens_;
     std::vector<std::string_view> gaps_;
     std::vector<unsigned char> traits_;

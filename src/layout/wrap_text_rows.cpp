@@ -96,7 +96,7 @@ bool WrapText::staysInBrace(std::size_t place, std::size_t open) const {
     const std::size_t close = tokens_[open].partner;
     const bool isBlock = holdsLineEnd(gaps_[open + 1]) && holdsLineEnd(gaps_[close]);
     if (place == open + 1 || place == close) return isBlock;
-    return isComma(tokens_, place - 1);
+    return isComma(tokens_, place - 1) || startsMacro(place);
 }
 
 }  // namespace Tessel
