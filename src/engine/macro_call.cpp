@@ -24,9 +24,7 @@ constexpr bool isDoubtful(int kind) {
         case Cpp::CloseBrace:
         case Cpp::Asterisk:
         case Cpp::Ampersand:
-        case Cpp::LogicalAnd:
-        case Cpp::Less:
-        case Cpp::Greater: return true;
+        case Cpp::LogicalAnd: return true;
         default: return false;
     }
 }
@@ -50,17 +48,23 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     int depth = 1;
     bool followsWord = false;
     bool followsMark = false;
+    bool holdsLess = false;
+    bool followsAngles = false;
     while (depth > 0) {
         const Trn::Token token = lexer.nextToken();
         const int kind = token.kind;
         // `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
-        const bool marksType = isAnyMark(kind) && (followsWord || followsMark);
+        const bool marksType = isAnyMark(kind) && (followsWord || followsMark || followsAngles);
         if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType)) return false;
         if (followsMark && !marksType && kind != Cpp::Comma && kind != Cpp::CloseParen) return false;
         followsMark = marksType;
         // Where words that follow each other go on in further lines, is the macro's affair.
         const bool isWord = Cpp::isNamePart(token.text.front());
         if (!isOnLine && isWord && followsWord) return false;
+        // `FIELD(List<int> names)` declares, or compares.
+        if (followsAngles && isWord) return false;
+        holdsLess |= kind == Cpp::Less;
+        followsAngles = holdsLess && (kind == Cpp::Greater || kind == Cpp::ShiftRight);
         followsWord = isWord;
         if (kind == Cpp::OpenParen) ++depth;
         if (kind == Cpp::CloseParen) --depth;
