@@ -107,15 +107,14 @@ void AssignmentLines::read(const Trn::Token& token, std::size_t offset) {
     if (token.kind == Cpp::Less && lastKind_ == Cpp::KeywordTemplate) open(Cpp::Greater, end);
     if (closesScope(token.kind) || token.kind == Cpp::Greater || token.kind == Cpp::ShiftRight) close(token.kind);
     Scope& scope = scopes_.back();
-    if (token.kind == Cpp::Less && scope.closing == Cpp::Greater && lastKind_ != Cpp::KeywordTemplate) {
-        open(Cpp::Greater, end);
-    }
     if (token.kind == Cpp::Comma && scope.angles <= 0) ++scope.commas;
     scope.angles += angleStep(token.kind);
     if (token.kind == Cpp::Semicolon) {
         scope.isOver = true;
         scope.valueSign = kNoSign;
     }
+    const bool nestsAngles = scope.closing == Cpp::Greater && lastKind_ != Cpp::KeywordTemplate;
+    if (token.kind == Cpp::Less && nestsAngles) open(Cpp::Greater, end);  // after which the scope stands elsewhere
     textEnd_ = end;
     lastKind_ = token.kind;
 }

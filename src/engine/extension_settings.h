@@ -123,6 +123,7 @@ public:
     Keyed<bool> breaksAsLastResort = from_.isOn(Keys::WRAP_LAST_RESORT);
     Keyed<bool> keepsPartsWhole = from_.isOn(Keys::WRAP_WHOLE_PARTS);
     Keyed<int> wrapWeighing = from_.number(Keys::WRAP_BY_WEIGHT);
+    Keyed<bool> literalsMayRunOver = from_.isOn(Keys::LITERALS_BEYOND_MARGIN);
     // Whether the ways to break a text are weighed against each other as wholes.
     bool weighsWholes() const { return wrapWeighing > 0 && operandIndent.present && keepsLineBreaks; }
     // Lists of values stand close to their braces, and these to what they are the value of.

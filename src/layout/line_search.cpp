@@ -191,10 +191,23 @@ void LineSearch::note(Way& way, std::size_t place, int column, int split) {
     way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
 }
 
+// What is beyond the margin of the token passed last.
+void LineSearch::payOverflow(Way& way, int before, std::size_t place) const {
+    const ExprToken& token = tokens_[place];
+    const bool isClosing = token.role == ExprRole::GroupClose || token.role == ExprRole::BraceClose ||
+                           token.role == ExprRole::Separator;
+    if (!isClosing) way.endsInLiteral = token.kind == Cpp::StringLiteral;
+    payOverflow(way, before, token.kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
+}
+
 void LineSearch::payOverflow(Way& way, int before, std::int64_t columnCost) const {
     const int margin = settings_.rightMargin;
     const int excess = std::max(way.column - margin, 0) - std::max(before - margin, 0);
-    way.cost += columnCost * excess;
+    if (!settings_.literalsMayRunOver || !way.endsInLiteral) {
+        way.cost += columnCost * excess;
+    } else if (excess > 0) {
+        way.cost += kLiteralColumnBeyondMargin * excess + (before <= margin ? kLiteralBeyondMargin : 0);
+    }
 }
 
 }  // namespace Tessel

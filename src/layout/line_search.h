@@ -40,6 +40,9 @@ private:
     static constexpr std::uint32_t kNone = 0xffffffff;
     static constexpr std::int64_t kColumnBeyondMargin = 1'000'000;
     static constexpr std::int64_t kCommentBeyondMargin = 100;  // for each column
+    // By LITERALS_BEYOND_MARGIN, for each, and its columns with those of the brackets that close behind it.
+    static constexpr std::int64_t kLiteralBeyondMargin = 60;
+    static constexpr std::int64_t kLiteralColumnBeyondMargin = 2;
     // Columns of what is no line:
     static constexpr int kParted = -1;  // a block that has been broken
     static constexpr int kPadded = -2;  // an element in a column
@@ -77,6 +80,7 @@ private:
         int literal = -1;    // of the first of the literals in a row
         int lineDepth = 0;   // of the first token of the line
         int lowestDepth = 0; // of the line
+        bool endsInLiteral = false;  // but for what closes or parts, the line ends in one
         std::int64_t cost = 0;
         std::uint32_t lines = kNone;  // the last of those that have begun
     };
@@ -103,6 +107,7 @@ private:
     void keepLightest();
     void putLines(const Way& way);
     void note(Way& way, std::size_t place, int column, int split = 0);
+    void payOverflow(Way& way, int before, std::size_t place) const;
     void payOverflow(Way& way, int before, std::int64_t columnCost) const;
 
     // line_search_choices.cpp

@@ -169,7 +169,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
     way.column = start + (isLongBlock ? 1 : widths_[place]);
     const int bracket = text_.kindAt(place + 1) == Cpp::OpenParen ? 1 : 0;
     if (!text_.isWithinMargin(way.column + bracket)) splitName(way, place, start);
-    payOverflow(way, start, tokens_[place].kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
+    payOverflow(way, start, place);
     if (!isLongBlock) return;
     way.cost += way.lineColumn - indentColumn_;
     way.column = way.lineColumn + 1;

@@ -120,6 +120,7 @@ void Search::askOfJoinedLines(int margin) {
     const std::size_t many = trial_->lines() / kLinesToAHand;
     for (const auto& [key, values] : wrapStyles()) ask(key, values, many);
     if (Tessel::valueOf(scheme_, WRAP_BY_WEIGHT)) ask(WRAP_BY_WEIGHT, {1, 2});
+    if (Tessel::valueOf(scheme_, WRAP_BY_WEIGHT)) ask(LITERALS_BEYOND_MARGIN, {std::nullopt, true}, many);
     askWrapIndent();
 }
 

@@ -135,6 +135,13 @@ void addLongLines(std::vector<KeyGuide>& rows) {
          "a_template<of, three> some_name(its_argument);\n",
          wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2), set(Keys::KEEP_LINE_BREAKS, true),
                    set(Keys::HANGING_OPERAND_INDENT, "    ")})});
+    rows.push_back(
+        {set(Keys::LITERALS_BEYOND_MARGIN, true), group,
+         "With WRAP_BY_WEIGHT, a string literal may run over the margin where a line that begins in front of it would "
+         "part what belongs together.",
+         "print(\"a text that is longer than the line\");\n",
+         wrapping({set(Keys::WRAP_INDENT, "    "), set(Keys::COMMA_WRAP_STYLE, 2), set(Keys::KEEP_LINE_BREAKS, true),
+                   set(Keys::HANGING_OPERAND_INDENT, "    "), set(Keys::WRAP_BY_WEIGHT, 2)})});
 }
 
 void addWithoutEffect(std::vector<KeyGuide>& rows) {
