@@ -300,11 +300,11 @@ bool ItemScanner::followsDeclaredName(const Progress& seen) const {
            isMacroBehindName(tokens_.at(seen.third), tokens_.at(seen.second), tokens_.at(seen.previous));
 }
 
-// Whether nothing but a macro stands in front of the last word.
+// Whether nothing but a macro stands in front of the last word, on its line, or a name on a line of its own.
 bool ItemScanner::followsMacro(const Progress& seen) const {
     if (seen.typeWords != 1 || seen.second == kNone) return false;
     const Trn::Token word = tokens_.at(seen.second);
-    return word.kind == Identifier && isUpperCase(word.text);
+    return word.kind == Identifier && (isUpperCase(word.text) || startsLaterLine(seen.previous, seen.second));
 }
 
 // Whether a pointer mark or a type that is built in stands in front of the last word.
