@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <set>
 
 #include "cpp/directive_text.h"
 #include "cpp/token_kind.h"
@@ -40,16 +41,18 @@ public:
     static constexpr State kNone = 0;
 
     State open(State state, int kind) {
-        nodes_.push_back({state, kind});
+        nodes_.push_back({state, kind, depth(state) + 1});
         return static_cast<State>(nodes_.size());
     }
     int kind(State state) const { return nodes_[state - 1].kind; }
     State outer(State state) const { return nodes_[state - 1].outer; }
+    int depth(State state) const { return state == kNone ? 0 : nodes_[state - 1].depth; }
 
 private:
     struct Node {
         State outer;
         int kind;
+        int depth;
     };
     std::vector<Node> nodes_;
 };
@@ -86,9 +89,14 @@ struct Fold {
     Place last;
 };
 
+using Conditions = std::set<std::string>;
+
 class GroupReader {
 public:
-    explicit GroupReader(const Tokens& tokens) : tokens_(tokens) {}
+    // Branches that open brackets and have no "#else" are read but where `closed` is there, and has not their
+    // condition.
+    explicit GroupReader(const Tokens& tokens, const Conditions* closed = nullptr)
+        : tokens_(tokens), closed_(closed) {}
 
     void run() {
         const auto end = static_cast<Place>(tokens_.size());
@@ -102,6 +110,10 @@ public:
             }
         }
     }
+
+    bool endsOpen() const { return state_ != OpenBrackets::kNone; }
+    // Those of branches that close more than they open.
+    const Conditions& closedConditions() const { return closing_; }
 
     // In the order of their ends, inner ones in front of those around them.
     std::vector<Fold> takeFolds() { return std::move(folds_); }
@@ -207,9 +219,10 @@ private:
         const bool areWhole = std::ranges::all_of(group.branches, isWhole);
         state_ = group.start;
         if (areWhole && !splitsHead(group, end)) return;
+        noteClosing(group);
         const std::size_t count = group.branches.size();
-        const std::size_t chosen =
-            choose(group, [&](const Branch& branch) { return areWhole ? endsHead(branch) : !branch.closesTooMuch; });
+        const auto mayBeRead = [&](const Branch& branch) { return areWhole ? endsHead(branch) : !branch.closesTooMuch; };
+        const std::size_t chosen = isNeverClosed(group) ? count : choose(group, mayBeRead);
         for (std::size_t i = 0; i < count; ++i) {
             const Place last = i + 1 < count ? group.branches[i + 1].first : end;
             if (i != chosen && last > group.branches[i].first + 1) folds_.push_back({group.branches[i].first, last});
@@ -219,6 +232,19 @@ private:
         if (group.branches[chosen].closesTooMuch && !groups_.empty()) {
             groups_.back().branches.back().closesTooMuch = true;
         }
+    }
+
+    void noteClosing(const Group& group) {
+        const int depth = brackets_.depth(group.start);
+        for (std::size_t i = 0; i < group.branches.size(); ++i) {
+            if (brackets_.depth(group.branches[i].end) < depth) closing_.insert(conditionOf(group, i));
+        }
+    }
+
+    bool isNeverClosed(const Group& group) const {
+        return closed_ && group.branches.size() == 1 &&
+               brackets_.depth(group.branches.front().end) > brackets_.depth(group.start) &&
+               !closed_->contains(conditionOf(group, 0));
     }
 
     // The branch that is read, or the number of branches where none is. What its condition says is remembered, for
@@ -273,6 +299,8 @@ private:
     }
 
     const Tokens& tokens_;
+    const Conditions* closed_;
+    Conditions closing_;
     Place last_ = kNoPlace;  // the last token that is no comment or directive
     OpenBrackets brackets_;
     OpenBrackets::State state_ = OpenBrackets::kNone;
@@ -293,11 +321,21 @@ std::vector<Fold> outermost(std::vector<Fold> folds) {
     return result;
 }
 
+// Where the text ends inside of a bracket, and would not if what is opened under a condition for good were left out,
+// that is left out.
+GroupReader readGroups(const Tokens& tokens) {
+    GroupReader reader(tokens);
+    reader.run();
+    if (!reader.endsOpen()) return reader;
+    GroupReader other(tokens, &reader.closedConditions());
+    other.run();
+    return other.endsOpen() ? reader : other;
+}
+
 }  // namespace
 
 TakenConditions foldUnreadBranches(Tokens& tokens) {
-    GroupReader reader(tokens);
-    reader.run();
+    GroupReader reader = readGroups(tokens);
     const std::vector<Fold> folds = outermost(reader.takeFolds());
     TakenConditions conditions = reader.takeConditions();
     if (folds.empty()) return conditions;

@@ -23,7 +23,8 @@ using TakenConditions = std::map<std::string, bool>;
 //
 // one branch is read, and each other one becomes a token that nobody looks into. The branch that is read is the first
 // whose condition agrees with what was chosen before, and that closes no bracket that is not open. The same goes for
-// branches that hold different heads of one body, which follows the "#endif". Returns what was chosen by.
+// branches that hold different heads of one body, which follows the "#endif". An only branch that opens what no branch
+// of its condition closes is not read, should the text else have no end. Returns what was chosen by.
 TakenConditions foldUnreadBranches(Trn::TokenList& tokens);
 
 }  // namespace Cpp

@@ -29,6 +29,7 @@ struct ItemScanner::Progress {
     bool sawTypedef = false;
     bool sawClassKey = false;
     bool sawColon = false;
+    bool followsType = false;  // of ItemContext
 
     void takeWord(int kind) {
         if (isStorageWord(kind)) return;
@@ -53,6 +54,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
     Progress seen;
     Index place = links_.significant(start);
     seen.start = place;
+    seen.followsType = context.followsType;
     const auto found = [&](Shape shape) {
         noBraceBefore = std::max(noBraceBefore, place);
         return Item{shape, place, 0};
@@ -129,6 +131,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
 // name, should there be none.
 bool ItemScanner::makesClass(Index end) const {
     if (kind(end) == Colon) return isAccessKeyword(kind(next(end)));
+    if (findsMacros_ && opensWithLabel(end)) return true;
     // Behind a slice of the tokens stands the text of what follows it.
     return kind(end) == OpenBrace && links_.holdsStatements(end) && tokens_.at(behind(end)).text == ";";
 }
@@ -153,6 +156,7 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     const Index following = next(close);
     const int followingKind = kind(following);
     if (findsMacros_ && followingKind == Colon && makesClass(following)) return std::nullopt;
+    if (findsMacros_ && seen.isAlone() && opensWithLabel(following)) return std::nullopt;
     if (findsMacros_ && followingKind == Semicolon && holdsMarkedName(open) && followsTypedName(seen)) {
         return Item{Shape::Data, open, 0};
     }
@@ -382,7 +386,7 @@ bool ItemScanner::isBraceInitializer(Index brace, const Progress& seen) const {
     const int before = kind(seen.previous);
     const bool isNamed = seen.typeWords + seen.lastWords > 1;
     // struct { int a; } b{1};
-    if (before == Identifier) return isNamed || (findsMacros_ && followsBody(seen.start));
+    if (before == Identifier) return isNamed || seen.followsType;
     return before == OpenBracket || before == Less;
 }
 

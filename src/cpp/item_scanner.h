@@ -14,6 +14,7 @@ namespace Cpp {
 struct ItemContext {
     enum class Scope { Outside, Class, Block } scope = Scope::Outside;
     std::string_view className;  // of the class around, whose constructors have it for a name
+    bool followsType = false;    // what is declared has a class or an enum, with its body, in front of it on the line
 };
 
 // Declarations, and what the braces and parentheses of an item are to it.
@@ -62,6 +63,7 @@ private:
     bool holdsClassKey(Index open) const;
     Index behindMarkedType(Index type) const;
     bool isListOfPointers(Index inside) const;
+    bool opensWithLabel(Index place) const;
     bool endsWithValue(Index word) const;
     Index endOfAnnotations(Index place) const;
     bool endsInAnnotations(Index place) const;

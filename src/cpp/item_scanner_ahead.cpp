@@ -70,6 +70,11 @@ bool ItemScanner::holdsElements(Index place) const {
     return kind(place) == Assign && kind(next(place)) == OpenBrace;
 }
 
+// `{ public:`: no function's body begins so.
+bool ItemScanner::opensWithLabel(Index place) const {
+    return kind(place) == OpenBrace && isAccessKeyword(kind(next(place)));
+}
+
 // `aligned(64);`, `aligned(sizeof(int));`: no parameter begins so.
 bool ItemScanner::endsWithValue(Index word) const {
     const Index open = next(word);

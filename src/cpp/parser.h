@@ -124,6 +124,7 @@ private:
     void addNamespace(TokenBuffer& tokens, InteriorNode& list);
     bool startsCallChain(const TokenBuffer& tokens) const;
     Index endOfModuleLine(const TokenBuffer& tokens) const;
+    bool followsType(const TokenBuffer& tokens, Index place) const;
     bool isNamespaceAlias(const TokenBuffer& tokens) const;
     std::unique_ptr<NamespaceHeadNode> parseNamespaceHead(TokenBuffer& tokens);
     std::unique_ptr<NamespaceBodyNode> parseNamespaceBody(TokenBuffer& tokens);
@@ -229,6 +230,7 @@ private:
     std::shared_ptr<const Trn::TokenList> tokens_;
     TakenConditions conditions_;
     std::string_view className_;  // of the class whose body is read
+    Index typeEnd_ = 0;           // the "}" of the last class or enum that was read
     int itemMessages_ = 0;        // about the item that is read, but for those about the items in its body
     int depth_ = 0;               // of constructs inside constructs
     int chainDepth_ = 0;          // of "else if" parts, each inside the one before it

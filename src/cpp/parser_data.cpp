@@ -158,7 +158,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
     std::vector<Token> declarator;
     Token ending;
     Index previous = TokenLinks::kNone;
-    const bool hasTypeInFront = keepsUnrecognized_ && view(tokens).followsBody(tokens.place());
+    const bool hasTypeInFront = followsType(tokens, tokens.place());
     bool isBraced = false;
     bool hasMacros = false;
     while (true) {

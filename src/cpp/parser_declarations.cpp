@@ -43,7 +43,7 @@ std::optional<Trn::Position> findObjectiveC(const Trn::TokenList& tokens) {
 void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::Diagnostic>& diagnostics) {
     diagnostics_ = diagnostics;
     depth_ = chainDepth_ = itemMessages_ = 0;
-    noDeclarationBefore_ = noBraceBefore_ = 0;
+    noDeclarationBefore_ = noBraceBefore_ = typeEnd_ = 0;
     className_ = {};
     kept_.clear();
     using Words = KeywordNames::Words;
@@ -107,8 +107,8 @@ void Parser::parseTopLevelItem(TokenBuffer& tokens, RootNode& root) {
 void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
     const Index place = tokens.place();
     const Token name = tokens.next();
-    const bool isDeclared = keepsUnrecognized_ && view(tokens).followsBody(place) &&
-                            items(tokens).holdsValues(view(tokens).next(place), place);
+    const bool isDeclared =
+        followsType(tokens, place) && items(tokens).holdsValues(view(tokens).next(place), place);
     if (peekSignificant(tokens).kind == OpenBrace && !isDeclared) {
         root.add(std::make_unique<ExprNode>(LeafText(name), name.start, name.end));
         skipTrivia(tokens);
@@ -219,7 +219,7 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
     NestingScope nesting(depth_, tokens);
     skipTrivia(tokens);
     const Index start = tokens.place();
-    const Item item = items(tokens).scanDeclaration(start, {scope, className_}, noBraceBefore_);
+    const Item item = items(tokens).scanDeclaration(start, {scope, className_, followsType(tokens, start)}, noBraceBefore_);
     switch (item.shape) {
         case Shape::Function: return parseFunctionShape(tokens, start, item);
         case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
@@ -299,8 +299,21 @@ Parser::Declaration Parser::parseBracedShape(TokenBuffer& tokens, Index start, c
     if (close == TokenLinks::kNone) return failAtEnd(tokens, endPlace());
     tokens.moveTo(close + 1);
     TokenBuffer declaration = tokens.slice(start, close + 1);
-    if (item.shape == Item::Shape::Enum) return {parseEnumDecl(declaration), true};
-    return {parseClassDecl(declaration), true};
+    Declaration type;
+    if (item.shape == Item::Shape::Enum) {
+        type.node = parseEnumDecl(declaration);
+    } else {
+        type.node = parseClassDecl(declaration);
+    }
+    type.takesSemicolon = true;
+    typeEnd_ = close;
+    return type;
+}
+
+// `struct A { int b; } c{1}, d{2};`: whether what is declared has its type in front of it on the line.
+bool Parser::followsType(const TokenBuffer& tokens, Index place) const {
+    if (!keepsUnrecognized_ || place == 0 || place != typeEnd_ + 1) return false;
+    return tokens.at(place).start.line == tokens.at(typeEnd_).end.line;
 }
 
 }  // namespace Cpp

@@ -28,10 +28,6 @@ bool TokenView::endsWithAssign(Index openParen) const {
     return isWord(kind(close - 2)) || kind(close - 2) == CloseBracket;
 }
 
-bool TokenView::followsBody(Index place) const {
-    return place > 0 && kind(place - 1) == CloseBrace && !startsLaterLine(place, place - 1);
-}
-
 bool TokenView::promisesNoThrow(Index place) const {
     const bool isReference = kind(place) == Ampersand || kind(place) == LogicalAnd;
     return tokens_.at(isReference ? next(place) : place).text == "noexcept";

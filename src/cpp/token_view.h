@@ -21,8 +21,6 @@ public:
     // `IF_WIDE(long flags[] =) { 1 }`: whether a macro's argument ends with a declarator and the "=" whose value stands
     // behind the macro.
     bool endsWithAssign(Index openParen) const;
-    // Whether a "}" stands in front on the line: what is declared there has its type in front of it.
-    bool followsBody(Index place) const;
     // Whether a "noexcept" stands behind parameters: `f() noexcept`, `f() & noexcept`.
     bool promisesNoThrow(Index place) const;
     // Whether the "[" is one of "[[", with its "]]".

@@ -54,7 +54,8 @@ struct Brace {
 };
 
 // Where the braces of a text part: what a "{" that stands alone, or the first "}" at the start of a line that is
-// indented otherwise than the line of its "{", tells. A line 0 stands for none.
+// indented otherwise than the line of its "{", tells. Outermost braces that match in front of it say that there is
+// nothing amiss between them. A line 0 stands for none.
 struct Parting {
     Brace open;
     Brace close;
@@ -78,6 +79,7 @@ std::optional<Parting> findParting(std::string_view text) {
         const bool isOdd = startsLine && open.back().line != brace.line && open.back().indent != brace.indent;
         if (isOdd && !suspect) suspect = {open.back(), brace};
         open.pop_back();
+        if (open.empty() && !isOdd) suspect.reset();
     }
     if (open.empty()) return std::nullopt;
     return suspect.value_or(Parting{open.back(), {}});

@@ -274,12 +274,12 @@ TEST_F(Vantrel, TellsOfSchemesKeysAndRefusals) {
     EXPECT_THAT(folder.read("old.vts"), HasSubstr("\n# mine\n"));
     EXPECT_EQ(run({"scheme", "check", "a.c"}).status, 2);
 
-    folder.write("b.c", "int ok;\n\nvoid f()\n{\n    if (a) {\n        go();\n}\n\nint  g;\n");
+    folder.write("b.c", "int f() {\n  {\n   }\n}\nvoid f()\n{\n    if (a) {\n        go();\n}\n\nint  g;\n");
     const ProgramResult why = run({"why", "b.c"});
     EXPECT_EQ(why.status, 3);
     for (const char* part :
-         {"b.c:9:7: error: Unexpected EOF found.", "likely: something that was begun is not finished",
-          "b.c:7:1: note: this \"}\" closes the \"{\" of line 5", "before line 3\n", "behind line 7\n"}) {
+         {"b.c:11:7: error: Unexpected EOF found.", "likely: something that was begun is not finished",
+          "b.c:9:1: note: this \"}\" closes the \"{\" of line 7", "before line 5\n", "behind line 9\n"}) {
         EXPECT_THAT(why.output, HasSubstr(part));
     }
     folder.write("b.c",
