@@ -3,6 +3,7 @@
 #include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "engine/operator_kinds.h"
 
 namespace Tessel {
@@ -53,6 +54,11 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     while (depth > 0) {
         const Trn::Token token = lexer.nextToken();
         const int kind = token.kind;
+        // Comments and directives stand between lines that are kept; either branch may be all that there is of a word.
+        if (!isOnLine && Cpp::isTrivia(kind) && kind != Cpp::UnreadBlock) {
+            followsWord = followsWord && kind != Cpp::Directive;
+            continue;
+        }
         // `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
         const bool marksType = isAnyMark(kind) && (followsWord || followsMark || followsAngles);
         if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType)) return false;
