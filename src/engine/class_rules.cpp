@@ -22,6 +22,8 @@ using Zelmor::IndentScope;
 
 namespace {
 
+std::string_view behindLineEnd(std::string_view text) { return text.substr(text.rfind('\n') + 1); }
+
 // Behind the last token of a gap that is no comment or directive: a ";" that ended what stands in front.
 std::size_t separatorEnd(std::string_view gap) {
     std::size_t end = 0;
@@ -110,8 +112,7 @@ void CppFormatter::visit(Cpp::BaseClauseListNode* list) {
 // What stands in front of the ":" on its line, where comments on lines of their own stand as it does.
 std::string_view CppFormatter::hangOfComments(std::string_view gap, std::string_view ahead) const {
     const bool startWithLine = keepsLines() && isLineBreak(leadingBlanks(gap)) && trimLeft(gap).starts_with('/');
-    const std::size_t lineFeed = ahead.rfind('\n');
-    return startWithLine && lineFeed != ahead.npos ? ahead.substr(lineFeed + 1) : std::string_view();
+    return startWithLine && ahead.find('\n') != ahead.npos ? behindLineEnd(ahead) : std::string_view();
 }
 
 // The ":" in front of a list, which the gap holds.
@@ -126,7 +127,10 @@ void CppFormatter::writeColon(std::string_view gap, const OptionalText& before, 
     const std::string_view front =
         endsWithColon ? trailingBlanks(throughLast.substr(0, throughLast.size() - 1)) : leadingBlanks(rest);
     OptionalText ahead = keepsBreak(front, before) ? keptBreak(front) : before;
-    const std::string_view hang = hangOfComments(rest, ahead.text);
+    // A directive in front of the ":" has ended its line.
+    const bool startsLine = keepsLines() && !before.hasLineFeed() && out().column() == 0 && out().line() > 1;
+    if (startsLine && front.find('\n') == front.npos) ahead = keptBreak(front);
+    const std::string_view hang = startsLine ? behindLineEnd(ahead.text) : hangOfComments(rest, ahead.text);
     IndentScope hanging(out(), out().indent() + std::string(hang));
     ahead.text.remove_suffix(hang.size());
     // A ":" that the scheme puts at the start of a line takes what follows it along.

@@ -92,6 +92,7 @@ private:
         bool hasElements = false;
         bool holdsRows = false;  // of an initializer
         bool holdsValues = false;  // in braces
+        bool holdsDeclarations = false;
         bool isShortList = false;  // the same on one line
         bool isOnOneLine = false;
         struct ElementScope;

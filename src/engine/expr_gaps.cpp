@@ -44,7 +44,7 @@ bool closesMarks(const ExprTokens& tokens, std::size_t type, std::size_t open, b
 // T{a}, name{a}, A<B>{a}: whether the braces begin behind what they make, and hold no statements.
 bool opensValue(const ExprTokens& tokens, std::size_t before, std::size_t open) {
     const std::size_t close = tokens[open].partner;
-    if (close == kNoToken || kindAt(tokens, close - 1) == Cpp::Semicolon) return false;
+    if (close == kNoToken || holdsDeclarations(tokens, open)) return false;
     if (before > 0 && kindAt(tokens, before - 1) == Cpp::Arrow) return false;  // of a lambda that returns a T
     const ExprToken& type = tokens[before];
     const bool isName = type.kind == Cpp::Identifier && type.text() != "noexcept";
@@ -138,8 +138,10 @@ bool CppExprFormatter::startsEllipsis(const Run& run, std::size_t place) {
     const bool followsType = before == Cpp::KeywordTypename || before == Cpp::KeywordClass ||
                              before == Cpp::KeywordAuto || before == Cpp::KeywordSizeof ||
                              isBuiltinTypeKeyword(before);
+    const bool followsName =
+        before == Cpp::Identifier && !Cpp::isOperatorWord(run.tokens[run.previous].text());  // (a or ...)
     const bool followsOperand =
-        before == Cpp::Identifier || before == Cpp::CloseParen || run.previousRole() == ExprRole::TemplateClose;
+        followsName || before == Cpp::CloseParen || run.previousRole() == ExprRole::TemplateClose;
     switch (run.kindFrom(place + kDotsOfPack)) {
         case Cpp::Comma:
         case Cpp::CloseParen:

@@ -52,6 +52,7 @@ void CppExprFormatter::openGroup(Run& run) {
     }
     const bool isRequirement = run.previous == 0 && run.mode == ExprMode::Expression;  // { a + b } -> same_as<T>
     group.holdsValues = group.isBraced() && !isRequirement && !opensBlock(run.tokens, run.previous);
+    group.holdsDeclarations = group.holdsValues && holdsDeclarations(run.tokens, run.previous);
     group.isShortList = group.holdsValues && open.start.line == run.tokens[group.close].lastLine();
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
     run.after = afterOpen(group);
@@ -180,14 +181,16 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 }
 
 // { 1, 2 }: what is to stand in the next gap, inside of such braces, for which another key may have something too.
+// Declarations, { int a; }, stand apart from theirs.
 // Lists below each other may be in columns, as may the lines of one.
 const OptionalText* CppExprFormatter::inListBraces(const Run& run, const Group& group,
                                                    const OptionalText* other) const {
     if (!group.isShortList && (isPresent(other) || !isNarrowGap(run))) return other;
     const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
     const bool isBehindComma = run.previousKind() == Cpp::Comma;
-    const bool counts = settings_.inListBraces.present ? !isInColumns && !isBehindComma : !other;
-    return counts ? &settings_.inListBraces : other;
+    const OptionalText& within = group.holdsDeclarations ? settings_.otherGaps.blank : settings_.inListBraces;
+    const bool counts = within.present ? !isInColumns && !isBehindComma : !other;
+    return counts ? &within : other;
 }
 
 // Whether the next gap is a blank at most, or would be if its tab were one.

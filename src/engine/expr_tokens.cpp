@@ -48,6 +48,14 @@ bool opensBlock(const ExprTokens& tokens, std::size_t open) {
     }
 }
 
+bool holdsDeclarations(const ExprTokens& tokens, std::size_t open) {
+    std::size_t close = tokens[open].partner;
+    if (close == kNoToken || close < open) return false;
+    do --close;
+    while (close > open && tokens[close].role == ExprRole::Trivia);
+    return tokens[close].kind == Cpp::Semicolon;
+}
+
 void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
                     std::span<const TextExtent> blocks, const MarkerPairs* markers, LambdaParameters parameters,
                     SourceTokens* source) {

@@ -163,5 +163,7 @@ void readExprTokens(std::string_view text, ExprMode mode, ExprTokens& tokens,
 
 // Whether the "{" at `open` begins statements, as those of a lambda do.
 bool opensBlock(const ExprTokens& tokens, std::size_t open);
+// `PACKED(struct A { int a; })`: whether what is between the braces ends with a ";".
+bool holdsDeclarations(const ExprTokens& tokens, std::size_t open);
 
 }  // namespace Tessel
