@@ -145,9 +145,11 @@ private:
         bool isInParameters = false;  // an angle in a type among a lambda's parameters
     };
 
-    // The "<" of `operator< <int>`.
+    // The "<" of `operator< <int>`, the ")" of `operator()<int>`.
     bool endsOperatorName(std::size_t place) const {
-        return place != kNoToken && place > 0 && kindAt(tokens_, place - 1) == Cpp::KeywordOperator;
+        if (place == kNoToken || place == 0) return false;
+        const bool isPair = tokens_[place].partner == place - 1;
+        return kindAt(tokens_, place - (isPair ? 2 : 1)) == Cpp::KeywordOperator;
     }
 
     // The "]" of a lambda, as opposed to that of an index.

@@ -1,5 +1,7 @@
 #include "engine/expr_casts.h"
 
+#include <utility>
+
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "cpp/words.h"
@@ -17,6 +19,14 @@ bool isTypeWord(const ExprToken& token) {
     return token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
            kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordEnum ||
            Cpp::isClassKey(kind);
+}
+
+// `(T* name)`, `(int name)`: whether the last word is that of a parameter, as no cast has one. Macros stand there too.
+bool declaresName(const ExprTokens& tokens, std::size_t type, std::size_t last) {
+    if (type == kNoToken || tokens[last].kind != Cpp::Identifier) return false;
+    const std::string_view name = tokens[last].text();
+    const bool isMacro = name.starts_with('_') || Cpp::isUpperCase(name);
+    return !isMacro && (tokens[type].role == ExprRole::Mark || isBuiltinTypeKeyword(tokens[type].kind));
 }
 
 std::size_t placeBefore(const ExprTokens& tokens, std::size_t place) {
@@ -37,7 +47,8 @@ bool awaitsOperand(const ExprToken& token) {
         default: break;
     }
     const int kind = token.kind;
-    return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::OpenBrace;
+    return kind == Cpp::KeywordReturn || kind == Cpp::KeywordCase || kind == Cpp::KeywordDelete ||
+           kind == Cpp::OpenBrace;
 }
 
 bool startsOperand(const ExprToken& token) {
@@ -60,6 +71,8 @@ Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
     bool isNames = true;
     bool sawTypeWord = false;
     int count = 0;
+    std::size_t last = kNoToken;
+    std::size_t second = kNoToken;  // the one in front of the last
     for (std::size_t inside = nextPlace(tokens, open); inside < close; inside = nextPlace(tokens, inside)) {
         const ExprToken& token = tokens[inside];
         if (inside > open + kLongestCast) return Parenthesised::Expression;
@@ -72,7 +85,9 @@ Parenthesised contentsOf(const ExprTokens& tokens, std::size_t open) {
         }
         isNames = isNames && isName;
         ++count;
+        second = std::exchange(last, inside);
     }
+    if (sawTypeWord && declaresName(tokens, second, last)) return Parenthesised::Expression;
     if (count > 0 && sawTypeWord) return Parenthesised::Type;
     if (count == 0 || !isNames) return Parenthesised::Expression;
     return count == 1 ? Parenthesised::Name : Parenthesised::Names;
