@@ -104,7 +104,10 @@ void CppFormatter::formatBody(Cpp::BracketedNode& body, const OptionalText& ahea
                               const Format& format) {
     measureOneLine(body, isKept.key);
     const std::string_view gap = isKept ? gapBefore(body) : std::string_view();
-    if (isKept && isAllWhitespace(gap)) {
+    // Below a comment or a directive, "{}" is not parted either.
+    const bool isEmptyBelow =
+        isKept && body.size() == 0 && endsWithLineEndToken(gap) && writer_.peek(gap.size()) == '{';
+    if (isKept && (isAllWhitespace(gap) || isEmptyBelow)) {
         const char first = writer_.peek(gap.size());
         if (gap.find('\n') == std::string_view::npos) {
             const bool isEmptyStatement = first == ';';
