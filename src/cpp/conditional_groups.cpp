@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <set>
+#include <utility>
 
 #include "cpp/directive_text.h"
 #include "cpp/token_kind.h"
@@ -95,8 +97,8 @@ class GroupReader {
 public:
     // Branches that open brackets and have no "#else" are read but where `closed` is there, and has not their
     // condition.
-    explicit GroupReader(const Tokens& tokens, const Conditions* closed = nullptr)
-        : tokens_(tokens), closed_(closed) {}
+    explicit GroupReader(const Tokens& tokens, std::optional<Conditions> closed = {})
+        : tokens_(tokens), closed_(std::move(closed)) {}
 
     void run() {
         const auto end = static_cast<Place>(tokens_.size());
@@ -221,7 +223,9 @@ private:
         if (areWhole && !splitsHead(group, end)) return;
         noteClosing(group);
         const std::size_t count = group.branches.size();
-        const auto mayBeRead = [&](const Branch& branch) { return areWhole ? endsHead(branch) : !branch.closesTooMuch; };
+        const auto mayBeRead = [&](const Branch& branch) {
+            return areWhole ? endsHead(branch) : !branch.closesTooMuch;
+        };
         const std::size_t chosen = isNeverClosed(group) ? count : choose(group, mayBeRead);
         for (std::size_t i = 0; i < count; ++i) {
             const Place last = i + 1 < count ? group.branches[i + 1].first : end;
@@ -299,7 +303,7 @@ private:
     }
 
     const Tokens& tokens_;
-    const Conditions* closed_;
+    std::optional<Conditions> closed_;
     Conditions closing_;
     Place last_ = kNoPlace;  // the last token that is no comment or directive
     OpenBrackets brackets_;
@@ -327,7 +331,7 @@ GroupReader readGroups(const Tokens& tokens) {
     GroupReader reader(tokens);
     reader.run();
     if (!reader.endsOpen()) return reader;
-    GroupReader other(tokens, &reader.closedConditions());
+    GroupReader other(tokens, reader.closedConditions());
     other.run();
     return other.endsOpen() ? reader : other;
 }

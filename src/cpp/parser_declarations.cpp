@@ -219,7 +219,8 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
     NestingScope nesting(depth_, tokens);
     skipTrivia(tokens);
     const Index start = tokens.place();
-    const Item item = items(tokens).scanDeclaration(start, {scope, className_, followsType(tokens, start)}, noBraceBefore_);
+    const ItemContext context{scope, className_, followsType(tokens, start)};
+    const Item item = items(tokens).scanDeclaration(start, context, noBraceBefore_);
     switch (item.shape) {
         case Shape::Function: return parseFunctionShape(tokens, start, item);
         case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
