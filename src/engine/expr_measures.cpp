@@ -37,9 +37,8 @@ void CppExprFormatter::measureLine(const Run& run) const {
     const bool leads = token.role == ExprRole::BinaryOperator;
     if (leads || previous.role == ExprRole::BinaryOperator) {
         const int kind = leads ? token.kind : previous.kind;
-        const bool isShift = kind == Cpp::ShiftLeft || kind == Cpp::ShiftRight;
         if (!isAssignmentKind(kind)) {
-            log()->measured(isShift ? KeyId(Keys::SHIFT_WRAP_STYLE) : KeyId(Keys::EXPR_WRAP_STYLE), piece,
+            log()->measured(isShiftKind(kind) ? KeyId(Keys::SHIFT_WRAP_STYLE) : KeyId(Keys::EXPR_WRAP_STYLE), piece,
                             leads ? kStartsLine : kEndsLine);
         }
     }

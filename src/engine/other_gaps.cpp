@@ -15,8 +15,6 @@ bool allocates(const ExprTokens& tokens, std::size_t place) {
     return (kind == Cpp::KeywordNew || kind == Cpp::KeywordDelete) && !isName;
 }
 
-bool isAccess(int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; }
-
 bool endsOperand(const ExprToken& token) {
     return token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose ||
            token.kind == Cpp::Identifier || token.kind == Cpp::KeywordThis;
@@ -103,7 +101,7 @@ OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behi
     if (followsPack) return OtherGap::AsItIs;
     // The "." of a designator, `{ .a = 1, .b = 2 }`, follows no operand.
     const bool isMember = next == Cpp::Dot && endsOperand(tokens[before]) && !isPack(tokens, behind);
-    if (isMember || next == Cpp::Arrow || (isAccess(kind) && Cpp::isWord(next))) return OtherGap::Nothing;
+    if (isMember || next == Cpp::Arrow || (isMemberAccess(kind) && Cpp::isWord(next))) return OtherGap::Nothing;
     return Cpp::isWord(kind) && Cpp::isWord(next) ? OtherGap::Blank : OtherGap::AsItIs;
 }
 

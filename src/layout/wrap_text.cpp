@@ -12,6 +12,7 @@
 #include "engine/gap.h"
 #include "engine/holds_any_of.h"
 #include "engine/opaque_text.h"
+#include "engine/operator_kinds.h"
 #include "layout/line_text.h"
 
 namespace Tessel {
@@ -24,7 +25,6 @@ bool isEvenText(std::string_view text) {
 
 // Whether nothing stands between two tokens that come to stand on one line.
 bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
-    const auto isMember = [](int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; };
     switch (first.role) {
         case ExprRole::GroupOpen:
         case ExprRole::TemplateOpen:
@@ -33,7 +33,7 @@ bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
         default:
             break;
     }
-    if (isMember(first.kind) || isMember(second.kind)) return true;
+    if (isMemberAccess(first.kind) || isMemberAccess(second.kind)) return true;
     return second.role == ExprRole::GroupClose || second.role == ExprRole::TemplateClose ||
            second.role == ExprRole::Separator;
 }

@@ -1,0 +1,244 @@
+// What of the tokens that have been passed decides where the lines behind them hang.
+#include <algorithm>
+#include <utility>
+
+#include "cpp/token_kind.h"
+#include "engine/columns.h"
+#include "engine/hanging_lines.h"
+#include "engine/operator_kinds.h"
+
+namespace Tessel {
+
+namespace {
+
+bool isShift(const ExprToken& token) { return token.role == ExprRole::BinaryOperator && isShiftKind(token.kind); }
+
+// Whether an operand follows that lines hang under.
+bool awaitsValue(const ExprToken& token) {
+    const int kind = token.kind;
+    return kind == Cpp::KeywordReturn || (token.role == ExprRole::BinaryOperator && isAssignmentKind(kind));
+}
+
+}  // namespace
+
+void HangingLines::breakName(std::size_t place, int column) {
+    nameInLines_ = place;
+    nameColumn_ = column;
+}
+
+void HangingLines::pass(std::size_t place, int column, bool startsLine) {
+    if (startsLine) lineColumn_ = column;
+    const bool isFirst = startsLine || previous_ == kNoToken;
+    if (isFirst && isOutsideBrackets()) call_ = column == levels_.front().base ? place : kNoToken;
+    if (isTrivia(place)) return passComment(place, column);
+    const bool closesBody = levels_.back().close == place && levels_.back().kind == Level::Kind::Body;
+    while (levels_.size() > 1 && levels_.back().close == place) closeLevel(place);
+    const int start = std::exchange(levels_.back().comment, kNone);
+    const int operandColumn = start == kNone ? column : start;
+    if (chains_) columns_[place] = operandColumn;
+    passInLevel(place, operandColumn, startsLine);
+    if (levels_.back().first == column && startsLine) levels_.back().startedLine = true;
+    if (closesBody && levels_.back().kind == Level::Kind::Body) levels_.back().element = {};
+    previous_ = place;
+    if (opensBracket(tokens_, place)) open(place);
+}
+
+// One in front of an operand on its line counts to it.
+void HangingLines::passComment(std::size_t place, int column) {
+    Level& level = levels_.back();
+    const ExprToken& comment = tokens_[place];
+    const std::size_t next = skipTrivia(place + 1);
+    const bool leadsOperand = comment.kind == Cpp::BlockComment && next < tokens_.size() &&
+                              tokens_[next].start.line == comment.lastLine();
+    const bool startsOperand = level.element.start == kNone || level.awaitsOperand || level.awaitsLater;
+    if (leadsOperand && startsOperand && level.comment == kNone) level.comment = column;
+}
+
+void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
+    Level& level = levels_.back();
+    Element& element = level.element;
+    const ExprToken& token = tokens_[place];
+    const int kind = token.kind;
+    const bool startsElement = element.start == kNone;
+    if (level.first == kNone) level.first = column;
+    if (startsElement) {
+        element.start = column;
+        element.line = lineColumn_;
+    }
+    if (std::exchange(level.awaitsSection, false)) level.section = column;
+    if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
+    if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
+    if (level.awaitsOperand) {
+        element.operand = column;
+        element.operandStartsLine = startsLine;
+    }
+    if (level.awaitsLater) element.later = column;
+    if (!element.choices.empty() && element.choices.back() == kNone) element.choices.back() = column;
+    element.choice = kNone;
+    if (startsLine) element.memberLine = isMemberAccess(kind) && !startsElement ? column : kNone;
+    level.awaitsOperand = awaitsValue(token);
+    level.awaitsLater = isOperator(place) && !level.awaitsOperand && !isMemberAccess(kind);
+    if (level.awaitsLater) {
+        element.later = element.chain = element.memberLine = kNone;
+        level.lastOperator = place;
+    }
+    if (level.awaitsOperand) {
+        level.isReturned = kind == Cpp::KeywordReturn;
+        element.operand = element.later = element.chain = element.memberLine = element.shift = kNone;
+        element.operandStartsLine = false;
+        element.questions.clear();
+        element.choices.clear();
+        element.otherwise = kNone;
+    } else if (token.role == ExprRole::Separator) {
+        // What follows the comma in `return a, b` is returned too.
+        const int returned = level.isReturned && kind == Cpp::Comma ? element.operand : kNone;
+        element = {};
+        element.operand = returned;
+    } else if (kind == Cpp::CloseParen && endsInComma(place)) {
+        element = {};
+        if (level.kind == Level::Kind::Statement) level.behindComma = level.base;
+    } else if (isMemberAccess(kind) && !startsElement && element.chain == kNone) {
+        element.chain = column;
+    } else if (isShift(token) && element.shift == kNone) {
+        element.shift = column;
+    } else if (kind == Cpp::Question) {
+        element.questions.push_back(columnOfQuestion(level, place, column));
+        element.choices.push_back(kNone);
+        level.question = place;
+    } else if (kind == Cpp::Colon && !element.questions.empty()) {
+        element.questions.pop_back();
+        element.choice = element.choices.back();
+        element.choices.pop_back();
+        element.otherwise = startsLine ? column : kNone;
+    } else if (kind == Cpp::Colon && level.kind == Level::Kind::List) {
+        level.awaitsSection = token.role == ExprRole::BinaryOperator;
+    }
+    if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
+        literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;
+    }
+}
+
+void HangingLines::open(std::size_t place) {
+    const Level& outer = levels_.back();
+    Level level;
+    level.bracket = place;
+    level.close = tokens_[place].partner;
+    const bool isBrace = tokens_[place].kind == Cpp::OpenBrace;
+    const bool isBody = isBrace && opensBody(place);
+    level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
+    const bool isInList = outer.kind == Level::Kind::List && outer.element.start != kNone;
+    // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
+    const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
+    const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
+    const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
+    level.blocks = isInElements && !indents_.fromLine ? outer.first : outer.blocks;
+    // The arguments behind those of a template hang from where the name of the template stands.
+    const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
+    const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
+    // A a{f(
+    //         b), c};
+    const bool isInValues =
+        !isBrace && isOneOfMany && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
+    level.base = isInFirst ? outer.base : isInList || isInValues ? outer.element.start : lineColumn;
+    const bool isFirst = outer.bracket != kNoToken && outer.bracket + 1 == place;
+    const bool isInBraces = isBrace && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
+    const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
+    const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
+    level.lineColumn = isRow ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
+    const int behindName = columnBehindName(place);
+    level.contents = behindName != kNone ? behindName : columnInCall(outer, place);
+    const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
+    if (level.contents == kNone && chains_ && !isBody) {
+        level.call = columnOfCall(outer);
+        const bool isInSingle = outer.kind == Level::Kind::Braces && !isOneOfMany && !outer.startedLine;
+        if (level.call == kNone && (isInFirst || isInSingle)) level.call = outer.call;
+    }
+    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].kind == Cpp::OpenParen)) {
+        if (level.call != kNone) level.contents = wrapped(level.call);
+        if (level.contents == kNone && isInFirst) level.contents = outer.contents;
+        if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
+    }
+    levels_.push_back(level);
+}
+
+// From where what stands in parentheses hangs: from where the lambda begins whose parameters these are, from the last
+// line of the name in front of them. kNone for others.
+int HangingLines::columnBehindName(std::size_t open) const {
+    if (!chains_ || open == 0 || tokens_[open].kind != Cpp::OpenParen) return kNone;
+    if (open - 1 == nameInLines_) return wrapped(nameColumn_);
+    const std::size_t capture = kindAt(tokens_, open - 1) == Cpp::CloseBracket ? tokens_[open - 1].partner : kNoToken;
+    if (!indents_.fromCapture || capture == kNoToken) return kNone;
+    return isFirstOfElement(capture) || awaitsValue(tokens_[capture - 1]) ? wrapped(columns_[capture]) : kNone;
+}
+
+bool HangingLines::isFirstOfElement(std::size_t place) const {
+    return place == 0 || tokens_[place - 1].role == ExprRole::Separator ||
+           tokens_[place - 1].role == ExprRole::GroupOpen;
+}
+
+// Whether the line behind the one on which the braces close begins with the next element, as rows do: not `}, {`.
+bool HangingLines::isAboveRow(std::size_t open) const {
+    const std::size_t close = tokens_[open].partner;
+    if (close == kNoToken || kindAt(tokens_, close + 1) != Cpp::Comma) return false;
+    const std::size_t next = nextPlace(tokens_, close + 1);
+    return next < tokens_.size() && tokens_[next].start.line > tokens_[close + 1].lastLine();
+}
+
+// Whether statements follow the "{", of a lambda or in one.
+bool HangingLines::opensBody(std::size_t place) const {
+    if (levels_.back().kind == Level::Kind::Body) return opensBlock(tokens_, place);
+    std::size_t end = place > 0 ? place - 1 : kNoToken;
+    if (kindAt(tokens_, end) == Cpp::CloseParen && tokens_[end].partner != kNoToken) {
+        end = bracketBeforeParameters(tokens_, tokens_[end].partner);
+    }
+    return end != kNoToken && end == captureClose_;
+}
+
+void HangingLines::closeLevel(std::size_t place) {
+    const Level& level = levels_.back();
+    const std::size_t open = level.bracket;
+    if (tokens_[place].kind == Cpp::CloseBracket && isFirstOfElement(open)) {
+        captureClose_ = place;
+        captureLineColumn_ = level.lineColumn;
+    }
+    if (tokens_[place].role == ExprRole::TemplateClose) {
+        templateClose_ = place;
+        templateLineColumn_ = level.lineColumn;
+    }
+    levels_.pop_back();
+}
+
+// Where the arguments hang of a template that stands between parentheses: not in front of what these begin with.
+int HangingLines::columnInParentheses(const Level& outer, const Level& level) const {
+    if (tokens_[outer.bracket].kind != Cpp::OpenParen || outer.first == kNone) return level.contents;
+    return std::max(outer.first, level.contents == kNone ? wrapped(level.base) : level.contents);
+}
+
+// From where the arguments hang of a call that is part of an operation; kNone for others.
+int HangingLines::columnOfCall(const Level& outer) const {
+    const bool isInMemberLine = outer.element.memberLine != kNone && outer.element.memberLine == lineColumn_;
+    if (isInMemberLine && outer.kind == Level::Kind::List) return lineColumn_;
+    if (outer.element.later != kNone) {
+        const OperandChains::Chain* chain = chains_->of(outer.lastOperator);
+        const bool isInLoop = !chain && tokens_[outer.lastOperator].kind == Cpp::Colon;  // for (auto a : f(
+        if (isInLoop && outer.kind == Level::Kind::List) return kNone;
+        const bool isOnlyShift = isShift(tokens_[outer.lastOperator]) && chain && chain->operators == 1;
+        return isOnlyShift ? columns_[chain->start] : outer.element.later;
+    }
+    if (outer.operandStart != kNoToken && chains_->startWith(outer.operandStart)) return columns_[outer.operandStart];
+    const bool isAssigned = outer.element.operand != kNone && !outer.isReturned;
+    if (outer.kind != Level::Kind::List || !isAssigned) return kNone;
+    return outer.element.operand == lineColumn_ ? outer.element.operand : outer.element.start;
+}
+
+// Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.
+int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
+    const std::size_t next = nextPlace(tokens_, tokens_[open].partner);
+    const bool isMember = isMemberAccess(kindAt(tokens_, next)) && !isPack(tokens_, next);
+    if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMember) return kNone;
+    const bool isInMemberLine = outer.element.memberLine != kNone && outer.element.memberLine == lineColumn_;
+    const int operand = isInMemberLine ? lineColumn_ : outer.element.columnOfOperand();
+    return operand == kNone ? kNone : columnAfter(indents_.operand.text, operand, tabSize_);
+}
+
+}  // namespace Tessel
