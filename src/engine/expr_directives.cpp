@@ -57,9 +57,10 @@ bool CppExprFormatter::layOutText(std::string_view directive, OIndentBuf& out) {
 
 // Says false where nothing is laid out; then nothing has been written.
 bool CppExprFormatter::layOutParts(std::string_view directive, OIndentBuf& out) {
-    if (!settings_.formatsDirectives) return false;
+    if (!settings_.formatsDirectives && !settings_.formatsConditions) return false;
     const DirectiveParts parts = partsOf(directive);
-    if (parts.areNone()) return false;
+    const bool isWanted = settings_.formatsDirectives || parts.isCondition;
+    if (!isWanted || parts.areNone()) return false;
     const bool isOneLine = directive.find('\n') >= directive.size() - 1;
     const bool placesSplices = !isOneLine && (macroBodies_ || splices_.areAligned());
     if (!placesSplices) return writeParts(directive, parts, out);

@@ -85,6 +85,7 @@ public:
     Keyed<bool> keepsRegionIndent = from_.isOn(Keys::KEEP_REGION_INDENT);
     Keyed<bool> keepsDirectiveComments = from_.isOn(Keys::KEEP_DIRECTIVE_COMMENTS);
     Keyed<bool> formatsDirectives = from_.isOn(Keys::FORMAT_DIRECTIVES);
+    Keyed<bool> formatsConditions = from_.isOn(Keys::FORMAT_CONDITIONS);
     Keyed<bool> formatsMacroBodies = from_.isOn(Keys::FORMAT_MACRO_BODIES);
     OptionalText aroundPaste = from_.lineText(Keys::WS_AROUND_PASTE);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);

@@ -135,6 +135,7 @@ void Search::askLaidOut() {
                             KeyId(FORMAT_LABELS), KeyId(FORMAT_OTHER_GAPS)}) {
         ask(key, {true, std::nullopt});
     }
+    if (!Tessel::valueOf(scheme_, FORMAT_DIRECTIVES)) ask(FORMAT_CONDITIONS, {true, std::nullopt});
     askMacroBodies();
     for (const KeyId key : {KeyId(WS_AROUND_PASTE), KeyId(WS_IN_EMPTY_BRACES)}) {
         if (!Tessel::valueOf(scheme_, key)) askSuiting(key, {"", " "});

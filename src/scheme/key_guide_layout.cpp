@@ -53,6 +53,11 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "#if (A)&&B\n#define sum(a,b) ((a)+(b))\n#endif\n",
                     {set(Keys::WS_BEFORE_EXPR_OP, " "), set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "),
                      set(Keys::WS_BETWEEN_FN_CALL_ARGS, " ")}});
+    rows.push_back({set(Keys::FORMAT_CONDITIONS, true), group,
+                    "The conditions of #if and #elif are laid out as other expressions are, also where "
+                    "FORMAT_DIRECTIVES leaves what macros stand for as it is.",
+                    "#if (A)&&B\n#define bit(n) (1<<n)\n#endif\n",
+                    {set(Keys::WS_BEFORE_EXPR_OP, " "), set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " ")}});
     rows.push_back({set(Keys::FORMAT_MACRO_BODIES, true), group,
                     "With FORMAT_DIRECTIVES, statements and members of classes that a macro stands for are laid out as "
                     "others are, in the lines that they stand in. A body is indented as that of a function is, but "
