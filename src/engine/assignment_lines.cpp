@@ -192,12 +192,12 @@ void AssignmentLines::readSign(const Trn::Token& token, std::size_t offset) {
     // It is part of a name, and what stands behind that is its definition.
     if (lastKind_ == Cpp::KeywordOperator) scope.isOver = true;
     if (!mayBeSign(scope, offset)) return;
-    if (!scope.hasSign) return addSign(scope, offset + token.length);
-    // a = b = c: a line of another kind.
-    if (!scope.run.empty() && signs_[scope.run.back()].line == scope.line) scope.run.pop_back();
-    endRun(scope);
-    scope.hasSign = false;
-    scope.isOver = true;
+    // a = b = c: the last one stands with those of the lines below.
+    if (scope.hasSign) {
+        if (!scope.run.empty() && signs_[scope.run.back()].line == scope.line) scope.run.pop_back();
+        endRun(scope);
+    }
+    addSign(scope, offset + token.length);
 }
 
 bool AssignmentLines::mayBeSign(const Scope& scope, std::size_t offset) const {

@@ -272,7 +272,7 @@ private:
     bool copySettledStatement(const Cpp::SyntaxNode& node);
     bool alignsName(const Cpp::FunctionDeclNode& declaration, std::string_view type) const;
     void formatInitializers(Cpp::InitializerListNode& list);
-    void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen, std::size_t start);
+    void formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeAny, std::size_t start);
     std::optional<int> takeTemplateColumn();
 
     // Types in front of names (declared_type_rules.cpp).

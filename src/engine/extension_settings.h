@@ -89,6 +89,7 @@ public:
     Keyed<bool> formatsMacroBodies = from_.isOn(Keys::FORMAT_MACRO_BODIES);
     OptionalText aroundPaste = from_.lineText(Keys::WS_AROUND_PASTE);
     OptionalText beforeFunctionQualifier = from_.text(Keys::WS_BEFORE_FN_QUALIFIER);
+    OptionalText beforeEndedBody = from_.lineText(Keys::WS_BEFORE_ENDED_FN_BODY);
     OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
     OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);
     OptionalText beforeConvention = from_.lineText(Keys::WS_BEFORE_FN_CONVENTION);

@@ -36,6 +36,12 @@ std::size_t breakBeforeTry(std::string_view rest) {
     return isApart ? code.size() : rest.size();
 }
 
+// `{};`, where the ";" is one of its own.
+bool isEmptyAndEnded(std::string_view body) {
+    const std::string_view close = trimLeft(body.substr(1));
+    return close.starts_with('}') && trimLeft(close.substr(1)).starts_with(';');
+}
+
 // `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
@@ -99,9 +105,11 @@ void CppFormatter::copyPackDots(std::string_view gap) {
 
 // Not through the block's own visit, for the settings of functions count here. What has been written of the declaration
 // begins at `start`.
-void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeOpen, std::size_t start) {
+void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const OptionalText& beforeAny, std::size_t start) {
     Cpp::BracketedNode* body = declaration.body();
     if (!body) return;
+    const bool isEnded = body->size() == 0 && isEmptyAndEnded(sourceFrom(*body));
+    const OptionalText& beforeOpen = isEnded ? firstPresent(settings_.beforeEndedBody, beforeAny) : beforeAny;
     if (joinsFunction(*body) && tryJoined(*body, beforeOpen, start)) return;
     formatBody(*body, beforeOpen, keepsFunction(*body), [&] {
         ValueScope<bool> outsideClass(inClassBody_, false);

@@ -104,7 +104,7 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "blank behind the longest text in front of them, as long as the lines fit in RIGHT_MARGIN: of "
                     "members, enumerators and parameters too. They do so until an empty line, one without an =, or "
                     "one that is indented otherwise comes, or braces of several lines; other lines in brackets "
-                    "behind an = go along with it.",
+                    "behind an = go along with it. Of several in a line the last one counts, for the lines below.",
                     "int a = 1;\nint bcd = 2;\n"});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
