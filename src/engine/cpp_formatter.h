@@ -321,6 +321,7 @@ private:
     void formatParenthesised(std::string_view inside, const Cpp::ExprNode& condition, int keyword);
     WantedText writeCondition(std::string_view inside, int keyword, const Cpp::ExprBodies& bodies);
     WantedText writeForClauses(std::string_view inside, std::size_t first, std::size_t last);
+    std::string_view writeCommentsOfClause(std::string_view clause);
     Cpp::InteriorNode::iterator formatBehindLabel(Cpp::InteriorNode::iterator label,
                                                   Cpp::InteriorNode::iterator end);
 

@@ -327,7 +327,7 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
     const std::string_view clauses[] = {inside.substr(0, first + 1), inside.substr(first + 1, last - first),
                                         inside.substr(last + 1)};
     const auto write = [&](std::string_view clause, bool isFirst = false) {
-        clause = trimLeft(clause);
+        clause = keepsLines() ? writeCommentsOfClause(trimLeft(clause)) : trimLeft(clause);
         const std::string_view text = endsWithLineEndToken(clause) ? clause : trimRight(clause);
         exprFormatter_.formatForClause(text, out(), baseColumn(), isFirst);
     };
@@ -354,6 +354,19 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
         write(clause);
     }
     return asOutputStands(settings_.beforeControlCloseParen);
+}
+
+// Comments on lines of their own in front of a clause stand in its column. Returns what follows them.
+std::string_view CppFormatter::writeCommentsOfClause(std::string_view clause) {
+    for (auto comment = commentOfLine(clause); !comment.empty(); comment = commentOfLine(clause)) {
+        const std::string_view behind = clause.substr(comment.size());
+        if (trimLeft(behind).empty()) break;
+        const int column = writer_.nextColumn();
+        writer_.write(comment);
+        writeKeptBreakAt(leadingBlanks(behind), column);
+        clause = trimLeft(behind);
+    }
+    return clause;
 }
 
 // Labels are indented from the column of their switch.
