@@ -284,8 +284,22 @@ void CppExprFormatter::passToken(Run& run) const {
     const int column = isFlush ? run.hanging->columnFor(place) : shown;
     run.hanging->pass(place, isBehindText ? columnAfter(run.sweep.gap(), column, run.out().tabSize()) : column,
                       place > 0 && !goesOn);
+    if (isBehindText && leadsElements(run, place)) run.hanging->hangContentsFrom(column);
     if (run.current().start.line != run.current().lastLine()) run.hiddenColumns = 0;
     run.hiddenColumns += hiddenColumns(run.current().text(), tabSize());
+}
+
+// {// of these
+//  a, b}      whether it is such a comment, against the brace, with the elements in its column in the source
+bool CppExprFormatter::leadsElements(const Run& run, std::size_t place) const {
+    const bool isInside = settings_.closesLists() && !keptIndent_.isWanted() && place > 0;
+    if (!isInside || run.kindAt(place) != Cpp::LineComment || run.kindAt(place - 1) != Cpp::OpenBrace) return false;
+    const std::size_t offset = run.tokens[place].offset;
+    std::size_t next = place + 1;
+    while (run.kindAt(next) == Cpp::LineComment) ++next;
+    if (run.text[offset - 1] != '{' || next >= run.tokens.size() || closesBracket(run.tokens, next)) return false;
+    const int column = sourceColumns().nearColumnOf(run.text.substr(offset));
+    return column >= 0 && column == sourceColumns().nearColumnOf(run.text.substr(run.tokens[next].offset));
 }
 
 void CppExprFormatter::writeToken(Run& run) const {

@@ -117,6 +117,7 @@ private:
     int hangingColumn(const Run& run) const;
     void startSourceHanging(Run& run) const;
     void passToken(Run& run) const;
+    bool leadsElements(const Run& run, std::size_t place) const;
     void writeToken(Run& run) const;
     bool followsSpacedComma(const Run& run) const;
     void writeBlock(Run& run);

@@ -198,6 +198,9 @@ int HangingLines::columnFromLine(const Level& level) const {
 
 int HangingLines::columnInLevel(const Level& level) const {
     if (level.element.operand != kNone) return level.element.operand;
+    // A statement behind comments: `else /* why */`, where no rule ends that line.
+    const bool startsStatement = previous_ == kNoToken && level.kind == Level::Kind::Statement;
+    if (startsStatement) return level.base;
     if (level.first == kNone || level.awaitsOperand) return columnOfContents(level);
     const bool startsElement = level.element.start == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;

@@ -69,6 +69,8 @@ public:
     // From where the body hangs of a lambda that names what it returns, and begins the line behind an "="; nothing for
     // others.
     std::optional<int> columnOfReturningBody(std::size_t capture) const;
+    // What stands in the brackets passed last does from there.
+    void hangContentsFrom(int column) { levels_.back().contents = column; }
     // The name passed last goes on in lines that begin at `column`.
     void breakName(std::size_t place, int column);
     // The next token has come to stand at `column`.

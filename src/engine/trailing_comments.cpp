@@ -47,7 +47,7 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
     const bool goesOn = isBelowLast(written, comment);
     if (!goesOn) placeOthers(written, comment);
     if (conditionals_.standsByEnd(offset)) return;
-    if (comment.column > kRightmostIndent) return;
+    if (comment.column > kRightmostIndent || leadsElements(written, comment, offset)) return;
     // A line with nothing but a comment may belong to the code below.
     if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset) == comment.sourceColumn)) return;
     push(comment);
@@ -62,6 +62,13 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     comment.wideColumn = columnIn(source_, offset, kWideTab);
     if (!isBelowLast(written, comment)) placeOthers(written, comment);
     push(comment);
+}
+
+// {// of these
+//  a, b}
+bool TrailingComments::leadsElements(std::string_view written, const Comment& comment, std::size_t offset) {
+    const bool isAgainstBrace = comment.gapStart == comment.gapEnd && written.ends_with('{');
+    return isAgainstBrace && settings_.closesLists() && codeColumnBelow(offset) == comment.sourceColumn;
 }
 
 void TrailingComments::push(const Comment& comment) {

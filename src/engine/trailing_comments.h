@@ -56,6 +56,7 @@ private:
     };
     using Comments = std::vector<Comment>;
 
+    bool leadsElements(std::string_view written, const Comment& comment, std::size_t offset);
     Comment commentAt(std::string_view written, std::size_t offset) const;
     void push(const Comment& comment);
     void placeOthers(std::string& written, Comment& comment);
