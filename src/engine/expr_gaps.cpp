@@ -210,9 +210,11 @@ const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::
     }
 }
 
-// operator=(a), operator new(b)
+// operator=(a), operator new(b), operator()(c)
 bool CppExprFormatter::followsOperatorName(const Run& run) {
-    return run.previous != kNoToken && run.kindBefore(run.previous) == Cpp::KeywordOperator;
+    const bool endsBracket = run.previousKind() == Cpp::CloseParen;
+    const std::size_t name = endsBracket ? run.tokens[run.previous].partner : run.previous;
+    return name != kNoToken && run.kindBefore(name) == Cpp::KeywordOperator;
 }
 
 // What is no name may: `T{}(a)`, `(*f)(a)`, and a type that a function returns, `function<void(int)>`,
