@@ -248,6 +248,9 @@ bool CppExprFormatter::isWholeFunctionType(const Run& run, std::size_t open) {
 // Lists that their braces stand close around stand close to what they are the value of.
 const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::size_t place) const {
     if (run.kindAt(place) != Cpp::OpenBrace || !settings_.closesLists()) return nullptr;
+    // using A = enum B {
+    const int ahead = run.previous == kNoToken ? Trn::kEndKind : run.kindBefore(run.previous);
+    if (Cpp::isClassKey(ahead) || ahead == Cpp::KeywordEnum) return nullptr;
     return opensValue(run.tokens, run.previous, place) ? &settings_.inListBraces : nullptr;
 }
 
