@@ -67,7 +67,7 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
 // {// of these
 //  a, b}
 bool TrailingComments::leadsElements(std::string_view written, const Comment& comment, std::size_t offset) {
-    const bool isAgainstBrace = comment.gapStart == comment.gapEnd && written.ends_with('{');
+    const bool isAgainstBrace = offset > 0 && source_[offset - 1] == '{' && written.ends_with('{');
     return isAgainstBrace && settings_.closesLists() && codeColumnBelow(offset) == comment.sourceColumn;
 }
 
