@@ -81,14 +81,14 @@ void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, co
 }
 
 void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
-                                         HangingLines::Text hanging) {
-    format(text, out, ExprMode::Declarators, kAsInInput, {}, blocks, hanging);
+                                         HangingLines::Text hanging, std::optional<int> nameColumn) {
+    format(text, out, ExprMode::Declarators, kAsInInput, {}, blocks, hanging, nameColumn);
 }
 
 void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
                               const OptionalText& typeWhitespace, std::optional<LastMarks> marksBeforeName,
                               BlocksInText* blocks, HangingLines::Text hanging,
-                              std::optional<int> statementColumn) {
+                              std::optional<int> outerColumn) {
     // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
     constexpr std::size_t longText = 8 * 1024;
     ExprTokens ownTokens;
@@ -98,7 +98,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                    lambdaParameters(), &sourceTokens_);
     Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
     run.blocks = blocks;
-    const bool isForClause = statementColumn && hanging == HangingLines::Text::List;
+    const bool isForClause = outerColumn && hanging == HangingLines::Text::List;
     const bool mayDeclareSeveral = isForClause && settings_.betweenDeclarators.present;
     if (mayDeclareSeveral && hasMarkBehindComma(tokens)) run.lastMarks = LastMarks::AgainstName;
     run.keepsLines = settings_.keepsLineBreaks && trimLeft(text).find('\n') != std::string_view::npos;
@@ -107,12 +107,17 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (hangs && !out.keepLeadingSpace()) {
         const int indentColumn = columnAfter(out.indent(), 0, out.tabSize());
         run.hanging.emplace(tokens, hanging, indentColumn, settings_.hanging, tabSize());
-        const bool goesOn = HangingLines::holdsDeclarators(hanging) && out.lineHasText();
-        if (goesOn) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
+        const bool areDeclarators = HangingLines::holdsDeclarators(hanging);
+        if (areDeclarators && out.lineHasText()) run.hanging->startInLineOf(std::max(out.textColumn(), indentColumn));
         run.hangingText = hanging;
         while (run.kindAt(run.firstText) == Cpp::Directive) ++run.firstText;
-        if (isForClause) run.hanging->hangCommasFrom(*statementColumn);
-        if (statementColumn && !isForClause) run.hanging->hangCallsFrom(*statementColumn);
+        if (isForClause) {
+            run.hanging->hangCommasFrom(*outerColumn);
+        } else if (outerColumn && areDeclarators) {
+            run.hanging->hangDeclaratorsFrom(*outerColumn);
+        } else if (outerColumn) {
+            run.hanging->hangCallsFrom(*outerColumn);
+        }
     }
     while (!run.sweep.atEnd()) writeCurrent(run);
     if (run.nameFollows) writeTypeEnd(run);

@@ -59,9 +59,11 @@ public:
     // two.
     void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
                         LastMarks marks = LastMarks::ByAnchor);
-    // What follows the type of a data declaration.
+    // What follows the type of a data declaration. A text that begins with the value of the first declarator may know
+    // its column.
     void formatDeclarators(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
-                           HangingLines::Text hanging = HangingLines::Text::Declarators);
+                           HangingLines::Text hanging = HangingLines::Text::Declarators,
+                           std::optional<int> nameColumn = {});
 
     // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
     std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,
@@ -102,10 +104,11 @@ private:
     };
     struct Run;
 
-    // `marksBeforeName`: of those at the end of a type that a name follows; nothing for other texts.
+    // `marksBeforeName`: of those at the end of a type that a name follows; nothing for other texts. `outerColumn`: of
+    // the statement or the declarator that a text is part of which lines may hang from.
     void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
                 std::optional<LastMarks> marksBeforeName, BlocksInText* blocks = nullptr,
-                HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> statementColumn = {});
+                HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> outerColumn = {});
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;

@@ -208,7 +208,8 @@ private:
     // Bodies in expressions (expr_body_rules.cpp).
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                          HangingLines::Text hanging = HangingLines::Text::Statement);
-    void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies, HangingLines::Text hanging);
+    void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies, HangingLines::Text hanging,
+                          std::optional<int> nameColumn = {});
     void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column, int spare);
     bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int spare);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
@@ -168,9 +169,14 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const std::string_view name = writer_.readGap(tail->start());
     const std::string_view written = trimRight(name);
     const std::size_t end = lineEndBehind(name);
+    // `int a = 1,` and names below: behind a mark, they would stand below that.
+    const bool hasMarks = declaration.type() && endsWithMarks(declaration.type()->text());
+    const bool isNamed = !written.empty() && Cpp::isNameStart(written.front()) && !hasMarks;
+    std::optional<int> nameColumn;
+    if (isNamed && tail->text().starts_with('=')) nameColumn = out().column();
     writeDataName(name.substr(0, end), isAligned, true);
     writeTailGap(declaration, written, name.substr(end), isAligned);
-    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging);
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging, nameColumn);
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.

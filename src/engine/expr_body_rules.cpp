@@ -101,13 +101,13 @@ void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies&
 }
 
 void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies,
-                                    HangingLines::Text hanging) {
+                                    HangingLines::Text hanging, std::optional<int> nameColumn) {
     if (bodies.empty()) {
-        exprFormatter_.formatDeclarators(text, out(), nullptr, hanging);
+        exprFormatter_.formatDeclarators(text, out(), nullptr, hanging, nameColumn);
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    exprFormatter_.formatDeclarators(text, out(), &blocks, hanging);
+    exprFormatter_.formatDeclarators(text, out(), &blocks, hanging, nameColumn);
 }
 
 // Its contents are indented from the column.

@@ -206,9 +206,10 @@ int HangingLines::columnInLevel(const Level& level) const {
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (startsElement && level.section != kNone) return level.section;
     if (level.kind == Level::Kind::Statement) {
+        if (startsElement && declarators_ != kNone) return declarators_;
         if (startsElement && chains_ && namesInLine_) return level.base;
-        // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, declarators
-        // do from their statement.
+        // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, others than
+        // those behind a value do from their statement.
         const bool showsFirst = !chains_ && tokens_.front().role != ExprRole::BinaryOperator;
         return startsElement && showsFirst ? level.first : wrapped(level.base);
     }

@@ -55,6 +55,8 @@ public:
     void hangCommasFrom(int statementColumn);
     // So are the arguments of the calls that the condition of a loop begins with.
     void hangCallsFrom(int statementColumn);
+    // The text goes on with the value of a declarator in that column: those behind it stand below.
+    void hangDeclaratorsFrom(int column) { declarators_ = column; }
     // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
     void startInLineOf(int column);
     bool isOutsideBrackets() const { return levels_.size() == 1; }
@@ -164,6 +166,7 @@ private:
     const HangingIndents& indents_;
     int tabSize_;
     bool namesInLine_ = false;  // declarators behind a name that begins their line
+    int declarators_ = kNone;   // the column of those that stand below the first one
     std::vector<Level> levels_;
     std::optional<OperandChains> chains_;  // where they are asked for
     std::vector<int> columns_;             // of the tokens then

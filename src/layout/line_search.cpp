@@ -68,9 +68,20 @@ void LineSearch::takeWidths() {
         gaps_.push_back(isComment ? kBlanksBeforeComment : lengthOf(text_.gap(place)));
         widths_.push_back(isComment ? widthOfComment(place) : text_.measure({place, place + 1}, 0).column);
     }
+    declarator_ = firstDeclarator();
     std::vector<bool> staying;
     for (std::size_t place = 0; place < tokens_.size(); ++place) staying.push_back(standsApart(place));
     listColumns_.read(tokens_, gaps_, widths_, staying);
+}
+
+// `Type a = 1, b = 2;`: the first name.
+std::size_t LineSearch::firstDeclarator() const {
+    const auto isName = [](const ExprToken& token) { return token.role == ExprRole::Name; };
+    const auto name = std::ranges::find_if(tokens_, isName);
+    const std::size_t place = static_cast<std::size_t>(name - tokens_.begin());
+    const bool isFirst = kind_ == WeighedText::Statement && place > 0 && place < tokens_.size() &&
+                         scopes_.at(place).depth == 0 && tokens_[place - 1].role != ExprRole::Mark;
+    return isFirst && text_.kindAt(place + 1) == Cpp::Assign ? place : kNoToken;
 }
 
 bool LineSearch::lay(int column, int trailingWidth, int commentWidth) {

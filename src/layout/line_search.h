@@ -80,6 +80,7 @@ private:
         int literal = -1;    // of the first of the literals in a row
         int lineDepth = 0;   // of the first token of the line
         int lowestDepth = 0; // of the line
+        int declarator = -1; // of the first one, where those behind it stand below
         bool endsInLiteral = false;  // but for what closes or parts, the line ends in one
         std::int64_t cost = 0;
         std::uint32_t lines = kNone;  // the last of those that have begun
@@ -99,6 +100,7 @@ private:
     bool standsApart(std::size_t place) const;
     int widthOfComment(std::size_t place) const;
     void takeWidths();
+    std::size_t firstDeclarator() const;
     void weighWays(int column, int trailingWidth);
     const Way& lightest() const { return *std::ranges::min_element(ways_, {}, &Way::cost); }
     void part(std::size_t place);
@@ -158,6 +160,7 @@ private:
     bool partsElements_;  // the outermost ones stand on one line, or on one each
     OperandScopes scopes_;
     BreakWeights weights_;
+    std::size_t declarator_ = kNoToken;  // the name of the first one, where a value and no mark is at it
     std::size_t bases_ = kNoToken;  // of a class, from their ":" on
     std::vector<std::size_t> before_;  // the token in front that is no comment
     std::vector<int> gaps_;            // widths

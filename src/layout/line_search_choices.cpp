@@ -39,6 +39,8 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (isClose(place) && tokens_[place].kind == Cpp::CloseBrace) return scope.lineColumn;
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
+    const bool isDeclarator = way.declarator >= 0 && scopes_.at(place).depth == 0;
+    if (isDeclarator && left != kNoToken && tokens_[left].kind == Cpp::Comma) return way.declarator;
     if (way.literal >= 0 && tokens_[place].kind == Cpp::StringLiteral) return way.literal;
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);

@@ -179,6 +179,7 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
 void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     const int start = way.column;
     const OperandRank rank = scopes_.at(place).rank;
+    if (place == declarator_) way.declarator = start;
     if (rank != OperandRank::None && rank != OperandRank::Member) way.top.isOperandWhole = false;
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
     if (isShift && way.top.shift < 0) {
