@@ -76,9 +76,9 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
     copied_ = sides_.resultPlace();
 }
 
-// Whether the comment ends its only line, and may move. Where columns are kept, each stays in its own.
+// Whether the comment ends its only line, and may move.
 bool LineEnds::alignsBlock(std::string_view comment) const {
-    if (settings_.keepsColumns || !comment.starts_with("/*")) return false;
+    if (!comment.starts_with("/*")) return false;
     const std::size_t end = kBlanks.skipIn(result_, sides_.resultPlace());
     const bool endsLine = end < result_.size() && result_[end] == '\n';
     return endsLine && comment.find('\n') == std::string_view::npos;

@@ -17,6 +17,14 @@ std::size_t textStart(std::string_view text, std::size_t from) {
     return kBlanks.skipIn(text, from);
 }
 
+// Whether the line that begins there holds nothing but one comment.
+bool isCommentLine(std::string_view text, std::size_t lineStart) {
+    const std::string_view rest = text.substr(textStart(text, lineStart));
+    if (!rest.starts_with("/*")) return rest.starts_with("//");
+    const std::string_view line = trimRight(rest.substr(0, rest.find('\n')));
+    return line.find("*/") == line.size() - 2;
+}
+
 }  // namespace
 
 TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
@@ -49,18 +57,20 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
     if (conditionals_.standsByEnd(offset)) return;
     if (comment.column > kRightmostIndent || leadsElements(written, comment, offset)) return;
     // A line with nothing but a comment may belong to the code below.
-    if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset) == comment.sourceColumn)) return;
+    if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset, columns_.tabSize) == comment.sourceColumn)) return;
     push(comment);
 }
 
 void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
-    if (comment.isOwnLine || comment.standsAlone || comment.column > kRightmostIndent) return;
-    // It belongs to what comes next.
-    if (written[comment.gapStart - 1] == '(') return;
     comment.isBlock = true;
     comment.wideColumn = columnIn(source_, offset, kWideTab);
-    if (!isBelowLast(written, comment)) placeOthers(written, comment);
+    const bool goesOn = comment.isOwnLine ? goesOnBelowLast(written, comment, offset) : isBelowLast(written, comment);
+    if (!goesOn) placeOthers(written, comment);
+    if (comment.isOwnLine && !goesOn) return;
+    if (comment.column > kRightmostIndent) return;
+    // It belongs to what comes next.
+    if (!comment.isOwnLine && written[comment.gapStart - 1] == '(') return;
     push(comment);
 }
 
@@ -68,7 +78,20 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
 //  a, b}
 bool TrailingComments::leadsElements(std::string_view written, const Comment& comment, std::size_t offset) {
     const bool isAgainstBrace = offset > 0 && source_[offset - 1] == '{' && written.ends_with('{');
-    return isAgainstBrace && settings_.closesLists() && codeColumnBelow(offset) == comment.sourceColumn;
+    return isAgainstBrace && settings_.closesLists() && codeColumnBelow(offset, columns_.tabSize) == comment.sourceColumn;
+}
+
+// Whether a block comment without code in front goes on with the last one, and has room below it.
+bool TrailingComments::goesOnBelowLast(std::string_view written, const Comment& comment, std::size_t offset) {
+    if (last_.empty() || !last_.back().isBlock || !isInNextLine(written)) return false;
+    const Comment& last = last_.back();
+    const bool isWide = last.sourceColumn != comment.sourceColumn;
+    if (isWide && last.wideColumn != comment.wideColumn) return false;
+    const int column = isFixed(last_.front()) ? last_.front().column : lastColumn_;
+    if (columns_.margin > 0 && column + comment.length > columns_.margin) return false;
+    // A line with nothing but a comment may belong to the code below.
+    const int tabSize = isWide ? kWideTab : columns_.tabSize;
+    return codeColumnBelow(offset, tabSize) != columnIn(source_, offset, tabSize);
 }
 
 void TrailingComments::push(const Comment& comment) {
@@ -82,7 +105,16 @@ void TrailingComments::finish(std::string& written) { placeLast(written); }
 // Whether the comment that comes next stands in the line behind the last one, and below it in the source.
 bool TrailingComments::isBelowLast(std::string_view written, const Comment& comment) const {
     if (last_.empty() || last_.back().isBlock != comment.isBlock) return false;
-    if (!standsInColumn(comment) && !mayJoinLast(comment)) return false;
+    if (isFixed(last_.front()) || isFixed(comment)) return false;
+    return (standsInColumn(comment) || mayJoinLast(comment)) && isInNextLine(written);
+}
+
+// Whether a block comment stays where it is, whatever stands below it.
+bool TrailingComments::isFixed(const Comment& comment) const {
+    return comment.isBlock && !comment.isOwnLine && (comment.standsAlone || settings_.keepsColumns);
+}
+
+bool TrailingComments::isInNextLine(std::string_view written) const {
     const std::size_t lineEnd = written.find('\n', last_.back().gapEnd);
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
@@ -112,16 +144,16 @@ int TrailingComments::columnOf(const Comment& comment) const {
 }
 
 // What stands in front of a "}" belongs to its block, which is indented further.
-int TrailingComments::codeColumnBelow(std::size_t offset) {
+int TrailingComments::codeColumnBelow(std::size_t offset, int tabSize) {
     if (codeBelow_ <= offset) {
         codeBelow_ = offset;
         do {
             codeBelow_ = std::min(source_.find('\n', codeBelow_), source_.size() - 1) + 1;
-        } while (source_.substr(textStart(source_, codeBelow_)).starts_with("//"));
+        } while (isCommentLine(source_, codeBelow_));
     }
     const std::size_t code = textStart(source_, codeBelow_);
     if (source_.substr(code).starts_with('}')) return kNoCode;
-    return columnAfter(source_.substr(codeBelow_, code - codeBelow_), 0, columns_.tabSize);
+    return columnAfter(source_.substr(codeBelow_, code - codeBelow_), 0, tabSize);
 }
 
 int TrailingComments::columnIn(std::string_view text, std::size_t offset) const {
@@ -163,6 +195,7 @@ void TrailingComments::placeLast(std::string& written) {
 
 // The least column that is far enough behind all code; where columns of blanks are kept, as far as it was.
 int TrailingComments::columnForLast() const {
+    if (!last_.empty() && isFixed(last_.front())) return last_.front().column;
     int column = 0;
     int kept = kRightmostIndent;
     int codeEnd = 0;

@@ -20,7 +20,8 @@ namespace Tessel {
 //
 // With ALIGN_LINE_COMMENTS those behind lines that follow each other do so anyway, as far as they fit in the margin.
 // Block comments that end their lines below each other stay in one column too, with the least white space among
-// theirs, or a blank with ALIGN_LINE_COMMENTS, unless one of them would leave the margin for it.
+// theirs, or a blank with ALIGN_LINE_COMMENTS, unless one of them would leave the margin for it. Those behind a lone
+// "}" do not move, nor do others with KEEP_COLUMNS; lines that go on with one of them come to stand below it.
 // One behind "#else" stays in the column of the one behind its "#endif".
 class TrailingComments {
 public:
@@ -34,7 +35,7 @@ public:
     // The comment at `offset` of the source comes next behind what has been written. Those in front that it does not go
     // on with move to where they belong.
     void add(std::string& written, std::size_t offset);
-    // The same for a block comment that ends its line, but for one without code in front, or with only a "}".
+    // The same for a block comment that ends its line.
     void addBlock(std::string& written, std::size_t offset);
     // The same of the last ones: no further comment comes.
     void finish(std::string& written);
@@ -60,12 +61,15 @@ private:
     Comment commentAt(std::string_view written, std::size_t offset) const;
     void push(const Comment& comment);
     void placeOthers(std::string& written, Comment& comment);
+    bool goesOnBelowLast(std::string_view written, const Comment& comment, std::size_t offset);
     bool isBelowLast(std::string_view written, const Comment& comment) const;
+    bool isInNextLine(std::string_view written) const;
+    bool isFixed(const Comment& comment) const;
     bool standsInColumn(const Comment& comment) const;
     bool mayJoinLast(const Comment& comment) const;
     int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
-    int codeColumnBelow(std::size_t offset);
+    int codeColumnBelow(std::size_t offset, int tabSize);
     int columnIn(std::string_view text, std::size_t offset) const;
     static int columnIn(std::string_view text, std::size_t offset, int tabSize);
     int columnForLast() const;
