@@ -227,7 +227,10 @@ int HangingLines::columnOfContents(const Level& level) const {
 
 // From where what stands behind its first token is indented.
 int HangingLines::columnOfElement(const Level& level) const {
-    return level.kind == Level::Kind::Statement || level.element.start == kNone ? level.base : level.element.start;
+    if (level.element.start == kNone) return level.base;
+    // The text begins with the value of the first declarator.
+    const bool isLaterDeclarator = declarators_ != kNone && level.element.start != level.first;
+    return level.kind != Level::Kind::Statement || isLaterDeclarator ? level.element.start : level.base;
 }
 
 int HangingLines::wrapped(int column) const {

@@ -84,6 +84,12 @@ std::size_t LineSearch::firstDeclarator() const {
     return isFirst && text_.kindAt(place + 1) == Cpp::Assign ? place : kNoToken;
 }
 
+// One behind the first.
+bool LineSearch::startsDeclarator(std::size_t place) const {
+    const std::size_t left = before(place);
+    return left != kNoToken && tokens_[left].kind == Cpp::Comma && scopes_.at(place).depth == 0;
+}
+
 bool LineSearch::lay(int column, int trailingWidth, int commentWidth) {
     if (!isSuited()) return false;
     takeWidths();

@@ -80,7 +80,8 @@ private:
         int literal = -1;    // of the first of the literals in a row
         int lineDepth = 0;   // of the first token of the line
         int lowestDepth = 0; // of the line
-        int declarator = -1; // of the first one, where those behind it stand below
+        int declarator = -1; // of the first one, where those behind it stand below,
+        int later = -1;      // and of the last of these
         bool endsInLiteral = false;  // but for what closes or parts, the line ends in one
         std::int64_t cost = 0;
         std::uint32_t lines = kNone;  // the last of those that have begun
@@ -101,6 +102,7 @@ private:
     int widthOfComment(std::size_t place) const;
     void takeWidths();
     std::size_t firstDeclarator() const;
+    bool startsDeclarator(std::size_t place) const;
     void weighWays(int column, int trailingWidth);
     const Way& lightest() const { return *std::ranges::min_element(ways_, {}, &Way::cost); }
     void part(std::size_t place);

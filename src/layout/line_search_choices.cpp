@@ -39,8 +39,7 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     if (isClose(place) && tokens_[place].kind == Cpp::CloseBrace) return scope.lineColumn;
     const std::size_t left = before(place);
     const OperandRank rank = scopes_.at(place).rank;
-    const bool isDeclarator = way.declarator >= 0 && scopes_.at(place).depth == 0;
-    if (isDeclarator && left != kNoToken && tokens_[left].kind == Cpp::Comma) return way.declarator;
+    if (way.declarator >= 0 && startsDeclarator(place)) return way.declarator;
     if (way.literal >= 0 && tokens_[place].kind == Cpp::StringLiteral) return way.literal;
     if (rank == OperandRank::Shift && scope.shift >= 0) return scope.shift;
     if (rank == OperandRank::Member) return scope.member >= 0 ? scope.member : continuation(scope);
@@ -53,7 +52,10 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const bool followsWord =
         tokens_[place].kind == Cpp::Identifier && tokens_[left].kind == Cpp::Identifier;
     if (followsWord || tokens_[place].role == ExprRole::Name) return continuation(scope);
-    if (scopes_.at(left).rank == OperandRank::Assignment) return continuation(scope);
+    const bool isOfLater = way.later >= 0 && scopes_.at(place).depth == 0;
+    if (scopes_.at(left).rank == OperandRank::Assignment) {
+        return isOfLater ? columnAfter(settings_.wrapIndent.text, way.later, settings_.tabSize) : continuation(scope);
+    }
     const bool isOperator = rank != OperandRank::None && rank != OperandRank::Comma;
     if (tokens_[left].kind == Cpp::CloseParen && !isOperator) return continuation(scope);
     const bool isStatement = standsByItself(kind_);

@@ -180,6 +180,7 @@ void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     const int start = way.column;
     const OperandRank rank = scopes_.at(place).rank;
     if (place == declarator_) way.declarator = start;
+    if (way.declarator >= 0 && startsDeclarator(place)) way.later = start;
     if (rank != OperandRank::None && rank != OperandRank::Member) way.top.isOperandWhole = false;
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
     if (isShift && way.top.shift < 0) {
