@@ -94,7 +94,7 @@ public:
     void visit(Cpp::EnumDeclNode* declaration) override;
     void visit(Cpp::EnumHeadNode* head) override;
     void visit(Cpp::EnumBodyNode* body) override;
-    // Statements (statement_rules.cpp).
+    // Statements (statement_rules.cpp) and their labels (label_rules.cpp).
     void visit(Cpp::CtrlStmtNode* statement) override;
     void visit(Cpp::CtrlSubStmtNode* part) override;
     void visit(Cpp::CtrlSubStmtHeadNode* head) override;
