@@ -81,7 +81,8 @@ public:
     void visit(Cpp::BaseClauseListNode* list) override;
     void visit(Cpp::BaseClauseNode* clause) override;
     void visit(Cpp::AccessSpecNode* label) override;
-    // Functions (function_rules.cpp), pointers to them (function_pointer_rules.cpp) and template headers (template_rules.cpp).
+    // Functions (function_rules.cpp), pointers to them (function_pointer_rules.cpp) and template headers
+    // (template_rules.cpp).
     void visit(Cpp::FunctionDeclNode* declaration) override;
     void visit(Cpp::CtorDeclNode* declaration) override;
     void visit(Cpp::InitializerListNode* list) override;

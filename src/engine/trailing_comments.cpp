@@ -78,7 +78,8 @@ void TrailingComments::addBlock(std::string& written, std::size_t offset) {
 //  a, b}
 bool TrailingComments::leadsElements(std::string_view written, const Comment& comment, std::size_t offset) {
     const bool isAgainstBrace = offset > 0 && source_[offset - 1] == '{' && written.ends_with('{');
-    return isAgainstBrace && settings_.closesLists() && codeColumnBelow(offset, columns_.tabSize) == comment.sourceColumn;
+    return isAgainstBrace && settings_.closesLists() &&
+           codeColumnBelow(offset, columns_.tabSize) == comment.sourceColumn;
 }
 
 // Whether a block comment without code in front goes on with the last one, and has room below it.

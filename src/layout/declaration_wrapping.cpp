@@ -85,8 +85,8 @@ void CppLineWrapper::visit(Cpp::ClassHeadNode* head) {
     copyThrough(*head);
 }
 
-// Enumerators with a line each stay as they are; where that is how they were written, those that are too long are broken
-// by themselves.
+// Enumerators with a line each stay as they are; where that is how they were written, those that are too long are
+// broken by themselves.
 void CppLineWrapper::visit(Cpp::EnumBodyNode* body) {
     if (copyUnlessLong(*body)) return;
     const CommaTexts& commas = settings_.commas.enumerators;
