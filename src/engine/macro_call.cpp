@@ -39,6 +39,50 @@ constexpr int depthBehind(int kind, int depth) {
     return kind == Cpp::CloseParen || kind == Cpp::CloseBrace ? depth - 1 : depth;
 }
 
+// What stands in the parentheses of a call, read behind the "(" token by token.
+class CallArguments {
+public:
+    explicit CallArguments(bool isOnLine) : isOnLine_(isOnLine) {}
+
+    bool areOver() const { return depth_ == 0; }
+    // Says false where none but the macro knows what it is given.
+    bool take(const Trn::Token& token) {
+        const int kind = token.kind;
+        // Comments and directives stand between lines that are kept; either branch may be all that there is of a word.
+        if (!isOnLine_ && Cpp::isTrivia(kind) && kind != Cpp::UnreadBlock) {
+            followsWord_ = followsWord_ && kind != Cpp::Directive;
+            return true;
+        }
+        const bool isWord = kind != Trn::kEndKind && Cpp::isNamePart(token.text.front());
+        if (isOfMacro(kind, isWord)) return false;
+        followsMark_ = marksType(kind);
+        holdsLess_ |= kind == Cpp::Less;
+        followsAngles_ = holdsLess_ && (kind == Cpp::Greater || kind == Cpp::ShiftRight);
+        followsWord_ = isWord;
+        if (kind == Cpp::OpenParen) ++depth_;
+        if (kind == Cpp::CloseParen) --depth_;
+        return true;
+    }
+
+private:
+    // `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
+    bool marksType(int kind) const { return isAnyMark(kind) && (followsWord_ || followsMark_ || followsAngles_); }
+
+    bool isOfMacro(int kind, bool isWord) const {
+        if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType(kind))) return true;
+        if (followsMark_ && !marksType(kind) && kind != Cpp::Comma && kind != Cpp::CloseParen) return true;
+        // Words that follow each other and go on in further lines. `FIELD(List<int> names)` declares, or compares.
+        return isWord && (followsAngles_ || (!isOnLine_ && followsWord_));
+    }
+
+    bool isOnLine_;
+    int depth_ = 1;
+    bool followsWord_ = false;
+    bool followsMark_ = false;
+    bool followsAngles_ = false;
+    bool holdsLess_ = false;
+};
+
 }  // namespace
 
 bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
@@ -46,34 +90,9 @@ bool isMacroCall(const Cpp::KeptNode& item, bool keepsLines) {
     if (!isOnLine && !keepsLines) return false;
     Cpp::Lexer lexer{item.text()};
     if (lexer.nextToken().kind != Cpp::Identifier || lexer.nextToken().kind != Cpp::OpenParen) return false;
-    int depth = 1;
-    bool followsWord = false;
-    bool followsMark = false;
-    bool holdsLess = false;
-    bool followsAngles = false;
-    while (depth > 0) {
-        const Trn::Token token = lexer.nextToken();
-        const int kind = token.kind;
-        // Comments and directives stand between lines that are kept; either branch may be all that there is of a word.
-        if (!isOnLine && Cpp::isTrivia(kind) && kind != Cpp::UnreadBlock) {
-            followsWord = followsWord && kind != Cpp::Directive;
-            continue;
-        }
-        // `EXPORT(char*)`: with nothing behind it, what stands in front of it is a type.
-        const bool marksType = isAnyMark(kind) && (followsWord || followsMark || followsAngles);
-        if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType)) return false;
-        if (followsMark && !marksType && kind != Cpp::Comma && kind != Cpp::CloseParen) return false;
-        followsMark = marksType;
-        // Where words that follow each other go on in further lines, is the macro's affair.
-        const bool isWord = Cpp::isNamePart(token.text.front());
-        if (!isOnLine && isWord && followsWord) return false;
-        // `FIELD(List<int> names)` declares, or compares.
-        if (followsAngles && isWord) return false;
-        holdsLess |= kind == Cpp::Less;
-        followsAngles = holdsLess && (kind == Cpp::Greater || kind == Cpp::ShiftRight);
-        followsWord = isWord;
-        if (kind == Cpp::OpenParen) ++depth;
-        if (kind == Cpp::CloseParen) --depth;
+    CallArguments arguments(isOnLine);
+    while (!arguments.areOver()) {
+        if (!arguments.take(lexer.nextToken())) return false;
     }
     const int following = lexer.nextToken().kind;
     return following == Trn::kEndKind || (following == Cpp::Comma && lexer.nextToken().kind == Trn::kEndKind);

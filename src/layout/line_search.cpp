@@ -128,7 +128,7 @@ void LineSearch::weighWays(int column, int trailingWidth) {
     for (Way& way : ways_) {
         const int end = way.column;
         way.column += trailingWidth;
-        payOverflow(way, end, kColumnBeyondMargin);
+        payOverflow(way, end, tokens_.size() - 1);
     }
 }
 
@@ -178,7 +178,7 @@ void LineSearch::keepLightest() {
         const auto goesOnAlike = [way](const Way& other) {
             return way->column == other.column && way->literal == other.literal &&
                    way->lineDepth == other.lineDepth && way->lowestDepth == other.lowestDepth &&
-                   way->top == other.top;
+                   way->declarator == other.declarator && way->later == other.later && way->top == other.top;
         };
         if (std::ranges::any_of(ways_, goesOnAlike)) continue;
         ways_.push_back(*way);
@@ -208,23 +208,26 @@ void LineSearch::note(Way& way, std::size_t place, int column, int split) {
     way.lines = static_cast<std::uint32_t>(lines_.size() - 1);
 }
 
-// What is beyond the margin of the token passed last.
-void LineSearch::payOverflow(Way& way, int before, std::size_t place) const {
-    const ExprToken& token = tokens_[place];
-    const bool isClosing = token.role == ExprRole::GroupClose || token.role == ExprRole::BraceClose ||
-                           token.role == ExprRole::Separator;
-    if (!isClosing) way.endsInLiteral = token.kind == Cpp::StringLiteral;
-    payOverflow(way, before, token.kind == Cpp::LineComment ? kCommentBeyondMargin : kColumnBeyondMargin);
+// Whether nothing but what closes or separates stands behind a literal, up to the token.
+bool LineSearch::endsInLiteral(std::size_t place) const {
+    const auto isClosing = [this](std::size_t at) {
+        const ExprRole role = tokens_[at].role;
+        return role == ExprRole::GroupClose || role == ExprRole::BraceClose || role == ExprRole::Separator;
+    };
+    while (place > 0 && isClosing(place)) --place;
+    return tokens_[place].kind == Cpp::StringLiteral;
 }
 
-void LineSearch::payOverflow(Way& way, int before, std::int64_t columnCost) const {
+// What has come to stand beyond the margin, with the token or behind it.
+void LineSearch::payOverflow(Way& way, int before, std::size_t place) const {
     const int margin = settings_.rightMargin;
     const int excess = std::max(way.column - margin, 0) - std::max(before - margin, 0);
-    if (!settings_.literalsMayRunOver || !way.endsInLiteral) {
-        way.cost += columnCost * excess;
-    } else if (excess > 0) {
+    if (settings_.literalsMayRunOver && excess > 0 && endsInLiteral(place)) {
         way.cost += kLiteralColumnBeyondMargin * excess + (before <= margin ? kLiteralBeyondMargin : 0);
+        return;
     }
+    const bool isComment = tokens_[place].kind == Cpp::LineComment;
+    way.cost += (isComment ? kCommentBeyondMargin : kColumnBeyondMargin) * excess;
 }
 
 }  // namespace Tessel

@@ -82,7 +82,6 @@ private:
         int lowestDepth = 0; // of the line
         int declarator = -1; // of the first one, where those behind it stand below,
         int later = -1;      // and of the last of these
-        bool endsInLiteral = false;  // but for what closes or parts, the line ends in one
         std::int64_t cost = 0;
         std::uint32_t lines = kNone;  // the last of those that have begun
     };
@@ -111,8 +110,8 @@ private:
     void keepLightest();
     void putLines(const Way& way);
     void note(Way& way, std::size_t place, int column, int split = 0);
+    bool endsInLiteral(std::size_t place) const;
     void payOverflow(Way& way, int before, std::size_t place) const;
-    void payOverflow(Way& way, int before, std::int64_t columnCost) const;
 
     // line_search_choices.cpp
     bool keepsBases(const Way& way, std::size_t place) const;
