@@ -82,6 +82,7 @@ private:
     std::unique_ptr<Body> parseItems(TokenBuffer& tokens, TakeOther takeOther, ParseItem parseItem);
     Index endOfItem(const TokenBuffer& tokens, Index start) const;
     Index endOfKept(const TokenBuffer& tokens, Index start) const;
+    Index endOfFailed(const TokenBuffer& tokens, Index start);
     std::unique_ptr<KeptNode> makeKeptNode(TokenBuffer& tokens, Index start, Index end, bool isMacro);
     std::unique_ptr<KeptNode> makeVerbatimNode(TokenBuffer& tokens, Index start, Index end);
     void addAlias(TokenBuffer& tokens, InteriorNode& list, InteriorNode* comments = nullptr);
@@ -234,6 +235,8 @@ private:
     int itemMessages_ = 0;        // about the item that is read, but for those about the items in its body
     int depth_ = 0;               // of constructs inside constructs
     int chainDepth_ = 0;          // of "else if" parts, each inside the one before it
+
+    std::size_t readInVain_ = 0;  // tokens that items which failed had read beyond what was kept of them
 
     // What looking ahead has found, so that it need not look twice.
     Index noBraceBefore_ = 0;        // behind the last declaration that was scanned for one

@@ -44,6 +44,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     diagnostics_ = diagnostics;
     depth_ = chainDepth_ = itemMessages_ = 0;
     noDeclarationBefore_ = noBraceBefore_ = typeEnd_ = 0;
+    readInVain_ = 0;
     className_ = {};
     kept_.clear();
     using Words = KeywordNames::Words;

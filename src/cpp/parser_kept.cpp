@@ -13,6 +13,9 @@ namespace Cpp {
 
 namespace {
 
+// Times the size of a text, in tokens: far more than any code needs, and a small part of what reading it costs.
+constexpr std::size_t kMostReadInVain = 16;
+
 // A keyword that begins an item wherever it stands outside of brackets, at the start of a line.
 bool beginsItem(int kind) {
     switch (kind) {
@@ -72,6 +75,22 @@ Parser::Index Parser::endOfKept(const TokenBuffer& tokens, Index start) const {
     const Index end = endOfItem(tokens, start);
     for (Index place = start; place < end; ++place) {
         if (tokens.kindAt(place) == Unknown) return start;
+    }
+    return end;
+}
+
+// The same for an item that could not be read, as far as it was. What is behind it has been read in vain, and is read
+// again; where that comes to too much, as with `if` a hundred thousand times in a class, it is kept with the item.
+Parser::Index Parser::endOfFailed(const TokenBuffer& tokens, Index start) {
+    const Index reached = tokens.place();
+    Index end = endOfKept(tokens, start);
+    if (reached <= end) return end;
+    readInVain_ += reached - end;
+    if (readInVain_ <= kMostReadInVain * tokens_->size()) return end;
+    while (end < reached) {
+        const Index next = endOfKept(tokens, end);
+        if (next == end) break;
+        end = next;
     }
     return end;
 }

@@ -66,7 +66,7 @@ void Parser::guarded(TokenBuffer& tokens, InteriorNode& list, Parse parse) {
     ItemGuard guard(*this, tokens, list);
     parse();
     if (!guard.hasFailed()) return;
-    const Index end = endOfKept(tokens, guard.start());
+    const Index end = endOfFailed(tokens, guard.start());
     if (end == guard.start()) return;
     guard.takeBack(list);
     list.add(makeKeptNode(tokens, guard.start(), end, false));

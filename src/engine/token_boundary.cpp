@@ -12,9 +12,8 @@ namespace Tessel {
 
 namespace {
 
-// Characters. More operators in a row are no code, and looking at all of them again and again would take
-// long.
-constexpr std::size_t kLongestOperators = 256;
+// Characters: more than the operators have. What stands behind them joins nothing in front of them.
+constexpr std::size_t kMostBehind = 8;
 
 // Of operators that are more than one character long.
 constexpr bool isOperatorPart(char c) {
@@ -82,29 +81,24 @@ bool allowsBehindOpaque(const TokenBoundary& boundary) {
            !Cpp::wouldJoin(before.substr(before.size() - 1), boundary.text.substr(boundary.place, 1));
 }
 
-// The word or the operators in front of the place; nothing for too many operators.
+// The word or the operators in front of the place.
 std::string leftOf(const TokenBoundary& boundary) {
     const std::string_view text = boundary.text;
     std::size_t first = boundary.place - 1;
-    while (first > boundary.codeStart && belongsInFront(text, first)) {
-        if (!isWordPart(text[first]) && boundary.place - first >= kLongestOperators) return {};
-        --first;
-    }
+    while (first > boundary.tokenStart && belongsInFront(text, first)) --first;
     const std::string_view left = text.substr(first, boundary.place - first);
     if (boundary.number.empty() || boundary.behindNumber > left.size()) return std::string(left);
     return std::string(boundary.number).append(left.substr(left.size() - boundary.behindNumber));
 }
 
-// Those behind it. What a literal holds does not matter.
+// Those behind it, or the start of them. What a literal holds does not matter.
 std::string rightOf(const TokenBoundary& boundary) {
     const std::string_view text = boundary.text;
     const char quote = text[boundary.place];
     if (Cpp::isQuote(quote)) return {quote, 'x', quote};
+    const std::size_t end = std::min(text.size(), boundary.place + kMostBehind);
     std::size_t last = boundary.place + 1;
-    while (last < text.size() && belongTogether(text[last - 1], text[last])) {
-        if (!isWordPart(text[last]) && last - boundary.place >= kLongestOperators) return {};
-        ++last;
-    }
+    while (last < end && belongTogether(text[last - 1], text[last])) ++last;
     return std::string(text.substr(boundary.place, last - boundary.place));
 }
 
@@ -112,7 +106,6 @@ std::string rightOf(const TokenBoundary& boundary) {
 bool areSameTokens(const TokenBoundary& boundary) {
     const std::string left = leftOf(boundary);
     const std::string right = rightOf(boundary);
-    if (left.empty() || right.empty()) return false;
     return tokenTexts(left + right) == tokenTexts(left + ' ' + right);
 }
 

@@ -12,6 +12,7 @@ struct TokenBoundary {
     std::string_view text;         // in which they stand together
     std::size_t place = 0;         // of the second one
     std::size_t codeStart = 0;     // behind the last opaque token
+    std::size_t tokenStart = 0;    // of some token in front of the place, but none in front of codeStart
     std::string_view number;       // the last one with a digit separator; empty when there is none
     std::size_t behindNumber = 0;  // the characters between that and the place
 };

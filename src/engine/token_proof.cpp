@@ -23,6 +23,7 @@ struct Cursor {
     std::size_t place = 0;
     bool isApart = false;        // white space stands in front of it
     std::size_t codeStart = 0;   // behind the last opaque token
+    std::size_t tokenStart = 0;  // of the last token with white space in front of it in one of the texts
     bool codeStartsLine = true;  // with nothing but comments in front of that on its line
 
     bool atEnd() const { return place >= text.size(); }
@@ -44,7 +45,7 @@ struct Cursor {
     }
     // Moves the start of the code here, behind a token.
     void startCode(bool beginsLine) {
-        codeStart = place;
+        codeStart = tokenStart = place;
         codeStartsLine = beginsLine;
     }
 };
@@ -95,11 +96,17 @@ private:
             // What a splice holds is one or apart by the white space on both of its sides.
             if (source_.place >= end && source_.current() == '\\') return true;
             if (source_.isApart != result_.isApart && !staysTheSame()) return false;
-            source_.isApart = result_.isApart = false;
+            if (source_.isApart || result_.isApart) startToken();
             if (source_.place >= end) return true;
             if (!compareUnit()) return false;
             skipPlain(end);
         }
+    }
+
+    void startToken() {
+        source_.isApart = result_.isApart = false;
+        source_.tokenStart = source_.place;
+        result_.tokenStart = result_.place;
     }
 
     // What is the same with the same white space in it, and holds no literal, as most of a text is.
@@ -162,7 +169,7 @@ private:
     // At two neighbouring characters that white space holds apart in one of the texts only.
     bool staysTheSame() const {
         const Cursor& joined = source_.isApart ? result_ : source_;
-        const TokenBoundary boundary{joined.text, joined.place, joined.codeStart, number_,
+        const TokenBoundary boundary{joined.text, joined.place, joined.codeStart, joined.tokenStart, number_,
                                      sourceGapStart_ - unitEnd_};
         return allowsWhitespace(boundary) && !(mayBeRaw_ && splitsRawString(boundary));
     }

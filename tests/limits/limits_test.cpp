@@ -155,7 +155,8 @@ TEST(Limits, OneLineOfManyThings) {
          {repeated("int a;", kMany), "void f(){" + repeated("x=a+b;", kMany) + '}',
           "int a[]={" + repeated("1,", kMany) + "0};", "enum{" + repeated("a,", kMany) + "b};",
           "void f(){g(" + repeated("a,", kMany) + "b);}", "void f(" + repeated("int a,", kMany) + "int b);",
-          "void f(){x=" + repeated("a+", kMany) + "b;}", repeated("/**/", kMany)}) {
+          "void f(){x=" + repeated("a+", kMany) + "b;}", "void f(){" + repeated(". a ", kMany) + "}",
+          repeated("/**/", kMany)}) {
         for (const char* scheme : {"aligned", "google"})
             EXPECT_EQ(refusalOf(scheme, text), "") << text.substr(0, 20);
     }
@@ -168,6 +169,8 @@ TEST(Limits, ManyLines) {
             EXPECT_EQ(refusalOf(scheme, repeated(line, kMany)), "") << line;
     }
     EXPECT_EQ(refusalOf("aligned", "void f(){switch(a){" + repeated("case 1: b();\n", kMany) + "}}"), "");
+    // No item, up to the end of the class, and so for each of its lines.
+    EXPECT_EQ(formatText(shippedScheme("llvm"), "class A{" + repeated("if a.b\n", kMany) + "};").refusal, "");
 }
 
 // What does not end has messages, and not one for every place that it might have ended at.
