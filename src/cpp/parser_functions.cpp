@@ -246,8 +246,9 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
             tokens.next();
             return list;
         }
-        const bool isCutOff = close == TokenLinks::kNone && isAngled &&
-                              (token.kind == Semicolon || token.kind == OpenBrace);
+        const bool isBehind = token.kind == Semicolon || token.kind == OpenBrace ||
+                              (keepsUnrecognized_ && token.kind == CloseBrace);
+        const bool isCutOff = close == TokenLinks::kNone && isAngled && isBehind;
         if (token.kind == Trn::kEndKind || isCutOff) {
             if (token.kind == Trn::kEndKind) {
                 report(token.start, UnexpectedEnd);
