@@ -130,7 +130,7 @@ HeadTail HeadScanner::scanTail(Index place) const {
     }
 }
 
-// Behind `: a(1), b{2}`, where the body begins.
+// Behind `: a(1), b{2}`, where the body begins. Branches of an #if may have a ":" each.
 HeadScanner::Index HeadScanner::behindInitializers(Index colon) const {
     Index place = next(colon);
     while (true) {
@@ -142,11 +142,11 @@ HeadScanner::Index HeadScanner::behindInitializers(Index colon) const {
             sawName = true;
         }
         const int following = kind(behind(place));
-        const bool isBraced = kind(place) == OpenBrace && sawName &&
-                              (following == Comma || following == OpenBrace || following == Dot);
+        const bool goesOn = following == Comma || following == Colon || following == OpenBrace || following == Dot;
+        const bool isBraced = kind(place) == OpenBrace && sawName && goesOn;
         if (kind(place) == OpenParen || isBraced) place = behind(place);
         while (kind(place) == Dot) place = next(place);
-        if (kind(place) != Comma) break;
+        if (kind(place) != Comma && kind(place) != Colon) break;
         place = next(place);
     }
     while (kind(place) != OpenBrace && kind(place) != Semicolon && kind(place) != Trn::kEndKind &&

@@ -122,7 +122,8 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                     seen.takeWord(kindHere);
                 }
         }
-        seen.pass(place);
+        // void f [[noreturn]] ();
+        if (!opensAttribute(place)) seen.pass(place);
         place = following;
     }
 }
@@ -324,8 +325,13 @@ bool ItemScanner::isStatement(Index sign, const Progress& seen, const ItemContex
     const bool isFirst = seen.previous == seen.start && kind(seen.start) == Identifier;
     if (!findsMacros_ || !isFirst || context.scope != ItemContext::Scope::Outside) return false;
     if (kind(sign) == ShiftLeft) return true;
-    const int following = kind(next(next(sign)));
-    return kind(next(sign)) == Identifier && (following == OpenParen || following == Assign);
+    Index following = next(next(sign));
+    while (kind(next(sign)) == Identifier && isMemberAccess(kind(following))) {
+        sign = following;
+        following = next(next(sign));
+    }
+    const int end = kind(following);
+    return kind(next(sign)) == Identifier && (end == OpenParen || end == OpenBracket || end == Assign);
 }
 
 // `int *a, *f(int);`, as opposed to the bases of a class.

@@ -117,7 +117,7 @@ private:
     void addHandlers(TokenBuffer& tokens, InteriorNode& list);
     Declaration parseDeclaration(TokenBuffer& tokens, Scope scope);
     Declaration parseFunctionShape(TokenBuffer& tokens, Index start, const Item& item);
-    Declaration parseFunctionPointerShape(TokenBuffer& tokens, Index start);
+    Declaration parseFunctionPointerShape(TokenBuffer& tokens, Index start, Index open);
     Declaration parseBracedShape(TokenBuffer& tokens, Index start, const Item& item);
     Declaration failAtEnd(TokenBuffer& tokens, Index end);
 
@@ -169,7 +169,7 @@ private:
     std::unique_ptr<InitializerListNode> parseCtorInitializers(TokenBuffer& tokens);
     std::unique_ptr<InitializerNode> parseInitializer(TokenBuffer& tokens);
     std::unique_ptr<ArgListNode> parseArguments(TokenBuffer& tokens, ExprBodies& bodies);
-    std::unique_ptr<FunctionPtrDeclNode> parseFunctionPtrDecl(TokenBuffer& tokens);
+    std::unique_ptr<FunctionPtrDeclNode> parseFunctionPtrDecl(TokenBuffer& tokens, Index open);
 
     // Data (parser_data.cpp).
     std::unique_ptr<DataDeclNode> parseDataDecl(TokenBuffer& tokens, Scope scope);

@@ -224,7 +224,7 @@ Parser::Declaration Parser::parseDeclaration(TokenBuffer& tokens, Scope scope) {
     const Item item = items(tokens).scanDeclaration(start, context, noBraceBefore_);
     switch (item.shape) {
         case Shape::Function: return parseFunctionShape(tokens, start, item);
-        case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start);
+        case Shape::FunctionPointer: return parseFunctionPointerShape(tokens, start, item.place);
         case Shape::Class:
         case Shape::Enum: return parseBracedShape(tokens, start, item);
         case Shape::Data: return {parseDataDecl(tokens, scope), false};
@@ -267,7 +267,7 @@ Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start,
 }
 
 // A declaration with a declarator in parentheses, up to its ";".
-Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index start) {
+Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index start, Index open) {
     bool sawDeclarator = false;  // a "," before it separates a template's arguments
     bool sawAssign = false;
     while (true) {
@@ -289,7 +289,7 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
         sawAssign |= token.kind == Assign;
     }
     TokenBuffer declaration = tokens.slice(start, tokens.place());
-    return {parseFunctionPtrDecl(declaration), false};
+    return {parseFunctionPtrDecl(declaration, open), false};
 }
 
 // A class or an enum with its body, up to the "}" that closes it.

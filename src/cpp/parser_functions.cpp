@@ -127,7 +127,7 @@ std::unique_ptr<IdNode> Parser::parseFunctionName(TokenBuffer& tokens, Index par
             nameStart = isDestructor ? here - 1 : here;
             sawName = true;
         } else {
-            sawName = sawName && token.kind == Less;
+            sawName = sawName && (token.kind == Less || view(tokens).opensAttribute(here));
         }
         tokens.moveTo(behind);
     }
@@ -317,6 +317,7 @@ std::unique_ptr<InitializerListNode> Parser::parseCtorInitializers(TokenBuffer& 
                 list->add(parseInitializer(tokens));
                 break;
             case Comma:
+            case Colon:  // of another branch
             case Dot:
                 tokens.next();
                 break;
@@ -389,14 +390,14 @@ std::unique_ptr<ArgListNode> Parser::parseArguments(TokenBuffer& tokens, ExprBod
     }
 }
 
-std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& tokens) {
+// The declarator's parentheses begin at `open`.
+std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& tokens, Index open) {
     TokenText returnType;
-    Index previous = TokenLinks::kNone;
     while (true) {
         skipTrivia(tokens);
         const Token token = tokens.current();
         const Index here = tokens.place();
-        if (token.kind == OpenParen && !isArgumentOf(tokens, here, previous)) break;
+        if (here == open) break;
         if (token.kind == Semicolon) {
             report(token.start, "Expected \"(\" as part of pointer-to-function declaration. Got ';'");
             return nullptr;
@@ -407,7 +408,6 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
         }
         const Index close = links_.closing(here);
         addThrough(tokens, (close == TokenLinks::kNone ? here : close) + 1, returnType);
-        previous = here;
     }
     tokens.next();
 

@@ -29,6 +29,11 @@ constexpr bool isPunctuation(int kind) {
     return kind >= Semicolon && kind <= ArrowAsterisk;
 }
 
+// What a member stands behind.
+constexpr bool isMemberAccess(int kind) {
+    return kind == Dot || kind == Arrow;
+}
+
 constexpr bool isKeyword(int kind) {
     return kind >= KeywordClass && kind <= KeywordVoid;
 }

@@ -19,10 +19,12 @@ namespace {
 // `void SYMBOL(f)(int a)`, `METHOD(T *, f)(int a)`, as opposed to `BOOL(*f)(int a)`: what stands in front of the "("
 // makes the name.
 bool isNamedByMacro(std::string_view type, std::string_view opening) {
-    if (!Cpp::isUpperCase(type.substr(type.rfind(' ') + 1)) || !trimLeft(opening).starts_with('(')) return false;
+    const std::string words = onOneLine(type);
+    const std::size_t front = std::min(words.rfind(' '), words.size());
+    const bool isMacro = Cpp::isUpperCase(std::string_view(words).substr(words.rfind(' ') + 1));
+    if (!isMacro || !trimLeft(opening).starts_with('(')) return false;
     if (trimRight(opening).ends_with(',')) return true;
-    const std::size_t front = std::min(type.rfind(' '), type.size());
-    const bool isApart = isSpecifiers(type.substr(0, front)) && !opening.starts_with('(');
+    const bool isApart = isSpecifiers(words.substr(0, front)) && !opening.starts_with('(');
     return !isApart && opening.find_first_of("*&^") == std::string_view::npos;
 }
 

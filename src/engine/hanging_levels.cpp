@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "engine/columns.h"
 #include "engine/hanging_lines.h"
 #include "engine/operator_kinds.h"
@@ -75,9 +76,9 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (level.awaitsLater) element.later = column;
     if (!element.choices.empty() && element.choices.back() == kNone) element.choices.back() = column;
     element.choice = kNone;
-    if (startsLine) element.memberLine = isMemberAccess(kind) && !startsElement ? column : kNone;
+    if (startsLine) element.memberLine = Cpp::isMemberAccess(kind) && !startsElement ? column : kNone;
     level.awaitsOperand = awaitsValue(token);
-    level.awaitsLater = isOperator(place) && !level.awaitsOperand && !isMemberAccess(kind);
+    level.awaitsLater = isOperator(place) && !level.awaitsOperand && !Cpp::isMemberAccess(kind);
     if (level.awaitsLater) {
         element.later = element.chain = element.memberLine = kNone;
         level.lastOperator = place;
@@ -97,7 +98,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     } else if (kind == Cpp::CloseParen && endsInComma(place)) {
         element = {};
         if (level.kind == Level::Kind::Statement) level.behindComma = level.base;
-    } else if (isMemberAccess(kind) && !startsElement && element.chain == kNone) {
+    } else if (Cpp::isMemberAccess(kind) && !startsElement && element.chain == kNone) {
         element.chain = column;
     } else if (isShift(token) && element.shift == kNone) {
         element.shift = column;
@@ -234,7 +235,7 @@ int HangingLines::columnOfCall(const Level& outer) const {
 // Where the arguments hang of a call that a "." or "->" follows: from the operand that it is in. kNone for others.
 int HangingLines::columnInCall(const Level& outer, std::size_t open) const {
     const std::size_t next = nextPlace(tokens_, tokens_[open].partner);
-    const bool isMember = isMemberAccess(kindAt(tokens_, next)) && !isPack(tokens_, next);
+    const bool isMember = Cpp::isMemberAccess(kindAt(tokens_, next)) && !isPack(tokens_, next);
     if (!chains_ || tokens_[open].role != ExprRole::GroupOpen || !isMember) return kNone;
     const bool isInMemberLine = outer.element.memberLine != kNone && outer.element.memberLine == lineColumn_;
     const int operand = isInMemberLine ? lineColumn_ : outer.element.columnOfOperand();

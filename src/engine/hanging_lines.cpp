@@ -1,6 +1,7 @@
 #include "engine/hanging_lines.h"
 
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/operator_kinds.h"
@@ -66,7 +67,7 @@ int HangingLines::columnFor(std::size_t place) const {
         return standsUnderFirst ? level.first : level.lineColumn;
     }
     const int kind = token.kind;
-    if (isMemberAccess(kind) && level.element.start != kNone) {
+    if (Cpp::isMemberAccess(kind) && level.element.start != kNone) {
         const bool isOfLambda = chains_ && token.role == ExprRole::BinaryOperator &&
                                 kindAt(tokens_, level.operandStart) == Cpp::OpenBracket;
         return isOfLambda ? columnAfter(indents_.operand.text, level.element.columnOfOperand(), tabSize_)

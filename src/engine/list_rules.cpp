@@ -38,9 +38,10 @@ bool partsLines(std::string_view gap) {
     return isLineBreak(trailingBlanks(gap)) || isLineBreak(separator.substr(0, separator.size() - 1));
 }
 
-bool startsWithLeadingComma(std::string_view gap) {
-    const std::string_view comma = trimLeft(gap);
-    return comma.starts_with(',') && isLineBreak(gap.substr(0, gap.size() - comma.size()));
+// A comma that begins no line by itself, or the ":" of initializers that another branch of an #if has.
+bool startsWithSeparator(std::string_view gap, const CommaTexts& commas) {
+    const std::string_view separator = trimLeft(gap);
+    return separator.starts_with(':') || (separator.starts_with(',') && !commas.before.hasLineFeed());
 }
 
 }  // namespace
@@ -73,7 +74,6 @@ void CppFormatter::formatSeparatedList(Cpp::InteriorNode& list, const CommaTexts
 void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& commas) {
     const Cpp::SyntaxNode* previous = nullptr;
     bool isBehindComma = false;
-    bool doCommasLead = false;
     const bool hasBodyBehind = keepsLines() && Cpp::as<Cpp::InitializerListNode>(&list);
     std::size_t left = hasBodyBehind ? endOfInitializers(list) : list.size();
     for (const auto& child : list.children()) {
@@ -91,14 +91,13 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
             const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody && !isBehindComma &&
                                       Cpp::as<Cpp::CommentNode>(child.get()) && isAllWhitespace(gap) &&
                                       (isLineBreak(gap) || out().column() == 0);
-            doCommasLead |= keepsLines() && startsWithLeadingComma(gap);
             // Behind a directive, one that leads its line stands where the others do.
-            const bool leadsAgain = doCommasLead && out().column() == 0 && trimLeft(gap).starts_with(',');
-            const bool standsByComma = isAboveComma || leadsAgain;
+            const bool leadsLine = keepsLines() && out().column() == 0 && startsWithSeparator(gap, commas);
+            const bool standsByComma = isAboveComma || leadsLine;
             if (standsByComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
             measureListBreak(gap, *list.children().front(), *child);
             writeListSeparator(gap, *previous, *child, commas);
-            if (leadsAgain) indent.reset();
+            if (leadsLine) indent.reset();
         }
         ValueScope<FirstLine> ofLists(listLine_, {});
         ValueScope<bool> isAmongOthers(isAmongElements_, list.size() > 1);

@@ -26,9 +26,6 @@ constexpr bool isPointerMark(int kind) { return kind == Cpp::Asterisk || kind ==
 // The second mark of a reference to what moves, too.
 constexpr bool isAnyMark(int kind) { return isPointerMark(kind) || kind == Cpp::LogicalAnd; }
 
-// What a member stands behind.
-constexpr bool isMemberAccess(int kind) { return kind == Cpp::Dot || kind == Cpp::Arrow; }
-
 constexpr bool isShiftKind(int kind) { return kind == Cpp::ShiftLeft || kind == Cpp::ShiftRight; }
 
 constexpr bool isLogicalAndOr(int kind) { return kind == Cpp::LogicalAnd || kind == Cpp::LogicalOr; }

@@ -101,7 +101,7 @@ OtherGap otherGap(const ExprTokens& tokens, std::size_t before, std::size_t behi
     if (followsPack) return OtherGap::AsItIs;
     // The "." of a designator, `{ .a = 1, .b = 2 }`, follows no operand.
     const bool isMember = next == Cpp::Dot && endsOperand(tokens[before]) && !isPack(tokens, behind);
-    if (isMember || next == Cpp::Arrow || (isMemberAccess(kind) && Cpp::isWord(next))) return OtherGap::Nothing;
+    if (isMember || next == Cpp::Arrow || (Cpp::isMemberAccess(kind) && Cpp::isWord(next))) return OtherGap::Nothing;
     return Cpp::isWord(kind) && Cpp::isWord(next) ? OtherGap::Blank : OtherGap::AsItIs;
 }
 

@@ -7,6 +7,7 @@
 
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -33,7 +34,7 @@ bool isJoinedTightly(const ExprToken& first, const ExprToken& second) {
         default:
             break;
     }
-    if (isMemberAccess(first.kind) || isMemberAccess(second.kind)) return true;
+    if (Cpp::isMemberAccess(first.kind) || Cpp::isMemberAccess(second.kind)) return true;
     return second.role == ExprRole::GroupClose || second.role == ExprRole::TemplateClose ||
            second.role == ExprRole::Separator;
 }
