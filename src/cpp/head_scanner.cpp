@@ -23,15 +23,18 @@ constexpr bool isJoiningOperator(int kind) {
 }  // namespace
 
 HeadTail HeadScanner::scanTailOf(Index openParen) const {
-    const Index close = links_.closing(openParen);
-    const Index following = behindArrays(next(close));
-    if (const Index body = oldStyleBody(openParen, following); body != kNone) {
-        HeadTail tail;
-        tail.end = body;
-        tail.oldParameters = following;
-        return tail;
-    }
-    return scanTail(following);
+    if (const std::optional<HeadTail> tail = oldStyleTail(openParen)) return *tail;
+    return scanTail(behindArrays(next(links_.closing(openParen))));
+}
+
+std::optional<HeadTail> HeadScanner::oldStyleTail(Index openParen) const {
+    const Index following = behindArrays(next(links_.closing(openParen)));
+    const Index body = oldStyleBody(openParen, following);
+    if (body == kNone) return std::nullopt;
+    HeadTail tail;
+    tail.end = body;
+    tail.oldParameters = following;
+    return tail;
 }
 
 // `(&f(int a))[3]`: behind the rest of the declarator that the parameters stand in.
@@ -170,6 +173,7 @@ HeadScanner::Index HeadScanner::oldStyleBody(Index open, Index behindGroup) cons
             return kNone;
         }
     }
+    if (names.empty()) return kNone;
     bool declaresName = false;
     bool isMacroRun = false;  // since the last ";"
     Index place = behindGroup;

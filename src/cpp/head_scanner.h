@@ -26,6 +26,8 @@ public:
     HeadTail scanTail(Index place) const;
     // The same with the declarations of parameters that an old-style head has behind them.
     HeadTail scanTailOf(Index openParen) const;
+    // These, and nothing where there are none.
+    std::optional<HeadTail> oldStyleTail(Index openParen) const;
     // Whether a body follows the parameters.
     bool hasBody(Index openParen) const;
     // The "{" of the lambda whose captures stand in the brackets at the place.

@@ -30,6 +30,7 @@ struct ItemScanner::Progress {
     bool sawClassKey = false;
     bool sawColon = false;
     bool followsType = false;  // of ItemContext
+    HeadTail tail;             // behind the last parentheses that have been looked behind
 
     void takeWord(int kind) {
         if (isStorageWord(kind)) return;
@@ -139,8 +140,7 @@ bool ItemScanner::makesClass(Index end) const {
 
 // The role of a group in parentheses. Nothing when it is part of what stands in front of the declared name,
 // or of a class's name or bases.
-std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& seen,
-                                                 const ItemContext& context) const {
+std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, const ItemContext& context) const {
     using Shape = Item::Shape;
     const Item function{Shape::Function, open, open};
     const Index close = links_.closing(open);
@@ -181,8 +181,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, const Progress& see
     // int *f(int), *g(int);
     const bool isFirstOfSeveral = followingKind == Comma && name.kind == Identifier && seen.typeWords > 0;
     if (findsMacros_ && isFirstOfSeveral && !seen.sawOperator) return Item{Shape::Data, open, 0};
-    const HeadTail tail = heads_.scanTailOf(open);
-    if (tail.oldParameters != kNone) return function;
+    if (heads_.oldStyleTail(open)) return function;
+    // One that begins within another ends with it.
+    if (seen.tail.end <= close || seen.tail.initializers != kNone) seen.tail = heads_.scanTailOf(open);
+    const HeadTail& tail = seen.tail;
     const bool hasValue = followingKind == Assign && !tail.isComplete && endsValue(following);
     if (findsMacros_ && hasValue && followsWord && !seen.sawOperator) return Item{Shape::Data, open, 0};
     // DECLARE_ALIGNED(8, int, a)[2] = {}

@@ -44,7 +44,7 @@ public:
 private:
     struct Progress;
 
-    std::optional<Item> scanParenthesis(Index open, const Progress& seen, const ItemContext& context) const;
+    std::optional<Item> scanParenthesis(Index open, Progress& seen, const ItemContext& context) const;
     bool opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const;
     bool declaresFunction(Index open) const;
     Index parametersOfArray(Index open) const;
