@@ -178,8 +178,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
         return heads_.hasBody(following) ? Item{Shape::Function, open, following}
                                          : Item{Shape::FunctionPointer, open, 0};
     }
-    // int *f(int), *g(int);
-    const bool isFirstOfSeveral = followingKind == Comma && name.kind == Identifier && seen.typeWords > 0;
+    // int *f(int) attribute((pure)), *g(int);
+    const bool isFirstOfSeveral = kind(behindCalls(following)) == Comma && name.kind == Identifier && seen.typeWords > 0;
     if (findsMacros_ && isFirstOfSeveral && !seen.sawOperator) return Item{Shape::Data, open, 0};
     if (heads_.oldStyleTail(open)) return function;
     // One that begins within another ends with it.

@@ -227,8 +227,10 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     const bool followsName = previous != TokenLinks::kNone && tokens.kindAt(previous) == Identifier;
     const Index close = links_.closing(open);
     if (!followsName || close == TokenLinks::kNone) return true;
-    const int following = tokens.kindAt(view(tokens).next(close));
+    const Index behind = view(tokens).next(close);
+    const int following = tokens.kindAt(behind);
     if (keepsUnrecognized_ && following == OpenBracket) return false;
+    if (keepsUnrecognized_ && tokens.kindAt(view(tokens).behindCalls(behind)) == Comma) return true;
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
                                startsData(following) || isClassKey(following) || following == KeywordStatic;
     return !continuesType && following != Assign;

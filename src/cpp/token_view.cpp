@@ -51,4 +51,9 @@ TokenView::Index TokenView::behindAnnotations(Index place) const {
     }
 }
 
+TokenView::Index TokenView::behindCalls(Index place) const {
+    while (kind(place) == Identifier && kind(next(place)) == OpenParen) place = behind(next(place));
+    return place;
+}
+
 }  // namespace Cpp

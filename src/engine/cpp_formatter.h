@@ -295,6 +295,7 @@ private:
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
     char lastCharacterOf(const Cpp::SyntaxNode& node) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned, HangingLines::Text hanging);
+    bool startsLineWithMarks(std::string_view type);
     void writeDataName(std::string_view name, bool isAligned, bool hasTail);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);

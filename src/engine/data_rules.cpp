@@ -112,12 +112,21 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
                 writer_.write(qualifier);
             }
         }
-        startsLine = startsLine || !out().lineHasText();
+        startsLine = startsLine || !out().lineHasText() || startsLineWithMarks(type);
     } else if (declaration->type()) {
         copyThrough(*declaration->type());
     }
     formatDeclarators(*declaration, isAligned,
                       startsLine ? HangingLines::Text::DeclaratorsInLine : HangingLines::Text::Declarators);
+}
+
+// Whether nothing but the marks of the type stands on the line.
+bool CppFormatter::startsLineWithMarks(std::string_view type) {
+    const std::size_t lineFeed = type.rfind('\n');
+    const auto isMark = [](char c) { return c == '*' || c == '&' || isWhitespace(c); };
+    if (lineFeed == type.npos || !std::ranges::all_of(type.substr(lineFeed), isMark)) return false;
+    const auto marks = std::ranges::count_if(type.substr(lineFeed), [](char c) { return !isWhitespace(c); });
+    return out().column() - out().textColumn() <= marks;
 }
 
 // The marks of several names stand against each, also in front of the first.

@@ -203,6 +203,8 @@ const OptionalText* CppExprFormatter::wantedBehindPrevious(const Run& run, std::
     if (run.previous + 1 != place) return nullptr;  // a comment stands there
     switch (run.previousKind()) {
         case Cpp::CloseParen:
+            // `(int) pure` behind the name of a function
+            if (run.mode == ExprMode::Declarators && run.tokens[run.previous].partner == run.firstText) return nullptr;
             if (!startsCastOperand(run.tokens, run.previous, place)) return nullptr;
             return isCastByBlank(run.tokens, run.previous, place) ? &kAsInInput : &settings_.afterCast;
         case Cpp::CloseBracket: return endsDelete(run.tokens, run.previous) ? &settings_.afterDeleteBrackets : nullptr;

@@ -53,7 +53,7 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     const int hanging = hangingColumn(run);
-    if (!keptIndent_.isWanted()) return hanging;
+    if (!keptIndent_.isWanted() || run.hanging->startsHangingDeclarator()) return hanging;
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();

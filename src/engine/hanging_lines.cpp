@@ -35,7 +35,7 @@ void HangingLines::startInLineOf(int column) {
     const bool isBehindTemplate = chains_ && !namesInLine_ && kindAt(tokens_, 0) == Cpp::OpenBrace;
     if (isBehindTemplate) return;  // Type<\n    argument> name{
     lineColumn_ = column;
-    if (chains_ && namesInLine_) levels_.front().base = column;
+    if (namesInLine_) (chains_ ? levels_.front().base : levels_.front().behindComma) = column;
 }
 
 std::optional<int> HangingLines::columnOfBlock() const {
@@ -185,6 +185,12 @@ bool HangingLines::isOperator(std::size_t place) const {
            (chains_ && token.kind == Cpp::Identifier && chains_->of(place) != nullptr);
 }
 
+bool HangingLines::startsHangingDeclarator() const {
+    const Level& level = levels_.back();
+    const bool startsElement = level.element.start == kNone && level.first != kNone && !level.awaitsOperand;
+    return declarators_ != kNone && isOutsideBrackets() && startsElement;
+}
+
 // So many steps behind the column of an operand.
 int HangingLines::indented(int column, int depth) const {
     for (; depth > 0; --depth) column = columnAfter(indents_.operand.text, column, tabSize_);
@@ -207,7 +213,7 @@ int HangingLines::columnInLevel(const Level& level) const {
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (startsElement && level.section != kNone) return level.section;
     if (level.kind == Level::Kind::Statement) {
-        if (startsElement && declarators_ != kNone) return declarators_;
+        if (startsHangingDeclarator()) return declarators_;
         if (startsElement && chains_ && namesInLine_) return level.base;
         // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, others than
         // those behind a value do from their statement.

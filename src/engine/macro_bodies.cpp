@@ -16,6 +16,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
+#include "engine/token_boundary.h"
 #include "scheme/extension_keys.h"
 #include "scheme/property_keys.h"
 #include "scheme/single_line.h"
@@ -95,12 +96,16 @@ std::optional<std::string> withCharactersOf(std::string_view source, std::string
     return line;
 }
 
+// From a token that a splice ends.
+bool startsApart(std::string_view line) { return line.empty() || isWhitespace(line.front()); }
+
 // The lines of a body as they are written, from those of the source, of what has been read of these, and of what has
 // been laid out, which begins `ahead` lines later; nothing where it does not stand in the same lines.
 std::optional<std::string> withLinesOf(const std::vector<std::string_view>& source,
                                        const std::vector<std::string_view>& read,
                                        const std::vector<std::string_view>& written, std::size_t ahead) {
     if (written.size() + ahead != source.size()) return std::nullopt;
+    constexpr std::string_view splice = "\\\n";
     std::string all;
     for (std::size_t line = 0; line < source.size(); ++line) {
         const bool isLast = line + 1 == source.size();
@@ -112,10 +117,12 @@ std::optional<std::string> withLinesOf(const std::vector<std::string_view>& sour
             if (!laidOut) return std::nullopt;
             const bool followsName = line == 0;
             all += followsName ? leadingBlanks(text) : std::string_view();
+            const bool isApart = startsApart(source[line]) && !startsApart(*laidOut);
+            if (isApart && splicesTokens(all, *laidOut)) all.insert(all.size() - splice.size(), 1, ' ');
             all += followsName ? trimLeft(*laidOut) : std::string_view(*laidOut);
             all += isLast ? std::string_view() : trailingBlanks(text);
         }
-        all += isLast ? "" : "\\\n";
+        all += isLast ? std::string_view() : splice;
     }
     return all;
 }
@@ -184,9 +191,19 @@ bool endsStatement(std::string_view line) {
     return hasEnd && !opensParentheses(line);
 }
 
-// Labels stand in columns of their own.
+// What a label leads, too.
+bool startsWithLabel(std::string_view line) {
+    Cpp::Lexer lexer(line);
+    const int first = lexer.nextToken().kind;
+    return first == Cpp::KeywordCase || first == Cpp::KeywordDefault || endsLabel(line);
+}
+
+// Labels stand in columns of their own, and so do comments, in front of labels.
 std::string_view firstStatementOf(std::span<const std::string_view> lines) {
-    const auto isStatement = [](std::string_view line) { return !line.empty() && !endsLabel(line); };
+    const auto isStatement = [](std::string_view line) {
+        const std::string_view text = trimLeft(line);
+        return !text.empty() && !text.starts_with("/*") && !startsWithLabel(line);
+    };
     const auto found = std::ranges::find_if(lines, isStatement);
     return found != lines.end() ? *found : lines.front();
 }
