@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "cpp/characters.h"
+#include "cpp/lexer.h"
+#include "cpp/token_kind.h"
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -46,6 +48,18 @@ bool isEmptyAndEnded(std::string_view body) {
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
     return !head.returnType() && tail.starts_with("->") && tail[last] == ')';
+}
+
+// `((int a))`, as opposed to `((a) == (b))`.
+bool isParenthesisedTwice(std::string_view text) {
+    if (!text.starts_with("((")) return false;
+    Cpp::Lexer lexer(text.substr(2));
+    for (int depth = 1; depth > 0;) {
+        const int kind = lexer.nextToken().kind;
+        if (kind == Trn::kEndKind) return false;
+        depth += kind == Cpp::OpenParen ? 1 : kind == Cpp::CloseParen ? -1 : 0;
+    }
+    return lexer.nextToken().kind == Cpp::CloseParen;
 }
 
 }  // namespace
@@ -302,7 +316,9 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
 // The line ends between the type and the name, and what the name hangs by.
 std::string_view CppFormatter::breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type) {
     std::string lines = withBlankLines("\n", trailingBlanks(type));
-    if (lines.size() == 1 && hangsFurther(*head.name(), *head.returnType(), trimRight(type))) {
+    // `extern int f\n    PARAMS((int a));`: the macro is not what the declaration names.
+    const bool namesMacro = head.parameters() && isParenthesisedTwice(sourceFrom(*head.parameters()));
+    if (lines.size() == 1 && (namesMacro || hangsFurther(*head.name(), *head.returnType(), trimRight(type)))) {
         lines += exprFormatter_.settings().hanging.wrap.text;
     }
     return madeTexts_.keep(std::move(lines));

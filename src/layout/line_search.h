@@ -68,6 +68,7 @@ private:
         bool keepsMembers = false;   // a call stands behind another one on a line
         bool holdsQuestions = false; // a ? b : c ? d : e: its lines begin with each ":", or none
         bool followsElement = false; // on the line of the element in front
+        bool isBraced = false;       // what stands in a brace, but for what is inside its elements
 
         bool operator==(const Scope&) const = default;
     };
@@ -98,6 +99,7 @@ private:
 
     bool isSuited();
     bool standsApart(std::size_t place) const;
+    bool startsRowOfMacros(const Scope& scope, std::size_t place) const;
     int widthOfComment(std::size_t place) const;
     void takeWidths();
     std::size_t firstDeclarator() const;

@@ -34,6 +34,18 @@ bool LineSearch::startsRow(const Scope& scope, std::size_t place) const {
     return listColumns_.indexOf(place) % static_cast<std::size_t>(scope.columns) == 0;
 }
 
+// {
+//     ROW(a)
+//     ROW(b)    where nothing but lines parts what macros make
+// }
+bool LineSearch::startsRowOfMacros(const Scope& scope, std::size_t place) const {
+    const std::size_t left = before(place);
+    if (tokens_[place].kind != Cpp::Identifier) return false;
+    if (tokens_[left].kind == Cpp::Identifier) return scope.isBraced;
+    return standsApart(place) && scopes_.at(place).depth > 0 && tokens_[left].kind == Cpp::CloseParen &&
+           tokens_[tokens_[left].partner].followsCall;
+}
+
 int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     const Scope& scope = way.top;
     if (isClose(place) && tokens_[place].kind == Cpp::CloseBrace) return scope.lineColumn;
@@ -49,6 +61,7 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     }
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
     if (place == name_) return std::max(scope.last, scope.indent);
+    if (startsRowOfMacros(scope, place)) return scope.indent;
     const bool followsWord =
         tokens_[place].kind == Cpp::Identifier && tokens_[left].kind == Cpp::Identifier;
     if (followsWord || tokens_[place].role == ExprRole::Name) return continuation(scope);

@@ -274,6 +274,7 @@ void LineSearch::openScopes(Way& way, std::size_t place) {
         standsBehind = false;
         inside.followsElement = leftRank == OperandRank::Comma && column > way.lineColumn;
         inside.holdsQuestions = scopes_.scope(at).holdsQuestions;
+        inside.isBraced = around.isBraced && rank == OperandRank::Comma;
         if (inside.holdsQuestions) inside.question = column;
         inside.isParted = partsElements_ && rank == OperandRank::Comma && scopes_.at(place).depth == 0;
         if (rank == OperandRank::Comma && listColumns_.indexOf(place) == 0)
@@ -290,6 +291,7 @@ void LineSearch::openBracket(Way& way, std::size_t place) {
     if (tokens_[place].kind == Cpp::OpenBrace) {
         inside.indent = columnAfter(settings_.wrapIndent.text, around.last, settings_.tabSize);
         inside.lineColumn = way.lineColumn;
+        inside.isBraced = true;
     } else {
         inside.indent =
             columnAfter(settings_.wrapIndent.text, std::max(around.last, around.call), settings_.tabSize);

@@ -96,7 +96,8 @@ bool WrapText::staysInBrace(std::size_t place, std::size_t open) const {
     const std::size_t close = tokens_[open].partner;
     const bool isBlock = holdsLineEnd(gaps_[open + 1]) && holdsLineEnd(gaps_[close]);
     if (place == open + 1 || place == close) return isBlock;
-    return isComma(tokens_, place - 1) || startsMacro(place);
+    const bool areNames = kindAt(place) == Cpp::Identifier && kindAt(place - 1) == Cpp::Identifier;  // of macros
+    return isComma(tokens_, place - 1) || startsMacro(place) || areNames;
 }
 
 }  // namespace Tessel
