@@ -244,7 +244,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
     if (findsMacros_ && namesMacro && followingKind == Asterisk && marksFunction(following)) return std::nullopt;
     // COMMON_HEADER BUFFER_INFO(u8)
     // u32 length;
-    const bool endsMacros = namesMacro && isLater && followsMacro(seen);
+    const bool mayEndMacros = followsWord && (namesMacro || name.text.starts_with("__"));
+    const bool endsMacros = mayEndMacros && isLater && (followsMacro(seen) || followsNamesOnLines(seen));
     if (findsMacros_ && endsMacros && !macros_.isIndentedFrom(seen.previous, following) &&
         macros_.isCompleteDeclaration(following)) {
         return Item{Shape::Macro, close + 1, 0};
@@ -312,6 +313,14 @@ bool ItemScanner::followsMacro(const Progress& seen) const {
     if (seen.typeWords != 1 || seen.second == kNone) return false;
     const Trn::Token word = tokens_.at(seen.second);
     return word.kind == Identifier && (isUpperCase(word.text) || startsLaterLine(seen.previous, seen.second));
+}
+
+// The same of names that stand on a line each.
+bool ItemScanner::followsNamesOnLines(const Progress& seen) const {
+    for (Index place = seen.start; place < seen.previous; place = next(place)) {
+        if (kind(place) != Identifier || !startsLaterLine(next(place), place)) return false;
+    }
+    return seen.start < seen.previous;
 }
 
 // Whether a pointer mark or a type that is built in stands in front of the last word.

@@ -52,6 +52,7 @@ private:
     bool holdsElements(Index place) const;
     bool followsDeclaredName(const Progress& seen) const;
     bool followsMacro(const Progress& seen) const;
+    bool followsNamesOnLines(const Progress& seen) const;
     bool followsType(const Progress& seen) const;
     Index behindMacroOfHeader(Index open, const Progress& seen) const;
     bool isCommaAtLineEnd(Index place) const;

@@ -184,7 +184,14 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     std::optional<int> nameColumn;
     if (isNamed && tail->text().starts_with('=')) nameColumn = out().column();
     writeDataName(name.substr(0, end), isAligned, true);
-    writeTailGap(declaration, written, name.substr(end), isAligned);
+    // A value behind a comment or a directive that ends its line hangs from the declaration.
+    const bool startsLine = end > 0 && name[end - 1] == '\n' && tail->startsWith('=');
+    if (startsLine && hangsLines()) {
+        writeKeptBreakAt(name.substr(end), columnAfter(exprFormatter_.settings().hanging.wrap.text, baseColumn(),
+                                                       out().tabSize()));
+    } else {
+        writeTailGap(declaration, written, name.substr(end), isAligned);
+    }
     writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging, nameColumn);
 }
 

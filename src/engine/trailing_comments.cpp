@@ -1,6 +1,7 @@
 #include "engine/trailing_comments.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "engine/columns.h"
 #include "engine/gap.h"
@@ -12,6 +13,7 @@ namespace {
 
 constexpr int kNoCode = -1;
 constexpr int kWideTab = 8;
+constexpr int kNearColumn = 1;
 
 std::size_t textStart(std::string_view text, std::size_t from) {
     return kBlanks.skipIn(text, from);
@@ -120,11 +122,12 @@ bool TrailingComments::isInNextLine(std::string_view written) const {
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
 
-// Whether the source has it in the column of the last one. Block comments that are aligned wherever they stood go by
+// Whether the source has it in the column of the last one, which a comment that goes on may miss by one. Block comments that are aligned wherever they stood go by
 // what fits: in a column of the source, they would not stay in it once the code is laid out.
 bool TrailingComments::standsInColumn(const Comment& comment) const {
     const Comment& last = last_.back();
-    if (!comment.isBlock) return last.sourceColumn == comment.sourceColumn;
+    const int apart = std::abs(last.sourceColumn - comment.sourceColumn);
+    if (!comment.isBlock) return apart <= (comment.isOwnLine ? kNearColumn : 0);
     if (settings_.alignsLineComments) return false;
     return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;
 }
