@@ -184,8 +184,9 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     std::optional<int> nameColumn;
     if (isNamed && tail->text().starts_with('=')) nameColumn = out().column();
     writeDataName(name.substr(0, end), isAligned, true);
-    // A value behind a comment or a directive that ends its line hangs from the declaration.
-    const bool startsLine = end > 0 && name[end - 1] == '\n' && tail->startsWith('=');
+    // A value behind a comment or a directive that ends its line hangs from the declaration; lists go by their line.
+    const bool isValue = tail->startsWith('=') && !trimLeft(tail->text().substr(1)).starts_with('{');
+    const bool startsLine = isValue && end > 0 && name[end - 1] == '\n';
     if (startsLine && hangsLines()) {
         writeKeptBreakAt(name.substr(end), columnAfter(exprFormatter_.settings().hanging.wrap.text, baseColumn(),
                                                        out().tabSize()));

@@ -53,6 +53,7 @@ private:
         int last = 0;           // from where lines hang behind the indentation
         int member = -1;        // the column of the first "." that began a line
         int shift = -1;         // of the first "<<"
+        int row = -1;           // of the first of the macros that stand in rows
         int question = -1;      // of the "?"
         int call = 0;           // of the operand that calls are part of
         int lineColumn = 0;     // of the line with the brace
@@ -99,7 +100,7 @@ private:
 
     bool isSuited();
     bool standsApart(std::size_t place) const;
-    bool startsRowOfMacros(const Scope& scope, std::size_t place) const;
+    bool followsRowOfMacros(std::size_t place) const;
     int widthOfComment(std::size_t place) const;
     void takeWidths();
     std::size_t firstDeclarator() const;

@@ -34,16 +34,12 @@ bool LineSearch::startsRow(const Scope& scope, std::size_t place) const {
     return listColumns_.indexOf(place) % static_cast<std::size_t>(scope.columns) == 0;
 }
 
-// {
-//     ROW(a)
-//     ROW(b)    where nothing but lines parts what macros make
-// }
-bool LineSearch::startsRowOfMacros(const Scope& scope, std::size_t place) const {
-    const std::size_t left = before(place);
-    if (tokens_[place].kind != Cpp::Identifier) return false;
-    if (tokens_[left].kind == Cpp::Identifier) return scope.isBraced;
-    return standsApart(place) && scopes_.at(place).depth > 0 && tokens_[left].kind == Cpp::CloseParen &&
-           tokens_[tokens_[left].partner].followsCall;
+// ROW(a)
+// ROW(b)    where nothing but the line parts what macros make
+bool LineSearch::followsRowOfMacros(std::size_t place) const {
+    if (place >= tokens_.size() || tokens_[place].kind != Cpp::Identifier || !standsApart(place)) return false;
+    const ExprToken& left = tokens_[before(place)];
+    return scopes_.at(place).depth > 0 && left.kind == Cpp::CloseParen && tokens_[left.partner].followsCall;
 }
 
 int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
@@ -61,9 +57,10 @@ int LineSearch::columnOfLine(const Way& way, std::size_t place) const {
     }
     if (scope.question >= 0 && (rank == OperandRank::Conditional || followsQuestion)) return scope.question;
     if (place == name_) return std::max(scope.last, scope.indent);
-    if (startsRowOfMacros(scope, place)) return scope.indent;
+    if (followsRowOfMacros(place)) return scope.row >= 0 && !scope.isBraced ? scope.row : scope.indent;
     const bool followsWord =
         tokens_[place].kind == Cpp::Identifier && tokens_[left].kind == Cpp::Identifier;
+    if (followsWord && scope.isBraced) return scope.indent;
     if (followsWord || tokens_[place].role == ExprRole::Name) return continuation(scope);
     const bool isOfLater = way.later >= 0 && scopes_.at(place).depth == 0;
     if (scopes_.at(left).rank == OperandRank::Assignment) {

@@ -195,6 +195,11 @@ void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     if (rank == OperandRank::Member)
         way.top.call = scopes_.at(place).nextOperator == kNoToken ? 0 : start;
     openScopes(way, place);
+    if (rank == OperandRank::Comma) way.top.row = -1;
+    const bool isCall = text_.kindAt(place + 1) == Cpp::OpenParen && tokens_[place + 1].partner != kNoToken;
+    if (isCall && way.top.row < 0 && followsRowOfMacros(nextPlace(tokens_, tokens_[place + 1].partner))) {
+        way.top.row = start;
+    }
     for (int count = scopes_.at(place).closesBrackets; count > 0; --count) pop(way);
     if (isOpen(place)) openBracket(way, place);
     for (int count = scopes_.at(place).closes; count > 0; --count) pop(way);
@@ -309,6 +314,7 @@ std::uint64_t LineSearch::hashOf(const Scope& scope) {
     };
     std::uint64_t hash = mixed(scope.outerHash, pair(scope.indent, scope.last));
     hash = mixed(hash, pair(scope.member, scope.shift));
+    hash = mixed(hash, pair(scope.row, 0));
     hash = mixed(hash, pair(scope.question, scope.call));
     hash = mixed(hash, pair(scope.lineColumn, scope.columns));
     unsigned flags = 0;
