@@ -179,7 +179,8 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
                                          : Item{Shape::FunctionPointer, open, 0};
     }
     // int *f(int) attribute((pure)), *g(int);
-    const bool isFirstOfSeveral = kind(behindCalls(following)) == Comma && name.kind == Identifier && seen.typeWords > 0;
+    const bool isFirstOfSeveral =
+        kind(behindCalls(following)) == Comma && name.kind == Identifier && seen.typeWords > 0;
     if (findsMacros_ && isFirstOfSeveral && !seen.sawOperator) return Item{Shape::Data, open, 0};
     if (heads_.oldStyleTail(open)) return function;
     // One that begins within another ends with it.

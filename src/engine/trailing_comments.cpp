@@ -122,12 +122,14 @@ bool TrailingComments::isInNextLine(std::string_view written) const {
     return lineEnd != written.npos && written.find('\n', lineEnd + 1) == written.npos;
 }
 
-// Whether the source has it in the column of the last one, which a comment that goes on may miss by one. Block comments that are aligned wherever they stood go by
-// what fits: in a column of the source, they would not stay in it once the code is laid out.
+// Whether the source has it in the column of the last one, which a comment that goes on may miss by one. Block comments
+// that are aligned wherever they stood go by what fits: in a column of the source, they would not stay in it once the
+// code is laid out.
 bool TrailingComments::standsInColumn(const Comment& comment) const {
     const Comment& last = last_.back();
     const int apart = std::abs(last.sourceColumn - comment.sourceColumn);
-    if (!comment.isBlock) return apart <= (comment.isOwnLine ? kNearColumn : 0);
+    const bool mayMiss = comment.isOwnLine && !last.standsAlone;
+    if (!comment.isBlock) return apart <= (mayMiss ? kNearColumn : 0);
     if (settings_.alignsLineComments) return false;
     return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;
 }
