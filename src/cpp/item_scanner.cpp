@@ -161,6 +161,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
     if (findsMacros_ && followingKind == Semicolon && holdsMarkedName(open) && followsTypedName(seen)) {
         return Item{Shape::Data, open, 0};
     }
+    const bool endsItem = followingKind == Semicolon || followingKind == Assign;
+    if (findsMacros_ && endsItem && kind(next(open)) == Ampersand && followsMacroOfName(seen)) {
+        return Item{Shape::Data, open, 0};
+    }
     if (opensPointerDeclarator(open, following, seen)) {
         const Index inside = findsMacros_ ? parametersOfArray(open) : kNone;
         if (inside != kNone) return Item{Shape::Function, open, inside};
@@ -365,6 +369,16 @@ bool ItemScanner::followsTypedName(const Progress& seen) const {
         case Ampersand: return seen.typeWords > 0;
         default: return isBuiltinTypeKeyword(type.kind);
     }
+}
+
+// `A* a GUARDED_BY(&b)`: whether a macro stands behind a name that has its type.
+bool ItemScanner::followsMacroOfName(const Progress& seen) const {
+    if (seen.sawOperator || seen.sawTypedef || seen.second == kNone || seen.third == kNone) return false;
+    const Trn::Token name = tokens_.at(seen.second);
+    const bool isMacro = kind(seen.previous) == Identifier && isUpperCase(tokens_.at(seen.previous).text);
+    if (!isMacro || name.kind != Identifier || isUpperCase(name.text)) return false;
+    const int type = kind(seen.third);
+    return type == Identifier || type == Less || type == Asterisk || type == Ampersand || isBuiltinTypeKeyword(type);
 }
 
 // At a "(" whether it opens a declarator with a pointer mark inside.

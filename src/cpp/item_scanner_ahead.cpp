@@ -25,7 +25,7 @@ bool ItemScanner::holdsMarkedName(Index open) const {
     if (mark != Asterisk && mark != Ampersand) return false;
     Index name = next(next(open));
     while (kind(name) == Identifier && (kind(next(name)) == Dot || kind(next(name)) == Arrow)) name = next(next(name));
-    return kind(name) == Identifier && kind(next(name)) == CloseParen;
+    return kind(name) == Identifier && (mark == Ampersand || kind(next(name)) == CloseParen);
 }
 
 // `M(*, a)`, `M(*p, a)`: no declarator has a comma.

@@ -27,6 +27,18 @@ int OpenRegion::step(const Trn::Lexeme& token) const {
 
 namespace {
 
+int bracketStep(int kind) {
+    switch (kind) {
+        case Cpp::OpenParen:
+        case Cpp::OpenBracket:
+        case Cpp::OpenBrace: return 1;
+        case Cpp::CloseParen:
+        case Cpp::CloseBracket:
+        case Cpp::CloseBrace: return -1;
+        default: return 0;
+    }
+}
+
 // Goes through the tokens once, with the region that is open.
 class RegionFinder {
 public:
@@ -49,6 +61,7 @@ public:
             }
         }
         tokens_.resize(kept);
+        if (depth_ > 0 && isForeign_ && !holdsBlock_) mergeRest();
     }
 
 private:
@@ -56,6 +69,7 @@ private:
         region_ = OpenRegion::openedBy(tokens_[place], markers_);
         if (!region_) return;
         depth_ = 1;
+        isForeign_ = isForeignMarker(Cpp::trimmedCommentBody(tokens_[place].text()));
         first_ = place;
         holdsBlock_ = false;
     }
@@ -68,9 +82,24 @@ private:
         region.isRegion = true;
     }
 
+    // The region ends behind the text: what stands in it between the same brackets is kept.
+    void mergeRest() {
+        std::size_t end = first_ + 1;
+        for (int nesting = 0; end < tokens_.size(); ++end) {
+            const int kind = tokens_[end].kind;
+            if (nesting == 0 && (kind == Cpp::Semicolon || bracketStep(kind) < 0)) break;
+            nesting += bracketStep(kind);
+        }
+        if (end == first_ + 1) return;
+        merge(end - 1);
+        const auto first = tokens_.begin() + static_cast<std::ptrdiff_t>(first_);
+        tokens_.erase(first + 1, tokens_.begin() + static_cast<std::ptrdiff_t>(end));
+    }
+
     const MarkerPairs& markers_;
     ExprTokens& tokens_;
     int depth_ = 0;
+    bool isForeign_ = false;
     std::size_t first_ = 0;  // of the region
     bool holdsBlock_ = false;
     std::optional<OpenRegion> region_;

@@ -28,7 +28,8 @@ private:
 
 // Makes one token of each region among the tokens that is to be kept as it is, a comment or a directive by its kind: of
 // an `#if 0` up to its `#endif`, and of what stands between two marker comments. One that is not closed is none, nor is
-// one around a block that somebody else lays out.
+// one around a block that somebody else lays out. One with the markers of another formatter, which is not closed in the
+// text, holds what follows between the same brackets.
 void mergeRegions(const MarkerPairs& markers, ExprTokens& tokens);
 
 }  // namespace Tessel

@@ -69,6 +69,7 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (std::exchange(level.awaitsSection, false)) level.section = column;
     if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
+    if (kind == Cpp::OpenBracket && kindAt(tokens_, previous_) != Cpp::CloseBracket) element.subscript = column;
     if (level.awaitsOperand) {
         element.operand = column;
         element.operandStartsLine = startsLine;
@@ -129,7 +130,8 @@ void HangingLines::open(std::size_t place) {
     level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
     const bool isInList = outer.kind == Level::Kind::List && outer.element.start != kNone;
     // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
-    const bool isOneOfMany = chains_ && outer.bracket != kNoToken && chains_->holdsComma(outer.bracket);
+    const bool isOneOfMany =
+        chains_ && (outer.bracket == kNoToken ? isAmongOthers_ : chains_->holdsComma(outer.bracket));
     const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
     const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
     level.blocks = isInElements && !indents_.fromLine ? outer.first : outer.blocks;
@@ -145,7 +147,10 @@ void HangingLines::open(std::size_t place) {
     const bool isInBraces = isBrace && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
     const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
     const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
-    level.lineColumn = isRow ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
+    // f(a, {
+    //          b});
+    const bool isArgument = isBrace && !isBody && isInElements && outer.element.start != kNone;
+    level.lineColumn = isRow || isArgument ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
     const int behindName = columnBehindName(place);
     level.contents = behindName != kNone ? behindName : columnInCall(outer, place);
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;

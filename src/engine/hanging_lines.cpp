@@ -13,6 +13,7 @@ HangingLines::HangingLines(const ExprTokens& tokens, Text text, int indentColumn
     : tokens_(tokens), indents_(indents), tabSize_(tabSize), lineColumn_(indentColumn) {
     Level& level = levels_.emplace_back();
     namesInLine_ = text == Text::DeclaratorsInLine;
+    isAmongOthers_ = text == Text::Element;
     level.kind = isInList(text) ? Level::Kind::List : Level::Kind::Statement;
     level.base = indentColumn;
     level.lineColumn = indentColumn;
@@ -91,9 +92,14 @@ int HangingLines::columnFor(std::size_t place) const {
     if (level.element.choice != kNone && chains_ && !isOneOfConditions(level.question)) return level.element.choice;
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
+    const bool followsSubscript = chains_ && kindAt(tokens_, previous_) == Cpp::CloseBracket;
+    if (kind == Cpp::OpenBracket && followsSubscript && level.element.subscript != kNone) {
+        return level.element.subscript;
+    }
     const bool isFlush = kind == Cpp::OpenBrace && level.kind == Level::Kind::Statement;
     if (isFlush && !holdsValueInLine(level, next)) return lineColumn_;
-    return columnInLevel(level);
+    const bool isMade = level.element.operand != kNone && followsPlacement();
+    return isMade ? columnBehindPlacement(level) : columnInLevel(level);
 }
 
 // `a =\n    {1, 2};`
@@ -142,7 +148,8 @@ int HangingLines::columnOfMember(const Level& level) const {
     if (level.element.later != kNone) return columnAfter(hang.text, level.element.later, tabSize_);
     if (!chains_) return wrapped(columnOfElement(level));
     if (const int column = columnBehindOperand(level); column != kNone) return column;
-    if (isAssigned) return columnAfter(indents_.operand.text, level.element.operand, tabSize_);
+    const bool hangsFromValue = isAssigned || level.element.operandStartsLine;
+    if (hangsFromValue) return columnAfter(indents_.operand.text, level.element.operand, tabSize_);
     if (level.kind == Level::Kind::Statement) return wrapped(level.base);
     return columnAfter(indents_.operand.text, level.element.start, tabSize_);
 }
@@ -222,6 +229,20 @@ int HangingLines::columnInLevel(const Level& level) const {
     }
     if (startsElement) return level.first;
     return level.kind == Level::Kind::Body ? wrapped(level.element.start) : level.element.start;
+}
+
+// `a = new (b)\n    T`
+bool HangingLines::followsPlacement() const {
+    const bool endsBracket = chains_ && kindAt(tokens_, previous_) == Cpp::CloseParen;
+    const std::size_t open = endsBracket ? tokens_[previous_].partner : kNoToken;
+    return open != kNoToken && open > 0 && tokens_[open - 1].kind == Cpp::KeywordNew;
+}
+
+int HangingLines::columnBehindPlacement(const Level& level) const {
+    const Element& element = level.element;
+    if (level.kind != Level::Kind::Statement || element.later != kNone) return element.operand;
+    if (!element.operandStartsLine) return wrapped(level.base);
+    return columnAfter(indents_.operand.text, element.operand, tabSize_);
 }
 
 int HangingLines::columnOfContents(const Level& level) const {

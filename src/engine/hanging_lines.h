@@ -96,6 +96,7 @@ private:
         int chain = kNone;           // of its first "." or "->"
         int memberLine = kNone;      // of the line, where that begins with a "." or "->"
         int shift = kNone;           // of its first "<<" or ">>"
+        int subscript = kNone;       // of the first "[" of the last ones in a row
         std::vector<int> questions;  // of each "?" whose ":" has not come
         std::vector<int> choices;    // of the operands behind these
         int choice = kNone;          // of the one whose ":" has come last, until what follows that has
@@ -145,6 +146,8 @@ private:
     int indented(int column, int depth) const;
     int columnFromLine(const Level& level) const;
     int columnInLevel(const Level& level) const;
+    bool followsPlacement() const;
+    int columnBehindPlacement(const Level& level) const;
     int columnOfElement(const Level& level) const;
     int columnOfContents(const Level& level) const;
     int wrapped(int column) const;
@@ -167,6 +170,7 @@ private:
     const ExprTokens& tokens_;
     const HangingIndents& indents_;
     int tabSize_;
+    bool isAmongOthers_ = false;  // an element is
     bool namesInLine_ = false;  // declarators behind a name that begins their line
     int declarators_ = kNone;   // the column of those that stand below the first one
     std::vector<Level> levels_;

@@ -87,7 +87,7 @@ void CppFormatter::visit(Cpp::ExprNode* expression) {
     writeExpression(writer_.readThrough(expression->end()), expression->bodies());
 }
 
-// `using A = T *`: a type stands behind the "=".
+// `using A = T *`: a type stands behind the "=". What it holds hangs from the line that it begins.
 void CppFormatter::writeTypeName(std::string_view statement) {
     const std::size_t assignment = statement.find('=');
     const bool isAlias = assignment != std::string_view::npos && !writer_.holdsOpaque(statement);
@@ -96,11 +96,15 @@ void CppFormatter::writeTypeName(std::string_view statement) {
     const std::string_view type = trimLeft(statement.substr(assignment + 1));
     const std::string_view blanks = statement.substr(assignment + 1, statement.size() - assignment - 1 - type.size());
     const OptionalText& apart = exprFormatter_.settings().afterOperator;
-    if (keepsBreak(blanks, apart)) {
-        writeKeptBreak(blanks);
-    } else {
+    if (!keepsBreak(blanks, apart)) {
         writer_.replace(blanks, apart);
+        return exprFormatter_.formatDeclarationText(type, out(), kAsInInput);
     }
+    writeKeptBreak(blanks);
+    const bool hangsFromLine =
+        exprFormatter_.settings().hanging.operand.present && !exprFormatter_.keptIndent().isWanted();
+    const int column = hangsFromLine ? out().textColumn() : indentColumn();
+    const IndentScope further(out(), indentToColumn(out(), column));
     exprFormatter_.formatDeclarationText(type, out(), kAsInInput);
 }
 
