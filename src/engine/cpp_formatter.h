@@ -263,6 +263,7 @@ private:
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     void writeOldParameters(Cpp::KeptNode& parameters);
     HeadRest writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
+    bool standsAsDefinition(const Cpp::FunctionDeclNode& declaration) const;
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);
     std::string_view breakBehindType(const Cpp::FunctionHeadNode& head, std::string_view type);
     bool hangsFurther(const Cpp::SyntaxNode& name, const Cpp::SyntaxNode& type, std::string_view text) const;

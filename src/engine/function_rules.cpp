@@ -275,6 +275,13 @@ CppFormatter::HeadRest CppFormatter::writeGapBehindParameters(const Cpp::Functio
     return {trimLeft(type), true};
 }
 
+// Those whose bodies are written close stand like declarations: `void f(){};`.
+bool CppFormatter::standsAsDefinition(const Cpp::FunctionDeclNode& declaration) const {
+    const Cpp::BracketedNode* body = declaration.body();
+    const bool mayBeEnded = body && settings_.beforeEndedBody.present && body->size() == 0;
+    return body && !(mayBeEnded && isEmptyAndEnded(sourceFrom(*body)));
+}
+
 // Writes what stands in front of the name. Returns the column of the head's first character.
 int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
     const Cpp::FunctionHeadNode& head = *declaration.head();
@@ -292,8 +299,8 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const std::string_view words = head.returnType()->text();
         const bool isMacro = settings_.keepsUnrecognized && isItemByItself(words, head.name()->text());
         const bool startsLine = isLineBreak(trailingBlanks(type));
-        const OptionalText& wanted =
-            declaration.body() ? settings_.afterDefinitionReturnType : settings_.afterDeclarationReturnType;
+        const OptionalText& wanted = standsAsDefinition(declaration) ? settings_.afterDefinitionReturnType
+                                                                     : settings_.afterDeclarationReturnType;
         // What an empty line parts from the name is no type, but a macro.
         const bool isParted = withBlankLines("\n", trailingBlanks(type)).size() > 1;
         const bool isKept = settings_.keepsReturnTypeBreak && startsLine && (isParted || !wanted.hasLineFeed());
