@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "cpp/characters.h"
+#include "cpp/keyword_table.h"
 #include "cpp/token_sets.h"
 
 namespace Cpp {
@@ -73,6 +74,10 @@ std::size_t operatorSymbol(std::string_view name) {
     const bool isComment = rest.starts_with("/*") || rest.starts_with("//");
     const bool isSymbol = std::string_view("+-*/%^&|~!=<>([,").find(rest.front()) != std::string_view::npos;
     return isSymbol && !isComment ? next : name.size();
+}
+
+bool isSingleWord(std::string_view text) {
+    return !text.empty() && std::ranges::all_of(text, isNamePart) && keywordKind(text) == Identifier;
 }
 
 bool isUpperCase(std::string_view word) {

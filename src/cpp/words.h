@@ -58,6 +58,9 @@ int infixKind(std::string_view word);
 // The place in a function's name of what stands behind "operator" and is no word; the name's length where nothing does.
 std::size_t operatorSymbol(std::string_view name);
 
+// Whether the text is one word that is no keyword, or a number without signs, and nothing else.
+bool isSingleWord(std::string_view text);
+
 // Whether no letter of the word is a small one, as in the names of macros.
 bool isUpperCase(std::string_view word);
 

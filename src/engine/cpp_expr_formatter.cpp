@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/declarator_text.h"
 #include "engine/expr_run.h"
@@ -89,6 +90,12 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                               const OptionalText& typeWhitespace, std::optional<LastMarks> marksBeforeName,
                               BlocksInText* blocks, HangingLines::Text hanging,
                               std::optional<int> outerColumn) {
+    // Many texts have no gaps, nor a type that would.
+    const bool hasNoTypes = mode == ExprMode::Expression || mode == ExprMode::Declarators;
+    if (hasNoTypes && !log() && Cpp::isSingleWord(text)) {
+        out.write(text);
+        return;
+    }
     // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
     constexpr std::size_t longText = 8 * 1024;
     ExprTokens ownTokens;

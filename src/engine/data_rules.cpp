@@ -7,6 +7,7 @@
 #include "cpp/lexer.h"
 #include "cpp/token_joining.h"
 #include "cpp/token_kind.h"
+#include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
 #include "engine/declarator_text.h"
@@ -198,6 +199,13 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
 
 // `name` ends in the white space in front of a ";" unless a tail follows.
 void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
+    // Most names have no gaps, nor is one wanted behind them.
+    const bool isSpaced = !isAligned && settings_.afterDataName.present;
+    if (!isSpaced && Cpp::isSingleWord(name)) {
+        exprFormatter_.formatDeclarators(name, out());
+        if (!isAligned) leaveDeclarator(name, hasTail);
+        return;
+    }
     Zelmor::OIndentBuf written(state());
     exprFormatter_.formatDeclarators(name, written);
     std::string text = written.takeText();

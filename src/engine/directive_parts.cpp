@@ -238,6 +238,29 @@ bool isGap(std::string_view text) {
     return true;
 }
 
+// Whether all that is left of a directive is blanks, and at most one comment.
+bool endsDirective(std::string_view rest) {
+    const std::string_view text = trimRight(rest);
+    if (text.starts_with("/*")) return text.find("*/", 2) == text.size() - 2;
+    return text.empty() || (text.starts_with("//") && text.find('\n') == text.npos);
+}
+
+// `#define WIDTH 0x10`: as most macros, it stands for one word, or for nothing. That takes no lexer to see.
+bool definesWord(std::string_view directive) {
+    constexpr std::string_view define = "define";
+    constexpr int mostWords = 2;
+    std::size_t place = kBlanks.skipIn(directive, 1);
+    if (!directive.substr(place).starts_with(define)) return false;
+    place += define.size();
+    for (int word = 0; word < mostWords; ++word) {
+        const std::size_t start = kBlanks.skipIn(directive, place);
+        if (start == place) break;
+        place = start;
+        while (place < directive.size() && Cpp::isNamePart(directive[place])) ++place;
+    }
+    return endsDirective(directive.substr(kBlanks.skipIn(directive, place)));
+}
+
 // What is no other "#", no line end, and no splice.
 bool mayStandAtPaste(char c) { return c != '#' && c != '\\' && c != '\n' && c != '"' && c != '\''; }
 
@@ -295,6 +318,8 @@ std::string withPasteGaps(std::string_view directive, std::string_view gap) {
 }
 
 DirectiveParts partsOf(std::string_view directive) {
+    // One token alone has no gaps that anything could be done to.
+    if (definesWord(directive)) return {};
     std::vector<Trn::Token> all = tokensOf(directive);
     if (all.size() < 2 || holdsSplicedToken(directive)) return {};
     // Behind a character that is no token nothing is known.

@@ -38,6 +38,13 @@ bool partsLines(std::string_view gap) {
     return isLineBreak(trailingBlanks(gap)) || isLineBreak(separator.substr(0, separator.size() - 1));
 }
 
+// Whether the gap is a comma with blanks behind it that stay, or come to be line ends without an indentation.
+bool isPlainComma(std::string_view gap, const OptionalText& after) {
+    if (trimRight(gap) != ",") return false;
+    if (!after.present) return isBlanks(gap.substr(1));
+    return after.hasLineFeed() && after.text.find_first_not_of('\n') == std::string_view::npos;
+}
+
 // A comma that begins no line by itself, or the ":" of initializers that another branch of an #if has.
 bool startsWithSeparator(std::string_view gap, const CommaTexts& commas) {
     const std::string_view separator = trimLeft(gap);
@@ -157,6 +164,8 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
         IndentScope indent(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
         writeComma(gap, kNothing, *after);
     } else if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
+        writeComma(gap, before, *after);
+    } else if (!log_ && !before.hasLineFeed() && isPlainComma(gap, *after)) {
         writeComma(gap, before, *after);
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
