@@ -4,8 +4,16 @@
 #include "cpp/characters.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
+#include "textstream/char_set.h"
 
 namespace Cpp {
+
+namespace {
+
+// What may end a directive, or decide whether something does.
+constexpr Zelmor::CharSet kTelling("\n/\"'\\");
+
+}  // namespace
 
 // Whether only a backslash and blanks stand in front of the line feed, so that the line goes on behind it.
 bool Lexer::isContinued(std::size_t lineFeed, std::size_t start) const {
@@ -90,7 +98,7 @@ Trn::Token Lexer::scanDirective() {
     const std::size_t start = place_;
     std::size_t place = start + 1;
     std::size_t goesOn = start;  // the directive is known to reach here
-    while (place < text_.size()) {
+    while ((place = kTelling.findIn(text_, place)) < text_.size()) {
         const char c = text_[place];
         if (c == '\n') {
             ++place;

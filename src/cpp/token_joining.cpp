@@ -1,9 +1,11 @@
 #include "cpp/token_joining.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 #include "cpp/characters.h"
+#include "textstream/char_set.h"
 
 namespace Cpp {
 
@@ -14,6 +16,13 @@ constexpr std::string_view kJoiningPairs[] = {
     "++", "--", "&&", "||", "<<", ">>", "==", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<=",
     ">=", "!=", "->", ".*", "//", "/*", "*/", "::", "<:", ":>", "<%", "%>", "%:", "..", "##", "\\\n",
 };
+
+// What the first of two such characters may be.
+constexpr Zelmor::CharSet kStartsOfPairs = [] {
+    std::array<char, std::size(kJoiningPairs)> starts{};
+    std::ranges::transform(kJoiningPairs, starts.begin(), [](std::string_view pair) { return pair.front(); });
+    return Zelmor::CharSet({starts.data(), starts.size()});
+}();
 
 bool endsExponent(std::string_view number) {
     return isDigit(number.front()) && std::string_view("eEpP").find(number.back()) != std::string_view::npos;
@@ -31,6 +40,7 @@ bool wouldJoin(std::string_view left, std::string_view right) {
     if ((isDigit(left.front()) && first == '.') || (last == '.' && isDigit(first))) return true;
     if ((first == '+' || first == '-') && endsExponent(left)) return true;
     if (left.ends_with("->") && first == '*') return true;
+    if (!kStartsOfPairs.holds(last)) return false;
     const char pair[] = {last, first};
     return std::find(std::begin(kJoiningPairs), std::end(kJoiningPairs), std::string_view(pair, 2)) !=
            std::end(kJoiningPairs);

@@ -53,7 +53,9 @@ std::string_view ConvertibleBlanks::takeRun() {
 // A literal, a header name, or text up to where another may start; or the delimiter that opens a comment.
 void ConvertibleBlanks::skipFixedText() {
     const std::string_view rest = text_.substr(place_);
-    if (rest.starts_with("/*")) {
+    if (isOrdinary(rest.front())) {
+        while (place_ < text_.size() && isOrdinary(text_[place_])) ++place_;
+    } else if (rest.starts_with("/*")) {
         commentEnd_ = endBehind("*/", place_ + kCommentDelimiter);
         place_ += kCommentDelimiter;
     } else if (rest.starts_with("//")) {
@@ -64,9 +66,7 @@ void ConvertibleBlanks::skipFixedText() {
     } else if (rest.front() == '<' && startsHeaderName()) {
         place_ = endBehind(">", place_);
     } else {
-        do {
-            ++place_;
-        } while (place_ < text_.size() && isOrdinary(text_[place_]));
+        ++place_;
     }
 }
 

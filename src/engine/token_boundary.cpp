@@ -16,9 +16,8 @@ namespace {
 constexpr std::size_t kMostBehind = 8;
 
 // Of operators that are more than one character long.
-constexpr bool isOperatorPart(char c) {
-    return std::string_view("+-*/%&|^<>=!:.~").find(c) != std::string_view::npos;
-}
+constexpr Zelmor::CharSet kOperatorParts("+-*/%&|^<>=!:.~");
+constexpr bool isOperatorPart(char c) { return kOperatorParts.holds(c); }
 
 constexpr bool isExponent(char c) {
     return std::string_view("eEpP").find(c) != std::string_view::npos;

@@ -191,9 +191,8 @@ private:
     }
 
     bool compareText(int kind, std::string_view text) {
-        if (!mayMoveLines(kind, text)) {
-            return compareExactly(text) || (kind == Cpp::Directive && compareRespaced(text));
-        }
+        if (compareExactly(text)) return true;
+        if (!mayMoveLines(kind, text)) return kind == Cpp::Directive && compareRespaced(text);
         const std::size_t start = result_.place;
         if (compareLines(kind, text)) return true;
         result_.place = start;
@@ -230,10 +229,9 @@ private:
         return true;
     }
 
-    // Whether the blanks at the end of a line hold apart what is not to join: a backslash and the line end, or a "/"
-    // and the comment behind a directive.
-    static bool blanksCount(int kind, std::string_view line, bool isLast) {
-        const std::string_view trimmed = trimRight(line);
+    // Whether the blanks behind what else a line holds part what is not to join: a backslash and the line end, or a
+    // "/" and the comment behind a directive.
+    static bool blanksCount(int kind, std::string_view trimmed, bool isLast) {
         return (isLast && kind == Cpp::Directive && trimmed.ends_with('/')) || trimmed.ends_with('\\');
     }
 
@@ -243,10 +241,11 @@ private:
         for (bool isFirst = true; !text.empty(); isFirst = false) {
             const std::size_t lineFeed = text.find('\n');
             const std::string_view line = text.substr(0, lineFeed);
-            const std::string_view kept =
-                blanksCount(kind, line, lineFeed == std::string_view::npos) ? line : trimRight(line);
+            const std::string_view trimmed = trimRight(line);
+            const bool isLast = lineFeed == std::string_view::npos;
+            const std::string_view kept = blanksCount(kind, trimmed, isLast) ? line : trimmed;
             if (!compareExactly(isFirst ? kept : trimLeft(kept))) return false;
-            if (lineFeed == std::string_view::npos) return true;
+            if (isLast) return true;
             if (!endLine()) return false;
             text.remove_prefix(lineFeed + 1);
             if (text.empty()) return true;
@@ -289,7 +288,8 @@ private:
     static bool endsLine(std::string_view text, std::size_t ahead, std::string_view blanks) {
         const std::string_view behind = text.substr(ahead + blanks.size());
         const bool isLast = behind.empty();
-        return (isLast || behind.front() == '\n') && !blanksCount(Cpp::Directive, text.substr(0, ahead), isLast);
+        if (!isLast && behind.front() != '\n') return false;
+        return !blanksCount(Cpp::Directive, trimRight(text.substr(0, ahead)), isLast);
     }
 
     static bool isConversion(std::string_view before, std::string_view after) {
