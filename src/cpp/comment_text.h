@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "textstream/char_set.h"
+
 namespace Cpp {
 
 // A comment's text without its delimiters, as a view of it: white space before the comment goes, then "/*"
@@ -12,16 +14,11 @@ constexpr std::string_view trimmedCommentBody(std::string_view text);
 
 namespace Detail {
 
-constexpr std::string_view kWhitespace = " \t\n\v\f\r";
+inline constexpr Zelmor::CharSet kWhitespace(" \t\n\v\f\r");
 
-constexpr std::string_view trimLeft(std::string_view text) {
-    const auto first = text.find_first_not_of(kWhitespace);
-    return first == std::string_view::npos ? std::string_view() : text.substr(first);
-}
+constexpr std::string_view trimLeft(std::string_view text) { return text.substr(kWhitespace.skipIn(text)); }
 
-constexpr std::string_view trimRight(std::string_view text) {
-    return text.substr(0, text.find_last_not_of(kWhitespace) + 1);
-}
+constexpr std::string_view trimRight(std::string_view text) { return text.substr(0, kWhitespace.skipBackIn(text)); }
 
 }  // namespace Detail
 

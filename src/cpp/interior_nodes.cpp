@@ -59,6 +59,9 @@ void InteriorNode::add(std::unique_ptr<SyntaxNode> child) {
         throw Trn::AlreadyExistsException();
     }
     child->list_ = this;
+    // A block of memory for one has room for as many.
+    constexpr std::size_t fewChildren = 3;
+    if (children_.empty()) children_.reserve(fewChildren);
     children_.push_back(std::move(child));
 }
 

@@ -155,7 +155,10 @@ std::unique_ptr<Node> makeNode(TokenSpan tokens) {
 
 // A token that cannot be the declaration's own stays in the buffer, but for a "{".
 std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope scope) {
+    // Most have no more tokens.
+    constexpr std::size_t fewTokens = 4;
     std::vector<Token> declarator;
+    declarator.reserve(fewTokens);
     Token ending;
     Index previous = TokenLinks::kNone;
     const bool hasTypeInFront = followsType(tokens, tokens.place());

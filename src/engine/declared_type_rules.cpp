@@ -43,7 +43,8 @@ std::string_view lastWordOf(std::string_view text) {
 // `f (a) b(c);`: a macro with nothing between its name and its arguments may be read as one that stands by itself,
 // unless a type stands in front of it.
 bool isMadeByMacro(std::string_view type) {
-    const std::size_t open = std::min(type.find_first_of("<("), type.size());
+    static constexpr Zelmor::CharSet openings("<(");
+    const std::size_t open = openings.findIn(type);
     if (!type.substr(open).starts_with('(')) return false;
     const std::string_view front = trimRight(type.substr(0, open));
     const std::string_view name = lastWordOf(front);

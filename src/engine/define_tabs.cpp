@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 
 #include "cpp/directive_text.h"
 #include "engine/columns.h"
@@ -56,11 +55,15 @@ class ValueColumns {
 public:
     explicit ValueColumns(int tabSize) : tabSize_(tabSize) {}
 
-    void add(std::string_view ahead) { columns_.insert(columnAfter(ahead, 0, tabSize_)); }
+    void add(std::string_view ahead) {
+        const int column = columnAfter(ahead, 0, tabSize_);
+        const auto place = std::ranges::lower_bound(columns_, column);
+        if (place == columns_.end() || *place != column) columns_.insert(place, column);
+    }
     std::size_t count() const { return columns_.size(); }
 
 private:
-    std::set<int> columns_;
+    std::vector<int> columns_;  // in order, each once
     int tabSize_;
 };
 
@@ -88,14 +91,16 @@ std::size_t DefineTabs::readLines(std::size_t start) {
     ValueColumns asUsual(kUsualTabSize);
     OpenLine last;
     std::size_t place = start;
+    std::string_view line = lineAt(text_, start);
     do {
-        const std::string_view line = lineAt(text_, place);
         const std::string_view ahead = last.goesOn() ? std::string_view() : aheadOfValue(line);
         if (!ahead.empty()) asInScheme.add(ahead);
         if (!ahead.empty()) asUsual.add(ahead);
         last.read(line);
         place += line.size() + 1;
-    } while (place < text_.size() && (last.goesOn() || isDirective(lineAt(text_, place))));
+        if (place >= text_.size()) break;
+        line = lineAt(text_, place);
+    } while (last.goesOn() || isDirective(line));
     if (asUsual.count() < asInScheme.count()) wide_.push_back({start, place});
     return place;
 }

@@ -119,7 +119,8 @@ std::string FormatStages::layOut(ParsedText& source, LayoutObserver* observer) c
         result = withLinesWrapped(source, std::move(result));
         if (observer) tellStage(*observer, source.text, unwrapped, result, true);
     }
-    return extensions_.keepsTabs ? withIndentsOfSource(source.text.text(), result, columns_.tabSize) : result;
+    if (extensions_.keepsTabs) return withIndentsOfSource(source.text.text(), result, columns_.tabSize);
+    return result;
 }
 
 std::optional<Diagnostic> FormatStages::prove(const ParsedText& source, std::string_view result) {

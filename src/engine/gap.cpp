@@ -49,29 +49,6 @@ bool isLineBreak(std::string_view text) {
     return hasLineFeed;
 }
 
-std::string_view trimLeft(std::string_view text) {
-    std::size_t first = 0;
-    while (first < text.size() && isWhitespace(text[first])) ++first;
-    return text.substr(first);
-}
-
-std::string_view trimRight(std::string_view text) {
-    std::size_t size = text.size();
-    while (size > 0 && isWhitespace(text[size - 1])) --size;
-    if (size > 0 && text[size - 1] == '\\') size = std::max(size, text.find('\n', size) + 1);
-    return text.substr(0, size);
-}
-
-std::string_view trim(std::string_view text) { return trimLeft(trimRight(text)); }
-
-std::string_view leadingBlanks(std::string_view text) {
-    return text.substr(0, text.size() - trimLeft(text).size());
-}
-
-std::string_view trailingBlanks(std::string_view text) {
-    return text.substr(trimRight(text).size());
-}
-
 std::string withBlankLines(std::string_view wanted, std::string_view blanks) {
     const auto lineFeeds = [](std::string_view text) { return std::count(text.begin(), text.end(), '\n'); };
     const auto missing = std::max<std::ptrdiff_t>(lineFeeds(blanks) - lineFeeds(wanted), 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -23,18 +24,29 @@ inline bool isBlanks(std::string_view text) {
 // White space with a line end in it, and nothing else.
 bool isLineBreak(std::string_view text);
 
-std::string_view trimLeft(std::string_view text);
+inline std::string_view trimLeft(std::string_view text) {
+    std::size_t first = 0;
+    while (first < text.size() && isWhitespace(text[first])) ++first;
+    return text.substr(first);
+}
 // A line end behind a backslash splices the lines, and stays.
-std::string_view trimRight(std::string_view text);
+inline std::string_view trimRight(std::string_view text) {
+    std::size_t size = text.size();
+    while (size > 0 && isWhitespace(text[size - 1])) --size;
+    if (size > 0 && text[size - 1] == '\\') size = std::max(size, text.find('\n', size) + 1);
+    return text.substr(0, size);
+}
 // Of the line of that place.
 std::size_t lineStartOf(std::string_view text, std::size_t place);
 // Those that are no white space. Counted without a branch, so that many are at once.
 std::size_t charactersIn(std::string_view text);
-std::string_view trim(std::string_view text);
+inline std::string_view trim(std::string_view text) { return trimLeft(trimRight(text)); }
 
 // The white space at the start of a text, and that at its end.
-std::string_view leadingBlanks(std::string_view text);
-std::string_view trailingBlanks(std::string_view text);
+inline std::string_view leadingBlanks(std::string_view text) {
+    return text.substr(0, text.size() - trimLeft(text).size());
+}
+inline std::string_view trailingBlanks(std::string_view text) { return text.substr(trimRight(text).size()); }
 
 // White space with line feeds, and more of them where the blanks, which it takes the place of, have more.
 std::string withBlankLines(std::string_view wanted, std::string_view blanks);

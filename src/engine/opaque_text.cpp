@@ -200,8 +200,9 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
     for (text.remove_prefix(length); !text.empty(); front = text.substr(0, length), text.remove_prefix(length)) {
         length = lineLength(text);
         const std::string_view line = text.substr(0, length);
-        const int behind = columnsBehindStart(line, inputColumn, out.tabSize());
-        const int ahead = outer == OuterLines::AsTheyWere ? inputColumn - leadingWidth(line, out.tabSize()) : 0;
+        const int sourceColumn = leadingWidth(line, out.tabSize());
+        const int behind = std::max(sourceColumn - inputColumn, 0);
+        const int ahead = outer == OuterLines::AsTheyWere ? inputColumn - sourceColumn : 0;
         const int moved = column + behind - std::max(ahead, 0);
         if (splicesTokens(front, line) && writeBehindToken(line, moved, writer, out)) continue;
         std::optional<IndentScope> inFront;

@@ -18,9 +18,9 @@ namespace {
 
 // Whether what stands on two lines, of which the first ends and the second begins with these, belongs together.
 bool isContinued(char last, char first) {
-    constexpr std::string_view ends = ";:{}\\";
-    constexpr std::string_view starts = "{}";
-    return ends.find(last) == std::string_view::npos && starts.find(first) == std::string_view::npos;
+    static constexpr Zelmor::CharSet ends(";:{}\\");
+    static constexpr Zelmor::CharSet starts("{}");
+    return !ends.holds(last) && !starts.holds(first);
 }
 
 }  // namespace

@@ -36,10 +36,10 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
     comment.gapStart = lineStart + trimRight(written.substr(lineStart)).size();
-    comment.codeEnd = columnIn(written, comment.gapStart);
-    comment.column = columnIn(written, comment.gapEnd);
     comment.isOwnLine = comment.gapStart == lineStart;
     const std::string_view code = written.substr(lineStart, comment.gapStart - lineStart);
+    comment.codeEnd = shownColumnAfter(code, 0, columns_.tabSize);
+    comment.column = shownColumnAfter(written.substr(comment.gapStart), comment.codeEnd, columns_.tabSize);
     comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
     return comment;
 }

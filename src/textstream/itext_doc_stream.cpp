@@ -10,8 +10,6 @@ namespace Zelmor {
 
 namespace {
 
-constexpr std::size_t kPutBackLimit = 4;
-
 int clampToInt(std::uint32_t value) {
     return static_cast<int>(std::min<std::uint32_t>(value, std::numeric_limits<int>::max()));
 }
@@ -64,14 +62,6 @@ std::string_view ITextDocBuf::readTo(std::uint32_t line, std::uint32_t column) {
     const int targetColumn = clampToInt(column) - (target == 1 ? firstColumn_ : 0);
     const std::string_view read = readToOffset(document_->offsetOf(target, targetColumn));
     if (!read.empty()) documentLine_ = std::min(target, document_->lineCount());
-    return read;
-}
-
-std::string_view ITextDocBuf::readToOffset(std::size_t end) {
-    if (end <= offset_) return document_->text().substr(offset_, 0);  // where it stands
-    const std::string_view read = document_->text().substr(offset_, end - offset_);
-    offset_ = end;
-    putBackRoom_ = std::min(putBackRoom_ + read.size(), kPutBackLimit);
     return read;
 }
 

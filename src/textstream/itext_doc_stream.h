@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <istream>
@@ -35,7 +36,13 @@ public:
     bool isBefore(std::uint32_t line, std::uint32_t column) const;
     // Reads while the position is before (line, column).
     std::string_view readTo(std::uint32_t line, std::uint32_t column);
-    std::string_view readToOffset(std::size_t end);
+    std::string_view readToOffset(std::size_t end) {
+        if (end <= offset_) return document_->text().substr(offset_, 0);  // where it stands
+        const std::string_view read = document_->text().substr(offset_, end - offset_);
+        offset_ = end;
+        putBackRoom_ = std::min(putBackRoom_ + read.size(), kPutBackLimit);
+        return read;
+    }
     // On from another place of the text, at most its end.
     void moveTo(std::size_t offset);
 
@@ -47,6 +54,8 @@ protected:
     int_type pbackfail(int_type c) override;
 
 private:
+    static constexpr std::size_t kPutBackLimit = 4;
+
     int documentLine() const;
     void putBackDifferent(char c);
 

@@ -50,7 +50,7 @@ std::size_t OIndentBuf::write(std::string_view text) {
 }
 
 std::size_t OIndentBuf::writePlainly(std::string_view text) {
-    if (column_ == 0 && put(indent_) != indent_.size()) return 0;
+    if (column_ == 0 && !indent_.empty() && put(indent_) != indent_.size()) return 0;
     if (!lineHasText_ || textColumn_ < 0) noteText(text);
     return putPlain(text);
 }
@@ -70,7 +70,7 @@ std::size_t OIndentBuf::writeLines(std::string_view text) {
                 taken = behindLeadingSpace(text, taken);
                 if (taken == text.size() || text[taken] == '\n') continue;
             }
-            if (put(indent_) != indent_.size()) break;
+            if (!indent_.empty() && put(indent_) != indent_.size()) break;
         }
         const std::size_t lineFeed = text.find('\n', taken);
         const std::size_t end = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;

@@ -56,7 +56,7 @@ public:
     int textColumn() const { return textColumn_ < 0 ? column() : textColumn_; }
     // Writes the indentation when the line has not begun yet.
     void startLine() {
-        if (column_ == 0) put(indent_);
+        if (column_ == 0 && !indent_.empty()) put(indent_);
     }
 
 protected:
@@ -68,9 +68,11 @@ private:
     friend struct IndentState;
 
     // Whether it goes behind what stands on the line, and stays there as it is.
-    bool goesOnPlainly(std::string_view text) const { return column_ > 0 && isPlain(text); }
+    bool goesOnPlainly(std::string_view text) const { return column_ > 0 && text.back() != '\n' && isPlain(text); }
     // Whether it begins a line, behind the indentation, and stays there as it is.
-    bool startsPlainly(std::string_view text) const { return column_ == 0 && text.front() > ' ' && isPlain(text); }
+    bool startsPlainly(std::string_view text) const {
+        return column_ == 0 && text.front() > ' ' && text.back() != '\n' && isPlain(text);
+    }
     std::size_t writeLines(std::string_view text);
     std::size_t putLines(std::string_view lines);
     // What a piece of a line that is written next tells of it.

@@ -48,11 +48,6 @@ OTextDocBuf::~OTextDocBuf() {
     }
 }
 
-void OTextDocBuf::setTabMode(int tabMode) {
-    flushSpaces();
-    tabMode_ = tabMode;
-}
-
 void OTextDocBuf::setTabSize(int tabSize) {
     flushSpaces();
     tabSize_ = tabSize;
@@ -68,19 +63,16 @@ std::string OTextDocBuf::takeText() {
     return std::exchange(text_, {});
 }
 
-bool OTextDocBuf::flushSpaces() {
-    if (pendingSpaces_ == 0) return true;
+bool OTextDocBuf::writePendingSpaces() {
     const std::string spaces(static_cast<std::size_t>(std::exchange(pendingSpaces_, 0)), ' ');
     return send(spaces) == spaces.size();
 }
 
 std::size_t OTextDocBuf::put(std::string_view text) {
+    if (keepsTabs(tabMode_)) return putAsGiven(text);
     const bool endsLine = text.ends_with('\n');
     if (endsLine && isPlain(text.substr(0, text.size() - 1))) return putPlainLine(text);
     switch (tabMode_) {
-        case KeepTabs:
-        case KeepTabsInIndent:
-            return putAsGiven(text);
         case TabsToSpaces:
             return putTabsAsSpaces(text);
         case SpacesToTabs:
@@ -183,6 +175,7 @@ void OTextDocBuf::advance(std::string_view text) {
         isInIndent_ = true;
         text.remove_prefix(lineFeed + 1);
     }
+    if (text.empty()) return;
     column_ = columnBehind(text);
     isInIndent_ = isInIndent_ && isBlank(text);
 }

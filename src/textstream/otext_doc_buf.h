@@ -49,14 +49,17 @@ public:
     // Whether no tab comes to stand for blanks.
     bool keepsBlanks() const { return keepsTabs(tabMode_) || tabMode_ == TabsToSpaces; }
     // Spaces held back are written before the change. A tab size below 1 makes a tab one column wide.
-    void setTabMode(int tabMode);
+    void setTabMode(int tabMode) {
+        flushSpaces();
+        tabMode_ = tabMode;
+    }
     void setTabSize(int tabSize);
 
     // Some write has failed: the target refused it, or the tab mode is none of TabMode.
     bool failed() const { return failed_; }
 
     // Writes spaces held back. The target is not synchronised.
-    bool flushSpaces();
+    bool flushSpaces() { return pendingSpaces_ == 0 || writePendingSpaces(); }
 
     // Makes room for a text of that many characters.
     void reserve(std::size_t size) { text_.reserve(size); }
@@ -101,6 +104,7 @@ private:
     std::size_t putTabsAsSpaces(std::string_view text);
     std::size_t putSpacesAsTabs(std::string_view text);
     bool putConvertibleSpace();
+    bool writePendingSpaces();
     bool putSpaces(int count);
     std::size_t send(std::string_view text) {
         if (sink_) return sendOn(text);

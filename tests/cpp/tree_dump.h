@@ -210,7 +210,7 @@ private:
             return;
         }
         std::ranges::copy_if(word, std::ostreambuf_iterator(out_), [](char c) {
-            return Cpp::Detail::kWhitespace.find(c) == std::string_view::npos;
+            return !Cpp::Detail::kWhitespace.holds(c);
         });
     }
 
