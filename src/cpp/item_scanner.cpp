@@ -105,6 +105,14 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                 }
                 seen.takeSpecifier();
                 break;
+            case KeywordIf:
+            case KeywordElse:
+            case KeywordFor:
+            case KeywordDo:
+            case KeywordWhile:
+            case KeywordSwitch:
+                if (findsMacros_) return found(Shape::None);
+                break;
             case KeywordEnum:
                 seen.sawEnum = true;
                 break;
@@ -124,7 +132,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                 }
         }
         // void f [[noreturn]] ();
-        if (!opensAttribute(place)) seen.pass(place);
+        if (kindHere != OpenBracket || !opensAttribute(place)) seen.pass(place);
         place = following;
     }
 }
