@@ -24,7 +24,7 @@ constexpr bool isJoiningOperator(int kind) {
 
 HeadTail HeadScanner::scanTailOf(Index openParen) const {
     if (const std::optional<HeadTail> tail = oldStyleTail(openParen)) return *tail;
-    return scanTail(behindArrays(next(links_.closing(openParen))));
+    return scanTail(behindArrays(next(links_.closing(openParen))), Owner::Function);
 }
 
 std::optional<HeadTail> HeadScanner::oldStyleTail(Index openParen) const {
@@ -52,7 +52,7 @@ bool HeadScanner::hasBody(Index openParen) const {
 
 // Any run of words with or without arguments, attributes, marks, a trailing return type, conditions,
 // `= 0`, `= default`, `= delete`, and the initializers of a constructor.
-HeadTail HeadScanner::scanTail(Index place) const {
+HeadTail HeadScanner::scanTail(Index place, Owner owner) const {
     HeadTail tail;
     bool isInType = false;      // of a trailing return
     Index macroClose = kNone;  // of the call that was passed last
@@ -83,6 +83,7 @@ HeadTail HeadScanner::scanTail(Index place) const {
                 continue;
             }
             case Colon:
+                if (owner == Owner::Lambda) return stop(false);
                 tail.initializers = place;
                 place = behindInitializers(place);
                 continue;
@@ -241,8 +242,8 @@ std::optional<HeadScanner::Index> HeadScanner::lambdaBody(Index openBracket) con
     if (tokens_.at(place).text == "requires") place = behindRequires(place);
     place = behindAnnotations(place);
     if (kind(place) == OpenParen) place = behind(place);
-    const HeadTail tail = scanTail(place);
-    if (kind(tail.end) != OpenBrace || tail.initializers != kNone) return std::nullopt;
+    const HeadTail tail = scanTail(place, Owner::Lambda);
+    if (kind(tail.end) != OpenBrace) return std::nullopt;
     return tail.end;
 }
 

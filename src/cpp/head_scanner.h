@@ -22,8 +22,6 @@ class HeadScanner : public TokenView {
 public:
     using TokenView::TokenView;
 
-    // From the first token behind the parameters.
-    HeadTail scanTail(Index place) const;
     // The same with the declarations of parameters that an old-style head has behind them.
     HeadTail scanTailOf(Index openParen) const;
     // These, and nothing where there are none.
@@ -38,6 +36,10 @@ public:
     Index behindOperatorName(Index place) const;
 
 private:
+    enum class Owner { Function, Lambda };
+
+    // From the first token behind the parameters.
+    HeadTail scanTail(Index place, Owner owner) const;
     Index behindArrays(Index place) const;
     Index behindInitializers(Index colon) const;
     Index oldStyleBody(Index open, Index behindGroup) const;
