@@ -25,6 +25,19 @@ constexpr bool isReservedByCpp(int kind) {
     }
 }
 
+// Behind a sign that ends nothing, no declaration begins.
+constexpr bool isInExpression(int ahead) {
+    switch (ahead) {
+        case Semicolon:
+        case Colon:
+        case CloseParen:
+        case CloseBracket:
+        case OpenBrace:
+        case CloseBrace: return false;
+        default: return isPunctuation(ahead);
+    }
+}
+
 }  // namespace
 
 // Told by the token behind the keyword; in front of a ";", by the end of a type before it.
@@ -37,7 +50,9 @@ bool KeywordNames::isNameBefore(int following) const {
         case KeywordPrivate: return following != Colon && following != CloseBrace;
         case KeywordTry: return following != Colon;
         case KeywordCatch: return following != OpenParen;
-        case KeywordNamespace: return following != OpenBracket && (following != Semicolon || endsDeclaration);
+        case KeywordNamespace:
+            if (following == OpenBracket) return isInExpression(ahead_) || isBuiltinTypeKeyword(ahead_);
+            return following != Semicolon || endsDeclaration;
         case KeywordTemplate: return following != Less && (following != Semicolon || endsDeclaration);
         case KeywordFriend:
         case KeywordUsing:
