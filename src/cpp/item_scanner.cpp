@@ -191,14 +191,10 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
                                          : Item{Shape::FunctionPointer, open, 0};
     }
     // int *f(int) attribute((pure)), *g(int);
-    const bool isFirstOfSeveral =
-        kind(behindCalls(following)) == Comma && name.kind == Identifier && seen.typeWords > 0;
-    if (findsMacros_ && isFirstOfSeveral && !seen.sawOperator) return Item{Shape::Data, open, 0};
+    const bool mayBeFirst = name.kind == Identifier && seen.typeWords > 0 && !seen.sawOperator;
+    if (findsMacros_ && mayBeFirst && kind(behindCalls(following)) == Comma) return Item{Shape::Data, open, 0};
     if (heads_.oldStyleTail(open)) return function;
-    // One that begins within another ends with it.
-    if (seen.tail.end <= close || seen.tail.initializers != kNone) seen.tail = heads_.scanTailOf(open);
-    const HeadTail& tail = seen.tail;
-    const bool hasValue = followingKind == Assign && !tail.isComplete && endsValue(following);
+    const bool hasValue = followingKind == Assign && !hasCompleteTail(open, seen) && endsValue(following);
     if (findsMacros_ && hasValue && followsWord && !seen.sawOperator) return Item{Shape::Data, open, 0};
     // DECLARE_ALIGNED(8, int, a)[2] = {}
     if (findsMacros_ && context.scope == ItemContext::Scope::Outside && seen.isAlone() && holdsElements(following)) {
@@ -211,8 +207,9 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
         if (findsMacros_ && context.scope == ItemContext::Scope::Outside && isCommaAtLineEnd(following)) {
             return Item{Shape::Macro, following + 1, 0};
         }
-        const bool isTail = isQualifier(followingKind) || followingKind == KeywordThrow ||
-                            followingKind == KeywordTry || (findsMacros_ && promisesNoThrow(following));
+        const bool beginsTail = isQualifier(followingKind) || followingKind == KeywordThrow ||
+                                followingKind == KeywordTry || (findsMacros_ && promisesNoThrow(following));
+        const bool isTail = beginsTail && hasCompleteTail(open, seen);
         const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
         const bool beginsItem = isWord(followingKind) || opensAttribute(following);
         // EXPORT(int)
@@ -236,13 +233,13 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
             findsMacros_ && followsStorage && kind(seen.second) == KeywordExtern && declaresFunctionBelow;
         const bool goesOn = (isBelow && endsInAnnotations(following)) || (namesType && beginsItem);
         const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
-        if (findsMacros_ && (endsHere || (endsLine && !(isTail && tail.isComplete)))) {
+        if (findsMacros_ && (endsHere || (endsLine && !isTail))) {
             return Item{Shape::Macro, close + 1, 0};
         }
         const bool isMark = followingKind == Asterisk || followingKind == Ampersand;
         const bool continuesType =
             isMark || ((!isLater || goesOn) && isWord(followingKind)) || beginsBases(following);
-        if (continuesType && !(isTail && tail.isComplete)) {
+        if (continuesType && !isTail) {
             const bool isTailWord =
                 followingKind == Identifier && kind(behindAnnotations(next(following))) == OpenBrace;
             if (!isTailWord) return std::nullopt;
@@ -341,6 +338,14 @@ bool ItemScanner::followsType(const Progress& seen) const {
     if (seen.second == kNone) return false;
     const int kindInFront = kind(seen.second);
     return (kindInFront == Asterisk && seen.typeWords > 0) || isBuiltinTypeKeyword(kindInFront);
+}
+
+// Whether what may stand between a head and its body follows the parentheses. A tail that begins within another ends
+// with it.
+bool ItemScanner::hasCompleteTail(Index open, Progress& seen) const {
+    const bool isWithin = seen.tail.end > links_.closing(open) && seen.tail.initializers == kNone;
+    if (!isWithin) seen.tail = heads_.scanTailOf(open);
+    return seen.tail.isComplete;
 }
 
 // `list.add(1);`, `out << a;`: no declaration has such a sign behind its first name. Parts of texts have, which are

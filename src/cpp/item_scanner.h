@@ -60,6 +60,7 @@ private:
     bool marksFunction(Index place) const;
     bool followsTypedName(const Progress& seen) const;
     bool followsMacroOfName(const Progress& seen) const;
+    bool hasCompleteTail(Index open, Progress& seen) const;
     bool isStatement(Index sign, const Progress& seen, const ItemContext& context) const;
     bool holdsMarkedName(Index open) const;
     bool holdsClassKey(Index open) const;

@@ -164,7 +164,8 @@ TEST(Limits, OneLineOfManyThings) {
 
 TEST(Limits, ManyLines) {
     for (const char* line :
-         {"int a;\n", "int a=1;// c\n", "void f();\n", "class A{int b;};\n", "#define A\n", "A\n", "\n", ";\n"}) {
+         {"int a;\n", "int a=1;// c\n", "void f();\n", "class A{int b;};\n", "#define A\n", "A\n", "A(b)\n", "a() const ",
+          "\n", ";\n"}) {
         for (const char* scheme : {"aligned", "google"})
             EXPECT_EQ(refusalOf(scheme, repeated(line, kMany)), "") << line;
     }
