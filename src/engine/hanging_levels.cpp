@@ -149,7 +149,8 @@ void HangingLines::open(std::size_t place) {
     const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
     // f(a, {
     //          b});
-    const bool isArgument = isBrace && !isBody && isInElements && outer.element.start != kNone;
+    const bool isArgument =
+        isBrace && !isBody && isInElements && outer.element.start != kNone && !standsAsBlock(place);
     level.lineColumn = isRow || isArgument ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
     const int behindName = columnBehindName(place);
     level.contents = behindName != kNone ? behindName : columnInCall(outer, place);
@@ -188,6 +189,15 @@ bool HangingLines::isAboveRow(std::size_t open) const {
     if (close == kNoToken || kindAt(tokens_, close + 1) != Cpp::Comma) return false;
     const std::size_t next = nextPlace(tokens_, close + 1);
     return next < tokens_.size() && tokens_[next].start.line > tokens_[close + 1].lastLine();
+}
+
+// Whether the last line begins with the "}", behind something that is no comma: `f(a, {\n    b\n});`.
+bool HangingLines::standsAsBlock(std::size_t open) const {
+    const std::size_t close = tokens_[open].partner;
+    if (close == kNoToken) return false;
+    std::size_t last = close - 1;
+    while (last > open && isTrivia(last)) --last;
+    return tokens_[last].kind != Cpp::Comma && tokens_[close].start.line > tokens_[last].lastLine();
 }
 
 // Whether statements follow the "{", of a lambda or in one.
