@@ -221,7 +221,12 @@ void CppExprFormatter::writeCurrent(Run& run) {
         run.after = nullptr;
         if (isKept) keepLine(run);
         passToken(run);
-        writeTrivia(run.sweep);
+        if (isKept && run.startsAtMargin && isSplicedComment(run, run.sweep.place())) {
+            const IndentScope noIndent(run.out(), {});
+            writeTrivia(run.sweep);
+        } else {
+            writeTrivia(run.sweep);
+        }
         return;
     }
     if (isComma(run)) {

@@ -163,6 +163,7 @@ private:
     bool holdsFlushRows(const Run& run) const;
     static bool isAssignedFurther(const Run& run, std::size_t place);
     static bool isFlushLiteral(const Run& run, std::size_t place);
+    static bool isSplicedComment(const Run& run, std::size_t place);
     static bool indentsContents(const Run& run);
     void startElements(Run& run, Group& group);
     void closeGroup(Run& run);
@@ -191,6 +192,7 @@ private:
     const MacroBodies* macroBodies_ = nullptr;
     DefineTabs defineTabs_;
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
+    bool isInDirective_ = false;
     ExprTokens exprTokens_;
 };
 

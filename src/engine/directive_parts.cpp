@@ -176,7 +176,7 @@ bool declaresList(Tokens tokens) {
     return sawComma && sawTwoWords;
 }
 
-// `__has_include("a")`, and what stands for it: `HAS_INCLUDE(<a>)`. No operand begins with a "<".
+// `__has_include(<a>)`, and what stands for it: `HAS_INCLUDE(<a>)`. No operand begins with a "<".
 bool namesHeader(Tokens condition) {
     const auto isOfHeaders = [](const Trn::Token& token) {
         return token.text.starts_with("__has_include") || token.text.starts_with("__has_embed");
@@ -184,7 +184,9 @@ bool namesHeader(Tokens condition) {
     const auto opensHeader = [](const Trn::Token& first, const Trn::Token& second) {
         return first.kind == Cpp::OpenParen && second.kind == Cpp::Less;
     };
-    return std::any_of(condition.begin(), condition.end(), isOfHeaders) ||
+    const auto isLess = [](const Trn::Token& token) { return token.kind == Cpp::Less; };
+    const bool mayHold = std::any_of(condition.begin(), condition.end(), isOfHeaders);
+    return (mayHold && std::any_of(condition.begin(), condition.end(), isLess)) ||
            std::adjacent_find(condition.begin(), condition.end(), opensHeader) != condition.end();
 }
 

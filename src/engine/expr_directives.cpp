@@ -79,7 +79,10 @@ bool CppExprFormatter::writeParts(std::string_view directive, const DirectivePar
     if (macroBodies_ && parts.body.length > 0) body = macroBodies_->laidOut(directive, parts, out.column());
     if (!body && parts.parameters.length == 0 && parts.expression.length == 0) return false;
     // A directive's line goes on only where a splice stands. It may stand in an expression, whose tokens stay.
-    if (!inDirectives_) inDirectives_ = std::make_unique<CppExprFormatter>(schemeOfDirectives(), source_, log());
+    if (!inDirectives_) {
+        inDirectives_ = std::make_unique<CppExprFormatter>(schemeOfDirectives(), source_, log());
+        inDirectives_->isInDirective_ = true;
+    }
     const int start = columnToIndentFrom(out);
     std::size_t written = 0;
     OpaqueWriter rest(directive, InnerBlanks::Convert, out);

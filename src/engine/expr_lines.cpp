@@ -52,6 +52,7 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 }
 
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
+    if (!isInDirective_ && isSplicedComment(run, run.sweep.place())) return 0;
     const int hanging = hangingColumn(run);
     if (!keptIndent_.isWanted() || run.hanging->startsHangingDeclarator()) return hanging;
     if (isFlushLiteral(run, run.sweep.place())) return 0;
@@ -94,6 +95,13 @@ bool CppExprFormatter::isFlushLiteral(const Run& run, std::size_t place) {
     if (place >= run.tokens.size() || !isFlush(place)) return false;
     if (run.roleAt(place) == ExprRole::Trivia) ++place;
     return run.kindAt(place) == Cpp::StringLiteral && isFlush(place);
+}
+
+// Whether it is a comment in the first column of a line that a splice has made one with the line in front of it. In a
+// directive lines have no other end.
+bool CppExprFormatter::isSplicedComment(const Run& run, std::size_t place) {
+    const std::string_view ahead = run.text.substr(0, run.tokens[place].offset);
+    return run.roleAt(place) == ExprRole::Trivia && Cpp::isComment(run.kindAt(place)) && ahead.ends_with("\\\n");
 }
 
 // Whether the current token goes on with a type outside its brackets.
