@@ -90,8 +90,11 @@ bool CppFormatter::joinsFunction(const Cpp::BracketedNode& body) {
     if (!isAllWhitespace(gap) || writer_.peek(gap.size()) != '{') return false;
     const std::size_t start = offsetOf(source_, body.start());
     if (offsetOf(source_, body.end()) - start > kLongestLine) return false;
-    const auto* statement = body.size() == 0 ? nullptr : Cpp::as<Cpp::ExprNode>((*body.childBegin()).get());
-    return body.size() == 0 || (statement && statement->bodies().empty());
+    if (body.size() == 0) return true;
+    const Cpp::SyntaxNode& statement = **body.childBegin();
+    const auto* data = Cpp::as<Cpp::DataDeclNode>(&statement);
+    const auto* expression = data ? data->tail() : Cpp::as<Cpp::ExprNode>(&statement);
+    return expression ? expression->bodies().empty() : data != nullptr;
 }
 
 // Of several parts: `if (a) b(); else c();`.
