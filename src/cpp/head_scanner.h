@@ -22,9 +22,9 @@ class HeadScanner : public TokenView {
 public:
     using TokenView::TokenView;
 
-    // The same with the declarations of parameters that an old-style head has behind them.
+    // From the first token behind the parameters, or behind the declarations of these that an old-style head has there.
     HeadTail scanTailOf(Index openParen) const;
-    // These, and nothing where there are none.
+    // Only the latter; nothing where there are none.
     std::optional<HeadTail> oldStyleTail(Index openParen) const;
     // Whether a body follows the parameters.
     bool hasBody(Index openParen) const;

@@ -221,12 +221,11 @@ void CppExprFormatter::writeCurrent(Run& run) {
         run.after = nullptr;
         if (isKept) keepLine(run);
         passToken(run);
+        std::optional<IndentScope> inFirstColumn;
         if (isKept && run.startsAtMargin && isSplicedComment(run, run.sweep.place())) {
-            const IndentScope noIndent(run.out(), {});
-            writeTrivia(run.sweep);
-        } else {
-            writeTrivia(run.sweep);
+            inFirstColumn.emplace(run.out(), std::string());
         }
+        writeTrivia(run.sweep);
         return;
     }
     if (isComma(run)) {

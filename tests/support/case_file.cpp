@@ -19,6 +19,9 @@ namespace {
 
 using Tessel::PropertyType;
 
+// Behind "<<<": the input comes back.
+constexpr std::string_view kStays = " as it is";
+
 Tessel::PropertySet defaultScheme() {
     Tessel::PropertySet scheme("cases");
     scheme.setString(Tessel::Keys::VANTREL_VERSION, "1.2.1");
@@ -93,14 +96,18 @@ private:
             FormatCase variant = common;
             variant.place = file_ + ".txt:" + std::to_string(number_);
             variant.name = uniqueName(nameFrom(file_ + ' ' + title));
-            const std::string settings = line_->substr(3);
+            std::string_view settings = std::string_view(*line_).substr(3);
+            const bool stays = settings.starts_with(kStays);
+            if (stays) settings.remove_prefix(kStays.size());
             if (settings.starts_with(" #")) {
-                readHeaderLine(variant.scheme, settings.substr(1));
+                readHeaderLine(variant.scheme, std::string(settings.substr(1)));
             } else {
                 applySettings(variant.scheme, settings);
             }
             nextLine();
             variant.expected = readText();
+            if (stays && !std::ranges::all_of(variant.expected, [](char c) { return c == '\n'; })) fail("Two results");
+            if (stays) variant.expected = common.input;
             cases_.push_back(std::move(variant));
         }
     }

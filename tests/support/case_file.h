@@ -32,8 +32,10 @@ struct FormatCase {
 //     <<< WS_BETWEEN_CS=" "
 //     if (a) { b(); } else { c(); }
 //
-// Each "<<<" is a case of its own, with further settings for itself, or, as "<<< #base knr", with another scheme.
-// KEY=value sets a key: a text in quotes,
+//     <<< as it is KEEP_ONE_LINE_BLOCKS=true
+//
+// Each "<<<" is a case of its own, with further settings for itself, or, as "<<< #base knr", with another scheme; with
+// "as it is" the text is to come back. KEY=value sets a key: a text in quotes,
 // with the escapes of scheme files, true, false, or a number; -KEY removes it. The scheme holds nothing but
 // VANTREL_VERSION and an empty LEFT_MARGIN, or starts with a shipped one: "#base allman". A line "#once",
 // with the reason behind it, says that the rules do not promise a second run without changes. Throws
