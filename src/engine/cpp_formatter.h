@@ -262,6 +262,8 @@ private:
     };
     int formatFunctionHead(Cpp::FunctionDeclNode& declaration);
     void writeOldParameters(Cpp::KeptNode& parameters);
+    void writeOldDeclaration(std::string_view declaration);
+    void writeOldComment(std::string_view blanks, std::string_view comment, int sourceColumn);
     HeadRest writeGapBehindParameters(const Cpp::FunctionHeadNode& head, std::string_view rest);
     bool standsAsDefinition(const Cpp::FunctionDeclNode& declaration) const;
     int formatReturnType(const Cpp::FunctionDeclNode& declaration);

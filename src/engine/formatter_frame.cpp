@@ -369,13 +369,17 @@ void CppFormatter::visit(Cpp::CommentNode* comment) {
     if (!copySettledNode(*comment)) exprFormatter_.writeComment(writer_.readThrough(comment->end()), out());
 }
 
-// `int a;/* b */`
+// `int a;/* b */`, `A() : a(1)/* b */ {`: behind what ends in a bracket, one in front of a body comes to end its line.
 bool CppFormatter::standsAgainstCode(const Cpp::CommentNode& comment) {
-    if (!settings_.formatsOtherGaps || out().column() == 0 || !isCommentAtLineEnd(comment)) return false;
+    if (!settings_.formatsOtherGaps || out().column() == 0 || !gapBefore(comment).empty()) return false;
     const std::size_t start = offsetOf(source_, comment.start()) - 1;
     const char inFront = start > 0 ? source_.text()[start - 1] : '\n';
+    const std::string_view behind = source_.text().substr(offsetOf(source_, comment.end()));
+    const bool isBehindBracket = inFront == ')' || inFront == '}';
+    const bool leadsBody = isBehindBracket && behind.substr(kBlanks.skipIn(behind)).starts_with('{');
+    if (!leadsBody && !isCommentAtLineEnd(comment)) return false;
     const bool followsOther = inFront == '/' || inFront == '{';  // another comment, or a brace with a gap of its own
-    return gapBefore(comment).empty() && !isWhitespace(inFront) && !followsOther;
+    return !isWhitespace(inFront) && !followsOther;
 }
 
 bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {
@@ -385,6 +389,9 @@ bool CppFormatter::isSettled(const Cpp::SyntaxNode& node) const {
 // The gap in front of the node has been written. Says false where the node may come to stand otherwise.
 bool CppFormatter::copySettledNode(const Cpp::SyntaxNode& node) {
     if (!isSettled(node) || writer_.nextColumn() != sourceColumnOf(node)) return false;
+    // Blanks in front of tabs, behind a text that is aligned, are in front of all its lines or of none.
+    const bool mixesBlanks = out().indent().find(" \t") != std::string::npos;
+    if (mixesBlanks && node.start().line != node.end().line && lineBefore(node) != out().indent()) return false;
     out().startLine();
     writeRendered(std::string(writer_.readThrough(node.end())));
     return true;
