@@ -37,10 +37,11 @@ std::optional<HeadTail> HeadScanner::oldStyleTail(Index openParen) const {
     return tail;
 }
 
-// `(&f(int a))[3]`: behind the rest of the declarator that the parameters stand in.
+// `(&f(int a) noexcept)[3]`: behind the rest of the declarator that the parameters stand in.
 HeadScanner::Index HeadScanner::behindArrays(Index place) const {
-    if (kind(place) != CloseParen || kind(next(place)) != OpenBracket) return place;
-    place = next(place);
+    const Index close = behindTailWords(place);
+    if (kind(close) != CloseParen || kind(next(close)) != OpenBracket) return place;
+    place = next(close);
     while (kind(place) == OpenBracket) place = behind(place);
     return place;
 }

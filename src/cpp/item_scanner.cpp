@@ -196,15 +196,20 @@ std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, con
     if (heads_.oldStyleTail(open)) return function;
     const bool hasValue = followingKind == Assign && !hasCompleteTail(open, seen) && endsValue(following);
     if (findsMacros_ && hasValue && followsWord && !seen.sawOperator) return Item{Shape::Data, open, 0};
+    // HEAD(a, "b") "c";
+    const bool isOutside = context.scope == ItemContext::Scope::Outside;
+    if (findsMacros_ && isOutside && seen.isAlone() && endsInLiterals(following)) {
+        return Item{Shape::Statement, open, 0};
+    }
     // DECLARE_ALIGNED(8, int, a)[2] = {}
-    if (findsMacros_ && context.scope == ItemContext::Scope::Outside && seen.isAlone() && holdsElements(following)) {
+    if (findsMacros_ && isOutside && seen.isAlone() && holdsElements(following)) {
         return Item{Shape::Data, open, 0};
     }
     const bool isLater = startsLaterLine(following, close);
     const bool isQualified = name.text.find("::") != std::string_view::npos;
     const bool isSpecial = name.text.starts_with('~') || isQualified || name.text == context.className;
     if (seen.isAlone() && followsWord && !isSpecial && name.kind == Identifier) {
-        if (findsMacros_ && context.scope == ItemContext::Scope::Outside && isCommaAtLineEnd(following)) {
+        if (findsMacros_ && isOutside && isCommaAtLineEnd(following)) {
             return Item{Shape::Macro, following + 1, 0};
         }
         const bool beginsTail = isQualifier(followingKind) || followingKind == KeywordThrow ||

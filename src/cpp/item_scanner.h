@@ -66,6 +66,7 @@ private:
     bool holdsClassKey(Index open) const;
     Index behindMarkedType(Index type) const;
     bool isListOfPointers(Index inside) const;
+    bool endsInLiterals(Index place) const;
     bool opensWithLabel(Index place) const;
     bool endsWithValue(Index word) const;
     Index endOfAnnotations(Index place) const;

@@ -54,7 +54,7 @@ ItemScanner::Index ItemScanner::parametersOfArray(Index open) const {
     Index name = next(open);
     while (kind(name) == Asterisk || kind(name) == Ampersand) name = next(name);
     const Index list = next(name);
-    const bool isWhole = kind(name) == Identifier && kind(list) == OpenParen && behind(list) == close;
+    const bool isWhole = kind(name) == Identifier && kind(list) == OpenParen && behindTailWords(behind(list)) == close;
     return isWhole && heads_.hasBody(list) ? list : kNone;
 }
 
@@ -68,6 +68,13 @@ bool ItemScanner::holdsElements(Index place) const {
     if (kind(place) != OpenBracket || opensAttribute(place)) return false;
     while (kind(place) == OpenBracket) place = behind(place);
     return kind(place) == Assign && kind(next(place)) == OpenBrace;
+}
+
+// `"a" "b";`
+bool ItemScanner::endsInLiterals(Index place) const {
+    if (kind(place) != StringLiteral) return false;
+    while (kind(place) == StringLiteral) place = next(place);
+    return kind(place) == Semicolon;
 }
 
 // `{ public:`: no function's body begins so.

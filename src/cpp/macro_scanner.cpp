@@ -88,6 +88,8 @@ bool MacroScanner::isWordMacro(Index place) const {
     if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
     if (!startsLaterLine(following, place)) return false;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
+    const std::string_view below = tokens_.at(following).text;
+    if (below == "static_assert" || below == "_Static_assert") return true;
     if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
     return isCompleteDeclaration(following) || endsInWordMacros(following);
 }

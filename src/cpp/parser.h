@@ -176,7 +176,7 @@ private:
     bool opensInitializer(const TokenBuffer& tokens, const std::vector<Token>& declarator, Index previous) const;
     void passStatement(TokenBuffer& tokens);
     bool parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNode& declaration);
-    std::unique_ptr<ExprNode> parseInitialValue(TokenBuffer& tokens);
+    std::unique_ptr<ExprNode> parseInitialValue(TokenBuffer& tokens, bool isOfMacro);
     std::unique_ptr<ExprNode> parseCallInitializer(TokenBuffer& tokens);
     std::unique_ptr<ExprNode> parseBitField(TokenBuffer& tokens);
 
@@ -217,6 +217,7 @@ private:
     // Control statements (parser_control.cpp).
     std::unique_ptr<CtrlStmtNode> parseCtrlStmt(TokenBuffer& tokens);
     std::unique_ptr<CtrlStmtNode> parseMacroCtrlStmt(TokenBuffer& tokens);
+    void addBranches(TokenBuffer& tokens, CtrlStmtNode& statement);
     void parseIfChain(TokenBuffer& tokens, CtrlStmtNode& first);
     std::unique_ptr<CtrlSubStmtNode> parseCtrlSubStmt(TokenBuffer& tokens);
     std::unique_ptr<BlockNode> parseBody(TokenBuffer& tokens);

@@ -71,12 +71,31 @@ std::unique_ptr<CtrlStmtNode> Parser::parseCtrlStmt(TokenBuffer& tokens) {
             while (peekSignificant(tokens).kind == KeywordCatch) addPart();
             break;
         case KeywordDo:
+            addBranches(tokens, *statement);
             addPart();
             break;
         default:
             break;
     }
     return statement;
+}
+
+// do
+// #ifdef A
+//     b();
+// #else
+//     c();
+// #endif
+// while (d);
+void Parser::addBranches(TokenBuffer& tokens, CtrlStmtNode& statement) {
+    auto* part = as<CtrlSubStmtNode>(statement.children().back().get());
+    if (!keepsUnrecognized_ || !part || !part->body() || part->body()->hasBrackets()) return;
+    while (tokens.peekKind() == Directive && peekSignificant(tokens).kind != KeywordWhile) {
+        addTrivia(tokens, *part->body());
+        const Index start = tokens.place();
+        parseSingleStatement(tokens, *part->body());
+        if (tokens.place() == start) return;
+    }
 }
 
 // An "if" with its "else". Where that goes on with an "if", which is a statement inside the "else", the loop

@@ -145,6 +145,8 @@ LeafText textOf(TokenSpan tokens) {
     return text.take();
 }
 
+bool isCall(const IdNode* name) { return name && name->text().ends_with(')'); }
+
 template <typename Node>
 std::unique_ptr<Node> makeNode(TokenSpan tokens) {
     if (tokens.empty()) return nullptr;
@@ -248,7 +250,7 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNod
             tokens.next();
             return true;
         case Assign:
-            tail = parseInitialValue(tokens);
+            tail = parseInitialValue(tokens, !declaration.type() && isCall(declaration.name()));
             break;
         case OpenParen:
         case OpenBrace:
@@ -265,11 +267,12 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNod
     return true;
 }
 
-// "= ... ;", or "= { ... }" with a macro behind it
-std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
+// "= ... ;", or "= { ... }" with a macro behind it. Where macros make the declaration, `ITEM(a) = VALUE(b)`, the one that
+// ends it stands on a line of its own.
+std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens, bool isOfMacro) {
     Expression value;
-    const auto isBehindList = [&] {
-        return value.previous != TokenLinks::kNone && tokens.kindAt(value.previous) == CloseBrace;
+    const auto isBehind = [&](int kind) {
+        return value.previous != TokenLinks::kNone && tokens.kindAt(value.previous) == kind;
     };
     while (true) {
         skipTrivia(tokens);
@@ -283,7 +286,9 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens) {
             report(token.start, ExpectedDataEnd);
             return nullptr;
         }
-        if (keepsUnrecognized_ && isBehindList() && items(tokens).bringsSemicolon(tokens.place())) {
+        const bool isLater = isOfMacro && isBehind(CloseParen) && token.start.line > tokens.at(value.previous).end.line;
+        if (isLater && items(tokens).bringsSemicolon(tokens.place())) return value.makeLeaf();
+        if (keepsUnrecognized_ && isBehind(CloseBrace) && items(tokens).bringsSemicolon(tokens.place())) {
             takeToken(tokens, value);
             takeToken(tokens, value);
             return value.makeLeaf();
@@ -308,7 +313,7 @@ std::unique_ptr<ExprNode> Parser::parseCallInitializer(TokenBuffer& tokens) {
         passStatement(tokens);
         return nullptr;
     }
-    return parseInitialValue(tokens);
+    return parseInitialValue(tokens, false);
 }
 
 // ": 3, b : 4;"

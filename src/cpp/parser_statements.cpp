@@ -60,6 +60,8 @@ void Parser::parseSingleStatement(TokenBuffer& tokens, BlockNode& block) {
             parseLabelledStatement(tokens, block);
         } else if (token.kind == KeywordTypedef) {
             addOrdinaryDeclaration(tokens, block, Scope::Block);
+        } else if (keepsUnrecognized_ && startsAssembler(token) && tokens.peekKind(2) == OpenBrace) {
+            block.add(parseAsm(tokens));
         } else if (parseMacroStatement(tokens, block)) {
             return;
         } else if (startsData(token.kind) ||

@@ -1,6 +1,7 @@
 #include "cpp/token_view.h"
 
 #include "cpp/token_kind.h"
+#include "cpp/token_sets.h"
 #include "cpp/words.h"
 
 namespace Cpp {
@@ -31,6 +32,13 @@ bool TokenView::endsWithAssign(Index openParen) const {
 bool TokenView::promisesNoThrow(Index place) const {
     const bool isReference = kind(place) == Ampersand || kind(place) == LogicalAnd;
     return tokens_.at(isReference ? next(place) : place).text == "noexcept";
+}
+
+TokenView::Index TokenView::behindTailWords(Index place) const {
+    while (isQualifier(kind(place))) place = next(place);
+    if (!promisesNoThrow(place)) return kind(place) == Ampersand || kind(place) == LogicalAnd ? next(place) : place;
+    place = next(tokens_.at(place).text == "noexcept" ? place : next(place));
+    return kind(place) == OpenParen ? behind(place) : place;
 }
 
 bool TokenView::opensAttribute(Index place) const {

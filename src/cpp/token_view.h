@@ -25,6 +25,8 @@ public:
     bool endsWithAssign(Index openParen) const;
     // Whether a "noexcept" stands behind parameters: `f() noexcept`, `f() & noexcept`.
     bool promisesNoThrow(Index place) const;
+    // Behind what else stands with parameters in a declarator: `f() const& noexcept(true)`.
+    Index behindTailWords(Index place) const;
     // Whether the "[" is one of "[[", with its "]]".
     bool opensAttribute(Index place) const;
 

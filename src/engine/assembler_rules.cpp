@@ -1,4 +1,7 @@
 // asm volatile ( "nop" : "=r" (a),"=r" (b) );    →    asm volatile("nop" : "=r" (a), "=r" (b));
+#include <algorithm>
+#include <string>
+
 #include "cpp/lexer.h"
 #include "cpp/token_sets.h"
 #include "engine/columns.h"
@@ -7,6 +10,8 @@
 #include "engine/opaque_text.h"
 
 namespace Tessel {
+
+using Zelmor::IndentScope;
 
 namespace {
 
@@ -45,6 +50,33 @@ bool indentsLinesFrom(int column, std::string_view statement, int tabSize) {
     return true;
 }
 
+template <typename Visitor>
+void forEachLine(std::string_view text, const Visitor& visit) {
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        visit(text.substr(start, end - start));
+        start = end + 1;
+    }
+}
+
+// That of the line that is indented least, but for labels.
+int columnOfInstructions(std::string_view block, int tabSize) {
+    int least = kRightmostIndent;
+    forEachLine(block, [&](std::string_view line) {
+        const std::string_view text = trim(line);
+        const int column = columnAfter(leadingBlanks(line), 0, tabSize);
+        if (!text.empty() && !text.ends_with(':')) least = std::min(least, column);
+    });
+    return least == kRightmostIndent ? 0 : least;
+}
+
+// A "{" with lines behind it, up to a "}" in a line of its own, that holds no directive.
+bool isPlainBlock(std::string_view block) {
+    const bool isWhole = block.ends_with('}') && block.find('#') == block.npos && !holdsLinesOfLiteral(block);
+    return isWhole && isLineBreak(trailingBlanks(block.substr(0, block.size() - 1))) &&
+           block.find('\n') < block.find_last_not_of(" \t\n}");
+}
+
 }  // namespace
 
 // Assembler has a grammar of its own, in which line ends count. A statement without a ";" or a block goes as far as
@@ -54,6 +86,10 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
     copyUpTo(*statement);
     const std::string_view text = writer_.readThrough(statement->end());
     const std::size_t bracket = text.find_first_of("({");
+    if (bracket != text.npos && text[bracket] == '{' && isPlainBlock(text.substr(bracket))) {
+        writeAssemblerBlock(text.substr(0, bracket), text.substr(bracket + 1));
+        return writer_.keepLineEndBehind();
+    }
     const bool isInParentheses = bracket != std::string_view::npos && text[bracket] == '(';
     const bool isLaidOut = settings_.formatsOtherGaps && keepsLines() && isInParentheses &&
                            !holdsLinesOfLiteral(text) && holdsOperands(text) &&
@@ -67,6 +103,28 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
     }
     const char last = writer_.peekBehind();
     if (last != ';' && last != '}') writer_.keepLineEndBehind();
+}
+
+// Its lines keep their places among each other.
+void CppFormatter::writeAssemblerBlock(std::string_view head, std::string_view rest) {
+    writer_.write(head);
+    const std::size_t close = rest.size() - 1;
+    const std::size_t lineEnd = rest.find('\n');
+    const std::string_view block = trimRight(rest.substr(lineEnd + 1, close - lineEnd - 1));
+    out().write("{");
+    writer_.write(trimRight(rest.substr(0, lineEnd)));
+    const int tabSize = out().tabSize();
+    const int base = indentColumn();
+    const int shift = columnAfter(settings_.functions.indent.text, base, tabSize) - columnOfInstructions(block, tabSize);
+    forEachLine(block, [&](std::string_view line) {
+        const std::string_view blanks = leadingBlanks(line);
+        out().write("\n");
+        if (blanks.size() == line.size()) return;
+        IndentScope indent(out(), indentToColumn(out(), std::max(columnAfter(blanks, 0, tabSize) + shift, base)));
+        out().startLine();
+        Tessel::writeRendered(trimRight(line.substr(blanks.size())), out());
+    });
+    out().write("\n}");
 }
 
 }  // namespace Tessel

@@ -1,6 +1,7 @@
 #include "engine/conditional_bodies.h"
 
 #include <string_view>
+#include <utility>
 
 #include "cpp/directive_text.h"
 #include "cpp/lexer.h"
@@ -53,6 +54,13 @@ bool opensChoice(const Cpp::SyntaxNode& node, const Zelmor::TextDocument& source
     return part && groupsOpened(gapBehindHead(*part, source)) > 0;
 }
 
+// Whether the statement, or the declaration, has its end behind the "#if" of a choice.
+bool opensEnds(const Cpp::SyntaxNode& node, const Zelmor::TextDocument& source) {
+    if (!Cpp::as<Cpp::DataDeclNode>(&node) && !Cpp::as<Cpp::ExprNode>(&node)) return false;
+    const std::size_t start = offsetOf(source, node.start()) - 1;
+    return groupsOpened(source.text().substr(start, offsetOf(source, node.end()) - start)) > 0;
+}
+
 }  // namespace
 
 bool repeatsHead(const Cpp::CtrlSubStmtNode& part, const Zelmor::TextDocument& source) {
@@ -61,9 +69,13 @@ bool repeatsHead(const Cpp::CtrlSubStmtNode& part, const Zelmor::TextDocument& s
 }
 
 bool ConditionalBodies::isBody(const Cpp::SyntaxNode& node) {
+    const Cpp::SyntaxNode* const previous = std::exchange(previous_, &node);
     if (const auto* directive = Cpp::as<Cpp::PreprocDirectiveNode>(&node)) {
-        const bool goesOn = state_ == State::BehindBody && Cpp::directiveStartsWith(directive->text(), kGoesOn);
+        const bool isOther = Cpp::directiveStartsWith(directive->text(), kGoesOn);
+        if (isOther && state_ == State::Outside) isEnd_ = previous && opensEnds(*previous, source_);
+        const bool goesOn = isOther && (state_ == State::BehindBody || isEnd_);
         state_ = goesOn ? State::BehindDirective : State::Outside;
+        isEnd_ = isEnd_ && goesOn;
         return false;
     }
     if (Cpp::as<Cpp::CommentNode>(&node)) return state_ == State::BehindDirective;

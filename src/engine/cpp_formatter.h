@@ -168,6 +168,7 @@ private:
     const OptionalText& afterOpenOf(const BraceSettings& braces);
     bool writesCallOfStatements(const Cpp::KeptNode& item);
     void writeAsBlock(const Cpp::SyntaxNode& node);
+    void writeAssemblerBlock(std::string_view head, std::string_view rest);
     void writeLinesAsBlock(std::string_view text);
     void writeRequiresClause(Cpp::ExprNode& clause);
     void copyPackDots(std::string_view gap);

@@ -217,7 +217,9 @@ void CppFormatter::formatContent(Cpp::InteriorNode& node, Cpp::InteriorNode::ite
         if (child >= commentsEnd) commentsEnd = findEndOfComments(child, node.childEnd());
         std::optional<IndentScope> further;
         if (settings_.keepsUnrecognized && furtherNodes.contain(child, !out().keepLeadingSpace())) {
-            further.emplace(out(), indentToColumn(out(), indentColumn()) + settings_.indentOfBody(false));
+            const OptionalText& step = furtherNodes.bodies.isEnd() ? exprFormatter_.settings().hanging.wrap
+                                                                   : settings_.indentOfBody(false);
+            further.emplace(out(), indentToColumn(out(), indentColumn()) + step);
         }
         const auto* block = Cpp::as<Cpp::BlockNode>(child->get());
         const bool isLabelBlock =
