@@ -69,11 +69,24 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
     writeCode(start);
     sides_.passUpTo(std::size_t{token.offset} + token.length);
     const std::string_view text = result_.substr(start, sides_.resultPlace() - start);
+    if (comments_ && token.kind == Cpp::Directive) addCommentOf(token, start, text);
     if (!Cpp::isComment(token.kind) || isSplice(text)) return copyTo(sides_.resultPlace());
     if (comments_ && token.kind == Cpp::LineComment) comments_->add(out_, token.offset);
     if (comments_ && alignsBlock(text)) comments_->addBlock(out_, token.offset);
     writeComment(text);
     copied_ = sides_.resultPlace();
+}
+
+// The comment that ends the directive is part of it, and stays where it is; others may go on with it.
+void LineEnds::addCommentOf(const Cpp::OpaqueToken& directive, std::size_t start, std::string_view text) {
+    const std::size_t comment = text.find("/*", text.rfind('\n') + 1);
+    const bool endsDirective = comment != std::string_view::npos && text.find("*/", comment) == text.size() - 2;
+    if (!endsDirective || comment == 0) return;
+    const std::string_view source = trimRight(source_.substr(directive.offset, directive.length));
+    const std::size_t length = text.size() - comment;
+    if (!source.ends_with(text.substr(comment))) return;
+    copyTo(start + comment);
+    comments_->addBlock(out_, directive.offset + source.size() - length);
 }
 
 // Whether the comment ends its only line, and may move.

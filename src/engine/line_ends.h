@@ -41,6 +41,7 @@ private:
     bool isLiteralOnLine(const Cpp::OpaqueToken& token) const;
     void passRegions(std::size_t offset);
     void writeToken(const Cpp::OpaqueToken& token);
+    void addCommentOf(const Cpp::OpaqueToken& directive, std::size_t start, std::string_view text);
     bool alignsBlock(std::string_view comment) const;
     void writeCode(std::size_t end);
     void writeGap(std::string_view gap, bool isSpliced);
