@@ -229,6 +229,9 @@ void CppFormatter::writeTailGap(const Cpp::DataDeclNode& declaration, std::strin
     if (isInitializer(tail) && column != columns_.initializers.end()) {
         padInitializer(declaration, gap, column->second, name, isAligned);
     } else if (keepsBreak(gap, kAsInInput)) {
+        // Lines of values stand in their braces as statements do.
+        const bool endsLine = tail.startsWith('{') && isLineBreak(leadingBlanks(sourceFrom(tail).substr(1)));
+        if (endsLine && hangsLines()) return writeKeptBreakAt(gap, baseColumn());
         writeKeptBreak(gap);
     } else if (tail.startsWith(':')) {
         replace(settings_.aroundBitFieldColon);

@@ -41,6 +41,7 @@ void CppExprFormatter::openGroup(Run& run) {
         default: group.kind = Group::Kind::InnerBraces;
     }
     if (group.isBraced()) {
+        group.line = lineEndedBy(run, run.previous);
         const bool keepsLines =
             !settings_.commas.elements.behind.present || settings_.commas.elements.behind.hasLineFeed();
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
@@ -58,6 +59,14 @@ void CppExprFormatter::openGroup(Run& run) {
     run.after = afterOpen(group);
     if (group.holdsValues) run.after = inListBraces(run, group, run.after);
     run.groups.push_back(std::move(group));
+}
+
+// The line of the "{" written last, where it ends that in the source.
+FirstLine CppExprFormatter::lineEndedBy(const Run& run, std::size_t open) const {
+    const std::size_t following = open + 1;
+    const bool endsLine = following < run.tokens.size() && run.tokens[following].start.line > run.tokens[open].start.line;
+    if (!endsLine || !keptIndent_.isWanted()) return {};
+    return {sourceColumns().columnOfLine(run.text.substr(run.tokens[open].offset)), textColumnOf(run.out()), -1};
 }
 
 // At the "{" written last: whether its initializer, which stands on one line, does so here too.

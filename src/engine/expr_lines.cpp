@@ -58,10 +58,12 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
-    if (run.sourceHanging) run.firstLine.hanging = run.sourceHanging->columnFor(place);
+    const bool isInBraces = !run.groups.empty() && run.groups.back().line.source >= 0;
+    FirstLine line = isInBraces ? run.groups.back().line : run.firstLine;
+    if (run.sourceHanging) line.hanging = run.sourceHanging->columnFor(place);
     return closesBracket(run.tokens, place) || isAssignedFurther(run, place)
-               ? keptIndent_.columnBelowFirst(run.firstLine, gap, hanging)
-               : keptIndent_.columnFor(run.firstLine, gap, hanging);
+               ? keptIndent_.columnBelowFirst(line, gap, hanging)
+               : keptIndent_.columnFor(line, gap, hanging);
 }
 
 int CppExprFormatter::hangingColumn(const Run& run) const {

@@ -79,9 +79,9 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
 
 // The comment that ends the directive is part of it, and stays where it is; others may go on with it.
 void LineEnds::addCommentOf(const Cpp::OpaqueToken& directive, std::size_t start, std::string_view text) {
-    const std::size_t comment = text.find("/*", text.rfind('\n') + 1);
+    const std::size_t comment = text.find("/*");
     const bool endsDirective = comment != std::string_view::npos && text.find("*/", comment) == text.size() - 2;
-    if (!endsDirective || comment == 0) return;
+    if (!endsDirective || comment == 0 || text.find('\n') != std::string_view::npos) return;
     const std::string_view source = trimRight(source_.substr(directive.offset, directive.length));
     const std::size_t length = text.size() - comment;
     if (!source.ends_with(text.substr(comment))) return;

@@ -10,6 +10,7 @@
 #include "engine/directive_parts.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
+#include "engine/shown_width.h"
 #include "engine/token_boundary.h"
 #include "scheme/extension_keys.h"
 #include "textstream/otext_doc_buf.h"
@@ -73,7 +74,7 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
     const bool haveSplices = !lines.empty() && before.size() == lines.size() && areSplices(directive, lines.size());
     if (!haveSplices) return std::string(text);
     const auto endOf = [&](const SplicedLine& line) {
-        return columnAfter(line.text, line.isFirst ? firstColumn : 0, layout_.tabSize);
+        return shownColumnAfter(line.text, line.isFirst ? firstColumn : 0, layout_.tabSize);
     };
     const auto spliceOf = [&](const SplicedLine& line) { return columnAfter(line.blanks, endOf(line), layout_.tabSize); };
     int widest = 0;
