@@ -8,46 +8,13 @@
 
 #include <algorithm>
 
+#include "cpp/item_progress.h"
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "cpp/words.h"
 
 namespace Cpp {
-
-// What has been read of a declaration.
-struct ItemScanner::Progress {
-    Index start = kNone;     // the first token
-    Index previous = kNone;  // the last token that is no comment
-    Index second = kNone;    // the one in front of that, but for what stands in brackets
-    Index third = kNone;     // and the one in front of the second
-    int typeWords = 0;       // words in front of the last one that are no specifiers
-    int lastWords = 0;       // 1 when the last word may be the name, or a part of the type
-    int wordsBehindKey = 0;  // since the class key
-    bool sawOperator = false;
-    bool sawEnum = false;
-    bool sawTypedef = false;
-    bool sawClassKey = false;
-    bool sawColon = false;
-    bool followsType = false;  // of ItemContext
-    HeadTail tail;             // behind the last parentheses that have been looked behind
-
-    void takeWord(int kind) {
-        if (isStorageWord(kind)) return;
-        typeWords += lastWords;
-        lastWords = 1;
-        ++wordsBehindKey;
-    }
-    // The last word and its argument are a specifier.
-    void takeSpecifier() { lastWords = 0; }
-    void pass(Index place) {
-        third = second;
-        second = previous;
-        previous = place;
-    }
-    // Only specifiers stand in front of the name.
-    bool isAlone() const { return typeWords == 0 && !sawOperator; }
-};
 
 // A ";" or a brace ends a declaration even where a "<" before it found no ">": it was a comparison then.
 Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index& noBraceBefore) const {
@@ -146,152 +113,6 @@ bool ItemScanner::makesClass(Index end) const {
     return kind(end) == OpenBrace && links_.holdsStatements(end) && tokens_.at(behind(end)).text == ";";
 }
 
-// The role of a group in parentheses. Nothing when it is part of what stands in front of the declared name,
-// or of a class's name or bases.
-std::optional<Item> ItemScanner::scanParenthesis(Index open, Progress& seen, const ItemContext& context) const {
-    using Shape = Item::Shape;
-    const Item function{Shape::Function, open, open};
-    const Index close = links_.closing(open);
-    if (close == kNone) return function;
-    const bool followsWord = seen.previous != kNone && isWord(kind(seen.previous));
-    const Trn::Token name = followsWord ? tokens_.at(seen.previous) : Trn::Token();
-    if (followsWord && takesArgument(name)) return std::nullopt;
-    if (findsMacros_ && name.text.starts_with("__") && marksItem(open)) return std::nullopt;
-    if (findsMacros_ && followsWord && endsWithAssign(open)) return Item{Shape::Data, open, 0};
-    if (seen.sawColon) {
-        if (seen.sawClassKey || seen.sawEnum) return std::nullopt;
-        return Item{Shape::Data, open, 0};
-    }
-    const Index following = next(close);
-    const int followingKind = kind(following);
-    if (findsMacros_ && followingKind == Colon && makesClass(following)) return std::nullopt;
-    if (findsMacros_ && seen.isAlone() && opensWithLabel(following)) return std::nullopt;
-    if (findsMacros_ && followingKind == Semicolon && holdsMarkedName(open) && followsTypedName(seen)) {
-        return Item{Shape::Data, open, 0};
-    }
-    const bool endsItem = followingKind == Semicolon || followingKind == Assign;
-    if (findsMacros_ && endsItem && kind(next(open)) == Ampersand && followsMacroOfName(seen)) {
-        return Item{Shape::Data, open, 0};
-    }
-    if (opensPointerDeclarator(open, following, seen)) {
-        const Index inside = findsMacros_ ? parametersOfArray(open) : kNone;
-        if (inside != kNone) return Item{Shape::Function, open, inside};
-        return declaresFunction(open) ? Item{Shape::Function, open, following}
-                                      : Item{Shape::FunctionPointer, open, 0};
-    }
-    if (holdsClassKey(open) && followingKind == Identifier) return std::nullopt;
-    const bool isInClassName = seen.sawClassKey && seen.wordsBehindKey <= 1;
-    if (isInClassName &&
-        (followingKind == Identifier || followingKind == OpenBrace || followingKind == Colon)) {
-        return std::nullopt;
-    }
-    if (followingKind == OpenParen) {
-        if (const Index end = behindMacroOfHeader(open, seen); end != kNone) return Item{Shape::Macro, end, 0};
-        return heads_.hasBody(following) ? Item{Shape::Function, open, following}
-                                         : Item{Shape::FunctionPointer, open, 0};
-    }
-    // int *f(int) attribute((pure)), *g(int);
-    const bool mayBeFirst = name.kind == Identifier && seen.typeWords > 0 && !seen.sawOperator;
-    if (findsMacros_ && mayBeFirst && kind(behindCalls(following)) == Comma) return Item{Shape::Data, open, 0};
-    if (heads_.oldStyleTail(open)) return function;
-    const bool hasValue = followingKind == Assign && !hasCompleteTail(open, seen) && endsValue(following);
-    if (findsMacros_ && hasValue && followsWord && !seen.sawOperator) return Item{Shape::Data, open, 0};
-    // HEAD(a, "b") "c";
-    const bool isOutside = context.scope == ItemContext::Scope::Outside;
-    if (findsMacros_ && isOutside && seen.isAlone() && endsInLiterals(following)) {
-        return Item{Shape::Statement, open, 0};
-    }
-    // DECLARE_ALIGNED(8, int, a)[2] = {}
-    if (findsMacros_ && isOutside && seen.isAlone() && holdsElements(following)) {
-        return Item{Shape::Data, open, 0};
-    }
-    const bool isLater = startsLaterLine(following, close);
-    const bool isQualified = name.text.find("::") != std::string_view::npos;
-    const bool isSpecial = name.text.starts_with('~') || isQualified || name.text == context.className;
-    if (seen.isAlone() && followsWord && !isSpecial && name.kind == Identifier) {
-        if (findsMacros_ && isOutside && isCommaAtLineEnd(following)) {
-            return Item{Shape::Macro, following + 1, 0};
-        }
-        const bool beginsTail = isQualifier(followingKind) || followingKind == KeywordThrow ||
-                                followingKind == KeywordTry || (findsMacros_ && promisesNoThrow(following));
-        const bool isTail = beginsTail && hasCompleteTail(open, seen);
-        const bool endsHere = followingKind == CloseBrace || followingKind == Trn::kEndKind;
-        const bool beginsItem = isWord(followingKind) || opensAttribute(following);
-        // EXPORT(int)
-        // f(int a) PURE;
-        const bool isTyped = followsMacroCall(seen.start) && !isUpperCase(name.text);
-        // module_exit(stop)
-        // LICENSE("GPL");
-        const bool isMacroBelow = isLater && kind(next(following)) == OpenParen;
-        if (findsMacros_ && isTyped && !isMacroBelow && endOfAnnotations(following) != kNone) return function;
-        // static DEFINE(name)
-        //     aligned(64);
-        const bool followsStorage = seen.second != kNone && isStorageWord(kind(seen.second));
-        const bool isBelow = isLater && macros_.isIndentedFrom(seen.previous, following);
-        const bool isBehind = !isLater && tokens_.at(following).text.starts_with("__");
-        if (findsMacros_ && (followsStorage || isBelow || isBehind) && endsWithValue(following)) return function;
-        // extern EXPORT(int)
-        // f(int a);
-        const bool declaresFunctionBelow =
-            kind(next(following)) == OpenParen && kind(behind(next(following))) != OpenParen;
-        const bool namesType =
-            findsMacros_ && followsStorage && kind(seen.second) == KeywordExtern && declaresFunctionBelow;
-        const bool goesOn = (isBelow && endsInAnnotations(following)) || (namesType && beginsItem);
-        const bool endsLine = isLater && beginsItem && !beginsBases(following) && !goesOn;
-        if (findsMacros_ && (endsHere || (endsLine && !isTail))) {
-            return Item{Shape::Macro, close + 1, 0};
-        }
-        const bool isMark = followingKind == Asterisk || followingKind == Ampersand;
-        const bool continuesType =
-            isMark || ((!isLater || goesOn) && isWord(followingKind)) || beginsBases(following);
-        if (continuesType && !isTail) {
-            const bool isTailWord =
-                followingKind == Identifier && kind(behindAnnotations(next(following))) == OpenBrace;
-            if (!isTailWord) return std::nullopt;
-        }
-        return function;
-    }
-    const bool namesMacro = followsWord && isUpperCase(name.text);
-    // const int PRIVATE(sizes)[] = {}
-    const bool namesArrayOf = namesMacro && followingKind == OpenBracket && !opensAttribute(following);
-    if (findsMacros_ && namesArrayOf && !seen.sawOperator) return Item{Shape::Data, open, 0};
-    // API STACK_OF(int) *f(int a);
-    if (findsMacros_ && namesMacro && followingKind == Asterisk && marksFunction(following)) return std::nullopt;
-    // COMMON_HEADER BUFFER_INFO(u8)
-    // u32 length;
-    const bool mayEndMacros = followsWord && (namesMacro || name.text.starts_with("__"));
-    const bool endsMacros = mayEndMacros && isLater && (followsMacro(seen) || followsNamesOnLines(seen));
-    if (findsMacros_ && endsMacros && !macros_.isIndentedFrom(seen.previous, following) &&
-        macros_.isCompleteDeclaration(following)) {
-        return Item{Shape::Macro, close + 1, 0};
-    }
-    const Trn::Token word = tokens_.at(following);
-    const bool endsData = followingKind == Semicolon || (word.kind == Identifier && isUpperCase(word.text));
-    const bool holdsParameters = kind(next(open)) == OpenParen;
-    if (findsMacros_ && endsData && !holdsParameters && followsDeclaredName(seen)) return Item{Shape::Data, open, 0};
-    if (findsMacros_ && namesMacro && beginsBases(following)) return std::nullopt;
-    // char aligned(16) bytes[] = {}
-    const bool namesArray = word.kind == Identifier && kind(next(following)) == OpenBracket;
-    if (findsMacros_ && namesArray && !opensAttribute(next(following))) return std::nullopt;
-    const bool namesFunction = word.kind == Identifier && kind(next(following)) == OpenParen;
-    if (namesMacro && isLater && namesFunction && heads_.hasBody(next(following))) return std::nullopt;
-    // void PRINTF(1, 2)
-    // log(const char *format, ...);
-    const bool isDeclared = followsType(seen) && kind(behind(next(following))) == Semicolon;
-    const bool isPlainName = !isUpperCase(word.text) && !word.text.starts_with("__");
-    if (findsMacros_ && namesMacro && isLater && namesFunction && isDeclared && isPlainName) return std::nullopt;
-    // int size PARAMS((int a)) pure_function;
-    const bool isMacroOfList =
-        findsMacros_ && holdsParameters && seen.typeWords > 1 && kind(next(following)) == Semicolon;
-    if (namesMacro && !isLater && !isMacroOfList &&
-        (isTypeWord(word.kind) || (word.kind == Identifier && !isUpperCase(word.text)))) {
-        const bool isTailWord = isQualifier(word.kind) || word.text == "noexcept" ||
-                                word.text == "override" || word.text == "final" || word.text == "requires";
-        if (!isTailWord) return std::nullopt;
-    }
-    return function;
-}
-
 // Behind an element of a list that another file has the braces of:
 //
 //     DEVICE(0x04cb, "camera"),
@@ -323,19 +144,16 @@ bool ItemScanner::followsDeclaredName(const Progress& seen) const {
            isMacroBehindName(tokens_.at(seen.third), tokens_.at(seen.second), tokens_.at(seen.previous));
 }
 
-// Whether nothing but a macro stands in front of the last word, on its line, or a name on a line of its own.
-bool ItemScanner::followsMacro(const Progress& seen) const {
-    if (seen.typeWords != 1 || seen.second == kNone) return false;
-    const Trn::Token word = tokens_.at(seen.second);
-    return word.kind == Identifier && (isUpperCase(word.text) || startsLaterLine(seen.previous, seen.second));
-}
-
-// The same of names that stand on a line each.
-bool ItemScanner::followsNamesOnLines(const Progress& seen) const {
+// Whether macros and specifiers alone stand in front of the last word, each macro on a line of its own or in upper case.
+bool ItemScanner::followsMacros(const Progress& seen) const {
+    bool sawMacro = false;
     for (Index place = seen.start; place < seen.previous; place = next(place)) {
-        if (kind(place) != Identifier || !startsLaterLine(next(place), place)) return false;
+        if (isStorageWord(kind(place))) continue;
+        const bool endsLine = startsLaterLine(next(place), place);
+        if (kind(place) != Identifier || (!endsLine && !isUpperCase(tokens_.at(place).text))) return false;
+        sawMacro = true;
     }
-    return seen.start < seen.previous;
+    return sawMacro;
 }
 
 // Whether a pointer mark or a type that is built in stands in front of the last word.

@@ -43,7 +43,10 @@ public:
 
 private:
     struct Progress;
+    class Group;
 
+    // The role of a group in parentheses. Nothing when it is part of what stands in front of the declared name, or of
+    // a class's name or bases.
     std::optional<Item> scanParenthesis(Index open, Progress& seen, const ItemContext& context) const;
     bool opensPointerDeclarator(Index open, Index behindGroup, const Progress& seen) const;
     bool declaresFunction(Index open) const;
@@ -51,8 +54,7 @@ private:
     bool marksItem(Index open) const;
     bool holdsElements(Index place) const;
     bool followsDeclaredName(const Progress& seen) const;
-    bool followsMacro(const Progress& seen) const;
-    bool followsNamesOnLines(const Progress& seen) const;
+    bool followsMacros(const Progress& seen) const;
     bool followsType(const Progress& seen) const;
     Index behindMacroOfHeader(Index open, const Progress& seen) const;
     bool isCommaAtLineEnd(Index place) const;
