@@ -69,7 +69,8 @@ bool RoleFinder::endsTypeOfMacro(std::size_t place) const {
 
 // The parameter `const LIST_OF(A) *a`.
 bool RoleFinder::followsTypeOfMacro(std::size_t place) const {
-    const bool isParameter = readsTypes_ && mode_ == ExprMode::Declaration && outer_.empty();
+    const bool isStatement = tokens_.back().kind == Cpp::Semicolon;
+    const bool isParameter = readsTypes_ && mode_ == ExprMode::Declaration && outer_.empty() && !isStatement;
     if (!isParameter || previousRole() != ExprRole::GroupClose) return false;
     const std::size_t open = tokens_[previous_].partner;
     if (open == kNoToken || open == 0) return false;
