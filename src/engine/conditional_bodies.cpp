@@ -54,9 +54,12 @@ bool opensChoice(const Cpp::SyntaxNode& node, const Zelmor::TextDocument& source
     return part && groupsOpened(gapBehindHead(*part, source)) > 0;
 }
 
+bool mayOpenEnds(const Cpp::SyntaxNode& node) {
+    return Cpp::as<Cpp::DataDeclNode>(&node) || Cpp::as<Cpp::ExprNode>(&node);
+}
+
 // Whether the statement, or the declaration, has its end behind the "#if" of a choice.
 bool opensEnds(const Cpp::SyntaxNode& node, const Zelmor::TextDocument& source) {
-    if (!Cpp::as<Cpp::DataDeclNode>(&node) && !Cpp::as<Cpp::ExprNode>(&node)) return false;
     const std::size_t start = offsetOf(source, node.start()) - 1;
     return groupsOpened(source.text().substr(start, offsetOf(source, node.end()) - start)) > 0;
 }
@@ -71,8 +74,9 @@ bool repeatsHead(const Cpp::CtrlSubStmtNode& part, const Zelmor::TextDocument& s
 bool ConditionalBodies::isBody(const Cpp::SyntaxNode& node) {
     const Cpp::SyntaxNode* const previous = std::exchange(previous_, &node);
     if (const auto* directive = Cpp::as<Cpp::PreprocDirectiveNode>(&node)) {
-        const bool isOther = Cpp::directiveStartsWith(directive->text(), kGoesOn);
-        if (isOther && state_ == State::Outside) isEnd_ = previous && opensEnds(*previous, source_);
+        const bool mayGoOn = state_ == State::BehindBody || (previous && mayOpenEnds(*previous));
+        const bool isOther = mayGoOn && Cpp::directiveStartsWith(directive->text(), kGoesOn);
+        if (isOther && state_ == State::Outside) isEnd_ = opensEnds(*previous, source_);
         const bool goesOn = isOther && (state_ == State::BehindBody || isEnd_);
         state_ = goesOn ? State::BehindDirective : State::Outside;
         isEnd_ = isEnd_ && goesOn;

@@ -159,6 +159,7 @@ private:
     PropertySet schemeOfDirectives() const;
     // Marks, and brackets with what they hold.
     void writeMarks(Run& run);
+    std::string columnOfName(const Run& run, std::size_t end) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
     bool holdsFlushRows(const Run& run) const;

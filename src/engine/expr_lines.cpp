@@ -58,7 +58,8 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
-    const bool isInBraces = !run.groups.empty() && run.groups.back().line.source >= 0;
+    // A brace no further than the first line is out of its place: lines go by that one.
+    const bool isInBraces = !run.groups.empty() && run.groups.back().line.source > run.firstLine.source;
     FirstLine line = isInBraces ? run.groups.back().line : run.firstLine;
     if (run.sourceHanging) line.hanging = run.sourceHanging->columnFor(place);
     return closesBracket(run.tokens, place) || isAssignedFurther(run, place)

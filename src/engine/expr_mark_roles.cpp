@@ -67,8 +67,25 @@ bool RoleFinder::endsTypeOfMacro(std::size_t place) const {
     return place >= tokens_.size();
 }
 
+// The parameter `const LIST_OF(A) *a`.
+bool RoleFinder::followsTypeOfMacro(std::size_t place) const {
+    const bool isStatement = tokens_.back().kind == Cpp::Semicolon;
+    const bool isParameter = readsTypes_ && mode_ == ExprMode::Declaration && outer_.empty() && !isStatement;
+    if (!isParameter || previousRole() != ExprRole::GroupClose) return false;
+    const std::size_t open = tokens_[previous_].partner;
+    if (open == kNoToken || open == 0) return false;
+    std::size_t word = open - 1;
+    if (kindAt(tokens_, word) != Cpp::Identifier || !Cpp::isUpperCase(tokens_[word].text())) return false;
+    while (word > 0 && Cpp::isWord(kindAt(tokens_, word - 1))) --word;
+    std::size_t name = nextPlace(tokens_, place);
+    while (isPointerMark(kindAt(tokens_, name)) || Cpp::isQualifier(kindAt(tokens_, name))) {
+        name = nextPlace(tokens_, name);
+    }
+    return word == 0 && kindAt(tokens_, name) == Cpp::Identifier && endsDeclaredName(nextPlace(tokens_, name));
+}
+
 bool RoleFinder::isMark(std::size_t place) const {
-    if (endsTypeOfMacro(place)) return true;
+    if (endsTypeOfMacro(place) || followsTypeOfMacro(place)) return true;
     if (readsTypes_ && Cpp::isQualifier(previousKind())) return true;
     // `using A = TYPE(B) *;`
     if (kindAt(tokens_, nextPlace(tokens_, place)) == Cpp::Semicolon) return true;

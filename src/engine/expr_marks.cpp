@@ -2,6 +2,7 @@
 #include "cpp/token_sets.h"
 #include "engine/expr_run.h"
 #include "engine/operator_kinds.h"
+#include "scheme/extension_keys.h"
 
 namespace Tessel {
 
@@ -54,6 +55,8 @@ void CppExprFormatter::writeMarks(Run& run) {
         writeGapBefore(run);
     } else if (marks.anchor == kAnchoredToType && !joinsName) {
         run.sweep.writeGapWith(marks.against);
+    } else if (const std::string column = toName && isNamed ? columnOfName(run, end) : std::string(); !column.empty()) {
+        run.sweep.writeGapWith(WantedText(column, Keys::KEEP_COLUMNS));
     } else if (isNamed || marks.gap.present) {
         run.sweep.writeGapWith(apart);
     } else {
@@ -70,6 +73,19 @@ void CppExprFormatter::writeMarks(Run& run) {
     run.after = nullptr;
     if (isAnchored && isNamed) run.after = toName ? &marks.against : &apart;
     if (isAnchored && endsReturnType) run.after = &kNothing;
+}
+
+// `T *   a`, where the name stands in a column: the blanks in front of marks that come to stand against it. Empty where
+// there is none.
+std::string CppExprFormatter::columnOfName(const Run& run, std::size_t end) const {
+    if (!keepsColumns()) return {};
+    const std::size_t start = run.tokens[end - 1].end();
+    const std::size_t next = end < run.tokens.size() ? std::size_t{run.tokens[end].offset} : run.text.size();
+    const std::string_view behind = run.text.substr(start, next - start);
+    const std::string_view ahead = run.sweep.gap();
+    const auto areSpaces = [](std::string_view gap) { return gap.find_first_not_of(' ') == gap.npos; };
+    if (behind.size() < 2 || !areSpaces(behind) || !areSpaces(ahead)) return {};
+    return std::string(ahead.size() + behind.size(), ' ');
 }
 
 // The white space between the type and the name that follows the text.

@@ -73,6 +73,7 @@ private:
     bool followsType() const;
     bool closesTypeWord(std::size_t place) const;
     bool endsTypeOfMacro(std::size_t place) const;
+    bool followsTypeOfMacro(std::size_t place) const;
     bool isMark(std::size_t place) const;
     bool opensParameters(std::size_t open) const;
     bool endsDeclarator(std::size_t place) const;

@@ -40,6 +40,7 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     const std::string_view code = written.substr(lineStart, comment.gapStart - lineStart);
     comment.codeEnd = shownColumnAfter(code, 0, columns_.tabSize);
     comment.column = shownColumnAfter(written.substr(comment.gapStart), comment.codeEnd, columns_.tabSize);
+    comment.closesBody = trimLeft(code) == "}";
     comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
     return comment;
 }
@@ -127,6 +128,8 @@ bool TrailingComments::isInNextLine(std::string_view written) const {
 // code is laid out.
 bool TrailingComments::standsInColumn(const Comment& comment) const {
     const Comment& last = last_.back();
+    const bool endBodies = comment.closesBody && last.closesBody && comment.codeEnd != last.codeEnd;
+    if (endBodies && !settings_.keepsColumns) return false;
     const int apart = std::abs(last.sourceColumn - comment.sourceColumn);
     const bool mayMiss = comment.isOwnLine && !last.standsAlone;
     if (!comment.isBlock) return apart <= (mayMiss ? kNearColumn : 0);

@@ -52,6 +52,7 @@ private:
         bool isBlock = false;
         bool isOwnLine = false;
         bool standsAlone = false;  // behind a directive, or the "}" of a namespace
+        bool closesBody = false;  // behind a "}" and nothing else
 
         int width() const { return column - codeEnd; }
     };

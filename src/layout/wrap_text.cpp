@@ -197,9 +197,13 @@ void WrapText::respaceCommas(std::string_view before) {
     measureGaps();
 }
 
+// Statements among the arguments of a macro stay in their lines.
 void WrapText::joinLines() {
+    int depth = 0;
     for (std::size_t place = 1; place < tokens_.size(); ++place) {
         const ExprToken& before = tokens_[place - 1];
+        depth += before.kind == Cpp::OpenParen ? 1 : before.kind == Cpp::CloseParen ? -1 : 0;
+        if (before.kind == Cpp::Semicolon && depth > 0) continue;
         if (before.kind == Cpp::OpenBrace && before.partner != kNoToken && before.partner >= place) {
             place = before.partner;
             continue;
