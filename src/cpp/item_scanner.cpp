@@ -146,6 +146,7 @@ bool ItemScanner::followsDeclaredName(const Progress& seen) const {
 
 // Whether macros and specifiers alone stand in front of the last word, each macro on a line of its own or in upper case.
 bool ItemScanner::followsMacros(const Progress& seen) const {
+    if (seen.sawGroup) return false;
     bool sawMacro = false;
     for (Index place = seen.start; place < seen.previous; place = next(place)) {
         if (isStorageWord(kind(place))) continue;

@@ -180,7 +180,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
         const std::string_view name = head->name()->text();
         const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
-        const bool endsInAttribute = name.ends_with("] ]");  // void f [[noreturn]] ();
+        const bool endsInAttribute = !isSymbol && name.ends_with(']');  // void f [[noreturn]] ();
         const OptionalText& afterAny = endsInAttribute ? kAsInInput : settings_.afterFunctionName;
         const WantedText afterName = isSymbol ? firstPresent(settings_.afterOperatorName, afterAny) : afterAny;
         if (afterName.present && !startsLine) {
