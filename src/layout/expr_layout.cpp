@@ -367,7 +367,9 @@ int ExprLayout::layCallsOrRegion(Region region, int column) {
 bool ExprLayout::staysBehindDirective(std::size_t place) const {
     if (!settings_.weighsBreaks() || place == 0 || text_.kindAt(place - 1) != Cpp::Directive) return false;
     while (place > 0 && text_.tokens()[place - 1].role == ExprRole::Trivia) --place;
-    return place == 0 || text_.kindAt(place - 1) == Cpp::Comma || text_.kindAt(place - 1) == Cpp::OpenBrace;
+    if (place == 0) return true;
+    const int kind = text_.kindAt(place - 1);
+    return kind == Cpp::Comma || kind == Cpp::OpenBrace || kind == Cpp::Assign;
 }
 
 // Tokens that stand on lines of their own anyway begin where the region's lines do.
