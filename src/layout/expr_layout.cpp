@@ -363,13 +363,11 @@ int ExprLayout::layCallsOrRegion(Region region, int column) {
     return layRegion(region, column);
 }
 
-// Where lines are weighed the formatter has put an element that begins one behind directives where it belongs.
+// Where lines are weighed the formatter has put a value that begins one behind directives where it belongs.
 bool ExprLayout::staysBehindDirective(std::size_t place) const {
     if (!settings_.weighsBreaks() || place == 0 || text_.kindAt(place - 1) != Cpp::Directive) return false;
     while (place > 0 && text_.tokens()[place - 1].role == ExprRole::Trivia) --place;
-    if (place == 0) return true;
-    const int kind = text_.kindAt(place - 1);
-    return kind == Cpp::Comma || kind == Cpp::OpenBrace || kind == Cpp::Assign;
+    return place > 0 && text_.kindAt(place - 1) == Cpp::Assign;
 }
 
 // Tokens that stand on lines of their own anyway begin where the region's lines do.
