@@ -145,7 +145,7 @@ LeafText textOf(TokenSpan tokens) {
     return text.take();
 }
 
-bool isCall(const IdNode* name) { return name && name->text().ends_with(')'); }
+bool isMadeByCall(const IdNode* name) { return name && name->text().ends_with(')'); }
 
 template <typename Node>
 std::unique_ptr<Node> makeNode(TokenSpan tokens) {
@@ -250,7 +250,7 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNod
             tokens.next();
             return true;
         case Assign:
-            tail = parseInitialValue(tokens, !declaration.type() && isCall(declaration.name()));
+            tail = parseInitialValue(tokens, !declaration.type() && isMadeByCall(declaration.name()));
             break;
         case OpenParen:
         case OpenBrace:
@@ -267,8 +267,8 @@ bool Parser::parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNod
     return true;
 }
 
-// "= ... ;", or "= { ... }" with a macro behind it. Where macros make the declaration, `ITEM(a) = VALUE(b)`, the one that
-// ends it stands on a line of its own.
+// "= ... ;", or "= { ... }" with a macro behind it. Where macros make the declaration, `ITEM(a) = VALUE(b)`, the one
+// that ends it stands on a line of its own.
 std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens, bool isOfMacro) {
     Expression value;
     const auto isBehind = [&](int kind) {

@@ -115,7 +115,8 @@ void CppFormatter::writeAssemblerBlock(std::string_view head, std::string_view r
     writer_.write(trimRight(rest.substr(0, lineEnd)));
     const int tabSize = out().tabSize();
     const int base = indentColumn();
-    const int shift = columnAfter(settings_.functions.indent.text, base, tabSize) - columnOfInstructions(block, tabSize);
+    const int column = columnAfter(settings_.functions.indent.text, base, tabSize);
+    const int shift = column - columnOfInstructions(block, tabSize);
     forEachLine(block, [&](std::string_view line) {
         const std::string_view blanks = leadingBlanks(line);
         out().write("\n");

@@ -64,8 +64,8 @@ void CppExprFormatter::openGroup(Run& run) {
 // The line of the "{" written last, where it ends that in the source.
 FirstLine CppExprFormatter::lineEndedBy(const Run& run, std::size_t open) const {
     const std::size_t following = open + 1;
-    const bool endsLine = following < run.tokens.size() && run.tokens[following].start.line > run.tokens[open].start.line;
-    if (!endsLine || !keptIndent_.isWanted()) return {};
+    const bool isLast = following == run.tokens.size();
+    if (!keptIndent_.isWanted() || isLast || run.tokens[following].start.line == run.tokens[open].start.line) return {};
     return {sourceColumns().columnOfLine(run.text.substr(run.tokens[open].offset)), textColumnOf(run.out()), -1};
 }
 

@@ -58,13 +58,15 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
-    // A brace no further than the first line is out of its place: lines go by that one.
-    const bool isInBraces = !run.groups.empty() && run.groups.back().line.source > run.firstLine.source;
-    FirstLine line = isInBraces ? run.groups.back().line : run.firstLine;
+    // A brace no further than the first line is out of its place: lines go by that one, unless they would be, too.
+    const FirstLine brace = run.groups.empty() ? FirstLine() : run.groups.back().line;
+    FirstLine line = brace.source > run.firstLine.source ? brace : run.firstLine;
     if (run.sourceHanging) line.hanging = run.sourceHanging->columnFor(place);
-    return closesBracket(run.tokens, place) || isAssignedFurther(run, place)
-               ? keptIndent_.columnBelowFirst(line, gap, hanging)
-               : keptIndent_.columnFor(line, gap, hanging);
+    if (closesBracket(run.tokens, place) || isAssignedFurther(run, place)) {
+        return keptIndent_.columnBelowFirst(line, gap, hanging);
+    }
+    const int column = keptIndent_.columnFor(line, gap, hanging);
+    return brace.source >= 0 && column < brace.output ? hanging : column;
 }
 
 int CppExprFormatter::hangingColumn(const Run& run) const {

@@ -79,6 +79,8 @@ void LineEnds::writeToken(const Cpp::OpaqueToken& token) {
 
 // The comment that ends the directive is part of it, and stays where it is; others may go on with it.
 void LineEnds::addCommentOf(const Cpp::OpaqueToken& directive, std::size_t start, std::string_view text) {
+    const std::string_view below = source_.substr(std::size_t{directive.offset} + directive.length);
+    if (!below.substr(kBlanks.skipIn(below)).starts_with("/*")) return;
     const std::size_t comment = text.find("/*");
     const bool endsDirective = comment != std::string_view::npos && text.find("*/", comment) == text.size() - 2;
     if (!endsDirective || comment == 0 || text.find('\n') != std::string_view::npos) return;

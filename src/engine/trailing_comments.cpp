@@ -41,6 +41,7 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     comment.codeEnd = shownColumnAfter(code, 0, columns_.tabSize);
     comment.column = shownColumnAfter(written.substr(comment.gapStart), comment.codeEnd, columns_.tabSize);
     comment.closesBody = trimLeft(code) == "}";
+    comment.opensBody = code.ends_with('{');
     comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
     return comment;
 }
@@ -131,7 +132,7 @@ bool TrailingComments::standsInColumn(const Comment& comment) const {
     const bool endBodies = comment.closesBody && last.closesBody && comment.codeEnd != last.codeEnd;
     if (endBodies && !settings_.keepsColumns) return false;
     const int apart = std::abs(last.sourceColumn - comment.sourceColumn);
-    const bool mayMiss = comment.isOwnLine && !last.standsAlone;
+    const bool mayMiss = comment.isOwnLine && !last.standsAlone && !last.opensBody;
     if (!comment.isBlock) return apart <= (mayMiss ? kNearColumn : 0);
     if (settings_.alignsLineComments) return false;
     return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;

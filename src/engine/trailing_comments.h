@@ -52,7 +52,8 @@ private:
         bool isBlock = false;
         bool isOwnLine = false;
         bool standsAlone = false;  // behind a directive, or the "}" of a namespace
-        bool closesBody = false;  // behind a "}" and nothing else
+        bool closesBody = false;   // behind a "}" and nothing else
+        bool opensBody = false;    // what stands in its lines may miss it by a column, too
 
         int width() const { return column - codeEnd; }
     };

@@ -35,6 +35,18 @@ bool endsWithComma(std::string_view initializer) {
     return trimRight(elements).ends_with(',');
 }
 
+// From the first line on that is none of a directive.
+std::string_view firstRow(std::string_view lines) {
+    bool isSpliced = false;
+    while (isSpliced || trimLeft(lines).starts_with('#')) {
+        const std::size_t lineFeed = lines.find('\n', lines.find_first_not_of(" \t\n"));
+        if (lineFeed == lines.npos) break;
+        isSpliced = lines.substr(0, lineFeed).ends_with('\\');
+        lines.remove_prefix(lineFeed + 1);
+    }
+    return lines.substr(leadingBlanks(lines).rfind('\n') + 1);
+}
+
 bool haveLinesEach(const Cpp::EnumBodyNode& body) {
     std::uint32_t line = body.open().line;
     return std::ranges::all_of(body.children(), [&line](const auto& child) {
@@ -245,7 +257,8 @@ void CppLineWrapper::wrapBraceContents(std::string_view inside) {
     // Rows whose lines keep their indentation go on as they begin.
     const std::string_view ahead = leadingBlanks(inside);
     const bool goesByFirst = wrap.keepsLineIndent && isLineBreak(ahead);
-    const int first = columnAfter(ahead.substr(ahead.rfind('\n') + 1), 0, wrap.tabSize);
+    const std::string_view row = firstRow(inside.substr(ahead.rfind('\n') + 1));
+    const int first = columnAfter(leadingBlanks(row), 0, wrap.tabSize);
     IndentScope indent(out_, goesByFirst ? indentAt(first) : out_.indent() + wrap.dataIndent);
     const OptionalText& behindComma = settings_.commas.elements.behind;
     WrapContext context;

@@ -363,11 +363,19 @@ int ExprLayout::layCallsOrRegion(Region region, int column) {
     return layRegion(region, column);
 }
 
+// Where lines are weighed the formatter has put a value that begins one behind directives where it belongs.
+bool ExprLayout::staysBehindDirective(std::size_t place) const {
+    if (!settings_.weighsBreaks() || place == 0 || text_.kindAt(place - 1) != Cpp::Directive) return false;
+    while (place > 0 && text_.tokens()[place - 1].role == ExprRole::Trivia) --place;
+    return place > 0 && text_.kindAt(place - 1) == Cpp::Assign;
+}
+
 // Tokens that stand on lines of their own anyway begin where the region's lines do.
 void ExprLayout::alignOwnLines(const Region& region) {
     if (text_.isEven(region.range)) return;
     for (std::size_t place = region.range.first; place < region.range.last; ++place) {
-        const bool isMovable = place != region.range.first && text_.kindAt(place) != Cpp::Directive;
+        const bool isMovable = place != region.range.first && text_.kindAt(place) != Cpp::Directive &&
+                               !staysBehindDirective(place);
         if (isMovable && text_.startsOwnLine(place)) text_.startLine(place, lineStart(region, place, false));
         const std::size_t partner = text_.tokens()[place].partner;
         if (opensBracket(text_.tokens(), place) && partner < region.range.last) place = partner;

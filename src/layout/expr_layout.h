@@ -92,6 +92,7 @@ private:
                                   std::optional<LineStart> start, bool alignsToSecond);
     int layGroups(const Region& region, TokenRange piece, int column);
     int layGroupAt(const Region& region, std::size_t open, std::size_t at, int column);
+    bool staysBehindDirective(std::size_t place) const;
     void alignOwnLines(const Region& region);
 
     bool canBreak(const Region& region) const;
