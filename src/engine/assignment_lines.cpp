@@ -125,10 +125,16 @@ void AssignmentLines::beginLine(const Trn::Token& token, std::size_t offset, std
     const bool goesOn = token.kind == Cpp::StringLiteral && lastKind_ == Cpp::StringLiteral;
     if (lineFeeds > 1 || (!scope.hasSign && !goesOn)) endRun(scope);
     if (!goesOn) scope.hasSign = false;
+    // A bracket that ends its line parts that from those behind the bracket.
+    if (closingKindOf(lastKind_) != 0 && scopes_.size() > 1) {
+        Scope& outer = scopes_[scopes_.size() - 2];
+        if (!outer.hasSign) endRun(outer);
+        outer.hasSign = false;
+    }
     scope.isOver = false;
     scope.commas = 0;
     scope.angles = 0;
-    firstKind_ = token.kind;
+    scope.firstKind = token.kind;
     addLine(offset, token.kind == Cpp::Directive);
     scope.line = lines_.size() - 1;
 }
@@ -189,20 +195,20 @@ void AssignmentLines::fixLine(std::size_t line) {
 
 void AssignmentLines::readSign(const Trn::Token& token, std::size_t offset) {
     Scope& scope = scopes_.back();
-    // It is part of a name, and what stands behind that is its definition.
-    if (lastKind_ == Cpp::KeywordOperator) scope.isOver = true;
+    // It is part of a name. The definition behind that stands with those of the lines below.
+    if (lastKind_ == Cpp::KeywordOperator) return endRun(scope);
     if (!mayBeSign(scope, offset)) return;
-    // a = b = c: the last one stands with those of the lines below.
-    if (scope.hasSign) {
-        if (!scope.run.empty() && signs_[scope.run.back()].line == scope.line) scope.run.pop_back();
-        endRun(scope);
-    }
+    // a = b = c: the last one does so, too; those of the lines above stand at least in the column of the first one.
+    if (scope.hasSign) endRun(scope);
     addSign(scope, offset + token.length);
 }
 
 bool AssignmentLines::mayBeSign(const Scope& scope, std::size_t offset) const {
-    const bool standsOnLine = scope.line != kNoLine && scope.line == lines_.size() - 1 && !scope.isOver;
-    if (!standsOnLine || startsOtherLine(firstKind_) || endsNoTarget(lastKind_)) return false;
+    // virtual void f(int a,
+    //                int b) = 0;
+    const bool isBehindLines = scope.line != lines_.size() - 1;
+    const bool standsOnLine = scope.line != kNoLine && !scope.isOver && !(isBehindLines && scope.valueSign != kNoSign);
+    if (!standsOnLine || startsOtherLine(scope.firstKind) || endsNoTarget(lastKind_)) return false;
     const std::size_t behind = kBlanks.skipIn(text_, offset + 1);
     if (behind == text_.size() || text_[behind] == '\n') return false;
     return offset - lines_.back().textStart < static_cast<std::size_t>(kRightmostIndent);
@@ -211,7 +217,8 @@ bool AssignmentLines::mayBeSign(const Scope& scope, std::size_t offset) const {
 // `behind` is the place behind it.
 void AssignmentLines::addSign(Scope& scope, std::size_t behind) {
     AssignmentSign sign;
-    sign.line = scope.line;
+    sign.line = lines_.size() - 1;
+    sign.indent = lines_[scope.line].column;
     sign.gapEnd = behind - 1;
     sign.gapStart = trimRight(text_.substr(0, sign.gapEnd)).size();
     sign.valuePlace = kBlanks.skipIn(text_, behind);
@@ -220,7 +227,7 @@ void AssignmentLines::addSign(Scope& scope, std::size_t behind) {
     sign.wanted = sign.column;
     sign.commas = scope.commas;
     const auto joins = [&](const AssignmentSign& last) {
-        return last.commas == sign.commas && lines_[last.line].column == lines_[sign.line].column;
+        return last.commas == sign.commas && last.indent == sign.indent;
     };
     if (!scope.run.empty() && !joins(signs_[scope.run.back()])) endRun(scope);
     scope.run.push_back(signs_.size());

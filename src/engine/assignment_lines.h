@@ -23,6 +23,7 @@ struct AssignmentSign {
     int column = 0;              // where it stands
     int wanted = 0;              // where it is to stand
     int end = 0;                 // the column behind the longest line that moves with it
+    int indent = 0;              // the column of the line that it stands on, or goes on with
     int commas = 0;              // in front of it, but for those between "<" and ">"
     bool isFixed = false;        // what cannot move would have to move with it
 
@@ -41,8 +42,8 @@ struct HangingLine {
 };
 
 // The lines of a text, and the columns in which their "=" are to stand. Lines that follow each other in the same
-// brackets, with the same indentation, are a run; what stands in brackets behind an "=" does not end it, but for braces
-// of several lines:
+// brackets, with the same indentation, are a run; what stands in brackets does not end it, but for braces of several
+// lines and what begins on a line of its own:
 //
 //     int a   = f(x,
 //                 y);
@@ -67,7 +68,8 @@ private:
         bool isBehindSign = false;
         std::size_t line = kNoLine;           // the last one that begins in it
         std::size_t valueSign = kNoSign;      // that of the statement, until its ";"
-        bool hasSign = false;                 // on that line
+        int firstKind = 0;                    // of the first token of that
+        bool hasSign = false;                 // on that line, or behind it
         bool isOver = false;                  // nothing further on that line is an assignment
         bool holdsBlock = false;              // braces of several lines
         int commas = 0;                       // on that line
@@ -102,7 +104,6 @@ private:
     std::size_t codeEnd_ = 0;  // of the last token, comments too
     std::size_t textEnd_ = 0;  // of the last one that is no comment
     int lastKind_ = 0;         // of that
-    int firstKind_ = 0;        // of the first one of the line
     bool isOnNewLine_ = true;
 };
 

@@ -116,6 +116,7 @@ private:
     void writeRendered(const std::string& text);
     void writeName(const Cpp::SyntaxNode& name);
     void writeNamePart(std::string_view text);
+    void writeConversion(std::string_view text);
     bool hangsWithinName(std::string_view name) const;
     void copyThrough(const Cpp::SyntaxNode& node);
     std::string_view writeGapBeforeEnd(std::string_view text);

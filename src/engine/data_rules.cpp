@@ -102,7 +102,10 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
                     wanted.text = madeTexts_.keep(onOneLine(wanted.text));
                 }
                 const bool isKept = keepsBreak(front, wanted) && !isLineBreak(front);
-                writeType(front, isKept ? keptBreak(front) : wanted, true, lastMarksOf(*declaration, front));
+                // int FIXTURE(a)::b: what a macro makes is part of the name.
+                const bool isPartOfName = settings_.keepsUnrecognized && isQualified && front.ends_with(')');
+                const OptionalText& between = isPartOfName ? kAsInInput : isKept ? keptBreak(front) : wanted;
+                writeType(front, between, true, lastMarksOf(*declaration, front));
             }
             startsLine = !out().lineHasText();
             const std::string_view qualifier = type.substr(end);

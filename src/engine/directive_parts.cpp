@@ -136,14 +136,39 @@ bool mayBeName(Tokens tokens) {
     return false;
 }
 
-// Whether a ";" or "{" is among the tokens, and they are neither what a list holds nor cases of a switch.
+// Whether the tokens are a list on lines between those of its braces, but no table, with lines for its elements, and no
+// list of lists: `{`, `a, f(b), {}`, `}`.
+bool isBlockLikeList(Tokens tokens) {
+    int depth = 0;
+    int braces = 0;
+    bool sawComma = false;
+    const Trn::Token* last = nullptr;
+    for (const Trn::Token& token : tokens) {
+        if (Cpp::isTrivia(token.kind)) continue;
+        const bool isOpen = token.kind == Cpp::OpenBrace;
+        const bool isClose = token.kind == Cpp::CloseBrace;
+        if (last && (braces == 0 || (braces > 1 && !isClose))) return false;
+        if (last && last->kind == Cpp::Comma && (isClose || token.start.line > last->end.line)) return false;
+        depth += nestingStep(token.kind);
+        braces += isOpen ? 1 : isClose ? -1 : 0;
+        sawComma |= depth == 0 && token.kind == Cpp::Comma;
+        last = &token;
+    }
+    return sawComma && braces == 0;
+}
+
+// Whether a ";" or "{" is among the tokens, and they are no list, or at least one that looks like statements, or they
+// are cases of a switch; both from a line of their own.
 bool holdsStatements(Tokens tokens) {
     const auto isSemicolon = [](const Trn::Token& token) { return token.kind == Cpp::Semicolon; };
     const auto isBrace = [](const Trn::Token& token) { return token.kind == Cpp::OpenBrace; };
     const auto first = std::find_if_not(tokens.begin(), tokens.end(), isSplice);
-    if (first == tokens.end() || first->kind == Cpp::KeywordCase || first->kind == Cpp::KeywordDefault) return false;
+    if (first == tokens.end()) return false;
+    const bool startsLine = first != tokens.begin();
+    if (first->kind == Cpp::KeywordCase || first->kind == Cpp::KeywordDefault) return startsLine;
     if (std::any_of(first, tokens.end(), isSemicolon)) return true;
-    return first->kind != Cpp::OpenBrace && std::any_of(first, tokens.end(), isBrace);
+    if (!isBrace(*first)) return std::any_of(first, tokens.end(), isBrace);
+    return startsLine && isBlockLikeList({first, tokens.end()});
 }
 
 // Calls that follow each other on a line: `X(a) X(b)`.
@@ -225,7 +250,7 @@ DirectiveParts partsOfMacro(Tokens tokens, bool holdsHash) {
     }
     const auto first = std::find_if_not(expression.begin(), expression.end(), isSplice);
     const Tokens below = expression.subspan(static_cast<std::size_t>(first - expression.begin()));
-    if (holdsStatements(below) || (isExpression(below) && !mayDeclare(below) && !isSequence(below))) {
+    if (holdsStatements(expression) || (isExpression(below) && !mayDeclare(below) && !isSequence(below))) {
         parts.body = whole;
     }
     return parts;

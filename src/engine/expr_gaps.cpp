@@ -258,7 +258,8 @@ const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::siz
 
 const OptionalText* CppExprFormatter::wantedBeforeParen(const Run& run, std::size_t place) const {
     // void (*f)(int)
-    const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
+    const bool isArgument = !run.groups.empty() && (run.groups.back().kind == Group::Kind::Template ||
+                                                    run.groups.back().kind == Group::Kind::Cast);
     const bool followsType =
         run.mode == ExprMode::Declaration || (isArgument && run.previousKind() == Cpp::Identifier);
     const bool opensMarked = settings_.formatsOtherGaps && followsType &&

@@ -29,7 +29,8 @@ void CppExprFormatter::writeMarks(Run& run) {
     const bool bindsNames = run.kindAt(end) == Cpp::OpenBracket && run.previousKind() == Cpp::KeywordAuto;
     const bool isAtParen = formatsTypeArguments() && run.kindAt(end) == Cpp::OpenParen;
     const bool isArgument = !run.groups.empty() && run.groups.back().kind == Group::Kind::Template;
-    const bool isByPointer = (isArgument || run.mode == ExprMode::Declaration) && isAnyMark(run.kindAt(end + 1));
+    const bool mayBeByPointer = isArgument || run.mode != ExprMode::Expression;
+    const bool isByPointer = mayBeByPointer && isAnyMark(run.kindAt(end + 1));
     const bool opensDeclarator = isAtParen && isByPointer;
     const bool endsReturnType = isAtParen && isArgument && !isByPointer;  // function<T &(int)>
     const bool isNamed = endsText ? run.nameFollows : isWord(run.kindAt(end)) || bindsNames || opensDeclarator;

@@ -124,7 +124,8 @@ inline void RoleFinder::advance(std::size_t place) {
         segment_ = {};
         segment_.isOperand = outer_.back().isOperand || followsOperator() || followsArgumentWord();
         segment_.atTextStart = false;
-        segment_.isParameter = token.kind == Cpp::OpenParen && followsCapture(tokens_, place);
+        segment_.isParameter =
+            token.kind == Cpp::OpenParen && (followsCapture(tokens_, place) || declaresFunction(place));
         segment_.isArgument = token.role == ExprRole::TemplateOpen;
         segment_.isChoice = place > 0 && tokens_[place - 1].text() == "_Generic";
     } else if ((token.role == ExprRole::GroupClose || token.role == ExprRole::TemplateClose) &&
@@ -153,6 +154,22 @@ inline void RoleFinder::advance(std::size_t place) {
     followsParameters_ = endsParameters(place) || (mayQualify && isQualifierOfFunction(place));
     beforePrevious_ = previous_;
     previous_ = place;
+}
+
+// `void f(T *a, int b);` among statements: whether a name or a mark behind a built-in type can be part of no value.
+bool RoleFinder::declaresFunction(std::size_t open) const {
+    // The name is in front of the text.
+    if (mode_ != ExprMode::Declarators || !readsTypes_ || previous_ != kNoToken) return false;
+    bool startsElement = true;
+    for (std::size_t place = open + 1; place < tokens_[open].partner; ++place) {
+        const ExprToken& token = tokens_[place];
+        const int behind = kindAt(tokens_, nextPlace(tokens_, place));
+        const bool isDeclared = behind == Cpp::Identifier || isPointerMark(behind);
+        if (startsElement && isBuiltinTypeKeyword(token.kind) && isDeclared) return true;
+        startsElement = token.kind == Cpp::Comma;
+        if (token.role == ExprRole::GroupOpen && token.partner != kNoToken) place = token.partner;
+    }
+    return false;
 }
 
 // The last "]" of `[[maybe_unused]] T &a`.

@@ -44,6 +44,11 @@ bool isEmptyAndEnded(std::string_view body) {
     return close.starts_with('}') && trimLeft(close.substr(1)).starts_with(';');
 }
 
+// `void f() const`: what can be no name.
+bool endsWithQualifier(std::string_view head) {
+    return head.ends_with(" const") || head.ends_with(" volatile") || head.ends_with(" noexcept");
+}
+
 // `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
@@ -123,7 +128,8 @@ void CppFormatter::formatBodyOf(Cpp::FunctionDeclNode& declaration, const Option
     Cpp::BracketedNode* body = declaration.body();
     if (!body) return;
     const bool isEnded = body->size() == 0 && isEmptyAndEnded(sourceFrom(*body));
-    const OptionalText& beforeOpen = isEnded ? firstPresent(settings_.beforeEndedBody, beforeAny) : beforeAny;
+    const bool standsClose = isEnded && !endsWithQualifier(out().text());
+    const OptionalText& beforeOpen = standsClose ? firstPresent(settings_.beforeEndedBody, beforeAny) : beforeAny;
     if (joinsFunction(*body) && tryJoined(*body, beforeOpen, start)) return;
     formatBody(*body, beforeOpen, keepsFunction(*body), [&] {
         ValueScope<bool> outsideClass(inClassBody_, false);

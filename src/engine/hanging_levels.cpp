@@ -135,6 +135,11 @@ void HangingLines::open(std::size_t place) {
     const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
     const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
     level.blocks = isInElements && !indents_.fromLine ? outer.first : outer.blocks;
+    // return find_if(a, [](int b) {
+    //          return c(b);
+    //        }) == d;
+    const bool startsChain = chains_ && outer.operandStart != kNoToken && chains_->startWith(outer.operandStart);
+    if (startsChain && !indents_.fromLine) level.blocks = std::max(level.blocks, columns_[outer.operandStart]);
     // The arguments behind those of a template hang from where the name of the template stands.
     const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
     const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;

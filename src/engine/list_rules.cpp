@@ -292,7 +292,9 @@ void CppFormatter::writeListEnd(const Cpp::ParameterListNode& list, const Option
     const bool isInsideToken = closing.empty() && writer_.peek() == '>' && writer_.peekBehind() == '>';
     // A macro may be given nothing last: `M(a, )`.
     const bool isBehindComma = settings_.formatsOtherGaps && trim(closing) == "," && !isLineBreak(closing);
-    writer_.writeMerged(closing, isInsideToken || isBehindComma ? kAsInInput : beforeClose);
+    const bool isBelowComment = keepsLines() && isLineBreak(trailingBlanks(closing));
+    const bool staysInPlace = isInsideToken || isBehindComma || isBelowComment;
+    writer_.writeMerged(closing, staysInPlace ? kAsInInput : beforeClose);
 }
 
 void CppFormatter::formatParenList(Cpp::ParameterListNode& list) {

@@ -208,6 +208,41 @@ std::string_view firstStatementOf(std::span<const std::string_view> lines) {
     return found != lines.end() ? *found : lines.front();
 }
 
+// What stands in a switch elsewhere:  case a: f();
+bool startsWithCase(std::string_view body) {
+    Cpp::Lexer lexer(body);
+    const int first = lexer.nextToken().kind;
+    return first == Cpp::KeywordCase || first == Cpp::KeywordDefault;
+}
+
+bool holdsSwitch(std::string_view body) {
+    Cpp::Lexer lexer(body);
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (token.kind == Cpp::KeywordSwitch) return true;
+    }
+    return false;
+}
+
+// Where the last element of a list ends, which is laid out as the block that it looks like; nothing for statements.
+std::optional<std::size_t> endOfListIn(std::string_view body) {
+    Cpp::Lexer lexer(body);
+    std::size_t end = 0;
+    Trn::Token last = lexer.nextToken();
+    if (last.kind != Cpp::OpenBrace) return std::nullopt;
+    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
+        if (token.kind == Cpp::Semicolon) return std::nullopt;
+        end = last.offset + last.length;
+        last = token;
+    }
+    return end;
+}
+
+// The ";" that has been put behind the last element of a list.
+void takeListEndFrom(std::string& laidOut) {
+    const std::size_t end = laidOut.rfind(';');
+    if (end != std::string::npos) laidOut.erase(end, 1);
+}
+
 // The lines end in front of their splices.
 ColumnLayout layoutOf(const PropertySet& scheme) {
     constexpr int spliceWidth = 2;
@@ -280,9 +315,36 @@ const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int colu
     return *options_;
 }
 
+// The labels stand where other bodies begin. A switch among them would be indented as they are.
+std::optional<std::string> MacroBodies::formattedCases(const std::string& body, const std::string& indent,
+                                                       int column) const {
+    static constexpr Frame cases{"void f() {\nswitch (0) {\n", "\n;}}\n"};
+    const OptionalText label = readIndent(scheme_, Keys::INDENT_CS_CASE_LABELS);
+    const OptionalText content = readIndent(scheme_, Keys::INDENT_CS_CASE_CONTENT);
+    const bool isBehindLabel = label.present && content.present && content.text.starts_with(label.text);
+    if (!isBehindLabel || holdsSwitch(body)) return std::nullopt;
+    if (!casesInBody_) {
+        PropertySet scheme = scheme_;
+        scheme.setString(Keys::INDENT_CS_CASE_LABELS, {});
+        scheme.setString(Keys::INDENT_CS_CASE_CONTENT, content.text.substr(label.text.size()));
+        casesInBody_ = std::make_unique<MacroBodies>(scheme, passes_);
+    }
+    return casesInBody_->formatted(body, cases, indent, column);
+}
+
+std::optional<std::string> MacroBodies::formattedList(std::string list, std::size_t end, const std::string& indent,
+                                                      int column) const {
+    list.insert(end, 1, ';');
+    auto laidOut = formatted(list, indent, column);
+    if (laidOut) takeListEndFrom(*laidOut);
+    return laidOut;
+}
+
 // Functions and classes are declarations; statements stand in functions.
 std::optional<std::string> MacroBodies::formatted(const std::string& body, const std::string& indent,
                                                   int column) const {
+    if (startsWithCase(body)) return formattedCases(body, indent, column);
+    if (const auto end = endOfListIn(body)) return formattedList(body, *end, indent, column);
     static constexpr Frame function{"void f() {\n", "\n;}\n"};
     static constexpr Frame declarations{"extern \"C++\" {\n", "\n;}\n"};
     const bool isDeclarations = definesFunctionOrClass(body);
@@ -306,9 +368,13 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
     root.accept(formatter);
     const std::string text = formatter.takeText();
 
-    const std::size_t start = text.find("{\n");
-    if (start == std::string::npos) return std::nullopt;
-    std::string_view inside = trimRight(std::string_view(text).substr(start + 2));
+    std::size_t start = 0;
+    for (auto left = std::ranges::count(frame.open, '\n'); left > 0; --left) {
+        const std::size_t open = text.find("{\n", start);
+        if (open == std::string::npos) return std::nullopt;
+        start = open + 2;
+    }
+    std::string_view inside = trimRight(std::string_view(text).substr(start));
     const auto isClosing = [](char c) { return !isWhitespace(c); };
     for (auto left = std::ranges::count_if(frame.close, isClosing); left > 0; --left) {
         inside = trimRight(inside.substr(0, inside.size() - std::min<std::size_t>(inside.size(), 1)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,6 +38,9 @@ private:
     const FormatOptions& optionsFor(const std::string& indent, int column) const;
 
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
+    std::optional<std::string> formattedCases(const std::string& body, const std::string& indent, int column) const;
+    std::optional<std::string> formattedList(std::string list, std::size_t end, const std::string& indent,
+                                             int column) const;
     std::optional<std::string> formatted(const std::string& body, const Frame& frame, const std::string& indent,
                                          int column) const;
 
@@ -48,6 +52,7 @@ private:
     mutable std::optional<FormatOptions> options_;  // those of the last body
     mutable std::string margin_;
     mutable std::string bodyIndent_;
+    mutable std::unique_ptr<MacroBodies> casesInBody_;  // with the indents of labels that stand where bodies begin
 };
 
 }  // namespace Tessel

@@ -76,6 +76,7 @@ private:
     bool followsTypeOfMacro(std::size_t place) const;
     bool isMark(std::size_t place) const;
     bool opensParameters(std::size_t open) const;
+    bool declaresFunction(std::size_t open) const;
     bool endsDeclarator(std::size_t place) const;
     bool endsDeclaredName(std::size_t place) const;
     bool isFurtherName(std::size_t place) const;

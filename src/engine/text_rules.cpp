@@ -1,4 +1,6 @@
 // What the tree holds as text: items that are kept, expressions, names, and words that stay as they are.
+#include <algorithm>
+
 #include "cpp/words.h"
 #include "engine/columns.h"
 #include "engine/cpp_formatter.h"
@@ -9,6 +11,12 @@
 #include "engine/type_text.h"
 
 namespace Tessel {
+
+namespace {
+
+bool isMarkOfType(char c) { return c == '*' || c == '&'; }
+
+}  // namespace
 
 using Zelmor::IndentScope;
 
@@ -148,9 +156,27 @@ void CppFormatter::writeNamePart(std::string_view text) {
         writer_.write(text.substr(symbol));
     } else if (hasArguments && formatsArgumentsOf(text)) {
         exprFormatter_.formatTypeText(text, out(), kAsInInput);
+    } else if (!hasArguments && settings_.formatsTypeArguments) {
+        writeConversion(text);
     } else {
         writer_.write(text);
     }
+}
+
+// operator T *  ->  operator T*      by the anchor of the marks, though no name follows them
+void CppFormatter::writeConversion(std::string_view text) {
+    const TypeText type(text);
+    const ExprSettings& settings = exprFormatter_.settings();
+    const MarkSettings& marks = text.ends_with('*') ? settings.asterisk : settings.ampersand;
+    const bool isAnchored = marks.anchor == kAnchoredToType || marks.anchor == kAnchoredToName;
+    const std::string_view gap = leadingBlanks(text.substr(type.head.size()));
+    const std::string_view behind = text.substr(type.head.size() + gap.size());
+    const bool isOfMember = type.head.ends_with("::");
+    const bool standsTogether = !isLineBreak(gap) && std::ranges::all_of(behind, isMarkOfType);
+    if (!type.hasMarks() || !isAnchored || isOfMember || !standsTogether) return writer_.write(text);
+    writer_.write(type.head);
+    writer_.replace(gap, marks.anchor == kAnchoredToType ? marks.against : firstPresent(marks.gap, kBlank));
+    writer_.write(behind);
 }
 
 }  // namespace Tessel

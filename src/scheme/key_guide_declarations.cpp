@@ -63,7 +63,8 @@ void addFunctions(std::vector<KeyGuide>& rows) {
                     "class A\n{\n    int size()const;\n};\n"});
     rows.push_back({set(Keys::WS_BEFORE_ENDED_FN_BODY, ""), group,
                     "Between the head of a function and an empty body that a \";\" follows, which is a declaration for "
-                    "WS_AFTER_FN_DECL_RETURN_TYPE then; absent, as in front of others.",
+                    "WS_AFTER_FN_DECL_RETURN_TYPE then; absent, and behind const, volatile and noexcept, as in "
+                    "front of others.",
                     "void f() {};\n", {set(Keys::KEEP_ONE_LINE_FUNCTIONS, 1)}});
     rows.push_back({set(Keys::WS_IN_EMPTY_BRACES, ""), group, "Inside braces that hold nothing, and stay on one line.",
                     "void f() { }\n", {set(Keys::KEEP_ONE_LINE_FUNCTIONS, 1)}});
