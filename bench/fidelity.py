@@ -18,6 +18,7 @@ PROGRAMS = ["ours", "clang-format", "astyle", "indent"]
 
 # How uncrustify puts files out of style: other braces, marks, blanks and indents. Where lines end and what stands on
 # one line stays, and so does what no formatter could know again.
+# The last two: ">>" and "> >" are not the same tokens.
 OUT_OF_STYLE = """
 code_width = 0
 indent_columns = 3
@@ -37,6 +38,8 @@ nl_cpp_lambda_leave_one_liners = true
 nl_if_leave_one_liners = true
 nl_while_leave_one_liners = true
 nl_for_leave_one_liners = true
+sp_angle_shift = ignore
+sp_permit_cpp11_shift = true
 """
 BRACES = """if_brace brace_else elseif_brace else_brace for_brace while_brace do_brace brace_while switch_brace
 try_brace catch_brace brace_catch struct_brace union_brace class_brace enum_brace namespace_brace""".split()
