@@ -77,7 +77,9 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     if (level.awaitsLater) element.later = column;
     if (!element.choices.empty() && element.choices.back() == kNone) element.choices.back() = column;
     element.choice = kNone;
-    if (startsLine) element.memberLine = Cpp::isMemberAccess(kind) && !startsElement ? column : kNone;
+    const bool goesOnWithMember = Cpp::isMemberAccess(kind) && !startsElement;
+    if (startsLine) element.memberLine = goesOnWithMember ? column : kNone;
+    if (goesOnWithMember && element.chain == kNone) element.chain = column;
     level.awaitsOperand = awaitsValue(token);
     level.awaitsLater = isOperator(place) && !level.awaitsOperand && !Cpp::isMemberAccess(kind);
     if (level.awaitsLater) {
@@ -86,12 +88,22 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     }
     if (level.awaitsOperand) {
         level.isReturned = kind == Cpp::KeywordReturn;
-        element.operand = element.later = element.chain = element.memberLine = element.shift = kNone;
-        element.operandStartsLine = false;
-        element.questions.clear();
-        element.choices.clear();
-        element.otherwise = kNone;
-    } else if (token.role == ExprRole::Separator) {
+        element.beginOperand();
+    } else {
+        passSign(place, column, startsLine);
+    }
+    if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
+        literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;
+    }
+}
+
+// What a sign ends, and what it begins or names a column for. A "=" or a "return" is no sign here.
+void HangingLines::passSign(std::size_t place, int column, bool startsLine) {
+    Level& level = levels_.back();
+    Element& element = level.element;
+    const ExprToken& token = tokens_[place];
+    const int kind = token.kind;
+    if (token.role == ExprRole::Separator) {
         // What follows the comma in `return a, b` is returned too.
         const int returned = level.isReturned && kind == Cpp::Comma ? element.operand : kNone;
         element = {};
@@ -99,8 +111,6 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
     } else if (kind == Cpp::CloseParen && endsInComma(place)) {
         element = {};
         if (level.kind == Level::Kind::Statement) level.behindComma = level.base;
-    } else if (Cpp::isMemberAccess(kind) && !startsElement && element.chain == kNone) {
-        element.chain = column;
     } else if (isShift(token) && element.shift == kNone) {
         element.shift = column;
     } else if (kind == Cpp::Question) {
@@ -114,9 +124,6 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         element.otherwise = startsLine ? column : kNone;
     } else if (kind == Cpp::Colon && level.kind == Level::Kind::List) {
         level.awaitsSection = token.role == ExprRole::BinaryOperator;
-    }
-    if (kind == Cpp::StringLiteral ? !continuesLiteral(place) : kind != Cpp::Identifier) {
-        literalColumn_ = kind == Cpp::StringLiteral ? column : kNone;
     }
 }
 

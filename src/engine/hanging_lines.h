@@ -87,6 +87,13 @@ private:
     struct Element {
         // From where what goes on with the operand that is being read hangs.
         int columnOfOperand() const { return later != kNone ? later : operand != kNone ? operand : start; }
+        // Behind a "=" or a "return".
+        void beginOperand() {
+            operand = later = chain = memberLine = shift = otherwise = kNone;
+            operandStartsLine = false;
+            questions.clear();
+            choices.clear();
+        }
 
         int start = kNone;
         int line = kNone;            // of the line on which it starts
@@ -154,6 +161,7 @@ private:
     bool continuesLiteral(std::size_t place) const;
     void passComment(std::size_t place, int column);
     void passInLevel(std::size_t place, int column, bool startsLine);
+    void passSign(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
     void closeLevel(std::size_t place);
     bool opensBody(std::size_t place) const;
