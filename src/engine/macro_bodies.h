@@ -35,7 +35,8 @@ private:
     struct Frame;
 
     std::string indentBehind(std::string_view directive) const;
-    const FormatOptions& optionsFor(const std::string& indent, int column) const;
+    const FormatOptions& optionsFor(const std::string& indent, int column, bool bracesBeginLines) const;
+    void indentBraces(PropertySet& scheme, bool beginLines) const;
 
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
     std::optional<std::string> formattedCases(const std::string& body, const std::string& indent, int column) const;
@@ -46,12 +47,14 @@ private:
 
     PropertySet scheme_;
     std::string indent_;
+    std::string braceIndent_;  // of control statements
     Keyed<bool> indentsFromWord_;
     int tabSize_;
     const LayoutPasses& passes_;
     mutable std::optional<FormatOptions> options_;  // those of the last body
     mutable std::string margin_;
     mutable std::string bodyIndent_;
+    mutable bool bracesBeginLines_ = true;
     mutable std::unique_ptr<MacroBodies> casesInBody_;  // with the indents of labels that stand where bodies begin
 };
 
