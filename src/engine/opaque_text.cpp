@@ -60,6 +60,21 @@ bool convertsIndentOnly(std::string_view text, const OIndentBuf& out) {
     return out.tabMode() == Zelmor::SpacesToTabsInIndent && startsComment(text);
 }
 
+// Whether a text of several lines that begins in its column comes out as it is: nothing in it is converted, and each
+// line begins in its column too, or in front of that of the text, where it may.
+bool standsInPlace(std::string_view text, int column, const OIndentBuf& out, OuterLines outer) {
+    if (out.tabMode() != Zelmor::TabsToSpaces || text.find('\t') != text.npos) return false;
+    const auto least = static_cast<std::size_t>(outer == OuterLines::AsTheyWere ? 0 : column);
+    for (std::size_t lineFeed = text.find('\n'); lineFeed != text.npos; lineFeed = text.find('\n', lineFeed + 1)) {
+        const std::size_t start = lineFeed + 1;
+        const std::size_t first = std::min(text.find_first_not_of(' ', start), text.size());
+        const bool isEmpty = first == start && (first == text.size() || text[first] == '\n');
+        const bool holdsText = first < text.size() && !isWhitespace(text[first]) && first - start >= least;
+        if (!isEmpty && !holdsText) return false;
+    }
+    return true;
+}
+
 // Writes a further line of a directive that a splice holds together with what is in front of it, or apart from it: what
 // is joined stays so, and what is apart keeps a blank.
 bool writeBehindToken(std::string_view line, int column, OpaqueWriter& writer, OIndentBuf& out) {
@@ -187,8 +202,10 @@ void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OInde
     out.startLine();
     std::size_t length = lineLength(text);
     const int column = out.column();
-    const bool keepsLines = out.keepLeadingSpace() || convertsIndentOnly(text, out);
-    if (length == text.size() || (column == inputColumn && keepsLines) || column > kRightmostIndent) {
+    const auto keepsLines = [&] {
+        return out.keepLeadingSpace() || convertsIndentOnly(text, out) || standsInPlace(text, column, out, outer);
+    };
+    if (length == text.size() || column > kRightmostIndent || (column == inputColumn && keepsLines())) {
         writeInPlace(text, inner, out);
         return;
     }
