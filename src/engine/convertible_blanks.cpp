@@ -46,15 +46,18 @@ std::string_view ConvertibleBlanks::next() {
 
 std::string_view ConvertibleBlanks::takeRun() {
     const std::size_t start = place_;
-    while (place_ < text_.size() && isWhitespace(text_[place_]) && text_[place_] != '\n') ++place_;
-    return text_.substr(start, place_ - start);
+    std::size_t end = start;
+    while (end < text_.size() && isWhitespace(text_[end]) && text_[end] != '\n') ++end;
+    place_ = end;
+    return text_.substr(start, end - start);
 }
 
 // A literal, a header name, or text up to where another may start; or the delimiter that opens a comment.
 void ConvertibleBlanks::skipFixedText() {
     const std::string_view rest = text_.substr(place_);
     if (isOrdinary(rest.front())) {
-        while (place_ < text_.size() && isOrdinary(text_[place_])) ++place_;
+        const auto* const end = std::ranges::find_if_not(rest, isOrdinary);
+        place_ += static_cast<std::size_t>(end - rest.begin());
     } else if (rest.starts_with("/*")) {
         commentEnd_ = endBehind("*/", place_ + kCommentDelimiter);
         place_ += kCommentDelimiter;

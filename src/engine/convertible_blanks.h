@@ -21,6 +21,8 @@ public:
 
     // The next run, a view of the text; empty behind the last.
     std::string_view next();
+    // What has not been looked at.
+    std::string_view rest() const { return text_.substr(place_); }
 
 private:
     std::string_view takeRun();

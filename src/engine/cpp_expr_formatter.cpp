@@ -48,6 +48,7 @@ CppExprFormatter::CppExprFormatter(const PropertySet& scheme, const Zelmor::Text
     : CppExprFormatterBase(scheme, source, log),
       source_(source),
       settings_(CppExprFormatterBase::scheme()),
+      settledText_(settings_),
       looksBehind_(settings_.afterCast.present || settings_.afterDeleteBrackets.present ||
                    settings_.beforeEllipsis.present || settings_.closesLists() || log),
       keptIndent_(settings_.keepsLineIndent, tabSize(), columnAfter(settings_.hanging.wrap.text, 0, tabSize())),
@@ -96,6 +97,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
         out.write(text);
         return;
     }
+    if (hasNoTypes && !log() && writeSettled(text, mode, out)) return;
     // The blocks hold expressions of their own. What a long text takes is not kept for the next one.
     constexpr std::size_t longText = 8 * 1024;
     ExprTokens ownTokens;
@@ -130,6 +132,15 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
     if (run.nameFollows) writeTypeEnd(run);
     run.sweep.writeEnd();
     run.groups.clear();
+}
+
+// Says false where the text is to be looked at; then nothing has been written.
+bool CppExprFormatter::writeSettled(std::string_view text, ExprMode mode, OIndentBuf& out) const {
+    const std::string_view expression = trimLeft(text);
+    if (!settledText_.isOne(expression, mode)) return false;
+    out.write(text.substr(0, text.size() - expression.size()));
+    out.write(expression);
+    return true;
 }
 
 // Whether the white space behind the comma in front has been written.

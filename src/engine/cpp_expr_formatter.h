@@ -13,6 +13,7 @@
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/line_splices.h"
+#include "engine/settled_text.h"
 #include "engine/source_tokens.h"
 
 namespace Tessel {
@@ -110,6 +111,7 @@ private:
     void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
                 std::optional<LastMarks> marksBeforeName, BlocksInText* blocks = nullptr,
                 HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> outerColumn = {});
+    bool writeSettled(std::string_view text, ExprMode mode, Zelmor::OIndentBuf& out) const;
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;
@@ -189,6 +191,7 @@ private:
     const Zelmor::TextDocument* source_;
     SourceTokens sourceTokens_;
     ExprSettings settings_;
+    SettledText settledText_;
     bool looksBehind_;  // at what the token in front ends
     KeptIndent keptIndent_;
     LineSplices splices_;

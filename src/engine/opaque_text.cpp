@@ -142,7 +142,10 @@ bool OpaqueWriter::isConcerned(std::string_view text) const {
     return text.find(out_.tabMode() == Zelmor::TabsToSpaces ? "\t" : "  ") != std::string_view::npos;
 }
 
+// Most texts are done with before their end.
 void OpaqueWriter::findRun() {
+    run_ = {};
+    if (!isConcerned(blanks_.rest())) return;
     do {
         run_ = blanks_.next();
     } while (!run_.empty() && !isConcerned(run_));

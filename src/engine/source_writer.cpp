@@ -294,6 +294,8 @@ void SourceWriter::replace(std::string_view whitespace, const WantedText& wanted
 
 void SourceWriter::writeMerged(std::string_view gap, WantedText wanted) {
     if (!wanted.present && !log_) return write(gap);
+    // Most gaps are as they are to be.
+    if (!log_ && gap == " " && wanted.text() == gap) return static_cast<void>(out_->writeVerbatim(gap));
     const std::string_view blanks = trailingBlanks(gap);
     if (!wanted.present || followsJoinedLiteral()) {
         write(gap);

@@ -40,7 +40,9 @@ std::optional<Stretch> StretchedText::take() {
 // What becomes of a stretch, with the white space in front of it but not behind; nothing where that cannot be told
 // without the rest of the text.
 std::optional<std::string> StretchedText::format(const Stretch& stretch) {
-    const std::string framed = std::string(stretch.ahead).append(stretch.text).append(stretch.behind);
+    std::string framed;
+    framed.reserve(stretch.ahead.size() + stretch.text.size() + stretch.behind.size());
+    framed.append(stretch.ahead).append(stretch.text).append(stretch.behind);
     Zelmor::ViewStream in(framed);
     ParsedText source(in);
     if (!stages_.read(source).empty() || !standsInFrame(source, stretch)) return std::nullopt;

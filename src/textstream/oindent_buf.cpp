@@ -100,7 +100,7 @@ void OIndentBuf::findTextColumn(std::string_view line) {
 
 std::size_t OIndentBuf::writeVerbatim(std::string_view text) {
     if (text.empty()) return 0;
-    if (goesOnPlainly(text)) return writePlainly(text);
+    if (goesOnPlainly(text) || startsPlainly(text)) return writePlainly(text);
     LeadingSpaceScope keepSpace(*this, true);
     return writeLines(text);
 }

@@ -69,9 +69,9 @@ bool OTextDocBuf::writePendingSpaces() {
 }
 
 std::size_t OTextDocBuf::put(std::string_view text) {
-    if (keepsTabs(tabMode_)) return putAsGiven(text);
     const bool endsLine = text.ends_with('\n');
     if (endsLine && isPlain(text.substr(0, text.size() - 1))) return putPlainLine(text);
+    if (keepsTabs(tabMode_)) return putAsGiven(text);
     switch (tabMode_) {
         case TabsToSpaces:
             return putTabsAsSpaces(text);
@@ -158,7 +158,7 @@ bool OTextDocBuf::putConvertibleSpace() {
 
 bool OTextDocBuf::putSpaces(int count) {
     const std::string spaces(static_cast<std::size_t>(count), ' ');
-    return putAsGiven(spaces) == spaces.size();
+    return putPlain(spaces) == spaces.size();
 }
 
 std::size_t OTextDocBuf::sendOn(std::string_view text) {
