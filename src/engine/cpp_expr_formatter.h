@@ -97,7 +97,7 @@ private:
         bool holdsDeclarations = false;
         bool isShortList = false;  // the same on one line
         bool isOnOneLine = false;
-        FirstLine line;  // that a "{" ends, from which lines go on that stay where they are
+        FirstLine line;  // that of a "{", from which lines go on that stay where they are
         struct ElementScope;
         std::unique_ptr<ElementScope> elements;
 
@@ -179,7 +179,7 @@ private:
     bool isNarrowGap(const Run& run) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;
-    FirstLine lineEndedBy(const Run& run, std::size_t open) const;
+    FirstLine lineOfBrace(const Run& run, std::size_t open) const;
     bool staysOnOneLine(const Run& run, std::size_t close) const;
     const MarkSettings& markSettings(int kind) const;
     // What the source does beside gaps (expr_measures.cpp).

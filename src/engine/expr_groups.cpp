@@ -41,7 +41,7 @@ void CppExprFormatter::openGroup(Run& run) {
         default: group.kind = Group::Kind::InnerBraces;
     }
     if (group.isBraced()) {
-        group.line = lineEndedBy(run, run.previous);
+        group.line = lineOfBrace(run, run.previous);
         const bool keepsLines =
             !settings_.commas.elements.behind.present || settings_.commas.elements.behind.hasLineFeed();
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
@@ -61,12 +61,17 @@ void CppExprFormatter::openGroup(Run& run) {
     run.groups.push_back(std::move(group));
 }
 
-// The line of the "{" written last, where it ends that in the source.
-FirstLine CppExprFormatter::lineEndedBy(const Run& run, std::size_t open) const {
+// The line of the "{" written last, where it ends that in the source, or begins one that goes by another brace. Lines
+// behind one that begins beyond the margin would do so, too.
+FirstLine CppExprFormatter::lineOfBrace(const Run& run, std::size_t open) const {
     const std::size_t following = open + 1;
     const bool isLast = following == run.tokens.size();
-    if (!keptIndent_.isWanted() || isLast || run.tokens[following].start.line == run.tokens[open].start.line) return {};
-    return {sourceColumns().columnOfLine(run.text.substr(run.tokens[open].offset)), textColumnOf(run.out()), -1};
+    if (!keptIndent_.isWanted() || isLast) return {};
+    const bool endsLine = run.tokens[following].start.line != run.tokens[open].start.line;
+    const int column = textColumnOf(run.out());
+    const bool isWithinMargin = settings_.wrapMargin == 0 || column < settings_.wrapMargin;
+    if (!isWithinMargin || (!endsLine && open != run.hangingInBraces)) return {};
+    return {sourceColumns().columnOfLine(run.text.substr(run.tokens[open].offset)), column, -1};
 }
 
 // At the "{" written last: whether its initializer, which stands on one line, does so here too.

@@ -66,7 +66,9 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
         return keptIndent_.columnBelowFirst(line, gap, hanging);
     }
     const int column = keptIndent_.columnFor(line, gap, hanging);
-    return brace.source >= 0 && column < brace.output ? hanging : column;
+    if (brace.source < 0 || (column != hanging && column >= brace.output)) return column;
+    run.hangingInBraces = place;
+    return hanging;
 }
 
 int CppExprFormatter::hangingColumn(const Run& run) const {
