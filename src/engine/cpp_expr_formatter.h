@@ -98,7 +98,8 @@ private:
         bool holdsDeclarations = false;
         bool isShortList = false;  // the same on one line
         bool isOnOneLine = false;
-        FirstLine line;  // that a "{" ends, from which lines go on that stay where they are
+        bool isRow = false;  // in braces, whose "{" begins its line, which goes by these
+        FirstLine line;      // that of a "{", from which lines go on that stay where they are
         struct ElementScope;
         std::unique_ptr<ElementScope> elements;
 
@@ -181,7 +182,8 @@ private:
     bool isNarrowGap(const Run& run) const;
     const OptionalText* afterOpen(const Group& group) const;
     const OptionalText* beforeClose(const Group& group) const;
-    FirstLine lineEndedBy(const Run& run, std::size_t open) const;
+    FirstLine lineOfBrace(const Run& run, std::size_t open) const;
+    static FirstLine lineOfGroup(const Run& run);
     bool staysOnOneLine(const Run& run, std::size_t close) const;
     const MarkSettings& markSettings(int kind) const;
     // What the source does beside gaps (expr_measures.cpp).

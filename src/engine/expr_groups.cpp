@@ -18,6 +18,10 @@ const OptionalText& onLine(const OptionalText& wanted, bool isOnOneLine) {
     return isOnOneLine && wanted.hasLineFeed() ? kBlankOnLine : wanted;
 }
 
+bool isLastOnLine(const ExprTokens& tokens, std::size_t place) {
+    return place + 1 < tokens.size() && tokens[place + 1].start.line != tokens[place].start.line;
+}
+
 }  // namespace
 
 void CppExprFormatter::openGroup(Run& run) {
@@ -41,7 +45,9 @@ void CppExprFormatter::openGroup(Run& run) {
         default: group.kind = Group::Kind::InnerBraces;
     }
     if (group.isBraced()) {
-        group.line = lineEndedBy(run, run.previous);
+        const bool endsLine = isLastOnLine(run.tokens, run.previous);
+        group.isRow = !endsLine && run.previous == run.hangingInBraces;
+        if (endsLine || group.isRow) group.line = lineOfBrace(run, run.previous);
         const bool keepsLines =
             !settings_.commas.elements.behind.present || settings_.commas.elements.behind.hasLineFeed();
         group.holdsRows = keepsLines && (run.groups.empty() || run.groups.back().holdsRows);
@@ -61,12 +67,12 @@ void CppExprFormatter::openGroup(Run& run) {
     run.groups.push_back(std::move(group));
 }
 
-// The line of the "{" written last, where it ends that in the source.
-FirstLine CppExprFormatter::lineEndedBy(const Run& run, std::size_t open) const {
-    const std::size_t following = open + 1;
-    const bool isLast = following == run.tokens.size();
-    if (!keptIndent_.isWanted() || isLast || run.tokens[following].start.line == run.tokens[open].start.line) return {};
-    return {sourceColumns().columnOfLine(run.text.substr(run.tokens[open].offset)), textColumnOf(run.out()), -1};
+// The line of the "{" written last. Lines behind one that begins beyond the margin would do so, too.
+FirstLine CppExprFormatter::lineOfBrace(const Run& run, std::size_t open) const {
+    const int column = textColumnOf(run.out());
+    const bool isBeyondMargin = settings_.wrapMargin > 0 && column >= settings_.wrapMargin;
+    if (!keptIndent_.isWanted() || isBeyondMargin) return {};
+    return {sourceColumns().columnOfLine(run.text.substr(run.tokens[open].offset)), column, -1};
 }
 
 // At the "{" written last: whether its initializer, which stands on one line, does so here too.

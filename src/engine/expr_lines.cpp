@@ -59,14 +59,24 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (!run.sourceHanging) startSourceHanging(run);
     const std::size_t place = run.sweep.place();
     // A brace no further than the first line is out of its place: lines go by that one, unless they would be, too.
-    const FirstLine brace = run.groups.empty() ? FirstLine() : run.groups.back().line;
+    const FirstLine brace = lineOfGroup(run);
     FirstLine line = brace.source > run.firstLine.source ? brace : run.firstLine;
     if (run.sourceHanging) line.hanging = run.sourceHanging->columnFor(place);
     if (closesBracket(run.tokens, place) || isAssignedFurther(run, place)) {
         return keptIndent_.columnBelowFirst(line, gap, hanging);
     }
     const int column = keptIndent_.columnFor(line, gap, hanging);
-    return brace.source >= 0 && column < brace.output ? hanging : column;
+    if (brace.source < 0 || (column != hanging && column >= brace.output)) return column;
+    run.hangingInBraces = place;
+    return hanging;
+}
+
+// That of the innermost "{", but for what stands behind a directive in a row: it has nothing in front to hang from.
+FirstLine CppExprFormatter::lineOfGroup(const Run& run) {
+    if (run.groups.empty()) return {};
+    const Group& group = run.groups.back();
+    const bool isBehindDirective = run.kindAt(run.sweep.place() - 1) == Cpp::Directive;
+    return group.isRow && isBehindDirective ? FirstLine() : group.line;
 }
 
 int CppExprFormatter::hangingColumn(const Run& run) const {

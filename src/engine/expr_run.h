@@ -73,6 +73,7 @@ struct CppExprFormatter::Run {
     HangingLines::Text hangingText = HangingLines::Text::Statement;
     std::size_t firstText = 0;  // the first token that is no directive: these have no part in where lines hang
     FirstLine firstLine;        // the one that it stands in
+    std::size_t hangingInBraces = kNoToken;  // begins the last line in braces that goes by these, not by its author
     int hiddenColumns = 0;      // of the line that is being written, as far as it is part of the text
     std::optional<SourceHanging> sourceHanging;  // made when it is asked first
     std::size_t previous = kNoToken;        // the last token that is no comment or directive

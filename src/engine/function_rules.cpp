@@ -49,6 +49,11 @@ bool endsWithQualifier(std::string_view head) {
     return head.ends_with(" const") || head.ends_with(" volatile") || head.ends_with(" noexcept");
 }
 
+// `void f [[noreturn]] ()`: as opposed to `operator new[]`.
+bool endsWithAttribute(std::string_view name) {
+    return name.ends_with(']') && trimRight(name.substr(0, name.size() - 1)).ends_with(']');
+}
+
 // `BENCHMARK(f)->Arg(1)`: as opposed to `A(T) -> A<T>`.
 bool callsMember(const Cpp::FunctionHeadNode& head, std::string_view tail) {
     const std::size_t last = tail.find_last_not_of("; \t\n");
@@ -186,7 +191,7 @@ int CppFormatter::formatFunctionHead(Cpp::FunctionDeclNode& declaration) {
         const bool startsLine = isLineBreak(leadingBlanks(gap)) && startsWithLineEndToken(gap);
         const std::string_view name = head->name()->text();
         const bool isSymbol = Cpp::operatorSymbol(name) < name.size();
-        const bool endsInAttribute = !isSymbol && name.ends_with(']');  // void f [[noreturn]] ();
+        const bool endsInAttribute = endsWithAttribute(name);
         const OptionalText& afterAny = endsInAttribute ? kAsInInput : settings_.afterFunctionName;
         const WantedText afterName = isSymbol ? firstPresent(settings_.afterOperatorName, afterAny) : afterAny;
         if (afterName.present && !startsLine) {

@@ -76,7 +76,9 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
     const auto endOf = [&](const SplicedLine& line) {
         return shownColumnAfter(line.text, line.isFirst ? firstColumn : 0, layout_.tabSize);
     };
-    const auto spliceOf = [&](const SplicedLine& line) { return columnAfter(line.blanks, endOf(line), layout_.tabSize); };
+    const auto spliceOf = [&](const SplicedLine& line) {
+        return columnAfter(line.blanks, endOf(line), layout_.tabSize);
+    };
     int widest = 0;
     int common = spliceOf(before.front());
     bool areBehindText = true;

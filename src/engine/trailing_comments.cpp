@@ -32,6 +32,7 @@ bool isCommentLine(std::string_view text, std::size_t lineStart) {
 TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
     Comment comment;
     comment.sourceColumn = columnIn(source_, offset);
+    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size());
     comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
@@ -129,13 +130,20 @@ bool TrailingComments::isInNextLine(std::string_view written) const {
 // code is laid out.
 bool TrailingComments::standsInColumn(const Comment& comment) const {
     const Comment& last = last_.back();
-    const bool endBodies = comment.closesBody && last.closesBody && comment.codeEnd != last.codeEnd;
-    if (endBodies && !settings_.keepsColumns) return false;
+    if (endsOtherBody(comment) && !settings_.keepsColumns) return false;
     const int apart = std::abs(last.sourceColumn - comment.sourceColumn);
     const bool mayMiss = comment.isOwnLine && !last.standsAlone && !last.opensBody;
     if (!comment.isBlock) return apart <= (mayMiss ? kNearColumn : 0);
     if (settings_.alignsLineComments) return false;
     return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;
+}
+
+// Whether it stands behind the end of a body, as the last one does, but of one that is indented otherwise. Block
+// comments behind such ends are in a column on purpose, unless the source has the ends below each other.
+bool TrailingComments::endsOtherBody(const Comment& comment) const {
+    const Comment& last = last_.back();
+    const bool isApart = comment.closesBody && last.closesBody && comment.codeEnd != last.codeEnd;
+    return isApart && (!comment.isBlock || comment.sourceCodeEnd == last.sourceCodeEnd);
 }
 
 // Whether one that does not stand below the last one may come to do so.

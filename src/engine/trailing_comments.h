@@ -47,6 +47,7 @@ private:
         int sourceColumn = 0;
         int wideColumn = 0;  // the same in an editor with wide tabs
         int codeEnd = 0;  // the column behind the code in front of it
+        int sourceCodeEnd = 0;  // the same in the source
         int column = 0;   // where it stands
         int length = 0;
         bool isBlock = false;
@@ -68,6 +69,7 @@ private:
     bool isInNextLine(std::string_view written) const;
     bool isFixed(const Comment& comment) const;
     bool standsInColumn(const Comment& comment) const;
+    bool endsOtherBody(const Comment& comment) const;
     bool mayJoinLast(const Comment& comment) const;
     int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
