@@ -21,6 +21,7 @@ struct ItemScanner::Progress {
     bool sawClassKey = false;
     bool sawColon = false;
     bool followsType = false;  // of ItemContext
+    Index callsEnd = 0;        // of the calls behind a group that have been looked behind last
     HeadTail tail;             // behind the last parentheses that have been looked behind
 
     void takeWord(int kind) {

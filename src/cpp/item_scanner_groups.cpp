@@ -159,7 +159,7 @@ ItemScanner::Group::Verdict ItemScanner::Group::byGroupBehind() const {
 // DECLARE_ALIGNED(8, int, a)[2] = {}
 ItemScanner::Group::Verdict ItemScanner::Group::byDeclaratorsBehind() const {
     const bool mayBeFirst = name_.kind == Identifier && seen_.typeWords > 0 && !seen_.sawOperator;
-    if (findsMacros() && mayBeFirst && kind(scan_.behindCalls(following_)) == Comma) return data();
+    if (findsMacros() && mayBeFirst && kind(scan_.behindCalls(following_, seen_.callsEnd)) == Comma) return data();
     if (scan_.heads_.oldStyleTail(open_)) return function();
     if (!findsMacros()) return kUndecided;
     const bool hasValue =

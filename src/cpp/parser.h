@@ -173,7 +173,8 @@ private:
 
     // Data (parser_data.cpp).
     std::unique_ptr<DataDeclNode> parseDataDecl(TokenBuffer& tokens, Scope scope);
-    bool opensInitializer(const TokenBuffer& tokens, const std::vector<Token>& declarator, Index previous) const;
+    bool opensInitializer(const TokenBuffer& tokens, const std::vector<Token>& declarator, Index previous,
+                          Index& callsEnd) const;
     void passStatement(TokenBuffer& tokens);
     bool parseTail(const Token& introducer, TokenBuffer& tokens, DataDeclNode& declaration);
     std::unique_ptr<ExprNode> parseInitialValue(TokenBuffer& tokens, bool isOfMacro);

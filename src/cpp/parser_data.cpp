@@ -166,6 +166,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
     const bool hasTypeInFront = followsType(tokens, tokens.place());
     bool isBraced = false;
     bool hasMacros = false;
+    Index callsEnd = 0;
     while (true) {
         ending = peekSignificant(tokens);
         skipTrivia(tokens);
@@ -181,7 +182,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
         if ((kind == Arrow || kind == Dot) && scope == Scope::Block) return nullptr;
         if (kind == OpenParen) {
             hasMacros = keepsUnrecognized_ && endsWithMacro(declarator, hasMacros);
-            const bool opensTail = !hasMacros && opensInitializer(tokens, declarator, previous);
+            const bool opensTail = !hasMacros && opensInitializer(tokens, declarator, previous, callsEnd);
             if (opensTail && keepsUnrecognized_ && scope == Scope::Block && heads(tokens).hasBody(here)) return nullptr;
             if (opensTail) break;
         }
@@ -224,7 +225,8 @@ void Parser::passStatement(TokenBuffer& tokens) {
 
 // At a "(": whether it begins the arguments of what is declared. The argument of an attribute or a macro has the rest
 // of a declaration behind it.
-bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token>& declarator, Index previous) const {
+bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token>& declarator, Index previous,
+                              Index& callsEnd) const {
     const Index open = tokens.place();
     if (!declarator.empty() && declarator.back().kind == Asterisk) return false;
     if (isArgumentOf(tokens, open, previous)) return false;
@@ -235,7 +237,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     const Index behind = view(tokens).next(close);
     const int following = tokens.kindAt(behind);
     if (keepsUnrecognized_ && following == OpenBracket) return false;
-    if (keepsUnrecognized_ && tokens.kindAt(view(tokens).behindCalls(behind)) == Comma) return true;
+    if (keepsUnrecognized_ && tokens.kindAt(view(tokens).behindCalls(behind, callsEnd)) == Comma) return true;
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
                                startsData(following) || isClassKey(following) || following == KeywordStatic;
     return !continuesType && following != Assign;

@@ -59,8 +59,10 @@ TokenView::Index TokenView::behindAnnotations(Index place) const {
     }
 }
 
-TokenView::Index TokenView::behindCalls(Index place) const {
+TokenView::Index TokenView::behindCalls(Index place, Index& lastEnd) const {
+    if (place < lastEnd) return lastEnd;
     while (kind(place) == Identifier && kind(next(place)) == OpenParen) place = behind(next(place));
+    lastEnd = place;
     return place;
 }
 

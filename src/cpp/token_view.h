@@ -18,8 +18,9 @@ public:
     Index behind(Index place) const;
     // Behind attributes and annotations with arguments, and behind those of the statement's first keyword.
     Index behindAnnotations(Index place) const;
-    // Names with arguments, one behind another.
-    Index behindCalls(Index place) const;
+    // Names with arguments, one behind another. `lastEnd` is where those end that a walk has looked behind last: of
+    // these all end there.
+    Index behindCalls(Index place, Index& lastEnd) const;
     // `IF_WIDE(long flags[] =) { 1 }`: whether a macro's argument ends with a declarator and the "=" whose value stands
     // behind the macro.
     bool endsWithAssign(Index openParen) const;

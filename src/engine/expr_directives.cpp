@@ -42,7 +42,8 @@ std::optional<int> CppExprFormatter::tabSizeOf(std::string_view directive, const
     if (!DefineTabs::mayTell(directive)) return std::nullopt;
     const std::optional<std::size_t> place = sourceColumns().offsetInDocument(directive);
     const int size = place ? defineTabs_.sizeAt(*place) : tabSize();
-    if (size == tabSize() || !isLaidOutFromFirstLine(directive)) return std::nullopt;
+    // The blanks around the lines of a literal stay.
+    if (size == tabSize() || continuesLiteral(directive) || !isLaidOutFromFirstLine(directive)) return std::nullopt;
     return size;
 }
 

@@ -156,7 +156,7 @@ TEST(Limits, OneLineOfManyThings) {
           "int a[]={" + repeated("1,", kMany) + "0};", "enum{" + repeated("a,", kMany) + "b};",
           "void f(){g(" + repeated("a,", kMany) + "b);}", "void f(" + repeated("int a,", kMany) + "int b);",
           "void f(){x=" + repeated("a+", kMany) + "b;}", "void f(){" + repeated(". a ", kMany) + "}",
-          repeated("/**/", kMany)}) {
+          "void f(){A " + repeated("B(c) ", kMany) + ";}", repeated("/**/", kMany)}) {
         for (const char* scheme : {"aligned", "google"})
             EXPECT_EQ(refusalOf(scheme, text), "") << text.substr(0, 20);
     }
