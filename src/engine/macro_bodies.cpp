@@ -238,6 +238,14 @@ bool startsWithCase(std::string_view body) {
     return first == Cpp::KeywordCase || first == Cpp::KeywordDefault;
 }
 
+// How far statements stand behind the labels of their cases; nothing where they do not stand behind these at all.
+std::optional<std::string> stepBehindLabel(const PropertySet& scheme) {
+    const OptionalText label = readIndent(scheme, Keys::INDENT_CS_CASE_LABELS);
+    const OptionalText content = readIndent(scheme, Keys::INDENT_CS_CASE_CONTENT);
+    const bool isBehind = label.present && content.present && content.text.starts_with(label.text);
+    return isBehind ? std::optional(std::string(content.text.substr(label.text.size()))) : std::nullopt;
+}
+
 bool holdsSwitch(std::string_view body) {
     Cpp::Lexer lexer(body);
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
@@ -301,10 +309,13 @@ std::optional<std::string> MacroBodies::laidOut(std::string_view directive, cons
     if (first == lines.end()) return std::nullopt;
     const bool startsOnLine = first == lines.begin();
     if (startsOnLine && lines.size() > 1 && !endsStatement(*first)) return std::nullopt;
-    const bool isIndented = !startsOnLine && isWhitespace(firstStatementOf({first, lines.end()}).front());
     // The blanks behind the macro's name are no indentation.
     const std::string_view firstLine = startsOnLine ? trimLeft(*first) : *first;
     const std::string start(firstLine.begin(), lines.back().end());
+    const std::string_view statement = firstStatementOf({first, lines.end()});
+    const bool followsLabel = statement.data() != first->data() && startsWithCase(start);
+    const bool isIndented = !startsOnLine && (isWhitespace(statement.front()) ||
+                                              (followsLabel && !stepBehindLabel(scheme_).value_or("").empty()));
     const std::string indent = isIndented ? indentBehind(directive) : std::string();
     auto result = formatted(start, indent, column);
     if (!result) return std::nullopt;
@@ -359,14 +370,12 @@ void MacroBodies::indentBraces(PropertySet& scheme, bool beginLines) const {
 std::optional<std::string> MacroBodies::formattedCases(const std::string& body, const std::string& indent,
                                                        int column) const {
     static constexpr Frame cases{"void f() {\nswitch (0) {\n", "\n;}}\n"};
-    const OptionalText label = readIndent(scheme_, Keys::INDENT_CS_CASE_LABELS);
-    const OptionalText content = readIndent(scheme_, Keys::INDENT_CS_CASE_CONTENT);
-    const bool isBehindLabel = label.present && content.present && content.text.starts_with(label.text);
-    if (!isBehindLabel || holdsSwitch(body)) return std::nullopt;
+    const std::optional<std::string> step = stepBehindLabel(scheme_);
+    if (!step || holdsSwitch(body)) return std::nullopt;
     if (!casesInBody_) {
         PropertySet scheme = scheme_;
         scheme.setString(Keys::INDENT_CS_CASE_LABELS, {});
-        scheme.setString(Keys::INDENT_CS_CASE_CONTENT, content.text.substr(label.text.size()));
+        scheme.setString(Keys::INDENT_CS_CASE_CONTENT, *step);
         casesInBody_ = std::make_unique<MacroBodies>(scheme, passes_);
     }
     return casesInBody_->formatted(body, cases, indent, column);
