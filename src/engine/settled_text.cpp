@@ -18,7 +18,7 @@ bool leavesNothing(const OptionalText& wanted) { return wanted.text.empty(); }
 
 bool isOneBlank(const OptionalText& wanted) { return wanted.present && wanted.text == " "; }
 
-// Not those that may begin a list of template arguments or stand at the name of what is declared.
+// Those of operators that stand neither at the name of what is declared nor in front of what may be a type.
 constexpr Zelmor::CharSet kOperatorCharacters("=!<>+-/%^|");
 constexpr Zelmor::CharSet kSigns("!~-*&");
 
