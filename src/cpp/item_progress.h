@@ -14,7 +14,7 @@ struct ItemScanner::Progress {
     int typeWords = 0;       // words in front of the last one that are no specifiers
     int lastWords = 0;       // 1 when the last word may be the name, or a part of the type
     int wordsBehindKey = 0;  // since the class key
-    bool sawGroup = false;  // in parentheses
+    bool sawGroup = false;   // in parentheses
     bool sawOperator = false;
     bool sawEnum = false;
     bool sawTypedef = false;

@@ -289,8 +289,9 @@ std::unique_ptr<ExprNode> Parser::parseInitialValue(TokenBuffer& tokens, bool is
             return nullptr;
         }
         const bool isLater = isOfMacro && isBehind(CloseParen) && token.start.line > tokens.at(value.previous).end.line;
-        if (isLater && items(tokens).bringsSemicolon(tokens.place())) return value.makeLeaf();
-        if (keepsUnrecognized_ && isBehind(CloseBrace) && items(tokens).bringsSemicolon(tokens.place())) {
+        const bool mayEnd = keepsUnrecognized_ && (isLater || isBehind(CloseBrace));
+        if (mayEnd && items(tokens).bringsSemicolon(tokens.place())) {
+            if (isLater) return value.makeLeaf();
             takeToken(tokens, value);
             takeToken(tokens, value);
             return value.makeLeaf();

@@ -1,6 +1,7 @@
 // asm volatile ( "nop" : "=r" (a),"=r" (b) );    →    asm volatile("nop" : "=r" (a), "=r" (b));
 #include <algorithm>
 #include <string>
+#include <vector>
 
 #include "cpp/lexer.h"
 #include "cpp/token_sets.h"
@@ -8,6 +9,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
+#include "engine/text_lines.h"
 
 namespace Tessel {
 
@@ -50,23 +52,13 @@ bool indentsLinesFrom(int column, std::string_view statement, int tabSize) {
     return true;
 }
 
-template <typename Visitor>
-void forEachLine(std::string_view text, const Visitor& visit) {
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find('\n', start), text.size());
-        visit(text.substr(start, end - start));
-        start = end + 1;
-    }
-}
-
 // That of the line that is indented least, but for labels.
-int columnOfInstructions(std::string_view block, int tabSize) {
+int columnOfInstructions(const std::vector<std::string_view>& lines, int tabSize) {
     int least = kRightmostIndent;
-    forEachLine(block, [&](std::string_view line) {
-        const std::string_view text = trim(line);
+    for (const std::string_view line : lines) {
         const int column = columnAfter(leadingBlanks(line), 0, tabSize);
-        if (!text.empty() && !text.ends_with(':')) least = std::min(least, column);
-    });
+        if (!line.empty() && !line.ends_with(':')) least = std::min(least, column);
+    }
     return least == kRightmostIndent ? 0 : least;
 }
 
@@ -86,7 +78,9 @@ void CppFormatter::visit(Cpp::AsmNode* statement) {
     copyUpTo(*statement);
     const std::string_view text = writer_.readThrough(statement->end());
     const std::size_t bracket = text.find_first_of("({");
-    if (bracket != text.npos && text[bracket] == '{' && isPlainBlock(text.substr(bracket))) {
+    const bool isInBraces = bracket != text.npos && text[bracket] == '{';
+    const bool isIndented = settings_.keepsUnrecognized && settings_.functions.indent.present;
+    if (isInBraces && isIndented && isPlainBlock(text.substr(bracket))) {
         writeAssemblerBlock(text.substr(0, bracket), text.substr(bracket + 1));
         return writer_.keepLineEndBehind();
     }
@@ -110,21 +104,21 @@ void CppFormatter::writeAssemblerBlock(std::string_view head, std::string_view r
     writer_.write(head);
     const std::size_t close = rest.size() - 1;
     const std::size_t lineEnd = rest.find('\n');
-    const std::string_view block = trimRight(rest.substr(lineEnd + 1, close - lineEnd - 1));
+    const std::vector<std::string_view> lines = linesOf(trimRight(rest.substr(lineEnd + 1, close - lineEnd - 1)));
     out().write("{");
     writer_.write(trimRight(rest.substr(0, lineEnd)));
     const int tabSize = out().tabSize();
     const int base = indentColumn();
     const int column = columnAfter(settings_.functions.indent.text, base, tabSize);
-    const int shift = column - columnOfInstructions(block, tabSize);
-    forEachLine(block, [&](std::string_view line) {
+    const int shift = column - columnOfInstructions(lines, tabSize);
+    for (const std::string_view line : lines) {
         const std::string_view blanks = leadingBlanks(line);
         out().write("\n");
-        if (blanks.size() == line.size()) return;
+        if (line.empty()) continue;
         IndentScope indent(out(), indentToColumn(out(), std::max(columnAfter(blanks, 0, tabSize) + shift, base)));
         out().startLine();
-        Tessel::writeRendered(trimRight(line.substr(blanks.size())), out());
-    });
+        Tessel::writeRendered(line.substr(blanks.size()), out());
+    }
     out().write("\n}");
 }
 

@@ -16,6 +16,7 @@
 #include "engine/cpp_formatter.h"
 #include "engine/gap.h"
 #include "engine/scheme_values.h"
+#include "engine/text_lines.h"
 #include "engine/token_boundary.h"
 #include "scheme/extension_keys.h"
 #include "scheme/property_keys.h"
@@ -90,16 +91,6 @@ bool isInPlainLines(std::string_view body) {
         if (depth < 0) return false;
     }
     return depth == 0 && splices == static_cast<std::size_t>(std::count(body.begin(), body.end(), '\n'));
-}
-
-std::vector<std::string_view> linesOf(std::string_view text) {
-    std::vector<std::string_view> lines;
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find('\n', start), text.size());
-        lines.push_back(trimRight(text.substr(start, end - start)));
-        start = end + 1;
-    }
-    return lines;
 }
 
 // The laid out line with what the source has in place of the characters that have been read; nothing where it holds
@@ -214,12 +205,14 @@ bool endsStatement(std::string_view line) {
     return hasEnd && !opensParentheses(line);
 }
 
-// What a label leads, too.
-bool startsWithLabel(std::string_view line) {
-    Cpp::Lexer lexer(line);
-    const int first = lexer.nextToken().kind;
-    return first == Cpp::KeywordCase || first == Cpp::KeywordDefault || endsLabel(line);
+// What stands in a switch elsewhere:  case a: f();
+bool startsWithCase(std::string_view text) {
+    const int first = Cpp::Lexer(text).nextToken().kind;
+    return first == Cpp::KeywordCase || first == Cpp::KeywordDefault;
 }
+
+// What a label leads, too.
+bool startsWithLabel(std::string_view line) { return startsWithCase(line) || endsLabel(line); }
 
 // Labels stand in columns of their own, and so do comments, in front of labels.
 std::string_view firstStatementOf(std::span<const std::string_view> lines) {
@@ -229,13 +222,6 @@ std::string_view firstStatementOf(std::span<const std::string_view> lines) {
     };
     const auto found = std::ranges::find_if(lines, isStatement);
     return found != lines.end() ? *found : lines.front();
-}
-
-// What stands in a switch elsewhere:  case a: f();
-bool startsWithCase(std::string_view body) {
-    Cpp::Lexer lexer(body);
-    const int first = lexer.nextToken().kind;
-    return first == Cpp::KeywordCase || first == Cpp::KeywordDefault;
 }
 
 // How far statements stand behind the labels of their cases; nothing where they do not stand behind these at all.
@@ -354,9 +340,9 @@ const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int colu
 }
 
 // Braces that the scheme indents stand so where they begin lines; what stands in others is indented from their line.
-void MacroBodies::indentBraces(PropertySet& scheme, bool beginLines) const {
+void MacroBodies::indentBraces(PropertySet& scheme, bool bracesBeginLines) const {
     if (braceIndent_.empty()) return;
-    if (beginLines) {
+    if (bracesBeginLines) {
         for (const auto& key : {Keys::WS_BEFORE_CS_OPEN_BRACE, Keys::WS_BEFORE_CS_CLOSE_BRACE}) {
             if (std::string text; scheme_.getString(key, text)) scheme.setString(key, text);
         }

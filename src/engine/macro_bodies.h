@@ -36,7 +36,7 @@ private:
 
     std::string indentBehind(std::string_view directive) const;
     const FormatOptions& optionsFor(const std::string& indent, int column, bool bracesBeginLines) const;
-    void indentBraces(PropertySet& scheme, bool beginLines) const;
+    void indentBraces(PropertySet& scheme, bool bracesBeginLines) const;
 
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
     std::optional<std::string> formattedCases(const std::string& body, const std::string& indent, int column) const;
