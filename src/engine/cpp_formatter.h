@@ -239,6 +239,9 @@ private:
     void formatHangingList(Cpp::InteriorNode& list, const CommaTexts& commas, const ListStart& start = {});
     void formatElements(Cpp::InteriorNode& list, const CommaTexts& commas);
     int columnOfLeadingComma(const CommaTexts& commas);
+    std::optional<int> columnOfLineWithComma(std::string_view gap, const Cpp::SyntaxNode& first,
+                                             const CommaTexts& commas);
+    bool isRightOf(std::string_view piece, const Cpp::SyntaxNode& node) const;
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);

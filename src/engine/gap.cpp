@@ -49,6 +49,17 @@ bool isLineBreak(std::string_view text) {
     return hasLineFeed;
 }
 
+std::size_t findLeadingComma(std::string_view gap) {
+    const std::size_t first = leadingBlanks(gap).size();
+    if (first < gap.size() && gap[first] == ',') {
+        return isLineBreak(gap.substr(0, first)) ? first : std::string_view::npos;
+    }
+    const std::string_view separator = trimRight(gap);
+    if (!separator.ends_with(',')) return std::string_view::npos;
+    const std::size_t last = separator.size() - 1;
+    return isLineBreak(trailingBlanks(separator.substr(0, last))) ? last : std::string_view::npos;
+}
+
 std::string withBlankLines(std::string_view wanted, std::string_view blanks) {
     const auto lineFeeds = [](std::string_view text) { return std::count(text.begin(), text.end(), '\n'); };
     const auto missing = std::max<std::ptrdiff_t>(lineFeeds(blanks) - lineFeeds(wanted), 0);

@@ -24,6 +24,10 @@ inline bool isBlanks(std::string_view text) {
 // White space with a line end in it, and nothing else.
 bool isLineBreak(std::string_view text);
 
+// Where the comma stands with which a line begins, in the white space and comments between two elements; npos where
+// none does.
+std::size_t findLeadingComma(std::string_view gap);
+
 inline std::string_view trimLeft(std::string_view text) {
     std::size_t first = 0;
     while (first < text.size() && isWhitespace(text[first])) ++first;

@@ -67,12 +67,14 @@ FirstLine CppFormatter::lineOf(std::string_view piece) {
 
 // The same for a gap that holds a separator, in front of it and behind it; lines stand at the indentation.
 void CppFormatter::keepBreaks(std::string_view gap, OptionalText& before, OptionalText& behind) {
-    const bool leadsLine = isLineBreak(leadingBlanks(gap)) && trimLeft(gap).starts_with(',');
+    const std::size_t comma = findLeadingComma(gap);
     const KeyId key = Keys::KEEP_LINE_BREAKS;
     const auto kept = [&](std::string lineFeeds) {
         return hangsLines() ? OptionalText{true, madeTexts_.keep(std::move(lineFeeds)), key} : kAsInInput;
     };
-    if (keepsLines() && leadsLine && !before.hasLineFeed()) before = kept("\n");
+    if (keepsLines() && comma != gap.npos && !before.hasLineFeed()) {
+        before = kept(lineFeedsOf(trailingBlanks(gap.substr(0, comma))));
+    }
     // A comma that the scheme puts at the start of the line has the line end behind it in front.
     const bool isMoved = before.hasLineFeed() && before.key != key && trim(gap) == ",";
     if (keepsBreak(gap, behind) && !isMoved) behind = kept(lineFeedsOf(trailingBlanks(gap)));

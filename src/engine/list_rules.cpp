@@ -98,13 +98,13 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
             const bool isAboveComma = keepsLines() && commas.before.hasLineFeed() && !isForBody && !isBehindComma &&
                                       Cpp::as<Cpp::CommentNode>(child.get()) && isAllWhitespace(gap) &&
                                       (isLineBreak(gap) || out().column() == 0);
-            // Behind a directive, one that leads its line stands where the others do.
-            const bool leadsLine = keepsLines() && out().column() == 0 && startsWithSeparator(gap, commas);
-            const bool standsByComma = isAboveComma || leadsLine;
-            if (standsByComma) indent.emplace(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
-            measureListBreak(gap, *list.children().front(), *child);
+            const Cpp::SyntaxNode& first = *list.children().front();
+            const std::optional<int> column =
+                isAboveComma ? columnOfLeadingComma(commas) : columnOfLineWithComma(gap, first, commas);
+            if (column) indent.emplace(out(), indentToColumn(out(), *column));
+            measureListBreak(gap, first, *child);
             writeListSeparator(gap, *previous, *child, commas);
-            if (leadsLine) indent.reset();
+            if (column && !isAboveComma) indent.reset();
         }
         ValueScope<FirstLine> ofLists(listLine_, {});
         ValueScope<bool> isAmongOthers(isAmongElements_, list.size() > 1);
@@ -112,6 +112,27 @@ void CppFormatter::formatElements(Cpp::InteriorNode& list, const CommaTexts& com
         previous = child.get();
         if (!Cpp::isTrivia(*child)) isBehindComma = false;
     }
+}
+
+// For a line that begins with a comma, and the list is not indented for it: behind a directive or a comment, where
+// nothing puts the comma to the left of the elements, and where its author has it below the first one.
+std::optional<int> CppFormatter::columnOfLineWithComma(std::string_view gap, const Cpp::SyntaxNode& first,
+                                                       const CommaTexts& commas) {
+    const bool startsLine = keepsLines() && out().column() == 0 && startsWithSeparator(gap, commas);
+    const std::size_t comma = startsLine ? leadingBlanks(gap).size() : findLeadingComma(gap);
+    const bool isBelowFirst =
+        comma != gap.npos && hangsLines() && !commas.breaksLines() && isRightOf(gap.substr(comma), first);
+    if (startsLine) return isBelowFirst ? indentColumn() : columnOfLeadingComma(commas);
+    if (!isBelowFirst) return std::nullopt;
+    const std::string_view behind =
+        commas.behind.present ? std::string_view(commas.behind.text) : leadingBlanks(gap.substr(comma + 1));
+    return columnAfter(std::string(",").append(behind), indentColumn(), out().tabSize());
+}
+
+// Whether the source does not have the piece to the left of the node.
+bool CppFormatter::isRightOf(std::string_view piece, const Cpp::SyntaxNode& node) const {
+    const int column = exprFormatter_.sourceColumnOf(sourceFrom(node));
+    return column >= 0 && exprFormatter_.sourceColumnOf(piece) >= column;
 }
 
 // So far to the left that the element behind the comma stands below the first.

@@ -31,8 +31,9 @@ bool isCommentLine(std::string_view text, std::size_t lineStart) {
 
 TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
     Comment comment;
-    comment.sourceColumn = columnIn(source_, offset);
-    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size());
+    comment.offset = offset;
+    comment.sourceColumn = columnIn(source_, offset, columns_.tabSize);
+    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size(), columns_.tabSize);
     comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
@@ -62,15 +63,14 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
     if (conditionals_.standsByEnd(offset)) return;
     if (comment.column > kRightmostIndent || leadsElements(written, comment, offset)) return;
     // A line with nothing but a comment may belong to the code below.
-    if (comment.isOwnLine && (!goesOn || codeColumnBelow(offset, columns_.tabSize) == comment.sourceColumn)) return;
+    if (comment.isOwnLine && (!goesOn || standsAboveCode(comment))) return;
     push(comment);
 }
 
 void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
     comment.isBlock = true;
-    comment.wideColumn = columnIn(source_, offset, kWideTab);
-    const bool goesOn = comment.isOwnLine ? goesOnBelowLast(written, comment, offset) : isBelowLast(written, comment);
+    const bool goesOn = comment.isOwnLine ? goesOnBelowLast(written, comment) : isBelowLast(written, comment);
     if (!goesOn) placeOthers(written, comment);
     if (comment.isOwnLine && !goesOn) return;
     if (comment.column > kRightmostIndent) return;
@@ -88,16 +88,30 @@ bool TrailingComments::leadsElements(std::string_view written, const Comment& co
 }
 
 // Whether a block comment without code in front goes on with the last one, and has room below it.
-bool TrailingComments::goesOnBelowLast(std::string_view written, const Comment& comment, std::size_t offset) {
+bool TrailingComments::goesOnBelowLast(std::string_view written, const Comment& comment) {
     if (last_.empty() || !last_.back().isBlock || !isInNextLine(written)) return false;
-    const Comment& last = last_.back();
-    const bool isWide = last.sourceColumn != comment.sourceColumn;
-    if (isWide && last.wideColumn != comment.wideColumn) return false;
+    if (!isBelow(last_.back(), comment, 0)) return false;
     const int column = isFixed(last_.front()) ? last_.front().column : lastColumn_;
     if (columns_.margin > 0 && column + comment.length > columns_.margin) return false;
     // A line with nothing but a comment may belong to the code below.
-    const int tabSize = isWide ? kWideTab : columns_.tabSize;
-    return codeColumnBelow(offset, tabSize) != columnIn(source_, offset, tabSize);
+    return !standsAboveCode(comment);
+}
+
+// Whether the source has the code below it in its column, by the width of tabs that has it below the last comment.
+bool TrailingComments::standsAboveCode(const Comment& comment) {
+    const bool isNear = std::abs(last_.back().sourceColumn - comment.sourceColumn) <= kNearColumn;
+    const int tabSize = isNear ? columns_.tabSize : kWideTab;
+    return codeColumnBelow(comment.offset, tabSize) == columnIn(source_, comment.offset, tabSize);
+}
+
+// Whether the source has it in the column of the other one, which it may miss by so many columns, or has so in an
+// editor with wide tabs. Line comments may come to do that by chance, where lines are indented with tabs: those in a
+// column have a tab in front of themselves, too.
+bool TrailingComments::isBelow(const Comment& other, const Comment& comment, int most) const {
+    if (std::abs(other.sourceColumn - comment.sourceColumn) <= most) return true;
+    const auto isBehindTab = [this](const Comment& one) { return one.offset > 0 && source_[one.offset - 1] == '\t'; };
+    return (comment.isBlock || (isBehindTab(other) && isBehindTab(comment))) &&
+           columnIn(source_, other.offset, kWideTab) == columnIn(source_, comment.offset, kWideTab);
 }
 
 void TrailingComments::push(const Comment& comment) {
@@ -131,11 +145,9 @@ bool TrailingComments::isInNextLine(std::string_view written) const {
 bool TrailingComments::standsInColumn(const Comment& comment) const {
     const Comment& last = last_.back();
     if (endsOtherBody(comment) && !settings_.keepsColumns) return false;
-    const int apart = std::abs(last.sourceColumn - comment.sourceColumn);
-    const bool mayMiss = comment.isOwnLine && !last.standsAlone && !last.opensBody;
-    if (!comment.isBlock) return apart <= (mayMiss ? kNearColumn : 0);
-    if (settings_.alignsLineComments) return false;
-    return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;
+    if (comment.isBlock && settings_.alignsLineComments) return false;
+    const bool mayMiss = !comment.isBlock && comment.isOwnLine && !last.standsAlone && !last.opensBody;
+    return isBelow(last, comment, mayMiss ? kNearColumn : 0);
 }
 
 // Whether it stands behind the end of a body, as the last one does, but of one that is indented otherwise. Block
@@ -172,10 +184,6 @@ int TrailingComments::codeColumnBelow(std::size_t offset, int tabSize) {
     const std::size_t code = textStart(source_, codeBelow_);
     if (source_.substr(code).starts_with('}')) return kNoCode;
     return columnAfter(source_.substr(codeBelow_, code - codeBelow_), 0, tabSize);
-}
-
-int TrailingComments::columnIn(std::string_view text, std::size_t offset) const {
-    return columnIn(text, offset, columns_.tabSize);
 }
 
 int TrailingComments::columnIn(std::string_view text, std::size_t offset, int tabSize) {

@@ -44,8 +44,8 @@ private:
     struct Comment {
         std::size_t gapStart = 0;  // of the white space in front of it
         std::size_t gapEnd = 0;
+        std::size_t offset = 0;  // in the source
         int sourceColumn = 0;
-        int wideColumn = 0;  // the same in an editor with wide tabs
         int codeEnd = 0;  // the column behind the code in front of it
         int sourceCodeEnd = 0;  // the same in the source
         int column = 0;   // where it stands
@@ -64,7 +64,9 @@ private:
     Comment commentAt(std::string_view written, std::size_t offset) const;
     void push(const Comment& comment);
     void placeOthers(std::string& written, Comment& comment);
-    bool goesOnBelowLast(std::string_view written, const Comment& comment, std::size_t offset);
+    bool goesOnBelowLast(std::string_view written, const Comment& comment);
+    bool standsAboveCode(const Comment& comment);
+    bool isBelow(const Comment& other, const Comment& comment, int most) const;
     bool isBelowLast(std::string_view written, const Comment& comment) const;
     bool isInNextLine(std::string_view written) const;
     bool isFixed(const Comment& comment) const;
@@ -74,7 +76,6 @@ private:
     int columnOf(const Comment& comment) const;
     void placeLast(std::string& written);
     int codeColumnBelow(std::size_t offset, int tabSize);
-    int columnIn(std::string_view text, std::size_t offset) const;
     static int columnIn(std::string_view text, std::size_t offset, int tabSize);
     int columnForLast() const;
 

@@ -109,7 +109,7 @@ void Server::take(const std::string& text) {
     if (!isMessage) return respondFailure(nullptr, {invalidRequest, "this is no message"});
     if (message.value("method", "") == "$/cancelRequest") {
         const Json parameters = message.value("params", Json::object());
-        if (parameters.is_object() && parameters.contains("id")) cancelled_.insert(parameters["id"]);
+        if (parameters.is_object() && parameters.contains("id")) cancelled_.insert(parameters["id"].dump());
         return;
     }
     queue_.push_back(std::move(message));
@@ -123,7 +123,7 @@ void Server::answer(const Json& request) {
     const Json id = isRequest ? request["id"] : Json();
     try {
         if (!isRequest) return notice(method, parameters);
-        if (cancelled_.erase(id) > 0) throw Failure{requestCancelled, "the request was cancelled"};
+        if (cancelled_.erase(id.dump()) > 0) throw Failure{requestCancelled, "the request was cancelled"};
         respond(id, handle(method, parameters));
     } catch (const Failure& failure) {
         if (isRequest) respondFailure(id, failure);

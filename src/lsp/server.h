@@ -72,7 +72,7 @@ private:
     MessageStream& stream_;
     Formatter& formatter_;
     std::deque<Json> queue_;
-    std::set<Json> cancelled_;                 // ids of requests in the queue
+    std::set<std::string> cancelled_;          // ids of requests in the queue, as JSON
     std::map<std::string, std::string> texts_;  // of the open documents, by URI
     std::set<std::string> changed_;            // whose diagnostics are to be told anew
     bool isInitialized_ = false;
