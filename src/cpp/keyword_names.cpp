@@ -25,6 +25,9 @@ constexpr bool isReservedByCpp(int kind) {
     }
 }
 
+// `struct private a;`
+constexpr bool isTagKey(int kind) { return kind == KeywordStruct || kind == KeywordUnion || kind == KeywordEnum; }
+
 // Behind a sign that ends nothing, no declaration begins.
 constexpr bool isInExpression(int ahead) {
     switch (ahead) {
@@ -43,13 +46,15 @@ constexpr bool isInExpression(int ahead) {
 // Told by the token behind the keyword; in front of a ";", by the end of a type before it.
 bool KeywordNames::isNameBefore(int following) const {
     const bool endsDeclaration = following == Semicolon && (ahead_ == Identifier || ahead_ == Asterisk);
+    if (isTagKey(ahead_) && isAccessKeyword(last_)) return true;
     if (!isPunctuation(following) || following == OpenBrace) return false;
     switch (last_) {
         case KeywordPublic:
         case KeywordProtected:
         case KeywordPrivate: return following != Colon && following != CloseBrace;
         case KeywordTry: return following != Colon;
-        case KeywordCatch: return following != OpenParen;
+        case KeywordCatch: return following != OpenParen || isBuiltinTypeKeyword(ahead_);
+        case KeywordThrow: return following == OpenParen && isBuiltinTypeKeyword(ahead_);
         case KeywordNamespace:
             if (following == OpenBracket) return isInExpression(ahead_) || isBuiltinTypeKeyword(ahead_);
             return following != Semicolon || endsDeclaration;

@@ -17,6 +17,8 @@ std::string keptTreeOf(std::string_view source) {
 
 TEST(ParserLanguage, HeadsHaveTails) {
     EXPECT_EQ(treeOf("int private = 1;"), "\ndata int | private | = 1 ;\n") << "a name in C";
+    EXPECT_EQ(treeOf("struct private a; int catch(int b); void throw();"),
+              "\ndata struct private | a | -\nfunction int | catch (int b)\nfunction void | throw ()\n");
     EXPECT_EQ(treeOf("NsPtr namespace; T *template;"), "\ndata NsPtr | namespace | -\ndata T * | template | -\n");
     EXPECT_EQ(treeOf("void f() const noexcept(true) override = 0; A::A(int a) : a_{a}, B<int>(1)... { }\n"
                      "auto g(int x) -> std::vector<int> { } [[a]] API(2) static int h() = delete;\n"
