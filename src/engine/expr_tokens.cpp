@@ -24,7 +24,7 @@ void readPiece(std::string_view text, std::size_t first, std::size_t last, Cpp::
     };
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
         const std::size_t place = first + token.offset;
-        const bool isPiece = token.text.size() == token.length;
+        const bool isPiece = token.text.size() == token.length && token.start.line == token.end.line;
         tokens.emplace_back(token.kind, token.start, place, text.substr(place, token.length), isPiece);
         if (!Cpp::isTrivia(token.kind)) nameLast(token.kind);
     }
