@@ -135,7 +135,8 @@ private:
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
     bool goesByLabel(const Cpp::BlockNode& block) const;
     bool standsBehindLabel(const Cpp::BlockNode& block) const;
-    std::string indentOfLabels();
+    std::string indentOf(const Cpp::LabelNode& label);
+    bool standsInFirstColumn(const Cpp::LabelNode& label) const;
     void placeBlock(const Cpp::BlockNode& block);
     std::string_view lineBefore(const Cpp::SyntaxNode& node) const;
     std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;

@@ -121,7 +121,8 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
     const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;
     const bool isThere = !log() && text.text == gap;
-    return wanted == OtherGap::AsItIs || isThere ? nullptr : &text;
+    const bool isKept = settings_.keepsUnaryBlanks && run.previousRole() == ExprRole::UnaryOperator;
+    return wanted == OtherGap::AsItIs || isThere || isKept ? nullptr : &text;
 }
 
 // The ":" of a bit field, as opposed to operators and labels.
