@@ -93,7 +93,7 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
     findEndOfComments(node.childBegin(), node.childEnd());
-    const bool asksForIndent = exprFormatter_.keptIndent().isWanted() || settings_.keepsFirstColumnLabels;
+    const bool asksForIndent = exprFormatter_.keptIndent().isWanted() || settings_.keepsFirstColumnLabels || log_;
     ValueScope<bool> indented(inIndentedBlock_, asksForIndent && indentsInSource(node));
     writeGapBehindOpen(node, first, braces, indent);
     formatContent(node, indent);

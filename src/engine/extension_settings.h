@@ -94,6 +94,7 @@ public:
     OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
     OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);
     OptionalText beforeConvention = from_.lineText(Keys::WS_BEFORE_FN_CONVENTION);
+    OptionalText beforeBracketedName = from_.lineText(Keys::WS_BEFORE_BRACKETED_NAME);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);

@@ -44,6 +44,7 @@ void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
 
 void CppFormatter::visit(Cpp::LabelNode* label) {
     const Keyed<bool>& kept = settings_.keepsFirstColumnLabels;
+    writer_.measure(kept.key, sourceFrom(*label), inIndentedBlock_ && lineBefore(*label).empty());
     const OptionalText setting = standsInFirstColumn(*label) ? OptionalText{true, "", kept.key} : settings_.labelIndent;
     LabelScope scope(*this, *label, setting, indentOf(*label));
     writer_.copyGap(label->start());

@@ -42,8 +42,7 @@ void addControl(std::vector<KeyGuide>& rows) {
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
     rows.push_back({set(Keys::KEEP_FIRST_COLUMN_LABELS, true), group,
                     "Labels that goto goes to stay in the first column, where what is around them is indented.",
-                    "void f()\n{\n    {\n        go();\nend:\n        stop();\n    }\n}\n",
-                    {set(Keys::INDENT_LABEL, "")}});
+                    "void f()\n{\n    go();\nend:\n    stop();\n}\n", {set(Keys::INDENT_LABEL, "  ")}});
     rows.push_back({set(Keys::INDENT_CS_CASE_LABELS, "    "), group, "Indentation of case labels, from the switch.",
                     choice});
     rows.push_back({set(Keys::INDENT_CS_CASE_CONTENT, "        "), group,
