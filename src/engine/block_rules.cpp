@@ -93,7 +93,8 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
     // Where nothing is wanted the first child copies the gap in front of itself.
     const Cpp::SyntaxNode& first = **node.childBegin();
     findEndOfComments(node.childBegin(), node.childEnd());
-    ValueScope<bool> indented(inIndentedBlock_, exprFormatter_.keptIndent().isWanted() && indentsInSource(node));
+    const bool asksForIndent = exprFormatter_.keptIndent().isWanted() || settings_.keepsFirstColumnLabels || log_;
+    ValueScope<bool> indented(inIndentedBlock_, asksForIndent && indentsInSource(node));
     writeGapBehindOpen(node, first, braces, indent);
     formatContent(node, indent);
     writeClosingGap(node, braces, indent);
@@ -259,9 +260,10 @@ void CppFormatter::placeBlock(const Cpp::BlockNode& block) {
 
 void CppFormatter::visit(Cpp::BlockNode* block) {
     const bool goesByItsLabel = standsBehindLabel(*block);
-    const int column = goesByItsLabel ? columnAfter(indentOfLabels(), 0, out().tabSize()) : indentColumn();
+    const std::string ofLabel = goesByItsLabel ? indentOf(*Cpp::as<Cpp::LabelNode>(previousSibling_)) : std::string();
+    const int column = goesByItsLabel ? columnAfter(ofLabel, 0, out().tabSize()) : indentColumn();
     BaseColumnScope base(*this, column, block);
-    IndentScope indent(out(), goesByItsLabel ? indentOfLabels() : indentToColumn(out(), column));
+    IndentScope indent(out(), goesByItsLabel ? ofLabel : indentToColumn(out(), column));
     placeBlock(*block);
     const auto format = [&] { formatBlock(*block, settings_.global); };
     if (settings_.keepsOneLineBlocks) {

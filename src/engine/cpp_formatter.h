@@ -46,6 +46,8 @@ public:
     void setSettledLines(const SameLines& lines) { settledLines_ = &lines; }
     // The function in the first line is a frame around statements, which are indented by that; borrowed.
     void indentFrameBy(std::string_view indent) { frameIndent_ = indent; }
+    // How bodies of control statements are laid out whose "{" stands behind something on its line; borrowed.
+    void setBracesBehindHeads(const BraceSettings& braces) { bracesBehindHeads_ = &braces; }
 
     // The regions that have been kept inside of expressions and declarators; some more than once.
     const KeptRegions& regionsInExpressions() const { return exprFormatter_.keptRegions(); }
@@ -135,7 +137,8 @@ private:
     int sourceColumnOf(const Cpp::SyntaxNode& node) const;
     bool goesByLabel(const Cpp::BlockNode& block) const;
     bool standsBehindLabel(const Cpp::BlockNode& block) const;
-    std::string indentOfLabels();
+    std::string indentOf(const Cpp::LabelNode& label);
+    bool standsInFirstColumn(const Cpp::LabelNode& label) const;
     void placeBlock(const Cpp::BlockNode& block);
     std::string_view lineBefore(const Cpp::SyntaxNode& node) const;
     std::string_view sourceFrom(const Cpp::SyntaxNode& node) const;
@@ -324,7 +327,8 @@ private:
     void formatParts(Cpp::CtrlStmtNode& statement);
     void writeEmptyBody(const Cpp::CtrlSubStmtHeadNode& head);
     void placePart(const Cpp::SyntaxNode& part, const WantedText& between);
-    const OptionalText& indentOfBody(int keyword, bool hasBraces) const;
+    const BraceSettings& bracesOf(const Cpp::BlockNode& body) const;
+    const OptionalText& indentOfBody(int keyword, const OptionalText& indent, bool hasBraces) const;
     void writeCaseValue(const Cpp::CaseNode& label);
     void writeLabel(const Cpp::SyntaxNode& label);
     void formatCaseBlock(Cpp::BlockNode& block, const Cpp::SyntaxNode& previous);
@@ -358,6 +362,7 @@ private:
     const Zelmor::TextDocument& source_;
     const SameLines* settledLines_ = nullptr;
     std::optional<std::string_view> frameIndent_;
+    const BraceSettings* bracesBehindHeads_ = nullptr;
     std::optional<LayoutLog> log_;
     Zelmor::OIndentBuf result_;
     std::optional<MacroBodies> macroBodies_;

@@ -157,8 +157,13 @@ bool isBlockLikeList(Tokens tokens) {
     return sawComma && braces == 0;
 }
 
-// Whether a ";" or "{" is among the tokens, and they are no list, or at least one that looks like statements, or they
-// are cases of a switch; both from a line of their own.
+// What the statement that a macro stands for lacks an end for:  return f(a)   if (a) return b
+bool startsStatement(int kind) {
+    return kind == Cpp::KeywordReturn || kind == Cpp::KeywordIf || kind == Cpp::KeywordFor || kind == Cpp::KeywordWhile;
+}
+
+// Whether a statement is at the start, or a ";" or "{" is among the tokens, and they are no list, or at least one that
+// looks like statements, or they are cases of a switch; both from a line of their own.
 bool holdsStatements(Tokens tokens) {
     const auto isSemicolon = [](const Trn::Token& token) { return token.kind == Cpp::Semicolon; };
     const auto isBrace = [](const Trn::Token& token) { return token.kind == Cpp::OpenBrace; };
@@ -166,7 +171,7 @@ bool holdsStatements(Tokens tokens) {
     if (first == tokens.end()) return false;
     const bool startsLine = first != tokens.begin();
     if (first->kind == Cpp::KeywordCase || first->kind == Cpp::KeywordDefault) return startsLine;
-    if (std::any_of(first, tokens.end(), isSemicolon)) return true;
+    if (startsStatement(first->kind) || std::any_of(first, tokens.end(), isSemicolon)) return true;
     if (!isBrace(*first)) return std::any_of(first, tokens.end(), isBrace);
     return startsLine && isBlockLikeList({first, tokens.end()});
 }

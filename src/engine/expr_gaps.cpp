@@ -116,12 +116,15 @@ const OptionalText* CppExprFormatter::otherGapOf(const Run& run) const {
     const std::string_view gap = run.sweep.gap();
     if (namesArgument(run, place)) return isPresent(&settings_.otherGaps.none) ? &settings_.otherGaps.none : nullptr;
     if (place == 0 || run.previous != place - 1) return nullptr;
+    const bool isUnary = run.previousRole() == ExprRole::UnaryOperator;
+    if (isUnary && log()) log()->measured(settings_.keepsUnaryBlanks.key, gap, isBlanks(gap) && !gap.empty());
     if (gap.empty() && !mayNeedBlank(run.previousKind(), run.kindAt(place))) return nullptr;
     if (!isBlanks(gap)) return nullptr;
     const OtherGap wanted = otherGap(run.tokens, run.previous, place, gap.empty());
     const OptionalText& text = wanted == OtherGap::Blank ? settings_.otherGaps.blank : settings_.otherGaps.none;
     const bool isThere = !log() && text.text == gap;
-    return wanted == OtherGap::AsItIs || isThere ? nullptr : &text;
+    const bool isKept = isUnary && settings_.keepsUnaryBlanks;
+    return wanted == OtherGap::AsItIs || isThere || isKept ? nullptr : &text;
 }
 
 // The ":" of a bit field, as opposed to operators and labels.

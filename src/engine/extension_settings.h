@@ -78,6 +78,7 @@ public:
     Keyed<bool> keepsTabs = from_.isOn(Keys::KEEP_TABS);
     Keyed<bool> keepsReturnTypeBreak = from_.isOn(Keys::KEEP_FN_RETURN_TYPE_BREAK);
     OptionalText labelIndent = from_.indent(Keys::INDENT_LABEL);
+    Keyed<bool> keepsFirstColumnLabels = from_.isOn(Keys::KEEP_FIRST_COLUMN_LABELS);
     OptionalText afterControlMacro = from_.lineText(Keys::WS_AFTER_CS_MACRO);
     OptionalText beforeControlMacroBrace = from_.text(Keys::WS_BEFORE_CS_MACRO_OPEN_BRACE);
     OptionalText beforeDoWhile = from_.text(Keys::WS_BEFORE_DO_WHILE);
@@ -93,6 +94,7 @@ public:
     OptionalText afterOperatorKeyword = from_.lineText(Keys::WS_AFTER_OPERATOR_KEY);
     OptionalText afterOperatorName = from_.lineText(Keys::WS_AFTER_OPERATOR_NAME);
     OptionalText beforeConvention = from_.lineText(Keys::WS_BEFORE_FN_CONVENTION);
+    OptionalText beforeBracketedName = from_.lineText(Keys::WS_BEFORE_BRACKETED_NAME);
     OptionalText betweenDeclarators = from_.text(Keys::WS_BETWEEN_DECLARATORS);
     OptionalText beforeCastParen = from_.text(Keys::WS_BEFORE_CAST_OPEN_PAREN);
     OptionalText afterShortCallName = from_.text(Keys::WS_AFTER_SHORT_CALL_NAME);
@@ -114,6 +116,7 @@ public:
     Keyed<bool> formatsMacroCalls = from_.isOn(Keys::FORMAT_MACRO_CALLS);
     Keyed<bool> formatsLabels = from_.isOn(Keys::FORMAT_LABELS);
     Keyed<bool> formatsOtherGaps = from_.isOn(Keys::FORMAT_OTHER_GAPS);
+    Keyed<bool> keepsUnaryBlanks = from_.isOn(Keys::KEEP_UNARY_BLANKS);
     OptionalText aroundBitFieldColon = from_.lineText(Keys::WS_AROUND_BITFIELD_COLON);
     OptionalText afterCast = from_.lineText(Keys::WS_AFTER_CAST);
     Keyed<bool> formatsTypeArguments = from_.isOn(Keys::FORMAT_TYPE_ARGUMENTS);

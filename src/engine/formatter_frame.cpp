@@ -304,7 +304,8 @@ bool CppFormatter::indentsInSource(const Cpp::InteriorNode& node) const {
 // Code that has been put aside, by a comment in front of its lines.
 bool CppFormatter::staysFlush(const Cpp::SyntaxNode& node) const {
     const auto* comment = Cpp::as<Cpp::CommentNode>(&node);
-    return inIndentedBlock_ && comment && comment->isLineComment() && lineBefore(node).empty();
+    return exprFormatter_.keptIndent().isWanted() && inIndentedBlock_ && comment && comment->isLineComment() &&
+           lineBefore(node).empty();
 }
 
 // Comments that stand in the column of the label behind them stay in it.
@@ -318,7 +319,7 @@ std::string CppFormatter::commentIndent(const Cpp::CommentNode& comment) {
     if (!goesWithLabel(comment)) return out().indent();
     if (Cpp::as<Cpp::CaseNode>(labelBehind_)) return labelIndent(caseIndent());
     if (Cpp::as<Cpp::AccessSpecNode>(labelBehind_)) return labelIndent(settings_.accessLabelIndent);
-    return indentOfLabels();
+    return indentOf(*Cpp::as<Cpp::LabelNode>(labelBehind_));
 }
 
 // Between two statements, or declarations, on one line: `a();b();`, also behind `private:`.

@@ -148,8 +148,11 @@ void CppFormatter::writeDeclaratorOpening(std::string_view type, std::string_vie
     const std::string_view declarator = trimLeft(opening);
     const OptionalText& afterType = settings_.afterDeclarationReturnType;
     const bool hasConvention = startsWithConvention(declarator);
-    const OptionalText& wanted =
-        hasConvention ? firstPresent(settings_.beforeConvention, afterType) : afterType;
+    const bool hasName = trimRight(declarator) == "(";
+    const OptionalText& own = hasConvention ? settings_.beforeConvention
+                              : hasName     ? settings_.beforeBracketedName
+                                            : kAsInInput;
+    const OptionalText& wanted = firstPresent(own, afterType);
     const bool followsType = !type.empty() && declarator.starts_with('(');
     const bool isNamed = settings_.keepsUnrecognized && followsType && isNamedByMacro(type, opening);
     const bool hasMarks = TypeText(type).hasMarks();
@@ -169,10 +172,7 @@ void CppFormatter::writeDeclaratorOpening(std::string_view type, std::string_vie
         // With a blank a name that a macro makes may be read as something else.
         const OptionalText& afterCallName = exprFormatter_.settings().afterCallName;
         const bool isCall = isNamed && settings_.formatsMacroCalls && afterCallName.text.empty();
-        const bool takesConvention = followsType && hasConvention && !isNamed;
-        const OptionalText& apart = isCall            ? afterCallName
-                                    : takesConvention ? settings_.beforeConvention
-                                                      : kAsInInput;
+        const OptionalText& apart = isCall ? afterCallName : followsType && !isNamed ? own : kAsInInput;
         writer_.write(type);
         writer_.writeMerged(blanks, apart);
         writeDeclarator(declarator);

@@ -43,14 +43,23 @@ void CppFormatter::writeCaseValue(const Cpp::CaseNode& label) {
 }
 
 void CppFormatter::visit(Cpp::LabelNode* label) {
-    LabelScope scope(*this, *label, settings_.labelIndent, indentOfLabels());
+    const Keyed<bool>& kept = settings_.keepsFirstColumnLabels;
+    writer_.measure(kept.key, sourceFrom(*label), inIndentedBlock_ && lineBefore(*label).empty());
+    const OptionalText setting = standsInFirstColumn(*label) ? OptionalText{true, "", kept.key} : settings_.labelIndent;
+    LabelScope scope(*this, *label, setting, indentOf(*label));
     writer_.copyGap(label->start());
     writeLabel(*label);
 }
 
-std::string CppFormatter::indentOfLabels() {
+std::string CppFormatter::indentOf(const Cpp::LabelNode& label) {
+    if (standsInFirstColumn(label)) return {};
     const OptionalText& wanted = settings_.labelIndent;
     return wanted.present ? labelIndent(wanted) : out().indent();
+}
+
+// Whether it does so among what is indented, and stays there.
+bool CppFormatter::standsInFirstColumn(const Cpp::LabelNode& label) const {
+    return settings_.keepsFirstColumnLabels && inIndentedBlock_ && lineBefore(label).empty();
 }
 
 // What has not been written of a label yet, its ":" among it.

@@ -45,27 +45,17 @@ std::string indentOf(const PropertySet& scheme) {
     return std::string(firstPresent(indent, readIndent(scheme, Keys::GLOBAL_INDENT_CONTENT)).text);
 }
 
-std::string indentOfBraces(const PropertySet& scheme) {
+// Of blocks of control statements whose "{" does not begin a line, where the scheme indents those that do: what is in
+// them is indented from the line that they stand in.
+std::optional<BraceSettings> bracesBehindHeads(const PropertySet& scheme) {
     std::string text;
     scheme.getString(Keys::WS_BEFORE_CS_OPEN_BRACE, text);
-    const std::size_t lineEnd = text.rfind('\n');
-    return lineEnd == std::string::npos ? std::string() : text.substr(lineEnd + 1);
-}
-
-// Whether no block of a control statement begins behind something on its line.
-bool beginLines(std::string_view body) {
-    std::size_t end = 0;
-    int previous = Trn::kEndKind;
-    Cpp::Lexer lexer(body);
-    for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        const auto start = static_cast<std::size_t>(token.text.data() - body.data());
-        const bool isBlock = token.kind == Cpp::OpenBrace &&
-                             (previous == Cpp::CloseParen || previous == Cpp::KeywordDo || previous == Cpp::KeywordElse);
-        if (isBlock && body.substr(end, start - end).find('\n') == std::string_view::npos) return false;
-        end = start + token.text.size();
-        if (!Cpp::isTrivia(token.kind)) previous = token.kind;
-    }
-    return true;
+    const std::string_view ofBraces = std::string_view(text).substr(text.rfind('\n') + 1);
+    if (ofBraces.empty() || ofBraces.size() == text.size()) return std::nullopt;
+    BraceSettings braces;
+    braces.indent = readIndent(scheme, Keys::INDENT_CS_CONTENT);
+    if (braces.indent.text.starts_with(ofBraces)) braces.indent.text.remove_prefix(ofBraces.size());
+    return braces;
 }
 
 // The body without splices, a blank for each.
@@ -279,7 +269,7 @@ struct MacroBodies::Frame {
 MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
     : scheme_(scheme),
       indent_(indentOf(scheme)),
-      braceIndent_(indentOfBraces(scheme)),
+      bracesBehindHeads_(bracesBehindHeads(scheme_)),
       indentsFromWord_(readSwitch(scheme, Keys::INDENT_FROM_DIRECTIVE)),
       tabSize_(std::max(readTabSize(scheme), 1)),
       passes_(passes) {}
@@ -325,12 +315,12 @@ std::string MacroBodies::indentBehind(std::string_view directive) const {
 }
 
 // Most sources have no bodies, and most bodies in a source are indented alike.
-const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column, bool bracesBeginLines) const {
+const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int column) const {
     const std::string margin(static_cast<std::size_t>(column), ' ');
-    const bool areFirst = !options_ || bracesBeginLines_ != bracesBeginLines;
+    const bool areFirst = !options_;
     if (areFirst) {
         options_.emplace(FormatOptions{inLinesOfAuthor(scheme_), {}});
-        indentBraces(options_->scheme, bracesBeginLines_ = bracesBeginLines);
+        indentBraces(options_->scheme);
     }
     if (areFirst || margin_ != margin || bodyIndent_ != indent) {
         options_->scheme.setString(Keys::LEFT_MARGIN, margin_ = margin);
@@ -339,16 +329,11 @@ const FormatOptions& MacroBodies::optionsFor(const std::string& indent, int colu
     return *options_;
 }
 
-// Braces that the scheme indents stand so where they begin lines; what stands in others is indented from their line.
-void MacroBodies::indentBraces(PropertySet& scheme, bool bracesBeginLines) const {
-    if (braceIndent_.empty()) return;
-    if (bracesBeginLines) {
-        for (const auto& key : {Keys::WS_BEFORE_CS_OPEN_BRACE, Keys::WS_BEFORE_CS_CLOSE_BRACE}) {
-            if (std::string text; scheme_.getString(key, text)) scheme.setString(key, text);
-        }
-    } else if (const auto content = readIndent(scheme_, Keys::INDENT_CS_CONTENT);
-               content.present && content.text.starts_with(braceIndent_)) {
-        scheme.setString(Keys::INDENT_CS_CONTENT, content.text.substr(braceIndent_.size()));
+// Braces that the scheme indents stand so where they begin lines.
+void MacroBodies::indentBraces(PropertySet& scheme) const {
+    if (!bracesBehindHeads_) return;
+    for (const auto& key : {Keys::WS_BEFORE_CS_OPEN_BRACE, Keys::WS_BEFORE_CS_CLOSE_BRACE}) {
+        if (std::string text; scheme_.getString(key, text)) scheme.setString(key, text);
     }
 }
 
@@ -398,9 +383,10 @@ std::optional<std::string> MacroBodies::formatted(const std::string& body, const
     const auto isError = [](const Diagnostic& message) { return message.severity != Warning; };
     if (std::ranges::any_of(messages, isError)) return std::nullopt;
 
-    const FormatOptions& options = optionsFor(indent, column, braceIndent_.empty() || beginLines(body));
+    const FormatOptions& options = optionsFor(indent, column);
     CppFormatter formatter(source, opaque, options, passes_, nullptr);
     formatter.indentFrameBy(indent);
+    if (bracesBehindHeads_) formatter.setBracesBehindHeads(*bracesBehindHeads_);
     root.accept(formatter);
     const std::string text = formatter.takeText();
 

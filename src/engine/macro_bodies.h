@@ -7,6 +7,7 @@
 
 #include "engine/directive_parts.h"
 #include "engine/format_options.h"
+#include "engine/formatter_settings.h"
 #include "engine/optional_text.h"
 #include "engine/layout_passes.h"
 
@@ -35,8 +36,8 @@ private:
     struct Frame;
 
     std::string indentBehind(std::string_view directive) const;
-    const FormatOptions& optionsFor(const std::string& indent, int column, bool bracesBeginLines) const;
-    void indentBraces(PropertySet& scheme, bool bracesBeginLines) const;
+    const FormatOptions& optionsFor(const std::string& indent, int column) const;
+    void indentBraces(PropertySet& scheme) const;
 
     std::optional<std::string> formatted(const std::string& text, const std::string& indent, int column) const;
     std::optional<std::string> formattedCases(const std::string& body, const std::string& indent, int column) const;
@@ -47,14 +48,13 @@ private:
 
     PropertySet scheme_;
     std::string indent_;
-    std::string braceIndent_;  // of control statements
+    std::optional<BraceSettings> bracesBehindHeads_;
     Keyed<bool> indentsFromWord_;
     int tabSize_;
     const LayoutPasses& passes_;
     mutable std::optional<FormatOptions> options_;  // those of the last body
     mutable std::string margin_;
     mutable std::string bodyIndent_;
-    mutable bool bracesBeginLines_ = true;
     mutable std::unique_ptr<MacroBodies> casesInBody_;  // with the indents of labels that stand where bodies begin
 };
 

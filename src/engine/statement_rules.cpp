@@ -16,6 +16,7 @@
 #include "engine/formatter_scopes.h"
 #include "engine/gap.h"
 #include "engine/one_line_rules.h"
+#include "engine/source_copy.h"
 #include "scheme/extension_keys.h"
 
 namespace Tessel {
@@ -198,7 +199,7 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     if (part->head()) part->head()->accept(*this);
     Cpp::BlockNode* body = part->body();
     if (!body) return;
-    const BraceSettings& braces = settings_.statements;
+    const BraceSettings& braces = bracesOf(*body);
     if (isChain) {
         // What is chained is not indented further than what is in front of it.
         const OptionalText noIndent{!out().indent().empty() || !out().keepLeadingSpace(), ""};
@@ -215,7 +216,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
     const bool beginsWithLabel = body->size() > 0 && Cpp::as<Cpp::CaseNode>(body->childBegin()->get());
     ValueScope<bool> bareLabels(hasBareLabels_, !hasBraces && beginsWithLabel);
     const bool isRepeated = settings_.keepsUnrecognized && repeatsHead(*part, source_);
-    const OptionalText& indent = isRepeated ? kNothing : indentOfBody(keywordOf(part), hasBraces);
+    const OptionalText& ofBody = hasBraces ? braces.indent : settings_.indentOfBody(false);
+    const OptionalText& indent = isRepeated ? kNothing : indentOfBody(keywordOf(part), ofBody, hasBraces);
     const bool isMacro = keywordOf(part) == Cpp::Identifier;
     const bool isGovernedBelow = isMacro && part->head()->end().line < body->start().line;
     const OptionalText& ofMacro = firstPresent(settings_.beforeControlMacroBrace, braces.beforeOpen);
@@ -231,9 +233,18 @@ void CppFormatter::visit(Cpp::CtrlSubStmtNode* part) {
                [&] { formatBlock(*body, braces, indent); });
 }
 
-const OptionalText& CppFormatter::indentOfBody(int keyword, bool hasBraces) const {
+// Where lines stay what they are, braces may stand in either place. They stand on lines of their own where both
+// begin one.
+const BraceSettings& CppFormatter::bracesOf(const Cpp::BlockNode& body) const {
+    if (!bracesBehindHeads_ || !body.hasBrackets()) return settings_.statements;
+    const std::string_view front = source_.text().substr(0, offsetOf(source_, body.end()) - 1);
+    const bool standApart = isAllWhitespace(lineBefore(body)) &&
+                            (standsOnOneLine(body) || isLineBreak(trailingBlanks(front)));
+    return standApart ? settings_.statements : *bracesBehindHeads_;
+}
+
+const OptionalText& CppFormatter::indentOfBody(int keyword, const OptionalText& indent, bool hasBraces) const {
     if (keyword == Cpp::KeywordSwitch && !hasBareLabels_) return settings_.caseContentIndent;
-    const OptionalText& indent = settings_.indentOfBody(hasBraces);
     // By its place alone a statement shows that the macro in the line before governs it.
     static const OptionalText leastIndent{true, " ", {}};
     return keyword == Cpp::Identifier && !hasBraces && indent.text.empty() ? leastIndent : indent;
@@ -265,14 +276,15 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
 }
 
 // while (a())
-//     ;            on a line of its own the ";" stands as any other body does
+//     ;            on a line of its own the ";", or a comment in front of it, stands as any other body does
 void CppFormatter::writeEmptyBody(const Cpp::CtrlSubStmtHeadNode& head) {
     const std::string_view text = writer_.readThrough(head.end());
-    const std::string_view gap = text.substr(0, std::max<std::size_t>(text.size(), 1) - 1);
-    if (!isLineBreak(gap)) return writer_.write(writeGapBeforeEnd(text));
+    const std::string_view gap = leadingBlanks(text);
+    const std::string_view rest = text.substr(gap.size());
+    if (!isLineBreak(gap) || (rest != ";" && !rest.starts_with("/*"))) return writer_.write(writeGapBeforeEnd(text));
     ContentScope content(*this, settings_.indentOfBody(false));
     writer_.replace(gap, kLineFeed);
-    writer_.write(text.substr(gap.size()));
+    writer_.write(rest);
 }
 
 // What stands between the parentheses, and the ")". Further lines start in the column behind the "(".

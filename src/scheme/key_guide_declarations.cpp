@@ -58,6 +58,10 @@ void addFunctions(std::vector<KeyGuide>& rows) {
                     "Between a type and the parenthesis of a pointer to function that begins with a calling "
                     "convention; absent, as where there is none.",
                     "int (WINAPI *f)(int a);\n", {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
+    rows.push_back({set(Keys::WS_BEFORE_BRACKETED_NAME, ""), group,
+                    "Between a type and a function's name in parentheses; absent, as in front of one "
+                    "without them.",
+                    "typedef int (f)(int a);\n", {set(Keys::WS_AFTER_FN_DECL_RETURN_TYPE, " ")}});
     rows.push_back({set(Keys::WS_BEFORE_FN_QUALIFIER, " "), group,
                     "Between the parameters and the word behind them: const, noexcept, override, ->.",
                     "class A\n{\n    int size()const;\n};\n"});

@@ -40,6 +40,9 @@ void addControl(std::vector<KeyGuide>& rows) {
                     "Indentation of the labels that goto goes to, from the construct in whose body they stand; absent, "
                     "that of statements.", "void f()\n{\n    go();\n    end:\n    stop();\n}\n",
                     {set(Keys::INDENT_FN_CONTENT, "    ")}});
+    rows.push_back({set(Keys::KEEP_FIRST_COLUMN_LABELS, true), group,
+                    "Labels that goto goes to stay in the first column, where what is around them is indented.",
+                    "void f()\n{\n    go();\nend:\n    stop();\n}\n", {set(Keys::INDENT_LABEL, "  ")}});
     rows.push_back({set(Keys::INDENT_CS_CASE_LABELS, "    "), group, "Indentation of case labels, from the switch.",
                     choice});
     rows.push_back({set(Keys::INDENT_CS_CASE_CONTENT, "        "), group,
@@ -78,6 +81,9 @@ void addExpressions(std::vector<KeyGuide>& rows) {
                     "Operands of assembler stand as arguments do, and the braces of lambdas behind their heads where "
                     "those of functions do.",
                     "int f()\n{\n    delete [] p;\n    return(! a [i] && a  ->  b);\n}\n"});
+    rows.push_back({set(Keys::KEEP_UNARY_BLANKS, true), group,
+                    "Blanks behind `!`, `-` and their like stay, where FORMAT_OTHER_GAPS would take them away.",
+                    "int x = ! a - - b;\n", {set(Keys::FORMAT_OTHER_GAPS, true)}});
     rows.push_back({set(Keys::WS_AFTER_EXPR_OPEN_PAREN, " "), group, "After \"(\", that of calls too.", call});
     rows.push_back({set(Keys::WS_BEFORE_EXPR_CLOSE_PAREN, " "), group, "Before \")\", that of calls too.", call});
     rows.push_back({set(Keys::WS_AFTER_LBRACKET, " "), group, "After \"[\".", "int x = a[1];\n"});
