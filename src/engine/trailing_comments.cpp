@@ -32,7 +32,6 @@ bool isCommentLine(std::string_view text, std::size_t lineStart) {
 TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
     Comment comment;
     comment.sourceColumn = columnIn(source_, offset);
-    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size());
     comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
@@ -42,6 +41,7 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     comment.codeEnd = shownColumnAfter(code, 0, columns_.tabSize);
     comment.column = shownColumnAfter(written.substr(comment.gapStart), comment.codeEnd, columns_.tabSize);
     comment.closesBody = trimLeft(code) == "}";
+    if (comment.closesBody) comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size());
     comment.opensBody = code.ends_with('{');
     comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
     return comment;
