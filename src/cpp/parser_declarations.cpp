@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "cpp/access_words.h"
 #include "cpp/conditional_groups.h"
 #include "cpp/lexer.h"
 #include "cpp/parser.h"
@@ -52,6 +53,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     const std::optional<Position> foreign = keepsUnrecognized_ ? findObjectiveC(text) : std::nullopt;
     conditions_ = foldUnreadBranches(text);
     links_ = TokenLinks(text);
+    if (keepsUnrecognized_) nameAccessWords(text, links_);
     TokenBuffer tokens(std::move(text));
     tokens_ = tokens.list();
     RootNode tree;
