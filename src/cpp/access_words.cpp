@@ -7,17 +7,18 @@ namespace Cpp {
 
 namespace {
 
-using Index = TokenLinks::Index;
-
 class AccessWords {
 public:
+    using Index = TokenLinks::Index;
+
     AccessWords(Trn::TokenList& tokens, const TokenLinks& links) : tokens_(tokens), links_(links) {}
 
     void nameThem() {
         int ahead = Semicolon;
         for (Index place = links_.significant(0); place < tokens_.size(); place = behind(place)) {
-            const bool beginsItem = ahead == Semicolon || ahead == OpenBrace;
-            if (beginsItem && isAccessKeyword(tokens_.kind(place)) && beginsDeclaration(links_.significant(place + 1))) {
+            const bool isFirst = ahead == Semicolon || ahead == OpenBrace;
+            const bool isWord = isFirst && isAccessKeyword(tokens_.kind(place));
+            if (isWord && beginsDeclaration(links_.significant(place + 1))) {
                 tokens_.setKind(place, Identifier);
             }
             ahead = tokens_.kind(place);

@@ -10,11 +10,11 @@ namespace Tessel {
 
 namespace {
 
-bool isSign(int kind) { return kind == Cpp::Minus || kind == Cpp::Plus; }
+bool isSignKind(int kind) { return kind == Cpp::Minus || kind == Cpp::Plus; }
 
 // Behind the element of one token, or of a sign and one, that begins at the place; that itself where none does.
 std::size_t behindElement(const ExprTokens& tokens, std::size_t place) {
-    const std::size_t value = place + (isSign(tokens[place].kind) ? 1 : 0);
+    const std::size_t value = place + (isSignKind(tokens[place].kind) ? 1 : 0);
     const int kind = kindAt(tokens, value);
     const bool isValue = kind == Cpp::Number || kind == Cpp::Identifier;
     const int following = kindAt(tokens, value + 1);
