@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "cpp/access_words.h"
 #include "cpp/conditional_groups.h"
 #include "cpp/lexer.h"
 #include "cpp/parser.h"
@@ -52,6 +53,7 @@ void Parser::parse(Trn::Lexer& lexer, Trn::SyntaxNode& root, std::list<Tessel::D
     const std::optional<Position> foreign = keepsUnrecognized_ ? findObjectiveC(text) : std::nullopt;
     conditions_ = foldUnreadBranches(text);
     links_ = TokenLinks(text);
+    if (keepsUnrecognized_) nameAccessWords(text, links_);
     TokenBuffer tokens(std::move(text));
     tokens_ = tokens.list();
     RootNode tree;
@@ -173,13 +175,20 @@ void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, Sco
     addHandlers(tokens, list);
 }
 
-// `FLAG(name, "text").onUpdate(f);`, a macro's call of which something is called.
+// `FLAG(name, "text").onUpdate(f);`, `world()->size = 1;`: a call of which something is called, or a member taken. Behind
+// an arrow may also stand what a deduction guide gives, `A(int) -> A<int>;`.
 bool Parser::startsCallChain(const TokenBuffer& tokens) const {
     const TokenView look = view(tokens);
     const Index open = look.next(tokens.place());
     if (tokens.peekKind() != Identifier || tokens.kindAt(open) != OpenParen) return false;
     const Index close = links_.closing(open);
-    return close != TokenLinks::kNone && tokens.kindAt(look.next(close)) == Dot;
+    if (close == TokenLinks::kNone) return false;
+    const Index access = look.next(close);
+    if (tokens.kindAt(access) != Arrow) return tokens.kindAt(access) == Dot;
+    const Index member = look.next(access);
+    const int following = tokens.kindAt(look.next(member));
+    const bool isUsed = isMemberAccess(following) || following == OpenParen || following == OpenBracket;
+    return tokens.kindAt(member) == Identifier && (isUsed || following == Assign);
 }
 
 // `export module a.b:c;`, `import <vector>;`: the place of the ";". Elsewhere the words are names.

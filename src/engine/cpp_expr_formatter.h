@@ -100,6 +100,9 @@ private:
         bool isOnOneLine = false;
         bool isRow = false;  // in braces, whose "{" begins its line, which goes by these
         FirstLine line;      // that of a "{", from which lines go on that stay where they are
+        bool knowsRows = false;
+        std::optional<int> rows;  // of rows that are aligned on the right, the leftmost column in the source,
+        int rowsColumn = 0;       // and in the output
         struct ElementScope;
         std::unique_ptr<ElementScope> elements;
 
@@ -117,6 +120,7 @@ private:
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
+    std::optional<int> columnOfRow(Run& run, std::string_view gap, int hanging) const;
     KeyId keyOfKeptLine(const Run& run) const;
     bool isInType(const Run& run) const;
     bool hangsInType(const Run& run) const;

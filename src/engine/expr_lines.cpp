@@ -1,11 +1,13 @@
 // Lines that begin inside an expression: those that are kept, literals that stand below each other, and those that are
 // joined before they are wrapped anew.
 #include <algorithm>
+#include <utility>
 
 #include "engine/columns.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
+#include "engine/right_aligned_rows.h"
 #include "scheme/property_keys.h"
 
 namespace Tessel {
@@ -54,6 +56,7 @@ KeyId CppExprFormatter::keyOfKeptLine(const Run& run) const {
 int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (!isInDirective_ && isSplicedComment(run, run.sweep.place())) return 0;
     const int hanging = hangingColumn(run);
+    if (const auto column = columnOfRow(run, gap, hanging)) return *column;
     if (!keptIndent_.isWanted() || run.hanging->startsHangingDeclarator()) return hanging;
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
@@ -69,6 +72,20 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (brace.source < 0 || (column != hanging && column >= brace.output)) return column;
     run.hangingInBraces = place;
     return hanging;
+}
+
+// Where a row begins of those that are aligned on the right: as far behind the leftmost one as it does.
+std::optional<int> CppExprFormatter::columnOfRow(Run& run, std::string_view gap, int hanging) const {
+    const bool isElement = run.previousKind() == Cpp::Comma || run.previousKind() == Cpp::OpenBrace;
+    if (!settings_.keepsLineBreaks || run.groups.empty() || !isElement) return std::nullopt;
+    Group& group = run.groups.back();
+    if (!group.isBraced() || run.roleAt(run.sweep.place()) == ExprRole::Trivia) return std::nullopt;
+    if (!std::exchange(group.knowsRows, true)) {
+        group.rows = columnOfRightAlignedRows(run.text, run.tokens, run.tokens[group.close].partner, tabSize());
+        group.rowsColumn = hanging;
+    }
+    if (!group.rows) return std::nullopt;
+    return std::min(group.rowsColumn + columnBehindLineEnd(gap, tabSize()) - *group.rows, kRightmostIndent);
 }
 
 // That of the innermost "{", but for what stands behind a directive in a row: it has nothing in front to hang from.

@@ -8,6 +8,7 @@
 #include "layout/expr_layout.h"
 #include "layout/first_wrap_token.h"
 #include "layout/line_search.h"
+#include "layout/line_text.h"
 
 namespace Tessel {
 
@@ -48,7 +49,7 @@ std::string CppExprLineWrapper::wrap(std::string_view text, const IndentState& s
         if (isDeclaratorList) layout.setAlignment(*context.declaratorColumn);
         const TokenRange operand = isDeclaratorList ? wholeText() : withoutPrefixes();
         const int prefixEnd = text_.measure({0, operand.first}, column).column;
-        const int start = operand.first == 0 ? column : text_.columnOf(operand.first, prefixEnd);
+        const int start = operand.first == 0 ? column : columnOfOperand(operand.first, prefixEnd);
         const bool followsAssignment =
             operand.first > 0 && isIn(TokenClasses::assignmentTokens, text_.kindAt(operand.first - 1));
         layout.breakWithLastResort(operand, start, followsAssignment);
@@ -116,6 +117,15 @@ bool CppExprLineWrapper::weigh(const IndentState& state, const WrapContext& cont
 // The column of the first token. What follows a directive stands where the text would begin without it.
 int CppExprLineWrapper::firstColumn(const IndentState& state) const {
     return text_.kindAt(0) == Cpp::Directive ? state.column : text_.columnOf(0, state.column);
+}
+
+// The column from which an operand is laid out whose first token stands behind `column`. Where it begins a line behind
+// directives, the formatter has put it where it belongs.
+int CppExprLineWrapper::columnOfOperand(std::size_t first, int column) const {
+    const bool followsDirective = settings_.weighsBreaks() && text_.kindAt(first) == Cpp::Directive;
+    const std::size_t place = followsDirective ? nextPlace(text_.tokens(), first) : first;
+    if (place == first || place >= text_.size()) return text_.columnOf(first, column);
+    return columnAfter(lastLine(text_.gap(place)), 0, settings_.tabSize);
 }
 
 // Says false for a text that is left as it is: without tokens, or with something else between them.

@@ -71,6 +71,7 @@ public:
 private:
     bool read(std::string_view text, const WrapContext& context);
     int firstColumn(const Zelmor::IndentState& state) const;
+    int columnOfOperand(std::size_t first, int column) const;
     TokenRange wholeText() const { return {0, text_.size()}; }
     TokenRange withoutPrefixes() const;
     bool weigh(const Zelmor::IndentState& state, const WrapContext& context);

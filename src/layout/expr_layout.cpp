@@ -293,7 +293,7 @@ void ExprLayout::breakWithLastResort(TokenRange range, int column, bool followsA
         overflows_ = false;
         opensLines_ = opensLines;
         attempts_ = kMostAttempts;
-        lineColumn_ = indentColumn_;
+        lineColumn_ = text_.kindAt(range.first) == Cpp::Directive ? column : indentColumn_;
         if (atStart) lineColumn_ = begin(range.first, indentedStart(indentColumn_));
         breakExpression(range, atStart ? lineColumn_ : column);
         return !overflows_;

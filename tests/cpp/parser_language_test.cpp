@@ -180,6 +180,9 @@ function void | n (o; p) int o ; MORE
     EXPECT_EQ(keptTreeOf("@class A;\n@interface B\n@end\n"), "\n2:2 0 This is Objective-C, which is not read.\n");
     EXPECT_EQ(keptTreeOf("package a;\npublic class B {\n}\n"),
               "\n2:1 0 Only classes of other languages begin with an access keyword; C and C++ are read.\n");
+    EXPECT_EQ(keptTreeOf("world()->size = 1;\n"), "\nexpr world -> size = 1;\n");
+    EXPECT_EQ(keptTreeOf("private struct s { int a; } b;\npublic static int f(void);\nprivate struct t { }\n"),
+              "\n3:1 0 Only classes of other languages begin with an access keyword; C and C++ are read.\n");
     EXPECT_EQ(keptTreeOf("void f() { namespace n { } }"),
               "\n1:12 10 Namespace declarations are not allowed inside block statements.\n");
 }
