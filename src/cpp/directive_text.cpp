@@ -48,7 +48,6 @@ std::string_view withoutParentheses(std::string_view text) {
 }  // namespace
 
 bool directiveStartsWith(std::string_view text, std::string_view start) {
-    if (text.starts_with(start)) return true;
     for (const char c : text) {
         if (isBlank(c)) continue;
         if (c != start.front()) return false;

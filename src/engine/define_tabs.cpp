@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cpp/directive_text.h"
 #include "engine/columns.h"
 #include "engine/gap.h"
 
@@ -18,21 +19,11 @@ std::string_view lineAt(std::string_view text, std::size_t start) {
 
 bool isDirective(std::string_view line) { return trimLeft(line).starts_with('#'); }
 
-// Where the name of a macro is looked for, behind "define"; 0 for what no macro is, or one that a tab indents.
-std::size_t behindDefine(std::string_view directive) {
-    constexpr std::string_view define = "define";
-    if (!directive.starts_with('#')) return 0;
-    std::size_t word = 1;
-    while (word < directive.size() && isWhitespace(directive[word]) && directive[word] != '\t') ++word;
-    return directive.substr(word).starts_with(define) ? word + define.size() : 0;
-}
-
 // The line up to its value, where tabs stand in front of that; nothing for any other line.
 std::string_view aheadOfValue(std::string_view line) {
-    const std::string_view directive = trimLeft(line);
-    const std::size_t word = behindDefine(directive);
-    if (word == 0) return {};
-    const std::size_t name = kBlanks.skipIn(line, line.size() - directive.size() + word);
+    if (!DefineTabs::mayTell(trimLeft(line))) return {};
+    const std::size_t word = line.find("define") + std::string_view("define").size();
+    const std::size_t name = kBlanks.skipIn(line, word);
     const std::size_t tab = std::min(line.find('\t', name), line.size());
     const std::size_t value = kBlanks.skipIn(line, tab);
     return value == line.size() ? std::string_view() : line.substr(0, value);
@@ -79,7 +70,7 @@ private:
 }  // namespace
 
 bool DefineTabs::mayTell(std::string_view directive) {
-    return behindDefine(directive) > 0;
+    return Cpp::directiveStartsWith(directive, "#define") && directive.find('\t') > directive.find("define");
 }
 
 int DefineTabs::sizeAt(std::size_t place) {

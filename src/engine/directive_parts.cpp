@@ -29,7 +29,7 @@ bool hasParts(std::string_view word) { return word == "if" || word == "elif" || 
 std::vector<Trn::Token> tokensOf(std::string_view directive) {
     std::vector<Trn::Token> tokens;
     // Most directives have no more.
-    constexpr std::size_t fewTokens = 16;
+    constexpr std::size_t fewTokens = 8;
     tokens.reserve(fewTokens);
     Cpp::Lexer lexer(directive.substr(1));
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {

@@ -70,9 +70,7 @@ void CppFormatter::keepBreaks(std::string_view gap, OptionalText& before, Option
     const std::size_t comma = findLeadingComma(gap);
     const KeyId key = Keys::KEEP_LINE_BREAKS;
     const auto kept = [&](std::string lineFeeds) {
-        if (!hangsLines()) return kAsInInput;
-        const std::string_view one = kLineFeed.text;
-        return OptionalText{true, lineFeeds == one ? one : madeTexts_.keep(std::move(lineFeeds)), key};
+        return hangsLines() ? OptionalText{true, madeTexts_.keep(std::move(lineFeeds)), key} : kAsInInput;
     };
     if (keepsLines() && comma != gap.npos && !before.hasLineFeed()) {
         before = kept(lineFeedsOf(trailingBlanks(gap.substr(0, comma))));

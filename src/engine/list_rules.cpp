@@ -188,8 +188,6 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
         writeComma(gap, before, *after);
     } else if (!log_ && !before.hasLineFeed() && isPlainComma(gap, *after)) {
         writeComma(gap, before, *after);
-    } else if (!log_ && isAllWhitespace(gap)) {
-        out().write(gap);  // as between an element and the comment behind its comma
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
     }

@@ -33,6 +33,7 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     Comment comment;
     comment.offset = offset;
     comment.sourceColumn = columnIn(source_, offset, columns_.tabSize);
+    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size(), columns_.tabSize);
     comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
@@ -42,9 +43,6 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     comment.codeEnd = shownColumnAfter(code, 0, columns_.tabSize);
     comment.column = shownColumnAfter(written.substr(comment.gapStart), comment.codeEnd, columns_.tabSize);
     comment.closesBody = trimLeft(code) == "}";
-    if (comment.closesBody) {
-        comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size(), columns_.tabSize);
-    }
     comment.opensBody = code.ends_with('{');
     comment.standsAlone = code == "}" || trimLeft(code).starts_with('#');
     return comment;

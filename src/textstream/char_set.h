@@ -19,7 +19,6 @@ public:
     // The place of the first one from `from` on, and that of the first other character; the end of the text where
     // there is none.
     constexpr std::size_t findIn(std::string_view text, std::size_t from = 0) const {
-        while (from + kStep <= text.size() && !holdsAnyIn(text.data() + from)) from += kStep;
         while (from < text.size() && !holds(text[from])) ++from;
         return from;
     }
@@ -40,13 +39,6 @@ public:
     }
 
 private:
-    // Texts without any of the characters are passed by that many at a time.
-    static constexpr std::size_t kStep = 4;
-
-    constexpr bool holdsAnyIn(const char* step) const {
-        return holds(step[0]) || holds(step[1]) || holds(step[2]) || holds(step[3]);
-    }
-
     std::array<bool, 256> holds_{};
 };
 

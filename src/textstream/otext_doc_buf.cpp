@@ -70,8 +70,7 @@ bool OTextDocBuf::writePendingSpaces() {
 
 std::size_t OTextDocBuf::put(std::string_view text) {
     const bool endsLine = text.ends_with('\n');
-    const std::string_view line = text.substr(0, text.size() - (endsLine ? 1 : 0));
-    if (isPlain(line)) return endsLine ? putPlainLine(text) : putPlain(text);
+    if (endsLine && isPlain(text.substr(0, text.size() - 1))) return putPlainLine(text);
     if (keepsTabs(tabMode_)) return putAsGiven(text);
     switch (tabMode_) {
         case TabsToSpaces:
@@ -118,16 +117,15 @@ std::size_t OTextDocBuf::putPlainLine(std::string_view text) {
 }
 
 std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
+    if (isPlain(text)) return putPlain(text);
     std::size_t taken = 0;
-    for (std::size_t i = kNeedsCare.findIn(text); i < text.size(); i = kNeedsCare.findIn(text, i + 1)) {
-        if (i > 0) previousChar_ = traits_type::to_int_type(text[i - 1]);
+    for (std::size_t i = 0; i < text.size(); ++i) {
         trackLiteral(text[i]);
         if (text[i] != '\t' || insideLiteral()) continue;
         taken += putAsGiven(text.substr(taken, i - taken));
         if (taken < i || !putSpaces(columnsToTabStop())) return taken;
         taken = i + 1;
     }
-    if (!text.empty()) previousChar_ = traits_type::to_int_type(text.back());
     return taken + putAsGiven(text.substr(taken));
 }
 
