@@ -31,8 +31,8 @@ bool isCommentLine(std::string_view text, std::size_t lineStart) {
 
 TrailingComments::Comment TrailingComments::commentAt(std::string_view written, std::size_t offset) const {
     Comment comment;
+    comment.offset = offset;
     comment.sourceColumn = columnIn(source_, offset);
-    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size());
     comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
@@ -69,7 +69,6 @@ void TrailingComments::add(std::string& written, std::size_t offset) {
 void TrailingComments::addBlock(std::string& written, std::size_t offset) {
     Comment comment = commentAt(written, offset);
     comment.isBlock = true;
-    comment.wideColumn = columnIn(source_, offset, kWideTab);
     const bool goesOn = comment.isOwnLine ? goesOnBelowLast(written, comment, offset) : isBelowLast(written, comment);
     if (!goesOn) placeOthers(written, comment);
     if (comment.isOwnLine && !goesOn) return;
@@ -92,7 +91,7 @@ bool TrailingComments::goesOnBelowLast(std::string_view written, const Comment& 
     if (last_.empty() || !last_.back().isBlock || !isInNextLine(written)) return false;
     const Comment& last = last_.back();
     const bool isWide = last.sourceColumn != comment.sourceColumn;
-    if (isWide && last.wideColumn != comment.wideColumn) return false;
+    if (isWide && wideColumnOf(last) != wideColumnOf(comment)) return false;
     const int column = isFixed(last_.front()) ? last_.front().column : lastColumn_;
     if (columns_.margin > 0 && column + comment.length > columns_.margin) return false;
     // A line with nothing but a comment may belong to the code below.
@@ -135,7 +134,7 @@ bool TrailingComments::standsInColumn(const Comment& comment) const {
     const bool mayMiss = comment.isOwnLine && !last.standsAlone && !last.opensBody;
     if (!comment.isBlock) return apart <= (mayMiss ? kNearColumn : 0);
     if (settings_.alignsLineComments) return false;
-    return last.sourceColumn == comment.sourceColumn || last.wideColumn == comment.wideColumn;
+    return last.sourceColumn == comment.sourceColumn || wideColumnOf(last) == wideColumnOf(comment);
 }
 
 // Whether it stands behind the end of a body, as the last one does, but of one that is indented otherwise. Block
@@ -143,7 +142,7 @@ bool TrailingComments::standsInColumn(const Comment& comment) const {
 bool TrailingComments::endsOtherBody(const Comment& comment) const {
     const Comment& last = last_.back();
     const bool isApart = comment.closesBody && last.closesBody && comment.codeEnd != last.codeEnd;
-    return isApart && (!comment.isBlock || comment.sourceCodeEnd == last.sourceCodeEnd);
+    return isApart && (!comment.isBlock || sourceCodeEndOf(comment) == sourceCodeEndOf(last));
 }
 
 // Whether one that does not stand below the last one may come to do so.
@@ -159,6 +158,14 @@ bool TrailingComments::mayJoinLast(const Comment& comment) const {
 int TrailingComments::columnOf(const Comment& comment) const {
     if (comment.isBlock) return comment.codeEnd + 1;
     return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
+}
+
+// Where it stands in an editor with wide tabs.
+int TrailingComments::wideColumnOf(const Comment& comment) const { return columnIn(source_, comment.offset, kWideTab); }
+
+// The column behind the code in front of it.
+int TrailingComments::sourceCodeEndOf(const Comment& comment) const {
+    return columnIn(source_, trimRight(source_.substr(0, comment.offset)).size());
 }
 
 // What stands in front of a "}" belongs to its block, which is indented further.
