@@ -49,10 +49,12 @@ std::string_view withoutParentheses(std::string_view text) {
 
 bool directiveStartsWith(std::string_view text, std::string_view start) {
     for (const char c : text) {
-        if (isBlank(c)) continue;
-        if (c != start.front()) return false;
-        start.remove_prefix(1);
-        if (start.empty()) return true;
+        if (c == start.front()) {
+            start.remove_prefix(1);
+            if (start.empty()) return true;
+        } else if (!isBlank(c)) {
+            return false;
+        }
     }
     return false;
 }

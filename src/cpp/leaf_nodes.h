@@ -47,6 +47,8 @@ public:
     // What the text begins with; cheap, while a whole text may have to be made.
     std::string_view firstWord() const { return text_.firstWord(); }
     bool startsWith(char first) const { return text_.startsWith(first); }
+    // As cheap.
+    bool isEmpty() const { return text_.empty(); }
 
 private:
     LeafText text_;
@@ -95,7 +97,7 @@ class IdNode : public VisitableNode<IdNode, TextNode> {
 public:
     explicit IdNode(std::string_view name) : IdNode(LeafText(name), {}, {}) {}
     IdNode(LeafText name, Trn::Position start, Trn::Position end) : VisitableNode(std::move(name), start, end) {
-        if (text().empty()) throw InvalidId();
+        if (isEmpty()) throw InvalidId();
     }
 };
 

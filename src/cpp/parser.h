@@ -94,6 +94,9 @@ private:
     void skipTrivia(TokenBuffer& tokens);
     void addTrivia(TokenBuffer& tokens, InteriorNode& list);
     Token peekSignificant(const TokenBuffer& tokens) const;
+    int peekSignificantKind(const TokenBuffer& tokens) const {
+        return tokens.kindAt(links_.significant(tokens.place()));
+    }
     Token nextSignificant(TokenBuffer& tokens);
     bool skipBracketed(TokenBuffer& tokens);
     Position skipToSemicolon(TokenBuffer& tokens);

@@ -253,9 +253,9 @@ bool Parser::isAccessLabel(const TokenBuffer& tokens) const {
 
 std::unique_ptr<AccessSpecNode> Parser::parseAccessSpec(TokenBuffer& tokens) {
     const Token word = tokens.next();
-    while (isAccessKeyword(word.kind) && peekSignificant(tokens).kind == Identifier) {
+    while (isAccessKeyword(word.kind) && peekSignificantKind(tokens) == Identifier) {
         nextSignificant(tokens);
-        if (peekSignificant(tokens).kind == OpenParen) skipBracketed(tokens);
+        if (peekSignificantKind(tokens) == OpenParen) skipBracketed(tokens);
     }
     const Token colon = peekSignificant(tokens);
     if (colon.kind != Colon) {

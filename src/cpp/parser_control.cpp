@@ -33,7 +33,7 @@ std::unique_ptr<CtrlStmtNode> Parser::parseMacroCtrlStmt(TokenBuffer& tokens) {
     const Token name = tokens.next();
     auto head = std::make_unique<CtrlSubStmtHeadNode>();
     head->setKeyword(std::make_unique<KeywordNode>(name.kind, name.start, name.end));
-    if (peekSignificant(tokens).kind == OpenParen) {
+    if (peekSignificantKind(tokens) == OpenParen) {
         skipTrivia(tokens);
         if (auto condition = parseCondition(tokens, HeadOf::Macro)) {
             head->setEnd(condition->end());
@@ -68,7 +68,7 @@ std::unique_ptr<CtrlStmtNode> Parser::parseCtrlStmt(TokenBuffer& tokens) {
     };
     switch (keyword.kind) {
         case KeywordTry:
-            while (peekSignificant(tokens).kind == KeywordCatch) addPart();
+            while (peekSignificantKind(tokens) == KeywordCatch) addPart();
             break;
         case KeywordDo:
             addBranches(tokens, *statement);
@@ -90,7 +90,7 @@ std::unique_ptr<CtrlStmtNode> Parser::parseCtrlStmt(TokenBuffer& tokens) {
 void Parser::addBranches(TokenBuffer& tokens, CtrlStmtNode& statement) {
     auto* part = as<CtrlSubStmtNode>(statement.children().back().get());
     if (!keepsUnrecognized_ || !part || !part->body() || part->body()->hasBrackets()) return;
-    while (tokens.peekKind() == Directive && peekSignificant(tokens).kind != KeywordWhile) {
+    while (tokens.peekKind() == Directive && peekSignificantKind(tokens) != KeywordWhile) {
         addTrivia(tokens, *part->body());
         const Index start = tokens.place();
         parseSingleStatement(tokens, *part->body());
@@ -105,11 +105,11 @@ void Parser::parseIfChain(TokenBuffer& tokens, CtrlStmtNode& first) {
     CtrlStmtNode* statement = &first;
     while (true) {
         statement->add(parseCtrlSubStmt(tokens));
-        if (peekSignificant(tokens).kind != KeywordElse) return;
+        if (peekSignificantKind(tokens) != KeywordElse) return;
         addTrivia(tokens, *statement);
         auto part = std::make_unique<CtrlSubStmtNode>();
         part->setHead(parseCtrlHead(tokens));
-        if (peekSignificant(tokens).kind != KeywordIf) {
+        if (peekSignificantKind(tokens) != KeywordIf) {
             part->setBody(parseBody(tokens));
             statement->add(std::move(part));
             return;
@@ -129,7 +129,7 @@ std::unique_ptr<CtrlSubStmtNode> Parser::parseCtrlSubStmt(TokenBuffer& tokens) {
     auto head = parseCtrlHead(tokens);
     if (!head) return nullptr;
     auto part = std::make_unique<CtrlSubStmtNode>();
-    if (head->keyword()->keyword() == KeywordWhile && peekSignificant(tokens).kind == Semicolon) {
+    if (head->keyword()->keyword() == KeywordWhile && peekSignificantKind(tokens) == Semicolon) {
         head->setEnd(skipToSemicolon(tokens));
         part->setHead(std::move(head));
         return part;
@@ -160,7 +160,7 @@ std::unique_ptr<CtrlSubStmtHeadNode> Parser::parseCtrlHead(TokenBuffer& tokens) 
         takeAttribute(tokens, *head);
         return head;
     }
-    if (peekSignificant(tokens).kind == OpenBrace) return head;
+    if (peekSignificantKind(tokens) == OpenBrace) return head;
     if (const Token open = peekSignificant(tokens); open.kind != OpenParen) {
         report(open.start, ExpectedOpenParen);
         return head;

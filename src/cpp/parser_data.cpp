@@ -161,17 +161,15 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
     constexpr std::size_t fewTokens = 4;
     std::vector<Token> declarator;
     declarator.reserve(fewTokens);
-    Token ending;
     Index previous = TokenLinks::kNone;
     const bool hasTypeInFront = followsType(tokens, tokens.place());
     bool isBraced = false;
     bool hasMacros = false;
     Index callsEnd = 0;
     while (true) {
-        ending = peekSignificant(tokens);
         skipTrivia(tokens);
         const Index here = tokens.place();
-        const int kind = ending.kind;
+        const int kind = tokens.peekKind();
         if (kind == Semicolon || kind == Assign || isAccessKeyword(kind)) break;
         if (endsTokens(kind)) {
             if (kind == Unknown) tokens.next();
@@ -201,6 +199,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
         tokens.moveTo(last + 1);
         previous = last;
     }
+    const Token ending = tokens.current();
     const bool startsWithComma = !declarator.empty() && declarator.front().kind == Comma;
     const Declarator parts = ending.kind == Colon ? splitBitField(declarator) : splitDeclarator(declarator);
     auto type = makeNode<TypeNode>(parts.type);

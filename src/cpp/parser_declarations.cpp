@@ -112,7 +112,7 @@ void Parser::parseNamedBlock(TokenBuffer& tokens, RootNode& root) {
     const Token name = tokens.next();
     const bool isDeclared =
         followsType(tokens, place) && items(tokens).holdsValues(view(tokens).next(place), place);
-    if (peekSignificant(tokens).kind == OpenBrace && !isDeclared) {
+    if (peekSignificantKind(tokens) == OpenBrace && !isDeclared) {
         root.add(std::make_unique<ExprNode>(LeafText(name), name.start, name.end));
         skipTrivia(tokens);
         root.add(parseBlock(tokens));
@@ -168,7 +168,7 @@ void Parser::addOrdinaryDeclaration(TokenBuffer& tokens, InteriorNode& list, Sco
         if (tokens.place() == startPlace) tokens.next();
         return;
     }
-    if (declaration.takesSemicolon && peekSignificant(tokens).kind == Semicolon) {
+    if (declaration.takesSemicolon && peekSignificantKind(tokens) == Semicolon) {
         declaration.node->setEnd(skipToSemicolon(tokens));
     }
     list.add(std::move(declaration.node));
@@ -218,7 +218,7 @@ Parser::Index Parser::endOfModuleLine(const TokenBuffer& tokens) const {
 
 // Those of a function whose body is a "try" block.
 void Parser::addHandlers(TokenBuffer& tokens, InteriorNode& list) {
-    while (peekSignificant(tokens).kind == KeywordCatch) {
+    while (peekSignificantKind(tokens) == KeywordCatch) {
         addTrivia(tokens, list);
         list.add(parseCtrlStmt(tokens));
     }

@@ -180,7 +180,7 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
             return true;
         case KeywordNew:
         case KeywordDelete:
-            if (peekSignificant(tokens).kind == OpenBracket) {
+            if (peekSignificantKind(tokens) == OpenBracket) {
                 nextSignificant(tokens);
                 nextSignificant(tokens);
             }
@@ -198,7 +198,7 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
     }
     if (isPunctuation(first.kind)) {
         // A specialisation carries its arguments behind the operator.
-        return peekSignificant(tokens).kind != Less || takeClosingAngle(tokens);
+        return peekSignificantKind(tokens) != Less || takeClosingAngle(tokens);
     }
     // A conversion: the words of a type.
     while (true) {
@@ -272,7 +272,7 @@ std::unique_ptr<ParameterListNode> Parser::parseParameterList(TokenBuffer& token
 
 std::unique_ptr<TextNode> Parser::parseQualifiers(TokenBuffer& tokens) {
     TokenText qualifiers;
-    while (isQualifier(peekSignificant(tokens).kind)) qualifiers.add(nextSignificant(tokens));
+    while (isQualifier(peekSignificantKind(tokens))) qualifiers.add(nextSignificant(tokens));
     return qualifiers.makeLeaf<TextNode>();
 }
 
@@ -434,12 +434,12 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
     declaration->setReturnType(returnType.makeLeaf<TypeNode>());
     declaration->setName(name.makeLeaf<IdNode>());
     // A pointer to an array has bounds there, one to data, and an array of pointers, nothing.
-    const int following = peekSignificant(tokens).kind;
+    const int following = peekSignificantKind(tokens);
     const bool isNothing = keepsUnrecognized_ && following == Semicolon;
     if (following != OpenBracket && following != Assign && following != Identifier && !isNothing) {
         declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
     }
-    if (isQualifier(peekSignificant(tokens).kind)) declaration->setQualifiers(parseQualifiers(tokens));
+    if (isQualifier(peekSignificantKind(tokens))) declaration->setQualifiers(parseQualifiers(tokens));
     // An initializer has no node of its own, but it is the declaration's.
     while (tokens.peekKind() != Trn::kEndKind) {
         if (const Token token = nextSignificant(tokens); token.kind == Semicolon)

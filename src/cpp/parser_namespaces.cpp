@@ -71,7 +71,7 @@ void Parser::addTemplate(TokenBuffer& tokens, InteriorNode& list) {
     Token keyword = tokens.next();
     const Position first = keyword.start;
     while (keyword.kind != KeywordTemplate) keyword = nextSignificant(tokens);
-    if (peekSignificant(tokens).kind != Less) {
+    if (peekSignificantKind(tokens) != Less) {
         tokens.moveTo(start);
         list.add(parseExprStmt(tokens));
         return;

@@ -178,7 +178,7 @@ void Parser::parseStatement(TokenBuffer& tokens, BlockNode& block) {
 void Parser::parseDeclarationInBlock(TokenBuffer& tokens, BlockNode& block) {
     const Index start = tokens.place();
     Declaration declaration = parseDeclaration(tokens, Scope::Block);
-    if (declaration.node && declaration.takesSemicolon && peekSignificant(tokens).kind == Semicolon) {
+    if (declaration.node && declaration.takesSemicolon && peekSignificantKind(tokens) == Semicolon) {
         declaration.node->setEnd(skipToSemicolon(tokens));
     }
     if (!declaration.node && tokens.place() == start) tokens.next();
@@ -322,7 +322,7 @@ std::unique_ptr<AsmNode> Parser::parseAsm(TokenBuffer& tokens) {
         return nullptr;
     }
     auto body = std::make_unique<BlockNode>();
-    if (peekSignificant(tokens).kind == OpenBrace) {
+    if (peekSignificantKind(tokens) == OpenBrace) {
         skipTrivia(tokens);
         parseAsmBlock(tokens, *body);
     } else {

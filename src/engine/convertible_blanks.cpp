@@ -11,10 +11,8 @@ namespace {
 
 constexpr std::size_t kCommentDelimiter = 2;
 
-// Not white space, and the start of nothing that has to be looked at: what most of a text consists of.
-bool isOrdinary(char c) {
-    return c > '/' && c != '<';
-}
+// White space, and the start of what has to be looked at. Most of a text is neither.
+constexpr Zelmor::CharSet kTelling(" \t\n\v\f\r/\"'<");
 
 bool isLiteralPrefix(std::string_view word) {
     return word.empty() || word == "L" || word == "u" || word == "U" || word == "u8";
@@ -55,9 +53,8 @@ std::string_view ConvertibleBlanks::takeRun() {
 // A literal, a header name, or text up to where another may start; or the delimiter that opens a comment.
 void ConvertibleBlanks::skipFixedText() {
     const std::string_view rest = text_.substr(place_);
-    if (isOrdinary(rest.front())) {
-        const auto* const end = std::ranges::find_if_not(rest, isOrdinary);
-        place_ += static_cast<std::size_t>(end - rest.begin());
+    if (!kTelling.holds(rest.front())) {
+        place_ += kTelling.findIn(rest);
     } else if (rest.starts_with("/*")) {
         commentEnd_ = endBehind("*/", place_ + kCommentDelimiter);
         place_ += kCommentDelimiter;

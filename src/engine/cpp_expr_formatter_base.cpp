@@ -50,7 +50,7 @@ CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelm
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)),
       extensions_(scheme),
-      markers_(withMarkersOfScheme({scheme, protectedRegionMarkers()}).markers),
+      markers_(markersOfScheme(scheme)),
       log_(log) {
     applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);

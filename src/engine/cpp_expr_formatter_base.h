@@ -122,7 +122,7 @@ private:
     OptionalText leftMargin_;
     bool wrapsLines_;
     ExtensionSettings extensions_;
-    MarkerPairs markers_;
+    const MarkerPairs& markers_;
     KeptRegions keptRegions_;
     bool directivesLeftMost_ = false;
     bool directivesLeftMostSet_ = false;

@@ -79,7 +79,7 @@ void CppFormatter::visit(Cpp::DataDeclNode* declaration) {
     bool startsLine = false;
     if (declaration->type() && declaration->name()) {
         const std::string_view type = writer_.readGap(declaration->name()->start());
-        const bool isQualified = declaration->name()->text().starts_with("::");
+        const bool isQualified = declaration->name()->startsWith(':');
         isAligned = !followsClassBody && !isQualified && alignsName(*declaration, type);
         if (isAligned) {
             const Keyed<bool>& alignment =

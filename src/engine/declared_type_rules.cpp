@@ -70,6 +70,16 @@ std::string_view lineOfSpecifiers(std::string_view type) {
     return areSpecifiers ? type.substr(0, type.size() - trimLeft(type.substr(length)).size()) : std::string_view();
 }
 
+// Whether nothing but words, a blank apart, stands in front of the last gap, as in most types: `unsigned int`.
+bool isOfWords(std::string_view type) {
+    char former = ' ';
+    for (const char c : trimRight(type)) {
+        if (!Cpp::isNamePart(c) && (c != ' ' || former == ' ')) return false;
+        former = c;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
@@ -82,6 +92,7 @@ bool CppFormatter::formatsArgumentsOf(std::string_view type) const {
 // `type` reaches up to the name. Marks at its end go where their anchor says when `formatsMarks`.
 void CppFormatter::writeType(std::string_view type, const OptionalText& whitespace, bool formatsMarks,
                              LastMarks marks) {
+    if (isOfWords(type)) return writer_.writeMerged(type, whitespace);
     // It stands below its specifiers, wherever a template header in front of them ends.
     const std::string_view specifiers = keepsLines() ? lineOfSpecifiers(type) : std::string_view();
     if (!specifiers.empty()) {

@@ -21,7 +21,7 @@ bool isDirective(std::string_view line) { return trimLeft(line).starts_with('#')
 
 // The line up to its value, where tabs stand in front of that; nothing for any other line.
 std::string_view aheadOfValue(std::string_view line) {
-    if (!DefineTabs::mayTell(trimLeft(line))) return {};
+    if (line.find('\t') == line.npos || !DefineTabs::mayTell(trimLeft(line))) return {};
     const std::size_t word = line.find("define") + std::string_view("define").size();
     const std::size_t name = kBlanks.skipIn(line, word);
     const std::size_t tab = std::min(line.find('\t', name), line.size());

@@ -277,6 +277,14 @@ bool endsDirective(std::string_view rest) {
     return text.empty() || (text.starts_with("//") && text.find('\n') == text.npos);
 }
 
+// Whether another word than those of `hasParts` begins the directive. That takes no lexer to see.
+bool startsOtherwise(std::string_view directive) {
+    const std::size_t start = kBlanks.skipIn(directive, 1);
+    std::size_t end = start;
+    while (end < directive.size() && Cpp::isNamePart(directive[end])) ++end;
+    return end > start && !hasParts(directive.substr(start, end - start));
+}
+
 // `#define WIDTH 0x10`: as most macros, it stands for one word, or for nothing. That takes no lexer to see.
 bool definesWord(std::string_view directive) {
     constexpr std::string_view define = "define";
@@ -351,16 +359,16 @@ std::string withPasteGaps(std::string_view directive, std::string_view gap) {
 
 DirectiveParts partsOf(std::string_view directive) {
     // One token alone has no gaps that anything could be done to.
-    if (definesWord(directive)) return {};
+    if (startsOtherwise(directive) || definesWord(directive)) return {};
     std::vector<Trn::Token> all = tokensOf(directive);
     if (all.size() < 2 || holdsSplicedToken(directive)) return {};
     // Behind a character that is no token nothing is known.
     if (!isGap(directive.substr(1, all.front().offset - 1))) return {};
     if (all.front().text != "define") return partsOfCondition(Tokens(all).subspan(1));
     const bool holdsHash = std::ranges::any_of(all, isHash);
-    std::string names(1, directive.front());
+    std::string names;
     if (holdsHash) {
-        names += withoutHashes(directive.substr(1));
+        names = directive.front() + withoutHashes(directive.substr(1));
         all = tokensOf(names);
     }
     return partsOfMacro(Tokens(all).subspan(1), holdsHash);

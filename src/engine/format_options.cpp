@@ -36,17 +36,26 @@ const MarkerPairs& foreignMarkers() {
     return markers;
 }
 
+MarkerPairs withForeign(MarkerPairs markers) {
+    const MarkerPairs& foreign = foreignMarkers();
+    markers.insert(markers.end(), foreign.begin(), foreign.end());
+    return markers;
+}
+
 }  // namespace
 
 bool isForeignMarker(std::string_view opening) {
     return std::ranges::any_of(foreignMarkers(), [opening](const auto& pair) { return pair.first == opening; });
 }
 
+const MarkerPairs& markersOfScheme(const PropertySet& scheme) {
+    static const MarkerPairs all = withForeign(protectedRegionMarkers());
+    return readSwitch(scheme, Keys::KEEP_FOREIGN_REGIONS) ? all : protectedRegionMarkers();
+}
+
 FormatOptions withMarkersOfScheme(FormatOptions options) {
-    const MarkerPairs& foreign = foreignMarkers();
-    if (readSwitch(options.scheme, Keys::KEEP_FOREIGN_REGIONS)) {
-        options.markers.insert(options.markers.end(), foreign.begin(), foreign.end());
-    }
+    const bool isWanted = readSwitch(options.scheme, Keys::KEEP_FOREIGN_REGIONS);
+    if (isWanted) options.markers = withForeign(std::move(options.markers));
     return options;
 }
 

@@ -24,7 +24,8 @@ struct FormatOptions {
     MarkerPairs markers;
 };
 
-// With the marker pairs that the scheme asks for beside them.
+// With the marker pairs that the scheme asks for beside them: those of the program, and what is given.
+const MarkerPairs& markersOfScheme(const PropertySet& scheme);
 FormatOptions withMarkersOfScheme(FormatOptions options);
 
 }  // namespace Tessel

@@ -324,7 +324,7 @@ int CppFormatter::formatReturnType(const Cpp::FunctionDeclNode& declaration) {
         const OptionalText decidedByBreak{true, isKept ? breakBehindType(head, type) : " ", breakKey};
         // `void FIXTURE(a)::f()`: what a macro makes is part of the name.
         const bool isPartOfName =
-            settings_.keepsUnrecognized && type.ends_with(')') && head.name()->text().starts_with("::");
+            settings_.keepsUnrecognized && type.ends_with(')') && head.name()->startsWith(':');
         const OptionalText& between = isKept || isSpecifier ? decidedByBreak : staysOnLine ? kAsInInput : wanted;
         writeType(type, isPartOfName ? kAsInInput : between, !settings_.keepsFunctions);
     }

@@ -15,6 +15,7 @@ inline constexpr Zelmor::CharSet kBlanks(" \t");
 
 // What isspace accepts in the C locale.
 constexpr bool isWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+inline constexpr Zelmor::CharSet kWhitespace(" \t\n\v\f\r");
 bool isAllWhitespace(std::string_view text);
 // White space within a line, or nothing.
 inline bool isBlanks(std::string_view text) {

@@ -70,7 +70,10 @@ void CppFormatter::keepBreaks(std::string_view gap, OptionalText& before, Option
     const std::size_t comma = findLeadingComma(gap);
     const KeyId key = Keys::KEEP_LINE_BREAKS;
     const auto kept = [&](std::string lineFeeds) {
-        return hangsLines() ? OptionalText{true, madeTexts_.keep(std::move(lineFeeds)), key} : kAsInInput;
+        if (!hangsLines()) return kAsInInput;
+        // Most lines have no empty ones in front.
+        const bool isOne = lineFeeds == kLineFeed.text;
+        return OptionalText{true, isOne ? kLineFeed.text : madeTexts_.keep(std::move(lineFeeds)), key};
     };
     if (keepsLines() && comma != gap.npos && !before.hasLineFeed()) {
         before = kept(lineFeedsOf(trailingBlanks(gap.substr(0, comma))));

@@ -71,8 +71,7 @@ std::string LineSplices::placed(std::string_view directive, std::string_view tex
 std::string LineSplices::place(std::string_view directive, std::string_view text, int firstColumn) const {
     const std::vector<SplicedLine> before = splicedLinesOf(directive);
     const std::vector<SplicedLine> lines = splicedLinesOf(text);
-    const bool haveSplices = !lines.empty() && before.size() == lines.size() && areSplices(directive, lines.size());
-    if (!haveSplices) return std::string(text);
+    if (lines.empty() || before.size() != lines.size()) return std::string(text);
     const auto endOf = [&](const SplicedLine& line) {
         return shownColumnAfter(line.text, line.isFirst ? firstColumn : 0, layout_.tabSize);
     };
@@ -114,7 +113,9 @@ std::string LineSplices::place(std::string_view directive, std::string_view text
         result.append("\\\n");
     }
     const auto behind = static_cast<std::size_t>(lines.back().text.data() - text.data());
-    return result.append(text.substr(text.find('\n', behind) + 1));
+    result.append(text.substr(text.find('\n', behind) + 1));
+    // Most stay where they are, which takes no look at the tokens.
+    return result == text || areSplices(directive, lines.size()) ? result : std::string(text);
 }
 
 std::string LineSplices::blanksTo(int column, int from, bool takesTabs) const {

@@ -181,13 +181,16 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
     if (exprFormatter_.wrapsLines() && !keepsLines() && !after->present && !staysApart && partsLines(gap))
         after = &kBlank;
     const bool leadsLine = keepsLines() && commas.before.hasLineFeed() && out().column() == 0;
-    if (trim(gap) == "," && leadsLine && !after->hasLineFeed()) {
+    const bool isComma = trim(gap) == ",";
+    if (isComma && leadsLine && !after->hasLineFeed()) {
         IndentScope indent(out(), indentToColumn(out(), columnOfLeadingComma(commas)));
         writeComma(gap, kNothing, *after);
-    } else if (trim(gap) == "," && !breaksLines && after->present && !after->hasLineFeed()) {
+    } else if (isComma && !breaksLines && after->present && !after->hasLineFeed()) {
         writeComma(gap, before, *after);
     } else if (!log_ && !before.hasLineFeed() && isPlainComma(gap, *after)) {
         writeComma(gap, before, *after);
+    } else if (!log_ && out().keepsBlanks() && isAllWhitespace(gap)) {
+        out().write(gap);  // between an element and its comment
     } else {
         writeRendered(exprFormatter_.respaceListSeparator(gap, Cpp::Comma, before, *after, state()));
     }

@@ -139,7 +139,8 @@ bool OpaqueWriter::mayConvert(std::string_view text) const {
 
 // Whether it holds what the output converts: a tab, or blanks that may fill a tab stop.
 bool OpaqueWriter::isConcerned(std::string_view text) const {
-    return text.find(out_.tabMode() == Zelmor::TabsToSpaces ? "\t" : "  ") != std::string_view::npos;
+    const bool makesBlanks = out_.tabMode() == Zelmor::TabsToSpaces;
+    return (makesBlanks ? text.find('\t') : text.find("  ")) != std::string_view::npos;
 }
 
 // Most texts are done with before their end.
@@ -197,8 +198,8 @@ bool holdsLinesOfLiteral(std::string_view text) {
 
 void writeLines(std::string_view text, const SourceColumns& source, InnerBlanks inner, OIndentBuf& out,
                 OuterLines outer) {
-    const bool isOneLine = lineLength(text) == text.size();
-    writeLines(text, isOneLine ? 0 : source.columnOf(text), inner, out, outer);
+    if (lineLength(text) == text.size()) return writeInPlace(text, inner, out);
+    writeLines(text, source.columnOf(text), inner, out, outer);
 }
 
 void writeLines(std::string_view text, int inputColumn, InnerBlanks inner, OIndentBuf& out, OuterLines outer) {

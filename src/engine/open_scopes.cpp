@@ -162,7 +162,9 @@ std::size_t OpenScopes::endOfDirective(std::size_t start) const {
     while (end < text_.size() && text_[end - 1] == '\\') end = text_.find('\n', end + 1);
     end = std::min(end, text_.size());
     const std::string_view directive = text_.substr(start, end - start);
-    const std::size_t comment = directive.rfind("/*");
+    // Most hold none, which is seen sooner from their start.
+    const bool holdsComment = directive.find("/*") != directive.npos;
+    const std::size_t comment = holdsComment ? directive.rfind("/*") : directive.npos;
     const bool isOpen = comment != directive.npos && directive.find("*/", comment + 2) == directive.npos &&
                         directive.substr(0, comment).find("//") == directive.npos;
     if (!isOpen) return end;

@@ -18,7 +18,7 @@ public:
         const std::size_t start = resultPlace_;
         while (sourcePlace_ < offset) {
             passEqual(offset);
-            while (sourcePlace_ < offset && isWhitespace(source_[sourcePlace_])) ++sourcePlace_;
+            sourcePlace_ = kWhitespace.skipIn(source_.substr(0, offset), sourcePlace_);
             if (sourcePlace_ == offset) break;
             ++sourcePlace_;
             passCharacterOfResult();
@@ -36,7 +36,7 @@ public:
 
 protected:
     void skipWhitespaceOfResult() {
-        while (resultPlace_ < result_.size() && isWhitespace(result_[resultPlace_])) ++resultPlace_;
+        resultPlace_ = kWhitespace.skipIn(result_, resultPlace_);
     }
 
     // What is the same in both, white space too.

@@ -31,7 +31,7 @@ struct Cursor {
     // Returns what has been skipped.
     std::string_view skipWhitespace(std::size_t end) {
         const std::size_t start = place;
-        while (place < end && isWhitespace(text[place])) ++place;
+        place = kWhitespace.skipIn(text.substr(0, end), place);
         isApart = isApart || place > start;
         return text.substr(start, place - start);
     }
@@ -281,6 +281,8 @@ private:
             skipBlanks();
             const std::string_view converted = result_.text.substr(start, result_.place - start);
             if (!endsLine(text, ahead, run) && !isConversion(run, converted)) return false;
+            // Often, this is all that differs.
+            if (run != converted && compareExactly(text.substr(place))) return true;
         }
     }
 

@@ -33,7 +33,6 @@ TrailingComments::Comment TrailingComments::commentAt(std::string_view written, 
     Comment comment;
     comment.offset = offset;
     comment.sourceColumn = columnIn(source_, offset, columns_.tabSize);
-    comment.sourceCodeEnd = columnIn(source_, trimRight(source_.substr(0, offset)).size(), columns_.tabSize);
     comment.length = shownColumnAfter(source_.substr(offset, source_.find('\n', offset) - offset), 0, columns_.tabSize);
     const std::size_t lineStart = lineStartOf(written, written.size());
     comment.gapEnd = written.size();
@@ -111,7 +110,7 @@ bool TrailingComments::isBelow(const Comment& other, const Comment& comment, int
     if (std::abs(other.sourceColumn - comment.sourceColumn) <= most) return true;
     const auto isBehindTab = [this](const Comment& one) { return one.offset > 0 && source_[one.offset - 1] == '\t'; };
     return (comment.isBlock || (isBehindTab(other) && isBehindTab(comment))) &&
-           columnIn(source_, other.offset, kWideTab) == columnIn(source_, comment.offset, kWideTab);
+           wideColumnOf(other) == wideColumnOf(comment);
 }
 
 void TrailingComments::push(const Comment& comment) {
@@ -155,7 +154,7 @@ bool TrailingComments::standsInColumn(const Comment& comment) const {
 bool TrailingComments::endsOtherBody(const Comment& comment) const {
     const Comment& last = last_.back();
     const bool isApart = comment.closesBody && last.closesBody && comment.codeEnd != last.codeEnd;
-    return isApart && (!comment.isBlock || comment.sourceCodeEnd == last.sourceCodeEnd);
+    return isApart && (!comment.isBlock || sourceCodeEndOf(comment) == sourceCodeEndOf(last));
 }
 
 // Whether one that does not stand below the last one may come to do so.
@@ -171,6 +170,14 @@ bool TrailingComments::mayJoinLast(const Comment& comment) const {
 int TrailingComments::columnOf(const Comment& comment) const {
     if (comment.isBlock) return comment.codeEnd + 1;
     return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
+}
+
+// Where it stands in an editor with wide tabs.
+int TrailingComments::wideColumnOf(const Comment& comment) const { return columnIn(source_, comment.offset, kWideTab); }
+
+// The column behind the code in front of it.
+int TrailingComments::sourceCodeEndOf(const Comment& comment) const {
+    return columnIn(source_, trimRight(source_.substr(0, comment.offset)).size(), columns_.tabSize);
 }
 
 // What stands in front of a "}" belongs to its block, which is indented further.

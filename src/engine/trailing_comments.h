@@ -42,12 +42,11 @@ public:
 
 private:
     struct Comment {
+        std::size_t offset = 0;    // in the source
         std::size_t gapStart = 0;  // of the white space in front of it
         std::size_t gapEnd = 0;
-        std::size_t offset = 0;  // in the source
         int sourceColumn = 0;
         int codeEnd = 0;  // the column behind the code in front of it
-        int sourceCodeEnd = 0;  // the same in the source
         int column = 0;   // where it stands
         int length = 0;
         bool isBlock = false;
@@ -74,6 +73,8 @@ private:
     bool endsOtherBody(const Comment& comment) const;
     bool mayJoinLast(const Comment& comment) const;
     int columnOf(const Comment& comment) const;
+    int wideColumnOf(const Comment& comment) const;
+    int sourceCodeEndOf(const Comment& comment) const;
     void placeLast(std::string& written);
     int codeColumnBelow(std::size_t offset, int tabSize);
     static int columnIn(std::string_view text, std::size_t offset, int tabSize);

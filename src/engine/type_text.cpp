@@ -4,6 +4,7 @@
 
 #include "engine/columns.h"
 #include "engine/gap.h"
+#include "engine/holds_any_of.h"
 #include "engine/scheme_values.h"
 #include "scheme/property_keys.h"
 
@@ -36,6 +37,7 @@ TypeText::TypeText(std::string_view source) : text(trimRight(source)), head(text
 }
 
 bool endsWithMarks(std::string_view type) {
+    if (!holdsAnyOf<'*', '&'>(type)) return false;
     for (bool isQualified = true; isQualified;) {
         isQualified = false;
         type = trimRight(type);

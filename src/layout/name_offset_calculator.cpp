@@ -110,7 +110,7 @@ std::optional<int> NameOffsetCalculator::measure(const Cpp::TypeNode* type, cons
     if (!type) return 0;
     const Trn::Position nameStart = name ? name->start() : type->end();
     const std::string_view typeText = textBetween(type->start(), nameStart);
-    const bool isQualified = name && name->text().starts_with("::");
+    const bool isQualified = name && name->startsWith(':');
     if (!maySpace(typeText) || (isQualified && typeText.find('\n') != std::string_view::npos)) return std::nullopt;
     return marks_.measure(TypeText(textOf(*type)));
 }

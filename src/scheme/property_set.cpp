@@ -77,6 +77,7 @@ std::vector<Property> PropertySet::properties() const {
 }
 
 bool PropertySet::contains(std::string_view key) const {
+    if (const KeyId known = KeyId::find(key)) return contains(known);
     return values_->booleans.find(key) || values_->integers.find(key) || values_->strings.find(key);
 }
 

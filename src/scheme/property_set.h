@@ -60,6 +60,14 @@ public:
         values_->integers.forEach(visitor);
         values_->strings.forEach(visitor);
     }
+    // In no order: editor(key, value) may change the value, and says whether it stays.
+    template <typename Editor>
+    void edit(const Editor& editor) {
+        Values& values = ownValues();
+        values.booleans.edit(editor);
+        values.integers.edit(editor);
+        values.strings.edit(editor);
+    }
     bool contains(std::string_view key) const;
     bool contains(KeyId key) const;
 

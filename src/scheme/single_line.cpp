@@ -21,19 +21,16 @@ bool isAlignment(std::string_view key) {
 }  // namespace
 
 PropertySet withoutLineEnds(PropertySet scheme, LineEndTexts become) {
-    const PropertySet given = scheme;
-    given.forEach([&scheme, become](std::string_view key, const auto& value) {
+    scheme.edit([become](std::string_view key, auto& value) {
         using Held = std::decay_t<decltype(value)>;
         if constexpr (std::is_same_v<Held, std::string>) {
-            if (value.find('\n') == std::string::npos) return;
-            if (become == LineEndTexts::Absent) {
-                scheme.erase(key);
-            } else {
-                scheme.setString(key, isBeforeComma(key) ? "" : " ");
-            }
+            if (value.find('\n') == std::string::npos) return true;
+            value = isBeforeComma(key) ? "" : " ";
+            return become != LineEndTexts::Absent;
         } else if constexpr (std::is_same_v<Held, bool>) {
-            if (value && isAlignment(key)) scheme.setBool(key, false);
+            value = value && !isAlignment(key);
         }
+        return true;
     });
     return scheme;
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <string>
 #include <string_view>
@@ -53,6 +54,9 @@ public:
             others_.erase(found);
             return true;
         }
+        return erase(key);
+    }
+    bool erase(KeyId key) {
         const std::uint16_t number = std::exchange(numbers_[key.place()], kNone);
         if (number == kNone) return false;
         if (number < known_.size()) {
@@ -68,6 +72,20 @@ public:
     void forEach(const Visitor& visitor) const {
         for (const Known& known : known_) visitor(known.key.name(), known.value);
         for (const auto& [name, value] : others_) visitor(std::string_view(name), value);
+    }
+
+    // In no order: editor(name, value) may change the value, and says whether it stays.
+    template <typename Editor>
+    void edit(const Editor& editor) {
+        // The last one takes the place of one that goes.
+        for (std::size_t number = known_.size(); number > 0; --number) {
+            Known& known = known_[number - 1];
+            if (!editor(known.key.name(), known.value)) erase(known.key);
+        }
+        for (auto other = others_.begin(); other != others_.end();) {
+            const bool stays = editor(std::string_view(other->first), other->second);
+            other = stays ? std::next(other) : others_.erase(other);
+        }
     }
 
     friend bool operator==(const ValueTable& one, const ValueTable& other) {

@@ -117,15 +117,18 @@ std::size_t OTextDocBuf::putPlainLine(std::string_view text) {
 }
 
 std::size_t OTextDocBuf::putTabsAsSpaces(std::string_view text) {
-    if (isPlain(text)) return putPlain(text);
+    std::size_t i = kNeedsCare.findIn(text);
+    if (i == text.size()) return putPlain(text);
     std::size_t taken = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (; i < text.size(); i = kNeedsCare.findIn(text, i + 1)) {
+        if (i > 0) previousChar_ = traits_type::to_int_type(text[i - 1]);
         trackLiteral(text[i]);
         if (text[i] != '\t' || insideLiteral()) continue;
         taken += putAsGiven(text.substr(taken, i - taken));
         if (taken < i || !putSpaces(columnsToTabStop())) return taken;
         taken = i + 1;
     }
+    previousChar_ = traits_type::to_int_type(text.back());
     return taken + putAsGiven(text.substr(taken));
 }
 
@@ -157,8 +160,13 @@ bool OTextDocBuf::putConvertibleSpace() {
 }
 
 bool OTextDocBuf::putSpaces(int count) {
-    const std::string spaces(static_cast<std::size_t>(count), ' ');
-    return putPlain(spaces) == spaces.size();
+    constexpr std::string_view most = "                ";
+    for (auto left = static_cast<std::size_t>(count); left > 0;) {
+        const std::string_view spaces = most.substr(0, left);
+        if (putPlain(spaces) < spaces.size()) return false;
+        left -= spaces.size();
+    }
+    return true;
 }
 
 std::size_t OTextDocBuf::sendOn(std::string_view text) {

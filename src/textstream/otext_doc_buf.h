@@ -1,12 +1,12 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <memory>
 #include <streambuf>
 #include <string>
 #include <string_view>
 
+#include "textstream/char_set.h"
 #include "textstream/line_buf.h"
 
 namespace Zelmor {
@@ -79,11 +79,7 @@ protected:
     int columnBehind(std::string_view piece) const;
     // Whether the text is written as it is, each character a column wide: most are.
     bool isPlain(std::string_view text) const {
-        if (!keepsBlanks()) return false;
-        for (const char c : text) {
-            if (kNeedsCare[static_cast<unsigned char>(c)]) return false;
-        }
-        return true;
+        return keepsBlanks() && kNeedsCare.findIn(text) == text.size();
     }
     std::size_t putPlain(std::string_view text);
     // What has been written to the line so far is its indentation.
@@ -93,11 +89,7 @@ protected:
 
 private:
     // Characters that end lines, are several columns wide, or delimit literals.
-    static constexpr auto kNeedsCare = [] {
-        std::array<bool, 256> needsCare{};
-        for (const char c : {'\n', '\t', '"', '\''}) needsCare[static_cast<unsigned char>(c)] = true;
-        return needsCare;
-    }();
+    static constexpr CharSet kNeedsCare{"\n\t\"'"};
 
     std::size_t putAsGiven(std::string_view text);
     std::size_t putPlainLine(std::string_view text);

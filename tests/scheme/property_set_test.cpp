@@ -5,6 +5,8 @@
 
 #include <sstream>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace {
 
@@ -79,6 +81,27 @@ TEST(PropertySet, FindsWhatIsLeftWhenKeysHaveGone) {
     EXPECT_FALSE(changed == set);
     changed.setString("no_such_key", "no_such_key");
     EXPECT_TRUE(changed == set);
+}
+
+// Each value is looked at once, whatever has come to stand in the place of another; copies keep theirs.
+TEST(PropertySet, EditsEachValueOnce) {
+    PropertySet set("s");
+    for (const std::string key : {"WS_BEFORE_FN_COMMA", "LEFT_MARGIN", "other", "WS_BEFORE_DD_COMMA", "unknown"}) {
+        set.setString(key, key.starts_with("WS") || key == "other" ? "go" : "");
+    }
+    set.setBool("LINE_WRAP", false);
+    const PropertySet before = set;
+    set.edit([](std::string_view, auto& value) {
+        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>) {
+            if (value == "go") return false;
+            value += '+';
+        } else {
+            value = !value;
+        }
+        return true;
+    });
+    EXPECT_EQ(written(set), HEAD + "1 LINE_WRAP 1\n3 LEFT_MARGIN \"+\"\n3 unknown \"+\"\n");
+    EXPECT_EQ(before.size(), 6U);
 }
 
 TEST(PropertySet, ReadsFilesEditedByHand) {
