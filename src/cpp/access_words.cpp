@@ -15,7 +15,7 @@ public:
 
     void nameThem() {
         int ahead = Semicolon;
-        for (Index place = links_.significant(0); place < tokens_.size(); place = behind(place)) {
+        for (Index place = links_.significant(0); place < tokens_.size(); place = links_.behind(place)) {
             const bool isFirst = ahead == Semicolon || ahead == OpenBrace;
             const bool isWord = isFirst && isAccessKeyword(tokens_.kind(place));
             if (isWord && beginsDeclaration(links_.significant(place + 1))) {
@@ -28,18 +28,12 @@ public:
 private:
     int kind(Index place) const { return place < tokens_.size() ? tokens_.kind(place) : Trn::kEndKind; }
 
-    // The next token; that behind the brackets which open here.
-    Index behind(Index place) const {
-        const Index close = links_.closing(place);
-        return links_.significant((close == TokenLinks::kNone ? place : close) + 1);
-    }
-
     bool beginsDeclaration(Index place) const {
         switch (kind(place)) {
             case Colon:
             case KeywordClass: return false;
-            case Identifier: return kind(behind(place)) != Colon;
-            case KeywordStatic: return !isClassKey(kind(behind(place)));
+            case Identifier: return kind(links_.behind(place)) != Colon;
+            case KeywordStatic: return !isClassKey(kind(links_.behind(place)));
             case KeywordStruct:
             case KeywordUnion:
             case KeywordEnum: return !endsInBody(place);
@@ -51,9 +45,9 @@ private:
     bool endsInBody(Index place) const {
         while (kind(place) != OpenBrace) {
             if (kind(place) == Semicolon || kind(place) == OpenParen || kind(place) == Trn::kEndKind) return false;
-            place = behind(place);
+            place = links_.behind(place);
         }
-        const int following = kind(behind(place));
+        const int following = kind(links_.behind(place));
         return following != Semicolon && following != Identifier && following != Asterisk;
     }
 

@@ -25,9 +25,6 @@ constexpr bool isReservedByCpp(int kind) {
     }
 }
 
-// `struct private a;`
-constexpr bool isTagKey(int kind) { return kind == KeywordStruct || kind == KeywordUnion || kind == KeywordEnum; }
-
 // Behind a sign that ends nothing, no declaration begins.
 constexpr bool isInExpression(int ahead) {
     switch (ahead) {

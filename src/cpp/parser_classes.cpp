@@ -313,7 +313,7 @@ std::unique_ptr<EnumBodyNode> Parser::parseEnumBody(TokenBuffer& tokens) {
             report(token.start, UnexpectedEnd);
             return body;
         }
-        if (isClassKey(token.kind) || token.kind == KeywordEnum) {
+        if (isTagKey(token.kind)) {
             report(token.start, "Expected \"}\" first to close enum declaration.");
             return body;
         }

@@ -45,6 +45,11 @@ public:
         if (place >= links_.size() || (links_[place] & kIsTrivia) == 0) return place;
         return links_[place] & kPlaceMask;
     }
+    // The next token that is none of these; behind the closing one when the place's opens a bracket.
+    Index behind(Index place) const {
+        const Index close = closing(place);
+        return significant((close == kNone ? place : close) + 1);
+    }
     // Whether a ";" or the keyword of a statement stands between the bracket at the place and the closing one, outside
     // of other brackets.
     bool holdsStatements(Index open) const {

@@ -84,6 +84,9 @@ constexpr bool isClassKey(int kind) {
     return kind == KeywordClass || kind == KeywordStruct || kind == KeywordUnion;
 }
 
+// A keyword that a name follows, of a type that it declares or names: `struct a b;`
+constexpr bool isTagKey(int kind) { return isClassKey(kind) || kind == KeywordEnum; }
+
 constexpr bool isQualifier(int kind) {
     return kind == KeywordConst || kind == KeywordVolatile;
 }

@@ -6,19 +6,6 @@
 
 namespace Cpp {
 
-TokenView::Index TokenView::behind(Index place) const {
-    switch (kind(place)) {
-        case OpenParen:
-        case OpenBracket:
-        case OpenBrace:
-        case Less:
-            if (const Index close = links_.closing(place); close != kNone) return next(close);
-            [[fallthrough]];
-        default:
-            return next(place);
-    }
-}
-
 bool TokenView::startsLaterLine(Index place, Index than) const {
     return tokens_.at(place).start.line > tokens_.at(than).end.line;
 }

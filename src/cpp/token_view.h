@@ -15,7 +15,7 @@ public:
 
     Index next(Index place) const { return links_.significant(place + 1); }
     // Behind the token at the place, and behind the closing one when it opens a bracket.
-    Index behind(Index place) const;
+    Index behind(Index place) const { return links_.behind(place); }
     // Behind attributes and annotations with arguments, and behind those of the statement's first keyword.
     Index behindAnnotations(Index place) const;
     // Names with arguments, one behind another. `lastEnd` is where those end that a walk has looked behind last: of

@@ -52,6 +52,12 @@ int columnAfter(std::string_view text, int column, int tabSize) {
     return column + static_cast<int>(text.size());
 }
 
+int columnBehind(std::string_view text, int column, int tabSize) {
+    const std::size_t lineFeed = text.rfind('\n');
+    if (lineFeed == std::string_view::npos) return columnAfter(text, column, tabSize);
+    return columnAfter(text.substr(lineFeed + 1), 0, tabSize);
+}
+
 std::size_t lengthUpTo(int column, std::string_view text, int tabSize) {
     std::size_t length = 0;
     for (int reached = 0; length < text.size() && reached < column; ++length) {

@@ -22,6 +22,9 @@ int charWidth(char c, int column, int tabSize);
 // the column negative.
 int columnAfter(std::string_view text, int column, int tabSize);
 
+// As that, behind the last line of `text`.
+int columnBehind(std::string_view text, int column, int tabSize);
+
 // How much of `text`, written from the first column, comes in front of `column`; all of it where that is further to the
 // right.
 std::size_t lengthUpTo(int column, std::string_view text, int tabSize);

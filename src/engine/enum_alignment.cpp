@@ -21,13 +21,6 @@ struct Initializer {
     int nameEnd;         // the column at which the text in front of it ends
 };
 
-// The column behind `text` when it begins at `column`.
-int columnBehind(std::string_view text, int column, int tabSize) {
-    const std::size_t lineFeed = text.rfind('\n');
-    if (lineFeed == std::string_view::npos) return columnAfter(text, column, tabSize);
-    return columnAfter(text.substr(lineFeed + 1), 0, tabSize);
-}
-
 // Whether every enumerator starts on a line of its own. A text that stands so because the scheme breaks its
 // lines counts as one that stood so in the input, or formatting it again would align it.
 bool standOneToALine(std::string_view text, const ExprTokens& tokens) {

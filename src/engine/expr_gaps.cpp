@@ -255,7 +255,7 @@ const OptionalText* CppExprFormatter::wantedBeforeBrace(const Run& run, std::siz
     if (run.kindAt(place) != Cpp::OpenBrace || !settings_.closesLists()) return nullptr;
     // using A = enum B {
     const int ahead = run.previous == kNoToken ? Trn::kEndKind : run.kindBefore(run.previous);
-    if (Cpp::isClassKey(ahead) || ahead == Cpp::KeywordEnum) return nullptr;
+    if (Cpp::isTagKey(ahead)) return nullptr;
     return opensValue(run.tokens, run.previous, place) ? &settings_.inListBraces : nullptr;
 }
 

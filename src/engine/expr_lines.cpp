@@ -85,7 +85,7 @@ std::optional<int> CppExprFormatter::columnOfRow(Run& run, std::string_view gap,
         group.rowsColumn = hanging;
     }
     if (!group.rows) return std::nullopt;
-    return std::min(group.rowsColumn + columnBehindLineEnd(gap, tabSize()) - *group.rows, kRightmostIndent);
+    return std::min(group.rowsColumn + columnBehind(gap, 0, tabSize()) - *group.rows, kRightmostIndent);
 }
 
 // That of the innermost "{", but for what stands behind a directive in a row: it has nothing in front to hang from.

@@ -47,7 +47,7 @@ public:
 
 private:
     int sourceColumn(std::string_view gap) const {
-        return columnAfter(gap.substr(gap.rfind('\n') + 1), 0, tabSize_);
+        return columnBehind(gap, 0, tabSize_);
     }
 
     static constexpr int kNearlyHanging = 1;

@@ -23,10 +23,6 @@ std::size_t behindElement(const ExprTokens& tokens, std::size_t place) {
 
 }  // namespace
 
-int columnBehindLineEnd(std::string_view gap, int tabSize) {
-    return columnAfter(gap.substr(gap.rfind('\n') + 1), 0, tabSize);
-}
-
 std::optional<int> columnOfRightAlignedRows(std::string_view text, const ExprTokens& tokens, std::size_t open,
                                             int tabSize) {
     std::optional<int> end;
@@ -42,7 +38,7 @@ std::optional<int> columnOfRightAlignedRows(std::string_view text, const ExprTok
         if (!startsLine) continue;
         const std::size_t behind = behindElement(tokens, place);
         if (behind == place) return std::nullopt;
-        const int column = columnBehindLineEnd(gap, tabSize);
+        const int column = columnBehind(gap, 0, tabSize);
         const int elementEnd = column + static_cast<int>(tokens[behind - 1].end() - tokens[place].offset);
         leftmost = end ? std::min(leftmost, column) : column;
         rightmost = end ? std::max(rightmost, column) : column;

@@ -18,7 +18,4 @@ namespace Tessel {
 std::optional<int> columnOfRightAlignedRows(std::string_view text, const ExprTokens& tokens, std::size_t open,
                                             int tabSize);
 
-// That of the text behind the last line end of a gap.
-int columnBehindLineEnd(std::string_view gap, int tabSize);
-
 }  // namespace Tessel

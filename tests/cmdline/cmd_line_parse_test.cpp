@@ -11,18 +11,6 @@
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::StartsWith;
-
-// The program's own arguments.
-class ThreeArguments : public ::testing::Test {
-protected:
-    CmdArgStr scheme{'s', "scheme", "schemename", "scheme to use",
-                     CmdArg::SYNTAX_REQUIRED | CmdArg::SYNTAX_VALUE_REQUIRED};
-    CmdArgStr input{"infile", "file to read"};
-    CmdArgStr output{"outfile", "file to write"};
-    CmdLine commandLine{"/opt/bin/format", &scheme, &input, &output, nullptr};
-    CommandLineRun run{commandLine};
-};
 
 TEST_F(ThreeArguments, OptionsEndAtTheFirstPositionalValueAndAtTwoDashes) {
     EXPECT_EQ(run.parse("-s x in -x"), CmdLine::STATUS_OK);

@@ -5,7 +5,6 @@
 
 #include "cmd_line_fixture.h"
 #include "cmdline/bool_arg.h"
-#include "cmdline/string_arg.h"
 
 namespace {
 
@@ -15,19 +14,11 @@ std::string usageOf(const CmdLine& commandLine, int level) {
     return out.str();
 }
 
-class Usage : public ::testing::Test {
-protected:
-    CmdArgStr scheme{'s', "scheme", "schemename", "scheme to use for formatting",
-                     CmdArg::SYNTAX_REQUIRED | CmdArg::SYNTAX_VALUE_REQUIRED};
-    CmdArgStr input{"infile", "name of the file to read"};
-    CmdArgStr output{"outfile", "name of the file to write (can be the same as infile)"};
-    CmdLine commandLine{"bin/VantrelCmd", &scheme, &input, &output, nullptr};
-    CommandLineRun run{commandLine};
-};
+using Usage = ThreeArguments;
 
 TEST_F(Usage, OfTheProgram) {
     commandLine.setDescription("One line\r\n\r\nanother\r\n");
-    const std::string line = "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n";
+    const std::string line = "Usage: format -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n";
     EXPECT_EQ(usageOf(commandLine, 0), "");
     EXPECT_EQ(usageOf(commandLine, 1), line);
     EXPECT_EQ(usageOf(commandLine, 2),
