@@ -45,14 +45,13 @@ int nestingStep(const ExprToken& token) {
 
 CppExprFormatterBase::CppExprFormatterBase(const PropertySet& scheme, const Zelmor::TextDocument* source,
                                            LayoutLog* log)
-    : scheme_(scheme),
+    : scheme_(withSchemeDefaults(scheme)),
       tabSize_(readTabSize(scheme)),
       columns_(source, tabSize_),
       wrapsLines_(readSwitch(scheme, Keys::LINE_WRAP)),
       extensions_(scheme),
       markers_(markersOfScheme(scheme)),
       log_(log) {
-    applySchemeDefaults(scheme_);
     leftMargin_ = readIndent(scheme_, Keys::LEFT_MARGIN);
     directivesLeftMostSet_ = scheme_.getBool(KeyId(Keys::ALIGN_PPD_LEFT_MOST), directivesLeftMost_);
 }

@@ -20,11 +20,6 @@ using Zelmor::LeadingSpaceScope;
 
 namespace {
 
-PropertySet completed(PropertySet scheme) {
-    applySchemeDefaults(scheme);
-    return scheme;
-}
-
 // The output from its start, with the scheme's tab settings.
 Zelmor::IndentState initialState(const PropertySet& scheme) {
     Zelmor::IndentState state;
@@ -77,7 +72,7 @@ bool goesOnBehindBrace(const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& n
 
 CppFormatter::CppFormatter(const Zelmor::TextDocument& source, const Cpp::OpaqueTokens& opaque,
                            const FormatOptions& options, const LayoutPasses& passes, LayoutObserver* observer)
-    : scheme_(completed(options.scheme)),
+    : scheme_(withSchemeDefaults(options.scheme)),
       settings_(scheme_),
       passes_(passes),
       source_(source),

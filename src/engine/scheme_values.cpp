@@ -82,7 +82,7 @@ int readRightMargin(const PropertySet& scheme) {
     return margin > 0 ? margin : std::numeric_limits<int>::max();
 }
 
-void applySchemeDefaults(PropertySet& scheme) {
+PropertySet withSchemeDefaults(PropertySet scheme) {
     constexpr int asInInput = -1;
     setWhenMissing(scheme, Keys::ASTERISK_ANCHOR, asInInput);
     setWhenMissing(scheme, Keys::AMPERSAND_ANCHOR, asInInput);
@@ -105,6 +105,7 @@ void applySchemeDefaults(PropertySet& scheme) {
         setWhenMissing(scheme, Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " ");
     }
     setWhenMissing(scheme, Keys::EXPR_WRAP_STYLE, 1);
+    return scheme;
 }
 
 }  // namespace Tessel

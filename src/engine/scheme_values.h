@@ -23,7 +23,7 @@ int readTabMode(const PropertySet& scheme);
 // Columns that a line may have where lines are wrapped; else more than any line has.
 int readRightMargin(const PropertySet& scheme);
 
-// Completes a scheme before a pass reads it: values that the passes rely on, where the scheme lacks them.
-void applySchemeDefaults(PropertySet& scheme);
+// What a pass reads: the scheme, and values that the passes rely on where it lacks them.
+PropertySet withSchemeDefaults(PropertySet scheme);
 
 }  // namespace Tessel

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "cpp/characters.h"
+#include "cpp/control_parts.h"
 #include "cpp/lexer.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -21,28 +22,13 @@
 
 namespace Tessel {
 
+using Cpp::continuesElseIf;
+using Cpp::firstPart;
+using Cpp::keywordOf;
 using Zelmor::IndentScope;
 using Zelmor::LeadingSpaceScope;
 
 namespace {
-
-const Cpp::CtrlSubStmtNode* firstPart(const Cpp::CtrlStmtNode& statement) {
-    return statement.size() == 0 ? nullptr : Cpp::as<Cpp::CtrlSubStmtNode>(statement.childBegin()->get());
-}
-
-int keywordOf(const Cpp::CtrlSubStmtNode* part) {
-    const bool hasKeyword = part && part->head() && part->head()->keyword();
-    return hasKeyword ? part->head()->keyword()->keyword() : Trn::kEndKind;
-}
-
-// An "else" whose body is an "if" and nothing else.
-bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
-    if (keywordOf(&part) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
-    const auto* statement = Cpp::as<Cpp::CtrlStmtNode>(part.body()->childBegin()->get());
-    if (!statement) return false;
-    const Cpp::CtrlSubStmtNode* first = firstPart(*statement);
-    return keywordOf(first) == Cpp::KeywordIf && first->start() == part.body()->start();
-}
 
 // A(x) B(y) {   two macros on a line that govern one block
 bool continuesMacro(const Cpp::CtrlSubStmtNode& part) {

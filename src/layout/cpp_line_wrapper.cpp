@@ -24,15 +24,10 @@ namespace {
 
 constexpr int kBracketWidth = 1;
 
-PropertySet completed(PropertySet scheme) {
-    applySchemeDefaults(scheme);
-    return scheme;
-}
-
 }  // namespace
 
 CppLineWrapper::CppLineWrapper(const FormatOptions& options, const Zelmor::TextDocument& formatted)
-    : settings_(completed(options.scheme)),
+    : settings_(withSchemeDefaults(options.scheme)),
       markers_(options.markers),
       in_(formatted),
       out_(IndentState()),

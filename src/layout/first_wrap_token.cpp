@@ -16,7 +16,7 @@ constexpr int kLogical[] = {Cpp::LogicalAnd, Cpp::LogicalOr};
 constexpr int kBinary[] = {Cpp::Colon,     Cpp::Slash,      Cpp::Plus,    Cpp::Minus,   Cpp::Percent,
                            Cpp::ShiftLeft, Cpp::ShiftRight, Cpp::Less,    Cpp::Greater, Cpp::Equal,
                            Cpp::NotEqual,  Cpp::Bar,        Cpp::Question};
-constexpr int kConditional[] = {Cpp::Question, Cpp::Colon};
+constexpr int kPartsOfConditional[] = {Cpp::Question, Cpp::Colon};
 constexpr int kFactor[] = {Cpp::Asterisk, Cpp::Slash, Cpp::Percent, Cpp::Ampersand, Cpp::Caret};
 constexpr int kComparison[] = {Cpp::Less,  Cpp::Greater,  Cpp::LessEqual, Cpp::GreaterEqual,
                               Cpp::Equal, Cpp::NotEqual};
@@ -25,7 +25,7 @@ constexpr int kAssignment[] = {Cpp::Assign,      Cpp::AmpersandAssign, Cpp::Aste
                                Cpp::LessEqual,   Cpp::MinusAssign,     Cpp::PercentAssign,
                                Cpp::BarAssign,   Cpp::PlusAssign,      Cpp::ShiftRightAssign};
 
-constexpr int kSigns[] = {Cpp::Plus, Cpp::Minus};
+constexpr int kSignKinds[] = {Cpp::Plus, Cpp::Minus};
 constexpr int kOperatorsProper[] = {Cpp::Colon,      Cpp::Slash, Cpp::Percent, Cpp::ShiftLeft,
                                     Cpp::ShiftRight, Cpp::Less,  Cpp::Greater, Cpp::Equal,
                                     Cpp::NotEqual,   Cpp::Bar,   Cpp::Question};
@@ -71,7 +71,7 @@ const TokenClass semicolonTokens(kSemicolon);
 const TokenClass shiftTokens(kShift);
 const TokenClass logicalTokens(kLogical);
 const TokenClass binaryTokens(kBinary);
-const TokenClass conditionalTokens(kConditional);
+const TokenClass conditionalTokens(kPartsOfConditional);
 const TokenClass factorTokens(kFactor);
 const TokenClass comparisonTokens(kComparison);
 const TokenClass assignmentTokens(kAssignment);
@@ -111,13 +111,13 @@ bool FindFirstElem::breaksAt(const TokenPlace& place) const {
 }
 
 bool FindFirstBinaryOp::isWrapToken(int kind) const {
-    return isIn(kOperatorsProper, kind) || isIn(kSigns, kind);
+    return isIn(kOperatorsProper, kind) || isIn(kSignKinds, kind);
 }
 
 bool FindFirstBinaryOp::breaksAt(const TokenPlace& place) const {
     const int kind = place.token.kind;
     if (isIn(kOperatorsProper, kind)) return isSeparator(place.token);
-    if (!isIn(kSigns, kind) || place.token.role == ExprRole::Operand) return false;
+    if (!isIn(kSignKinds, kind) || place.token.role == ExprRole::Operand) return false;
     if (place.previousKind == Trn::kEndKind) return false;
     const bool followsOperator = isWrapToken(place.previousKind) || isIn(kSeparators, place.previousKind);
     return !followsOperator || startsOperand(place.nextKind);

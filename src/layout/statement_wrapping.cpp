@@ -2,6 +2,7 @@
 //
 // if (first &&
 //     second) {
+#include "cpp/control_parts.h"
 #include "cpp/nodes.h"
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
@@ -12,6 +13,8 @@
 
 namespace Tessel {
 
+using Cpp::continuesElseIf;
+using Cpp::keywordOf;
 using Zelmor::IndentScope;
 using Zelmor::LeadingSpaceScope;
 
@@ -19,20 +22,7 @@ namespace {
 
 const OptionalText kAsAround;
 
-int keywordOf(const Cpp::CtrlSubStmtHeadNode* head) {
-    return head && head->keyword() ? head->keyword()->keyword() : Trn::kEndKind;
-}
-
 bool isOnOneLine(const Cpp::BlockNode& body) { return body.start().line == body.end().line; }
-
-// An "else" whose body is an "if" and nothing else.
-bool continuesElseIf(const Cpp::CtrlSubStmtNode& part) {
-    if (keywordOf(part.head()) != Cpp::KeywordElse || !part.body() || part.body()->size() != 1) return false;
-    const auto* statement = Cpp::as<Cpp::CtrlStmtNode>(part.body()->childBegin()->get());
-    if (!statement || statement->size() == 0 || statement->start() != part.body()->start()) return false;
-    const auto* first = Cpp::as<Cpp::CtrlSubStmtNode>(statement->childBegin()->get());
-    return first && keywordOf(first->head()) == Cpp::KeywordIf;
-}
 
 }  // namespace
 
