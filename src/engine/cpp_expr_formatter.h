@@ -13,6 +13,7 @@
 #include "engine/kept_indent.h"
 #include "engine/kept_region.h"
 #include "engine/line_splices.h"
+#include "engine/list_rows.h"
 #include "engine/settled_text.h"
 #include "engine/source_tokens.h"
 
@@ -84,6 +85,9 @@ public:
     void measureLineIndent(KeyId key, std::string_view piece, std::string_view before) const;
     void measureContinuation(std::string_view piece, std::string_view firstElement, bool leadsByComma) const;
     int sourceColumnOf(std::string_view piece) const { return sourceColumns().nearColumnOf(piece); }
+
+    // The lists in rows that have been written so far and may come to stand in columns; some more than once.
+    ListsInRows takeListsInRows() { return std::move(listsInRows_); }
 
 private:
     // A bracket that is open. Its close place is that of the token that closes it.
@@ -169,6 +173,7 @@ private:
     std::string columnOfName(const Run& run, std::size_t end) const;
     void writeTypeEnd(Run& run);
     void openGroup(Run& run);
+    void noteRows(const Run& run);
     bool holdsFlushRows(const Run& run) const;
     static bool isAssignedFurther(const Run& run, std::size_t place);
     static bool isFlushLiteral(const Run& run, std::size_t place);
@@ -206,6 +211,7 @@ private:
     std::unique_ptr<CppExprFormatter> inDirectives_;  // made when it is needed first
     bool isInDirective_ = false;
     ExprTokens exprTokens_;
+    ListsInRows listsInRows_;
 };
 
 }  // namespace Tessel

@@ -59,6 +59,8 @@ public:
     int columnOfSourceLine(std::string_view piece) const { return columns_.columnOfLine(piece); }
     // KEEP_COLUMNS: blanks that make a column stay where one blank is wanted.
     bool keepsColumns() const { return extensions_.keepsColumns; }
+    // ALIGN_LIST_COLUMNS: lists in rows come to stand in columns.
+    bool alignsLists() const { return extensions_.alignsLists; }
     bool formatsTypeArguments() const { return extensions_.formatsTypeArguments; }
     LambdaParameters lambdaParameters() const {
         return formatsTypeArguments() ? LambdaParameters::Declared : LambdaParameters::LikeOperands;

@@ -52,6 +52,9 @@ public:
     // The regions that have been kept inside of expressions and declarators; some more than once.
     const KeptRegions& regionsInExpressions() const { return exprFormatter_.keptRegions(); }
 
+    // The same of the lists that may come to stand in columns.
+    ListsInRows takeListsInRows() { return exprFormatter_.takeListsInRows(); }
+
     // The result, once the root has been visited.
     std::string takeText();
 

@@ -3,6 +3,7 @@
 
 #include "cpp/token_kind.h"
 #include "engine/columns.h"
+#include "engine/element_columns.h"
 #include "engine/expr_run.h"
 #include "engine/gap.h"
 #include "engine/operator_kinds.h"
@@ -61,10 +62,19 @@ void CppExprFormatter::openGroup(Run& run) {
     group.holdsValues = group.isBraced() && !isRequirement && !opensBlock(run.tokens, run.previous);
     group.holdsDeclarations = group.holdsValues && holdsDeclarations(run.tokens, run.previous);
     group.isShortList = group.holdsValues && open.start.line == run.tokens[group.close].lastLine();
+    if (alignsLists() && group.holdsValues && !group.isShortList && !group.holdsDeclarations) noteRows(run);
     group.isOnOneLine = group.kind == Group::Kind::Braces && staysOnOneLine(run, group.close);
     run.after = afterOpen(group);
     if (group.holdsValues) run.after = inListBraces(run, group, run.after);
     run.groups.push_back(std::move(group));
+}
+
+// At the "{" written last.
+void CppExprFormatter::noteRows(const Run& run) {
+    const std::optional<std::size_t> start = sourceColumns().offsetInDocument(run.text);
+    if (!start) return;
+    const std::size_t least = run.groups.empty() ? ElementColumns::kLeastOutside : ElementColumns::kLeastInside;
+    if (auto rows = readListRows(run.tokens, run.previous, least, *start)) listsInRows_.push_back(std::move(*rows));
 }
 
 // The line of the "{" written last. Lines behind one that begins beyond the margin would do so, too.

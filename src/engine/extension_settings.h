@@ -103,6 +103,7 @@ public:
     Keyed<bool> stripsLineEnds = from_.isOn(Keys::STRIP_TRAILING_WS);
     OptionalText beforeLineComment = from_.lineText(Keys::WS_BEFORE_LINE_COMMENT);
     Keyed<bool> alignsLineComments = from_.isOn(Keys::ALIGN_LINE_COMMENTS);
+    Keyed<bool> alignsLists = from_.isOn(Keys::ALIGN_LIST_COLUMNS);
     Keyed<bool> alignsAssignments = from_.isOn(Keys::ALIGN_ASSIGNMENTS);
 
     Keyed<bool> indentsFromLine = from_.isOn(Keys::INDENT_FROM_LINE);

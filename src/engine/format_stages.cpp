@@ -146,14 +146,16 @@ std::string FormatStages::format(ParsedText& source, LayoutObserver* observer) c
     if (!wrapsLines_) Cpp::RootNode().swap(source.root);
     source.addRegions(formatter.regionsInExpressions());
     std::string text = formatter.takeText();
-    if (!observer) return withLineEnds(source, std::move(text));
-    std::string result = withLineEnds(source, text);
+    ListsInRows lists = formatter.takeListsInRows();
+    if (!observer) return withLineEnds(source, std::move(text), std::move(lists));
+    std::string result = withLineEnds(source, text, std::move(lists));
     tellStage(*observer, source.text, text, result, false);
     return result;
 }
 
-// The source with other white space, its line ends put in order.
-std::string FormatStages::withLineEnds(const ParsedText& source, std::string result) const {
+// The source with other white space, its columns and line ends put in order.
+std::string FormatStages::withLineEnds(const ParsedText& source, std::string result, ListsInRows lists) const {
+    if (!lists.empty()) result = withListColumns(columns_, source.text.text(), std::move(lists), std::move(result));
     if (extensions_.alignsAssignments) {
         result = withAssignmentColumns(columns_, source.text.text(), source.regions, std::move(result));
     }

@@ -9,6 +9,7 @@
 #include "engine/extension_settings.h"
 #include "engine/format_options.h"
 #include "engine/layout_passes.h"
+#include "engine/list_rows.h"
 #include "engine/parsed_text.h"
 #include "engine/text_stretches.h"
 #include "trn/diagnostic.h"
@@ -39,7 +40,7 @@ public:
 
 private:
     std::string format(ParsedText& source, LayoutObserver* observer) const;
-    std::string withLineEnds(const ParsedText& source, std::string result) const;
+    std::string withLineEnds(const ParsedText& source, std::string result, ListsInRows lists = {}) const;
     bool hasLongLines(std::string_view text) const { return passes_.hasLongLines(options_, text); }
     std::string wrap(ParsedText& formatted) const;
     std::string withLinesWrapped(ParsedText& source, std::string text) const;

@@ -33,6 +33,8 @@ KeyId keyOf(std::string_view before, std::string_view after, std::string_view ne
     const bool isMoved = !movesLines && !isOnLine && behindLineFeed(before) != behindLineFeed(after);
     if (isMoved) return next.starts_with("//") ? Keys::WS_BEFORE_LINE_COMMENT : KeyId(Keys::ALIGN_ASSIGNMENTS);
     if (isOnLine && next.starts_with('=')) return Keys::ALIGN_ASSIGNMENTS;
+    const bool isWidened = isOnLine && before == " " && !next.empty() && !next.starts_with("/*");
+    if (isWidened) return Keys::ALIGN_LIST_COLUMNS;
     return movesLines ? KeyId(Keys::MAX_BLANK_LINES) : KeyId(Keys::STRIP_TRAILING_WS);
 }
 

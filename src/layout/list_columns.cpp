@@ -1,39 +1,10 @@
 #include "layout/list_columns.h"
 
-#include <algorithm>
-#include <limits>
 #include <utility>
 
 #include "cpp/token_kind.h"
 
 namespace Tessel {
-
-namespace {
-
-constexpr std::size_t kLeastOutside = 6;  // elements, outside of other brackets
-constexpr std::size_t kLeastInside = 20;  // in them
-constexpr std::size_t kMostColumns = 40;
-constexpr int kWidestGap = 10;  // in a column: there are fewer where the elements of one differ more
-
-// Where so many columns begin, and the end behind them; nothing where the elements of one differ too much.
-std::vector<int> offsetsOf(std::size_t columns, const std::vector<int>& widths) {
-    std::vector<int> widest(columns, 0);
-    std::vector<int> narrowest(columns, std::numeric_limits<int>::max());
-    for (std::size_t index = 0; index < widths.size(); ++index) {
-        int& most = widest[index % columns];
-        int& least = narrowest[index % columns];
-        most = std::max(most, widths[index]);
-        least = std::min(least, widths[index]);
-    }
-    std::vector<int> offsets(1, 0);
-    for (std::size_t column = 0; column < columns; ++column) {
-        if (column + 1 < columns && widest[column] - narrowest[column] > kWidestGap) return {};
-        offsets.push_back(offsets.back() + widest[column] + 1);
-    }
-    return offsets;
-}
-
-}  // namespace
 
 void ListColumns::read(const ExprTokens& tokens, const std::vector<int>& gaps, const std::vector<int>& widths,
                        const std::vector<bool>& staying) {
@@ -55,7 +26,7 @@ void ListColumns::read(const ExprTokens& tokens, const std::vector<int>& gaps, c
         for (; !brackets.empty() && tokens[brackets.back().place].partner == place; closes = true) {
             const Open list = std::move(brackets.back());
             brackets.pop_back();
-            const std::size_t least = brackets.empty() ? kLeastOutside : kLeastInside;
+            const std::size_t least = brackets.empty() ? ElementColumns::kLeastOutside : ElementColumns::kLeastInside;
             const bool isSuited = list.isSuited && !list.holdsSpecial;
             if (isSuited && list.starts.size() >= least) readList(tokens, list.place, list.starts, ends, gaps);
             if (!brackets.empty()) brackets.back().holdsSpecial |= list.holdsSpecial;
@@ -71,8 +42,6 @@ void ListColumns::read(const ExprTokens& tokens, const std::vector<int>& gaps, c
 
 void ListColumns::readList(const ExprTokens& tokens, std::size_t open, const std::vector<std::size_t>& starts,
                            const std::vector<int>& ends, const std::vector<int>& gaps) {
-    List list;
-    list.elements = starts.size();
     std::vector<int> widths;
     for (std::size_t index = 0; index < starts.size(); ++index) {
         places_[starts[index]] = {index, lists_.size()};
@@ -84,31 +53,7 @@ void ListColumns::readList(const ExprTokens& tokens, std::size_t open, const std
     const bool endsWithComma = tokens[tokens[open].partner - 1].role == ExprRole::Separator;
     for (int& width : widths) ++width;
     if (!endsWithComma) --widths.back();
-    for (const int width : widths) list.width += width + 1;
-    for (std::size_t columns = 1; columns <= std::min(starts.size(), kMostColumns); ++columns) {
-        list.offsets.push_back(offsetsOf(columns, widths));
-    }
-    lists_.push_back(std::move(list));
-}
-
-std::size_t ListColumns::countWithin(std::size_t place, int room) const {
-    const List& list = lists_[places_[place].list];
-    if (list.width <= room) return 0;
-    std::size_t best = 1;
-    std::size_t fewestLines = list.elements;
-    for (std::size_t columns = list.offsets.size(); columns > 0; --columns) {
-        const std::vector<int>& offsets = list.offsets[columns - 1];
-        if (offsets.empty() || offsets.back() - 1 > room) continue;
-        const std::size_t lines = (list.elements + columns - 1) / columns;
-        if (lines > fewestLines) break;
-        fewestLines = lines;
-        best = columns;
-    }
-    return best;
-}
-
-int ListColumns::offsetOf(std::size_t place, std::size_t columns) const {
-    return lists_[places_[place].list].offsets[columns - 1][places_[place].index % columns];
+    lists_.emplace_back(widths);
 }
 
 }  // namespace Tessel

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "engine/element_columns.h"
 #include "engine/expr_tokens.h"
 
 namespace Tessel {
@@ -21,26 +22,23 @@ public:
     // Which element of such a list begins with the token, from 0 on; kNoToken where none does.
     std::size_t indexOf(std::size_t place) const { return places_[place].index; }
     // How many columns the list of an element has room for: as few as make as few lines. 0 where it fits on one line.
-    std::size_t countWithin(std::size_t place, int room) const;
+    std::size_t countWithin(std::size_t place, int room) const { return listOf(place).countWithin(room); }
     // Where the column of an element stands behind the first one, of so many.
-    int offsetOf(std::size_t place, std::size_t columns) const;
+    int offsetOf(std::size_t place, std::size_t columns) const {
+        return listOf(place).offsetOf(places_[place].index, columns);
+    }
 
 private:
     struct Place {
         std::size_t index = kNoToken;
         std::size_t list = kNoToken;
     };
-    struct List {
-        std::vector<std::vector<int>> offsets;  // of one column, of two, ...; behind the last, that of what follows
-        std::size_t elements = 0;
-        int width = 0;  // on one line
-    };
-
+    const ElementColumns& listOf(std::size_t place) const { return lists_[places_[place].list]; }
     void readList(const ExprTokens& tokens, std::size_t open, const std::vector<std::size_t>& starts,
                   const std::vector<int>& ends, const std::vector<int>& gaps);
 
     std::vector<Place> places_;
-    std::vector<List> lists_;
+    std::vector<ElementColumns> lists_;
 };
 
 }  // namespace Tessel

@@ -106,6 +106,14 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     "one that is indented otherwise comes, or braces of several lines; other lines in brackets "
                     "behind an = go along with it. Of several in a line the last one counts, for the lines below.",
                     "int a = 1;\nint bcd = 2;\n"});
+    rows.push_back({set(Keys::ALIGN_LIST_COLUMNS, true), group,
+                    "The elements of a list in braces whose rows hold as many each stand in columns, a blank behind "
+                    "the widest of each, where the rows are those that as few columns as make as few rows would have "
+                    "in RIGHT_MARGIN: lists of six elements or more, of twenty in other brackets. Those with wider "
+                    "gaps, or comments between elements, stay as they are.",
+                    "const char* names[] = {\"red\", \"orange\", \"yellow\", \"green\",\n"
+                    "                       \"blue\", \"indigo\", \"violet\"};\n",
+                    {set(Keys::RIGHT_MARGIN, 60), set(Keys::KEEP_LINE_BREAKS, true)}});
     rows.push_back({set(Keys::ALIGN_PPD_LEFT_MOST, true), group,
                     "On: directives start at the left margin. Off: they are indented like the code around them. "
                     "Absent: they stay where they are.", "void f()\n{\n    #if FAST\n    go();\n    #endif\n}\n",

@@ -71,7 +71,7 @@ bool isToldAsAnother(std::string_view key) {
     const bool breaksLists = key.starts_with("ALIGN_") && key.ends_with("S_LEFT") && !key.ends_with("NAMES_LEFT");
     return breaksLists || key == Tessel::Keys::DATA_DO_NOT_FORMAT || key == Tessel::Keys::RIGHT_MARGIN ||
            key.starts_with("JOIN_") || key == "WS_IN_EMPTY_BRACES" || key == "ALIGN_ASSIGNMENTS" ||
-           key == "INDENT_INNER_NS_ONLY" || key.find("_CS_MACRO") != key.npos;
+           key == "ALIGN_LIST_COLUMNS" || key == "INDENT_INNER_NS_ONLY" || key.find("_CS_MACRO") != key.npos;
 }
 
 TEST(KeyGuide, EveryKeyIsToldToAnObserverWhetherTheSchemeHasItOrNot) {
