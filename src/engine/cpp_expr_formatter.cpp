@@ -338,6 +338,8 @@ void CppExprFormatter::writeToken(Run& run) const {
     const std::optional<int> column =
         isNameInLines && run.hanging ? run.hanging->columnWithinName() : std::nullopt;
     std::optional<IndentScope> indent;
+    // The line that the name begins is indented as it would be without the others.
+    if (column) run.out().startLine();
     if (column) indent.emplace(run.out(), indentToColumn(run.out(), *column));
     if (column) run.hanging->breakName(run.sweep.place(), *column);
     run.sweep.writeToken();

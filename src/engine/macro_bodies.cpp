@@ -66,14 +66,14 @@ std::string withoutSplices(std::string body) {
     return body;
 }
 
-// Whether each line but the last ends with a splice, none of them in a comment or literal, no comment would take
-// what follows the splices in, and each brace has its partner.
+// Whether each line but the last ends with a splice and nothing behind it, none of them in a comment or literal, no
+// comment would take what follows the splices in, and each brace has its partner.
 bool isInPlainLines(std::string_view body) {
     std::size_t splices = 0;
     int depth = 0;
     Cpp::Lexer lexer(body);
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        const bool isSplice = token.kind == Cpp::LineComment && token.text.starts_with('\\');
+        const bool isSplice = token.text == "\\\n";
         if (token.kind == Cpp::LineComment && !isSplice) return false;
         if (token.kind == Cpp::StringLiteral && token.text.find('\n') != std::string_view::npos) return false;
         splices += isSplice ? 1 : 0;
