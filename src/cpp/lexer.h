@@ -91,6 +91,7 @@ private:
     std::size_t closingQuote(std::size_t quote) const;
     std::size_t blockCommentEnd(std::size_t start) const;
     std::size_t directiveGoesOn(std::size_t comment) const;
+    bool startsSplicedLine(std::size_t place, std::size_t directiveStart) const;
 
     std::unique_ptr<Zelmor::TextDocument> ownText_;
     std::string_view text_;

@@ -93,6 +93,12 @@ std::size_t Lexer::directiveGoesOn(std::size_t comment) const {
     return std::string_view::npos;
 }
 
+// Whether a splice of the directive stands in front of the line: a directive that ended with it would go on behind it.
+bool Lexer::startsSplicedLine(std::size_t place, std::size_t directiveStart) const {
+    while (place > directiveStart && isSpace(text_[place - 1]) && text_[place - 1] != '\n') --place;
+    return place > directiveStart && text_[place - 1] == '\n';
+}
+
 Trn::Token Lexer::scanDirective() {
     const Token token = begin();
     const std::size_t start = place_;
@@ -108,7 +114,7 @@ Trn::Token Lexer::scanDirective() {
         } else if (c == '/' && charAt(place + 1) == '*') {
             const std::size_t end = blockCommentEnd(place);
             const bool isOnOneLine = std::memchr(text_.data() + place, '\n', end - place) == nullptr;
-            if (!isOnOneLine && place >= goesOn) {
+            if (!isOnOneLine && place >= goesOn && !startsSplicedLine(place, start)) {
                 goesOn = directiveGoesOn(place);
                 if (goesOn == std::string_view::npos) break;
             }

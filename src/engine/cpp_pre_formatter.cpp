@@ -32,7 +32,9 @@ void CppPreFormatter::visit(Cpp::RootNode* node) {
     visitItems(node);
     std::ranges::stable_sort(regions_, {}, &Region::start);
     if (closedRegions_.empty()) return;
-    Cpp::NodeRangeRemover remover(std::exchange(closedRegions_, {}));
+    Cpp::NodeRangeRemover::Ranges ranges;
+    for (const ClosedRegion& region : closedRegions_) ranges.emplace_back(region.opening, region.whole);
+    Cpp::NodeRangeRemover remover(std::move(ranges));
     node->accept(remover);
     for (const NestedRegion& region : std::exchange(nestedRegions_, {})) moveOut(region);
 }
@@ -40,12 +42,13 @@ void CppPreFormatter::visit(Cpp::RootNode* node) {
 void CppPreFormatter::closeAtEnd(Cpp::InteriorNode& root) {
     hasOpenRegion_ = opening_ != nullptr;
     if (openRegions_ == OpenRegions::Forgotten || !opening_) return;
+    joinOverlapped();
     const auto last = root.childEnd() - 1;
     auto region = std::make_unique<Cpp::CommentNode>(Cpp::LeafText(), regionStart_, (*last)->end());
     region->setProtectedRegion(true);
     regions_.push_back({region->start(), region->end()});
     if (opening_ != last->get()) {
-        closedRegions_.emplace_back(opening_, region.get());
+        closedRegions_.push_back({opening_, region.get(), regionDepth_});
         root.replace(last, std::move(region));
     }
     forgetRegion();
@@ -75,7 +78,7 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         region->setProtectedRegion(true);
         regions_.push_back({region->start(), region->end()});
         if (opening_ == openingBeforeItem) {
-            closedRegions_.emplace_back(opening_, region.get());
+            closedRegions_.push_back({opening_, region.get(), regionDepth_});
         } else {
             closedRegions_.resize(regionsBeforeItem);
             nestedRegions_.resize(nestedBeforeItem);
@@ -246,6 +249,7 @@ void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
 void CppPreFormatter::close(Cpp::CommentNode* comment) {
     // `/* *INDENT-OFF* */ } /* *INDENT-ON* */`, which would keep all that the "}" ends
     if (leavesBody_ && !keepsItems_ && depth_ == regionDepth_) return forgetRegion();
+    joinOverlapped();
     if (depth_ > regionDepth_) {
         const auto entered = bodiesEntered();
         if (entered.empty()) {
@@ -253,14 +257,32 @@ void CppPreFormatter::close(Cpp::CommentNode* comment) {
             return;
         }
         for (const Body& body : entered) body.node->setStart(regionStart_);
-        if (entered.size() > 1) nestedRegions_.push_back({entered.front().node, entered.back().node});
+        if (entered.size() > 1) {
+            nestedRegions_.push_back({closedRegions_.size(), entered.front().node, entered.back().node});
+        }
     }
-    closedRegions_.emplace_back(opening_, comment);
+    closedRegions_.push_back({opening_, comment, regionDepth_});
     comment->setStart(regionStart_);
     comment->setText({});
     comment->setProtectedRegion(true);
     regions_.push_back({comment->start(), comment->end()});
     forgetRegion();
+}
+
+// A region that began in a construct takes in all of it, and what regions have ended there: one of those that began in
+// front of the construct begins the whole.
+void CppPreFormatter::joinOverlapped() {
+    for (; !closedRegions_.empty(); closedRegions_.pop_back()) {
+        const ClosedRegion& region = closedRegions_.back();
+        if (!(regionStart_ < region.whole->end())) break;
+        if (!(region.whole->start() < regionStart_)) continue;
+        opening_ = region.opening;
+        regionStart_ = region.whole->start();
+        regionDepth_ = region.depth;
+    }
+    std::erase_if(nestedRegions_, [this](const NestedRegion& nested) {
+        return nested.region >= closedRegions_.size();
+    });
 }
 
 // The bodies that stand around the place and not around the region's start, each that of a declaration; none where

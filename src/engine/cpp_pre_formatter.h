@@ -93,8 +93,14 @@ private:
         Cpp::BracketedNode* node;
         int depth;
     };
+    struct ClosedRegion {
+        Cpp::CommentNode* opening;
+        const Cpp::CommentNode* whole;  // what comes to stand for it
+        int depth;                      // as regionDepth_
+    };
     // A region that begins in front of the outer body and ends in the inner one.
     struct NestedRegion {
+        std::size_t region;  // of closedRegions_
         Cpp::BracketedNode* outer;
         Cpp::BracketedNode* inner;
     };
@@ -110,6 +116,7 @@ private:
     void closeAtEnd(Cpp::InteriorNode& root);
     void open(Cpp::CommentNode* comment, std::string_view body);
     void close(Cpp::CommentNode* comment);
+    void joinOverlapped();
     std::span<const Body> bodiesEntered() const;
     static void moveOut(const NestedRegion& nested);
     void forgetRegion();
@@ -126,7 +133,7 @@ private:
     std::string_view pendingEndMarker_;  // one of markers_; empty outside a region
     bool leavesBody_ = false;            // the region begins in a body that has ended,
     bool keepsItems_ = false;            // and holds more than ends of bodies, or may not be without
-    Cpp::NodeRangeRemover::Ranges closedRegions_;
+    std::vector<ClosedRegion> closedRegions_;
     std::vector<NestedRegion> nestedRegions_;
     std::vector<Region> regions_;
     bool hasOpenRegion_ = false;

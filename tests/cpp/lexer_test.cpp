@@ -59,6 +59,7 @@ TEST(Lexer, EndsCommentsAndDirectives) {
     EXPECT_EQ(texts("#if a /* b */ + c\n#x"), "[#if a /* b */ + c\n][#x]");
     EXPECT_EQ(texts("#if a /* b\n */\nc"), "[#if a ][/* b\n */][c]");
     EXPECT_EQ(texts("#if a /* b\n */ + c\nd"), "[#if a /* b\n */ + c\n][d]");
+    EXPECT_EQ(texts("#define A \\\n /* b\n */\nc"), "[#define A \\\n /* b\n */\n][c]");
     EXPECT_EQ(texts("#define A \"//\" '\"' // x\n"), "[#define A \"//\" '\"' ][// x\n]");
     EXPECT_EQ(texts("#error don't // x\n"), "[#error don't ][// x\n]");
 }
