@@ -151,8 +151,10 @@ std::string withListColumns(const ColumnLayout& layout, std::string_view source,
     const auto startOf = [](const ListRows& list) { return list.elements.front().start; };
     std::ranges::sort(lists, {}, startOf);
     // Some have been written more than once, to see what they would take.
-    const auto repeated = std::ranges::unique(lists, {}, startOf);
-    lists.erase(repeated.begin(), repeated.end());
+    const auto isRepeated = [startOf](const ListRows& one, const ListRows& other) {
+        return startOf(one) == startOf(other);
+    };
+    lists.erase(std::unique(lists.begin(), lists.end(), isRepeated), lists.end());
     ListColumnsWriter writer(layout, source, result);
     for (const ListRows& list : lists) writer.write(list);
     return writer.takeText();
