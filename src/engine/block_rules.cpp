@@ -33,6 +33,14 @@ std::string withoutLineFeeds(std::string_view wanted) {
     return text;
 }
 
+// Whether a comment begins the last line, and goes with what follows it there: `/* nothing */ ;`
+bool endsInLeadingComment(std::string_view gap) {
+    const std::string_view text = trimRight(gap);
+    if (!text.ends_with("*/") || isLineBreak(trailingBlanks(gap))) return false;
+    const std::size_t comment = text.rfind("/*");
+    return comment != text.npos && isLineBreak(trailingBlanks(text.substr(0, comment)));
+}
+
 }  // namespace
 
 void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& braces) {
@@ -52,6 +60,10 @@ void CppFormatter::formatBlock(Cpp::BracketedNode& node, const BraceSettings& br
             const std::size_t lineStart = wanted.text().rfind('\n');
             writer_.replace(trailingBlanks(gap),
                             wanted.with(wanted.hasLineFeed() ? wanted.text().substr(lineStart) : "\n"));
+        } else if (keepsLines() && !node.hasBrackets() && writer_.holdsOnlyComments(gap) &&
+                   endsInLeadingComment(gap)) {
+            ContentScope content(*this, indent);
+            writer_.write(gap);
         } else if (writer_.holdsOnlyComments(gap)) {
             // Comments in front of a body stand as its contents do, but for one that its "{" follows on the line.
             const MergedGap merged = mergedGap(gap, wanted.text());

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engine/cpp_expr_formatter_base.h"
+#include "engine/declarator_places.h"
 #include "engine/define_tabs.h"
 #include "engine/expr_settings.h"
 #include "engine/kept_indent.h"
@@ -61,11 +62,10 @@ public:
     // two.
     void formatTypeText(std::string_view text, Zelmor::OIndentBuf& out, const OptionalText& typeWhitespace,
                         LastMarks marks = LastMarks::ByAnchor);
-    // What follows the type of a data declaration. A text that begins with the value of the first declarator may know
-    // its column.
+    // What follows the type of a data declaration.
     void formatDeclarators(std::string_view text, Zelmor::OIndentBuf& out, BlocksInText* blocks = nullptr,
                            HangingLines::Text hanging = HangingLines::Text::Declarators,
-                           std::optional<int> nameColumn = {});
+                           DeclaratorPlaces places = {});
 
     // Lines up the "=" of enumerators that stand one to a line, but for those in parts that are kept.
     std::string alignEnumInitializers(std::string_view text, const KeptRegions& kept,
@@ -118,12 +118,14 @@ private:
     // the statement or the declarator that a text is part of which lines may hang from.
     void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
                 std::optional<LastMarks> marksBeforeName, BlocksInText* blocks = nullptr,
-                HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> outerColumn = {});
+                HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> outerColumn = {},
+                DeclaratorPlaces declarators = {});
     bool writeSettled(std::string_view text, ExprMode mode, Zelmor::OIndentBuf& out) const;
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);
     bool keepsLine(const Run& run) const;
     void keepLine(Run& run);
+    bool standsBelowMarks(const Run& run, std::string_view gap) const;
     std::optional<int> columnOfRow(Run& run, std::string_view gap, int hanging) const;
     KeyId keyOfKeptLine(const Run& run) const;
     bool isInType(const Run& run) const;

@@ -218,7 +218,7 @@ private:
     void writeExpression(std::string_view text, const Cpp::ExprBodies& bodies,
                          HangingLines::Text hanging = HangingLines::Text::Statement);
     void writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies, HangingLines::Text hanging,
-                          std::optional<int> nameColumn = {});
+                          DeclaratorPlaces places = {});
     void formatExprBody(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int column, int spare);
     bool formatOnLine(Cpp::BlockNode& body, Zelmor::OIndentBuf& target, int spare);
 
@@ -310,7 +310,8 @@ private:
     char lastCharacterOf(const Cpp::SyntaxNode& node) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned, HangingLines::Text hanging);
     bool startsLineWithMarks(std::string_view type);
-    void writeDataName(std::string_view name, bool isAligned, bool hasTail);
+    void writeDataName(std::string_view name, bool isAligned, bool hasTail, DeclaratorPlaces places);
+    DeclaratorPlaces placesBehindMarks(const Cpp::DataDeclNode& declaration);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);
     void padInitializer(const Cpp::DataDeclNode& declaration, std::string_view gap, int offset,

@@ -15,10 +15,13 @@
 #include "engine/gap.h"
 #include "engine/source_copy.h"
 #include "engine/type_text.h"
+#include "textstream/char_set.h"
 
 namespace Tessel {
 
 namespace {
+
+constexpr Zelmor::CharSet kPointerMarks("*&");
 
 // Whether a tail holds an initializer: "= 1", "(1)" or "{1}", as opposed to the width of a bit field.
 bool isInitializer(const Cpp::ExprNode& tail) {
@@ -163,6 +166,7 @@ char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {
 void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned,
                                      HangingLines::Text hanging) {
     const Cpp::ExprNode* tail = declaration.tail();
+    const DeclaratorPlaces places = placesBehindMarks(declaration);
     if (!tail) {
         // What an access label ends, as a macro in front of it, has no white space of its own behind it.
         if (lastCharacterOf(declaration) == ';') {
@@ -170,10 +174,10 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
             const std::string_view blanks = trailingBlanks(name);
             const bool staysApart = blanks.empty() || isLineBreak(blanks) || endsWithLineEndToken(name);
             if (settings_.formatsOtherGaps && !staysApart) {
-                writeDataName(trimRight(name), isAligned, false);
+                writeDataName(trimRight(name), isAligned, false, places);
                 writer_.replace(blanks, WantedText("", settings_.formatsOtherGaps.key));
             } else {
-                writeDataName(name, isAligned, false);
+                writeDataName(name, isAligned, false, places);
             }
         }
         copyThrough(declaration);
@@ -187,7 +191,7 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const bool isNamed = !written.empty() && Cpp::isNameStart(written.front()) && !hasMarks;
     std::optional<int> nameColumn;
     if (isNamed && tail->text().starts_with('=')) nameColumn = out().column();
-    writeDataName(name.substr(0, end), isAligned, true);
+    writeDataName(name.substr(0, end), isAligned, true, places);
     // A value behind a comment or a directive that ends its line hangs from the declaration; lists go by their line.
     const bool isValue = tail->startsWith('=') && !trimLeft(tail->text().substr(1)).starts_with('{');
     const bool startsLine = isValue && end > 0 && name[end - 1] == '\n';
@@ -197,20 +201,37 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     } else {
         writeTailGap(declaration, written, name.substr(end), isAligned);
     }
-    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging, nameColumn);
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging,
+                     {nameColumn, places.marksInSource, places.marks});
+}
+
+// Those of the marks that have just been written, against the name.
+DeclaratorPlaces CppFormatter::placesBehindMarks(const Cpp::DataDeclNode& declaration) {
+    if (!hangsLines() || !declaration.type() || !declaration.name()) return {};
+    const std::string_view source = source_.text();
+    const std::size_t end = source.size() - sourceFrom(*declaration.name()).size();
+    const std::string_view type = trimRight(source.substr(0, end));
+    const std::size_t marks = kPointerMarks.skipBackIn(type);
+    if (marks == type.size()) return {};
+    const std::string_view written = out().text();
+    const auto width = static_cast<int>(written.size() - kPointerMarks.skipBackIn(written));
+    if (width == 0) return {};
+    const int column = exprFormatter_.sourceColumnOf(type.substr(marks));
+    return {.name = {}, .marksInSource = column, .marks = out().column() - width};
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.
-void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail) {
+void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail,
+                                 DeclaratorPlaces places) {
     // Most names have no gaps, nor is one wanted behind them.
     const bool isSpaced = !isAligned && settings_.afterDataName.present;
     if (!isSpaced && Cpp::isSingleWord(name)) {
-        exprFormatter_.formatDeclarators(name, out());
+        exprFormatter_.formatDeclarators(name, out(), nullptr, HangingLines::Text::Declarators, places);
         if (!isAligned) leaveDeclarator(name, hasTail);
         return;
     }
     Zelmor::OIndentBuf written(state());
-    exprFormatter_.formatDeclarators(name, written);
+    exprFormatter_.formatDeclarators(name, written, nullptr, HangingLines::Text::Declarators, places);
     std::string text = written.takeText();
     if (!isAligned) {
         leaveDeclarator(name, hasTail);

@@ -101,13 +101,13 @@ void CppFormatter::writeExpression(std::string_view text, const Cpp::ExprBodies&
 }
 
 void CppFormatter::writeDeclarators(std::string_view text, const Cpp::ExprBodies& bodies,
-                                    HangingLines::Text hanging, std::optional<int> nameColumn) {
+                                    HangingLines::Text hanging, DeclaratorPlaces places) {
     if (bodies.empty()) {
-        exprFormatter_.formatDeclarators(text, out(), nullptr, hanging, nameColumn);
+        exprFormatter_.formatDeclarators(text, out(), nullptr, hanging, places);
         return;
     }
     BodiesInText blocks(*this, text, bodies);
-    exprFormatter_.formatDeclarators(text, out(), &blocks, hanging, nameColumn);
+    exprFormatter_.formatDeclarators(text, out(), &blocks, hanging, places);
 }
 
 // Its contents are indented from the column.

@@ -192,10 +192,10 @@ bool HangingLines::isOperator(std::size_t place) const {
            (chains_ && token.kind == Cpp::Identifier && chains_->of(place) != nullptr);
 }
 
-bool HangingLines::startsHangingDeclarator() const {
+bool HangingLines::startsDeclarator() const {
     const Level& level = levels_.back();
     const bool startsElement = level.element.start == kNone && level.first != kNone && !level.awaitsOperand;
-    return declarators_ != kNone && isOutsideBrackets() && startsElement;
+    return isOutsideBrackets() && startsElement;
 }
 
 // So many steps behind the column of an operand.

@@ -57,8 +57,9 @@ public:
     void hangCallsFrom(int statementColumn);
     // The text goes on with the value of a declarator in that column: those behind it stand below.
     void hangDeclaratorsFrom(int column) { declarators_ = column; }
-    // Whether one of those comes next.
-    bool startsHangingDeclarator() const;
+    // Whether another declarator comes next, and whether it is one of those.
+    bool startsDeclarator() const;
+    bool startsHangingDeclarator() const { return declarators_ != kNone && startsDeclarator(); }
     // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
     void startInLineOf(int column);
     bool isOutsideBrackets() const { return levels_.size() == 1; }
