@@ -123,6 +123,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
         while (run.kindAt(run.firstText) == Cpp::Directive) ++run.firstText;
         if (isForClause) {
             run.hanging->hangCommasFrom(*outerColumn);
+            run.hanging->hangNamesFromFirst();
         } else if (outerColumn && areDeclarators) {
             run.hanging->hangDeclaratorsFrom(*outerColumn);
         } else if (outerColumn) {

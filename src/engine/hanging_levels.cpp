@@ -67,7 +67,11 @@ void HangingLines::passInLevel(std::size_t place, int column, bool startsLine) {
         element.line = lineColumn_;
     }
     if (std::exchange(level.awaitsSection, false)) level.section = column;
-    if (token.role == ExprRole::Name) level.behindComma = kNone;  // the comma parts what is declared
+    if (token.role == ExprRole::Name) {
+        level.behindComma = kNone;  // the comma parts what is declared
+        const bool isFirst = namesInColumn_ && declarators_ == kNone && isOutsideBrackets();
+        if (isFirst && startsLine && !startsElement) declarators_ = column;
+    }
     if (startsElement || level.awaitsOperand || level.awaitsLater) level.operandStart = place;
     if (kind == Cpp::OpenBracket && kindAt(tokens_, previous_) != Cpp::CloseBracket) element.subscript = column;
     if (level.awaitsOperand) {

@@ -219,8 +219,8 @@ int HangingLines::columnInLevel(const Level& level) const {
     const bool startsElement = level.element.start == kNone;
     if (startsElement && level.behindComma != kNone) return level.behindComma;
     if (startsElement && level.section != kNone) return level.section;
+    if (startsHangingDeclarator()) return declarators_;
     if (level.kind == Level::Kind::Statement) {
-        if (startsHangingDeclarator()) return declarators_;
         if (startsElement && chains_ && namesInLine_) return level.base;
         // What begins with a "=" continues a list of declarators that began elsewhere; where operands hang, others than
         // those behind a value do from their statement.

@@ -60,6 +60,8 @@ public:
     // Whether another declarator comes next, and whether it is one of those.
     bool startsDeclarator() const;
     bool startsHangingDeclarator() const { return declarators_ != kNone && startsDeclarator(); }
+    // The text may declare names: where the first begins a line behind its type, those behind it stand below.
+    void hangNamesFromFirst() { namesInColumn_ = true; }
     // The text, which nothing has been passed of, goes on in a line whose first text stands in that column.
     void startInLineOf(int column);
     bool isOutsideBrackets() const { return levels_.size() == 1; }
@@ -182,6 +184,7 @@ private:
     int tabSize_;
     bool isAmongOthers_ = false;  // an element is
     bool namesInLine_ = false;  // declarators behind a name that begins their line
+    bool namesInColumn_ = false;
     int declarators_ = kNone;   // the column of those that stand below the first one
     std::vector<Level> levels_;
     std::optional<OperandChains> chains_;  // where they are asked for

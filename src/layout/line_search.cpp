@@ -79,7 +79,8 @@ std::size_t LineSearch::firstDeclarator() const {
     const auto isName = [](const ExprToken& token) { return token.role == ExprRole::Name; };
     const auto name = std::ranges::find_if(tokens_, isName);
     const std::size_t place = static_cast<std::size_t>(name - tokens_.begin());
-    const bool isFirst = kind_ == WeighedText::Statement && place > 0 && place < tokens_.size() &&
+    const bool declares = kind_ == WeighedText::Statement || kind_ == WeighedText::Clauses;
+    const bool isFirst = declares && place > 0 && place < tokens_.size() &&
                          scopes_.at(place).depth == 0 && tokens_[place - 1].role != ExprRole::Mark;
     return isFirst && text_.kindAt(place + 1) == Cpp::Assign ? place : kNoToken;
 }

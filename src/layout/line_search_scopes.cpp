@@ -179,7 +179,9 @@ void LineSearch::pass(Way& way, std::size_t place, bool beginsLine) {
 void LineSearch::passToken(Way& way, std::size_t place, bool beginsLine) {
     const int start = way.column;
     const OperandRank rank = scopes_.at(place).rank;
-    if (place == declarator_) way.declarator = start;
+    // Names that a clause declares stand below the first one where that begins a line.
+    if (place == declarator_ && (beginsLine || kind_ != WeighedText::Clauses)) way.declarator = start;
+    if (tokens_[place].kind == Cpp::Semicolon) way.declarator = way.later = -1;
     if (way.declarator >= 0 && startsDeclarator(place)) way.later = start;
     if (rank != OperandRank::None && rank != OperandRank::Member) way.top.isOperandWhole = false;
     const bool isShift = rank == OperandRank::Shift && weights_.leadsLine(place);
