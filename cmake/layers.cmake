@@ -24,8 +24,8 @@ set(quick_layers textstream trn cpp engine layout)
 set(patient_layers cmdline scheme cli learn lsp tool)
 
 # For a first look, compiling is what one waits for. As two files, one for each of two processors, the layers take less
-# than two thirds of what they take one by one; of what optimisation gains, inlining is the most, and the passes left out
-# are those that take the longest for what is not felt.
+# than two thirds of what they take one by one. Of what optimisation gains, inlining is the most; the passes left out
+# take longest for what is not felt.
 option(VANTREL_TWO_HALVES "Compile in half the time, and format a fifth slower" OFF)
 set(look_optimisation -O1 -finline-functions)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
