@@ -22,6 +22,7 @@ namespace Tessel {
 // Closes protected regions in a tree: the comment that ends a region comes to stand for its whole text, from
 // the comment that opens it on, and the nodes in between leave the tree. Let the root accept the pass; it may
 // be used for one tree after another. Regions do not nest, and one that is not closed changes nothing.
+// Where one begins in a construct that it takes in, and another has ended there, both are one.
 //
 // A region that begins inside a construct and ends outside it, or the other way round, takes in all of that
 // construct; but where it ends among the items of a class, a namespace or a linkage block, and nothing but such
