@@ -164,7 +164,7 @@ private:
     std::unique_ptr<IdNode> parseFunctionName(TokenBuffer& tokens, Index parameters);
     Index wrappedNameStart(const TokenBuffer& tokens, Index openParen) const;
     bool takeOperatorName(TokenBuffer& tokens);
-    bool takeClosingAngle(TokenBuffer& tokens);
+    bool takeArguments(TokenBuffer& tokens);
     std::unique_ptr<ParameterListNode> parseParameterList(TokenBuffer& tokens, Brackets brackets);
     std::unique_ptr<TextNode> parseQualifiers(TokenBuffer& tokens);
     std::unique_ptr<ExprNode> parseExceptionClause(TokenBuffer& tokens);

@@ -170,14 +170,14 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
                 return false;
             }
             nextSignificant(tokens);
-            return true;
+            return takeArguments(tokens);
         case OpenBracket:
             if (const Token close = peekSignificant(tokens); close.kind != CloseBracket) {
                 report(close.start, "Expected [.");
                 return false;
             }
             nextSignificant(tokens);
-            return true;
+            return takeArguments(tokens);
         case KeywordNew:
         case KeywordDelete:
             if (peekSignificantKind(tokens) == OpenBracket) {
@@ -196,10 +196,7 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
         default:
             break;
     }
-    if (isPunctuation(first.kind)) {
-        // A specialisation carries its arguments behind the operator.
-        return peekSignificantKind(tokens) != Less || takeClosingAngle(tokens);
-    }
+    if (isPunctuation(first.kind)) return takeArguments(tokens);
     // A conversion: the words of a type.
     while (true) {
         const Token token = peekSignificant(tokens);
@@ -209,8 +206,9 @@ bool Parser::takeOperatorName(TokenBuffer& tokens) {
     }
 }
 
-// Takes template arguments from their "<" to the ">" that closes them.
-bool Parser::takeClosingAngle(TokenBuffer& tokens) {
+// Takes the template arguments that a specialisation of an operator has behind the operator, if there are any.
+bool Parser::takeArguments(TokenBuffer& tokens) {
+    if (peekSignificantKind(tokens) != Less) return true;
     skipTrivia(tokens);
     if (skipBracketed(tokens)) return true;
     tokens.moveTo(endPlace());

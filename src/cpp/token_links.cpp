@@ -101,6 +101,7 @@ private:
     }
 
     void pass(int kind) {
+        thirdLast_ = beforePrevious_;
         beforePrevious_ = previous_;
         previous_ = kind;
     }
@@ -121,8 +122,9 @@ private:
         links_[openPlace] = (links_[openPlace] & ~TokenLinks::kPlaceMask) | closePlace;
     }
 
-    // "operator<" is a name; what follows it may have arguments.
+    // "operator<" and "operator()" are names; what follows them may have arguments.
     bool canPrecedeArguments() const {
+        if (previous_ == CloseParen) return beforePrevious_ == OpenParen && thirdLast_ == KeywordOperator;
         return previous_ == Identifier || previous_ == KeywordTemplate || previous_ == CloseBracket ||
                (previous_ >= KeywordStaticCast && previous_ <= KeywordReinterpretCast) ||
                beforePrevious_ == KeywordOperator;
@@ -186,6 +188,7 @@ private:
     std::array<int, OpenBracket - OpenParen + 1> counts_{};
     int previous_ = Trn::kEndKind;
     int beforePrevious_ = Trn::kEndKind;
+    int thirdLast_ = Trn::kEndKind;
 };
 
 TokenLinks::TokenLinks(const Trn::TokenList& tokens) { LinkFinder(tokens, *this).run(); }
