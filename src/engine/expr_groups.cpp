@@ -207,10 +207,12 @@ const CommaTexts* CppExprFormatter::commasOf(const Group& group) const {
 
 // { 1, 2 }: what is to stand in the next gap, inside of such braces, for which another key may have something too.
 // Declarations, { int a; }, stand apart from theirs.
-// Lists below each other may be in columns, as may the lines of one.
+// Lists below each other may be in columns, as may the lines of one. A comment that ends the line of its "{" is none of
+// the elements.
 const OptionalText* CppExprFormatter::inListBraces(const Run& run, const Group& group,
                                                    const OptionalText* other) const {
-    if (!group.isShortList && (isPresent(other) || !isNarrowGap(run))) return other;
+    const bool endsLine = Cpp::isComment(run.current().kind) && run.sweep.endsItsLine();
+    if (!group.isShortList && (isPresent(other) || endsLine || !isNarrowGap(run))) return other;
     const bool isInColumns = keepsColumns() && isColumnGap(run.sweep.gap());
     const bool isBehindComma = run.previousKind() == Cpp::Comma;
     const OptionalText& within = group.holdsDeclarations ? settings_.otherGaps.blank : settings_.inListBraces;
