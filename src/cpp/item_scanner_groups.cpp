@@ -265,6 +265,8 @@ ItemScanner::Group::Verdict ItemScanner::Group::byNameBehind() const {
     const int behindWord = kind(next(following_));
     const bool holdsParameters = kind(next(open_)) == OpenParen;
     if (findsMacros()) {
+        // USED section(".name") static int a;
+        if (isStorageWord(followingKind_) && !startsLine()) return kSpecifier;
         const bool endsData = followingKind_ == Semicolon || (isName && isUpperCase(word.text));
         if (endsData && !holdsParameters && scan_.followsDeclaredName(seen_)) return data();
         if (namesMacro() && scan_.beginsBases(following_)) return kSpecifier;

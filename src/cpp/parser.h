@@ -120,6 +120,7 @@ private:
     void addHandlers(TokenBuffer& tokens, InteriorNode& list);
     Declaration parseDeclaration(TokenBuffer& tokens, Scope scope);
     Declaration parseFunctionShape(TokenBuffer& tokens, Index start, const Item& item);
+    bool isWholeInitializer(const TokenBuffer& tokens) const;
     Declaration parseFunctionPointerShape(TokenBuffer& tokens, Index start, Index open);
     Declaration parseBracedShape(TokenBuffer& tokens, Index start, const Item& item);
     Declaration failAtEnd(TokenBuffer& tokens, Index end);

@@ -238,7 +238,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     if (keepsUnrecognized_ && following == OpenBracket) return false;
     if (keepsUnrecognized_ && tokens.kindAt(view(tokens).behindCalls(behind, callsEnd)) == Comma) return true;
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
-                               startsData(following) || isClassKey(following) || following == KeywordStatic;
+                               startsData(following) || isClassKey(following) || isStorageWord(following);
     return !continuesType && following != Assign;
 }
 

@@ -275,6 +275,12 @@ Parser::Declaration Parser::parseFunctionShape(TokenBuffer& tokens, Index start,
     return {std::move(declaration), !hasBody};
 }
 
+// `int (*f)(int){a};`: whether the values of what is declared stand in the braces.
+bool Parser::isWholeInitializer(const TokenBuffer& tokens) const {
+    const Index brace = tokens.place();
+    return !links_.holdsStatements(brace) && tokens.kindAt(view(tokens).behind(brace)) == Semicolon;
+}
+
 // A declaration with a declarator in parentheses, up to its ";".
 Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index start, Index open) {
     bool sawDeclarator = false;  // a "," before it separates a template's arguments
@@ -284,8 +290,9 @@ Parser::Declaration Parser::parseFunctionPointerShape(TokenBuffer& tokens, Index
         const Token token = tokens.current();
         if (token.kind == Trn::kEndKind) return failAtEnd(tokens, tokens.place());
         if ((token.kind == Comma && sawDeclarator) || isAccessKeyword(token.kind)) break;
-        // Only an initializer may hold braces; a body means that this is no pointer after all.
-        if ((token.kind == OpenBrace && !sawAssign) || token.kind == CloseBrace) {
+        // Only an initializer may have braces; a body means that this is no pointer after all.
+        const bool isBody = token.kind == OpenBrace && !sawAssign && !isWholeInitializer(tokens);
+        if (isBody || token.kind == CloseBrace) {
             report(token.start, ExpectedFunctionEnd);
             return {};
         }
