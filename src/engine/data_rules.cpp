@@ -190,7 +190,9 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
     const bool hasMarks = declaration.type() && endsWithMarks(declaration.type()->text());
     const bool isNamed = !written.empty() && Cpp::isNameStart(written.front()) && !hasMarks;
     std::optional<int> nameColumn;
-    if (isNamed && tail->text().starts_with('=')) nameColumn = out().column();
+    // Where operands hang, declarators behind one that is constructed, `A a(1)`, do from their statement.
+    const bool isBelowAny = !exprFormatter_.settings().hanging.operand.present && isInitializer(*tail);
+    if (isNamed && (isBelowAny || tail->text().starts_with('='))) nameColumn = out().column();
     writeDataName(name.substr(0, end), isAligned, true, places);
     // A value behind a comment or a directive that ends its line hangs from the declaration; lists go by their line.
     const bool isValue = tail->startsWith('=') && !trimLeft(tail->text().substr(1)).starts_with('{');

@@ -145,7 +145,11 @@ void HangingLines::open(std::size_t place) {
         chains_ && (outer.bracket == kNoToken ? isAmongOthers_ : chains_->holdsComma(outer.bracket));
     const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
     const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
-    level.blocks = isInElements && !indents_.fromLine ? outer.first : outer.blocks;
+    // f(a, g(
+    //     b
+    // ));
+    const bool isInLines = isInList && !isInFirst && standsInLines(place);
+    level.blocks = isInElements && !isInLines && !indents_.fromLine ? outer.first : outer.blocks;
     // return find_if(a, [](int b) {
     //          return c(b);
     //        }) == d;
@@ -158,7 +162,14 @@ void HangingLines::open(std::size_t place) {
     //         b), c};
     const bool isInValues =
         !isBrace && isOneOfMany && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
-    level.base = isInFirst ? outer.base : isInList || isInValues ? outer.element.start : lineColumn;
+    // f(a(
+    //       b)
+    //       .c(
+    //           d));
+    const bool isInMemberLine = !chains_ && outer.element.memberLine == lineColumn_;
+    const bool isOfList = isInFirst && !isInMemberLine && (chains_ || !goesOnBelow(place));
+    const bool isInElement = (isInList && !isInMemberLine) || isInValues;
+    level.base = isOfList ? outer.base : isInElement ? outer.element.start : lineColumn;
     const bool isFirst = outer.bracket != kNoToken && outer.bracket + 1 == place;
     const bool isInBraces = isBrace && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
     const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
@@ -169,7 +180,8 @@ void HangingLines::open(std::size_t place) {
         isBrace && !isBody && isInElements && outer.element.start != kNone && !standsAsBlock(place);
     level.lineColumn = isRow || isArgument ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
     const int behindName = columnBehindName(place);
-    level.contents = behindName != kNone ? behindName : columnInCall(outer, place);
+    const int column = isInLines ? wrapped(lineColumn_) : columnInCall(outer, place);
+    level.contents = behindName != kNone ? behindName : column;
     const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
     if (level.contents == kNone && chains_ && !isBody) {
         level.call = columnOfCall(outer);
@@ -214,6 +226,22 @@ bool HangingLines::standsAsBlock(std::size_t open) const {
     std::size_t last = close - 1;
     while (last > open && isTrivia(last)) --last;
     return tokens_[last].kind != Cpp::Comma && tokens_[close].start.line > tokens_[last].lastLine();
+}
+
+// Whether the line behind the parentheses begins with a "." or "->".
+bool HangingLines::goesOnBelow(std::size_t open) const {
+    const std::size_t close = tokens_[open].partner;
+    const std::size_t next = nextPlace(tokens_, close);
+    return Cpp::isMemberAccess(kindAt(tokens_, next)) && tokens_[next].start.line > tokens_[close].lastLine();
+}
+
+// Whether what stands in the parentheses of a call has lines of its own.
+bool HangingLines::standsInLines(std::size_t open) const {
+    const bool isCall = tokens_[open].kind == Cpp::OpenParen && tokens_[open].followsCall;
+    if (!isCall || tokens_[nextPlace(tokens_, open)].start.line == tokens_[open].start.line) return false;
+    const std::size_t close = tokens_[open].partner;
+    const ExprToken& last = tokens_[close - 1];
+    return last.role != ExprRole::Block && tokens_[close].start.line > last.lastLine();
 }
 
 // Whether statements follow the "{", of a lambda or in one.

@@ -170,6 +170,8 @@ private:
     bool opensBody(std::size_t place) const;
     bool isAboveRow(std::size_t open) const;
     bool standsAsBlock(std::size_t open) const;
+    bool standsInLines(std::size_t open) const;
+    bool goesOnBelow(std::size_t open) const;
     int columnBehindName(std::size_t open) const;
     bool isFirstOfElement(std::size_t place) const;
     bool holdsValueInLine(const Level& level, std::size_t open) const;

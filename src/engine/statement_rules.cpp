@@ -257,7 +257,8 @@ void CppFormatter::visit(Cpp::CtrlSubStmtHeadNode* head) {
         formatParenthesised(inside, *head->condition(),
                             head->keyword() ? head->keyword()->keyword() : Trn::kEndKind);
     }
-    if (isLoop && head->condition() && settings_.keepsOneLineStatements) return writeEmptyBody(*head);
+    const bool mayHaveLine = settings_.keepsOneLineStatements || keepsLines();
+    if (isLoop && head->condition() && mayHaveLine) return writeEmptyBody(*head);
     copyThrough(*head);
 }
 

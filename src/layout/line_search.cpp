@@ -13,6 +13,7 @@ namespace Tessel {
 namespace {
 
 constexpr std::int64_t kLineInWhole = 1000;  // where none was to begin
+constexpr std::int64_t kMostForComment = 500;
 constexpr int kBlanksBeforeComment = 2;
 
 }  // namespace
@@ -95,8 +96,13 @@ bool LineSearch::lay(int column, int trailingWidth, int commentWidth) {
     if (!isSuited()) return false;
     takeWidths();
     weighWays(column, trailingWidth + commentWidth);
-    // No line break helps a comment that is too long anyway.
-    if (commentWidth > 0 && lightest().cost >= kColumnBeyondMargin) weighWays(column, trailingWidth);
+    const std::int64_t cost = lightest().cost;
+    if (commentWidth > 0 && cost >= kMostForComment) {
+        weighWays(column, trailingWidth);
+        // No line break helps a comment that is too long anyway, and none in front of a "[" is worth one.
+        const bool isWorthIt = cost < kColumnBeyondMargin && cost - lightest().cost < kMostForComment;
+        if (isWorthIt) weighWays(column, trailingWidth + commentWidth);
+    }
     putLines(lightest());
     return true;
 }
