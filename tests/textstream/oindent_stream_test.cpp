@@ -30,7 +30,7 @@ std::string converted(std::string_view text, int tabMode, int tabSize = 4) {
     return out.takeText();
 }
 
-TEST(OIndentStream, TabsBecomeSpacesOutsideOfLiterals) {
+TEST(OIndentStream, TabsBecomeSpacesOutsideOfLiteralsAndSpacesTabs) {
     OIndentBuf out(layout(1, 4));
     out.write("a\tb");
     EXPECT_EQ(out.column(), 5);
@@ -38,6 +38,7 @@ TEST(OIndentStream, TabsBecomeSpacesOutsideOfLiterals) {
     EXPECT_EQ(converted("\t\tx", 1), "        x");
     EXPECT_EQ(converted("'\t'\t\"a\t\\\"\tb\"\tc", 1), "'\t'   \"a\t\\\"\tb\"  c");
     EXPECT_EQ(converted("\"open\t\n\t", 1), "\"open\t\n    ");
+    EXPECT_EQ(converted("  x   y", 2, 1), "  x   y") << "a tab of one column never stands for spaces";
 }
 
 TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
@@ -54,11 +55,6 @@ TEST(OIndentStream, SpacesHeldBackCountAndAreWrittenBeforeChangesAndByFlush) {
     EXPECT_EQ(target.str(), "   x");
     out.setTabMode(0);
     EXPECT_EQ(target.str(), "   x ");
-}
-
-// A tab of one column never stands for spaces, which would be a run of one.
-TEST(OIndentStream, TabSizeOneKeepsSpaces) {
-    EXPECT_EQ(converted("  x   y", 2, 1), "  x   y");
 }
 
 TEST(OIndentStream, BulkWritesEqualCharacterWrites) {
