@@ -84,13 +84,13 @@ void CppExprFormatter::formatTypeText(std::string_view text, OIndentBuf& out, co
 
 void CppExprFormatter::formatDeclarators(std::string_view text, OIndentBuf& out, BlocksInText* blocks,
                                          HangingLines::Text hanging, DeclaratorPlaces places) {
-    format(text, out, ExprMode::Declarators, kAsInInput, {}, blocks, hanging, places.name, places);
+    format(text, out, ExprMode::Declarators, kAsInInput, {}, blocks, hanging, places.name, places.marks);
 }
 
 void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode mode,
                               const OptionalText& typeWhitespace, std::optional<LastMarks> marksBeforeName,
                               BlocksInText* blocks, HangingLines::Text hanging,
-                              std::optional<int> outerColumn, DeclaratorPlaces declarators) {
+                              std::optional<int> outerColumn, MarkColumns declaratorMarks) {
     // Many texts have no gaps, nor a type that would.
     const bool hasNoTypes = mode == ExprMode::Expression || mode == ExprMode::Declarators;
     if (hasNoTypes && !log() && Cpp::isSingleWord(text)) {
@@ -107,7 +107,7 @@ void CppExprFormatter::format(std::string_view text, OIndentBuf& out, ExprMode m
                    lambdaParameters(), &sourceTokens_);
     Run run(text, tokens, out, mode, typeWhitespace, marksBeforeName, keepsColumns(), log());
     run.blocks = blocks;
-    run.declarators = declarators;
+    run.declaratorMarks = declaratorMarks;
     const bool isForClause = outerColumn && hanging == HangingLines::Text::List;
     const bool mayDeclareSeveral = isForClause && settings_.betweenDeclarators.present;
     if (mayDeclareSeveral && hasMarkBehindComma(tokens)) run.lastMarks = LastMarks::AgainstName;

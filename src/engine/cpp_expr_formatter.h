@@ -119,7 +119,7 @@ private:
     void format(std::string_view text, Zelmor::OIndentBuf& out, ExprMode mode, const OptionalText& typeWhitespace,
                 std::optional<LastMarks> marksBeforeName, BlocksInText* blocks = nullptr,
                 HangingLines::Text hanging = HangingLines::Text::Statement, std::optional<int> outerColumn = {},
-                DeclaratorPlaces declarators = {});
+                MarkColumns declaratorMarks = {});
     bool writeSettled(std::string_view text, ExprMode mode, Zelmor::OIndentBuf& out) const;
     void writeCurrent(Run& run);
     void writeGapBefore(Run& run);

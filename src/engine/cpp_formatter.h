@@ -309,9 +309,11 @@ private:
     bool alignsName(const Cpp::DataDeclNode& declaration, std::string_view type) const;
     char lastCharacterOf(const Cpp::SyntaxNode& node) const;
     void formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned, HangingLines::Text hanging);
+    void writeLoneNames(const Cpp::DataDeclNode& declaration, bool isAligned, MarkColumns marks);
+    bool hangsFromName(const Cpp::DataDeclNode& declaration, std::string_view name) const;
     bool startsLineWithMarks(std::string_view type);
-    void writeDataName(std::string_view name, bool isAligned, bool hasTail, DeclaratorPlaces places);
-    DeclaratorPlaces placesBehindMarks(const Cpp::DataDeclNode& declaration);
+    void writeDataName(std::string_view name, bool isAligned, bool hasTail, MarkColumns marks);
+    MarkColumns columnsOfMarks(const Cpp::DataDeclNode& declaration);
     void writeTailGap(const Cpp::DataDeclNode& declaration, std::string_view name, std::string_view gap,
                       bool isAligned);
     void padInitializer(const Cpp::DataDeclNode& declaration, std::string_view gap, int offset,

@@ -165,35 +165,18 @@ char CppFormatter::lastCharacterOf(const Cpp::SyntaxNode& node) const {
 // The names with what belongs to them, and the initializer or width.
 void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool isAligned,
                                      HangingLines::Text hanging) {
+    const MarkColumns marks = columnsOfMarks(declaration);
     const Cpp::ExprNode* tail = declaration.tail();
-    const DeclaratorPlaces places = placesBehindMarks(declaration);
     if (!tail) {
-        // What an access label ends, as a macro in front of it, has no white space of its own behind it.
-        if (lastCharacterOf(declaration) == ';') {
-            const std::string_view name = writer_.readGap(declaration.end());
-            const std::string_view blanks = trailingBlanks(name);
-            const bool staysApart = blanks.empty() || isLineBreak(blanks) || endsWithLineEndToken(name);
-            if (settings_.formatsOtherGaps && !staysApart) {
-                writeDataName(trimRight(name), isAligned, false, places);
-                writer_.replace(blanks, WantedText("", settings_.formatsOtherGaps.key));
-            } else {
-                writeDataName(name, isAligned, false, places);
-            }
-        }
+        writeLoneNames(declaration, isAligned, marks);
         copyThrough(declaration);
         return;
     }
     const std::string_view name = writer_.readGap(tail->start());
-    const std::string_view written = trimRight(name);
     const std::size_t end = lineEndBehind(name);
-    // `int a = 1,` and names below: behind a mark, they would stand below that.
-    const bool hasMarks = declaration.type() && endsWithMarks(declaration.type()->text());
-    const bool isNamed = !written.empty() && Cpp::isNameStart(written.front()) && !hasMarks;
     std::optional<int> nameColumn;
-    // Where operands hang, declarators behind one that is constructed, `A a(1)`, do from their statement.
-    const bool isBelowAny = !exprFormatter_.settings().hanging.operand.present && isInitializer(*tail);
-    if (isNamed && (isBelowAny || tail->text().starts_with('='))) nameColumn = out().column();
-    writeDataName(name.substr(0, end), isAligned, true, places);
+    if (hangsFromName(declaration, name)) nameColumn = out().column();
+    writeDataName(name.substr(0, end), isAligned, true, marks);
     // A value behind a comment or a directive that ends its line hangs from the declaration; lists go by their line.
     const bool isValue = tail->startsWith('=') && !trimLeft(tail->text().substr(1)).starts_with('{');
     const bool startsLine = isValue && end > 0 && name[end - 1] == '\n';
@@ -201,14 +184,34 @@ void CppFormatter::formatDeclarators(const Cpp::DataDeclNode& declaration, bool 
         writeKeptBreakAt(name.substr(end), columnAfter(exprFormatter_.settings().hanging.wrap.text, baseColumn(),
                                                        out().tabSize()));
     } else {
-        writeTailGap(declaration, written, name.substr(end), isAligned);
+        writeTailGap(declaration, trimRight(name), name.substr(end), isAligned);
     }
-    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging,
-                     {nameColumn, places.marksInSource, places.marks});
+    writeDeclarators(writer_.readThrough(tail->end()), tail->bodies(), hanging, {nameColumn, marks});
 }
 
-// Those of the marks that have just been written, against the name.
-DeclaratorPlaces CppFormatter::placesBehindMarks(const Cpp::DataDeclNode& declaration) {
+// Up to the ";". What an access label ends, as a macro in front of it, has no white space of its own behind it.
+void CppFormatter::writeLoneNames(const Cpp::DataDeclNode& declaration, bool isAligned, MarkColumns marks) {
+    if (lastCharacterOf(declaration) != ';') return;
+    const std::string_view name = writer_.readGap(declaration.end());
+    const std::string_view blanks = trailingBlanks(name);
+    const bool staysApart = blanks.empty() || isLineBreak(blanks) || endsWithLineEndToken(name);
+    if (!settings_.formatsOtherGaps || staysApart) return writeDataName(name, isAligned, false, marks);
+    writeDataName(trimRight(name), isAligned, false, marks);
+    writer_.replace(blanks, WantedText("", settings_.formatsOtherGaps.key));
+}
+
+// `int a = 1,` and names below: whether these stand below the name. Behind a mark, they would stand below that. Where
+// operands hang, declarators behind one that is constructed, `A a(1)`, do from their statement.
+bool CppFormatter::hangsFromName(const Cpp::DataDeclNode& declaration, std::string_view name) const {
+    const bool hasMarks = declaration.type() && endsWithMarks(declaration.type()->text());
+    const std::string_view written = trimRight(name);
+    if (written.empty() || !Cpp::isNameStart(written.front()) || hasMarks) return false;
+    const Cpp::ExprNode& tail = *declaration.tail();
+    return tail.text().starts_with('=') || (!exprFormatter_.settings().hanging.operand.present && isInitializer(tail));
+}
+
+// Of the marks that have just been written, against the name.
+MarkColumns CppFormatter::columnsOfMarks(const Cpp::DataDeclNode& declaration) {
     if (!hangsLines() || !declaration.type() || !declaration.name()) return {};
     const std::string_view source = source_.text();
     const std::size_t end = source.size() - sourceFrom(*declaration.name()).size();
@@ -219,12 +222,12 @@ DeclaratorPlaces CppFormatter::placesBehindMarks(const Cpp::DataDeclNode& declar
     const auto width = static_cast<int>(written.size() - kPointerMarks.skipBackIn(written));
     if (width == 0) return {};
     const int column = exprFormatter_.sourceColumnOf(type.substr(marks));
-    return {.name = {}, .marksInSource = column, .marks = out().column() - width};
+    return {column, out().column() - width};
 }
 
 // `name` ends in the white space in front of a ";" unless a tail follows.
-void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail,
-                                 DeclaratorPlaces places) {
+void CppFormatter::writeDataName(std::string_view name, bool isAligned, bool hasTail, MarkColumns marks) {
+    const DeclaratorPlaces places{.name = {}, .marks = marks};
     // Most names have no gaps, nor is one wanted behind them.
     const bool isSpaced = !isAligned && settings_.afterDataName.present;
     if (!isSpaced && Cpp::isSingleWord(name)) {

@@ -4,11 +4,17 @@
 
 namespace Tessel {
 
+// The column of the pointer marks in front of the first of several declarators: of those that their author has put
+// below it, too.
+struct MarkColumns {
+    int source = -1;  // negative where there are none
+    int output = 0;
+};
+
 // Where the first of several declarators stands, for those behind it to hang from.
 struct DeclaratorPlaces {
     std::optional<int> name;  // where the text begins with its value: all stand below
-    int marksInSource = -1;   // the column of the marks in front of it; negative where there are none
-    int marks = 0;            // the same in the output: of those whose author has put them below, too
+    MarkColumns marks;
 };
 
 }  // namespace Tessel

@@ -57,7 +57,7 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
     if (!isInDirective_ && isSplicedComment(run, run.sweep.place())) return 0;
     const int hanging = hangingColumn(run);
     if (const auto column = columnOfRow(run, gap, hanging)) return *column;
-    if (standsBelowMarks(run, gap)) return run.declarators.marks;
+    if (standsBelowMarks(run, gap)) return run.declaratorMarks.output;
     if (!keptIndent_.isWanted() || run.hanging->startsHangingDeclarator()) return hanging;
     if (isFlushLiteral(run, run.sweep.place())) return 0;
     if (!run.sourceHanging) startSourceHanging(run);
@@ -78,9 +78,9 @@ int CppExprFormatter::columnOfKeptLine(Run& run, std::string_view gap) const {
 // char *a = 0,
 //      *b;
 bool CppExprFormatter::standsBelowMarks(const Run& run, std::string_view gap) const {
-    if (run.declarators.marksInSource < 0 || !run.hanging->startsDeclarator()) return false;
+    if (run.declaratorMarks.source < 0 || !run.hanging->startsDeclarator()) return false;
     const bool isMark = run.roleAt(run.sweep.place()) == ExprRole::Mark;
-    return isMark && columnBehind(gap, 0, tabSize()) == run.declarators.marksInSource;
+    return isMark && columnBehind(gap, 0, tabSize()) == run.declaratorMarks.source;
 }
 
 // Where a row begins of those that are aligned on the right: as far behind the leftmost one as it does.

@@ -68,7 +68,7 @@ struct CppExprFormatter::Run {
     const OptionalText& typeWhitespace;
     bool nameFollows;
     LastMarks lastMarks;  // in front of that name, or of the first one that a for declares
-    DeclaratorPlaces declarators;
+    MarkColumns declaratorMarks;
     bool keepsLines = false;                // those that begin inside the text, if there are any
     std::optional<HangingLines> hanging;    // of lines that are kept
     HangingLines::Text hangingText = HangingLines::Text::Statement;
