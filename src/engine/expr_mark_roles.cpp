@@ -116,7 +116,16 @@ bool RoleFinder::isMark(std::size_t place) const {
     const std::size_t behindName = nextPlace(tokens_, next);
     if (isInDeclaration()) return endsDeclaredName(behindName) || (readsTypes_ && isFurtherName(behindName));
     const int behind = kindAt(tokens_, behindName);
+    if (behind == Cpp::Comma && isAgainstOneSide(place)) return segment_.atTextStart;
     return segment_.atTextStart && (behind == Cpp::Assign || behind == Cpp::Colon);
+}
+
+// `foreach (T *a, list)`: operators stand apart from both operands, or from none.
+bool RoleFinder::isAgainstOneSide(std::size_t place) const {
+    if (place == 0 || place + 1 >= tokens_.size()) return false;
+    const bool isBehindBlank = tokens_[place - 1].end() < tokens_[place].offset;
+    const bool isAheadOfBlank = tokens_[place].end() < tokens_[place + 1].offset;
+    return isBehindBlank != isAheadOfBlank;
 }
 
 // `function<A *(B &)>`: whether types stand in the parentheses, which end a template's argument.

@@ -92,6 +92,7 @@ int HangingLines::columnFor(std::size_t place) const {
     if (level.element.choice != kNone && chains_ && !isOneOfConditions(level.question)) return level.element.choice;
     if (const int column = columnInChain(next); column != kNone) return column;
     if (continuesLiteral(next)) return literalColumn_;
+    if (kind == Cpp::StringLiteral && followsNameOfLiteral()) return level.base;
     const bool followsSubscript = chains_ && kindAt(tokens_, previous_) == Cpp::CloseBracket;
     if (kind == Cpp::OpenBracket && followsSubscript && level.element.subscript != kNone) {
         return level.element.subscript;
@@ -281,6 +282,16 @@ bool HangingLines::continuesLiteral(std::size_t place) const {
         return kind == Cpp::StringLiteral || kind == Cpp::Identifier;
     };
     return literalColumn_ != kNone && previous_ != kNoToken && isPart(previous_) && isPart(place);
+}
+
+// Whether a name is all that stands in front: what begins with one and goes on with a literal is text as a whole.
+bool HangingLines::followsNameOfLiteral() const {
+    const Level& level = levels_.back();
+    const bool isOfStatement = level.kind == Level::Kind::Statement && isOutsideBrackets();
+    const bool isSecond = previous_ != kNoToken && previous_ == level.operandStart &&
+                          level.element.start == level.base && level.element.operand == kNone &&
+                          level.element.later == kNone;
+    return isOfStatement && isSecond && tokens_[previous_].kind == Cpp::Identifier;
 }
 
 }  // namespace Tessel

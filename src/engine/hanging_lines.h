@@ -162,6 +162,7 @@ private:
     int columnOfContents(const Level& level) const;
     int wrapped(int column) const;
     bool continuesLiteral(std::size_t place) const;
+    bool followsNameOfLiteral() const;
     void passComment(std::size_t place, int column);
     void passInLevel(std::size_t place, int column, bool startsLine);
     void passSign(std::size_t place, int column, bool startsLine);

@@ -75,6 +75,7 @@ private:
     bool endsTypeOfMacro(std::size_t place) const;
     bool followsTypeOfMacro(std::size_t place) const;
     bool isMark(std::size_t place) const;
+    bool isAgainstOneSide(std::size_t place) const;
     bool opensParameters(std::size_t open) const;
     bool declaresFunction(std::size_t open) const;
     bool endsDeclarator(std::size_t place) const;

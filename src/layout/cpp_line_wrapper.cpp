@@ -156,13 +156,15 @@ int CppLineWrapper::widthBehind(std::string_view text) const {
 }
 
 // The columns of a comment, and the blanks in front of it, that ends the line of a piece of the source, which nothing
-// but the end of a statement or a head separates from it.
+// but the end of a statement or a head separates from it. One behind a block that holds the piece concerns the block.
 int CppLineWrapper::widthOfCommentBehind(std::string_view text) const {
     const auto end = static_cast<std::size_t>(text.data() - source().data()) + text.size();
     // No more of it, nor of what stands in front, counts.
     const auto most = static_cast<std::size_t>(wrapper_.settings().rightMargin) + 1;
     const std::size_t start = source().substr(end, most).find_first_not_of(")};{ \t");
     if (start == std::string_view::npos || !source().substr(end + start).starts_with("//")) return 0;
+    const std::string_view between = source().substr(end, start);
+    if (std::ranges::count(between, '}') > std::ranges::count(between, '{')) return 0;
     const std::string_view comment = source().substr(end + start, most);
     constexpr int blanks = 2;
     return blanks + shownColumnAfter(trimRight(comment.substr(0, comment.find('\n'))), 0, wrapper_.settings().tabSize);
