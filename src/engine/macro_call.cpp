@@ -34,6 +34,10 @@ constexpr bool endsLine(int kind) {
     return kind == Cpp::Directive || kind == Cpp::LineComment || kind == Cpp::UnreadBlock;
 }
 
+bool isTypeWord(int kind) {
+    return isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned;
+}
+
 constexpr int depthBehind(int kind, int depth) {
     if (kind == Cpp::OpenParen || kind == Cpp::OpenBrace) return depth + 1;
     return kind == Cpp::CloseParen || kind == Cpp::CloseBrace ? depth - 1 : depth;
@@ -59,6 +63,7 @@ public:
         holdsLess_ |= kind == Cpp::Less;
         followsAngles_ = holdsLess_ && (kind == Cpp::Greater || kind == Cpp::ShiftRight);
         followsWord_ = isWord;
+        followsType_ = isTypeWord(kind);
         if (kind == Cpp::OpenParen) ++depth_;
         if (kind == Cpp::CloseParen) --depth_;
         return true;
@@ -71,13 +76,16 @@ private:
     bool isOfMacro(int kind, bool isWord) const {
         if (kind == Trn::kEndKind || (isDoubtful(kind) && !marksType(kind))) return true;
         if (followsMark_ && !marksType(kind) && kind != Cpp::Comma && kind != Cpp::CloseParen) return true;
-        // Words that follow each other and go on in further lines. `FIELD(List<int> names)` declares, or compares.
-        return isWord && (followsAngles_ || (!isOnLine_ && followsWord_));
+        // Words that follow each other and go on in further lines, but for `unsigned int`. `FIELD(List<int> names)`
+        // declares, or compares.
+        const bool isOfType = followsType_ && isTypeWord(kind);
+        return isWord && (followsAngles_ || (!isOnLine_ && followsWord_ && !isOfType));
     }
 
     bool isOnLine_;
     int depth_ = 1;
     bool followsWord_ = false;
+    bool followsType_ = false;
     bool followsMark_ = false;
     bool followsAngles_ = false;
     bool holdsLess_ = false;
