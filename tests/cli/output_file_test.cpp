@@ -148,8 +148,7 @@ TEST_F(OutputFile, AnInputThatHasChangedMeanwhileIsLeftAlone) {
     const Files::FileStamp stamp = Files::FileStamp::of(folder.status("a.cpp"));
     EXPECT_EQ(write(folder.path("other.cpp"), "new", &stamp), "");
     folder.write("a.cpp", "edited by hand");
-    EXPECT_NE(write(folder.path("a.cpp"), "new", &stamp).find("was changed by another program"),
-              std::string::npos);
+    EXPECT_NE(write(folder.path("a.cpp"), "new", &stamp).find("was changed by another program"), std::string::npos);
     EXPECT_EQ(folder.read("a.cpp"), "edited by hand");
 
     const Files::FileStamp fresh = Files::FileStamp::of(folder.status("a.cpp"));

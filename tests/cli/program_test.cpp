@@ -24,8 +24,7 @@ constexpr bool isSanitized = true;
 constexpr bool isSanitized = false;
 #endif
 
-constexpr const char* usageLine =
-    "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n";
+constexpr const char* usageLine = "Usage: VantrelCmd -s|--scheme schemename [-?|--?] [-H|--Help] infile outfile\n";
 constexpr const char* cannotOpenOutput = "Error: could not open output file for writing.\n";
 
 std::string schemeText(const std::string& name, const std::string& properties = "") {
@@ -183,8 +182,7 @@ TEST_F(Program, AFullDiskLeavesTheFileWhole) {
 
 TEST_F(Program, ClosedStandardStreamsAreNeverMistakenForFiles) {
     folder.write("a.cpp", "int a;\r\nint b;\r\n");
-    const ProgramResult result =
-        runOn("a.cpp", "a.cpp", {.closed = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}});
+    const ProgramResult result = runOn("a.cpp", "a.cpp", {.closed = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(folder.read("a.cpp"), "int a;\r\nint b;\r\n");
     EXPECT_EQ(run({"-s", "none", "a.cpp", "a.cpp"}, {.closed = {STDOUT_FILENO, STDERR_FILENO}}).status, 1);
@@ -197,8 +195,7 @@ TEST_F(Program, MarksAndLineEndsOfTheInputStay) {
          {mark + "int a;\n", mark + "int a;\r\nint b;\r\n", std::string("int a;\r\nint b;\r\n")}) {
         EXPECT_EQ(runOn("-", "-", {.input = text}).output, text);
     }
-    EXPECT_EQ(runOn("-", "-", {.input = "int a;\r\nint b;\nint c;\r\n"}).output,
-              "int a;\r\nint b;\r\nint c;\r\n");
+    EXPECT_EQ(runOn("-", "-", {.input = "int a;\r\nint b;\nint c;\r\n"}).output, "int a;\r\nint b;\r\nint c;\r\n");
 }
 
 TEST_F(Program, Utf16IsRefused) {
@@ -242,8 +239,7 @@ TEST_F(Program, SchemesThatCannotBeUsed) {
     schemes.write("letters.vts", schemeText("with letters", "3 WS_AFTER_FN_NAME \" x\"\n"));
     result = run({"-s", "with letters", "a.cpp", "-"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors,
-                HasSubstr(schemes.path("letters.vts") + "\" cannot be used: WS_AFTER_FN_NAME "));
+    EXPECT_THAT(result.errors, HasSubstr(schemes.path("letters.vts") + "\" cannot be used: WS_AFTER_FN_NAME "));
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(runOn("a.cpp", "-").status, 0) << "another scheme is not concerned";
 
@@ -251,8 +247,7 @@ TEST_F(Program, SchemesThatCannotBeUsed) {
     EXPECT_EQ(runOn("a.cpp", "-").status, 0) << "its file has its name, so that no other is read";
     result = run({"-s", "with letters", "a.cpp", "-"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_THAT(result.errors,
-                HasSubstr("trying to read the scheme file \"" + schemes.path("broken.vts") + "\"."));
+    EXPECT_THAT(result.errors, HasSubstr("trying to read the scheme file \"" + schemes.path("broken.vts") + "\"."));
 }
 
 TEST_F(Program, OfTwoSchemesWithOneNameTheFirstFileCounts) {

@@ -53,8 +53,7 @@ TEST(CmdArgDeclaration, EveryForm) {
                       EXPECT_STREQ(argument.valueName(), one.valueName) << one.text;
                       EXPECT_STREQ(argument.description(), one.description) << one.text;
                       EXPECT_EQ(argument.syntaxFlags(), one.syntax) << one.text;
-                  }),
-                  "");
+                  }), "");
     }
 }
 

@@ -70,11 +70,9 @@ protected:
     CmdArgBool verbose{'v', "verbose", "talk"};
     CmdArgBool version{'V', "version", "tell the version"};
     CmdArgInt sticky{'n', "number", "count", "", CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_VALUE_STICKY};
-    CmdArgInt separate{'m', "maximum", "count", "",
-                       CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_VALUE_SEPARATE};
+    CmdArgInt separate{'m', "maximum", "count", "", CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_VALUE_SEPARATE};
     CmdArgInt level{'l', "level", "number", "", CmdArg::SYNTAX_VALUE_OPTIONAL};
-    CmdArgStrList files{"file", "",
-                        CmdArg::SYNTAX_POSITIONAL | CmdArg::SYNTAX_VALUE_OPTIONAL | CmdArg::SYNTAX_LIST};
+    CmdArgStrList files{"file", "", CmdArg::SYNTAX_POSITIONAL | CmdArg::SYNTAX_VALUE_OPTIONAL | CmdArg::SYNTAX_LIST};
     CmdLine commandLine{"format", &verbose, &version, &sticky, &separate, &level, &files, nullptr};
     CommandLineRun run{commandLine};
 };

@@ -59,8 +59,7 @@ TEST_F(Usage, ASyntaxWiderThanItsColumnHasTheLineForItself) {
     CmdArgBool wide(0, name.c_str(), "explained");
     commandLine.append(wide);
     const std::string indent(8 + 45, ' ');
-    EXPECT_THAT(usageOf(commandLine, 2),
-                ::testing::HasSubstr("        --" + name + "\n" + indent + "explained\n"));
+    EXPECT_THAT(usageOf(commandLine, 2), ::testing::HasSubstr("        --" + name + "\n" + indent + "explained\n"));
 }
 
 TEST_F(Usage, ParagraphsAreWrapped) {

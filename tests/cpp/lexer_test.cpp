@@ -93,8 +93,7 @@ TEST(Lexer, KnowsWhereTokensStand) {
         EXPECT_EQ(start, token.offset) << token.text;
         EXPECT_EQ(end, token.offset + token.length) << token.text;
         EXPECT_GE(token.start, last) << token.text;
-        EXPECT_EQ(Cpp::removeWhitespace(source.text().substr(start, end - start)),
-                  Cpp::removeWhitespace(token.text));
+        EXPECT_EQ(Cpp::removeWhitespace(source.text().substr(start, end - start)), Cpp::removeWhitespace(token.text));
         last = token.end;
     }
 }

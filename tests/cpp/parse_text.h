@@ -31,8 +31,7 @@ inline std::string shown(const Messages& messages) {
 
 // The tree of a text with a line feed in front, so that it compares with a raw string that starts on a line
 // of its own; or its messages, when it does not parse.
-inline std::string treeOf(std::string_view source,
-                          TreeDump::Positions positions = TreeDump::Positions::Hidden) {
+inline std::string treeOf(std::string_view source, TreeDump::Positions positions = TreeDump::Positions::Hidden) {
     Cpp::RootNode root;
     const Messages messages = parse(source, root);
     return '\n' + (messages.empty() ? TreeDump::of(root, positions) : shown(messages));

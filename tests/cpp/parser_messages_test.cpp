@@ -89,14 +89,11 @@ TEST(ParserMessages, AboutStatements) {
 
 TEST(ParserMessages, AboutTheEndOfTheText) {
     EXPECT_EQ(messagesOf("namespace N { int x;"), "\n1:20 1 Unexpected EOF found.\n");
-    EXPECT_EQ(messagesOf("void f() { x; {"),
-              "\n1:15 1 Unexpected EOF found.\n1:15 1 Unexpected EOF found.\n");
+    EXPECT_EQ(messagesOf("void f() { x; {"), "\n1:15 1 Unexpected EOF found.\n1:15 1 Unexpected EOF found.\n");
     EXPECT_EQ(messagesOf("#if 0\n x"), "\n2:2 1 Unexpected EOF found.\n");
-    EXPECT_EQ(messagesOf("void f() { g(\"h\n); }"),
-              "\n1:13 1 Unexpected EOF found.\n1:13 1 Unexpected EOF found.\n");
+    EXPECT_EQ(messagesOf("void f() { g(\"h\n); }"), "\n1:13 1 Unexpected EOF found.\n1:13 1 Unexpected EOF found.\n");
     EXPECT_EQ(messagesOf("// VANTREL-OFF\n x"), "\n2:2 1 Unexpected EOF found.\n");
-    EXPECT_EQ(messagesOf("int x = 3"),
-              "\n1:9 1 Unexpected EOF found.\n1:1 7 The statement cannot be parsed.\n");
+    EXPECT_EQ(messagesOf("int x = 3"), "\n1:9 1 Unexpected EOF found.\n1:1 7 The statement cannot be parsed.\n");
     for (const char* source :
          {"int x", "int f(", "class A {", "class A : B", "f() : a(1)", "enum E { A", "int (*f)(int)",
           "x:", "extern \"C\" {", "using namespace N", "return 3", "void f() { asm { x", "template <class T",

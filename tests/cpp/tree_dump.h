@@ -133,8 +133,7 @@ public:
     void visit(Cpp::ClassBodyNode* node) override { children(*node); }
     void visit(Cpp::BaseClauseListNode* node) override { children(*node); }
     void visit(Cpp::BaseClauseNode* node) override {
-        line(*node,
-             {"base ", std::to_string(node->access()), node->isVirtual() ? " virtual " : " ", node->name()});
+        line(*node, {"base ", std::to_string(node->access()), node->isVirtual() ? " virtual " : " ", node->name()});
     }
     void visit(Cpp::BlockNode* node) override {
         line(*node, {Trn::isSet(node->open()) ? "block" : "statement"});

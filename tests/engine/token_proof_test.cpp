@@ -98,8 +98,7 @@ TEST(TokenProof, SeesWhiteSpaceInsideLiterals) {
     EXPECT_FALSE(accepts("u8R\"\"\"\" (b);", "u8R\"\"\"\"(b);"));
     EXPECT_TRUE(accepts("R\"a\" + b(c);", "R\"a\"+ b(c);"));
     EXPECT_TRUE(accepts("ER\"a\"b(c);", "ER\"a\"b (c);"));
-    EXPECT_TRUE(
-        accepts("n=1'000-2'000;s=\"\\\"\"-'a'-'\"'-b;", "n = 1'000 - 2'000; s = \"\\\"\" - 'a' - '\"' - b;"));
+    EXPECT_TRUE(accepts("n=1'000-2'000;s=\"\\\"\"-'a'-'\"'-b;", "n = 1'000 - 2'000; s = \"\\\"\" - 'a' - '\"' - b;"));
 }
 
 TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {

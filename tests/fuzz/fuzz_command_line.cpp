@@ -29,8 +29,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::vector<const char*> vector;
     for (const std::string& string : strings) vector.push_back(string.c_str());
 
-    CmdArgStr scheme('s', "scheme", "name", "a string",
-                     CmdArg::SYNTAX_REQUIRED | CmdArg::SYNTAX_VALUE_REQUIRED);
+    CmdArgStr scheme('s', "scheme", "name", "a string", CmdArg::SYNTAX_REQUIRED | CmdArg::SYNTAX_VALUE_REQUIRED);
     CmdArgInt number('n', "number", "n", "an int", CmdArg::SYNTAX_OPTIONAL | CmdArg::SYNTAX_VALUE_OPTIONAL);
     CmdArgFloatList floats('f', "floats", "x", "floats",
                            CmdArg::SYNTAX_LIST | CmdArg::SYNTAX_VALUE_REQUIRED | CmdArg::SYNTAX_VALUE_STICKY);

@@ -42,8 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const auto startLine = static_cast<int>(token.start.line);
         const auto startColumn = static_cast<int>(token.start.column);
         require(document.offsetOf(startLine, startColumn) == token.offset + 1);
-        require(document.offsetOf(static_cast<int>(token.end.line), static_cast<int>(token.end.column)) ==
-                end);
+        require(document.offsetOf(static_cast<int>(token.end.line), static_cast<int>(token.end.column)) == end);
         require(withoutBlanks(token.text) == withoutBlanks(text.substr(token.offset, token.length)));
     }
     return 0;

@@ -51,8 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     after += "\nend;\n";
     const std::string difference = TestSupport::tokenDifference(before, after);
     if (!difference.empty() && !Tessel::findLostToken(before, Cpp::opaqueTokensOf(before), after)) {
-        Fuzz::failUnlessTolerant("The proof does not see that the tokens changed.",
-                                 difference + "\n" + after);
+        Fuzz::failUnlessTolerant("The proof does not see that the tokens changed.", difference + "\n" + after);
     }
     return 0;
 }

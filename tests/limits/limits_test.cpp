@@ -32,8 +32,7 @@ public:
     }
 };
 
-[[maybe_unused]] const testing::Environment* const deepStack =
-    testing::AddGlobalTestEnvironment(new DeepStack);
+[[maybe_unused]] const testing::Environment* const deepStack = testing::AddGlobalTestEnvironment(new DeepStack);
 
 std::string repeated(std::string_view text, int count) {
     std::string result;
@@ -134,8 +133,7 @@ INSTANTIATE_TEST_SUITE_P(, NestsOfText, testing::ValuesIn(kTexts), nameOf);
 TEST(Limits, AnElseIfChain) {
     for (const char* scheme : {"aligned", "google"}) {
         EXPECT_EQ(refusalOf(scheme, "void f(){" + repeated("if(a){b();}else ", 2000) + ";}"), "");
-        const std::string refusal =
-            refusalOf(scheme, "void f(){" + repeated("if(a)b();else ", kVeryDeep) + ";}");
+        const std::string refusal = refusalOf(scheme, "void f(){" + repeated("if(a)b();else ", kVeryDeep) + ";}");
         EXPECT_NE(refusal.find(kTooDeep), std::string::npos) << refusal;
     }
 }

@@ -112,8 +112,7 @@ TEST(PropertySet, ReadsFilesEditedByHand) {
         "   3 WORD   one two\n3 KEPT \" a b \" tail\n3 OPEN \"x\n3 ESCAPED \"a\\\"b\\\\\" c\"\n3 NONE\n3\n"
         "3 LAST \"no line end\"");
     EXPECT_EQ(set.getName(), "plain name");
-    EXPECT_THAT(set.names(),
-                ElementsAre("OFF", "ON", "N", "ESCAPED", "KEPT", "LAST", "NONE", "OPEN", "WORD"));
+    EXPECT_THAT(set.names(), ElementsAre("OFF", "ON", "N", "ESCAPED", "KEPT", "LAST", "NONE", "OPEN", "WORD"));
     int number = 0;
     EXPECT_TRUE(set.getInt("N", number));
     EXPECT_EQ(number, 5);

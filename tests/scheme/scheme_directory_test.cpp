@@ -26,8 +26,7 @@ protected:
 };
 
 TEST_F(SchemeDirectory, ComesFromTheEnvironmentBeforeTheSettings) {
-    configuration_.write("vantrel/settings",
-                       "# mine\n[x]\nOther=/no\r\n PropertySetStore = /my schemes/a=b \r\n");
+    configuration_.write("vantrel/settings", "# mine\n[x]\nOther=/no\r\n PropertySetStore = /my schemes/a=b \r\n");
     EXPECT_EQ(TesselUI::schemeDirectory(), "/my schemes/a=b");
     ::setenv("VANTREL_SCHEMES", "relative", 1);
     EXPECT_EQ(TesselUI::schemeDirectory(), "relative");
@@ -51,8 +50,7 @@ TEST_F(SchemeDirectory, FillsInAnEmptySetting) {
 
     configuration_.write("vantrel/settings", "a = b\nPropertySetStore =  \nc = d");
     TesselUI::schemeDirectory();
-    EXPECT_EQ(configuration_.read("vantrel/settings"),
-              "a = b\nPropertySetStore = " + executables_ + "\nc = d");
+    EXPECT_EQ(configuration_.read("vantrel/settings"), "a = b\nPropertySetStore = " + executables_ + "\nc = d");
 }
 
 }  // namespace

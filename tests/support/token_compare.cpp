@@ -131,8 +131,7 @@ public:
         const std::string_view gap = text_.substr(gapStart, gapEnd - gapStart);
         stray_ = withoutWhite(gap);
         const std::string_view behind = gap.substr(lastStray(gap));
-        isFirst_ =
-            (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
+        isFirst_ = (stray_.empty() && (staysFirst || endedLine)) || behind.find('\n') != std::string_view::npos;
         content_ = mayMoveItsLines(token_) ? withTrimmedLines(token_.text) : std::string(token_.text);
         if (token_.kind == Cpp::Directive) {
             content_ = withTrimmedLines(partedBeforeSplices(token_.text));
