@@ -34,7 +34,7 @@ constexpr bool endsLine(int kind) {
     return kind == Cpp::Directive || kind == Cpp::LineComment || kind == Cpp::UnreadBlock;
 }
 
-bool isTypeWord(int kind) {
+bool isBuiltinTypeWord(int kind) {
     return isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned;
 }
 
@@ -63,7 +63,7 @@ public:
         holdsLess_ |= kind == Cpp::Less;
         followsAngles_ = holdsLess_ && (kind == Cpp::Greater || kind == Cpp::ShiftRight);
         followsWord_ = isWord;
-        followsType_ = isTypeWord(kind);
+        followsType_ = isBuiltinTypeWord(kind);
         if (kind == Cpp::OpenParen) ++depth_;
         if (kind == Cpp::CloseParen) --depth_;
         return true;
@@ -78,7 +78,7 @@ private:
         if (followsMark_ && !marksType(kind) && kind != Cpp::Comma && kind != Cpp::CloseParen) return true;
         // Words that follow each other and go on in further lines, but for `unsigned int`. `FIELD(List<int> names)`
         // declares, or compares.
-        const bool isOfType = followsType_ && isTypeWord(kind);
+        const bool isOfType = followsType_ && isBuiltinTypeWord(kind);
         return isWord && (followsAngles_ || (!isOnLine_ && followsWord_ && !isOfType));
     }
 
