@@ -6,6 +6,7 @@
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
 #include "engine/directive_ahead.h"
+#include "engine/open_directive.h"
 #include "engine/holds_any_of.h"
 
 namespace Tessel {
@@ -92,16 +93,15 @@ bool endsWithLineEndToken(std::string_view text) {
     Cpp::Lexer lexer(text);
     int lastKind = Trn::kEndKind;
     std::size_t end = 0;
-    bool isInDirective = false;  // only comments stand behind it on the line where it would end
+    OpenDirective directive;
     for (Trn::Token token = lexer.nextToken(); token.kind != Trn::kEndKind; token = lexer.nextToken()) {
-        const bool goesOn = isInDirective && token.kind == Cpp::BlockComment &&
-                            !isLineBreak(text.substr(end, token.offset - end));
-        isInDirective = goesOn || (token.kind == Cpp::Directive && !token.text.ends_with('\n'));
+        directive.passGap(text.substr(end, token.offset - end));
+        directive.passToken(token.kind, token.text);
         lastKind = token.kind;
         end = std::size_t{token.offset} + token.length;
     }
     // Characters that belong to no token may follow it.
-    return (isLineEndKind(lastKind) || isInDirective) && isAllWhitespace(text.substr(end));
+    return (isLineEndKind(lastKind) || directive.isOpen()) && isAllWhitespace(text.substr(end));
 }
 
 std::size_t lineEndBehind(std::string_view gap) {

@@ -93,7 +93,7 @@ void TextSweep::replaceGap(WantedText wanted) {
         return copyPlain(written_ - whole.size(), whole.size());
     }
     const bool losesLineEnd = !wanted.hasLineFeed() && isLineBreak(whole);
-    if (losesLineEnd && (isInDirective_ || isBeforeDirective())) wanted = kLineFeed;
+    if (losesLineEnd && (directive_.isOpen() || isBeforeDirective())) wanted = kLineFeed;
     take(whole);
     const std::string_view kept = trimRight(whole);
     if (wanted.text().empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = kBlank;
@@ -147,7 +147,7 @@ void TextSweep::passToken() {
     const ExprToken& token = current();
     written_ = token.end();
     endedLine_ = token.text().ends_with('\n');
-    if (token.kind != Cpp::BlockComment) isInDirective_ = token.kind == Cpp::Directive && !endedLine_;
+    directive_.passToken(token.kind, token.text());
     ++place_;
 }
 

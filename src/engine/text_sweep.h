@@ -7,6 +7,7 @@
 #include "engine/expr_tokens.h"
 #include "engine/gap.h"
 #include "engine/layout_log.h"
+#include "engine/open_directive.h"
 #include "engine/optional_text.h"
 #include "textstream/oindent_stream.h"
 
@@ -98,7 +99,7 @@ public:
 
 private:
     void take(std::string_view gap) {
-        if (isInDirective_ && isLineBreak(gap)) isInDirective_ = false;
+        directive_.passGap(gap);
         written_ += gap.size();
     }
     void flush() const;
@@ -118,8 +119,7 @@ private:
     std::size_t place_ = 0;
     std::size_t written_ = 0;
     bool endedLine_ = false;  // the token written last ended its line
-    // A comment behind a directive was written last, and their line has not ended.
-    bool isInDirective_ = false;
+    OpenDirective directive_;
 };
 
 }  // namespace Tessel

@@ -11,6 +11,7 @@
 #include "engine/equal_text.h"
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
+#include "engine/open_directive.h"
 #include "engine/token_boundary.h"
 
 namespace Tessel {
@@ -111,7 +112,7 @@ private:
 
     // What is the same with the same white space in it, and holds no literal, as most of a text is.
     void skipPlain(std::size_t end) {
-        if (isInDirective_) return;  // the next white space may end it
+        if (directive_.isOpen()) return;  // the next white space may end it
         const std::string_view source = source_.text.substr(source_.place);
         std::size_t plain = end;
         for (NextOf& special : special_) plain = std::min(plain, special.from(source_.place));
@@ -159,9 +160,7 @@ private:
 
     // Whether a directive that a comment has come behind ends where it did.
     bool endsDirective(std::string_view sourceGap, std::string_view resultGap) {
-        if (!isInDirective_ || !holdsLineEnd(sourceGap)) return true;
-        isInDirective_ = false;
-        return holdsLineEnd(resultGap);
+        return !directive_.passGap(sourceGap) || holdsLineEnd(resultGap);
     }
 
     static bool holdsLineEnd(std::string_view gap) { return gap.find('\n') != std::string_view::npos; }
@@ -186,7 +185,7 @@ private:
         const bool endsLine = text.ends_with('\n');
         source_.startCode(endsLine || (isBlockComment && startsInSource));
         result_.startCode(endsLine || (isBlockComment && startsInResult));
-        if (!isBlockComment) isInDirective_ = token.kind == Cpp::Directive && !endsLine;
+        directive_.passToken(token.kind, text);
         return true;
     }
 
@@ -331,7 +330,7 @@ private:
     bool mayBeRaw_ = false;       // it would be with a "(" behind it
     std::string_view number_;     // with a separator, that the last literal is in truth
     std::size_t sourceGapStart_ = 0;
-    bool isInDirective_ = false;  // its line has not ended yet
+    OpenDirective directive_;
 };
 
 }  // namespace
