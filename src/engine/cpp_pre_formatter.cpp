@@ -47,8 +47,8 @@ void CppPreFormatter::closeAtEnd(Cpp::InteriorNode& root) {
     auto region = std::make_unique<Cpp::CommentNode>(Cpp::LeafText(), regionStart_, (*last)->end());
     region->setProtectedRegion(true);
     regions_.push_back({region->start(), region->end()});
-    if (opening_ != last->get()) {
-        closedRegions_.push_back({opening_, region.get(), regionDepth_});
+    if (firstOpening_ != last->get()) {
+        closedRegions_.push_back({firstOpening_, region.get(), regionDepth_});
         root.replace(last, std::move(region));
     }
     forgetRegion();
@@ -77,8 +77,9 @@ void CppPreFormatter::visitItems(Cpp::InteriorNode* node) {
         auto region = std::make_unique<Cpp::CommentNode>(Cpp::LeafText(), regionStart_, (*item)->end());
         region->setProtectedRegion(true);
         regions_.push_back({region->start(), region->end()});
-        if (opening_ == openingBeforeItem) {
-            closedRegions_.push_back({opening_, region.get(), regionDepth_});
+        // One that has been joined with another begins where that does.
+        if (regionStart_ < (*item)->start()) {
+            closedRegions_.push_back({firstOpening_, region.get(), regionDepth_});
         } else {
             closedRegions_.resize(regionsBeforeItem);
             nestedRegions_.resize(nestedBeforeItem);
@@ -239,7 +240,7 @@ void CppPreFormatter::open(Cpp::CommentNode* comment, std::string_view body) {
                                    [body](const auto& markers) { return markers.first == body; });
     if (pair == markers_.end()) return;
     pendingEndMarker_ = pair->second;
-    opening_ = comment;
+    opening_ = firstOpening_ = comment;
     leavesBody_ = false;
     keepsItems_ = !isForeignMarker(body);
     regionStart_ = comment->start();
@@ -261,7 +262,7 @@ void CppPreFormatter::close(Cpp::CommentNode* comment) {
             nestedRegions_.push_back({closedRegions_.size(), entered.front().node, entered.back().node});
         }
     }
-    closedRegions_.push_back({opening_, comment, regionDepth_});
+    closedRegions_.push_back({firstOpening_, comment, regionDepth_});
     comment->setStart(regionStart_);
     comment->setText({});
     comment->setProtectedRegion(true);
@@ -275,8 +276,10 @@ void CppPreFormatter::joinOverlapped() {
     for (; !closedRegions_.empty(); closedRegions_.pop_back()) {
         const ClosedRegion& region = closedRegions_.back();
         if (!(regionStart_ < region.whole->end())) break;
-        if (!(region.whole->start() < regionStart_)) continue;
-        opening_ = region.opening;
+        if (regionStart_ < region.whole->start()) continue;
+        // Those that begin where the construct does stand in it or, where it has been made to begin there, around it.
+        if (region.whole->start() == regionStart_ && region.depth > regionDepth_) continue;
+        firstOpening_ = region.opening;
         regionStart_ = region.whole->start();
         regionDepth_ = region.depth;
     }

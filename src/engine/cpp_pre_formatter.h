@@ -125,8 +125,9 @@ private:
     MarkerPairs markers_;
     OpenRegions openRegions_;
     LaidOut laidOut_;
-    int depth_ = 0;                        // of constructs around the walk
-    Cpp::CommentNode* opening_ = nullptr;  // of the region that is being collected
+    int depth_ = 0;                             // of constructs around the walk
+    Cpp::CommentNode* opening_ = nullptr;       // of the region that is being collected
+    Cpp::CommentNode* firstOpening_ = nullptr;  // the same, or that of a region which has been joined with it
     Trn::Position regionStart_;
     int regionDepth_ = 0;  // of the innermost construct around both the region's start and the walk
     std::vector<Body> bodies_;  // those around the walk whose items may stay behind a region's end
