@@ -237,8 +237,9 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     const int following = tokens.kindAt(behind);
     if (keepsUnrecognized_ && following == OpenBracket) return false;
     if (keepsUnrecognized_ && tokens.kindAt(view(tokens).behindCalls(behind, callsEnd)) == Comma) return true;
+    const bool isStorage = following == KeywordStatic || (keepsUnrecognized_ && isStorageWord(following));
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||
-                               startsData(following) || isClassKey(following) || isStorageWord(following);
+                               startsData(following) || isClassKey(following) || isStorage;
     return !continuesType && following != Assign;
 }
 

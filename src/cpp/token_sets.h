@@ -24,6 +24,11 @@ constexpr bool isBuiltinTypeKeyword(int kind) {
     return kind >= KeywordChar && kind <= KeywordVoid;
 }
 
+// The same, or what stands with such a keyword or for it.
+constexpr bool isBuiltinTypeWord(int kind) {
+    return isBuiltinTypeKeyword(kind) || kind == KeywordUnsigned || kind == KeywordSigned;
+}
+
 // A sign of the language: brackets, separators, operators.
 constexpr bool isPunctuation(int kind) {
     return kind >= Semicolon && kind <= ArrowAsterisk;
@@ -103,10 +108,8 @@ constexpr bool startsData(int kind) {
     switch (kind) {
         case KeywordAuto:
         case KeywordRegister:
-        case KeywordSigned:
-        case KeywordUnsigned:
         case KeywordTypename: return true;
-        default: return isQualifier(kind) || isBuiltinTypeKeyword(kind);
+        default: return isQualifier(kind) || isBuiltinTypeWord(kind);
     }
 }
 

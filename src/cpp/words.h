@@ -16,8 +16,7 @@ constexpr bool isWord(int kind) {
 }
 
 constexpr bool isTypeWord(int kind) {
-    return startsData(kind) || isClassKey(kind) || kind == KeywordSigned || kind == KeywordUnsigned ||
-           kind == KeywordEnum || kind == KeywordTypename;
+    return startsData(kind) || isClassKey(kind) || kind == KeywordEnum;
 }
 
 // A word that says how something is declared, and not of which type.

@@ -16,9 +16,8 @@ constexpr std::size_t kLongestCast = 64;
 
 bool isTypeWord(const ExprToken& token) {
     const int kind = token.kind;
-    return token.role == ExprRole::Mark || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
-           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordEnum ||
-           Cpp::isClassKey(kind);
+    return token.role == ExprRole::Mark || Cpp::isBuiltinTypeWord(kind) || Cpp::isQualifier(kind) ||
+           kind == Cpp::KeywordEnum || Cpp::isClassKey(kind);
 }
 
 // `(T* name)`, `(int name)`: whether the last word is that of a parameter, as no cast has one. Macros stand there too.

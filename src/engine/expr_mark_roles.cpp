@@ -46,9 +46,8 @@ bool RoleFinder::isFold(std::size_t place) const {
 bool RoleFinder::followsType() const {
     const int kind = previousKind();
     if (kind == Cpp::Identifier) return !Cpp::isOperatorWord(tokens_[previous_].text());
-    return previousRole() == ExprRole::TemplateClose || isBuiltinTypeKeyword(kind) || Cpp::isQualifier(kind) ||
-           kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto ||
-           closesTypeWord(previous_);
+    return previousRole() == ExprRole::TemplateClose || Cpp::isBuiltinTypeWord(kind) || Cpp::isQualifier(kind) ||
+           kind == Cpp::KeywordAuto || closesTypeWord(previous_);
 }
 
 // The ")" of `decltype(a)`.

@@ -226,8 +226,7 @@ inline void RoleFinder::extendSegment(const ExprToken& token) {
     segment_.sawQuestion |= kind == Cpp::Question;
     segment_.sawQualifier |= Cpp::isQualifier(kind) || Cpp::isClassKey(kind);
     segment_.followsNew |= kind == Cpp::KeywordNew;
-    if (kind == Cpp::Identifier || isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned ||
-        kind == Cpp::KeywordSigned || kind == Cpp::KeywordAuto) {
+    if (kind == Cpp::Identifier || Cpp::isBuiltinTypeWord(kind) || kind == Cpp::KeywordAuto) {
         segment_.sawType = true;
         return;
     }

@@ -131,69 +131,98 @@ void HangingLines::passSign(std::size_t place, int column, bool startsLine) {
     }
 }
 
+HangingLines::Opening HangingLines::openingAt(std::size_t place) const {
+    const Level& outer = levels_.back();
+    Opening opening;
+    opening.place = place;
+    opening.isBrace = tokens_[place].kind == Cpp::OpenBrace;
+    opening.isBody = opening.isBrace && opensBody(place);
+    const bool hasElement = outer.element.start != kNone;
+    opening.isInList = outer.kind == Level::Kind::List && hasElement;
+    opening.isInBraces = outer.kind == Level::Kind::Braces && hasElement;
+    opening.isOneOfMany =
+        chains_ && (outer.bracket == kNoToken ? isAmongOthers_ : chains_->holdsComma(outer.bracket));
+    opening.isInFirst = opening.isInList && outer.element.start == outer.first && !outer.startedLine &&
+                        !opening.isOneOfMany;
+    opening.isInElements = opening.isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
+    opening.standsInLines = opening.isInList && !opening.isInFirst && standsInLines(place);
+    return opening;
+}
+
 void HangingLines::open(std::size_t place) {
     const Level& outer = levels_.back();
+    const Opening opening = openingAt(place);
     Level level;
     level.bracket = place;
     level.close = tokens_[place].partner;
-    const bool isBrace = tokens_[place].kind == Cpp::OpenBrace;
-    const bool isBody = isBrace && opensBody(place);
-    level.kind = isBody ? Level::Kind::Body : isBrace ? Level::Kind::Braces : Level::Kind::List;
-    const bool isInList = outer.kind == Level::Kind::List && outer.element.start != kNone;
-    // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
-    const bool isOneOfMany =
-        chains_ && (outer.bracket == kNoToken ? isAmongOthers_ : chains_->holdsComma(outer.bracket));
-    const bool isInFirst = isInList && outer.element.start == outer.first && !outer.startedLine && !isOneOfMany;
-    const bool isInElements = isOneOfMany && outer.kind == Level::Kind::List && outer.first != kNone;
-    // f(a, g(
-    //     b
-    // ));
-    const bool isInLines = isInList && !isInFirst && standsInLines(place);
-    level.blocks = isInElements && !isInLines && !indents_.fromLine ? outer.first : outer.blocks;
-    // return find_if(a, [](int b) {
-    //          return c(b);
-    //        }) == d;
+    level.kind = opening.isBody ? Level::Kind::Body : opening.isBrace ? Level::Kind::Braces : Level::Kind::List;
+    level.blocks = blocksIn(outer, opening);
+    level.base = baseIn(outer, opening);
+    level.lineColumn = lineColumnIn(outer, opening);
+    placeContents(level, outer, opening);
+    levels_.push_back(level);
+}
+
+// f(a, g(
+//     b
+// ));
+//
+// return find_if(a, [](int b) {
+//          return c(b);
+//        }) == d;
+int HangingLines::blocksIn(const Level& outer, const Opening& opening) const {
+    const bool isInColumn = opening.isInElements && !opening.standsInLines && !indents_.fromLine;
+    const int blocks = isInColumn ? outer.first : outer.blocks;
     const bool startsChain = chains_ && outer.operandStart != kNoToken && chains_->startWith(outer.operandStart);
-    if (startsChain && !indents_.fromLine) level.blocks = std::max(level.blocks, columns_[outer.operandStart]);
+    return startsChain && !indents_.fromLine ? std::max(blocks, columns_[outer.operandStart]) : blocks;
+}
+
+// A a{f(
+//         b), c};
+//
+// f(a(
+//       b)
+//       .c(
+//           d));
+int HangingLines::baseIn(const Level& outer, const Opening& opening) const {
     // The arguments behind those of a template hang from where the name of the template stands.
-    const bool isBehindTemplate = chains_ && place > 0 && place - 1 == templateClose_;
-    const int lineColumn = isBehindTemplate ? templateLineColumn_ : lineColumn_;
-    // A a{f(
-    //         b), c};
-    const bool isInValues =
-        !isBrace && isOneOfMany && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
-    // f(a(
-    //       b)
-    //       .c(
-    //           d));
+    const bool isBehindTemplate = chains_ && opening.place > 0 && opening.place - 1 == templateClose_;
     const bool isInMemberLine = !chains_ && outer.element.memberLine == lineColumn_;
-    const bool isOfList = isInFirst && !isInMemberLine && (chains_ || !goesOnBelow(place));
-    const bool isInElement = (isInList && !isInMemberLine) || isInValues;
-    level.base = isOfList ? outer.base : isInElement ? outer.element.start : lineColumn;
+    const bool isInValues = !opening.isBrace && opening.isOneOfMany && opening.isInBraces;
+    if (opening.isInFirst && !isInMemberLine && (chains_ || !goesOnBelow(opening.place))) return outer.base;
+    if ((opening.isInList && !isInMemberLine) || isInValues) return outer.element.start;
+    return isBehindTemplate ? templateLineColumn_ : lineColumn_;
+}
+
+// f(a, {
+//          b});
+int HangingLines::lineColumnIn(const Level& outer, const Opening& opening) const {
+    const std::size_t place = opening.place;
     const bool isFirst = outer.bracket != kNoToken && outer.bracket + 1 == place;
-    const bool isInBraces = isBrace && outer.kind == Level::Kind::Braces && outer.element.start != kNone;
-    const bool isRow = chains_ && isInBraces && isFirst && isAboveRow(place);
-    const bool isOfLambda = isBody && outer.kind != Level::Kind::Body;
-    // f(a, {
-    //          b});
-    const bool isArgument =
-        isBrace && !isBody && isInElements && outer.element.start != kNone && !standsAsBlock(place);
-    level.lineColumn = isRow || isArgument ? outer.element.start : isOfLambda ? captureLineColumn_ : lineColumn_;
-    const int behindName = columnBehindName(place);
-    const int column = isInLines ? wrapped(lineColumn_) : columnInCall(outer, place);
+    const bool isRow = chains_ && opening.isBrace && opening.isInBraces && isFirst && isAboveRow(place);
+    const bool isArgument = opening.isBrace && !opening.isBody && opening.isInElements &&
+                            outer.element.start != kNone && !standsAsBlock(place);
+    if (isRow || isArgument) return outer.element.start;
+    return opening.isBody && outer.kind != Level::Kind::Body ? captureLineColumn_ : lineColumn_;
+}
+
+void HangingLines::placeContents(Level& level, const Level& outer, const Opening& opening) const {
+    const int behindName = columnBehindName(opening.place);
+    const int column = opening.standsInLines ? wrapped(lineColumn_) : columnInCall(outer, opening.place);
     level.contents = behindName != kNone ? behindName : column;
-    const bool isTemplate = tokens_[place].role == ExprRole::TemplateOpen;
-    if (level.contents == kNone && chains_ && !isBody) {
+    // What the first element of a list opens goes by what the list itself does: `outer(inner(`.
+    if (level.contents == kNone && chains_ && !opening.isBody) {
         level.call = columnOfCall(outer);
-        const bool isInSingle = outer.kind == Level::Kind::Braces && !isOneOfMany && !outer.startedLine;
-        if (level.call == kNone && (isInFirst || isInSingle)) level.call = outer.call;
+        const bool isInSingle = outer.kind == Level::Kind::Braces && !opening.isOneOfMany && !outer.startedLine;
+        if (level.call == kNone && (opening.isInFirst || isInSingle)) level.call = outer.call;
     }
-    if (level.contents == kNone && chains_ && (isTemplate || tokens_[place].kind == Cpp::OpenParen)) {
+    const ExprToken& bracket = tokens_[opening.place];
+    const bool isTemplate = bracket.role == ExprRole::TemplateOpen;
+    if (level.contents == kNone && chains_ && (isTemplate || bracket.kind == Cpp::OpenParen)) {
         if (level.call != kNone) level.contents = wrapped(level.call);
-        if (level.contents == kNone && isInFirst) level.contents = outer.contents;
+        if (level.contents == kNone && opening.isInFirst) level.contents = outer.contents;
         if (isTemplate && outer.bracket != kNoToken) level.contents = columnInParentheses(outer, level);
     }
-    levels_.push_back(level);
 }
 
 // From where what stands in parentheses hangs: from where the lambda begins whose parameters these are, from the last

@@ -142,6 +142,19 @@ private:
         bool awaitsSection = false;
     };
 
+    // An opening bracket, by what stands around it.
+    struct Opening {
+        std::size_t place = 0;
+        bool isBrace = false;
+        bool isBody = false;         // of statements
+        bool isInList = false;       // in an element that has begun
+        bool isInBraces = false;     // the same, in braces
+        bool isOneOfMany = false;    // in one of several elements
+        bool isInFirst = false;      // in the first element, which stands alone in the line of its list
+        bool isInElements = false;   // of a list, one of several
+        bool standsInLines = false;  // a call in a later element, whose arguments have lines of their own
+    };
+
     bool isTrivia(std::size_t place) const { return tokens_[place].role == ExprRole::Trivia; }
     std::size_t skipTrivia(std::size_t place) const;
     bool followsMark() const;
@@ -167,6 +180,11 @@ private:
     void passInLevel(std::size_t place, int column, bool startsLine);
     void passSign(std::size_t place, int column, bool startsLine);
     void open(std::size_t place);
+    Opening openingAt(std::size_t place) const;
+    int blocksIn(const Level& outer, const Opening& opening) const;
+    int baseIn(const Level& outer, const Opening& opening) const;
+    int lineColumnIn(const Level& outer, const Opening& opening) const;
+    void placeContents(Level& level, const Level& outer, const Opening& opening) const;
     void closeLevel(std::size_t place);
     bool opensBody(std::size_t place) const;
     bool isAboveRow(std::size_t open) const;

@@ -34,10 +34,6 @@ constexpr bool endsLine(int kind) {
     return kind == Cpp::Directive || kind == Cpp::LineComment || kind == Cpp::UnreadBlock;
 }
 
-bool isBuiltinTypeWord(int kind) {
-    return isBuiltinTypeKeyword(kind) || kind == Cpp::KeywordUnsigned || kind == Cpp::KeywordSigned;
-}
-
 constexpr int depthBehind(int kind, int depth) {
     if (kind == Cpp::OpenParen || kind == Cpp::OpenBrace) return depth + 1;
     return kind == Cpp::CloseParen || kind == Cpp::CloseBrace ? depth - 1 : depth;
@@ -63,7 +59,7 @@ public:
         holdsLess_ |= kind == Cpp::Less;
         followsAngles_ = holdsLess_ && (kind == Cpp::Greater || kind == Cpp::ShiftRight);
         followsWord_ = isWord;
-        followsType_ = isBuiltinTypeWord(kind);
+        followsType_ = Cpp::isBuiltinTypeWord(kind);
         if (kind == Cpp::OpenParen) ++depth_;
         if (kind == Cpp::CloseParen) --depth_;
         return true;
@@ -78,7 +74,7 @@ private:
         if (followsMark_ && !marksType(kind) && kind != Cpp::Comma && kind != Cpp::CloseParen) return true;
         // Words that follow each other and go on in further lines, but for `unsigned int`. `FIELD(List<int> names)`
         // declares, or compares.
-        const bool isOfType = followsType_ && isBuiltinTypeWord(kind);
+        const bool isOfType = followsType_ && Cpp::isBuiltinTypeWord(kind);
         return isWord && (followsAngles_ || (!isOnLine_ && followsWord_ && !isOfType));
     }
 

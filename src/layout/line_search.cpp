@@ -13,7 +13,7 @@ namespace Tessel {
 namespace {
 
 constexpr std::int64_t kLineInWhole = 1000;  // where none was to begin
-constexpr std::int64_t kMostForComment = 500;
+constexpr std::int64_t kMostForComment = 500;  // what the lines that bring it within the margin may cost more
 constexpr int kBlanksBeforeComment = 2;
 
 }  // namespace
