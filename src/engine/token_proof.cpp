@@ -234,6 +234,10 @@ private:
         return (isLast && kind == Cpp::Directive && trimmed.ends_with('/')) || trimmed.ends_with('\\');
     }
 
+    bool standsAtBlank() const {
+        return !result_.atEnd() && result_.current() != '\n' && isWhitespace(result_.current());
+    }
+
     // A comment or directive, line by line.
     bool compareLines(int kind, std::string_view whole) {
         std::string_view text = whole;
@@ -242,9 +246,10 @@ private:
             const std::string_view line = text.substr(0, lineFeed);
             const std::string_view trimmed = trimRight(line);
             const bool isLast = lineFeed == std::string_view::npos;
-            const std::string_view kept = blanksCount(kind, trimmed, isLast) ? line : trimmed;
+            const bool blanksPart = blanksCount(kind, trimmed, isLast);
+            const std::string_view kept = blanksPart && !isLast ? line : trimmed;
             if (!compareExactly(isFirst ? kept : trimLeft(kept))) return false;
-            if (isLast) return true;
+            if (isLast) return !blanksPart || (line.size() > trimmed.size()) == standsAtBlank();
             if (!endLine()) return false;
             text.remove_prefix(lineFeed + 1);
             if (text.empty()) return true;
@@ -311,8 +316,7 @@ private:
     }
 
     void skipBlanks() {
-        while (!result_.atEnd() && result_.current() != '\n' && isWhitespace(result_.current()))
-            ++result_.place;
+        while (standsAtBlank()) ++result_.place;
     }
 
     bool endLine() {

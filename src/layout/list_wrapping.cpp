@@ -64,11 +64,13 @@ void CppLineWrapper::visit(Cpp::BaseClauseListNode* list) {
 void CppLineWrapper::wrapInitializers(Cpp::InitializerListNode& list, bool isHeadLong) {
     const bool isWeighed = isHeadLong && wrapper_.settings().weighsWholes();
     if (list.size() == 0 || (!isWeighed && copyUnlessLong(list))) return;
-    const bool hasBodies = std::any_of(list.childBegin(), list.childEnd(), [](const auto& child) {
+    // One with a body, or a branch that nobody reads, goes into no text of the whole.
+    const bool standsApart = std::any_of(list.childBegin(), list.childEnd(), [](const auto& child) {
         const auto* initializer = Cpp::as<Cpp::InitializerNode>(child.get());
-        return initializer && !initializer->bodies().empty();
+        const auto* directive = Cpp::as<Cpp::PreprocDirectiveNode>(child.get());
+        return (initializer && !initializer->bodies().empty()) || (directive && directive->text().empty());
     });
-    if (hasBodies) {
+    if (standsApart) {
         for (const auto& initializer : list.children()) initializer->accept(*this);
         return;
     }
