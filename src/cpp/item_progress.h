@@ -20,6 +20,7 @@ struct ItemScanner::Progress {
     bool sawTypedef = false;
     bool sawClassKey = false;
     bool sawColon = false;
+    bool sawBases = false;  // of a class whose key a macro makes
     bool followsType = false;  // of ItemContext
     Index callsEnd = 0;        // of the calls behind a group that have been looked behind last
     HeadTail tail;             // behind the last parentheses that have been looked behind

@@ -43,7 +43,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
                 return found(Shape::Data);
             case OpenBrace:
                 if (seen.sawEnum) return found(Shape::Enum);
-                if (makesClass(place)) return found(Shape::Class);
+                if (seen.sawBases || makesClass(place)) return found(Shape::Class);
                 return found(isBraceInitializer(place, seen) ? Shape::Data : Shape::Class);
             case KeywordPublic:
             case KeywordProtected:
@@ -108,7 +108,7 @@ Item ItemScanner::scanDeclaration(Index start, const ItemContext& context, Index
 // name, should there be none.
 bool ItemScanner::makesClass(Index end) const {
     if (kind(end) == Colon) return isAccessKeyword(kind(next(end)));
-    if (findsMacros_ && opensWithLabel(end)) return true;
+    if (findsMacros_ && opensClassBody(end)) return true;
     // Behind a slice of the tokens stands the text of what follows it.
     return kind(end) == OpenBrace && links_.holdsStatements(end) && tokens_.at(behind(end)).text == ";";
 }
@@ -224,7 +224,10 @@ bool ItemScanner::opensPointerDeclarator(Index open, Index behindGroup, const Pr
     const int first = kind(inside);
     const int second = kind(next(inside));
     if ((first == Asterisk || first == Caret) && isListOfPointers(next(inside))) return false;
-    if (first == Asterisk) return true;
+    // DECORATE(* label("a"))
+    // SUITE(b)
+    const bool beginsItem = isWord(kind(behindGroup)) && startsLaterLine(behindGroup, links_.closing(open));
+    if (first == Asterisk) return !(findsMacros_ && seen.isAlone() && beginsItem);
     const bool followsMark = seen.previous != kNone && kind(seen.previous) == Asterisk;
     if (!seen.sawOperator && followsMark && !(first == Identifier && second == Asterisk)) return true;
     const int followingKind = kind(behindGroup);

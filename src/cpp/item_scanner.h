@@ -69,7 +69,8 @@ private:
     Index behindMarkedType(Index type) const;
     bool isListOfPointers(Index inside) const;
     bool endsInLiterals(Index place) const;
-    bool opensWithLabel(Index place) const;
+    bool opensClassBody(Index place) const;
+    bool beginsBasesOfClass(Index colon) const;
     bool endsWithValue(Index word) const;
     Index endOfAnnotations(Index place) const;
     bool endsInAnnotations(Index place) const;

@@ -77,9 +77,17 @@ bool ItemScanner::endsInLiterals(Index place) const {
     return kind(place) == Semicolon;
 }
 
-// `{ public:`: no function's body begins so.
-bool ItemScanner::opensWithLabel(Index place) const {
-    return kind(place) == OpenBrace && isAccessKeyword(kind(next(place)));
+// `{ public:`, `{ int a; private:`: the body of no function.
+bool ItemScanner::opensClassBody(Index place) const {
+    return kind(place) == OpenBrace && (isAccessKeyword(kind(next(place))) || links_.holdsLabels(place));
+}
+
+// `: A<T>, B {`, with such a body, or one that a ";" follows: nothing is initialized.
+bool ItemScanner::beginsBasesOfClass(Index colon) const {
+    if (kind(colon) != Colon) return false;
+    Index place = next(colon);
+    while (isWord(kind(place)) || kind(place) == Comma || kind(place) == Less) place = behind(place);
+    return opensClassBody(place) || (kind(place) == OpenBrace && kind(behind(place)) == Semicolon);
 }
 
 // `aligned(64);`, `aligned(sizeof(int));`: no parameter begins so.

@@ -119,7 +119,9 @@ ItemScanner::Group::Verdict ItemScanner::Group::byClassHead() const {
     if (seen_.sawColon) return seen_.sawClassKey || seen_.sawEnum ? kSpecifier : data();
     if (!findsMacros()) return kUndecided;
     if (followingKind_ == Colon && scan_.makesClass(following_)) return kSpecifier;
-    return seen_.isAlone() && scan_.opensWithLabel(following_) ? kSpecifier : kUndecided;
+    if (!seen_.isAlone()) return kUndecided;
+    seen_.sawBases = scan_.beginsBasesOfClass(following_);
+    return seen_.sawBases || scan_.opensClassBody(following_) ? kSpecifier : kUndecided;
 }
 
 // A a(&b);
@@ -133,6 +135,10 @@ ItemScanner::Group::Verdict ItemScanner::Group::byValueInside() const {
 }
 
 ItemScanner::Group::Verdict ItemScanner::Group::byMarkInside() const {
+    // const Info *CALL(*)
+    // find(int number)
+    const bool isMarkAlone = next(next(open_)) == close_ && kind(next(open_)) == Asterisk;
+    if (findsMacros() && namesMacro() && isMarkAlone && followingKind_ == Identifier) return kSpecifier;
     if (!scan_.opensPointerDeclarator(open_, following_, seen_)) return kUndecided;
     const Index inside = findsMacros() ? scan_.parametersOfArray(open_) : kNone;
     if (inside != kNone) return {true, Item{Item::Shape::Function, open_, inside}};
@@ -142,9 +148,14 @@ ItemScanner::Group::Verdict ItemScanner::Group::byMarkInside() const {
 
 ItemScanner::Group::Verdict ItemScanner::Group::byClassName() const {
     if (scan_.holdsClassKey(open_) && followingKind_ == Identifier) return kSpecifier;
-    const bool isInName = seen_.sawClassKey && seen_.wordsBehindKey <= 1;
+    // class EXPORT ALIGNED(16) A {
+    const int behindName = kind(next(following_));
+    const bool isNamed = followingKind_ == Identifier && (behindName == OpenBrace || behindName == Colon);
+    const bool isMacroBehind = findsMacros() && namesMacro() && isNamed;
+    const bool isInName = seen_.sawClassKey && (seen_.wordsBehindKey <= 1 || isMacroBehind);
     const bool goesOn = followingKind_ == Identifier || followingKind_ == OpenBrace || followingKind_ == Colon;
-    return isInName && goesOn ? kSpecifier : kUndecided;
+    const bool hasArguments = findsMacros() && followingKind_ == Less && scan_.links_.closing(following_) != kNone;
+    return (isInName && goesOn) || hasArguments ? kSpecifier : kUndecided;
 }
 
 ItemScanner::Group::Verdict ItemScanner::Group::byGroupBehind() const {
@@ -174,6 +185,8 @@ ItemScanner::Group::Verdict ItemScanner::Group::byDeclaratorsBehind() const {
 ItemScanner::Group::Verdict ItemScanner::Group::byLoneName() const {
     if (!isLoneName()) return kUndecided;
     if (findsMacros() && isOutside() && scan_.isCommaAtLineEnd(following_)) return macro(following_ + 1);
+    const Index lineEnd = findsMacros() && isOutside() ? scan_.macros_.behindMacroLine(seen_.previous) : kNone;
+    if (lineEnd != kNone) return macro(lineEnd);
     if (findsMacros() && (namesTypeBelow() || takesAnnotations())) return function();
     const bool isTail = hasTail();
     const bool goesOn = goesOnBelow();
@@ -275,6 +288,9 @@ ItemScanner::Group::Verdict ItemScanner::Group::byNameBehind() const {
     }
     if (!namesMacro()) return kUndecided;
     const bool namesFunctionBelow = startsLine() && isName && behindWord == OpenParen;
+    // T max PLAIN(T a)
+    //     NOTHROW(T) {
+    if (findsMacros() && isUpperCase(word.text) && scan_.followsDeclaredName(seen_)) return kUndecided;
     if (namesFunctionBelow && scan_.heads_.hasBody(next(following_))) return kSpecifier;
     // void PRINTF(1, 2)
     // log(const char *format, ...);

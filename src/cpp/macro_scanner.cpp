@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cpp/directive_text.h"
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -34,6 +35,26 @@ constexpr bool onlyBeginsDeclarations(int kind) {
         default:
             return isStorageWord(kind) || isAccessKeyword(kind);
     }
+}
+
+// What no declaration begins with, and the element of a list may.
+constexpr bool beginsRow(int kind) {
+    switch (kind) {
+        case OpenParen:
+        case OpenBracket:
+        case Dot:
+        case Minus:
+        case Number:
+        case StringLiteral:
+        case CharLiteral: return true;
+        default: return false;
+    }
+}
+
+constexpr bool mayStandBetweenMacros(int kind) { return isWord(kind) || kind == Less || kind == OpenParen; }
+
+constexpr bool endsType(int kind) {
+    return isWord(kind) || kind == Asterisk || kind == Ampersand || kind == Greater;
 }
 
 }  // namespace
@@ -87,11 +108,64 @@ bool MacroScanner::isWordMacro(Index place) const {
     if (endsStatements(followingKind)) return true;
     if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
     if (!startsLaterLine(following, place)) return false;
+    if (isWholeBranch(place) || opensNamespace(following) || opensNamedBlock(following)) return true;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
     const std::string_view below = tokens_.at(following).text;
     if (below == "static_assert" || below == "_Static_assert") return true;
     if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
     return isCompleteDeclaration(following) || endsInWordMacros(following);
+}
+
+// #ifdef WORD
+// WORD
+// #endif
+bool MacroScanner::isWholeBranch(Index place) const {
+    const Trn::Token ahead = place > 0 ? tokens_.at(place - 1) : Trn::Token();
+    const Trn::Token behind = tokens_.at(place + 1);
+    if (ahead.kind != Directive || behind.kind != Directive || !isWord(kind(next(place)))) return false;
+    const bool begins = directiveStartsWith(ahead.text, "#if") || directiveStartsWith(ahead.text, "#el");
+    const bool ends = directiveStartsWith(behind.text, "#el") || directiveStartsWith(behind.text, "#endif");
+    return begins && ends && isUpperCase(tokens_.at(place).text);
+}
+
+// TEST_START
+// {
+bool MacroScanner::opensNamedBlock(Index name) const {
+    return kind(name) == Identifier && isUpperCase(tokens_.at(name).text) && kind(next(name)) == OpenBrace;
+}
+
+// BEGIN_TRAITS(1) traits<int> END_TRAITS()
+// BEGIN_TRAITS(2) traits<char> END_TRAITS()
+MacroScanner::Index MacroScanner::behindMacroLine(Index name) const {
+    Index last = links_.closing(next(name));
+    if (last == kNone || !isUpperCase(tokens_.at(name).text)) return kNone;
+    const Index second = next(last);
+    Index word = second;  // the last one of the line, outside of brackets
+    Index place = second;
+    for (; mayStandBetweenMacros(kind(place)) && !startsLaterLine(place, last); place = behind(place)) {
+        if (isWord(kind(place))) word = place;
+        const Index close = links_.closing(place);
+        last = close == kNone ? place : close;
+    }
+    const bool endsInWord = last == word || last == links_.closing(next(word));
+    if (word == second || !endsInWord || !isUpperCase(tokens_.at(word).text)) return kNone;
+    const bool isLike = tokens_.at(place).text == tokens_.at(name).text;
+    const bool beginsItem = isLike || onlyBeginsDeclarations(kind(place)) || endsStatements(kind(place));
+    return startsLaterLine(place, last) && beginsItem ? last + 1 : kNone;
+}
+
+// { "camera", 0x04cb },
+// "camera",
+// [CAMERA] = 0x04cb,
+MacroScanner::Index MacroScanner::behindRow(Index start) const {
+    const bool isBraced = kind(start) == OpenBrace && next(start) != links_.closing(start);
+    if (isBraced ? links_.holdsStatements(start) : !beginsRow(kind(start))) return kNone;
+    if (isBraced && kind(behind(start)) == Trn::kEndKind) return behind(start);
+    for (Index place = start;; place = behind(place)) {
+        const int kindHere = kind(place);
+        if (kindHere == Comma && startsLaterLine(next(place), place)) return place + 1;
+        if (kindHere == Semicolon || kindHere == CloseBrace || kindHere == Trn::kEndKind) return kNone;
+    }
 }
 
 // Whether nothing but words that may be macros, each in a line of its own, stands up to the end of the body
@@ -158,6 +232,34 @@ bool MacroScanner::opensClass(Index name, Index last) const {
     }
 }
 
+// `ANONYMOUS_NAMESPACE {`, `VERSION_NAMESPACE(2) {`: in it are declarations that blocks never have; or, behind a word
+// alone, some that they seldom have, and no statement that only they have.
+bool MacroScanner::opensNamespace(Index name) const {
+    if (kind(name) != Identifier || isScopedName(tokens_.at(name))) return false;
+    const bool isAlone = kind(next(name)) == OpenBrace;
+    const Index open = isAlone ? next(name) : behind(next(name));
+    const bool isCall = kind(next(name)) == OpenParen && kind(open) == OpenBrace;
+    if (!(isAlone || isCall) || links_.closing(open) == kNone) return false;
+    const Index close = links_.closing(open);
+    bool holdsDeclarations = false;
+    Index last = open;
+    Index secondLast = open;
+    for (Index place = next(open); place != close; secondLast = last, last = place, place = behind(place)) {
+        if (kind(last) != KeywordUsing && opensNamedScope(place)) return true;
+        const int kindHere = kind(place);
+        if (isControlKeyword(kindHere) || isJumpKeyword(kindHere)) return false;
+        const bool isFunction = kindHere == OpenParen && kind(last) == Identifier && endsType(kind(secondLast)) &&
+                                kind(behind(place)) == OpenBrace;
+        holdsDeclarations |= isAlone && (isFunction || kindHere == KeywordTemplate || isClassKey(kindHere));
+    }
+    return holdsDeclarations;
+}
+
+// `namespace a {`
+bool MacroScanner::opensNamedScope(Index place) const {
+    return kind(place) == KeywordNamespace && (kind(next(place)) == OpenBrace || kind(next(next(place))) == OpenBrace);
+}
+
 // Whether a word by itself in its line has a statement behind it that no declaration begins like.
 bool MacroScanner::isFollowedByCall(Index word, Index following) const {
     if (!startsLaterLine(following, word) || kind(following) != Identifier) return false;
@@ -176,7 +278,8 @@ bool MacroScanner::isFollowedByCall(Index word, Index following) const {
         case Decrement:
             return true;
         case Assign:
-            return isUpperCase(tokens_.at(word).text);
+            // As opposed to the type in `LONG_NAME name = {0};`.
+            return isUpperCase(tokens_.at(word).text) && kind(next(behindName)) != OpenBrace;
         default:
             return false;
     }

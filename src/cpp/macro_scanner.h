@@ -18,6 +18,14 @@ public:
     // The last token of the macro at the place, should it be the head of a class and bring the "{" of its body; else
     // kNone.
     Index endOfClassHead(Index name) const;
+    // Behind a line that begins with the macro's call and ends with another macro, which make something of what stands
+    // between them; else kNone.
+    Index behindMacroLine(Index name) const;
+    // Behind the "," of a row of a list that another file has the braces of: one in braces, or one that begins as no
+    // declaration does. kNone where none begins.
+    Index behindRow(Index start) const;
+    // Whether the word at the place is the head of a namespace that the "{" behind it opens.
+    bool opensNamespace(Index name) const;
     // Whether the words at the place are a type and a name, or a statement.
     bool isCompleteDeclaration(Index place) const;
     // Whether the line that begins with the token is indented further than that of the other.
@@ -25,6 +33,9 @@ public:
 
 private:
     bool opensClass(Index name, Index last) const;
+    bool opensNamedBlock(Index name) const;
+    bool opensNamedScope(Index place) const;
+    bool isWholeBranch(Index place) const;
     bool endsInWordMacros(Index place) const;
     bool holdsStatement(Index open, Index close) const;
     Item scanHead(Index openBrace) const;

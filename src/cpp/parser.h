@@ -126,6 +126,7 @@ private:
     Declaration failAtEnd(TokenBuffer& tokens, Index end);
 
     // Namespaces, linkage blocks and template headers (parser_namespaces.cpp).
+    bool isMacroNamespace(const TokenBuffer& tokens) const;
     void addNamespace(TokenBuffer& tokens, InteriorNode& list);
     bool startsCallChain(const TokenBuffer& tokens) const;
     Index endOfModuleLine(const TokenBuffer& tokens) const;

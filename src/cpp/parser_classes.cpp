@@ -196,6 +196,8 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
             addThrough(tokens, close + 1, name);
             continue;
         }
+        // Bases in the branches of a conditional group.
+        if (keepsUnrecognized_ && access != 0 && isAccessKeyword(token.kind)) break;
         tokens.next();
         if (token.kind == Comma) break;
         const bool isInName = token.kind == Identifier || token.kind == Dot || token.kind == KeywordTypename ||
@@ -213,7 +215,7 @@ std::unique_ptr<BaseClauseNode> Parser::parseBaseClause(TokenBuffer& tokens) {
         } else if (token.kind == KeywordVirtual) {
             if (isVirtual) report(token.start, "Not expecting to find keyword \"virtual\"");
             isVirtual = true;
-        } else {
+        } else if (!keepsUnrecognized_) {
             report(token.start, "Unexpected Token: \"" + shown(token) + "\"");
         }
     }

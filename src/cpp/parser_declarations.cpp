@@ -86,7 +86,10 @@ void Parser::parseTopLevel(TokenBuffer& tokens, RootNode& root) {
 
 void Parser::parseTopLevelItem(TokenBuffer& tokens, RootNode& root) {
     const Token token = tokens.current();
-    if (token.kind == OpenBrace) {
+    const Index rowEnd = keepsUnrecognized_ ? macros(tokens).behindRow(tokens.place()) : TokenLinks::kNone;
+    if (rowEnd != TokenLinks::kNone) {
+        root.add(makeKeptNode(tokens, tokens.place(), rowEnd, true));
+    } else if (token.kind == OpenBrace) {
         root.add(parseBlock(tokens));
     } else if (isControlKeyword(token.kind)) {
         root.add(parseCtrlStmt(tokens));
@@ -97,7 +100,7 @@ void Parser::parseTopLevelItem(TokenBuffer& tokens, RootNode& root) {
         root.add(parseExprStmt(statement));
     } else if (token.kind == KeywordAsm || (token.kind == Identifier && isAssemblerWord(token.text))) {
         root.add(parseAsm(tokens));
-    } else if (token.kind == Identifier) {
+    } else if (token.kind == Identifier && !isMacroNamespace(tokens)) {
         parseNamedBlock(tokens, root);
     } else if (token.kind == KeywordUsing) {
         addAlias(tokens, root);
@@ -132,6 +135,7 @@ void Parser::addDeclaration(TokenBuffer& tokens, InteriorNode& list, Scope scope
         list.add(parseCtrlStmt(tokens));
         return;
     }
+    if (scope == Scope::Outside && isMacroNamespace(tokens)) return addNamespace(tokens, list);
     switch (tokens.peekKind()) {
         case KeywordNamespace: addNamespace(tokens, list); return;
         case KeywordTemplate: addTemplate(tokens, list); return;

@@ -18,6 +18,10 @@ bool Parser::isNamespaceAlias(const TokenBuffer& tokens) const {
     return tokens.kindAt(name) == Identifier && tokens.kindAt(look.next(name)) == Assign;
 }
 
+bool Parser::isMacroNamespace(const TokenBuffer& tokens) const {
+    return keepsUnrecognized_ && macros(tokens).opensNamespace(tokens.place());
+}
+
 void Parser::addNamespace(TokenBuffer& tokens, InteriorNode& list) {
     if (isNamespaceAlias(tokens)) return addAlias(tokens, list);
     NestingScope nesting(depth_, tokens);
@@ -27,12 +31,15 @@ void Parser::addNamespace(TokenBuffer& tokens, InteriorNode& list) {
     list.add(std::make_unique<NamespaceDeclNode>(std::move(head), std::move(body)));
 }
 
-// The words up to the "{", with attributes and macros.
+// The words up to the "{", with attributes and macros; or a macro alone.
 std::unique_ptr<NamespaceHeadNode> Parser::parseNamespaceHead(TokenBuffer& tokens) {
     const Position start = tokens.current().start;
-    Token token = nextSignificant(tokens);
-    while (token.kind != KeywordNamespace) token = nextSignificant(tokens);
-    Position end = token.end;
+    Position end = start;
+    if (tokens.peekKind() != Identifier) {
+        Token token = nextSignificant(tokens);
+        while (token.kind != KeywordNamespace) token = nextSignificant(tokens);
+        end = token.end;
+    }
     TokenText name;
     while (true) {
         const Index place = links_.significant(tokens.place());

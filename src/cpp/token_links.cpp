@@ -18,10 +18,12 @@ constexpr bool beginsStatement(int kind) {
 // What links begin or end at, and what tells something of those around it; most tokens do neither.
 constexpr auto kLinkedKinds = [] {
     std::array<bool, std::numeric_limits<std::int8_t>::max() + 1> linked{};
-    for (const int kind : {Less, Greater, ShiftRight, Semicolon, Assign}) linked[static_cast<std::size_t>(kind)] = true;
+    for (const int kind : {Less, Greater, ShiftRight, Semicolon, Assign, Colon, KeywordTypedef}) {
+        linked[static_cast<std::size_t>(kind)] = true;
+    }
     for (std::size_t place = 0; place < linked.size(); ++place) {
         const int kind = static_cast<int>(place);
-        linked[place] |= isBracket(kind) || isTrivia(kind) || beginsStatement(kind);
+        linked[place] |= isBracket(kind) || isTrivia(kind) || isClassKey(kind) || beginsStatement(kind);
     }
     return linked;
 }();
@@ -37,6 +39,7 @@ public:
         : tokens_(tokens),
           links_(result.links_),
           mismatches_(result.mismatches_),
+          labelled_(result.labelled_),
           hasUnopenedBrace_(result.hasUnopenedBrace_) {}
 
     void run() {
@@ -63,6 +66,7 @@ public:
         dropAngles();
         for (const Place place : open_) mismatches_.push_back({place, TokenLinks::kNone});
         std::ranges::sort(mismatches_, {}, &TokenLinks::Mismatch::open);
+        std::ranges::sort(labelled_);
     }
 
 private:
@@ -90,11 +94,20 @@ private:
             case Semicolon:
                 dropAngles();
                 markStatements();
+                namesType_ = false;
+                break;
+            case Colon:
+                if (isAccessKeyword(previous_) || isAccessKeyword(beforePrevious_)) markLabels();
+                break;
+            case KeywordTypedef:
+                nameType();
                 break;
             case Assign:
+                namesType_ = false;
                 if (angleIsOpen() && !opensParameters(open_.back())) dropAngles();
                 break;
             default:
+                if (isClassKey(kind)) nameType();
                 if (beginsStatement(kind)) markStatements();
         }
         pass(kind);
@@ -122,9 +135,20 @@ private:
         links_[openPlace] = (links_[openPlace] & ~TokenLinks::kPlaceMask) | closePlace;
     }
 
-    // "operator<" and "operator()" are names; what follows them may have arguments.
+    // In the head of a class or in a typedef, outside of other brackets, a "<" compares nothing.
+    void nameType() {
+        if (angleIsOpen()) return;
+        namesType_ = true;
+        typeDepth_ = depth_;
+    }
+
+    // "operator<" and "operator()" are names; what follows them may have arguments, as what follows a macro that makes
+    // the name of a type.
     bool canPrecedeArguments() const {
-        if (previous_ == CloseParen) return beforePrevious_ == OpenParen && thirdLast_ == KeywordOperator;
+        if (previous_ == CloseParen) {
+            const bool isOperator = beforePrevious_ == OpenParen && thirdLast_ == KeywordOperator;
+            return isOperator || (namesType_ && typeDepth_ == depth_);
+        }
         return previous_ == Identifier || previous_ == KeywordTemplate || previous_ == CloseBracket ||
                (previous_ >= KeywordStaticCast && previous_ <= KeywordReinterpretCast) ||
                beforePrevious_ == KeywordOperator;
@@ -142,6 +166,8 @@ private:
     void open(Place place) {
         open_.push_back(place);
         ++count(tokens_.kind(place));
+        ++depth_;
+        if (tokens_.kind(place) == OpenBrace) namesType_ = false;
     }
 
     int& count(int openKind) { return counts_[static_cast<std::size_t>(openKind - OpenParen)]; }
@@ -159,10 +185,13 @@ private:
             const Place unclosed = popBack();
             if (tokens_.kind(unclosed) == Less) continue;
             --count(tokens_.kind(unclosed));
+            --depth_;
             mismatches_.push_back({unclosed, place});
         }
         --count(openKind);
+        --depth_;
         join(popBack(), place);
+        if (kind == CloseBrace || typeDepth_ > depth_) namesType_ = false;
     }
 
     void closeTwo(Place place) {
@@ -180,12 +209,21 @@ private:
         if (!open_.empty()) links_[open_.back()] |= TokenLinks::kHoldsStatements;
     }
 
+    void markLabels() {
+        if (open_.empty() || (!labelled_.empty() && labelled_.back() == open_.back())) return;
+        labelled_.push_back(open_.back());
+    }
+
     const Trn::TokenList& tokens_;
     std::vector<std::uint32_t>& links_;
     std::vector<TokenLinks::Mismatch>& mismatches_;
+    std::vector<TokenLinks::Index>& labelled_;
     bool& hasUnopenedBrace_;
     std::vector<Place> open_;
     std::array<int, OpenBracket - OpenParen + 1> counts_{};
+    int depth_ = 0;           // the number of brackets that are open and no angles
+    bool namesType_ = false;  // at `typeDepth_`
+    int typeDepth_ = 0;
     int previous_ = Trn::kEndKind;
     int beforePrevious_ = Trn::kEndKind;
     int thirdLast_ = Trn::kEndKind;

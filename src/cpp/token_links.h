@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <vector>
@@ -50,6 +51,9 @@ public:
         const Index close = closing(place);
         return significant((close == kNone ? place : close) + 1);
     }
+    // Whether an access label stands between the bracket at the place and the closing one, outside of other brackets:
+    // these are the braces of a class.
+    bool holdsLabels(Index open) const { return std::ranges::binary_search(labelled_, open); }
     // Whether a ";" or the keyword of a statement stands between the bracket at the place and the closing one, outside
     // of other brackets.
     bool holdsStatements(Index open) const {
@@ -71,6 +75,7 @@ private:
 
     std::vector<std::uint32_t> links_;
     std::vector<Mismatch> mismatches_;
+    std::vector<Index> labelled_;  // the brackets that hold labels, in order
     bool hasUnopenedBrace_ = false;
 };
 

@@ -108,7 +108,7 @@ public:
                     break;
                 case Cpp::Less:
                     if (canPrecedeTemplateArguments(previousKind) || endsCapture(previous) ||
-                        endsOperatorName(previous)) {
+                        endsOperatorName(previous) || endsMacroOfName(previous)) {
                         open_.push_back({place, false, previousKind == Cpp::CloseBracket, standsInParameters()});
                     }
                     break;
@@ -150,6 +150,14 @@ private:
         if (place == kNoToken || place == 0) return false;
         const bool isPair = tokens_[place].partner == place - 1;
         return kindAt(tokens_, place - (isPair ? 2 : 1)) == Cpp::KeywordOperator;
+    }
+
+    // The ")" of `CAT(a, b)<c>`, where only types are named.
+    bool endsMacroOfName(std::size_t place) const {
+        const bool namesTypes = declaresParameters_ && mode_ == ExprMode::Declaration && !sawValue_;
+        if (!namesTypes || kindAt(tokens_, place) != Cpp::CloseParen) return false;
+        const std::size_t open = tokens_[place].partner;
+        return open != kNoToken && open > 0 && kindAt(tokens_, open - 1) == Cpp::Identifier;
     }
 
     // The "]" of a lambda, as opposed to that of an index.
