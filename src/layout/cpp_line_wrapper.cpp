@@ -86,6 +86,18 @@ void CppLineWrapper::writeWrapped(std::string_view text, TextForm form, WrapCont
     }
 }
 
+// An element of a list, with the white space in front of it, that begins a line.
+void CppLineWrapper::writeElement(std::string_view text, WrapContext context) {
+    const std::string_view gap = leadingBlanks(text);
+    const std::string_view element = text.substr(gap.size());
+    write(gap);
+    if (holdsProtectedText(element, markers_)) return write(element);
+    context.trailingWidth = widthBehind(element);
+    const std::vector<WrappedPiece> pieces = wrapper_.wrapByWeight(element, IndentState(out_), context);
+    if (pieces.empty()) return writeWrapped(element, TextForm::List, context);
+    write(pieces.front().text);
+}
+
 std::size_t CppLineWrapper::offsetBetween(Position start, Position end) const {
     return offsetOf(in_.document(), end) - offsetOf(in_.document(), start);
 }

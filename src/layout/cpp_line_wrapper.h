@@ -16,6 +16,7 @@
 #include "engine/source_columns.h"
 #include "engine/source_copy.h"
 #include "layout/cpp_expr_line_wrapper.h"
+#include "layout/list_parts.h"
 #include "textstream/itext_doc_stream.h"
 #include "textstream/oindent_stream.h"
 #include "trn/position.h"
@@ -132,7 +133,8 @@ private:
     bool weighsDeclaration(const Cpp::DataDeclNode& declaration) const;
     void wrapDeclarators(const Cpp::DataDeclNode& declaration);
     void wrapInitializer(std::string_view text, int nameColumn);
-    void wrapBraceContents(std::string_view inside);
+    void wrapBraceContents(std::string_view inside, const ListParts& parts);
+    void writeElement(std::string_view text, WrapContext context);
 
     FormatterSettings settings_;
     const MarkerPairs& markers_;

@@ -10,6 +10,7 @@
 #include "engine/gap.h"
 #include "engine/head_words.h"
 #include "layout/cpp_line_wrapper.h"
+#include "layout/line_search.h"
 #include "layout/wrap_scopes.h"
 
 namespace Tessel {
@@ -59,7 +60,6 @@ bool haveLinesEach(const Cpp::EnumBodyNode& body) {
 
 }  // namespace
 
-// A declaration with a body in braces.
 void CppLineWrapper::wrapParts(Cpp::SyntaxNode& declaration, Cpp::SyntaxNode* head, Cpp::SyntaxNode* body) {
     const std::optional<int> templateColumn = takeTemplateColumn();
     if (copyUnlessLong(declaration)) return;
@@ -242,7 +242,11 @@ void CppLineWrapper::wrapInitializer(std::string_view text, int nameColumn) {
         const std::size_t first = bracket->offset + 1;
         const std::size_t last = tokens_[bracket->partner].offset;
         write(text.substr(0, first));
-        wrapBraceContents(text.substr(first, last - first));
+        const std::string_view inside = text.substr(first, last - first);
+        const auto open = static_cast<std::size_t>(bracket - tokens_.begin());
+        const bool mayBeWeighed = bracket->partner - open <= LineSearch::kMostTokens;
+        const bool hasParts = wrapper_.settings().weighsWholes() && !mayBeWeighed;
+        wrapBraceContents(inside, hasParts ? partsOfList(tokens_, open, wrapper_.settings()) : ListParts{{inside}});
         rest.remove_prefix(last);
     }
     IndentScope indent(out_, indentAt(baseColumn()));
@@ -252,7 +256,7 @@ void CppLineWrapper::wrapInitializer(std::string_view text, int nameColumn) {
     writeWrapped(rest, TextForm::Expression, context);
 }
 
-void CppLineWrapper::wrapBraceContents(std::string_view inside) {
+void CppLineWrapper::wrapBraceContents(std::string_view inside, const ListParts& parts) {
     const WrapSettings& wrap = wrapper_.settings();
     // Rows whose lines keep their indentation go on as they begin.
     const std::string_view ahead = leadingBlanks(inside);
@@ -264,7 +268,13 @@ void CppLineWrapper::wrapBraceContents(std::string_view inside) {
     WrapContext context;
     context.contentIndented = wrap.dataIndent.present;
     context.keepsLines = !behindComma.present || behindComma.hasLineFeed();
-    writeWrapped(inside, TextForm::List, context);
+    for (const ListPart& part : parts) {
+        if (part.isElement) {
+            writeElement(part.text, context);
+        } else {
+            writeWrapped(part.text, TextForm::List, context);
+        }
+    }
 }
 
 }  // namespace Tessel

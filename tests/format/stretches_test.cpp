@@ -108,4 +108,20 @@ TEST(Stretches, ShortTextsAreOne) {
     EXPECT_EQ(stretch->ahead + stretch->behind, "");
 }
 
+TEST(LongLists, HaveTheRowsOfShortOnes) {
+    const auto listOf = [](int count, const std::string& row) {
+        std::string list = "Row rows[] = {\n";
+        for (int number = 0; number < count; ++number) list += row;
+        return list + "};\n";
+    };
+    const std::string row = "{17, rows<>(first_of_them)(second_of_them,90)(third,0)(fourth,1)(fifth,0)(sixth)},\n";
+    const std::string laidOut =
+        "    {17, rows<>(first_of_them)(second_of_them, 90)(third, 0)(fourth, 1)(\n"
+        "             fifth, 0)(sixth)},\n";
+    for (const int count : {5, 400}) {
+        const std::string result = TestSupport::formatText(TestSupport::shippedScheme("google"), listOf(count, row)).text;
+        EXPECT_TRUE(result == listOf(count, laidOut)) << result.substr(0, 300);
+    }
+}
+
 }  // namespace
