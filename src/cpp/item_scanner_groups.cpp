@@ -66,6 +66,7 @@ private:
     bool takesAnnotations() const;
     bool hasTail() const;
     bool goesOnBelow() const;
+    bool namesFunctionByMacro() const;
     bool endsMacro(bool goesOn) const;
     bool continuesType(bool goesOn) const;
 
@@ -229,13 +230,23 @@ bool ItemScanner::Group::hasTail() const {
 
 // extern EXPORT(int)
 // f(int a);
+//
+// LOCAL(int)
+// NAMED(f)(int a);
 bool ItemScanner::Group::goesOnBelow() const {
     const bool isBelow = startsLine() && scan_.macros_.isIndentedFrom(seen_.previous, following_);
     if (isBelow && scan_.endsInAnnotations(following_)) return true;
     const Index parameters = next(following_);
     const bool declaresFunction = kind(parameters) == OpenParen && kind(behind(parameters)) != OpenParen;
+    if (findsMacros() && isOutside() && namesFunctionByMacro()) return true;
     const bool isExtern = followsStorage() && kind(seen_.second) == KeywordExtern;
     return findsMacros() && isExtern && declaresFunction && beginsItem();
+}
+
+bool ItemScanner::Group::namesFunctionByMacro() const {
+    const Index argument = next(following_);
+    if (followingKind_ != Identifier || kind(argument) != OpenParen || kind(behind(argument)) != OpenParen) return false;
+    return isUpperCase(scan_.tokens_.at(following_).text) && kind(behind(behind(argument))) == Semicolon;
 }
 
 // Whether the line ends a macro, or the text does.
@@ -283,6 +294,10 @@ ItemScanner::Group::Verdict ItemScanner::Group::byNameBehind() const {
         const bool endsData = followingKind_ == Semicolon || (isName && isUpperCase(word.text));
         if (endsData && !holdsParameters && scan_.followsDeclaredName(seen_)) return data();
         if (namesMacro() && scan_.beginsBases(following_)) return kSpecifier;
+        // CHECKED NONNULL(1) INLINE void *f(A *a)
+        const Trn::Token second = scan_.tokens_.at(next(following_));
+        const bool areMacros = namesMacro() && !startsLine() && isName && scan_.followsMacros(seen_);
+        if (areMacros && isWord(second.kind) && !isUpperCase(second.text) && !beginsTail(second)) return kSpecifier;
         // char aligned(16) bytes[] = {}
         if (isName && behindWord == OpenBracket && !scan_.opensAttribute(next(following_))) return kSpecifier;
     }
