@@ -32,9 +32,8 @@ bool isItemByItself(std::string_view type, std::string_view name) {
     const std::string_view made = withoutSpecifiers(type);
     const std::string_view word = made.substr(0, made.find(' '));
     const bool hasArguments = word.size() < made.size() && made[word.size() + 1] == '(' && made.ends_with(')');
-    if (hasArguments && made.size() < type.size()) return !Cpp::takesArgument(word) && !type.starts_with("extern ");
-    if (!Cpp::isUpperCase(word)) return false;
-    if (word.size() < made.size()) return hasArguments;
+    if (hasArguments) return !Cpp::takesArgument(word) && !type.starts_with("extern ");
+    if (!Cpp::isUpperCase(word) || word.size() < made.size()) return false;
     const bool isConversion = name.starts_with("operator ") || name.find("::operator ") != name.npos;
     const std::string_view firstName = name.substr(0, name.find_first_of(" ("));
     return made.size() == type.size() && (name.starts_with('~') || isConversion || Cpp::isUpperCase(firstName));
