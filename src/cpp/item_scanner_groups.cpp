@@ -245,7 +245,8 @@ bool ItemScanner::Group::goesOnBelow() const {
 
 bool ItemScanner::Group::namesFunctionByMacro() const {
     const Index argument = next(following_);
-    if (followingKind_ != Identifier || kind(argument) != OpenParen || kind(behind(argument)) != OpenParen) return false;
+    if (followingKind_ != Identifier || kind(argument) != OpenParen) return false;
+    if (kind(behind(argument)) != OpenParen) return false;
     return isUpperCase(scan_.tokens_.at(following_).text) && kind(behind(behind(argument))) == Semicolon;
 }
 
@@ -292,7 +293,8 @@ ItemScanner::Group::Verdict ItemScanner::Group::byNameBehind() const {
         // USED section(".name") static int a;
         if (isStorageWord(followingKind_) && !startsLine()) return kSpecifier;
         const bool endsData = followingKind_ == Semicolon || (isName && isUpperCase(word.text));
-        if (endsData && !holdsParameters && scan_.followsDeclaredName(seen_)) return data();
+        const bool isData = endsData && !holdsParameters && scan_.followsDeclaredName(seen_);
+        if (isData && !scan_.heads_.hasBody(open_)) return data();
         if (namesMacro() && scan_.beginsBases(following_)) return kSpecifier;
         // CHECKED NONNULL(1) INLINE void *f(A *a)
         const Trn::Token second = scan_.tokens_.at(next(following_));
@@ -305,7 +307,9 @@ ItemScanner::Group::Verdict ItemScanner::Group::byNameBehind() const {
     const bool namesFunctionBelow = startsLine() && isName && behindWord == OpenParen;
     // T max PLAIN(T a)
     //     NOTHROW(T) {
-    if (findsMacros() && isUpperCase(word.text) && scan_.followsDeclaredName(seen_)) return kUndecided;
+    const bool isBelow = startsLine() && scan_.macros_.isIndentedFrom(seen_.start, following_);
+    const bool hasName = scan_.followsDeclaredName(seen_) || (isBelow && seen_.typeWords > 1);
+    if (findsMacros() && isUpperCase(word.text) && hasName) return kUndecided;
     if (namesFunctionBelow && scan_.heads_.hasBody(next(following_))) return kSpecifier;
     // void PRINTF(1, 2)
     // log(const char *format, ...);

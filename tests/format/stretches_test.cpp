@@ -118,8 +118,9 @@ TEST(LongLists, HaveTheRowsOfShortOnes) {
     const std::string laidOut =
         "    {17, rows<>(first_of_them)(second_of_them, 90)(third, 0)(fourth, 1)(\n"
         "             fifth, 0)(sixth)},\n";
+    const Tessel::PropertySet scheme = TestSupport::shippedScheme("google");
     for (const int count : {5, 400}) {
-        const std::string result = TestSupport::formatText(TestSupport::shippedScheme("google"), listOf(count, row)).text;
+        const std::string result = TestSupport::formatText(scheme, listOf(count, row)).text;
         EXPECT_TRUE(result == listOf(count, laidOut)) << result.substr(0, 300);
     }
 }
