@@ -149,8 +149,8 @@ MacroScanner::Index MacroScanner::behindMacroLine(Index name) const {
     }
     const bool endsInWord = last == word || last == links_.closing(next(word));
     if (word == second || !endsInWord || !isUpperCase(tokens_.at(word).text)) return kNone;
-    const bool isLike = tokens_.at(place).text == tokens_.at(name).text;
-    const bool beginsItem = isLike || onlyBeginsDeclarations(kind(place)) || endsStatements(kind(place));
+    const bool isCall = isUpperCase(tokens_.at(place).text) && kind(next(place)) == OpenParen;
+    const bool beginsItem = isCall || onlyBeginsDeclarations(kind(place)) || endsStatements(kind(place));
     return startsLaterLine(place, last) && beginsItem ? last + 1 : kNone;
 }
 
