@@ -145,6 +145,14 @@ LeafText textOf(TokenSpan tokens) {
     return text.take();
 }
 
+// `A "x"d = e;`: what stands for the name is a part of the literal.
+bool namesSuffix(const Declarator& declarator) {
+    if (declarator.type.empty() || declarator.name.empty()) return false;
+    const Token& last = declarator.type.back();
+    const bool isLiteral = last.kind == StringLiteral || last.kind == CharLiteral;
+    return isLiteral && last.offset + last.length == declarator.name.front().offset;
+}
+
 bool isMadeByCall(const IdNode* name) { return name && name->text().ends_with(')'); }
 
 template <typename Node>
@@ -205,7 +213,7 @@ std::unique_ptr<DataDeclNode> Parser::parseDataDecl(TokenBuffer& tokens, Scope s
     auto type = makeNode<TypeNode>(parts.type);
     auto name = makeNode<IdNode>(parts.name);
     const bool isCall = !type && (!name || ending.kind == OpenParen);
-    if (startsWithComma || isCall) {
+    if (startsWithComma || isCall || (keepsUnrecognized_ && namesSuffix(parts))) {
         passStatement(tokens);
         return nullptr;
     }
