@@ -140,7 +140,7 @@ HeadScanner::Index HeadScanner::behindInitializers(Index colon) const {
     Index place = next(colon);
     while (true) {
         bool sawName = false;
-        while (isWord(kind(place)) || (kind(place) == Less && links_.closing(place) != kNone)) {
+        while (isWord(kind(place)) || opensArguments(place)) {
             const bool hasArgument = takesArgument(tokens_.at(place));
             place = behind(place);
             if (hasArgument && kind(place) == OpenParen) place = behind(place);

@@ -59,7 +59,9 @@ private:
     Verdict byLoneName() const;
     Verdict byMacroName() const;
     Verdict byDeclarationBelow() const;
-    Verdict byNameBehind() const;
+    Verdict byWordBehind() const;
+    Verdict byFunctionBelow() const;
+    Verdict byTypeBehind() const;
 
     bool isLoneName() const;
     bool namesTypeBelow() const;
@@ -75,6 +77,7 @@ private:
     bool startsLine() const { return scan_.startsLaterLine(following_, close_); }
     bool beginsItem() const { return isWord(followingKind_) || scan_.opensAttribute(following_); }
     bool followsStorage() const { return seen_.second != kNone && isStorageWord(kind(seen_.second)); }
+    bool holdsParameters() const { return kind(next(open_)) == OpenParen; }
     bool namesMacro() const { return followsWord_ && isUpperCase(name_.text); }
     int kind(Index place) const { return scan_.kind(place); }
     Index next(Index place) const { return scan_.next(place); }
@@ -102,7 +105,7 @@ std::optional<Item> ItemScanner::Group::role() {
         &Group::byWordInFront, &Group::byClassHead,         &Group::byValueInside, &Group::byMarkInside,
         &Group::byClassName,   &Group::byGroupBehind,       &Group::byDeclaratorsBehind,
         &Group::byLoneName,    &Group::byMacroName,         &Group::byDeclarationBelow,
-        &Group::byNameBehind};
+        &Group::byWordBehind,  &Group::byFunctionBelow,     &Group::byTypeBehind};
     for (const Rule rule : kRules) {
         if (const Verdict verdict = (this->*rule)(); verdict.isGiven) return verdict.item;
     }
@@ -155,7 +158,7 @@ ItemScanner::Group::Verdict ItemScanner::Group::byClassName() const {
     const bool isMacroBehind = findsMacros() && namesMacro() && isNamed;
     const bool isInName = seen_.sawClassKey && (seen_.wordsBehindKey <= 1 || isMacroBehind);
     const bool goesOn = followingKind_ == Identifier || followingKind_ == OpenBrace || followingKind_ == Colon;
-    const bool hasArguments = findsMacros() && followingKind_ == Less && scan_.links_.closing(following_) != kNone;
+    const bool hasArguments = findsMacros() && scan_.opensArguments(following_);
     return (isInName && goesOn) || hasArguments ? kSpecifier : kUndecided;
 }
 
@@ -284,43 +287,50 @@ ItemScanner::Group::Verdict ItemScanner::Group::byDeclarationBelow() const {
     return isBelow && scan_.macros_.isCompleteDeclaration(following_) ? macro(close_ + 1) : kUndecided;
 }
 
-ItemScanner::Group::Verdict ItemScanner::Group::byNameBehind() const {
+ItemScanner::Group::Verdict ItemScanner::Group::byWordBehind() const {
+    if (!findsMacros()) return kUndecided;
+    // USED section(".name") static int a;
+    if (isStorageWord(followingKind_) && !startsLine()) return kSpecifier;
     const Trn::Token word = scan_.tokens_.at(following_);
     const bool isName = word.kind == Identifier;
-    const int behindWord = kind(next(following_));
-    const bool holdsParameters = kind(next(open_)) == OpenParen;
-    if (findsMacros()) {
-        // USED section(".name") static int a;
-        if (isStorageWord(followingKind_) && !startsLine()) return kSpecifier;
-        const bool endsData = followingKind_ == Semicolon || (isName && isUpperCase(word.text));
-        const bool isData = endsData && !holdsParameters && scan_.followsDeclaredName(seen_);
-        if (isData && !scan_.heads_.hasBody(open_)) return data();
-        if (namesMacro() && scan_.beginsBases(following_)) return kSpecifier;
-        // CHECKED NONNULL(1) INLINE void *f(A *a)
-        const Trn::Token second = scan_.tokens_.at(next(following_));
-        const bool areMacros = namesMacro() && !startsLine() && isName && scan_.followsMacros(seen_);
-        if (areMacros && isWord(second.kind) && !isUpperCase(second.text) && !beginsTail(second)) return kSpecifier;
-        // char aligned(16) bytes[] = {}
-        if (isName && behindWord == OpenBracket && !scan_.opensAttribute(next(following_))) return kSpecifier;
-    }
-    if (!namesMacro()) return kUndecided;
-    const bool namesFunctionBelow = startsLine() && isName && behindWord == OpenParen;
+    const bool endsData = followingKind_ == Semicolon || (isName && isUpperCase(word.text));
+    const bool isData = endsData && !holdsParameters() && scan_.followsDeclaredName(seen_);
+    if (isData && !scan_.heads_.hasBody(open_)) return data();
+    if (namesMacro() && scan_.beginsBases(following_)) return kSpecifier;
+    // CHECKED NONNULL(1) INLINE void *f(A *a)
+    const Trn::Token second = scan_.tokens_.at(next(following_));
+    const bool areMacros = namesMacro() && !startsLine() && isName && scan_.followsMacros(seen_);
+    if (areMacros && isWord(second.kind) && !isUpperCase(second.text) && !beginsTail(second)) return kSpecifier;
+    // char aligned(16) bytes[] = {}
+    const bool isArray = isName && second.kind == OpenBracket && !scan_.opensAttribute(next(following_));
+    return isArray ? kSpecifier : kUndecided;
+}
+
+ItemScanner::Group::Verdict ItemScanner::Group::byFunctionBelow() const {
+    const Trn::Token word = scan_.tokens_.at(following_);
+    const Index parameters = next(following_);
+    const bool isBelow = startsLine() && word.kind == Identifier && kind(parameters) == OpenParen;
+    if (!namesMacro() || !isBelow) return kUndecided;
     // T max PLAIN(T a)
     //     NOTHROW(T) {
-    const bool isBelow = startsLine() && scan_.macros_.isIndentedFrom(seen_.start, following_);
-    const bool hasName = scan_.followsDeclaredName(seen_) || (isBelow && seen_.typeWords > 1);
+    const bool isTail = seen_.typeWords > 1 && scan_.macros_.isIndentedFrom(seen_.start, following_);
+    const bool hasName = isTail || scan_.followsDeclaredName(seen_);
     if (findsMacros() && isUpperCase(word.text) && hasName) return kUndecided;
-    if (namesFunctionBelow && scan_.heads_.hasBody(next(following_))) return kSpecifier;
+    if (scan_.heads_.hasBody(parameters)) return kSpecifier;
     // void PRINTF(1, 2)
     // log(const char *format, ...);
-    const bool isDeclared = scan_.followsType(seen_) && kind(behind(next(following_))) == Semicolon;
+    const bool isDeclared = scan_.followsType(seen_) && kind(behind(parameters)) == Semicolon;
     const bool isPlainName = !isUpperCase(word.text) && !word.text.starts_with("__");
-    if (findsMacros() && namesFunctionBelow && isDeclared && isPlainName) return kSpecifier;
+    return findsMacros() && isDeclared && isPlainName ? kSpecifier : kUndecided;
+}
+
+ItemScanner::Group::Verdict ItemScanner::Group::byTypeBehind() const {
+    const Trn::Token word = scan_.tokens_.at(following_);
     // int size PARAMS((int a)) pure_function;
-    const bool isList = findsMacros() && holdsParameters && seen_.typeWords > 1 && behindWord == Semicolon;
-    const bool isOnLine = !startsLine() && !isList;
-    const bool continues = isTypeWord(word.kind) || (isName && !isUpperCase(word.text));
-    return isOnLine && continues && !beginsTail(word) ? kSpecifier : kUndecided;
+    const bool endsList = holdsParameters() && seen_.typeWords > 1 && kind(next(following_)) == Semicolon;
+    if (!namesMacro() || startsLine() || (findsMacros() && endsList)) return kUndecided;
+    const bool continues = isTypeWord(word.kind) || (word.kind == Identifier && !isUpperCase(word.text));
+    return continues && !beginsTail(word) ? kSpecifier : kUndecided;
 }
 
 }  // namespace Cpp

@@ -232,27 +232,30 @@ bool MacroScanner::opensClass(Index name, Index last) const {
     }
 }
 
-// `ANONYMOUS_NAMESPACE {`, `VERSION_NAMESPACE(2) {`: in it are declarations that blocks never have; or, behind a word
-// alone, some that they seldom have, and no statement that only they have.
+// `ANONYMOUS_NAMESPACE {`, `VERSION_NAMESPACE(2) {`
 bool MacroScanner::opensNamespace(Index name) const {
     if (kind(name) != Identifier || isScopedName(tokens_.at(name))) return false;
-    const bool isAlone = kind(next(name)) == OpenBrace;
-    const Index open = isAlone ? next(name) : behind(next(name));
-    const bool isCall = kind(next(name)) == OpenParen && kind(open) == OpenBrace;
-    if (!(isAlone || isCall) || links_.closing(open) == kNone) return false;
-    const Index close = links_.closing(open);
-    bool holdsDeclarations = false;
+    const bool isCall = kind(next(name)) == OpenParen;
+    const Index open = isCall ? behind(next(name)) : next(name);
+    return kind(open) == OpenBrace && links_.closing(open) != kNone && holdsDeclarations(open, isCall);
+}
+
+// What a block never has; or, unless a function may begin so, what it seldom has, and no statement that only blocks have.
+bool MacroScanner::holdsDeclarations(Index open, bool mayBeFunction) const {
+    bool holdsSome = false;
     Index last = open;
     Index secondLast = open;
-    for (Index place = next(open); place != close; secondLast = last, last = place, place = behind(place)) {
-        if (kind(last) != KeywordUsing && opensNamedScope(place)) return true;
+    for (Index place = next(open); place != links_.closing(open); place = behind(place)) {
         const int kindHere = kind(place);
+        if (opensNamedScope(place)) return true;
         if (isControlKeyword(kindHere) || isJumpKeyword(kindHere)) return false;
         const bool isFunction = kindHere == OpenParen && kind(last) == Identifier && endsType(kind(secondLast)) &&
                                 kind(behind(place)) == OpenBrace;
-        holdsDeclarations |= isAlone && (isFunction || kindHere == KeywordTemplate || isClassKey(kindHere));
+        holdsSome |= isFunction || kindHere == KeywordTemplate || isClassKey(kindHere);
+        secondLast = last;
+        last = place;
     }
-    return holdsDeclarations;
+    return holdsSome && !mayBeFunction;
 }
 
 // `namespace a {`

@@ -34,6 +34,7 @@ public:
 private:
     bool opensClass(Index name, Index last) const;
     bool opensNamedBlock(Index name) const;
+    bool holdsDeclarations(Index open, bool mayBeFunction) const;
     bool opensNamedScope(Index place) const;
     bool isWholeBranch(Index place) const;
     bool endsInWordMacros(Index place) const;

@@ -243,8 +243,7 @@ bool Parser::opensInitializer(const TokenBuffer& tokens, const std::vector<Token
     if (!followsName || close == TokenLinks::kNone) return true;
     const Index behind = view(tokens).next(close);
     const int following = tokens.kindAt(behind);
-    const bool hasTypeArguments = following == Less && links_.closing(behind) != TokenLinks::kNone;
-    if (keepsUnrecognized_ && (following == OpenBracket || hasTypeArguments)) return false;
+    if (keepsUnrecognized_ && (following == OpenBracket || view(tokens).opensArguments(behind))) return false;
     if (keepsUnrecognized_ && tokens.kindAt(view(tokens).behindCalls(behind, callsEnd)) == Comma) return true;
     const bool isStorage = following == KeywordStatic || (keepsUnrecognized_ && isStorageWord(following));
     const bool continuesType = following == Identifier || following == Asterisk || following == Ampersand ||

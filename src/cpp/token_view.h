@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cpp/token_kind.h"
 #include "cpp/token_links.h"
 #include "trn/token_buffer.h"
 
@@ -28,6 +29,8 @@ public:
     bool promisesNoThrow(Index place) const;
     // Behind what else stands with parameters in a declarator: `f() const& noexcept(true)`.
     Index behindTailWords(Index place) const;
+    // Whether the "<" at the place has a ">".
+    bool opensArguments(Index place) const { return kind(place) == Less && links_.closing(place) != kNone; }
     // Whether the "[" is one of "[[", with its "]]".
     bool opensAttribute(Index place) const;
 

@@ -65,10 +65,11 @@ void CppLineWrapper::wrapInitializers(Cpp::InitializerListNode& list, bool isHea
     const bool isWeighed = isHeadLong && wrapper_.settings().weighsWholes();
     if (list.size() == 0 || (!isWeighed && copyUnlessLong(list))) return;
     // One with a body, or a branch that nobody reads, goes into no text of the whole.
-    const bool standsApart = std::any_of(list.childBegin(), list.childEnd(), [](const auto& child) {
+    const bool standsApart = std::any_of(list.childBegin(), list.childEnd(), [this](const auto& child) {
         const auto* initializer = Cpp::as<Cpp::InitializerNode>(child.get());
         const auto* directive = Cpp::as<Cpp::PreprocDirectiveNode>(child.get());
-        return (initializer && !initializer->bodies().empty()) || (directive && directive->text().empty());
+        const bool isUnread = settings_.keepsUnrecognized && directive && directive->text().empty();
+        return isUnread || (initializer && !initializer->bodies().empty());
     });
     if (standsApart) {
         for (const auto& initializer : list.children()) initializer->accept(*this);

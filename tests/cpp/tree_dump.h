@@ -88,11 +88,7 @@ public:
                      parameters(node->parameters()), optional(node->qualifiers())});
         ordered(*node, {node->returnType(), node->name(), node->parameters(), node->qualifiers()});
     }
-    void visit(Cpp::FunctionDeclNode* node) override {
-        line(*node, {"function ", head(node->head())});
-        ordered(*node, {node->head(), node->body()});
-        parts(node->body());
-    }
+    void visit(Cpp::FunctionDeclNode* node) override { headed(*node, {"function ", head(node->head())}, node->head()); }
     void visit(Cpp::CtorDeclNode* node) override {
         line(*node, {"constructor ", head(node->head())});
         ordered(*node, {node->head(), node->initializers(), node->body()});
@@ -106,22 +102,14 @@ public:
         bodies(node->bodies());
     }
     void visit(Cpp::NamespaceDeclNode* node) override {
-        line(*node, {"namespace ", node->head() ? node->head()->name() : "-"});
-        ordered(*node, {node->head(), node->body()});
-        parts(node->body());
+        headed(*node, {"namespace ", node->head() ? node->head()->name() : "-"}, node->head());
     }
     void visit(Cpp::NamespaceBodyNode* node) override { children(*node); }
     void visit(Cpp::LinkageBlockNode* node) override {
-        line(*node, {"linkage ", text(node->linkage())});
-        ordered(*node, {node->linkage(), node->body()});
-        parts(node->body());
+        headed(*node, {"linkage ", text(node->linkage())}, node->linkage());
     }
     void visit(Cpp::LinkageBlockBodyNode* node) override { children(*node); }
-    void visit(Cpp::EnumDeclNode* node) override {
-        line(*node, {node->head()->name()});
-        ordered(*node, {node->head(), node->body()});
-        parts(node->body());
-    }
+    void visit(Cpp::EnumDeclNode* node) override { headed(*node, {node->head()->name()}, node->head()); }
     void visit(Cpp::EnumBodyNode* node) override { children(*node); }
     // The head may lie in a protected region.
     void visit(Cpp::ClassDeclNode* node) override {
@@ -162,6 +150,13 @@ public:
     }
 
 private:
+    template <typename Node, typename Head>
+    void headed(Node& node, std::initializer_list<std::string_view> words, Head* nodeHead) {
+        line(node, words);
+        ordered(node, {nodeHead, node.body()});
+        parts(node.body());
+    }
+
     static std::string trimmed(std::string_view text) {
         return std::string(Cpp::Detail::trimRight(Cpp::Detail::trimLeft(text)));
     }
