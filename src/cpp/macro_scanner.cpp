@@ -240,7 +240,8 @@ bool MacroScanner::opensNamespace(Index name) const {
     return kind(open) == OpenBrace && links_.closing(open) != kNone && holdsDeclarations(open, isCall);
 }
 
-// What a block never has; or, unless a function may begin so, what it seldom has, and no statement that only blocks have.
+// What a block never has; or, unless a function may begin so, what it seldom has, and no statement that only blocks
+// have.
 bool MacroScanner::holdsDeclarations(Index open, bool mayBeFunction) const {
     bool holdsSome = false;
     Index last = open;
