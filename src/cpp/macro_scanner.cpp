@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "cpp/directive_text.h"
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -108,24 +107,12 @@ bool MacroScanner::isWordMacro(Index place) const {
     if (endsStatements(followingKind)) return true;
     if (followingKind == KeywordNamespace || isAccessKeyword(followingKind)) return true;
     if (!startsLaterLine(following, place)) return false;
-    if (isWholeBranch(place) || opensNamespace(following) || opensNamedBlock(following)) return true;
+    if (opensNamedBlock(following)) return true;
     if (onlyBeginsDeclarations(followingKind) || opensAttribute(following)) return true;
     const std::string_view below = tokens_.at(following).text;
     if (below == "static_assert" || below == "_Static_assert") return true;
     if (!isUpperCase(word.text) || !isWord(followingKind)) return false;
     return isCompleteDeclaration(following) || endsInWordMacros(following);
-}
-
-// #ifdef WORD
-// WORD
-// #endif
-bool MacroScanner::isWholeBranch(Index place) const {
-    const Trn::Token ahead = place > 0 ? tokens_.at(place - 1) : Trn::Token();
-    const Trn::Token behind = tokens_.at(place + 1);
-    if (ahead.kind != Directive || behind.kind != Directive || !isWord(kind(next(place)))) return false;
-    const bool begins = directiveStartsWith(ahead.text, "#if") || directiveStartsWith(ahead.text, "#el");
-    const bool ends = directiveStartsWith(behind.text, "#el") || directiveStartsWith(behind.text, "#endif");
-    return begins && ends && isUpperCase(tokens_.at(place).text);
 }
 
 // TEST_START

@@ -36,7 +36,6 @@ private:
     bool opensNamedBlock(Index name) const;
     bool holdsDeclarations(Index open, bool mayBeFunction) const;
     bool opensNamedScope(Index place) const;
-    bool isWholeBranch(Index place) const;
     bool endsInWordMacros(Index place) const;
     bool holdsStatement(Index open, Index close) const;
     Item scanHead(Index openBrace) const;
