@@ -371,7 +371,9 @@ DirectiveParts partsOf(std::string_view directive) {
         names = directive.front() + withoutHashes(directive.substr(1));
         all = tokensOf(names);
     }
-    return partsOfMacro(Tokens(all).subspan(1), holdsHash);
+    const DirectiveParts parts = partsOfMacro(Tokens(all).subspan(1), holdsHash);
+    const std::string_view parameters = directive.substr(parts.parameters.offset, parts.parameters.length);
+    return parameters.find('#') == parameters.npos ? parts : DirectiveParts();
 }
 
 }  // namespace Tessel

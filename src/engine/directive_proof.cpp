@@ -13,11 +13,10 @@ namespace Tessel {
 
 namespace {
 
-// A "#" in a directive begins none, as it would for the lexer. A "+" is read as it is: two are one token if they stand
-// together.
+// A "#" in a directive begins none, as it would for the lexer. A "?" is a token by itself, as it is.
 std::string withoutDirectives(std::string_view text) {
     std::string result(text);
-    std::ranges::replace(result, '#', '+');
+    std::ranges::replace(result, '#', '?');
     return result;
 }
 
@@ -25,23 +24,33 @@ std::string withoutDirectives(std::string_view text) {
 class DirectiveTokens {
 public:
     explicit DirectiveTokens(std::string_view directive)
-        : text_(withoutDirectives(directive.substr(1))), lexer_(text_) {}
+        : text_(trimRight(directive.substr(1))), lexed_(withoutDirectives(text_)), lexer_(lexed_) {}
 
     bool next() {
         const std::size_t end = std::size_t{token_.offset} + token_.length;
+        const bool wasHash = isHash();
         token_ = lexer_.nextToken();
         isApart_ = token_.offset > end;
+        isPaste_ = wasHash && isHash() && !isApart_;
         return token_.kind != Trn::kEndKind;
     }
-    std::string_view text() const { return std::string_view(text_).substr(token_.offset, token_.length); }
+    // Without the blanks that a qualified name may hold.
+    std::string_view text() const {
+        return token_.kind == Cpp::Identifier ? token_.text : text_.substr(token_.offset, token_.length);
+    }
     bool isApart() const { return isApart_; }
+    bool isPaste() const { return isPaste_; }  // the second "#" of one
     bool isComment() const { return Cpp::isComment(token_.kind); }
 
 private:
-    std::string text_;
+    bool isHash() const { return text_.substr(token_.offset, token_.length) == "#"; }
+
+    std::string_view text_;
+    std::string lexed_;
     Cpp::Lexer lexer_;
     Trn::Token token_;
     bool isApart_ = false;
+    bool isPaste_ = false;
 };
 
 // Whether all that differs is the white space that further lines begin with.
@@ -75,7 +84,7 @@ bool holdSameDirective(std::string_view source, std::string_view result) {
         if (!goesOn) return endsLine(source) == endsLine(result);
         const bool isSame = left.isComment() && right.isComment() ? haveSameLines(left.text(), right.text())
                                                                   : left.text() == right.text();
-        if (!isSame) return false;
+        if (!isSame || left.isPaste() != right.isPaste()) return false;
         if (place == 0) isMacro = left.text() == "define";
         if (isMacro && place == behindMacroName && left.isApart() != right.isApart()) return false;
     }

@@ -76,8 +76,10 @@ std::string_view withoutSplices(std::string_view text) {
 // A comment holds tokens apart, and a splice does not; with literals it depends.
 bool allowsBehindOpaque(const TokenBoundary& boundary) {
     const std::string_view before = withoutSplices(boundary.text.substr(0, boundary.place));
-    return before.empty() || before.ends_with('/') ||
-           !Cpp::wouldJoin(before.substr(before.size() - 1), boundary.text.substr(boundary.place, 1));
+    const std::string_view behind = boundary.text.substr(boundary.place);
+    const bool startsComment = behind.starts_with("//") || behind.starts_with("/*");
+    return before.empty() || before.ends_with('/') || startsComment ||
+           !Cpp::wouldJoin(before.substr(before.size() - 1), behind.substr(0, 1));
 }
 
 // The word or the operators in front of the place.
@@ -112,7 +114,7 @@ bool areSameTokens(const TokenBoundary& boundary) {
 
 bool splicesTokens(std::string_view front, std::string_view behind) {
     const std::size_t start = kBlanks.skipIn(behind);
-    if (!front.ends_with('\n') || start == behind.size()) return false;
+    if (!front.ends_with('\n') || start == behind.size() || behind[start] == '\n') return false;
     const std::string_view line = trimRight(front.substr(0, front.size() - 1));
     if (!line.ends_with('\\') || line.size() < 2) return false;
     const std::string_view before = line.substr(line.size() - 2, 1);

@@ -191,12 +191,22 @@ private:
 
     bool compareText(int kind, std::string_view text) {
         if (compareExactly(text)) return true;
-        if (!mayMoveLines(kind, text)) return kind == Cpp::Directive && compareRespaced(text);
         const std::size_t start = result_.place;
-        if (compareLines(kind, text)) return true;
+        if (mayMoveLines(kind, text) && compareLines(kind, text)) return true;
         result_.place = start;
-        if (kind != Cpp::Directive) return false;
-        if (compareConverted(text)) return true;
+        return kind == Cpp::Directive && compareDirective(text);
+    }
+
+    // What its tokens are parted by may be other blanks, and those at its end may be gone.
+    bool compareDirective(std::string_view text) {
+        const std::size_t start = result_.place;
+        const std::string_view trimmed = trimRight(text);
+        const bool endsLine = text.ends_with('\n');
+        const std::string_view line = blanksCount(Cpp::Directive, trimmed, !endsLine) ? text : trimmed;
+        const auto passesEnd = [&] { return !endsLine || line.size() == text.size() || endLine(); };
+        if (compareExactly(line) && passesEnd()) return true;
+        result_.place = start;
+        if (!continuesLiteral(text) && compareConverted(line) && passesEnd()) return true;
         result_.place = start;
         return compareRespaced(text);
     }
@@ -308,6 +318,7 @@ private:
         while (place < end) {
             const bool startsLine = place > 0 && text[place - 1] == '\n';
             if (startsLine && !startLine(Cpp::Directive, text, place)) return false;
+            if (startsLine) place = std::min(end, kBlanks.skipIn(text, place));
             const std::size_t next = std::min(text.find('\n', place), end - 1) + 1;
             if (!compareExactly(text.substr(place, next - place))) return false;
             place = next;

@@ -118,6 +118,8 @@ TEST(TokenProof, SeesChangedLiteralsCommentsAndDirectives) {
 TEST(TokenProof, TakesWhiteSpaceBetweenTheTokensOfConditionsAndMacros) {
     EXPECT_TRUE(accepts("#if ( A )&&!B \\\n||C\n", "#if (A) && !B \\\n    || C\n"));
     EXPECT_TRUE(accepts("#define A(x,y) ( x )+y\n", "#define A(x, y) (x) + y\n"));
+    EXPECT_TRUE(accepts("#define A(x) b+#x\n", "#define A(x) b + #x\n"));
+    EXPECT_FALSE(accepts("#define A(x) b##x\n", "#define A(x) b# #x\n"));
     EXPECT_FALSE(accepts("#if A- -B\n", "#if A--B\n"));
     EXPECT_FALSE(accepts("#if A&&B\n", "#if A && C\n"));
     EXPECT_FALSE(accepts("#define A(x)\n", "#define A (x)\n"));

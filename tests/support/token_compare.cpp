@@ -94,15 +94,16 @@ std::string withBlanksBetweenTokens(std::string_view directive) {
     constexpr int behindMacroName = 2;
     std::string kept;
     std::string text(directive.substr(1));
-    std::ranges::replace(text, '#', '+');
+    std::ranges::replace(text, '#', '?');
     Cpp::Lexer lexer(text);
     std::size_t end = 0;
     int place = 0;
     for (Trn::Token token = lexer.nextToken(); token.kind != Cpp::End; token = lexer.nextToken()) {
         const bool opensParameters = place++ == behindMacroName && kept.starts_with(" define") &&
                                      token.kind == Cpp::OpenParen && token.offset == end;
-        if (!opensParameters) kept += ' ';
-        kept += token.text;
+        const bool endsPaste = token.offset == end && directive.substr(end, 2) == "##";
+        if (!opensParameters && !endsPaste) kept += ' ';
+        kept += directive.substr(token.offset + 1, token.length);
         end = token.offset + token.length;
     }
     return kept;
