@@ -99,10 +99,7 @@ std::list<Diagnostic> FormatStages::read(ParsedText& source) const {
     source.hasOpenRegion = preFormatter.hasOpenRegion();
     KeptRegions regions;
     for (const CppPreFormatter::Region& region : preFormatter.regions()) {
-        // What stands between an #endif and the comment behind it is that comment's.
-        const std::size_t start = offsetOf(source.text, region.start) - 1;
-        const std::size_t end = source.text.text().find_last_not_of(" \t", offsetOf(source.text, region.end) - 1);
-        regions.push_back({start, end + 1});
+        regions.push_back({offsetOf(source.text, region.start) - 1, offsetOf(source.text, region.end)});
     }
     source.addRegions(regions);
     return messages;

@@ -38,7 +38,9 @@ void ParsedText::addRegions(const KeptRegions& added) {
     KeptRegions all = std::exchange(regions, {});
     all.insert(all.end(), added.begin(), added.end());
     std::ranges::sort(all, {}, &KeptRegion::start);
-    for (const KeptRegion& region : all) {
+    for (KeptRegion& region : all) {
+        // What stands between an #endif and the comment behind it is that comment's.
+        region.end = text.text().find_last_not_of(" \t", region.end - 1) + 1;
         if (regions.empty() || region.start >= regions.back().end) {
             regions.push_back(region);
         } else {

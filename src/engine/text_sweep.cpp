@@ -92,10 +92,10 @@ void TextSweep::replaceGap(WantedText wanted) {
         if (column() == 0) return static_cast<void>(out().writeVerbatim(whole));
         return copyPlain(written_ - whole.size(), whole.size());
     }
-    const bool losesLineEnd = !wanted.hasLineFeed() && isLineBreak(whole);
+    const std::string_view kept = trimRight(whole);
+    const bool losesLineEnd = !wanted.hasLineFeed() && isLineBreak(whole.substr(kept.size()));
     if (losesLineEnd && (directive_.isOpen() || isBeforeDirective())) wanted = kLineFeed;
     take(whole);
-    const std::string_view kept = trimRight(whole);
     if (wanted.text().empty() && kept.empty() && !whole.empty() && joinsTokens()) wanted = kBlank;
     if (keepsColumns_ && wanted.text() == " " && isColumnGap(whole)) wanted = WantedText(whole, Keys::KEEP_COLUMNS);
     if (!kept.empty()) out().write(kept);
