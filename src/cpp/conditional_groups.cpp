@@ -23,7 +23,7 @@ enum class Step { None, Open, Next, Close };
 Step stepOf(const Trn::Token& token) {
     if (token.kind != Directive) return Step::None;
     if (directiveStartsWith(token.text, "#if")) return Step::Open;
-    if (directiveStartsWith(token.text, "#el")) return Step::Next;
+    if (beginsBranch(token.text)) return Step::Next;
     return directiveStartsWith(token.text, "#endif") ? Step::Close : Step::None;
 }
 

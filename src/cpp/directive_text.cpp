@@ -59,6 +59,10 @@ bool directiveStartsWith(std::string_view text, std::string_view start) {
     return false;
 }
 
+bool beginsBranch(std::string_view directive) {
+    return directiveStartsWith(directive, "#else") || directiveStartsWith(directive, "#elif");
+}
+
 int conditionalStep(std::string_view directive) {
     if (directiveStartsWith(directive, "#if")) return 1;
     return directiveStartsWith(directive, "#endif") ? -1 : 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cpp/directive_text.h"
 #include "cpp/token_classes.h"
 #include "cpp/token_kind.h"
 #include "cpp/token_sets.h"
@@ -77,10 +78,19 @@ Item MacroScanner::scanStatement(Index start) const {
     const bool isLater = startsLaterLine(following, close);
     if (!isLater) return beginsPlainStatement(following) ? Item{Shape::MacroHead, following, 0} : Item{};
     const bool begins = beginsPlainStatement(following) || beginsUnclearStatement(following);
-    const bool governs = begins && !holdsStatement(open, close);
+    const bool governs = begins && !holdsStatement(open, close) && !standsInOtherBranch(following, close);
     if (governs && isIndentedFrom(start, following)) return {Shape::MacroHead, following, 0};
     const bool beginsItem = begins || isWord(kind(following)) || opensAttribute(following);
     return beginsItem ? Item{Shape::Macro, close + 1, 0} : Item{};
+}
+
+// Whether an "#else" stands between the two.
+bool MacroScanner::standsInOtherBranch(Index place, Index than) const {
+    for (Index between = than + 1; between < place; ++between) {
+        const Trn::Token token = tokens_.at(between);
+        if (token.kind == Directive && beginsBranch(token.text)) return true;
+    }
+    return false;
 }
 
 // `IF_FEATURE(if (a) b();)`: it governs nothing.
@@ -197,20 +207,25 @@ bool MacroScanner::isCompleteDeclaration(Index place) const {
 MacroScanner::Index MacroScanner::endOfClassHead(Index name) const {
     if (!links_.hasUnopenedBrace() || kind(name) != Identifier) return kNone;
     const Index open = next(name);
-    const Index close = kind(open) == OpenParen ? links_.closing(open) : name;
+    const bool isCall = kind(open) == OpenParen;
+    // Else it may be the type of what is declared below.
+    if (!isCall && !isUpperCase(tokens_.at(name).text) && !isCompleteDeclaration(open)) return kNone;
+    const Index close = isCall ? links_.closing(open) : name;
     return close != kNone && opensClass(name, close) ? close : kNone;
 }
 
-// `CLASS_OF_1(A, Base)` in front of members that stand further than it, up to the "};" below it. Only access labels may
-// stand where it does.
+// `CLASS_OF_1(A, Base)` in front of members that stand further than it, up to the "};" of another line. Only access
+// labels may stand where it does.
 bool MacroScanner::opensClass(Index name, Index last) const {
     Index place = next(last);
     if (kind(place) == CloseBrace && !startsLaterLine(place, last)) return kind(next(place)) == Semicolon;
     for (bool isFirst = true;; isFirst = false, place = behind(place)) {
         if (!startsLaterLine(place, last)) {
             if (isFirst || endsStatements(kind(place))) return false;
+        } else if (isFirst && (kind(place) == Colon || kind(place) == Arrow)) {
+            return false;  // initialisers, or the type of what is returned
         } else if (kind(place) == CloseBrace) {
-            return kind(next(place)) == Semicolon && !isIndentedFrom(name, place) && !isIndentedFrom(place, name);
+            return kind(next(place)) == Semicolon;
         } else if (kind(place) == Trn::kEndKind || !(isIndentedFrom(name, place) || isAccessKeyword(kind(place)))) {
             return false;
         }

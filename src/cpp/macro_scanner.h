@@ -37,6 +37,7 @@ private:
     bool holdsDeclarations(Index open, bool mayBeFunction) const;
     bool opensNamedScope(Index place) const;
     bool endsInWordMacros(Index place) const;
+    bool standsInOtherBranch(Index place, Index than) const;
     bool holdsStatement(Index open, Index close) const;
     Item scanHead(Index openBrace) const;
     bool isFollowedByCall(Index word, Index following) const;

@@ -437,6 +437,11 @@ std::unique_ptr<FunctionPtrDeclNode> Parser::parseFunctionPtrDecl(TokenBuffer& t
     if (following != OpenBracket && following != Assign && following != Identifier && !isNothing) {
         declaration->setParameters(parseParameterList(tokens, Brackets::Parentheses));
     }
+    // `(*)[2];` declares nothing.
+    if (keepsUnrecognized_ && returnType.empty() && name.empty() && !declaration->parameters()) {
+        report(tokens.at(open).start, CannotParse);
+        return nullptr;
+    }
     if (isQualifier(peekSignificantKind(tokens))) declaration->setQualifiers(parseQualifiers(tokens));
     // An initializer has no node of its own, but it is the declaration's.
     while (tokens.peekKind() != Trn::kEndKind) {

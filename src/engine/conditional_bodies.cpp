@@ -13,7 +13,6 @@ namespace Tessel {
 namespace {
 
 constexpr std::string_view kOpens = "#if";
-constexpr std::string_view kGoesOn = "#el";  // "#else", "#elif" and its kin
 constexpr std::string_view kEnds = "#endif";
 
 const Cpp::SyntaxNode* firstStatement(const Cpp::BlockNode& body) {
@@ -41,7 +40,7 @@ int groupsOpened(std::string_view gap) {
         if (token.kind != Cpp::Directive) continue;
         if (Cpp::directiveStartsWith(token.text, kOpens)) ++count;
         if (Cpp::directiveStartsWith(token.text, kEnds) && --count < 0) return 0;
-        if (count == 0 && Cpp::directiveStartsWith(token.text, kGoesOn)) return -1;
+        if (count == 0 && Cpp::beginsBranch(token.text)) return -1;
     }
     return count;
 }
@@ -75,7 +74,7 @@ bool ConditionalBodies::isBody(const Cpp::SyntaxNode& node) {
     const Cpp::SyntaxNode* const previous = std::exchange(previous_, &node);
     if (const auto* directive = Cpp::as<Cpp::PreprocDirectiveNode>(&node)) {
         const bool mayGoOn = state_ == State::BehindBody || (previous && mayOpenEnds(*previous));
-        const bool isOther = mayGoOn && Cpp::directiveStartsWith(directive->text(), kGoesOn);
+        const bool isOther = mayGoOn && Cpp::beginsBranch(directive->text());
         if (isOther && state_ == State::Outside) isEnd_ = opensEnds(*previous, source_);
         const bool goesOn = isOther && (state_ == State::BehindBody || isEnd_);
         state_ = goesOn ? State::BehindDirective : State::Outside;

@@ -110,7 +110,9 @@ void CppExprFormatterBase::writeSeparator(TextSweep& sweep, const SeparatorSpaci
         const std::size_t lineStart = before.rfind('\n') + 1;
         std::string front(before.substr(lineStart));
         front += sweep.currentText();
-        if (!spacing.after.hasLineFeed()) {
+        const bool endsLine = spacing.after.hasLineFeed() ||
+                              (extensions_.keepsLineBreaks && !spacing.after.present && isLineBreak(sweep.blanksBehind()));
+        if (!endsLine) {
             front += spacing.after.present ? std::string_view(spacing.after.text) : sweep.blanksBehind();
         }
         sweep.writeGapWith(WantedText(spacing.before).with(before.substr(0, lineStart)));
@@ -252,7 +254,7 @@ void CppExprFormatterBase::writeDirective(std::string_view gap, std::string_view
     } else if (text == DirectiveText::Kept && movesFromCode(directive, codeColumn, out)) {
         // What a branch stands among has been written for another one.
         const int column = columns_.columnOf(directive);
-        const bool isBranch = Cpp::directiveStartsWith(directive, "#el");
+        const bool isBranch = Cpp::beginsBranch(directive);
         writeAmongCode(directive, column, isBranch ? column : codeColumn, out);
     } else {
         writeLines(directive, columns_, inner, out);

@@ -180,7 +180,7 @@ void OpenScopes::takeConditional(std::string_view directive) {
         open({isRead ? Kind::FirstBranch : Kind::OtherBranch, directive, braces_});
         return;
     }
-    if (step == 0 && !Cpp::directiveStartsWith(directive, "#el")) return;
+    if (step == 0 && !Cpp::beginsBranch(directive)) return;
     const Place group = innermostGroup();
     if (group == open_.end()) return;
     const bool isOnly = step < 0 && group->kind == Kind::FirstBranch;
