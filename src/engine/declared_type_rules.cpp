@@ -96,12 +96,18 @@ void CppFormatter::writeType(std::string_view type, const OptionalText& whitespa
     // It stands below its specifiers, wherever a template header in front of them ends.
     const std::string_view specifiers = keepsLines() ? lineOfSpecifiers(type) : std::string_view();
     if (!specifiers.empty()) {
-        writer_.write(specifiers);
+        writer_.write(specifiers.substr(0, specifiers.rfind('\n') + 1));
         return writeType(type.substr(specifiers.size()), whitespace, formatsMarks, marks);
     }
     const std::string_view front = keepsLines() && endsWithLineEndToken(type) ? withoutCommentsBehind(type) : type;
     if (front.size() < type.size() && formatsArgumentsOf(front)) {
-        writeType(front, kAsInInput, formatsMarks, marks);
+        const bool endsInMarks = formatsMarks && endsWithMarks(front) && !isMadeByMacro(front);
+        if (endsInMarks) {
+            // The comment stands behind them, and the name behind that.
+            exprFormatter_.formatDeclarationText(front, out(), kAsInInput, HangingLines::Text::List);
+        } else {
+            writeType(front, kAsInInput, formatsMarks, marks);
+        }
         writer_.writeMerged(type.substr(front.size()), whitespace);
         return;
     }

@@ -91,6 +91,9 @@ std::string CppExprFormatter::columnOfName(const Run& run, std::size_t end) cons
 
 // The white space between the type and the name that follows the text.
 void CppExprFormatter::writeTypeEnd(Run& run) {
+    // A name that a literal is joined to is its suffix.
+    const bool isJoined = run.previous != kNoToken && run.tokens[run.previous].end() == run.text.size();
+    if (isJoined && (run.previousKind() == Cpp::StringLiteral || run.previousKind() == Cpp::CharLiteral)) return;
     // Words may stand behind the marks: `char* API f()`.
     const bool followsWord = !run.sawMark || (settings_.formatsOtherGaps && run.previousRole() != ExprRole::Mark);
     if (run.typeWhitespace.hasLineFeed() || (run.typeWhitespace.present && followsWord)) {

@@ -76,7 +76,11 @@ void CppFormatter::writeLabel(const Cpp::SyntaxNode& label) {
     while (!text.empty()) {
         const std::string_view gap = leadingBlanks(text);
         text.remove_prefix(gap.size());
-        if (!gap.empty()) writer_.replace(gap, WantedText(text.starts_with(':') ? "" : " ", key));
+        if (text.starts_with(':')) {
+            writer_.writeMerged(gap, WantedText("", key));
+        } else if (!gap.empty()) {
+            writer_.replace(gap, WantedText(" ", key));
+        }
         const std::string_view word(text.begin(), std::ranges::find_if(text, isWhitespace));
         writer_.write(word);
         text.remove_prefix(word.size());

@@ -124,8 +124,9 @@ std::optional<int> CppFormatter::columnOfLineWithComma(std::string_view gap, con
         comma != gap.npos && hangsLines() && !commas.breaksLines() && isRightOf(gap.substr(comma), first);
     if (startsLine) return isBelowFirst ? indentColumn() : columnOfLeadingComma(commas);
     if (!isBelowFirst) return std::nullopt;
-    const std::string_view behind =
-        commas.behind.present ? std::string_view(commas.behind.text) : leadingBlanks(gap.substr(comma + 1));
+    const std::string_view blanks = leadingBlanks(gap.substr(comma + 1));
+    if (isLineBreak(blanks)) return columnAfter(",", indentColumn(), out().tabSize());
+    const std::string_view behind = commas.behind.present ? std::string_view(commas.behind.text) : blanks;
     return columnAfter(std::string(",").append(behind), indentColumn(), out().tabSize());
 }
 
@@ -164,7 +165,8 @@ void CppFormatter::writeListSeparator(std::string_view gap, const Cpp::SyntaxNod
         if (keepsLines() && isCommentAtLineEnd(next)) after = &kAsInInput;
         if (startsDirective) after = &kLineFeed;
     } else {
-        if (!startsDirective && writer_.holdsLineComment(gap)) {
+        const bool endsInComment = !keepsLines() || endsWithLineEndToken(gap);
+        if (!startsDirective && endsInComment && writer_.holdsLineComment(gap)) {
             // The line end of a comment at the end is the one that is wanted.
             gap = gap.substr(0, lineEndBehind(gap));
         }

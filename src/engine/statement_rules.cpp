@@ -338,7 +338,7 @@ WantedText CppFormatter::writeForClauses(std::string_view inside, std::size_t fi
         if (const std::string_view comment = commentOfLine(clause); !comment.empty()) {
             writer_.write(comment);
             clause.remove_prefix(comment.size());
-            if (trimLeft(clause).empty()) continue;
+            if (trimLeft(clause).empty()) return WantedText(kLineFeed.text);  // for (;; // a comment
             writer_.replace(leadingBlanks(clause), kLineFeed);
             write(clause);
             continue;

@@ -169,7 +169,10 @@ bool TrailingComments::mayJoinLast(const Comment& comment) const {
 // The least one for it.
 int TrailingComments::columnOf(const Comment& comment) const {
     if (comment.isBlock) return comment.codeEnd + 1;
-    return columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
+    const int column = columnAfter(settings_.beforeLineComment.text, comment.codeEnd, columns_.tabSize);
+    // Behind a "/", it would begin there.
+    const bool followsSlash = trimRight(source_.substr(0, comment.offset)).ends_with('/');
+    return followsSlash ? std::max(column, comment.codeEnd + 1) : column;
 }
 
 // Where it stands in an editor with wide tabs.
