@@ -214,6 +214,13 @@ MacroScanner::Index MacroScanner::endOfClassHead(Index name) const {
     return close != kNone && opensClass(name, close) ? close : kNone;
 }
 
+// `public:`, `private slots:`
+bool MacroScanner::opensAccess(Index place) const {
+    if (!isAccessKeyword(kind(place))) return false;
+    const Index following = next(place);
+    return kind(following) == Colon || (kind(following) == Identifier && kind(next(following)) == Colon);
+}
+
 // `CLASS_OF_1(A, Base)` in front of members that stand further than it, up to the "};" of another line. Only access
 // labels may stand where it does.
 bool MacroScanner::opensClass(Index name, Index last) const {
@@ -226,7 +233,7 @@ bool MacroScanner::opensClass(Index name, Index last) const {
             return false;  // initialisers, or the type of what is returned
         } else if (kind(place) == CloseBrace) {
             return kind(next(place)) == Semicolon;
-        } else if (kind(place) == Trn::kEndKind || !(isIndentedFrom(name, place) || isAccessKeyword(kind(place)))) {
+        } else if (kind(place) == Trn::kEndKind || !(isIndentedFrom(name, place) || opensAccess(place))) {
             return false;
         }
         const Index close = links_.closing(place);

@@ -32,6 +32,7 @@ public:
     bool isIndentedFrom(Index head, Index following) const;
 
 private:
+    bool opensAccess(Index place) const;
     bool opensClass(Index name, Index last) const;
     bool opensNamedBlock(Index name) const;
     bool holdsDeclarations(Index open, bool mayBeFunction) const;

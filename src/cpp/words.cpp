@@ -81,7 +81,8 @@ bool isSingleWord(std::string_view text) {
 }
 
 bool isUpperCase(std::string_view word) {
-    return std::ranges::none_of(word, [](char c) { return c >= 'a' && c <= 'z'; });
+    const auto isOther = [](char c) { return (c >= 'a' && c <= 'z') || static_cast<signed char>(c) < 0; };
+    return std::ranges::none_of(word, isOther);
 }
 
 bool isMacroBehindName(const Trn::Token& type, const Trn::Token& name, const Trn::Token& macro) {

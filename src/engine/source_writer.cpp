@@ -152,8 +152,9 @@ void SourceWriter::writeText(std::string_view text) {
     const bool movesLines = trivia_.keepsLines() && !out_->keepLeadingSpace();
     for (std::size_t start = 0; movesLines && text.size() > 1;) {
         const std::size_t lineFeed = text.find('\n', start);
-        const std::size_t next = text.find_first_not_of(" \t\n", lineFeed);
-        if (lineFeed == std::string_view::npos || next == std::string_view::npos) break;
+        if (lineFeed == std::string_view::npos) break;
+        const std::size_t next = kWhitespace.skipIn(text, lineFeed);
+        if (next == text.size()) break;
         start = next;
         const std::string_view front = trimRight(text.substr(0, lineFeed));
         if (front.empty() || !isContinued(front.back(), text[next])) continue;

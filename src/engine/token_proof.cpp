@@ -202,8 +202,12 @@ private:
         const std::size_t start = result_.place;
         const std::string_view trimmed = trimRight(text);
         const bool endsLine = text.ends_with('\n');
-        const std::string_view line = blanksCount(Cpp::Directive, trimmed, !endsLine) ? text : trimmed;
-        const auto passesEnd = [&] { return !endsLine || line.size() == text.size() || endLine(); };
+        const bool blanksPart = blanksCount(Cpp::Directive, trimmed, !endsLine);
+        const std::string_view line = blanksPart && endsLine ? text : trimmed;
+        const auto passesEnd = [&] {
+            if (endsLine) return blanksPart || endLine();
+            return !blanksPart || (text.size() > trimmed.size()) == standsAtBlank();
+        };
         if (compareExactly(line) && passesEnd()) return true;
         result_.place = start;
         if (!continuesLiteral(text) && compareConverted(line) && passesEnd()) return true;
