@@ -18,7 +18,7 @@ constexpr int kMaximumMacroRun = 16;
 // Whether no item goes on at a token of the kind.
 constexpr bool endsStatements(int kind) {
     return kind == CloseBrace || kind == KeywordElse || kind == KeywordCatch || kind == KeywordCase ||
-           kind == Trn::kEndKind;
+           kind == KeywordDefault || kind == Trn::kEndKind;
 }
 
 // A keyword that begins a declaration wherever it stands: what is in front of it on another line is complete.

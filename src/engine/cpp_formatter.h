@@ -247,7 +247,7 @@ private:
     int columnOfLeadingComma(const CommaTexts& commas);
     std::optional<int> columnOfLineWithComma(std::string_view gap, const Cpp::SyntaxNode& first,
                                              const CommaTexts& commas);
-    bool isRightOf(std::string_view piece, const Cpp::SyntaxNode& node) const;
+    bool standsAsFirst(std::string_view piece, const Cpp::SyntaxNode& first);
     void writeListSeparator(std::string_view gap, const Cpp::SyntaxNode& previous, const Cpp::SyntaxNode& next,
                             const CommaTexts& commas);
     void startKeptLine(std::string_view gap);

@@ -19,6 +19,7 @@ struct Initializer {
     std::size_t assign;  // offset of the "="
     int column;          // of it
     int nameEnd;         // the column at which the text in front of it ends
+    std::size_t end;     // behind the value: that of the text, or the offset of the ","
 };
 
 // Whether every enumerator starts on a line of its own. A text that stands so because the scheme breaks its
@@ -75,6 +76,9 @@ std::vector<Initializer> findInitializers(std::string_view text, const ExprToken
                 awaitsName = false;
                 break;
             case Cpp::Comma:
+                if (isInValue && depth == 0 && !found.empty()) {
+                    found.back().end = std::min<std::size_t>(found.back().end, token.offset);
+                }
                 isInValue = isInValue && depth != 0;
                 if (depth == 0) {
                     awaitsName = true;
@@ -89,7 +93,7 @@ std::vector<Initializer> findInitializers(std::string_view text, const ExprToken
                     column = columnBehind(before, column, tabSize);
                     measured += before.size();
                     const std::string_view gap = text.substr(measured, token.offset - measured);
-                    found.push_back({token.offset, columnBehind(gap, column, tabSize), column});
+                    found.push_back({token.offset, columnBehind(gap, column, tabSize), column, text.size()});
                 }
                 break;
             default: break;
@@ -122,6 +126,32 @@ void writeMoved(std::string_view text, int column, int tabSize, Zelmor::OIndentB
         if (opaque.ends_with('\n')) break;
     }
     writeRendered(text.substr(written), out);
+}
+
+// Where the first line of a value ends whose others stand below it; its size, if there are none, or they go by the line
+// that ends in a bracket, or hold tokens of several lines.
+std::size_t firstLineEnd(std::string_view text) {
+    constexpr std::string_view openings = "({[";
+    const std::size_t lineFeed = text.find('\n');
+    if (lineFeed == text.npos || openings.find(text[lineFeed - 1]) != openings.npos) return text.size();
+    const bool isHeld = std::ranges::any_of(Cpp::opaqueTokensOf(text), [text](const Cpp::OpaqueToken& token) {
+        return text.substr(token.offset, token.length).find('\n') != text.npos;
+    });
+    return isHeld ? text.size() : lineFeed;
+}
+
+// Writes the lines behind the first one of a value that much further to the right.
+void writeFurtherLines(std::string_view lines, int shift, int tabSize, Zelmor::OIndentBuf& out) {
+    while (!lines.empty()) {
+        out.write("\n");
+        lines.remove_prefix(1);
+        const std::string_view line = lines.substr(0, lines.find('\n'));
+        const std::string_view text = trimLeft(line);
+        const int column = columnAfter(line.substr(0, line.size() - text.size()), 0, tabSize);
+        if (!text.empty()) startLineAt(out, std::max(column + shift, 0));
+        writeRendered(text, out);
+        lines.remove_prefix(line.size());
+    }
 }
 
 // Tokens in parts that are kept are no enumerators. The parts are in order.
@@ -162,6 +192,15 @@ std::string CppExprFormatter::alignEnumInitializers(std::string_view text, const
         padColumns(out, needsBlank ? 1 : target - out.column());
         written = initializer.assign;
         column = initializer.column;
+        if (!settings_.keepsLineBreaks) continue;
+        const std::string_view value = text.substr(written, initializer.end - written);
+        const std::size_t lineEnd = firstLineEnd(value);
+        if (lineEnd == value.size()) continue;
+        const int shift = out.column() - column;
+        writeMoved(value.substr(0, lineEnd), column, columnsToStop, out);
+        writeFurtherLines(value.substr(lineEnd), shift, columnsToStop, out);
+        written = initializer.end;
+        column = out.column();
     }
     writeMoved(text.substr(written), column, columnsToStop, out);
     return out.takeText();

@@ -121,7 +121,7 @@ std::optional<int> CppFormatter::columnOfLineWithComma(std::string_view gap, con
     const bool startsLine = keepsLines() && out().column() == 0 && startsWithSeparator(gap, commas);
     const std::size_t comma = startsLine ? leadingBlanks(gap).size() : findLeadingComma(gap);
     const bool isBelowFirst =
-        comma != gap.npos && hangsLines() && !commas.breaksLines() && isRightOf(gap.substr(comma), first);
+        comma != gap.npos && hangsLines() && !commas.breaksLines() && standsAsFirst(gap.substr(comma), first);
     if (startsLine) return isBelowFirst ? indentColumn() : columnOfLeadingComma(commas);
     if (!isBelowFirst) return std::nullopt;
     const std::string_view blanks = leadingBlanks(gap.substr(comma + 1));
@@ -130,10 +130,16 @@ std::optional<int> CppFormatter::columnOfLineWithComma(std::string_view gap, con
     return columnAfter(std::string(",").append(behind), indentColumn(), out().tabSize());
 }
 
-// Whether the source does not have the piece to the left of the node.
-bool CppFormatter::isRightOf(std::string_view piece, const Cpp::SyntaxNode& node) const {
-    const int column = exprFormatter_.sourceColumnOf(sourceFrom(node));
-    return column >= 0 && exprFormatter_.sourceColumnOf(piece) >= column;
+// Whether the source does not have the piece to the left of a list's first element, or has it where further lines hang
+// that do not go by that.
+bool CppFormatter::standsAsFirst(std::string_view piece, const Cpp::SyntaxNode& first) {
+    const int column = exprFormatter_.sourceColumnOf(piece);
+    const std::string_view front = sourceFrom(first);
+    const int firstColumn = exprFormatter_.sourceColumnOf(front);
+    if (firstColumn < 0 || column >= firstColumn) return firstColumn >= 0;
+    const std::string_view wrapIndent = exprFormatter_.settings().hanging.wrap.text;
+    return settings_.hangsFromLine &&
+           column == columnAfter(wrapIndent, exprFormatter_.columnOfSourceLine(front), out().tabSize());
 }
 
 // So far to the left that the element behind the comma stands below the first.
