@@ -74,6 +74,9 @@ void CppExprFormatter::writeMarks(Run& run) {
     run.after = nullptr;
     if (isAnchored && isNamed) run.after = toName ? &marks.against : &apart;
     if (isAnchored && endsReturnType) run.after = &kNothing;
+    // char */* key */: the blank that has stood in front of the marks
+    const bool meetsComment = run.kindAt(end) == Cpp::BlockComment && run.tokens[end - 1].end() == run.tokens[end].offset;
+    if (settings_.formatsOtherGaps && marks.anchor == kAnchoredToType && !joinsName && meetsComment) run.after = &kBlank;
 }
 
 // `T *   a`, where the name stands in a column: the blanks in front of marks that come to stand against it. Empty where

@@ -364,6 +364,11 @@ void CppFormatter::visit(Cpp::ParameterNode* parameter) {
     const std::string_view text = writer_.readThrough(parameter->end());
     const auto hanging = isAmongElements_ ? HangingLines::Text::Element : HangingLines::Text::List;
     exprFormatter_.formatDeclarationText(text, out(), settings_.afterParameterType, hanging);
+    // f(char */* key */): the blank that has stood in front of the marks
+    const bool meetsComment = writer_.peek() == '/' && (text.ends_with('*') || text.ends_with('&'));
+    if (settings_.formatsOtherGaps && meetsComment && exprFormatter_.settings().asterisk.anchor == kAnchoredToType) {
+        writer_.replace(writer_.ahead().substr(0, 0), WantedText(" ", settings_.formatsOtherGaps.key));
+    }
 }
 
 }  // namespace Tessel
