@@ -40,6 +40,15 @@ PropertySet inLinesOfAuthor(PropertySet scheme) {
     return scheme;
 }
 
+// Braces and further parts of statements stay on the lines that their author has them on.
+PropertySet withBracesOfAuthor(PropertySet scheme) {
+    scheme.edit([](std::string_view key, auto&) {
+        const bool isAtBrace = key.find("WS_BEFORE_") != key.npos && key.ends_with("_OPEN_BRACE");
+        return !isAtBrace && key != Keys::WS_BETWEEN_CS && key != Keys::WS_BEFORE_DO_WHILE.name;
+    });
+    return scheme;
+}
+
 std::string indentOf(const PropertySet& scheme) {
     const OptionalText indent = readIndent(scheme, Keys::INDENT_FN_CONTENT);
     return std::string(firstPresent(indent, readIndent(scheme, Keys::GLOBAL_INDENT_CONTENT)).text);
@@ -276,6 +285,16 @@ MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
 
 std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
                                                 int column) const {
+    if (auto body = laidOutBraces(directive, parts, column)) return body;
+    // The scheme may join a brace, or a further part, to the line in front of it.
+    const std::string_view body = directive.substr(parts.body.offset, parts.body.length);
+    if (body.find('\n') == body.npos) return std::nullopt;
+    if (!bracesOfAuthor_) bracesOfAuthor_ = std::make_unique<MacroBodies>(withBracesOfAuthor(scheme_), passes_);
+    return bracesOfAuthor_->laidOutBraces(directive, parts, column);
+}
+
+std::optional<std::string> MacroBodies::laidOutBraces(std::string_view directive, const DirectiveParts& parts,
+                                                      int column) const {
     const std::string_view body = directive.substr(parts.body.offset, parts.body.length);
     const std::string names = withoutHashes(body);
     if (!isInPlainLines(names)) return std::nullopt;

@@ -35,6 +35,8 @@ public:
 private:
     struct Frame;
 
+    // The same with braces where this scheme has them.
+    std::optional<std::string> laidOutBraces(std::string_view directive, const DirectiveParts& parts, int column) const;
     std::string indentBehind(std::string_view directive) const;
     const FormatOptions& optionsFor(const std::string& indent, int column) const;
     void indentBraces(PropertySet& scheme) const;
@@ -55,6 +57,7 @@ private:
     mutable std::optional<FormatOptions> options_;  // those of the last body
     mutable std::string margin_;
     mutable std::string bodyIndent_;
+    mutable std::unique_ptr<MacroBodies> bracesOfAuthor_;
     mutable std::unique_ptr<MacroBodies> casesInBody_;  // with the indents of labels that stand where bodies begin
 };
 

@@ -60,9 +60,9 @@ void addWholeText(std::vector<KeyGuide>& rows) {
                     {set(Keys::WS_BEFORE_EXPR_OP, " "), set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " ")}});
     rows.push_back({set(Keys::FORMAT_MACRO_BODIES, true), group,
                     "With FORMAT_DIRECTIVES, statements and members of classes that a macro stands for are laid out as "
-                    "others are, in the lines that they stand in. A body is indented as that of a function is, but "
-                    "where it begins in the line of the directive, or in the first column. Kept are bodies that cannot "
-                    "be read, or would stand in other lines.",
+                    "others are, in the lines that they stand in, with their braces. A body is indented as that of a "
+                    "function is, but where it begins in the line of the directive, or in the first column. Kept are "
+                    "bodies that cannot be read.",
                     "#define swap(a,b) \\\n  do { \\\n  t=a; \\\n  a=b; \\\n  } while(0)\n",
                     {set(Keys::FORMAT_DIRECTIVES, true), set(Keys::WS_BEFORE_EXPR_OP, " "),
                      set(Keys::WS_BETWEEN_EXPR_OP_OPERANDS, " "), set(Keys::INDENT_FN_CONTENT, "    "),
