@@ -10,6 +10,7 @@
 #include "engine/gap.h"
 #include "engine/opaque_text.h"
 #include "engine/source_copy.h"
+#include "engine/token_boundary.h"
 #include "scheme/extension_keys.h"
 
 namespace Tessel {
@@ -184,11 +185,12 @@ void SourceWriter::writeProtectedLine(std::string_view line) {
     const std::size_t start = offsetOf(line);
     const auto token = firstOpaque(start);
     const bool startsInToken = token != opaque_.end() && token->offset < start;
-    const bool startsInLiteral =
+    const bool staysInPlace =
         startsInToken &&
         (!Cpp::isTrivia(token->kind) ||
-         (token->kind == Cpp::Directive && continuesLiteral(text_.substr(token->offset, token->length))));
-    if (!startsInLiteral && out_->column() == 0 && !out_->keepLeadingSpace()) {
+         (token->kind == Cpp::Directive && (splicesTokens(text_.substr(0, start), line) ||
+                                            continuesLiteral(text_.substr(token->offset, token->length)))));
+    if (!staysInPlace && out_->column() == 0 && !out_->keepLeadingSpace()) {
         const std::string_view text = trimLeft(line);
         line = text.empty() ? line.substr(line.size() - (line.ends_with('\n') ? 1 : 0)) : text;
         if (!text.empty()) out_->startLine();
