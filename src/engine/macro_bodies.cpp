@@ -40,15 +40,6 @@ PropertySet inLinesOfAuthor(PropertySet scheme) {
     return scheme;
 }
 
-// Braces and further parts of statements stay on the lines that their author has them on.
-PropertySet withBracesOfAuthor(PropertySet scheme) {
-    scheme.edit([](std::string_view key, auto&) {
-        const bool isAtBrace = key.find("WS_BEFORE_") != key.npos && key.ends_with("_OPEN_BRACE");
-        return !isAtBrace && key != Keys::WS_BETWEEN_CS && key != Keys::WS_BEFORE_DO_WHILE.name;
-    });
-    return scheme;
-}
-
 std::string indentOf(const PropertySet& scheme) {
     const OptionalText indent = readIndent(scheme, Keys::INDENT_FN_CONTENT);
     return std::string(firstPresent(indent, readIndent(scheme, Keys::GLOBAL_INDENT_CONTENT)).text);
@@ -275,8 +266,9 @@ struct MacroBodies::Frame {
     std::string_view close;
 };
 
-MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
+MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes, Braces braces)
     : scheme_(scheme),
+      braces_(braces),
       indent_(indentOf(scheme)),
       bracesBehindHeads_(bracesBehindHeads(scheme_)),
       indentsFromWord_(readSwitch(scheme, Keys::INDENT_FROM_DIRECTIVE)),
@@ -285,16 +277,6 @@ MacroBodies::MacroBodies(const PropertySet& scheme, const LayoutPasses& passes)
 
 std::optional<std::string> MacroBodies::laidOut(std::string_view directive, const DirectiveParts& parts,
                                                 int column) const {
-    if (auto body = laidOutBraces(directive, parts, column)) return body;
-    // The scheme may join a brace, or a further part, to the line in front of it.
-    const std::string_view body = directive.substr(parts.body.offset, parts.body.length);
-    if (body.find('\n') == body.npos) return std::nullopt;
-    if (!bracesOfAuthor_) bracesOfAuthor_ = std::make_unique<MacroBodies>(withBracesOfAuthor(scheme_), passes_);
-    return bracesOfAuthor_->laidOutBraces(directive, parts, column);
-}
-
-std::optional<std::string> MacroBodies::laidOutBraces(std::string_view directive, const DirectiveParts& parts,
-                                                      int column) const {
     const std::string_view body = directive.substr(parts.body.offset, parts.body.length);
     const std::string names = withoutHashes(body);
     if (!isInPlainLines(names)) return std::nullopt;
@@ -318,7 +300,13 @@ std::optional<std::string> MacroBodies::laidOutBraces(std::string_view directive
     const bool alignsAssignments = !startsOnLine && readSwitch(scheme_, Keys::ALIGN_ASSIGNMENTS);
     if (alignsAssignments) *result = withAssignmentColumns(layoutOf(scheme_), start, {}, std::move(*result));
 
-    return withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
+    auto inLines = withLinesOf(linesOf(body), lines, linesOf(*result), static_cast<std::size_t>(first - lines.begin()));
+    // The scheme may join a brace, or a further part of a statement, to the line in front of it.
+    if (inLines || braces_ == Braces::OfAuthor) return inLines;
+    if (!bracesOfAuthor_) {
+        bracesOfAuthor_ = std::make_unique<MacroBodies>(withBracesOfAuthor(scheme_), passes_, Braces::OfAuthor);
+    }
+    return bracesOfAuthor_->laidOut(directive, parts, column);
 }
 
 std::optional<std::string> MacroBodies::laidOutLine(std::string_view statements) const {

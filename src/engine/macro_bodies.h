@@ -23,8 +23,11 @@ namespace Tessel {
 // is indented from it, as is what its author began in the first column; other bodies as that of a function is.
 class MacroBodies {
 public:
+    // Whose lines braces stand on: where those of the scheme would join lines, those of the author are kept.
+    enum class Braces { OfScheme, OfAuthor };
+
     // The passes are borrowed.
-    MacroBodies(const PropertySet& scheme, const LayoutPasses& passes);
+    MacroBodies(const PropertySet& scheme, const LayoutPasses& passes, Braces braces = Braces::OfScheme);
 
     // The part of the directive that is `parts.body`, of which the lines are indented from `column`; nothing where it
     // is to be kept, for it cannot be read, or would stand in other lines.
@@ -35,8 +38,6 @@ public:
 private:
     struct Frame;
 
-    // The same with braces where this scheme has them.
-    std::optional<std::string> laidOutBraces(std::string_view directive, const DirectiveParts& parts, int column) const;
     std::string indentBehind(std::string_view directive) const;
     const FormatOptions& optionsFor(const std::string& indent, int column) const;
     void indentBraces(PropertySet& scheme) const;
@@ -49,6 +50,7 @@ private:
                                          int column) const;
 
     PropertySet scheme_;
+    Braces braces_;
     std::string indent_;
     std::optional<BraceSettings> bracesBehindHeads_;
     Keyed<bool> indentsFromWord_;

@@ -4,6 +4,9 @@
 #include <string_view>
 #include <type_traits>
 
+#include "scheme/extension_keys.h"
+#include "scheme/property_keys.h"
+
 namespace Tessel {
 
 namespace {
@@ -16,6 +19,12 @@ bool isBeforeComma(std::string_view key) {
 // The switches that align break lines between what they align.
 bool isAlignment(std::string_view key) {
     return key.starts_with("ALIGN_");
+}
+
+// What stands between a brace, or a further part of a statement, and the text in front of it.
+bool isBeforeBraceOrPart(std::string_view key) {
+    const bool isAtBrace = key.find("WS_BEFORE_") != key.npos && key.ends_with("_OPEN_BRACE");
+    return isAtBrace || key == Keys::WS_BETWEEN_CS || key == Keys::WS_BEFORE_DO_WHILE.name;
 }
 
 }  // namespace
@@ -32,6 +41,11 @@ PropertySet withoutLineEnds(PropertySet scheme, LineEndTexts become) {
         }
         return true;
     });
+    return scheme;
+}
+
+PropertySet withBracesOfAuthor(PropertySet scheme) {
+    scheme.edit([](std::string_view key, auto&) { return !isBeforeBraceOrPart(key); });
     return scheme;
 }
 
